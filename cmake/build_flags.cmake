@@ -1,0 +1,26 @@
+# Warnings and instrumentation, on private INTERFACE targets: what builds on an
+# installed halvane inherits none of them.
+
+add_library(halvane_warnings INTERFACE)
+target_compile_options(halvane_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(HALVANE_WARNINGS_AS_ERRORS)
+  target_compile_options(halvane_warnings INTERFACE -Werror)
+endif()
+
+# The whole tree is instrumented alike, so these are directory-wide.
+if(HALVANE_SANITIZE)
+  add_compile_options(-fsanitize=${HALVANE_SANITIZE} -fno-omit-frame-pointer
+                      -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${HALVANE_SANITIZE})
+  if(HALVANE_SANITIZE MATCHES "undefined" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC 12 loses track of string bounds once UBSan's checks are in.
+    add_compile_options(-Wno-stringop-overflow -Wno-maybe-uninitialized)
+  endif()
+endif()
+if(HALVANE_COVERAGE)
+  add_compile_options(--coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+if(HALVANE_LIBFUZZER)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -1,0 +1,83 @@
+// Immutable bytes with shared ownership.
+//
+// Copying a buffer, or slicing it, shares its memory; a buffer of up to
+// kInlineCapacity bytes (a MAC address, most element bodies) lives inside the
+// object and needs no allocation.
+//
+// Threads: distinct objects may be used from distinct threads even where they
+// share memory; one object follows the rules of a standard container.
+#ifndef HALVANE_BASE_BYTE_BUFFER_H
+#define HALVANE_BASE_BYTE_BUFFER_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "halvane/base/export.h"
+
+namespace halvane {
+
+class HALVANE_EXPORT ByteBuffer {
+  public:
+    static constexpr std::size_t kInlineCapacity = 16;
+
+    // The empty buffer.
+    ByteBuffer() = default;
+
+    // A private copy of `bytes`.
+    explicit ByteBuffer(std::span<const std::uint8_t> bytes);
+    ByteBuffer(std::initializer_list<std::uint8_t> bytes);
+
+    // A private copy of the text's bytes, without a terminator.
+    static ByteBuffer fromText(std::string_view text);
+
+    // Shares memory that the caller owns already; no byte is copied.
+    // REQUIRES: `owner` holds at least `size` bytes, and nobody writes to them any more.
+    static ByteBuffer sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size);
+
+    // Reads pairs of hexadecimal digits of either case; spaces, newlines, tabs and ':' may stand
+    // between pairs. Absent for an odd digit or any other character.
+    static std::optional<ByteBuffer> fromHex(std::string_view text);
+
+    ByteBuffer(const ByteBuffer&) = default;
+    ByteBuffer(ByteBuffer&& other) noexcept;
+    ByteBuffer& operator=(const ByteBuffer&) = default;
+    ByteBuffer& operator=(ByteBuffer&& other) noexcept;
+    ~ByteBuffer() = default;
+
+    std::size_t size() const { return size_; }
+    bool empty() const { return size_ == 0; }
+
+    // The bytes; valid until this object is assigned to, moved from or destroyed.
+    std::span<const std::uint8_t> bytes() const& {
+        return {shared_ ? shared_.get() : inline_.data(), size_};
+    }
+    std::span<const std::uint8_t> bytes() const&& = delete;
+
+    // `length` bytes from `offset` on; both are cut to what the buffer holds.
+    ByteBuffer slice(std::size_t offset, std::size_t length = SIZE_MAX) const;
+
+    // Lower-case digits without separators: "0a7e55".
+    std::string hex() const;
+
+    // Groups of four bytes between angle brackets: "<00112233 4455>".
+    std::string description() const;
+
+    // Same length and same bytes.
+    friend HALVANE_EXPORT bool operator==(const ByteBuffer& a, const ByteBuffer& b);
+
+  private:
+    std::shared_ptr<const std::uint8_t[]> shared_;  // null while the bytes are inline
+    std::size_t size_ = 0;
+    std::array<std::uint8_t, kInlineCapacity> inline_{};
+};
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,29 @@
+// The text of a value in a description: its own, or "(null)" for an absent one.
+#ifndef HALVANE_BASE_DESCRIBE_H
+#define HALVANE_BASE_DESCRIBE_H
+
+#include <optional>
+#include <string>
+
+namespace halvane {
+
+inline std::string describe(const std::string& text) {
+    return text;
+}
+
+template <typename Value>
+requires requires(const Value& value) {
+    value.description();
+}
+std::string describe(const Value& value) {
+    return value.description();
+}
+
+template <typename Value>
+std::string describe(const std::optional<Value>& value) {
+    return value ? describe(*value) : std::string("(null)");
+}
+
+}  // namespace halvane
+
+#endif

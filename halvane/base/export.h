@@ -1,0 +1,8 @@
+/* What the shared library exports, and nothing else, is marked HALVANE_EXPORT.
+ * Usable from C11 and C++20. */
+#ifndef HALVANE_BASE_EXPORT_H
+#define HALVANE_BASE_EXPORT_H
+
+#define HALVANE_EXPORT __attribute__((visibility("default")))
+
+#endif

@@ -1,0 +1,67 @@
+// A number as a property list holds it: a signed or unsigned 64-bit integer, or a double.
+//
+// Comparison is by value and exact across the three kinds: 1 equals 1.0, and 2^63 as
+// unsigned is greater than every signed integer. A NaN is unordered.
+#ifndef HALVANE_BASE_NUMBER_H
+#define HALVANE_BASE_NUMBER_H
+
+#include <compare>
+#include <concepts>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "halvane/base/export.h"
+
+namespace halvane {
+
+class HALVANE_EXPORT Number {
+  public:
+    // The integer 0.
+    Number() = default;
+
+    template <std::signed_integral Integer>
+    Number(Integer value) : value_(static_cast<std::int64_t>(value)) {}
+
+    template <std::unsigned_integral Integer>
+    requires(!std::same_as<Integer, bool>) Number(Integer value)
+        : value_(static_cast<std::uint64_t>(value)) {}
+
+    template <std::floating_point Real>
+    Number(Real value) : value_(static_cast<double>(value)) {}
+
+    // Booleans are property-list values of their own.
+    Number(bool) = delete;
+
+    // How the value is held, not what it is: Number(1.0) is real, Number(1u) unsigned.
+    bool isSigned() const { return std::holds_alternative<std::int64_t>(value_); }
+    bool isUnsigned() const { return std::holds_alternative<std::uint64_t>(value_); }
+    bool isReal() const { return std::holds_alternative<double>(value_); }
+
+    // The value as another type. A fraction is dropped; what the type cannot hold becomes its
+    // nearest limit, and a NaN becomes 0.
+    std::int64_t int64() const;
+    std::uint64_t uint64() const;
+    double real() const;
+
+    // The value where the type holds it exactly, else absent.
+    std::optional<std::int64_t> exactInt64() const;
+    std::optional<std::uint64_t> exactUInt64() const;
+
+    // An integer without a fraction, a double in the shortest form that reads back equal:
+    // "54", "6.5", "-61".
+    std::string description() const;
+
+    friend HALVANE_EXPORT std::partial_ordering operator<=>(const Number& a, const Number& b);
+    friend HALVANE_EXPORT bool operator==(const Number& a, const Number& b) {
+        return (a <=> b) == std::partial_ordering::equivalent;
+    }
+
+  private:
+    std::variant<std::int64_t, std::uint64_t, double> value_ = std::int64_t{0};
+};
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,137 @@
+// A property-list value: dictionary, array, string, number, data, boolean or date.
+//
+// Skeleton representations and daemon messages are built from these. Beside the kinds that a
+// property list carries, a value may hold nothing (null), or a foreign object that only prints.
+//
+// Threads: distinct values may be used from distinct threads; one value follows the rules of a
+// standard container.
+#ifndef HALVANE_BASE_PROPERTY_LIST_VALUE_H
+#define HALVANE_BASE_PROPERTY_LIST_VALUE_H
+
+#include <concepts>
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/export.h"
+#include "halvane/base/number.h"
+
+namespace halvane {
+
+class PropertyListValue;
+
+// An object that is no property-list kind. It prints, but has no XML form.
+class HALVANE_EXPORT PropertyListObject {
+  public:
+    virtual ~PropertyListObject() = default;
+
+    // The object's own text; absent when it has none.
+    virtual std::optional<std::string> description() const = 0;
+
+    // What tells its type where it has no text.
+    virtual int typeNumber() const = 0;
+};
+
+// Entries in order of insertion, each key once, found by key in logarithmic time whatever the
+// keys are.
+class HALVANE_EXPORT PropertyListDictionary {
+  public:
+    using Entry = std::pair<std::string, PropertyListValue>;
+
+    PropertyListDictionary();
+    PropertyListDictionary(const PropertyListDictionary&);
+    PropertyListDictionary(PropertyListDictionary&&) noexcept;
+    PropertyListDictionary& operator=(const PropertyListDictionary&);
+    PropertyListDictionary& operator=(PropertyListDictionary&&) noexcept;
+    ~PropertyListDictionary();
+
+    std::size_t size() const;
+    bool empty() const;
+
+    // The value of `key`, or null. Valid until the dictionary is next changed.
+    const PropertyListValue* find(std::string_view key) const;
+
+    // Replaces the value of `key` in place, or appends a new entry.
+    void set(std::string key, PropertyListValue value);
+
+    // Removes the entry of `key`; false when there is none.
+    bool erase(std::string_view key);
+
+    // In order of insertion.
+    const Entry* begin() const;
+    const Entry* end() const;
+
+    // The same keys with equal values, in any order.
+    friend HALVANE_EXPORT bool operator==(const PropertyListDictionary& a,
+                                          const PropertyListDictionary& b);
+
+  private:
+    // Scanning a handful of entries beats a tree; a larger dictionary is indexed.
+    static constexpr std::size_t kScanLimit = 16;
+    std::size_t indexOf(std::string_view key) const;
+    void rebuildIndex();
+
+    std::vector<Entry> entries_;
+    std::map<std::string, std::size_t, std::less<>> index_;
+};
+
+using PropertyListArray = std::vector<PropertyListValue>;
+
+class HALVANE_EXPORT PropertyListValue {
+  public:
+    using Object = std::shared_ptr<const PropertyListObject>;
+    using Variant = std::variant<std::monostate, bool, Number, std::string, ByteBuffer, Date,
+                                 PropertyListArray, PropertyListDictionary, Object>;
+
+    // The null value.
+    PropertyListValue() = default;
+
+    template <std::same_as<bool> Boolean>
+    PropertyListValue(Boolean value) : value_(value) {}
+    template <typename Arithmetic>
+    requires(std::is_arithmetic_v<Arithmetic> && !std::same_as<Arithmetic, bool>)
+        PropertyListValue(Arithmetic value)
+        : value_(Number(value)) {}
+    PropertyListValue(Number value) : value_(value) {}
+    PropertyListValue(std::string value) : value_(std::move(value)) {}
+    PropertyListValue(std::string_view value) : value_(std::string(value)) {}
+    PropertyListValue(const char* value) : value_(std::string(value)) {}
+    PropertyListValue(ByteBuffer value) : value_(std::move(value)) {}
+    PropertyListValue(Date value) : value_(value) {}
+    PropertyListValue(PropertyListArray value) : value_(std::move(value)) {}
+    PropertyListValue(PropertyListDictionary value) : value_(std::move(value)) {}
+    PropertyListValue(Object value) : value_(std::move(value)) {}
+
+    bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
+
+    // The value as one of the alternatives of Variant, or null when it is another kind.
+    template <typename Kind>
+    const Kind* as() const {
+        return std::get_if<Kind>(&value_);
+    }
+    template <typename Kind>
+    Kind* as() {
+        return std::get_if<Kind>(&value_);
+    }
+
+    const Variant& variant() const { return value_; }
+
+    // The same kind and the same value; numbers by value, objects by identity.
+    friend HALVANE_EXPORT bool operator==(const PropertyListValue& a, const PropertyListValue& b);
+
+  private:
+    Variant value_;
+};
+
+}  // namespace halvane
+
+#endif

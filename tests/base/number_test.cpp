@@ -1,0 +1,101 @@
+#include "halvane/base/number.h"
+
+#include <array>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+using halvane::Number;
+
+namespace {
+
+constexpr auto kMinInt64 = std::numeric_limits<std::int64_t>::min();
+constexpr auto kMaxInt64 = std::numeric_limits<std::int64_t>::max();
+constexpr auto kMaxUInt64 = std::numeric_limits<std::uint64_t>::max();
+
+TEST(Number, PrintsIntegersWithoutFractionAndRealsInShortestForm) {
+    EXPECT_EQ(Number().description(), "0");
+    EXPECT_EQ(Number(54.0).description(), "54");
+    EXPECT_EQ(Number(6.5).description(), "6.5");
+    EXPECT_EQ(Number(-61).description(), "-61");
+    EXPECT_EQ(Number(144.4).description(), "144.4");
+    EXPECT_EQ(Number(kMinInt64).description(), "-9223372036854775808");
+    EXPECT_EQ(Number(kMaxUInt64).description(), "18446744073709551615");
+    EXPECT_EQ(Number(std::numeric_limits<double>::quiet_NaN()).description(), "nan");
+}
+
+TEST(Number, ClampsToTheLimitsOfTheAskedType) {
+    EXPECT_EQ(Number(-61.7).int64(), -61);
+    EXPECT_EQ(Number(1e300).int64(), kMaxInt64);
+    EXPECT_EQ(Number(-1e300).int64(), kMinInt64);
+    EXPECT_EQ(Number(kMaxUInt64).int64(), kMaxInt64);
+    EXPECT_EQ(Number(-1).uint64(), 0u);
+    EXPECT_EQ(Number(-0.5).uint64(), 0u);
+    EXPECT_EQ(Number(1e300).uint64(), kMaxUInt64);
+    EXPECT_EQ(Number(std::numeric_limits<double>::quiet_NaN()).int64(), 0);
+    EXPECT_EQ(Number(7u).real(), 7.0);
+}
+
+TEST(Number, TellsWhetherAnIntegerTypeHoldsItExactly) {
+    EXPECT_EQ(Number(54.0).exactInt64(), 54);
+    EXPECT_EQ(Number(6.5).exactInt64(), std::nullopt);
+    EXPECT_EQ(Number(kMaxUInt64).exactInt64(), std::nullopt);
+    EXPECT_EQ(Number(kMaxUInt64).exactUInt64(), kMaxUInt64);
+    EXPECT_EQ(Number(-1).exactUInt64(), std::nullopt);
+    EXPECT_EQ(Number(9223372036854775808.0).exactInt64(), std::nullopt);
+    EXPECT_EQ(Number(-9223372036854775808.0).exactInt64(), kMinInt64);
+    EXPECT_EQ(Number(std::numeric_limits<double>::infinity()).exactInt64(), std::nullopt);
+    EXPECT_EQ(Number(std::numeric_limits<double>::quiet_NaN()).exactInt64(), std::nullopt);
+}
+
+// Every pair of a list that ascends strictly in value, whatever the kinds are.
+TEST(Number, OrdersByValueAcrossKinds) {
+    const std::array ascending = {
+        Number(-std::numeric_limits<double>::infinity()),
+        Number(-1e19),
+        Number(kMinInt64),
+        Number(-2),
+        Number(-1.5),
+        Number(-1),
+        Number(-0.25),
+        Number(0u),
+        Number(0.25),
+        Number(1),
+        Number(1.5),
+        Number(2u),
+        Number((std::int64_t{1} << 53) + 1),  // no double holds it
+        Number(9007199254740994.0),
+        Number(kMaxInt64),
+        Number(9223372036854775808.0),
+        Number((std::uint64_t{1} << 63) + 1),
+        Number(kMaxUInt64),
+        Number(18446744073709551616.0),
+        Number(std::numeric_limits<double>::infinity()),
+    };
+    for (std::size_t i = 0; i < ascending.size(); ++i) {
+        for (std::size_t j = 0; j < ascending.size(); ++j) {
+            EXPECT_EQ(ascending[i] < ascending[j], i < j) << i << " " << j;
+            EXPECT_EQ(ascending[i] == ascending[j], i == j) << i << " " << j;
+        }
+    }
+}
+
+TEST(Number, EqualsTheSameValueOfAnotherKind) {
+    EXPECT_EQ(Number(1), Number(1.0));
+    EXPECT_EQ(Number(1), Number(1u));
+    EXPECT_EQ(Number(1u), Number(1.0));
+    EXPECT_TRUE(Number(1).isSigned());
+    EXPECT_TRUE(Number(1u).isUnsigned());
+    EXPECT_TRUE(Number(1.0).isReal());
+}
+
+TEST(Number, IsUnorderedWhenNotANumber) {
+    const Number nan(std::numeric_limits<double>::quiet_NaN());
+    for (const Number& other : {Number(0), Number(0u), Number(0.0), nan}) {
+        EXPECT_FALSE(nan == other);
+        EXPECT_FALSE(nan < other);
+        EXPECT_FALSE(other < nan);
+    }
+}
+
+}  // namespace
