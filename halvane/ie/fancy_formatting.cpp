@@ -1,0 +1,64 @@
+#include "halvane/ie/fancy_formatting.h"
+
+#include "halvane/base/byte_cursor.h"
+#include "halvane/base/describe.h"
+
+namespace halvane::FancyFormatting {
+
+namespace {
+
+constexpr std::size_t kAddressLength = 6;
+constexpr std::size_t kBytesPerRow = 32;
+
+void appendUpperHex(std::string& text, std::uint8_t byte) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 0x0F];
+}
+
+// The printable class of the C locale, whatever the process's locale is.
+bool isPrintable(std::uint8_t byte) {
+    return byte >= 32 && byte <= 126;
+}
+
+}  // namespace
+
+std::string formattedMAC(const ByteBuffer& address) {
+    std::string text;
+    ByteCursor cursor(address);
+    for (std::size_t i = 0; i < kAddressLength; ++i) {
+        const auto byte = cursor.u8();
+        if (!byte) break;
+        if (i > 0) text += ':';
+        appendUpperHex(text, *byte);
+    }
+    return text;
+}
+
+std::string formattedData_includeHex(const ByteBuffer& data, bool includeHex) {
+    std::string text;
+    if (includeHex) text = data.hex() + "  |  ";
+    for (std::uint8_t byte : data.bytes()) {
+        text += isPrintable(byte) ? static_cast<char>(byte) : '.';
+    }
+    return text;
+}
+
+std::string formattedHexData(const ByteBuffer& data) {
+    std::string text;
+    text.reserve(data.size() * 3 + data.size() / kBytesPerRow);
+    std::size_t index = 0;
+    for (std::uint8_t byte : data.bytes()) {
+        if (index > 0 && index % kBytesPerRow == 0) text += '\n';
+        appendUpperHex(text, byte);
+        text += ' ';
+        ++index;
+    }
+    return text;
+}
+
+std::string formattedHexData(const std::optional<ByteBuffer>& data) {
+    return data ? formattedHexData(*data) : describe(data);
+}
+
+}  // namespace halvane::FancyFormatting

@@ -1,0 +1,58 @@
+// Every truncation and every length lie of a sample, on exactly sized heap copies, so that the
+// address sanitizer sees a read of one byte too many.
+#ifndef TESTS_SUPPORT_HOSTILE_BYTES_H
+#define TESTS_SUPPORT_HOSTILE_BYTES_H
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+
+namespace halvane::testing {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A buffer whose memory starts and ends at a heap block's edges, however short it is.
+inline ByteBuffer exactHeapCopy(std::span<const std::uint8_t> bytes) {
+    std::shared_ptr<std::uint8_t[]> block(new std::uint8_t[bytes.size()]);
+    std::ranges::copy(bytes, block.get());
+    return ByteBuffer::sharing(std::move(block), bytes.size());
+}
+
+// Calls `decode` with every prefix of `sample`, from nothing to the whole.
+template <typename Decode>
+void forEachPrefix(const Bytes& sample, Decode decode) {
+    for (std::size_t size = 0; size <= sample.size(); ++size) {
+        decode(exactHeapCopy(std::span(sample).first(size)));
+    }
+}
+
+// Calls `decode` with `sample` for each of the 256 values of the byte at each offset.
+template <typename Decode>
+void forEachValueAt(const Bytes& sample, std::span<const std::size_t> offsets, Decode decode) {
+    for (const std::size_t offset : offsets) {
+        Bytes changed = sample;
+        for (unsigned value = 0; value <= 0xFF; ++value) {
+            changed.at(offset) = static_cast<std::uint8_t>(value);
+            decode(exactHeapCopy(changed));
+        }
+    }
+}
+
+// Every prefix of `sample`, and every value of its length fields, which stand at `lengthOffsets`
+// (each byte of a wider field is an offset of its own).
+template <typename Decode>
+void forEachHostileForm(const Bytes& sample, std::initializer_list<std::size_t> lengthOffsets,
+                        Decode decode) {
+    forEachPrefix(sample, decode);
+    forEachValueAt(sample, std::span(lengthOffsets.begin(), lengthOffsets.size()), decode);
+}
+
+}  // namespace halvane::testing
+
+#endif
