@@ -1,0 +1,20 @@
+// Organisationally unique identifiers of the elements, three octets each.
+#ifndef HALVANE_BASE_OUI_H
+#define HALVANE_BASE_OUI_H
+
+#include <array>
+#include <cstdint>
+
+namespace halvane {
+
+using OUI = std::array<std::uint8_t, 3>;
+
+// IEEE 802.11-2020, table 9-149: cipher and AKM suites of the RSN element.
+inline constexpr OUI kRSNOUI = {0x00, 0x0F, 0xAC};
+
+// The vendor OUI under which WPA (type 1) and Wi-Fi Protected Setup (type 4) are defined.
+inline constexpr OUI kWPAOUI = {0x00, 0x50, 0xF2};
+
+}  // namespace halvane
+
+#endif

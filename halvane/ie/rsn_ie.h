@@ -1,0 +1,162 @@
+// The RSN element (ID 48) and the older WPA vendor element (ID 221, 00-50-F2 type 1), which share
+// one layout after their headers.
+//
+// The layout is IEEE 802.11-2020, 9.4.2.24 (figures 9-282 to 9-285); multi-byte fields are
+// little-endian. The object is told by its OUI which of the two it is, and compares every suite
+// with that OUI. What it knows of an element are the flags below; suites of other types and of
+// other OUIs are counted and skipped.
+//
+// A value type, used by one thread at a time.
+#ifndef HALVANE_IE_RSN_IE_H
+#define HALVANE_IE_RSN_IE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
+
+namespace halvane {
+
+class HalvaneBSSConfig;
+
+// X(getter, setter): the read-write flags of an element.
+#define HALVANE_RSN_FLAGS(X)                                     \
+    /* pairwise cipher suites 2, 4 and 0 */                      \
+    X(allowUnicastCipherTKIP, setAllowUnicastCipherTKIP)         \
+    X(allowUnicastCipherCCMP, setAllowUnicastCipherCCMP)         \
+    X(allowUnicastCipherUseGroup, setAllowUnicastCipherUseGroup) \
+    /* group cipher suites 1, 5, 2 and 4 */                      \
+    X(allowMulticastCipherWEP40, setAllowMulticastCipherWEP40)   \
+    X(allowMulticastCipherWEP104, setAllowMulticastCipherWEP104) \
+    X(allowMulticastCipherTKIP, setAllowMulticastCipherTKIP)     \
+    X(allowMulticastCipherCCMP, setAllowMulticastCipherCCMP)     \
+    /* authentication and key management suites 2 and 1 */       \
+    X(allowKeyManagementPSK, setAllowKeyManagementPSK)           \
+    X(allowKeyManagement8021X, setAllowKeyManagement8021X)       \
+    /* RSN capabilities, bits 0, 1 and 9 */                      \
+    X(supportsPreAuthentication, setSupportsPreAuthentication)   \
+    X(hasNoPairwise, setHasNoPairwise)                           \
+    X(isPeerKeyEnabled, setIsPeerKeyEnabled)
+
+class HALVANE_EXPORT HalvaneRSNIE {
+  public:
+    // An empty object: version 1, no OUI, not valid.
+    HalvaneRSNIE() = default;
+
+    // Decodes `ie`, the whole element with its header. The OUI says what it is: 00-0F-AC an RSN
+    // element, 00-50-F2 a WPA one; under any other OUI nothing is decoded. Without an element the
+    // object is empty but for its OUI.
+    static HalvaneRSNIE initWithIE_withOUI(const std::optional<ByteBuffer>& ie,
+                                           const ByteBuffer& oui);
+
+    // 3 bytes: the element's OUI, and that of every suite in it.
+    const std::optional<ByteBuffer>& oui() const { return oui_; }
+    void setOui(std::optional<ByteBuffer> oui) { oui_ = std::move(oui); }
+
+    // The whole element, as decoded or generated.
+    const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
+
+    // False when the element was cut short, or could not be generated. The flags decoded before
+    // the cut stay set.
+    bool isValid() const { return isValid_; }
+
+    std::int64_t version() const { return version_; }
+
+#define HALVANE_RSN_FLAG(getter, setter) \
+    bool getter() const {                \
+        return getter##_;                \
+    }                                    \
+    void setter(bool value) {            \
+        getter##_ = value;               \
+    }
+    HALVANE_RSN_FLAGS(HALVANE_RSN_FLAG)
+#undef HALVANE_RSN_FLAG
+
+    // The replay counter fields of the RSN capabilities, 0 to 3: 1, 2, 4 or 16 counters. Only the
+    // low two bits of what is set are generated.
+    std::uint64_t replayCounterPTKSA() const {
+        return replayCounterPTKSA_;
+    }
+    void setReplayCounterPTKSA(std::uint64_t value) {
+        replayCounterPTKSA_ = value;
+    }
+    std::uint64_t replayCounterGTKSA() const {
+        return replayCounterGTKSA_;
+    }
+    void setReplayCounterGTKSA(std::uint64_t value) {
+        replayCounterGTKSA_ = value;
+    }
+
+    // 16 bytes each; absent when the element had no PMKID count.
+    const std::optional<std::vector<ByteBuffer>>& pmkids() const {
+        return pmkids_;
+    }
+    void setPmkids(std::optional<std::vector<ByteBuffer>> pmkids) {
+        pmkids_ = std::move(pmkids);
+    }
+
+    // Decodes rawIE() by the stages below, up to the first one that finds too few bytes.
+    void parseIE();
+
+    // The stages. Each takes a position in rawIE() and the count of bytes left there, and returns
+    // the count left after it; one that finds too few bytes for a required field clears isValid()
+    // and consumes nothing. Capabilities and PMKIDs may be missing.
+    std::size_t parseVersion_withLength(std::size_t position, std::size_t length);
+    std::size_t parseGroupCipher_withLength(std::size_t position, std::size_t length);
+    std::size_t parsePairwiseCipher_withLength(std::size_t position, std::size_t length);
+    std::size_t parseAKM_withLength(std::size_t position, std::size_t length);
+    std::size_t parseCapabilities_withLength(std::size_t position, std::size_t length);
+    std::size_t parsePMKIDs_withLength(std::size_t position, std::size_t length);
+
+    // Set the flag of a suite type; other types do nothing. No flag is ever cleared.
+    void setUnicastCipher(std::uint8_t suiteType);
+    void setMulticastCipher(std::uint8_t suiteType);
+
+    // 1 (802.1X) sets allowKeyManagement8021X. 2 (PSK) clears it, and leaves allowKeyManagementPSK
+    // to its own setter: that asymmetry is what callers rely on.
+    void setAKM(std::uint8_t suiteType);
+
+    // How many pairwise, and how many AKM, flags are set.
+    std::size_t countUnicastCiphers() const;
+    std::size_t countAKMs() const;
+
+    // Appends oui() and the suite type.
+    void appendSuite_cipher(std::vector<std::uint8_t>& buffer, std::uint8_t suiteType) const;
+
+    // Rebuilds rawIE() from the flags. Without an OUI of the two above, a pairwise cipher or an
+    // AKM there is no element: rawIE() is absent and isValid() false.
+    void generateIE();
+
+    // Reserved; does nothing.
+    void generateMatchingConfig(const HalvaneBSSConfig& configuration);
+
+    // Lines of four-space-indented, padded labels.
+    std::string description() const;
+
+  private:
+    template <typename SuiteFound>
+    std::size_t parseSuites(std::size_t position, std::size_t length, SuiteFound found);
+    std::uint8_t groupCipherType() const;
+    void appendFlaggedSuites(std::vector<std::uint8_t>& element) const;
+    void appendCapabilities(std::vector<std::uint8_t>& element) const;
+    void appendPMKIDs(std::vector<std::uint8_t>& element) const;
+
+    std::optional<ByteBuffer> oui_;
+    std::optional<ByteBuffer> rawIE_;
+    bool isValid_ = false;
+#define HALVANE_RSN_FLAG(getter, setter) bool getter##_ = false;
+    HALVANE_RSN_FLAGS(HALVANE_RSN_FLAG)
+#undef HALVANE_RSN_FLAG
+    std::int64_t version_ = 1;
+    std::uint64_t replayCounterPTKSA_ = 0;
+    std::uint64_t replayCounterGTKSA_ = 0;
+    std::optional<std::vector<ByteBuffer>> pmkids_;
+};
+
+}  // namespace halvane
+
+#endif
