@@ -32,7 +32,8 @@ class HALVANE_EXPORT Number {
     Number(Real value) : value_(static_cast<double>(value)) {}
 
     // Booleans are property-list values of their own.
-    Number(bool) = delete;
+    template <std::same_as<bool> Boolean>
+    Number(Boolean) = delete;
 
     // How the value is held, not what it is: Number(1.0) is real, Number(1u) unsigned.
     bool isSigned() const { return std::holds_alternative<std::int64_t>(value_); }

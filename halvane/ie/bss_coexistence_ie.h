@@ -1,0 +1,17 @@
+// The 20/40 BSS Coexistence element (IEEE 802.11-2020, 9.4.2.59): a named placeholder. It holds no
+// fields and nothing builds it.
+#ifndef HALVANE_IE_BSS_COEXISTENCE_IE_H
+#define HALVANE_IE_BSS_COEXISTENCE_IE_H
+
+#include "halvane/base/export.h"
+
+namespace halvane {
+
+class HALVANE_EXPORT HalvaneBSSCoexistenceIE {
+  public:
+    HalvaneBSSCoexistenceIE() = default;
+};
+
+}  // namespace halvane
+
+#endif

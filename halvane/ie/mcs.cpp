@@ -1,0 +1,73 @@
+#include "halvane/ie/mcs.h"
+
+#include <mutex>
+
+#include "halvane/ie/mcs_tables_internal.h"
+
+namespace halvane {
+
+namespace {
+
+std::vector<Number> numbersOf(const mcs_tables::Table& table) {
+    return std::vector<Number>(table.begin(), table.end());
+}
+
+}  // namespace
+
+std::atomic<const HalvaneMCS*> gWiFiMCS = nullptr;
+
+HalvaneMCS::HalvaneMCS() {
+    setupLongGuardInterval20MHz();
+    setupShortGuardInterval20MHz();
+    setupLongGuardInterval40MHz();
+    setupShortGuardInterval40MHz();
+}
+
+const HalvaneMCS& HalvaneMCS::sharedSystem() {
+    static std::mutex creation;
+    if (const auto* shared = gWiFiMCS.load(std::memory_order_acquire)) return *shared;
+    const std::lock_guard lock(creation);
+    if (gWiFiMCS.load(std::memory_order_relaxed) == nullptr) {
+        gWiFiMCS.store(new HalvaneMCS, std::memory_order_release);
+    }
+    return *gWiFiMCS.load(std::memory_order_relaxed);
+}
+
+void HalvaneMCS::setupLongGuardInterval20MHz() {
+    longGuardInterval20MHz_ = numbersOf(mcs_tables::kLongGuardInterval20MHz);
+}
+
+void HalvaneMCS::setupShortGuardInterval20MHz() {
+    shortGuardInterval20MHz_ = numbersOf(mcs_tables::kShortGuardInterval20MHz);
+}
+
+void HalvaneMCS::setupLongGuardInterval40MHz() {
+    longGuardInterval40MHz_ = numbersOf(mcs_tables::kLongGuardInterval40MHz);
+}
+
+void HalvaneMCS::setupShortGuardInterval40MHz() {
+    shortGuardInterval40MHz_ = numbersOf(mcs_tables::kShortGuardInterval40MHz);
+}
+
+const std::vector<Number>* HalvaneMCS::tableFor(std::int64_t channelWidth, bool shortGI) const {
+    if (channelWidth == 20) return shortGI ? &shortGuardInterval20MHz_ : &longGuardInterval20MHz_;
+    if (channelWidth == 40) return shortGI ? &shortGuardInterval40MHz_ : &longGuardInterval40MHz_;
+    return nullptr;
+}
+
+Number HalvaneMCS::rateForMCSSet_withChannelWidth_shortGI(const std::vector<Number>& set,
+                                                          std::int64_t channelWidth,
+                                                          bool shortGI) const {
+    Number best = 0;
+    const auto* table = tableFor(channelWidth, shortGI);
+    if (table == nullptr) return best;
+    for (const Number& entry : set) {
+        const std::int64_t index = entry.int64();
+        if (index < 0 || static_cast<std::uint64_t>(index) >= table->size()) continue;
+        const Number& rate = (*table)[static_cast<std::size_t>(index)];
+        if (best < rate) best = rate;
+    }
+    return best;
+}
+
+}  // namespace halvane

@@ -1,0 +1,17 @@
+// The Overlapping BSS Scan Parameters element (IEEE 802.11-2020, 9.4.2.58): a named placeholder. It
+// holds no fields and nothing builds it.
+#ifndef HALVANE_IE_OVERLAPPING_BSS_IE_H
+#define HALVANE_IE_OVERLAPPING_BSS_IE_H
+
+#include "halvane/base/export.h"
+
+namespace halvane {
+
+class HALVANE_EXPORT HalvaneOverlappingBSSIE {
+  public:
+    HalvaneOverlappingBSSIE() = default;
+};
+
+}  // namespace halvane
+
+#endif
