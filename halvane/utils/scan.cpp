@@ -1,0 +1,357 @@
+#include "halvane/utils/scan.h"
+
+#include <algorithm>
+#include <array>
+#include <bitset>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+constexpr std::uint8_t kNoDigit = 0xFF;
+
+// The value of every character as a digit, of bases up to 16.
+constexpr auto kDigitValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(kNoDigit);
+    for (std::uint8_t i = 0; i < 10; ++i) values[std::size_t{'0'} + i] = i;
+    for (std::uint8_t i = 0; i < 6; ++i) {
+        values[std::size_t{'a'} + i] = static_cast<std::uint8_t>(10 + i);
+        values[std::size_t{'A'} + i] = static_cast<std::uint8_t>(10 + i);
+    }
+    return values;
+}();
+
+constexpr unsigned digitValue(char character) {
+    return kDigitValues[static_cast<unsigned char>(character)];
+}
+
+constexpr bool isSpace(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+enum class Size { Default, Bits8, Bits16, Bits64 };
+
+struct Directive {
+    bool isSuppressed = false;
+    bool isInPlace = false;
+    bool allowsEmpty = false;
+    bool hasWidth = false;
+    std::size_t width = INT_MAX;
+    Size size = Size::Default;
+};
+
+template <typename Integer>
+void storeAs(void* destination, std::uint64_t value) {
+    // The caller's object may be of either signedness, and "64 bits" is more than one type.
+    const auto cut = static_cast<Integer>(value);
+    std::memcpy(destination, &cut, sizeof cut);
+}
+
+void store(void* destination, std::uint64_t value, Size size) {
+    switch (size) {
+        case Size::Default:
+            return storeAs<std::uint32_t>(destination, value);
+        case Size::Bits8:
+            return storeAs<std::uint8_t>(destination, value);
+        case Size::Bits16:
+            return storeAs<std::uint16_t>(destination, value);
+        case Size::Bits64:
+            return storeAs<std::uint64_t>(destination, value);
+    }
+}
+
+// One call of VSNScanF. What answers bool answers whether scanning goes on.
+class Scanner {
+  public:
+    Scanner(std::string_view input, const char* format, va_list arguments)
+        : begin_(input.data()), at_(begin_), end_(begin_ + input.size()), format_(format) {
+        va_copy(arguments_, arguments);
+    }
+    ~Scanner() { va_end(arguments_); }
+    Scanner(const Scanner&) = delete;
+    Scanner& operator=(const Scanner&) = delete;
+
+    int scan() {
+        while (*format_ != '\0' && element()) {
+        }
+        return assigned_;
+    }
+
+  private:
+    bool element() {
+        if (isSpace(*format_)) {
+            while (isSpace(*format_)) ++format_;
+            skipSpace();
+            return true;
+        }
+        if (*format_ != '%') return literal(*format_++);
+        ++format_;
+        Directive directive;
+        readFlags(directive);
+        if (!readWidth(directive)) return false;
+        readSize(directive);
+        return convert(directive);
+    }
+
+    void readFlags(Directive& directive) {
+        for (;; ++format_) {
+            if (*format_ == '*') {
+                directive.isSuppressed = true;
+            } else if (*format_ == '&') {
+                directive.isInPlace = true;
+            } else if (*format_ == '#') {
+                directive.allowsEmpty = true;
+            } else {
+                return;
+            }
+        }
+    }
+
+    bool readWidth(Directive& directive) {
+        if (*format_ == '.') {
+            ++format_;
+            const int width = va_arg(arguments_, int);
+            if (width < 0) return false;
+            directive.hasWidth = true;
+            directive.width = static_cast<std::size_t>(width);
+        } else if (digitValue(*format_) < 10) {
+            directive.hasWidth = true;
+            directive.width = 0;
+            for (; digitValue(*format_) < 10; ++format_) {
+                const std::size_t width = directive.width * 10 + digitValue(*format_);
+                directive.width = std::min<std::size_t>(width, INT_MAX);
+            }
+        }
+        return true;
+    }
+
+    void readSize(Directive& directive) {
+        switch (*format_) {
+            case 'h':
+                ++format_;
+                directive.size = *format_ == 'h' ? Size::Bits8 : Size::Bits16;
+                if (*format_ == 'h') ++format_;
+                return;
+            case 'l':
+                ++format_;
+                directive.size = Size::Bits64;
+                if (*format_ == 'l') ++format_;
+                return;
+            case 'j':
+            case 't':
+            case 'z':
+                ++format_;
+                directive.size = Size::Bits64;
+                return;
+            default:
+                return;
+        }
+    }
+
+    bool convert(Directive& directive) {
+        // Not past the terminator, which is no conversion.
+        const char conversion = *format_ == '\0' ? '\0' : *format_++;
+        switch (conversion) {
+            case 'd':
+            case 'u':
+                return integer<10>(directive);
+            case 'o':
+                return integer<8>(directive);
+            case 'x':
+            case 'X':
+                return integer<16>(directive);
+            case 'p':
+                directive.size = Size::Bits64;
+                return integer<16>(directive);
+            case 'b':
+                return integer<2>(directive);
+            case 'i':
+                return integer<kDetectBase>(directive);
+            case 'c':
+                return characters(directive);
+            case 's':
+                return word(directive);
+            case '[':
+                return charactersOfSet(directive);
+            case 'n':
+                return consumedCount(directive);
+            case '%':
+                return literal('%');
+            default:
+                return false;
+        }
+    }
+
+    static constexpr unsigned kDetectBase = 0;
+
+    std::size_t remaining() const { return static_cast<std::size_t>(end_ - at_); }
+
+    // Where a field that begins here has to end.
+    const char* fieldLimit(const Directive& directive) const {
+        return at_ + std::min(directive.width, remaining());
+    }
+
+    void skipSpace() {
+        while (at_ != end_ && isSpace(*at_)) ++at_;
+    }
+
+    bool literal(char character) {
+        if (at_ == end_ || *at_ != character) return false;
+        ++at_;
+        return true;
+    }
+
+    static bool hasPrefix(const char* at, const char* limit, char letter, unsigned base) {
+        return limit - at > 2 && at[0] == '0' && (at[1] | 0x20) == letter &&
+               digitValue(at[2]) < base;
+    }
+
+    // Skips the prefix of the base, and tells the base where the prefix decides it.
+    template <unsigned kBase>
+    static unsigned readBase(const char*& at, const char* limit) {
+        if constexpr (kBase == 16 || kBase == kDetectBase) {
+            if (hasPrefix(at, limit, 'x', 16)) {
+                at += 2;
+                return 16;
+            }
+        }
+        if constexpr (kBase == 2 || kBase == kDetectBase) {
+            if (hasPrefix(at, limit, 'b', 2)) {
+                at += 2;
+                return 2;
+            }
+        }
+        if constexpr (kBase == kDetectBase) {
+            return limit - at > 1 && at[0] == '0' && digitValue(at[1]) < 8 ? 8 : 10;
+        }
+        return kBase;
+    }
+
+    template <unsigned kBase>
+    bool integer(const Directive& directive) {
+        skipSpace();
+        const char* at = at_;
+        const char* const limit = fieldLimit(directive);
+        const bool isNegative = limit - at >= 2 && *at == '-';
+        if (isNegative || (limit - at >= 2 && *at == '+')) ++at;
+        const unsigned base = readBase<kBase>(at, limit);
+
+        const char* const digits = at;
+        std::uint64_t value = 0;
+        for (; at != limit && digitValue(*at) < base; ++at) value = value * base + digitValue(*at);
+        if (at == digits) return false;
+        at_ = at;
+        return assign(isNegative ? 0 - value : value, directive);
+    }
+
+    bool assign(std::uint64_t value, const Directive& directive) {
+        if (directive.isSuppressed) return true;
+        void* const destination = va_arg(arguments_, void*);
+        if (destination == nullptr) return false;
+        store(destination, value, directive.size);
+        ++assigned_;
+        return true;
+    }
+
+    bool characters(const Directive& directive) {
+        const std::size_t unbounded = directive.isInPlace ? remaining() : 1;
+        std::size_t count = directive.hasWidth ? directive.width : unbounded;
+        if (directive.isInPlace) count = std::min(count, remaining());
+        if (count > remaining()) return false;
+        return assignText(at_ + count, directive, Ending::Bare);
+    }
+
+    bool word(const Directive& directive) {
+        skipSpace();
+        const char* const limit = fieldLimit(directive);
+        return assignText(std::find_if(at_, limit, isSpace), directive, Ending::Terminated);
+    }
+
+    bool charactersOfSet(const Directive& directive) {
+        if (directive.size != Size::Default) return false;
+        const bool isInverted = *format_ == '^';
+        if (isInverted) ++format_;
+        const char* const set = format_;
+        if (*set == '\0') return false;
+        const char* const setEnd = std::strchr(set + 1, ']');
+        if (setEnd == nullptr) return false;
+        format_ = setEnd + 1;
+
+        std::bitset<UCHAR_MAX + 1> wanted;
+        for (const char* at = set; at != setEnd; ++at) wanted.set(static_cast<unsigned char>(*at));
+        if (isInverted) wanted.flip();
+        const auto isOutside = [&wanted](char character) {
+            return !wanted[static_cast<unsigned char>(character)];
+        };
+        return assignText(std::find_if(at_, fieldLimit(directive), isOutside), directive,
+                          Ending::Terminated);
+    }
+
+    enum class Ending { Bare, Terminated };
+
+    // Consumes the text up to `fieldEnd`, and hands it over.
+    bool assignText(const char* fieldEnd, const Directive& directive, Ending ending) {
+        const char* const text = at_;
+        const auto size = static_cast<std::size_t>(fieldEnd - text);
+        if (size == 0 && !directive.allowsEmpty) return false;
+        at_ = fieldEnd;
+        if (directive.isSuppressed) return true;
+        if (!(directive.isInPlace ? pointAt(text, size) : copy(text, size, ending))) return false;
+        ++assigned_;
+        return true;
+    }
+
+    bool pointAt(const char* text, std::size_t size) {
+        if (auto** const pointer = va_arg(arguments_, const char**)) *pointer = text;
+        if (auto* const length = va_arg(arguments_, std::size_t*)) *length = size;
+        return true;
+    }
+
+    bool copy(const char* text, std::size_t size, Ending ending) {
+        char* const destination = va_arg(arguments_, char*);
+        if (destination == nullptr) return false;
+        std::copy_n(text, size, destination);
+        if (ending == Ending::Terminated) destination[size] = '\0';
+        return true;
+    }
+
+    bool consumedCount(const Directive& directive) {
+        if (directive.isSuppressed || directive.hasWidth || directive.size != Size::Default) {
+            return false;
+        }
+        void* const destination = va_arg(arguments_, void*);
+        if (destination == nullptr) return false;
+        store(destination, static_cast<std::uint64_t>(at_ - begin_), Size::Default);
+        return true;
+    }
+
+    const char* begin_;
+    const char* at_;
+    const char* end_;
+    const char* format_;
+    va_list arguments_;
+    int assigned_ = 0;
+};
+
+std::string_view inputOf(const char* text, std::size_t length) {
+    if (text == nullptr) return {};
+    return {text, length == SIZE_MAX ? std::strlen(text) : strnlen(text, length)};
+}
+
+}  // namespace
+
+int VSNScanF(const char* text, size_t length, const char* format, va_list arguments) {
+    if (format == nullptr) return 0;
+    return Scanner(inputOf(text, length), format, arguments).scan();
+}
+
+int SNScanF(const char* text, size_t length, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int assigned = VSNScanF(text, length, format, arguments);
+    va_end(arguments);
+    return assigned;
+}
