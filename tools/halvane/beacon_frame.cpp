@@ -1,0 +1,59 @@
+#include "tools/halvane/beacon_frame.h"
+
+#include <utility>
+
+#include "halvane/base/byte_cursor.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// IEEE 802.11-2020 9.2.4.1, Frame Control: protocol version (bits 0-1), type (2-3) and subtype
+// (4-7) in its first octet, flags in its second.
+constexpr std::uint8_t kBeacon = 0x80;         // version 0, management, subtype 8
+constexpr std::uint8_t kProbeResponse = 0x50;  // version 0, management, subtype 5
+constexpr std::uint8_t kMoreFragments = 0x04;
+constexpr std::uint8_t kProtected = 0x40;
+constexpr std::uint8_t kHasHTControl = 0x80;  // +HTC/Order, in a management frame
+
+constexpr std::size_t kAddressSize = 6;
+constexpr std::size_t kTimestampSize = 8;
+constexpr std::size_t kHTControlSize = 4;
+constexpr std::uint16_t kFragmentNumber = 0x000F;  // of the Sequence Control field, 9.2.4.4
+
+// What stands after Frame Control: 9.3.3.1 (the management header), then 9.3.3.2 and 9.3.3.10.
+std::variant<BeaconFrame, SkipReason> readRest(ByteCursor& cursor, BeaconSubtype subtype,
+                                               std::uint8_t flags) {
+    if (flags & kMoreFragments) return SkipReason::Fragment;
+    if (!cursor.skip(2 + 2 * kAddressSize)) return SkipReason::Short;  // duration, addresses 1, 2
+    auto bssid = cursor.takeBuffer(kAddressSize);
+    const auto sequenceControl = cursor.u16le();
+    if (!sequenceControl) return SkipReason::Short;
+    if (*sequenceControl & kFragmentNumber) return SkipReason::Fragment;
+    if (flags & kProtected) return SkipReason::Encrypted;
+    if ((flags & kHasHTControl) && !cursor.skip(kHTControlSize)) return SkipReason::Short;
+
+    if (!cursor.skip(kTimestampSize)) return SkipReason::Short;
+    const auto interval = cursor.u16le();
+    const auto capabilities = cursor.u16le();
+    if (!capabilities) return SkipReason::Short;
+    return BeaconFrame{.subtype = subtype,
+                       .bssid = std::move(*bssid),
+                       .beaconInterval = *interval,
+                       .capabilities = *capabilities,
+                       .elements = cursor.rest()};
+}
+
+}  // namespace
+
+std::variant<BeaconFrame, SkipReason> parseBeaconFrame(std::span<const std::uint8_t> frame) {
+    ByteCursor cursor(frame);
+    const auto kind = cursor.u8();
+    const auto flags = cursor.u8();
+    if (!flags) return SkipReason::Short;
+    if (*kind == kBeacon) return readRest(cursor, BeaconSubtype::Beacon, *flags);
+    if (*kind == kProbeResponse) return readRest(cursor, BeaconSubtype::ProbeResponse, *flags);
+    return SkipReason::OtherFrame;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,148 @@
+// The Prism header, in the byte order of the capturing host, and the AVS header that came after
+// it, always big-endian.
+#include <array>
+
+#include "tools/halvane/radio_header_internal.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// The message codes of a received frame; the second is that of later drivers. The low byte of each
+// item's identifier repeats it.
+constexpr std::uint32_t kMessageCode = 0x0044;
+constexpr std::uint32_t kLaterMessageCode = 0x0041;
+
+constexpr std::size_t kDeviceNameSize = 16;
+constexpr std::size_t kValueSize = 4;
+constexpr std::uint16_t kStatusSupplied = 0;
+constexpr int kLastChannelNumber = 255;
+
+// A cursor over fields of the order that the header is in.
+struct HostOrderCursor {
+    ByteCursor cursor;
+    bool isBigEndian;
+
+    std::optional<std::uint16_t> u16() { return isBigEndian ? cursor.u16be() : cursor.u16le(); }
+    std::optional<std::uint32_t> u32() { return isBigEndian ? cursor.u32be() : cursor.u32le(); }
+};
+
+void storeChannel(std::int32_t value, std::optional<int>& slot) {
+    if (value > 0 && value <= kLastChannelNumber) setIfAbsent(slot, value);
+}
+
+// The unit is not stated, and many drivers give a count of their own, from 0 up. Only a negative
+// level can be in dBm.
+void storeLevel(std::int32_t value, std::optional<int>& slot) {
+    if (value < 0 && value >= INT8_MIN) setIfAbsent(slot, value);
+}
+
+struct Item {
+    std::uint32_t identifier;
+    std::optional<int> RadioInfo::*slot;
+    void (*store)(std::int32_t value, std::optional<int>& slot);
+};
+
+// RSSI (0x00040044) is left aside: it has no unit.
+constexpr std::array<Item, 6> kItems = {{
+    {0x00030044, &RadioInfo::channel, storeChannel},
+    {0x00003041, &RadioInfo::channel, storeChannel},
+    {0x00060044, &RadioInfo::signalDBm, storeLevel},
+    {0x00006041, &RadioInfo::signalDBm, storeLevel},
+    {0x00070044, &RadioInfo::noiseDBm, storeLevel},
+    {0x00007041, &RadioInfo::noiseDBm, storeLevel},
+}};
+
+void storeItem(std::uint32_t identifier, std::uint32_t value, RadioInfo& info) {
+    for (const Item& item : kItems) {
+        if (item.identifier == identifier) {
+            item.store(static_cast<std::int32_t>(value), info.*item.slot);
+        }
+    }
+}
+
+// Reads one item of 12 bytes: identifier, status, length of the value, value.
+bool readItem(HostOrderCursor& header, RadioInfo& info) {
+    const auto identifier = header.u32();
+    const auto status = header.u16();
+    const auto length = header.u16();
+    const auto value = header.u32();
+    if (!value) return false;
+    if (status == kStatusSupplied && length == kValueSize) storeItem(*identifier, *value, info);
+    return true;
+}
+
+bool isMessageCode(std::optional<std::uint32_t> code) {
+    return code == kMessageCode || code == kLaterMessageCode;
+}
+
+// Where the packet starts with a message code, in which order it stands; else absent.
+std::optional<bool> isBigEndianMessage(ByteCursor packet) {
+    ByteCursor other = packet;
+    if (isMessageCode(packet.u32le())) return false;
+    if (isMessageCode(other.u32be())) return true;
+    return std::nullopt;
+}
+
+bool startsWithAVSMagic(ByteCursor packet) {
+    const auto magic = packet.u32be();
+    return magic && (*magic & kAVSMagicMask) == kAVSMagic;
+}
+
+// The AVS channel field is a number, or a frequency in MHz, or one in kHz; the drivers differ.
+void storeAVSChannel(std::uint32_t value, RadioInfo& info) {
+    constexpr std::uint32_t kFirstKHz = 10000;
+    if (value == 0) return;
+    if (value <= kLastChannelNumber) {
+        info.channel = static_cast<int>(value);
+    } else {
+        info.frequencyMHz = static_cast<int>(value < kFirstKHz ? value : value / 1000);
+    }
+}
+
+}  // namespace
+
+std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet) {
+    if (startsWithAVSMagic(ByteCursor(packet))) return parseAVSHeader(packet);
+
+    const auto isBigEndian = isBigEndianMessage(ByteCursor(packet));
+    if (!isBigEndian) return std::nullopt;
+    HostOrderCursor start{ByteCursor(packet), *isBigEndian};
+    start.cursor.skip(4);  // the message code
+    const auto length = start.u32();
+    if (!length) return std::nullopt;
+
+    auto split = splitPacket(packet, *length);
+    if (!split || !split->header.skip(2 * 4 + kDeviceNameSize)) return std::nullopt;
+    RadioInfo info{.frame = split->frame};
+    HostOrderCursor items{split->header, *isBigEndian};
+    while (readItem(items, info)) continue;
+    return info;
+}
+
+std::optional<RadioInfo> parseAVSHeader(std::span<const std::uint8_t> packet) {
+    constexpr std::size_t kSmallestLength = 64;
+    constexpr std::uint32_t kSignalInDBm = 2;  // 1: normalised, 3: raw counts
+    ByteCursor start(packet);
+    if (!startsWithAVSMagic(start) || !start.skip(4)) return std::nullopt;
+    const auto length = start.u32be();
+    if (!length || *length < kSmallestLength) return std::nullopt;
+    auto split = splitPacket(packet, *length);
+    if (!split) return std::nullopt;
+
+    RadioInfo info{.frame = split->frame};
+    ByteCursor& header = split->header;
+    header.skip(28);  // magic, length, MAC time, host time, PHY type
+    storeAVSChannel(header.u32be().value_or(0), info);
+    header.skip(12);  // data rate, antenna, priority
+    const auto signalType = header.u32be();
+    const auto signal = header.u32be();
+    const auto noise = header.u32be();
+    if (signalType != kSignalInDBm) return info;
+    info.signalDBm = static_cast<std::int32_t>(signal.value_or(0));
+    const auto noiseLevel = static_cast<std::int32_t>(noise.value_or(0));
+    if (noiseLevel != 0) info.noiseDBm = noiseLevel;  // 0: the card does not measure it
+    return info;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,49 @@
+// The parsers behind parseRadioHeader, one for each kind of header.
+#ifndef TOOLS_HALVANE_RADIO_HEADER_INTERNAL_H
+#define TOOLS_HALVANE_RADIO_HEADER_INTERNAL_H
+
+#include <optional>
+
+#include "halvane/base/byte_cursor.h"
+
+#include "tools/halvane/radio_header.h"
+
+namespace halvane::tool {
+
+std::optional<RadioInfo> parseRadiotapHeader(std::span<const std::uint8_t> packet);
+std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet);
+std::optional<RadioInfo> parseAVSHeader(std::span<const std::uint8_t> packet);
+std::optional<RadioInfo> parsePPIHeader(std::span<const std::uint8_t> packet);
+
+// The AVS magic with its version digit cleared; versions 1 and 2 exist.
+inline constexpr std::uint32_t kAVSMagic = 0x80211000;
+inline constexpr std::uint32_t kAVSMagicMask = 0xFFFFF000;
+
+// The header of a stated length, cut off the front of a packet.
+struct SplitPacket {
+    ByteCursor header;
+    std::span<const std::uint8_t> frame;
+};
+
+// Absent where the packet is shorter than that.
+inline std::optional<SplitPacket> splitPacket(std::span<const std::uint8_t> packet,
+                                              std::size_t headerLength) {
+    ByteCursor cursor(packet);
+    const auto header = cursor.take(headerLength);
+    if (!header) return std::nullopt;
+    return SplitPacket{ByteCursor(*header), cursor.rest()};
+}
+
+// Skips to the next multiple of `alignment` bytes from the cursor's first byte.
+inline bool skipToAlignment(ByteCursor& cursor, std::size_t alignment) {
+    return cursor.skip((alignment - cursor.position() % alignment) % alignment);
+}
+
+// The first value that a header gives stays.
+inline void setIfAbsent(std::optional<int>& slot, int value) {
+    if (!slot) slot = value;
+}
+
+}  // namespace halvane::tool
+
+#endif

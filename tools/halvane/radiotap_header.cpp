@@ -1,0 +1,179 @@
+// The radiotap header (https://www.radiotap.org): a chain of presence words, then the fields whose
+// bits are set, each aligned from the header's first byte. Everything is little-endian.
+#include <array>
+#include <bit>
+
+#include "tools/halvane/radio_header_internal.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// Presence bits with a meaning of their own. Bit 28 (TLV fields follow) has no row in the table
+// below: it ends the walk, as every bit of an unknown size does.
+constexpr std::uint32_t kRadiotapNamespace = 1u << 29;  // the next word starts again at bit 0
+constexpr std::uint32_t kVendorNamespace = 1u << 30;    // the next word is a vendor's
+constexpr std::uint32_t kMoreWords = 1u << 31;
+constexpr std::uint32_t kFieldBits = kRadiotapNamespace - 1;
+constexpr unsigned kBitsPerWord = 32;
+
+// Flags (field 1) and RX flags (field 14).
+constexpr std::uint8_t kFCSAtEnd = 0x10;
+constexpr std::uint8_t kBadFCS = 0x40;
+constexpr std::uint16_t kBadPLCP = 0x0002;
+
+void readFlags(ByteCursor field, RadioInfo& info) {
+    const std::uint8_t flags = field.u8().value_or(0);
+    if (flags & kFCSAtEnd) info.hasFCS = true;
+    if (flags & kBadFCS) info.isBadFCS = true;
+}
+
+void readChannel(ByteCursor field, RadioInfo& info) {
+    const int frequency = field.u16le().value_or(0);
+    if (frequency > 0) setIfAbsent(info.frequencyMHz, frequency);
+}
+
+void readSignal(ByteCursor field, RadioInfo& info) {
+    setIfAbsent(info.signalDBm, static_cast<std::int8_t>(field.u8().value_or(0)));
+}
+
+void readNoise(ByteCursor field, RadioInfo& info) {
+    setIfAbsent(info.noiseDBm, static_cast<std::int8_t>(field.u8().value_or(0)));
+}
+
+void readRxFlags(ByteCursor field, RadioInfo& info) {
+    if (field.u16le().value_or(0) & kBadPLCP) info.isBadFCS = true;
+}
+
+void readXChannel(ByteCursor field, RadioInfo& info) {
+    field.skip(4);  // channel flags
+    readChannel(field, info);
+    field.skip(2);
+    const int channel = field.u8().value_or(0);
+    if (channel > 0) setIfAbsent(info.channel, channel);
+}
+
+struct Field {
+    std::uint8_t alignment;
+    std::uint8_t size;
+    void (*read)(ByteCursor field, RadioInfo& info) = nullptr;  // absent: only skipped
+};
+
+// The fields by presence bit (https://www.radiotap.org/fields/defined).
+constexpr std::array<Field, 28> kFields = {{
+    {8, 8},                // 0: TSFT
+    {1, 1, readFlags},     // 1: flags
+    {1, 1},                // 2: rate
+    {2, 4, readChannel},   // 3: channel: frequency, flags
+    {2, 2},                // 4: FHSS
+    {1, 1, readSignal},    // 5: antenna signal, dBm
+    {1, 1, readNoise},     // 6: antenna noise, dBm
+    {2, 2},                // 7: lock quality
+    {2, 2},                // 8: TX attenuation
+    {2, 2},                // 9: TX attenuation, dB
+    {1, 1},                // 10: TX power, dBm
+    {1, 1},                // 11: antenna
+    {1, 1},                // 12: antenna signal, dB over an unstated reference
+    {1, 1},                // 13: antenna noise, dB over an unstated reference
+    {2, 2, readRxFlags},   // 14: RX flags
+    {2, 2},                // 15: TX flags
+    {1, 1},                // 16: RTS retries
+    {1, 1},                // 17: data retries
+    {4, 8, readXChannel},  // 18: XChannel: flags, frequency, number, maximum power
+    {1, 3},                // 19: MCS
+    {4, 8},                // 20: A-MPDU status
+    {2, 12},               // 21: VHT
+    {8, 12},               // 22: timestamp
+    {2, 12},               // 23: HE
+    {2, 12},               // 24: HE-MU
+    {2, 6},                // 25: HE-MU-other-user
+    {1, 1},                // 26: 0-length PSDU
+    {2, 4},                // 27: L-SIG
+}};
+
+enum class Outcome { Done, UnknownField, Malformed };
+
+Outcome readField(unsigned bit, ByteCursor& data, RadioInfo& info) {
+    if (bit >= kFields.size()) return Outcome::UnknownField;
+    const Field& field = kFields[bit];
+    if (!skipToAlignment(data, field.alignment)) return Outcome::Malformed;
+    const auto bytes = data.take(field.size);
+    if (!bytes) return Outcome::Malformed;
+    if (field.read) field.read(ByteCursor(*bytes), info);
+    return Outcome::Done;
+}
+
+// The fields of one presence word, whose lowest bit is number `firstBit` of its namespace.
+Outcome readFields(std::uint32_t word, unsigned firstBit, ByteCursor& data, RadioInfo& info) {
+    for (std::uint32_t left = word & kFieldBits; left != 0; left &= left - 1) {
+        const auto bit = firstBit + static_cast<unsigned>(std::countr_zero(left));
+        const Outcome outcome = readField(bit, data, info);
+        if (outcome != Outcome::Done) return outcome;
+    }
+    return Outcome::Done;
+}
+
+// A vendor namespace stands as OUI (3), sub-namespace (1), length (2) and that many bytes, which
+// hold all that the vendor's own presence words announce.
+bool skipVendorData(ByteCursor& data) {
+    if (!skipToAlignment(data, 2) || !data.skip(4)) return false;
+    const auto length = data.u16le();
+    return length && data.skip(*length);
+}
+
+bool skipPresenceWords(ByteCursor& cursor) {
+    for (;;) {
+        const auto word = cursor.u32le();
+        if (!word) return false;
+        if (!(*word & kMoreWords)) return true;
+    }
+}
+
+// Reads the fields at `data` that the words at `words` announce. UnknownField: where the rest of
+// the fields stand cannot be known; those before it have been read.
+Outcome walk(ByteCursor words, ByteCursor data, RadioInfo& info) {
+    bool isVendor = false;
+    unsigned firstBit = 0;
+    while (const auto word = words.u32le()) {
+        if (!isVendor) {
+            const Outcome outcome = readFields(*word, firstBit, data, info);
+            if (outcome != Outcome::Done) return outcome;
+        }
+        firstBit += kBitsPerWord;
+        if (*word & kRadiotapNamespace) {
+            isVendor = false;
+            firstBit = 0;
+        }
+        if (*word & kVendorNamespace) {
+            isVendor = true;
+            if (!skipVendorData(data)) return Outcome::Malformed;
+        }
+        if (!(*word & kMoreWords)) break;
+    }
+    return Outcome::Done;
+}
+
+// Version (0), pad, length of the whole header.
+std::optional<std::size_t> headerLength(std::span<const std::uint8_t> packet) {
+    ByteCursor cursor(packet);
+    const auto version = cursor.u8();
+    if (version != 0 || !cursor.skip(1)) return std::nullopt;
+    return cursor.u16le();
+}
+
+}  // namespace
+
+std::optional<RadioInfo> parseRadiotapHeader(std::span<const std::uint8_t> packet) {
+    const auto length = headerLength(packet);
+    if (!length) return std::nullopt;
+    auto split = splitPacket(packet, *length);
+    if (!split || !split->header.skip(4)) return std::nullopt;
+
+    const ByteCursor words = split->header;
+    if (!skipPresenceWords(split->header)) return std::nullopt;
+    RadioInfo info{.frame = split->frame};
+    if (walk(words, split->header, info) == Outcome::Malformed) return std::nullopt;
+    return info;
+}
+
+}  // namespace halvane::tool
