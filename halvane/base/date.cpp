@@ -26,11 +26,13 @@ Date Date::fromUnixTime(std::int64_t value) {
 }
 
 std::optional<Date> Date::fromFields(const Fields& fields) {
-    const year_month_day day(std::chrono::year(fields.year), std::chrono::month(fields.month),
-                             std::chrono::day(fields.day));
     const bool isYearCarried = fields.year >= 1 && fields.year <= 9999;
     const bool isTimeOfDay = fields.hour < 24 && fields.minute < 60 && fields.second < 60;
-    if (!isYearCarried || !day.ok() || !isTimeOfDay) return std::nullopt;
+    // The calendar types hold a month and a day in a byte: 257 would come out as 1.
+    if (!isYearCarried || fields.month > 12 || fields.day > 31 || !isTimeOfDay) return std::nullopt;
+    const year_month_day day(std::chrono::year(fields.year), std::chrono::month(fields.month),
+                             std::chrono::day(fields.day));
+    if (!day.ok()) return std::nullopt;
     const sys_seconds instant = sys_days(day) + std::chrono::hours(fields.hour) +
                                 std::chrono::minutes(fields.minute) + seconds(fields.second);
     return fromUnixTime(instant.time_since_epoch().count());

@@ -56,8 +56,10 @@ void PropertyListDictionary::set(std::string key, PropertyListValue value) {
 bool PropertyListDictionary::erase(std::string_view key) {
     const auto index = indexOf(key);
     if (index == entries_.size()) return false;
+    if (const auto found = index_.find(key); found != index_.end()) index_.erase(found);
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
-    rebuildIndex();
+    if (entries_.size() <= kScanLimit) index_.clear();
+    for (auto& [indexedKey, position] : index_) position -= position > index ? 1 : 0;
     return true;
 }
 

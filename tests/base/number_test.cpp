@@ -1,9 +1,13 @@
 #include "halvane/base/number.h"
 
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
+#include <vector>
 
 using halvane::Number;
 
@@ -95,6 +99,70 @@ TEST(Number, IsUnorderedWhenNotANumber) {
         EXPECT_FALSE(nan == other);
         EXPECT_FALSE(nan < other);
         EXPECT_FALSE(other < nan);
+    }
+}
+
+// Doubles of any bit pattern, and the ones around each power of two.
+std::vector<double> hostileReals() {
+    std::vector<double> values = {0.0, -0.0};
+    std::mt19937_64 random(20261121);
+    for (int i = 0; i < 2000; ++i) values.push_back(std::bit_cast<double>(random()));
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (int exponent = -2; exponent <= 66; ++exponent) {
+        const double power = std::ldexp(1.0, exponent);
+        for (const double value :
+             {power, std::nextafter(power, 0), std::nextafter(power, infinity)}) {
+            values.push_back(value);
+            values.push_back(-value);
+        }
+    }
+    return values;
+}
+
+template <typename Integer>
+Integer nearestWhole(double value) {
+    if (std::isnan(value)) return 0;
+    const long double whole = std::trunc(static_cast<long double>(value));
+    if (whole >= static_cast<long double>(std::numeric_limits<Integer>::max())) {
+        return std::numeric_limits<Integer>::max();
+    }
+    if (whole <= static_cast<long double>(std::numeric_limits<Integer>::min())) {
+        return std::numeric_limits<Integer>::min();
+    }
+    return static_cast<Integer>(whole);
+}
+
+TEST(Number, ConvertsAnyRealToItsNearestWholeNumber) {
+    for (const double value : hostileReals()) {
+        EXPECT_EQ(Number(value).int64(), nearestWhole<std::int64_t>(value)) << value;
+        EXPECT_EQ(Number(value).uint64(), nearestWhole<std::uint64_t>(value)) << value;
+    }
+}
+
+// Where a long double holds every 64-bit integer, it can judge the comparison.
+TEST(Number, ComparesAnyRealExactlyWithIntegers) {
+    if (std::numeric_limits<long double>::digits < 64) GTEST_SKIP() << "no wider real here";
+    std::vector<std::uint64_t> integers = {0, 1, 2, 1ull << 63, (1ull << 63) - 1, kMaxUInt64};
+    for (int bit = 50; bit < 64; ++bit) {
+        integers.push_back((1ull << bit) - 1);
+        integers.push_back((1ull << bit) + 1);
+    }
+    for (const double value : hostileReals()) {
+        const auto exact = static_cast<long double>(value);
+        for (const std::uint64_t integer : integers) {
+            const auto negative = static_cast<std::int64_t>(integer);
+            EXPECT_EQ(Number(value) <=> Number(integer),
+                      exact <=> static_cast<long double>(integer));
+            EXPECT_EQ(Number(negative) <=> Number(value),
+                      static_cast<long double>(negative) <=> exact);
+        }
+    }
+}
+
+TEST(Number, PrintsAnyRealSoThatItReadsBack) {
+    for (const double value : hostileReals()) {
+        if (std::isnan(value)) continue;
+        EXPECT_EQ(std::strtod(Number(value).description().c_str(), nullptr), value);
     }
 }
 
