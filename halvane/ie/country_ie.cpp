@@ -1,0 +1,72 @@
+#include "halvane/ie/country_ie.h"
+
+#include "halvane/base/byte_cursor.h"
+#include "halvane/base/describe.h"
+#include "halvane/ie/fancy_formatting.h"
+#include "halvane/utils/string_printf_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr std::size_t kHeaderSize = 2;
+constexpr std::size_t kCountryCodeSize = 3;
+constexpr std::size_t kTupleSize = 3;
+constexpr std::uint8_t kFirstExtensionIdentifier = 201;
+
+template <typename Tuple>
+void appendTuple(std::optional<std::vector<Tuple>>& tuples, std::span<const std::uint8_t> bytes) {
+    if (!tuples) tuples.emplace();
+    tuples->push_back(Tuple::initWithTuple_withLength(bytes.data(), bytes.size()));
+}
+
+template <typename Tuple>
+void describeTuples(std::string& text, const char* label,
+                    const std::optional<std::vector<Tuple>>& tuples) {
+    if (!tuples) return;
+    for (const Tuple& tuple : *tuples) {
+        appendPrintF(text, "    %s : %s\n", label, tuple.description().c_str());
+    }
+}
+
+}  // namespace
+
+HalvaneCountryIE HalvaneCountryIE::initWithIE(const ByteBuffer& ie) {
+    HalvaneCountryIE object;
+    object.isValid_ = true;
+    object.rawIE_ = ie;
+    object.parseIE();
+    return object;
+}
+
+void HalvaneCountryIE::parseIE() {
+    countryCode_.reset();
+    channelTuples_.reset();
+    regulatoryTuples_.reset();
+    if (!rawIE_) return;
+
+    ByteCursor cursor(*rawIE_);
+    if (!cursor.skip(kHeaderSize)) return;
+    countryCode_ = cursor.takeBuffer(kCountryCodeSize);
+    if (!countryCode_) return;
+    while (const auto tuple = cursor.take(kTupleSize)) {
+        if (tuple->front() < kFirstExtensionIdentifier) {
+            appendTuple(channelTuples_, *tuple);
+        } else {
+            appendTuple(regulatoryTuples_, *tuple);
+        }
+    }
+}
+
+std::string HalvaneCountryIE::description() const {
+    std::string text;
+    appendPrintF(text, "    IE                       : %s\n",
+                 FancyFormatting::formattedHexData(rawIE_).c_str());
+    if (!isValid_) return text;
+    appendPrintF(text, "    Country Code             : %s\n", describe(countryCode_).c_str());
+    describeTuples(text, "Channel Tuple           ", channelTuples_);
+    describeTuples(text, "Regulatory Tuple        ", regulatoryTuples_);
+    return text;
+}
+
+}  // namespace halvane

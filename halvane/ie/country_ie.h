@@ -1,0 +1,69 @@
+// The Country element (ID 7): a country string, and triplets that tell where and how loudly a
+// station may transmit there.
+//
+// IEEE 802.11-2020, 9.4.2.8:
+//
+//     0     element ID 7
+//     1     length; not looked at: the buffer's own size counts
+//     2-4   country string: two letters and the environment octet
+//     5-    triplets of 3 octets; 1 or 2 octets at the end are padding
+//
+// A triplet whose first octet is at most 200 is a channel triplet, any other a regulatory one.
+// A value type, used by one thread at a time.
+#ifndef HALVANE_IE_COUNTRY_IE_H
+#define HALVANE_IE_COUNTRY_IE_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
+#include "halvane/ie/channel_tuple.h"
+#include "halvane/ie/regulatory_tuple.h"
+
+namespace halvane {
+
+class HALVANE_EXPORT HalvaneCountryIE {
+  public:
+    // An empty object: nothing present, not valid.
+    HalvaneCountryIE() = default;
+
+    // Decodes `ie`, the whole element with its header.
+    static HalvaneCountryIE initWithIE(const ByteBuffer& ie);
+
+    // The whole element.
+    const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
+
+    // True once built from an element, however short: a short one lacks the country string or the
+    // triplets, and is not invalid for that.
+    bool isValid() const { return isValid_; }
+
+    // 3 bytes, kept as bytes since nothing makes them text.
+    const std::optional<ByteBuffer>& countryCode() const { return countryCode_; }
+
+    // Each kind in element order; absent, and not empty, while the element has none of it.
+    const std::optional<std::vector<HalvaneChannelTuple>>& channelTuples() const {
+        return channelTuples_;
+    }
+    const std::optional<std::vector<HalvaneRegulatoryTuple>>& regulatoryTuples() const {
+        return regulatoryTuples_;
+    }
+
+    // Decodes rawIE() anew.
+    void parseIE();
+
+    // Lines of four-space-indented, padded labels.
+    std::string description() const;
+
+  private:
+    std::optional<ByteBuffer> rawIE_;
+    bool isValid_ = false;
+    std::optional<ByteBuffer> countryCode_;
+    std::optional<std::vector<HalvaneChannelTuple>> channelTuples_;
+    std::optional<std::vector<HalvaneRegulatoryTuple>> regulatoryTuples_;
+};
+
+}  // namespace halvane
+
+#endif

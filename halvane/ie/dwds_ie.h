@@ -1,0 +1,76 @@
+// The maker's dynamic WDS element: a base station's part in a wireless distribution system.
+//
+// A vendor-specific element (IEEE 802.11-2020, 9.4.2.25):
+//
+//     0      element ID 221
+//     1      length; not looked at: the buffer's own size counts
+//     2-4    kVendorOUI
+//     5      vendor type 1
+//     6-7    not read
+//     8      role
+//     9-12   flags, big-endian, unlike the fields of other elements
+//
+// A value type, used by one thread at a time.
+#ifndef HALVANE_IE_DWDS_IE_H
+#define HALVANE_IE_DWDS_IE_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
+
+namespace halvane {
+
+// X(property, bit, label): the flags, in the order of the description.
+#define HALVANE_DWDS_FLAGS(X)                                \
+    X(isAMPDUNotSupportedOverDWDS, 0, "AMPDU Not Supported") \
+    X(isAMPDUWorkaroundOverDWDS, 1, "AMPDU Workaround")      \
+    X(isAMPDUFullSupportOverDWDS, 2, "AMPDU Full Support")   \
+    X(isClosedNetworkOverDWDS, 3, "Closed Network")
+
+class HALVANE_EXPORT HalvaneDWDSIE {
+  public:
+    // An empty object: nothing present, not valid.
+    HalvaneDWDSIE() = default;
+
+    // Decodes `ie`, the whole element with its header.
+    static HalvaneDWDSIE initWithIE(const ByteBuffer& ie);
+
+    // The whole element.
+    const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
+
+    // True once built from an element, however short.
+    bool isValid() const { return isValid_; }
+
+    // The role's text; "Unknown" too for an element that ends before its role.
+    const std::optional<std::string>& DWDSRole() const { return role_; }
+
+    // All false for an element that ends before or within its flags.
+#define HALVANE_DWDS_FLAG(property, bit, label) \
+    bool property() const {                     \
+        return flags_ & 1u << (bit);            \
+    }
+    HALVANE_DWDS_FLAGS(HALVANE_DWDS_FLAG)
+#undef HALVANE_DWDS_FLAG
+
+    // Decodes rawIE() anew.
+    void parseIE();
+
+    // 0 "Inactive", 1 "Master", 2 "Relay", 3 "Remote", any other "Unknown".
+    static std::string stringValueForDWDSRole(std::uint8_t role);
+
+    // Lines of four-space-indented, padded labels.
+    std::string description() const;
+
+  private:
+    std::optional<ByteBuffer> rawIE_;
+    bool isValid_ = false;
+    std::optional<std::string> role_;
+    std::uint32_t flags_ = 0;
+};
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,48 @@
+#include "halvane/ie/tessic_p2p_ie.h"
+
+#include <vector>
+
+#include "halvane/base/vendor.h"
+#include "halvane/ie/fancy_formatting.h"
+#include "halvane/utils/string_printf_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr std::uint8_t kElementIDVendor = 221;
+constexpr std::uint8_t kVendorTypeP2P = 5;
+constexpr std::size_t kHeaderSize = 2;
+
+}  // namespace
+
+HalvaneTessicP2PIE HalvaneTessicP2PIE::initWithIE(const ByteBuffer& ie) {
+    HalvaneTessicP2PIE object;
+    object.isValid_ = true;
+    object.rawIE_ = ie;
+    object.parseIE();
+    return object;
+}
+
+void HalvaneTessicP2PIE::parseIE() {}
+
+void HalvaneTessicP2PIE::generateIE() {
+    rawIE_.reset();
+    isValid_ = false;
+
+    std::vector<std::uint8_t> element = {kElementIDVendor, 0};
+    element.insert(element.end(), kVendorOUI.begin(), kVendorOUI.end());
+    element.push_back(kVendorTypeP2P);
+    element[1] = static_cast<std::uint8_t>(element.size() - kHeaderSize);
+
+    signatureLength_ = element.size() - 1;
+    rawIE_ = ByteBuffer(element);
+    isValid_ = true;
+}
+
+std::string HalvaneTessicP2PIE::description() const {
+    return stringPrintF("    IE                  : %s\n",
+                        FancyFormatting::formattedHexData(rawIE_).c_str());
+}
+
+}  // namespace halvane

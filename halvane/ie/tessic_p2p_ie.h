@@ -1,0 +1,56 @@
+// The maker's peer-to-peer element, which is only generated, never decoded.
+//
+// A vendor-specific element (IEEE 802.11-2020, 9.4.2.25) without a body after its type:
+//
+//     0     element ID 221
+//     1     length 4
+//     2-4   kVendorOUI
+//     5     vendor type 5
+//
+// A value type, used by one thread at a time.
+#ifndef HALVANE_IE_TESSIC_P2P_IE_H
+#define HALVANE_IE_TESSIC_P2P_IE_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
+
+namespace halvane {
+
+class HALVANE_EXPORT HalvaneTessicP2PIE {
+  public:
+    // An empty object: no element, not valid.
+    HalvaneTessicP2PIE() = default;
+
+    // Keeps `ie`, the whole element with its header, as it is; the object is valid.
+    static HalvaneTessicP2PIE initWithIE(const ByteBuffer& ie);
+
+    // The whole element, as given or generated.
+    const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
+
+    bool isValid() const { return isValid_; }
+
+    // Bytes of the generated element less one: 5; 0 while none was generated.
+    std::uint64_t signatureLength() const { return signatureLength_; }
+
+    // There is nothing to decode; does nothing.
+    void parseIE();
+
+    // Replaces rawIE() by the element above; the object is valid then.
+    void generateIE();
+
+    // One four-space-indented line: the element's bytes.
+    std::string description() const;
+
+  private:
+    std::optional<ByteBuffer> rawIE_;
+    bool isValid_ = false;
+    std::uint64_t signatureLength_ = 0;
+};
+
+}  // namespace halvane
+
+#endif
