@@ -1,0 +1,105 @@
+#include "halvane/ie/wps_device_type.h"
+
+#include <algorithm>
+#include <array>
+
+#include "halvane/base/byte_cursor.h"
+#include "halvane/base/describe.h"
+#include "halvane/base/vendor.h"
+#include "halvane/utils/string_printf_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr std::size_t kDeviceTypeSize = 8;
+constexpr std::size_t kSMISize = 4;
+constexpr std::array<std::uint8_t, kSMISize> kWFASMI = {0x00, 0x50, 0xF2, 0x04};
+
+// Null pointers are names that a category does not have.
+struct Category {
+    std::uint16_t id;
+    const char* name;
+    const char* unlisted;                    // sub-category name before the listed ones are tried
+    std::array<const char*, 3> subCategory;  // of the IDs 1, 2, 3
+};
+
+constexpr std::array kWFACategories = {
+    Category{1, "Computer", nullptr, {"PC", "Server", "MediaCenter"}},
+    Category{2, "InputDevice", nullptr, {}},
+    Category{3, nullptr, "Printers,Scanners,Faxes,Copiers", {"Printer", "Scanner"}},
+    Category{4, "Camera", nullptr, {"DigitalStillCamera"}},
+    Category{5, "Storage", nullptr, {"NAS"}},
+    Category{6, "NetworkInfrastructure", nullptr, {"AP", "Router", "Switch"}},
+    Category{7, "Displays", nullptr, {"Television", "PictureFrame", "Projector"}},
+    Category{8, "MultimediaDevices", nullptr, {"DAR", "PVR", "MCX"}},
+    Category{9, "GamingDevices", nullptr, {"XBOX", "XBOX360", "Playstation"}},
+    Category{10, "Telephone", nullptr, {"WindowsMobile"}},
+};
+
+constexpr std::array kTessicCategories = {
+    Category{6, "NetworkInfrastructure", nullptr, {"Tessic Hub", "Tessic Relay", "Tessic Tower"}},
+    Category{8, "MultimediaDevices", nullptr, {"Tessic Player", "Tessic Recorder", "Tessic Link"}},
+};
+
+void setIfNamed(std::optional<std::string>& property, const char* name) {
+    if (name) property = name;
+}
+
+template <typename Categories>
+void nameIDs(const Categories& categories, std::uint64_t categoryID, std::uint64_t subCategoryID,
+             std::optional<std::string>& category, std::optional<std::string>& subCategory) {
+    const auto found = std::ranges::find(categories, categoryID, &Category::id);
+    if (found == categories.end()) return;
+    setIfNamed(category, found->name);
+    setIfNamed(subCategory, found->unlisted);
+    if (subCategoryID < 1 || subCategoryID > found->subCategory.size()) return;
+    setIfNamed(subCategory, found->subCategory[subCategoryID - 1]);
+}
+
+}  // namespace
+
+HalvaneWPSDeviceType HalvaneWPSDeviceType::initWithDeviceType(const ByteBuffer& deviceType) {
+    HalvaneWPSDeviceType object;
+    object.rawDeviceType_ = deviceType;
+    object.isValid_ = true;
+    object.parseDeviceType();
+    return object;
+}
+
+void HalvaneWPSDeviceType::parseDeviceType() {
+    if (!rawDeviceType_ || rawDeviceType_->size() != kDeviceTypeSize) {
+        isValid_ = false;
+        return;
+    }
+    ByteCursor cursor(*rawDeviceType_);
+    categoryID_ = *cursor.u16be();
+    smi_ = *cursor.takeBuffer(kSMISize);
+    subCategoryID_ = *cursor.u16be();
+
+    if (std::ranges::equal(smi_->bytes(), kWFASMI)) {
+        companyName_ = "Wi-Fi Alliance";
+    } else if (std::ranges::equal(smi_->bytes(), kVendorSMI)) {
+        companyName_ = kVendorCompanyName;
+    } else {
+        isValid_ = false;
+    }
+}
+
+void HalvaneWPSDeviceType::parseDeviceTypeWFA() {
+    nameIDs(kWFACategories, categoryID_, subCategoryID_, category_, subCategory_);
+}
+
+void HalvaneWPSDeviceType::parseDeviceTypeTessic() {
+    nameIDs(kTessicCategories, categoryID_, subCategoryID_, category_, subCategory_);
+}
+
+std::string HalvaneWPSDeviceType::description() const {
+    std::string text;
+    appendPrintF(text, "    Company      : %s\n", describe(companyName_).c_str());
+    appendPrintF(text, "    Category     : %s\n", describe(category_).c_str());
+    appendPrintF(text, "    Sub Category : %s\n", describe(subCategory_).c_str());
+    return text;
+}
+
+}  // namespace halvane
