@@ -1,0 +1,178 @@
+#include "halvane/platform/xml_property_list.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "halvane/platform/xml_text_internal.h"
+
+namespace halvane {
+
+namespace {
+
+// Looks through a whole value before a line is written: whether XML can carry it, and in which
+// version. The depth limit also bounds the recursion here and in the writer.
+class Survey {
+  public:
+    bool accepts(const PropertyListValue& value, int level) {
+        return level <= kXmlPropertyListMaxDepth &&
+               std::visit([this, level](const auto& held) { return carries(held, level); },
+                          value.variant());
+    }
+    XmlVersion version() const { return version_; }
+
+  private:
+    bool carries(std::monostate, int) { return false; }
+    bool carries(const PropertyListValue::Object&, int) { return false; }
+    bool carries(bool, int) { return true; }
+    bool carries(const Number&, int) { return true; }
+    bool carries(const ByteBuffer&, int) { return true; }
+    bool carries(const Date&, int) { return true; }
+    bool carries(const std::string& text, int) {
+        const auto version = xmlVersionOfText(text);
+        if (version) version_ = std::max(version_, *version);
+        return version.has_value();
+    }
+    bool carries(const PropertyListArray& array, int level) {
+        return std::ranges::all_of(
+            array, [this, level](const auto& value) { return accepts(value, level + 1); });
+    }
+    bool carries(const PropertyListDictionary& dictionary, int level) {
+        return std::ranges::all_of(dictionary, [this, level](const auto& entry) {
+            return carries(entry.first, level) && accepts(entry.second, level + 1);
+        });
+    }
+
+    XmlVersion version_ = XmlVersion::V1_0;
+};
+
+constexpr std::string_view kBase64Digits =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::size_t kBytesPerDataLine = 57;  // 76 digits (RFC 2045 clause 6.8)
+
+// RFC 4648 clause 4: three bytes to four digits, a short last group padded with '='.
+void appendBase64(std::string& out, std::span<const std::uint8_t> bytes) {
+    for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(3, bytes.size()))) {
+        std::uint32_t group = 0;
+        for (std::size_t i = 0; i < 3; ++i) group = group << 8 | (i < bytes.size() ? bytes[i] : 0u);
+        for (std::size_t i = 0; i < 4; ++i) {
+            const std::uint32_t digit = group >> (18 - 6 * i) & 0x3F;
+            out += i <= bytes.size() ? kBase64Digits[digit] : '=';
+        }
+    }
+}
+
+std::string realText(const Number& number) {
+    const double value = number.real();
+    if (std::isnan(value)) return "nan";
+    if (std::isinf(value)) return value > 0 ? "+infinity" : "-infinity";
+    return number.description();
+}
+
+std::string dateText(const Date& date) {
+    const Date::Fields fields = date.fields();
+    std::array<char, 80> text;  // room for six integers of any value
+    const int length =
+        std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02u:%02u:%02uZ", fields.year,
+                      fields.month, fields.day, fields.hour, fields.minute, fields.second);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+// Writes a value that a Survey has accepted.
+class Writer {
+  public:
+    explicit Writer(XmlVersion version) : version_(version) {}
+
+    std::string document(const PropertyListValue& root) {
+        text_ = version_ == XmlVersion::V1_0 ? "<?xml version=\"1.0\"" : "<?xml version=\"1.1\"";
+        text_ += " encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n";
+        write(root);
+        text_ += "</plist>\n";
+        return std::move(text_);
+    }
+
+  private:
+    void write(const PropertyListValue& value) {
+        std::visit([this](const auto& held) { writeHeld(held); }, value.variant());
+    }
+
+    void writeHeld(std::monostate) {}
+    void writeHeld(const PropertyListValue::Object&) {}
+    void writeHeld(bool value) { line(value ? "<true/>" : "<false/>"); }
+    void writeHeld(const Number& number) {
+        if (number.isReal()) {
+            element("real", realText(number));
+        } else {
+            element("integer", number.description());
+        }
+    }
+    void writeHeld(const std::string& text) { element("string", text); }
+    void writeHeld(const Date& date) { element("date", dateText(date)); }
+
+    void writeHeld(const ByteBuffer& buffer) {
+        line("<data>");
+        for (auto rest = buffer.bytes(); !rest.empty();) {
+            const auto part = rest.first(std::min(kBytesPerDataLine, rest.size()));
+            indent();
+            appendBase64(text_, part);
+            text_ += '\n';
+            rest = rest.subspan(part.size());
+        }
+        line("</data>");
+    }
+
+    void writeHeld(const PropertyListArray& array) {
+        if (array.empty()) return line("<array/>");
+        line("<array>");
+        ++depth_;
+        for (const auto& value : array) write(value);
+        --depth_;
+        line("</array>");
+    }
+
+    void writeHeld(const PropertyListDictionary& dictionary) {
+        if (dictionary.empty()) return line("<dict/>");
+        line("<dict>");
+        ++depth_;
+        for (const auto& [key, value] : dictionary) {
+            element("key", key);
+            write(value);
+        }
+        --depth_;
+        line("</dict>");
+    }
+
+    void indent() { text_.append(depth_, '\t'); }
+
+    void line(std::string_view tag) {
+        indent();
+        text_.append(tag) += '\n';
+    }
+
+    void element(std::string_view name, std::string_view content) {
+        indent();
+        text_.append("<").append(name) += '>';
+        appendXmlText(text_, content, version_);
+        text_.append("</").append(name) += ">\n";
+    }
+
+    XmlVersion version_;
+    std::size_t depth_ = 0;
+    std::string text_;
+};
+
+}  // namespace
+
+std::optional<std::string> xmlPropertyList(const PropertyListValue& value) {
+    Survey survey;
+    if (!survey.accepts(value, 1)) return std::nullopt;
+    return Writer(survey.version()).document(value);
+}
+
+}  // namespace halvane
