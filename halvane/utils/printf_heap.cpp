@@ -3,35 +3,45 @@
 #include <cstring>
 
 #include "halvane/base/status.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace {
 
-constexpr size_t kFirstCapacity = 256;
-constexpr size_t kCapacityStep = 1024;
+constexpr std::size_t kFirstCapacity = 256;
+constexpr std::size_t kCapacityStep = 1024;
 
-constexpr size_t capacityFor(size_t needed) {
+constexpr std::size_t capacityFor(std::size_t needed) {
     if (needed < kFirstCapacity) return kFirstCapacity;
     return (needed + kCapacityStep - 1) & ~(kCapacityStep - 1);
 }
 
+}  // namespace
+
+namespace halvane::printing {
+
 // A text longer than a count can tell is refused like one there is no memory for.
-int32_t storeInHeapString(const char* text, size_t length, PrintFContext* context) {
+std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context) {
     if (length > INT32_MAX - context->used) return kStatusNoMemory;
-    const size_t needed = context->used + length;
-    if (needed > context->capacity) {
-        const size_t capacity = capacityFor(needed);
-        void* const grown = std::realloc(context->buffer, capacity);
-        if (grown == nullptr) return kStatusNoMemory;
-        context->buffer = static_cast<char*>(grown);
-        context->capacity = capacity;
-    }
-    std::memcpy(context->buffer + context->used, text, length);
-    context->used = needed;
-    return static_cast<int32_t>(length);
+    const std::size_t needed = context->used + length;
+    if (needed <= context->capacity) return kStatusOK;
+    const std::size_t capacity = capacityFor(needed);
+    void* const grown = std::realloc(context->buffer, capacity);
+    if (grown == nullptr) return kStatusNoMemory;
+    context->buffer = static_cast<char*>(grown);
+    context->capacity = capacity;
+    return kStatusOK;
 }
 
-}  // namespace
+std::int32_t storeInHeapString(const char* text, std::size_t length, PrintFContext* context) {
+    if (const auto status = reserveInHeapString(length, context); status < 0) return status;
+    std::memcpy(context->buffer + context->used, text, length);
+    context->used += length;
+    return static_cast<std::int32_t>(length);
+}
+
+}  // namespace halvane::printing
+
+using halvane::printing::storeInHeapString;
 
 extern "C" int ASPrintF(char** text, const char* format, ...) {
     va_list arguments;

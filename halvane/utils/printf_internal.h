@@ -29,6 +29,11 @@ inline constexpr std::string_view kNullText = "<<NULL>>";
 // The output callback of the fixed-buffer front ends. Output::write knows it and spares the call.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context);
 
+// The output callback of the heap front ends, and the growth under it: Output::pad announces a long
+// padding, so that it grows the string once, or fails at once.
+std::int32_t storeInHeapString(const char* text, std::size_t length, PrintFContext* context);
+std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context);
+
 // A va_list that can be handed down by reference on every platform.
 struct Arguments {
     va_list list;

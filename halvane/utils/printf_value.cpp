@@ -77,7 +77,12 @@ void writeDataBlock(Output& output, const ByteBuffer& data, std::uint64_t level)
 
 void writeDataLines(Output& output, const ByteBuffer& data, std::uint64_t level) {
     const auto bytes = data.bytes();
-    PrintFWriteHex(output, level * kIndentStep, bytes.data(), bytes.size(), bytes.size());
+    const std::uint64_t indent = level * kIndentStep;
+    if (bytes.empty()) {
+        output.pad(indent);
+        return output.write("(0 bytes)\n");
+    }
+    PrintFWriteHex(output, indent, bytes.data(), bytes.size(), bytes.size());
 }
 
 // One element of an array whose elements stand at `level`.

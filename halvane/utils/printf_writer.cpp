@@ -41,6 +41,9 @@ std::int32_t Output::result() const {
 }
 
 void Output::pad(std::uint64_t spaces) {
+    if (spaces > kPadPiece && isOpen() && context_->callback == storeInHeapString) {
+        status_ = reserveInHeapString(spaces, context_);
+    }
     while (spaces > 0 && isOpen()) {
         const auto piece = std::min<std::uint64_t>(spaces, kPadPiece);
         write({kSpaces.data(), static_cast<std::size_t>(piece)});

@@ -142,6 +142,16 @@ TEST(ASPrintF, LeavesThePointerAloneOnFailure) {
     EXPECT_EQ(text, before);
 }
 
+// Nothing is allocated for a text that no count could tell the length of.
+TEST(ASPrintF, RefusesATextLongerThanACountTells) {
+    const int huge = std::numeric_limits<int>::max();
+    char* text = nullptr;
+    EXPECT_EQ(ASPrintF(&text, "x%*s", huge, ""), kStatusNoMemory);
+    EXPECT_EQ(ASPrintF(&text, "%*s", std::numeric_limits<int>::min(), ""), kStatusNoMemory);
+    EXPECT_EQ(ASPrintF(&text, "%4294967295d", 1), kStatusNoMemory);
+    EXPECT_EQ(text, nullptr);
+}
+
 TEST(AppendPrintF, ReplacesTheStringByALongerOne) {
     char* text = nullptr;
     EXPECT_EQ(AppendPrintF(&text, "%d", 1), 1);

@@ -186,6 +186,13 @@ TEST(PrintFValue, PrintsDataInDictionariesInlineOrBelow) {
               "}\n");
 }
 
+TEST(PrintFValue, PrintsEmptyDataInContainers) {
+    EXPECT_EQ(text(PropertyListArray{ByteBuffer()}), "[\n    (0 bytes)\n]\n");
+    const PropertyListValue value = dictionary({{"d", ByteBuffer()}});
+    EXPECT_EQ(text(value), "{\n    d=(0 bytes)\n}\n");
+    EXPECT_EQ(text(value, "%##@"), "{\n    d=\n        (0 bytes)\n}\n");
+}
+
 TEST(PrintFValue, IndentsContainersByTheWidth) {
     EXPECT_EQ(text(PropertyListArray{1}, "%1@"), "    [\n        1\n    ]\n");
     EXPECT_EQ(text(dictionary({{"a", 1}}), "%2@"), "        {\n            a=1\n        }\n");
