@@ -1,21 +1,24 @@
 #include <cstdarg>
-#include <cstdio>
+#include <new>
 
+#include "halvane/base/status.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/string_printf_internal.h"
 
 namespace halvane {
 
 namespace {
 
+// No exception may cross the C layer, so a lack of memory goes through it as a status.
+std::int32_t appendPiece(const char* piece, std::size_t length, void* text) try {
+    static_cast<std::string*>(text)->append(piece, length);
+    return 0;
+} catch (const std::bad_alloc&) {
+    return kStatusNoMemory;
+}
+
 void appendPrintFVAList(std::string& text, const char* format, va_list arguments) {
-    va_list again;
-    va_copy(again, arguments);
-    const auto length = static_cast<std::size_t>(std::vsnprintf(nullptr, 0, format, again));
-    va_end(again);
-    const auto start = text.size();
-    text.resize(start + length + 1);
-    std::vsnprintf(text.data() + start, length + 1, format, arguments);
-    text.resize(start + length);
+    if (VCPrintF(appendPiece, &text, format, arguments) == kStatusNoMemory) throw std::bad_alloc();
 }
 
 }  // namespace

@@ -1,0 +1,143 @@
+// Reals, error codes, versions, UUIDs, the time of day and durations.
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <ctime>
+
+#include "halvane/platform/wall_clock_internal.h"
+#include "halvane/utils/printf_internal.h"
+
+namespace halvane::printing {
+
+namespace {
+
+struct DurationUnit {
+    std::uint64_t seconds;
+    char letter;
+};
+
+constexpr std::array<DurationUnit, 3> kDurationUnits = {{{86400, 'd'}, {3600, 'h'}, {60, 'm'}}};
+
+bool isPrintableCode(std::uint32_t code) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        if (!isPrintable(code >> shift & 0xFF)) return false;
+    }
+    return true;
+}
+
+// The letter of a development stage; 0 for a byte that names none.
+char stageLetter(unsigned stage) {
+    switch (stage) {
+        case 0x20:
+            return 'd';
+        case 0x40:
+            return 'a';
+        case 0x60:
+            return 'b';
+        case 0x80:
+            return 'f';
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+// The system formatter pads no further than the scratch area holds; the field's writer pads the
+// rest.
+void convertReal(Output& output, Conversion& conversion, Arguments& arguments) {
+    const PrintFFormat& format = conversion.format;
+    const double value = va_arg(arguments.list, double);
+    const auto clamped = [](std::uint32_t number) {
+        return static_cast<int>(std::min<std::size_t>(number, kScratchText));
+    };
+    const bool isLeft = hasFlag(format, kPrintFFlagLeftJustify);
+    const int width = isLeft ? -clamped(format.fieldWidth) : clamped(format.fieldWidth);
+    const int precision = hasPrecision(format) ? clamped(format.precision) : -1;
+    char text[kScratchSize];
+    if (hasFlag(format, kPrintFFlagForceSign)) {
+        std::snprintf(text, sizeof(text), "%+*.*f", width, precision, value);
+    } else {
+        std::snprintf(text, sizeof(text), "%*.*f", width, precision, value);
+    }
+    PrintFWriteText(output, format, text);
+}
+
+void convertErrorCode(Output& output, Conversion& conversion, Arguments& arguments) {
+    const auto code = va_arg(arguments.list, std::int32_t);
+    const auto wide = static_cast<long long>(code);
+    Scratch text;
+    text.print("%lld/0x%llX", wide, wide);
+    if (conversion.format.altForm > 0 && isPrintableCode(static_cast<std::uint32_t>(code))) {
+        text.print("/'%C'", static_cast<std::uint32_t>(code));
+    }
+    text.append(" ");
+    PrintFWriteText(output, conversion.format, text.text());
+}
+
+void convertVersion(Output& output, Conversion& conversion, Arguments& arguments) {
+    const auto version = va_arg(arguments.list, std::uint32_t);
+    const unsigned bugFix = version >> 16 & 0x0F;
+    const unsigned stage = version >> 8 & 0xFF;
+    const unsigned revision = version & 0xFF;
+    Scratch text;
+    text.print("%u.%u", version >> 24, version >> 20 & 0x0F);
+    if (bugFix != 0) text.print(".%u", bugFix);
+    if (const char letter = stageLetter(stage); letter == 0) {
+        text.print("<< ERROR: invalid NumVersion stage: 0x%02X >>", stage);
+    } else if (letter != 'f' || revision != 0) {
+        text.print("%c%u", letter, revision);
+    }
+    PrintFWriteText(output, conversion.format, text.text());
+}
+
+// Without '#' the first three fields are stored least significant byte first.
+void convertUUID(Output& output, Conversion& conversion, Arguments& arguments) {
+    using Order = std::array<std::uint8_t, 16>;
+    constexpr Order kStored = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    constexpr Order kFieldsReversed = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+    constexpr char kDigits[] = "0123456789abcdef";
+    const auto* bytes = va_arg(arguments.list, const std::uint8_t*);
+    if (bytes == nullptr) return PrintFWriteText(output, conversion.format, kNullText);
+    const Order& order = conversion.format.altForm > 0 ? kStored : kFieldsReversed;
+    Scratch text;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10) text.append("-");
+        const std::uint8_t byte = bytes[order[i]];
+        text.append({&kDigits[byte >> 4], 1});
+        text.append({&kDigits[byte & 0x0F], 1});
+    }
+    PrintFWriteText(output, conversion.format, text.text());
+}
+
+void convertNow(Output& output, Conversion& conversion, Arguments&) {
+    const WallTime now = wallTime();
+    const std::time_t seconds = now.seconds;
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    const int hour = local.tm_hour % 12 == 0 ? 12 : local.tm_hour % 12;
+    writeMessage(output, conversion.format, "%04d-%02d-%02d %02d:%02d:%02d.%06u %s",
+                 local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, hour, local.tm_min,
+                 local.tm_sec, now.microseconds, local.tm_hour < 12 ? "AM" : "PM");
+}
+
+void convertDuration(Output& output, const PrintFFormat& format, Arguments& arguments) {
+    const std::int64_t value = signedArgument(format, arguments);
+    auto rest = static_cast<std::uint64_t>(value);
+    Scratch text;
+    if (value < 0) {
+        rest = 0 - rest;
+        text.append("-");
+    }
+    const char* separator = "";
+    for (const auto& unit : kDurationUnits) {
+        if (rest < unit.seconds) continue;
+        text.print("%s%llu%c", separator, rest / unit.seconds, unit.letter);
+        rest %= unit.seconds;
+        separator = " ";
+    }
+    if (rest > 0 || *separator == '\0') text.print("%s%llus", separator, rest);
+    PrintFWriteText(output, format, text.text());
+}
+
+}  // namespace halvane::printing

@@ -1,0 +1,267 @@
+#include <array>
+#include <cstdio>
+#include <limits>
+#include <memory>
+#include <new>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/string_printf_internal.h"
+
+#include "tests/utils/printf_test_support.h"
+
+extern "C" {
+int checkBuffersFromC(void);
+int checkHeapFromC(void);
+int checkCallbacksFromC(void);
+int checkStreamsFromC(void);
+int checkFormatFromC(void);
+}
+
+namespace {
+
+using halvane::testing::printed;
+
+TEST(PrintFFromC, EveryFrontEndWorks) {
+    EXPECT_EQ(checkBuffersFromC(), 0);
+    EXPECT_EQ(checkHeapFromC(), 0);
+    EXPECT_EQ(checkCallbacksFromC(), 0);
+    EXPECT_EQ(checkStreamsFromC(), 0);
+    EXPECT_EQ(checkFormatFromC(), 0);
+}
+
+// What a buffer of `capacity` bytes may hold of `text`: as much as fits, in whole characters.
+std::string longestPrefix(const std::string& text, std::size_t capacity) {
+    if (text.size() <= capacity) return text;
+    while (capacity > 0 && (static_cast<unsigned char>(text[capacity]) & 0xC0) == 0x80) --capacity;
+    return text.substr(0, capacity);
+}
+
+TEST(SNPrintF, StoresThePrefixThatFitsForEverySize) {
+    // One, two, three and four bytes a character, in one piece and in several.
+    const char* const word = "h\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z";
+    const std::string whole =
+        printed("%s<%s>%8s|%d%c%c", word, word, "\xC3\xA9", -12345, 0xC3, 0xA9);
+    for (std::size_t size = 0; size <= whole.size() + 2; ++size) {
+        const std::unique_ptr<char[]> buffer(new char[size]);
+        ASSERT_EQ(SNPrintF(buffer.get(), size, "%s<%s>%8s|%d%c%c", word, word, "\xC3\xA9", -12345,
+                           0xC3, 0xA9),
+                  static_cast<int>(whole.size()));
+        if (size > 0) {
+            EXPECT_EQ(std::string(buffer.get()), longestPrefix(whole, size - 1)) << size;
+        }
+
+        std::string memory(size, '#');
+        MemPrintF(memory.data(), size, "%s<%s>%8s|%d%c%c", word, word, "\xC3\xA9", -12345, 0xC3,
+                  0xA9);
+        const std::string expected = longestPrefix(whole, size);
+        EXPECT_EQ(memory.substr(0, expected.size()), expected) << size;
+    }
+}
+
+TEST(SNPrintF, CutsTheDocumentedExampleBeforeTheCharacter) {
+    char buffer[4];
+    EXPECT_EQ(SNPrintF(buffer, 3, "%s", "h\xC3\xA9llo"), 6);
+    EXPECT_STREQ(buffer, "h");
+    EXPECT_EQ(SNPrintF(buffer, 4, "%s", "h\xC3\xA9llo"), 6);
+    EXPECT_STREQ(buffer, "h\xC3\xA9");
+}
+
+TEST(SNPrintF, StoresNothingOfTextThatIsNoCharacter) {
+    char buffer[4];
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "a%s", "\x80\x80\x80\x80\x80"), 6);
+    EXPECT_STREQ(buffer, "a");
+}
+
+TEST(SNPrintF, TerminatesAfterAFormatError) {
+    char buffer[8] = "#######";
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "ab%hld", 1), -1);
+    EXPECT_STREQ(buffer, "ab");
+}
+
+TEST(SNPrintF, CountsWithoutABuffer) {
+    EXPECT_EQ(SNPrintF(nullptr, 0, "%05d", 42), 5);
+    EXPECT_EQ(MemPrintF(nullptr, 0, "%05d", 42), 5);
+}
+
+TEST(SNPrintF, SaturatesTheCountOfAHugeWidth) {
+    char buffer[4];
+    const int huge = std::numeric_limits<int>::max();
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "%*d%*d", huge, 1, huge, 2), huge);
+    EXPECT_STREQ(buffer, "   ");
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "%*d", std::numeric_limits<int>::min(), 7), huge);
+    EXPECT_STREQ(buffer, "7  ");
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "%99999999999d", 1), huge);
+}
+
+TEST(SNPrintFAdd, AppendsUntilTheEnd) {
+    char text[8];
+    char* cursor = text;
+    char* const end = text + sizeof(text);
+    EXPECT_EQ(SNPrintF_Add(&cursor, end, "%d", 12), 0);
+    EXPECT_EQ(cursor, text + 2);
+    EXPECT_EQ(SNPrintF_Add(&cursor, end, "%s", "34567"), 0);
+    EXPECT_EQ(cursor, end - 1);
+    EXPECT_STREQ(text, "1234567");
+    EXPECT_EQ(SNPrintF_Add(&cursor, end, ""), 0);
+    EXPECT_EQ(cursor, end - 1);
+    EXPECT_EQ(SNPrintF_Add(&cursor, end, "8"), kStatusTruncated);
+    EXPECT_EQ(cursor, end);
+    EXPECT_STREQ(text, "1234567");
+    EXPECT_EQ(SNPrintF_Add(&cursor, end, "9"), kStatusNoRoom);
+}
+
+TEST(SNPrintFAdd, NeverCutsACharacter) {
+    char text[4];
+    char* cursor = text;
+    EXPECT_EQ(SNPrintF_Add(&cursor, text + 4, "ab%s", "\xC3\xA9"), kStatusTruncated);
+    EXPECT_STREQ(text, "ab");
+    EXPECT_EQ(cursor, text + 4);
+}
+
+TEST(SNPrintFAdd, LeavesTheCursorAfterAFormatError) {
+    char text[4];
+    char* cursor = text;
+    EXPECT_EQ(SNPrintF_Add(&cursor, text + 4, "%lhd", 1), -1);
+    EXPECT_EQ(cursor, text);
+}
+
+TEST(ASPrintF, HoldsAnyLength) {
+    for (const int width : {0, 1, 254, 255, 256, 257, 1022, 1023, 1024, 1025, 100000}) {
+        char* text = nullptr;
+        ASSERT_EQ(ASPrintF(&text, "%*s%s", width, "", "end"), width + 3);
+        EXPECT_EQ(std::string(text), std::string(static_cast<std::size_t>(width), ' ') + "end");
+        std::free(text);
+    }
+}
+
+TEST(ASPrintF, LeavesThePointerAloneOnFailure) {
+    char* text = nullptr;
+    char* const before = reinterpret_cast<char*>(&text);
+    text = before;
+    EXPECT_EQ(ASPrintF(&text, "something%lhd", 1), -1);
+    EXPECT_EQ(text, before);
+}
+
+// Nothing is allocated for a text that no count could tell the length of.
+TEST(ASPrintF, RefusesATextLongerThanACountTells) {
+    const int huge = std::numeric_limits<int>::max();
+    char* text = nullptr;
+    EXPECT_EQ(ASPrintF(&text, "x%*s", huge, ""), kStatusNoMemory);
+    EXPECT_EQ(ASPrintF(&text, "%*s", std::numeric_limits<int>::min(), ""), kStatusNoMemory);
+    EXPECT_EQ(ASPrintF(&text, "%4294967295d", 1), kStatusNoMemory);
+    EXPECT_EQ(text, nullptr);
+}
+
+TEST(AppendPrintF, ReplacesTheStringByALongerOne) {
+    char* text = nullptr;
+    EXPECT_EQ(AppendPrintF(&text, "%d", 1), 1);
+    EXPECT_STREQ(text, "1");
+    EXPECT_EQ(AppendPrintF(&text, "%s", ""), 1);
+    EXPECT_STREQ(text, "1");
+    EXPECT_EQ(AppendPrintF(&text, ",%s,%d", text, 3), 5);
+    EXPECT_STREQ(text, "1,1,3");
+    char* const before = text;
+    EXPECT_EQ(AppendPrintF(&text, "%hlx", 1), -1);
+    EXPECT_EQ(text, before);
+    std::free(text);
+}
+
+struct Pieces {
+    std::vector<std::string> pieces;
+    std::size_t limit = SIZE_MAX;
+    std::int32_t status = 0;
+};
+
+std::int32_t collect(const char* text, std::size_t length, void* context) {
+    auto& pieces = *static_cast<Pieces*>(context);
+    if (pieces.pieces.size() == pieces.limit) return pieces.status;
+    pieces.pieces.emplace_back(text, length);
+    return 0;
+}
+
+TEST(CPrintF, PassesEachLiteralRunAtOnceAndThenAnEmptyText) {
+    Pieces pieces;
+    EXPECT_EQ(CPrintF(collect, &pieces, "one run of text%d%s, and another", 5, ""), 29);
+    EXPECT_EQ(pieces.pieces,
+              (std::vector<std::string>{"one run of text", "5", ", and another", ""}));
+}
+
+TEST(CPrintF, SignalsTheEndOfAnEmptyOutput) {
+    Pieces pieces;
+    EXPECT_EQ(CPrintF(collect, &pieces, "%s", ""), 0);
+    EXPECT_EQ(pieces.pieces, std::vector<std::string>{""});
+}
+
+TEST(CPrintF, EndsWithTheStatusOfTheCallbackUnchanged) {
+    // Pieces: "a", "1", "b", two of padding and text, and the end signal.
+    for (std::size_t limit = 0; limit < 6; ++limit) {
+        Pieces pieces{{}, limit, -12345};
+        EXPECT_EQ(CPrintF(collect, &pieces, "a%db%3s", 1, "x"), -12345) << limit;
+        EXPECT_EQ(pieces.pieces.size(), limit);
+    }
+}
+
+TEST(CPrintF, SendsNoEndSignalAfterAFormatError) {
+    Pieces pieces;
+    EXPECT_EQ(CPrintF(collect, &pieces, "a%hhhd", 1), -1);
+    EXPECT_EQ(pieces.pieces, std::vector<std::string>{"a"});
+}
+
+// A hex dump, a value or an element list has many writes of its own.
+TEST(CPrintF, AbortsInsideALongConversion) {
+    const std::vector<std::uint8_t> bytes(4096, 0x41);
+    const int size = static_cast<int>(bytes.size());
+    for (const char* format : {"%H", "%#H", "%.1H", "%.2H", "%.3H"}) {
+        Pieces pieces{{}, 1, -7};
+        EXPECT_EQ(CPrintF(collect, &pieces, format, bytes.data(), size, size), -7) << format;
+        EXPECT_EQ(pieces.pieces.size(), 1u);
+    }
+    Pieces pieces{{}, 2, -7};
+    EXPECT_EQ(CPrintF(collect, &pieces, "%{ie}", bytes.data(), bytes.size()), -7);
+}
+
+TEST(FPrintF, WritesToTheStreamAndCountsWithoutOne) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> stream(std::tmpfile(), std::fclose);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(FPrintF(stream.get(), "%s=%d", "x", 10), 4);
+    std::rewind(stream.get());
+    char text[8] = "";
+    EXPECT_EQ(std::fread(text, 1, sizeof(text), stream.get()), 4u);
+    EXPECT_STREQ(text, "x=10");
+    EXPECT_EQ(FPrintF(nullptr, "%s=%d", "x", 10), 4);
+}
+
+TEST(FPrintF, TellsWhenTheStreamTakesNoMore) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> stream(std::fopen("/dev/full", "w"), std::fclose);
+    if (stream == nullptr) GTEST_SKIP() << "no /dev/full";
+    std::setvbuf(stream.get(), nullptr, _IONBF, 0);
+    EXPECT_EQ(FPrintF(stream.get(), "%s", "text"), kStatusTruncated);
+}
+
+TEST(MemPrintF, UsesTheWholeSizeWithoutATerminator) {
+    std::array<char, 4> memory = {'#', '#', '#', '#'};
+    EXPECT_EQ(MemPrintF(memory.data(), 4, "%s", "abcd"), 4);
+    EXPECT_EQ(std::string(memory.begin(), memory.end()), "abcd");
+    EXPECT_EQ(MemPrintF(memory.data(), 4, "%s", "x"), 1);
+    EXPECT_EQ(std::string(memory.begin(), memory.end()), "xbcd");
+}
+
+std::int32_t throwing(const char*, std::size_t, PrintFContext*) {
+    throw std::bad_alloc();
+}
+
+TEST(PrintFCore, LetsNoExceptionOut) {
+    PrintFContext context = {};
+    context.callback = throwing;
+    EXPECT_EQ(PrintFCore(&context, "text"), kStatusNoMemory);
+}
+
+TEST(StringPrintF, UsesTheEngine) {
+    const std::array<std::uint8_t, 6> address = {0, 0x11, 0x22, 0x33, 0x44, 0x55};
+    EXPECT_EQ(halvane::stringPrintF("%.6a", address.data()), "00:11:22:33:44:55");
+    std::string text = "a";
+    halvane::appendPrintF(text, "%{dur}", 61);
+    EXPECT_EQ(text, "a1m 1s");
+}
+
+}  // namespace
