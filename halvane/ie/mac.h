@@ -1,0 +1,247 @@
+// The record of one BSS (or one station) as seen in the air.
+//
+// A caller creates it from the address, sets what it measured, and hands over the element bytes of
+// a beacon or probe response. The record cuts them into elements, keeps each one, decodes those it
+// knows, and derives rates, channel width and a security label. Nothing is ever reported as an
+// error: what could not be read stays in invalidIEs(), or in an element object whose isValid() is
+// false.
+//
+// A value type with shared buffers: copying one copies no element bytes. Used by one thread at a
+// time.
+#ifndef HALVANE_IE_MAC_H
+#define HALVANE_IE_MAC_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/ie/country_ie.h"
+#include "halvane/ie/dwds_ie.h"
+#include "halvane/ie/ht_capabilities_ie.h"
+#include "halvane/ie/ht_operation_ie.h"
+#include "halvane/ie/link_quality.h"
+#include "halvane/ie/rsn_ie.h"
+#include "halvane/ie/tessic_ie.h"
+#include "halvane/ie/wps_ie.h"
+
+namespace halvane {
+
+// X(bit, property, label): the capability information field, IEEE 802.11-2012, 8.4.1.4 (figure
+// 8-38); later editions reserve some of these bits. Bit 12 is not decoded. The labels are those of
+// a description, in the order of the bits.
+#define HALVANE_CAPABILITY_BITS(X)                            \
+    X(0, isESS, "ESS                  : %s\n")                \
+    X(1, isIBSS, "IBSS                 : %s\n")               \
+    X(2, isCFPollable, "CF Pollable          : %s\n")         \
+    X(3, isCFPollRequest, "CF Poll Request      : %s\n")      \
+    X(4, isPrivacy, "Privacy              : %s\n")            \
+    X(5, isShortPreamble, "Short Preamble       : %s\n")      \
+    X(6, isPBCC, "PBCC                 : %s\n")               \
+    X(7, isChannelAgility, "Channel Agility      : %s\n")     \
+    X(8, isSpectrumManagement, "Spectrum Management  : %s\n") \
+    X(9, isQoS, "QoS                  : %s\n")                \
+    X(10, isShortSlotTime, "Short Time Slot      : %s\n")     \
+    X(11, isAPSD, "APSD                 : %s\n")              \
+    X(13, isDSSSOFDM, "DSS OFDM             : %s\n")          \
+    X(14, isDelayedBlockAck, "Delayed Block-Ack    : %s\n")   \
+    X(15, isImmediateBlockAck, "Immediate Block-Ack  : %s\n")
+
+class HALVANE_EXPORT HalvaneMAC {
+  public:
+    // A record of `mac` (6 bytes), added now, with everything else empty.
+    static HalvaneMAC initWithMAC(const ByteBuffer& mac);
+
+    // Rebuilds a record and decodes its elements again. Missing keys read as nothing. The raw
+    // buffer is not walked again, so invalidIEs() stays absent.
+    static HalvaneMAC initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
+
+    // "MAC", "RawIEBuffer", "IEs", "LastUpdated", "FirstUpdated" (firstAdded()), "Capabilities",
+    // "Channel", "Noise", "RSSI", "BeaconInterval". What is derived from these is not written.
+    PropertyListDictionary skeletonRepresentation() const;
+
+    // The BSSID or station address.
+    const ByteBuffer& mac() const { return mac_; }
+
+    // Microseconds of system up-time: of the last change, and of creation.
+    std::uint64_t lastUpdated() const { return lastUpdated_; }
+    std::uint64_t firstAdded() const { return firstAdded_; }
+
+    // As the caller measured them: primary channel number, dBm, dBm, TU. Setting one is no change
+    // in the sense of lastUpdated().
+    const std::optional<Number>& channel() const { return channel_; }
+    void setChannel(std::optional<Number> value) { channel_ = value; }
+    const std::optional<Number>& noise() const { return noise_; }
+    void setNoise(std::optional<Number> value) { noise_ = value; }
+    const std::optional<Number>& RSSI() const { return RSSI_; }
+    void setRSSI(std::optional<Number> value) { RSSI_ = value; }
+    const std::optional<Number>& beaconInterval() const { return beaconInterval_; }
+    void setBeaconInterval(std::optional<Number> value) { beaconInterval_ = value; }
+
+    // The capability information field, and its bits as booleans: isESS() ...
+    // isImmediateBlockAck().
+    std::uint16_t capabilities() const { return capabilities_; }
+    void setCapabilityField(std::uint16_t field);
+#define HALVANE_CAPABILITY_BIT(bit, property, label) \
+    bool property() const {                          \
+        return (capabilities_ >> bit & 1u) != 0;     \
+    }
+    HALVANE_CAPABILITY_BITS(HALVANE_CAPABILITY_BIT)
+#undef HALVANE_CAPABILITY_BIT
+
+    // Replaces the elements and derives everything again. The buffer's length counts modulo 65536.
+    // An element is as long as its length byte plus 2, modulo 256: a length byte of 255 is a
+    // one-byte element, and one of 254, which would be no bytes at all, ends the walk.
+    void setInformationElements(const ByteBuffer& elements);
+
+    // The bytes as last handed in; absent before.
+    const std::optional<ByteBuffer>& ieBuffer() const {
+        return ieBuffer_;
+    }
+    // One buffer an element: ID, length and body.
+    const std::vector<ByteBuffer>& IEs() const {
+        return IEs_;
+    }
+    // The trailing bytes that form no whole element; absent when there are none.
+    const std::optional<ByteBuffer>& invalidIEs() const {
+        return invalidIEs_;
+    }
+
+    // Octets, not text. Absent where the element is missing, empty, or all zeros (hidden).
+    const std::optional<ByteBuffer>& SSID() const {
+        return SSID_;
+    }
+    // Mbit/s, real, ascending, of both rate elements; duplicates are kept.
+    const std::optional<std::vector<Number>>& supportedRates() const {
+        return supportedRates_;
+    }
+
+    // The decoded elements, each from the last element of its kind.
+    const std::optional<HalvaneRSNIE>& rsn() const {
+        return rsn_;
+    }
+    const std::optional<HalvaneRSNIE>& wpa() const {
+        return wpa_;
+    }
+    const std::optional<HalvaneCountryIE>& countryIE() const {
+        return countryIE_;
+    }
+    const std::optional<HalvaneTessicIE>& tessicIE() const {
+        return tessicIE_;
+    }
+    const std::optional<HalvaneDWDSIE>& dwdsIE() const {
+        return dwdsIE_;
+    }
+    const std::optional<HalvaneWPSIE>& wpsIE() const {
+        return wpsIE_;
+    }
+    const std::optional<HalvaneHTCapabilitiesIE>& HTCaps() const {
+        return HTCaps_;
+    }
+    const std::optional<HalvaneHTOperationIE>& HTOperation() const {
+        return HTOperation_;
+    }
+
+    // Derived from the elements: Mbit/s; 20 or 40 MHz; one of "WPA Enterprise", "WPA Personal",
+    // "WEP", "WPS", "Open". Elements that give no rate leave the other two as they were.
+    const std::optional<Number>& maxPHYRate() const {
+        return maxPHYRate_;
+    }
+    const std::optional<Number>& channelWidth() const {
+        return channelWidth_;
+    }
+    const std::optional<std::string>& securityFriendlyName() const {
+        return securityFriendlyName_;
+    }
+
+    bool doesSupportSecurityOpen() const;
+    bool doesSupportSecurityWEP() const;
+    bool doesSupportSecurityWPAPersonal() const;
+    bool doesSupportSecurityWPAEnterprise() const;
+    // Whether there is a WPS element; privacy is not looked at.
+    bool doesSupportSecurityWPS() const;
+
+    // Folds in a newer sighting of the same address; one of another address does nothing. The
+    // measured numbers that it has and its capability field are taken over. Its elements are taken
+    // only when they reveal the SSID that this record lacks.
+    void mergeEntries(const HalvaneMAC& other);
+
+    // Adds a sample (dBm, Mbit/s) to the history and computes averageRate() again.
+    void updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate);
+    // The newest 256 samples, oldest first.
+    const std::vector<HalvaneLinkQuality>& linkQualityHistory() const {
+        return linkQualityHistory_;
+    }
+    // Mbit/s over the samples of the last 30 seconds; absent before the first sample.
+    const std::optional<Number>& averageRate() const {
+        return averageRate_;
+    }
+
+    // Sets maxClientRate() to the smaller of a client's rate (Mbit/s) and maxPHYRate(); to the
+    // client's rate while there is no maxPHYRate().
+    void determineMaximumClientRate(const Number& rate);
+    const std::optional<Number>& maxClientRate() const {
+        return maxClientRate_;
+    }
+
+    // Several lines of padded labels, then each decoded element under its heading.
+    std::string description() const;
+
+  protected:
+    explicit HalvaneMAC(const ByteBuffer& mac);
+    explicit HalvaneMAC(const PropertyListDictionary& skeleton);
+
+    // The stages of the walk. Each takes one whole element of IEs().
+    void parseInformationElements();
+    void parseInformationElement(const ByteBuffer& element);
+    void parseInformationElementSSID(const ByteBuffer& element);
+    // An element whose body is longer than `maximumLength` bytes is ignored.
+    void parseInformationElementSupportedRates_withMaximumLength(const ByteBuffer& element,
+                                                                 unsigned maximumLength);
+    void parseInformationElementVendorSpecific(const ByteBuffer& element);
+    // Clears what the elements gave, but for maxPHYRate(), channelWidth() and the security label.
+    void cleanupIEs();
+
+  private:
+    void cutElements();
+    void deriveRateAndSecurity();
+    const char* securityLabel() const;
+    void appendElementLines(std::string& text) const;
+    void appendDecodedElements(std::string& text) const;
+
+    ByteBuffer mac_;
+    std::uint64_t lastUpdated_ = 0;
+    std::uint64_t firstAdded_ = 0;
+    std::optional<Number> channel_;
+    std::optional<Number> channelWidth_;
+    std::optional<Number> noise_;
+    std::optional<Number> RSSI_;
+    std::optional<Number> beaconInterval_;
+    std::uint16_t capabilities_ = 0;
+    std::optional<ByteBuffer> ieBuffer_;
+    std::vector<ByteBuffer> IEs_;
+    std::optional<ByteBuffer> invalidIEs_;
+    std::optional<ByteBuffer> SSID_;
+    std::optional<std::vector<Number>> supportedRates_;
+    std::optional<HalvaneRSNIE> rsn_;
+    std::optional<HalvaneRSNIE> wpa_;
+    std::optional<HalvaneCountryIE> countryIE_;
+    std::optional<HalvaneTessicIE> tessicIE_;
+    std::optional<HalvaneDWDSIE> dwdsIE_;
+    std::optional<HalvaneWPSIE> wpsIE_;
+    std::optional<HalvaneHTCapabilitiesIE> HTCaps_;
+    std::optional<HalvaneHTOperationIE> HTOperation_;
+    std::optional<Number> maxPHYRate_;
+    std::optional<Number> maxClientRate_;
+    std::optional<Number> averageRate_;
+    std::optional<std::string> securityFriendlyName_;
+    std::vector<HalvaneLinkQuality> linkQualityHistory_;
+};
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,89 @@
+#include "halvane/base/describe.h"
+#include "halvane/ie/fancy_formatting.h"
+#include "halvane/ie/mac.h"
+#include "halvane/utils/scan_time.h"
+#include "halvane/utils/string_printf_internal.h"
+
+namespace halvane {
+
+namespace {
+
+using FancyFormatting::formattedData_includeHex;
+using FancyFormatting::formattedHexData;
+using FancyFormatting::formattedMAC;
+
+// Whole seconds since a time stamp; 0 for one that lies ahead (a record from another boot).
+unsigned long long secondsSince(std::uint64_t timestamp) {
+    const std::uint64_t now = UpTicksToMicroseconds(UpTicks());
+    return now > timestamp ? (now - timestamp) / 1'000'000 : 0;
+}
+
+void appendPositive(std::string& text, const char* format, const std::optional<Number>& number) {
+    if (number && *number > Number(0)) appendPrintF(text, format, number->description().c_str());
+}
+
+template <typename Element>
+void appendElement(std::string& text, const char* heading, const std::optional<Element>& element) {
+    if (element) appendPrintF(text, "%s\n%s\n\n", heading, element->description().c_str());
+}
+
+}  // namespace
+
+std::string HalvaneMAC::description() const {
+    std::string text;
+    appendPrintF(text, "MAC                  : %s\n", formattedMAC(mac_).c_str());
+    appendPrintF(text, "Cache Time           : %llu secs\n", secondsSince(firstAdded_));
+    appendPrintF(text, "Last Update          : %llu secs\n", secondsSince(lastUpdated_));
+    appendPrintF(text, "Channel              : %s (%s MHz wide)\n", describe(channel_).c_str(),
+                 describe(channelWidth_).c_str());
+    appendPrintF(text, "RSSI                 : %s\n", describe(RSSI_).c_str());
+    appendPrintF(text, "Noise                : %s\n", describe(noise_).c_str());
+    appendPrintF(text, "Beacon Interval      : %s (ms)\n", describe(beaconInterval_).c_str());
+    appendPrintF(text, "Maximum PHY Rate     : %s Mbps\n", describe(maxPHYRate_).c_str());
+    appendPositive(text, "Maximum Client Rate  : %s Mbps\n", maxClientRate_);
+    appendPositive(text, "Average PHY Rate     : %s Mbps\n", averageRate_);
+    appendPrintF(text, "Security              : %s\n", describe(securityFriendlyName_).c_str());
+#define HALVANE_CAPABILITY_LINE(bit, property, label) appendPrintF(text, label, yesNo(property()));
+    HALVANE_CAPABILITY_BITS(HALVANE_CAPABILITY_LINE)
+#undef HALVANE_CAPABILITY_LINE
+    text += '\n';
+    appendElementLines(text);
+    appendDecodedElements(text);
+    return text;
+}
+
+// The bytes as they came, whole and cut.
+void HalvaneMAC::appendElementLines(std::string& text) const {
+    appendPrintF(text, "IE Buffer            : \n%s\n", formattedHexData(ieBuffer_).c_str());
+    if (invalidIEs_) {
+        appendPrintF(text, "Invalid IE Chunk     : \n%s\n", formattedHexData(*invalidIEs_).c_str());
+    }
+    for (const ByteBuffer& element : IEs_) {
+        appendPrintF(text, "IE                   : %s\n", formattedHexData(element).c_str());
+    }
+    text += '\n';
+}
+
+void HalvaneMAC::appendDecodedElements(std::string& text) const {
+    if (SSID_) {
+        appendPrintF(text, "SSID                 : %s\n\n",
+                     formattedData_includeHex(*SSID_, true).c_str());
+    }
+    if (supportedRates_) {
+        text += "Supported Rates      : ";
+        for (const Number& rate : *supportedRates_) {
+            appendPrintF(text, "%s ", rate.description().c_str());
+        }
+        text += "\n\n";
+    }
+    appendElement(text, "RSN", rsn_);
+    appendElement(text, "WPA", wpa_);
+    appendElement(text, "Country", countryIE_);
+    appendElement(text, "Tessic General", tessicIE_);
+    appendElement(text, "DWDS", dwdsIE_);
+    appendElement(text, "WPS", wpsIE_);
+    appendElement(text, "HT Capabilities", HTCaps_);
+    appendElement(text, "HT Operation", HTOperation_);
+}
+
+}  // namespace halvane

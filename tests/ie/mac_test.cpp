@@ -1,0 +1,740 @@
+#include "halvane/ie/mac.h"
+
+#include <gtest/gtest.h>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "halvane/platform/up_time_internal.h"
+
+#include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
+
+using halvane::ByteBuffer;
+using halvane::HalvaneMAC;
+using halvane::Number;
+using halvane::PropertyListArray;
+using halvane::PropertyListDictionary;
+using namespace halvane::testing;
+
+namespace {
+
+const ByteBuffer kAddress = {0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E};
+constexpr std::uint16_t kESS = 0x0001;
+constexpr std::uint16_t kPrivacy = 0x0010;
+const Bytes kRates = {1, 4, 0x82, 0x84, 0x8B, 0x96};
+
+// The beacon of a WPA2-PSK network on channel 6 as it stands in the air, without its header.
+const Bytes kBeacon = {
+    0x00, 0x07, 'C',  'o',  'h',  'e',  'r',  'e',  'r',         // SSID "Coherer"
+    0x01, 0x08, 0x82, 0x84, 0x8B, 0x96, 0x24, 0x30, 0x48, 0x6C,  // 1 to 54 Mbit/s
+    0x03, 0x01, 0x01,                                            // DS Parameter Set: channel 1
+    0x05, 0x04, 0x00, 0x01, 0x00, 0x00,                          // TIM
+    0x2A, 0x01, 0x02,                                            // ERP
+    0x30, 0x18, 0x01, 0x00,                                      // RSN, version 1
+    0x00, 0x0F, 0xAC, 0x02,                                      // group cipher TKIP
+    0x02, 0x00, 0x00, 0x0F, 0xAC, 0x04, 0x00, 0x0F, 0xAC, 0x02,  // CCMP, TKIP
+    0x01, 0x00, 0x00, 0x0F, 0xAC, 0x02,                          // PSK
+    0x00, 0x00,                                                  // no capabilities
+    0x32, 0x04, 0x0C, 0x12, 0x18, 0x60,                          // 6, 9, 12, 48 Mbit/s
+};
+
+HalvaneMAC recordOf(const Bytes& elements, std::uint16_t capabilities = kESS) {
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    record.setCapabilityField(capabilities);
+    record.setInformationElements(ByteBuffer(elements));
+    return record;
+}
+
+std::vector<Number> numbers(std::initializer_list<double> values) {
+    return {values.begin(), values.end()};
+}
+
+// The stages of the walk, as a subclass calls them.
+class Station : public HalvaneMAC {
+  public:
+    Station() : HalvaneMAC(kAddress) {}
+    using HalvaneMAC::cleanupIEs;
+    using HalvaneMAC::parseInformationElement;
+    using HalvaneMAC::parseInformationElements;
+    using HalvaneMAC::parseInformationElementSSID;
+    using HalvaneMAC::parseInformationElementSupportedRates_withMaximumLength;
+    using HalvaneMAC::parseInformationElementVendorSpecific;
+};
+
+TEST(MAC, IsEmptyButForItsAddressAtFirst) {
+    const auto record = HalvaneMAC::initWithMAC(kAddress);
+    EXPECT_EQ(record.mac(), kAddress);
+    EXPECT_EQ(record.lastUpdated(), 0u);
+    EXPECT_EQ(record.capabilities(), 0);
+    EXPECT_FALSE(record.channel() || record.noise() || record.RSSI() || record.beaconInterval());
+    EXPECT_FALSE(record.ieBuffer() || record.invalidIEs() || record.SSID());
+    EXPECT_FALSE(record.supportedRates() || record.maxPHYRate() || record.channelWidth());
+    EXPECT_FALSE(record.securityFriendlyName() || record.averageRate() || record.maxClientRate());
+    EXPECT_TRUE(record.IEs().empty());
+    EXPECT_TRUE(record.linkQualityHistory().empty());
+}
+
+TEST(MAC, StampsCreationAndChangesButNotMeasurements) {
+    halvane::ScopedUpTime clock;
+    clock.set(5'000'000'000);
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    EXPECT_EQ(record.firstAdded(), 5'000'000u);
+    clock.set(6'000'000'000);
+    record.setChannel(Number(6));
+    record.setNoise(Number(-95));
+    record.setRSSI(Number(-61));
+    record.setBeaconInterval(Number(100));
+    EXPECT_EQ(record.lastUpdated(), 0u);
+    record.setCapabilityField(0);
+    EXPECT_EQ(record.lastUpdated(), 6'000'000u);
+    clock.set(7'000'000'000);
+    record.setInformationElements(ByteBuffer());
+    EXPECT_EQ(record.lastUpdated(), 7'000'000u);
+    EXPECT_EQ(record.firstAdded(), 5'000'000u);
+}
+
+TEST(MAC, DecodesEachCapabilityBitAlone) {
+    struct Row {
+        unsigned bit;
+        bool (HalvaneMAC::*flag)() const;
+    };
+    const Row rows[] = {
+        {0, &HalvaneMAC::isESS},
+        {1, &HalvaneMAC::isIBSS},
+        {2, &HalvaneMAC::isCFPollable},
+        {3, &HalvaneMAC::isCFPollRequest},
+        {4, &HalvaneMAC::isPrivacy},
+        {5, &HalvaneMAC::isShortPreamble},
+        {6, &HalvaneMAC::isPBCC},
+        {7, &HalvaneMAC::isChannelAgility},
+        {8, &HalvaneMAC::isSpectrumManagement},
+        {9, &HalvaneMAC::isQoS},
+        {10, &HalvaneMAC::isShortSlotTime},
+        {11, &HalvaneMAC::isAPSD},
+        {13, &HalvaneMAC::isDSSSOFDM},
+        {14, &HalvaneMAC::isDelayedBlockAck},
+        {15, &HalvaneMAC::isImmediateBlockAck},
+    };
+    for (unsigned bit = 0; bit < 16; ++bit) {
+        auto record = HalvaneMAC::initWithMAC(kAddress);
+        record.setCapabilityField(static_cast<std::uint16_t>(1u << bit));
+        EXPECT_EQ(record.capabilities(), 1u << bit);
+        for (const Row& row : rows) EXPECT_EQ((record.*row.flag)(), row.bit == bit) << bit;
+    }
+}
+
+TEST(MAC, DecodesABeacon) {
+    const auto record = recordOf(kBeacon, 0x0411);
+    EXPECT_EQ(record.ieBuffer(), ByteBuffer(kBeacon));
+    EXPECT_EQ(record.IEs().size(), 7u);
+    EXPECT_EQ(record.IEs()[2], (ByteBuffer{3, 1, 1}));
+    EXPECT_FALSE(record.invalidIEs());
+    EXPECT_EQ(record.SSID(), ByteBuffer::fromText("Coherer"));
+    EXPECT_EQ(record.supportedRates(), numbers({1, 2, 5.5, 6, 9, 11, 12, 18, 24, 36, 48, 54}));
+    ASSERT_TRUE(record.rsn());
+    EXPECT_TRUE(record.rsn()->isValid());
+    EXPECT_TRUE(record.rsn()->allowKeyManagementPSK());
+    EXPECT_EQ(record.maxPHYRate(), Number(54));
+    EXPECT_EQ(record.channelWidth(), Number(20));
+    EXPECT_EQ(record.securityFriendlyName(), "WPA Personal");
+}
+
+TEST(MACWalk, OfNothingDerivesNothing) {
+    const auto record = recordOf({});
+    EXPECT_EQ(record.ieBuffer(), ByteBuffer());
+    EXPECT_TRUE(record.IEs().empty());
+    EXPECT_FALSE(record.invalidIEs() || record.supportedRates() || record.maxPHYRate());
+    EXPECT_FALSE(record.channelWidth() || record.securityFriendlyName());
+}
+
+TEST(MACWalk, KeepsTheTrailingBytesThatFormNoElement) {
+    struct Row {
+        const char* what;
+        Bytes tail;
+    };
+    const Row rows[] = {
+        {"one stray byte", {0x30}},
+        {"a length past the end", {0x30, 0x05, 1, 2, 3, 4}},
+        {"a header whose body is missing", {0x00, 0x01}},
+        {"a length byte of 254", {0xDD, 254, 1, 2, 3}},
+    };
+    for (const Row& row : rows) {
+        const auto record = recordOf(joined({ssidElement("a"), kRates, row.tail}));
+        EXPECT_EQ(record.IEs().size(), 2u) << row.what;
+        EXPECT_EQ(record.invalidIEs(), ByteBuffer(row.tail)) << row.what;
+        EXPECT_EQ(record.SSID(), ByteBuffer{'a'}) << row.what;
+        EXPECT_EQ(record.maxPHYRate(), Number(11)) << row.what;
+    }
+}
+
+TEST(MACWalk, TakesALengthByteOf255AsAOneByteElement) {
+    const auto record = recordOf({7, 255, 1, 0x07, 0x00, 0x01, 'a'});
+    // 07 | FF 01 07 would be next: its size is 3, then 00 01 'a'.
+    ASSERT_EQ(record.IEs().size(), 3u);
+    EXPECT_EQ(record.IEs()[0], ByteBuffer{7});
+    EXPECT_EQ(record.IEs()[1], (ByteBuffer{255, 1, 7}));
+    EXPECT_EQ(record.SSID(), ByteBuffer{'a'});
+    EXPECT_FALSE(record.invalidIEs());
+}
+
+TEST(MACWalk, CutsExactlyAtEveryTruncation) {
+    std::vector<std::size_t> ends = {0};
+    for (const auto& element : recordOf(kBeacon).IEs())
+        ends.push_back(ends.back() + element.size());
+    forEachPrefix(kBeacon, [&](const ByteBuffer& prefix) {
+        auto record = HalvaneMAC::initWithMAC(kAddress);
+        record.setInformationElements(prefix);
+        const auto last = std::upper_bound(ends.begin(), ends.end(), prefix.size()) - 1;
+        EXPECT_EQ(record.IEs().size(), static_cast<std::size_t>(last - ends.begin()));
+        const bool isWhole = *last == prefix.size();
+        EXPECT_EQ(record.invalidIEs().has_value(), !isWhole);
+        if (!isWhole) {
+            EXPECT_EQ(record.invalidIEs(), prefix.slice(*last));
+        }
+    });
+}
+
+TEST(MACWalk, SurvivesEveryLengthByte) {
+    forEachHostileForm(kBeacon, {1, 10, 20, 23, 29, 32, 58}, [](const ByteBuffer& bytes) {
+        auto record = HalvaneMAC::initWithMAC(kAddress);
+        record.setInformationElements(bytes);
+        std::size_t total = record.invalidIEs() ? record.invalidIEs()->size() : 0;
+        for (const auto& element : record.IEs()) total += element.size();
+        EXPECT_EQ(total, bytes.size());
+        EXPECT_FALSE(record.description().empty());
+    });
+}
+
+TEST(MACWalk, CountsTheBufferIn16Bits) {
+    Bytes bytes;
+    while (bytes.size() < 65536) bytes.insert(bytes.end(), {200, 0});
+    EXPECT_TRUE(recordOf(bytes).IEs().empty());
+    EXPECT_FALSE(recordOf(bytes).invalidIEs());
+
+    bytes.insert(bytes.end(), {200, 0, 200});
+    const auto record = recordOf(bytes);
+    EXPECT_EQ(record.IEs().size(), 1u);
+    EXPECT_EQ(record.invalidIEs(), ByteBuffer{200});
+    EXPECT_EQ(record.ieBuffer()->size(), 65539u);
+}
+
+TEST(MACWalk, ReplacesWhatEarlierElementsGave) {
+    auto record = recordOf(joined({ssidElement("first"), kRates, rsnElement(2)}), kPrivacy);
+    record.setInformationElements(ByteBuffer(joined({ssidElement("second"), {9}})));
+    EXPECT_EQ(record.SSID(), ByteBuffer::fromText("second"));
+    EXPECT_FALSE(record.rsn() || record.supportedRates() || record.maxPHYRate());
+    EXPECT_EQ(record.invalidIEs(), ByteBuffer{9});
+    // No rate, so width and label are those from before.
+    EXPECT_EQ(record.channelWidth(), Number(20));
+    EXPECT_EQ(record.securityFriendlyName(), "WPA Personal");
+    record.setInformationElements(ByteBuffer(ssidElement("third")));
+    EXPECT_FALSE(record.invalidIEs());
+}
+
+TEST(MACWalk, KeepsTheLastElementOfAKind) {
+    const auto record =
+        recordOf(joined({rsnElement(2), rsnElement(1), ssidElement("a"), ssidElement("b")}));
+    EXPECT_TRUE(record.rsn()->allowKeyManagement8021X());
+    EXPECT_FALSE(record.rsn()->allowKeyManagementPSK());
+    EXPECT_EQ(record.SSID(), ByteBuffer{'b'});
+    EXPECT_EQ(record.IEs().size(), 4u);
+}
+
+TEST(MACWalk, DispatchesEachKnownElement) {
+    const auto record = recordOf(joined({
+        element(7, {'D', 'E', ' ', 1, 13, 20}),
+        htCapabilitiesElement(0, 1),
+        htOperationElement(6, 0),
+        rsnElement(2),
+        wpaElement(2),
+        wpsElement(),
+        element(221, {0x0A, 0x7E, 0x55, 1, 0, 0, 2, 0, 0, 0, 5}),
+        element(221, {0x0A, 0x7E, 0x56, 1, 3, 0x01, 0xFF}),
+    }));
+    EXPECT_EQ(record.countryIE()->countryCode(), ByteBuffer::fromText("DE "));
+    EXPECT_TRUE(record.HTCaps()->isValid());
+    EXPECT_EQ(record.HTOperation()->primaryChannel(), 6);
+    EXPECT_TRUE(record.rsn()->allowUnicastCipherCCMP());
+    EXPECT_TRUE(record.wpa()->allowUnicastCipherTKIP());
+    EXPECT_EQ(record.wpsIE()->tlvs()->version(), Number(1.0));
+    EXPECT_EQ(record.dwdsIE()->DWDSRole(), "Relay");
+    EXPECT_TRUE(record.tessicIE()->isSAWCapable());
+}
+
+TEST(MACWalk, IgnoresUnknownElementsAndVendors) {
+    const auto record = recordOf(joined({
+        element(2, {1, 2, 3}),
+        element(221, {0x00, 0x50, 0xF2, 2, 1, 1}),  // WMM
+        element(221, {0x0A, 0x7E, 0x55, 5}),        // ours, but no DWDS
+        element(221, {0x50, 0x6F, 0x9A, 9}),
+        element(221, {0x00, 0x50, 0xF2}),  // 5 bytes: no type
+        element(221, {}),
+    }));
+    EXPECT_EQ(record.IEs().size(), 6u);
+    EXPECT_FALSE(record.wpa() || record.wpsIE() || record.dwdsIE() || record.tessicIE());
+}
+
+TEST(MACWalk, StoresElementsThatAreNotValid) {
+    const auto record = recordOf(joined({element(48, {1}), element(45, {1, 2}), element(61, {}),
+                                         element(221, {0x0A, 0x7E, 0x56, 1})}));
+    ASSERT_TRUE(record.rsn() && record.HTCaps() && record.HTOperation() && record.tessicIE());
+    EXPECT_FALSE(record.rsn()->isValid());
+    EXPECT_FALSE(record.HTCaps()->isValid());
+    EXPECT_FALSE(record.HTOperation()->isValid());
+    EXPECT_FALSE(record.tessicIE()->isValid());
+}
+
+TEST(MACSSID, IsAbsentWhenEmptyOrAllZeros) {
+    EXPECT_FALSE(recordOf(element(0, {})).SSID());
+    EXPECT_FALSE(recordOf(element(0, {0})).SSID());
+    EXPECT_FALSE(recordOf(element(0, Bytes(32, 0))).SSID());
+    EXPECT_EQ(recordOf(element(0, {0, 'a', 0})).SSID(), (ByteBuffer{0, 'a', 0}));
+    EXPECT_EQ(recordOf(element(0, Bytes(200, 'x'))).SSID(), ByteBuffer(Bytes(200, 'x')));
+}
+
+TEST(MACRates, AreSortedAndKeepDuplicates) {
+    const auto record =
+        recordOf(joined({element(1, {0x6C, 0x02}), element(50, {0x0C, 0x82, 0x6C})}));
+    EXPECT_EQ(record.supportedRates(), numbers({1, 1, 6, 54, 54}));
+    EXPECT_TRUE(record.supportedRates()->front().isReal());
+}
+
+TEST(MACRates, DropTheBasicRateBit) {
+    EXPECT_EQ(recordOf(element(1, {0x82, 0x6C, 0x0B, 0xFF, 0x80})).supportedRates(),
+              numbers({0, 1, 5.5, 54, 63.5}));
+}
+
+TEST(MACRates, HaveAMaximumForEachElement) {
+    EXPECT_EQ(recordOf(element(1, Bytes(8, 2))).supportedRates()->size(), 8u);
+    EXPECT_FALSE(recordOf(element(1, Bytes(9, 2))).supportedRates());
+    EXPECT_EQ(recordOf(element(50, Bytes(9, 2))).supportedRates()->size(), 9u);
+    EXPECT_EQ(recordOf(element(50, Bytes(253, 2))).supportedRates()->size(), 253u);
+    Station station;
+    station.parseInformationElementSupportedRates_withMaximumLength(
+        ByteBuffer(joined({{50, 255}, Bytes(255, 2)})), 255);
+    EXPECT_EQ(station.supportedRates()->size(), 255u);
+}
+
+TEST(MACRates, OfAnEmptyElementExistButGiveNoMaximum) {
+    const auto record = recordOf(element(1, {}));
+    EXPECT_EQ(record.supportedRates(), std::vector<Number>{});
+    EXPECT_FALSE(record.maxPHYRate());
+}
+
+struct RateCase {
+    const char* what;
+    std::uint16_t capabilities;
+    std::uint8_t information;
+    double rate;
+    int width;
+};
+
+TEST(MACRates, FollowTheHTElements) {
+    const RateCase rows[] = {
+        {"40 MHz, short GI at 40", 0x0042, 0x04, 300, 40},
+        {"40 MHz, short GI at 20 only", 0x0022, 0x04, 270, 40},
+        {"40 MHz capable, operating at 20", 0x0062, 0x00, 144.4, 20},
+        {"40 MHz capable, operating at 20 without short GI there", 0x0042, 0x00, 130, 20},
+        {"20 MHz only, operation says 40", 0x0060, 0x04, 144.4, 20},
+        {"20 MHz only, long GI", 0x0040, 0x04, 130, 20},
+    };
+    for (const RateCase& row : rows) {
+        const auto record = recordOf(joined({kRates, htCapabilitiesElement(row.capabilities, 2),
+                                             htOperationElement(6, row.information)}));
+        EXPECT_EQ(record.maxPHYRate(), Number(row.rate)) << row.what;
+        EXPECT_EQ(record.channelWidth(), Number(row.width)) << row.what;
+    }
+}
+
+TEST(MACRates, NeedBothHTElements) {
+    for (const auto& only : {htCapabilitiesElement(0x42, 2), htOperationElement(6, 4)}) {
+        const auto record = recordOf(joined({kRates, only}));
+        EXPECT_EQ(record.maxPHYRate(), Number(11));
+        EXPECT_EQ(record.channelWidth(), Number(20));
+    }
+}
+
+TEST(MACRates, AreZeroWhenTheHTOperationElementIsBroken) {
+    const auto record =
+        recordOf(joined({kRates, htCapabilitiesElement(0x42, 2), element(61, {6, 4})}));
+    EXPECT_EQ(record.maxPHYRate(), Number(0));
+    EXPECT_EQ(record.channelWidth(), Number(0));
+    EXPECT_EQ(record.securityFriendlyName(), "Open");
+}
+
+TEST(MACRates, AreZeroWhenTheHTCapabilitiesElementIsBroken) {
+    const auto record = recordOf(joined({kRates, element(45, {1}), htOperationElement(6, 4)}));
+    EXPECT_EQ(record.maxPHYRate(), Number(0));
+    EXPECT_EQ(record.channelWidth(), Number(20));
+}
+
+TEST(MACSecurity, TakesTheFirstLabelThatHolds) {
+    struct Row {
+        const char* what;
+        std::uint16_t capabilities;
+        Bytes elements;
+        std::optional<std::string> label;
+    };
+    const Row rows[] = {
+        {"open", kESS, {}, "Open"},
+        {"privacy alone", kPrivacy, {}, "WEP"},
+        {"RSN with PSK", kPrivacy, rsnElement(2), "WPA Personal"},
+        {"RSN with 802.1X", kPrivacy, rsnElement(1), "WPA Enterprise"},
+        {"WPA with PSK", kPrivacy, wpaElement(2), "WPA Personal"},
+        {"WPA with 802.1X", kPrivacy, wpaElement(1), "WPA Enterprise"},
+        {"both kinds", kPrivacy, joined({rsnElement(2), wpaElement(1)}), "WPA Enterprise"},
+        {"WPS without privacy", kESS, wpsElement(), "WPS"},
+        {"WPS with privacy", kPrivacy, wpsElement(), "WEP"},
+        {"WPS and RSN", kPrivacy, joined({wpsElement(), rsnElement(2)}), "WPA Personal"},
+        {"RSN without privacy", kESS, rsnElement(2), "Open"},
+        {"SAE alone", kPrivacy, rsnElement(8), std::nullopt},
+        {"SAE and WPS", kPrivacy, joined({rsnElement(8), wpsElement()}), "WPS"},
+    };
+    for (const Row& row : rows) {
+        const auto record = recordOf(joined({kRates, row.elements}), row.capabilities);
+        EXPECT_EQ(record.securityFriendlyName(), row.label) << row.what;
+    }
+}
+
+TEST(MACSecurity, KeepsTheLabelWhenNoneHolds) {
+    auto record = recordOf(kRates, kPrivacy);
+    EXPECT_EQ(record.securityFriendlyName(), "WEP");
+    record.setInformationElements(ByteBuffer(joined({kRates, rsnElement(8)})));
+    EXPECT_EQ(record.securityFriendlyName(), "WEP");
+    EXPECT_FALSE(record.doesSupportSecurityWEP());
+}
+
+TEST(MACSecurity, AnswersEachPredicate) {
+    const auto wps = recordOf(wpsElement(), kPrivacy);
+    EXPECT_TRUE(wps.doesSupportSecurityWPS());
+    EXPECT_TRUE(wps.doesSupportSecurityWEP());
+    EXPECT_FALSE(wps.doesSupportSecurityOpen());
+    const auto both = recordOf(joined({rsnElement(1), wpaElement(2)}), kPrivacy);
+    EXPECT_TRUE(both.doesSupportSecurityWPAEnterprise());
+    EXPECT_TRUE(both.doesSupportSecurityWPAPersonal());
+    EXPECT_FALSE(both.doesSupportSecurityWEP());
+    EXPECT_FALSE(both.doesSupportSecurityWPS());
+    const auto open = recordOf(joined({rsnElement(1), wpaElement(2)}), 0);
+    EXPECT_TRUE(open.doesSupportSecurityOpen());
+    EXPECT_FALSE(open.doesSupportSecurityWPAEnterprise() || open.doesSupportSecurityWPAPersonal());
+}
+
+TEST(MACMerge, IgnoresAnotherAddress) {
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    auto other = HalvaneMAC::initWithMAC(kAddress.slice(0, 5));
+    other.setChannel(Number(11));
+    other.setInformationElements(ByteBuffer(kBeacon));
+    record.mergeEntries(other);
+    EXPECT_FALSE(record.channel() || record.SSID());
+    EXPECT_EQ(record.lastUpdated(), 0u);
+}
+
+TEST(MACMerge, TakesOverTheNumbersThatTheOtherHas) {
+    halvane::ScopedUpTime clock;
+    clock.set(1'000'000'000);
+    auto record = recordOf(kRates);
+    record.setChannel(Number(1));
+    record.setNoise(Number(-90));
+    record.setRSSI(Number(-50));
+    auto other = recordOf(kRates, kPrivacy);
+    other.setChannel(Number(6));
+    other.setRSSI(Number(-60));
+    other.setBeaconInterval(Number(200));
+    clock.set(9'000'000'000);
+    record.mergeEntries(other);
+    EXPECT_EQ(record.channel(), Number(6));
+    EXPECT_EQ(record.noise(), Number(-90));
+    EXPECT_EQ(record.RSSI(), Number(-60));
+    EXPECT_EQ(record.beaconInterval(), Number(200));
+    EXPECT_EQ(record.capabilities(), kPrivacy);
+    EXPECT_EQ(record.lastUpdated(), 9'000'000u);
+    EXPECT_EQ(record.firstAdded(), 1'000'000u);
+}
+
+TEST(MACMerge, AdoptsTheElementsThatRevealAHiddenSSID) {
+    auto hidden = recordOf(joined({element(0, Bytes(7, 0)), kRates}));
+    const auto revealing = recordOf(joined({ssidElement("Coherer"), kRates, {9}}));
+    hidden.mergeEntries(revealing);
+    EXPECT_EQ(hidden.SSID(), ByteBuffer::fromText("Coherer"));
+    EXPECT_EQ(hidden.ieBuffer(), revealing.ieBuffer());
+    EXPECT_EQ(hidden.invalidIEs(), ByteBuffer{9});
+}
+
+TEST(MACMerge, KeepsItsElementsOtherwise) {
+    const auto with = recordOf(joined({ssidElement("one"), kRates}));
+    const auto changed = recordOf(joined({ssidElement("two"), kRates, wpsElement()}));
+    auto record = with;
+    record.mergeEntries(changed);
+    EXPECT_EQ(record.ieBuffer(), with.ieBuffer());
+    EXPECT_EQ(record.SSID(), ByteBuffer::fromText("one"));
+
+    auto hidden = recordOf(joined({element(0, {}), kRates}));
+    hidden.mergeEntries(recordOf(joined({element(0, {0}), wpsElement()})));
+    EXPECT_EQ(hidden.ieBuffer(), ByteBuffer(joined({element(0, {}), kRates})));
+}
+
+TEST(MACLinkQuality, KeepsTheNewest256Samples) {
+    halvane::ScopedUpTime clock;
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    for (int i = 0; i < 257; ++i) {
+        clock.set(static_cast<std::uint64_t>(i) * 1'000'000'000);
+        record.updateLinkQuality_withTxRate(Number(-60), Number(i));
+    }
+    const auto& history = record.linkQualityHistory();
+    ASSERT_EQ(history.size(), 256u);
+    EXPECT_EQ(history.front().txRate(), Number(1));
+    EXPECT_EQ(history.back().txRate(), Number(256));
+    EXPECT_EQ(history.back().timestamp(), Number(256'000'000u));
+}
+
+TEST(MACLinkQuality, AveragesTheSamplesOfTheLast30Seconds) {
+    halvane::ScopedUpTime clock;
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    const auto sampleAt = [&](std::uint64_t microseconds, double rate) {
+        clock.set(microseconds * 1000);
+        record.updateLinkQuality_withTxRate(Number(-60), Number(rate));
+        return record.averageRate();
+    };
+    EXPECT_EQ(sampleAt(5, 10), Number(10));  // up for less than the period
+    EXPECT_EQ(sampleAt(6, 20), Number(15));
+    EXPECT_EQ(sampleAt(30'000'004, 30), Number(20));  // the first is 29.999999 s old
+    EXPECT_EQ(sampleAt(30'000'005, 40), Number(30));  // and now exactly 30
+    EXPECT_EQ(sampleAt(90'000'000, 5.5), Number(5.5));
+    EXPECT_TRUE(record.averageRate()->isReal());
+}
+
+TEST(MACClientRate, IsTheSmallerOfTheTwo) {
+    auto record = recordOf(kBeacon);
+    record.determineMaximumClientRate(Number(300));
+    EXPECT_EQ(record.maxClientRate(), Number(54));
+    record.determineMaximumClientRate(Number(54));
+    EXPECT_EQ(record.maxClientRate(), Number(54));
+    record.determineMaximumClientRate(Number(11));
+    EXPECT_EQ(record.maxClientRate(), Number(11));
+    EXPECT_TRUE(record.maxClientRate()->isReal());
+    auto empty = HalvaneMAC::initWithMAC(kAddress);
+    empty.determineMaximumClientRate(Number(11));
+    EXPECT_EQ(empty.maxClientRate(), Number(11));
+}
+
+TEST(MACStages, AreThereForSubclasses) {
+    Station station;
+    station.parseInformationElement(ByteBuffer());
+    station.parseInformationElement(ByteBuffer{0});
+    station.parseInformationElement(ByteBuffer{1});
+    EXPECT_FALSE(station.SSID() || station.supportedRates());
+    station.parseInformationElementSSID(ByteBuffer(ssidElement("a")));
+    station.parseInformationElementVendorSpecific(ByteBuffer(wpsElement()));
+    EXPECT_EQ(station.SSID(), ByteBuffer{'a'});
+    EXPECT_TRUE(station.wpsIE());
+    station.cleanupIEs();
+    EXPECT_FALSE(station.SSID() || station.wpsIE());
+}
+
+TEST(MACStages, CleanupKeepsWhatWasDerived) {
+    Station station;
+    station.setInformationElements(ByteBuffer(kBeacon));
+    station.cleanupIEs();
+    EXPECT_FALSE(station.SSID() || station.supportedRates() || station.rsn());
+    EXPECT_EQ(station.maxPHYRate(), Number(54));
+    EXPECT_EQ(station.channelWidth(), Number(20));
+    EXPECT_EQ(station.securityFriendlyName(), "Open");
+    station.parseInformationElements();
+    EXPECT_EQ(station.SSID(), ByteBuffer::fromText("Coherer"));
+}
+
+TEST(MACSkeleton, WritesWhatIsPresent) {
+    halvane::ScopedUpTime clock;
+    clock.set(3'000'000'000);
+    auto record = recordOf(joined({ssidElement("a"), {9}}), 0x8001);
+    record.setChannel(Number(6));
+    record.setNoise(Number(-95));
+    record.setRSSI(Number(-61));
+    record.setBeaconInterval(Number(100));
+    PropertyListDictionary expected;
+    expected.set("MAC", kAddress);
+    expected.set("RawIEBuffer", (ByteBuffer{0, 1, 'a', 9}));
+    expected.set("IEs", PropertyListArray{ByteBuffer{0, 1, 'a'}});
+    expected.set("LastUpdated", 3'000'000u);
+    expected.set("FirstUpdated", 3'000'000u);
+    expected.set("Capabilities", 0x8001u);
+    expected.set("Channel", 6);
+    expected.set("Noise", -95);
+    expected.set("RSSI", -61);
+    expected.set("BeaconInterval", 100);
+    EXPECT_EQ(record.skeletonRepresentation(), expected);
+
+    PropertyListDictionary bare;
+    bare.set("MAC", kAddress);
+    bare.set("LastUpdated", 0u);
+    bare.set("FirstUpdated", 3'000'000u);
+    bare.set("Capabilities", 0u);
+    EXPECT_EQ(HalvaneMAC::initWithMAC(kAddress).skeletonRepresentation(), bare);
+}
+
+TEST(MACSkeleton, RoundTripsAndDecodesAgain) {
+    auto record = recordOf(joined({kBeacon, {9}}), 0x0411);
+    record.setChannel(Number(6));
+    record.setRSSI(Number(-61));
+    const auto skeleton = record.skeletonRepresentation();
+    const auto back = HalvaneMAC::initWithSkeletonRepresentation(skeleton);
+    EXPECT_EQ(back.skeletonRepresentation(), skeleton);
+    EXPECT_EQ(back.SSID(), record.SSID());
+    EXPECT_EQ(back.supportedRates(), record.supportedRates());
+    EXPECT_EQ(back.securityFriendlyName(), "WPA Personal");
+    EXPECT_EQ(back.lastUpdated(), record.lastUpdated());
+    EXPECT_EQ(back.firstAdded(), record.firstAdded());
+    // The raw buffer is kept, not walked.
+    EXPECT_EQ(back.ieBuffer(), record.ieBuffer());
+    EXPECT_FALSE(back.invalidIEs());
+}
+
+TEST(MACSkeleton, ReadsMissingKeysAsNothing) {
+    const auto record = HalvaneMAC::initWithSkeletonRepresentation({});
+    EXPECT_EQ(record.mac(), ByteBuffer());
+    EXPECT_EQ(record.ieBuffer(), ByteBuffer());
+    EXPECT_TRUE(record.IEs().empty());
+    EXPECT_EQ(record.lastUpdated(), 0u);
+    EXPECT_EQ(record.firstAdded(), 0u);
+    EXPECT_EQ(record.capabilities(), 0);
+    EXPECT_FALSE(record.channel() || record.noise() || record.RSSI() || record.beaconInterval());
+}
+
+TEST(MACSkeleton, SurvivesValuesOfTheWrongKind) {
+    for (const char* key : {"MAC", "RawIEBuffer", "IEs", "LastUpdated", "FirstUpdated",
+                            "Capabilities", "Channel", "Noise", "RSSI", "BeaconInterval"}) {
+        for (const halvane::PropertyListValue& value :
+             {halvane::PropertyListValue(), halvane::PropertyListValue("text"),
+              halvane::PropertyListValue(-1), halvane::PropertyListValue(1e300),
+              halvane::PropertyListValue(true),
+              halvane::PropertyListValue(PropertyListArray{1, ByteBuffer(), ByteBuffer{0}, "x"}),
+              halvane::PropertyListValue(PropertyListDictionary())}) {
+            auto skeleton = recordOf(kBeacon).skeletonRepresentation();
+            skeleton.set(key, value);
+            const auto record = HalvaneMAC::initWithSkeletonRepresentation(skeleton);
+            EXPECT_FALSE(record.description().empty());
+        }
+    }
+}
+
+TEST(MACDescription, OfABareRecord) {
+    halvane::ScopedUpTime clock;
+    clock.set(0);
+    const auto record = HalvaneMAC::initWithMAC(kAddress);
+    clock.set(3'999'999'999);
+    EXPECT_EQ(record.description(),
+              "MAC                  : 02:1A:2B:3C:4D:5E\n"
+              "Cache Time           : 3 secs\n"
+              "Last Update          : 3 secs\n"
+              "Channel              : (null) ((null) MHz wide)\n"
+              "RSSI                 : (null)\n"
+              "Noise                : (null)\n"
+              "Beacon Interval      : (null) (ms)\n"
+              "Maximum PHY Rate     : (null) Mbps\n"
+              "Security              : (null)\n"
+              "ESS                  : NO\n"
+              "IBSS                 : NO\n"
+              "CF Pollable          : NO\n"
+              "CF Poll Request      : NO\n"
+              "Privacy              : NO\n"
+              "Short Preamble       : NO\n"
+              "PBCC                 : NO\n"
+              "Channel Agility      : NO\n"
+              "Spectrum Management  : NO\n"
+              "QoS                  : NO\n"
+              "Short Time Slot      : NO\n"
+              "APSD                 : NO\n"
+              "DSS OFDM             : NO\n"
+              "Delayed Block-Ack    : NO\n"
+              "Immediate Block-Ack  : NO\n"
+              "\n"
+              "IE Buffer            : \n(null)\n"
+              "\n");
+}
+
+TEST(MACDescription, ShowsEverythingThatIsThere) {
+    halvane::ScopedUpTime clock;
+    clock.set(0);
+    auto record = recordOf(joined({ssidElement("a\x01"),
+                                   kRates,
+                                   htOperationElement(6, 4),
+                                   rsnElement(2),
+                                   wpaElement(2),
+                                   element(7, {'D', 'E', ' ', 1, 13, 20}),
+                                   wpsElement(),
+                                   element(221, {0x0A, 0x7E, 0x55, 1, 0, 0, 2, 0, 0, 0, 5}),
+                                   element(221, {0x0A, 0x7E, 0x56, 1, 3, 0x01, 0xFF}),
+                                   htCapabilitiesElement(2, 1),
+                                   {9}}),
+                           0xEFFF);
+    record.setChannel(Number(6));
+    record.setRSSI(Number(-61));
+    record.setNoise(Number(-95));
+    record.setBeaconInterval(Number(100));
+    record.determineMaximumClientRate(Number(6.5));
+    record.updateLinkQuality_withTxRate(Number(-60), Number(54));
+    clock.set(61'000'000'000);
+    const std::string text = record.description();
+
+    const std::string head =
+        "MAC                  : 02:1A:2B:3C:4D:5E\n"
+        "Cache Time           : 61 secs\n"
+        "Last Update          : 61 secs\n"
+        "Channel              : 6 (40 MHz wide)\n"
+        "RSSI                 : -61\n"
+        "Noise                : -95\n"
+        "Beacon Interval      : 100 (ms)\n"
+        "Maximum PHY Rate     : 135 Mbps\n"
+        "Maximum Client Rate  : 6.5 Mbps\n"
+        "Average PHY Rate     : 54 Mbps\n"
+        "Security              : WPA Personal\n"
+        "ESS                  : YES\n";
+    EXPECT_EQ(text.substr(0, head.size()), head);
+
+    // What follows, in this order, each line or block where it belongs.
+    std::size_t position = head.size();
+    const std::string blocks[] = {
+        "Immediate Block-Ack  : YES\n\nIE Buffer            : \n00 02 61 01 01 04 82 84 8B 96 3D ",
+        "\nInvalid IE Chunk     : \n09 \nIE                   : 00 02 61 01 \n"
+        "IE                   : 01 04 82 84 8B 96 \n",
+        "\nIE                   : DD 07 0A 7E 56 01 03 01 FF \n",
+        "\n\nSSID                 : 6101  |  a.\n\n"
+        "Supported Rates      : 1 2 5.5 11 \n\n"
+        "RSN\n    IE                    : 30 14 ",
+        "\n\nWPA\n    IE                    : DD 16 ",
+        "\n\nCountry\n    IE                       : 07 06 ",
+        "\n\nTessic General\n    IE                       : DD 07 ",
+        "\n\nDWDS\n    IE                  : DD 0B ",
+        "\n\nWPS\n    IE                    : DD 09 ",
+        "\n\nHT Capabilities\n    IE                                : 2D 1A ",
+        "\n\nHT Operation\n    IE                                : 3D 16 ",
+    };
+    for (const std::string& block : blocks) {
+        const auto found = text.find(block, position);
+        ASSERT_NE(found, std::string::npos) << block << "\nmissing from\n" << text;
+        position = found + block.size();
+    }
+    EXPECT_TRUE(text.ends_with("\n\n"));
+}
+
+TEST(MACDescription, LeavesOutRatesThatAreNotAboveZero) {
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    record.determineMaximumClientRate(Number(0));
+    record.updateLinkQuality_withTxRate(Number(-60), Number(0));
+    EXPECT_EQ(record.description().find("Client Rate"), std::string::npos);
+    EXPECT_EQ(record.description().find("Average"), std::string::npos);
+}
+
+TEST(MACDescription, ShowsNoAgeForAStampThatLiesAhead) {
+    halvane::ScopedUpTime clock;
+    clock.set(0);
+    PropertyListDictionary skeleton;
+    skeleton.set("FirstUpdated", 5'000'000u);
+    skeleton.set("LastUpdated", 5'000'000u);
+    const auto text = HalvaneMAC::initWithSkeletonRepresentation(skeleton).description();
+    EXPECT_NE(text.find("Cache Time           : 0 secs\nLast Update          : 0 secs\n"),
+              std::string::npos);
+}
+
+}  // namespace
