@@ -1,0 +1,60 @@
+#include "tools/halvane/frame_record.h"
+
+#include "halvane/base/byte_cursor.h"
+#include "halvane/regulatory/channel.h"
+
+namespace halvane::tool {
+
+namespace {
+
+constexpr std::uint8_t kElementIDDSParameterSet = 3;
+
+// The look-up leaves the last frequency of the map behind for one that it does not know, so the
+// answer is checked the other way round.
+std::optional<Number> channelOfFrequency(std::optional<int> frequency) {
+    if (!frequency || *frequency <= 0) return std::nullopt;
+    const auto megahertz = static_cast<unsigned>(*frequency);
+    const unsigned channel = HalvaneChannel::channelNumberForFrequency(megahertz);
+    if (HalvaneChannel::channelFrequencyForNumber(channel) != megahertz) return std::nullopt;
+    return Number(channel);
+}
+
+// IEEE 802.11-2020, 9.4.2.4: one octet.
+std::optional<Number> channelOfDSParameterSet(const HalvaneMAC& record) {
+    for (const ByteBuffer& element : record.IEs()) {
+        ByteCursor cursor(element);
+        if (cursor.u8() != kElementIDDSParameterSet || !cursor.skip(1)) continue;
+        if (const auto channel = cursor.u8()) return Number(*channel);
+    }
+    return std::nullopt;
+}
+
+std::optional<Number> channelOf(const RadioInfo& radio, const HalvaneMAC& record) {
+    if (const auto channel = channelOfFrequency(radio.frequencyMHz)) return channel;
+    if (radio.channel) return Number(*radio.channel);
+    if (const auto channel = channelOfDSParameterSet(record)) return channel;
+    if (record.HTOperation() && record.HTOperation()->isValid()) {
+        return Number(record.HTOperation()->primaryChannel());
+    }
+    return std::nullopt;
+}
+
+std::optional<Number> numberOf(std::optional<int> value) {
+    return value ? std::optional<Number>(*value) : std::nullopt;
+}
+
+}  // namespace
+
+HalvaneMAC recordOfFrame(const CapturedFrame& frame) {
+    const BeaconFrame& beacon = *frame.beacon();
+    auto record = HalvaneMAC::initWithMAC(beacon.bssid);
+    record.setRSSI(numberOf(frame.radio.signalDBm));
+    record.setNoise(numberOf(frame.radio.noiseDBm));
+    record.setBeaconInterval(Number(beacon.beaconInterval));
+    record.setCapabilityField(beacon.capabilities);
+    record.setInformationElements(ByteBuffer(beacon.elements));
+    record.setChannel(channelOf(frame.radio, record));
+    return record;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,76 @@
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <string_view>
+
+#include "tools/halvane/command.h"
+
+namespace halvane::tool {
+namespace {
+
+struct Command {
+    const char* name;
+    const char* summary;
+    CommandMain main;
+};
+
+constexpr Command kCommands[] = {
+    {"decode", "print the BSS records of capture files", decodeCommand},
+};
+
+void printHelp() {
+    std::printf(
+        "Usage: halvane <command> [options]\n\n"
+        "Looks into Wi-Fi: element decoding, BSS records.\n\nCommands:\n");
+    for (const Command& command : kCommands) {
+        std::printf("  %-10s %s\n", command.name, command.summary);
+    }
+    std::printf(
+        "\nOptions:\n"
+        "  --help     print this help\n"
+        "  --version  print the version\n\n"
+        "'halvane <command> --help' tells a command's options. Results go to standard output,\n"
+        "messages to standard error. Exit status: 0 done, 1 failed, 2 usage.\n");
+}
+
+int run(int argc, char** argv) {
+    const std::string_view name = argc > 1 ? argv[1] : "";
+    if (name == "--help" || name == "-h" || name == "help") {
+        printHelp();
+        return kExitDone;
+    }
+    if (name == "--version") {
+        std::printf("halvane %s\n", HALVANE_VERSION);
+        return kExitDone;
+    }
+    for (const Command& command : kCommands) {
+        if (name == command.name) return command.main(argc - 1, argv + 1);
+    }
+    if (name.empty()) {
+        std::fprintf(stderr, "halvane: no command; 'halvane --help' lists them\n");
+    } else {
+        std::fprintf(stderr, "halvane: unknown command '%s'; 'halvane --help' lists them\n",
+                     argv[1]);
+    }
+    return kExitUsage;
+}
+
+// Results that did not reach standard output (a full disk, say) are a failure too.
+int flushed(int status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    std::fprintf(stderr, "halvane: standard output: %s\n", std::strerror(errno));
+    return status == kExitDone ? kExitFailed : status;
+}
+
+}  // namespace
+}  // namespace halvane::tool
+
+int main(int argc, char** argv) {
+    try {
+        return halvane::tool::flushed(halvane::tool::run(argc, argv));
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "halvane: %s\n", failure.what());
+        return halvane::tool::kExitFailed;
+    }
+}
