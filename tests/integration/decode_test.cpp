@@ -1,0 +1,324 @@
+// The tool as its users run it.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+#include <sstream>
+
+#include "tests/support/run_program.h"
+
+using halvane::testing::contentsOf;
+using halvane::testing::ProgramResult;
+using halvane::testing::runProgram;
+using halvane::testing::TemporaryFolder;
+using nlohmann::json;
+
+namespace {
+
+const std::string kTool = HALVANE_TOOL;
+const std::filesystem::path kSamples = HALVANE_SAMPLES;
+const std::filesystem::path kCaptures = HALVANE_CAPTURES;
+
+std::string sample(const char* name) {
+    return (kSamples / name).string();
+}
+
+ProgramResult decode(std::vector<std::string> words, std::string_view input = {}) {
+    words.insert(words.begin(), {kTool, "decode"});
+    return runProgram(std::move(words), input);
+}
+
+std::vector<json> linesOf(const std::string& text) {
+    std::vector<json> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(json::parse(line));
+    return lines;
+}
+
+// The samples' addresses differ in their last octet.
+json recordOf(const json& records, const std::string& lastOctet) {
+    for (const json& record : records) {
+        if (record["mac"] == "02:1A:00:00:00:" + lastOctet) return record;
+    }
+    ADD_FAILURE() << "no record of " << lastOctet;
+    return json::object();
+}
+
+// "halvane: NAME: ..." on standard error.
+void expectComplaint(const ProgramResult& result, const std::string& name,
+                     const std::string& what) {
+    EXPECT_EQ(result.status, 1) << name;
+    EXPECT_NE(result.errors.find("halvane: " + name + ": "), std::string::npos) << result.errors;
+    EXPECT_NE(result.errors.find(what), std::string::npos) << result.errors;
+}
+
+TEST(Decode, PrintsARecordForEachBSSID) {
+    const auto result = decode({"--format=json", sample("neighbourhood.pcap")});
+    EXPECT_EQ(result.status, 0);
+    const json records = json::parse(result.output);
+    ASSERT_EQ(records.size(), 8u);
+    const json hub = recordOf(records, "01");
+    EXPECT_EQ(hub["SSID"], "Maple Street 12");
+    EXPECT_EQ(hub["SSIDHex"], "4d61706c6520537472656574203132");
+    EXPECT_EQ(hub["channel"], 6);
+    EXPECT_EQ(hub["channelWidth"], 40);
+    EXPECT_EQ(hub["securityFriendlyName"], "WPA Personal");
+    EXPECT_EQ(hub["rsn"]["allowKeyManagementPSK"], true);
+    EXPECT_EQ(hub["countryIE"]["countryCode"].get<std::string>().substr(0, 4), "4445");
+    EXPECT_FALSE(hub.contains("frame"));
+    EXPECT_FALSE(hub.contains("invalidIEs"));
+    EXPECT_EQ(recordOf(records, "02")["securityFriendlyName"], "Open");
+    EXPECT_EQ(recordOf(records, "03")["securityFriendlyName"], "WPA Enterprise");
+    EXPECT_EQ(recordOf(records, "04")["securityFriendlyName"], "WEP");
+    EXPECT_EQ(recordOf(records, "07")["securityFriendlyName"], "WPS");
+    EXPECT_EQ(result.errors,
+              "frames read: 12, beacons: 9, probe responses: 1, skipped: 2 (other frames: 2)\n");
+}
+
+TEST(Decode, RevealsAHiddenSSIDByFolding) {
+    const auto folded =
+        decode({"--format=jsonl", "--ssid=Quiet Room", sample("neighbourhood.pcap")});
+    ASSERT_EQ(linesOf(folded.output).size(), 1u);
+    EXPECT_EQ(linesOf(folded.output)[0]["mac"], "02:1A:00:00:00:06");
+
+    const auto frames = linesOf(decode({"--format=jsonl", "--per-frame", "--bssid=021a00000006",
+                                        sample("neighbourhood.pcap")})
+                                    .output);
+    ASSERT_EQ(frames.size(), 2u);
+    EXPECT_EQ(frames[0]["subtype"], "beacon");
+    EXPECT_FALSE(frames[0].contains("SSID"));
+    EXPECT_EQ(frames[1]["subtype"], "probe-response");
+    EXPECT_EQ(frames[1]["SSID"], "Quiet Room");
+    EXPECT_LT(frames[0]["frame"], frames[1]["frame"]);
+}
+
+TEST(Decode, PutsFrameAndSubtypeFirst) {
+    const auto result = decode({"--format=jsonl", "--per-frame", sample("neighbourhood.pcap")});
+    EXPECT_EQ(linesOf(result.output).size(), 10u);
+    EXPECT_EQ(result.output.substr(0, 42), R"({"frame":1,"subtype":"beacon","mac":"02:1A)");
+}
+
+TEST(Decode, PrintsTheSameRecordsInEveryFormat) {
+    const auto path = sample("neighbourhood.pcap");
+    const json document = json::parse(decode({"--format=json", path}).output);
+    EXPECT_EQ(json(linesOf(decode({"--format=jsonl", path}).output)), document);
+
+    const auto text = decode({path}).output;
+    std::size_t position = 0;
+    for (const json& record : document) {
+        const auto line = "MAC                  : " + record["mac"].get<std::string>() + "\n";
+        position = text.find(line, position);
+        ASSERT_NE(position, std::string::npos) << line;
+    }
+
+    pugi::xml_document plist;
+    ASSERT_TRUE(plist.load_string(decode({"--format=plist", path}).output.c_str()));
+    const auto array = plist.child("plist").child("array");
+    EXPECT_EQ(std::distance(array.begin(), array.end()), 8);
+    EXPECT_STREQ(array.first_child().child("key").child_value(), "MAC");
+}
+
+TEST(Decode, EscapesAnSSIDThatIsNotText) {
+    const auto records = linesOf(decode({"--format=jsonl", sample("elements.pcap")}).output);
+    ASSERT_EQ(records.size(), 9u);
+    for (const json& record : records) {
+        if (!record.contains("SSID")) continue;
+        for (const char character : record["SSID"].get<std::string>()) EXPECT_NE(character, '\x1b');
+    }
+    const auto printed = records[2]["SSID"].get<std::string>();
+    EXPECT_NE(printed.find("\\x"), std::string::npos) << printed;
+    // What is printed can be given back.
+    const auto again =
+        linesOf(decode({"--format=jsonl", "--ssid=" + printed, sample("elements.pcap")}).output);
+    ASSERT_EQ(again.size(), 1u);
+    EXPECT_EQ(again[0]["mac"], records[2]["mac"]);
+}
+
+TEST(Decode, ShowsWhatFormsNoElement) {
+    const auto records = linesOf(decode({"--format=jsonl", sample("elements.pcap")}).output);
+    EXPECT_TRUE(records[5].contains("invalidIEs"));
+    EXPECT_EQ(records[6]["invalidIEs"].get<std::string>().size(), 2u);
+    EXPECT_FALSE(records[7].contains("supportedRates"));
+    EXPECT_FALSE(records[7].contains("maxPHYRate"));
+}
+
+TEST(Decode, ShowsTheMakersElements) {
+    const auto records = linesOf(decode({"--format=jsonl", sample("elements.pcap")}).output);
+    const json& tessic = records[0]["tessicIE"];
+    EXPECT_EQ(tessic["isValid"], true);
+    EXPECT_EQ(tessic["isSAWCapable"], true);
+    EXPECT_NE(tessic["TessicProductName"], "Unknown");
+    EXPECT_EQ(records[0]["dwdsIE"]["DWDSRole"], "Master");
+    EXPECT_EQ(records[1]["tessicIE"]["isValid"], false);
+    EXPECT_EQ(records[1]["dwdsIE"]["isAMPDUFullSupportOverDWDS"], false);
+}
+
+TEST(Decode, ShowsSetupAttributesUnderTheirNames) {
+    const auto records = linesOf(decode({"--format=jsonl", sample("setup.pcap")}).output);
+    bool hasDevices = false;
+    for (const json& record : records) {
+        const json& tlvs = record["wpsIE"]["tlvs"];
+        EXPECT_EQ(tlvs["version"], record["mac"] == "02:1A:00:00:00:03" ? 2.5 : 1.0);
+        if (!tlvs.contains("deviceTypes") || tlvs["deviceTypes"].size() != 3) continue;
+        hasDevices = true;
+        EXPECT_EQ(tlvs["deviceTypes"][0]["companyName"], "Wi-Fi Alliance");
+        EXPECT_TRUE(tlvs["deviceTypes"][0].contains("categoryID"));
+        EXPECT_FALSE(tlvs.contains("vendorExtensions"));
+        EXPECT_TRUE(tlvs.contains("authenticationTypeFlags"));
+    }
+    EXPECT_TRUE(hasDevices);
+}
+
+TEST(Decode, ReadsEveryRadioHeader) {
+    for (const char* name : {"neighbourhood.pcap", "elements.pcap", "security.pcap", "setup.pcap",
+                             "country.pcapng", "damaged.pcap"}) {
+        const auto result = decode({"--format=jsonl", sample(name)});
+        EXPECT_EQ(result.status, 0) << name << result.errors;
+        EXPECT_FALSE(linesOf(result.output).empty()) << name;
+    }
+}
+
+TEST(Decode, CountsEveryReasonToSkip) {
+    const auto errors = decode({sample("damaged.pcap")}).errors;
+    for (const char* reason : {"fragments: ", "encrypted: ", "short: ", "damaged: "}) {
+        EXPECT_NE(errors.find(reason), std::string::npos) << errors;
+    }
+}
+
+TEST(Decode, ReadsStandardInput) {
+    const auto path = sample("neighbourhood.pcap");
+    const auto piped = decode({"--format=json", "-"}, contentsOf(path));
+    EXPECT_EQ(piped.status, 0);
+    EXPECT_EQ(piped.output, decode({"--format=json", path}).output);
+}
+
+TEST(Decode, FoldsOverSeveralFiles) {
+    const auto once = decode({"--format=json", sample("neighbourhood.pcap")});
+    const auto twice =
+        decode({"--format=json", sample("neighbourhood.pcap"), sample("neighbourhood.pcap")});
+    EXPECT_EQ(twice.output, once.output);
+    EXPECT_EQ(twice.errors.substr(0, 15), "frames read: 24");
+}
+
+TEST(DecodeHex, DecodesOneElementBuffer) {
+    const auto result =
+        decode({"--hex", "--format=json", "--bssid=02:1a:2b:3c:4d:5e", "--capabilities=0x11", "-"},
+               "0004 686f6d65\n01 01 82\n09");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(json::parse(result.output), (json::array({{{"mac", "02:1A:2B:3C:4D:5E"},
+                                                         {"SSID", "home"},
+                                                         {"SSIDHex", "686f6d65"},
+                                                         {"channelWidth", 20},
+                                                         {"capabilities", 17},
+                                                         {"supportedRates", {1}},
+                                                         {"maxPHYRate", 1},
+                                                         {"securityFriendlyName", "WEP"},
+                                                         {"invalidIEs", "09"}}})));
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST(DecodeHex, RefusesWhatIsNoHexadecimalText) {
+    const auto result = decode({"--hex", "--format=json", "-"}, "zz");
+    expectComplaint(result, "standard input", "not hexadecimal text");
+    EXPECT_EQ(result.output, "[]\n");
+}
+
+TEST(DecodeFailure, NamesTheFileAndWhatIsWrong) {
+    const TemporaryFolder folder;
+    const auto write = [&folder](const char* name, const std::string& text) {
+        const auto path = (folder.path() / name).string();
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    };
+    const auto missing = (folder.path() / "missing").string();
+    expectComplaint(decode({missing}), missing, "No such file");
+    expectComplaint(decode({folder.path().string()}), folder.path().string(), "directory");
+    const auto empty = write("empty", "");
+    expectComplaint(decode({empty}), empty, "empty");
+    const auto text = write("text", "This is no capture at all, only a line of text.\n");
+    expectComplaint(decode({text}), text, "");
+    // A pcap file header of link type 1.
+    std::string ethernet("\xD4\xC3\xB2\xA1\x02\x00\x04\x00", 8);
+    ethernet += std::string(8, '\0') + std::string("\xFF\xFF\x00\x00\x01\x00\x00\x00", 8);
+    const auto wired = write("wired.pcap", ethernet);
+    expectComplaint(decode({wired}), wired, "EN10MB");
+}
+
+TEST(DecodeFailure, PrintsEverythingBeforeTheDamage) {
+    const TemporaryFolder folder;
+    const auto whole = contentsOf(sample("neighbourhood.pcap"));
+    const auto all = decode({"--format=jsonl", "--per-frame", sample("neighbourhood.pcap")}).output;
+    const auto path = (folder.path() / "cut.pcap").string();
+    std::ofstream(path, std::ios::binary) << whole.substr(0, whole.size() - 5);
+    const auto result = decode({"--format=jsonl", "--per-frame", path});
+    expectComplaint(result, path, "truncated");
+    EXPECT_FALSE(result.output.empty());
+    EXPECT_EQ(all.substr(0, result.output.size()), result.output);
+    EXPECT_NE(result.errors.find("frames read: 11"), std::string::npos) << result.errors;
+
+    // The other files are decoded all the same.
+    const auto both = decode({"--format=json", path, sample("security.pcap")});
+    EXPECT_EQ(both.status, 1);
+    EXPECT_EQ(json::parse(both.output).size(), 9u);  // eight, and one that only the second has
+}
+
+TEST(DecodeFailure, TellsAboutOutputThatIsLost) {
+    const auto result = runProgram({"/bin/sh", "-c", "exec \"$0\" decode \"$1\" >/dev/full", kTool,
+                                    sample("neighbourhood.pcap")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.errors.find("standard output"), std::string::npos) << result.errors;
+}
+
+TEST(Usage, IsAnsweredWithStatusTwo) {
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{},
+                                               {"bogus"},
+                                               {"decode"},
+                                               {"decode", "--bogus", "x"},
+                                               {"decode", "--format=x", "x"}}) {
+        auto command = words;
+        command.insert(command.begin(), kTool);
+        const auto result = runProgram(command);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors.substr(0, 9), "halvane: ");
+    }
+}
+
+TEST(Usage, PrintsHelpAndVersion) {
+    EXPECT_EQ(runProgram({kTool, "--version"}).output, "halvane " HALVANE_VERSION "\n");
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{"--help"}, {"decode", "--help"}}) {
+        auto command = words;
+        command.insert(command.begin(), kTool);
+        const auto result = runProgram(command);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.output.substr(0, 14), "Usage: halvane");
+        EXPECT_EQ(result.errors, "");
+    }
+}
+
+// Real captures, kept outside of the tree.
+TEST(Captures, DecodeWithoutAComplaint) {
+    if (!std::filesystem::exists(kCaptures)) GTEST_SKIP() << "no captures beside this tree";
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(kCaptures)) {
+        const auto suffix = entry.path().extension();
+        if (suffix != ".pcap" && suffix != ".pcapng" && suffix != ".cap") continue;
+        ++count;
+        const auto path = entry.path().string();
+        const auto frames = decode({"--format=jsonl", "--per-frame", path});
+        EXPECT_EQ(frames.status, 0) << path << frames.errors;
+        EXPECT_FALSE(linesOf(frames.output).empty()) << path;
+        for (const char* format : {"text", "json", "plist"}) {
+            const auto folded = decode({"--format=" + std::string(format), path});
+            EXPECT_EQ(folded.status, 0) << path << folded.errors;
+            EXPECT_FALSE(folded.output.empty()) << path;
+        }
+    }
+    EXPECT_GT(count, 0u);
+}
+
+}  // namespace
