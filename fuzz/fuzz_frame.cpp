@@ -1,0 +1,25 @@
+// A captured packet of any bytes under each link type, up to its BSS record.
+#include <cstdint>
+
+#include "fuzz/require.h"
+#include "tools/halvane/frame_record.h"
+
+using namespace halvane::tool;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    constexpr LinkType kLinkTypes[] = {LinkType::IEEE80211, LinkType::Prism, LinkType::Radiotap,
+                                       LinkType::AVS, LinkType::PPI};
+    const std::span<const std::uint8_t> packet(data, size);
+    for (const LinkType linkType : kLinkTypes) {
+        const auto radio = parseRadioHeader(linkType, packet);
+        if (!radio) continue;
+        REQUIRE(radio->frame.size() <= size);
+        CapturedFrame frame;
+        frame.radio = *radio;
+        frame.content = parseBeaconFrame(radio->frame);
+        if (frame.beacon() == nullptr) continue;
+        const auto record = recordOfFrame(frame);
+        REQUIRE(record.ieBuffer()->size() <= radio->frame.size());
+    }
+    return 0;
+}

@@ -1,0 +1,44 @@
+// Elements, TXT records and DNS names of any bytes: what a short buffer holds is the start of the
+// whole text.
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "halvane/utils/printf.h"
+
+#include "fuzz/require.h"
+
+namespace {
+
+template <typename... Arguments>
+void checkPrefixes(const char* format, Arguments... arguments) {
+    const int length = SNPrintF(nullptr, 0, format, arguments...);
+    REQUIRE(length >= 0);
+    const auto total = static_cast<std::size_t>(length);
+    std::vector<char> whole(total + 1);
+    REQUIRE(SNPrintF(whole.data(), whole.size(), format, arguments...) == length);
+    REQUIRE(whole[total] == '\0');
+    for (const std::size_t size : {std::size_t{1}, total / 2 + 1, total}) {
+        if (size == 0) continue;
+        std::vector<char> part(size);
+        REQUIRE(SNPrintF(part.data(), size, format, arguments...) == length);
+        const std::size_t stored = ::strnlen(part.data(), size);
+        REQUIRE(stored < size);
+        REQUIRE(std::memcmp(part.data(), whole.data(), stored) == 0);
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    checkPrefixes("%{ie}", data, size);
+    checkPrefixes("%2{txt}", data, size);
+    checkPrefixes("%.2H", data, static_cast<int>(size), static_cast<int>(size / 2));
+    // A DNS name and a C string have no length: they end in a zero.
+    std::vector<std::uint8_t> terminated(data, data + size);
+    terminated.insert(terminated.end(), 65, 0);
+    checkPrefixes("%##s", terminated.data());
+    checkPrefixes("%s", reinterpret_cast<const char*>(terminated.data()));
+    return 0;
+}
