@@ -13,8 +13,9 @@ if(HALVANE_SANITIZE)
                       -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${HALVANE_SANITIZE})
   if(HALVANE_SANITIZE MATCHES "undefined" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # GCC 12 loses track of string bounds once UBSan's checks are in.
-    add_compile_options(-Wno-stringop-overflow -Wno-maybe-uninitialized)
+    # GCC 12 takes optional values for uninitialised, and growing strings for overflowing, once
+    # UBSan's checks are in.
+    add_compile_options(-Wno-maybe-uninitialized -Wno-stringop-overflow)
   endif()
 endif()
 if(HALVANE_COVERAGE)

@@ -180,8 +180,8 @@ TEST(MACWalk, TakesALengthByteOf255AsAOneByteElement) {
 
 TEST(MACWalk, CutsExactlyAtEveryTruncation) {
     std::vector<std::size_t> ends = {0};
-    for (const auto& element : recordOf(kBeacon).IEs())
-        ends.push_back(ends.back() + element.size());
+    const auto whole = recordOf(kBeacon);
+    for (const auto& element : whole.IEs()) ends.push_back(ends.back() + element.size());
     forEachPrefix(kBeacon, [&](const ByteBuffer& prefix) {
         auto record = HalvaneMAC::initWithMAC(kAddress);
         record.setInformationElements(prefix);
