@@ -164,7 +164,7 @@ void closeField(Output& output, const PrintFFormat& format, std::uint64_t length
 
 // Writes `text`, quoted and padded to the field's width.
 inline void PrintFWriteText(Output& output, const PrintFFormat& format, std::string_view text) {
-    if (format.fieldWidth == 0 && format.quote == 0) return output.write(text);
+    if (format.fieldWidth <= text.size() && format.quote == 0) return output.write(text);
     openField(output, format, text.size());
     output.write(text);
     closeField(output, format, text.size());
