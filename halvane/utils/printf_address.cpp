@@ -6,7 +6,7 @@
 #include <net/if.h>
 
 #include "halvane/base/byte_cursor.h"
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "halvane/base/status.h"
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 const PrintFFormat kPrintFFormatDefault = {};
 

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "halvane/base/byte_cursor.h"
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -4,7 +4,7 @@
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/vendor.h"
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -4,7 +4,7 @@
 #include <strings.h>
 
 #include "halvane/platform/ipc_message.h"
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

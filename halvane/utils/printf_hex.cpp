@@ -1,7 +1,7 @@
 // Hex dumps, inline and on lines of their own.
 #include <algorithm>
 
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <array>
 
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -1,5 +1,5 @@
-// What the parts of the formatting engine share: the output of one call, the arguments, the
-// writers that every conversion ends in, and the conversions themselves.
+// What the parts of the formatting engine share: the output of one call, the arguments, and the
+// writers that every conversion ends in.
 //
 // Errors are sticky: after a negative callback result an Output drops whatever is written to it,
 // so that a conversion need not look at each write. A long loop asks isOpen().
@@ -164,7 +164,7 @@ void closeField(Output& output, const PrintFFormat& format, std::uint64_t length
 
 // Writes `text`, quoted and padded to the field's width.
 inline void PrintFWriteText(Output& output, const PrintFFormat& format, std::string_view text) {
-    if (format.fieldWidth == 0 && format.quote == 0) return output.write(text);
+    if (format.fieldWidth <= text.size() && format.quote == 0) return output.write(text);
     openField(output, format, text.size());
     output.write(text);
     closeField(output, format, text.size());
@@ -205,47 +205,6 @@ void PrintFWriteCFObjectApplier(Output& output, std::string_view key,
 // Appends an IPv6 address, with its scope if `scope` is not 0 and its port if `port` is above 0.
 void PrintF_IPv6AddressToCString(Scratch& text, std::span<const std::uint8_t> address,
                                  std::uint32_t scope, int port);
-
-// --- Conversions ---
-
-struct Conversion {
-    PrintFFormat format;
-    char code;  // the conversion character
-};
-
-using Converter = void (*)(Output& output, Conversion& conversion, Arguments& arguments);
-
-void convertAddress(Output&, Conversion&, Arguments&);        // a
-void convertCharacter(Output&, Conversion&, Arguments&);      // c
-void convertCharacterCode(Output&, Conversion&, Arguments&);  // C
-void convertErrorCode(Output&, Conversion&, Arguments&);      // m
-void convertHex(Output&, Conversion&, Arguments&);            // H
-void convertNested(Output&, Conversion&, Arguments&);         // V
-void convertNow(Output&, Conversion&, Arguments&);            // N
-void convertPointer(Output&, Conversion&, Arguments&);        // p
-void convertReal(Output&, Conversion&, Arguments&);           // f
-void convertSigned(Output&, Conversion&, Arguments&);         // d i
-void convertStoreCount(Output&, Conversion&, Arguments&);     // n
-void convertText(Output&, Conversion&, Arguments&);           // s
-void convertUnsigned(Output&, Conversion&, Arguments&);       // u o x X b
-void convertUTF16(Output&, Conversion&, Arguments&);          // S
-void convertUUID(Output&, Conversion&, Arguments&);           // U
-void convertValue(Output&, Conversion&, Arguments&);          // @
-void convertVersion(Output&, Conversion&, Arguments&);        // v
-
-// %{name}
-void convertExtension(Output& output, const PrintFFormat& format, std::string_view name,
-                      Arguments& arguments);
-void writeUnknownExtension(Output& output, const PrintFFormat& format, std::string_view name);
-void convertDuration(Output&, const PrintFFormat&, Arguments&);
-void convertElements(Output&, const PrintFFormat&, Arguments&);
-void convertIPCMessage(Output&, const PrintFFormat&, Arguments&);
-void convertMultiLineText(Output&, const PrintFFormat&, Arguments&);
-void convertTXTRecord(Output&, const PrintFFormat&, Arguments&);
-
-// Parts of %s.
-void writeDNSName(Output& output, const PrintFFormat& format, const char* name);
-std::string_view functionName(std::string_view signature);
 
 }  // namespace halvane::printing
 

@@ -5,7 +5,7 @@
 #include <ctime>
 
 #include "halvane/platform/wall_clock_internal.h"
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -3,7 +3,7 @@
 #include <bit>
 #include <limits>
 
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "halvane/platform/xml_property_list.h"
-#include "halvane/utils/printf_internal.h"
+#include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
 

@@ -59,9 +59,10 @@ void Output::print(const char* format, ...) {
 }
 
 void Scratch::append(std::string_view text) {
-    const auto length = std::min(text.size(), kScratchText - size_);
-    std::memcpy(text_ + size_, text.data(), length);
-    size_ += length;
+    const std::size_t room = kScratchText - size_;
+    if (text.size() > room) text = text.substr(0, completeLength(text.substr(0, room)));
+    std::memcpy(text_ + size_, text.data(), text.size());
+    size_ += text.size();
 }
 
 void Scratch::print(const char* format, ...) {

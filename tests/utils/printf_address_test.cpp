@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <iterator>
 #include <net/if.h>
 
 #include "tests/support/hostile_bytes.h"
@@ -19,7 +21,7 @@ std::string address(const char* format, const Bytes& bytes) {
 template <typename... Parts>
 Bytes joined(const Parts&... parts) {
     Bytes all;
-    (all.insert(all.end(), parts.begin(), parts.end()), ...);
+    (std::ranges::copy(parts, std::back_inserter(all)), ...);
     return all;
 }
 
