@@ -7,7 +7,7 @@
 
 namespace bench {
 
-// Allocations by operator new since the program started, from any thread.
+// Allocations by operator new since the program started, by the calling thread.
 std::uint64_t allocationCount();
 
 }  // namespace bench

@@ -1,8 +1,5 @@
 #include "halvane/base/byte_buffer.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace halvane {
 
 namespace {
@@ -23,14 +20,11 @@ std::optional<unsigned> hexDigitValue(char digit) {
 
 }  // namespace
 
-ByteBuffer::ByteBuffer(std::span<const std::uint8_t> bytes) : size_(bytes.size()) {
-    if (size_ <= kInlineCapacity) {
-        std::copy(bytes.begin(), bytes.end(), inline_.begin());
-        return;
-    }
-    auto copy = std::make_shared_for_overwrite<std::uint8_t[]>(size_);
+std::shared_ptr<const std::uint8_t[]> ByteBuffer::sharedCopyOf(
+    std::span<const std::uint8_t> bytes) {
+    auto copy = std::make_shared_for_overwrite<std::uint8_t[]>(bytes.size());
     std::copy(bytes.begin(), bytes.end(), copy.get());
-    shared_ = std::move(copy);
+    return copy;
 }
 
 ByteBuffer::ByteBuffer(std::initializer_list<std::uint8_t> bytes)
@@ -38,13 +32,6 @@ ByteBuffer::ByteBuffer(std::initializer_list<std::uint8_t> bytes)
 
 ByteBuffer ByteBuffer::fromText(std::string_view text) {
     return ByteBuffer(std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
-}
-
-ByteBuffer ByteBuffer::sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size) {
-    ByteBuffer buffer;
-    buffer.shared_ = std::move(owner);
-    buffer.size_ = buffer.shared_ ? size : 0;
-    return buffer;
 }
 
 std::optional<ByteBuffer> ByteBuffer::fromHex(std::string_view text) {
@@ -64,27 +51,6 @@ std::optional<ByteBuffer> ByteBuffer::fromHex(std::string_view text) {
     }
     if (high) return std::nullopt;
     return fromText(bytes);
-}
-
-// A moved-from buffer is empty, so that its size never outlives its bytes.
-ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
-    : shared_(std::move(other.shared_)),
-      size_(std::exchange(other.size_, 0)),
-      inline_(other.inline_) {}
-
-ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
-    if (this == &other) return *this;
-    shared_ = std::move(other.shared_);
-    size_ = std::exchange(other.size_, 0);
-    inline_ = other.inline_;
-    return *this;
-}
-
-ByteBuffer ByteBuffer::slice(std::size_t offset, std::size_t length) const {
-    const auto from = std::min(offset, size_);
-    const auto part = bytes().subspan(from, std::min(length, size_ - from));
-    if (part.size() <= kInlineCapacity) return ByteBuffer(part);
-    return sharing(std::shared_ptr<const std::uint8_t[]>(shared_, part.data()), part.size());
 }
 
 std::string ByteBuffer::hex() const {

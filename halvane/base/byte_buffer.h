@@ -9,15 +9,18 @@
 #ifndef HALVANE_BASE_BYTE_BUFFER_H
 #define HALVANE_BASE_BYTE_BUFFER_H
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "halvane/base/export.h"
 
@@ -31,24 +34,57 @@ class HALVANE_EXPORT ByteBuffer {
     ByteBuffer() = default;
 
     // A private copy of `bytes`.
-    explicit ByteBuffer(std::span<const std::uint8_t> bytes);
+    explicit ByteBuffer(std::span<const std::uint8_t> bytes) : size_(bytes.size()) {
+        if (size_ <= kInlineCapacity) {
+            copyInline(bytes);
+        } else {
+            shared_ = sharedCopyOf(bytes);
+        }
+    }
     ByteBuffer(std::initializer_list<std::uint8_t> bytes);
+
+    // The slice of `whole` that whole.slice(offset, length) is.
+    ByteBuffer(const ByteBuffer& whole, std::size_t offset, std::size_t length) {
+        const auto from = std::min(offset, whole.size_);
+        const auto part = whole.bytes().subspan(from, std::min(length, whole.size_ - from));
+        size_ = part.size();
+        if (size_ <= kInlineCapacity) {
+            copyInline(part);
+        } else {
+            shared_ = std::shared_ptr<const std::uint8_t[]>(whole.shared_, part.data());
+        }
+    }
 
     // A private copy of the text's bytes, without a terminator.
     static ByteBuffer fromText(std::string_view text);
 
     // Shares memory that the caller owns already; no byte is copied.
     // REQUIRES: `owner` holds at least `size` bytes, and nobody writes to them any more.
-    static ByteBuffer sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size);
+    static ByteBuffer sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size) {
+        ByteBuffer buffer;
+        buffer.size_ = owner ? size : 0;
+        buffer.shared_ = std::move(owner);
+        return buffer;
+    }
 
     // Reads pairs of hexadecimal digits of either case; spaces, newlines, tabs and ':' may stand
     // between pairs. Absent for an odd digit or any other character.
     static std::optional<ByteBuffer> fromHex(std::string_view text);
 
     ByteBuffer(const ByteBuffer&) = default;
-    ByteBuffer(ByteBuffer&& other) noexcept;
     ByteBuffer& operator=(const ByteBuffer&) = default;
-    ByteBuffer& operator=(ByteBuffer&& other) noexcept;
+    // A moved-from buffer is empty, so that its size never outlives its bytes.
+    ByteBuffer(ByteBuffer&& other) noexcept
+        : shared_(std::move(other.shared_)),
+          size_(std::exchange(other.size_, 0)),
+          inline_(other.inline_) {}
+    ByteBuffer& operator=(ByteBuffer&& other) noexcept {
+        if (this == &other) return *this;
+        shared_ = std::move(other.shared_);
+        size_ = std::exchange(other.size_, 0);
+        inline_ = other.inline_;
+        return *this;
+    }
     ~ByteBuffer() = default;
 
     std::size_t size() const { return size_; }
@@ -61,7 +97,9 @@ class HALVANE_EXPORT ByteBuffer {
     std::span<const std::uint8_t> bytes() const&& = delete;
 
     // `length` bytes from `offset` on; both are cut to what the buffer holds.
-    ByteBuffer slice(std::size_t offset, std::size_t length = SIZE_MAX) const;
+    ByteBuffer slice(std::size_t offset, std::size_t length = SIZE_MAX) const {
+        return ByteBuffer(*this, offset, length);
+    }
 
     // Lower-case digits without separators: "0a7e55".
     std::string hex() const;
@@ -73,6 +111,25 @@ class HALVANE_EXPORT ByteBuffer {
     friend HALVANE_EXPORT bool operator==(const ByteBuffer& a, const ByteBuffer& b);
 
   private:
+    static std::shared_ptr<const std::uint8_t[]> sharedCopyOf(std::span<const std::uint8_t> bytes);
+
+    // Two words of fixed size that may overlap, since elements are short and many, and a copy of
+    // variable length is a call. REQUIRES: bytes.size() <= kInlineCapacity.
+    void copyInline(std::span<const std::uint8_t> bytes) {
+        const auto copyEnds = [&]<typename Word>(Word) {
+            const std::size_t last = bytes.size() - sizeof(Word);
+            std::memcpy(inline_.data(), bytes.data(), sizeof(Word));
+            std::memcpy(inline_.data() + last, bytes.data() + last, sizeof(Word));
+        };
+        if (bytes.size() >= sizeof(std::uint64_t)) {
+            copyEnds(std::uint64_t{});
+        } else if (bytes.size() >= sizeof(std::uint32_t)) {
+            copyEnds(std::uint32_t{});
+        } else {
+            for (std::size_t i = 0; i < bytes.size(); ++i) inline_[i] = bytes[i];
+        }
+    }
+
     std::shared_ptr<const std::uint8_t[]> shared_;  // null while the bytes are inline
     std::size_t size_ = 0;
     std::array<std::uint8_t, kInlineCapacity> inline_{};

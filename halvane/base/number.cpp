@@ -90,27 +90,21 @@ std::string shortest(Value value) {
 
 }  // namespace
 
-std::int64_t Number::int64() const {
+std::int64_t Number::convertedToInt64() const {
     if (const auto* value = std::get_if<double>(&value_)) {
         return clampedFromReal<std::int64_t>(*value, kTwoTo63);
     }
-    if (const auto* value = std::get_if<std::uint64_t>(&value_)) {
-        return clampedFromInteger<std::int64_t>(*value);
-    }
-    return std::get<std::int64_t>(value_);
+    return clampedFromInteger<std::int64_t>(std::get<std::uint64_t>(value_));
 }
 
-std::uint64_t Number::uint64() const {
+std::uint64_t Number::convertedToUInt64() const {
     if (const auto* value = std::get_if<double>(&value_)) {
         return clampedFromReal<std::uint64_t>(*value, kTwoTo64);
     }
-    if (const auto* value = std::get_if<std::int64_t>(&value_)) {
-        return clampedFromInteger<std::uint64_t>(*value);
-    }
-    return std::get<std::uint64_t>(value_);
+    return clampedFromInteger<std::uint64_t>(std::get<std::int64_t>(value_));
 }
 
-double Number::real() const {
+double Number::convertedToReal() const {
     return std::visit([](auto value) { return static_cast<double>(value); }, value_);
 }
 

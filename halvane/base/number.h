@@ -42,9 +42,18 @@ class HALVANE_EXPORT Number {
 
     // The value as another type. A fraction is dropped; what the type cannot hold becomes its
     // nearest limit, and a NaN becomes 0.
-    std::int64_t int64() const;
-    std::uint64_t uint64() const;
-    double real() const;
+    std::int64_t int64() const {
+        const auto* value = std::get_if<std::int64_t>(&value_);
+        return value != nullptr ? *value : convertedToInt64();
+    }
+    std::uint64_t uint64() const {
+        const auto* value = std::get_if<std::uint64_t>(&value_);
+        return value != nullptr ? *value : convertedToUInt64();
+    }
+    double real() const {
+        const auto* value = std::get_if<double>(&value_);
+        return value != nullptr ? *value : convertedToReal();
+    }
 
     // The value where the type holds it exactly, else absent.
     std::optional<std::int64_t> exactInt64() const;
@@ -60,6 +69,10 @@ class HALVANE_EXPORT Number {
     }
 
   private:
+    std::int64_t convertedToInt64() const;
+    std::uint64_t convertedToUInt64() const;
+    double convertedToReal() const;
+
     std::variant<std::int64_t, std::uint64_t, double> value_ = std::int64_t{0};
 };
 

@@ -13,7 +13,8 @@ namespace {
 constexpr std::size_t kElementSize = 28;
 constexpr std::size_t kHeaderSize = 2;
 constexpr std::size_t kMCSSetSize = 16;
-constexpr unsigned kMCSCount = 77;
+constexpr int kMCSCount = 77;
+constexpr std::size_t kUsualMCSCount = 16;  // two streams of equal modulation
 
 // Figure 9-376, bits 2 and 3: 3 is "SM power save disabled", 2 is reserved.
 constexpr unsigned kStaticSMPowerSave = 0;
@@ -123,11 +124,14 @@ void HalvaneHTCapabilitiesIE::parseCapabilities() {
 void HalvaneHTCapabilitiesIE::parseSupportedMCSSet() {
     if (!mcsRates_) mcsRates_.emplace();
     if (!supportedMCSSet_) return;
-    unsigned index = 0;
+    mcsRates_->reserve(mcsRates_->size() + kUsualMCSCount);
+    int firstOfByte = 0;
     for (const std::uint8_t byte : supportedMCSSet_->bytes()) {
-        for (unsigned bit = 0; bit < 8 && index < kMCSCount; ++bit, ++index) {
-            if (byte >> bit & 1u) mcsRates_->emplace_back(index);
+        for (unsigned bits = byte; bits != 0; bits &= bits - 1) {
+            const int index = firstOfByte + std::countr_zero(bits);
+            if (index < kMCSCount) mcsRates_->emplace_back(index);
         }
+        firstOfByte += 8;
     }
 }
 

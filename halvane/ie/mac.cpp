@@ -32,6 +32,10 @@ constexpr std::size_t kOUISize = 3;
 constexpr unsigned kMaximumRates = 8;
 constexpr unsigned kMaximumExtendedRates = 255;
 
+// What one allocation each should do for.
+constexpr std::size_t kUsualRates = 12;
+constexpr std::size_t kUsualElements = 16;
+
 // The basic-rate bit stands above a rate in units of 500 kbit/s.
 constexpr unsigned kRateMask = 0x7F;
 
@@ -77,6 +81,7 @@ void HalvaneMAC::setInformationElements(const ByteBuffer& elements) {
 void HalvaneMAC::cutElements() {
     invalidIEs_.reset();
     IEs_.clear();
+    IEs_.reserve(kUsualElements);
     // The count of remaining bytes is 16 bits wide, the size of an element 8.
     const auto count = static_cast<std::uint16_t>(ieBuffer_->size());
     const ByteBuffer walked = ieBuffer_->slice(0, count);
@@ -88,7 +93,8 @@ void HalvaneMAC::cutElements() {
             invalidIEs_ = cursor.restBuffer();
             return;
         }
-        IEs_.push_back(*cursor.takeBuffer(size));
+        IEs_.emplace_back(walked, cursor.position(), size);
+        cursor.skip(size);
     }
 }
 
@@ -157,11 +163,12 @@ void HalvaneMAC::parseInformationElementSupportedRates_withMaximumLength(const B
                                                                          unsigned maximumLength) {
     auto body = bodyOf(element);
     if (!body || body->remaining() > maximumLength) return;
-    if (!supportedRates_) supportedRates_.emplace();
+    if (!supportedRates_) supportedRates_.emplace().reserve(kUsualRates);
     for (const std::uint8_t octet : body->rest()) {
         supportedRates_->emplace_back((octet & kRateMask) * 500 / 1000.0);
     }
-    std::ranges::sort(*supportedRates_, [](const Number& a, const Number& b) { return a < b; });
+    std::ranges::sort(*supportedRates_,
+                      [](const Number& a, const Number& b) { return a.real() < b.real(); });
 }
 
 void HalvaneMAC::parseInformationElementVendorSpecific(const ByteBuffer& element) {

@@ -1,5 +1,6 @@
 #include "halvane/ie/mcs.h"
 
+#include <algorithm>
 #include <mutex>
 
 #include "halvane/ie/mcs_tables_internal.h"
@@ -58,16 +59,15 @@ const std::vector<Number>* HalvaneMCS::tableFor(std::int64_t channelWidth, bool 
 Number HalvaneMCS::rateForMCSSet_withChannelWidth_shortGI(const std::vector<Number>& set,
                                                           std::int64_t channelWidth,
                                                           bool shortGI) const {
-    Number best = 0;
     const auto* table = tableFor(channelWidth, shortGI);
-    if (table == nullptr) return best;
+    if (table == nullptr) return 0;
+    double best = 0;
     for (const Number& entry : set) {
-        const std::int64_t index = entry.int64();
-        if (index < 0 || static_cast<std::uint64_t>(index) >= table->size()) continue;
-        const Number& rate = (*table)[static_cast<std::size_t>(index)];
-        if (best < rate) best = rate;
+        const auto index = static_cast<std::uint64_t>(entry.int64());
+        if (index < table->size()) best = std::max(best, (*table)[index].real());
     }
-    return best;
+    // No rate at all is the integer 0, not the real one.
+    return best > 0 ? Number(best) : Number(0);
 }
 
 }  // namespace halvane

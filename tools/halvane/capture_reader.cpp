@@ -151,14 +151,13 @@ std::optional<CapturedFrame> CaptureReader::next() {
     if (outcome != 1) return std::nullopt;
 
     const std::size_t missing = header->len > header->caplen ? header->len - header->caplen : 0;
-    CapturedFrame frame{.number = summary_.frames + 1, .isCut = missing > 0};
-    if (const auto radio = parseRadioHeader(linkType_, {bytes, header->caplen})) {
-        frame.radio = *radio;
-        frame.content = examine(*radio, missing);
-    } else {
-        frame.content = SkipReason::MalformedHeader;
-    }
-    summary_.add(frame);
+    const auto radio = parseRadioHeader(linkType_, {bytes, header->caplen});
+    std::optional<CapturedFrame> frame;
+    frame = {.number = summary_.frames + 1,
+             .radio = radio.value_or(RadioInfo()),
+             .content = radio ? examine(*radio, missing) : SkipReason::MalformedHeader,
+             .isCut = missing > 0};
+    summary_.add(*frame);
     return frame;
 }
 
