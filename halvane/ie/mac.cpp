@@ -164,11 +164,18 @@ void HalvaneMAC::parseInformationElementSupportedRates_withMaximumLength(const B
     auto body = bodyOf(element);
     if (!body || body->remaining() > maximumLength) return;
     if (!supportedRates_) supportedRates_.emplace().reserve(kUsualRates);
+
+    auto& rates = *supportedRates_;
+    const auto old = static_cast<std::ptrdiff_t>(rates.size());
     for (const std::uint8_t octet : body->rest()) {
-        supportedRates_->emplace_back((octet & kRateMask) * 500 / 1000.0);
+        rates.emplace_back((octet & kRateMask) * 500 / 1000.0);
     }
-    std::ranges::sort(*supportedRates_,
-                      [](const Number& a, const Number& b) { return a.real() < b.real(); });
+    // Sorted apart and merged: a hostile buffer may hold hundreds of full elements.
+    const auto isLower = [](const Number& a, const Number& b) { return a.real() < b.real(); };
+    std::sort(rates.begin() + old, rates.end(), isLower);
+    if (old > 0 && old < std::ssize(rates) && isLower(rates.begin()[old], rates.begin()[old - 1])) {
+        std::inplace_merge(rates.begin(), rates.begin() + old, rates.end(), isLower);
+    }
 }
 
 void HalvaneMAC::parseInformationElementVendorSpecific(const ByteBuffer& element) {

@@ -300,6 +300,22 @@ TEST(MACRates, AreSortedAndKeepDuplicates) {
     EXPECT_TRUE(record.supportedRates()->front().isReal());
 }
 
+TEST(MACRates, StaySortedOverManyElements) {
+    Bytes elements;
+    std::uint8_t octet = 0;
+    for (int i = 0; i < 250; ++i) {
+        Bytes body;
+        for (int j = 0; j < 250; ++j) body.push_back(octet = static_cast<std::uint8_t>(octet + 89));
+        elements = joined({elements, element(50, body)});
+    }
+    const auto record = recordOf(elements);
+    const auto& rates = *record.supportedRates();
+    EXPECT_EQ(rates.size(), 250u * 250);
+    EXPECT_TRUE(std::is_sorted(rates.begin(), rates.end(),
+                               [](const Number& a, const Number& b) { return a < b; }));
+    EXPECT_EQ(record.maxPHYRate(), Number(63.5));
+}
+
 TEST(MACRates, DropTheBasicRateBit) {
     EXPECT_EQ(recordOf(element(1, {0x82, 0x6C, 0x0B, 0xFF, 0x80})).supportedRates(),
               numbers({0, 1, 5.5, 54, 63.5}));
