@@ -67,8 +67,8 @@ class HALVANE_EXPORT ByteBuffer {
         return buffer;
     }
 
-    // Reads pairs of hexadecimal digits of either case; spaces, newlines, tabs and ':' may stand
-    // between pairs. Absent for an odd digit or any other character.
+    // Reads pairs of hexadecimal digits of either case; white space, ':' and '-' may stand between
+    // pairs. Absent for an odd digit or any other character.
     static std::optional<ByteBuffer> fromHex(std::string_view text);
 
     ByteBuffer(const ByteBuffer&) = default;

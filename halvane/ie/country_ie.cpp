@@ -49,11 +49,13 @@ void HalvaneCountryIE::parseIE() {
     if (!cursor.skip(kHeaderSize)) return;
     countryCode_ = cursor.takeBuffer(kCountryCodeSize);
     if (!countryCode_) return;
-    while (const auto tuple = cursor.take(kTupleSize)) {
-        if (tuple->front() < kFirstExtensionIdentifier) {
-            appendTuple(channelTuples_, *tuple);
+    while (cursor.remaining() >= kTupleSize) {
+        const bool isChannel = cursor.peek() < kFirstExtensionIdentifier;
+        const auto tuple = *cursor.take(kTupleSize);
+        if (isChannel) {
+            appendTuple(channelTuples_, tuple);
         } else {
-            appendTuple(regulatoryTuples_, *tuple);
+            appendTuple(regulatoryTuples_, tuple);
         }
     }
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/utils/string_printf_internal.h"
 
 namespace halvane {
 
@@ -81,6 +82,10 @@ bool acceptsLength(const WPSAttribute& attribute, std::size_t length) {
     return attribute.kind != WPSValueKind::Devices || length % kDeviceTypeSize == 0;
 }
 
+// What a getter refers to while its property is absent.
+template <typename Held>
+constinit const std::optional<Held> kAbsent;
+
 // What stands after a label, its newline included.
 std::string line(const Number& number) {
     return number.description() + '\n';
@@ -107,11 +112,8 @@ std::string line(const std::vector<HalvaneWPSDeviceType>& deviceTypes) {
 }
 
 // The colons stand in one column, but for the label of updatedDeviceName, one blank short.
-std::string paddedLabel(WPSProperty property) {
-    const std::size_t width = property == WPSProperty::updatedDeviceName ? 33 : 34;
-    std::string label = kLabels[static_cast<std::size_t>(property)];
-    label.resize(width, ' ');
-    return "    " + label + ": ";
+int labelWidth(WPSProperty property) {
+    return property == WPSProperty::updatedDeviceName ? 33 : 34;
 }
 
 }  // namespace
@@ -188,9 +190,8 @@ HalvaneWPSTLVs::Value& HalvaneWPSTLVs::slot(WPSProperty property) {
 
 template <typename Held>
 const std::optional<Held>& HalvaneWPSTLVs::get(WPSProperty property) const {
-    static constinit const std::optional<Held> kAbsent;
     const Value* value = find(property);
-    return value ? std::get<std::optional<Held>>(*value) : kAbsent;
+    return value ? std::get<std::optional<Held>>(*value) : kAbsent<Held>;
 }
 
 template <typename Held>
@@ -225,8 +226,9 @@ std::string HalvaneWPSTLVs::description() const {
     std::string text;
     if (!rawTLVs_) return text;
     for (const Entry& entry : entries_) {
-        text += paddedLabel(entry.property);
-        text += std::visit([](const auto& value) { return line(*value); }, entry.value);
+        const auto value = std::visit([](const auto& held) { return line(*held); }, entry.value);
+        appendPrintF(text, "    %-*s: %s", labelWidth(entry.property),
+                     kLabels[static_cast<std::size_t>(entry.property)], value.c_str());
     }
     return text;
 }
