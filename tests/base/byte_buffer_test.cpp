@@ -179,7 +179,8 @@ TEST(ByteBuffer, ReadsPairsOfHexDigits) {
         {"0x00", std::nullopt},
         {"0g", std::nullopt},
         {"g0", std::nullopt},
-        {"00-11", std::nullopt},
+        {"00-11", ByteBuffer{0x00, 0x11}},
+        {"0-0", std::nullopt},
         {"00/11", std::nullopt},  // the character before '0'
         {"@0", std::nullopt},     // the character before 'A'
         {"`0", std::nullopt},     // the character before 'a'

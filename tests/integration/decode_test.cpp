@@ -19,6 +19,7 @@ namespace {
 
 const std::string kTool = HALVANE_TOOL;
 const std::filesystem::path kSamples = HALVANE_SAMPLES;
+const std::filesystem::path kGolden = HALVANE_GOLDEN;
 const std::filesystem::path kCaptures = HALVANE_CAPTURES;
 
 std::string sample(const char* name) {
@@ -171,14 +172,48 @@ TEST(Decode, ShowsSetupAttributesUnderTheirNames) {
     EXPECT_TRUE(hasDevices);
 }
 
-TEST(Decode, ReadsEveryRadioHeader) {
+// Every key and value of every sample, held as files: what programs read stays as it is. To change
+// it on purpose, write the tool's output there.
+TEST(Decode, PrintsTheSamplesAsEverBefore) {
     for (const char* name : {"neighbourhood.pcap", "elements.pcap", "security.pcap", "setup.pcap",
                              "country.pcapng", "damaged.pcap"}) {
-        const auto result = decode({"--format=jsonl", sample(name)});
-        EXPECT_EQ(result.status, 0) << name << result.errors;
-        EXPECT_FALSE(linesOf(result.output).empty()) << name;
+        const auto golden = kGolden / (std::string(name) + ".jsonl");
+        const auto result = decode({"--format=jsonl", "--per-frame", sample(name)});
+        EXPECT_FALSE(result.output.empty()) << name;
+        EXPECT_EQ(result.output, contentsOf(golden)) << name;
     }
 }
+
+TEST(Decode, HeadsTheTextOfAFrameWithWhereItComesFrom) {
+    const auto text = decode({"--per-frame", sample("neighbourhood.pcap")}).output;
+    EXPECT_EQ(text.substr(0, 50), "Frame                : 1 (beacon)\nMAC             ");
+    EXPECT_NE(text.find(" (probe-response)\nMAC  "), std::string::npos);
+}
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// Sanitizers hold freed memory back, so they cannot show this.
+TEST(Decode, NeedsNoMoreMemoryForALongerFile) {
+    const TemporaryFolder folder;
+    const auto whole = contentsOf(sample("neighbourhood.pcap"));
+    constexpr std::size_t kFileHeader = 24;
+    const auto repeated = [&](const char* name, int times) {
+        const auto path = (folder.path() / name).string();
+        std::ofstream file(path, std::ios::binary);
+        file << whole.substr(0, kFileHeader);
+        for (int i = 0; i < times; ++i) file << whole.substr(kFileHeader);
+        return path;
+    };
+    const auto peakOf = [](const std::string& path) {
+        const auto result = runProgram({"/bin/sh", "-c", "exec \"$0\" \"$@\" >/dev/null", kTool,
+                                        "decode", "--per-frame", "--format=jsonl", path});
+        EXPECT_EQ(result.status, 0) << result.errors;
+        return result.peakMemory;
+    };
+    const auto shortFile = peakOf(repeated("short.pcap", 10));
+    const auto longFile = peakOf(repeated("long.pcap", 5000));  // 9 MB
+    EXPECT_LT(longFile, shortFile + 2048);
+}
+#endif
 
 TEST(Decode, CountsEveryReasonToSkip) {
     const auto errors = decode({sample("damaged.pcap")}).errors;
@@ -206,7 +241,7 @@ TEST(DecodeHex, DecodesOneElementBuffer) {
     const auto result =
         decode({"--hex", "--format=json", "--bssid=02:1a:2b:3c:4d:5e", "--capabilities=0x11", "-"},
                "0004 686f6d65\n01 01 82\n09");
-    EXPECT_EQ(result.status, 0);
+    expectComplaint(result, "standard input", "cut in an element");
     EXPECT_EQ(json::parse(result.output), (json::array({{{"mac", "02:1A:2B:3C:4D:5E"},
                                                          {"SSID", "home"},
                                                          {"SSIDHex", "686f6d65"},
@@ -216,7 +251,7 @@ TEST(DecodeHex, DecodesOneElementBuffer) {
                                                          {"maxPHYRate", 1},
                                                          {"securityFriendlyName", "WEP"},
                                                          {"invalidIEs", "09"}}})));
-    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(decode({"--hex", "-"}, "0004686f6d65").status, 0);
 }
 
 TEST(DecodeHex, RefusesWhatIsNoHexadecimalText) {
@@ -238,7 +273,7 @@ TEST(DecodeFailure, NamesTheFileAndWhatIsWrong) {
     const auto empty = write("empty", "");
     expectComplaint(decode({empty}), empty, "empty");
     const auto text = write("text", "This is no capture at all, only a line of text.\n");
-    expectComplaint(decode({text}), text, "");
+    expectComplaint(decode({text}), text, "not a readable capture");
     // A pcap file header of link type 1.
     std::string ethernet("\xD4\xC3\xB2\xA1\x02\x00\x04\x00", 8);
     ethernet += std::string(8, '\0') + std::string("\xFF\xFF\x00\x00\x01\x00\x00\x00", 8);
@@ -262,6 +297,16 @@ TEST(DecodeFailure, PrintsEverythingBeforeTheDamage) {
     const auto both = decode({"--format=json", path, sample("security.pcap")});
     EXPECT_EQ(both.status, 1);
     EXPECT_EQ(json::parse(both.output).size(), 9u);  // eight, and one that only the second has
+}
+
+TEST(DecodeFailure, TellsWhichFramesAreCutInAnElement) {
+    const auto path = sample("elements.pcap");
+    const auto result = decode({"--format=jsonl", path});
+    expectComplaint(result, path, "2 frames are cut in an element, the first is frame 6");
+    EXPECT_EQ(linesOf(result.output).size(), 9u);
+    expectComplaint(decode({"--bssid=02-1a-00-00-00-07", path}), path,
+                    "frame 7 is cut in an element");
+    EXPECT_EQ(decode({"--bssid=02-1a-00-00-00-01", path}).status, 0);
 }
 
 TEST(DecodeFailure, TellsAboutOutputThatIsLost) {
@@ -310,11 +355,14 @@ TEST(Captures, DecodeWithoutAComplaint) {
         ++count;
         const auto path = entry.path().string();
         const auto frames = decode({"--format=jsonl", "--per-frame", path});
-        EXPECT_EQ(frames.status, 0) << path << frames.errors;
+        // One of them holds a beacon with bytes after its last element.
+        const bool isCut = frames.errors.find("cut in an element") != std::string::npos;
+        EXPECT_EQ(isCut, entry.path().filename() == "aircrack-ng-wpa.cap") << frames.errors;
+        EXPECT_EQ(frames.status, isCut ? 1 : 0) << path << frames.errors;
         EXPECT_FALSE(linesOf(frames.output).empty()) << path;
         for (const char* format : {"text", "json", "plist"}) {
             const auto folded = decode({"--format=" + std::string(format), path});
-            EXPECT_EQ(folded.status, 0) << path << folded.errors;
+            EXPECT_EQ(folded.status, frames.status) << path << folded.errors;
             EXPECT_FALSE(folded.output.empty()) << path;
         }
     }

@@ -9,6 +9,7 @@
 #include <spawn.h>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <vector>
 
@@ -19,7 +20,8 @@ extern char** environ;
 namespace halvane::testing {
 
 struct ProgramResult {
-    int status = -1;  // exit status; -1 when a signal ended it, or it could not start
+    int status = -1;      // exit status; -1 when a signal ended it, or it could not start
+    long peakMemory = 0;  // KiB resident
     std::string output;
     std::string errors;
 };
@@ -48,9 +50,11 @@ inline ProgramResult runProgram(std::vector<std::string> words, std::string_view
     ProgramResult result;
     pid_t child = 0;
     int status = 0;
+    rusage usage{};
     if (posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ) == 0 &&
-        waitpid(child, &status, 0) == child && WIFEXITED(status)) {
+        ::wait4(child, &status, 0, &usage) == child && WIFEXITED(status)) {
         result.status = WEXITSTATUS(status);
+        result.peakMemory = usage.ru_maxrss;
     }
     posix_spawn_file_actions_destroy(&actions);
     result.output = contentsOf(out);

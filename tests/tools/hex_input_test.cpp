@@ -26,14 +26,20 @@ class HexInput : public ::testing::Test {
 
 TEST_F(HexInput, MayBeSpacedAsOneLikes) {
     EXPECT_EQ(read("0004 68:6F\n6d65\r\n"), (ByteBuffer{0, 4, 'h', 'o', 'm', 'e'}));
-    EXPECT_EQ(read(""), ByteBuffer());
     EXPECT_EQ(error_, "");
 }
 
 TEST_F(HexInput, NamesTheFileThatIsNoHexadecimalText) {
-    for (const char* text : {"0", "0 0", "0x00", "gg", "00 1", "00-11"}) {
+    for (const char* text : {"0", "0 0", "0x00", "gg", "00 1", "00/11"}) {
         EXPECT_FALSE(read(text)) << text;
         EXPECT_NE(error_.find("elements.hex: not hexadecimal text"), std::string::npos) << error_;
+    }
+}
+
+TEST_F(HexInput, RefusesAnEmptyFile) {
+    for (const char* text : {"", " \n"}) {
+        EXPECT_FALSE(read(text)) << text;
+        EXPECT_NE(error_.find("elements.hex: empty"), std::string::npos) << error_;
     }
 }
 

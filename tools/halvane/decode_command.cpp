@@ -1,6 +1,7 @@
-#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <string>
+#include <unistd.h>
 
 #include "tools/halvane/bss_table.h"
 #include "tools/halvane/capture_reader.h"
@@ -20,10 +21,29 @@ void complain(const std::string& message) {
     std::fprintf(stderr, "halvane: %s\n", message.c_str());
 }
 
+std::string nameOf(const std::string& path) {
+    return path == "-" ? "standard input" : path;
+}
+
 // The asked SSID may be given as its octets, or as the tool prints them.
 bool isSSID(const std::optional<ByteBuffer>& ssid, const std::string& asked) {
     return ssid && (*ssid == ByteBuffer::fromText(asked) || escapeSSID(ssid->bytes()) == asked);
 }
+
+// The frames of a file whose elements end inside an element.
+struct CutFrames {
+    std::uint64_t count = 0;
+    std::uint64_t first = 0;
+
+    void add(std::uint64_t number) {
+        if (count++ == 0) first = number;
+    }
+    std::string text() const {
+        const std::string frame = std::to_string(first);
+        if (count == 1) return "frame " + frame + " is cut in an element";
+        return std::to_string(count) + " frames are cut in an element, the first is frame " + frame;
+    }
+};
 
 class Decoder {
   public:
@@ -31,38 +51,40 @@ class Decoder {
         : options_(options), writer_(RecordWriter::create(options.format, stdout)) {}
 
     int run() {
-        const int status = options_.isHex ? decodeHex() : decodeCaptures();
+        const bool isWhole = options_.isHex ? decodeHex() : decodeCaptures();
         for (const HalvaneMAC& record : table_.records()) print(record, std::nullopt);
         writer_->finish();
-        return status;
+        return isWhole ? kExitDone : kExitFailed;
     }
 
   private:
-    int decodeHex() {
+    bool decodeHex() {
+        const std::string& path = options_.files.front();
         std::string error;
-        const auto elements = readHexFile(options_.files.front(), error);
+        const auto elements = readHexFile(path, error);
         if (!elements) {
             complain(error);
-            return kExitFailed;
+            return false;
         }
         auto record = HalvaneMAC::initWithMAC(options_.bssid.value_or(ByteBuffer()));
         record.setCapabilityField(options_.capabilities);
         record.setInformationElements(*elements);
         table_.add(record);
-        return kExitDone;
+        if (record.invalidIEs()) complain(nameOf(path) + ": cut in an element");
+        return !record.invalidIEs();
     }
 
-    int decodeCaptures() {
+    bool decodeCaptures() {
         CaptureSummary summary;
-        int status = kExitDone;
+        bool isWhole = true;
         for (const std::string& path : options_.files) {
-            if (!decodeCapture(path, summary)) status = kExitFailed;
+            isWhole = decodeCapture(path, summary) && isWhole;
         }
         std::fprintf(stderr, "%s\n", summary.text().c_str());
-        return status;
+        return isWhole;
     }
 
-    // False when the file could not be read to its end.
+    // False when the file, or a frame in it, could not be read to its end.
     bool decodeCapture(const std::string& path, CaptureSummary& summary) {
         std::string error;
         auto reader = CaptureReader::open(path, error);
@@ -70,28 +92,31 @@ class Decoder {
             complain(error);
             return false;
         }
-        {
-            ProgressBar progress(stderr, reader->fileSize());
-            while (const auto frame = reader->next()) {
-                progress.update(reader->bytesRead());
-                if (frame->beacon() != nullptr) decodeFrame(*frame, progress);
-            }
-        }
+        const CutFrames cut = decodeFrames(*reader);
         summary.add(reader->summary());
+        if (cut.count > 0) complain(nameOf(path) + ": " + cut.text());
         if (reader->error()) complain(*reader->error());
-        return !reader->error();
+        return !reader->error() && cut.count == 0;
     }
 
-    void decodeFrame(const CapturedFrame& frame, ProgressBar& progress) {
-        const BeaconFrame& beacon = *frame.beacon();
-        if (options_.bssid && beacon.bssid != *options_.bssid) return;
-        const HalvaneMAC record = recordOfFrame(frame);
-        if (options_.isPerFrame) {
-            progress.clear();
-            print(record, FrameOrigin{frame.number, beacon.subtype});
-        } else {
-            table_.add(record);
+    CutFrames decodeFrames(CaptureReader& reader) {
+        ProgressBar progress(stderr, reader.fileSize());
+        CutFrames cut;
+        while (const auto frame = reader.next()) {
+            progress.update(reader.bytesRead());
+            const BeaconFrame* beacon = frame->beacon();
+            if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
+            const HalvaneMAC record = recordOfFrame(*frame);
+            if (record.invalidIEs()) cut.add(frame->number);
+            if (!options_.isPerFrame) {
+                table_.add(record);
+                continue;
+            }
+            // Bar and records share a terminal's lines.
+            if (isOutputTerminal_) progress.clear();
+            print(record, FrameOrigin{frame->number, beacon->subtype});
         }
+        return cut;
     }
 
     // A hidden SSID may be revealed by a later frame, so folded records are filtered here.
@@ -101,6 +126,7 @@ class Decoder {
     }
 
     const DecodeOptions& options_;
+    const bool isOutputTerminal_ = ::isatty(STDOUT_FILENO) != 0;
     std::unique_ptr<RecordWriter> writer_;
     BSSTable table_;
 };

@@ -42,7 +42,12 @@ std::optional<ByteBuffer> readHexFile(const std::string& path, std::string& erro
         return std::nullopt;
     }
     auto bytes = ByteBuffer::fromHex(text);
-    if (!bytes) error = name + ": not hexadecimal text (pairs of digits)";
+    if (!bytes) {
+        error = name + ": not hexadecimal text (pairs of digits)";
+    } else if (bytes->empty()) {
+        error = name + ": empty";
+        return std::nullopt;
+    }
     return bytes;
 }
 
