@@ -88,7 +88,7 @@ class HALVANE_EXPORT HalvaneMAC {
     void setCapabilityField(std::uint16_t field);
 #define HALVANE_CAPABILITY_BIT(bit, property, label) \
     bool property() const {                          \
-        return (capabilities_ >> bit & 1u) != 0;     \
+        return (capabilities_ >> (bit)&1u) != 0;     \
     }
     HALVANE_CAPABILITY_BITS(HALVANE_CAPABILITY_BIT)
 #undef HALVANE_CAPABILITY_BIT

@@ -13,6 +13,7 @@ namespace {
 constexpr std::uint32_t kMessageCode = 0x0044;
 constexpr std::uint32_t kLaterMessageCode = 0x0041;
 
+constexpr std::size_t kLeadSize = 8;  // message code and length
 constexpr std::size_t kDeviceNameSize = 16;
 constexpr std::size_t kValueSize = 4;
 constexpr std::uint16_t kStatusSupplied = 0;
@@ -73,7 +74,7 @@ bool readItem(HostOrderCursor& header, RadioInfo& info) {
 }
 
 bool isMessageCode(std::optional<std::uint32_t> code) {
-    return code == kMessageCode || code == kLaterMessageCode;
+    return code && (*code == kMessageCode || *code == kLaterMessageCode);
 }
 
 // Where the packet starts with a message code, in which order it stands; else absent.
@@ -113,7 +114,7 @@ std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet) 
     if (!length) return std::nullopt;
 
     auto split = splitPacket(packet, *length);
-    if (!split || !split->header.skip(2 * 4 + kDeviceNameSize)) return std::nullopt;
+    if (!split || !split->header.skip(kLeadSize + kDeviceNameSize)) return std::nullopt;
     RadioInfo info{.frame = split->frame};
     HostOrderCursor items{split->header, *isBigEndian};
     while (readItem(items, info)) continue;

@@ -9,8 +9,9 @@ namespace halvane::tool {
 
 namespace {
 
-constexpr std::uint64_t kSmallestFile = 4 * 1024 * 1024;  // bytes; a smaller one is done at once
-constexpr std::size_t kDecoration = 7;                    // "[", "] " and "100%"
+constexpr std::uint64_t kSmallestFile = std::uint64_t{4}
+                                        << 20;  // bytes; a smaller one is done at once
+constexpr std::size_t kDecoration = 7;          // "[", "] " and "100%"
 constexpr std::size_t kSmallestBar = 4;
 constexpr std::size_t kWidestBar = 80;
 
