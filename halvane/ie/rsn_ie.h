@@ -128,7 +128,9 @@ class HALVANE_EXPORT HalvaneRSNIE {
     void appendSuite_cipher(std::vector<std::uint8_t>& buffer, std::uint8_t suiteType) const;
 
     // Rebuilds rawIE() from the flags. Without an OUI of the two above, a pairwise cipher or an
-    // AKM there is no element: rawIE() is absent and isValid() false.
+    // AKM there is no element: rawIE() is absent and isValid() false. The length byte counts modulo
+    // 256, so PMKIDs beyond the first 14 or so make an element that no frame can carry. A WPA
+    // element gets PMKIDs but no capabilities before them, hence does not decode to them again.
     void generateIE();
 
     // Reserved; does nothing.

@@ -332,6 +332,12 @@ TEST(Usage, IsAnsweredWithStatusTwo) {
     }
 }
 
+TEST(DecodeFailure, EscapesWhatCouldCommandATerminal) {
+    const auto result = decode({"no\x1b[2Jsuch"});
+    EXPECT_EQ(result.errors.substr(0, 42), "halvane: no\\x1B[2Jsuch: No such file or di");
+    EXPECT_EQ(decode({""}).errors.substr(0, 23), "halvane: '': No such fi");
+}
+
 TEST(Usage, PrintsHelpAndVersion) {
     EXPECT_EQ(runProgram({kTool, "--version"}).output, "halvane " HALVANE_VERSION "\n");
     for (const std::vector<std::string>& words :

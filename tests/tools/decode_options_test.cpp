@@ -35,7 +35,7 @@ TEST(DecodeOptions, DefaultToTextOfFoldedRecords) {
     EXPECT_EQ(options.files, std::vector<std::string>{"a.pcap"});
     EXPECT_EQ(options.format, Format::Text);
     EXPECT_FALSE(options.isPerFrame || options.isHex || options.bssid || options.ssid);
-    EXPECT_EQ(options.capabilities, 0);
+    EXPECT_FALSE(options.capabilities);
 }
 
 TEST(DecodeOptions, NameEveryFormat) {
@@ -74,13 +74,18 @@ TEST(DecodeOptions, AreRefusedWithWhatIsWrong) {
     EXPECT_EQ(errorOf({"--format=xml", "a"}), "--format: 'xml' is not text, json, jsonl or plist");
     EXPECT_EQ(errorOf({"--bssid=02:1a", "a"}),
               "--bssid: '02:1a' is not an address of six octets (02:1a:2b:3c:4d:5e)");
-    EXPECT_EQ(errorOf({"--capabilities=0x10000", "a"}),
+    EXPECT_EQ(errorOf({"--hex", "--capabilities=0x10000", "a"}),
               "--capabilities: '0x10000' is not a 16-bit number (0x0411)");
     for (const char* value : {"--capabilities=", "--capabilities=-1", "--capabilities=0x",
                               "--capabilities=12a", "--bssid=", "--bssid=02:1a:2b:3c:4d:5e:6f"}) {
-        EXPECT_NE(errorOf({value, "a"}), "") << value;
+        EXPECT_NE(errorOf({"--hex", value, "a"}), "") << value;
     }
     EXPECT_EQ(errorOf({"--bogus", "a"}), "unknown option '--bogus'");
+    EXPECT_EQ(errorOf({"-xy", "a"}), "unknown option '-x'");
+    EXPECT_EQ(errorOf({"a", "-y"}), "unknown option '-y'");
+    EXPECT_EQ(errorOf({"--per-frame=3", "a"}), "--per-frame takes no value");
+    EXPECT_EQ(errorOf({"-", "-"}), "'-' can be read once only");
+    EXPECT_EQ(errorOf({"--capabilities=1", "a"}), "--capabilities is for --hex");
     EXPECT_EQ(errorOf({"a", "--ssid"}), "--ssid needs a value");
     EXPECT_EQ(errorOf({"--hex", "a", "b"}), "--hex takes one file");
     EXPECT_EQ(errorOf({"--hex", "--per-frame", "a"}), "--hex and --per-frame do not go together");

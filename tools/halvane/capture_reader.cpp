@@ -10,6 +10,8 @@
 
 #include "halvane/base/byte_cursor.h"
 
+#include "tools/halvane/message.h"
+
 namespace halvane::tool {
 
 namespace {
@@ -117,7 +119,7 @@ CaptureReader::CaptureReader(Handle handle, LinkType linkType, std::string name,
 
 std::optional<CaptureReader> CaptureReader::open(const std::string& path, std::string& error) {
     const bool isStandardInput = path == "-";
-    const std::string name = isStandardInput ? "standard input" : path;
+    const std::string name = inputName(path);
     const auto fail = [&](const std::string& text) {
         error = name + ": " + text;
         return std::nullopt;
@@ -145,7 +147,7 @@ std::optional<CapturedFrame> CaptureReader::next() {
     const u_char* bytes = nullptr;
     const int outcome = pcap_next_ex(handle_.get(), &header, &bytes);
     if (outcome == PCAP_ERROR) {
-        error_ = name_ + ": damaged after frame " + std::to_string(summary_.frames) + ": " +
+        error_ = name_ + ": cannot be read beyond frame " + std::to_string(summary_.frames) + ": " +
                  pcap_geterr(handle_.get());
     }
     if (outcome != 1) return std::nullopt;

@@ -10,20 +10,13 @@
 #include "tools/halvane/escape_text.h"
 #include "tools/halvane/frame_record.h"
 #include "tools/halvane/hex_input.h"
+#include "tools/halvane/message.h"
 #include "tools/halvane/progress_bar.h"
 #include "tools/halvane/record_writer.h"
 
 namespace halvane::tool {
 
 namespace {
-
-void complain(const std::string& message) {
-    std::fprintf(stderr, "halvane: %s\n", message.c_str());
-}
-
-std::string nameOf(const std::string& path) {
-    return path == "-" ? "standard input" : path;
-}
 
 // The asked SSID may be given as its octets, or as the tool prints them.
 bool isSSID(const std::optional<ByteBuffer>& ssid, const std::string& asked) {
@@ -67,10 +60,10 @@ class Decoder {
             return false;
         }
         auto record = HalvaneMAC::initWithMAC(options_.bssid.value_or(ByteBuffer()));
-        record.setCapabilityField(options_.capabilities);
+        record.setCapabilityField(options_.capabilities.value_or(0));
         record.setInformationElements(*elements);
         table_.add(record);
-        if (record.invalidIEs()) complain(nameOf(path) + ": cut in an element");
+        if (record.invalidIEs()) complain(inputName(path) + ": cut in an element");
         return !record.invalidIEs();
     }
 
@@ -78,6 +71,7 @@ class Decoder {
         CaptureSummary summary;
         bool isWhole = true;
         for (const std::string& path : options_.files) {
+            if (isOutputLost()) break;
             isWhole = decodeCapture(path, summary) && isWhole;
         }
         std::fprintf(stderr, "%s\n", summary.text().c_str());
@@ -94,7 +88,7 @@ class Decoder {
         }
         const CutFrames cut = decodeFrames(*reader);
         summary.add(reader->summary());
-        if (cut.count > 0) complain(nameOf(path) + ": " + cut.text());
+        if (cut.count > 0) complain(inputName(path) + ": " + cut.text());
         if (reader->error()) complain(*reader->error());
         return !reader->error() && cut.count == 0;
     }
@@ -102,8 +96,8 @@ class Decoder {
     CutFrames decodeFrames(CaptureReader& reader) {
         ProgressBar progress(stderr, reader.fileSize());
         CutFrames cut;
-        while (const auto frame = reader.next()) {
-            progress.update(reader.bytesRead());
+        while (const auto frame = isOutputLost() ? std::nullopt : reader.next()) {
+            if (progress.isShown()) progress.update(reader.bytesRead());
             const BeaconFrame* beacon = frame->beacon();
             if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
             const HalvaneMAC record = recordOfFrame(*frame);
@@ -124,6 +118,9 @@ class Decoder {
         if (options_.ssid && !isSSID(record.SSID(), *options_.ssid)) return;
         writer_->write(record, origin);
     }
+
+    // Nobody reads on, or the disk is full: main() tells, and going on would be for nothing.
+    static bool isOutputLost() { return std::ferror(stdout) != 0; }
 
     const DecodeOptions& options_;
     const bool isOutputTerminal_ = ::isatty(STDOUT_FILENO) != 0;

@@ -1,5 +1,6 @@
 #include "tools/halvane/decode_options.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <getopt.h>
@@ -92,6 +93,28 @@ std::optional<UsageError> store(DecodeOptions& options, int option, const char* 
     }
 }
 
+// getopt_long says which one: a short option in optopt, a long one that takes no value likewise.
+UsageError refusedOption(const char* word) {
+    for (const option& known : kOptions) {
+        if (known.name != nullptr && known.val == optopt) {
+            return {std::string("--") + known.name + " takes no value"};
+        }
+    }
+    if (optopt != 0) return {std::string("unknown option '-") + static_cast<char>(optopt) + "'"};
+    return {std::string("unknown option '") + word + "'"};
+}
+
+std::optional<UsageError> conflictIn(const DecodeOptions& options) {
+    if (options.files.empty()) return UsageError{"no file to decode ('-' is standard input)"};
+    if (std::ranges::count(options.files, "-") > 1) return UsageError{"'-' can be read once only"};
+    if (!options.isHex && options.capabilities) return UsageError{"--capabilities is for --hex"};
+    if (options.isHex && options.files.size() > 1) return UsageError{"--hex takes one file"};
+    if (options.isHex && options.isPerFrame) {
+        return UsageError{"--hex and --per-frame do not go together"};
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 const char* decodeHelp() {
@@ -109,7 +132,8 @@ const char* decodeHelp() {
            "  --capabilities=FIELD  with --hex: the capability information field (default 0)\n"
            "  --help                print this help\n\n"
            "A summary of the frames read and skipped goes to standard error. Exit status: 0 done,\n"
-           "1 a file could not be read to its end, 2 usage.\n";
+           "1 a file or a frame could not be read to its end, or the output not be written, 2 "
+           "usage.\n";
 }
 
 std::variant<DecodeOptions, HelpAsked, UsageError> parseDecodeOptions(int argc, char** argv) {
@@ -120,17 +144,11 @@ std::variant<DecodeOptions, HelpAsked, UsageError> parseDecodeOptions(int argc, 
     while ((option = getopt_long(argc, argv, ":h", kOptions.data(), nullptr)) != -1) {
         if (option == kHelp || option == 'h') return HelpAsked{};
         if (option == ':') return UsageError{std::string(argv[optind - 1]) + " needs a value"};
-        if (option == '?') {
-            return UsageError{std::string("unknown option '") + argv[optind - 1] + "'"};
-        }
+        if (option == '?') return refusedOption(argv[optind - 1]);
         if (auto error = store(options, option, optarg)) return *error;
     }
     options.files.assign(argv + optind, argv + argc);
-    if (options.files.empty()) return UsageError{"no file to decode ('-' is standard input)"};
-    if (options.isHex && options.files.size() > 1) return UsageError{"--hex takes one file"};
-    if (options.isHex && options.isPerFrame) {
-        return UsageError{"--hex and --per-frame do not go together"};
-    }
+    if (auto error = conflictIn(options)) return *error;
     return options;
 }
 

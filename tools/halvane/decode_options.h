@@ -19,7 +19,7 @@ struct DecodeOptions {
     Format format = Format::Text;
     bool isPerFrame = false;
     bool isHex = false;
-    std::uint16_t capabilities = 0;  // of a hexadecimal element buffer
+    std::optional<std::uint16_t> capabilities;  // of a hexadecimal element buffer
     std::optional<ByteBuffer> bssid;
     std::optional<std::string> ssid;
 };

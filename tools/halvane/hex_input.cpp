@@ -6,6 +6,8 @@
 #include <cstring>
 #include <memory>
 
+#include "tools/halvane/message.h"
+
 namespace halvane::tool {
 
 namespace {
@@ -23,7 +25,7 @@ struct FileCloser {
 
 std::optional<ByteBuffer> readHexFile(const std::string& path, std::string& error) {
     const bool isStandardInput = path == "-";
-    const std::string name = isStandardInput ? "standard input" : path;
+    const std::string name = inputName(path);
     const std::unique_ptr<std::FILE, FileCloser> file(
         isStandardInput ? stdin : std::fopen(path.c_str(), "re"));
     std::string text;

@@ -2,9 +2,12 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <new>
+#include <string>
 #include <string_view>
 
 #include "tools/halvane/command.h"
+#include "tools/halvane/message.h"
 
 namespace halvane::tool {
 namespace {
@@ -48,10 +51,9 @@ int run(int argc, char** argv) {
         if (name == command.name) return command.main(argc - 1, argv + 1);
     }
     if (name.empty()) {
-        std::fprintf(stderr, "halvane: no command; 'halvane --help' lists them\n");
+        complain("no command; 'halvane --help' lists them");
     } else {
-        std::fprintf(stderr, "halvane: unknown command '%s'; 'halvane --help' lists them\n",
-                     argv[1]);
+        complain("unknown command '" + std::string(name) + "'; 'halvane --help' lists them");
     }
     return kExitUsage;
 }
@@ -59,7 +61,7 @@ int run(int argc, char** argv) {
 // Results that did not reach standard output (a full disk, say) are a failure too.
 int flushed(int status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-    std::fprintf(stderr, "halvane: standard output: %s\n", std::strerror(errno));
+    complain(std::string("standard output: ") + std::strerror(errno));
     return status == kExitDone ? kExitFailed : status;
 }
 
@@ -69,8 +71,11 @@ int flushed(int status) {
 int main(int argc, char** argv) {
     try {
         return halvane::tool::flushed(halvane::tool::run(argc, argv));
+    } catch (const std::bad_alloc&) {
+        std::fputs("halvane: out of memory\n", stderr);
+        return halvane::tool::kExitFailed;
     } catch (const std::exception& failure) {
-        std::fprintf(stderr, "halvane: %s\n", failure.what());
+        halvane::tool::complain(failure.what());
         return halvane::tool::kExitFailed;
     }
 }

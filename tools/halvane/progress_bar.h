@@ -27,6 +27,9 @@ class ProgressBar {
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
 
+    // Whether there is a bar at all, so that nobody counts bytes for nothing.
+    bool isShown() const { return total_ > 0; }
+
     // Cheap where the text does not change.
     void update(std::uint64_t done);
 

@@ -1,7 +1,6 @@
 #include "tools/halvane/record_json.h"
 
 #include <concepts>
-#include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -13,17 +12,6 @@
 namespace halvane::tool {
 
 namespace {
-
-// A member of an object; null marks an absent value.
-using Member = std::pair<const char*, JSON>;
-
-JSON objectOf(std::initializer_list<Member> members) {
-    JSON object = JSON::object();
-    for (const auto& [key, value] : members) {
-        if (!value.is_null()) object[key] = value;
-    }
-    return object;
-}
 
 JSON jsonOf(bool value) {
     return value;
@@ -69,79 +57,82 @@ JSON jsonOf(const std::optional<Value>& value) {
     return value ? jsonOf(*value) : JSON();
 }
 
-#define HALVANE_MEMBER(property)         \
-    Member {                             \
-#property, jsonOf(ie.property()) \
-    }
+// Absent values are left out.
+void put(JSON& object, const char* key, JSON value) {
+    if (!value.is_null()) object.emplace(key, std::move(value));
+}
+
+#define HALVANE_MEMBER(property) put(object, #property, jsonOf(ie.property()))
 
 JSON jsonOf(const HalvaneRSNIE& ie) {
-#define HALVANE_FLAG_MEMBER(getter, setter) HALVANE_MEMBER(getter),
-    return objectOf({
-        HALVANE_MEMBER(oui),
-        HALVANE_MEMBER(rawIE),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(version),
-        HALVANE_RSN_FLAGS(HALVANE_FLAG_MEMBER) HALVANE_MEMBER(replayCounterPTKSA),
-        HALVANE_MEMBER(replayCounterGTKSA),
-        HALVANE_MEMBER(pmkids),
-    });
+#define HALVANE_FLAG_MEMBER(getter, setter) HALVANE_MEMBER(getter);
+    JSON object = JSON::object();
+    HALVANE_MEMBER(oui);
+    HALVANE_MEMBER(rawIE);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(version);
+    HALVANE_RSN_FLAGS(HALVANE_FLAG_MEMBER)
+    HALVANE_MEMBER(replayCounterPTKSA);
+    HALVANE_MEMBER(replayCounterGTKSA);
+    HALVANE_MEMBER(pmkids);
+    return object;
 #undef HALVANE_FLAG_MEMBER
 }
 
 JSON jsonOf(const HalvaneChannelTuple& ie) {
-    return objectOf({
-        HALVANE_MEMBER(firstChannel),
-        HALVANE_MEMBER(numChannels),
-        HALVANE_MEMBER(maxTxPower),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(firstChannel);
+    HALVANE_MEMBER(numChannels);
+    HALVANE_MEMBER(maxTxPower);
+    return object;
 }
 
 JSON jsonOf(const HalvaneRegulatoryTuple& ie) {
-    return objectOf({
-        HALVANE_MEMBER(extensionIdentifier),
-        HALVANE_MEMBER(regulatoryClass),
-        HALVANE_MEMBER(coverageClass),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(extensionIdentifier);
+    HALVANE_MEMBER(regulatoryClass);
+    HALVANE_MEMBER(coverageClass);
+    return object;
 }
 
 JSON jsonOf(const HalvaneCountryIE& ie) {
-    return objectOf({
-        HALVANE_MEMBER(rawIE),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(countryCode),
-        HALVANE_MEMBER(channelTuples),
-        HALVANE_MEMBER(regulatoryTuples),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawIE);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(countryCode);
+    HALVANE_MEMBER(channelTuples);
+    HALVANE_MEMBER(regulatoryTuples);
+    return object;
 }
 
 JSON jsonOf(const HalvaneTessicIE& ie) {
-    return objectOf({
-        HALVANE_MEMBER(rawIE),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(TessicVersion),
-        HALVANE_MEMBER(TessicProductName),
-        HALVANE_MEMBER(isWoWCapable),
-        HALVANE_MEMBER(hasInterferenceRobustness),
-        HALVANE_MEMBER(isUnconfigured),
-        HALVANE_MEMBER(isPPPoEServer),
-        HALVANE_MEMBER(isGuestNetwork),
-        HALVANE_MEMBER(hasLegacyWDS),
-        HALVANE_MEMBER(isWPSCapable),
-        HALVANE_MEMBER(isWPSActive),
-        HALVANE_MEMBER(isSAWCapable),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawIE);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(TessicVersion);
+    HALVANE_MEMBER(TessicProductName);
+    HALVANE_MEMBER(isWoWCapable);
+    HALVANE_MEMBER(hasInterferenceRobustness);
+    HALVANE_MEMBER(isUnconfigured);
+    HALVANE_MEMBER(isPPPoEServer);
+    HALVANE_MEMBER(isGuestNetwork);
+    HALVANE_MEMBER(hasLegacyWDS);
+    HALVANE_MEMBER(isWPSCapable);
+    HALVANE_MEMBER(isWPSActive);
+    HALVANE_MEMBER(isSAWCapable);
+    return object;
 }
 
 JSON jsonOf(const HalvaneDWDSIE& ie) {
-    return objectOf({
-        HALVANE_MEMBER(rawIE),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(DWDSRole),
-        HALVANE_MEMBER(isAMPDUNotSupportedOverDWDS),
-        HALVANE_MEMBER(isAMPDUWorkaroundOverDWDS),
-        HALVANE_MEMBER(isAMPDUFullSupportOverDWDS),
-        HALVANE_MEMBER(isClosedNetworkOverDWDS),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawIE);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(DWDSRole);
+    HALVANE_MEMBER(isAMPDUNotSupportedOverDWDS);
+    HALVANE_MEMBER(isAMPDUWorkaroundOverDWDS);
+    HALVANE_MEMBER(isAMPDUFullSupportOverDWDS);
+    HALVANE_MEMBER(isClosedNetworkOverDWDS);
+    return object;
 }
 
 // The names of a device type are found on request, by the company that defines them.
@@ -156,87 +147,90 @@ HalvaneWPSDeviceType withNames(HalvaneWPSDeviceType deviceType) {
 
 JSON jsonOf(const HalvaneWPSDeviceType& deviceType) {
     const HalvaneWPSDeviceType ie = withNames(deviceType);
-    return objectOf({
-        HALVANE_MEMBER(rawDeviceType),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(categoryID),
-        HALVANE_MEMBER(SMI),
-        HALVANE_MEMBER(subCategoryID),
-        HALVANE_MEMBER(companyName),
-        HALVANE_MEMBER(category),
-        HALVANE_MEMBER(subCategory),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawDeviceType);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(categoryID);
+    HALVANE_MEMBER(SMI);
+    HALVANE_MEMBER(subCategoryID);
+    HALVANE_MEMBER(companyName);
+    HALVANE_MEMBER(category);
+    HALVANE_MEMBER(subCategory);
+    return object;
 }
 
 JSON jsonOf(const HalvaneWPSTLVs& ie) {
 #define HALVANE_ATTRIBUTE_MEMBER(type, name, kind, shortest, longest, property, setter, label) \
-    HALVANE_MEMBER(property),
+    HALVANE_MEMBER(property);
 #define HALVANE_NO_MEMBER(type, name, kind, shortest, longest, property)
-    return objectOf({HALVANE_MEMBER(rawTLVs), HALVANE_MEMBER(isValid),
-                     HALVANE_WPS_ATTRIBUTES(HALVANE_ATTRIBUTE_MEMBER, HALVANE_NO_MEMBER)});
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawTLVs);
+    HALVANE_MEMBER(isValid);
+    HALVANE_WPS_ATTRIBUTES(HALVANE_ATTRIBUTE_MEMBER, HALVANE_NO_MEMBER)
+    return object;
 #undef HALVANE_NO_MEMBER
 #undef HALVANE_ATTRIBUTE_MEMBER
 }
 
 JSON jsonOf(const HalvaneWPSIE& ie) {
-    return objectOf({
-        HALVANE_MEMBER(rawIE),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(tlvs),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawIE);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(tlvs);
+    return object;
 }
 
 JSON jsonOf(const HalvaneHTCapabilitiesIE& ie) {
-    return objectOf({
-        HALVANE_MEMBER(rawIE),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(capabilities),
-        HALVANE_MEMBER(supportsLDPCCoding),
-        HALVANE_MEMBER(supports40MHzOperation),
-        HALVANE_MEMBER(staticSMPowerSaveMode),
-        HALVANE_MEMBER(dynamicSMPowerSaveMode),
-        HALVANE_MEMBER(supportsGreenfield),
-        HALVANE_MEMBER(supports20MHzShortGI),
-        HALVANE_MEMBER(supports40MHzShortGI),
-        HALVANE_MEMBER(supportsTxSTBC),
-        HALVANE_MEMBER(numSupportedRxSTBC),
-        HALVANE_MEMBER(supportsHTDelayedBlockAck),
-        HALVANE_MEMBER(maximumAMSDULength),
-        HALVANE_MEMBER(supportsDSSSCCK40MHz),
-        HALVANE_MEMBER(fortyMHzIntolerant),
-        HALVANE_MEMBER(supportsLSIGTXOPProtectionSupport),
-        HALVANE_MEMBER(paramsAMPDU),
-        HALVANE_MEMBER(supportedMCSSet),
-        HALVANE_MEMBER(mcsRates),
-        HALVANE_MEMBER(extendedCapabilities),
-        HALVANE_MEMBER(transmitBeamformingCapabilities),
-        HALVANE_MEMBER(aselCapability),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawIE);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(capabilities);
+    HALVANE_MEMBER(supportsLDPCCoding);
+    HALVANE_MEMBER(supports40MHzOperation);
+    HALVANE_MEMBER(staticSMPowerSaveMode);
+    HALVANE_MEMBER(dynamicSMPowerSaveMode);
+    HALVANE_MEMBER(supportsGreenfield);
+    HALVANE_MEMBER(supports20MHzShortGI);
+    HALVANE_MEMBER(supports40MHzShortGI);
+    HALVANE_MEMBER(supportsTxSTBC);
+    HALVANE_MEMBER(numSupportedRxSTBC);
+    HALVANE_MEMBER(supportsHTDelayedBlockAck);
+    HALVANE_MEMBER(maximumAMSDULength);
+    HALVANE_MEMBER(supportsDSSSCCK40MHz);
+    HALVANE_MEMBER(fortyMHzIntolerant);
+    HALVANE_MEMBER(supportsLSIGTXOPProtectionSupport);
+    HALVANE_MEMBER(paramsAMPDU);
+    HALVANE_MEMBER(supportedMCSSet);
+    HALVANE_MEMBER(mcsRates);
+    HALVANE_MEMBER(extendedCapabilities);
+    HALVANE_MEMBER(transmitBeamformingCapabilities);
+    HALVANE_MEMBER(aselCapability);
+    return object;
 }
 
 JSON jsonOf(const HalvaneHTOperationIE& ie) {
-    return objectOf({
-        HALVANE_MEMBER(rawIE),
-        HALVANE_MEMBER(isValid),
-        HALVANE_MEMBER(primaryChannel),
-        HALVANE_MEMBER(capabilities1),
-        HALVANE_MEMBER(capabilities2),
-        HALVANE_MEMBER(capabilities3),
-        HALVANE_MEMBER(secondaryChannelOffset),
-        HALVANE_MEMBER(staChannelWidth),
-        HALVANE_MEMBER(supportsRIFS),
-        HALVANE_MEMBER(htProtectionMode),
-        HALVANE_MEMBER(nonGreenfieldHTSTAsPresent),
-        HALVANE_MEMBER(nonHTSTAsPresentOBSS),
-        HALVANE_MEMBER(transmitsDualBeacon),
-        HALVANE_MEMBER(requiresDualCTSProtection),
-        HALVANE_MEMBER(isSTBCBeacon),
-        HALVANE_MEMBER(supportsLSIGTXOPProtectionFullSupport),
-        HALVANE_MEMBER(hasActivePCO),
-        HALVANE_MEMBER(pcoPhase20MHz),
-        HALVANE_MEMBER(pcoPhase40MHz),
-        HALVANE_MEMBER(basicMCSSet),
-    });
+    JSON object = JSON::object();
+    HALVANE_MEMBER(rawIE);
+    HALVANE_MEMBER(isValid);
+    HALVANE_MEMBER(primaryChannel);
+    HALVANE_MEMBER(capabilities1);
+    HALVANE_MEMBER(capabilities2);
+    HALVANE_MEMBER(capabilities3);
+    HALVANE_MEMBER(secondaryChannelOffset);
+    HALVANE_MEMBER(staChannelWidth);
+    HALVANE_MEMBER(supportsRIFS);
+    HALVANE_MEMBER(htProtectionMode);
+    HALVANE_MEMBER(nonGreenfieldHTSTAsPresent);
+    HALVANE_MEMBER(nonHTSTAsPresentOBSS);
+    HALVANE_MEMBER(transmitsDualBeacon);
+    HALVANE_MEMBER(requiresDualCTSProtection);
+    HALVANE_MEMBER(isSTBCBeacon);
+    HALVANE_MEMBER(supportsLSIGTXOPProtectionFullSupport);
+    HALVANE_MEMBER(hasActivePCO);
+    HALVANE_MEMBER(pcoPhase20MHz);
+    HALVANE_MEMBER(pcoPhase40MHz);
+    HALVANE_MEMBER(basicMCSSet);
+    return object;
 }
 
 JSON textOf(const std::optional<ByteBuffer>& ssid) {
@@ -249,30 +243,28 @@ JSON addressOf(const ByteBuffer& address) {
 
 }  // namespace
 
-JSON jsonOfRecord(const HalvaneMAC& ie) {
-    return objectOf({
-        {"mac", addressOf(ie.mac())},
-        {"SSID", textOf(ie.SSID())},
-        {"SSIDHex", jsonOf(ie.SSID())},
-        HALVANE_MEMBER(channel),
-        HALVANE_MEMBER(channelWidth),
-        HALVANE_MEMBER(RSSI),
-        HALVANE_MEMBER(noise),
-        HALVANE_MEMBER(beaconInterval),
-        HALVANE_MEMBER(capabilities),
-        HALVANE_MEMBER(supportedRates),
-        HALVANE_MEMBER(maxPHYRate),
-        HALVANE_MEMBER(securityFriendlyName),
-        HALVANE_MEMBER(invalidIEs),
-        HALVANE_MEMBER(rsn),
-        HALVANE_MEMBER(wpa),
-        HALVANE_MEMBER(countryIE),
-        HALVANE_MEMBER(tessicIE),
-        HALVANE_MEMBER(dwdsIE),
-        HALVANE_MEMBER(wpsIE),
-        HALVANE_MEMBER(HTCaps),
-        HALVANE_MEMBER(HTOperation),
-    });
+void appendRecord(JSON& object, const HalvaneMAC& ie) {
+    put(object, "mac", addressOf(ie.mac()));
+    put(object, "SSID", textOf(ie.SSID()));
+    put(object, "SSIDHex", jsonOf(ie.SSID()));
+    HALVANE_MEMBER(channel);
+    HALVANE_MEMBER(channelWidth);
+    HALVANE_MEMBER(RSSI);
+    HALVANE_MEMBER(noise);
+    HALVANE_MEMBER(beaconInterval);
+    HALVANE_MEMBER(capabilities);
+    HALVANE_MEMBER(supportedRates);
+    HALVANE_MEMBER(maxPHYRate);
+    HALVANE_MEMBER(securityFriendlyName);
+    HALVANE_MEMBER(invalidIEs);
+    HALVANE_MEMBER(rsn);
+    HALVANE_MEMBER(wpa);
+    HALVANE_MEMBER(countryIE);
+    HALVANE_MEMBER(tessicIE);
+    HALVANE_MEMBER(dwdsIE);
+    HALVANE_MEMBER(wpsIE);
+    HALVANE_MEMBER(HTCaps);
+    HALVANE_MEMBER(HTOperation);
 }
 
 }  // namespace halvane::tool

@@ -14,7 +14,8 @@ namespace halvane::tool {
 // Keys in the order in which they were added, so that the same record gives the same text.
 using JSON = nlohmann::ordered_json;
 
-JSON jsonOfRecord(const HalvaneMAC& record);
+// Adds the record's members to an object.
+void appendRecord(JSON& object, const HalvaneMAC& record);
 
 }  // namespace halvane::tool
 

@@ -27,7 +27,7 @@ JSON jsonWithOrigin(const HalvaneMAC& record, const std::optional<FrameOrigin>& 
         object["frame"] = origin->number;
         object["subtype"] = subtypeName(origin->subtype);
     }
-    object.update(jsonOfRecord(record));
+    appendRecord(object, record);
     return object;
 }
 
