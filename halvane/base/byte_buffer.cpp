@@ -45,7 +45,8 @@ std::optional<ByteBuffer> ByteBuffer::fromHex(std::string_view text) {
             high.reset();
         } else if (digit) {
             high = digit;
-        } else if (high || std::string_view(" \t\r\n:-").find(character) == std::string_view::npos) {
+        } else if (high ||
+                   std::string_view(" \t\r\n:-").find(character) == std::string_view::npos) {
             return std::nullopt;
         }
     }

@@ -55,7 +55,7 @@ std::optional<ByteCursor> bodyOf(const ByteBuffer& element) {
 
 // A number that the other sighting lacks is kept.
 void takeOver(std::optional<Number>& number, const std::optional<Number>& other) {
-    if (other) number = other;
+    if (other && number != other) number = other;
 }
 
 }  // namespace
@@ -264,7 +264,7 @@ void HalvaneMAC::mergeEntries(const HalvaneMAC& other) {
     takeOver(RSSI_, other.RSSI_);
     takeOver(beaconInterval_, other.beaconInterval_);
     if (capabilities_ != other.capabilities_) setCapabilityField(other.capabilities_);
-    if (!SSID_ && other.SSID_) setInformationElements(*other.ieBuffer_);
+    if (!SSID_ && other.SSID_ && other.ieBuffer_) setInformationElements(*other.ieBuffer_);
 }
 
 void HalvaneMAC::updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate) {

@@ -71,8 +71,9 @@ class HALVANE_EXPORT HalvaneMAC {
     std::uint64_t lastUpdated() const { return lastUpdated_; }
     std::uint64_t firstAdded() const { return firstAdded_; }
 
-    // As the caller measured them: primary channel number, dBm, dBm, TU. Setting one is no change
-    // in the sense of lastUpdated().
+    // As the caller measured them: primary channel number, dBm, dBm, and the beacon interval as the
+    // frame states it (in TU of 1.024 ms; a description prints it with the unit "ms"). Setting one
+    // is no change in the sense of lastUpdated().
     const std::optional<Number>& channel() const { return channel_; }
     void setChannel(std::optional<Number> value) { channel_ = value; }
     const std::optional<Number>& noise() const { return noise_; }
@@ -111,7 +112,8 @@ class HALVANE_EXPORT HalvaneMAC {
         return invalidIEs_;
     }
 
-    // Octets, not text. Absent where the element is missing, empty, or all zeros (hidden).
+    // Octets, not text. Absent where every SSID element is missing, empty, or all zeros (hidden);
+    // one of those after a named one leaves the name.
     const std::optional<ByteBuffer>& SSID() const {
         return SSID_;
     }
@@ -146,7 +148,8 @@ class HALVANE_EXPORT HalvaneMAC {
         return HTOperation_;
     }
 
-    // Derived from the elements: Mbit/s; 20 or 40 MHz; one of "WPA Enterprise", "WPA Personal",
+    // Derived from the elements: Mbit/s; 20 or 40 MHz, or rate and width 0 where the HT Operation
+    // element that should tell them is broken; one of "WPA Enterprise", "WPA Personal",
     // "WEP", "WPS", "Open". Elements that give no rate leave the other two as they were.
     const std::optional<Number>& maxPHYRate() const {
         return maxPHYRate_;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <initializer_list>
+#include <iterator>
+#include <span>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/oui.h"

@@ -21,6 +21,14 @@ class HALVANE_EXPORT HalvaneChannel {
                                                                      const Number& frequency,
                                                                      bool isRadarProne);
 
+    // The same with a number for the flag: true unless it is 0.
+    static HalvaneChannel initWithChannel_withFrequency_isRadarProne(const Number& channel,
+                                                                     const Number& frequency,
+                                                                     const Number& isRadarProne) {
+        return initWithChannel_withFrequency_isRadarProne(channel, frequency,
+                                                          isRadarProne != Number(0));
+    }
+
     // A missing key reads as 0 or false.
     static HalvaneChannel initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 

@@ -22,7 +22,7 @@ constexpr StandardChannel kStandardChannels[] = {
     {136, 132}, {140, 0},   {149, 153}, {153, 149}, {157, 161}, {161, 157}, {165, 0},
 };
 
-// 17.3.8.4.2 and 15.4.4.3: channels stand 5 MHz apart, but channel 14.
+// IEEE 802.11-2020, 17.3.8.4.2 and 15.4.4.3: channels stand 5 MHz apart, but channel 14.
 constexpr unsigned centreFrequency(unsigned channel) {
     if (channel == 14) return 2484;
     return (channel < 14 ? 2407 : 5000) + 5 * channel;

@@ -30,6 +30,15 @@ TEST(FormattedData, PrintsUnprintableBytesAsDots) {
     EXPECT_EQ(formattedData_includeHex(ByteBuffer{31, 32, 126, 127, 0x80, 0xFF}, false), ". ~...");
 }
 
+TEST(FormattedData, PrintsThePrintableBytesOfASCIIAsThemselves) {
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const bool isPrintable = byte >= 32 && byte <= 126;
+        EXPECT_EQ(formattedData_includeHex(ByteBuffer{static_cast<std::uint8_t>(byte)}, false),
+                  std::string(1, isPrintable ? static_cast<char>(byte) : '.'))
+            << byte;
+    }
+}
+
 TEST(FormattedData, OfNothingIsEmptyOrTheBareSeparator) {
     EXPECT_EQ(formattedData_includeHex(ByteBuffer(), false), "");
     EXPECT_EQ(formattedData_includeHex(ByteBuffer(), true), "  |  ");

@@ -207,6 +207,27 @@ TEST(HTCapabilitiesIE, DescribesEveryField) {
         "    ASEL Capabilities                 : 0x7f\n");
 }
 
+TEST(HTCapabilitiesIE, DescribesEachFlagUnderItsLabel) {
+    const std::pair<unsigned, const char*> rows[] = {
+        {0, "Supports LDPC Coding          "},  {1, "Supports 40MHz Operation      "},
+        {2, "Dynamic SM Powersave Mode     "},  {4, "Supports Greenfield           "},
+        {5, "Supports 20 MHz Short GI      "},  {6, "Supports 40 MHz Short GI      "},
+        {7, "Supports Tx STBC              "},  {10, "Supports HT Delayed Block Ack "},
+        {12, "Supports DSSS CCK 40 MHz      "}, {14, "40 MHz Intolerant             "},
+        {15, "Supports LSIG TX OP Protection"},
+    };
+    constexpr unsigned kNoSMPowerSave = 3u << 2;
+    for (const auto& [bit, label] : rows) {
+        const unsigned rest = bit == 2 ? 0 : kNoSMPowerSave;
+        const auto text = withCapabilities(1u << bit | rest).description();
+        EXPECT_NE(text.find(std::string("    ") + label + "    : YES\n"), std::string::npos)
+            << label << text;
+        EXPECT_EQ(text.find("YES"), text.rfind("YES")) << label;
+    }
+    EXPECT_NE(withCapabilities(0).description().find("Static SM Powersave Mode          : YES\n"),
+              std::string::npos);
+}
+
 TEST(HTCapabilitiesIE, DescribesAnEmptyObject) {
     EXPECT_EQ(HalvaneHTCapabilitiesIE().description(),
               "    Capabilities                      : 0x00\n"

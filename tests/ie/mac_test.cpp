@@ -1,7 +1,7 @@
 #include "halvane/ie/mac.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
-#include <numeric>
 #include <string>
 #include <vector>
 
@@ -262,6 +262,36 @@ TEST(MACWalk, DispatchesEachKnownElement) {
     EXPECT_TRUE(record.tessicIE()->isSAWCapable());
 }
 
+TEST(MACWalk, ForgetsEveryElementBeforeTheNextOnes) {
+    auto record = recordOf(joined({
+        ssidElement("a"),
+        kRates,
+        element(7, {'D', 'E', ' '}),
+        htCapabilitiesElement(0, 1),
+        htOperationElement(6, 0),
+        rsnElement(2),
+        wpaElement(2),
+        wpsElement(),
+        element(221, {0x0A, 0x7E, 0x55, 1, 0, 0, 2}),
+        element(221, {0x0A, 0x7E, 0x56, 1}),
+    }));
+    ASSERT_TRUE(record.SSID() && record.supportedRates() && record.countryIE() && record.HTCaps());
+    ASSERT_TRUE(record.HTOperation() && record.rsn() && record.wpa() && record.wpsIE());
+    ASSERT_TRUE(record.dwdsIE() && record.tessicIE());
+    record.setInformationElements(ByteBuffer());
+    EXPECT_FALSE(record.SSID() || record.supportedRates() || record.countryIE());
+    EXPECT_FALSE(record.HTCaps() || record.HTOperation() || record.rsn() || record.wpa());
+    EXPECT_FALSE(record.wpsIE() || record.dwdsIE() || record.tessicIE());
+}
+
+TEST(MACWalk, TakesAVendorGeneralElementOfAnyType) {
+    for (const std::uint8_t type : Bytes{0, 1, 4, 255}) {
+        const auto record = recordOf(element(221, {0x0A, 0x7E, 0x56, type, 3, 0, 0}));
+        ASSERT_TRUE(record.tessicIE());
+        EXPECT_EQ(record.tessicIE()->TessicVersion(), Number(type));
+    }
+}
+
 TEST(MACWalk, IgnoresUnknownElementsAndVendors) {
     const auto record = recordOf(joined({
         element(2, {1, 2, 3}),
@@ -291,6 +321,13 @@ TEST(MACSSID, IsAbsentWhenEmptyOrAllZeros) {
     EXPECT_FALSE(recordOf(element(0, Bytes(32, 0))).SSID());
     EXPECT_EQ(recordOf(element(0, {0, 'a', 0})).SSID(), (ByteBuffer{0, 'a', 0}));
     EXPECT_EQ(recordOf(element(0, Bytes(200, 'x'))).SSID(), ByteBuffer(Bytes(200, 'x')));
+}
+
+TEST(MACSSID, StaysWhenAHiddenOneFollows) {
+    for (const Bytes& hidden : {element(0, {}), element(0, {0, 0})}) {
+        EXPECT_EQ(recordOf(joined({ssidElement("named"), hidden})).SSID(),
+                  ByteBuffer::fromText("named"));
+    }
 }
 
 TEST(MACRates, AreSortedAndKeepDuplicates) {
@@ -379,6 +416,13 @@ TEST(MACRates, AreZeroWhenTheHTOperationElementIsBroken) {
     EXPECT_EQ(record.securityFriendlyName(), "Open");
 }
 
+TEST(MACRates, AreThoseOf20MHzWhenABrokenHTOperationElementIsNotAsked) {
+    const auto record =
+        recordOf(joined({kRates, htCapabilitiesElement(0x20, 2), element(61, {6, 4})}));
+    EXPECT_EQ(record.maxPHYRate(), Number(144.4));
+    EXPECT_EQ(record.channelWidth(), Number(20));
+}
+
 TEST(MACRates, AreZeroWhenTheHTCapabilitiesElementIsBroken) {
     const auto record = recordOf(joined({kRates, element(45, {1}), htOperationElement(6, 4)}));
     EXPECT_EQ(record.maxPHYRate(), Number(0));
@@ -419,6 +463,13 @@ TEST(MACSecurity, KeepsTheLabelWhenNoneHolds) {
     record.setInformationElements(ByteBuffer(joined({kRates, rsnElement(8)})));
     EXPECT_EQ(record.securityFriendlyName(), "WEP");
     EXPECT_FALSE(record.doesSupportSecurityWEP());
+}
+
+TEST(MACSecurity, KeepsItsLabelWhenTheCapabilityFieldChanges) {
+    auto record = recordOf(kRates, kPrivacy);
+    record.setCapabilityField(kESS);
+    EXPECT_TRUE(record.doesSupportSecurityOpen());
+    EXPECT_EQ(record.securityFriendlyName(), "WEP");
 }
 
 TEST(MACSecurity, AnswersEachPredicate) {
@@ -468,6 +519,37 @@ TEST(MACMerge, TakesOverTheNumbersThatTheOtherHas) {
     EXPECT_EQ(record.firstAdded(), 1'000'000u);
 }
 
+TEST(MACMerge, TakesOverNoise) {
+    auto record = recordOf(kRates);
+    record.setNoise(Number(-90));
+    auto other = recordOf(kRates);
+    other.setNoise(Number(-80));
+    record.mergeEntries(other);
+    EXPECT_EQ(record.noise(), Number(-80));
+}
+
+TEST(MACMerge, IsAChangeEvenWhenNothingDiffers) {
+    halvane::ScopedUpTime clock;
+    auto record = recordOf(kRates);
+    record.setChannel(Number(6));
+    auto other = recordOf(kRates);
+    other.setChannel(Number(6.0));
+    clock.set(4'000'000'000);
+    record.mergeEntries(other);
+    EXPECT_EQ(record.lastUpdated(), 4'000'000u);
+    EXPECT_FALSE(record.channel()->isReal());  // equal, so kept as it was
+}
+
+TEST(MACMerge, AdoptsNothingFromARecordWithoutElements) {
+    Station other;
+    other.parseInformationElementSSID(ByteBuffer(ssidElement("alone")));
+    ASSERT_TRUE(other.SSID() && !other.ieBuffer());
+    auto record = recordOf(kRates);
+    record.mergeEntries(other);
+    EXPECT_FALSE(record.SSID());
+    EXPECT_EQ(record.ieBuffer(), ByteBuffer(kRates));
+}
+
 TEST(MACMerge, AdoptsTheElementsThatRevealAHiddenSSID) {
     auto hidden = recordOf(joined({element(0, Bytes(7, 0)), kRates}));
     const auto revealing = recordOf(joined({ssidElement("Coherer"), kRates, {9}}));
@@ -499,6 +581,7 @@ TEST(MACLinkQuality, KeepsTheNewest256Samples) {
     }
     const auto& history = record.linkQualityHistory();
     ASSERT_EQ(history.size(), 256u);
+    EXPECT_EQ(history.front().rssi(), Number(-60));
     EXPECT_EQ(history.front().txRate(), Number(1));
     EXPECT_EQ(history.back().txRate(), Number(256));
     EXPECT_EQ(history.back().timestamp(), Number(256'000'000u));
@@ -593,9 +676,15 @@ TEST(MACSkeleton, RoundTripsAndDecodesAgain) {
     auto record = recordOf(joined({kBeacon, {9}}), 0x0411);
     record.setChannel(Number(6));
     record.setRSSI(Number(-61));
+    record.setNoise(Number(-95));
+    record.setBeaconInterval(Number(100));
     const auto skeleton = record.skeletonRepresentation();
     const auto back = HalvaneMAC::initWithSkeletonRepresentation(skeleton);
     EXPECT_EQ(back.skeletonRepresentation(), skeleton);
+    EXPECT_EQ(back.channel(), Number(6));
+    EXPECT_EQ(back.RSSI(), Number(-61));
+    EXPECT_EQ(back.noise(), Number(-95));
+    EXPECT_EQ(back.beaconInterval(), Number(100));
     EXPECT_EQ(back.SSID(), record.SSID());
     EXPECT_EQ(back.supportedRates(), record.supportedRates());
     EXPECT_EQ(back.securityFriendlyName(), "WPA Personal");
@@ -718,20 +807,49 @@ TEST(MACDescription, ShowsEverythingThatIsThere) {
         "\n\nSSID                 : 6101  |  a.\n\n"
         "Supported Rates      : 1 2 5.5 11 \n\n"
         "RSN\n    IE                    : 30 14 ",
-        "\n\nWPA\n    IE                    : DD 16 ",
-        "\n\nCountry\n    IE                       : 07 06 ",
-        "\n\nTessic General\n    IE                       : DD 07 ",
-        "\n\nDWDS\n    IE                  : DD 0B ",
-        "\n\nWPS\n    IE                    : DD 09 ",
-        "\n\nHT Capabilities\n    IE                                : 2D 1A ",
-        "\n\nHT Operation\n    IE                                : 3D 16 ",
+        "\n\n\nWPA\n    IE                    : DD 16 ",
+        "\n\n\nCountry\n    IE                       : 07 06 ",
+        "\n\n\nTessic General\n    IE                       : DD 07 ",
+        "\n\n\nDWDS\n    IE                  : DD 0B ",
+        "\n\n\nWPS\n    IE                    : DD 09 ",
+        "\n\n\nHT Capabilities\n    IE                                : 2D 1A ",
+        "\n\n\nHT Operation\n    IE                                : 3D 16 ",
     };
     for (const std::string& block : blocks) {
         const auto found = text.find(block, position);
         ASSERT_NE(found, std::string::npos) << block << "\nmissing from\n" << text;
         position = found + block.size();
     }
-    EXPECT_TRUE(text.ends_with("\n\n"));
+    EXPECT_TRUE(text.ends_with("\n\n\n"));
+}
+
+TEST(MACDescription, TellsTheAgesApart) {
+    halvane::ScopedUpTime clock;
+    clock.set(0);
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    clock.set(20'000'000'000);
+    record.setCapabilityField(0);
+    clock.set(25'000'000'000);
+    EXPECT_NE(record.description().find("Cache Time           : 25 secs\n"
+                                        "Last Update          : 5 secs\n"),
+              std::string::npos);
+}
+
+TEST(MACDescription, PrintsEachCapabilityBitOnItsOwnLine) {
+    const std::pair<unsigned, const char*> rows[] = {
+        {0, "ESS                 "},  {1, "IBSS                "},  {2, "CF Pollable         "},
+        {3, "CF Poll Request     "},  {4, "Privacy             "},  {5, "Short Preamble      "},
+        {6, "PBCC                "},  {7, "Channel Agility     "},  {8, "Spectrum Management "},
+        {9, "QoS                 "},  {10, "Short Time Slot     "}, {11, "APSD                "},
+        {13, "DSS OFDM            "}, {14, "Delayed Block-Ack   "}, {15, "Immediate Block-Ack "},
+    };
+    for (const auto& [bit, label] : rows) {
+        auto record = HalvaneMAC::initWithMAC(kAddress);
+        record.setCapabilityField(static_cast<std::uint16_t>(1u << bit));
+        const auto text = record.description();
+        EXPECT_NE(text.find(std::string("\n") + label + " : YES\n"), std::string::npos) << label;
+        EXPECT_EQ(text.find("YES"), text.rfind("YES")) << label;
+    }
 }
 
 TEST(MACDescription, LeavesOutRatesThatAreNotAboveZero) {

@@ -1,7 +1,7 @@
 #include "halvane/ie/mcs.h"
 
 #include <array>
-#include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <numeric>
 #include <thread>
@@ -171,6 +171,27 @@ TEST(MCS, PassesOverIndicesOutsideItsTables) {
     EXPECT_EQ(rate({-1, 77, 1000, INT64_MIN, UINT64_MAX, 1e300}, 20, false), Number(0));
     EXPECT_EQ(rate({77, 3, -1}, 20, false), Number(26.0));
     EXPECT_EQ(rate({3.9}, 20, false), Number(26.0));
+}
+
+TEST(MCSTables, AreMadeAnewBySettingThemUp) {
+    HalvaneMCS mcs;
+    mcs.setupLongGuardInterval20MHz();
+    mcs.setupShortGuardInterval20MHz();
+    mcs.setupLongGuardInterval40MHz();
+    mcs.setupShortGuardInterval40MHz();
+    for (const TableCase& row : kTables) EXPECT_EQ((mcs.*row.table)().size(), 77u) << row.name;
+}
+
+// A process of its own, since any other test may have asked for the shared instance.
+TEST(MCSDeathTest, IsSharedFromFirstUseOn) {
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            const bool wasEmpty = gWiFiMCS.load() == nullptr;
+            const bool isShared = &HalvaneMCS::sharedSystem() == gWiFiMCS.load();
+            std::exit(wasEmpty && isShared ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 TEST(MCS, IsSharedByAllThreads) {

@@ -141,6 +141,22 @@ TEST(RSNIE, DecodesTheStandardsExamples) {
               (ByteBuffer{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}));
 }
 
+TEST(RSNIE, ReadsAndWritesTheVersion) {
+    Bytes bytes = kStandardCCMP;
+    bytes[2] = 0x01;
+    bytes[3] = 0x02;
+    auto ie = decodeRSN(bytes);
+    EXPECT_EQ(ie.version(), 0x0201);
+    ie.generateIE();
+    EXPECT_EQ(ie.rawIE(), ByteBuffer(bytes));
+}
+
+TEST(RSNIE, ListsThePMKIDsAnewWhenParsedAgain) {
+    auto ie = decodeRSN(kStandardPMKID);
+    ie.parseIE();
+    EXPECT_EQ(ie.pmkids()->size(), 1u);
+}
+
 TEST(RSNIE, DecodesAWPAElement) {
     const auto ie = decodeWPA(kMixedWPA);
     EXPECT_TRUE(ie.isValid());
@@ -429,6 +445,24 @@ TEST(RSNIEGenerator, ProducesNothingWithoutOUIPairwiseOrAKM) {
     EXPECT_FALSE(generates([](HalvaneRSNIE& ie) { ie.setAllowKeyManagement8021X(false); }));
 }
 
+TEST(RSNIEGenerator, WritesNoCountOfNoPMKIDs) {
+    auto ie = decodeRSN(kStandardCCMP);
+    ie.setPmkids(std::vector<ByteBuffer>());
+    ie.generateIE();
+    EXPECT_EQ(ie.rawIE(), ByteBuffer(kStandardCCMP));
+}
+
+TEST(RSNIEGenerator, WritesThePMKIDsOfAWPAElementAfterItsAKMs) {
+    auto ie = decodeWPA(kMixedWPA);
+    ie.setPmkids(std::vector{ByteBuffer(Bytes(16, 0xAA))});
+    ie.generateIE();
+    Bytes expected = kMixedWPA;
+    expected.insert(expected.end(), {1, 0});
+    expected.insert(expected.end(), 16, 0xAA);
+    expected[1] = static_cast<std::uint8_t>(expected.size() - 2);
+    EXPECT_EQ(ie.rawIE(), ByteBuffer(expected));
+}
+
 TEST(RSNIEGenerator, KeepsTheLengthByteModulo256) {
     auto ie = decodeRSN(kStandardCCMP);
     ie.setPmkids(std::vector<ByteBuffer>(15, ByteBuffer(Bytes(16, 0xAA))));
@@ -461,6 +495,21 @@ TEST(RSNIE, DescribesEveryField) {
         "    GTKSA Replay Counters : 2\n"
         "    Peer Key Enabled      : YES\n"
         "    PMKIDs                : 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10  \n");
+}
+
+TEST(RSNIE, DescribesEachCapabilityUnderItsLabel) {
+    const std::pair<std::pair<std::uint8_t, std::uint8_t>, const char*> rows[] = {
+        {{0x01, 0}, "    Pre-Authentication    : YES\n"},
+        {{0x02, 0}, "    No Pairwise Cipher    : YES\n"},
+        {{0x08, 0}, "    PTKSA Replay Counters : 2\n"},
+        {{0x30, 0}, "    GTKSA Replay Counters : 3\n"},
+        {{0, 0x02}, "    Peer Key Enabled      : YES\n"},
+    };
+    for (const auto& [field, line] : rows) {
+        const auto text = decodeRSN(withCapabilities(field.first, field.second)).description();
+        EXPECT_NE(text.find(line), std::string::npos) << line;
+        EXPECT_EQ(text.find("YES"), text.rfind("YES")) << line;
+    }
 }
 
 TEST(RSNIE, DescribesCiphersInTheirOwnOrder) {

@@ -1,6 +1,7 @@
 #include "halvane/regulatory/channel.h"
 
 #include <array>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <thread>
 #include <utility>
@@ -10,6 +11,7 @@
 
 using halvane::ChannelMap;
 using halvane::HalvaneChannel;
+using halvane::Number;
 using halvane::PropertyListDictionary;
 
 namespace {
@@ -93,6 +95,23 @@ TEST(ChannelMap, IsBuiltOnceByThreadsThatRace) {
     for (const unsigned result : results) EXPECT_EQ(result, 5825u);
 }
 
+// A process of its own, since any other test may have built the process's map.
+TEST(ChannelMapDeathTest, OfTheProcessIsBuiltOnRequest) {
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            HalvaneChannel::addChannelToMapTable_frequency_extensionChannel(183, 4915, 184);
+            HalvaneChannel::initChannelMapTable();
+            HalvaneChannel::addChannelToMapTable_frequency_extensionChannel(196, 4980, 192);
+            const bool isRight = HalvaneChannel::channelFrequencyForNumber(183) == 0 &&
+                                 HalvaneChannel::channelFrequencyForNumber(196) == 4980 &&
+                                 HalvaneChannel::channelExtensionForNumber(196) == 192 &&
+                                 HalvaneChannel::channelNumberForFrequency(2000) == 4980;
+            std::exit(isRight ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
 HalvaneChannel channel52() {
     auto channel = HalvaneChannel::initWithChannel_withFrequency_isRadarProne(52, 5260, true);
     channel.setSupports40MHz(true);
@@ -110,7 +129,25 @@ TEST(Channel, StartsWithTheFlagsItIsGiven) {
     EXPECT_FALSE(channel.supports80MHz());
 }
 
+TEST(Channel, TakesANumberForItsFlag) {
+    const auto isProne = [](const Number& flag) {
+        return HalvaneChannel::initWithChannel_withFrequency_isRadarProne(52, 5260, flag)
+            .isRadarProne();
+    };
+    EXPECT_TRUE(isProne(Number(1)));
+    EXPECT_TRUE(isProne(Number(-2)));
+    EXPECT_TRUE(isProne(Number(0.5)));
+    EXPECT_FALSE(isProne(Number(0)));
+}
+
 TEST(Channel, DescribesItself) {
+    auto quiet = HalvaneChannel::initWithChannel_withFrequency_isRadarProne(36, 5180, false);
+    quiet.setSupports40MHz(true);
+    EXPECT_EQ(quiet.description(),
+              "Channel <36> Frequency <5180> Radar Prone <NO> Supports HT40 <YES>");
+    EXPECT_EQ(
+        HalvaneChannel::initWithChannel_withFrequency_isRadarProne(52, 5260, true).description(),
+        "Channel <52> Frequency <5260> Radar Prone <YES> Supports HT40 <NO>");
     EXPECT_EQ(channel52().description(),
               "Channel <52> Frequency <5260> Radar Prone <YES> Supports HT40 <YES>");
     EXPECT_EQ(HalvaneChannel::initWithChannel_withFrequency_isRadarProne(7, 0, false).description(),

@@ -227,9 +227,9 @@ TEST_F(CaptureReaderTest, DeliversEverythingBeforeACut) {
         if ((size - 24) % record == 0) {
             EXPECT_EQ(reading.error, "");
         } else {
-            EXPECT_THAT(reading.error,
-                        AllOf(HasSubstr("file.pcap: cannot be read beyond frame " + std::to_string(kept)),
-                              HasSubstr("truncated")));
+            EXPECT_THAT(reading.error, AllOf(HasSubstr("file.pcap: cannot be read beyond frame " +
+                                                       std::to_string(kept)),
+                                             HasSubstr("truncated")));
         }
     }
 }
