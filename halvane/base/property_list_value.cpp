@@ -1,6 +1,7 @@
 #include "halvane/base/property_list_value.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace halvane {
 
@@ -78,6 +79,81 @@ bool operator==(const PropertyListDictionary& a, const PropertyListDictionary& b
 
 bool operator==(const PropertyListValue& a, const PropertyListValue& b) {
     return a.value_ == b.value_;
+}
+
+// Takes containers within containers apart one at a time, where destructors would recurse a call a
+// level. It allocates nothing: containers that wait form a chain, each holding the next as its
+// first child, in the room that the child taken last has left. Such a first child comes up when the
+// chain behind its holder is empty, so that every container is put into the chain once a child.
+class PropertyListDismantler {
+  public:
+    // A container without containers in it needs no help.
+    static bool isNeededFor(const PropertyListValue& value) {
+        if (const auto* array = value.as<PropertyListArray>()) {
+            return std::ranges::any_of(*array, hasChildren);
+        }
+        const auto* dictionary = value.as<PropertyListDictionary>();
+        return dictionary != nullptr &&
+               std::ranges::any_of(dictionary->entries_, hasChildren, &Entry::second);
+    }
+
+    static void dismantle(PropertyListValue current) {
+        PropertyListValue waiting;
+        for (;;) {
+            if (!hasChildren(current)) {
+                if (waiting.isNull()) return;
+                current = std::exchange(waiting, PropertyListValue());
+                continue;
+            }
+            PropertyListValue child = takeLast(current);
+            if (!hasChildren(child)) continue;
+            if (hasChildren(current)) {
+                if (!waiting.isNull()) putFirst(current, std::move(waiting));
+                waiting = std::move(current);
+            }
+            current = std::move(child);
+        }
+    }
+
+  private:
+    using Entry = PropertyListDictionary::Entry;
+
+    static bool hasChildren(const PropertyListValue& value) {
+        if (const auto* array = value.as<PropertyListArray>()) return !array->empty();
+        const auto* dictionary = value.as<PropertyListDictionary>();
+        return dictionary != nullptr && !dictionary->empty();
+    }
+
+    // REQUIRES: hasChildren(container)
+    static PropertyListValue takeLast(PropertyListValue& container) {
+        const auto takeFrom = [](auto& children, auto valueOf) {
+            PropertyListValue last = std::move(valueOf(children.back()));
+            children.pop_back();
+            return last;
+        };
+        if (auto* array = container.as<PropertyListArray>())
+            return takeFrom(*array, std::identity());
+        return takeFrom(container.as<PropertyListDictionary>()->entries_,
+                        [](Entry& entry) -> PropertyListValue& { return entry.second; });
+    }
+
+    // Puts `value` in the place of the first child, which becomes the last one.
+    // REQUIRES: hasChildren(container), and a child was taken from it before
+    static void putFirst(PropertyListValue& container, PropertyListValue value) {
+        if (auto* array = container.as<PropertyListArray>()) {
+            array->push_back(std::exchange(array->front(), std::move(value)));
+            return;
+        }
+        auto& entries = container.as<PropertyListDictionary>()->entries_;
+        PropertyListValue first = std::exchange(entries.front().second, std::move(value));
+        entries.emplace_back(std::string(), std::move(first));
+    }
+};
+
+void PropertyListValue::dismantle() noexcept {
+    if (PropertyListDismantler::isNeededFor(*this)) {
+        PropertyListDismantler::dismantle(std::move(*this));
+    }
 }
 
 }  // namespace halvane

@@ -3,6 +3,9 @@
 // Skeleton representations and daemon messages are built from these. Beside the kinds that a
 // property list carries, a value may hold nothing (null), or a foreign object that only prints.
 //
+// A value of any depth can be built, moved and destroyed. Copying and comparing recurse, one call
+// a level: REQUIRES: a depth that the stack holds, kPropertyListMaxDepth on any.
+//
 // Threads: distinct values may be used from distinct threads; one value follows the rules of a
 // standard container.
 #ifndef HALVANE_BASE_PROPERTY_LIST_VALUE_H
@@ -28,6 +31,11 @@
 namespace halvane {
 
 class PropertyListValue;
+
+// How deep a value may nest where it is written out: the root is at level 1, what it holds at
+// level 2. XML refuses a deeper value; a text holds the other text in its place.
+inline constexpr int kPropertyListMaxDepth = 256;
+inline constexpr std::string_view kPropertyListTooDeepText = "<<NESTED TOO DEEP>>";
 
 // An object that is no property-list kind. It prints, but has no XML form.
 class HALVANE_EXPORT PropertyListObject {
@@ -75,6 +83,8 @@ class HALVANE_EXPORT PropertyListDictionary {
                                           const PropertyListDictionary& b);
 
   private:
+    friend class PropertyListDismantler;
+
     // Scanning a handful of entries beats a tree; a larger dictionary is indexed.
     static constexpr std::size_t kScanLimit = 16;
     std::size_t indexOf(std::string_view key) const;
@@ -104,12 +114,25 @@ class HALVANE_EXPORT PropertyListValue {
     PropertyListValue(Number value) : value_(value) {}
     PropertyListValue(std::string value) : value_(std::move(value)) {}
     PropertyListValue(std::string_view value) : value_(std::string(value)) {}
-    PropertyListValue(const char* value) : value_(std::string(value)) {}
+    // A null pointer makes the null value.
+    PropertyListValue(const char* value) {
+        if (value != nullptr) value_ = std::string(value);
+    }
     PropertyListValue(ByteBuffer value) : value_(std::move(value)) {}
     PropertyListValue(Date value) : value_(value) {}
     PropertyListValue(PropertyListArray value) : value_(std::move(value)) {}
     PropertyListValue(PropertyListDictionary value) : value_(std::move(value)) {}
     PropertyListValue(Object value) : value_(std::move(value)) {}
+
+    PropertyListValue(const PropertyListValue&) = default;
+    PropertyListValue(PropertyListValue&&) noexcept = default;
+    PropertyListValue& operator=(const PropertyListValue&) = default;
+    PropertyListValue& operator=(PropertyListValue&&) noexcept = default;
+    ~PropertyListValue() {
+        if (as<PropertyListArray>() != nullptr || as<PropertyListDictionary>() != nullptr) {
+            dismantle();
+        }
+    }
 
     bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
 
@@ -129,6 +152,9 @@ class HALVANE_EXPORT PropertyListValue {
     friend HALVANE_EXPORT bool operator==(const PropertyListValue& a, const PropertyListValue& b);
 
   private:
+    // Empties containers within containers, however deep they nest.
+    void dismantle() noexcept;
+
     Variant value_;
 };
 

@@ -8,10 +8,12 @@
 #include <cstdint>
 #include <string_view>
 
+#include "halvane/base/oui.h"
+
 namespace halvane {
 
-inline constexpr std::array<std::uint8_t, 3> kVendorOUI = {0x0A, 0x7E, 0x55};
-inline constexpr std::array<std::uint8_t, 3> kVendorGeneralOUI = {0x0A, 0x7E, 0x56};
+inline constexpr OUI kVendorOUI = {0x0A, 0x7E, 0x55};
+inline constexpr OUI kVendorGeneralOUI = {0x0A, 0x7E, 0x56};
 inline constexpr std::array<std::uint8_t, 4> kVendorSMI = {0x0A, 0x7E, 0x55, 0x01};
 inline constexpr std::string_view kVendorCompanyName = "Tessic";
 

@@ -14,9 +14,14 @@ class DescriptionWriter {
     }
 
   private:
+    // The message itself is at level 1 of a property list, its entries at level 2.
+    static constexpr std::size_t kDeepestIndent = kPropertyListMaxDepth - 2;
+
     void writeEntry(const std::string& label, const PropertyListValue& value, std::size_t level) {
         text_.append(4 * level, ' ').append(label).append(" = ");
-        if (const auto* dictionary = value.as<PropertyListDictionary>()) {
+        if (level > kDeepestIndent) {
+            text_.append(kPropertyListTooDeepText).append("\n");
+        } else if (const auto* dictionary = value.as<PropertyListDictionary>()) {
             text_.append("dictionary\n");
             write(*dictionary, level + 1);
         } else if (const auto* array = value.as<PropertyListArray>()) {

@@ -24,8 +24,9 @@ class HALVANE_EXPORT IPCMessage {
     PropertyListDictionary& entries() { return entries_; }
 
     // One line an entry, "key = value", the entries of a nested dictionary or array indented by
-    // four spaces below their own line; every line ends in a newline. Absent for a message that
-    // holds nothing.
+    // four spaces below their own line; every line ends in a newline. What is deeper than
+    // kPropertyListMaxDepth shows as kPropertyListTooDeepText. Absent for a message that holds
+    // nothing.
     std::optional<std::string> description() const;
 
   private:

@@ -13,7 +13,7 @@
 namespace halvane {
 
 // How deep a property list may nest as XML: the root is at level 1, what it holds at level 2.
-inline constexpr int kXmlPropertyListMaxDepth = 256;
+inline constexpr int kXmlPropertyListMaxDepth = kPropertyListMaxDepth;
 
 // The value as an XML property list in UTF-8: an XML declaration, no DOCTYPE line, and one
 // <plist version="1.0">, indented with tabs, with a newline at the end. Equal values whose

@@ -137,21 +137,29 @@ void appendSocketIPv6(Scratch& text, ByteCursor cursor) {
     PrintF_IPv6AddressToCString(text, address, scope, port);
 }
 
-// Index, type, the lengths of name, address and selector, then these three. Empty for an address
-// that does not lie within its length byte.
-Bytes linkAddress(ByteCursor cursor) {
+struct LinkAddress {
+    std::size_t size = 0;  // as the structure tells it
+    Bytes bytes;           // what the structure holds of it
+};
+
+// Index, type, the lengths of name, address and selector, then these three.
+LinkAddress linkAddress(ByteCursor cursor) {
     if (!cursor.skip(kSocketHeaderSize + 3)) return {};
     const auto nameSize = cursor.u8();
     const auto addressSize = cursor.u8();
     if (!cursor.skip(1) || !cursor.skip(*nameSize)) return {};
-    return cursor.take(*addressSize).value_or(Bytes());
+    const Bytes rest = cursor.rest();
+    return {*addressSize, rest.first(std::min<std::size_t>(rest.size(), *addressSize))};
 }
 
+// An address that its structure ends within is no hardware address, whatever is left of it.
 void appendSocketLink(Scratch& text, ByteCursor cursor) {
-    const Bytes address = linkAddress(cursor);
-    if (address.size() == kEthernetSize) return appendHardware(text, ByteCursor(address));
-    const int size = static_cast<int>(address.size());
-    text.print("<< AF_LINK %H >>", address.data(), size, size);
+    const auto [size, bytes] = linkAddress(cursor);
+    if (size == kEthernetSize && bytes.size() == size) {
+        return appendHardware(text, ByteCursor(bytes));
+    }
+    const int shown = static_cast<int>(bytes.size());
+    text.print("<< AF_LINK %H >>", bytes.data(), shown, shown);
 }
 
 // The family tells how long the address is, but for a link-level one, whose length byte does.

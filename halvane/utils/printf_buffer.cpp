@@ -6,12 +6,7 @@
 
 namespace {
 
-using halvane::printing::completeLength;
 using halvane::printing::storeInFixedBuffer;
-
-constexpr bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
 
 PrintFContext contextOf(void* buffer, size_t capacity) {
     PrintFContext context = {};

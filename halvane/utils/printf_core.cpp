@@ -228,15 +228,13 @@ void convertNested(Output& output, Conversion& conversion, Arguments& arguments)
     if (format == nullptr || list == nullptr) {
         return PrintFWriteText(output, conversion.format, kNullText);
     }
-    Arguments nested;
-    va_copy(nested.list, *list);
+    ArgumentsCopy nested(*list);
     expand(output, format, nested);
-    va_end(nested.list);
 }
 
 }  // namespace halvane::printing
 
-using halvane::printing::Arguments;
+using halvane::printing::ArgumentsCopy;
 using halvane::printing::Output;
 
 extern "C" int PrintFCore(PrintFContext* context, const char* format, ...) {
@@ -250,14 +248,12 @@ extern "C" int PrintFCore(PrintFContext* context, const char* format, ...) {
 // Every front end passes here, so this is the one place where exceptions end: those of an
 // allocation for a value's text, or of a C++ callback.
 extern "C" int PrintFCoreVAList(PrintFContext* context, const char* format, va_list arguments) {
-    Arguments copy;
-    va_copy(copy.list, arguments);
+    ArgumentsCopy copy(arguments);
     Output output(context);
     try {
         halvane::printing::expand(output, format, copy);
     } catch (...) {
         output.abort(kStatusNoMemory);
     }
-    va_end(copy.list);
     return output.result();
 }

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
 #include "halvane/utils/printf_conversions_internal.h"
 
@@ -11,7 +12,6 @@ namespace halvane::printing {
 namespace {
 
 using Bytes = std::span<const std::uint8_t>;
-using OUI = std::array<std::uint8_t, 3>;
 
 constexpr int kNameColumn = 27;
 constexpr int kSubNameColumn = 23;
@@ -20,8 +20,6 @@ constexpr int kSubIndent = 8;
 constexpr std::uint8_t kElementSSID = 0;
 constexpr std::uint8_t kElementVendor = 221;
 constexpr std::uint16_t kWPSConfigMethods = 0x1008;
-
-constexpr OUI kMicrosoftOUI = {0x00, 0x50, 0xF2};
 
 constexpr const char* kUnknown = "<<UNKNOWN>>";
 
@@ -200,7 +198,7 @@ const std::array<ElementPrinter::Vendor, 4> ElementPrinter::kVendors = {{
     {kVendorGeneralOUI, 1, "Tessic General IE", &ElementPrinter::printGeneral},
     {kVendorOUI, 1, "DWDS", &ElementPrinter::printDWDS},
     {kVendorOUI, 3, "EasyConnect", &ElementPrinter::printEasyConnect},
-    {kMicrosoftOUI, 4, "WPS", &ElementPrinter::printWPS},
+    {kWPAOUI, 4, "WPS", &ElementPrinter::printWPS},
 }};
 
 }  // namespace

@@ -25,7 +25,8 @@ std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context) {
     const std::size_t needed = context->used + length;
     if (needed <= context->capacity) return kStatusOK;
     const std::size_t capacity = capacityFor(needed);
-    void* const grown = std::realloc(context->buffer, capacity);
+    const auto reallocate = reinterpret_cast<HeapContext*>(context)->memory.reallocate;
+    void* const grown = reallocate(context->buffer, capacity);
     if (grown == nullptr) return kStatusNoMemory;
     context->buffer = static_cast<char*>(grown);
     context->capacity = capacity;
@@ -39,9 +40,24 @@ std::int32_t storeInHeapString(const char* text, std::size_t length, PrintFConte
     return static_cast<std::int32_t>(length);
 }
 
-}  // namespace halvane::printing
+std::int32_t printToHeapString(char** text, HeapMemory memory, const char* format,
+                               va_list arguments) {
+    HeapContext heap = {{}, memory};
+    heap.output.callback = storeInHeapString;
+    std::int32_t result = PrintFCoreVAList(&heap.output, format, arguments);
+    if (result >= 0) {
+        const std::int32_t terminated = storeInHeapString("", 1, &heap.output);
+        if (terminated < 0) result = terminated;
+    }
+    if (result < 0) {
+        memory.release(heap.output.buffer);
+    } else {
+        *text = heap.output.buffer;
+    }
+    return result;
+}
 
-using halvane::printing::storeInHeapString;
+}  // namespace halvane::printing
 
 extern "C" int ASPrintF(char** text, const char* format, ...) {
     va_list arguments;
@@ -52,19 +68,7 @@ extern "C" int ASPrintF(char** text, const char* format, ...) {
 }
 
 extern "C" int VASPrintF(char** text, const char* format, va_list arguments) {
-    PrintFContext context = {};
-    context.callback = storeInHeapString;
-    int result = PrintFCoreVAList(&context, format, arguments);
-    if (result >= 0) {
-        const int32_t terminated = storeInHeapString("", 1, &context);
-        if (terminated < 0) result = terminated;
-    }
-    if (result < 0) {
-        std::free(context.buffer);
-        return result;
-    }
-    *text = context.buffer;
-    return result;
+    return halvane::printing::printToHeapString(text, {std::realloc, std::free}, format, arguments);
 }
 
 extern "C" int AppendPrintF(char** text, const char* format, ...) {

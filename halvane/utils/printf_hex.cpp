@@ -39,7 +39,7 @@ struct InlineColumns {
 };
 
 constexpr InlineColumns columnsOf(const PrintFFormat& format) {
-    return {format.altForm<2, format.altForm> 0};
+    return {(format.altForm < 2), (format.altForm > 0)};
 }
 
 std::uint64_t inlineLength(const PrintFFormat& format, std::uint64_t size) {

@@ -153,7 +153,7 @@ void writeBitList(Output& output, const PrintFFormat& format, std::uint64_t valu
     Scratch text;
     for (unsigned bit = count; bit-- > 0;) {
         if ((value >> bit & 1) == 0) continue;
-        const unsigned number = format.altForm > 2 ? count - 1 - bit : bit;
+        const std::size_t number = format.altForm > 2 ? count - 1 - bit : bit;
         if (!text.text().empty()) text.append(" ");
         if (number >= 10) text.append({&kDecimalPairs[2 * number], 1});
         text.append({&kDecimalPairs[2 * number + 1], 1});

@@ -29,14 +29,40 @@ inline constexpr std::string_view kNullText = "<<NULL>>";
 // The output callback of the fixed-buffer front ends. Output::write knows it and spares the call.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context);
 
+// Where the heap front ends get their memory: realloc and free, but for a test.
+struct HeapMemory {
+    void* (*reallocate)(void* memory, std::size_t size);
+    void (*release)(void* memory);
+};
+
+// The context of the heap front ends, which the callback below is handed the first member of.
+struct HeapContext {
+    PrintFContext output;
+    HeapMemory memory;
+};
+
 // The output callback of the heap front ends, and the growth under it: Output::pad announces a long
 // padding, so that it grows the string once, or fails at once.
 std::int32_t storeInHeapString(const char* text, std::size_t length, PrintFContext* context);
 std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context);
 
+// VASPrintF, with memory from elsewhere.
+std::int32_t printToHeapString(char** text, HeapMemory memory, const char* format,
+                               va_list arguments);
+
 // A va_list that can be handed down by reference on every platform.
 struct Arguments {
     va_list list;
+};
+
+// A copy of a list, ended on every way out, that of an exception too: any callback or description
+// may throw. va_end in another function than va_copy is what GCC and Clang allow on all platforms.
+class ArgumentsCopy : public Arguments {
+  public:
+    explicit ArgumentsCopy(va_list original) { va_copy(list, original); }
+    ~ArgumentsCopy() { va_end(list); }
+    ArgumentsCopy(const ArgumentsCopy&) = delete;
+    ArgumentsCopy& operator=(const ArgumentsCopy&) = delete;
 };
 
 // The running output of one call.
@@ -150,6 +176,11 @@ inline char printableOrCaret(std::uint32_t code) {
     return isPrintable(code) ? static_cast<char>(code) : '^';
 }
 
+// A byte of a UTF-8 sequence other than its first.
+constexpr bool isContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
 // The length of `text` without an incomplete UTF-8 sequence at its end.
 std::size_t completeLength(std::string_view text);
 
@@ -190,15 +221,23 @@ enum ValueFlags : unsigned {
     kValueFlagDataOnOwnLines = 1 << 0,  // data in a dictionary goes below its key
 };
 
-// Prints an array, a dictionary or data at an indent level, without a final newline for the
-// containers. Other kinds print as their text.
-void PrintFWriteCFObjectLevel(Output& output, const PropertyListValue& value, std::uint64_t level,
-                              unsigned flags);
+struct ValueForm {
+    unsigned flags = 0;  // kValueFlag...
+    int depth = 1;       // of the value in the one that is printed: 1 for that itself
 
-// Prints one entry of a dictionary whose entries stand at `level`.
+    ValueForm within() const { return {flags, depth + 1}; }
+    bool isTooDeep() const { return depth > kPropertyListMaxDepth; }
+};
+
+// Prints an array, a dictionary or data at an indent level, without a final newline for the
+// containers. Other kinds print as their text. REQUIRES: !form.isTooDeep()
+void PrintFWriteCFObjectLevel(Output& output, const PropertyListValue& value, std::uint64_t level,
+                              ValueForm form);
+
+// Prints one entry of a dictionary whose entries stand at `level`, with `form` that of the value.
 void PrintFWriteCFObjectApplier(Output& output, std::string_view key,
                                 const PropertyListValue& value, std::uint64_t level,
-                                unsigned flags);
+                                ValueForm form);
 
 // --- Addresses ---
 

@@ -32,7 +32,7 @@ std::string_view pascalText(const char* text) {
 // Reads the code units of a UTF-16 string of a byte order found out at run time.
 class UTF16Reader {
   public:
-    // Reads `limit` code units at most, a byte-order mark included.
+    // Reads `limit` code units at most, not counting a byte-order mark; nothing if that is 0.
     UTF16Reader(const unsigned char* text, bool bigEndian, std::size_t limit)
         : text_(text), bigEndian_(bigEndian), left_(limit) {
         if (left_ > 0) takeByteOrderMark();
@@ -61,7 +61,7 @@ class UTF16Reader {
         const std::uint16_t first = peek();
         if (first != kMark && first != kSwappedMark) return;
         if (first == kSwappedMark) bigEndian_ = !bigEndian_;
-        next();
+        text_ += 2;
     }
 
     const unsigned char* text_;

@@ -85,36 +85,46 @@ void writeDataLines(Output& output, const ByteBuffer& data, std::uint64_t level)
     PrintFWriteHex(output, indent, bytes.data(), bytes.size(), bytes.size());
 }
 
+// Stands for what is so deep that printing it might overflow the stack.
+void writeTooDeep(Output& output) {
+    output.write(kPropertyListTooDeepText);
+    output.write("\n");
+}
+
 // One element of an array whose elements stand at `level`.
 void writeElement(Output& output, const PropertyListValue& value, std::uint64_t level,
-                  unsigned flags) {
+                  ValueForm form) {
+    if (form.isTooDeep()) {
+        output.pad(level * kIndentStep);
+        return writeTooDeep(output);
+    }
     if (const auto* data = value.as<ByteBuffer>()) return writeDataLines(output, *data, level);
     if (!isContainer(value)) output.pad(level * kIndentStep);
-    PrintFWriteCFObjectLevel(output, value, level, flags);
+    PrintFWriteCFObjectLevel(output, value, level, form);
     output.write("\n");
 }
 
 void writeArray(Output& output, const PropertyListArray& array, std::uint64_t level,
-                unsigned flags) {
+                ValueForm form) {
     output.pad(level * kIndentStep);
     if (array.empty()) return output.write("[]");
     output.write("[\n");
     for (const auto& element : array) {
         if (!output.isOpen()) return;
-        writeElement(output, element, level + 1, flags);
+        writeElement(output, element, level + 1, form.within());
     }
     output.pad(level * kIndentStep);
     output.write("]");
 }
 
 void writeDictionary(Output& output, const PropertyListDictionary& dictionary, std::uint64_t level,
-                     unsigned flags) {
+                     ValueForm form) {
     output.pad(level * kIndentStep);
     if (dictionary.empty()) return output.write("{}");
     output.write("{\n");
     for (const auto& [key, value] : dictionary) {
         if (!output.isOpen()) return;
-        PrintFWriteCFObjectApplier(output, key, value, level + 1, flags);
+        PrintFWriteCFObjectApplier(output, key, value, level + 1, form.within());
     }
     output.pad(level * kIndentStep);
     output.write("}");
@@ -129,11 +139,11 @@ void writeXML(Output& output, const PrintFFormat& format, const PropertyListValu
 }  // namespace
 
 void PrintFWriteCFObjectLevel(Output& output, const PropertyListValue& value, std::uint64_t level,
-                              unsigned flags) {
+                              ValueForm form) {
     if (const auto* array = value.as<PropertyListArray>()) {
-        writeArray(output, *array, level, flags);
+        writeArray(output, *array, level, form);
     } else if (const auto* dictionary = value.as<PropertyListDictionary>()) {
-        writeDictionary(output, *dictionary, level, flags);
+        writeDictionary(output, *dictionary, level, form);
     } else if (const auto* data = value.as<ByteBuffer>()) {
         writeDataBlock(output, *data, level);
     } else {
@@ -143,12 +153,13 @@ void PrintFWriteCFObjectLevel(Output& output, const PropertyListValue& value, st
 
 void PrintFWriteCFObjectApplier(Output& output, std::string_view key,
                                 const PropertyListValue& value, std::uint64_t level,
-                                unsigned flags) {
+                                ValueForm form) {
     output.pad(level * kIndentStep);
     output.write(key);
     output.write("=");
+    if (form.isTooDeep()) return writeTooDeep(output);
     const auto* data = value.as<ByteBuffer>();
-    if (data != nullptr && (flags & kValueFlagDataOnOwnLines) == 0) {
+    if (data != nullptr && (form.flags & kValueFlagDataOnOwnLines) == 0) {
         return writeDataBlock(output, *data, level + 1);
     }
     if (data != nullptr) {
@@ -159,7 +170,7 @@ void PrintFWriteCFObjectApplier(Output& output, std::string_view key,
         return output.write(value.as<PropertyListArray>() != nullptr ? "[]\n" : "{}\n");
     }
     if (isContainer(value)) output.write("\n");
-    PrintFWriteCFObjectLevel(output, value, level + 1, flags);
+    PrintFWriteCFObjectLevel(output, value, level + 1, form);
     output.write("\n");
 }
 
@@ -173,7 +184,7 @@ void convertValue(Output& output, Conversion& conversion, Arguments& arguments) 
         return writeScalar(output, format, *value);
     }
     const unsigned flags = format.altForm > kXMLForm ? unsigned{kValueFlagDataOnOwnLines} : 0;
-    PrintFWriteCFObjectLevel(output, *value, format.fieldWidth, flags);
+    PrintFWriteCFObjectLevel(output, *value, format.fieldWidth, {.flags = flags});
     if (isContainer(*value)) output.write("\n");
 }
 

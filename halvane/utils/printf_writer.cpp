@@ -16,10 +16,6 @@ constexpr auto kSpaces = [] {
     return spaces;
 }();
 
-constexpr bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
 // The length of the sequence that `lead` starts; 1 for what starts none.
 constexpr std::size_t sequenceLength(char lead) {
     const auto byte = static_cast<unsigned char>(lead);
@@ -52,10 +48,11 @@ void Output::pad(std::uint64_t spaces) {
 }
 
 void Output::print(const char* format, ...) {
-    Arguments arguments;
-    va_start(arguments.list, format);
+    va_list list;
+    va_start(list, format);
+    ArgumentsCopy arguments(list);
+    va_end(list);
     expand(*this, format, arguments);
-    va_end(arguments.list);
 }
 
 void Scratch::append(std::string_view text) {

@@ -5,7 +5,7 @@
  *
  * The input ends after `length` characters or at a NUL, whichever comes first; a length of
  * SIZE_MAX is that of a NUL-terminated text. Nothing past it is read. White space is that of
- * the "C" locale.
+ * the "C" locale. A null text or format is taken as an empty one.
  *
  * The format holds:
  *

@@ -17,8 +17,8 @@ std::int32_t appendPiece(const char* piece, std::size_t length, void* text) try 
     return kStatusNoMemory;
 }
 
-void appendPrintFVAList(std::string& text, const char* format, va_list arguments) {
-    if (VCPrintF(appendPiece, &text, format, arguments) == kStatusNoMemory) throw std::bad_alloc();
+void throwIfNoMemory(int result) {
+    if (result == kStatusNoMemory) throw std::bad_alloc();
 }
 
 }  // namespace
@@ -27,16 +27,18 @@ std::string stringPrintF(const char* format, ...) {
     std::string text;
     va_list arguments;
     va_start(arguments, format);
-    appendPrintFVAList(text, format, arguments);
+    const int result = VCPrintF(appendPiece, &text, format, arguments);
     va_end(arguments);
+    throwIfNoMemory(result);
     return text;
 }
 
 void appendPrintF(std::string& text, const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    appendPrintFVAList(text, format, arguments);
+    const int result = VCPrintF(appendPiece, &text, format, arguments);
     va_end(arguments);
+    throwIfNoMemory(result);
 }
 
 }  // namespace halvane

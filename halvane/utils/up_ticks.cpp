@@ -1,22 +1,7 @@
 #include "halvane/utils/up_ticks.h"
 
 #include "halvane/platform/up_time_internal.h"
-
-namespace {
-
-constexpr double kTwoTo64 = 18446744073709551616.0;
-constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
-
-std::uint64_t scaled(std::uint64_t value, double factor) {
-    const double product = static_cast<double>(value) * factor;
-    return product < kTwoTo64 ? static_cast<std::uint64_t>(product) : UINT64_MAX;
-}
-
-double ticksPerSecond() {
-    return static_cast<double>(UpTicksPerSecond());
-}
-
-}  // namespace
+#include "halvane/utils/up_ticks_internal.h"
 
 std::uint64_t UpTicks() {
     return halvane::upTimeNow();
@@ -28,42 +13,25 @@ std::uint64_t UpTicksPerSecond() {
 }
 
 // A function static is computed by the first caller, once, whatever the number of threads.
-#define HALVANE_DEFINE_CONVERSION(name, factorExpression) \
-    std::uint64_t name(std::uint64_t value) {             \
-        static const double factor = factorExpression;    \
-        return scaled(value, factor);                     \
+#define HALVANE_UP_TICKS_DEFINE(name, unused)                                           \
+    std::uint64_t name(std::uint64_t value) {                                           \
+        static const double factor =                                                    \
+            halvane::up_ticks::factorOf##name(static_cast<double>(UpTicksPerSecond())); \
+        return halvane::up_ticks::scaled(value, factor);                                \
     }
+HALVANE_UP_TICKS_CONVERSIONS(HALVANE_UP_TICKS_DEFINE)
+#undef HALVANE_UP_TICKS_DEFINE
 
-HALVANE_DEFINE_CONVERSION(UpTicksToSeconds, 1 / ticksPerSecond())
-HALVANE_DEFINE_CONVERSION(UpTicksToMilliseconds, 1000 / ticksPerSecond())
-HALVANE_DEFINE_CONVERSION(UpTicksToMicroseconds, 1e6 / ticksPerSecond())
-HALVANE_DEFINE_CONVERSION(UpTicksToNanoseconds, 1e9 / ticksPerSecond())
-HALVANE_DEFINE_CONVERSION(SecondsToUpTicks, ticksPerSecond())
-HALVANE_DEFINE_CONVERSION(MillisecondsToUpTicks, ticksPerSecond() / 1000)
-HALVANE_DEFINE_CONVERSION(MicrosecondsToUpTicks, ticksPerSecond() / 1e6)
-HALVANE_DEFINE_CONVERSION(NanosecondsToUpTicks, ticksPerSecond() / 1e9)
-
-#undef HALVANE_DEFINE_CONVERSION
-
-// No overflow in either direction as long as a second has fewer than 2^32 ticks.
 std::uint64_t UpTicksToNTP(std::uint64_t ticks) {
-    const std::uint64_t perSecond = UpTicksPerSecond();
-    return (ticks / perSecond) << 32 | ((ticks % perSecond) << 32) / perSecond;
+    return halvane::up_ticks::UpTicksToNTP(ticks, UpTicksPerSecond());
 }
 
 std::uint64_t NTPtoUpTicks(std::uint64_t ntp) {
-    const std::uint64_t perSecond = UpTicksPerSecond();
-    const std::uint64_t fraction = ntp & 0xFFFFFFFF;
-    return ((fraction * perSecond) >> 32) + (ntp >> 32) * perSecond;
+    return halvane::up_ticks::NTPtoUpTicks(ntp, UpTicksPerSecond());
 }
 
 int SleepForUpTicks(std::uint64_t ticks) {
-    const std::uint64_t perSecond = UpTicksPerSecond();
-    const std::uint64_t nanoseconds = (ticks % perSecond) * kNanosecondsPerSecond / perSecond;
-    timespec duration{};
-    duration.tv_sec = static_cast<std::uint32_t>(ticks / perSecond);
-    duration.tv_nsec = static_cast<decltype(duration.tv_nsec)>(nanoseconds);
-    return halvane::upTimeSleep(duration);
+    return halvane::upTimeSleep(halvane::up_ticks::sleepOf(ticks, UpTicksPerSecond()));
 }
 
 void SleepUntilUpTicks(std::uint64_t deadline) {

@@ -51,6 +51,73 @@ TEST(PropertyListValue, TakesEachKindAsItself) {
     EXPECT_EQ((*object.as<PropertyListValue::Object>())->typeNumber(), 7);
 }
 
+TEST(PropertyListValue, TakesANullTextAsNothing) {
+    const char* const none = nullptr;
+    EXPECT_TRUE(PropertyListValue(none).isNull());
+    PropertyListDictionary dictionary;
+    dictionary.set("key", none);
+    EXPECT_TRUE(dictionary.find("key")->isNull());
+}
+
+// Deeper than any stack: a frame a level would need megabytes.
+constexpr int kGreatDepth = 100'000;
+
+// Builds a level from the level inside of it.
+PropertyListValue nested(PropertyListValue (*wrapped)(PropertyListValue inner)) {
+    PropertyListValue value = 1;
+    for (int level = 0; level < kGreatDepth; ++level) value = wrapped(std::move(value));
+    return value;
+}
+
+PropertyListValue inArray(PropertyListValue inner) {
+    PropertyListArray array;
+    array.push_back(std::move(inner));
+    return array;
+}
+
+PropertyListValue inDictionary(PropertyListValue inner) {
+    PropertyListDictionary dictionary;
+    dictionary.set("key", std::move(inner));
+    return dictionary;
+}
+
+// Other containers stand before and behind the deep one, so that each level has more to do.
+PropertyListValue amongOthers(PropertyListValue inner) {
+    PropertyListArray array;
+    array.push_back(PropertyListArray{PropertyListArray{1}});
+    array.push_back(inDictionary(std::move(inner)));
+    array.push_back(PropertyListArray{2});
+    return array;
+}
+
+TEST(PropertyListValue, IsDestroyedAtAnyDepth) {
+    for (const auto wrapped : {inArray, inDictionary, amongOthers}) {
+        const PropertyListValue value = nested(wrapped);
+        EXPECT_FALSE(value.isNull());
+    }
+}
+
+TEST(PropertyListValue, IsReplacedAndMovedAtAnyDepth) {
+    for (const auto wrapped : {inArray, inDictionary}) {
+        PropertyListValue value = nested(wrapped);
+        value = nested(wrapped);
+        PropertyListValue moved = std::move(value);
+        moved = 5;
+        EXPECT_EQ(moved, PropertyListValue(5));
+    }
+}
+
+TEST(PropertyListValue, LeavesOthersAloneWhenItIsDestroyed) {
+    const PropertyListValue::Object object = std::make_shared<NamelessObject>();
+    const PropertyListValue inner(PropertyListArray{PropertyListArray{object}, object});
+    {
+        const PropertyListValue copy(PropertyListArray{inner, inner, object});
+        EXPECT_EQ(object.use_count(), 8);
+    }
+    EXPECT_EQ(object.use_count(), 3);
+    EXPECT_EQ(inner, PropertyListValue(PropertyListArray{PropertyListArray{object}, object}));
+}
+
 std::vector<PropertyListValue> oneOfEachKind() {
     return {PropertyListValue(),
             false,

@@ -174,8 +174,33 @@ TEST(PrintFSocketAddress, ReadsALinkAddressWithinItsLengthByte) {
             EXPECT_FALSE(printed("%##a", bytes.bytes().data()).empty());
         });
     }
-    for (std::size_t length = 2; length < sample.size(); ++length) {
-        Bytes cut(sample.begin(), sample.begin() + static_cast<std::ptrdiff_t>(length));
+}
+
+// The address begins behind 8 bytes of header and the name. What is left of it is no MAC, even
+// where 6 bytes are left.
+TEST(PrintFSocketAddress, PrintsWhatTheLengthByteLeavesOfALinkAddress) {
+    struct Row {
+        Bytes hardware;
+        std::size_t kept;
+        const char* text;
+    };
+    const std::vector<Row> rows = {
+        {{1, 2, 3, 4, 5, 0xFE}, 6, "01:02:03:04:05:FE"},
+        {{1, 2, 3, 4, 5, 0xFE}, 5, "<< AF_LINK 01 02 03 04 05 >>"},
+        {{1, 2, 3, 4, 5, 0xFE}, 1, "<< AF_LINK 01 >>"},
+        {{1, 2, 3, 4, 5, 0xFE}, 0, "<< AF_LINK  >>"},
+        {{1, 2, 3, 4, 5, 6, 7, 8}, 8, "<< AF_LINK 01 02 03 04 05 06 07 08 >>"},
+        {{1, 2, 3, 4, 5, 6, 7, 8}, 6, "<< AF_LINK 01 02 03 04 05 06 >>"},
+    };
+    for (const auto& row : rows) {
+        Bytes cut = socketLink("en0", row.hardware);
+        cut.resize(8 + 3 + row.kept);
+        cut[0] = static_cast<std::uint8_t>(cut.size());
+        EXPECT_EQ(address("%##a", cut), row.text);
+    }
+    for (std::size_t length = 2; length < 8 + 3; ++length) {
+        Bytes cut = socketLink("en0", {1, 2, 3, 4, 5, 6});
+        cut.resize(length);
         cut[0] = static_cast<std::uint8_t>(length);
         EXPECT_EQ(address("%##a", cut), "<< AF_LINK  >>") << length;
     }

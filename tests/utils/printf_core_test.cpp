@@ -58,6 +58,16 @@ TEST(PrintFParsing, RefusesMalformedSizeModifiers) {
     }
 }
 
+// j, z and t count as one l, so that one more may follow.
+TEST(PrintFParsing, TakesOneLBehindTheSizesOfTheStandardTypes) {
+    EXPECT_EQ(printed("%jld|%zlu|%tld", std::numeric_limits<std::int64_t>::min(), SIZE_MAX,
+                      std::int64_t{-1}),
+              "-9223372036854775808|18446744073709551615|-1");
+    for (const char* format : {"%jlld", "%zllu", "%tlld", "%jlhd", "%jljd"}) {
+        EXPECT_EQ(SNPrintF(nullptr, 0, format, 1LL), -1) << format;
+    }
+}
+
 TEST(PrintFParsing, StopsAtTheMalformedModifier) {
     char text[8];
     EXPECT_EQ(SNPrintF(text, sizeof(text), "a%dz%hlx%s", 1, 2, nullptr), -1);

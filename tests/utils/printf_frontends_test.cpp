@@ -3,6 +3,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <thread>
 
 #include "halvane/base/status.h"
 #include "halvane/utils/string_printf_internal.h"
@@ -220,6 +221,42 @@ TEST(CPrintF, AbortsInsideALongConversion) {
     EXPECT_EQ(CPrintF(collect, &pieces, "%{ie}", bytes.data(), bytes.size()), -7);
 }
 
+// Formats a line of its own for each piece, through two front ends.
+std::int32_t formatInTurn(const char* text, std::size_t length, void* context) {
+    auto& lines = *static_cast<std::string*>(context);
+    char line[64];
+    SNPrintF(line, sizeof(line), "%zu:%'.*s", length, static_cast<int>(length) + 2, text);
+    return CPrintF(halvane::testing::appendToString, &lines, "<%s|%.2H>", line, text,
+                   static_cast<int>(length), 1);
+}
+
+TEST(CPrintF, LetsItsCallbackFormat) {
+    std::string lines;
+    EXPECT_EQ(CPrintF(formatInTurn, &lines, "ab%d%{dur}", 7, 61), 8);
+    EXPECT_EQ(lines,
+              "<2:'ab'|61                                  |a               | (2 bytes)\n"
+              "... 1 more bytes ...\n>"
+              "<1:'7'|37                                  |7               | (1 bytes)\n>"
+              "<5:'1m 1s'|31                                  |1               | (5 bytes)\n"
+              "... 4 more bytes ...\n>"
+              "<0:''|(0 bytes)\n>");
+}
+
+TEST(CPrintF, FormatsInSeveralThreadsAtOnce) {
+    constexpr int kRounds = 2000;
+    const auto formatOften = [](int thread) {
+        for (int round = 0; round < kRounds; ++round) {
+            const std::string expected = std::to_string(thread) + "/" + std::to_string(round) +
+                                         " 0A:7E:55:00:00:01 " + std::string(300, ' ');
+            const std::array<std::uint8_t, 6> address = {0x0A, 0x7E, 0x55, 0, 0, 1};
+            ASSERT_EQ(printed("%d/%d %.6a %300s", thread, round, address.data(), ""), expected);
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) threads.emplace_back(formatOften, thread);
+    for (auto& thread : threads) thread.join();
+}
+
 TEST(FPrintF, WritesToTheStreamAndCountsWithoutOne) {
     const std::unique_ptr<FILE, int (*)(FILE*)> stream(std::tmpfile(), std::fclose);
     ASSERT_NE(stream, nullptr);
@@ -254,6 +291,13 @@ TEST(PrintFCore, LetsNoExceptionOut) {
     PrintFContext context = {};
     context.callback = throwing;
     EXPECT_EQ(PrintFCore(&context, "text"), kStatusNoMemory);
+}
+
+TEST(StringPrintF, KeepsWhatStandsBeforeAMalformedModifier) {
+    EXPECT_EQ(halvane::stringPrintF("a%db%hld%d", 1, 2, 3), "a1b");
+    std::string text = "x";
+    halvane::appendPrintF(text, "%hld", 1);
+    EXPECT_EQ(text, "x");
 }
 
 TEST(StringPrintF, UsesTheEngine) {

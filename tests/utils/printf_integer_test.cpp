@@ -217,6 +217,9 @@ TEST(PrintFBitList, NumbersBitsFromTheLeastSignificantOne) {
     EXPECT_EQ(printed("%##lb", 1ul << 63 | 1ul << 32), "63 32");
     EXPECT_EQ(printed("%##llb", 1ull << 40), "40");
     EXPECT_EQ(printed("%##.4b", 0xFFu), "3 2 1 0");
+    for (const char* format : {"%##jb", "%##zb", "%##tb"}) {
+        EXPECT_EQ(printed(format, 1ull << 63 | 1), "63 0") << format;
+    }
 }
 
 TEST(PrintFBitList, NumbersBitsFromTheMostSignificantOne) {
@@ -225,7 +228,7 @@ TEST(PrintFBitList, NumbersBitsFromTheMostSignificantOne) {
     EXPECT_EQ(printed("%###hhb", 0x81u), "0 7");
     EXPECT_EQ(printed("%###hb", 0x8000u), "0");
     EXPECT_EQ(printed("%###llb", 1ull), "63");
-    EXPECT_EQ(printed("%####.8b", 0x40u), "1");
+    EXPECT_EQ(printed("%####.8b|%#####.8b", 0x40u, 0x40u), "1|1");
 }
 
 TEST(PrintFBitList, TakesThePrecisionAsBitCount) {
@@ -263,6 +266,11 @@ TEST(PrintFStoreCount, StoresTheCountSoFarInTheNamedSize) {
     EXPECT_EQ(wide, 2);
     printed("%lln", &wide);
     EXPECT_EQ(wide, 0);
+    for (const char* format : {"abc%jn", "abc%zn", "abc%tn"}) {
+        wide = -1;
+        printed(format, &wide);
+        EXPECT_EQ(wide, 3) << format;
+    }
 }
 
 TEST(PrintFStoreCount, CountsWhatDidNotFit) {

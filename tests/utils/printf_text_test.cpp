@@ -16,6 +16,7 @@ TEST(PrintFCharacter, PrintsAnyByte) {
 
 TEST(PrintFCharacter, QuotesAndReplacesWhatDoesNotPrint) {
     EXPECT_EQ(printed("%'c%'c%'c%'c%'c", 'a', 31, 32, 126, 127), "'a''^'' ''~''^'");
+    EXPECT_EQ(printed("%''c%''C", 'a', 0x61626364u), "'a''abcd'");
     EXPECT_EQ(printed("[%'5c|%-'5c]", 'x', 'y'), "[  'x'|'y'  ]");
 }
 
@@ -162,9 +163,18 @@ TEST(PrintFUTF16, LimitsCodeUnitsToThePrecision) {
     EXPECT_EQ(printed("%.2S|%.9S|%.0S", u"abc", u"abc", u"abc"), "ab|abc|");
     const std::vector<char16_t> unterminated = {u'x', u'y'};
     EXPECT_EQ(printed("%.2S", unterminated.data()), "xy");
-    // The mark is one of the units.
+    // The mark is none of the units.
     const std::vector<char16_t> marked = {0xFEFF, u'x', u'y'};
-    EXPECT_EQ(printed("%.3S", marked.data()), "xy");
+    EXPECT_EQ(printed("%.2S|%.1S", marked.data(), marked.data()), "xy|x");
+    EXPECT_EQ(printed("%.2S", u"\uFEFFabc"), "ab");
+    EXPECT_EQ(printed("%.2S", u"\uFFFEa\u6200c"), "^b");  // swapped
+    EXPECT_EQ(printed("%'.4S|%'.2S", u"\uFEFFabc", u"\uFEFFabc"), "'ab'|''");
+}
+
+// Not even the byte-order mark: a precision of 0 allows a pointer to nothing.
+TEST(PrintFUTF16, ReadsNothingWithAPrecisionOfZero) {
+    const std::vector<char16_t> afterIt = {u'x'};
+    EXPECT_EQ(printed("%.0S|%'.1S|", afterIt.data() + 1, afterIt.data() + 1), "||");
 }
 
 TEST(PrintFUTF16, HonoursFieldAndQuotes) {

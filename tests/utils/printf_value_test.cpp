@@ -206,6 +206,41 @@ TEST(PrintFValue, PrintsDeepNesting) {
     EXPECT_TRUE(nested.ends_with("\n]\n"));
 }
 
+PropertyListValue inArrays(PropertyListValue value, int count) {
+    for (int level = 0; level < count; ++level) {
+        PropertyListArray array;
+        array.push_back(std::move(value));
+        value = std::move(array);
+    }
+    return value;
+}
+
+// The root is level 1: 255 arrays around a value put it at level 256, the deepest that prints.
+TEST(PrintFValue, EndsNestingAtTheDeepestLevel) {
+    const std::vector<PropertyListValue> values = {1, ByteBuffer{1}, PropertyListArray{},
+                                                   dictionary({})};
+    for (const auto& value : values) {
+        EXPECT_EQ(text(inArrays(value, 255)).find("<<"), std::string::npos);
+        const std::string cut = text(inArrays(value, 256));
+        EXPECT_NE(cut.find("\n" + std::string(4 * 256, ' ') + "<<NESTED TOO DEEP>>\n" +
+                           std::string(4 * 255, ' ') + "]\n"),
+                  std::string::npos);
+        const std::string cutEntry = text(inArrays(dictionary({{"key", value}}), 255));
+        EXPECT_NE(cutEntry.find(" key=<<NESTED TOO DEEP>>\n"), std::string::npos);
+    }
+}
+
+TEST(PrintFValue, SurvivesAnyDepth) {
+    const PropertyListValue value = inArrays(1, 200'000);
+    EXPECT_NE(text(value).find("<<NESTED TOO DEEP>>"), std::string::npos);
+    EXPECT_NE(text(value, "%##@").find("<<NESTED TOO DEEP>>"), std::string::npos);
+    EXPECT_EQ(text(value, "%#@"), "<<PLIST NOT XML-ABLE>>");
+    PropertyListDictionary entries;
+    entries.set("key", inArrays(1, 200'000));
+    const halvane::IPCMessage message(std::move(entries));
+    EXPECT_TRUE(printed("%{xpc}", &message).ends_with(" 0 = <<NESTED TOO DEEP>>\n"));
+}
+
 TEST(PrintFValue, PrintsXML) {
     const PropertyListValue value = dictionary({{"name", "en0"}});
     const auto xml = halvane::xmlPropertyList(value);

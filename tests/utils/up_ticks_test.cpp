@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "halvane/platform/up_time_internal.h"
+#include "halvane/utils/up_ticks_internal.h"
 
 using halvane::ScopedUpTime;
 using halvane::ticksPerSecondOf;
@@ -106,6 +107,86 @@ TEST(UpTicks, ConversionsSaturateBeyond64Bits) {
     };
     for (const Conversion& row : rows) {
         EXPECT_EQ(row.convert(row.from), row.to) << row.name << " " << row.from;
+    }
+}
+
+// Clocks of a timebase of 125 / 3 and of 7 / 2 nanoseconds a tick.
+TEST(UpTicks, ConvertAtAnyRate) {
+    namespace rate = halvane::up_ticks;
+    struct Row {
+        const char* name;
+        std::uint64_t (*convert)(std::uint64_t value, std::uint64_t perSecond);
+        std::uint64_t value;
+        std::uint64_t at24MHz;
+        std::uint64_t at285714285Hz;
+    };
+    constexpr std::uint64_t kTicks = 123'456'789'012;
+    constexpr std::uint64_t kUnits = 1'234'567;
+    const std::vector<Row> rows = {
+        {"ticks to s", rate::UpTicksToSeconds, kTicks, 5'144, 432},
+        {"ticks to ms", rate::UpTicksToMilliseconds, kTicks, 5'144'032, 432'098},
+        {"ticks to us", rate::UpTicksToMicroseconds, kTicks, 5'144'032'875, 432'098'762},
+        {"ticks to ns", rate::UpTicksToNanoseconds, kTicks, 5'144'032'875'500, 432'098'762'622},
+        {"s to ticks", rate::SecondsToUpTicks, kUnits, 29'629'608'000'000, 352'733'427'689'595},
+        {"ms to ticks", rate::MillisecondsToUpTicks, kUnits, 29'629'608'000, 352'733'427'689},
+        {"us to ticks", rate::MicrosecondsToUpTicks, kUnits, 29'629'608, 352'733'427},
+        {"ns to ticks", rate::NanosecondsToUpTicks, kUnits, 29'629, 352'733},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.convert(row.value, 24'000'000), row.at24MHz) << row.name;
+        EXPECT_EQ(row.convert(row.value, 285'714'285), row.at285714285Hz) << row.name;
+    }
+    EXPECT_EQ(rate::SecondsToUpTicks(UINT64_MAX, 24'000'000), UINT64_MAX);
+}
+
+TEST(UpTicks, ConvertToAndFromNtpAtAnyRate) {
+    namespace rate = halvane::up_ticks;
+    struct Row {
+        std::uint64_t perSecond;
+        std::uint64_t ticks;
+        std::uint64_t ntp;
+        std::uint64_t back;  // a tick less where the fraction was truncated
+    };
+    const std::vector<Row> rows = {
+        {24'000'000, 1, 0xB2, 0},  // 2^32 / 24000000 is 178.96
+        {24'000'000, 6'000'000, 0x0000000040000000, 6'000'000},
+        {24'000'000, 36'000'000, 0x0000000180000000, 36'000'000},
+        {24'000'000, 47'999'999, 0x00000001FFFFFF4D, 47'999'998},
+        {24'000'000, 24'000'000ull * 0xFFFFFFFF, 0xFFFFFFFF00000000, 24'000'000ull * 0xFFFFFFFF},
+        {24'000'000, 24'000'000ull * 0x100000001, 0x0000000100000000, 24'000'000},
+        {285'714'285, 1, 0x0F, 0},
+        {285'714'285, 71'428'571, 0x000000003FFFFFFC, 71'428'570},
+        {285'714'285, 428'571'427, 0x000000017FFFFFF8, 428'571'426},
+        {285'714'285, 571'428'569, 0x00000001FFFFFFF0, 571'428'568},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(rate::UpTicksToNTP(row.ticks, row.perSecond), row.ntp) << row.ticks;
+        EXPECT_EQ(rate::NTPtoUpTicks(row.ntp, row.perSecond), row.back) << row.ticks;
+    }
+    EXPECT_EQ(rate::NTPtoUpTicks(0x12345678ABCDEF01, 24'000'000), 7'330'077'520'106'665u);
+    EXPECT_EQ(rate::NTPtoUpTicks(0x12345678ABCDEF01, 285'714'285), 87'262'827'402'160'373u);
+}
+
+TEST(UpTicks, SplitASleepAtAnyRate) {
+    struct Row {
+        std::uint64_t perSecond;
+        std::uint64_t ticks;
+        std::int64_t seconds;
+        std::int64_t nanoseconds;
+    };
+    const std::vector<Row> rows = {
+        {24'000'000, 0, 0, 0},
+        {24'000'000, 1, 0, 41},
+        {24'000'000, 72'000'007, 3, 291},
+        {24'000'000, 24'000'000ull * 0x100000003 - 1, 2, 999'999'958},  // 32 bits of seconds
+        {285'714'285, 1, 0, 3},
+        {285'714'285, 857'142'862, 3, 24},
+        {285'714'285, 285'714'285ull * 0x100000003 - 1, 2, 999'999'996},
+    };
+    for (const Row& row : rows) {
+        const timespec duration = halvane::up_ticks::sleepOf(row.ticks, row.perSecond);
+        EXPECT_EQ(duration.tv_sec, row.seconds) << row.ticks;
+        EXPECT_EQ(duration.tv_nsec, row.nanoseconds) << row.ticks;
     }
 }
 
