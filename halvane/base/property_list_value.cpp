@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <new>
 
 namespace halvane {
 
@@ -47,8 +48,19 @@ void PropertyListDictionary::set(std::string key, PropertyListValue value) {
         return;
     }
     entries_.emplace_back(std::move(key), std::move(value));
+    try {
+        indexLastEntry();
+    } catch (const std::bad_alloc&) {
+        // An entry that look-ups miss would be entered twice.
+        entries_.pop_back();
+        if (entries_.size() <= kScanLimit) index_.clear();
+        throw;
+    }
+}
+
+void PropertyListDictionary::indexLastEntry() {
     if (entries_.size() == kScanLimit + 1) {
-        rebuildIndex();
+        for (std::size_t i = 0; i < entries_.size(); ++i) index_.emplace(entries_[i].first, i);
     } else if (entries_.size() > kScanLimit) {
         index_.emplace(entries_.back().first, entries_.size() - 1);
     }
@@ -62,12 +74,6 @@ bool PropertyListDictionary::erase(std::string_view key) {
     if (entries_.size() <= kScanLimit) index_.clear();
     for (auto& [indexedKey, position] : index_) position -= position > index ? 1 : 0;
     return true;
-}
-
-void PropertyListDictionary::rebuildIndex() {
-    index_.clear();
-    if (entries_.size() <= kScanLimit) return;
-    for (std::size_t i = 0; i < entries_.size(); ++i) index_.emplace(entries_[i].first, i);
 }
 
 bool operator==(const PropertyListDictionary& a, const PropertyListDictionary& b) {

@@ -71,7 +71,7 @@ class HALVANE_EXPORT PropertyListDictionary {
     // Replaces the value of `key` in place, or appends a new entry.
     void set(std::string key, PropertyListValue value);
 
-    // Removes the entry of `key`; false when there is none.
+    // Removes the entry of `key`, in linear time; false when there is none.
     bool erase(std::string_view key);
 
     // In order of insertion.
@@ -88,7 +88,7 @@ class HALVANE_EXPORT PropertyListDictionary {
     // Scanning a handful of entries beats a tree; a larger dictionary is indexed.
     static constexpr std::size_t kScanLimit = 16;
     std::size_t indexOf(std::string_view key) const;
-    void rebuildIndex();
+    void indexLastEntry();
 
     std::vector<Entry> entries_;
     std::map<std::string, std::size_t, std::less<>> index_;

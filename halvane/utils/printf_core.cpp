@@ -1,6 +1,7 @@
 // The core loop: literal runs, the specification after each '%', and the choice of a conversion.
 #include <array>
 #include <cstdlib>
+#include <cxxabi.h>
 #include <limits>
 
 #include "halvane/base/status.h"
@@ -246,12 +247,14 @@ extern "C" int PrintFCore(PrintFContext* context, const char* format, ...) {
 }
 
 // Every front end passes here, so this is the one place where exceptions end: those of an
-// allocation for a value's text, or of a C++ callback.
+// allocation for a value's text, or of a C++ callback. The cancelling of a thread is none.
 extern "C" int PrintFCoreVAList(PrintFContext* context, const char* format, va_list arguments) {
     ArgumentsCopy copy(arguments);
     Output output(context);
     try {
         halvane::printing::expand(output, format, copy);
+    } catch (const abi::__forced_unwind&) {
+        throw;
     } catch (...) {
         output.abort(kStatusNoMemory);
     }

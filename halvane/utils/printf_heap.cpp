@@ -1,6 +1,7 @@
 // Front ends that write into a growing heap string.
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "halvane/base/status.h"
 #include "halvane/utils/printf_internal.h"
@@ -14,6 +15,23 @@ constexpr std::size_t capacityFor(std::size_t needed) {
     if (needed < kFirstCapacity) return kFirstCapacity;
     return (needed + kCapacityStep - 1) & ~(kCapacityStep - 1);
 }
+
+using halvane::printing::HeapContext;
+
+// Releases what was written where nobody takes it over: after a failure, or when the thread is
+// cancelled.
+class PartialText {
+  public:
+    explicit PartialText(HeapContext& heap) : heap_(heap) {}
+    PartialText(const PartialText&) = delete;
+    PartialText& operator=(const PartialText&) = delete;
+    ~PartialText() {
+        if (heap_.output.buffer != nullptr) heap_.memory.release(heap_.output.buffer);
+    }
+
+  private:
+    HeapContext& heap_;
+};
 
 }  // namespace
 
@@ -44,16 +62,13 @@ std::int32_t printToHeapString(char** text, HeapMemory memory, const char* forma
                                va_list arguments) {
     HeapContext heap = {{}, memory};
     heap.output.callback = storeInHeapString;
+    const PartialText partial(heap);
     std::int32_t result = PrintFCoreVAList(&heap.output, format, arguments);
     if (result >= 0) {
         const std::int32_t terminated = storeInHeapString("", 1, &heap.output);
         if (terminated < 0) result = terminated;
     }
-    if (result < 0) {
-        memory.release(heap.output.buffer);
-    } else {
-        *text = heap.output.buffer;
-    }
+    if (result >= 0) *text = std::exchange(heap.output.buffer, nullptr);
     return result;
 }
 

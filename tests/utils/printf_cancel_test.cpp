@@ -1,0 +1,30 @@
+// A thread that is cancelled while it formats unwinds; nothing leaks, nothing aborts.
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include "halvane/utils/printf.h"
+
+namespace {
+
+// A cancellation point in the middle of an output: what a blocking stream is, too.
+std::int32_t cancelHere(const char*, std::size_t length, void*) {
+    pthread_cancel(pthread_self());
+    pthread_testcancel();
+    return static_cast<std::int32_t>(length);
+}
+
+void* formatUntilCancelled(void*) {
+    CPrintF(cancelHere, nullptr, "%d frames", 42);
+    return nullptr;
+}
+
+TEST(PrintF, LetsAThreadBeCancelled) {
+    pthread_t thread;
+    ASSERT_EQ(pthread_create(&thread, nullptr, formatUntilCancelled, nullptr), 0);
+    void* result = nullptr;
+    ASSERT_EQ(pthread_join(thread, &result), 0);
+    EXPECT_EQ(result, PTHREAD_CANCELED);
+}
+
+}  // namespace
