@@ -14,6 +14,8 @@ inline constexpr OUI kRSNOUI = {0x00, 0x0F, 0xAC};
 
 // The vendor OUI under which WPA (type 1) and Wi-Fi Protected Setup (type 4) are defined.
 inline constexpr OUI kWPAOUI = {0x00, 0x50, 0xF2};
+inline constexpr std::uint8_t kWPAType = 1;
+inline constexpr std::uint8_t kWPSType = 4;
 
 }  // namespace halvane
 

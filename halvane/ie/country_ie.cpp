@@ -2,6 +2,7 @@
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
+#include "halvane/base/element_id.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/utils/string_printf_internal.h"
 
@@ -9,7 +10,6 @@ namespace halvane {
 
 namespace {
 
-constexpr std::size_t kHeaderSize = 2;
 constexpr std::size_t kCountryCodeSize = 3;
 constexpr std::size_t kTupleSize = 3;
 constexpr std::uint8_t kFirstExtensionIdentifier = 201;
@@ -46,7 +46,7 @@ void HalvaneCountryIE::parseIE() {
     if (!rawIE_) return;
 
     ByteCursor cursor(*rawIE_);
-    if (!cursor.skip(kHeaderSize)) return;
+    if (!cursor.skip(kElementHeaderSize)) return;
     countryCode_ = cursor.takeBuffer(kCountryCodeSize);
     if (!countryCode_) return;
     while (cursor.remaining() >= kTupleSize) {

@@ -3,6 +3,7 @@
 #include <bit>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/element_id.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/utils/string_printf_internal.h"
 
@@ -11,7 +12,6 @@ namespace halvane {
 namespace {
 
 constexpr std::size_t kElementSize = 28;
-constexpr std::size_t kHeaderSize = 2;
 constexpr std::size_t kMCSSetSize = 16;
 constexpr int kMCSCount = 77;
 constexpr std::size_t kUsualMCSCount = 16;  // two streams of equal modulation
@@ -90,7 +90,7 @@ void HalvaneHTCapabilitiesIE::parseIE() {
         return;
     }
     ByteCursor cursor(*rawIE_);
-    cursor.skip(kHeaderSize);
+    cursor.skip(kElementHeaderSize);
     capabilities_ = *cursor.u16le();
     parseCapabilities();
     paramsAMPDU_ = *cursor.u8();

@@ -2,6 +2,7 @@
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
+#include "halvane/base/element_id.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/utils/string_printf_internal.h"
 
@@ -10,7 +11,6 @@ namespace halvane {
 namespace {
 
 constexpr std::size_t kElementSize = 24;
-constexpr std::size_t kHeaderSize = 2;
 constexpr std::size_t kMCSSetSize = 16;
 
 }  // namespace
@@ -29,7 +29,7 @@ void HalvaneHTOperationIE::parseIE() {
         return;
     }
     ByteCursor cursor(*rawIE_);
-    cursor.skip(kHeaderSize);
+    cursor.skip(kElementHeaderSize);
     primaryChannel_ = *cursor.u8();
     capabilities1_ = *cursor.u8();
     parseCapabilities1();

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/element_id.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
 #include "halvane/ie/mcs.h"
@@ -13,21 +14,6 @@ namespace halvane {
 
 namespace {
 
-// IEEE 802.11-2020, table 9-92.
-constexpr std::uint8_t kElementIDSSID = 0;
-constexpr std::uint8_t kElementIDSupportedRates = 1;
-constexpr std::uint8_t kElementIDCountry = 7;
-constexpr std::uint8_t kElementIDHTCapabilities = 45;
-constexpr std::uint8_t kElementIDRSN = 48;
-constexpr std::uint8_t kElementIDExtendedSupportedRates = 50;
-constexpr std::uint8_t kElementIDHTOperation = 61;
-constexpr std::uint8_t kElementIDVendorSpecific = 221;
-
-constexpr std::uint8_t kVendorTypeWPA = 1;
-constexpr std::uint8_t kVendorTypeWPS = 4;
-constexpr std::uint8_t kVendorTypeDWDS = 1;
-
-constexpr std::size_t kHeaderSize = 2;
 constexpr std::size_t kOUISize = 3;
 constexpr unsigned kMaximumRates = 8;
 constexpr unsigned kMaximumExtendedRates = 255;
@@ -49,7 +35,7 @@ std::uint64_t now() {
 // The bytes after ID and length; absent for an element that has no length byte.
 std::optional<ByteCursor> bodyOf(const ByteBuffer& element) {
     ByteCursor cursor(element);
-    if (!cursor.skip(kHeaderSize)) return std::nullopt;
+    if (!cursor.skip(kElementHeaderSize)) return std::nullopt;
     return cursor;
 }
 
@@ -88,7 +74,7 @@ void HalvaneMAC::cutElements() {
     ByteCursor cursor(walked);
     while (!cursor.atEnd()) {
         const auto length = cursor.peek(1);
-        const auto size = static_cast<std::uint8_t>(length.value_or(0) + kHeaderSize);
+        const auto size = static_cast<std::uint8_t>(length.value_or(0) + kElementHeaderSize);
         if (!length || size == 0 || size > cursor.remaining()) {
             invalidIEs_ = cursor.restBuffer();
             return;
@@ -183,9 +169,9 @@ void HalvaneMAC::parseInformationElementVendorSpecific(const ByteBuffer& element
     const auto oui = body ? body->take(kOUISize) : std::nullopt;
     const auto type = oui ? body->u8() : std::nullopt;
     if (!type) return;
-    if (std::ranges::equal(*oui, kWPAOUI) && *type == kVendorTypeWPS) {
+    if (std::ranges::equal(*oui, kWPAOUI) && *type == kWPSType) {
         wpsIE_ = HalvaneWPSIE::initWithIE(element);
-    } else if (std::ranges::equal(*oui, kWPAOUI) && *type == kVendorTypeWPA) {
+    } else if (std::ranges::equal(*oui, kWPAOUI) && *type == kWPAType) {
         wpa_ = HalvaneRSNIE::initWithIE_withOUI(element, ByteBuffer(kWPAOUI));
     } else if (std::ranges::equal(*oui, kVendorOUI) && *type == kVendorTypeDWDS) {
         dwdsIE_ = HalvaneDWDSIE::initWithIE(element);

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/element_id.h"
 #include "halvane/base/oui.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/utils/string_printf_internal.h"
@@ -14,10 +15,6 @@
 namespace halvane {
 
 namespace {
-
-constexpr std::uint8_t kElementIDRSN = 48;
-constexpr std::uint8_t kElementIDVendor = 221;
-constexpr std::uint8_t kVendorTypeWPA = 1;
 
 constexpr std::size_t kSuiteSize = 4;
 constexpr std::size_t kPMKIDSize = 16;
@@ -288,15 +285,15 @@ void HalvaneRSNIE::generateIE() {
     if (!isRSN && !isWPA) return;
     if (countUnicastCiphers() == 0 || countAKMs() == 0) return;
 
-    std::vector<std::uint8_t> element = {isRSN ? kElementIDRSN : kElementIDVendor, 0};
-    if (isWPA) appendSuite_cipher(element, kVendorTypeWPA);
+    std::vector<std::uint8_t> element = {isRSN ? kElementIDRSN : kElementIDVendorSpecific, 0};
+    if (isWPA) appendSuite_cipher(element, kWPAType);
     appendU16(element, static_cast<std::uint64_t>(version_));
     appendSuite_cipher(element, groupCipherType());
     appendFlaggedSuites(element);
     if (isRSN) appendCapabilities(element);
     appendPMKIDs(element);
 
-    element[1] = static_cast<std::uint8_t>(element.size() - 2);
+    element[1] = static_cast<std::uint8_t>(element.size() - kElementHeaderSize);
     rawIE_ = ByteBuffer(element);
     isValid_ = true;
 }

@@ -2,19 +2,12 @@
 
 #include <vector>
 
+#include "halvane/base/element_id.h"
 #include "halvane/base/vendor.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/utils/string_printf_internal.h"
 
 namespace halvane {
-
-namespace {
-
-constexpr std::uint8_t kElementIDVendor = 221;
-constexpr std::uint8_t kVendorTypeP2P = 5;
-constexpr std::size_t kHeaderSize = 2;
-
-}  // namespace
 
 HalvaneTessicP2PIE HalvaneTessicP2PIE::initWithIE(const ByteBuffer& ie) {
     HalvaneTessicP2PIE object;
@@ -30,10 +23,10 @@ void HalvaneTessicP2PIE::generateIE() {
     rawIE_.reset();
     isValid_ = false;
 
-    std::vector<std::uint8_t> element = {kElementIDVendor, 0};
+    std::vector<std::uint8_t> element = {kElementIDVendorSpecific, 0};
     element.insert(element.end(), kVendorOUI.begin(), kVendorOUI.end());
     element.push_back(kVendorTypeP2P);
-    element[1] = static_cast<std::uint8_t>(element.size() - kHeaderSize);
+    element[1] = static_cast<std::uint8_t>(element.size() - kElementHeaderSize);
 
     signatureLength_ = element.size() - 1;
     rawIE_ = ByteBuffer(element);

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/element_id.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
 #include "halvane/utils/printf_conversions_internal.h"
@@ -17,21 +18,19 @@ constexpr int kNameColumn = 27;
 constexpr int kSubNameColumn = 23;
 constexpr int kSubIndent = 8;
 
-constexpr std::uint8_t kElementSSID = 0;
-constexpr std::uint8_t kElementVendor = 221;
 constexpr std::uint16_t kWPSConfigMethods = 0x1008;
 
 constexpr const char* kUnknown = "<<UNKNOWN>>";
 
 const char* elementName(std::uint8_t id) {
     switch (id) {
-        case kElementSSID:
+        case kElementIDSSID:
             return "SSID";
-        case 1:
+        case kElementIDSupportedRates:
             return "Supported Rates";
-        case 3:
+        case kElementIDDSParameterSet:
             return "DS Parameter Set";
-        case 50:
+        case kElementIDExtendedSupportedRates:
             return "Extended Supported Rates";
         default:
             return kUnknown;
@@ -96,9 +95,9 @@ class ElementPrinter {
     static const std::array<Vendor, 4> kVendors;
 
     void printElement(std::uint8_t id, Bytes body) {
-        if (id == kElementVendor) {
+        if (id == kElementIDVendorSpecific) {
             printVendor(body);
-        } else if (id == kElementSSID) {
+        } else if (id == kElementIDSSID) {
             output_.print("%*s%3d %-*s '%.*s'\n", indent_, "", int{id}, kNameColumn,
                           elementName(id), sizeOf(body), body.data());
         } else {
@@ -116,7 +115,7 @@ class ElementPrinter {
                 return (this->*vendor.print)(vendor.name, cursor);
             }
         }
-        printHex(kElementVendor, "<<UNKNOWN VENDOR>", body);
+        printHex(kElementIDVendorSpecific, "<<UNKNOWN VENDOR>", body);
     }
 
     void printGeneral(const char* name, ByteCursor body) {
@@ -126,12 +125,13 @@ class ElementPrinter {
         if (!flags) {
             return printBad("### bad Tessic General IE:\n%2.1H\n", ByteCursor(start).rest());
         }
-        output_.print("%*s%3d %-*s product ID %d flags 0x%x\n", indent_, "", int{kElementVendor},
-                      kNameColumn, name, int{*product}, unsigned{*flags});
+        output_.print("%*s%3d %-*s product ID %d flags 0x%x\n", indent_, "",
+                      int{kElementIDVendorSpecific}, kNameColumn, name, int{*product},
+                      unsigned{*flags});
     }
 
     void printDWDS(const char* name, ByteCursor body) {
-        printHex(kElementVendor, name, body.rest());
+        printHex(kElementIDVendorSpecific, name, body.rest());
     }
 
     void printEasyConnect(const char* name, ByteCursor body) {
@@ -170,7 +170,8 @@ class ElementPrinter {
     }
 
     void printVendorLine(const char* name) {
-        output_.print("%*s%3d %-*s\n", indent_, "", int{kElementVendor}, kNameColumn, name);
+        output_.print("%*s%3d %-*s\n", indent_, "", int{kElementIDVendorSpecific}, kNameColumn,
+                      name);
     }
 
     void printSubElement(SubElement element, Bytes value) {
@@ -196,9 +197,9 @@ class ElementPrinter {
 
 const std::array<ElementPrinter::Vendor, 4> ElementPrinter::kVendors = {{
     {kVendorGeneralOUI, 1, "Tessic General IE", &ElementPrinter::printGeneral},
-    {kVendorOUI, 1, "DWDS", &ElementPrinter::printDWDS},
-    {kVendorOUI, 3, "EasyConnect", &ElementPrinter::printEasyConnect},
-    {kWPAOUI, 4, "WPS", &ElementPrinter::printWPS},
+    {kVendorOUI, kVendorTypeDWDS, "DWDS", &ElementPrinter::printDWDS},
+    {kVendorOUI, kVendorTypeEasyConnect, "EasyConnect", &ElementPrinter::printEasyConnect},
+    {kWPAOUI, kWPSType, "WPS", &ElementPrinter::printWPS},
 }};
 
 }  // namespace

@@ -1,13 +1,12 @@
 #include "tools/halvane/frame_record.h"
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/element_id.h"
 #include "halvane/regulatory/channel.h"
 
 namespace halvane::tool {
 
 namespace {
-
-constexpr std::uint8_t kElementIDDSParameterSet = 3;
 
 // The look-up leaves the last frequency of the map behind for one that it does not know, so the
 // answer is checked the other way round.
