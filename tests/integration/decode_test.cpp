@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "tests/support/run_program.h"
+#include "tests/support/sanitizers.h"
 
 using halvane::testing::contentsOf;
 using halvane::testing::ProgramResult;
@@ -190,7 +191,7 @@ TEST(Decode, HeadsTheTextOfAFrameWithWhereItComesFrom) {
     EXPECT_NE(text.find(" (probe-response)\nMAC  "), std::string::npos);
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !HALVANE_IS_SANITIZED
 // Sanitizers hold freed memory back, so they cannot show this.
 TEST(Decode, NeedsNoMoreMemoryForALongerFile) {
     const TemporaryFolder folder;

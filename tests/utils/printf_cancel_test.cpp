@@ -5,6 +5,8 @@
 
 #include "halvane/utils/printf.h"
 
+#include "tests/support/sanitizers.h"
+
 namespace {
 
 // A cancellation point in the middle of an output: what a blocking stream is, too.
@@ -20,6 +22,8 @@ void* formatUntilCancelled(void*) {
 }
 
 TEST(PrintF, LetsAThreadBeCancelled) {
+    // The address sanitizer of GCC 12 loses the stack of a thread that is unwound by force.
+    if (HALVANE_IS_SANITIZED) GTEST_SKIP() << "a sanitizer cannot follow a cancelled thread";
     pthread_t thread;
     ASSERT_EQ(pthread_create(&thread, nullptr, formatUntilCancelled, nullptr), 0);
     void* result = nullptr;

@@ -8,16 +8,8 @@
 #include "halvane/base/status.h"
 #include "halvane/utils/printf_internal.h"
 
+#include "tests/support/sanitizers.h"
 #include "tests/utils/printf_test_support.h"
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define HALVANE_TESTS_SANITIZED 1
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define HALVANE_TESTS_SANITIZED 1
-#endif
 
 namespace {
 
@@ -131,7 +123,7 @@ TEST(HeapString, IsReleasedWhenMemoryEnds) {
     std::free(text);
 }
 
-#ifndef HALVANE_TESTS_SANITIZED
+#if !HALVANE_IS_SANITIZED
 
 // Of this thread, counted where all allocations pass: malloc and its kin, replaced below.
 std::size_t allocationCount();
@@ -220,7 +212,7 @@ TEST(PrintFAllocation, HappensInNoConversionOfBytesAndObjects) {
 
 }  // namespace
 
-#ifndef HALVANE_TESTS_SANITIZED
+#if !HALVANE_IS_SANITIZED
 
 // The C library's own names for what these replace. A sanitizer replaces them itself.
 extern "C" {
