@@ -1,4 +1,4 @@
-// The core loop: literal runs, the specification after each '%', and the choice of a conversion.
+// The core loop: literal runs, what stands between '%' and the conversion, and the choice of it.
 #include <array>
 #include <cstdlib>
 #include <cxxabi.h>

@@ -24,7 +24,7 @@ TEST(PrintFParsing, ReportsWhatIsNoConversion) {
     EXPECT_EQ(printed("%\x80"), "<<UNKNOWN FORMAT CONVERSION CODE %\x80>>");
 }
 
-// The specification ends with the format; nothing behind the terminator is read.
+// A conversion ends with the format; nothing behind the terminator is read.
 TEST(PrintFParsing, EndsWithTheFormat) {
     EXPECT_EQ(printed("a%"), "a<<UNKNOWN FORMAT CONVERSION CODE %>>");
     EXPECT_EQ(printed("%-08.3ll"), "<<UNKNOWN FORMAT CONVERSION CODE %>>");
