@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "halvane/platform/xml_text_internal.h"
 
@@ -61,13 +63,31 @@ std::optional<Character> firstCharacter(std::string_view text) {
     return multiByteCharacter(text);
 }
 
-bool isXmlSpace(char32_t codePoint) {
-    return codePoint == ' ' || codePoint == '\t' || codePoint == '\n' || codePoint == '\r';
+// What no version holds, not even as a reference, beside the surrogates, which UTF-8 does not know.
+bool isInNone(char32_t codePoint) {
+    return codePoint == 0 || codePoint == 0xFFFE || codePoint == 0xFFFF;
 }
 
 bool isIn10(char32_t codePoint) {
     return codePoint >= 0x20 || isXmlSpace(codePoint);
 }
+
+// XML 1.1 production 2a, whose characters stand in a document as references alone.
+bool isRestrictedIn11(char32_t codePoint) {
+    return !isIn10(codePoint) || (codePoint >= 0x7F && codePoint <= 0x9F && codePoint != 0x85);
+}
+
+bool isLiteral(char32_t codePoint, XmlVersion version) {
+    if (isInNone(codePoint)) return false;
+    return version == XmlVersion::V1_0 ? isIn10(codePoint) : !isRestrictedIn11(codePoint);
+}
+
+// The bytes that are a character by themselves in either version, nearly all of most documents.
+constexpr auto kPlainBytes = [] {
+    std::array<bool, 256> plain{};
+    for (char32_t byte = 0; byte < 0x7F; ++byte) plain[byte] = byte >= 0x20 || isXmlSpace(byte);
+    return plain;
+}();
 
 // Beside what is never literal, XML 1.1 restricts the C1 controls, and takes U+0085 and U+2028
 // for line ends; a carriage return would be read as a newline in either version.
@@ -96,7 +116,46 @@ void appendCharacter(std::string& out, std::string_view bytes, char32_t codePoin
     }
 }
 
+void appendUtf8(std::string& out, char32_t codePoint) {
+    if (codePoint < 0x80) {
+        out += static_cast<char>(codePoint);
+        return;
+    }
+    const int following = codePoint < 0x800 ? 1 : codePoint < 0x10000 ? 2 : 3;
+    const std::uint32_t lengthMark = 0xFF00u >> (following + 1) & 0xFF;  // 0xC0, 0xE0, 0xF0
+    out += static_cast<char>(lengthMark | codePoint >> 6 * following);
+    for (int i = following - 1; i >= 0; --i) {
+        out += static_cast<char>(0x80 | (codePoint >> 6 * i & 0x3F));
+    }
+}
+
+constexpr std::array<std::pair<std::string_view, char>, 5> kEntities = {
+    {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}}};
+
+// `name` is what stands between "&" and ";".
+std::optional<char32_t> referencedCharacter(std::string_view name, XmlVersion version) {
+    if (!name.starts_with('#')) {
+        const auto row =
+            std::ranges::find(kEntities, name, [](auto& entity) { return entity.first; });
+        return row == kEntities.end() ? std::nullopt : std::optional<char32_t>(row->second);
+    }
+    const bool isHex = name.starts_with("#x");
+    const std::string_view digits = name.substr(isHex ? 2 : 1);
+    std::uint32_t value = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto result = std::from_chars(digits.data(), end, value, isHex ? 16 : 10);
+    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+    const bool isSurrogate = value >= 0xD800 && value <= 0xDFFF;
+    if (isSurrogate || value > 0x10FFFF || isInNone(value)) return std::nullopt;
+    if (version == XmlVersion::V1_0 && !isIn10(value)) return std::nullopt;
+    return value;
+}
+
 }  // namespace
+
+bool isXmlBlank(std::string_view text) {
+    return std::ranges::all_of(text, isXmlSpace);
+}
 
 std::optional<XmlVersion> xmlVersionOfText(std::string_view text) {
     auto version = XmlVersion::V1_0;
@@ -104,16 +163,31 @@ std::optional<XmlVersion> xmlVersionOfText(std::string_view text) {
         const auto character = firstCharacter(text);
         if (!character) return std::nullopt;
         const char32_t codePoint = character->codePoint;
-        if (codePoint == 0 || codePoint == 0xFFFE || codePoint == 0xFFFF) return std::nullopt;
+        if (isInNone(codePoint)) return std::nullopt;
         if (!isIn10(codePoint)) version = XmlVersion::V1_1;
         text.remove_prefix(character->size);
     }
     return version;
 }
 
+std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVersion version) {
+    for (std::size_t i = 0; i < document.size();) {
+        if (kPlainBytes[byteAt(document, i)]) {
+            ++i;
+            continue;
+        }
+        const auto character = firstCharacter(document.substr(i));
+        if (!character) return XmlRefusal{i, "not UTF-8"};
+        if (!isLiteral(character->codePoint, version)) {
+            return XmlRefusal{i, "character that XML does not allow"};
+        }
+        i += character->size;
+    }
+    return std::nullopt;
+}
+
 void appendXmlText(std::string& out, std::string_view text, XmlVersion version) {
-    const bool isBlank = std::ranges::all_of(text, isXmlSpace);
-    if (isBlank && !text.empty()) {
+    if (isXmlBlank(text) && !text.empty()) {
         // Readers drop character data that is nothing but white space; a reference keeps it.
         appendReference(out, byteAt(text, 0));
         text.remove_prefix(1);
@@ -124,6 +198,27 @@ void appendXmlText(std::string& out, std::string_view text, XmlVersion version) 
         appendCharacter(out, text.substr(0, character->size), character->codePoint, version);
         text.remove_prefix(character->size);
     }
+}
+
+std::optional<XmlRefusal> appendCharacterData(std::string& out, std::string_view data,
+                                              XmlVersion version) {
+    std::size_t copied = 0;
+    for (std::size_t i = 0; i < data.size(); ++i) {
+        if (data[i] == '>' && data.substr(0, i).ends_with("]]")) {
+            return XmlRefusal{i - 2, "\"]]>\" in text"};
+        }
+        if (data[i] != '&') continue;
+        out.append(data, copied, i - copied);
+        const std::size_t end = data.find(';', i);
+        if (end == std::string_view::npos) return XmlRefusal{i, "\"&\" without a reference"};
+        const auto character = referencedCharacter(data.substr(i + 1, end - i - 1), version);
+        if (!character) return XmlRefusal{i, "reference to nothing known"};
+        appendUtf8(out, *character);
+        copied = end + 1;
+        i = end;
+    }
+    out.append(data, copied);
+    return std::nullopt;
 }
 
 }  // namespace halvane

@@ -2,6 +2,7 @@
 #ifndef HALVANE_PLATFORM_XML_TEXT_INTERNAL_H
 #define HALVANE_PLATFORM_XML_TEXT_INTERNAL_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,13 +12,37 @@ namespace halvane {
 // Ascending: the later carries whatever the earlier does.
 enum class XmlVersion { V1_0, V1_1 };
 
+// Why a text is not taken for XML, and from which byte on.
+struct XmlRefusal {
+    std::size_t offset;
+    std::string_view reason;  // static text
+};
+
+constexpr bool isXmlSpace(char32_t codePoint) {
+    return codePoint == ' ' || codePoint == '\t' || codePoint == '\n' || codePoint == '\r';
+}
+
+// Whether `text` is nothing but white space.
+bool isXmlBlank(std::string_view text);
+
 // The lowest version whose documents can hold `text`; absent for text that is not UTF-8 and for
 // the characters U+0000, U+FFFE and U+FFFF, which neither holds (XML 1.0 and 1.1, production 2).
 std::optional<XmlVersion> xmlVersionOfText(std::string_view text);
 
+// What keeps `document` from being a document of `version` in UTF-8: bytes that are no UTF-8, or a
+// character that the version knows only as a reference, or not at all. Absent: nothing.
+std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVersion version);
+
 // Appends `text` so that a reader gets it back byte for byte, white space and line ends included.
 // REQUIRES: xmlVersionOfText(text) is present and not above `version`.
 void appendXmlText(std::string& out, std::string_view text, XmlVersion version);
+
+// Appends the text that `data` stands for: character data between two pieces of markup, line ends
+// normalised. Refuses "]]>", and every reference but those to characters that the version allows
+// and to the five predefined entities; what stands before was appended then.
+// REQUIRES: refusedXmlCharacter(data, version) is absent.
+std::optional<XmlRefusal> appendCharacterData(std::string& out, std::string_view data,
+                                              XmlVersion version);
 
 }  // namespace halvane
 
