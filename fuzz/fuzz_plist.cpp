@@ -1,0 +1,29 @@
+// Any text as an XML property list; what is read can be written, and reads back equal.
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/xml_property_list_reader.h"
+
+#include "fuzz/require.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    std::optional<halvane::XmlPropertyListError> error;
+    const auto value = halvane::propertyListFromXml(text, &error);
+    REQUIRE(value.has_value() != error.has_value());
+    if (error) {
+        REQUIRE(error->offset <= size);
+        REQUIRE(!error->reason.empty());
+        return 0;
+    }
+
+    const auto written = halvane::xmlPropertyList(*value);
+    REQUIRE(written.has_value());
+    const auto again = halvane::propertyListFromXml(*written);
+    REQUIRE(again.has_value());
+    // As texts, since a "nan" is equal to nothing.
+    REQUIRE(halvane::xmlPropertyList(*again) == written);
+    return 0;
+}
