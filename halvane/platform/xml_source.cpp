@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 
 #include "halvane/platform/xml_source_internal.h"
 

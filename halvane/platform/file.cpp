@@ -1,0 +1,194 @@
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "halvane/platform/file_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr int kMostSetAside = 9999;
+
+HalvaneStatus statusOfLastError() {
+    struct Row {
+        int error;
+        HalvaneStatus status;
+    };
+    static constexpr std::array<Row, 7> kRows = {{
+        {ENAMETOOLONG, kStatusBadPath},
+        {ENOTDIR, kStatusBadPath},
+        {ENOENT, kStatusBadPath},
+        {ELOOP, kStatusBadPath},
+        {ENOMEM, kStatusNoMemory},
+        {ENOSPC, kStatusNoRoom},
+        {EDQUOT, kStatusNoRoom},
+    }};
+    const auto row = std::ranges::find(kRows, errno, &Row::error);
+    return row == kRows.end() ? HalvaneStatus(kStatusCannotOpen) : row->status;
+}
+
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR) result = call();
+    return result;
+}
+
+FileDescriptor openFile(const std::string& path, int flags, mode_t mode = 0) {
+    return FileDescriptor(
+        uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+}
+
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return path.substr(0, std::max<std::size_t>(slash, 1));
+}
+
+bool writeAll(const FileDescriptor& file, std::string_view text) {
+    while (!text.empty()) {
+        const auto count =
+            uninterrupted([&] { return ::write(file.number(), text.data(), text.size()); });
+        if (count < 0) return false;
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+// Reads to the end of the file, or to one byte more than `limit`.
+bool readAll(const FileDescriptor& file, std::size_t limit, std::string& text) {
+    constexpr std::size_t kStep = 65536;
+    for (;;) {
+        const std::size_t size = text.size();
+        const std::size_t step = std::min(kStep, limit + 1 - size);
+        if (step == 0) return true;
+        text.resize(size + step);
+        const auto count =
+            uninterrupted([&] { return ::read(file.number(), text.data() + size, step); });
+        text.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        if (count <= 0) return count == 0;
+    }
+}
+
+bool renameToFreeName(const std::string& from, const std::string& to) {
+    constexpr int kHere = AT_FDCWD;
+    if (::renameat2(kHere, from.c_str(), kHere, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+    if (errno != EINVAL && errno != ENOSYS) return false;
+    // The file system cannot. A link replaces nothing either, but for a moment there are both.
+    return ::link(from.c_str(), to.c_str()) == 0 && ::unlink(from.c_str()) == 0;
+}
+
+bool sync(const FileDescriptor& file) {
+    return uninterrupted([&] { return ::fsync(file.number()); }) == 0;
+}
+
+// Removes a file on the way out, unless it has become what it was for.
+class TemporaryFile {
+  public:
+    explicit TemporaryFile(const std::string& path) : path_(path) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (!isKept_) ::unlink(path_.c_str());
+    }
+    bool becomes(const std::string& path) {
+        isKept_ = ::rename(path_.c_str(), path.c_str()) == 0;
+        return isKept_;
+    }
+
+  private:
+    const std::string& path_;
+    bool isKept_ = false;
+};
+
+}  // namespace
+
+FileDescriptor::~FileDescriptor() {
+    if (number_ >= 0) ::close(number_);
+}
+
+FileText readFile(const std::string& path, std::size_t limit) {
+    FileText result;
+    // Without O_NONBLOCK, a FIFO in the file's place would be waited for.
+    const FileDescriptor file = openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!file) {
+        const bool isNoFile = errno == ENOENT || errno == ENOTDIR;
+        if (!isNoFile) result.status = statusOfLastError();
+        return result;
+    }
+    result.isThere = true;
+    struct stat facts {};
+    if (::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
+        !readAll(file, limit, result.text)) {
+        result.status = kStatusCannotOpen;
+        result.text.clear();
+        return result;
+    }
+    result.isTooLong = result.text.size() > limit;
+    if (result.isTooLong) result.text.clear();
+    return result;
+}
+
+HalvaneStatus makeFolders(const std::string& folder) {
+    for (std::size_t end = 0; end != std::string::npos;) {
+        end = folder.find('/', end + 1);
+        const std::string part = folder.substr(0, end);
+        if (::mkdir(part.c_str(), 0700) == 0 || errno == EEXIST) continue;
+        // One that could not be made, say on a read-only file system, may well be there.
+        const int error = errno;
+        struct stat facts {};
+        if (::stat(part.c_str(), &facts) == 0) continue;
+        errno = error;
+        return statusOfLastError();
+    }
+    return kStatusOK;
+}
+
+FileLock::FileLock(const std::string& path)
+    : file_(openFile(path, O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY, 0600)) {
+    if (!file_ || uninterrupted([this] { return ::flock(file_.number(), LOCK_EX); }) != 0) {
+        status_ = statusOfLastError();
+    }
+}
+
+// Unlocked rather than closed alone: a child that another thread forks has the descriptor, too.
+FileLock::~FileLock() {
+    if (file_) ::flock(file_.number(), LOCK_UN);
+}
+
+HalvaneStatus replaceFile(const std::string& path, std::string_view text) {
+    const std::string newPath = path + ".new";
+    // Opened before the old file is gone, when a failure can still be told.
+    const FileDescriptor folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
+    if (!folder) return statusOfLastError();
+    ::unlink(newPath.c_str());  // what a crash has left
+    const FileDescriptor file = openFile(newPath, O_WRONLY | O_CREAT | O_EXCL, 0600);
+    if (!file) return statusOfLastError();
+
+    TemporaryFile temporary(newPath);
+    const bool isReplaced = writeAll(file, text) && sync(file) && temporary.becomes(path);
+    if (!isReplaced) return statusOfLastError();
+    sync(folder);  // a failure leaves the old file or the new, each of them whole
+    return kStatusOK;
+}
+
+std::optional<std::string> setFileAside(const std::string& path, HalvaneStatus& status) {
+    for (int count = 1; count <= kMostSetAside; ++count) {
+        std::string aside = path + ".damaged";
+        if (count > 1) aside.append(".").append(std::to_string(count));
+        if (renameToFreeName(path, aside)) return aside;
+        if (errno == EEXIST) continue;
+        status = statusOfLastError();
+        return std::nullopt;
+    }
+    status = kStatusNoRoom;
+    return std::nullopt;
+}
+
+}  // namespace halvane
