@@ -1,8 +1,8 @@
 #include "halvane/ie/mcs.h"
 
 #include <algorithm>
-#include <mutex>
 
+#include "halvane/base/shared_instance_internal.h"
 #include "halvane/ie/mcs_tables_internal.h"
 
 namespace halvane {
@@ -25,13 +25,7 @@ HalvaneMCS::HalvaneMCS() {
 }
 
 const HalvaneMCS& HalvaneMCS::sharedSystem() {
-    static std::mutex creation;
-    if (const auto* shared = gWiFiMCS.load(std::memory_order_acquire)) return *shared;
-    const std::lock_guard lock(creation);
-    if (gWiFiMCS.load(std::memory_order_relaxed) == nullptr) {
-        gWiFiMCS.store(new HalvaneMCS, std::memory_order_release);
-    }
-    return *gWiFiMCS.load(std::memory_order_relaxed);
+    return sharedInstance(gWiFiMCS);
 }
 
 void HalvaneMCS::setupLongGuardInterval20MHz() {

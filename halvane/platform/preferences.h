@@ -33,11 +33,11 @@ inline constexpr std::size_t kPreferencesFileLimit = 16777216;  // bytes
 
 struct PreferenceResult {
     // kStatusOK also where there is no value, and where a damaged file was set aside. Otherwise:
-    //   kStatusBadPath      the name is too long for a file, or there is no folder for the file
-    //   kStatusCannotOpen   the file, or its folder, cannot be read or written, or is something
-    //   else kStatusConversionFailed   a key or value to write that XML cannot carry
-    //   (xml_property_list.h) kStatusNoRoom       no room on the disk, in the file, or for one more
-    //   damaged file kStatusNoMemory
+    // - kStatusBadPath: the name is too long for a file, or there is no folder for the file
+    // - kStatusCannotOpen: file or folder cannot be read or written, or the file is something else
+    // - kStatusConversionFailed: XML cannot carry the key or value to write
+    // - kStatusNoRoom: on the disk, in the file, or for one more damaged file
+    // - kStatusNoMemory
     HalvaneStatus status = kStatusOK;
 
     // Of a read.
