@@ -1,9 +1,9 @@
 // The conversions with names, "%{name}".
 #include <algorithm>
 #include <array>
-#include <strings.h>
 
 #include "halvane/platform/ipc_message.h"
+#include "halvane/utils/ignore_case_internal.h"
 #include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
@@ -22,10 +22,6 @@ constexpr std::array<Extension, 5> kExtensions = {{
     {"txt", convertTXTRecord},
     {"xpc", convertIPCMessage},
 }};
-
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
-}
 
 }  // namespace
 

@@ -26,8 +26,9 @@ inline constexpr std::uint64_t kIndentStep = 4;
 
 inline constexpr std::string_view kNullText = "<<NULL>>";
 
-// The output callback of the fixed-buffer front ends. Output::write knows it and spares the call.
+// The output callback of the fixed-buffer front ends, and that of log messages.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context);
+std::int32_t __LogPrintFCallBack(const char* text, std::size_t length, PrintFContext* context);
 
 // Where the heap front ends get their memory: realloc and free, but for a test.
 struct HeapMemory {
@@ -68,7 +69,11 @@ class ArgumentsCopy : public Arguments {
 // The running output of one call.
 class Output {
   public:
-    explicit Output(PrintFContext* context) : context_(context) {}
+    explicit Output(PrintFContext* context)
+        : context_(context),
+          storesIfRoom_(context->callback == storeInFixedBuffer ||
+                        context->callback == storeInHeapString ||
+                        context->callback == __LogPrintFCallBack) {}
 
     bool isOpen() const { return status_ >= 0; }
     std::uint64_t count() const { return count_; }
@@ -83,8 +88,7 @@ class Output {
     void write(std::string_view piece) {
         if (piece.empty() || !isOpen()) return;
         count_ += piece.size();
-        if (context_->callback == storeInFixedBuffer &&
-            piece.size() <= context_->capacity - context_->used) {
+        if (storesIfRoom_ && piece.size() <= context_->capacity - context_->used) {
             std::memcpy(context_->buffer + context_->used, piece.data(), piece.size());
             context_->used += piece.size();
             return;
@@ -101,6 +105,8 @@ class Output {
 
   private:
     PrintFContext* context_;
+    // Whether the callback would only store a piece that there is room for: then it is spared.
+    bool storesIfRoom_;
     std::uint64_t count_ = 0;
     std::int32_t status_ = 0;
 };

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "halvane/platform/local_time_internal.h"
 #include "halvane/platform/wall_clock_internal.h"
 #include "halvane/utils/printf_conversions_internal.h"
 
@@ -110,15 +111,34 @@ void convertUUID(Output& output, Conversion& conversion, Arguments& arguments) {
     PrintFWriteText(output, conversion.format, text.text());
 }
 
+namespace {
+
+// Writes the last digits of a number over those that end at `end`.
+void putDigits(char* end, unsigned number, unsigned count) {
+    for (; count > 0; --count, number /= 10) *--end = static_cast<char>('0' + number % 10);
+}
+
+}  // namespace
+
+// By hand, since it stands at the head of most log lines.
 void convertNow(Output& output, Conversion& conversion, Arguments&) {
     const WallTime now = wallTime();
-    const std::time_t seconds = now.seconds;
-    std::tm local{};
-    localtime_r(&seconds, &local);
+    const std::tm local = localTime(now.seconds);
     const int hour = local.tm_hour % 12 == 0 ? 12 : local.tm_hour % 12;
-    writeMessage(output, conversion.format, "%04d-%02d-%02d %02d:%02d:%02d.%06u %s",
-                 local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, hour, local.tm_min,
-                 local.tm_sec, now.microseconds, local.tm_hour < 12 ? "AM" : "PM");
+
+    char stamp[] = "YYYY-MM-DD HH:MM:SS.uuuuuu AM";
+    const auto put = [&stamp](std::size_t end, int number, unsigned count) {
+        putDigits(stamp + end, static_cast<unsigned>(number), count);
+    };
+    put(4, local.tm_year + 1900, 4);
+    put(7, local.tm_mon + 1, 2);
+    put(10, local.tm_mday, 2);
+    put(13, hour, 2);
+    put(16, local.tm_min, 2);
+    put(19, local.tm_sec, 2);
+    putDigits(stamp + 26, now.microseconds, 6);
+    if (local.tm_hour >= 12) stamp[27] = 'P';
+    PrintFWriteText(output, conversion.format, stamp);
 }
 
 void convertDuration(Output& output, const PrintFFormat& format, Arguments& arguments) {

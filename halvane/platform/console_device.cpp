@@ -1,0 +1,31 @@
+#include <atomic>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "halvane/platform/console_device_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr const char* kConsoleDevice = "/dev/console";
+
+std::atomic<const char*> path = kConsoleDevice;
+
+}  // namespace
+
+bool writeToConsoleDevice(std::string_view text) {
+    // Not to become the controlling terminal of a daemon, nor that of a program it starts.
+    const int console =
+        ::open(path.load(std::memory_order_relaxed), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+    if (console < 0) return false;
+    [[maybe_unused]] const auto written = ::write(console, text.data(), text.size());
+    ::close(console);
+    return true;
+}
+
+void replaceConsoleDevice(const char* replacement) {
+    path.store(replacement != nullptr ? replacement : kConsoleDevice, std::memory_order_relaxed);
+}
+
+}  // namespace halvane

@@ -1,0 +1,248 @@
+/* Logging: named categories with levels, header flags, a rate limit and an output, set by control
+ * strings. docs/logging.md is the reference of the control strings, outputs and rotation.
+ * Usable from C11 and C++20; the conventions of the C layer stand in halvane/utils/printf.h.
+ *
+ *     HALVANE_LOG(&gLogCategory_WiFiScan, kLogLevelInfo, "%u networks\n", count);
+ *
+ * A message goes out if its level is at least the category's. A category sets itself up when it is
+ * first tested: it takes its default level, its own control string, and what the preferences hold
+ * under "logconfig", in that order.
+ *
+ * Threads: every call may be made from any thread, but for LogUtils_Finalize(). One lock covers
+ * categories, settings, outputs and each message, so messages never mix. Within that lock, which is
+ * to say in a callback output or in the description of an object that is being logged, nothing
+ * logs: a message is dropped there, and LogControl answers kStatusUnsupported. */
+#ifndef HALVANE_UTILS_LOG_H
+#define HALVANE_UTILS_LOG_H
+
+#include <stdarg.h>
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#include "halvane/base/export.h"
+#include "halvane/base/status.h"
+
+/* X(constant, value, name): ascending. */
+#define HALVANE_LOG_LEVELS(X)               \
+    X(kLogLevelAll, 0, "all")               \
+    X(kLogLevelMin, 1, "min")               \
+    X(kLogLevelChatty, 10, "chatty")        \
+    X(kLogLevelVerbose, 20, "verbose")      \
+    X(kLogLevelTrace, 30, "trace")          \
+    X(kLogLevelInfo, 40, "info")            \
+    X(kLogLevelNotice, 50, "notice")        \
+    X(kLogLevelWarning, 60, "warning")      \
+    X(kLogLevelAssert, 70, "assert")        \
+    X(kLogLevelRequire, 80, "require")      \
+    X(kLogLevelError, 90, "error")          \
+    X(kLogLevelCritical, 100, "critical")   \
+    X(kLogLevelAlert, 110, "alert")         \
+    X(kLogLevelEmergency, 120, "emergency") \
+    X(kLogLevelTragic, 130, "tragic")       \
+    X(kLogLevelMax, 254, "max")             \
+    X(kLogLevelOff, 255, "off")
+
+#define HALVANE_LOG_LEVEL_ENUMERATOR(constant, value, name) constant = (value),
+enum { HALVANE_LOG_LEVELS(HALVANE_LOG_LEVEL_ENUMERATOR) };
+#undef HALVANE_LOG_LEVEL_ENUMERATOR
+
+enum {
+    kLogLevelUninitialized = -1, /* the level of a category that was not tested yet */
+
+    /* A message's level word is a level in bits 0 to 7, and these. */
+    kLogLevelMask = 0xFF,
+    kLogFlagConsole = 0x40000,   /* copy the message to /dev/console */
+    kLogFlagRaw = 0x80000,       /* no header, no rate limit */
+    kLogFlagFunction = 0x100000, /* the function in the header, whatever the category says */
+
+    /* LogCategory.flags: what a header shows, as "[program:pid,category,function@level] ". */
+    kLogHeaderTime = 1 << 0, /* before the bracket */
+    kLogHeaderPID = 1 << 1,
+    kLogHeaderProgram = 1 << 2,
+    kLogHeaderCategory = 1 << 3,
+    kLogHeaderLevel = 1 << 4,
+    kLogHeaderPrefix = 1 << 5, /* without kLogHeaderCategory only */
+    kLogHeaderFunction = 1 << 6,
+
+    kLogLevelStringSize = 64 /* bytes of a buffer for __LogCategory_LevelToString */
+};
+
+typedef struct LogOutput LogOutput;
+
+/* A category: one static record, defined with HALVANE_LOG_CATEGORY. A program may change
+ * defaultLevel, initConfig and flags before the category's first use; from then on the record is
+ * the library's. */
+typedef struct LogCategory LogCategory;
+struct LogCategory {
+    int32_t level; /* least level that passes; kLogLevelUninitialized before the first test */
+    int32_t defaultLevel;
+    const char* initConfig; /* control string applied on the first test, or null */
+    uint32_t flags;         /* kLogHeader... */
+    const char* name;
+    const char* prefix;  /* the name up to its first '_' */
+    size_t prefixLength; /* of what is no terminated string */
+    LogCategory* next;
+    LogOutput* output;        /* shared between categories; null before the first test */
+    uint64_t ratePeriod;      /* up-ticks */
+    uint64_t rateIntervalEnd; /* up-ticks; 0 while no interval is open */
+    uint32_t rateMax;         /* messages in an interval; 0: no limit */
+    uint32_t rateCount;       /* messages so far in this interval */
+};
+
+/* Defines gLogCategory_<name>. `config` may be null. In C++ inside extern "C" where C uses it. */
+#define HALVANE_LOG_CATEGORY(name, level, headerFlags, config) \
+    LogCategory gLogCategory_##name = {kLogLevelUninitialized, \
+                                       level,                  \
+                                       config,                 \
+                                       headerFlags,            \
+                                       #name,                  \
+                                       #name,                  \
+                                       sizeof(#name) - 1,      \
+                                       0,                      \
+                                       0,                      \
+                                       0,                      \
+                                       0,                      \
+                                       0,                      \
+                                       0}
+
+/* What a callback output learns about the message whose bytes it gets. */
+typedef struct LogMessage {
+    const LogCategory* category;
+    const char* function; /* as the caller gave it */
+    uint32_t level;       /* level word */
+} LogMessage;
+
+/* The function of an output "callback;func=0x...;arg=0x...". A message may come in several pieces.
+ * It must not throw, and what it logs is dropped. */
+typedef void (*LogCallback)(const LogMessage* message, const char* text, size_t length, void* arg);
+
+#ifdef __cplusplus
+namespace halvane {
+class PropertyListValue;
+}
+typedef halvane::PropertyListValue HalvanePropertyListValue;
+
+extern "C" {
+#else
+typedef struct HalvanePropertyListValue HalvanePropertyListValue;
+#endif
+
+/* --- Categories --- */
+
+/* The logging system's own: level "all", the time in its header, to the console. */
+HALVANE_EXPORT extern LogCategory gLogCategory_LogUtils;
+
+/* X(name): the Wi-Fi code's. Level "error", time and category in the header, to the file
+ * /var/log/halvaned.log, or to the console where that cannot be opened. */
+#define HALVANE_WIFI_LOG_CATEGORIES(X) \
+    X(WiFi)                            \
+    X(WiFiBPF)                         \
+    X(WiFiEAPOL)                       \
+    X(WiFiIE)                          \
+    X(WiFiIO80211)                     \
+    X(WiFiJoin)                        \
+    X(WiFiScan)                        \
+    X(WiFiWPS)                         \
+    X(WiFiXPC)
+
+#define HALVANE_LOG_DECLARE_CATEGORY(name) HALVANE_EXPORT extern LogCategory gLogCategory_##name;
+HALVANE_WIFI_LOG_CATEGORIES(HALVANE_LOG_DECLARE_CATEGORY)
+#undef HALVANE_LOG_DECLARE_CATEGORY
+
+/* --- Messages --- */
+
+/* Format and write one message, whatever its level: test first, or use HALVANE_LOG. `function` is
+ * the caller's signature as __PRETTY_FUNCTION__ tells it; the header shows the name in it. The
+ * result is the count of bytes produced, header included; 0 for a message that the rate limit
+ * drops; or the formatting engine's negative status, with the part before the fault written.
+ * Write errors are ignored. A category that was never tested sets itself up first. */
+HALVANE_EXPORT int LogPrintF(LogCategory* category, const char* function, uint32_t level,
+                             const char* format, ...);
+HALVANE_EXPORT int LogPrintFVAList(LogCategory* category, const char* function, uint32_t level,
+                                   const char* format, va_list arguments);
+
+/* Sets a category up if that is still to do, and tells whether `level` passes; always false while
+ * the preferences are read. Callers use LogIsEnabled. */
+HALVANE_EXPORT bool __LogCategory_Initialize(LogCategory* category, uint32_t level);
+
+/* Whether a message of this level goes out: one load and one compare where it does not. */
+static inline bool LogIsEnabled(LogCategory* category, uint32_t level) {
+    const int32_t threshold = __atomic_load_n(&category->level, __ATOMIC_RELAXED);
+    if ((int32_t)(level & kLogLevelMask) < threshold) return false;
+    return threshold != kLogLevelUninitialized || __LogCategory_Initialize(category, level);
+}
+
+/* The signature of the function it stands in; C's is the bare name. */
+#ifdef __cplusplus
+#define HALVANE_LOG_FUNCTION __PRETTY_FUNCTION__
+#else
+#define HALVANE_LOG_FUNCTION __func__
+#endif
+
+/* Logs if the level passes, and evaluates the format and what follows only then. */
+#define HALVANE_LOG(category, level, ...) \
+    HALVANE_LOG_AS(category, HALVANE_LOG_FUNCTION, level, __VA_ARGS__)
+
+/* The same under another function's signature. */
+#define HALVANE_LOG_AS(category, function, level, ...)                             \
+    do {                                                                           \
+        LogCategory* const halvaneLogCategory = (category);                        \
+        const uint32_t halvaneLogLevel = (level);                                  \
+        if (LogIsEnabled(halvaneLogCategory, halvaneLogLevel)) {                   \
+            LogPrintF(halvaneLogCategory, function, halvaneLogLevel, __VA_ARGS__); \
+        }                                                                          \
+    } while (0)
+
+/* --- Control --- */
+
+/* Applies a control string, "[?][+]pattern:name=value,..."; null forgets all settings made so far,
+ * which categories keep. Answers a status of the string's own settings:
+ *   kStatusMalformed         an entry without ':' or '=': the ones before it are kept for the next
+ *                            call, nothing is applied; or an output's parameter without '='
+ *   kStatusEmptyType         an output without a type
+ *   kStatusUnsupported       an output of another type; a bad "roll" or "backup"; no file
+ *   kStatusUnknownParameter, kStatusWrongLength, kStatusBadPath, kStatusCannotOpen
+ * An output that cannot be had leaves a category the one it has; the other settings are applied
+ * all the same. With '+' also the status of storing them in the preferences. */
+HALVANE_EXPORT HalvaneStatus LogControl(const char* control);
+
+/* The same for the text of a property-list string. kStatusConversionFailed for another value, null,
+ * or text that is no C string or not UTF-8; kStatusOK, and nothing done, for an empty one. */
+HALVANE_EXPORT HalvaneStatus LogControlCF(const HalvanePropertyListValue* control);
+
+/* Whose preferences hold "logconfig"; null, as at the start, means the current program's. The text
+ * is copied. Call it before anything else here: the preferences are read only once, and again after
+ * a control string with '?'. */
+HALVANE_EXPORT void LogSetAppID(const char* appID);
+
+/* Reads the preferences, unless that was done. Every other call does it by itself. Always 0. */
+HALVANE_EXPORT HalvaneStatus LogUtils_EnsureInitialized(void);
+
+/* Forgets settings, outputs and application, and lets every category set itself up anew on its next
+ * test. REQUIRES: no other thread is in a call of this header. */
+HALVANE_EXPORT void LogUtils_Finalize(void);
+
+/* A report of all categories and settings: into *out as a heap string, or with a null `out` into
+ * the category LogUtils at level "max". kStatusNoMemory, which is logged too: *out is untouched. */
+HALVANE_EXPORT HalvaneStatus LogUtils_Show(char** out);
+
+/* Nonzero while the preferences are read. For reading only. */
+HALVANE_EXPORT extern int gLogUtilsInitializing;
+
+/* --- Levels --- */
+
+/* Writes the name of the nearest level, and the distance to it ("error+2"), of the lowest 8 bits of
+ * `level` into `buffer`, of kLogLevelStringSize bytes, and returns that. */
+HALVANE_EXPORT char* __LogCategory_LevelToString(uint32_t level, char* buffer);
+
+/* The level that a text names: a decimal number; or the first level whose name begins with the
+ * letters, moved by what follows as "+5" or "-1". 0 for an empty text. -1 for anything else: other
+ * letters, other characters behind, a result below 0 or above INT32_MAX. */
+HALVANE_EXPORT int32_t __LogCategory_StringToLevel(const char* text);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,104 @@
+// Control strings.
+#include <algorithm>
+#include <new>
+#include <optional>
+
+#include "halvane/base/property_list_value.h"
+#include "halvane/platform/xml_text_internal.h"
+#include "halvane/utils/ignore_case_internal.h"
+#include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/log_state_internal.h"
+
+namespace halvane::logging {
+
+namespace {
+
+// Takes what stands before `separator`, and the separator; absent where there is none.
+std::optional<std::string_view> takeUpTo(std::string_view& text, char separator) {
+    const auto end = text.find(separator);
+    if (end == std::string_view::npos) return std::nullopt;
+    const std::string_view taken = text.substr(0, end);
+    text.remove_prefix(end + 1);
+    return taken;
+}
+
+bool takePrefix(std::string_view& text, char prefix) {
+    if (!text.starts_with(prefix)) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+void setAction(std::string_view pattern, std::string_view name, std::string_view value) {
+    auto& actions = logState().actions;
+    const auto old = std::ranges::find_if(actions, [pattern, name](const LogAction& action) {
+        return equalsIgnoringCase(action.pattern, pattern) && equalsIgnoringCase(action.name, name);
+    });
+    if (old == actions.end()) {
+        actions.push_back({std::string(pattern), std::string(name), std::string(value)});
+    } else {
+        old->value = value;
+        old->isNew = true;
+    }
+}
+
+HalvaneStatus setActions(std::string_view entries, LogControlSource source) {
+    while (!entries.empty()) {
+        const auto pattern = takeUpTo(entries, ':');
+        if (!pattern) return kStatusMalformed;
+        const auto name = takeUpTo(entries, '=');
+        if (!name) return kStatusMalformed;
+        const std::string_view value = entries.substr(0, entries.find(','));
+        entries.remove_prefix(std::min(value.size() + 1, entries.size()));
+        const bool isForeign =
+            source == LogControlSource::Preferences && name == "output" && isCallbackOutput(value);
+        if (!isForeign) setAction(*pattern, *name, value);
+    }
+    return kStatusOK;
+}
+
+}  // namespace
+
+HalvaneStatus __LogControlLocked(const char* control, LogControlSource source) {
+    auto& actions = logState().actions;
+    if (control == nullptr) {
+        actions.clear();
+        return kStatusOK;
+    }
+    std::string_view entries = control;
+    const bool isDefault = takePrefix(entries, '?');
+    const bool isPersistent = takePrefix(entries, '+');
+
+    for (LogAction& action : actions) action.isNew = false;
+    const HalvaneStatus parsed = setActions(entries, source);
+    if (parsed != kStatusOK) return parsed;
+    const HalvaneStatus applied = __LogCategory_ApplyActions(nullptr);
+    if (source == LogControlSource::Preferences) return applied;
+
+    // Also behind a default that failed: what the preferences say instead may not.
+    if (isDefault) readLogPreferences();
+    if (isDefault || !isPersistent || applied != kStatusOK) return applied;
+    return writeLogPreferences();
+}
+
+}  // namespace halvane::logging
+
+using halvane::logging::LogControlSource;
+using halvane::logging::LogLock;
+
+extern "C" HalvaneStatus LogControl(const char* control) try {
+    LogUtils_EnsureInitialized();
+    HalvaneStatus status = kStatusUnsupported;
+    if (const LogLock lock; lock) {
+        status = halvane::logging::__LogControlLocked(control, LogControlSource::Caller);
+    }
+    halvane::logging::logNotices();
+    return status;
+} catch (const std::bad_alloc&) {
+    return kStatusNoMemory;
+}
+
+extern "C" HalvaneStatus LogControlCF(const HalvanePropertyListValue* control) {
+    const auto* const text = control != nullptr ? control->as<std::string>() : nullptr;
+    if (text == nullptr || !halvane::xmlVersionOfText(*text)) return kStatusConversionFailed;
+    return text->empty() ? kStatusOK : LogControl(text->c_str());
+}

@@ -1,0 +1,44 @@
+#include <pthread.h>
+
+#include "halvane/utils/log_lock_internal.h"
+
+namespace halvane::logging {
+
+namespace {
+
+// Of the kind that refuses a second lock by its owner, instead of waiting for ever.
+constexpr pthread_mutex_t kUnlocked = PTHREAD_ERRORCHECK_MUTEX_INITIALIZER_NP;
+pthread_mutex_t mutex = kUnlocked;
+
+// A child process must not inherit the lock from a thread that it has not. So a fork waits for
+// the lock, unless the forking thread itself is the one that has it.
+thread_local bool forkHoldsLock = false;
+
+void beforeFork() {
+    forkHoldsLock = pthread_mutex_lock(&mutex) == 0;
+}
+void inParent() {
+    if (forkHoldsLock) pthread_mutex_unlock(&mutex);
+}
+void inChild() {
+    mutex = kUnlocked;  // its owner was the parent's thread, so the child's cannot unlock it
+}
+
+// From when the library is loaded.
+[[maybe_unused]] const int watch = pthread_atfork(beforeFork, inParent, inChild);
+
+}  // namespace
+
+LogLock::LogLock() {
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState_);
+    isHeld_ = pthread_mutex_lock(&mutex) == 0;
+    if (!isHeld_) pthread_setcancelstate(cancelState_, nullptr);
+}
+
+LogLock::~LogLock() {
+    if (!isHeld_) return;
+    pthread_mutex_unlock(&mutex);
+    pthread_setcancelstate(cancelState_, nullptr);
+}
+
+}  // namespace halvane::logging

@@ -1,0 +1,77 @@
+// What the parts of the logging system share: its state, the lock over it, and the steps that run
+// with the lock held.
+//
+// Nothing here logs. What must be told is noted in the state, and logged by the entry point once
+// it has let the lock go.
+#ifndef HALVANE_UTILS_LOG_STATE_INTERNAL_H
+#define HALVANE_UTILS_LOG_STATE_INTERNAL_H
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "halvane/utils/log.h"
+#include "halvane/utils/log_output_internal.h"
+
+namespace halvane::logging {
+
+// One setting. Kept, and applied again whenever categories or settings change.
+struct LogAction {
+    std::string pattern;
+    std::string name;
+    std::string value;
+    bool isNew = true;  // set by the control string that is being applied
+};
+
+struct LogState {
+    std::string applicationID;          // empty: the current application
+    LogCategory* categories = nullptr;  // sorted by name
+    std::vector<LogAction> actions;     // in the order first set
+    std::vector<std::unique_ptr<LogOutput>> outputs;
+    std::vector<std::string> notices;  // still to be logged
+};
+
+// REQUIRES: the lock, but for LogUtils_Finalize().
+LogState& logState();
+
+// Where a control string comes from.
+enum class LogControlSource { Caller, Preferences };
+
+// Applies a control string; null frees all actions. One from the preferences is never stored and
+// does not make them be read again, and it sets no callback outputs: its pointers are those of
+// another process.
+HalvaneStatus __LogControlLocked(const char* control, LogControlSource source);
+
+// Applies what the preferences hold under "logconfig". Nothing logs meanwhile.
+void readLogPreferences();
+bool isReadingLogPreferences();
+
+// Stores all actions under "logconfig".
+HalvaneStatus writeLogPreferences();
+
+// Applies all actions to the initialised categories, or to `only`, and deletes the outputs that no
+// category is left with. The status is that of the new actions; always success for `only`.
+HalvaneStatus __LogCategory_ApplyActions(LogCategory* only);
+
+// Whether the pattern matches the name: '^', '$', '.' and '*' as in regular expressions, in time
+// proportional to the product of the lengths.
+bool __LogCategory_match(std::string_view pattern, std::string_view name);
+
+// The output of a specification, found or made; null with a status where it cannot be had.
+LogOutput* findOrCreateOutput(const std::string& spec, HalvaneStatus& status);
+
+// What settings change in a category. The level is read without the lock. An output's reference
+// moves; the prefix follows from the name.
+void setCategoryLevel(LogCategory& category, std::int32_t level);
+void setCategoryOutput(LogCategory& category, LogOutput* output);
+void setCategoryPrefix(LogCategory& category);
+
+void deleteUnusedOutputs();
+
+// Logs the notices. REQUIRES: not the lock.
+void logNotices();
+
+}  // namespace halvane::logging
+
+#endif

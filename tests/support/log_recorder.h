@@ -1,0 +1,43 @@
+// An output "callback" that keeps what it is given.
+#ifndef TESTS_SUPPORT_LOG_RECORDER_H
+#define TESTS_SUPPORT_LOG_RECORDER_H
+
+#include <string>
+#include <vector>
+
+#include "halvane/utils/log.h"
+#include "halvane/utils/printf.h"
+
+namespace halvane::testing {
+
+// Keeps each piece that an output "callback" is handed.
+class LogRecorder {
+  public:
+    // As the value of an "output" setting.
+    std::string spec() const {
+        char text[100];
+        SNPrintF(text, sizeof(text), "callback;func=%p;arg=%p",
+                 reinterpret_cast<const void*>(&LogRecorder::record), this);
+        return text;
+    }
+
+    std::string text() const {
+        std::string all;
+        for (const std::string& piece : pieces) all += piece;
+        return all;
+    }
+
+    std::vector<std::string> pieces;
+    std::vector<std::uint32_t> levels;
+
+  private:
+    static void record(const LogMessage* message, const char* text, std::size_t length, void* arg) {
+        auto* const recorder = static_cast<LogRecorder*>(arg);
+        recorder->pieces.emplace_back(text, length);
+        recorder->levels.push_back(message->level);
+    }
+};
+
+}  // namespace halvane::testing
+
+#endif

@@ -1,0 +1,24 @@
+// Linked into every test program: preferences are read and written in a folder of its own.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include "tests/support/temporary_folder.h"
+
+namespace halvane::testing {
+
+namespace {
+
+class PrivatePreferences : public ::testing::Environment {
+  public:
+    PrivatePreferences() { ::setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1); }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+[[maybe_unused]] const auto* const environment =
+    ::testing::AddGlobalTestEnvironment(new PrivatePreferences);
+
+}  // namespace
+
+}  // namespace halvane::testing

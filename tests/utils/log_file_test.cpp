@@ -1,0 +1,361 @@
+// The output "file": folders, rotation and backups, step by step.
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <map>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tests/support/temporary_folder.h"
+#include "tests/utils/log_test_support.h"
+
+namespace {
+
+using halvane::testing::LogTest;
+using halvane::testing::TemporaryFolder;
+using halvane::testing::TestCategory;
+
+using Files = std::map<std::string, std::string>;  // contents by name
+
+const std::string kEnded = "\nLOG ENDED, CONTINUES IN NEXT LOG FILE\n";
+
+TestCategory category("FileTest");
+
+class LogFileTest : public LogTest {
+  protected:
+    LogFileTest() {
+        category.reset();
+        LogIsEnabled(&category, kLogLevelInfo);
+    }
+
+    std::string path(const std::string& name = "log") const { return folder_.path() / name; }
+
+    // Sets the category's output to "file;<parameters>".
+    static HalvaneStatus setFile(const std::string& parameters) {
+        return control(category, "output=file;" + parameters);
+    }
+
+    static void log(const std::string& text) {
+        LogPrintF(&category, "", kLogLevelInfo, "%s", text.c_str());
+    }
+
+    std::string contents(const std::string& name = "log") const {
+        std::ifstream file(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    Files files() const {
+        Files found;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+            const std::string name = entry.path().filename();
+            found[name] = entry.is_regular_file() ? contents(name) : "";
+        }
+        return found;
+    }
+
+    void write(const std::string& name, const std::string& text) const {
+        std::ofstream(path(name), std::ios::binary) << text;
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(LogFileTest, AppendsToTheFile) {
+    write("log", "before\n");
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    log("one\n");
+    EXPECT_EQ(contents(), "before\none\n");  // at once: nothing waits in a buffer
+    log("two\n");
+    EXPECT_EQ(contents(), "before\none\ntwo\n");
+}
+
+TEST_F(LogFileTest, MakesTheFoldersOfItsPath) {
+    const mode_t mask = ::umask(0);
+    const HalvaneStatus status = setFile("path=" + path("a/b/log"));
+    ::umask(mask);
+    ASSERT_EQ(status, kStatusOK);
+    for (const char* const name : {"a", "a/b"}) {
+        const auto permissions = std::filesystem::status(path(name)).permissions();
+        EXPECT_EQ(static_cast<unsigned>(permissions), 0770u) << name;
+    }
+    log("one\n");
+    EXPECT_EQ(contents("a/b/log"), "one\n");
+}
+
+TEST_F(LogFileTest, RefusesWhatItCannotUse) {
+    const std::string file = "path=" + path();
+    write("file", "");
+    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+    const struct {
+        std::string parameters;
+        HalvaneStatus status;
+    } rows[] = {
+        {"path=", kStatusBadPath},
+        {"path=" + path() + ";path=", kStatusBadPath},
+        {"path=" + path("file/log"), kStatusCannotOpen},         // a file in a folder's place
+        {"path=" + folder_.path().string(), kStatusCannotOpen},  // a folder in a file's place
+        {"path=" + path("pipe"), kStatusCannotOpen},             // that nobody reads
+        {"path=" + path(std::string(256, 'x')), kStatusCannotOpen},
+        {file + ";size=3", kStatusUnknownParameter},
+        {file + ";PATH=x", kStatusUnknownParameter},
+        {file + ";roll", kStatusMalformed},
+        {"stdout;roll=1#2", kStatusMalformed},
+        {"roll=1K#3", kStatusUnsupported},  // no file
+        {file + ";roll=", kStatusUnsupported},
+        {file + ";roll=#3", kStatusUnsupported},
+        {file + ";roll=K#3", kStatusUnsupported},
+        {file + ";roll=1", kStatusUnsupported},
+        {file + ";roll=1K", kStatusUnsupported},
+        {file + ";roll=1K#", kStatusUnsupported},
+        {file + ";roll=1G#3", kStatusUnsupported},
+        {file + ";roll=1k#3", kStatusUnsupported},
+        {file + ";roll=1KK#3", kStatusUnsupported},
+        {file + ";roll=-1K#3", kStatusUnsupported},
+        {file + ";roll=1K#3x", kStatusUnsupported},
+        {file + ";roll=1K#-3", kStatusUnsupported},
+        {file + ";roll=18446744073709551616#3", kStatusUnsupported},
+        {file + ";roll=18014398509481984K#3", kStatusUnsupported},  // 2^64 bytes
+        {file + ";roll=1K#10001", kStatusUnsupported},
+        {file + ";roll=1K#99999999999999999999", kStatusUnsupported},
+        {file + ";backup=", kStatusUnsupported},
+        {file + ";backup=x", kStatusUnsupported},
+        {file + ";backup=#3", kStatusUnsupported},
+        {file + ";backup=x#", kStatusUnsupported},
+        {file + ";backup=x#y", kStatusUnsupported},
+    };
+    for (const auto& [parameters, status] : rows) {
+        EXPECT_EQ(setFile(parameters), status) << parameters;
+        LogControl(nullptr);
+    }
+}
+
+TEST_F(LogFileTest, TakesEveryFormOfASize) {
+    for (const char* const roll : {"0#0", "1#1", "1B#2", "1K#3", "1M#4", "18446744073709551615#5",
+                                   "18014398509481983K#10000"}) {
+        EXPECT_EQ(setFile("path=" + path() + ";roll=" + roll), kStatusOK) << roll;
+    }
+}
+
+TEST_F(LogFileTest, KnowsHowLongAPathMayBe) {
+    // Folders of 1024 bytes in all, and one byte more.
+    std::string folders = folder_.path().string();
+    while (folders.size() + 101 <= 1024) folders += "/" + std::string(99, 'd') + "x";
+    folders.resize(1022, 'd');
+    EXPECT_EQ(setFile("path=" + folders + "dd/log"), kStatusOK);
+    EXPECT_EQ(setFile("path=" + folders + "ddd/log"), kStatusBadPath);
+
+    // Nor must the name of a rotated file be longer than that.
+    const std::string file = "path=" + folders.substr(0, 1016) + "/1234";
+    EXPECT_EQ(setFile(file + ";roll=1K#9"), kStatusOK);   // 1023 bytes
+    EXPECT_EQ(setFile(file + ";roll=1K#10"), kStatusOK);  // 1024 bytes
+    EXPECT_EQ(setFile(file + ";roll=1K#100"), kStatusBadPath);
+    EXPECT_EQ(setFile(file + ";roll=0#100"), kStatusOK);
+    EXPECT_EQ(setFile("path=" + path() + ";backup=" + folders + "#5"), kStatusOK);
+    EXPECT_EQ(setFile("path=" + path() + ";backup=" + folders + "#10"), kStatusBadPath);
+
+    EXPECT_EQ(setFile("path=/" + std::string(1100, 'x')), kStatusCannotOpen);
+}
+
+TEST_F(LogFileTest, RotatesWhenAWriteWouldPassTheSize) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=10#3"), kStatusOK);
+    log("12345\n");
+    log("789\n");
+    EXPECT_EQ(files(), (Files{{"log", "12345\n789\n"}}));  // 10 bytes do not pass 10
+    log("a\n");
+    EXPECT_EQ(files(), (Files{{"log", "a\n"}, {"log.1", "12345\n789\n" + kEnded}}));
+    log("bcdefgh\n");
+    EXPECT_EQ(contents(), "a\nbcdefgh\n");
+    log("c\n");
+    EXPECT_EQ(files(), (Files{{"log", "c\n"},
+                              {"log.1", "a\nbcdefgh\n" + kEnded},
+                              {"log.2", "12345\n789\n" + kEnded}}));
+    log("ddddddddd\n");  // the oldest goes
+    EXPECT_EQ(files(), (Files{{"log", "ddddddddd\n"},
+                              {"log.1", "c\n" + kEnded},
+                              {"log.2", "a\nbcdefgh\n" + kEnded}}));
+}
+
+TEST_F(LogFileTest, RotatesAtAMegabyte) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1M#3"), kStatusOK);
+    write("log.1", "one");
+    write("log.2", "two");
+    const std::string half(524288, 'x');
+    log(half);
+    log(half);
+    EXPECT_EQ(contents().size(), 1048576u);
+    EXPECT_EQ(contents("log.1"), "one");
+    log("y");
+    EXPECT_EQ(files(), (Files{{"log", "y"}, {"log.1", half + half + kEnded}, {"log.2", "one"}}));
+}
+
+TEST_F(LogFileTest, CountsWhatTheFileHeldBefore) {
+    write("log", "12345678\n");
+    ASSERT_EQ(setFile("path=" + path() + ";roll=10B#2"), kStatusOK);
+    log("a");
+    EXPECT_EQ(files(), (Files{{"log", "12345678\na"}}));
+    log("b");
+    EXPECT_EQ(files(), (Files{{"log", "b"}, {"log.1", "12345678\na" + kEnded}}));
+}
+
+TEST_F(LogFileTest, RotatesForAMessageLargerThanTheSize) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=4#2"), kStatusOK);
+    log("123456\n");
+    EXPECT_EQ(files(), (Files{{"log", "123456\n"}, {"log.1", kEnded}}));
+    log("x");
+    EXPECT_EQ(files(), (Files{{"log", "x"}, {"log.1", "123456\n" + kEnded}}));
+}
+
+// The current file counts from two on: one and none still leave the last one behind.
+TEST_F(LogFileTest, KeepsOneOldFileForACountOfOneAndNone) {
+    for (const char* const count : {"1", "0"}) {
+        const std::string name = std::string("log") + count;
+        ASSERT_EQ(setFile("path=" + path(name) + ";roll=2#" + count), kStatusOK);
+        for (const char* const text : {"aa", "bb", "cc"}) log(text);
+        EXPECT_EQ(contents(name), "cc");
+        EXPECT_EQ(contents(name + ".1"), "bb" + kEnded);
+        EXPECT_FALSE(std::filesystem::exists(path(name + ".2")));
+    }
+}
+
+TEST_F(LogFileTest, MovesOnlyTheFilesThatAreThere) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#5"), kStatusOK);
+    write("log.3", "three");
+    write("log.5", "not ours");
+    log("a");
+    log("b");
+    EXPECT_EQ(
+        files(),
+        (Files{{"log", "b"}, {"log.1", "a" + kEnded}, {"log.4", "three"}, {"log.5", "not ours"}}));
+}
+
+TEST_F(LogFileTest, BacksUpBeforeItRotates) {
+    const std::string parameters = "path=" + path() + ";roll=1#2;backup=" + path("save") + "#3";
+    ASSERT_EQ(setFile(parameters), kStatusOK);
+    log("a");
+    log("b");
+    EXPECT_EQ(files(), (Files{{"log", "b"}, {"log.1", "a" + kEnded}, {"save", "a"}}));
+    log("c");
+    EXPECT_EQ(files(),
+              (Files{{"log", "c"}, {"log.1", "b" + kEnded}, {"save", "b"}, {"save.1", "a"}}));
+    log("d");
+    EXPECT_EQ(contents("save.2"), "a");
+    log("e");
+    EXPECT_EQ(files(), (Files{{"log", "e"},
+                              {"log.1", "d" + kEnded},
+                              {"save", "d"},
+                              {"save.1", "c"},
+                              {"save.2", "b"}}));
+}
+
+TEST_F(LogFileTest, BacksUpFilesLargerThanAPieceOfTheCopy) {
+    const std::string parameters = "path=" + path() + ";roll=8K#2;backup=" + path("s#1") + "#1";
+    ASSERT_EQ(setFile(parameters), kStatusOK);
+    for (const std::size_t size : {8192u, 4097u, 4095u, 1u}) {
+        const std::string text(size, 'x');
+        write("log", "");
+        ASSERT_EQ(control(category, "output=console"), kStatusOK);
+        ASSERT_EQ(setFile(parameters), kStatusOK);
+        log(text);
+        log(std::string(8193, 'y'));
+        EXPECT_EQ(contents("s#1"), text);
+    }
+}
+
+TEST_F(LogFileTest, MakesNoBackupForACountOfNone) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("save") + "#0"), kStatusOK);
+    log("a");
+    log("b");
+    EXPECT_EQ(files(), (Files{{"log", "b"}, {"log.1", "a" + kEnded}}));
+}
+
+TEST_F(LogFileTest, LosesNothingWhereTheBackupIsTheLogItself) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#3;backup=" + path() + "#3"), kStatusOK);
+    log("a");
+    log("b");
+    std::string all;
+    for (const auto& [name, text] : files()) all += text;
+    EXPECT_NE(all.find('a'), std::string::npos);
+    EXPECT_EQ(contents(), "b");
+}
+
+// A backup is no reason to move what is no file: a device may be what stands there.
+TEST_F(LogFileTest, LeavesAloneWhatIsNoFile) {
+    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("pipe") + "#2"), kStatusOK);
+    log("a");
+    log("b");
+    EXPECT_TRUE(std::filesystem::is_fifo(path("pipe")));
+    EXPECT_EQ(contents("log.1"), "a" + kEnded);
+}
+
+TEST_F(LogFileTest, NeverRotatesADevice) {
+    ASSERT_EQ(setFile("path=/dev/null;roll=1#2"), kStatusOK);
+    log("aa");
+    log("bb");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    EXPECT_FALSE(std::filesystem::exists("/dev/null.1"));
+}
+
+TEST_F(LogFileTest, IgnoresAFullDisk) {
+    ASSERT_EQ(setFile("path=/dev/full"), kStatusOK);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(LogPrintF(&category, "", kLogLevelInfo, "abc\n"), 4);
+}
+
+TEST_F(LogFileTest, GoesOnBehindAFileThatWasRemoved) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=4#2"), kStatusOK);
+    log("abc\n");
+    std::filesystem::remove(path());
+    EXPECT_EQ(LogPrintF(&category, "", kLogLevelInfo, "d\n"), 2);  // rotates what is not there
+    EXPECT_EQ(files(), (Files{{"log", "d\n"}}));
+}
+
+TEST_F(LogFileTest, WritesAgainOnceItsFolderIsBack) {
+    std::filesystem::create_directory(path("sub"));
+    ASSERT_EQ(setFile("path=" + path("sub/log") + ";roll=1#2"), kStatusOK);
+    log("a");
+    std::filesystem::remove_all(path("sub"));
+    log("b");
+    log("c");
+    EXPECT_FALSE(std::filesystem::exists(path("sub")));
+    std::filesystem::create_directory(path("sub"));
+    log("d");
+    EXPECT_EQ(contents("sub/log"), "d");
+}
+
+// A file that cannot be renamed is kept and added to, rather than emptied.
+TEST_F(LogFileTest, KeepsTheFileThatItCannotRename) {
+    std::filesystem::create_directories(path("log.1/full"));  // renames onto it fail for root too
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2"), kStatusOK);
+    log("a");
+    log("b");
+    EXPECT_EQ(contents(), "a" + kEnded + "b");
+}
+
+TEST_F(LogFileTest, OpensTheSameFileOnceForAllCategories) {
+    static TestCategory second("FileTestSecond");
+    second.reset();
+    LogIsEnabled(&second, kLogLevelInfo);
+    const std::string setting = "output=file;path=" + path() + ";roll=4#2";
+    ASSERT_EQ(LogControl(("FileTest:" + setting).c_str()), kStatusOK);
+    EXPECT_EQ(category.output, second.output);
+    log("abcd");
+    LogPrintF(&second, "", kLogLevelInfo, "e");
+    EXPECT_EQ(files(), (Files{{"log", "e"}, {"log.1", "abcd" + kEnded}}));
+}
+
+TEST_F(LogFileTest, ClosesTheFileThatNoCategoryUses) {
+    const auto openFiles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    const auto before = openFiles();
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    EXPECT_EQ(openFiles(), before + 1);
+    ASSERT_EQ(control(category, "output=console"), kStatusOK);
+    EXPECT_EQ(openFiles(), before);
+    ASSERT_EQ(LogControl(("NoSuchCategory:output=file;path=" + path()).c_str()), kStatusOK);
+    EXPECT_EQ(openFiles(), before);
+}
+
+}  // namespace
