@@ -7,7 +7,9 @@
 #include "halvane/base/element_id.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
+#include "halvane/ie/fancy_formatting.h"
 #include "halvane/ie/mcs.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/scan_time.h"
 
 namespace halvane {
@@ -42,6 +44,28 @@ std::optional<ByteCursor> bodyOf(const ByteBuffer& element) {
 // A number that the other sighting lacks is kept.
 void takeOver(std::optional<Number>& number, const std::optional<Number>& other) {
     if (other && number != other) number = other;
+}
+
+PropertyListValue bytesOf(const ByteBuffer& bytes) {
+    return bytes;
+}
+
+PropertyListValue textAndHexOf(const ByteBuffer& bytes) {
+    return FancyFormatting::formattedData_includeHex(bytes, true);
+}
+
+// Tells of two buffers, either of which may be absent, as the values that `valueOf` makes of them.
+void logMerge(const char* format, const std::optional<ByteBuffer>& before,
+              const std::optional<ByteBuffer>& after,
+              PropertyListValue (*valueOf)(const ByteBuffer&)) {
+    if (!LogIsEnabled(&gLogCategory_WiFiIE, kLogLevelVerbose)) return;
+    const auto valueIfAny = [valueOf](const std::optional<ByteBuffer>& bytes) {
+        return bytes ? std::optional(valueOf(*bytes)) : std::nullopt;
+    };
+    const auto old = valueIfAny(before);
+    const auto recent = valueIfAny(after);
+    LogPrintF(&gLogCategory_WiFiIE, "-[HalvaneMAC mergeEntries:]", kLogLevelVerbose, format,
+              old ? &*old : nullptr, recent ? &*recent : nullptr);
 }
 
 }  // namespace
@@ -244,12 +268,16 @@ bool HalvaneMAC::doesSupportSecurityWPS() const {
 
 void HalvaneMAC::mergeEntries(const HalvaneMAC& other) {
     if (mac_ != other.mac_) return;
+    logMerge("Old IEs <%@>\n, New IEs <%@>\n\n", ieBuffer_, other.ieBuffer_, bytesOf);
     lastUpdated_ = now();
     takeOver(channel_, other.channel_);
     takeOver(noise_, other.noise_);
     takeOver(RSSI_, other.RSSI_);
     takeOver(beaconInterval_, other.beaconInterval_);
     if (capabilities_ != other.capabilities_) setCapabilityField(other.capabilities_);
+    if (SSID_ != other.SSID_) {
+        logMerge("Old SSID <%@>, New SSID <%@>\n", SSID_, other.SSID_, textAndHexOf);
+    }
     if (!SSID_ && other.SSID_ && other.ieBuffer_) setInformationElements(*other.ieBuffer_);
 }
 
