@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/utils/log.h"
+
 #include "tools/halvane/command.h"
 #include "tools/halvane/message.h"
 
@@ -37,7 +39,15 @@ void printHelp() {
         "messages to standard error. Exit status: 0 done, 1 failed, 2 usage.\n");
 }
 
+// The log file is the daemon's; what the library has to say here goes to standard error.
+void keepFromLogFile() {
+#define HALVANE_KEEP_FROM_LOG_FILE(name) gLogCategory_##name.initConfig = nullptr;
+    HALVANE_WIFI_LOG_CATEGORIES(HALVANE_KEEP_FROM_LOG_FILE)
+#undef HALVANE_KEEP_FROM_LOG_FILE
+}
+
 int run(int argc, char** argv) {
+    keepFromLogFile();
     const std::string_view name = argc > 1 ? argv[1] : "";
     if (name == "--help" || name == "-h" || name == "help") {
         printHelp();
