@@ -1,0 +1,120 @@
+// A line to a log file, beside spdlog set to flush each line, and beside a bare write(2) of the
+// same bytes; and a line that the level holds back.
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
+#include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/spdlog.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "halvane/utils/log.h"
+
+namespace {
+
+HALVANE_LOG_CATEGORY(Bench, kLogLevelInfo, kLogHeaderTime | kLogHeaderCategory | kLogHeaderLevel,
+                     nullptr);
+
+constexpr int kFrames = 42;
+constexpr int kChannel = 6;
+constexpr char kNeighbour[] = "neighbour-12";
+constexpr std::string_view kMessage = "42 frames from neighbour-12 on channel 6\n";
+
+// A file in the folder for temporary ones, gone with the object.
+class TemporaryFile {
+  public:
+    TemporaryFile() {
+        const char* const folder = std::getenv("TMPDIR");
+        path_ = std::string(folder != nullptr ? folder : "/tmp") + "/halvane-bench-XXXXXX";
+        const int file = ::mkstemp(path_.data());
+        if (file < 0) std::abort();
+        ::close(file);
+    }
+    ~TemporaryFile() { ::unlink(path_.c_str()); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    const std::string& path() const { return path_; }
+
+    std::string firstLine() const {
+        std::string line;
+        std::ifstream file(path_);
+        if (!std::getline(file, line)) std::abort();
+        return line + "\n";
+    }
+
+  private:
+    std::string path_;
+};
+
+void expectMessage(const std::string& line) {
+    if (!line.ends_with(kMessage)) std::abort();
+}
+
+void writeLine(const TemporaryFile& file) {
+    const std::string control = "^Bench$:output=file;path=" + file.path();
+    LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
+    if (LogControl(control.c_str()) != kStatusOK) std::abort();
+    HALVANE_LOG(&gLogCategory_Bench, kLogLevelInfo, "%d frames from %s on channel %d\n", kFrames,
+                kNeighbour, kChannel);
+}
+
+void lineHalvane(benchmark::State& state) {
+    const TemporaryFile file;
+    writeLine(file);
+    expectMessage(file.firstLine());
+    for (auto _ : state) {
+        HALVANE_LOG(&gLogCategory_Bench, kLogLevelInfo, "%d frames from %s on channel %d\n",
+                    kFrames, kNeighbour, kChannel);
+    }
+    LogUtils_Finalize();
+}
+
+void lineSpdlog(benchmark::State& state) {
+    const TemporaryFile file;
+    spdlog::logger logger("Bench",
+                          std::make_shared<spdlog::sinks::basic_file_sink_mt>(file.path()));
+    logger.set_pattern("%Y-%m-%d %I:%M:%S.%f %p [%n@%l] %v");
+    logger.flush_on(spdlog::level::info);
+    const auto log = [&] {
+        logger.info("{} frames from {} on channel {}", kFrames, kNeighbour, kChannel);
+    };
+    log();
+    expectMessage(file.firstLine());
+    for (auto _ : state) log();
+}
+
+void lineWrite(benchmark::State& state) {
+    const TemporaryFile sample;
+    writeLine(sample);
+    const std::string line = sample.firstLine();
+    LogUtils_Finalize();
+    const TemporaryFile file;
+    const int output = ::open(file.path().c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    for (auto _ : state) {
+        if (::write(output, line.data(), line.size()) < 0) std::abort();
+    }
+    ::close(output);
+}
+
+void disabledLine(benchmark::State& state) {
+    LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
+    for (auto _ : state) {
+        HALVANE_LOG(&gLogCategory_Bench, kLogLevelTrace, "%d frames from %s on channel %d\n",
+                    kFrames, kNeighbour, kChannel);
+        benchmark::ClobberMemory();
+    }
+    LogUtils_Finalize();
+}
+
+BENCHMARK(lineHalvane);
+BENCHMARK(lineSpdlog);
+BENCHMARK(lineWrite);
+BENCHMARK(disabledLine);
+
+}  // namespace
+
+BENCHMARK_MAIN();
