@@ -43,10 +43,8 @@
     X(kLogLevelMax, 254, "max")             \
     X(kLogLevelOff, 255, "off")
 
+/* One enumeration, as C++20 wants of what is put together with '|'. */
 #define HALVANE_LOG_LEVEL_ENUMERATOR(constant, value, name) constant = (value),
-enum { HALVANE_LOG_LEVELS(HALVANE_LOG_LEVEL_ENUMERATOR) };
-#undef HALVANE_LOG_LEVEL_ENUMERATOR
-
 enum {
     kLogLevelUninitialized = -1, /* the level of a category that was not tested yet */
 
@@ -65,8 +63,11 @@ enum {
     kLogHeaderPrefix = 1 << 5, /* without kLogHeaderCategory only */
     kLogHeaderFunction = 1 << 6,
 
-    kLogLevelStringSize = 64 /* bytes of a buffer for __LogCategory_LevelToString */
+    kLogLevelStringSize = 64, /* bytes of a buffer for __LogCategory_LevelToString */
+
+    HALVANE_LOG_LEVELS(HALVANE_LOG_LEVEL_ENUMERATOR)
 };
+#undef HALVANE_LOG_LEVEL_ENUMERATOR
 
 typedef struct LogOutput LogOutput;
 
@@ -153,8 +154,8 @@ HALVANE_WIFI_LOG_CATEGORIES(HALVANE_LOG_DECLARE_CATEGORY)
 /* --- Messages --- */
 
 /* Format and write one message, whatever its level: test first, or use HALVANE_LOG. `function` is
- * the caller's signature as __PRETTY_FUNCTION__ tells it; the header shows the name in it. The
- * result is the count of bytes produced, header included; 0 for a message that the rate limit
+ * the caller's signature as __PRETTY_FUNCTION__ tells it, or its name; the header shows the name.
+ * The result is the count of bytes produced, header included; 0 for a message that the rate limit
  * drops; or the formatting engine's negative status, with the part before the fault written.
  * Write errors are ignored. A category that was never tested sets itself up first. */
 HALVANE_EXPORT int LogPrintF(LogCategory* category, const char* function, uint32_t level,

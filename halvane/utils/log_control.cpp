@@ -49,8 +49,9 @@ HalvaneStatus setActions(std::string_view entries, LogControlSource source) {
         if (!name) return kStatusMalformed;
         const std::string_view value = entries.substr(0, entries.find(','));
         entries.remove_prefix(std::min(value.size() + 1, entries.size()));
-        const bool isForeign =
-            source == LogControlSource::Preferences && name == "output" && isCallbackOutput(value);
+        // In either case of the name, for it may take the place of a setting that acts.
+        const bool isForeign = source == LogControlSource::Preferences &&
+                               equalsIgnoringCase(*name, "output") && isCallbackOutput(value);
         if (!isForeign) setAction(*pattern, *name, value);
     }
     return kStatusOK;
