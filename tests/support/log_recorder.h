@@ -27,6 +27,14 @@ class LogRecorder {
         return all;
     }
 
+    // The text so far, which is forgotten.
+    std::string take() {
+        const std::string all = text();
+        pieces.clear();
+        levels.clear();
+        return all;
+    }
+
     std::vector<std::string> pieces;
     std::vector<std::uint32_t> levels;
 

@@ -1,20 +1,33 @@
 // Linked into every test program with the library in it: what the Wi-Fi categories log goes to
 // standard error, and not to the log file of the machine.
+#include "tests/support/private_logs.h"
+
+#include <utility>
+
 #include "halvane/utils/log.h"
 
 namespace halvane::testing {
 
 namespace {
 
-bool keepFromLogFile() {
-#define HALVANE_KEEP_FROM_LOG_FILE(name) gLogCategory_##name.initConfig = nullptr;
-    HALVANE_WIFI_LOG_CATEGORIES(HALVANE_KEEP_FROM_LOG_FILE)
-#undef HALVANE_KEEP_FROM_LOG_FILE
-    return true;
+std::map<std::string, std::string> takeInitConfigs() {
+    std::map<std::string, std::string> taken;
+    const auto take = [&taken](LogCategory& category) {
+        const char* const config = std::exchange(category.initConfig, nullptr);
+        if (config != nullptr) taken.emplace(category.name, config);
+    };
+#define HALVANE_TAKE_INIT_CONFIG(name) take(gLogCategory_##name);
+    HALVANE_WIFI_LOG_CATEGORIES(HALVANE_TAKE_INIT_CONFIG)
+#undef HALVANE_TAKE_INIT_CONFIG
+    return taken;
 }
 
-[[maybe_unused]] const bool isKept = keepFromLogFile();
+const std::map<std::string, std::string> initConfigs = takeInitConfigs();
 
 }  // namespace
+
+const std::map<std::string, std::string>& definedInitConfigs() {
+    return initConfigs;
+}
 
 }  // namespace halvane::testing
