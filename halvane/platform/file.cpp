@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "halvane/platform/file_internal.h"
+#include "halvane/platform/up_time_internal.h"
 
 namespace halvane {
 
@@ -107,6 +108,22 @@ class TemporaryFile {
     bool isKept_ = false;
 };
 
+constexpr std::uint64_t kLockPatience = 10;  // seconds
+constexpr long kFirstPause = 20'000;         // nanoseconds; each is twice the one before
+constexpr long kLongestPause = 10'000'000;
+
+bool lockWithPatience(const FileDescriptor& file) {
+    const std::uint64_t deadline = upTimeNow() + kLockPatience * ticksPerSecondOf(upTimeTimebase());
+    timespec pause = {0, kFirstPause};
+    while (::flock(file.number(), LOCK_EX | LOCK_NB) != 0) {
+        const bool isTaken = errno == EWOULDBLOCK || errno == EINTR;
+        if (!isTaken || upTimeNow() >= deadline) return false;
+        upTimeSleep(pause);
+        pause.tv_nsec = std::min(2 * pause.tv_nsec, kLongestPause);
+    }
+    return true;
+}
+
 }  // namespace
 
 FileDescriptor::~FileDescriptor() {
@@ -152,9 +169,7 @@ HalvaneStatus makeFolders(const std::string& folder) {
 
 FileLock::FileLock(const std::string& path)
     : file_(openFile(path, O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY, 0600)) {
-    if (!file_ || uninterrupted([this] { return ::flock(file_.number(), LOCK_EX); }) != 0) {
-        status_ = statusOfLastError();
-    }
+    if (!file_ || !lockWithPatience(file_)) status_ = statusOfLastError();
 }
 
 // Unlocked rather than closed alone: a child that another thread forks has the descriptor, too.

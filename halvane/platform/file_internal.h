@@ -53,7 +53,8 @@ HalvaneStatus makeFolders(const std::string& folder);
 // file stays: removing it would let two holders in.
 class FileLock {
   public:
-    // Waits for the lock.
+    // Waits for the lock, for ten seconds at most: who holds it that long is stuck, and must not
+    // stop everybody else. Then the status is kStatusCannotOpen.
     explicit FileLock(const std::string& path);
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "halvane/platform/file_internal.h"
+#include "halvane/platform/up_time_internal.h"
 
 #include "tests/support/temporary_folder.h"
 
@@ -131,6 +132,17 @@ TEST(File, LetsOneHolderOfALockInAtATime) {
     other.join();
     EXPECT_EQ(count, 2 * kRounds);
     EXPECT_EQ(FileLock((folder.path() / "none" / "lock").string()).status(), kStatusBadPath);
+}
+
+TEST(File, WaitsForALockTenSecondsAtMost) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "lock").string();
+    const halvane::ScopedUpTime clock;
+    const FileLock held(path);
+    ASSERT_EQ(held.status(), kStatusOK);
+    EXPECT_EQ(FileLock(path).status(), kStatusCannotOpen);
+    EXPECT_GE(clock.now(), 10'000'000'000u);
+    EXPECT_LT(clock.now(), 10'100'000'000u);
 }
 
 }  // namespace
