@@ -11,7 +11,9 @@
  * Threads: every call may be made from any thread, but for LogUtils_Finalize(). One lock covers
  * categories, settings, outputs and each message, so messages never mix. Within that lock, which is
  * to say in a callback output or in the description of an object that is being logged, nothing
- * logs: a message is dropped there, and LogControl answers kStatusUnsupported. */
+ * logs: a message is dropped there, and LogControl answers kStatusUnsupported.
+ *
+ * No call changes errno. */
 #ifndef HALVANE_UTILS_LOG_H
 #define HALVANE_UTILS_LOG_H
 
@@ -77,7 +79,7 @@ typedef struct LogOutput LogOutput;
 typedef struct LogCategory LogCategory;
 struct LogCategory {
     int32_t level; /* least level that passes; kLogLevelUninitialized before the first test */
-    int32_t defaultLevel;
+    int32_t defaultLevel;   /* a negative one is taken as 0 */
     const char* initConfig; /* control string applied on the first test, or null */
     uint32_t flags;         /* kLogHeader... */
     const char* name;
@@ -205,7 +207,9 @@ static inline bool LogIsEnabled(LogCategory* category, uint32_t level) {
  *   kStatusUnsupported       an output of another type; a bad "roll" or "backup"; no file
  *   kStatusUnknownParameter, kStatusWrongLength, kStatusBadPath, kStatusCannotOpen
  * An output that cannot be had leaves a category the one it has; the other settings are applied
- * all the same. With '+' also the status of storing them in the preferences. */
+ * all the same. With '+', if all is well, also the status of storing them in the preferences:
+ *   kStatusBadPath, kStatusCannotOpen, kStatusNoRoom (preferences.h)
+ *   kStatusConversionFailed  a setting of the string is not UTF-8; all others are stored */
 HALVANE_EXPORT HalvaneStatus LogControl(const char* control);
 
 /* The same for the text of a property-list string. kStatusConversionFailed for another value, null,
@@ -225,7 +229,8 @@ HALVANE_EXPORT HalvaneStatus LogUtils_EnsureInitialized(void);
 HALVANE_EXPORT void LogUtils_Finalize(void);
 
 /* A report of all categories and settings: into *out as a heap string, or with a null `out` into
- * the category LogUtils at level "max". kStatusNoMemory, which is logged too: *out is untouched. */
+ * the category LogUtils at level "max". kStatusNoMemory, which is logged too, and within the lock
+ * kStatusUnsupported: *out is untouched. */
 HALVANE_EXPORT HalvaneStatus LogUtils_Show(char** out);
 
 /* Nonzero while the preferences are read. For reading only. */

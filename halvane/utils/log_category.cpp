@@ -1,4 +1,5 @@
 // A category's first test.
+#include <algorithm>
 #include <new>
 #include <strings.h>
 #include <utility>
@@ -27,7 +28,7 @@ void linkCategory(LogCategory& category) {
 }
 
 void initializeCategory(LogCategory& category) {
-    setCategoryLevel(category, category.defaultLevel);
+    setCategoryLevel(category, std::max(category.defaultLevel, 0));
     setCategoryPrefix(category);
     linkCategory(category);
     if (category.initConfig != nullptr) {

@@ -28,19 +28,6 @@ bool takePrefix(std::string_view& text, char prefix) {
     return true;
 }
 
-void setAction(std::string_view pattern, std::string_view name, std::string_view value) {
-    auto& actions = logState().actions;
-    const auto old = std::ranges::find_if(actions, [pattern, name](const LogAction& action) {
-        return equalsIgnoringCase(action.pattern, pattern) && equalsIgnoringCase(action.name, name);
-    });
-    if (old == actions.end()) {
-        actions.push_back({std::string(pattern), std::string(name), std::string(value)});
-    } else {
-        old->value = value;
-        old->isNew = true;
-    }
-}
-
 HalvaneStatus setActions(std::string_view entries, LogControlSource source) {
     while (!entries.empty()) {
         const auto pattern = takeUpTo(entries, ':');
@@ -52,7 +39,7 @@ HalvaneStatus setActions(std::string_view entries, LogControlSource source) {
         // In either case of the name, for it may take the place of a setting that acts.
         const bool isForeign = source == LogControlSource::Preferences &&
                                equalsIgnoringCase(*name, "output") && isCallbackOutput(value);
-        if (!isForeign) setAction(*pattern, *name, value);
+        if (!isForeign) logState().actions.set(*pattern, *name, value);
     }
     return kStatusOK;
 }
@@ -69,7 +56,7 @@ HalvaneStatus __LogControlLocked(const char* control, LogControlSource source) {
     const bool isDefault = takePrefix(entries, '?');
     const bool isPersistent = takePrefix(entries, '+');
 
-    for (LogAction& action : actions) action.isNew = false;
+    actions.age();
     const HalvaneStatus parsed = setActions(entries, source);
     if (parsed != kStatusOK) return parsed;
     const HalvaneStatus applied = __LogCategory_ApplyActions(nullptr);

@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <fcntl.h>
 #include <limits>
 #include <optional>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -58,7 +61,7 @@ std::string numberedName(const std::string& path, int number) {
 }
 
 bool numberedNamesFit(const std::string& path, int count) {
-    return numberedName(path, count).size() <= kMaxNumberedName;
+    return numberedName(path, std::max(count - 1, 1)).size() <= kMaxNumberedName;
 }
 
 // Frees number 1: the oldest goes, the others move up by one.
@@ -69,16 +72,65 @@ void shiftNumberedFiles(const std::string& path, int count) {
     }
 }
 
-HalvaneStatus createFolders(const std::string& path) {
+// The file's numbered names, or the file itself, are among the other's.
+bool isNumberedName(const std::string& name, const std::string& path) {
+    if (!name.starts_with(path)) return false;
+    std::string_view rest = std::string_view(name).substr(path.size());
+    if (rest.empty()) return true;
+    if (rest.front() != '.') return false;
+    rest.remove_prefix(1);
+    return takeNumber(rest, kMaxKeptFiles) && rest.empty();
+}
+
+bool numberedNamesCollide(const std::string& path, const std::string& other) {
+    return !other.empty() && (isNumberedName(path, other) || isNumberedName(other, path));
+}
+
+std::size_t folderLength(const std::string& path) {
     const auto slash = path.rfind('/');
-    if (slash == std::string::npos) return kStatusOK;
-    if (slash > kMaxFolder) return kStatusBadPath;
+    return slash == std::string::npos ? 0 : slash;
+}
+
+// One that cannot be made shows when the file is opened.
+void createFolders(const std::string& path) {
     for (auto end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
-        // One that cannot be made shows when the file is opened.
         ::mkdir(path.substr(0, end).c_str(), kFolderMode);
     }
-    return kStatusOK;
 }
+
+// Where a program has closed a standard stream, the file does not take its number: it would get
+// what others write to that.
+int aboveStandardStreams(int descriptor) {
+    if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
+    const int above = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    ::close(descriptor);
+    return above;
+}
+
+// While one lives, a pipe whose reader has gone is an error and not the end of the program.
+class BrokenPipeSignalBlock {
+  public:
+    BrokenPipeSignalBlock() {
+        sigemptyset(&signal_);
+        sigaddset(&signal_, SIGPIPE);
+        sigset_t pending;
+        sigpending(&pending);
+        wasPending_ = sigismember(&pending, SIGPIPE) == 1;
+        pthread_sigmask(SIG_BLOCK, &signal_, &before_);
+    }
+    ~BrokenPipeSignalBlock() {
+        const timespec atOnce{};
+        if (!wasPending_) sigtimedwait(&signal_, nullptr, &atOnce);
+        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+    }
+    BrokenPipeSignalBlock(const BrokenPipeSignalBlock&) = delete;
+    BrokenPipeSignalBlock& operator=(const BrokenPipeSignalBlock&) = delete;
+
+  private:
+    sigset_t signal_;
+    sigset_t before_;
+    bool wasPending_;
+};
 
 // A file or nothing: what may be renamed away. Not a device, which other programs need in place.
 bool isReplaceable(const std::string& path) {
@@ -86,10 +138,11 @@ bool isReplaceable(const std::string& path) {
     return ::lstat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
 }
 
+// A file that is there already, for it could not be renamed, stays as it is.
 void copyFile(const std::string& from, const std::string& to) {
     std::FILE* const source = std::fopen(from.c_str(), "re");
     if (source == nullptr) return;
-    if (std::FILE* const copy = std::fopen(to.c_str(), "we")) {
+    if (std::FILE* const copy = std::fopen(to.c_str(), "wxe")) {
         std::array<char, kCopyPiece> piece;
         std::size_t length = 0;
         while ((length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
@@ -119,11 +172,17 @@ void LogFile::useStream(std::FILE* stream) {
     std::setvbuf(stream_, nullptr, _IONBF, 0);
 }
 
-HalvaneStatus LogFile::open(std::string path) {
-    close();
-    if (path.empty()) return kStatusBadPath;
-    path_ = std::move(path);
-    if (const HalvaneStatus status = createFolders(path_); status != kStatusOK) return status;
+HalvaneStatus LogFile::setPath(std::string_view path) {
+    path_ = path;
+    return path_.empty() || folderLength(path_) > kMaxFolder ? kStatusBadPath : kStatusOK;
+}
+
+HalvaneStatus LogFile::open() {
+    if (path_.empty() || numberedNamesCollide(path_, backupPath_)) return kStatusUnsupported;
+    const bool fit = (rollMaxSize_ == 0 || numberedNamesFit(path_, rollCount_)) &&
+                     numberedNamesFit(backupPath_, backupCount_);
+    if (!fit) return kStatusBadPath;
+    createFolders(path_);
     openFile();
     return isOpen() ? kStatusOK : kStatusCannotOpen;
 }
@@ -131,15 +190,16 @@ HalvaneStatus LogFile::open(std::string path) {
 // Always for appending: what another program wrote there meanwhile is never overwritten. Without a
 // buffer, so that a line is in the file when the program crashes.
 void LogFile::openFile() {
-    // A pipe that nobody reads is refused, not waited for.
-    descriptor_ =
-        ::open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
-               kFileMode);
+    // A pipe is not waited for, neither here for a reader nor later for a slow one.
+    constexpr int kFlags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    descriptor_ = aboveStandardStreams(::open(path_.c_str(), kFlags, kFileMode));
     if (descriptor_ < 0) return;
-    ::fcntl(descriptor_, F_SETFL, O_APPEND);
     struct stat status {};
-    isRegular_ = ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
+    ::fstat(descriptor_, &status);
+    isRegular_ = S_ISREG(status.st_mode);
+    isPipe_ = S_ISFIFO(status.st_mode);
     size_ = isRegular_ ? static_cast<std::uint64_t>(status.st_size) : 0;
+    if (!isPipe_) ::fcntl(descriptor_, F_SETFL, O_APPEND);
 }
 
 HalvaneStatus LogFile::setRoll(std::string_view value) {
@@ -166,13 +226,6 @@ HalvaneStatus LogFile::setBackup(std::string_view value) {
     return kStatusOK;
 }
 
-HalvaneStatus LogFile::check() const {
-    if (!isOpen()) return kStatusUnsupported;
-    const bool fit = (rollMaxSize_ == 0 || numberedNamesFit(path_, rollCount_)) &&
-                     numberedNamesFit(backupPath_, backupCount_);
-    return fit ? kStatusOK : kStatusBadPath;
-}
-
 void LogFile::write(std::string_view text) {
     if (!path_.empty()) {
         if (!isOpen()) openFile();
@@ -189,8 +242,15 @@ void LogFile::put(std::string_view text) {
     if (stream_ != nullptr) {
         std::fwrite(text.data(), 1, text.size(), stream_);
         std::fflush(stream_);
-        return;
+    } else if (isPipe_) {
+        const BrokenPipeSignalBlock block;
+        writeAll(text);
+    } else {
+        writeAll(text);
     }
+}
+
+void LogFile::writeAll(std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor_, text.data(), text.size());
         if (written < 0 && errno == EINTR) continue;

@@ -21,16 +21,18 @@ class LogFile {
     // Takes a stream that stays its owner's.
     void useStream(std::FILE* stream);
 
-    // Opens a file for appending, in place of what was open, with the folders to it.
-    HalvaneStatus open(std::string path);
+    // Takes the path of a file.
+    HalvaneStatus setPath(std::string_view path);
 
     // "<size>[K|M|B]#<count>": from which size on to rotate, and how many files to keep.
     HalvaneStatus setRoll(std::string_view value);
     // "<path>#<count>": where a rotation leaves a copy of the file, and how many copies to keep.
     HalvaneStatus setBackup(std::string_view value);
 
-    // What is wrong once all is set: no file, or a path too long for the names of rotated files.
-    HalvaneStatus check() const;
+    // Once all is set, opens the file for appending, with the folders to it. kStatusUnsupported
+    // where there is none, or where it and its backups would get in each other's way;
+    // kStatusBadPath where a path is too long for the names of rotated files.
+    HalvaneStatus open();
 
     // Rotates if these bytes would make the file too large, then writes them. Errors are ignored. A
     // file that a rotation could not open is tried again on every write.
@@ -41,6 +43,7 @@ class LogFile {
     void openFile();
     void close();
     void put(std::string_view text);
+    void writeAll(std::string_view text);
     void backUp();
     void rotate();
 
@@ -48,6 +51,7 @@ class LogFile {
     std::string path_;             // empty for that
     int descriptor_ = -1;
     bool isRegular_ = false;  // a device or pipe is never rotated
+    bool isPipe_ = false;
     std::uint64_t size_ = 0;  // bytes written so far
     std::uint64_t rollMaxSize_ = 0;
     int rollCount_ = 0;

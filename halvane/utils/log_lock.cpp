@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <pthread.h>
 
 #include "halvane/utils/log_lock_internal.h"
@@ -20,8 +21,11 @@ void beforeFork() {
 void inParent() {
     if (forkHoldsLock) pthread_mutex_unlock(&mutex);
 }
+// The owner was the parent's thread, so that the child's cannot unlock what it inherits. A thread
+// that had the lock before it forked has it in the child too.
 void inChild() {
-    mutex = kUnlocked;  // its owner was the parent's thread, so the child's cannot unlock it
+    mutex = kUnlocked;
+    if (!forkHoldsLock) pthread_mutex_lock(&mutex);
 }
 
 // From when the library is loaded.
@@ -29,7 +33,7 @@ void inChild() {
 
 }  // namespace
 
-LogLock::LogLock() {
+LogLock::LogLock() : error_(errno) {
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState_);
     isHeld_ = pthread_mutex_lock(&mutex) == 0;
     if (!isHeld_) pthread_setcancelstate(cancelState_, nullptr);
@@ -39,6 +43,7 @@ LogLock::~LogLock() {
     if (!isHeld_) return;
     pthread_mutex_unlock(&mutex);
     pthread_setcancelstate(cancelState_, nullptr);
+    errno = error_;
 }
 
 }  // namespace halvane::logging

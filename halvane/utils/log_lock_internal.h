@@ -5,8 +5,8 @@
 namespace halvane::logging {
 
 // Holds the lock while it lives, and keeps the thread from being cancelled, so that a message is
-// written whole or not at all. It is not recursive: where the thread has the lock already, a
-// second LogLock is false and holds nothing.
+// written whole or not at all. It leaves errno as it found it. The lock is not recursive: where the
+// thread has the lock already, a second LogLock is false and holds nothing.
 class [[nodiscard]] LogLock {
   public:
     LogLock();
@@ -17,6 +17,7 @@ class [[nodiscard]] LogLock {
     explicit operator bool() const { return isHeld_; }
 
   private:
+    int error_;
     int cancelState_ = 0;
     bool isHeld_ = false;
 };

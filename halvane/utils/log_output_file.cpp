@@ -10,7 +10,7 @@ void __LogOutputFile_Writer(LogOutput& output, const LogMessage&, std::string_vi
 }
 
 HalvaneStatus takeParameter(LogFile& file, std::string_view key, std::string_view value) {
-    if (key == "path") return file.open(std::string(value));
+    if (key == "path") return file.setPath(value);
     if (key == "roll") return file.setRoll(value);
     if (key == "backup") return file.setBackup(value);
     return kStatusUnknownParameter;
@@ -34,7 +34,7 @@ HalvaneStatus __LogOutputFile_Setup(LogOutput& output, std::string_view paramete
         forEachParameter(parameters, [&file](std::string_view key, std::string_view value) {
             return takeParameter(file, key, value);
         });
-    return status == kStatusOK ? file.check() : status;
+    return status == kStatusOK ? file.open() : status;
 }
 
 }  // namespace halvane::logging

@@ -1,5 +1,4 @@
 // The list of outputs, shared by the categories.
-#include <algorithm>
 #include <utility>
 
 #include "halvane/utils/log_state_internal.h"
@@ -8,12 +7,12 @@ namespace halvane::logging {
 
 LogOutput* findOrCreateOutput(const std::string& spec, HalvaneStatus& status) {
     auto& outputs = logState().outputs;
-    const auto found = std::ranges::find(outputs, spec, &LogOutput::spec);
+    const auto found = outputs.find(spec);
     status = kStatusOK;
-    if (found != outputs.end()) return found->get();
+    if (found != outputs.end()) return found->second.get();
     auto output = __LogOutputCreate(spec, status);
     if (output == nullptr) return nullptr;
-    return outputs.emplace_back(std::move(output)).get();
+    return outputs.emplace(spec, std::move(output)).first->second.get();
 }
 
 void setCategoryOutput(LogCategory& category, LogOutput* output) {
@@ -23,7 +22,8 @@ void setCategoryOutput(LogCategory& category, LogOutput* output) {
 }
 
 void deleteUnusedOutputs() {
-    std::erase_if(logState().outputs, [](const auto& output) { return output->refCount == 0; });
+    std::erase_if(logState().outputs,
+                  [](const auto& entry) { return entry.second->refCount == 0; });
 }
 
 }  // namespace halvane::logging

@@ -1,8 +1,12 @@
 // The settings that the preferences keep.
+#include <atomic>
 #include <new>
+#include <utility>
 
 #include "halvane/platform/preferences.h"
+#include "halvane/platform/xml_text_internal.h"
 #include "halvane/utils/log_state_internal.h"
+#include "halvane/utils/string_printf_internal.h"
 
 int gLogUtilsInitializing = 0;
 
@@ -12,46 +16,74 @@ namespace {
 
 constexpr std::string_view kPreferenceKey = "logconfig";
 
-void setInitializing(int isInitializing) {
-    __atomic_store_n(&gLogUtilsInitializing, isInitializing, __ATOMIC_RELAXED);
-}
+std::atomic<bool> isBeingRead = false;
+thread_local bool isReader = false;
 
 // Nothing logs while it lives.
 class Initializing {
   public:
-    Initializing() { setInitializing(1); }
-    ~Initializing() { setInitializing(0); }
+    Initializing() { set(true); }
+    ~Initializing() { set(false); }
     Initializing(const Initializing&) = delete;
     Initializing& operator=(const Initializing&) = delete;
+
+  private:
+    static void set(bool isInitializing) {
+        isReader = isInitializing;
+        isBeingRead = isInitializing;
+        __atomic_store_n(&gLogUtilsInitializing, isInitializing ? 1 : 0, __ATOMIC_SEQ_CST);
+    }
 };
 
-std::string joinedActions() {
+bool isStorable(const LogAction& action) {
+    return xmlVersionOfText(action.pattern) && xmlVersionOfText(action.name) &&
+           xmlVersionOfText(action.value);
+}
+
+// All that can be stored; the status tells whether a new one cannot.
+std::string joinedActions(HalvaneStatus& status) {
     std::string text;
     for (const LogAction& action : logState().actions) {
+        if (!isStorable(action)) {
+            if (action.isNew) status = kStatusConversionFailed;
+            continue;
+        }
         if (!text.empty()) text += ',';
         text.append(action.pattern).append(":").append(action.name).append("=");
         text.append(action.value);
     }
-    return text;
+    // Read back, a '?' and a '+' at the head are taken off: not those of a pattern, then.
+    const bool looksPrefixed = text.starts_with('?') || text.starts_with('+');
+    return looksPrefixed ? text.insert(0, "?+") : text;
 }
 
-void noteDamage(const PreferenceResult& result) {
-    if (result.setAside.empty()) return;
-    logState().notices.push_back("### The preferences were damaged and stand aside in " +
-                                 result.setAside);
+// For the log, where that was not the last thing said of them.
+void notePreferences(const PreferenceResult& result) {
+    LogState& state = logState();
+    std::string notice;
+    if (!result.setAside.empty()) {
+        notice = "### The preferences were damaged and stand aside in " + result.setAside;
+    } else if (result.status != kStatusOK && result.status != kStatusBadPath) {
+        notice = stringPrintF("### The preferences could not be used: %#m", result.status);
+    }
+    if (notice == state.lastNotice) return;
+    state.lastNotice = notice;
+    if (!notice.empty()) state.notices.push_back(std::move(notice));
 }
 
 }  // namespace
 
+// Another thread's reading is waited for, behind the lock; a message is no less worth for it.
 bool isReadingLogPreferences() {
-    return __atomic_load_n(&gLogUtilsInitializing, __ATOMIC_RELAXED) != 0;
+    if (__atomic_load_n(&gLogUtilsInitializing, __ATOMIC_SEQ_CST) == 0) return false;
+    return isReader || !isBeingRead;
 }
 
 // Without memory it is as though they held nothing.
 void readLogPreferences() try {
     const Initializing initializing;
     const auto preference = readPreference(logState().applicationID, kPreferenceKey);
-    noteDamage(preference);
+    notePreferences(preference);
     if (preference.value) {
         __LogControlLocked(preference.value->c_str(), LogControlSource::Preferences);
     }
@@ -59,9 +91,11 @@ void readLogPreferences() try {
 }
 
 HalvaneStatus writeLogPreferences() {
-    const auto written = writePreference(logState().applicationID, kPreferenceKey, joinedActions());
-    noteDamage(written);
-    return written.status;
+    HalvaneStatus status = kStatusOK;
+    const std::string text = joinedActions(status);
+    const auto written = writePreference(logState().applicationID, kPreferenceKey, text);
+    notePreferences(written);
+    return written.status != kStatusOK ? written.status : status;
 }
 
 }  // namespace halvane::logging

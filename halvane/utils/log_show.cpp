@@ -65,12 +65,14 @@ std::string report() {
     return text;
 }
 
-// A heap string for a C caller; null where there is no memory.
-char* heapReport() try {
+// Makes a heap string for a C caller.
+HalvaneStatus makeReport(char*& text) try {
     const LogLock lock;
-    return lock ? ::strdup(report().c_str()) : nullptr;
+    if (!lock) return kStatusUnsupported;
+    text = ::strdup(report().c_str());
+    return text != nullptr ? kStatusOK : kStatusNoMemory;
 } catch (const std::bad_alloc&) {
-    return nullptr;
+    return kStatusNoMemory;
 }
 
 }  // namespace
@@ -80,9 +82,9 @@ char* heapReport() try {
 extern "C" HalvaneStatus LogUtils_Show(char** out) {
     using namespace halvane::logging;
     LogUtils_EnsureInitialized();
-    char* const text = heapReport();
-    if (text == nullptr) {
-        const HalvaneStatus status = kStatusNoMemory;
+    char* text = nullptr;
+    const HalvaneStatus status = makeReport(text);
+    if (status != kStatusOK) {
         HALVANE_LOG_AS(&gLogCategory_LogUtils, kFunction, kLogLevelError, "### ERROR: %#m\n",
                        status);
         return status;

@@ -6,6 +6,7 @@
 #ifndef HALVANE_UTILS_LOG_STATE_INTERNAL_H
 #define HALVANE_UTILS_LOG_STATE_INTERNAL_H
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,23 +14,17 @@
 
 #include "halvane/utils/log.h"
 #include "halvane/utils/log_output_internal.h"
+#include "halvane/utils/log_settings_internal.h"
 
 namespace halvane::logging {
-
-// One setting. Kept, and applied again whenever categories or settings change.
-struct LogAction {
-    std::string pattern;
-    std::string name;
-    std::string value;
-    bool isNew = true;  // set by the control string that is being applied
-};
 
 struct LogState {
     std::string applicationID;          // empty: the current application
     LogCategory* categories = nullptr;  // sorted by name
-    std::vector<LogAction> actions;     // in the order first set
-    std::vector<std::unique_ptr<LogOutput>> outputs;
-    std::vector<std::string> notices;  // still to be logged
+    LogActionList actions;
+    std::map<std::string, std::unique_ptr<LogOutput>> outputs;  // by specification
+    std::vector<std::string> notices;                           // still to be logged
+    std::string lastNotice;                                     // said before
 };
 
 // REQUIRES: the lock, but for LogUtils_Finalize().

@@ -49,6 +49,18 @@ TEST_F(MACMergeLog, TellsElementsAndSSIDsThatDiffer) {
               "[,mergeEntries:@verbose] Old SSID <6162  |  ab>, New SSID <6364  |  cd>\n");
 }
 
+TEST_F(MACMergeLog, NamesItsFunction) {
+    auto record = recordOf(std::nullopt);
+    record.mergeEntries(recordOf(ByteBuffer(ssidElement("ab"))));
+    EXPECT_EQ(recorder_.function, "-[HalvaneMAC mergeEntries:]");
+}
+
+TEST_F(MACMergeLog, TellsAnSSIDThatOneOfThemLacks) {
+    auto record = recordOf(std::nullopt);
+    record.mergeEntries(recordOf(ByteBuffer(ssidElement("ab"))));
+    EXPECT_TRUE(recorder_.text().ends_with("Old SSID <<<NULL>>>, New SSID <6162  |  ab>\n"));
+}
+
 TEST_F(MACMergeLog, TellsNoSSIDsThatAreTheSame) {
     auto record = recordOf(ByteBuffer(ssidElement("ab")));
     record.mergeEntries(recordOf(ByteBuffer(ssidElement("ab"))));

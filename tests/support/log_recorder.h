@@ -37,12 +37,14 @@ class LogRecorder {
 
     std::vector<std::string> pieces;
     std::vector<std::uint32_t> levels;
+    std::string function;  // of the last piece
 
   private:
     static void record(const LogMessage* message, const char* text, std::size_t length, void* arg) {
         auto* const recorder = static_cast<LogRecorder*>(arg);
         recorder->pieces.emplace_back(text, length);
         recorder->levels.push_back(message->level);
+        recorder->function = message->function;
     }
 };
 

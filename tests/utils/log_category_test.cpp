@@ -314,7 +314,7 @@ TEST_F(LogCategoryTest, WhatACallbackLogsIsDropped) {
     EXPECT_EQ(reentry.printed, 0);
     EXPECT_FALSE(reentry.isInitialized);
     EXPECT_EQ(reentry.controlled, kStatusUnsupported);
-    EXPECT_EQ(reentry.shown, kStatusNoMemory);  // no report could be built
+    EXPECT_EQ(reentry.shown, kStatusUnsupported);  // no report could be built
     EXPECT_EQ(category.level, kLogLevelInfo);
     EXPECT_EQ(halvane::logging::logState().applicationID, "");
     // The lock is free again.
@@ -453,6 +453,53 @@ TEST_F(LogCategoryTest, AForkWithinACallbackDoesNotWaitForItself) {
     LogRecorder recorder;
     record(category, recorder);
     EXPECT_EQ(LogPrintF(&category, "f", kLogLevelError, "next"), 4);
+}
+
+// The child is within the callback as its parent is.
+void logInAChild(const LogMessage* message, const char*, std::size_t, void* arg) {
+    auto* const category = const_cast<LogCategory*>(message->category);
+    *static_cast<int*>(arg) = resultInChild([category] {
+        const bool isDropped = LogPrintF(category, "f", kLogLevelError, "again") == 0;
+        return isDropped && LogControl("x:level=1") == kStatusUnsupported ? 42 : 1;
+    });
+}
+
+TEST_F(LogCategoryTest, TheChildOfACallbackLogsNothingEither) {
+    int result = 0;
+    TestCategory category("TestForkLog");
+    std::array<char, 100> output;
+    SNPrintF(output.data(), output.size(), "output=callback;func=%p;arg=%p",
+             reinterpret_cast<const void*>(&logInAChild), &result);
+    LogIsEnabled(&category, kLogLevelMax);
+    ASSERT_EQ(control(category, output.data()), kStatusOK);
+    EXPECT_EQ(LogPrintF(&category, "f", kLogLevelError, "text"), 4);
+    EXPECT_EQ(result, 42);
+}
+
+TEST_F(LogCategoryTest, ANegativeDefaultLevelIsAll) {
+    TestCategory category("TestNegative");
+    category.defaultLevel = -1;
+    EXPECT_TRUE(LogIsEnabled(&category, kLogLevelAll));
+    EXPECT_EQ(category.level, kLogLevelAll);
+    EXPECT_EQ(control(category, "level=error"), kStatusOK);
+    EXPECT_FALSE(LogIsEnabled(&category, kLogLevelInfo));
+}
+
+TEST(LogCategory, HasItsFieldsInOrder) {
+    const std::size_t offsets[] = {offsetof(LogCategory, level),
+                                   offsetof(LogCategory, defaultLevel),
+                                   offsetof(LogCategory, initConfig),
+                                   offsetof(LogCategory, flags),
+                                   offsetof(LogCategory, name),
+                                   offsetof(LogCategory, prefix),
+                                   offsetof(LogCategory, prefixLength),
+                                   offsetof(LogCategory, next),
+                                   offsetof(LogCategory, output),
+                                   offsetof(LogCategory, ratePeriod),
+                                   offsetof(LogCategory, rateIntervalEnd),
+                                   offsetof(LogCategory, rateMax),
+                                   offsetof(LogCategory, rateCount)};
+    EXPECT_TRUE(std::ranges::is_sorted(offsets));
 }
 
 TEST_F(LogCategoryTest, TheLockIsNotRecursive) {

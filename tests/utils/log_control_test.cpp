@@ -77,8 +77,8 @@ TEST_F(LogControlTest, EachPartRunsToItsOwnSeparator) {
     // Which of the parts a separator ends.
     LogControl(nullptr);
     LogControl("a:b:c=d=e");
-    ASSERT_EQ(halvane::logging::logState().actions.size(), 1u);
-    const auto& action = halvane::logging::logState().actions.front();
+    ASSERT_EQ(settings().size(), 1u);
+    const auto& action = *halvane::logging::logState().actions.begin();
     EXPECT_EQ(action.pattern, "a");
     EXPECT_EQ(action.name, "b:c");
     EXPECT_EQ(action.value, "d=e");
@@ -298,7 +298,7 @@ TEST_F(LogControlTest, OneSpecificationIsOneOutput) {
 
 TEST_F(LogControlTest, SpecificationsAreComparedExactly) {
     EXPECT_EQ(LogControl("Alpha:output=syslog,Beta:output=Syslog,Gamma:output=syslog;"), kStatusOK);
-    EXPECT_EQ(outputs(), (Texts{"syslog", "Syslog", "syslog;"}));
+    EXPECT_EQ(outputs(), (Texts{"Syslog", "syslog", "syslog;"}));
     EXPECT_NE(alpha.output, beta.output);
     EXPECT_NE(alpha.output, gamma.output);
 }

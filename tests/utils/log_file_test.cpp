@@ -1,10 +1,11 @@
 // The output "file": folders, rotation and backups, step by step.
+#include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <map>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -148,12 +149,12 @@ TEST_F(LogFileTest, KnowsHowLongAPathMayBe) {
 
     // Nor must the name of a rotated file be longer than that.
     const std::string file = "path=" + folders.substr(0, 1016) + "/1234";
-    EXPECT_EQ(setFile(file + ";roll=1K#9"), kStatusOK);   // 1023 bytes
-    EXPECT_EQ(setFile(file + ";roll=1K#10"), kStatusOK);  // 1024 bytes
-    EXPECT_EQ(setFile(file + ";roll=1K#100"), kStatusBadPath);
-    EXPECT_EQ(setFile(file + ";roll=0#100"), kStatusOK);
-    EXPECT_EQ(setFile("path=" + path() + ";backup=" + folders + "#5"), kStatusOK);
-    EXPECT_EQ(setFile("path=" + path() + ";backup=" + folders + "#10"), kStatusBadPath);
+    EXPECT_EQ(setFile(file + ";roll=1K#10"), kStatusOK);   // 1023 bytes
+    EXPECT_EQ(setFile(file + ";roll=1K#100"), kStatusOK);  // 1024 bytes
+    EXPECT_EQ(setFile(file + ";roll=1K#101"), kStatusBadPath);
+    EXPECT_EQ(setFile(file + ";roll=0#101"), kStatusOK);
+    EXPECT_EQ(setFile("path=" + path() + ";backup=" + folders + "#10"), kStatusOK);
+    EXPECT_EQ(setFile("path=" + path() + ";backup=" + folders + "#11"), kStatusBadPath);
 
     EXPECT_EQ(setFile("path=/" + std::string(1100, 'x')), kStatusCannotOpen);
 }
@@ -270,14 +271,73 @@ TEST_F(LogFileTest, MakesNoBackupForACountOfNone) {
     EXPECT_EQ(files(), (Files{{"log", "b"}, {"log.1", "a" + kEnded}}));
 }
 
-TEST_F(LogFileTest, LosesNothingWhereTheBackupIsTheLogItself) {
-    ASSERT_EQ(setFile("path=" + path() + ";roll=1#3;backup=" + path() + "#3"), kStatusOK);
+// The two would push each other's files out.
+TEST_F(LogFileTest, RefusesABackupAmongItsOwnFiles) {
+    for (const auto& [log, backup] :
+         {std::pair{"log", "log"}, {"log", "log.1"}, {"log", "log.17"}, {"log.2", "log"}}) {
+        const std::string parameters = "path=" + path(log) + ";roll=1#3;backup=" + path(backup);
+        EXPECT_EQ(setFile(parameters + "#3"), kStatusUnsupported) << parameters;
+    }
+    for (const auto& backup : {"log.x", "log1", "log.1x", "lo", "log."}) {
+        const std::string parameters = "path=" + path() + ";roll=1#3;backup=" + path(backup);
+        EXPECT_EQ(setFile(parameters + "#3"), kStatusOK) << parameters;
+    }
+}
+
+TEST_F(LogFileTest, KeepsABackupThatItCannotRename) {
+    std::filesystem::create_directories(path("save.1/full"));
+    write("save", "before");
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("save") + "#2"), kStatusOK);
     log("a");
     log("b");
-    std::string all;
-    for (const auto& [name, text] : files()) all += text;
-    EXPECT_NE(all.find('a'), std::string::npos);
-    EXPECT_EQ(contents(), "b");
+    EXPECT_EQ(contents("save"), "before");
+    EXPECT_EQ(contents("log.1"), "a" + kEnded);
+}
+
+TEST_F(LogFileTest, LeavesNothingBehindWhereItIsRefused) {
+    EXPECT_EQ(setFile("path=" + path("a/log") + ";bogus=1"), kStatusUnknownParameter);
+    EXPECT_EQ(setFile("path=" + path("b") + ";path=" + path("c")), kStatusOK);
+    EXPECT_EQ(files(), (Files{{"c", ""}}));
+}
+
+// A pipe's reader has no say in what becomes of the program.
+TEST_F(LogFileTest, IgnoresAPipeWhoseReaderIsSlowOrGone) {
+    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+    const int reader = ::open(path("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    ASSERT_EQ(setFile("path=" + path("pipe")), kStatusOK);
+    log("one\n");
+    char text[5] = "";
+    EXPECT_EQ(::read(reader, text, 4), 4);
+    EXPECT_STREQ(text, "one\n");
+    for (int i = 0; i < 40; ++i) log(std::string(4096, 'x'));  // more than a pipe holds
+    ::close(reader);
+    log("two\n");
+}
+
+// The file never stands in for a standard stream that the program has closed.
+TEST_F(LogFileTest, LeavesTheStandardDescriptorsAlone) {
+    const int kept = ::dup(STDIN_FILENO);
+    ::close(STDIN_FILENO);
+    const HalvaneStatus status = setFile("path=" + path());
+    const bool isFree = ::fcntl(STDIN_FILENO, F_GETFD) < 0;
+    if (kept >= 0) {
+        ::dup2(kept, STDIN_FILENO);
+        ::close(kept);
+    }
+    EXPECT_EQ(status, kStatusOK);
+    EXPECT_TRUE(isFree);
+    log("a");
+    EXPECT_EQ(contents(), "a");
+}
+
+TEST_F(LogFileTest, LeavesErrnoAlone) {
+    ASSERT_EQ(setFile("path=/dev/full"), kStatusOK);
+    errno = EDOM;
+    log("a");
+    EXPECT_EQ(errno, EDOM);
+    EXPECT_EQ(setFile("path=/dev/full/x"), kStatusCannotOpen);
+    EXPECT_EQ(errno, EDOM);
 }
 
 // A backup is no reason to move what is no file: a device may be what stands there.

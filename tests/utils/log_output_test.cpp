@@ -13,6 +13,7 @@
 using halvane::testing::contentsOf;
 using halvane::testing::LogRecorder;
 using halvane::testing::LogTest;
+using halvane::testing::resultInChild;
 using halvane::testing::ScopedDescriptor;
 using halvane::testing::TemporaryFolder;
 using halvane::testing::TestCategory;
@@ -298,6 +299,18 @@ TEST_F(LogOutputTest, ACallbackNeedsAFunctionAndWholePointers) {
     EXPECT_EQ(statusOf("callback;func=0x1;colour=1"), kStatusUnknownParameter);
     EXPECT_EQ(statusOf(std::string("callback;colour=") + std::string(64, '1')),
               kStatusUnknownParameter);
+}
+
+// What the program itself prints goes out at once too, in its order.
+TEST_F(LogOutputTest, AStandardStreamIsUnbuffered) {
+    const int status = resultInChild([this] {
+        if (std::freopen(printed.c_str(), "w", stdout) == nullptr) return 1;
+        if (LogControl("None:output=file;stdout") != kStatusOK) return 2;
+        std::fputs("at once", stdout);
+        return 0;  // without a flush
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(contentsOf(printed), "at once");
 }
 
 }  // namespace

@@ -85,6 +85,36 @@ TEST_F(LogPreferencesTest, ADefaultIsNotStored) {
     EXPECT_EQ(category.level, 5);
 }
 
+TEST_F(LogPreferencesTest, WhatCannotBeStoredIsLeftOut) {
+    EXPECT_EQ(LogControl("A:level=\xFF"), kStatusOK);
+    EXPECT_EQ(LogControl("+B:level=5"), kStatusOK);
+    EXPECT_EQ(stored(), "B:level=5");
+    EXPECT_EQ(LogControl("+C:level=\xFF,D:level=6"), kStatusConversionFailed);
+    EXPECT_EQ(stored(), "B:level=5,D:level=6");
+}
+
+TEST_F(LogPreferencesTest, APatternThatLooksLikeAPrefixComesBackAsItWas) {
+    for (const std::string pattern : {"+B", "?B", "?+B", "++"}) {
+        EXPECT_EQ(LogControl(nullptr), kStatusOK);
+        const std::string control = std::string("?+") + pattern + ":level=5";
+        EXPECT_EQ(LogControl(control.c_str()), kStatusOK);
+        EXPECT_EQ(LogControl("+"), kStatusOK);
+        EXPECT_EQ(LogControl(nullptr), kStatusOK);
+        EXPECT_EQ(LogControl("?"), kStatusOK);
+        EXPECT_EQ(settings(), Texts{pattern + ":level=5"});
+        ASSERT_EQ(writePreference("", kKey, std::nullopt).status, kStatusOK);
+    }
+}
+
+TEST_F(LogPreferencesTest, ManySettingsTakeTimeInProportion) {
+    std::string text;
+    for (int i = 0; i < 50'000; ++i)
+        text.append(1, 'p').append(std::to_string(i)).append(":level=1,");
+    store(text);
+    EXPECT_EQ(LogControl("?"), kStatusOK);  // an hour, were each compared with all the others
+    EXPECT_EQ(settings().size(), 50'000u);
+}
+
 // --- Reading ---
 
 TEST_F(LogPreferencesTest, WhatIsStoredWinsOverDefaults) {
@@ -289,6 +319,24 @@ TEST_F(LogPreferencesTest, DamagedOnesAreSetAsideWithOneWarning) {
     gLogCategory_LogUtils.flags = kLogHeaderTime;
 }
 
+TEST_F(LogPreferencesTest, OnesThatCannotBeReadAreWarnedOfOnce) {
+    LogRecorder recorder;
+    record(gLogCategory_LogUtils, recorder);
+    EXPECT_EQ(control(gLogCategory_LogUtils, "flags=none"), kStatusOK);
+    const PreferencesFolder folder;
+    folder.damage();
+    for (const auto& file : folder.files()) {
+        if (file.extension() != ".plist") continue;
+        std::filesystem::remove(file);
+        std::filesystem::create_directory(file);
+    }
+    EXPECT_EQ(LogControl("?WiFi:level=info"), kStatusOK);
+    EXPECT_EQ(LogControl("?WiFi:level=info"), kStatusOK);
+    EXPECT_EQ(recorder.take(),
+              "### The preferences could not be used: -6755/0xFFFFFFFFFFFFE59D \n");
+    gLogCategory_LogUtils.flags = kLogHeaderTime;
+}
+
 TEST_F(LogPreferencesTest, DamagedOnesDoNotKeepNewOnesFromBeingStored) {
     LogRecorder recorder;
     record(gLogCategory_LogUtils, recorder);
@@ -365,8 +413,8 @@ TEST(LogFirstCall, ReadsThePreferences) {
             if (row.name == std::string(std::getenv(kCallVariable))) row.call(category);
         }
         const auto& actions = halvane::logging::logState().actions;
-        ASSERT_FALSE(actions.empty());
-        EXPECT_EQ(actions.front().value, "trace");
+        ASSERT_NE(actions.begin(), actions.end());
+        EXPECT_EQ(actions.begin()->value, "trace");
         EXPECT_TRUE(LogIsEnabled(&category, kLogLevelTrace));
         EXPECT_EQ(category.level, kLogLevelTrace);
         return;

@@ -85,7 +85,7 @@ class LogTest : public ::testing::Test {
     // The specifications of the outputs that there are.
     static std::vector<std::string> outputs() {
         std::vector<std::string> specs;
-        for (const auto& output : logging::logState().outputs) specs.push_back(output->spec);
+        for (const auto& [spec, output] : logging::logState().outputs) specs.push_back(spec);
         return specs;
     }
 

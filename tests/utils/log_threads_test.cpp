@@ -12,6 +12,7 @@
 
 namespace {
 
+using halvane::testing::LogRecorder;
 using halvane::testing::LogTest;
 using halvane::testing::TemporaryFolder;
 using halvane::testing::TestCategory;
@@ -134,6 +135,21 @@ TEST_F(LogThreadsTest, MayLogWhileACategoryIsControlled) {
     });
     isDone = true;
     controller.join();
+}
+
+// Also where each first test makes the preferences be read again.
+TEST_F(LogThreadsTest, LoseNoMessageOfFirstTests) {
+    static TestCategory untested[] = {TestCategory("ThreadTestA"), TestCategory("ThreadTestB"),
+                                      TestCategory("ThreadTestC"), TestCategory("ThreadTestD")};
+    const LogRecorder recorder;
+    const std::string config = "?^ThreadTest:output=" + recorder.spec();
+    for (auto& each : untested) each.initConfig = config.c_str();
+    runThreads([](int) {
+        for (auto& each : untested) HALVANE_LOG(&each, kLogLevelError, "x");
+    });
+    EXPECT_EQ(recorder.text(), std::string(kThreads * std::size(untested), 'x'));
+    LogUtils_Finalize();
+    for (auto& each : untested) each.initConfig = nullptr;
 }
 
 TEST_F(LogThreadsTest, SetACategoryUpOnce) {
