@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -77,7 +76,11 @@ extern "C" char* __LogCategory_LevelToString(std::uint32_t level, char* buffer) 
     const auto wanted = static_cast<std::int32_t>(level & kLogLevelMask);
     const LevelName& nearest = nearestLevel(wanted);
     const std::int32_t distance = wanted - nearest.level;
-    if (distance == 0) return std::strcpy(buffer, nearest.name);
+    if (distance == 0) {
+        const std::string_view name = nearest.name;
+        buffer[name.copy(buffer, name.size())] = '\0';
+        return buffer;
+    }
     SNPrintF(buffer, kLogLevelStringSize, distance > 0 ? "%s+%u" : "%s-%u", nearest.name,
              std::abs(distance));
     return buffer;

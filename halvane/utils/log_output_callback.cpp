@@ -1,4 +1,5 @@
 // The output "callback": a function of the program.
+#include <bit>
 #include <optional>
 
 #include "halvane/utils/log_output_internal.h"
@@ -20,7 +21,7 @@ std::optional<std::uintptr_t> pointerOf(std::string_view text) {
     std::int32_t consumed = 0;
     const int count = SNScanF(text.data(), text.size(), "%p%n", &pointer, &consumed);
     if (count != 1 || static_cast<std::size_t>(consumed) != text.size()) return std::nullopt;
-    return pointer;
+    return static_cast<std::uintptr_t>(pointer);
 }
 
 }  // namespace
@@ -34,9 +35,9 @@ HalvaneStatus __LogOutputCallback_Setup(LogOutput& output, std::string_view para
         const auto pointer = pointerOf(value);
         if (!pointer) return kStatusMalformed;
         if (key == "func") {
-            output.func = reinterpret_cast<LogCallback>(*pointer);
+            output.func = std::bit_cast<LogCallback>(*pointer);
         } else {
-            output.arg = reinterpret_cast<void*>(*pointer);
+            output.arg = std::bit_cast<void*>(*pointer);
         }
         return kStatusOK;
     };
