@@ -6,13 +6,25 @@
 
 #include "halvane/platform/random_internal.h"
 
+#ifdef __GLIBC_PREREQ
+#define HALVANE_HAS_ARC4RANDOM __GLIBC_PREREQ(2, 36)
+#else
+#define HALVANE_HAS_ARC4RANDOM 0
+#endif
+
 namespace halvane {
 
 namespace {
 
 std::atomic<RandomSource> replacement = nullptr;
 
-#if defined(__GLIBC__) && !__GLIBC_PREREQ(2, 36)
+#if HALVANE_HAS_ARC4RANDOM
+
+void fillBySystem(std::span<std::uint32_t> values) {
+    ::arc4random_buf(values.data(), values.size_bytes());
+}
+
+#else
 
 // Where the kernel gives nothing the process ends, as it does in arc4random: there is nothing to go
 // on with that would not be taken for random.
@@ -23,12 +35,6 @@ void fillBySystem(std::span<std::uint32_t> values) {
         if (count < 0 && errno != EINTR) std::terminate();
         if (count > 0) bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
-}
-
-#else
-
-void fillBySystem(std::span<std::uint32_t> values) {
-    ::arc4random_buf(values.data(), values.size_bytes());
 }
 
 #endif

@@ -29,7 +29,7 @@ void store(std::uint32_t value, std::span<std::uint8_t> bytes) {
 }
 
 std::size_t randomNumber() {
-    return static_cast<std::size_t>(std::rand());  // NOLINT: what it has to come from
+    return static_cast<std::size_t>(std::rand());
 }
 
 }  // namespace
