@@ -115,6 +115,9 @@ TEST(Isin, FollowsItsPolynomial) {
                                    {8191, 4096},   {12288, 2908}, {16383, 1},     {16385, -1},
                                    {20480, -2908}, {32767, -1},   {-4096, -2908}, {36864, 2908}};
     for (const Row& row : rows) EXPECT_EQ(isin(row.angle), row.sine) << row.angle;
+    int sum = 0;
+    for (int angle = 0; angle < kSineFullTurn / 2; ++angle) sum += isin(angle);
+    EXPECT_EQ(sum, 42828592);
 }
 
 TEST(Isin, StaysNearTheSineAllTheWayRound) {
