@@ -1,11 +1,11 @@
 // Hardware, IP and socket addresses.
 #include <algorithm>
-#include <array>
 #include <bit>
-#include <cerrno>
-#include <net/if.h>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/utils/hardware_address.h"
+#include "halvane/utils/ipv4_address.h"
+#include "halvane/utils/ipv6_address.h"
 #include "halvane/utils/printf_conversions_internal.h"
 
 namespace halvane::printing {
@@ -14,10 +14,10 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-constexpr std::size_t kIPv4Size = 4;
-constexpr std::size_t kEthernetSize = 6;
+constexpr std::size_t kIPv4Size = kIPv4AddressSize;
+constexpr std::size_t kEthernetSize = kMACAddressSize;
 constexpr std::size_t kFibreChannelSize = 8;
-constexpr std::size_t kIPv6Size = 16;
+constexpr std::size_t kIPv6Size = kIPv6AddressSize;
 
 // What %#a points to: the type in host byte order, then the address.
 enum TaggedType : std::uint32_t { kTaggedIPv4 = 4, kTaggedIPv6 = 6 };
@@ -40,92 +40,21 @@ std::uint32_t hostOrderU32(ByteCursor& cursor) {
     return value.value_or(0);
 }
 
-void appendIPv4(Scratch& text, ByteCursor cursor) {
-    unsigned octets[kIPv4Size];
-    for (unsigned& octet : octets) octet = cursor.u8().value_or(0);
-    text.print("%u.%u.%u.%u", octets[0], octets[1], octets[2], octets[3]);
+void appendIPv4(Scratch& text, ByteCursor cursor, int port = 0) {
+    char address[kIPv4AddressTextSize];
+    text.append(IPv4AddressToCString(cursor.u32be().value_or(0), port, address));
 }
 
 // Upper-case octets with colons between.
-void appendHardware(Scratch& text, ByteCursor cursor) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::array<char, 3 * kFibreChannelSize> octets;
-    std::size_t length = 0;
-    while (const auto byte = cursor.u8()) {
-        octets[length++] = kDigits[*byte >> 4];
-        octets[length++] = kDigits[*byte & 0x0F];
-        octets[length++] = ':';
-    }
-    text.append({octets.data(), length - 1});
-}
-
-bool areZero(Bytes bytes) {
-    return std::ranges::all_of(bytes, [](std::uint8_t byte) { return byte == 0; });
-}
-
-// ::ffff:a.b.c.d (RFC 4291 clause 2.5.5.2)
-bool isIPv4Mapped(ByteCursor address) {
-    const auto zeros = address.take(10);
-    return zeros && areZero(*zeros) && address.u16be() == 0xFFFF;
-}
-
-// ::a.b.c.d (RFC 4291 clause 2.5.5.1), which the unspecified and the loopback address are not.
-bool isIPv4Compatible(ByteCursor address) {
-    const auto zeros = address.take(12);
-    return zeros && areZero(*zeros) && address.u32be().value_or(0) > 1;
-}
-
-using Groups = std::array<unsigned, 8>;
-
-struct Run {
-    std::size_t start = 0;
-    std::size_t length = 0;
-};
-
-// The first of the longest runs of zero groups; of length 0 where no group is zero.
-Run longestZeroRun(const Groups& groups) {
-    Run best;
-    Run current;
-    for (std::size_t i = 0; i < groups.size(); ++i) {
-        current = groups[i] != 0 ? Run{i + 1, 0} : Run{current.start, current.length + 1};
-        if (current.length > best.length) best = current;
-    }
-    return best;
-}
-
-// Unlike RFC 5952, a run of a single zero group is shortened too.
-void appendGroups(Scratch& text, ByteCursor address) {
-    Groups groups;
-    for (unsigned& group : groups) group = address.u16be().value_or(0);
-    const Run run = longestZeroRun(groups);
-    for (std::size_t i = 0; i < groups.size(); ++i) {
-        if (run.length > 0 && i == run.start) {
-            text.append("::");
-            i += run.length - 1;
-            continue;
-        }
-        if (i > 0 && (run.length == 0 || i != run.start + run.length)) text.append(":");
-        text.print("%x", groups[i]);
-    }
-}
-
-// An interface name, or the index where the system knows none.
-void appendScope(Scratch& text, std::uint32_t scope) {
-    const int savedErrno = errno;
-    char name[IF_NAMESIZE] = {};
-    if (if_indextoname(scope, name) != nullptr) {
-        text.print("%%%s", name);
-    } else {
-        text.print("%%%u", scope);
-    }
-    errno = savedErrno;
+void appendHardware(Scratch& text, Bytes bytes) {
+    char address[HALVANE_HARDWARE_ADDRESS_TEXT_SIZE(kFibreChannelSize)];
+    text.append(HardwareAddressToCString(bytes.data(), static_cast<int>(bytes.size()), address));
 }
 
 void appendSocketIPv4(Scratch& text, ByteCursor cursor) {
     cursor.skip(kSocketHeaderSize);
-    const unsigned port = cursor.u16be().value_or(0);
-    appendIPv4(text, cursor);
-    if (port != 0) text.print(":%u", port);
+    const int port = cursor.u16be().value_or(0);
+    appendIPv4(text, cursor, port);
 }
 
 void appendSocketIPv6(Scratch& text, ByteCursor cursor) {
@@ -156,7 +85,7 @@ LinkAddress linkAddress(ByteCursor cursor) {
 void appendSocketLink(Scratch& text, ByteCursor cursor) {
     const auto [size, bytes] = linkAddress(cursor);
     if (size == kEthernetSize && bytes.size() == size) {
-        return appendHardware(text, ByteCursor(bytes));
+        return appendHardware(text, bytes);
     }
     const int shown = static_cast<int>(bytes.size());
     text.print("<< AF_LINK %H >>", bytes.data(), shown, shown);
@@ -201,7 +130,7 @@ void appendPlainAddress(Scratch& text, const std::uint8_t* data, std::size_t siz
             return appendIPv4(text, ByteCursor(std::span(data, size)));
         case kEthernetSize:
         case kFibreChannelSize:
-            return appendHardware(text, ByteCursor(std::span(data, size)));
+            return appendHardware(text, std::span(data, size));
         case kIPv6Size:
             return PrintF_IPv6AddressToCString(text, std::span(data, size), 0, 0);
         default:
@@ -214,16 +143,8 @@ void appendPlainAddress(Scratch& text, const std::uint8_t* data, std::size_t siz
 }  // namespace
 
 void PrintF_IPv6AddressToCString(Scratch& text, Bytes address, std::uint32_t scope, int port) {
-    const ByteCursor cursor(address);
-    if (port > 0) text.append("[");
-    if (isIPv4Mapped(cursor) || isIPv4Compatible(cursor)) {
-        text.append(isIPv4Mapped(cursor) ? "::ffff:" : "::");
-        appendIPv4(text, ByteCursor(address.last(kIPv4Size)));
-    } else {
-        appendGroups(text, cursor);
-    }
-    if (scope != 0) appendScope(text, scope);
-    if (port > 0) text.print("]:%d", port);
+    char buffer[kIPv6AddressTextSize];
+    text.append(IPv6AddressToCString(address.data(), scope, port, buffer));
 }
 
 void convertAddress(Output& output, Conversion& conversion, Arguments& arguments) {

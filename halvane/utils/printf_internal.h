@@ -248,6 +248,7 @@ void PrintFWriteCFObjectApplier(Output& output, std::string_view key,
 // --- Addresses ---
 
 // Appends an IPv6 address, with its scope if `scope` is not 0 and its port if `port` is above 0.
+// REQUIRES: 16 bytes
 void PrintF_IPv6AddressToCString(Scratch& text, std::span<const std::uint8_t> address,
                                  std::uint32_t scope, int port);
 

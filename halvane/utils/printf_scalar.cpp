@@ -7,6 +7,8 @@
 #include "halvane/platform/local_time_internal.h"
 #include "halvane/platform/wall_clock_internal.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/uuid.h"
+#include "halvane/utils/version_number_internal.h"
 
 namespace halvane::printing {
 
@@ -24,22 +26,6 @@ bool isPrintableCode(std::uint32_t code) {
         if (!isPrintable(code >> shift & 0xFF)) return false;
     }
     return true;
-}
-
-// The letter of a development stage; 0 for a byte that names none.
-char stageLetter(unsigned stage) {
-    switch (stage) {
-        case 0x20:
-            return 'd';
-        case 0x40:
-            return 'a';
-        case 0x60:
-            return 'b';
-        case 0x80:
-            return 'f';
-        default:
-            return 0;
-    }
 }
 
 }  // namespace
@@ -78,37 +64,23 @@ void convertErrorCode(Output& output, Conversion& conversion, Arguments& argumen
 
 void convertVersion(Output& output, Conversion& conversion, Arguments& arguments) {
     const auto version = va_arg(arguments.list, std::uint32_t);
-    const unsigned bugFix = version >> 16 & 0x0F;
     const unsigned stage = version >> 8 & 0xFF;
-    const unsigned revision = version & 0xFF;
+    char number[kNumVersionTextSize];
     Scratch text;
-    text.print("%u.%u", version >> 24, version >> 20 & 0x0F);
-    if (bugFix != 0) text.print(".%u", bugFix);
-    if (const char letter = stageLetter(stage); letter == 0) {
+    text.append(NumVersionToCString(version, number));
+    if (stageLetter(stage) == 0) {
         text.print("<< ERROR: invalid NumVersion stage: 0x%02X >>", stage);
-    } else if (letter != 'f' || revision != 0) {
-        text.print("%c%u", letter, revision);
     }
     PrintFWriteText(output, conversion.format, text.text());
 }
 
 // Without '#' the first three fields are stored least significant byte first.
 void convertUUID(Output& output, Conversion& conversion, Arguments& arguments) {
-    using Order = std::array<std::uint8_t, 16>;
-    constexpr Order kStored = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
-    constexpr Order kFieldsReversed = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
-    constexpr char kDigits[] = "0123456789abcdef";
     const auto* bytes = va_arg(arguments.list, const std::uint8_t*);
     if (bytes == nullptr) return PrintFWriteText(output, conversion.format, kNullText);
-    const Order& order = conversion.format.altForm > 0 ? kStored : kFieldsReversed;
-    Scratch text;
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        if (i == 4 || i == 6 || i == 8 || i == 10) text.append("-");
-        const std::uint8_t byte = bytes[order[i]];
-        text.append({&kDigits[byte >> 4], 1});
-        text.append({&kDigits[byte & 0x0F], 1});
-    }
-    PrintFWriteText(output, conversion.format, text.text());
+    char text[kUUIDTextSize];
+    const bool isLittleEndian = conversion.format.altForm == 0;
+    PrintFWriteText(output, conversion.format, UUIDtoCString(bytes, isLittleEndian, text));
 }
 
 namespace {

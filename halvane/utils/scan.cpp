@@ -1,36 +1,19 @@
 #include "halvane/utils/scan.h"
 
 #include <algorithm>
-#include <array>
 #include <bitset>
 #include <climits>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 
+#include "halvane/utils/ascii_internal.h"
+
+using halvane::digitValue;
+using halvane::isDigit;
+using halvane::isSpace;
+
 namespace {
-
-constexpr std::uint8_t kNoDigit = 0xFF;
-
-// The value of every character as a digit, of bases up to 16.
-constexpr auto kDigitValues = [] {
-    std::array<std::uint8_t, 256> values{};
-    values.fill(kNoDigit);
-    for (std::uint8_t i = 0; i < 10; ++i) values[std::size_t{'0'} + i] = i;
-    for (std::uint8_t i = 0; i < 6; ++i) {
-        values[std::size_t{'a'} + i] = static_cast<std::uint8_t>(10 + i);
-        values[std::size_t{'A'} + i] = static_cast<std::uint8_t>(10 + i);
-    }
-    return values;
-}();
-
-constexpr unsigned digitValue(char character) {
-    return kDigitValues[static_cast<unsigned char>(character)];
-}
-
-constexpr bool isSpace(char character) {
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
 
 enum class Size { Default, Bits8, Bits16, Bits64 };
 
@@ -117,10 +100,10 @@ class Scanner {
             if (width < 0) return false;
             directive.hasWidth = true;
             directive.width = static_cast<std::size_t>(width);
-        } else if (digitValue(*format_) < 10) {
+        } else if (isDigit(*format_)) {
             directive.hasWidth = true;
             directive.width = 0;
-            for (; digitValue(*format_) < 10; ++format_) {
+            for (; isDigit(*format_); ++format_) {
                 const std::size_t width = directive.width * 10 + digitValue(*format_);
                 directive.width = std::min<std::size_t>(width, INT_MAX);
             }

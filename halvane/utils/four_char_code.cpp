@@ -1,0 +1,31 @@
+#include "halvane/utils/four_char_code.h"
+
+#include <climits>
+
+#include "halvane/utils/text_cursor_internal.h"
+
+namespace {
+
+constexpr char spaceForNul(char character) {
+    return character == '\0' ? ' ' : character;
+}
+
+}  // namespace
+
+char* FourCharCodeToCString(std::uint32_t code, char* buffer) {
+    char* to = buffer;
+    for (int shift = 24; shift >= 0; shift -= CHAR_BIT) {
+        *to++ = spaceForNul(static_cast<char>(code >> shift));
+    }
+    *to = '\0';
+    return buffer;
+}
+
+std::uint32_t TextToFourCharCode(const char* text, std::size_t length) {
+    const halvane::TextCursor cursor(halvane::textOf(text, length));
+    std::uint32_t code = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        code = code << CHAR_BIT | static_cast<unsigned char>(spaceForNul(cursor.peek(i)));
+    }
+    return code;
+}

@@ -1,0 +1,255 @@
+#include "halvane/utils/hex_data.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+
+#include "halvane/utils/text_cursor_internal.h"
+
+namespace {
+
+using halvane::digitValue;
+
+// Loops over whole blocks have a fixed count of turns and no branch, so that compilers make vector
+// instructions of them.
+constexpr std::size_t kBlockBytes = 16;
+constexpr std::size_t kBlockDigits = 2 * kBlockBytes;
+
+// --- From text ---
+
+// Takes bytes, stores those that there is room for, and counts them all.
+class Sink {
+  public:
+    Sink(void* buffer, std::size_t capacity)
+        : buffer_(static_cast<std::uint8_t*>(buffer)), capacity_(capacity) {}
+
+    void put(unsigned byte) {
+        if (total_ < capacity_) buffer_[total_] = static_cast<std::uint8_t>(byte);
+        ++total_;
+    }
+    void putBlock(const std::uint8_t (&block)[kBlockBytes]) {
+        if (capacity_ >= kBlockBytes && total_ <= capacity_ - kBlockBytes) {
+            std::memcpy(buffer_ + total_, block, kBlockBytes);
+        } else if (total_ < capacity_) {
+            std::memcpy(buffer_ + total_, block, capacity_ - total_);
+        }
+        total_ += kBlockBytes;
+    }
+    void zeroFill() {
+        if (total_ < capacity_) std::memset(buffer_ + total_, 0, capacity_ - total_);
+    }
+
+    std::size_t total() const { return total_; }
+    std::size_t written() const { return std::min(total_, capacity_); }
+
+  private:
+    std::uint8_t* buffer_;
+    std::size_t capacity_;
+    std::size_t total_ = 0;
+};
+
+// Whether all characters of a block are digits; then `bytes` holds their values.
+bool decodeBlock(const char* text, std::uint8_t (&bytes)[kBlockBytes]) {
+    std::uint8_t values[kBlockDigits];
+    std::uint8_t strangers = 0;
+    for (std::size_t i = 0; i < kBlockDigits; ++i) {
+        const auto character = static_cast<std::uint8_t>(text[i]);
+        const auto digit = static_cast<std::uint8_t>(character - '0');
+        const auto letter = static_cast<std::uint8_t>((character | 0x20) - 'a');
+        const std::uint8_t isDigit = digit < 10 ? UINT8_MAX : 0;
+        const std::uint8_t isLetter = letter < 6 ? UINT8_MAX : 0;
+        values[i] = static_cast<std::uint8_t>((digit & isDigit) | ((letter + 10) & isLetter));
+        strangers |= static_cast<std::uint8_t>(~(isDigit | isLetter));
+    }
+    for (std::size_t i = 0; i < kBlockBytes; ++i) {
+        bytes[i] = static_cast<std::uint8_t>(values[2 * i] << 4 | values[2 * i + 1]);
+    }
+    return strangers == 0;
+}
+
+class HexReader {
+  public:
+    HexReader(std::string_view text, std::uint32_t flags, Sink& sink)
+        : at_(text.data()), end_(at_ + text.size()), flags_(flags), sink_(sink) {}
+
+    void read() {
+        skipPrefix();
+        const char* nextBlock = at_;
+        while (true) {
+            // A block with a stranger in it is not tried again before its last character.
+            if (at_ >= nextBlock) {
+                blocks();
+                nextBlock = at_ + std::min(kBlockDigits, remaining());
+            }
+            if (!pair()) return;
+        }
+    }
+
+    const char* position() const { return at_; }
+
+  private:
+    std::size_t remaining() const { return static_cast<std::size_t>(end_ - at_); }
+
+    void skipPrefix() {
+        while (at_ != end_ && halvane::isSpace(*at_)) ++at_;
+        if (remaining() >= 2 && at_[0] == '0' && (at_[1] == 'x' || at_[1] == 'X')) at_ += 2;
+    }
+
+    bool isSkipped(char character) const {
+        if (halvane::isSpace(character)) return (flags_ & kHexToDataFlagSkipSpace) != 0;
+        const bool isSeparator = character == '-' || character == ':' || character == '_';
+        return isSeparator && (flags_ & kHexToDataFlagSkipSeparators) != 0;
+    }
+
+    void blocks() {
+        std::uint8_t bytes[kBlockBytes];
+        for (; remaining() >= kBlockDigits && decodeBlock(at_, bytes); at_ += kBlockDigits) {
+            sink_.putBlock(bytes);
+        }
+    }
+
+    // The next digit, past what is skipped; kNoDigit where there is none.
+    unsigned digit() {
+        while (at_ != end_ && isSkipped(*at_)) ++at_;
+        return at_ != end_ && halvane::isHexDigit(*at_) ? digitValue(*at_++)
+                                                        : unsigned{halvane::kNoDigit};
+    }
+
+    // Whether there may be more.
+    bool pair() {
+        if (remaining() >= 2) {
+            const unsigned high = digitValue(at_[0]);
+            const unsigned low = digitValue(at_[1]);
+            if ((high | low) < 16) {
+                at_ += 2;
+                sink_.put(high << 4 | low);
+                return true;
+            }
+        }
+        const unsigned high = digit();
+        if (high == halvane::kNoDigit) return false;
+        const unsigned low = digit();
+        const bool isOdd = low == halvane::kNoDigit;
+        if (!isOdd) {
+            sink_.put(high << 4 | low);
+        } else if ((flags_ & kHexToDataFlagNoOddDigit) == 0) {
+            sink_.put(high << 4);
+        }
+        return !isOdd;
+    }
+
+    const char* at_;
+    const char* end_;
+    std::uint32_t flags_;
+    Sink& sink_;
+};
+
+constexpr std::uint32_t kAsPeopleWrite = kHexToDataFlagSkipSpace | kHexToDataFlagSkipSeparators;
+
+// --- To text ---
+
+// Whether the characters follow each other, as those of "0123456789" do.
+bool areConsecutive(std::string_view characters) {
+    for (std::size_t i = 1; i < characters.size(); ++i) {
+        if (characters[i] != static_cast<char>(characters[0] + static_cast<char>(i))) return false;
+    }
+    return true;
+}
+
+// Two digits for each byte, in the order of the text, where the digits below and from 10 on each
+// follow one another.
+void encodeBlock(const std::uint8_t* bytes, char* text, std::uint8_t zero, std::uint8_t ten) {
+    const auto gap = static_cast<std::uint8_t>(ten - 10 - zero);
+    std::uint8_t values[kBlockDigits];
+    for (std::size_t i = 0; i < kBlockBytes; ++i) {
+        values[2 * i] = bytes[i] >> 4;
+        values[2 * i + 1] = bytes[i] & 0x0F;
+    }
+    for (std::size_t i = 0; i < kBlockDigits; ++i) {
+        const std::uint8_t isLetter = values[i] > 9 ? UINT8_MAX : 0;
+        text[i] = static_cast<char>(values[i] + zero + (gap & isLetter));
+    }
+}
+
+}  // namespace
+
+HalvaneStatus HexToData(const char* text, std::size_t length, std::uint32_t flags, void* buffer,
+                        std::size_t capacity, std::size_t* written, std::size_t* total,
+                        const char** end) {
+    if (text == nullptr) return kStatusUnsupported;
+    Sink sink(buffer, capacity);
+    HexReader reader(halvane::textOf(text, length), flags, sink);
+    reader.read();
+    if ((flags & kHexToDataFlagZeroFill) != 0) sink.zeroFill();
+    if (written != nullptr) *written = sink.written();
+    if (total != nullptr) *total = sink.total();
+    if (end != nullptr) *end = reader.position();
+    return kStatusOK;
+}
+
+HalvaneStatus HexToDataCopy(const char* text, std::size_t length, std::uint32_t flags,
+                            std::uint8_t** data, std::size_t* size, const char** end) {
+    if (text == nullptr) return kStatusUnsupported;
+    const std::string_view input = halvane::textOf(text, length);
+    std::size_t total = 0;
+    HexToData(input.data(), input.size(), flags, nullptr, 0, nullptr, &total, nullptr);
+    auto* const bytes = static_cast<std::uint8_t*>(std::malloc(std::max<std::size_t>(total, 1)));
+    if (bytes == nullptr) return kStatusNoMemory;
+    HexToData(input.data(), input.size(), flags, bytes, total, nullptr, nullptr, end);
+    *data = bytes;
+    if (size != nullptr) *size = total;
+    return kStatusOK;
+}
+
+HalvaneStatus HexTextToData(const char* text, std::size_t length, void* buffer,
+                            std::size_t capacity, std::size_t* size) {
+    if (text == nullptr) return kStatusUnsupported;
+    const std::string_view input = halvane::textOf(text, length);
+    std::size_t total = 0;
+    const char* end = nullptr;
+    HexToData(input.data(), input.size(), kAsPeopleWrite, nullptr, 0, nullptr, &total, &end);
+    if (end != input.data() + input.size()) return kStatusMalformed;
+    if (total > capacity) return kStatusNoRoom;
+    return HexToData(input.data(), input.size(), kAsPeopleWrite, buffer, capacity, size, nullptr,
+                     nullptr);
+}
+
+HalvaneStatus HexTextToDataCopy(const char* text, std::size_t length, std::uint8_t** data,
+                                std::size_t* size) {
+    if (text == nullptr) return kStatusUnsupported;
+    const std::string_view input = halvane::textOf(text, length);
+    std::uint8_t* bytes = nullptr;
+    std::size_t count = 0;
+    const char* end = nullptr;
+    const HalvaneStatus status =
+        HexToDataCopy(input.data(), input.size(), kAsPeopleWrite, &bytes, &count, &end);
+    if (status != kStatusOK) return status;
+    if (end != input.data() + input.size()) {
+        std::free(bytes);
+        return kStatusMalformed;
+    }
+    *data = bytes;
+    if (size != nullptr) *size = count;
+    return kStatusOK;
+}
+
+char* DataToHexCStringEx(const void* data, std::size_t count, char* buffer, const char* digits) {
+    const auto* bytes = static_cast<const std::uint8_t*>(data);
+    char* to = buffer;
+    if (count >= kBlockBytes && areConsecutive({digits, 10}) && areConsecutive({digits + 10, 6})) {
+        const auto zero = static_cast<std::uint8_t>(digits[0]);
+        const auto ten = static_cast<std::uint8_t>(digits[10]);
+        for (; count >= kBlockBytes; count -= kBlockBytes) {
+            encodeBlock(bytes, to, zero, ten);
+            bytes += kBlockBytes;
+            to += kBlockDigits;
+        }
+    }
+    for (; count > 0; --count, ++bytes) {
+        *to++ = digits[*bytes >> 4];
+        *to++ = digits[*bytes & 0x0F];
+    }
+    *to = '\0';
+    return buffer;
+}

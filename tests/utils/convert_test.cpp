@@ -1,0 +1,13 @@
+#include "halvane/utils/convert.h"
+
+#include <gtest/gtest.h>
+
+extern "C" int firstFailingLineOfConvertFromC(void);
+
+namespace {
+
+TEST(Convert, WorksFromC) {
+    EXPECT_EQ(firstFailingLineOfConvertFromC(), 0);
+}
+
+}  // namespace
