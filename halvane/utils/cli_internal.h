@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 
 #include "halvane/utils/cli.h"
 
@@ -23,6 +24,7 @@ struct State {
     const Level* level = nullptr;    // innermost; null outside of CLIParse()
     const char* attached = nullptr;  // what is unread of the current argument
     char** arguments = nullptr;      // gArgV where it is of our own making, else null
+    void* (*reallocate)(void* old, std::size_t size) = std::realloc;  // tests let it fail
 };
 extern State gState;
 

@@ -1,11 +1,10 @@
-// From arguments to options: the long form, the short form, -NUM, and what is set aside.
-#include <cstdlib>
+// From arguments to options: the long form, the short form and -NUM.
 #include <cstring>
-#include <memory>
 #include <string_view>
 
 #include "halvane/base/status.h"
 #include "halvane/utils/cli_internal.h"
+#include "halvane/utils/cli_reordered_internal.h"
 #include "halvane/utils/printf.h"
 
 namespace halvane::cli {
@@ -105,52 +104,6 @@ std::int32_t parseShort(const Level& level, const char* text) {
 constexpr bool isOperand(const char* argument) {
     return argument[0] != '-' || argument[1] == '\0';
 }
-
-struct Free {
-    void operator()(char** array) const { std::free(array); }
-};
-
-// The argument vector to come: what was set aside, then what is left.
-class Reordered {
-  public:
-    // False where there is no memory for it.
-    bool setAside(char* operand) {
-        if (!reserveOneMore()) return false;
-        vector_[count_++] = operand;
-        return true;
-    }
-
-    // Puts it in place of gArgV. False where there is no memory for it, and nothing has changed.
-    bool install() {
-        for (int index = gArgI; char* const argument = argumentAt(index); ++index) {
-            if (!setAside(argument)) return false;
-        }
-        if (!reserveOneMore()) return false;
-        vector_[count_] = nullptr;
-        std::free(gState.arguments);
-        gArgV = gState.arguments = vector_.release();
-        gArgC = static_cast<int>(count_);
-        gArgI = 0;
-        return true;
-    }
-
-  private:
-    bool reserveOneMore() {
-        if (count_ < capacity_) return true;
-        const std::size_t capacity = 2 * capacity_ + kLeastCapacity;
-        void* const grown = std::realloc(vector_.get(), capacity * sizeof(char*));
-        if (grown == nullptr) return false;
-        static_cast<void>(vector_.release());
-        vector_.reset(static_cast<char**>(grown));
-        capacity_ = capacity;
-        return true;
-    }
-
-    static constexpr std::size_t kLeastCapacity = 8;
-    std::unique_ptr<char*[], Free> vector_;
-    std::size_t count_ = 0;
-    std::size_t capacity_ = 0;
-};
 
 std::int32_t parseOne(const Level& level, const char* argument) {
     gState.attached = nullptr;

@@ -1,4 +1,6 @@
 // How arguments become options: forms, look-up, operands.
+#include "halvane/utils/cli_internal.h"
+
 #include "tests/utils/cli_test_support.h"
 
 using namespace halvane::testing;
@@ -270,6 +272,24 @@ TEST_F(CLIParseTest, ReordersAnyNumberOfOperands) {
     EXPECT_EQ(line.status, 0);
     EXPECT_EQ(verbose, 10000);
     EXPECT_EQ(argumentsLeft(), Words(10000, "operand"));
+}
+
+TEST_F(CLIParseTest, KeepsTheArgumentsWhereMemoryRunsOut) {
+    static int granted;
+    const Words words(20, "operand");
+    // The vector grows to 8, 24 and 56 entries.
+    for (int grants = 0; grants < 2; ++grants) {
+        CommandLine line(words);
+        granted = grants;
+        halvane::cli::gState.reallocate = [](void* old, std::size_t size) {
+            return granted-- > 0 ? std::realloc(old, size) : nullptr;
+        };
+        line.parse(table, kCLIReorder);
+        EXPECT_EQ(line.status, kCLINoMemory);
+        EXPECT_EQ(line.errors, "");
+        EXPECT_EQ(gArgC, 21);
+        EXPECT_STREQ(gArgV[0], "/usr/bin/tool");
+    }
 }
 
 TEST_F(CLIParseTest, KnowsNoOptionOfTheTypesThatAreNone) {

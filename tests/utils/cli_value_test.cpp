@@ -140,6 +140,18 @@ TEST(CLIStringArray, AppendsTheDefaultWhereNoneIsAttached) {
     StringArray_Free(values, count);
 }
 
+TEST(CLIStringArray, CannotAppendWhatIsNotThere) {
+    char** values = nullptr;
+    std::size_t count = 0;
+    const CLIOption option = {.type = kCLIStringArray,
+                              .longName = "add",
+                              .valuePtr = &values,
+                              .countPtr = &count,
+                              .flags = kCLIOptionalValue};
+    EXPECT_EQ(parse({"--add"}, option), kCLINoMemory);
+    EXPECT_EQ(count, 0u);
+}
+
 struct Call {
     int count = 0;
     std::string value;
