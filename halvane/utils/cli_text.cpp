@@ -47,7 +47,7 @@ Conversion convert(const char* text, int base) {
     result.value = std::strtoll(text, &end, base);
     result.error = errno;
     errno = saved;
-    result.end = end != nullptr ? end : text;  // a wrong base leaves it unset
+    result.end = result.error == EINVAL ? text : end;  // of a wrong base `end` says nothing
     return result;
 }
 
