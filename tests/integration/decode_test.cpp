@@ -317,39 +317,10 @@ TEST(DecodeFailure, TellsAboutOutputThatIsLost) {
     EXPECT_NE(result.errors.find("standard output"), std::string::npos) << result.errors;
 }
 
-TEST(Usage, IsAnsweredWithStatusTwo) {
-    for (const std::vector<std::string>& words :
-         std::vector<std::vector<std::string>>{{},
-                                               {"bogus"},
-                                               {"decode"},
-                                               {"decode", "--bogus", "x"},
-                                               {"decode", "--format=x", "x"}}) {
-        auto command = words;
-        command.insert(command.begin(), kTool);
-        const auto result = runProgram(command);
-        EXPECT_EQ(result.status, 2);
-        EXPECT_EQ(result.output, "");
-        EXPECT_EQ(result.errors.substr(0, 9), "halvane: ");
-    }
-}
-
 TEST(DecodeFailure, EscapesWhatCouldCommandATerminal) {
     const auto result = decode({"no\x1b[2Jsuch"});
     EXPECT_EQ(result.errors.substr(0, 42), "halvane: no\\x1B[2Jsuch: No such file or di");
     EXPECT_EQ(decode({""}).errors.substr(0, 23), "halvane: '': No such fi");
-}
-
-TEST(Usage, PrintsHelpAndVersion) {
-    EXPECT_EQ(runProgram({kTool, "--version"}).output, "halvane " HALVANE_VERSION "\n");
-    for (const std::vector<std::string>& words :
-         std::vector<std::vector<std::string>>{{"--help"}, {"decode", "--help"}}) {
-        auto command = words;
-        command.insert(command.begin(), kTool);
-        const auto result = runProgram(command);
-        EXPECT_EQ(result.status, 0);
-        EXPECT_EQ(result.output.substr(0, 14), "Usage: halvane");
-        EXPECT_EQ(result.errors, "");
-    }
 }
 
 // Real captures, kept outside of the tree.

@@ -3,18 +3,28 @@
 #include <gtest/gtest.h>
 #include <initializer_list>
 
+#include "tests/support/captured_stream.h"
+#include "tools/halvane/command.h"
+
 using namespace halvane::tool;
 using halvane::ByteBuffer;
+using halvane::testing::CapturedStream;
 
 namespace {
 
-std::variant<DecodeOptions, HelpAsked, UsageError> parse(std::initializer_list<const char*> words) {
-    std::vector<std::string> owned = {"decode"};
+// A command line as the tool gives it to the parser, whose own messages are returned as errors.
+std::variant<DecodeOptions, UsageError> parse(std::initializer_list<const char*> words) {
+    std::vector<std::string> owned = {"halvane"};
     owned.insert(owned.end(), words.begin(), words.end());
     std::vector<char*> arguments;
     for (std::string& word : owned) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    return parseDecodeOptions(static_cast<int>(owned.size()), arguments.data());
+    CLIInit(static_cast<int>(arguments.size()), arguments.data());
+    const CapturedStream errors(stderr);
+    const bool isParsed = CLIParse(gDecodeOptions, kCLIReorder) == 0;
+    auto options = takeDecodeOptions();
+    CLIFree();
+    if (!isParsed) return UsageError{errors.text()};
+    return options;
 }
 
 DecodeOptions optionsOf(std::initializer_list<const char*> words) {
@@ -64,9 +74,19 @@ TEST(DecodeOptions, ReadACapabilityField) {
     EXPECT_TRUE(optionsOf({"--hex", "a"}).isHex);
 }
 
-TEST(DecodeOptions, AskForHelp) {
-    EXPECT_TRUE(std::holds_alternative<HelpAsked>(parse({"--help"})));
-    EXPECT_TRUE(std::holds_alternative<HelpAsked>(parse({"-h", "--format=bogus"})));
+TEST(DecodeOptions, AreForgottenOnceTaken) {
+    optionsOf({"--hex", "--capabilities=1", "--ssid=x", "--bssid=021a2b3c4d5e", "a"});
+    const auto options = optionsOf({"b"});
+    EXPECT_FALSE(options.isPerFrame || options.isHex || options.bssid || options.ssid);
+    EXPECT_FALSE(options.capabilities);
+}
+
+TEST(DecodeOptions, MayBeTakenBack) {
+    const auto options = optionsOf({"--per-frame", "--no-per-frame", "--ssid=x", "--no-ssid",
+                                    "--format=json", "--no-format", "a"});
+    EXPECT_FALSE(options.isPerFrame);
+    EXPECT_FALSE(options.ssid);
+    EXPECT_EQ(options.format, Format::Text);
 }
 
 TEST(DecodeOptions, AreRefusedWithWhatIsWrong) {
@@ -80,13 +100,13 @@ TEST(DecodeOptions, AreRefusedWithWhatIsWrong) {
                               "--capabilities=12a", "--bssid=", "--bssid=02:1a:2b:3c:4d:5e:6f"}) {
         EXPECT_NE(errorOf({"--hex", value, "a"}), "") << value;
     }
-    EXPECT_EQ(errorOf({"--bogus", "a"}), "unknown option '--bogus'");
-    EXPECT_EQ(errorOf({"-xy", "a"}), "unknown option '-x'");
-    EXPECT_EQ(errorOf({"a", "-y"}), "unknown option '-y'");
-    EXPECT_EQ(errorOf({"--per-frame=3", "a"}), "--per-frame takes no value");
+    EXPECT_EQ(errorOf({"--bogus", "a"}), "error: unknown option 'bogus'.\n");
+    EXPECT_EQ(errorOf({"-xy", "a"}), "error: unknown option 'x'.\n");
+    EXPECT_EQ(errorOf({"a", "-y"}), "error: unknown option 'y'.\n");
+    EXPECT_EQ(errorOf({"--per-frame=3", "a"}), "error: option 'per-frame' doesn't take a value.\n");
     EXPECT_EQ(errorOf({"-", "-"}), "'-' can be read once only");
     EXPECT_EQ(errorOf({"--capabilities=1", "a"}), "--capabilities is for --hex");
-    EXPECT_EQ(errorOf({"a", "--ssid"}), "--ssid needs a value");
+    EXPECT_EQ(errorOf({"a", "--ssid"}), "error: option 'ssid' requires a value.\n");
     EXPECT_EQ(errorOf({"--hex", "a", "b"}), "--hex takes one file");
     EXPECT_EQ(errorOf({"--hex", "--per-frame", "a"}), "--hex and --per-frame do not go together");
 }

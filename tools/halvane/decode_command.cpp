@@ -130,17 +130,13 @@ class Decoder {
 
 }  // namespace
 
-int decodeCommand(int argc, char** argv) {
-    const auto parsed = parseDecodeOptions(argc, argv);
-    if (std::holds_alternative<HelpAsked>(parsed)) {
-        std::fputs(decodeHelp(), stdout);
-        return kExitDone;
-    }
-    if (const auto* error = std::get_if<UsageError>(&parsed)) {
+int decodeCommand() {
+    const auto options = takeDecodeOptions();
+    if (const auto* error = std::get_if<UsageError>(&options)) {
         complain("decode: " + error->message);
         return kExitUsage;
     }
-    return Decoder(std::get<DecodeOptions>(parsed)).run();
+    return Decoder(std::get<DecodeOptions>(options)).run();
 }
 
 }  // namespace halvane::tool

@@ -1,10 +1,11 @@
 #include "tools/halvane/decode_options.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <getopt.h>
 #include <string_view>
+#include <utility>
+
+#include "tools/halvane/command.h"
 
 namespace halvane::tool {
 
@@ -12,32 +13,66 @@ namespace {
 
 constexpr std::size_t kAddressLength = 6;
 
-enum Option { kFormat = 256, kPerFrame, kBSSID, kSSID, kHex, kCapabilities, kHelp };
+// The options as they were typed; null, or 0, where they were not.
+struct Typed {
+    const char* format = nullptr;
+    const char* bssid = nullptr;
+    const char* ssid = nullptr;
+    const char* capabilities = nullptr;
+    std::int32_t perFrame = 0;
+    std::int32_t hex = 0;
+};
+Typed gTyped;
 
-constexpr std::array kOptions = {
-    option{"format", required_argument, nullptr, kFormat},
-    option{"per-frame", no_argument, nullptr, kPerFrame},
-    option{"bssid", required_argument, nullptr, kBSSID},
-    option{"ssid", required_argument, nullptr, kSSID},
-    option{"hex", no_argument, nullptr, kHex},
-    option{"capabilities", required_argument, nullptr, kCapabilities},
-    option{"help", no_argument, nullptr, kHelp},
-    option{nullptr, 0, nullptr, 0},
+}  // namespace
+
+CLIOption gDecodeOptions[] = {
+    {.type = kCLIString,
+     .longName = "format",
+     .valuePtr = &gTyped.format,
+     .argName = "FORMAT",
+     .flags = kCLIBareName,
+     .shortHelp = "text (default), json, jsonl or plist",
+     .longHelp = "json: one document; jsonl: a line a record; plist: the records' skeletons."},
+    {.type = kCLIBoolean,
+     .longName = "per-frame",
+     .valuePtr = &gTyped.perFrame,
+     .flags = kCLINoValue,
+     .shortHelp = "one record per frame, not folded"},
+    {.type = kCLIString,
+     .longName = "bssid",
+     .valuePtr = &gTyped.bssid,
+     .argName = "ADDRESS",
+     .flags = kCLIBareName,
+     .shortHelp = "only records of this BSSID"},
+    {.type = kCLIString,
+     .longName = "ssid",
+     .valuePtr = &gTyped.ssid,
+     .argName = "SSID",
+     .flags = kCLIBareName,
+     .shortHelp = "only records of this SSID, as octets or as printed"},
+    {.type = kCLIBoolean,
+     .longName = "hex",
+     .valuePtr = &gTyped.hex,
+     .flags = kCLINoValue,
+     .shortHelp = "FILE is hexadecimal text of one element buffer"},
+    {.type = kCLIString,
+     .longName = "capabilities",
+     .valuePtr = &gTyped.capabilities,
+     .argName = "FIELD",
+     .flags = kCLIBareName,
+     .shortHelp = "with --hex: the capability information field (default 0)"},
+    {.type = kCLIArgument,
+     .longName = "FILE...",
+     .shortHelp = "pcap or pcapng; '-' is standard input"},
+    {.type = kCLISection,
+     .shortHelp = "EXIT STATUS",
+     .longHelp = "0 done; 1 a file or a frame could not be read to its end, or the output not be\n"
+                 "written; 2 usage."},
+    {.type = kCLIEnd},
 };
 
-constexpr std::pair<std::string_view, Format> kFormats[] = {
-    {"text", Format::Text},
-    {"json", Format::JSON},
-    {"jsonl", Format::JSONLines},
-    {"plist", Format::PropertyList},
-};
-
-std::optional<Format> formatNamed(std::string_view name) {
-    for (const auto& [known, format] : kFormats) {
-        if (name == known) return format;
-    }
-    return std::nullopt;
-}
+namespace {
 
 std::optional<ByteBuffer> addressOf(std::string_view text) {
     auto address = ByteBuffer::fromHex(text);
@@ -56,52 +91,33 @@ std::optional<std::uint16_t> fieldOf(std::string_view text) {
     return value;
 }
 
+// Reads an option's text if there is one; false if it cannot be read.
+template <typename Place, typename Value>
+bool read(const char* text, Place& place, std::optional<Value> (*valueOf)(std::string_view)) {
+    if (text == nullptr) return true;
+    const auto value = valueOf(text);
+    if (value) place = *value;
+    return value.has_value();
+}
+
 UsageError badValue(const char* name, const char* value, const char* expected) {
     return {std::string("--") + name + ": '" + value + "' is not " + expected};
 }
 
-// Stores one option's value; the error if it cannot be.
-std::optional<UsageError> store(DecodeOptions& options, int option, const char* value) {
-    switch (option) {
-        case kFormat:
-            if (const auto format = formatNamed(value)) {
-                options.format = *format;
-                return std::nullopt;
-            }
-            return badValue("format", value, "text, json, jsonl or plist");
-        case kPerFrame:
-            options.isPerFrame = true;
-            return std::nullopt;
-        case kBSSID:
-            options.bssid = addressOf(value);
-            if (options.bssid) return std::nullopt;
-            return badValue("bssid", value, "an address of six octets (02:1a:2b:3c:4d:5e)");
-        case kSSID:
-            options.ssid = value;
-            return std::nullopt;
-        case kHex:
-            options.isHex = true;
-            return std::nullopt;
-        case kCapabilities:
-            if (const auto field = fieldOf(value)) {
-                options.capabilities = *field;
-                return std::nullopt;
-            }
-            return badValue("capabilities", value, "a 16-bit number (0x0411)");
-        default:
-            return UsageError{"see 'halvane decode --help'"};
+std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
+    if (!read(typed.format, options.format, formatNamed)) {
+        return badValue("format", typed.format, "text, json, jsonl or plist");
     }
-}
-
-// getopt_long says which one: a short option in optopt, a long one that takes no value likewise.
-UsageError refusedOption(const char* word) {
-    for (const option& known : kOptions) {
-        if (known.name != nullptr && known.val == optopt) {
-            return {std::string("--") + known.name + " takes no value"};
-        }
+    if (!read(typed.bssid, options.bssid, addressOf)) {
+        return badValue("bssid", typed.bssid, "an address of six octets (02:1a:2b:3c:4d:5e)");
     }
-    if (optopt != 0) return {std::string("unknown option '-") + static_cast<char>(optopt) + "'"};
-    return {std::string("unknown option '") + word + "'"};
+    if (!read(typed.capabilities, options.capabilities, fieldOf)) {
+        return badValue("capabilities", typed.capabilities, "a 16-bit number (0x0411)");
+    }
+    if (typed.ssid != nullptr) options.ssid = typed.ssid;
+    options.isPerFrame = typed.perFrame != 0;
+    options.isHex = typed.hex != 0;
+    return std::nullopt;
 }
 
 std::optional<UsageError> conflictIn(const DecodeOptions& options) {
@@ -117,37 +133,11 @@ std::optional<UsageError> conflictIn(const DecodeOptions& options) {
 
 }  // namespace
 
-const char* decodeHelp() {
-    return "Usage: halvane decode [options] FILE...\n\n"
-           "Prints the BSS records of the beacons and probe responses in capture files (pcap or\n"
-           "pcapng; 802.11, radiotap, Prism, AVS or PPI). '-' is standard input. One record per\n"
-           "BSSID, in order of first sighting, later frames folded in.\n\n"
-           "Options:\n"
-           "  --format=FORMAT       text (default), json (one document), jsonl (a line a record)\n"
-           "                        or plist (the records' skeletons)\n"
-           "  --per-frame           one record per frame, not folded\n"
-           "  --bssid=ADDRESS       only records of this BSSID\n"
-           "  --ssid=SSID           only records of this SSID, as octets or as printed\n"
-           "  --hex                 FILE is hexadecimal text of one element buffer\n"
-           "  --capabilities=FIELD  with --hex: the capability information field (default 0)\n"
-           "  --help                print this help\n\n"
-           "A summary of the frames read and skipped goes to standard error. Exit status: 0 done,\n"
-           "1 a file or a frame could not be read to its end, or the output not be written, 2 "
-           "usage.\n";
-}
-
-std::variant<DecodeOptions, HelpAsked, UsageError> parseDecodeOptions(int argc, char** argv) {
+std::variant<DecodeOptions, UsageError> takeDecodeOptions() {
+    const Typed typed = std::exchange(gTyped, Typed());
     DecodeOptions options;
-    optind = 0;  // start over: this may be the second command line of a process
-    opterr = 0;
-    int option;
-    while ((option = getopt_long(argc, argv, ":h", kOptions.data(), nullptr)) != -1) {
-        if (option == kHelp || option == 'h') return HelpAsked{};
-        if (option == ':') return UsageError{std::string(argv[optind - 1]) + " needs a value"};
-        if (option == '?') return refusedOption(argv[optind - 1]);
-        if (auto error = store(options, option, optarg)) return *error;
-    }
-    options.files.assign(argv + optind, argv + argc);
+    options.files = takeArguments();
+    if (auto error = readInto(options, typed)) return *error;
     if (auto error = conflictIn(options)) return *error;
     return options;
 }

@@ -10,9 +10,10 @@
 
 #include "halvane/base/byte_buffer.h"
 
-namespace halvane::tool {
+#include "tools/halvane/argument.h"
+#include "tools/halvane/format.h"
 
-enum class Format { Text, JSON, JSONLines, PropertyList };
+namespace halvane::tool {
 
 struct DecodeOptions {
     std::vector<std::string> files;
@@ -24,16 +25,8 @@ struct DecodeOptions {
     std::optional<std::string> ssid;
 };
 
-// Why there is nothing to run.
-struct HelpAsked {};
-struct UsageError {
-    std::string message;
-};
-
-// argv[0] is the command's name.
-std::variant<DecodeOptions, HelpAsked, UsageError> parseDecodeOptions(int argc, char** argv);
-
-const char* decodeHelp();
+// What gDecodeOptions has read since the last call, and the arguments left.
+std::variant<DecodeOptions, UsageError> takeDecodeOptions();
 
 }  // namespace halvane::tool
 

@@ -1,10 +1,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <exception>
-#include <new>
 #include <string>
-#include <string_view>
 
 #include "halvane/utils/log.h"
 
@@ -14,30 +11,50 @@
 namespace halvane::tool {
 namespace {
 
-struct Command {
-    const char* name;
-    const char* summary;
-    CommandMain main;
+CLIOption gCommands[] = {
+    {.type = kCLICallback,
+     .shortName = 'h',
+     .longName = "help",
+     .flags = kCLINoValue | kCLINoNegation | kCLILocal,
+     .callback = _CLIHelpOption,
+     .shortHelp = "print this help, or that of the command"},
+    {.type = kCLICallback,
+     .longName = "version",
+     .valuePtr = CLI_TEXT(HALVANE_VERSION),
+     .countPtr = CLI_TEXT(HALVANE_BUILD),
+     .flags = kCLINoValue | kCLINoNegation | kCLILocal,
+     .callback = _CLIVersionOption,
+     .shortHelp = "print the version"},
+    {.type = kCLICommand,
+     .longName = "decode",
+     .handler = handle<decodeCommand>,
+     .subOptions = gDecodeOptions,
+     .shortHelp = "print the BSS records of capture files",
+     .longHelp =
+         "Prints the BSS records of the beacons and probe responses in capture files (pcap or\n"
+         "pcapng; 802.11, radiotap, Prism, AVS or PPI). One record per BSSID, in order of first\n"
+         "sighting, later frames folded in. A summary of the frames read and skipped goes to\n"
+         "standard error."},
+    {.type = kCLICommand,
+     .longName = "channels",
+     .handler = handle<channelsCommand>,
+     .subOptions = gChannelsOptions,
+     .shortHelp = "print channels and their frequencies",
+     .longHelp =
+         "Prints the channels of the 2.4 GHz and 5 GHz bands: number, centre frequency and\n"
+         "the channel that is the other half of its 40 MHz channel."},
+    {.type = kCLICommand,
+     .longName = "pin",
+     .handler = handle<pinCommand>,
+     .subOptions = gPINOptions,
+     .shortHelp = "print a fresh WPS PIN, or check one",
+     .longHelp = "Prints a random WPS device PIN: seven digits and the one that checks them."},
+    {.type = kCLICommand,
+     .longName = "help",
+     .handler = _CLIHelpCommand,
+     .shortHelp = "print this help, or that of a command"},
+    {.type = kCLIEnd},
 };
-
-constexpr Command kCommands[] = {
-    {"decode", "print the BSS records of capture files", decodeCommand},
-};
-
-void printHelp() {
-    std::printf(
-        "Usage: halvane <command> [options]\n\n"
-        "Looks into Wi-Fi: element decoding, BSS records.\n\nCommands:\n");
-    for (const Command& command : kCommands) {
-        std::printf("  %-10s %s\n", command.name, command.summary);
-    }
-    std::printf(
-        "\nOptions:\n"
-        "  --help     print this help\n"
-        "  --version  print the version\n\n"
-        "'halvane <command> --help' tells a command's options. Results go to standard output,\n"
-        "messages to standard error. Exit status: 0 done, 1 failed, 2 usage.\n");
-}
 
 // The log file is the daemon's; what the library has to say here goes to standard error.
 void keepFromLogFile() {
@@ -46,26 +63,10 @@ void keepFromLogFile() {
 #undef HALVANE_KEEP_FROM_LOG_FILE
 }
 
-int run(int argc, char** argv) {
-    keepFromLogFile();
-    const std::string_view name = argc > 1 ? argv[1] : "";
-    if (name == "--help" || name == "-h" || name == "help") {
-        printHelp();
-        return kExitDone;
-    }
-    if (name == "--version") {
-        std::printf("halvane %s\n", HALVANE_VERSION);
-        return kExitDone;
-    }
-    for (const Command& command : kCommands) {
-        if (name == command.name) return command.main(argc - 1, argv + 1);
-    }
-    if (name.empty()) {
-        complain("no command; 'halvane --help' lists them");
-    } else {
-        complain("unknown command '" + std::string(name) + "'; 'halvane --help' lists them");
-    }
-    return kExitUsage;
+// Of what the parser, or a command, answered.
+int exitStatus(std::int32_t status) {
+    if (status == kCLIUsageError) return kExitUsage;
+    return status >= kExitDone && status <= kExitUsage ? status : kExitFailed;
 }
 
 // Results that did not reach standard output (a full disk, say) are a failure too.
@@ -75,17 +76,18 @@ int flushed(int status) {
     return status == kExitDone ? kExitFailed : status;
 }
 
+int run() {
+    keepFromLogFile();
+    const std::int32_t parsed = CLIParse(gCommands, 0);
+    const int status = flushed(exitStatus(parsed != 0 ? parsed : gExitCode));
+    CLIFree();
+    return status;
+}
+
 }  // namespace
 }  // namespace halvane::tool
 
 int main(int argc, char** argv) {
-    try {
-        return halvane::tool::flushed(halvane::tool::run(argc, argv));
-    } catch (const std::bad_alloc&) {
-        std::fputs("halvane: out of memory\n", stderr);
-        return halvane::tool::kExitFailed;
-    } catch (const std::exception& failure) {
-        halvane::tool::complain(failure.what());
-        return halvane::tool::kExitFailed;
-    }
+    CLIInit(argc, argv);
+    return halvane::tool::exitStatusOf(halvane::tool::run);
 }

@@ -13,7 +13,7 @@
 #include "halvane/ie/mac.h"
 
 #include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/decode_options.h"
+#include "tools/halvane/format.h"
 
 namespace halvane::tool {
 

@@ -1,0 +1,45 @@
+#include "halvane/ie/wps_pin.h"
+
+#include <array>
+
+#include "halvane/utils/integer_math.h"
+#include "halvane/utils/random.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr unsigned kDigits = 8;
+
+// Digits from the right, 0 being the check digit: odd ones weigh 3, even ones 1. A negative value
+// has digits of 0 or below.
+template <typename Integer>
+constexpr Integer weightedSum(Integer value, unsigned firstDigit) {
+    Integer sum = 0;
+    for (unsigned digit = 0; digit < kDigits; ++digit, value /= 10) {
+        if (digit >= firstDigit) sum += value % 10 * (digit % 2 == 1 ? 3 : 1);
+    }
+    return sum;
+}
+
+}  // namespace
+
+Number HalvaneWPS::generatePIN() {
+    std::array<std::uint8_t, kDigits - 1> random{};
+    RandomBytes(random.data(), random.size());
+    std::uint32_t pin = 0;
+    for (unsigned i = 0; i < random.size(); ++i) pin += random[i] % 10u * ipow10(i + 1);
+    return Number(std::int64_t{pin} + computeChecksum(Number(pin)));
+}
+
+unsigned HalvaneWPS::computeChecksum(const std::optional<Number>& pin) {
+    if (!pin) return 0;
+    const auto sum = weightedSum(static_cast<std::uint32_t>(pin->uint64()), 1);
+    return (10 - sum % 10) % 10;
+}
+
+bool HalvaneWPS::validateChecksum(const std::optional<Number>& pin) {
+    return pin && weightedSum(pin->int64(), 0) % 10 == 0;
+}
+
+}  // namespace halvane

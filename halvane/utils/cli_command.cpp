@@ -1,0 +1,104 @@
+// The command that the arguments name, and what has to hold before it runs.
+#include <algorithm>
+#include <cstring>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/cli_internal.h"
+#include "halvane/utils/printf.h"
+
+namespace halvane::cli {
+
+namespace {
+
+std::int32_t refuseUnknown(const Level& level, const char* name) {
+    if (level.command == nullptr) {
+        FPrintF(stderr, "error: unknown command '%s'. See '%s help' for a list of commands.\n",
+                name, gProgramName);
+    } else {
+        const char* const owner = level.command->longName;
+        FPrintF(stderr,
+                "error: unknown %s command '%s'. See '%s help %s' for a list of commands.\n", owner,
+                name, gProgramName, owner);
+    }
+    return kCLIUsageError;
+}
+
+std::int32_t refuseMissing(const Level& level) {
+    if (level.command == nullptr) {
+        printSummary();
+    } else {
+        const char* const owner = level.command->longName;
+        FPrintF(stderr, "error: no %s command specified. See '%s help %s' for more information.\n",
+                owner, gProgramName, owner);
+    }
+    return kCLIUsageError;
+}
+
+bool isMissing(const CLIOption& option) {
+    return isOption(option) && hasFlag(option, kCLIRequired) && !hasFlag(option, kCLISeen);
+}
+
+std::int32_t checkRequired(CLIOption* table) {
+    int width = 0;
+    for (const CLIOption& option : Table(table)) {
+        if (isMissing(option)) width = std::max(width, printName(nullptr, option));
+    }
+    std::int32_t status = kStatusOK;
+    for (const CLIOption& option : Table(table)) {
+        if (!isMissing(option)) continue;
+        FPrintF(stderr, "error: ");
+        const int length = printName(stderr, option);
+        FPrintF(stderr, "%*s not specified\n", width - length, "");
+        status = kCLIUsageError;
+    }
+    return status;
+}
+
+void adopt(CLIOption& command) {
+    for (CLIOption& option : Table(command.subOptions)) {
+        option.flags &= ~std::uint32_t{kCLISeen};
+    }
+    if (command.subOptions == nullptr) return;
+    command.subOptions->parent = &command;
+    if (command.parent == nullptr) command.parent = gState.root;
+}
+
+// Options may follow the command's operands. Behind a "--" there are none.
+std::int32_t parseRest(Level& level) {
+    if (hasCommands(level.table)) return kStatusOK;
+    const std::int32_t status =
+        level.isEnded ? kStatusOK : parseOptions(level, kCLIReorder | kCLIOptionsOnly);
+    return status == kStatusOK ? checkRequired(level.table) : status;
+}
+
+std::int32_t run(CLIOption& command, const Level& above, std::uint32_t flags) {
+    adopt(command);
+    Level level{command.subOptions, &command, &above};
+    std::int32_t status = level.table != nullptr ? parseLevel(level, flags) : kStatusOK;
+    if (status == kStatusOK) status = parseRest(level);
+    if (status != kStatusOK) return status;
+    gCLICurrentOption = &command;
+    if (command.handler != nullptr) command.handler();
+    return kStatusOK;
+}
+
+}  // namespace
+
+CLIOption* findCommand(CLIOption* table, const char* name) {
+    return find(table, [name](const CLIOption& option) {
+        return option.type == kCLICommand && option.longName != nullptr &&
+               std::strcmp(option.longName, name) == 0;
+    });
+}
+
+std::int32_t runCommand(Level& level, std::uint32_t flags) {
+    if (!hasCommands(level.table)) return kStatusOK;
+    const char* const name = argumentAt(gArgI);
+    if (name == nullptr) return refuseMissing(level);
+    CLIOption* const command = findCommand(level.table, name);
+    if (command == nullptr) return refuseUnknown(level, name);
+    ++gArgI;
+    return run(*command, level, flags);
+}
+
+}  // namespace halvane::cli

@@ -1,0 +1,125 @@
+// Help: the summary of all commands, and the page of one.
+#include <algorithm>
+#include <cstring>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/cli_internal.h"
+#include "halvane/utils/printf.h"
+
+namespace halvane::cli {
+
+namespace {
+
+constexpr int kIndent = 4;
+
+bool printCommands(CLIOption* root) {
+    if (!hasCommands(root)) return false;
+    int width = 0;
+    for (const CLIOption& option : Table(root)) {
+        if (option.type != kCLICommand) continue;
+        width = std::max(width, FPrintF(nullptr, "%s", textOrEmpty(option.longName)));
+    }
+    FPrintF(stderr, "\nCommands:\n\n");
+    for (const CLIOption& option : Table(root)) {
+        if (option.type != kCLICommand) continue;
+        FPrintF(stderr, "%*s%-*s    %s\n", kIndent, "", width, textOrEmpty(option.longName),
+                textOrEmpty(option.shortHelp));
+    }
+    return true;
+}
+
+void printSections(CLIOption* table) {
+    for (const CLIOption& option : Table(table)) {
+        if (option.type != kCLISection) continue;
+        FPrintF(stderr, "%s\n", textOrEmpty(option.shortHelp));
+        printIndented(option.longHelp, kIndent);
+        FPrintF(stderr, "\n");
+    }
+}
+
+// As many of the following arguments as name a command of the command before.
+void printHelpOfArguments(const Level& level) {
+    const char* const name = argumentAt(gArgI);
+    CLIOption* const next = name != nullptr ? findCommand(level.table, name) : nullptr;
+    if (next == nullptr) return printCommandHelp(level);
+    ++gArgI;
+    printHelpOfArguments({next->subOptions, next, &level});
+}
+
+std::int32_t refuseUnknown(const char* name) {
+    FPrintF(stderr, "error: unknown command '%s'.\n", name);
+    return kCLIUsageError;
+}
+
+}  // namespace
+
+void printIndented(const char* text, int indent) {
+    for (const char* line = textOrEmpty(text); *line != '\0';) {
+        const auto length = static_cast<int>(strchrnul(line, '\n') - line);
+        FPrintF(stderr, "%*s%.*s\n", length > 0 ? indent : 0, "", length, line);
+        line += length;
+        if (*line == '\n') ++line;
+    }
+}
+
+void printSummary() {
+    CLIOption* const root = gState.root;
+    FPrintF(stderr, "\nUsage: %s", gProgramName);
+    if (hasOptions(root)) FPrintF(stderr, " [global options]");
+    if (hasCommands(root)) FPrintF(stderr, " <command> [options] [args]");
+    FPrintF(stderr, "\n");
+    const bool hasListedOptions = printOptions(root, {nullptr, false, false});
+    const bool hasListedCommands = printCommands(root);
+    if (hasListedOptions || hasListedCommands) FPrintF(stderr, "\n");
+    if (hasListedCommands) {
+        FPrintF(stderr,
+                "See '%s help <command>' for more information about a specific command.\n\n",
+                gProgramName);
+    }
+}
+
+void printCommandHelp(const Level& level) {
+    const CLIOption& command = *level.command;
+    FPrintF(stderr, "\nNAME\n%*s%s ", kIndent, "", gProgramName);
+    printCommandPath(level);
+    FPrintF(stderr, " -- %s\n\nSYNOPSIS\n", textOrEmpty(command.shortHelp));
+    printUsage(level);
+    FPrintF(stderr, "\n");
+    if (command.longHelp != nullptr) {
+        FPrintF(stderr, "DESCRIPTION\n");
+        printIndented(command.longHelp, kIndent);
+        FPrintF(stderr, "\n");
+    }
+    printOptions(gState.root, {"GLOBAL OPTIONS", true, true});
+    printOptions(level.table, {"OPTIONS", true, false});
+    printSections(level.table);
+}
+
+}  // namespace halvane::cli
+
+extern "C" std::int32_t _CLIHelpOption(CLIOption*, const char* value, int) {
+    using namespace halvane::cli;
+    const Level* const level = gState.level;
+    if (value == nullptr) {
+        const bool isAtTop = level == nullptr || level->command == nullptr;
+        isAtTop ? printSummary() : printCommandHelp(*level);
+        return kStatusDone;
+    }
+    CLIOption* const command = findCommand(gState.root, value);
+    if (command == nullptr) return refuseUnknown(value);
+    printCommandHelp({command->subOptions, command, nullptr});
+    return kStatusDone;
+}
+
+extern "C" void _CLIHelpCommand() {
+    using namespace halvane::cli;
+    const char* const name = argumentAt(gArgI);
+    if (name == nullptr) return printSummary();
+    ++gArgI;
+    CLIOption* const command = findCommand(gState.root, name);
+    if (command == nullptr) {
+        gExitCode = refuseUnknown(name);
+        return;
+    }
+    printHelpOfArguments({command->subOptions, command, nullptr});
+}

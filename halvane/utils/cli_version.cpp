@@ -1,0 +1,26 @@
+// The version of the program.
+#include <cstdint>
+#include <cstdio>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/cli.h"
+#include "halvane/utils/printf.h"
+
+namespace {
+
+void printVersion(const CLIOption& option) {
+    FPrintF(stdout, "%s version %s (%s)\n",
+            gProgramLongName != nullptr ? gProgramLongName : gProgramName,
+            static_cast<const char*>(option.valuePtr), static_cast<const char*>(option.countPtr));
+}
+
+}  // namespace
+
+extern "C" std::int32_t _CLIVersionOption(CLIOption* option, const char*, int) {
+    printVersion(*option);
+    return kStatusDone;
+}
+
+extern "C" void _CLIVersionCommand() {
+    if (gCLICurrentOption != nullptr) printVersion(*gCLICurrentOption);
+}

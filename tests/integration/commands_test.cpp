@@ -1,0 +1,178 @@
+// The tool's command line, and its small commands, as their users run them.
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <regex>
+#include <set>
+
+#include "tests/support/run_program.h"
+
+using halvane::testing::ProgramResult;
+using halvane::testing::runProgram;
+using nlohmann::json;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+ProgramResult halvane(Words words) {
+    words.insert(words.begin(), HALVANE_TOOL);
+    return runProgram(std::move(words));
+}
+
+// Status 2, nothing on standard output, and a message.
+void expectUsage(const Words& words, const std::string& message) {
+    const auto result = halvane(words);
+    EXPECT_EQ(result.status, 2) << message;
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, message);
+}
+
+TEST(Usage, IsRefusedWithStatusTwoAndOneMessage) {
+    expectUsage({"bogus"},
+                "error: unknown command 'bogus'. See 'halvane help' for a list of commands.\n");
+    expectUsage({"--bogus"}, "error: unknown option 'bogus'.\n");
+    expectUsage({"help", "bogus"}, "error: unknown command 'bogus'.\n");
+    expectUsage({"decode"}, "halvane: decode: no file to decode ('-' is standard input)\n");
+    expectUsage({"decode", "--bogus", "x"}, "error: unknown option 'bogus'.\n");
+    expectUsage({"decode", "x", "--bogus"}, "error: unknown option 'bogus'.\n");
+    expectUsage({"decode", "--format=x", "x"},
+                "halvane: decode: --format: 'x' is not text, json, jsonl or plist\n");
+    EXPECT_EQ(halvane({}).status, 2);
+    EXPECT_EQ(halvane({}).errors, halvane({"--help"}).errors);
+    EXPECT_EQ(halvane({}).output, "");
+}
+
+TEST(Usage, PrintsHelpOnStandardError) {
+    const auto summary = halvane({"--help"});
+    EXPECT_EQ(summary.status, 0);
+    EXPECT_EQ(summary.output, "");
+    EXPECT_EQ(summary.errors.substr(0, 16), "\nUsage: halvane ");
+    EXPECT_EQ(halvane({"help"}).errors, summary.errors);
+    EXPECT_EQ(halvane({"-h"}).errors, summary.errors);
+    for (const char* command : {"decode", "pin", "channels", "help"}) {
+        const auto help = halvane({command, "--help"});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_EQ(help.output, "");
+        EXPECT_EQ(help.errors.find("\nNAME\n    halvane " + std::string(command) + " -- "), 0u);
+        EXPECT_EQ(halvane({"help", command}).errors, help.errors);
+        EXPECT_NE(summary.errors.find("\n    " + std::string(command) + " "), std::string::npos);
+    }
+}
+
+TEST(Usage, PrintsTheVersion) {
+    const auto result = halvane({"--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    const std::string start = "halvane version " HALVANE_VERSION " (";
+    EXPECT_EQ(result.output.substr(0, start.size()), start);
+    EXPECT_EQ(result.output.substr(result.output.size() - 2), ")\n");
+}
+
+TEST(Usage, TellsAboutOutputThatIsLost) {
+    for (const char* words : {"--version", "pin", "channels"}) {
+        const auto result =
+            runProgram({"/bin/sh", "-c", "exec \"$0\" \"$1\" >/dev/full", HALVANE_TOOL, words});
+        EXPECT_EQ(result.status, 1) << words;
+        EXPECT_EQ(result.errors.find("halvane: standard output: "), 0u) << result.errors;
+    }
+}
+
+TEST(PIN, IsFreshAndRight) {
+    std::set<std::string> pins;
+    for (int i = 0; i < 5; ++i) {
+        const auto result = halvane({"pin"});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.errors, "");
+        ASSERT_TRUE(std::regex_match(result.output, std::regex("[0-9]{8}\n"))) << result.output;
+        const std::string pin = result.output.substr(0, 8);
+        pins.insert(pin);
+        EXPECT_EQ(halvane({"pin", "check", pin}).status, 0) << pin;
+    }
+    EXPECT_GT(pins.size(), 1u);
+}
+
+TEST(PIN, IsCheckedByItsLastDigit) {
+    for (const char* pin : {"12345670", "00100007", "00000000", "99999995"}) {
+        const auto result = halvane({"pin", "check", pin});
+        EXPECT_EQ(result.status, 0) << pin;
+        EXPECT_EQ(result.output + result.errors, "");
+    }
+    const auto wrong = halvane({"pin", "check", "12345671"});
+    EXPECT_EQ(wrong.status, 1);
+    EXPECT_EQ(wrong.output, "");
+    EXPECT_EQ(wrong.errors, "halvane: pin: 12345671: the check digit would be 0\n");
+    // Read as octal it would be 32774, with 3 for a check digit.
+    EXPECT_EQ(halvane({"pin", "check", "00100006"}).errors,
+              "halvane: pin: 00100006: the check digit would be 7\n");
+}
+
+TEST(PIN, HasEightDigits) {
+    for (const char* pin : {"1234567", "123456700", "", "1234567x", "+1234567", " 1234567",
+                            "0x123456", "1234 567", "1234-5670"}) {
+        expectUsage({"pin", "check", pin},
+                    "halvane: pin: '" + std::string(pin) + "' is not a PIN of 8 digits\n");
+    }
+    expectUsage({"pin", "check", "--", "-1234567"},
+                "halvane: pin: '-1234567' is not a PIN of 8 digits\n");
+    expectUsage({"pin", "check", "-1234567"}, "error: unknown option '1'.\n");
+    expectUsage({"pin", "check"}, "halvane: pin: 'check' takes one PIN\n");
+    expectUsage({"pin", "check", "12345670", "12345670"}, "halvane: pin: 'check' takes one PIN\n");
+    expectUsage({"pin", "12345670"}, "halvane: pin: '12345670' is not 'check'\n");
+}
+
+TEST(Channels, AreATable) {
+    const auto result = halvane({"channels"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 43);
+    const std::string start =
+        "Channel  Frequency  Extension\n"
+        "      1   2412 MHz          -\n";
+    EXPECT_EQ(result.output.substr(0, start.size()), start);
+    EXPECT_NE(result.output.find("\n     36   5180 MHz         40\n"), std::string::npos);
+}
+
+TEST(Channels, AreFoundByNumberAndByFrequency) {
+    const json expected = json::parse(R"([
+        {"channelNumber": 36, "channelFrequency": 5180, "extensionChannel": 40},
+        {"channelNumber": 14, "channelFrequency": 2484},
+        {"channelNumber": 165, "channelFrequency": 5825}])");
+    const auto document = halvane({"channels", "--format=json", "5180", "14", "0165"});
+    EXPECT_EQ(document.status, 0);
+    EXPECT_EQ(json::parse(document.output), expected);
+    const auto lines = halvane({"channels", "36", "2484", "5825", "--format", "jsonl"});
+    EXPECT_EQ(lines.output,
+              "{\"channelNumber\":36,\"channelFrequency\":5180,\"extensionChannel\":40}\n"
+              "{\"channelNumber\":14,\"channelFrequency\":2484}\n"
+              "{\"channelNumber\":165,\"channelFrequency\":5825}\n");
+    EXPECT_EQ(json::parse(halvane({"channels", "--format=json"}).output).size(), 42u);
+}
+
+TEST(Channels, AreToldToBeUnknown) {
+    const auto result = halvane({"channels", "15", "6", "2400", "0", "255", "256", "99999"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output,
+              "Channel  Frequency  Extension\n"
+              "      6   2437 MHz          -\n");
+    EXPECT_EQ(result.errors,
+              "halvane: channels: no channel 15\n"
+              "halvane: channels: no channel at 2400 MHz\n"
+              "halvane: channels: no channel 0\n"
+              "halvane: channels: no channel 255\n"
+              "halvane: channels: no channel at 256 MHz\n"
+              "halvane: channels: no channel at 99999 MHz\n");
+    EXPECT_EQ(halvane({"channels", "15"}).output, "");
+    EXPECT_EQ(halvane({"channels", "15", "--format=json"}).output, "[]\n");
+}
+
+TEST(Channels, AreNumbers) {
+    for (const char* argument : {"x", "", "6x", "0x24", "5.18", "100000", "99999999999999999999"}) {
+        expectUsage({"channels", "6", argument},
+                    "halvane: channels: '" + std::string(argument) +
+                        "' is no channel number and no frequency in MHz\n");
+    }
+    expectUsage({"channels", "--format=plist"},
+                "halvane: channels: --format: 'plist' is not text, json or jsonl\n");
+}
+
+}  // namespace

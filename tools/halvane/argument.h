@@ -1,0 +1,27 @@
+// What stands on a command line besides options.
+#ifndef TOOLS_HALVANE_ARGUMENT_H
+#define TOOLS_HALVANE_ARGUMENT_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace halvane::tool {
+
+// Why a command line cannot be followed.
+struct UsageError {
+    std::string message;
+};
+
+// The arguments that the parser left to the command, which have been used thereby.
+std::vector<std::string> takeArguments();
+
+// A number of decimal digits only, leading zeros or not; absent for any other text, and for one
+// beyond 64 bits.
+std::optional<std::uint64_t> decimalOf(std::string_view text);
+
+}  // namespace halvane::tool
+
+#endif

@@ -1,0 +1,25 @@
+#include "tools/halvane/format.h"
+
+#include <utility>
+
+namespace halvane::tool {
+
+namespace {
+
+constexpr std::pair<std::string_view, Format> kFormats[] = {
+    {"text", Format::Text},
+    {"json", Format::JSON},
+    {"jsonl", Format::JSONLines},
+    {"plist", Format::PropertyList},
+};
+
+}  // namespace
+
+std::optional<Format> formatNamed(std::string_view name) {
+    for (const auto& [known, format] : kFormats) {
+        if (name == known) return format;
+    }
+    return std::nullopt;
+}
+
+}  // namespace halvane::tool
