@@ -22,7 +22,8 @@ constexpr std::size_t kBlockDigits = 2 * kBlockBytes;
 class Sink {
   public:
     Sink(void* buffer, std::size_t capacity)
-        : buffer_(static_cast<std::uint8_t*>(buffer)), capacity_(capacity) {}
+        : buffer_(static_cast<std::uint8_t*>(buffer)),
+          capacity_(buffer != nullptr ? capacity : 0) {}
 
     void put(unsigned byte) {
         if (room() > 0) *place() = static_cast<std::uint8_t>(byte);

@@ -28,7 +28,7 @@ enum {
  * "0X". A last digit without a second one is the upper half of a byte, unless the flags leave it
  * out. What the flags skip may stand between any two digits, and at the end.
  *
- *   buffer   takes the first `capacity` bytes; may be null for a capacity of 0
+ *   buffer   takes the first `capacity` bytes; null takes none
  *   written  how many bytes the buffer took; may be null
  *   total    how many bytes the text holds; may be null
  *   end      the first character that belongs to none of these; may be null

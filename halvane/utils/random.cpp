@@ -51,7 +51,8 @@ HalvaneStatus RandomBytes(void* buffer, std::size_t length) {
 }
 
 char* RandomString(std::size_t minLength, std::size_t maxLength, char* buffer) {
-    const std::size_t lengths = std::max(maxLength, minLength) - minLength + 1;
+    minLength = std::min(minLength, maxLength);
+    const std::size_t lengths = maxLength - minLength + 1;
     const std::size_t number = randomNumber();
     // Of as many lengths as there are numbers, and one more, each number is one.
     const std::size_t length = minLength + (lengths == 0 ? number : number % lengths);

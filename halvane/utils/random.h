@@ -21,7 +21,7 @@ extern "C" {
 HALVANE_EXPORT HalvaneStatus RandomBytes(void* buffer, size_t length);
 
 /* Writes letters and digits of ASCII and a terminator into the buffer, of maxLength + 1, which it
- * answers. There are minLength to maxLength of them; a maximum below the minimum counts as it.
+ * answers. There are minLength to maxLength of them; a minimum above the maximum counts as it.
  *
  * NOT for keys and passwords: the numbers come from rand(3), the first for the length, modulo the
  * count of lengths, then one for each character, modulo 62. Until a program calls srand(3) they are

@@ -170,7 +170,8 @@ Parsed plainly(std::string_view text, std::uint32_t flags, std::size_t capacity)
     std::vector<unsigned> digits;
     for (; at < text.size(); ++at) {
         const char character = text[at];
-        const auto digit = kDigits.find(static_cast<char>(std::tolower(character)));
+        const auto digit =
+            kDigits.find(static_cast<char>(std::tolower(static_cast<unsigned char>(character))));
         if (digit != std::string_view::npos && character != '\0') {
             digits.push_back(static_cast<unsigned>(digit));
             continue;
@@ -216,14 +217,36 @@ TEST(HexToData, AgreesWithReadingDigitByDigit) {
 
 // Every byte value at every place of a block of digits.
 TEST(HexToData, KnowsEveryCharacterAtEveryPlace) {
-    for (std::size_t at = 0; at < 40; ++at) {
-        for (int value = 0; value < 256; ++value) {
-            std::string text(40, '5');
-            text[at] = static_cast<char>(value);
-            if (at == 0 && std::isspace(value)) continue;
-            ASSERT_EQ(parsed(text, 0, 20), plainly(text, 0, 20)) << at << " " << value;
+    for (const std::size_t length : {40u, 130u}) {
+        for (std::size_t at = 0; at < length; at += length / 16) {
+            for (int value = 0; value < 256; ++value) {
+                std::string text(length, '5');
+                text[at] = static_cast<char>(value);
+                if (at == 0 && std::isspace(value)) continue;
+                const std::uint32_t flags = at % 2 == 0 ? 0 : kSpace | kSeparators;
+                ASSERT_EQ(parsed(text, flags, 65), plainly(text, flags, 65)) << at << " " << value;
+            }
         }
     }
+}
+
+// Callers have these numbers compiled in.
+TEST(HexToData, KeepsTheValuesOfItsFlags) {
+    EXPECT_EQ((std::array{kZero, kSpace, kSeparators, kNoOdd}),
+              (std::array<std::uint32_t, 4>{1, 2, 4, 8}));
+}
+
+TEST(HexToData, StoresNothingWithoutABuffer) {
+    for (const std::string text : {"1", "12", "1:2", "0x1 2"}) {
+        std::size_t written = 7;
+        EXPECT_EQ(HexToData(text.c_str(), SIZE_MAX, kZero | kSpace | kSeparators, nullptr, 4,
+                            &written, nullptr, nullptr),
+                  kStatusOK);
+        EXPECT_EQ(written, 0u) << text;
+    }
+    const std::string block(64, '5');
+    EXPECT_EQ(HexToData(block.c_str(), SIZE_MAX, 0, nullptr, 40, nullptr, nullptr, nullptr),
+              kStatusOK);
 }
 
 using Heap = std::unique_ptr<std::uint8_t, decltype(&std::free)>;

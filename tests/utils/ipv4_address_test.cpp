@@ -186,6 +186,16 @@ std::string textOf(std::uint32_t address, int port = 0) {
     return buffer.chars();
 }
 
+TEST(StringToIPv4Address, WritesMaskAndRouterEachForItself) {
+    std::uint32_t mask = 0;
+    std::uint32_t router = 0;
+    const char* const text = "10.0.1.5/24";
+    EXPECT_EQ(StringToIPv4Address(text, 0, nullptr, nullptr, &mask, nullptr, nullptr), kStatusOK);
+    EXPECT_EQ(mask, 0xFFFFFF00u);
+    EXPECT_EQ(StringToIPv4Address(text, 0, nullptr, nullptr, nullptr, &router, nullptr), kStatusOK);
+    EXPECT_EQ(router, 0x0A000101u);
+}
+
 TEST(IPv4AddressToCString, WritesAPortAboveZero) {
     EXPECT_EQ(textOf(0x0A000105), "10.0.1.5");
     EXPECT_EQ(textOf(0), "0.0.0.0");
