@@ -20,8 +20,10 @@ namespace {
 
 using std::string_view;
 
-// How bytes are compared: as they are, or as lower-case letters.
+// How bytes are compared: as they are, or as lower-case letters. Pairs that compare equal have the
+// same key.
 struct Exact {
+    static constexpr std::uint16_t keyOf(std::uint16_t pair) { return pair; }
     static constexpr unsigned char at(string_view text, std::size_t index) {
         return static_cast<unsigned char>(text[index]);
     }
@@ -31,6 +33,9 @@ struct Exact {
 };
 
 struct IgnoringCase {
+    // The bit that tells a capital letter tells other characters apart too, of which some will be
+    // met in vain.
+    static constexpr std::uint16_t keyOf(std::uint16_t pair) { return pair | 0x2020; }
     static constexpr unsigned char at(string_view text, std::size_t index) {
         return static_cast<unsigned char>(lowerOf(text[index]));
     }
@@ -140,23 +145,28 @@ template <typename Bytes>
 class SkippingSearch {
   public:
     // REQUIRES: the pattern has two bytes at least.
-    explicit SkippingSearch(string_view pattern) : pattern_(pattern), last_(pattern.size() - 2) {
-        // Beyond the reach of an entry, skips are shorter than they could be.
-        const std::size_t first = last_ > kReach ? last_ - kReach : 0;
-        skips_.fill(static_cast<std::uint8_t>(std::min(last_ + 1, kReach)));
-        for (std::size_t i = first; i < last_; ++i) {
-            skips_[hashAt(pattern, i)] = static_cast<std::uint8_t>(last_ - i);
+    explicit SkippingSearch(string_view pattern)
+        : pattern_(pattern), last_(pattern.size() - 2), stride_(std::min(last_ + 1, kReach)) {
+        for (std::size_t i = last_ - (stride_ - 1); i < last_; ++i) {
+            distances_[hashAt(pattern.data() + i)] = static_cast<std::uint8_t>(last_ - i + 1);
         }
-        repeat_ = std::exchange(skips_[hashAt(pattern, last_)], std::uint8_t{0});
+        std::uint8_t& entry = distances_[hashAt(pattern.data() + last_)];
+        repeat_ = entry != 0 ? entry - std::size_t{1} : stride_;
+        entry = 1;
     }
 
     // The place, or npos; or kGaveUp with `position` where to go on.
+    // REQUIRES: the text is no shorter than the pattern.
     static constexpr std::size_t kGaveUp = string_view::npos - 1;
     std::size_t find(string_view text, std::size_t& position) const {
+        const std::size_t end = text.size() - pattern_.size();
+        const char* const lastPair = text.data() + last_;  // of the window at 0
         std::size_t compared = 0;
-        while (position <= text.size() - pattern_.size()) {
-            if (const std::size_t skip = skips_[hashAt(text, position + last_)]; skip != 0) {
-                position += skip;
+        for (position = firstMet(lastPair, 0, end); position <= end;
+             position = firstMet(lastPair, position, end)) {
+            if (const std::size_t distance = distances_[hashAt(lastPair + position)] - 1u;
+                distance > 0) {
+                position += distance;
                 continue;
             }
             if (Bytes::at(text, position) == Bytes::at(pattern_, 0)) {
@@ -172,18 +182,36 @@ class SkippingSearch {
     }
 
   private:
-    static constexpr std::size_t kReach = 255;
+    // What an entry can tell; longer patterns are skipped by less than they could.
+    static constexpr std::size_t kReach = 254;
 
-    static std::uint8_t hashAt(string_view text, std::size_t index) {
-        return static_cast<std::uint8_t>(Bytes::at(text, index + 1) -
-                                         (Bytes::at(text, index) << 3));
+    // With a quarter of these, pairs of the text that the pattern lacks would share entries with
+    // its own too often; more take longer to clear than a short search lasts.
+    static constexpr unsigned kHashBits = 10;
+
+    static std::size_t hashAt(const char* pair) {
+        constexpr std::uint32_t kSpread = 0x6A4D;  // odd, and with bits all over
+        std::uint16_t both;
+        std::memcpy(&both, pair, sizeof(both));
+        return (Bytes::keyOf(both) * kSpread & 0xFFFF) >> (16 - kHashBits);
+    }
+
+    // The first window from `position` on, in steps of the stride, whose last pair may be in the
+    // pattern. What is looked at next does not depend on what was found, so that a processor can
+    // look ahead.
+    std::size_t firstMet(const char* lastPair, std::size_t position, std::size_t end) const {
+        while (position <= end && distances_[hashAt(lastPair + position)] == 0) {
+            position += stride_;
+        }
+        return position;
     }
 
     string_view pattern_;
-    std::size_t last_;  // where the last pair of the pattern begins
-    // By the hash of the window's last pair: how far the next pair of that hash is, 0 for the last.
-    std::array<std::uint8_t, 256> skips_;
-    std::uint8_t repeat_;  // how far the next pair of the last pair's hash is
+    std::size_t last_;    // where the last pair of the pattern begins
+    std::size_t stride_;  // how far a pair that is not in the pattern lets it move
+    // By the hash of a pair: 1 and its distance from the last one of the pattern, 0 if it has none.
+    std::array<std::uint8_t, 1 << kHashBits> distances_{};
+    std::size_t repeat_;  // how far the last pair lets the pattern move
 };
 
 template <typename Bytes>
