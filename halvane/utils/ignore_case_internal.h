@@ -1,14 +1,24 @@
-// Comparison of texts that takes upper and lower case letters for equal.
+// Letters without their case: those of ASCII, whatever the locale is.
 #ifndef HALVANE_UTILS_IGNORE_CASE_INTERNAL_H
 #define HALVANE_UTILS_IGNORE_CASE_INTERNAL_H
 
+#include <algorithm>
 #include <string_view>
-#include <strings.h>
 
 namespace halvane {
 
+constexpr char lowerOf(char character) {
+    const bool isUpper = character >= 'A' && character <= 'Z';
+    return isUpper ? static_cast<char>(character + ('a' - 'A')) : character;
+}
+
+constexpr char upperOf(char character) {
+    const bool isLower = character >= 'a' && character <= 'z';
+    return isLower ? static_cast<char>(character - ('a' - 'A')) : character;
+}
+
 inline bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && ::strncasecmp(a.data(), b.data(), a.size()) == 0;
+    return std::ranges::equal(a, b, {}, lowerOf, lowerOf);
 }
 
 }  // namespace halvane

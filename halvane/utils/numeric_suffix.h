@@ -1,0 +1,63 @@
+/* Numbers behind names that make them unique: "Name (2)" or "name-2".
+ *
+ * Usable from C11 and C++20. Every function may be called from any thread, on one text by one
+ * thread at a time.
+ *
+ * The suffix of the parenthesised style is a space, which may be missing where it is read, and the
+ * number in parentheses; that of the dashed style a '-', which may be missing likewise, and the
+ * number. Numbers are decimal; those beyond 64 bits count as UINT64_MAX.
+ *
+ * A text has `length` bytes, NULs included; a length of SIZE_MAX is that of a NUL-terminated text.
+ * Functions that change a text do so in place, within `capacity` bytes, and store its new length in
+ * *newLength. A terminator follows where the capacity leaves room for it, not where the text fills
+ * it: with the size of a buffer less 1 as capacity, text[*newLength] is there to be set. */
+#ifndef HALVANE_UTILS_NUMERIC_SUFFIX_H
+#define HALVANE_UTILS_NUMERIC_SUFFIX_H
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#include "halvane/base/export.h"
+#include "halvane/base/status.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum {
+    kNumericSuffixThreshold = 10 /* of IncrementNumericSuffix */
+};
+
+/* Whether a text ends with a suffix: with digits in parentheses, and 4 characters or more in all;
+ * or with digits. */
+HALVANE_EXPORT bool ContainsNumericSuffix(const char* text, size_t length, bool parenthesised);
+
+/* The number of the suffix, with *newLength the length without it; 0 and all of the length where
+ * there is none. The text itself stays as it is. */
+HALVANE_EXPORT uint64_t RemoveNumericSuffix(const char* text, size_t length, bool parenthesised,
+                                            size_t* newLength);
+
+/* Appends " (number)", without the spaces that the text ends with, or "-number". Where that does
+ * not fit, the text is cut before, as TruncateUTF8 (halvane/utils/utf_text.h) does.
+ *
+ * kStatusNoRoom: the capacity is less than the suffix alone; nothing was written. */
+HALVANE_EXPORT HalvaneStatus AppendNumericSuffix(char* text, size_t length, size_t capacity,
+                                                 uint64_t number, bool parenthesised,
+                                                 size_t* newLength);
+
+/* Gives the text the next number: 2 where it has none; the one behind its number N where that is
+ * below `threshold`; else N + 1 and a random number from 0 to 127, so that many who ask for the
+ * same name at once spread out. Behind the last number of 64 bits comes 2. The first form has the
+ * threshold kNumericSuffixThreshold. Results are those of AppendNumericSuffix. */
+HALVANE_EXPORT HalvaneStatus IncrementNumericSuffix(char* text, size_t length, size_t capacity,
+                                                    bool parenthesised, size_t* newLength);
+HALVANE_EXPORT HalvaneStatus IncrementNumericSuffixEx(char* text, size_t length, size_t capacity,
+                                                      bool parenthesised, size_t* newLength,
+                                                      uint64_t threshold);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,37 @@
+/* The string utilities: all of their headers at once.
+ * Usable from C11 and C++20. Write "halvane/utils/strings.h": <strings.h> is the system's.
+ *
+ * What the C library has is not here: strnlen and strndup are declared by <string.h> under POSIX
+ * (_POSIX_C_SOURCE of 200809L, _DEFAULT_SOURCE or _GNU_SOURCE), memrchr under _GNU_SOURCE. C++
+ * compilers define _GNU_SOURCE; nothing here needs it.
+ *
+ * Conventions, beside those of halvane/utils/printf.h:
+ *  1. A `length` of SIZE_MAX is that of a NUL-terminated text. With any other, functions named
+ * str... take a text that ends at a NUL before it, as strncmp does; for the others a NUL is a byte
+ * like any other.
+ *  2. Nothing is read past the length, nor written past a capacity or a size.
+ *  3. Upper and lower case are those of ASCII, and white space and digits too, whatever the locale
+ *     is. */
+#ifndef HALVANE_UTILS_STRINGS_H
+#define HALVANE_UTILS_STRINGS_H
+
+#include <string.h>
+
+#include "halvane/utils/clean_text.h"
+#include "halvane/utils/command_line_text.h"
+#include "halvane/utils/dns_name.h"
+#include "halvane/utils/letter_case.h"
+#include "halvane/utils/mime_type.h"
+#include "halvane/utils/natural_order.h"
+#include "halvane/utils/numeric_suffix.h"
+#include "halvane/utils/owned_text.h"
+#include "halvane/utils/quoted_text.h"
+#include "halvane/utils/text_compare.h"
+#include "halvane/utils/text_integer.h"
+#include "halvane/utils/text_search.h"
+#include "halvane/utils/text_split.h"
+#include "halvane/utils/utf_text.h"
+#include "halvane/utils/value_text.h"
+#include "halvane/utils/xml_escape.h"
+
+#endif

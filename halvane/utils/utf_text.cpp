@@ -1,0 +1,55 @@
+#include "halvane/utils/utf_text.h"
+
+#include <bit>
+#include <cstring>
+#include <string_view>
+
+#include "halvane/utils/printf_internal.h"
+
+namespace {
+
+// The bytes that a lead byte announces, itself among them; 0 for a byte that leads nothing.
+std::size_t announcedSize(char lead) {
+    constexpr int kLongest = 6;
+    const int marks = std::countl_one(static_cast<unsigned char>(lead));
+    if (marks == 0) return 1;
+    return marks == 1 || marks > kLongest ? 0 : static_cast<std::size_t>(marks);
+}
+
+// Without the last lead byte and what follows it, where that is not as long as announced.
+std::string_view withoutPartialEnd(std::string_view text) {
+    std::size_t lead = text.size();
+    while (lead > 0 && halvane::printing::isContinuation(text[lead - 1])) --lead;
+    if (lead == 0) return {};
+    --lead;
+    const bool isWhole = announcedSize(text[lead]) == text.size() - lead;
+    return isWhole ? text : text.substr(0, lead);
+}
+
+std::string_view withoutLoneHighSurrogate(std::string_view text) {
+    constexpr std::size_t kSize = 3;
+    if (text.size() < kSize) return text;
+    const std::string_view last = text.substr(text.size() - kSize);
+    const bool isHigh =
+        last[0] == '\xED' && (last[1] & 0xF0) == 0xA0 && halvane::printing::isContinuation(last[2]);
+    return isHigh ? text.substr(0, text.size() - kSize) : text;
+}
+
+}  // namespace
+
+std::size_t TruncateUTF8(const char* text, std::size_t length, std::size_t maximum) {
+    if (length == SIZE_MAX) {
+        // One more byte tells whether the text ends there.
+        length = strnlen(text, maximum);
+        if (length < maximum || text[maximum] == '\0') return length;
+    } else if (length <= maximum) {
+        return length;
+    }
+    return withoutLoneHighSurrogate(withoutPartialEnd({text, maximum})).size();
+}
+
+std::size_t UTF16strlen(const std::uint16_t* text, std::size_t length) {
+    std::size_t count = 0;
+    while (count < length && text[count] != 0) ++count;
+    return count;
+}
