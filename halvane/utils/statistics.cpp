@@ -10,9 +10,45 @@ namespace {
 
 using Values = std::span<const double>;
 
-double meanOf(Values values) {
-    return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
+bool isFinite(Values values) {
+    return std::ranges::all_of(values, [](double value) { return std::isfinite(value); });
 }
+
+bool isConstant(Values values) {
+    return std::ranges::all_of(values, [&](double value) { return value == values.front(); });
+}
+
+// The power of two that is just above all magnitudes.
+template <typename At>
+int exponentOf(std::size_t n, At at) {
+    double greatest = 0;
+    for (std::size_t i = 0; i < n; ++i) greatest = std::max(greatest, std::abs(at(i)));
+    int exponent = 0;
+    std::frexp(greatest, &exponent);
+    return exponent;
+}
+
+// How far each value is from the mean, in units that keep squares and sums well inside a double.
+class Deviations {
+  public:
+    explicit Deviations(Values values)
+        : values_(values),
+          exponent_(exponentOf(values.size(), [&](std::size_t i) { return values[i]; })) {
+        for (std::size_t i = 0; i < values.size(); ++i) mean_ += scaled(i);
+        mean_ /= static_cast<double>(values.size());
+        spread_ = exponentOf(values.size(), [this](std::size_t i) { return scaled(i) - mean_; });
+    }
+
+    double operator[](std::size_t i) const { return std::ldexp(scaled(i) - mean_, -spread_); }
+
+  private:
+    double scaled(std::size_t i) const { return std::ldexp(values_[i], -exponent_); }
+
+    Values values_;
+    int exponent_;
+    double mean_ = 0;
+    int spread_ = 0;
+};
 
 // How the values lie to a guess, with the neighbours of the guess among them.
 struct Split {
@@ -51,27 +87,32 @@ double middleOf(double min, double max) {
 double EuclideanDistance(const double* a, const double* b, std::size_t n) {
     double sum = 0;
     for (std::size_t i = 0; i < n; ++i) sum += (a[i] - b[i]) * (a[i] - b[i]);
-    return std::sqrt(sum);
+    if (std::isnormal(sum)) return std::sqrt(sum);
+    // The squares left the range of a double; the distance need not.
+    double distance = 0;
+    for (std::size_t i = 0; i < n; ++i) distance = std::hypot(distance, a[i] - b[i]);
+    return distance;
 }
 
-// In two passes: sums of products less products of sums would lose the digits that matter.
+// From deviations: sums of products less products of sums would lose the digits that matter.
 double PearsonCorrelation(const double* a, const double* b, std::size_t n) {
-    if (n < 2) return 0;
-    const double meanA = meanOf({a, n});
-    const double meanB = meanOf({b, n});
+    const Values valuesA(a, n);
+    const Values valuesB(b, n);
+    if (!isFinite(valuesA) || !isFinite(valuesB)) return std::numeric_limits<double>::quiet_NaN();
+    if (isConstant(valuesA) || isConstant(valuesB)) return 0;
+    const Deviations deviationsA(valuesA);
+    const Deviations deviationsB(valuesB);
     double squaresA = 0;
     double squaresB = 0;
     double products = 0;
     for (std::size_t i = 0; i < n; ++i) {
-        const double fromMeanA = a[i] - meanA;
-        const double fromMeanB = b[i] - meanB;
-        squaresA += fromMeanA * fromMeanA;
-        squaresB += fromMeanB * fromMeanB;
-        products += fromMeanA * fromMeanB;
+        const double deviationA = deviationsA[i];
+        const double deviationB = deviationsB[i];
+        squaresA += deviationA * deviationA;
+        squaresB += deviationB * deviationB;
+        products += deviationA * deviationB;
     }
-    if (squaresA == 0 || squaresB == 0) return 0;
-    // One root each, since the product of the squares may be beyond a double.
-    return std::clamp(products / std::sqrt(squaresA) / std::sqrt(squaresB), -1.0, 1.0);
+    return std::clamp(products / std::sqrt(squaresA * squaresB), -1.0, 1.0);
 }
 
 // Halves the range that the median is in, and narrows it to values that occur: each turn leaves out

@@ -14,16 +14,19 @@
 extern "C" {
 #endif
 
-/* The square root of the sum of the squares of a[i] - b[i]; 0 for no numbers. */
+/* The square root of the sum of the squares of a[i] - b[i], also where the squares are beyond a
+ * double; 0 for no numbers. */
 HALVANE_EXPORT double EuclideanDistance(const double* a, const double* b, size_t n);
 
 /* Pearson's correlation coefficient of the pairs a[i], b[i], from -1 to 1. 0 where it is undefined:
- * for fewer than two pairs, and where all numbers of an array are equal. */
+ * for fewer than two pairs, and where all numbers of an array are equal; NaN where one is not
+ * finite. */
 HALVANE_EXPORT double PearsonCorrelation(const double* a, const double* b, size_t n);
 
 /* The median by Torben Mogensen's method, which neither orders nor copies the numbers: the middle
  * one of an odd count, the lower of the two middle ones of an even count. 0 for no numbers, NaN
- * where one of them is NaN. */
+ * where one of them is NaN. Each pass over the numbers halves their range: some 50 passes for usual
+ * ones, 2100 at most. */
 HALVANE_EXPORT double TorbenMedian(const double* values, size_t n);
 
 /* Maps x linearly so that inMin becomes outMin and inMax becomes outMax:

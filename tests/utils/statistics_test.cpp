@@ -50,6 +50,33 @@ TEST(PearsonCorrelation, IsZeroWhereUndefined) {
     EXPECT_TRUE(std::isnan(pearson({1, 2, kNaN}, {1, 2, 3})));
 }
 
+TEST(PearsonCorrelation, IsZeroForEqualNumbersWithARoundedMean) {
+    const std::vector<double> tenths(10, 0.1);
+    const std::vector<double> others(10, -0.7);
+    EXPECT_EQ(PearsonCorrelation(tenths.data(), tenths.data(), 10), 0);
+    EXPECT_EQ(PearsonCorrelation(tenths.data(), others.data(), 3), 0);
+}
+
+TEST(PearsonCorrelation, TakesNumbersOfAnySize) {
+    const double counts[] = {1, 2, 3};
+    for (const double unit : {1e200, 1e-200, 1e-310, kMax / 4}) {
+        const double values[] = {unit, 2 * unit, 3 * unit};
+        EXPECT_NEAR(PearsonCorrelation(values, counts, 3), 1, 1e-12) << unit;
+    }
+    const double extremes[] = {kMax, kMax, 0};
+    EXPECT_NEAR(PearsonCorrelation(extremes, counts, 3), -std::sqrt(0.75), 1e-12);
+    const double infinite[] = {1, 2, INFINITY};
+    EXPECT_TRUE(std::isnan(PearsonCorrelation(infinite, counts, 3)));
+}
+
+TEST(EuclideanDistance, TakesDifferencesOfAnySize) {
+    const double zero[] = {0, 0};
+    for (const double unit : {1e200, 1e-200, 1e-310}) {
+        const double values[] = {3 * unit, 4 * unit};
+        EXPECT_NEAR(EuclideanDistance(values, zero, 2) / unit, 5, 1e-12) << unit;
+    }
+}
+
 TEST(PearsonCorrelation, StaysWithinItsRange) {
     std::mt19937 random(1);
     std::uniform_real_distribution<double> any(-1, 1);
