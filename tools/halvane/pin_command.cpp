@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "halvane/ie/wps_pin.h"
+#include "halvane/ie/wps.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"

@@ -5,8 +5,8 @@
 //
 // Threads: the class-level operations may be called from any thread; a record is used by one at a
 // time.
-#ifndef HALVANE_IE_WPS_PIN_H
-#define HALVANE_IE_WPS_PIN_H
+#ifndef HALVANE_IE_WPS_H
+#define HALVANE_IE_WPS_H
 
 #include <cstdint>
 #include <optional>

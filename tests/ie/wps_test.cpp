@@ -1,4 +1,4 @@
-#include "halvane/ie/wps_pin.h"
+#include "halvane/ie/wps.h"
 
 #include <gtest/gtest.h>
 #include <set>
