@@ -55,10 +55,8 @@ std::int32_t checkRequired(CLIOption* table) {
 }
 
 void adopt(CLIOption& command) {
-    for (CLIOption& option : Table(command.subOptions)) {
-        option.flags &= ~std::uint32_t{kCLISeen};
-    }
     if (command.subOptions == nullptr) return;
+    forgetSeen(command.subOptions);
     command.subOptions->parent = &command;
     if (command.parent == nullptr) command.parent = gState.root;
 }

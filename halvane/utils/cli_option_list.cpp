@@ -8,7 +8,6 @@ namespace halvane::cli {
 
 namespace {
 
-constexpr int kIndent = 4;
 constexpr int kTextIndent = 8;
 
 // How a value is shown: by whether it may be left out, whether it stands behind a long name, and

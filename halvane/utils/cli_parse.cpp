@@ -176,7 +176,7 @@ extern "C" std::int32_t CLIParse(CLIOption* table, std::uint32_t flags) {
     using namespace halvane::cli;
     if (gState.root == nullptr && table != nullptr) {
         gState.root = table;
-        for (CLIOption& option : Table(table)) option.flags &= ~std::uint32_t{kCLISeen};
+        forgetSeen(table);
     }
     Level level{table};
     const std::int32_t status = parseLevel(level, flags);
