@@ -84,7 +84,7 @@ std::int32_t run(CLIOption& command, const Level& above, std::uint32_t flags) {
 
 CLIOption* findCommand(CLIOption* table, const char* name) {
     return find(table, [name](const CLIOption& option) {
-        return option.type == kCLICommand && option.longName != nullptr &&
+        return option.type == kCLICommand && hasLongName(option) &&
                std::strcmp(option.longName, name) == 0;
     });
 }

@@ -89,7 +89,7 @@ void printCommandHelp(const Level& level) {
     FPrintF(stderr, " -- %s\n\nSYNOPSIS\n", textOrEmpty(command.shortHelp));
     printUsage(level);
     FPrintF(stderr, "\n");
-    if (command.longHelp != nullptr) {
+    if (*textOrEmpty(command.longHelp) != '\0') {
         FPrintF(stderr, "DESCRIPTION\n");
         printIndented(command.longHelp, kIndent);
         FPrintF(stderr, "\n");
@@ -101,8 +101,9 @@ void printCommandHelp(const Level& level) {
 
 }  // namespace halvane::cli
 
-extern "C" std::int32_t _CLIHelpOption(CLIOption*, const char* value, int) {
+extern "C" std::int32_t _CLIHelpOption(CLIOption*, const char* value, int negated) {
     using namespace halvane::cli;
+    if (negated != 0) return kStatusOK;
     if (value == nullptr) {
         printHelpOf(gState.level);
         return kStatusDone;

@@ -47,6 +47,11 @@ constexpr bool takesNoValue(const CLIOption& option) {
     return hasFlag(option, kCLINoValue) || option.type == kCLINumber || option.type == kCLIBoolean;
 }
 
+// A command without a name cannot be called, and an option without one has its short form only.
+constexpr bool hasLongName(const CLIOption& option) {
+    return option.longName != nullptr && *option.longName != '\0';
+}
+
 // The argument of that index; null where there is none.
 inline char* argumentAt(int index) {
     return gArgV != nullptr && index < gArgC ? gArgV[index] : nullptr;

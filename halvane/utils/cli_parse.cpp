@@ -27,7 +27,7 @@ CLIOption* findOption(const Level& level, Test passes) {
 
 CLIOption* findLong(const Level& level, std::string_view name) {
     return findOption(level, [name](const CLIOption& option) {
-        return option.longName != nullptr && option.longName == name;
+        return hasLongName(option) && option.longName == name;
     });
 }
 
