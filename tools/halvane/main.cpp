@@ -63,12 +63,6 @@ void keepFromLogFile() {
 #undef HALVANE_KEEP_FROM_LOG_FILE
 }
 
-// Of what the parser, or a command, answered.
-int exitStatus(std::int32_t status) {
-    if (status == kCLIUsageError) return kExitUsage;
-    return status >= kExitDone && status <= kExitUsage ? status : kExitFailed;
-}
-
 // Results that did not reach standard output (a full disk, say) are a failure too.
 int flushed(int status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
@@ -78,8 +72,7 @@ int flushed(int status) {
 
 int run() {
     keepFromLogFile();
-    const std::int32_t parsed = CLIParse(gCommands, 0);
-    const int status = flushed(exitStatus(parsed != 0 ? parsed : gExitCode));
+    const int status = flushed(exitStatusOfParser(CLIParse(gCommands, 0)));
     CLIFree();
     return status;
 }
