@@ -1,6 +1,7 @@
 // The tool's command line, and its small commands, as their users run them.
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <pugixml.hpp>
 #include <regex>
 #include <set>
 
@@ -148,6 +149,24 @@ TEST(Channels, AreFoundByNumberAndByFrequency) {
     EXPECT_EQ(json::parse(halvane({"channels", "--format=json"}).output).size(), 42u);
 }
 
+TEST(Channels, AreAPropertyList) {
+    const auto result = halvane({"channels", "--format=plist", "36", "14"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(result.output.c_str())) << result.output;
+    std::string entries;
+    for (const auto dictionary : document.child("plist").child("array").children("dict")) {
+        for (const auto node : dictionary.children()) {
+            entries += std::string(node.name()) + " " + node.text().get() + "\n";
+        }
+    }
+    EXPECT_EQ(entries,
+              "key channelNumber\ninteger 36\nkey channelFrequency\ninteger 5180\n"
+              "key extensionChannel\ninteger 40\n"
+              "key channelNumber\ninteger 14\nkey channelFrequency\ninteger 2484\n");
+}
+
 TEST(Channels, AreToldToBeUnknown) {
     const auto result = halvane({"channels", "15", "6", "2400", "0", "255", "256", "99999"});
     EXPECT_EQ(result.status, 1);
@@ -171,8 +190,13 @@ TEST(Channels, AreNumbers) {
                     "halvane: channels: '" + std::string(argument) +
                         "' is no channel number and no frequency in MHz\n");
     }
-    expectUsage({"channels", "--format=plist"},
-                "halvane: channels: --format: 'plist' is not text, json or jsonl\n");
+}
+
+TEST(Channels, AreRefusedInAnotherFormatWithOneMessage) {
+    const std::string message =
+        "halvane: channels: --format: 'xml' is not text, json, jsonl or plist\n";
+    expectUsage({"channels", "--format=xml"}, message);
+    expectUsage({"channels", "--format=xml", "6", "x"}, message);
 }
 
 }  // namespace
