@@ -5,8 +5,10 @@
 #include <regex>
 #include <set>
 
+#include "tests/support/golden_file.h"
 #include "tests/support/run_program.h"
 
+using halvane::testing::expectGolden;
 using halvane::testing::ProgramResult;
 using halvane::testing::runProgram;
 using nlohmann::json;
@@ -58,6 +60,22 @@ TEST(Usage, PrintsHelpOnStandardError) {
         EXPECT_EQ(halvane({"help", command}).errors, help.errors);
         EXPECT_NE(summary.errors.find("\n    " + std::string(command) + " "), std::string::npos);
     }
+}
+
+TEST(Usage, IsHeldAsFiles) {
+    const std::filesystem::path golden = HALVANE_GOLDEN;
+    expectGolden(halvane({"--help"}).errors, golden / "help.txt");
+    for (const std::string command : {"decode", "channels", "pin", "help"}) {
+        expectGolden(halvane({"help", command}).errors, golden / ("help_" + command + ".txt"));
+    }
+}
+
+TEST(Usage, TellsWhatHelpAndPINTake) {
+    const std::string help = halvane({"help", "help"}).errors;
+    EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [COMMAND]\n"), std::string::npos) << help;
+    const std::string pin = halvane({"help", "pin"}).errors;
+    const std::string description = pin.substr(pin.find("\nDESCRIPTION\n"));
+    EXPECT_LT(description.find("check N"), description.find("\nOPTIONS\n")) << pin;
 }
 
 TEST(Usage, PrintsTheVersion) {

@@ -11,6 +11,14 @@
 namespace halvane::tool {
 namespace {
 
+CLIOption gHelpOptions[] = {
+    {.type = kCLIArgument,
+     .longName = "COMMAND",
+     .flags = kCLIOptionalValue,
+     .shortHelp = "explain this one instead of listing them all"},
+    {.type = kCLIEnd},
+};
+
 CLIOption gCommands[] = {
     {.type = kCLICallback,
      .shortName = 'h',
@@ -48,10 +56,14 @@ CLIOption gCommands[] = {
      .handler = handle<pinCommand>,
      .subOptions = gPINOptions,
      .shortHelp = "print a fresh WPS PIN, or check one",
-     .longHelp = "Prints a random WPS device PIN: seven digits and the one that checks them."},
+     .longHelp =
+         "Prints a random WPS device PIN: seven digits and the one that checks them.\n"
+         "With 'check N' prints no PIN but tells by the exit status whether the last digit\n"
+         "of the PIN N, of eight digits, is the one that checks the others."},
     {.type = kCLICommand,
      .longName = "help",
      .handler = _CLIHelpCommand,
+     .subOptions = gHelpOptions,
      .shortHelp = "print this help, or that of a command"},
     {.type = kCLIEnd},
 };
