@@ -48,6 +48,7 @@ extern "C" const char* CLIInit(int argc, char** argv) {
     gArgC = halvane::cli::countArguments(argc, argv);
     gArgV = argv;
     gArgI = gArgC > 0 ? 1 : 0;
+    gExitCode = 0;
     gProgramPath = gArgC > 0 && argv[0] != nullptr ? argv[0] : "?";
     gProgramName = halvane::cli::lastPart(gProgramPath);
     return gProgramName;

@@ -92,8 +92,9 @@ typedef void (*CLIHandler)(void);
 
 struct CLIOption {
     uint32_t type HALVANE_CLI_ZERO;
-    uint32_t shortName HALVANE_CLI_ZERO;     /* the character of -c; 0 for none */
-    const char* longName HALVANE_CLI_ZERO;   /* of --name, a command or an argument; or null */
+    uint32_t shortName HALVANE_CLI_ZERO;     /* the ASCII character of -c; 0 for none */
+    const char* longName HALVANE_CLI_ZERO;   /* of --name, a command or an argument; none where it
+                                                is null or empty */
     void* valuePtr HALVANE_CLI_ZERO;         /* where the value goes, or null: it is dropped; the
                                                 version's text for _CLIVersion... */
     void* countPtr HALVANE_CLI_ZERO;         /* of a string array; the build's text likewise */
@@ -106,7 +107,7 @@ struct CLIOption {
     CLIOption* parent HALVANE_CLI_ZERO;     /* in the first record of subOptions: the command that
                                                owns them; written by the parser */
     const char* shortHelp HALVANE_CLI_ZERO; /* one line */
-    const char* longHelp HALVANE_CLI_ZERO;  /* may have several; or null */
+    const char* longHelp HALVANE_CLI_ZERO;  /* may have several; or null or empty */
 };
 #undef HALVANE_CLI_ZERO
 
@@ -120,15 +121,18 @@ HALVANE_EXPORT extern int gArgI;
 HALVANE_EXPORT extern int gArgC;
 HALVANE_EXPORT extern char** gArgV;
 
-/* For handlers, which answer nothing: what the program should exit with. The parser does not read
- * it, and writes it only where _CLIHelpCommand does not know a command (kCLIUsageError). */
+/* For handlers, which answer nothing: what the program should exit with. CLIInit() sets it to 0.
+ * Parsing does not read it, and writes it only where _CLIHelpCommand does not know a command
+ * (kCLIUsageError). */
 HALVANE_EXPORT extern int gExitCode;
 
 HALVANE_EXPORT extern const char* gProgramName;     /* behind the last '/' of gProgramPath */
 HALVANE_EXPORT extern const char* gProgramPath;     /* argv[0]; "?" where there is none */
 HALVANE_EXPORT extern const char* gProgramLongName; /* for the version, or null; the program's */
 
-/* The command, or the callback option, that runs or ran last. */
+/* The command, or the callback option, that runs or ran last. A command without a handler counts
+ * as one that runs; where one ran inside of another, that is the outer one from then on. Null
+ * before the first, and after CLIFree(). */
 HALVANE_EXPORT extern CLIOption* gCLICurrentOption;
 
 /* Starts a command line and answers gProgramName. The arguments end before the first null one. A
@@ -137,7 +141,9 @@ HALVANE_EXPORT extern CLIOption* gCLICurrentOption;
 HALVANE_EXPORT const char* CLIInit(int argc, char** argv);
 
 /* Parses from gArgI on. The first table since CLIInit() or CLIFree() is the root table, whose
- * options are the global ones.
+ * options are the global ones; it stays that one where another is parsed. Options are looked up in
+ * the tables above only from a command's table that this very call came to: a handler or callback
+ * that calls CLIParse() starts a chain of its own.
  *
  * 0: a command ran, or there was none in the table; what it left of the arguments was warned about
  * in the former case, and stays in gArgV from gArgI on in the latter. Also after help or version,
@@ -166,11 +172,12 @@ HALVANE_EXPORT int64_t StringToInteger64(const char* text, int64_t min, int64_t 
 
 /* For tables. The option prints the help of the command that it stands in, or of the one that is
  * its value; the command that of the command named by the arguments. At the top, or without a
- * name, that is the summary. */
+ * name, that is the summary. --no-help prints nothing. */
 HALVANE_EXPORT int32_t _CLIHelpOption(CLIOption* option, const char* value, int negated);
 HALVANE_EXPORT void _CLIHelpCommand(void);
 
-/* For tables: print the texts at valuePtr and countPtr of the option, or of the command. */
+/* For tables: print the texts at valuePtr and countPtr of the option, or of the command; nothing
+ * for --no-version. */
 HALVANE_EXPORT int32_t _CLIVersionOption(CLIOption* option, const char* value, int negated);
 HALVANE_EXPORT void _CLIVersionCommand(void);
 

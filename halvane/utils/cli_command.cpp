@@ -55,10 +55,8 @@ std::int32_t checkRequired(CLIOption* table) {
 }
 
 void adopt(CLIOption& command) {
-    for (CLIOption& option : Table(command.subOptions)) {
-        option.flags &= ~std::uint32_t{kCLISeen};
-    }
     if (command.subOptions == nullptr) return;
+    forgetSeen(command.subOptions);
     command.subOptions->parent = &command;
     if (command.parent == nullptr) command.parent = gState.root;
 }
@@ -86,7 +84,7 @@ std::int32_t run(CLIOption& command, const Level& above, std::uint32_t flags) {
 
 CLIOption* findCommand(CLIOption* table, const char* name) {
     return find(table, [name](const CLIOption& option) {
-        return option.type == kCLICommand && option.longName != nullptr &&
+        return option.type == kCLICommand && hasLongName(option) &&
                std::strcmp(option.longName, name) == 0;
     });
 }

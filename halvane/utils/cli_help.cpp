@@ -10,8 +10,6 @@ namespace halvane::cli {
 
 namespace {
 
-constexpr int kIndent = 4;
-
 bool printCommands(CLIOption* root) {
     if (!hasCommands(root)) return false;
     int width = 0;
@@ -44,6 +42,12 @@ void printHelpOfArguments(const Level& level) {
     if (next == nullptr) return printCommandHelp(level);
     ++gArgI;
     printHelpOfArguments({next->subOptions, next, &level});
+}
+
+// Of the command that is parsed, or of the program where there is none.
+void printHelpOf(const Level* level) {
+    if (level == nullptr || level->command == nullptr) return printSummary();
+    printCommandHelp(*level);
 }
 
 std::int32_t refuseUnknown(const char* name) {
@@ -85,7 +89,7 @@ void printCommandHelp(const Level& level) {
     FPrintF(stderr, " -- %s\n\nSYNOPSIS\n", textOrEmpty(command.shortHelp));
     printUsage(level);
     FPrintF(stderr, "\n");
-    if (command.longHelp != nullptr) {
+    if (*textOrEmpty(command.longHelp) != '\0') {
         FPrintF(stderr, "DESCRIPTION\n");
         printIndented(command.longHelp, kIndent);
         FPrintF(stderr, "\n");
@@ -97,12 +101,11 @@ void printCommandHelp(const Level& level) {
 
 }  // namespace halvane::cli
 
-extern "C" std::int32_t _CLIHelpOption(CLIOption*, const char* value, int) {
+extern "C" std::int32_t _CLIHelpOption(CLIOption*, const char* value, int negated) {
     using namespace halvane::cli;
-    const Level* const level = gState.level;
+    if (negated != 0) return kStatusOK;
     if (value == nullptr) {
-        const bool isAtTop = level == nullptr || level->command == nullptr;
-        isAtTop ? printSummary() : printCommandHelp(*level);
+        printHelpOf(gState.level);
         return kStatusDone;
     }
     CLIOption* const command = findCommand(gState.root, value);

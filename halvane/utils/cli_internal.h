@@ -28,6 +28,9 @@ struct State {
 };
 extern State gState;
 
+// Where help's texts start, below their titles.
+inline constexpr int kIndent = 4;
+
 // Bits of the mode of _CLIGetValue().
 inline constexpr std::uint32_t kShortForm = 1 << 0;
 inline constexpr std::uint32_t kNegated = 1 << 1;
@@ -42,6 +45,11 @@ constexpr bool hasFlag(const CLIOption& option, std::uint32_t flag) {
 
 constexpr bool takesNoValue(const CLIOption& option) {
     return hasFlag(option, kCLINoValue) || option.type == kCLINumber || option.type == kCLIBoolean;
+}
+
+// A command without a name cannot be called, and an option without one has its short form only.
+constexpr bool hasLongName(const CLIOption& option) {
+    return option.longName != nullptr && *option.longName != '\0';
 }
 
 // The argument of that index; null where there is none.
@@ -77,6 +85,10 @@ inline bool hasCommands(CLIOption* table) {
 }
 inline bool hasOptions(CLIOption* table) {
     return find(table, isOption) != nullptr;
+}
+
+inline void forgetSeen(CLIOption* table) {
+    for (CLIOption& option : Table(table)) option.flags &= ~std::uint32_t{kCLISeen};
 }
 
 // The command of that very name; null where there is none.

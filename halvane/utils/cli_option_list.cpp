@@ -8,7 +8,6 @@ namespace halvane::cli {
 
 namespace {
 
-constexpr int kIndent = 4;
 constexpr int kTextIndent = 8;
 
 // How a value is shown: by whether it may be left out, whether it stands behind a long name, and
@@ -20,7 +19,7 @@ constexpr const char* kValueFormats[2][2][2] = {
 
 int printValue(std::FILE* stream, const CLIOption& option) {
     const bool isOptional = hasFlag(option, kCLIOptionalValue);
-    const bool isBehindLong = option.longName != nullptr;
+    const bool isBehindLong = hasLongName(option);
     const bool isBare = hasFlag(option, kCLIBareName) || option.argName == nullptr;
     return FPrintF(stream, kValueFormats[isOptional][isBehindLong][isBare],
                    option.argName != nullptr ? option.argName : "...");
@@ -61,9 +60,9 @@ int printName(std::FILE* stream, const CLIOption& option) {
     int length = 0;
     if (option.shortName != 0) {
         length += FPrintF(stream, "-%c", static_cast<int>(option.shortName));
-        if (option.longName != nullptr) length += FPrintF(stream, ", ");
+        if (hasLongName(option)) length += FPrintF(stream, ", ");
     }
-    if (option.longName != nullptr) length += FPrintF(stream, "--%s", option.longName);
+    if (hasLongName(option)) length += FPrintF(stream, "--%s", option.longName);
     if (option.type == kCLINumber) length += FPrintF(stream, "-NUM");
     return takesNoValue(option) ? length : length + printValue(stream, option);
 }

@@ -27,7 +27,7 @@ CLIOption* findOption(const Level& level, Test passes) {
 
 CLIOption* findLong(const Level& level, std::string_view name) {
     return findOption(level, [name](const CLIOption& option) {
-        return option.longName != nullptr && option.longName == name;
+        return hasLongName(option) && option.longName == name;
     });
 }
 
@@ -176,7 +176,7 @@ extern "C" std::int32_t CLIParse(CLIOption* table, std::uint32_t flags) {
     using namespace halvane::cli;
     if (gState.root == nullptr && table != nullptr) {
         gState.root = table;
-        for (CLIOption& option : Table(table)) option.flags &= ~std::uint32_t{kCLISeen};
+        forgetSeen(table);
     }
     Level level{table};
     const std::int32_t status = parseLevel(level, flags);

@@ -6,8 +6,6 @@ namespace halvane::cli {
 
 namespace {
 
-constexpr int kIndent = 4;
-
 bool isGlobal(const CLIOption& option) {
     return isOption(option) && !hasFlag(option, kCLILocal);
 }

@@ -16,7 +16,8 @@ void printVersion(const CLIOption& option) {
 
 }  // namespace
 
-extern "C" std::int32_t _CLIVersionOption(CLIOption* option, const char*, int) {
+extern "C" std::int32_t _CLIVersionOption(CLIOption* option, const char*, int negated) {
+    if (negated != 0) return kStatusOK;
     printVersion(*option);
     return kStatusDone;
 }

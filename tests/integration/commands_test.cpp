@@ -1,11 +1,14 @@
 // The tool's command line, and its small commands, as their users run them.
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <pugixml.hpp>
 #include <regex>
 #include <set>
 
+#include "tests/support/golden_file.h"
 #include "tests/support/run_program.h"
 
+using halvane::testing::expectGolden;
 using halvane::testing::ProgramResult;
 using halvane::testing::runProgram;
 using nlohmann::json;
@@ -57,6 +60,22 @@ TEST(Usage, PrintsHelpOnStandardError) {
         EXPECT_EQ(halvane({"help", command}).errors, help.errors);
         EXPECT_NE(summary.errors.find("\n    " + std::string(command) + " "), std::string::npos);
     }
+}
+
+TEST(Usage, IsHeldAsFiles) {
+    const std::filesystem::path golden = HALVANE_GOLDEN;
+    expectGolden(halvane({"--help"}).errors, golden / "help.txt");
+    for (const std::string command : {"decode", "channels", "pin", "help"}) {
+        expectGolden(halvane({"help", command}).errors, golden / ("help_" + command + ".txt"));
+    }
+}
+
+TEST(Usage, TellsWhatHelpAndPINTake) {
+    const std::string help = halvane({"help", "help"}).errors;
+    EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [COMMAND]\n"), std::string::npos) << help;
+    const std::string pin = halvane({"help", "pin"}).errors;
+    const std::string description = pin.substr(pin.find("\nDESCRIPTION\n"));
+    EXPECT_LT(description.find("check N"), description.find("\nOPTIONS\n")) << pin;
 }
 
 TEST(Usage, PrintsTheVersion) {
@@ -148,6 +167,24 @@ TEST(Channels, AreFoundByNumberAndByFrequency) {
     EXPECT_EQ(json::parse(halvane({"channels", "--format=json"}).output).size(), 42u);
 }
 
+TEST(Channels, AreAPropertyList) {
+    const auto result = halvane({"channels", "--format=plist", "36", "14"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(result.output.c_str())) << result.output;
+    std::string entries;
+    for (const auto dictionary : document.child("plist").child("array").children("dict")) {
+        for (const auto node : dictionary.children()) {
+            entries += std::string(node.name()) + " " + node.text().get() + "\n";
+        }
+    }
+    EXPECT_EQ(entries,
+              "key channelNumber\ninteger 36\nkey channelFrequency\ninteger 5180\n"
+              "key extensionChannel\ninteger 40\n"
+              "key channelNumber\ninteger 14\nkey channelFrequency\ninteger 2484\n");
+}
+
 TEST(Channels, AreToldToBeUnknown) {
     const auto result = halvane({"channels", "15", "6", "2400", "0", "255", "256", "99999"});
     EXPECT_EQ(result.status, 1);
@@ -171,8 +208,13 @@ TEST(Channels, AreNumbers) {
                     "halvane: channels: '" + std::string(argument) +
                         "' is no channel number and no frequency in MHz\n");
     }
-    expectUsage({"channels", "--format=plist"},
-                "halvane: channels: --format: 'plist' is not text, json or jsonl\n");
+}
+
+TEST(Channels, AreRefusedInAnotherFormatWithOneMessage) {
+    const std::string message =
+        "halvane: channels: --format: 'xml' is not text, json, jsonl or plist\n";
+    expectUsage({"channels", "--format=xml"}, message);
+    expectUsage({"channels", "--format=xml", "6", "x"}, message);
 }
 
 }  // namespace

@@ -237,11 +237,57 @@ TEST_F(CLICommandTest, FindsOptionsOfEveryTableAbove) {
     EXPECT_EQ(gRuns, Words{"inner x"});
 }
 
+TEST_F(CLICommandTest, FindsTheNumberOptionOfATableAbove) {
+    std::uint32_t number = 0;
+    CLIOption table[] = {root[0],
+                         {.type = kCLINumber, .valuePtr = &number, .flags = kCLINoValue},
+                         {.type = kCLIEnd}};
+    const CommandLine line({"list", "-a12", "x"}, table);
+    EXPECT_EQ(line.status, 0) << line.errors;
+    EXPECT_EQ(all, 1);
+    EXPECT_EQ(number, 12u);
+    EXPECT_EQ(CommandLine({"list", "x", "-7"}, table).status, 0);
+    EXPECT_EQ(number, 7u);
+}
+
+TEST_F(CLICommandTest, IsAtTheTopInAnyTableThatIsParsed) {
+    CLIOption other[] = {{.type = kCLICommand, .longName = "other"}, {.type = kCLIEnd}};
+    CommandLine unknown({"-v", "rename"});
+    unknown.parse(root, kCLIOptionsOnly);
+    unknown.parse(other);
+    EXPECT_EQ(unknown.status, kCLIUsageError);
+    EXPECT_EQ(unknown.errors,
+              "error: unknown command 'rename'. See 'tool help' for a list of commands.\n");
+    CommandLine missing({"-v"});
+    missing.parse(root, kCLIOptionsOnly);
+    missing.parse(other);
+    EXPECT_EQ(missing.status, kCLIUsageError);
+    EXPECT_EQ(missing.errors, CommandLine({}, root).errors) << "the summary is of the first table";
+}
+
+TEST_F(CLICommandTest, StartsAChainOfTablesOfItsOwnWhereAHandlerParses) {
+    static CLIOption inner[] = {{.type = kCLIBoolean, .shortName = 'i'}, {.type = kCLIEnd}};
+    static std::int32_t statuses[2];
+    root[3].handler = [] {
+        statuses[0] = CLIParse(inner, 0);
+        ++gArgI;
+        statuses[1] = CLIParse(inner, 0);
+        gArgI = gArgC;
+    };
+    const CommandLine line({"bare", "--", "-i", "x", "-v"}, root);
+    EXPECT_EQ(statuses[0], 0);
+    EXPECT_EQ(statuses[1], kCLIUsageError);
+    EXPECT_EQ(line.errors, "error: unknown option 'v'.\n");
+    EXPECT_EQ(verbose, 0);
+}
+
 TEST_F(CLICommandTest, RunsTheOwnersHandlerAfterIt) {
     remote[1].handler = [] { run("remove"); };
     root[2].handler = [] { useAll("remote"); };
-    EXPECT_EQ(CommandLine({"remote", "remove", "x"}, root).status, 0);
+    const CommandLine line({"remote", "remove", "x"}, root);
+    EXPECT_EQ(line.status, 0);
     EXPECT_EQ(gRuns, (Words{"remove x", "remote x"}));
+    EXPECT_EQ(gCLICurrentOption, &root[2]);
 }
 
 TEST_F(CLICommandTest, NestsDeeply) {

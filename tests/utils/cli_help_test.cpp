@@ -1,22 +1,14 @@
-// Help and version, held as files. To write them anew: HALVANE_UPDATE_GOLDEN=1 in the environment.
-#include <cstdlib>
-#include <fstream>
+// Help and version, held as files.
+#include <filesystem>
 
-#include "tests/support/run_program.h"
+#include "tests/support/golden_file.h"
 #include "tests/utils/cli_test_support.h"
 
 using namespace halvane::testing;
 
 namespace {
 
-void expectGolden(const std::string& text, const char* name) {
-    const auto path = std::filesystem::path(HALVANE_UTILS_GOLDEN) / name;
-    if (std::getenv("HALVANE_UPDATE_GOLDEN") != nullptr) {
-        std::ofstream(path, std::ios::binary) << text;
-    }
-    EXPECT_FALSE(text.empty()) << name;
-    EXPECT_EQ(text, contentsOf(path)) << name;
-}
+const std::filesystem::path kGolden = HALVANE_UTILS_GOLDEN;
 
 bool gHasRun;
 void note() {
@@ -131,10 +123,7 @@ CLIOption gRoot[] = {
 
 class CLIHelpTest : public ::testing::Test {
   protected:
-    CLIHelpTest() {
-        gHasRun = false;
-        gExitCode = 0;
-    }
+    CLIHelpTest() { gHasRun = false; }
 
     // What the arguments print, which ends well and runs nothing.
     static std::string help(Words words) {
@@ -148,7 +137,7 @@ class CLIHelpTest : public ::testing::Test {
 
 TEST_F(CLIHelpTest, SummarisesTheProgram) {
     const std::string summary = help({"--help"});
-    expectGolden(summary, "cli_summary.txt");
+    expectGolden(summary, kGolden / "cli_summary.txt");
     EXPECT_EQ(help({"help"}), summary);
     EXPECT_EQ(help({"-h"}), summary);
     EXPECT_EQ(help({"-v", "-vh"}), summary);
@@ -157,7 +146,7 @@ TEST_F(CLIHelpTest, SummarisesTheProgram) {
 
 TEST_F(CLIHelpTest, ExplainsACommand) {
     const std::string page = help({"help", "scan"});
-    expectGolden(page, "cli_command.txt");
+    expectGolden(page, kGolden / "cli_command.txt");
     EXPECT_EQ(help({"--help=scan"}), page);
     EXPECT_EQ(help({"-hscan"}), page);
     EXPECT_EQ(help({"scan", "--help"}), page);
@@ -167,16 +156,16 @@ TEST_F(CLIHelpTest, ExplainsACommand) {
 
 TEST_F(CLIHelpTest, ListsTheCommandsOfACommand) {
     const std::string page = help({"help", "network"});
-    expectGolden(page, "cli_command_of_commands.txt");
+    expectGolden(page, kGolden / "cli_command_of_commands.txt");
     EXPECT_EQ(help({"network", "--help"}), page);
     const std::string add = help({"help", "network", "add"});
-    expectGolden(add, "cli_nested_command.txt");
+    expectGolden(add, kGolden / "cli_nested_command.txt");
     EXPECT_EQ(help({"network", "add", "--help"}), add);
 }
 
 TEST_F(CLIHelpTest, ExplainsACommandWithoutOptions) {
     const std::string page = help({"version", "--help"});
-    expectGolden(page, "cli_plain_command.txt");
+    expectGolden(page, kGolden / "cli_plain_command.txt");
     EXPECT_EQ(help({"help", "version"}), page);
 }
 
@@ -232,6 +221,77 @@ TEST_F(CLIHelpTest, LivesWithoutTexts) {
               "\nNAME\n    tool empty -- \n\nSYNOPSIS\n    tool empty [options] <>\n\n"
               "OPTIONS\n          \n    <>    \n\n\n\n");
     EXPECT_EQ(CommandLine({"help"}, table).status, 0);
+}
+
+TEST_F(CLIHelpTest, TakesEmptyTextsForNone) {
+    CLIOption empty[] = {
+        {.type = kCLIBoolean, .shortName = 'e', .longName = "", .longHelp = ""},
+        {.type = kCLIString,
+         .shortName = 'o',
+         .longName = "",
+         .argName = "x",
+         .flags = kCLIOptionalValue},
+        {.type = kCLIEnd},
+    };
+    CLIOption table[] = {
+        gRoot[5],
+        {.type = kCLICommand, .longName = "empty", .subOptions = empty, .longHelp = ""},
+        {.type = kCLIEnd}};
+    EXPECT_EQ(CommandLine({"help", "empty"}, table).errors,
+              "\nNAME\n    tool empty -- \n\nSYNOPSIS\n    tool empty [options]\n\n"
+              "OPTIONS\n    -e         \n    -o[<x>]    \n\n");
+}
+
+TEST_F(CLIHelpTest, ShowsTheUsageOfACommandOfCommandsThatRunsItself) {
+    CLIOption own[] = {gNetwork[0], gNetwork[1], {.type = kCLIEnd}};
+    CLIOption table[] = {
+        gRoot[5],
+        {.type = kCLICommand, .longName = "network", .handler = note, .subOptions = own},
+        {.type = kCLIEnd}};
+    EXPECT_EQ(CommandLine({"help", "network"}, table).errors,
+              "\nNAME\n    tool network -- \n\nSYNOPSIS\n    tool network\n\n");
+}
+
+TEST_F(CLIHelpTest, ShowsAHeadingThatIsTheFirstRecord) {
+    CLIOption options[] = {{.type = kCLIGroup, .shortHelp = "How"},
+                           {.type = kCLIBoolean, .shortName = 'v', .shortHelp = "Say more."},
+                           {.type = kCLIEnd}};
+    CLIOption table[] = {options[0], options[1], gRoot[5], {.type = kCLIEnd}};
+    table[2].subOptions = options;
+    EXPECT_EQ(CommandLine({"help"}, table).errors,
+              "\nUsage: tool [global options] <command> [options] [args]\n"
+              "\n    How\n    -v    Say more.\n"
+              "\nCommands:\n\n    help    Print help.\n"
+              "\nSee 'tool help <command>' for more information about a specific command.\n\n");
+    EXPECT_EQ(CommandLine({"help", "help"}, table).errors,
+              "\nNAME\n    tool help -- Print help.\n"
+              "\nSYNOPSIS\n    tool [global options] help [options]\n"
+              "\nGLOBAL OPTIONS\n\n    How\n    -v    Say more.\n"
+              "\nOPTIONS\n\n    How\n    -v    Say more.\n\n");
+}
+
+TEST_F(CLIHelpTest, IsOfTheFirstTableParsed) {
+    CLIOption other[] = {{.type = kCLICommand, .longName = "other"}, gRoot[5], {.type = kCLIEnd}};
+    const std::string page = help({"help", "scan"});
+    CommandLine line({"-v", "help", "scan"});
+    line.parse(gRoot, kCLIOptionsOnly);
+    line.parse(other);
+    EXPECT_EQ(line.errors, page);
+    CommandLine summary({"-v", "help"});
+    summary.parse(gRoot, kCLIOptionsOnly);
+    summary.parse(other);
+    EXPECT_EQ(summary.errors, help({"help"}));
+}
+
+TEST_F(CLIHelpTest, IsNotPrintedWhereItIsNegated) {
+    CLIOption table[] = {gRoot[0], gRoot[1], gRoot[2], {.type = kCLIEnd}};
+    for (CLIOption& option : table) option.flags &= ~std::uint32_t{kCLINoNegation};
+    for (const char* word : {"--no-help", "--no-version"}) {
+        const CommandLine line({word, "-v", "x"}, table);
+        EXPECT_EQ(line.status, 0);
+        EXPECT_EQ(line.errors + line.output, "");
+        EXPECT_EQ(argumentsLeft(), Words{"x"}) << "parsing goes on";
+    }
 }
 
 TEST_F(CLIHelpTest, PrintsTheVersionOnStandardOutput) {

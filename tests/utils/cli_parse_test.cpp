@@ -47,6 +47,12 @@ TEST_F(CLIParseTest, SetsTheArgumentsAndTheProgramsNames) {
     EXPECT_STREQ(gProgramName, "tool");
 }
 
+TEST_F(CLIParseTest, StartsWithTheExitCodeOfSuccess) {
+    gExitCode = 7;
+    const CommandLine line({"a"});
+    EXPECT_EQ(gExitCode, 0);
+}
+
 TEST_F(CLIParseTest, TakesAPathWithoutASlashAsTheName) {
     char path[] = "tool";
     char* arguments[] = {path, nullptr};
@@ -177,6 +183,7 @@ TEST_F(CLIParseTest, RefusesWithOneMessage) {
         {{"-v-"}, "error: unknown option '-'.\n"},
         {{"-vx", "-y"}, "error: unknown option 'x'.\n"},
         {{"-99999999999"}, "error: -NUM option out-of-range: '99999999999'.\n"},
+        {{"-99999999999b"}, "error: -NUM option out-of-range: '99999999999b'.\n"},
         {{"-4294967296"}, "error: -NUM option out-of-range: '4294967296'.\n"},
         {{"-99999999999999999999999999"},
          "error: -NUM option out-of-range: '99999999999999999999999999'.\n"},
@@ -206,6 +213,17 @@ TEST_F(CLIParseTest, RefusesWithOneMessage) {
 TEST_F(CLIParseTest, RefusesADigitWhereNoOptionIsANumber) {
     CLIOption plain[] = {{.type = kCLIBoolean, .shortName = 'v'}, {.type = kCLIEnd}};
     EXPECT_EQ(CommandLine({"-5"}, plain).errors, "error: unknown option '5'.\n");
+}
+
+TEST_F(CLIParseTest, TakesAnEmptyNameForNone) {
+    CLIOption empty[] = {{.type = kCLIString, .longName = "", .valuePtr = &name},
+                         {.type = kCLICommand, .longName = ""},
+                         {.type = kCLIEnd}};
+    EXPECT_EQ(CommandLine({"--=x"}, empty).errors, "error: unknown option '=x'.\n");
+    EXPECT_EQ(CommandLine({"--no-"}, empty).errors, "error: unknown option 'no-'.\n");
+    EXPECT_STREQ(name, "unset");
+    EXPECT_EQ(CommandLine({""}, empty).errors,
+              "error: unknown command ''. See 'tool help' for a list of commands.\n");
 }
 
 TEST_F(CLIParseTest, LetsAShortNameBeADigit) {

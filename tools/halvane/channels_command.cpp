@@ -1,14 +1,21 @@
 // The channels of the 2.4 GHz and 5 GHz bands: all of them, or those asked for.
+#include <cstdint>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "halvane/base/property_list_value.h"
+#include "halvane/platform/xml_property_list.h"
 #include "halvane/regulatory/channel.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/format.h"
 #include "tools/halvane/message.h"
+#include "tools/halvane/record_json.h"
 
 namespace halvane::tool {
 
@@ -73,27 +80,53 @@ void printTable(const std::vector<Channel>& channels) {
     }
 }
 
-nlohmann::ordered_json jsonOf(const Channel& channel) {
-    nlohmann::ordered_json object = {{"channelNumber", channel.number},
-                                     {"channelFrequency", channel.frequency}};
-    if (channel.extension != 0) object["extensionChannel"] = channel.extension;
+// What programs read of a channel: each name and its value.
+template <typename Take>
+void forEachMember(const Channel& channel, Take take) {
+    take("channelNumber", channel.number);
+    take("channelFrequency", channel.frequency);
+    if (channel.extension != 0) take("extensionChannel", channel.extension);
+}
+
+JSON jsonOf(const Channel& channel) {
+    JSON object = JSON::object();
+    forEachMember(channel, [&](const char* name, unsigned value) { object[name] = value; });
     return object;
 }
 
-void print(const std::vector<Channel>& channels, Format format) {
-    if (format == Format::Text) return printTable(channels);
-    auto array = nlohmann::ordered_json::array();
+void printJSON(const std::vector<Channel>& channels) {
+    auto array = JSON::array();
     for (const Channel& channel : channels) array.push_back(jsonOf(channel));
-    if (format == Format::JSON) {
-        std::puts(array.dump(2).c_str());
-        return;
-    }
-    for (const auto& object : array) std::puts(object.dump().c_str());
+    std::puts(array.dump(2).c_str());
 }
 
-int refuse(const std::string& message) {
-    complain("channels: " + message);
-    return kExitUsage;
+void printJSONLines(const std::vector<Channel>& channels) {
+    for (const Channel& channel : channels) std::puts(jsonOf(channel).dump().c_str());
+}
+
+void printPropertyList(const std::vector<Channel>& channels) {
+    PropertyListArray array;
+    for (const Channel& channel : channels) {
+        PropertyListDictionary dictionary;
+        forEachMember(channel, [&](const char* name, unsigned value) {
+            dictionary.set(name, Number(value));
+        });
+        array.emplace_back(std::move(dictionary));
+    }
+    std::fputs(xmlPropertyList(std::move(array)).value_or("").c_str(), stdout);
+}
+
+void print(const std::vector<Channel>& channels, Format format) {
+    switch (format) {
+        case Format::Text:
+            return printTable(channels);
+        case Format::JSON:
+            return printJSON(channels);
+        case Format::JSONLines:
+            return printJSONLines(channels);
+        case Format::PropertyList:
+            return printPropertyList(channels);
+    }
 }
 
 }  // namespace
@@ -104,7 +137,8 @@ CLIOption gChannelsOptions[] = {
      .valuePtr = &gFormat,
      .argName = "FORMAT",
      .flags = kCLIBareName,
-     .shortHelp = "text (default), json (one document), jsonl (a line a channel)"},
+     .shortHelp = "text (default), json, jsonl or plist",
+     .longHelp = "json, plist: one document; jsonl: a line a channel."},
     {.type = kCLIArgument,
      .longName = "NUMBER|FREQUENCY...",
      .flags = kCLIOptionalValue,
@@ -116,16 +150,20 @@ CLIOption gChannelsOptions[] = {
 };
 
 int channelsCommand() {
-    const std::string formatName = gFormat != nullptr ? gFormat : "text";
+    const char* const typedFormat = std::exchange(gFormat, nullptr);
+    const std::vector<std::string> arguments = takeArguments();
+    const std::string formatName = typedFormat != nullptr ? typedFormat : "text";
     const auto format = formatNamed(formatName);
-    if (!format || format == Format::PropertyList) {
-        return refuse("--format: '" + formatName + "' is not text, json or jsonl");
+    if (!format) {
+        return refuse("channels",
+                      "--format: '" + formatName + "' is not text, json, jsonl or plist");
     }
     std::vector<unsigned> asked;
-    for (const std::string& argument : takeArguments()) {
+    for (const std::string& argument : arguments) {
         const auto value = decimalOf(argument);
         if (!value || *value > kLastFrequency) {
-            return refuse("'" + argument + "' is no channel number and no frequency in MHz");
+            return refuse("channels",
+                          "'" + argument + "' is no channel number and no frequency in MHz");
         }
         asked.push_back(static_cast<unsigned>(*value));
     }

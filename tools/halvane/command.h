@@ -2,6 +2,9 @@
 #ifndef TOOLS_HALVANE_COMMAND_H
 #define TOOLS_HALVANE_COMMAND_H
 
+#include <cstdint>
+#include <string>
+
 #include "halvane/utils/cli.h"
 
 namespace halvane::tool {
@@ -14,8 +17,15 @@ inline constexpr int kExitUsage = 2;
 // What a command does once its options are parsed; it answers the exit status.
 using Command = int (*)();
 
+// Tells why the command cannot do what is asked of it, and answers kExitUsage.
+int refuse(const char* command, const std::string& message);
+
 // Runs it. What it throws becomes a message and kExitFailed.
 int exitStatusOf(Command command) noexcept;
+
+// The exit status for what CLIParse() answered; for 0 it is that of the command. Says where memory
+// ran out, for the parser does not.
+int exitStatusOfParser(std::int32_t status) noexcept;
 
 // A command as the handler of an option table: its status goes to gExitCode.
 template <Command command>

@@ -133,8 +133,7 @@ class Decoder {
 int decodeCommand() {
     const auto options = takeDecodeOptions();
     if (const auto* error = std::get_if<UsageError>(&options)) {
-        complain("decode: " + error->message);
-        return kExitUsage;
+        return refuse("decode", error->message);
     }
     return Decoder(std::get<DecodeOptions>(options)).run();
 }

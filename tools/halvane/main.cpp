@@ -11,6 +11,14 @@
 namespace halvane::tool {
 namespace {
 
+CLIOption gHelpOptions[] = {
+    {.type = kCLIArgument,
+     .longName = "COMMAND",
+     .flags = kCLIOptionalValue,
+     .shortHelp = "explain this one instead of listing them all"},
+    {.type = kCLIEnd},
+};
+
 CLIOption gCommands[] = {
     {.type = kCLICallback,
      .shortName = 'h',
@@ -48,10 +56,14 @@ CLIOption gCommands[] = {
      .handler = handle<pinCommand>,
      .subOptions = gPINOptions,
      .shortHelp = "print a fresh WPS PIN, or check one",
-     .longHelp = "Prints a random WPS device PIN: seven digits and the one that checks them."},
+     .longHelp =
+         "Prints a random WPS device PIN: seven digits and the one that checks them.\n"
+         "With 'check N' prints no PIN but tells by the exit status whether the last digit\n"
+         "of the PIN N, of eight digits, is the one that checks the others."},
     {.type = kCLICommand,
      .longName = "help",
      .handler = _CLIHelpCommand,
+     .subOptions = gHelpOptions,
      .shortHelp = "print this help, or that of a command"},
     {.type = kCLIEnd},
 };
@@ -63,12 +75,6 @@ void keepFromLogFile() {
 #undef HALVANE_KEEP_FROM_LOG_FILE
 }
 
-// Of what the parser, or a command, answered.
-int exitStatus(std::int32_t status) {
-    if (status == kCLIUsageError) return kExitUsage;
-    return status >= kExitDone && status <= kExitUsage ? status : kExitFailed;
-}
-
 // Results that did not reach standard output (a full disk, say) are a failure too.
 int flushed(int status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
@@ -78,8 +84,7 @@ int flushed(int status) {
 
 int run() {
     keepFromLogFile();
-    const std::int32_t parsed = CLIParse(gCommands, 0);
-    const int status = flushed(exitStatus(parsed != 0 ? parsed : gExitCode));
+    const int status = flushed(exitStatusOfParser(CLIParse(gCommands, 0)));
     CLIFree();
     return status;
 }

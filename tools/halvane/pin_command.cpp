@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "halvane/ie/wps_pin.h"
+#include "halvane/ie/wps.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
@@ -15,11 +15,6 @@ namespace halvane::tool {
 namespace {
 
 constexpr std::size_t kDigits = 8;
-
-int refuse(const std::string& message) {
-    complain("pin: " + message);
-    return kExitUsage;
-}
 
 // Eight decimal digits, leading zeros among them.
 std::optional<Number> pinOf(const std::string& text) {
@@ -34,7 +29,7 @@ int printFresh() {
 
 int check(const std::string& text) {
     const auto pin = pinOf(text);
-    if (!pin) return refuse("'" + text + "' is not a PIN of 8 digits");
+    if (!pin) return refuse("pin", "'" + text + "' is not a PIN of 8 digits");
     if (HalvaneWPS::validateChecksum(pin)) return kExitDone;
     complain("pin: " + text + ": the check digit would be " +
              std::to_string(HalvaneWPS::computeChecksum(pin)));
@@ -58,8 +53,8 @@ CLIOption gPINOptions[] = {
 int pinCommand() {
     const std::vector<std::string> words = takeArguments();
     if (words.empty()) return printFresh();
-    if (words[0] != "check") return refuse("'" + words[0] + "' is not 'check'");
-    if (words.size() != 2) return refuse("'check' takes one PIN");
+    if (words[0] != "check") return refuse("pin", "'" + words[0] + "' is not 'check'");
+    if (words.size() != 2) return refuse("pin", "'check' takes one PIN");
     return check(words[1]);
 }
 

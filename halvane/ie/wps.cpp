@@ -1,4 +1,4 @@
-#include "halvane/ie/wps_pin.h"
+#include "halvane/ie/wps.h"
 
 #include <array>
 
@@ -22,6 +22,14 @@ constexpr Integer weightedSum(Integer value, unsigned firstDigit) {
     return sum;
 }
 
+// Integers wrap around where the other signedness cannot hold them; reals are held at its limits.
+std::uint64_t unsignedValue(const Number& number) {
+    return number.isSigned() ? static_cast<std::uint64_t>(number.int64()) : number.uint64();
+}
+std::int64_t signedValue(const Number& number) {
+    return number.isUnsigned() ? static_cast<std::int64_t>(number.uint64()) : number.int64();
+}
+
 }  // namespace
 
 Number HalvaneWPS::generatePIN() {
@@ -34,12 +42,12 @@ Number HalvaneWPS::generatePIN() {
 
 unsigned HalvaneWPS::computeChecksum(const std::optional<Number>& pin) {
     if (!pin) return 0;
-    const auto sum = weightedSum(static_cast<std::uint32_t>(pin->uint64()), 1);
+    const auto sum = weightedSum(static_cast<std::uint32_t>(unsignedValue(*pin)), 1);
     return (10 - sum % 10) % 10;
 }
 
 bool HalvaneWPS::validateChecksum(const std::optional<Number>& pin) {
-    return pin && weightedSum(pin->int64(), 0) % 10 == 0;
+    return pin && weightedSum(signedValue(*pin), 0) % 10 == 0;
 }
 
 }  // namespace halvane

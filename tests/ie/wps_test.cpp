@@ -1,7 +1,10 @@
-#include "halvane/ie/wps_pin.h"
+#include "halvane/ie/wps.h"
 
 #include <gtest/gtest.h>
 #include <set>
+#include <span>
+
+#include "halvane/platform/random_internal.h"
 
 using halvane::HalvaneWPS;
 using halvane::Number;
@@ -42,7 +45,11 @@ TEST(WPSPin, ComputesTheCheckDigitOfAnyNumber) {
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(100000.9)), 7u);
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(123456780)),
               HalvaneWPS::computeChecksum(Number(23456780)));
-    EXPECT_EQ(HalvaneWPS::computeChecksum(Number(-100000)), 0u);
+    // Negative: of 4294867296, the low 32 bits of the two's complement.
+    EXPECT_EQ(HalvaneWPS::computeChecksum(Number(-100000)), 9u);
+    EXPECT_EQ(HalvaneWPS::computeChecksum(Number(-1)), 6u);  // of 94967295
+    EXPECT_EQ(HalvaneWPS::computeChecksum(Number(INT64_MIN)), 0u);
+    EXPECT_EQ(HalvaneWPS::computeChecksum(Number(-100000.0)), 0u) << "a real one is held at 0";
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(UINT64_MAX)), 6u);  // of 94967295
 }
 
@@ -59,6 +66,35 @@ TEST(WPSPin, JudgesAnyNumber) {
               HalvaneWPS::validateChecksum(Number(23456780)));
     EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(INT64_MAX)));  // 54775807: sum 77
     EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(INT64_MIN)));  // 54775808: sum 78
+}
+
+TEST(WPSPin, JudgesAnUnsignedNumberAsTheSignedOneOfItsBits) {
+    EXPECT_TRUE(HalvaneWPS::validateChecksum(Number(-std::uint64_t{12345670})));
+    EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(-std::uint64_t{12345671})));
+    EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(UINT64_MAX)));  // -1
+    // A real one is held at INT64_MAX; the bits of this value would be valid.
+    EXPECT_TRUE(HalvaneWPS::validateChecksum(Number((std::uint64_t{1} << 63) + 22528)));
+    EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(9223372036854775808.0 + 22528)));
+}
+
+// Gives the bytes 251, 2, 13, 24, then 35, 46, 58 and one that nobody asks for, while it lives.
+class KnownBytes {
+  public:
+    KnownBytes() {
+        halvane::replaceRandomSource([](std::span<std::uint32_t> values) {
+            ASSERT_EQ(values.size(), 2u);
+            values[0] = 0xFB020D18;
+            values[1] = 0x232E3AFF;
+        });
+    }
+    KnownBytes(const KnownBytes&) = delete;
+    KnownBytes& operator=(const KnownBytes&) = delete;
+    ~KnownBytes() { halvane::replaceRandomSource(nullptr); }
+};
+
+TEST(WPSPin, GeneratesItsDigitsFromTheRandomBytesTensFirst) {
+    const KnownBytes source;
+    EXPECT_EQ(HalvaneWPS::generatePIN(), Number(86543217));
 }
 
 TEST(WPSPin, GeneratesFreshValidPINs) {

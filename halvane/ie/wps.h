@@ -5,8 +5,8 @@
 //
 // Threads: the class-level operations may be called from any thread; a record is used by one at a
 // time.
-#ifndef HALVANE_IE_WPS_PIN_H
-#define HALVANE_IE_WPS_PIN_H
+#ifndef HALVANE_IE_WPS_H
+#define HALVANE_IE_WPS_H
 
 #include <cstdint>
 #include <optional>
@@ -23,12 +23,13 @@ class HALVANE_EXPORT HalvaneWPS {
     static Number generatePIN();
 
     // The check digit, 0 to 9, of an eight-digit PIN, whose own last digit does not matter; so of a
-    // seven-digit one it takes ten times that. 0 for no number. A negative number counts as 0;
-    // of any other the low 32 bits count, and of those the last eight digits.
+    // seven-digit one it takes ten times that. 0 for no number. The low 32 bits count, of a
+    // negative integer those of its two's complement, and of that value the last eight digits.
     static unsigned computeChecksum(const std::optional<Number>& pin);
 
     // Whether the last of the last eight digits checks them; false for no number. A negative number
-    // is judged like its opposite.
+    // is judged like its opposite, and an unsigned one above INT64_MAX like the signed one of the
+    // same 64 bits.
     static bool validateChecksum(const std::optional<Number>& pin);
 
     // Stored, and neither read nor written by any operation.
