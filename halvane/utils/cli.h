@@ -37,13 +37,15 @@ enum {
     kCLIGroup = 2,       /* a heading in the list of options, in shortHelp; may be empty */
     kCLICommand = 3,     /* longName is what the user types */
     kCLIArgument = 4,    /* a positional argument, for help only */
-    kCLINumber = 6,      /* -NUM, decimal: valuePtr is a uint32_t* */
+    kCLINumber = 6,      /* -NUM, decimal: valuePtr is a uint32_t*. It has no name of its own. */
     kCLIBoolean = 7,     /* valuePtr is an int32_t* or uint32_t*: each adds 1, --no-name sets 0 */
     kCLIString = 8,      /* valuePtr is a const char**; --no-name sets it to null */
     kCLIStringArray = 9, /* valuePtr is a char***, countPtr a size_t*: each appends a copy,
-                            --no-name frees them all */
+                            --no-name frees them all. With kCLIOptionalValue it needs a
+                            defaultValue: a null one is kCLINoMemory. */
     kCLIInteger = 10,    /* valuePtr is an int32_t* or uint32_t*: -2147483648 to 4294967295, "0x..."
-                            hexadecimal, "0..." octal; --no-name sets 0 */
+                            hexadecimal, "0..." octal, white space or a '+' before it allowed;
+                            --no-name sets 0 */
     kCLICallback = 11
 };
 
