@@ -14,6 +14,14 @@ class ByteSet {
         for (const char member : members) wordOf(member) |= bitOf(member);
     }
 
+    // Of the bytes that a class of characters has.
+    constexpr explicit ByteSet(bool (*isMember)(char)) {
+        for (int value = 0; value <= UINT8_MAX; ++value) {
+            const char byte = static_cast<char>(value);
+            if (isMember(byte)) wordOf(byte) |= bitOf(byte);
+        }
+    }
+
     constexpr bool contains(char byte) const {
         return (words_[static_cast<unsigned char>(byte) / 64] & bitOf(byte)) != 0;
     }

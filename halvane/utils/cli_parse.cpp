@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "halvane/base/status.h"
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/cli_internal.h"
 #include "halvane/utils/cli_reordered_internal.h"
 #include "halvane/utils/printf.h"
@@ -70,10 +71,6 @@ std::int32_t parseNumber(CLIOption& option, const char*& text) {
     option.flags |= kCLISeen;
     text = end;
     return kStatusOK;
-}
-
-constexpr bool isDigit(char character) {
-    return character >= '0' && character <= '9';
 }
 
 // The character at `text` is no option's name.

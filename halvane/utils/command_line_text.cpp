@@ -55,10 +55,20 @@ class ArgumentVector {
     std::size_t room_ = 0;
 };
 
+// Skips white space and continued lines.
+void skipToArgument(TextCursor& text) {
+    text.skipSpace();
+    while (isContinuedLine(text)) {
+        text.skip(2);
+        text.skipSpace();
+    }
+}
+
 }  // namespace
 
 HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, HeapMemory memory) {
-    constexpr ByteSet kWhiteSpace(" \t\n\v\f\r");
+    constexpr ByteSet kWhiteSpace(isSpace);
+    if (text == nullptr) return kStatusUnsupported;
     const std::size_t length = std::strlen(text);
     // No argument is longer than what it was written as, and what ended it makes room for its NUL.
     auto* bytes = static_cast<char*>(memory.reallocate(nullptr, length + 1));
@@ -70,7 +80,7 @@ HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, Hea
     }
     TextCursor cursor({text, length});
     int found = 0;
-    for (skipToQuotedToken(cursor); !cursor.atEnd(); skipToQuotedToken(cursor)) {
+    for (skipToArgument(cursor); !cursor.atEnd(); skipToArgument(cursor)) {
         if (found == INT_MAX || !arguments.append(bytes)) return kStatusNoMemory;
         ++found;
         TokenBuffer token(bytes, cursor.remaining());

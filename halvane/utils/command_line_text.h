@@ -12,12 +12,14 @@ extern "C" {
 #endif
 
 /* Splits a NUL-terminated text at white space into arguments, with the quotes and escapes of
- * ParseQuotedEscapedString (halvane/utils/quoted_text.h); "" is an argument that is empty. An
- * escaped NUL ends its argument for whoever takes it as a C string.
+ * ParseQuotedEscapedString (halvane/utils/quoted_text.h); "" is an argument that is empty. A
+ * backslash and a newline before an argument are skipped as white space is. An escaped NUL ends its
+ * argument for whoever takes it as a C string.
  *
  * kStatusOK: *vector holds *count arguments and a null pointer behind them; its strings may be
  * changed, in place, and its pointers moved about. It is released with FreeCommandLineArgV, not
- * with free(). kStatusNoMemory: nothing was written. */
+ * with free(). kStatusNoMemory, and kStatusUnsupported for a null text: nothing was written.
+ * Neither `count` nor `vector` may be null. */
 HALVANE_EXPORT HalvaneStatus ParseCommandLineIntoArgV(const char* text, int* count, char*** vector);
 
 /* `vector` may be null. */

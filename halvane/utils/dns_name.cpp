@@ -1,6 +1,7 @@
 #include "halvane/utils/dns_name.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "halvane/utils/ascii_internal.h"
@@ -40,7 +41,8 @@ class LabelWriter {
     std::size_t size_ = 0;
 };
 
-// The length of the character, perhaps escaped, that `name` begins with; 0 for a lone backslash.
+// The length of the character, perhaps escaped, that `name` begins with; 0 where a backslash
+// stands alone or before a number that is no byte.
 std::size_t characterSize(string_view name) {
     if (name.front() != '\\') return 1;
     if (name.size() == 1) return 0;
@@ -50,7 +52,7 @@ std::size_t characterSize(string_view name) {
         if (i == name.size() || !halvane::isDigit(name[i])) return 2;
         value = value * 10 + halvane::digitValue(name[i]);
     }
-    return value <= 255 ? 1 + kDigits : 2;
+    return value <= UINT8_MAX ? 1 + kDigits : 0;
 }
 
 }  // namespace
@@ -74,6 +76,7 @@ void ConvertUTF8StringToRFC1034LabelString(const char* text, char* buffer) {
 }
 
 HalvaneStatus ValidDNSName(const char* name) {
+    if (name == nullptr) return kStatusTooFew;
     string_view rest = name;
     if (rest.empty()) return kStatusTooFew;
     std::size_t nameLength = 0;

@@ -8,10 +8,7 @@
 
 namespace {
 
-template <typename Value>
-constexpr int orderOf(Value a, Value b) {
-    return (a > b) - (a < b);
-}
+using halvane::orderOf;
 
 // A run of digits: how many zeros lead, and what they lead to. A run of nothing but zeros keeps
 // its last one as the number.
@@ -34,20 +31,14 @@ int compareNumbers(const Number& a, const Number& b) {
     return orderOf(a.zeros, b.zeros);
 }
 
-int compareCharacters(char a, char b, bool caseSensitive) {
-    if (!caseSensitive) {
-        a = halvane::lowerOf(a);
-        b = halvane::lowerOf(b);
-    }
-    return orderOf(static_cast<unsigned char>(a), static_cast<unsigned char>(b));
-}
-
 }  // namespace
 
 int TextCompareNatural(const char* a, std::size_t aLength, const char* b, std::size_t bLength,
                        bool caseSensitive) {
     std::string_view first = halvane::textOf(a, aLength);
     std::string_view second = halvane::textOf(b, bLength);
+    const auto compareCharacters =
+        caseSensitive ? halvane::orderOfBytes : halvane::orderIgnoringCase;
     // What was compared so far is equal, so both stand before a run of digits or neither within.
     while (!first.empty() && !second.empty()) {
         int order = 0;
@@ -55,7 +46,7 @@ int TextCompareNatural(const char* a, std::size_t aLength, const char* b, std::s
             const Number number = takeNumber(first);
             order = compareNumbers(number, takeNumber(second));
         } else {
-            order = compareCharacters(first.front(), second.front(), caseSensitive);
+            order = compareCharacters(first.front(), second.front());
             first.remove_prefix(1);
             second.remove_prefix(1);
         }

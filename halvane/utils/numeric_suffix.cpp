@@ -5,11 +5,11 @@
 #include <charconv>
 #include <cstring>
 #include <optional>
+#include <span>
 #include <string_view>
-#include <sys/random.h>
 
+#include "halvane/platform/random_internal.h"
 #include "halvane/utils/ascii_internal.h"
-#include "halvane/utils/numeric_suffix_internal.h"
 #include "halvane/utils/text_cursor_internal.h"
 #include "halvane/utils/utf_text.h"
 
@@ -85,23 +85,36 @@ class SuffixText {
 
 std::uint32_t randomNumber() {
     std::uint32_t number = 0;
-    // As little as this is given at once, or, before the system has any, refused: 0 will do then.
-    if (::getrandom(&number, sizeof(number), GRND_NONBLOCK) < 0) return 0;
+    halvane::fillRandom({&number, 1});
     return number;
 }
 
-}  // namespace
-
-namespace halvane {
-
-std::uint64_t nextSuffixNumber(std::uint64_t number, std::uint64_t threshold,
-                               std::uint32_t (*random)()) {
+std::uint64_t numberBehind(std::uint64_t number, std::uint64_t threshold) {
     constexpr std::uint32_t kSpread = 0x7F;
-    const std::uint64_t step = number < threshold ? 1 : 1 + (random() & kSpread);
+    const std::uint64_t step = number < threshold ? 1 : 1 + (randomNumber() & kSpread);
     return step <= UINT64_MAX - number ? number + step : kFirstNumber;
 }
 
-}  // namespace halvane
+// Writes the first `nameLength` bytes of `text` with a suffix behind them within `capacity` bytes,
+// and a terminator where the text has one.
+HalvaneStatus append(char* text, std::size_t nameLength, bool isTerminated, std::size_t capacity,
+                     const SuffixText& written, std::size_t* newLength) {
+    const string_view suffix = written.text();
+    const std::size_t needed = suffix.size() + (isTerminated ? 1 : 0);
+    if (needed > capacity) return kStatusNoRoom;
+    const std::size_t kept = TruncateUTF8(text, nameLength, capacity - needed);
+    suffix.copy(text + kept, suffix.size());
+    *newLength = kept + suffix.size();
+    if (isTerminated) text[*newLength] = '\0';
+    return kStatusOK;
+}
+
+// A name as a suffix follows it.
+string_view trimmed(string_view name, bool parenthesised) {
+    return parenthesised ? name.substr(0, name.find_last_not_of(' ') + 1) : name;
+}
+
+}  // namespace
 
 bool ContainsNumericSuffix(const char* text, std::size_t length, bool parenthesised) {
     return suffixOf(halvane::textOf(text, length), parenthesised).has_value();
@@ -118,16 +131,9 @@ std::uint64_t RemoveNumericSuffix(const char* text, std::size_t length, bool par
 HalvaneStatus AppendNumericSuffix(char* text, std::size_t length, std::size_t capacity,
                                   std::uint64_t number, bool parenthesised,
                                   std::size_t* newLength) {
-    const SuffixText written(number, parenthesised);
-    const string_view suffix = written.text();
-    if (suffix.size() > capacity) return kStatusNoRoom;
-    string_view name = halvane::textOf(text, length);
-    if (parenthesised) name = name.substr(0, name.find_last_not_of(' ') + 1);
-    const std::size_t kept = TruncateUTF8(name.data(), name.size(), capacity - suffix.size());
-    suffix.copy(text + kept, suffix.size());
-    *newLength = kept + suffix.size();
-    if (*newLength < capacity) text[*newLength] = '\0';
-    return kStatusOK;
+    const string_view name = trimmed(halvane::textOf(text, length), parenthesised);
+    return append(text, name.size(), length == SIZE_MAX, capacity, {number, parenthesised},
+                  newLength);
 }
 
 HalvaneStatus IncrementNumericSuffix(char* text, std::size_t length, std::size_t capacity,
@@ -139,11 +145,12 @@ HalvaneStatus IncrementNumericSuffix(char* text, std::size_t length, std::size_t
 HalvaneStatus IncrementNumericSuffixEx(char* text, std::size_t length, std::size_t capacity,
                                        bool parenthesised, std::size_t* newLength,
                                        std::uint64_t threshold) {
-    const string_view name = halvane::textOf(text, length);
-    const auto suffix = suffixOf(name, parenthesised);
-    const std::size_t nameLength = suffix ? suffix->start : name.size();
+    const string_view whole = halvane::textOf(text, length);
+    const auto suffix = suffixOf(whole, parenthesised);
+    const string_view name =
+        trimmed(suffix ? whole.substr(0, suffix->start) : whole, parenthesised);
     const std::uint64_t number =
-        suffix ? halvane::nextSuffixNumber(numberOf(suffix->digits), threshold, randomNumber)
-               : kFirstNumber;
-    return AppendNumericSuffix(text, nameLength, capacity, number, parenthesised, newLength);
+        suffix ? numberBehind(numberOf(suffix->digits), threshold) : kFirstNumber;
+    return append(text, name.size(), length == SIZE_MAX, capacity, {number, parenthesised},
+                  newLength);
 }

@@ -3,14 +3,16 @@
  * Usable from C11 and C++20. Every function may be called from any thread, on one text by one
  * thread at a time.
  *
- * The suffix of the parenthesised style is a space, which may be missing where it is read, and the
- * number in parentheses; that of the dashed style a '-', which may be missing likewise, and the
- * number. Numbers are decimal; those beyond 64 bits count as UINT64_MAX.
+ * There are two styles. In the parenthesised one the suffix is a space and the number in
+ * parentheses; in the dashed one it is a '-' and the number. Where a suffix is read, the space or
+ * the '-' may be missing. Numbers are decimal; those beyond 64 bits count as UINT64_MAX.
  *
- * A text has `length` bytes, NULs included; a length of SIZE_MAX is that of a NUL-terminated text.
- * Functions that change a text do so in place, within `capacity` bytes, and store its new length in
- * *newLength. A terminator follows where the capacity leaves room for it, not where the text fills
- * it: with the size of a buffer less 1 as capacity, text[*newLength] is there to be set. */
+ * A text has `length` bytes, NULs included, and no terminator: none is read or written. With a
+ * length of SIZE_MAX the text is NUL-terminated, and stays so: the terminator is among the
+ * `capacity` bytes that it may fill.
+ *
+ * Functions that change a text do so in place and store its new length, without a terminator, in
+ * *newLength. No argument may be null. */
 #ifndef HALVANE_UTILS_NUMERIC_SUFFIX_H
 #define HALVANE_UTILS_NUMERIC_SUFFIX_H
 
@@ -41,7 +43,8 @@ HALVANE_EXPORT uint64_t RemoveNumericSuffix(const char* text, size_t length, boo
 /* Appends " (number)", without the spaces that the text ends with, or "-number". Where that does
  * not fit, the text is cut before, as TruncateUTF8 (halvane/utils/utf_text.h) does.
  *
- * kStatusNoRoom: the capacity is less than the suffix alone; nothing was written. */
+ * kStatusNoRoom: the capacity does not hold the suffix alone, with its terminator if the text has
+ * one; nothing was written. */
 HALVANE_EXPORT HalvaneStatus AppendNumericSuffix(char* text, size_t length, size_t capacity,
                                                  uint64_t number, bool parenthesised,
                                                  size_t* newLength);

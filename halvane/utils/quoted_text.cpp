@@ -12,10 +12,6 @@ constexpr bool isOctalDigit(char character) {
     return digitValue(character) < 8;
 }
 
-bool isContinuedLine(const TextCursor& text) {
-    return text.peek() == '\\' && text.peek(1) == '\n';
-}
-
 char take(TextCursor& text) {
     const char byte = text.peek();
     text.skip(1);
@@ -67,14 +63,6 @@ void takeDoubleQuoted(TextCursor& text, TokenBuffer& token) {
 
 }  // namespace
 
-void skipToQuotedToken(TextCursor& text) {
-    text.skipSpace();
-    while (isContinuedLine(text)) {
-        text.skip(2);
-        text.skipSpace();
-    }
-}
-
 void takeQuotedToken(TextCursor& text, const ByteSet& delimiters, TokenBuffer& token) {
     constexpr auto canEscape = [](char) { return true; };
     while (!text.atEnd() && !delimiters.contains(text.peek())) {
@@ -121,7 +109,7 @@ bool ParseQuotedEscapedString(const char* text, const char* end, char delimiter,
                               std::size_t capacity, std::size_t* copied, std::size_t* total,
                               const char** next) {
     TextCursor cursor = cursorOf(text, end);
-    halvane::skipToQuotedToken(cursor);
+    cursor.skipSpace();
     if (cursor.atEnd()) return false;
     TokenBuffer token(buffer, capacity);
     halvane::takeQuotedToken(cursor, ByteSet({&delimiter, 1}), token);

@@ -36,7 +36,8 @@ extern "C" {
  *                      before anything else stays
  *   '...'              up to the next ', all of it as it is
  *
- *   \ newline          is removed, between tokens too
+ *   \ newline          is removed; one before anything else of a token begins it, so that white
+ *                      space behind it is not skipped, and alone it is an empty token
  *   \xHH \XHH          the byte of two hexadecimal digits
  *   \OOO               the byte of three octal digits, the first 0 to 3
  *

@@ -28,8 +28,10 @@ class TokenBuffer {
     std::size_t total_ = 0;
 };
 
-// Skips white space and continued lines.
-void skipToQuotedToken(TextCursor& text);
+// Whether the text stands at a backslash and a newline, which are no part of what is read.
+inline bool isContinuedLine(const TextCursor& text) {
+    return text.peek() == '\\' && text.peek(1) == '\n';
+}
 
 // Reads up to a delimiter outside of quotes, which stays unread, or up to the end.
 void takeQuotedToken(TextCursor& text, const ByteSet& delimiters, TokenBuffer& token);

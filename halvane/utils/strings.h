@@ -6,9 +6,9 @@
  * compilers define _GNU_SOURCE; nothing here needs it.
  *
  * Conventions, beside those of halvane/utils/printf.h:
- *  1. A `length` of SIZE_MAX is that of a NUL-terminated text. With any other, functions named
- * str... take a text that ends at a NUL before it, as strncmp does; for the others a NUL is a byte
- * like any other.
+ *  1. A `length` of SIZE_MAX is that of a NUL-terminated text. With any other, a NUL is a byte like
+ *     any other, but for strncasestr, strnspn, strnspnx, strtoi, tolowerstr, toupperstr and
+ *     UTF16strlen: to them a text ends at a NUL before it too.
  *  2. Nothing is read past the length, nor written past a capacity or a size.
  *  3. Upper and lower case are those of ASCII, and white space and digits too, whatever the locale
  *     is. */
@@ -26,6 +26,7 @@
 #include "halvane/utils/numeric_suffix.h"
 #include "halvane/utils/owned_text.h"
 #include "halvane/utils/quoted_text.h"
+#include "halvane/utils/random.h"
 #include "halvane/utils/text_compare.h"
 #include "halvane/utils/text_integer.h"
 #include "halvane/utils/text_search.h"

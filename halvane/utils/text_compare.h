@@ -7,9 +7,10 @@
  * them ends first, it is the lesser. The forms with an "i" take the letters A-Z for a-z, whatever
  * the locale is; bytes of other characters are compared as they are.
  *
- * A text ends after `length` bytes or at a NUL, whichever comes first; a length of SIZE_MAX is that
- * of a NUL-terminated text. Nothing past it is read, nor is anything of a text past the first
- * difference, but for its length where its end is looked at. */
+ * A text has `length` bytes, NULs included: "ab" and a NUL behind it, of length 3, is greater than
+ * the C string "ab". A length of SIZE_MAX is that of a NUL-terminated text. Nothing past it is
+ * read, nor is anything of a text past the first difference, but for its length where its end is
+ * looked at. */
 #ifndef HALVANE_UTILS_TEXT_COMPARE_H
 #define HALVANE_UTILS_TEXT_COMPARE_H
 

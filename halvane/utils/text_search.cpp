@@ -39,8 +39,7 @@ std::size_t strnspn(const char* text, std::size_t length, const char* accepted) 
 }
 
 std::size_t strnspnx(const char* text, std::size_t length, const char* accepted) {
-    const std::size_t span = strnspn(text, length, accepted);
-    return span == length || text[span] == '\0' ? span : 0;
+    return strnspn(text, length, accepted);
 }
 
 void* BoyerMooreSearch(const void* text, std::size_t textLength, const void* pattern,

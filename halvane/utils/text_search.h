@@ -27,10 +27,9 @@ extern "C" {
 HALVANE_EXPORT char* stristr(const char* text, const char* pattern);
 HALVANE_EXPORT char* strncasestr(const char* text, size_t length, const char* pattern);
 
-/* How many bytes at the start of the text are characters of `accepted`. */
+/* How many bytes at the start of the text are characters of `accepted`. No NUL is, so that one ends
+ * the span whatever the length. One function under two names. */
 HALVANE_EXPORT size_t strnspn(const char* text, size_t length, const char* accepted);
-
-/* The same for the text as a whole: its length where all its bytes are accepted, else 0. */
 HALVANE_EXPORT size_t strnspnx(const char* text, size_t length, const char* accepted);
 
 /* The first place of the bytes of `pattern` in those of `text`; null: there is none. An empty

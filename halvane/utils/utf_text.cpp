@@ -16,23 +16,20 @@ std::size_t announcedSize(char lead) {
     return marks == 1 || marks > kLongest ? 0 : static_cast<std::size_t>(marks);
 }
 
-// Without the last lead byte and what follows it, where that is not as long as announced.
+// The first half of a surrogate pair, written as if it were a character.
+bool isHighSurrogate(std::string_view sequence) {
+    return sequence.size() > 1 && sequence[0] == '\xED' && (sequence[1] & 0xF0) == 0xA0;
+}
+
+// Without the last lead byte and what follows it, where that is not a whole character.
 std::string_view withoutPartialEnd(std::string_view text) {
     std::size_t lead = text.size();
     while (lead > 0 && halvane::printing::isContinuation(text[lead - 1])) --lead;
     if (lead == 0) return {};
     --lead;
-    const bool isWhole = announcedSize(text[lead]) == text.size() - lead;
+    const std::string_view last = text.substr(lead);
+    const bool isWhole = announcedSize(last.front()) == last.size() && !isHighSurrogate(last);
     return isWhole ? text : text.substr(0, lead);
-}
-
-std::string_view withoutLoneHighSurrogate(std::string_view text) {
-    constexpr std::size_t kSize = 3;
-    if (text.size() < kSize) return text;
-    const std::string_view last = text.substr(text.size() - kSize);
-    const bool isHigh =
-        last[0] == '\xED' && (last[1] & 0xF0) == 0xA0 && halvane::printing::isContinuation(last[2]);
-    return isHigh ? text.substr(0, text.size() - kSize) : text;
 }
 
 }  // namespace
@@ -45,7 +42,7 @@ std::size_t TruncateUTF8(const char* text, std::size_t length, std::size_t maxim
     } else if (length <= maximum) {
         return length;
     }
-    return withoutLoneHighSurrogate(withoutPartialEnd({text, maximum})).size();
+    return withoutPartialEnd({text, maximum}).size();
 }
 
 std::size_t UTF16strlen(const std::uint16_t* text, std::size_t length) {

@@ -15,13 +15,14 @@ extern "C" {
 
 /* The greatest length, in bytes and not above `maximum`, to which UTF-8 text can be cut without
  * parting the bytes of a character. A text that is no longer than `maximum` keeps its length,
- * whatever it holds. SIZE_MAX as `length`: NUL-terminated; nothing behind
- * `maximum` bytes is read but the one that may be the terminator.
+ * whatever it holds. SIZE_MAX as `length`: NUL-terminated; nothing behind `maximum` bytes is read
+ * but the one that may be the terminator.
  *
- * The bytes of a character are a lead byte and the continuation bytes behind it; they stay where
- * they are as many as the lead byte announces, 6 at most, and go together where they are not. The
- * first half of a surrogate pair, which some encoders write as if it were a character (ED, then A0
- * to AF), does not stay without the second. */
+ * Only the last character within `maximum` is looked at: a lead byte and the continuation bytes
+ * behind it. They stay where they are as many as the lead byte announces, 6 at most, and go
+ * together where they are not; continuation bytes that nothing leads go too. The first half of a
+ * surrogate pair, which some encoders write as if it were a character (ED, then A0 to AF), goes as
+ * well. */
 HALVANE_EXPORT size_t TruncateUTF8(const char* text, size_t length, size_t maximum);
 
 /* The number of code units before the first 0, and not above `length`. SIZE_MAX: 0-terminated. */

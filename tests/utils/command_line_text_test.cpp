@@ -50,12 +50,20 @@ TEST(CommandLineText, ContinuesLines) {
     EXPECT_EQ(arguments("\\\n"), Words{});
 }
 
+TEST(CommandLineText, IsRefusedWhereItIsNull) {
+    int count = 99;
+    char** vector = nullptr;
+    EXPECT_EQ(ParseCommandLineIntoArgV(nullptr, &count, &vector), -6705);
+    EXPECT_EQ(count, 99);
+    EXPECT_EQ(vector, nullptr);
+}
+
 TEST(CommandLineText, EndsAnArgumentAtAnEscapedNul) {
     EXPECT_EQ(arguments("a\\x00b c"), (Words{"a", "c"}));
 }
 
 TEST(CommandLineText, HoldsAnyNumberOfArguments) {
-    for (const std::size_t count : {1, 14, 15, 16, 17, 31, 32, 33, 1000}) {
+    for (const std::size_t count : {1u, 14u, 15u, 16u, 17u, 31u, 32u, 33u, 1000u}) {
         std::string text;
         Words words;
         for (std::size_t i = 0; i < count; ++i) {

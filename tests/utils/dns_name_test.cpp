@@ -131,8 +131,10 @@ TEST(DNSName, CountsAnEscapeAsOneCharacter) {
         {simple, kStatusOK},
         {simple + "\\.", -6743},
         {std::string(60, 'a') + "\\255", kStatusOK},
-        {std::string(60, 'a') + "\\256", kStatusOK},  // 61 and the digits 5 and 6
-        {std::string(61, 'a') + "\\256", -6743},
+        {"\\256", -6742},  // above every byte
+        {"a\\999b", -6742},
+        {std::string(63, 'a') + "\\256", -6742},
+        {"\\25.a", kStatusOK},  // an escaped 2, and a 5
         {std::string(61, 'a') + "\\255", kStatusOK},
         {std::string(62, 'a') + "\\25", -6743},
         {"a\\", -6742},
@@ -140,6 +142,22 @@ TEST(DNSName, CountsAnEscapeAsOneCharacter) {
         {"a\\\\", kStatusOK},
     };
     for (const auto& [name, status] : rows) EXPECT_EQ(validity(name), status) << name;
+}
+
+// The name with each of its characters but the dots as a backslash and decimal digits.
+std::string escapedNameOf(std::size_t size) {
+    std::string escaped;
+    for (const char character : nameOf(size)) escaped += character == '.' ? "." : "\\097";
+    return escaped;
+}
+
+TEST(DNSName, HasAtMost254CharactersHoweverTheyAreWritten) {
+    EXPECT_EQ(validity(escapedNameOf(254)), kStatusOK);
+    EXPECT_EQ(validity(escapedNameOf(255)), -6751);
+}
+
+TEST(DNSName, IsNoneWhereItIsNull) {
+    EXPECT_EQ(ValidDNSName(nullptr), -6750);
 }
 
 TEST(DNSName, OfAMadeLabelIsValid) {

@@ -1,19 +1,20 @@
 #include "halvane/utils/numeric_suffix.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "halvane/utils/numeric_suffix_internal.h"
+#include "halvane/platform/random_internal.h"
 
 #include "tests/support/guarded_bytes.h"
 
 namespace {
 
-using halvane::nextSuffixNumber;
 using halvane::testing::GuardedBytes;
 
 constexpr bool kParenthesised = true;
@@ -92,7 +93,7 @@ TEST(NumericSuffix, SaturatesBeyond64Bits) {
                         });
 }
 
-// The text within `capacity` bytes of memory, with the number appended.
+// The text of a stated length, with the number appended within `capacity` bytes of memory.
 std::string appended(const std::string& text, std::size_t capacity, std::uint64_t number,
                      bool parenthesised) {
     GuardedBytes buffer(std::max(capacity, text.size()), 'x');
@@ -102,8 +103,8 @@ std::string appended(const std::string& text, std::size_t capacity, std::uint64_
         AppendNumericSuffix(buffer.chars(), text.size(), capacity, number, parenthesised, &length),
         kStatusOK);
     EXPECT_LE(length, capacity);
-    if (length < capacity) {
-        EXPECT_EQ(buffer.chars()[length], '\0');
+    if (length < capacity && length >= text.size()) {
+        EXPECT_EQ(buffer.chars()[length], 'x');  // no terminator
     }
     return std::string(buffer.text().substr(0, length));
 }
@@ -148,6 +149,83 @@ TEST(NumericSuffix, IsRefusedWhereItDoesNotFitAlone) {
     EXPECT_EQ(length, 99u);
 }
 
+// What is left in `capacity` bytes of memory of a terminated text and its suffix: the text and its
+// terminator; a status where it was refused.
+std::string ofTerminated(const std::string& text, std::size_t capacity, auto&& change) {
+    GuardedBytes buffer(std::max(capacity, text.size() + 1), 'x');
+    text.copy(buffer.chars(), text.size());
+    buffer.chars()[text.size()] = '\0';
+    std::size_t length = 99;
+    const HalvaneStatus status = change(buffer.chars(), SIZE_MAX, capacity, &length);
+    if (status != kStatusOK) {
+        EXPECT_EQ(length, 99u);
+        EXPECT_EQ(buffer.chars(), text);
+        return std::to_string(status);
+    }
+    EXPECT_LT(length, capacity);
+    EXPECT_EQ(std::string(buffer.chars()).size(), length);
+    return buffer.chars();
+}
+
+std::string ofStated(const std::string& text, std::size_t capacity, auto&& change) {
+    GuardedBytes buffer(std::max(capacity, text.size()), 'x');
+    text.copy(buffer.chars(), text.size());
+    std::size_t length = 99;
+    const HalvaneStatus status = change(buffer.chars(), text.size(), capacity, &length);
+    if (status != kStatusOK) return std::to_string(status);
+    EXPECT_EQ(buffer.text().find('\0'), std::string_view::npos);
+    return std::string(buffer.text().substr(0, length));
+}
+
+struct CapacityRow {
+    std::size_t capacity;
+    const char* ofStated;
+    const char* ofTerminated;
+};
+
+TEST(NumericSuffix, IsAppendedWithinTheCapacity) {
+    const std::vector<CapacityRow> rows = {
+        {3, "-6763", "-6763"},      {4, " (9)", "-6763"},        {5, "a (9)", " (9)"},
+        {8, "abcd (9)", "abc (9)"}, {9, "abcd (9)", "abcd (9)"}, {10, "abcd (9)", "abcd (9)"},
+    };
+    const auto append = [](char* text, std::size_t length, std::size_t capacity,
+                           std::size_t* newLength) {
+        return AppendNumericSuffix(text, length, capacity, 9, kParenthesised, newLength);
+    };
+    for (const CapacityRow& row : rows) {
+        EXPECT_EQ(ofStated("abcd", row.capacity, append), row.ofStated) << row.capacity;
+        EXPECT_EQ(ofTerminated("abcd", row.capacity, append), row.ofTerminated) << row.capacity;
+    }
+}
+
+TEST(NumericSuffix, IsIncrementedWithinTheCapacity) {
+    const std::vector<CapacityRow> rows = {
+        {4, "-6763", "-6763"},      {5, " (10)", "-6763"},        {6, "a (10)", " (10)"},
+        {8, "abc (10)", "ab (10)"}, {9, "abcd (10)", "abc (10)"}, {10, "abcd (10)", "abcd (10)"},
+    };
+    const auto increment = [](char* text, std::size_t length, std::size_t capacity,
+                              std::size_t* newLength) {
+        return IncrementNumericSuffix(text, length, capacity, kParenthesised, newLength);
+    };
+    for (const CapacityRow& row : rows) {
+        EXPECT_EQ(ofStated("abcd (9)", row.capacity, increment), row.ofStated) << row.capacity;
+        EXPECT_EQ(ofTerminated("abcd (9)", row.capacity, increment), row.ofTerminated)
+            << row.capacity;
+    }
+}
+
+TEST(NumericSuffix, IsRefusedWhereTheTerminatorHasNoRoom) {
+    const auto dash = [](char* text, std::size_t length, std::size_t capacity,
+                         std::size_t* newLength) {
+        return AppendNumericSuffix(text, length, capacity, 2, kDashed, newLength);
+    };
+    EXPECT_EQ(ofTerminated("abcd", 0, dash), "-6763");
+    EXPECT_EQ(ofTerminated("abcd", 2, dash), "-6763");
+    EXPECT_EQ(ofTerminated("abcd", 3, dash), "-2");
+    EXPECT_EQ(ofTerminated("a\xC3\xA9", 5, dash), "a-2");
+    EXPECT_EQ(ofTerminated("a\xC3\xA9", 6, dash), "a\xC3\xA9-2");
+}
+
 std::string incremented(const std::string& text, bool parenthesised, std::uint64_t threshold) {
     GuardedBytes buffer(text.size() + 24);
     text.copy(buffer.chars(), text.size());
@@ -177,17 +255,38 @@ TEST(NumericSuffix, BeginsAgainBehindTheLastNumber) {
     EXPECT_EQ(incremented("a-99999999999999999999", kDashed, 10), "a-2");
 }
 
+// Gives the same random number again and again while it lives.
+class ConstantChance {
+  public:
+    explicit ConstantChance(std::uint32_t number) {
+        given = number;
+        halvane::replaceRandomSource(
+            [](std::span<std::uint32_t> values) { std::ranges::fill(values, given); });
+    }
+    ConstantChance(const ConstantChance&) = delete;
+    ConstantChance& operator=(const ConstantChance&) = delete;
+    ~ConstantChance() { halvane::replaceRandomSource(nullptr); }
+
+  private:
+    static inline std::uint32_t given = 0;
+};
+
+std::string incrementedByChance(const std::string& text, std::uint64_t threshold,
+                                std::uint32_t chance) {
+    const ConstantChance source(chance);
+    return incremented(text, kDashed, threshold);
+}
+
 TEST(NumericSuffix, GrowsByChanceFromTheThresholdOn) {
-    const auto none = [] { return std::uint32_t{0}; };
-    const auto all = [] { return UINT32_MAX; };
-    const auto some = [] { return std::uint32_t{0xFFFFFF85}; };
-    EXPECT_EQ(nextSuffixNumber(9, 10, all), 10u);
-    EXPECT_EQ(nextSuffixNumber(10, 10, none), 11u);
-    EXPECT_EQ(nextSuffixNumber(10, 10, all), 10u + 1 + 127);
-    EXPECT_EQ(nextSuffixNumber(1000, 10, some), 1000u + 1 + 5);
-    EXPECT_EQ(nextSuffixNumber(0, 0, all), 128u);
-    EXPECT_EQ(nextSuffixNumber(UINT64_MAX - 128, 10, all), UINT64_MAX);
-    EXPECT_EQ(nextSuffixNumber(UINT64_MAX - 127, 10, all), 2u);
+    EXPECT_EQ(incrementedByChance("a-9", 10, UINT32_MAX), "a-10");
+    EXPECT_EQ(incrementedByChance("a-10", 10, 0), "a-11");
+    EXPECT_EQ(incrementedByChance("a-10", 10, UINT32_MAX), "a-138");  // 10 + 1 + 127
+    EXPECT_EQ(incrementedByChance("a-1000", 10, 0xFFFFFF85), "a-1006");
+    EXPECT_EQ(incrementedByChance("a-0", 0, UINT32_MAX), "a-128");
+    EXPECT_EQ(incrementedByChance("a", 0, UINT32_MAX), "a-2");
+    const std::string last = "a-18446744073709551615";
+    EXPECT_EQ(incrementedByChance("a-18446744073709551487", 10, UINT32_MAX), last);
+    EXPECT_EQ(incrementedByChance("a-18446744073709551488", 10, UINT32_MAX), "a-2");
 }
 
 // 200 equal numbers in a row come up once in 2^1400.
@@ -213,7 +312,7 @@ TEST(NumericSuffix, CountsOnBelowTheThresholdOfTheShortForm) {
     for (int number = 2; number <= kNumericSuffixThreshold; ++number) {
         ASSERT_EQ(IncrementNumericSuffix(text, length, sizeof(text), kParenthesised, &length),
                   kStatusOK);
-        EXPECT_EQ(text, "Name (" + std::to_string(number) + ")");
+        EXPECT_EQ(std::string(text, length), "Name (" + std::to_string(number) + ")");
     }
 }
 

@@ -124,11 +124,30 @@ TEST(QuotedText, ContinuesLines) {
                 {
                     {"one\\\ntwo", {"onetwo"}},
                     {"\"one\\\ntwo\"", {"onetwo"}},
-                    {"one \\\n two", {"one", "two"}},
                     {"\\\none", {"one"}},
-                    {"one \\\n", {"one"}},
-                    {"\\\n\\\n", {}},
+                    {"one \\\n two", {"one", "", "two"}},  // an empty token before the blank
+                    {"one \\\n", {"one", ""}},
+                    {"\\\n\\\n", {""}},
                 });
+    expectWords(ParseQuotedEscapedString, ',',
+                {
+                    {"\\\n  one,b", {"  one", "b"}},  // the blanks are within the token
+                    {" \\\none", {"one"}},
+                    {" \\\n one", {" one"}},
+                    {"a, \\\n ,b", {"a", " ", "b"}},
+                });
+}
+
+TEST(QuotedText, ReadsAnEmptyTokenOfAContinuedLineAlone) {
+    const std::string text = "\\\n";
+    const char* next = nullptr;
+    std::size_t copied = 99;
+    std::size_t total = 99;
+    EXPECT_TRUE(ParseQuotedEscapedString(text.data(), text.data() + 2, ',', nullptr, 0, &copied,
+                                         &total, &next));
+    EXPECT_EQ(copied, 0u);
+    EXPECT_EQ(total, 0u);
+    EXPECT_EQ(next, text.data() + 2);
 }
 
 TEST(QuotedText, TakesNullsAndAnyDelimiter) {

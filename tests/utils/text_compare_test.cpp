@@ -34,7 +34,12 @@ TEST(TextCompare, ComparesATextWithAWholeCString) {
         {"a", 0, "", 0, 0},
         {"", 0, "a", -1, -1},
         {"a", 1, "", 1, 1},
-        {std::string("ab\0cd", 5), 5, "ab", 0, 0},  // a NUL ends a text
+        // With a stated length a NUL is a byte like any other.
+        {std::string("ab\0cd", 5), 5, "ab", 1, 1},
+        {std::string("ab\0", 3), 3, "ab", 1, 1},
+        {std::string("\0", 1), 1, "", 1, 1},
+        {std::string("ab\0cd", 5), 2, "ab", 0, 0},
+        {std::string("ab\0cd", 5), SIZE_MAX, "ab", 0, 0},
         {std::string("ab\0cd", 5), 5, "abc", -1, -1},
         {"\x80", 1, "a", 1, 1},  // unsigned
         {"a", 1, "\xFF", -1, -1},
@@ -66,6 +71,9 @@ TEST(TextCompare, ComparesTheStartOfAText) {
         {"prefix", 0, "", 0, 0},
         {"prefix", 0, "p", -1, -1},
         {"pre\xFF", SIZE_MAX, "prea", 1, 1},
+        {std::string("pre\0fix", 7), 7, "pre", 0, 0},
+        {std::string("pre\0fix", 7), 7, "prefix", -1, -1},
+        {std::string("\0", 1), 1, "", 0, 0},
     };
     for (const WholeRow& row : rows) {
         EXPECT_EQ(strncmp_prefix(row.text.c_str(), row.length, row.cstring), row.exact)
@@ -93,7 +101,11 @@ TEST(TextCompare, ComparesTheEndOfAText) {
         {"a", 1, "", 0, 0},
         {"xb", SIZE_MAX, "a", 1, 1},
         {"x\xFF", SIZE_MAX, "a", 1, 1},
-        {std::string("a.b\0.c", 6), 6, ".b", 0, 0},
+        {std::string("a.b\0.c", 6), 6, ".c", 0, 0},
+        {std::string("a.b\0.c", 6), 6, ".b", 1, 1},
+        {std::string("a.b\0", 4), 4, ".b", 1, 1},  // 'b' is above '.'
+        {std::string(".b\0", 3), 3, "ab", 1, 1},
+        {std::string("a.b\0.c", 6), SIZE_MAX, ".b", 0, 0},
     };
     for (const WholeRow& row : rows) {
         EXPECT_EQ(strncmp_suffix(row.text.c_str(), row.length, row.cstring), row.exact)

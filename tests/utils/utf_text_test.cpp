@@ -26,9 +26,10 @@ TEST(UTFText, IsCutBetweenCharacters) {
         {"\xF8\x88\x80\x80\x80.", {0, 0, 0, 0, 0, 5, 6}},
         {"\xFC\x84\x80\x80\x80\x80.", {0, 0, 0, 0, 0, 0, 6, 7}},
         {"\xED\x95\x9C.", {0, 0, 0, 3, 4}},  // ED before 80 to 9F is a character
-        // U+1F600 as a surrogate pair: nothing stays of it without its second half.
-        {"a\xED\xA0\xBD\xED\xB8\x80z", {0, 1, 1, 1, 1, 1, 1, 7, 8}},
-        {"\xED\xAF\xBF\xED\xB0\x80.", {0, 0, 0, 0, 0, 0, 6, 7}},
+        // U+1F600 as a surrogate pair: its first half goes where it would be the end. Where a part
+        // of the second goes, what stands before is not looked at again.
+        {"a\xED\xA0\xBD\xED\xB8\x80z", {0, 1, 1, 1, 1, 4, 4, 7, 8}},
+        {"\xED\xAF\xBF\xED\xB0\x80.", {0, 0, 0, 0, 3, 3, 6, 7}},
     };
     for (const Row& row : rows) {
         for (std::size_t maximum = 0; maximum < row.lengths.size(); ++maximum) {
@@ -43,13 +44,17 @@ TEST(UTFText, IsCutBetweenCharacters) {
 // A full stop behind makes each text too long by one.
 TEST(UTFText, IsCutBeforeBytesThatAreNoCharacter) {
     const std::vector<std::pair<std::string, std::size_t>> rows = {
-        {"a\xC3", 1},                                // a lead byte alone
-        {"a\xE2\x82", 1},                            // a byte missing
-        {"a\xC3\xA9\xA9", 1},                        // a byte too many
-        {"a\xFE\x80", 1},                            // lead bytes that announce nothing
-        {"a\xFF", 1},         {"\x80\x80\x80", 0},   // nothing leads them
-        {"ab\x80", 1},        {"a\xED\xA0\xBD", 1},  // half of a pair
-        {"a\xED\xA0Z", 4},                           // not even that
+        {"a\xC3", 1},          // a lead byte alone
+        {"a\xE2\x82", 1},      // a byte missing
+        {"a\xC3\xA9\xA9", 1},  // a byte too many
+        {"a\xFE\x80", 1},      // lead bytes that announce nothing
+        {"a\xFF", 1},
+        {"\x80\x80\x80", 0},  // nothing leads them
+        {"ab\x80", 1},
+        {"a\xED\xA0\xBD", 1},  // half of a pair
+        {"a\xED\xA0Z", 4},     // only the end is looked at
+        {"a\xED\xA0\xBD\xC3", 4},
+        {"\xC3\xE2\x82", 1},
         {"a\xED\xB8\x80", 4},
     };
     for (const auto& [text, length] : rows) {
