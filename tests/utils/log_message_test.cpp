@@ -65,8 +65,7 @@ TEST_F(LogMessageTest, EachFlagPrintsItsPart) {
 }
 
 TEST_F(LogMessageTest, TheTimeStandsBeforeTheBracket) {
-    const std::string time =
-        "\\d{4}-\\d\\d-\\d\\d (1[0-2]|[ 1-9]\\d?):\\d\\d:\\d\\d\\.\\d{6} [AP]M ";
+    const std::string time = "\\d{4}-\\d\\d-\\d\\d (0[1-9]|1[0-2]):\\d\\d:\\d\\d\\.\\d{6} [AP]M ";
     const std::string alone = loggedWith(kLogHeaderTime);
     EXPECT_TRUE(std::regex_match(alone, std::regex(time + "text"))) << alone;
     const std::string more = loggedWith(kLogHeaderTime | kLogHeaderLevel);
