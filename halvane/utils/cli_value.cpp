@@ -1,4 +1,5 @@
 // The value of an option: where it comes from, and how each type stores it.
+#include <bit>
 #include <cstdlib>
 
 #include "halvane/base/status.h"
@@ -26,7 +27,7 @@ void store(CLIOption& option, Value value) {
 }
 
 const char* defaultText(const CLIOption& option) {
-    return reinterpret_cast<const char*>(option.defaultValue);
+    return std::bit_cast<const char*>(option.defaultValue);
 }
 
 void clearString(CLIOption& option) {
