@@ -7,7 +7,11 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "halvane/base/property_list_value.h"
 
@@ -39,6 +43,58 @@ inline ByteBuffer dataFor(const PropertyListDictionary& skeleton, std::string_vi
     const auto* value = skeleton.find(key);
     const auto* data = value != nullptr ? value->as<ByteBuffer>() : nullptr;
     return data != nullptr ? *data : ByteBuffer();
+}
+
+inline std::optional<std::string> textFor(const PropertyListDictionary& skeleton,
+                                          std::string_view key) {
+    const auto* value = skeleton.find(key);
+    const auto* text = value != nullptr ? value->as<std::string>() : nullptr;
+    return text != nullptr ? std::optional(*text) : std::nullopt;
+}
+
+// The empty dictionary for a missing key.
+inline const PropertyListDictionary& dictionaryFor(const PropertyListDictionary& skeleton,
+                                                   std::string_view key) {
+    static const PropertyListDictionary nothing;
+    const auto* value = skeleton.find(key);
+    const auto* dictionary = value != nullptr ? value->as<PropertyListDictionary>() : nullptr;
+    return dictionary != nullptr ? *dictionary : nothing;
+}
+
+// One record for each dictionary of an array, in order. What is no dictionary is passed over, and
+// so is a skeleton that no record can be built from.
+template <typename Record>
+std::vector<Record> recordsOf(const PropertyListArray& array) {
+    std::vector<Record> records;
+    records.reserve(array.size());
+    for (const PropertyListValue& item : array) {
+        const auto* skeleton = item.as<PropertyListDictionary>();
+        if (skeleton == nullptr) continue;
+        auto record = Record::initWithSkeletonRepresentation(*skeleton);
+        if constexpr (std::is_same_v<decltype(record), std::optional<Record>>) {
+            if (record) records.push_back(std::move(*record));
+        } else {
+            records.push_back(std::move(record));
+        }
+    }
+    return records;
+}
+
+// The same for the array of a key; the empty list for a missing one.
+template <typename Record>
+std::vector<Record> recordsFor(const PropertyListDictionary& skeleton, std::string_view key) {
+    const auto* value = skeleton.find(key);
+    const auto* array = value != nullptr ? value->as<PropertyListArray>() : nullptr;
+    return array != nullptr ? recordsOf<Record>(*array) : std::vector<Record>();
+}
+
+// The skeletons of the records, in order.
+template <typename Record>
+PropertyListArray skeletonsOf(const std::vector<Record>& records) {
+    PropertyListArray array;
+    array.reserve(records.size());
+    for (const Record& record : records) array.emplace_back(record.skeletonRepresentation());
+    return array;
 }
 
 // Writes the value where there is one.

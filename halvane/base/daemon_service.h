@@ -1,0 +1,28 @@
+// The Wi-Fi daemon's service name, and the names formed from it.
+#ifndef HALVANE_BASE_DAEMON_SERVICE_H
+#define HALVANE_BASE_DAEMON_SERVICE_H
+
+#include <cstdint>
+#include <string>
+
+#include "halvane/base/error.h"
+
+// The service name as a literal, for names that are formed while compiling.
+#define HALVANE_DAEMON_SERVICE_NAME "org.halvane.halvaned"
+
+namespace halvane {
+
+// A reverse-DNS name; on D-Bus the daemon's bus name and its interface's name.
+inline constexpr const char kDaemonServiceName[] = HALVANE_DAEMON_SERVICE_NAME;
+
+// The domain of the errors of the configuration model and the daemon client.
+inline constexpr const char kDaemonErrorDomain[] = HALVANE_DAEMON_SERVICE_NAME ".ErrorDomain";
+
+// An error of that domain.
+inline Error daemonError(std::int64_t code) {
+    return Error{kDaemonErrorDomain, code};
+}
+
+}  // namespace halvane
+
+#endif
