@@ -1,21 +1,19 @@
 // The channels of the 2.4 GHz and 5 GHz bands: all of them, or those asked for.
 #include <cstdint>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/xml_property_list.h"
 #include "halvane/regulatory/channel.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/format.h"
 #include "tools/halvane/message.h"
-#include "tools/halvane/record_json.h"
+#include "tools/halvane/print_records.h"
 
 namespace halvane::tool {
 
@@ -94,39 +92,16 @@ JSON jsonOf(const Channel& channel) {
     return object;
 }
 
-void printJSON(const std::vector<Channel>& channels) {
-    auto array = JSON::array();
-    for (const Channel& channel : channels) array.push_back(jsonOf(channel));
-    std::puts(array.dump(2).c_str());
-}
-
-void printJSONLines(const std::vector<Channel>& channels) {
-    for (const Channel& channel : channels) std::puts(jsonOf(channel).dump().c_str());
-}
-
-void printPropertyList(const std::vector<Channel>& channels) {
-    PropertyListArray array;
-    for (const Channel& channel : channels) {
-        PropertyListDictionary dictionary;
-        forEachMember(channel, [&](const char* name, unsigned value) {
-            dictionary.set(name, Number(value));
-        });
-        array.emplace_back(std::move(dictionary));
-    }
-    std::fputs(xmlPropertyList(std::move(array)).value_or("").c_str(), stdout);
+PropertyListDictionary propertyListOf(const Channel& channel) {
+    PropertyListDictionary dictionary;
+    forEachMember(channel,
+                  [&](const char* name, unsigned value) { dictionary.set(name, Number(value)); });
+    return dictionary;
 }
 
 void print(const std::vector<Channel>& channels, Format format) {
-    switch (format) {
-        case Format::Text:
-            return printTable(channels);
-        case Format::JSON:
-            return printJSON(channels);
-        case Format::JSONLines:
-            return printJSONLines(channels);
-        case Format::PropertyList:
-            return printPropertyList(channels);
-    }
+    if (format == Format::Text) return printTable(channels);
+    printRecords(channels, format, jsonOf, propertyListOf);
 }
 
 }  // namespace

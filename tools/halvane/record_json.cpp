@@ -1,9 +1,5 @@
 #include "tools/halvane/record_json.h"
 
-#include <concepts>
-#include <nlohmann/json.hpp>
-#include <utility>
-
 #include "halvane/base/vendor.h"
 #include "halvane/ie/fancy_formatting.h"
 
@@ -13,24 +9,8 @@ namespace halvane::tool {
 
 namespace {
 
-JSON jsonOf(bool value) {
-    return value;
-}
-JSON jsonOf(std::integral auto value) {
-    return value;
-}
-JSON jsonOf(const std::string& text) {
-    return text;
-}
-JSON jsonOf(const ByteBuffer& bytes) {
-    return bytes.hex();
-}
-
-JSON jsonOf(const Number& number) {
-    if (const auto value = number.exactInt64()) return *value;
-    if (const auto value = number.exactUInt64()) return *value;
-    return number.real();
-}
+// Plain values, beside the classes below.
+using tool::jsonOf;
 
 // Each element class has a list of its properties below.
 JSON jsonOf(const HalvaneRSNIE& ie);
@@ -57,12 +37,7 @@ JSON jsonOf(const std::optional<Value>& value) {
     return value ? jsonOf(*value) : JSON();
 }
 
-// Absent values are left out.
-void put(JSON& object, const char* key, JSON value) {
-    if (!value.is_null()) object.emplace(key, std::move(value));
-}
-
-#define HALVANE_MEMBER(property) put(object, #property, jsonOf(ie.property()))
+#define HALVANE_MEMBER(property) putMember(object, #property, jsonOf(ie.property()))
 
 JSON jsonOf(const HalvaneRSNIE& ie) {
 #define HALVANE_FLAG_MEMBER(getter, setter) HALVANE_MEMBER(getter);
@@ -244,9 +219,9 @@ JSON addressOf(const ByteBuffer& address) {
 }  // namespace
 
 void appendRecord(JSON& object, const HalvaneMAC& ie) {
-    put(object, "mac", addressOf(ie.mac()));
-    put(object, "SSID", textOf(ie.SSID()));
-    put(object, "SSIDHex", jsonOf(ie.SSID()));
+    putMember(object, "mac", addressOf(ie.mac()));
+    putMember(object, "SSID", textOf(ie.SSID()));
+    putMember(object, "SSIDHex", jsonOf(ie.SSID()));
     HALVANE_MEMBER(channel);
     HALVANE_MEMBER(channelWidth);
     HALVANE_MEMBER(RSSI);

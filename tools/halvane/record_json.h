@@ -5,14 +5,11 @@
 #ifndef TOOLS_HALVANE_RECORD_JSON_H
 #define TOOLS_HALVANE_RECORD_JSON_H
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "halvane/ie/mac.h"
 
-namespace halvane::tool {
+#include "tools/halvane/json_value.h"
 
-// Keys in the order in which they were added, so that the same record gives the same text.
-using JSON = nlohmann::ordered_json;
+namespace halvane::tool {
 
 // Adds the record's members to an object.
 void appendRecord(JSON& object, const HalvaneMAC& record);
