@@ -62,6 +62,9 @@ class HALVANE_EXPORT HalvaneChannel {
     // out unless it is above 0.
     std::string description() const;
 
+    // All properties are equal.
+    friend bool operator==(const HalvaneChannel& a, const HalvaneChannel& b) = default;
+
     // Builds the map of the 42 channels of the 2.4 GHz and 5 GHz bands unless it exists already;
     // every lookup does so first.
     static void initChannelMapTable();
