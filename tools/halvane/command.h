@@ -41,6 +41,12 @@ extern CLIOption gDecodeOptions[];
 int decodeCommand();
 extern CLIOption gChannelsOptions[];
 int channelsCommand();
+extern CLIOption gSKUsOptions[];
+int skusCommand();
+extern CLIOption gCountriesOptions[];
+int countriesCommand();
+extern CLIOption gCountryOptions[];
+int countryCommand();
 extern CLIOption gPINOptions[];
 int pinCommand();
 
