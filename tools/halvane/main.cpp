@@ -52,6 +52,30 @@ CLIOption gCommands[] = {
          "Prints the channels of the 2.4 GHz and 5 GHz bands: number, centre frequency and\n"
          "the channel that is the other half of its 40 MHz channel."},
     {.type = kCLICommand,
+     .longName = "skus",
+     .handler = handle<skusCommand>,
+     .subOptions = gSKUsOptions,
+     .shortHelp = "print the regulatory regions",
+     .longHelp =
+         "Prints the SKUs, the regions that variants of a product are made for: short name,\n"
+         "number of countries and name."},
+    {.type = kCLICommand,
+     .longName = "countries",
+     .handler = handle<countriesCommand>,
+     .subOptions = gCountriesOptions,
+     .shortHelp = "print the countries of the regions",
+     .longHelp =
+         "Prints the countries of all SKUs, or of one: ISO name and number, the short name of\n"
+         "their SKU, and their own."},
+    {.type = kCLICommand,
+     .longName = "country",
+     .handler = handle<countryCommand>,
+     .subOptions = gCountryOptions,
+     .shortHelp = "print a country and its channels",
+     .longHelp =
+         "Prints a country and the channels that it allows, each with its frequency: whether\n"
+         "it is listed but disabled, is radar prone, and can be 40 MHz wide."},
+    {.type = kCLICommand,
      .longName = "pin",
      .handler = handle<pinCommand>,
      .subOptions = gPINOptions,

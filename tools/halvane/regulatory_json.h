@@ -6,12 +6,20 @@
 #define TOOLS_HALVANE_REGULATORY_JSON_H
 
 #include "halvane/regulatory/channel.h"
+#include "halvane/regulatory/country.h"
+#include "halvane/regulatory/sku.h"
 
 #include "tools/halvane/json_value.h"
 
 namespace halvane::tool {
 
 JSON jsonOf(const HalvaneChannel& channel);
+
+// With its channels.
+JSON jsonOf(const HalvaneCountry& country);
+
+// With its countries and their channels.
+JSON jsonOf(const HalvaneSKU& sku);
 
 }  // namespace halvane::tool
 
