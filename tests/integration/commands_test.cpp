@@ -52,7 +52,7 @@ TEST(Usage, PrintsHelpOnStandardError) {
     EXPECT_EQ(summary.errors.substr(0, 16), "\nUsage: halvane ");
     EXPECT_EQ(halvane({"help"}).errors, summary.errors);
     EXPECT_EQ(halvane({"-h"}).errors, summary.errors);
-    for (const char* command : {"decode", "pin", "channels", "help"}) {
+    for (const char* command : {"decode", "pin", "psk", "config", "channels", "help"}) {
         const auto help = halvane({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.output, "");
@@ -65,7 +65,7 @@ TEST(Usage, PrintsHelpOnStandardError) {
 TEST(Usage, IsHeldAsFiles) {
     const std::filesystem::path golden = HALVANE_GOLDEN;
     expectGolden(halvane({"--help"}).errors, golden / "help.txt");
-    for (const std::string command : {"decode", "channels", "pin", "help"}) {
+    for (const std::string command : {"decode", "channels", "pin", "psk", "config", "help"}) {
         expectGolden(halvane({"help", command}).errors, golden / ("help_" + command + ".txt"));
     }
 }
@@ -88,7 +88,7 @@ TEST(Usage, PrintsTheVersion) {
 }
 
 TEST(Usage, TellsAboutOutputThatIsLost) {
-    for (const char* words : {"--version", "pin", "channels"}) {
+    for (const char* words : {"--version", "pin", "channels", "config"}) {
         const auto result =
             runProgram({"/bin/sh", "-c", "exec \"$0\" \"$1\" >/dev/full", HALVANE_TOOL, words});
         EXPECT_EQ(result.status, 1) << words;

@@ -43,6 +43,10 @@ extern CLIOption gChannelsOptions[];
 int channelsCommand();
 extern CLIOption gPINOptions[];
 int pinCommand();
+extern CLIOption gPSKOptions[];
+int pskCommand();
+extern CLIOption gConfigOptions[];
+int configCommand();
 
 }  // namespace halvane::tool
 
