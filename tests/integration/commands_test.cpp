@@ -53,7 +53,7 @@ TEST(Usage, PrintsHelpOnStandardError) {
     EXPECT_EQ(halvane({"help"}).errors, summary.errors);
     EXPECT_EQ(halvane({"-h"}).errors, summary.errors);
     for (const char* command :
-         {"decode", "channels", "skus", "countries", "country", "pin", "help"}) {
+         {"decode", "channels", "skus", "countries", "country", "pin", "psk", "config", "help"}) {
         const auto help = halvane({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.output, "");
@@ -67,7 +67,7 @@ TEST(Usage, IsHeldAsFiles) {
     const std::filesystem::path golden = HALVANE_GOLDEN;
     expectGolden(halvane({"--help"}).errors, golden / "help.txt");
     for (const std::string command :
-         {"decode", "channels", "skus", "countries", "country", "pin", "help"}) {
+         {"decode", "channels", "skus", "countries", "country", "pin", "psk", "config", "help"}) {
         expectGolden(halvane({"help", command}).errors, golden / ("help_" + command + ".txt"));
     }
 }
@@ -90,7 +90,7 @@ TEST(Usage, PrintsTheVersion) {
 }
 
 TEST(Usage, TellsAboutOutputThatIsLost) {
-    for (const char* words : {"--version", "pin", "channels", "skus", "countries"}) {
+    for (const char* words : {"--version", "pin", "channels", "skus", "countries", "config"}) {
         const auto result =
             runProgram({"/bin/sh", "-c", "exec \"$0\" \"$1\" >/dev/full", HALVANE_TOOL, words});
         EXPECT_EQ(result.status, 1) << words;

@@ -49,6 +49,10 @@ extern CLIOption gCountryOptions[];
 int countryCommand();
 extern CLIOption gPINOptions[];
 int pinCommand();
+extern CLIOption gPSKOptions[];
+int pskCommand();
+extern CLIOption gConfigOptions[];
+int configCommand();
 
 }  // namespace halvane::tool
 

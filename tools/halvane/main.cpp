@@ -85,6 +85,25 @@ CLIOption gCommands[] = {
          "With 'check N' prints no PIN but tells by the exit status whether the last digit\n"
          "of the PIN N, of eight digits, is the one that checks the others."},
     {.type = kCLICommand,
+     .longName = "psk",
+     .handler = handle<pskCommand>,
+     .subOptions = gPSKOptions,
+     .shortHelp = "print the WPA pre-shared key of a passphrase",
+     .longHelp =
+         "Prints the pre-shared key of WPA and WPA2 that a passphrase makes for the SSID, as 64\n"
+         "hexadecimal digits. The passphrase is the first line of standard input; where that is\n"
+         "a terminal it is asked for and not shown. It has 8 to 63 characters of printable\n"
+         "ASCII, but not 32."},
+    {.type = kCLICommand,
+     .longName = "config",
+     .handler = handle<configCommand>,
+     .subOptions = gConfigOptions,
+     .shortHelp = "print the BSS configuration that options make",
+     .longHelp =
+         "Prints the configuration of a network as the daemon would be given it, passphrase\n"
+         "and key included. Without options it is an open network of all PHY modes. WORDS are\n"
+         "separated by commas, in any case; those of a group take the place of its defaults."},
+    {.type = kCLICommand,
      .longName = "help",
      .handler = _CLIHelpCommand,
      .subOptions = gHelpOptions,
