@@ -104,7 +104,7 @@ class HexReader {
         do {
             // A block with a stranger in it is not tried again before its last character.
             if (nextBlock_ == nullptr || at_ >= nextBlock_) {
-                blocks();
+                if (remaining() >= kBlockDigits) blocks();
                 nextBlock_ = at_ + std::min(kBlockDigits, remaining());
             }
             pairs();
@@ -127,8 +127,8 @@ class HexReader {
         return isSeparator && (flags_ & kHexToDataFlagSkipSeparators) != 0;
     }
 
-    void blocks() {
-        if (remaining() < kBlockDigits) return;
+    // Apart from the rest, so that short texts do not pay for it.
+    [[gnu::noinline]] void blocks() {
         halvane::Secret<DecodedBlock> block;  // for keys and passphrases come this way too
         for (; remaining() >= kBlockDigits && decodeBlock(at_, *block); at_ += kBlockDigits) {
             sink_.putBlock(block->bytes);
