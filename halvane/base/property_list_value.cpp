@@ -58,7 +58,8 @@ void PropertyListDictionary::set(std::string key, PropertyListValue value) {
         entries_[index].second = std::move(value);
         return;
     }
-    if (entries_.empty()) entries_.reserve(kUsualEntries);
+    // A dictionary of one entry stays that small.
+    if (entries_.size() == 1) entries_.reserve(kUsualEntries);
     entries_.emplace_back(std::move(key), std::move(value));
     try {
         indexLastEntry();

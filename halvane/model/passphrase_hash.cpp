@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <array>
 #include <climits>
-#include <vector>
 
 #include "halvane/model/passphrase_hash_internal.h"
 
@@ -8,14 +8,13 @@ namespace halvane {
 
 namespace {
 
-// What F starts with: the SSID and the block's index, most significant byte first. The SSID is no
-// secret, so this needs no wiping.
-std::vector<std::uint8_t> messageOf(std::span<const std::uint8_t> ssid, std::uint32_t index) {
-    std::vector<std::uint8_t> message(ssid.begin(), ssid.end());
-    for (int shift = 24; shift >= 0; shift -= CHAR_BIT) {
-        message.push_back(static_cast<std::uint8_t>(index >> shift));
+// The index of a block as it follows the SSID in what F starts with: most significant byte first.
+std::array<std::uint8_t, sizeof(std::uint32_t)> bytesOf(std::uint32_t index) {
+    std::array<std::uint8_t, sizeof(index)> bytes{};
+    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte, index >>= CHAR_BIT) {
+        *byte = static_cast<std::uint8_t>(index);
     }
-    return message;
+    return bytes;
 }
 
 }  // namespace
@@ -24,7 +23,7 @@ void derivePassphraseBlock(std::span<const std::uint8_t> passphrase,
                            std::span<const std::uint8_t> ssid, std::uint32_t iterations,
                            std::uint32_t index, SHA1Digest& block) {
     const HMACSHA1 hmac(passphrase);
-    HMACSHA1Chain chain(hmac, messageOf(ssid, index));
+    HMACSHA1Chain chain(hmac, ssid, bytesOf(index));
     for (std::uint32_t i = 1; i < iterations; ++i) {
         chain.stepInner();
         chain.stepOuter();
@@ -35,8 +34,8 @@ void derivePassphraseBlock(std::span<const std::uint8_t> passphrase,
 void deriveWPAKey(std::span<const std::uint8_t> passphrase, std::span<const std::uint8_t> ssid,
                   WPAKey& key) {
     const HMACSHA1 hmac(passphrase);
-    HMACSHA1Chain first(hmac, messageOf(ssid, 1));
-    HMACSHA1Chain second(hmac, messageOf(ssid, 2));
+    HMACSHA1Chain first(hmac, ssid, bytesOf(1));
+    HMACSHA1Chain second(hmac, ssid, bytesOf(2));
     for (std::uint32_t i = 1; i < kWPAIterations; ++i) {
         first.stepInner();
         second.stepInner();

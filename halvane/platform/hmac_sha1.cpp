@@ -45,12 +45,14 @@ void startWith(std::uint8_t pad, const std::array<std::uint8_t, kSHA1BlockSize>&
 }
 
 // Goes on from the state after one block.
-void finish(const SHA1State& start, std::span<const std::uint8_t> message, SHA1Digest& digest) {
+void finish(const SHA1State& start, std::span<const std::uint8_t> message,
+            std::span<const std::uint8_t> rest, SHA1Digest& digest) {
     Secret<sha1_ctx> hash;
     nettle_sha1_init(&*hash);
     std::ranges::copy(start, hash->state);
     hash->count = 1;
     update(hash, message);
+    update(hash, rest);
     nettle_sha1_digest(&*hash, digest.size(), digest.data());
 }
 
@@ -70,16 +72,18 @@ HMACSHA1::HMACSHA1(std::span<const std::uint8_t> key) {
     startWith(kOuterPad, *block, *outer_);
 }
 
-void HMACSHA1::authenticate(std::span<const std::uint8_t> message, SHA1Digest& code) const {
+void HMACSHA1::authenticate(std::span<const std::uint8_t> message,
+                            std::span<const std::uint8_t> rest, SHA1Digest& code) const {
     Secret<SHA1Digest> inner;
-    finish(*inner_, message, *inner);
-    finish(*outer_, *inner, code);
+    finish(*inner_, message, rest, *inner);
+    finish(*outer_, *inner, {}, code);
 }
 
-HMACSHA1Chain::HMACSHA1Chain(const HMACSHA1& hmac, std::span<const std::uint8_t> message)
+HMACSHA1Chain::HMACSHA1Chain(const HMACSHA1& hmac, std::span<const std::uint8_t> message,
+                             std::span<const std::uint8_t> rest)
     : hmac_(hmac) {
     Secret<SHA1Digest> first;
-    hmac.authenticate(message, *first);
+    hmac.authenticate(message, rest, *first);
     std::ranges::copy(*first, work_->block.begin());
     load(work_->sum, first->data());
     // The padding of a message of the pad's block and a digest: a bit, zeros, the length in bits.

@@ -26,8 +26,12 @@ class HMACSHA1 {
     // A key of any length.
     explicit HMACSHA1(std::span<const std::uint8_t> key);
 
-    // Writes the code of a message of any length.
-    void authenticate(std::span<const std::uint8_t> message, SHA1Digest& code) const;
+    // Writes the code of a message of any length, the two parts one behind the other.
+    void authenticate(std::span<const std::uint8_t> message, std::span<const std::uint8_t> rest,
+                      SHA1Digest& code) const;
+    void authenticate(std::span<const std::uint8_t> message, SHA1Digest& code) const {
+        authenticate(message, {}, code);
+    }
 
   private:
     friend class HMACSHA1Chain;
@@ -43,8 +47,10 @@ class HMACSHA1 {
 // time than one.
 class HMACSHA1Chain {
   public:
-    // Starts at U1, the code of a message of any length. `hmac` must outlive the chain.
-    HMACSHA1Chain(const HMACSHA1& hmac, std::span<const std::uint8_t> message);
+    // Starts at U1, the code of a message of any length in up to two parts. `hmac` must outlive the
+    // chain.
+    HMACSHA1Chain(const HMACSHA1& hmac, std::span<const std::uint8_t> message,
+                  std::span<const std::uint8_t> rest = {});
 
     // One step is the first half and then the second.
     void stepInner();

@@ -257,6 +257,21 @@ TEST(PassphrasePrompt, IsRepeatedWhereTheProgramGoesOnAfterASignal) {
     EXPECT_EQ(program.screen(), "\r\n" + std::string(kIEEEKey) + "\r\n");
 }
 
+TEST(PassphrasePrompt, LeavesASignalThatWasBlockedToWhoBlockedIt) {
+    sigset_t interrupt;
+    sigset_t before;
+    ::sigemptyset(&interrupt);
+    ::sigaddset(&interrupt, SIGINT);
+    ::pthread_sigmask(SIG_BLOCK, &interrupt, &before);
+    TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    program.waitFor("Passphrase: ");
+    // The terminal throws away with the signal what was typed before it.
+    program.type("wrong\x03password\n");
+    EXPECT_EQ(program.waitFor(kIEEEKey), "\r\n");
+    EXPECT_EQ(WEXITSTATUS(program.wait()), 0);
+}
+
 TEST(PassphrasePrompt, IsRepeatedAfterAStop) {
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     program.waitFor("Passphrase: ");

@@ -76,15 +76,17 @@ class Line {
 };
 
 // The signals that end or stop a program from its terminal, or end it in any case, and the one that
-// a program goes on with after a stop that no program sees, kept back to be read from a file.
+// a program goes on with after a stop that no program sees, kept back to be read from a file. One
+// that was kept back already, by who started the program, stays so: it would do nothing.
 class SignalWatch {
   public:
     SignalWatch() {
+        ::sigprocmask(SIG_BLOCK, nullptr, &before_);
         ::sigemptyset(&watched_);
         for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGCONT}) {
-            ::sigaddset(&watched_, signal);
+            if (::sigismember(&before_, signal) == 0) ::sigaddset(&watched_, signal);
         }
-        ::sigprocmask(SIG_BLOCK, &watched_, &before_);
+        ::sigprocmask(SIG_BLOCK, &watched_, nullptr);
         file_ = ::signalfd(-1, &watched_, SFD_CLOEXEC);
     }
     SignalWatch(const SignalWatch&) = delete;
