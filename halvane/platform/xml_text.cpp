@@ -5,62 +5,15 @@
 #include <cstdint>
 #include <utility>
 
+#include "halvane/platform/utf8_internal.h"
 #include "halvane/platform/xml_text_internal.h"
 
 namespace halvane {
 
 namespace {
 
-struct Character {
-    char32_t codePoint;
-    std::size_t size;  // in bytes
-};
-
-// A row of the table of well-formed byte sequences (The Unicode Standard, table 3-7): the second
-// byte is what excludes overlong forms, surrogates and values beyond U+10FFFF.
-struct Utf8Form {
-    std::uint8_t firstMin, firstMax;
-    std::uint8_t secondMin, secondMax;
-    std::size_t size;
-};
-constexpr std::array<Utf8Form, 8> kMultiByteForms = {{
-    {0xC2, 0xDF, 0x80, 0xBF, 2},
-    {0xE0, 0xE0, 0xA0, 0xBF, 3},
-    {0xE1, 0xEC, 0x80, 0xBF, 3},
-    {0xED, 0xED, 0x80, 0x9F, 3},
-    {0xEE, 0xEF, 0x80, 0xBF, 3},
-    {0xF0, 0xF0, 0x90, 0xBF, 4},
-    {0xF1, 0xF3, 0x80, 0xBF, 4},
-    {0xF4, 0xF4, 0x80, 0x8F, 4},
-}};
-
 constexpr std::uint8_t byteAt(std::string_view text, std::size_t index) {
     return static_cast<std::uint8_t>(text[index]);
-}
-
-std::optional<Character> multiByteCharacter(std::string_view text) {
-    const std::uint8_t first = byteAt(text, 0);
-    const auto form = std::ranges::find_if(kMultiByteForms, [first](const Utf8Form& row) {
-        return first >= row.firstMin && first <= row.firstMax;
-    });
-    if (form == kMultiByteForms.end() || text.size() < form->size) return std::nullopt;
-    const std::uint8_t second = byteAt(text, 1);
-    if (second < form->secondMin || second > form->secondMax) return std::nullopt;
-
-    char32_t codePoint = first & (0x7Fu >> form->size);
-    for (std::size_t i = 1; i < form->size; ++i) {
-        const std::uint8_t byte = byteAt(text, i);
-        if ((byte & 0xC0) != 0x80) return std::nullopt;
-        codePoint = codePoint << 6 | (byte & 0x3F);
-    }
-    return Character{codePoint, form->size};
-}
-
-// The character that non-empty `text` begins with; absent where that is no UTF-8.
-std::optional<Character> firstCharacter(std::string_view text) {
-    const std::uint8_t first = byteAt(text, 0);
-    if (first < 0x80) return Character{first, 1};
-    return multiByteCharacter(text);
 }
 
 // What no version holds, not even as a reference, beside the surrogates, which UTF-8 does not know.
@@ -160,7 +113,7 @@ bool isXmlBlank(std::string_view text) {
 std::optional<XmlVersion> xmlVersionOfText(std::string_view text) {
     auto version = XmlVersion::V1_0;
     while (!text.empty()) {
-        const auto character = firstCharacter(text);
+        const auto character = firstUtf8Character(text);
         if (!character) return std::nullopt;
         const char32_t codePoint = character->codePoint;
         if (isInNone(codePoint)) return std::nullopt;
@@ -176,7 +129,7 @@ std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVers
             ++i;
             continue;
         }
-        const auto character = firstCharacter(document.substr(i));
+        const auto character = firstUtf8Character(document.substr(i));
         if (!character) return XmlRefusal{i, "not UTF-8"};
         if (!isLiteral(character->codePoint, version)) {
             return XmlRefusal{i, "character that XML does not allow"};
@@ -193,7 +146,7 @@ void appendXmlText(std::string& out, std::string_view text, XmlVersion version) 
         text.remove_prefix(1);
     }
     while (!text.empty()) {
-        const auto character = firstCharacter(text);
+        const auto character = firstUtf8Character(text);
         if (!character) return;
         appendCharacter(out, text.substr(0, character->size), character->codePoint, version);
         text.remove_prefix(character->size);
