@@ -1,0 +1,107 @@
+#include "halvane/platform/serial_queue.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "halvane/platform/thread_internal.h"
+
+namespace halvane {
+
+// Shared with the thread, which outlives a queue that is destroyed from it, and with handles.
+class SerialQueue::State {
+  public:
+    explicit State(std::string label) : label_(std::move(label)) {}
+
+    const std::string& label() const { return label_; }
+    bool isCurrent() const { return thread_.get_id() == std::this_thread::get_id(); }
+
+    static void start(const std::shared_ptr<State>& state) {
+        state->thread_ = startThread(state->label_, [state] { state->run(); });
+    }
+
+    void async(Work work) {
+        {
+            const std::lock_guard lock(mutex_);
+            if (isClosed_) return;  // the work dies with the call, when the lock is released
+            waiting_.push_back(std::move(work));
+            if (!std::exchange(isIdle_, false)) return;
+        }
+        changed_.notify_one();
+    }
+
+    void close() {
+        std::deque<Work> dropped;  // destroyed last: that may call anything
+        {
+            const std::lock_guard lock(mutex_);
+            isClosed_ = true;
+            dropped.swap(waiting_);
+        }
+        changed_.notify_one();
+        if (isCurrent()) {
+            thread_.detach();
+        } else {
+            thread_.join();
+        }
+    }
+
+  private:
+    void run() {
+        while (Work work = next()) work();
+    }
+
+    // Waits for work; none once the queue is closed.
+    Work next() {
+        std::unique_lock lock(mutex_);
+        while (waiting_.empty() && !isClosed_) {
+            isIdle_ = true;
+            changed_.wait(lock);
+        }
+        if (isClosed_) return nullptr;
+        Work work = std::move(waiting_.front());
+        waiting_.pop_front();
+        return work;
+    }
+
+    const std::string label_;
+    std::thread thread_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::deque<Work> waiting_;
+    bool isIdle_ = false;  // the thread waits and was not yet woken
+    bool isClosed_ = false;
+};
+
+SerialQueue::Handle::Handle(std::shared_ptr<State> state) : state_(std::move(state)) {}
+
+void SerialQueue::Handle::async(Work work) const {
+    state_->async(std::move(work));
+}
+
+SerialQueue::SerialQueue(std::string label) : state_(std::make_shared<State>(std::move(label))) {
+    State::start(state_);
+}
+
+SerialQueue::~SerialQueue() {
+    state_->close();
+}
+
+void SerialQueue::async(Work work) {
+    state_->async(std::move(work));
+}
+
+bool SerialQueue::isCurrent() const {
+    return state_->isCurrent();
+}
+
+const std::string& SerialQueue::label() const {
+    return state_->label();
+}
+
+SerialQueue::Handle SerialQueue::handle() const {
+    return Handle(state_);
+}
+
+}  // namespace halvane
