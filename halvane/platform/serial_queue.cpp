@@ -76,8 +76,10 @@ class SerialQueue::State {
 
 SerialQueue::Handle::Handle(std::shared_ptr<State> state) : state_(std::move(state)) {}
 
+// The work may run, and destroy the queue and the handle with it, before the call has returned.
 void SerialQueue::Handle::async(Work work) const {
-    state_->async(std::move(work));
+    const auto state = state_;
+    state->async(std::move(work));
 }
 
 SerialQueue::SerialQueue(std::string label) : state_(std::make_shared<State>(std::move(label))) {
@@ -89,7 +91,7 @@ SerialQueue::~SerialQueue() {
 }
 
 void SerialQueue::async(Work work) {
-    state_->async(std::move(work));
+    handle().async(std::move(work));
 }
 
 bool SerialQueue::isCurrent() const {

@@ -117,7 +117,7 @@ class HALVANE_EXPORT ServiceConnection {
     // - the service goes away before it has replied (Interrupted), or nobody owns its name
     // - the service replies with an error, or with something else than a dictionary
     // - `message` cannot be sent: a string or key is not UTF-8 or holds U+0000, a value is a date,
-    //   an object or null, containers nest deeper than D-Bus allows, which is 21 dictionaries or 31
+    //   an object or null, containers nest deeper than D-Bus allows, which is 20 dictionaries or 30
     //   arrays in one another, or the whole is longer than kServiceMessageLimit.
     void sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
                               ReplyHandler handler);
