@@ -2,8 +2,8 @@
 #include <type_traits>
 #include <variant>
 
-#include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/base/utf8_internal.h"
+#include "halvane/platform/bus_message_check_internal.h"
 
 namespace halvane {
 
