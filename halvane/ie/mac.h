@@ -194,6 +194,11 @@ class HALVANE_EXPORT HalvaneMAC {
     // Several lines of padded labels, then each decoded element under its heading.
     std::string description() const;
 
+    // Equal in all that a skeleton representation carries, and so in what is derived from it; an
+    // absent element buffer equals an empty one. The link history and the trailing bytes that form
+    // no element do not count.
+    friend HALVANE_EXPORT bool operator==(const HalvaneMAC& a, const HalvaneMAC& b);
+
   protected:
     explicit HalvaneMAC(const ByteBuffer& mac);
     explicit HalvaneMAC(const PropertyListDictionary& skeleton);

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/ie/mac.h"
 
@@ -65,6 +67,16 @@ HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton)
     RSSI_ = skeleton::numberFor(skeleton, kRSSI);
     beaconInterval_ = skeleton::numberFor(skeleton, kBeaconInterval);
     parseInformationElements();
+}
+
+bool operator==(const HalvaneMAC& a, const HalvaneMAC& b) {
+    const auto carried = [](const HalvaneMAC& record) {
+        return std::tie(record.mac_, record.IEs_, record.lastUpdated_, record.firstAdded_,
+                        record.capabilities_, record.channel_, record.noise_, record.RSSI_,
+                        record.beaconInterval_);
+    };
+    return carried(a) == carried(b) &&
+           a.ieBuffer_.value_or(ByteBuffer()) == b.ieBuffer_.value_or(ByteBuffer());
 }
 
 }  // namespace halvane

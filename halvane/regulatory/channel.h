@@ -82,6 +82,8 @@ class HALVANE_EXPORT HalvaneChannel {
     // The other half of the channel's 40 MHz channel; 0 where there is none.
     static unsigned channelExtensionForNumber(unsigned channel);
 
+    friend bool operator==(const HalvaneChannel&, const HalvaneChannel&) = default;
+
   private:
     HalvaneChannel() = default;
 

@@ -1,0 +1,66 @@
+// A station associated with a network that the machine hosts: the record of a station as seen in
+// the air, with when it came and went.
+//
+// Whoever tracks the station sets its fields; nothing here changes them. A value type, used by one
+// thread at a time.
+#ifndef HALVANE_MODEL_CLIENT_H
+#define HALVANE_MODEL_CLIENT_H
+
+#include <cstdint>
+#include <string>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/ie/mac.h"
+
+namespace halvane {
+
+class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
+  public:
+    // A station of that address, created now, not associated, with deauthReason() 1.
+    static HalvaneClient initWithMAC(const ByteBuffer& mac);
+
+    // Reads the keys of a HalvaneMAC and its own; a missing one reads as 0 or false.
+    static HalvaneClient initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
+
+    // The keys of a HalvaneMAC, then "isAssociated", "createTime", "joinTime", "leftTime" and
+    // "deauthReason", always written.
+    PropertyListDictionary skeletonRepresentation() const;
+
+    bool isAssociated() const { return isAssociated_; }
+    void setIsAssociated(bool value) { isAssociated_ = value; }
+
+    // Microseconds of system up-time: of creation, of joining, and of leaving; 0 before.
+    std::uint64_t createTime() const { return createTime_; }
+    void setCreateTime(std::uint64_t value) { createTime_ = value; }
+    std::uint64_t joinTime() const { return joinTime_; }
+    void setJoinTime(std::uint64_t value) { joinTime_ = value; }
+    std::uint64_t leftTime() const { return leftTime_; }
+    void setLeftTime(std::uint64_t value) { leftTime_ = value; }
+
+    // Why it was last sent away: a reason code of IEEE 802.11-2020, 9.4.1.7; 1 is "unspecified".
+    std::uint64_t deauthReason() const { return deauthReason_; }
+    void setDeauthReason(std::uint64_t value) { deauthReason_ = value; }
+
+    // Five lines of padded labels ("Lifetime" is createTime()), the HalvaneMAC's description, and a
+    // newline.
+    std::string description() const;
+
+    // Equal as HalvaneMAC records, and in the five fields.
+    friend HALVANE_EXPORT bool operator==(const HalvaneClient& a, const HalvaneClient& b);
+
+  private:
+    explicit HalvaneClient(const ByteBuffer& mac);
+    explicit HalvaneClient(const PropertyListDictionary& skeleton);
+
+    bool isAssociated_ = false;
+    std::uint64_t createTime_ = 0;
+    std::uint64_t joinTime_ = 0;
+    std::uint64_t leftTime_ = 0;
+    std::uint64_t deauthReason_ = 0;
+};
+
+}  // namespace halvane
+
+#endif

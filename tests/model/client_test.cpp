@@ -1,0 +1,191 @@
+#include "halvane/model/client.h"
+
+#include <cstdint>
+#include <gtest/gtest.h>
+
+#include "halvane/platform/up_time_internal.h"
+
+#include "tests/support/skeletons.h"
+
+using namespace halvane;
+using namespace halvane::testing;
+
+namespace {
+
+const ByteBuffer kAddress = {0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E};
+const ByteBuffer kElements = {0,    2,    'h',  'i',         // SSID
+                              1,    4,    0x82, 0x84, 0x8B,  // 1, 2, 5.5 and
+                              0x96, 0xDD, 0};                // 11 Mbit/s, an empty vendor element
+
+HalvaneClient freshClient() {
+    const ScopedUpTime clock(7'000'000'000);
+    return HalvaneClient::initWithMAC(kAddress);
+}
+
+HalvaneClient wholeClient() {
+    auto client = freshClient();
+    const ScopedUpTime clock(8'000'000'000);
+    client.setCapabilityField(0x0411);
+    client.setInformationElements(kElements);
+    client.setChannel(Number(6));
+    client.setNoise(Number(-95));
+    client.setRSSI(Number(-61));
+    client.setBeaconInterval(Number(100));
+    client.setIsAssociated(true);
+    client.setCreateTime(1);
+    client.setJoinTime(std::uint64_t{1} << 63);
+    client.setLeftTime(UINT64_MAX);
+    client.setDeauthReason(UINT64_MAX - 1);
+    return client;
+}
+
+HalvaneClient read(const PropertyListDictionary& skeleton) {
+    return HalvaneClient::initWithSkeletonRepresentation(skeleton);
+}
+
+TEST(Client, IsCreatedNowAndNotAssociated) {
+    const auto client = freshClient();
+    EXPECT_EQ(client.mac(), kAddress);
+    EXPECT_EQ(client.firstAdded(), 7'000'000u);
+    EXPECT_FALSE(client.isAssociated());
+    EXPECT_EQ(client.createTime(), 7'000'000u);
+    EXPECT_EQ(client.joinTime(), 0u);
+    EXPECT_EQ(client.leftTime(), 0u);
+    EXPECT_EQ(client.deauthReason(), 1u);
+}
+
+TEST(Client, IsAStationAsSeenInTheAir) {
+    auto client = wholeClient();
+    EXPECT_EQ(client.SSID(), (ByteBuffer{'h', 'i'}));
+    EXPECT_EQ(client.maxPHYRate(), Number(11));
+    EXPECT_EQ(client.securityFriendlyName(), "WEP");
+    HalvaneMAC& record = client;
+    record.setRSSI(Number(-40));
+    EXPECT_EQ(client.RSSI(), Number(-40));
+}
+
+TEST(ClientSkeleton, AddsItsKeysToThoseOfItsBase) {
+    const auto client = wholeClient();
+    PropertyListDictionary expected =
+        static_cast<const HalvaneMAC&>(client).skeletonRepresentation();
+    EXPECT_EQ(expected.size(), 10u);
+    expected.set("isAssociated", true);
+    expected.set("createTime", 1u);
+    expected.set("joinTime", std::uint64_t{1} << 63);
+    expected.set("leftTime", UINT64_MAX);
+    expected.set("deauthReason", UINT64_MAX - 1);
+    EXPECT_EQ(client.skeletonRepresentation(), expected);
+}
+
+TEST(ClientSkeleton, OfAFreshClientHoldsAllFiveKeys) {
+    PropertyListDictionary expected;
+    expected.set("MAC", kAddress);
+    expected.set("LastUpdated", 0u);
+    expected.set("FirstUpdated", 7'000'000u);
+    expected.set("Capabilities", 0u);
+    expected.set("isAssociated", false);
+    expected.set("createTime", 7'000'000u);
+    expected.set("joinTime", 0u);
+    expected.set("leftTime", 0u);
+    expected.set("deauthReason", 1u);
+    EXPECT_EQ(freshClient().skeletonRepresentation(), expected);
+}
+
+TEST(ClientSkeleton, ComesThroughXmlEqual) {
+    for (const auto& client : {wholeClient(), freshClient()}) {
+        const auto skeleton = throughXml(client.skeletonRepresentation());
+        EXPECT_EQ(skeleton, client.skeletonRepresentation());
+        EXPECT_EQ(read(skeleton), client);
+    }
+    const auto skeleton = wholeClient().skeletonRepresentation();
+    EXPECT_EQ(read(throughXml(skeleton)).skeletonRepresentation(), skeleton);
+}
+
+TEST(ClientSkeleton, DecodesTheElementsAgain) {
+    const auto client = read(wholeClient().skeletonRepresentation());
+    EXPECT_EQ(client.SSID(), (ByteBuffer{'h', 'i'}));
+    EXPECT_EQ(client.maxPHYRate(), Number(11));
+    EXPECT_EQ(client.lastUpdated(), 8'000'000u);
+    EXPECT_TRUE(client.isPrivacy());
+}
+
+TEST(ClientSkeleton, ReadsMissingKeysAsNothing) {
+    const auto client = read({});
+    EXPECT_EQ(client.mac(), ByteBuffer());
+    EXPECT_FALSE(client.isAssociated());
+    EXPECT_EQ(client.createTime(), 0u);
+    EXPECT_EQ(client.joinTime(), 0u);
+    EXPECT_EQ(client.leftTime(), 0u);
+    EXPECT_EQ(client.deauthReason(), 0u);
+}
+
+TEST(ClientSkeleton, ReadsValuesOfTheWrongKindAsMissing) {
+    for (const char* key : {"isAssociated", "createTime", "joinTime", "leftTime", "deauthReason"}) {
+        auto without = wholeClient().skeletonRepresentation();
+        without.erase(key);
+        for (const auto& value : valuesThatAreNoNumber()) {
+            auto skeleton = without;
+            skeleton.set(key, value);
+            EXPECT_EQ(read(skeleton), read(without)) << key;
+        }
+    }
+}
+
+TEST(ClientSkeleton, NumbersAndBooleansStandInForEachOther) {
+    auto skeleton = wholeClient().skeletonRepresentation();
+    skeleton.set("isAssociated", 2.5);
+    skeleton.set("joinTime", true);
+    skeleton.set("leftTime", -1);
+    skeleton.set("deauthReason", 2.9);
+    const auto client = read(skeleton);
+    EXPECT_TRUE(client.isAssociated());
+    EXPECT_EQ(client.joinTime(), 1u);
+    EXPECT_EQ(client.leftTime(), 0u);
+    EXPECT_EQ(client.deauthReason(), 2u);
+    skeleton.set("isAssociated", 0);
+    EXPECT_FALSE(read(skeleton).isAssociated());
+}
+
+TEST(ClientDescription, StandsBeforeThatOfItsBase) {
+    const auto client = wholeClient();
+    const auto fresh = freshClient();
+    const ScopedUpTime clock(9'000'000'000);
+    EXPECT_EQ(client.description(),
+              "isAssociated         : YES\n"
+              "Last Deauth Reason   : 18446744073709551614\n"
+              "Lifetime             : 1\n"
+              "Joined               : 9223372036854775808\n"
+              "Left                 : 18446744073709551615\n" +
+                  static_cast<const HalvaneMAC&>(client).description() + "\n");
+    EXPECT_TRUE(
+        fresh.description().starts_with("isAssociated         : NO\n"
+                                        "Last Deauth Reason   : 1\n"
+                                        "Lifetime             : 7000000\n"
+                                        "Joined               : 0\n"
+                                        "Left                 : 0\n"
+                                        "MAC                  : 02:1A:2B:"));
+}
+
+TEST(ClientEquality, SeesEveryFieldThatASkeletonCarries) {
+    const auto client = wholeClient();
+    EXPECT_EQ(client, wholeClient());
+    EXPECT_NE(client, freshClient());
+    const PropertyListDictionary skeleton = client.skeletonRepresentation();
+    for (const auto& [key, value] : skeleton) {
+        auto other = skeleton;
+        other.erase(key);
+        EXPECT_NE(read(other), client) << key;
+    }
+}
+
+TEST(ClientEquality, TakesAnAbsentElementBufferForAnEmptyOne) {
+    auto client = freshClient();
+    const auto before = client;
+    const ScopedUpTime clock;
+    client.setInformationElements(ByteBuffer());
+    EXPECT_EQ(client, before);
+    EXPECT_TRUE(client.ieBuffer());
+    EXPECT_FALSE(before.ieBuffer());
+}
+
+}  // namespace
