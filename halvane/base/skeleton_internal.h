@@ -38,18 +38,22 @@ inline bool boolFor(const PropertyListDictionary& skeleton, std::string_view key
     return numberFor(skeleton, key).value_or(0) != Number(0);
 }
 
+// Absent for a missing key.
+template <typename Kind>
+std::optional<Kind> valueFor(const PropertyListDictionary& skeleton, std::string_view key) {
+    const auto* value = skeleton.find(key);
+    const auto* kind = value != nullptr ? value->as<Kind>() : nullptr;
+    return kind != nullptr ? std::optional(*kind) : std::nullopt;
+}
+
 // The empty buffer for a missing key.
 inline ByteBuffer dataFor(const PropertyListDictionary& skeleton, std::string_view key) {
-    const auto* value = skeleton.find(key);
-    const auto* data = value != nullptr ? value->as<ByteBuffer>() : nullptr;
-    return data != nullptr ? *data : ByteBuffer();
+    return valueFor<ByteBuffer>(skeleton, key).value_or(ByteBuffer());
 }
 
 inline std::optional<std::string> textFor(const PropertyListDictionary& skeleton,
                                           std::string_view key) {
-    const auto* value = skeleton.find(key);
-    const auto* text = value != nullptr ? value->as<std::string>() : nullptr;
-    return text != nullptr ? std::optional(*text) : std::nullopt;
+    return valueFor<std::string>(skeleton, key);
 }
 
 // The empty dictionary for a missing key.

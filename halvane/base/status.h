@@ -18,6 +18,7 @@ typedef int32_t HalvaneStatus;
     X(kStatusBadPath, -6704, "bad path")                                    \
     X(kStatusUnsupported, -6705, "unsupported, null or unrecognised input") \
     X(kStatusOutOfRange, -6710, "value out of range")                       \
+    X(kStatusDigitsAfterGap, -6717, "digits after a gap")                   \
     X(kStatusNoMemory, -6728, "out of memory or nothing produced")          \
     X(kStatusUnknownParameter, -6735, "unknown parameter")                  \
     X(kStatusForbidden, -6736, "forbidden part")                            \

@@ -5,16 +5,12 @@
 #include <cstdint>
 #include <utility>
 
-#include "halvane/platform/utf8_internal.h"
+#include "halvane/base/utf8_internal.h"
 #include "halvane/platform/xml_text_internal.h"
 
 namespace halvane {
 
 namespace {
-
-constexpr std::uint8_t byteAt(std::string_view text, std::size_t index) {
-    return static_cast<std::uint8_t>(text[index]);
-}
 
 // What no version holds, not even as a reference, beside the surrogates, which UTF-8 does not know.
 bool isInNone(char32_t codePoint) {

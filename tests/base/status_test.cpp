@@ -20,6 +20,7 @@ const std::vector<Row> kRows = {
     {kStatusBadPath, -6704, "bad path"},
     {kStatusUnsupported, -6705, "unsupported, null or unrecognised input"},
     {kStatusOutOfRange, -6710, "value out of range"},
+    {kStatusDigitsAfterGap, -6717, "digits after a gap"},
     {kStatusNoMemory, -6728, "out of memory or nothing produced"},
     {kStatusUnknownParameter, -6735, "unknown parameter"},
     {kStatusForbidden, -6736, "forbidden part"},

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
-#include <utility>
+#include <variant>
 #include <vector>
 
 #include "halvane/base/property_list_value.h"
@@ -18,8 +18,6 @@
 namespace halvane::tool {
 
 namespace {
-
-const char* gFormat = nullptr;
 
 // A channel number is one octet in every element; each frequency in MHz is far above.
 constexpr std::uint64_t kLastNumber = 255;
@@ -107,13 +105,7 @@ void print(const std::vector<Channel>& channels, Format format) {
 }  // namespace
 
 CLIOption gChannelsOptions[] = {
-    {.type = kCLIString,
-     .longName = "format",
-     .valuePtr = &gFormat,
-     .argName = "FORMAT",
-     .flags = kCLIBareName,
-     .shortHelp = "text (default), json, jsonl or plist",
-     .longHelp = "json, plist: one document; jsonl: a line a channel."},
+    formatOption("json, plist: one document; jsonl: a line a channel."),
     {.type = kCLIArgument,
      .longName = "NUMBER|FREQUENCY...",
      .flags = kCLIOptionalValue,
@@ -125,14 +117,9 @@ CLIOption gChannelsOptions[] = {
 };
 
 int channelsCommand() {
-    const char* const typedFormat = std::exchange(gFormat, nullptr);
     const std::vector<std::string> arguments = takeArguments();
-    const std::string formatName = typedFormat != nullptr ? typedFormat : "text";
-    const auto format = formatNamed(formatName);
-    if (!format) {
-        return refuse("channels",
-                      "--format: '" + formatName + "' is not text, json, jsonl or plist");
-    }
+    const auto format = takeFormat();
+    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("channels", *error);
     std::vector<unsigned> asked;
     for (const std::string& argument : arguments) {
         const auto value = decimalOf(argument);
@@ -143,7 +130,7 @@ int channelsCommand() {
         asked.push_back(static_cast<unsigned>(*value));
     }
     bool areAllKnown = true;
-    print(asked.empty() ? allChannels() : channelsOf(asked, areAllKnown), *format);
+    print(asked.empty() ? allChannels() : channelsOf(asked, areAllKnown), std::get<Format>(format));
     return areAllKnown ? kExitDone : kExitFailed;
 }
 

@@ -25,6 +25,10 @@ int refuse(const char* command, const std::string& message) {
     return kExitUsage;
 }
 
+int refuse(const char* command, const UsageError& error) {
+    return refuse(command, error.message);
+}
+
 int exitStatusOf(Command command) noexcept {
     try {
         return command();

@@ -7,6 +7,8 @@
 
 #include "halvane/utils/cli.h"
 
+#include "tools/halvane/argument.h"
+
 namespace halvane::tool {
 
 // Exit statuses of every command.
@@ -19,6 +21,7 @@ using Command = int (*)();
 
 // Tells why the command cannot do what is asked of it, and answers kExitUsage.
 int refuse(const char* command, const std::string& message);
+int refuse(const char* command, const UsageError& error);
 
 // Runs it. What it throws becomes a message and kExitFailed.
 int exitStatusOf(Command command) noexcept;

@@ -133,7 +133,7 @@ class Decoder {
 int decodeCommand() {
     const auto options = takeDecodeOptions();
     if (const auto* error = std::get_if<UsageError>(&options)) {
-        return refuse("decode", error->message);
+        return refuse("decode", *error);
     }
     return Decoder(std::get<DecodeOptions>(options)).run();
 }

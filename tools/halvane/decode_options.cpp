@@ -15,7 +15,6 @@ constexpr std::size_t kAddressLength = 6;
 
 // The options as they were typed; null, or 0, where they were not.
 struct Typed {
-    const char* format = nullptr;
     const char* bssid = nullptr;
     const char* ssid = nullptr;
     const char* capabilities = nullptr;
@@ -27,13 +26,7 @@ Typed gTyped;
 }  // namespace
 
 CLIOption gDecodeOptions[] = {
-    {.type = kCLIString,
-     .longName = "format",
-     .valuePtr = &gTyped.format,
-     .argName = "FORMAT",
-     .flags = kCLIBareName,
-     .shortHelp = "text (default), json, jsonl or plist",
-     .longHelp = "json: one document; jsonl: a line a record; plist: the records' skeletons."},
+    formatOption("json: one document; jsonl: a line a record; plist: the records' skeletons."),
     {.type = kCLIBoolean,
      .longName = "per-frame",
      .valuePtr = &gTyped.perFrame,
@@ -105,9 +98,9 @@ UsageError badValue(const char* name, const char* value, const char* expected) {
 }
 
 std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
-    if (!read(typed.format, options.format, formatNamed)) {
-        return badValue("format", typed.format, "text, json, jsonl or plist");
-    }
+    const auto format = takeFormat();
+    if (const auto* error = std::get_if<UsageError>(&format)) return *error;
+    options.format = std::get<Format>(format);
     if (!read(typed.bssid, options.bssid, addressOf)) {
         return badValue("bssid", typed.bssid, "an address of six octets (02:1a:2b:3c:4d:5e)");
     }

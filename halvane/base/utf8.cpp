@@ -1,14 +1,15 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
-#include "halvane/platform/utf8_internal.h"
+#include "halvane/base/utf8_internal.h"
 
 namespace halvane {
 
 namespace {
 
-// A row of table 3-7: the second byte is what excludes overlong forms, surrogates and values beyond
-// U+10FFFF.
+// A row of the table of well-formed byte sequences: the second byte is what excludes overlong
+// forms, surrogates and values beyond U+10FFFF.
 struct Utf8Form {
     std::uint8_t firstMin, firstMax;
     std::uint8_t secondMin, secondMax;
@@ -25,13 +26,7 @@ constexpr std::array<Utf8Form, 8> kMultiByteForms = {{
     {0xF4, 0xF4, 0x80, 0x8F, 4},
 }};
 
-constexpr std::uint8_t byteAt(std::string_view text, std::size_t index) {
-    return static_cast<std::uint8_t>(text[index]);
-}
-
-}  // namespace
-
-std::optional<Utf8Character> multiByteUtf8Character(std::string_view text) {
+std::optional<Utf8Character> multiByteCharacter(std::string_view text) {
     const std::uint8_t first = byteAt(text, 0);
     const auto form = std::ranges::find_if(kMultiByteForms, [first](const Utf8Form& row) {
         return first >= row.firstMin && first <= row.firstMax;
@@ -49,6 +44,14 @@ std::optional<Utf8Character> multiByteUtf8Character(std::string_view text) {
     return Utf8Character{codePoint, form->size};
 }
 
+}  // namespace
+
+std::optional<Utf8Character> firstUtf8Character(std::string_view text) {
+    const std::uint8_t first = byteAt(text, 0);
+    if (first < 0x80) return Utf8Character{first, 1};
+    return multiByteCharacter(text);
+}
+
 bool isUtf8(std::string_view text) {
     while (!text.empty()) {
         const auto character = firstUtf8Character(text);
@@ -56,6 +59,17 @@ bool isUtf8(std::string_view text) {
         text.remove_prefix(character->size);
     }
     return true;
+}
+
+std::size_t utf16Length(std::string_view text) {
+    constexpr char32_t kFirstOfTwoUnits = 0x10000;
+    std::size_t length = 0;
+    while (!text.empty()) {
+        const auto character = firstUtf8Character(text);
+        length += character && character->codePoint >= kFirstOfTwoUnits ? 2 : 1;
+        text.remove_prefix(character ? character->size : 1);
+    }
+    return length;
 }
 
 }  // namespace halvane

@@ -1,0 +1,136 @@
+#include "halvane/model/bss_config.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "halvane/base/fallible_internal.h"
+#include "halvane/base/status.h"
+#include "halvane/base/utf8_internal.h"
+#include "halvane/model/config_parser.h"
+#include "halvane/model/passphrase_hash_internal.h"
+
+namespace halvane {
+
+namespace {
+
+using Octets = std::optional<ByteBuffer>;
+
+bool fail(std::optional<Error>* error, HalvaneStatus status) {
+    storeError(error, status);
+    return false;
+}
+
+// Text of up to `limit` characters as the value of `field`.
+bool setText(Octets& field, std::string_view text, std::size_t limit, std::optional<Error>* error) {
+    if (utf16Length(text) > limit) return fail(error, kStatusUnsupported);
+    field.reset();
+    if (isUtf8(text))
+        field = bufferOf({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    if (!field) return fail(error, kStatusNoMemory);
+    clearError(error);
+    return true;
+}
+
+// Octets of hexadecimal text, up to `limit` of them.
+bool setHex(Octets& field, std::string_view digits, std::size_t limit,
+            std::optional<Error>* error) {
+    std::optional<Error> failure;
+    field = ConfigParser::convertToDataFromHex(digits, &failure);
+    if (!field) {
+        if (error != nullptr) *error = failure.value_or(daemonError(kStatusNoMemory));
+        return false;
+    }
+    if (field->size() > limit) {
+        field.reset();
+        return fail(error, kStatusUnsupported);
+    }
+    clearError(error);
+    return true;
+}
+
+bool isPrintable(std::uint8_t byte) {
+    return std::isprint(byte) != 0;
+}
+
+}  // namespace
+
+HalvaneBSSConfig HalvaneBSSConfig::init() {
+    HalvaneBSSConfig configuration;
+#define HALVANE_BSS_DEFAULT(getter, setter, key, value) configuration.getter##_ = value;
+#define HALVANE_BSS_ABSENT(...)
+    HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_ABSENT, HALVANE_BSS_DEFAULT, HALVANE_BSS_DEFAULT,
+                              HALVANE_BSS_ABSENT)
+#undef HALVANE_BSS_DEFAULT
+#undef HALVANE_BSS_ABSENT
+    return configuration;
+}
+
+HalvaneSecurityKind HalvaneBSSConfig::wifiSecurity() const {
+    if (allowSecurityWPS_) return kHalvaneSecurityWPS;
+    if (allowSecurityWPA2_ || allowSecurityWPA_) {
+        return allowKeyManagement8021X_ ? kHalvaneSecurityWPA8021X : kHalvaneSecurityWPAPSK;
+    }
+    if (allowSecurityWEP_) {
+        return allowKeyManagement8021X_ ? kHalvaneSecurityWEP8021X : kHalvaneSecurityWEP;
+    }
+    return allowSecurityOpen_ ? kHalvaneSecurityOpen : kHalvaneSecurityNone;
+}
+
+bool HalvaneBSSConfig::setSSID_error(std::string_view ssid, std::optional<Error>* error) {
+    return setText(ssid_, ssid, kMaxSSIDSize, error);
+}
+
+bool HalvaneBSSConfig::setWirelessPassphrase_error(std::string_view passphrase,
+                                                   std::optional<Error>* error) {
+    return setText(passphrase_, passphrase, kMaxPassphraseSize, error);
+}
+
+bool HalvaneBSSConfig::setSSIDFromHexString_error(std::string_view digits,
+                                                  std::optional<Error>* error) {
+    return setHex(ssid_, digits, kMaxSSIDSize, error);
+}
+
+bool HalvaneBSSConfig::setWirelessPassphraseFromHexString_error(std::string_view digits,
+                                                                std::optional<Error>* error) {
+    return setHex(passphrase_, digits, SIZE_MAX, error);
+}
+
+bool HalvaneBSSConfig::setCountry_error(std::string_view /*country*/,
+                                        std::optional<Error>* /*error*/) {
+    return false;
+}
+
+void HalvaneBSSConfig::generateKeyMaterial() {
+    if (wifiSecurity() != kHalvaneSecurityWPAPSK) return;
+    keyMaterial_ = wpaPasswordHash_withSSID_error(passphrase_, ssid_);
+}
+
+std::optional<ByteBuffer> HalvaneBSSConfig::wpaPasswordHash_withSSID_error(
+    const std::optional<ByteBuffer>& passphrase, const std::optional<ByteBuffer>& ssid,
+    std::optional<Error>* error) {
+    const auto refuse = [error](HalvaneStatus status) {
+        storeError(error, status);
+        return std::optional<ByteBuffer>();
+    };
+    if (!ssid || ssid->empty() || ssid->size() > kMaxSSIDSize) return refuse(kStatusUnsupported);
+    const std::size_t size = passphrase ? passphrase->size() : 0;
+    if (size == kWPAKeySize) return std::nullopt;
+    if (size < kMinPassphraseSize || size > kMaxPassphraseSize) return refuse(kStatusUnsupported);
+    if (!std::ranges::all_of(passphrase->bytes(), isPrintable)) return refuse(kStatusUnsupported);
+
+    Secret<WPAKey> key;
+    deriveWPAKey(passphrase->bytes(), ssid->bytes(), *key);
+    auto result = bufferOf(*key);
+    return result ? result : refuse(kStatusNoMemory);
+}
+
+ByteBuffer HalvaneBSSConfig::F_withSSID_withIterations_withCount(const ByteBuffer& passphrase,
+                                                                 const ByteBuffer& ssid,
+                                                                 std::uint32_t iterations,
+                                                                 std::uint32_t count) {
+    Secret<SHA1Digest> block;
+    derivePassphraseBlock(passphrase.bytes(), ssid.bytes(), iterations, count, *block);
+    return ByteBuffer(*block);
+}
+
+}  // namespace halvane

@@ -1,0 +1,225 @@
+// The configuration of one network (BSS) that an interface hosts.
+//
+// A caller fills it from typed values or from option words, as a command line or a file gives them,
+// and has it derive the key material. As its skeleton it travels to the daemon.
+//
+// Nothing is judged as a whole: a record may allow what does not go together. The operations that
+// end in _error answer whether they succeeded. A failure stores an error of kDaemonErrorDomain,
+// with a code of halvane/base/status.h, where there is a place for it; a success clears that place.
+//
+// A value type that holds secrets: the passphrase and the key are in its memory, its skeleton and
+// its description. Used by one thread at a time; the class-level operations may be called from any.
+#ifndef HALVANE_MODEL_BSS_CONFIG_H
+#define HALVANE_MODEL_BSS_CONFIG_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/error.h"
+#include "halvane/base/export.h"
+#include "halvane/base/property_list_value.h"
+
+namespace halvane {
+
+// The fields in the order of a skeleton, each with its key there:
+//
+//   GIVEN(type, getter, key)           may be absent; changed by an operation of its own
+//   NUMBER(getter, setter, key, value) signed 64-bit, with its value at init()
+//   FLAG(getter, setter, key, value)   likewise
+//   NAME(getter, setter, key)          text that may be absent
+//
+// The keys of two authentication flags have one word too many, which belongs to the format.
+#define HALVANE_BSS_CONFIG_FIELDS(GIVEN, NUMBER, FLAG, NAME)                                     \
+    GIVEN(ByteBuffer, ssid, "SSID")                                                              \
+    GIVEN(ByteBuffer, passphrase, "Passphrase")                                                  \
+    GIVEN(ByteBuffer, keyMaterial, "KeyMaterial")                                                \
+    NUMBER(preferredOrder, setPreferredOrder, "PreferredOrder", 0)                               \
+    NUMBER(channel, setChannel, "channel", 0)                                                    \
+    NUMBER(channelWidth, setChannelWidth, "channelWidth", 0)                                     \
+    NUMBER(eapolRetryCount, setEapolRetryCount, "eapolRetryCount", 3)                            \
+    NUMBER(eapolRetryInterval, setEapolRetryInterval, "eapolRetryInterval", 100)                 \
+    NUMBER(eapolGTKRotation, setEapolGTKRotation, "eapolGTKRotation", 300)                       \
+    GIVEN(std::string, country, "country")                                                       \
+    FLAG(allowAuthenticationOpen, setAllowAuthenticationOpen, "AuthenticationOpen", true)        \
+    FLAG(allowAuthenticationSharedKey, setAllowAuthenticationSharedKey,                          \
+         "AuthenticationOpenSharedKey", false)                                                   \
+    FLAG(allowAuthenticationLEAP, setAllowAuthenticationLEAP, "AuthenticationOpenLEAP", false)   \
+    FLAG(allowSecurityOpen, setAllowSecurityOpen, "SecurityOpen", true)                          \
+    FLAG(allowSecurityWEP, setAllowSecurityWEP, "SecurityWEP", false)                            \
+    FLAG(allowSecurityWPA, setAllowSecurityWPA, "SecurityWPA", false)                            \
+    FLAG(allowSecurityWPA2, setAllowSecurityWPA2, "SecurityWPA2", false)                         \
+    FLAG(allowSecurityWPS, setAllowSecurityWPS, "SecurityWPS", false)                            \
+    FLAG(allowUnicastCipherTKIP, setAllowUnicastCipherTKIP, "CipherUnicastTKIP", false)          \
+    FLAG(allowUnicastCipherCCMP, setAllowUnicastCipherCCMP, "CipherUnicastCCMP", false)          \
+    FLAG(allowUnicastCipherUseGroup, setAllowUnicastCipherUseGroup, "CipherUnicastUseGroup",     \
+         false)                                                                                  \
+    FLAG(allowMulticastCipherWEP40, setAllowMulticastCipherWEP40, "CipherMulticastWEP40", false) \
+    FLAG(allowMulticastCipherWEP104, setAllowMulticastCipherWEP104, "CipherMulticastWEP104",     \
+         false)                                                                                  \
+    FLAG(allowMulticastCipherTKIP, setAllowMulticastCipherTKIP, "CipherMulticastTKIP", false)    \
+    FLAG(allowMulticastCipherCCMP, setAllowMulticastCipherCCMP, "CipherMulticastCCMP", false)    \
+    FLAG(allowKeyManagementPSK, setAllowKeyManagementPSK, "KeyManagementPSK", false)             \
+    FLAG(allowKeyManagement8021X, setAllowKeyManagement8021X, "KeyManagement8021X", false)       \
+    FLAG(allowPHY80211b, setAllowPHY80211b, "PHYModes80211b", true)                              \
+    FLAG(allowPHY80211g, setAllowPHY80211g, "PHYModes80211g", true)                              \
+    FLAG(allowPHY80211a, setAllowPHY80211a, "PHYModes80211a", true)                              \
+    FLAG(allowPHY80211n, setAllowPHY80211n, "PHYModes80211n", true)                              \
+    FLAG(allowPIN, setAllowPIN, "allowPIN", false)                                               \
+    FLAG(allowPushbutton, setAllowPushbutton, "allowPushbutton", false)                          \
+    NAME(wpsDeviceName, setWpsDeviceName, "wpsDeviceName")                                       \
+    NAME(wpsManufacturerName, setWpsManufacturerName, "wpsManufacturerName")                     \
+    NAME(wpsModelName, setWpsModelName, "wpsModelName")                                          \
+    NAME(wpsModelNumber, setWpsModelNumber, "wpsModelNumber")                                    \
+    NUMBER(wpsPIN, setWpsPIN, "wpsPIN", 0)                                                       \
+    NAME(wpsSerialNumber, setWpsSerialNumber, "wpsSerialNumber")
+
+// What wifiSecurity() answers.
+enum HalvaneSecurityKind : unsigned {
+    kHalvaneSecurityNone = 0,
+    kHalvaneSecurityOpen = 1,
+    kHalvaneSecurityWEP = 2,
+    kHalvaneSecurityWEP8021X = 3,
+    kHalvaneSecurityWPAPSK = 4,  // WPA, WPA2 or both
+    kHalvaneSecurityWPA8021X = 5,
+    kHalvaneSecurityWPS = 6,
+};
+
+class HALVANE_EXPORT HalvaneBSSConfig {
+  public:
+    // An open network of all PHY modes: the values above, everything else absent.
+    static HalvaneBSSConfig init();
+
+    // Missing keys read as 0, false or absent: the values of init() do not stand in for them.
+    static HalvaneBSSConfig initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
+
+    // The keys above, in that order; those of absent fields are left out.
+    PropertyListDictionary skeletonRepresentation() const;
+
+    // The fields. ssid() and passphrase() hold the octets that were set, keyMaterial() the 32 of a
+    // pre-shared key. country() comes from a skeleton alone.
+#define HALVANE_BSS_GIVEN(type, getter, key)    \
+    const std::optional<type>& getter() const { \
+        return getter##_;                       \
+    }
+#define HALVANE_BSS_VALUE(type, getter, setter) \
+    type getter() const {                       \
+        return getter##_;                       \
+    }                                           \
+    void setter(type value) {                   \
+        getter##_ = value;                      \
+    }
+#define HALVANE_BSS_NUMBER(getter, setter, key, value) \
+    HALVANE_BSS_VALUE(std::int64_t, getter, setter)
+#define HALVANE_BSS_FLAG(getter, setter, key, value) HALVANE_BSS_VALUE(bool, getter, setter)
+#define HALVANE_BSS_NAME(getter, setter, key)          \
+    const std::optional<std::string>& getter() const { \
+        return getter##_;                              \
+    }                                                  \
+    void setter(std::optional<std::string> name) {     \
+        getter##_ = std::move(name);                   \
+    }
+    HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_NUMBER, HALVANE_BSS_FLAG,
+                              HALVANE_BSS_NAME)
+#undef HALVANE_BSS_GIVEN
+#undef HALVANE_BSS_VALUE
+#undef HALVANE_BSS_NUMBER
+#undef HALVANE_BSS_FLAG
+#undef HALVANE_BSS_NAME
+
+    // What kind of network the flags make: the strongest allowed of WPS, WPA, WEP and open decides,
+    // and 802.1X key management tells the two kinds of WEP and WPA apart.
+    HalvaneSecurityKind wifiSecurity() const;
+
+    // Set the octets of ssid() or passphrase() to those of UTF-8 text.
+    //
+    //   kStatusUnsupported  33 or more characters of an SSID, 64 or more of a passphrase, in UTF-16
+    //                       code units; the octets may be more. The old value stays.
+    //   kStatusNoMemory     the text is not UTF-8, or there is no memory for it. The field is
+    //                       absent.
+    bool setSSID_error(std::string_view ssid, std::optional<Error>* error = nullptr);
+    bool setWirelessPassphrase_error(std::string_view passphrase,
+                                     std::optional<Error>* error = nullptr);
+
+    // The same from hexadecimal text, as ConfigParser::convertToDataFromHex reads it and with its
+    // codes beside these. After any failure the field is absent.
+    //
+    //   kStatusUnsupported  33 or more octets of an SSID; those of a passphrase have no limit
+    bool setSSIDFromHexString_error(std::string_view digits, std::optional<Error>* error = nullptr);
+    bool setWirelessPassphraseFromHexString_error(std::string_view digits,
+                                                  std::optional<Error>* error = nullptr);
+
+    // Set the flags of a group from a comma-separated list of the words in
+    // halvane/model/bss_option_words.h: those of its words become true, the others false, so that
+    // an empty list allows nothing.
+    //
+    //   kStatusUnsupported  a piece of the list is no word of the group; the flags stay as they are
+    bool setAuthenticationWithOptionString_error(std::string_view words,
+                                                 std::optional<Error>* error = nullptr);
+    bool setSecurityWithOptionString_error(std::string_view words,
+                                           std::optional<Error>* error = nullptr);
+    bool setUnicastCipherWithOptionString_error(std::string_view words,
+                                                std::optional<Error>* error = nullptr);
+    bool setMulticastCipherWithOptionString_error(std::string_view words,
+                                                  std::optional<Error>* error = nullptr);
+    bool setKeyManagementWithOptionString_error(std::string_view words,
+                                                std::optional<Error>* error = nullptr);
+    bool setPHYModeWithOptionString_error(std::string_view words,
+                                          std::optional<Error>* error = nullptr);
+    bool setWPSConfigurationMethodsString_error(std::string_view words,
+                                                std::optional<Error>* error = nullptr);
+
+    // No country is accepted: false, always. Neither the record nor the error is touched.
+    bool setCountry_error(std::string_view country, std::optional<Error>* error = nullptr);
+
+    // Derives keyMaterial() where wifiSecurity() is kHalvaneSecurityWPAPSK: the key of passphrase()
+    // and ssid(), or absent where wpaPasswordHash gives none. Does nothing for other kinds.
+    void generateKeyMaterial();
+
+    // The pre-shared key of a passphrase, 32 bytes (IEEE 802.11-2020, J.4.1: PBKDF2 with HMAC-SHA1
+    // and 4096 iterations). The error is written after a failure only.
+    //
+    //   absent, no error    a passphrase of exactly 32 bytes: it is no ready key either
+    //   kStatusUnsupported  no SSID, or one that has not 1 to 32 bytes; a passphrase that has not 8
+    //                       to 63 bytes, or one that isprint() does not know in the current locale
+    //   kStatusNoMemory     there is no memory for the key
+    static std::optional<ByteBuffer> wpaPasswordHash_withSSID_error(
+        const std::optional<ByteBuffer>& passphrase, const std::optional<ByteBuffer>& ssid,
+        std::optional<Error>* error = nullptr);
+
+    // One block of such a key, 20 bytes: the function F of PBKDF2 (RFC 8018, 5.2), of the block
+    // `count`, from 1 on. 0 iterations are taken for 1. Nothing is asked of the passphrase.
+    // REQUIRES: an SSID of at most 32 bytes, as there is no other; what is longer is hashed whole.
+    static ByteBuffer F_withSSID_withIterations_withCount(const ByteBuffer& passphrase,
+                                                          const ByteBuffer& ssid,
+                                                          std::uint32_t iterations,
+                                                          std::uint32_t count);
+
+    // Lines of padded labels, passphrase and key among them.
+    std::string description() const;
+
+    // All fields are equal.
+    friend bool operator==(const HalvaneBSSConfig&, const HalvaneBSSConfig&) = default;
+
+  private:
+    // A bare object: 0, false or absent.
+    HalvaneBSSConfig() = default;
+
+#define HALVANE_BSS_GIVEN(type, getter, key) std::optional<type> getter##_;
+#define HALVANE_BSS_NUMBER(getter, setter, key, value) std::int64_t getter##_ = 0;
+#define HALVANE_BSS_FLAG(getter, setter, key, value) bool getter##_ = false;
+#define HALVANE_BSS_NAME(getter, setter, key) std::optional<std::string> getter##_;
+    HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_NUMBER, HALVANE_BSS_FLAG,
+                              HALVANE_BSS_NAME)
+#undef HALVANE_BSS_GIVEN
+#undef HALVANE_BSS_NUMBER
+#undef HALVANE_BSS_FLAG
+#undef HALVANE_BSS_NAME
+};
+
+}  // namespace halvane
+
+#endif

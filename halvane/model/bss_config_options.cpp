@@ -1,0 +1,41 @@
+#include <algorithm>
+#include <span>
+#include <vector>
+
+#include "halvane/model/bss_config.h"
+#include "halvane/model/bss_option_table_internal.h"
+#include "halvane/model/config_parser.h"
+
+namespace halvane {
+
+namespace {
+
+// The flags of the words that `text` lists become true, the group's others false.
+bool allowOnly(HalvaneBSSConfig& configuration, std::span<const BSSOption> group,
+               std::string_view text, std::optional<Error>* error) {
+    std::vector<std::string_view> words;
+    for (const BSSOption& option : group) words.push_back(option.word);
+    const auto listed = ConfigParser::convertParamStringToArray_error(text, words, error);
+    if (!listed) return false;
+    for (const BSSOption& option : group) {
+        (configuration.*option.allow)(std::ranges::count(*listed, option.word) > 0);
+    }
+    return true;
+}
+
+}  // namespace
+
+#define HALVANE_BSS_OPTION_SETTER(operation, group)                                         \
+    bool HalvaneBSSConfig::operation(std::string_view words, std::optional<Error>* error) { \
+        return allowOnly(*this, group, words, error);                                       \
+    }
+HALVANE_BSS_OPTION_SETTER(setAuthenticationWithOptionString_error, kAuthenticationOptions)
+HALVANE_BSS_OPTION_SETTER(setSecurityWithOptionString_error, kSecurityOptions)
+HALVANE_BSS_OPTION_SETTER(setUnicastCipherWithOptionString_error, kUnicastCipherOptions)
+HALVANE_BSS_OPTION_SETTER(setMulticastCipherWithOptionString_error, kMulticastCipherOptions)
+HALVANE_BSS_OPTION_SETTER(setKeyManagementWithOptionString_error, kKeyManagementOptions)
+HALVANE_BSS_OPTION_SETTER(setPHYModeWithOptionString_error, kPHYModeOptions)
+HALVANE_BSS_OPTION_SETTER(setWPSConfigurationMethodsString_error, kWPSMethodOptions)
+#undef HALVANE_BSS_OPTION_SETTER
+
+}  // namespace halvane

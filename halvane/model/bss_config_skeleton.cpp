@@ -1,0 +1,60 @@
+#include <type_traits>
+
+#include "halvane/base/skeleton_internal.h"
+#include "halvane/model/bss_config.h"
+
+namespace halvane {
+
+namespace {
+
+// A field's value under `key`, or its value in a bare object.
+template <typename Field>
+void read(Field& field, const PropertyListDictionary& skeleton, const char* key) {
+    if constexpr (std::is_same_v<Field, bool>) {
+        field = skeleton::boolFor(skeleton, key);
+    } else if constexpr (std::is_same_v<Field, std::int64_t>) {
+        field = skeleton::int64For(skeleton, key);
+    } else {
+        field = skeleton::valueFor<typename Field::value_type>(skeleton, key);
+    }
+}
+
+template <typename Value>
+void write(PropertyListDictionary& skeleton, const char* key, const Value& value) {
+    skeleton.set(key, value);
+}
+template <typename Value>
+void write(PropertyListDictionary& skeleton, const char* key, const std::optional<Value>& value) {
+    skeleton::setIfPresent(skeleton, key, value);
+}
+
+}  // namespace
+
+HalvaneBSSConfig HalvaneBSSConfig::initWithSkeletonRepresentation(
+    const PropertyListDictionary& skeleton) {
+    HalvaneBSSConfig configuration;
+#define HALVANE_BSS_GIVEN(type, getter, key) read(configuration.getter##_, skeleton, key);
+#define HALVANE_BSS_VALUE(getter, setter, key, value) read(configuration.getter##_, skeleton, key);
+#define HALVANE_BSS_NAME(getter, setter, key) read(configuration.getter##_, skeleton, key);
+    HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_VALUE, HALVANE_BSS_VALUE,
+                              HALVANE_BSS_NAME)
+#undef HALVANE_BSS_GIVEN
+#undef HALVANE_BSS_VALUE
+#undef HALVANE_BSS_NAME
+    return configuration;
+}
+
+PropertyListDictionary HalvaneBSSConfig::skeletonRepresentation() const {
+    PropertyListDictionary skeleton;
+#define HALVANE_BSS_GIVEN(type, getter, key) write(skeleton, key, getter##_);
+#define HALVANE_BSS_VALUE(getter, setter, key, value) write(skeleton, key, getter##_);
+#define HALVANE_BSS_NAME(getter, setter, key) write(skeleton, key, getter##_);
+    HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_VALUE, HALVANE_BSS_VALUE,
+                              HALVANE_BSS_NAME)
+#undef HALVANE_BSS_GIVEN
+#undef HALVANE_BSS_VALUE
+#undef HALVANE_BSS_NAME
+    return skeleton;
+}
+
+}  // namespace halvane

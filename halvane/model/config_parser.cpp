@@ -1,0 +1,131 @@
+#include "halvane/model/config_parser.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+
+#include "halvane/base/fallible_internal.h"
+#include "halvane/base/status.h"
+#include "halvane/base/utf8_internal.h"
+#include "halvane/model/config_parser_internal.h"
+#include "halvane/platform/secret_internal.h"
+#include "halvane/utils/ascii_internal.h"
+#include "halvane/utils/hardware_address.h"
+#include "halvane/utils/hex_data.h"
+#include "halvane/utils/text_compare.h"
+#include "halvane/utils/text_split.h"
+
+namespace halvane::ConfigParser {
+
+namespace {
+
+std::nullopt_t fail(std::optional<Error>* error, HalvaneStatus status) {
+    storeError(error, status);
+    return std::nullopt;
+}
+
+bool isWord(std::string_view text, std::string_view word) {
+    return text.size() == word.size() && memicmp(text.data(), word.data(), text.size()) == 0;
+}
+
+std::string_view withoutLeadingSpace(std::string_view text) {
+    return {std::ranges::find_if_not(text, isSpace), text.end()};
+}
+
+// What the C layer takes for a text; a null one would be a missing one to it.
+const char* placeOf(std::string_view text) {
+    return text.data() != nullptr ? text.data() : "";
+}
+
+struct HexReading {
+    std::size_t written = 0;
+    std::size_t total = 0;
+    std::string_view rest;  // from where the digits ended
+};
+
+HexReading readHex(std::string_view text, std::uint8_t* bytes, std::size_t capacity) {
+    HexReading reading;
+    const char* end = nullptr;
+    HexToData(placeOf(text), text.size(), kHexToDataFlagNoOddDigit, bytes, capacity,
+              &reading.written, &reading.total, &end);
+    reading.rest = text.substr(static_cast<std::size_t>(end - placeOf(text)));
+    return reading;
+}
+
+// Characters behind the digits are no harm, but digits behind a gap look like lost ones.
+HalvaneStatus statusOf(const HexReading& reading, std::size_t capacity) {
+    const std::string_view rest = withoutLeadingSpace(reading.rest);
+    if (rest.empty()) return kStatusOK;
+    if (isHexDigit(rest.front())) {
+        return reading.written == capacity ? kStatusTruncated : kStatusDigitsAfterGap;
+    }
+    return reading.total > 0 ? kStatusOK : kStatusMalformed;
+}
+
+}  // namespace
+
+std::optional<std::vector<std::string>> convertParamStringToArray_error(
+    std::string_view text, std::span<const std::string_view> words, std::optional<Error>* error) {
+    std::vector<std::string> found;
+    const char* const end = text.data() + text.size();
+    const char* next = nullptr;
+    std::size_t length = 0;
+    for (const char* at = text.data(); TextSep(at, end, ",", &length, &next); at = next) {
+        const std::string_view piece(at, length);
+        const auto word = std::ranges::find_if(
+            words, [piece](std::string_view known) { return isWord(piece, known); });
+        if (word == words.end()) return fail(error, kStatusUnsupported);
+        found.emplace_back(*word);
+    }
+    clearError(error);
+    return found;
+}
+
+std::optional<ByteBuffer> dataFromHexWithin(std::string_view text, std::size_t capacity,
+                                            std::optional<Error>* error) {
+    SecretBytes scratch(capacity);  // for the bytes may be a passphrase
+    if (!scratch) return fail(error, kStatusNoMemory);
+    const HexReading reading = readHex(text, scratch.data(), capacity);
+    const HalvaneStatus status = statusOf(reading, capacity);
+    if (status != kStatusOK) return fail(error, status);
+    if (reading.written != reading.total && error != nullptr) {
+        return fail(error, kStatusUnsupported);
+    }
+    auto bytes = bufferOf({scratch.data(), reading.written});
+    if (!bytes) return fail(error, kStatusNoMemory);
+    return bytes;
+}
+
+std::optional<ByteBuffer> convertToDataFromHex(std::string_view text, std::optional<Error>* error) {
+    return dataFromHexWithin(text.substr(0, text.find('\0')), 2 * utf16Length(text) + 2, error);
+}
+
+std::optional<std::int64_t> convertToInteger(std::string_view text, std::optional<Error>* error) {
+    std::string_view number = withoutLeadingSpace(text);
+    const bool hasPlus = number.starts_with('+');
+    if (hasPlus) number.remove_prefix(1);
+    std::int64_t value = 0;
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    const bool hasTwoSigns = hasPlus && number.starts_with('-');
+    if (result.ec != std::errc() || hasTwoSigns) return fail(error, kStatusUnsupported);
+    return value;
+}
+
+std::optional<bool> convertToBool(std::string_view text, std::optional<Error>* error) {
+    if (isWord(text, "yes")) return true;
+    if (isWord(text, "no")) return false;
+    return fail(error, kStatusUnsupported);
+}
+
+std::optional<ByteBuffer> convertToBSSID(std::string_view text, std::optional<Error>* error) {
+    if (!isUtf8(text)) return fail(error, kStatusUnsupported);
+    std::array<std::uint8_t, kMACAddressSize> address{};
+    const HalvaneStatus status =
+        TextToHardwareAddress(placeOf(text), utf16Length(text), address.size(), address.data());
+    if (status != kStatusOK) return fail(error, status);
+    clearError(error);
+    return ByteBuffer(address);
+}
+
+}  // namespace halvane::ConfigParser

@@ -1,0 +1,35 @@
+// Pre-shared keys of passphrases: PBKDF2 (RFC 8018, 5.2) with HMAC-SHA1.
+#ifndef HALVANE_MODEL_PASSPHRASE_HASH_INTERNAL_H
+#define HALVANE_MODEL_PASSPHRASE_HASH_INTERNAL_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "halvane/platform/hmac_sha1_internal.h"
+
+namespace halvane {
+
+// IEEE 802.11-2020, J.4.1.
+inline constexpr std::size_t kWPAKeySize = 32;
+inline constexpr std::uint32_t kWPAIterations = 4096;
+inline constexpr std::size_t kMinPassphraseSize = 8;
+inline constexpr std::size_t kMaxPassphraseSize = 63;
+inline constexpr std::size_t kMaxSSIDSize = 32;
+
+using WPAKey = std::array<std::uint8_t, kWPAKeySize>;
+
+// PBKDF2's function F: block `index` of the key. A count of 0 is taken for 1. Passphrase and SSID
+// may have any length.
+void derivePassphraseBlock(std::span<const std::uint8_t> passphrase,
+                           std::span<const std::uint8_t> ssid, std::uint32_t iterations,
+                           std::uint32_t index, SHA1Digest& block);
+
+// Blocks 1 and 2, cut to the size of a key.
+void deriveWPAKey(std::span<const std::uint8_t> passphrase, std::span<const std::uint8_t> ssid,
+                  WPAKey& key);
+
+}  // namespace halvane
+
+#endif
