@@ -232,6 +232,15 @@ TEST_F(SimProgram, RefusesOptionsThatDoNotGoTogether) {
     }
 }
 
+TEST_F(SimProgram, FailsWhereNobodyCanHearThatItIsReady) {
+    const auto result =
+        sim({"--private", "--", "sh", "-c", "\"$0\" --private >/dev/full", HALVANE_SIM});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors,
+              std::string(kNotice) + "halvaned-sim: standard output: No space left on device\n");
+    EXPECT_TRUE(isFolderEmpty());
+}
+
 TEST_F(SimProgram, ExplainsItself) {
     const auto help = sim({"--help"});
     EXPECT_EQ(help.status, 0);

@@ -49,7 +49,7 @@ class Session {
 
   private:
     void watchSignals();
-    void announce() const;
+    bool announce() const;
     void startProgram();
     void stop(int status);
 
@@ -89,10 +89,10 @@ int Session::run() {
         if (!result.refusal.empty()) throw std::runtime_error(line + ": " + result.refusal);
         if (!print(result.text)) return EXIT_FAILURE;
     }
-    if (options_.command.empty()) {
-        announce();
-    } else {
+    if (!options_.command.empty()) {
         startProgram();
+    } else if (!announce()) {
+        return EXIT_FAILURE;
     }
     const int status = check(::sd_event_loop(event_.get()), "waiting");
     return status_ != EXIT_SUCCESS ? status_ : status;
@@ -108,12 +108,12 @@ void Session::watchSignals() {
 }
 
 // Fit to be read by a shell, up to the last line.
-void Session::announce() const {
+bool Session::announce() const {
     std::string text = std::string("# halvaned-sim: ") + kNotice + '\n';
     if (privateBus_) {
         text += std::string("export ") + kAddressVariable + '=' + privateBus_->address() + '\n';
     }
-    if (!print(text + "ready\n")) throw std::runtime_error("nobody hears that it is ready");
+    return print(text + "ready\n");
 }
 
 // Standard output is the program's.
