@@ -1,5 +1,7 @@
 // Prints the notifications of stations as they come.
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <new>
 #include <optional>
 #include <string>
@@ -28,26 +30,30 @@ class LinePrinter {
 
     // Called on the client's queue.
     void print(const StationEvent& event) noexcept {
-        if (isLost_ || put(event)) return;
-        isLost_ = true;
-        end_.end(WaitedEnd::Reason::OutputLost);
+        if (error_ != 0) return;
+        error_ = put(event);
+        if (error_ != 0) end_.end(WaitedEnd::Reason::OutputLost);
     }
 
+    // Why a line was lost.
+    // REQUIRES: one was, and that ended the waiting.
+    int error() const { return error_; }
+
   private:
-    // What cannot be written stays in the stream, so that the end of the program tells why.
-    bool put(const StationEvent& event) const noexcept {
+    int put(const StationEvent& event) const noexcept {
         try {
             const std::string line = lineOf(event, format_) + '\n';
-            return std::fputs(line.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+            errno = 0;
+            if (std::fputs(line.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return 0;
+            return errno != 0 ? errno : EIO;
         } catch (const std::bad_alloc&) {
-            std::fputs("halvane: out of memory\n", stderr);
-            return false;
+            return ENOMEM;
         }
     }
 
     const Format format_;
     WaitedEnd& end_;
-    bool isLost_ = false;
+    int error_ = 0;
 };
 
 // The client tells nobody but its log that the daemon is gone: on the queue that notifications come
@@ -73,7 +79,7 @@ void listenToLog(WaitedEnd& end) {
     LogControl(control);
 }
 
-int statusOf(WaitedEnd::Reason reason) {
+int statusOf(WaitedEnd::Reason reason, const LinePrinter& printer) {
     switch (reason) {
         case WaitedEnd::Reason::Signal:
             return kExitDone;
@@ -81,6 +87,8 @@ int statusOf(WaitedEnd::Reason reason) {
             complain(std::string(kName) + ": the daemon is gone");
             return kExitFailed;
         case WaitedEnd::Reason::OutputLost:
+            complain(std::string("standard output: ") + std::strerror(printer.error()));
+            std::clearerr(stdout);  // it has been told
             break;
     }
     return kExitFailed;
@@ -95,7 +103,7 @@ int watch(Format format) {
     if (!findDaemon(kName, *client)) return kExitFailed;
     client->setSubscribeAP(true);
     complain(std::string(kName) + ": asked for notifications; Control-C ends");
-    return statusOf(end.wait());
+    return statusOf(end.wait(), printer);
 }
 
 std::variant<Format, UsageError> takeLineFormat() {
