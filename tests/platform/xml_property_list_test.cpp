@@ -6,13 +6,17 @@
 #include <limits>
 #include <pugixml.hpp>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "halvane/platform/xml_property_list_reader.h"
 
 using halvane::ByteBuffer;
 using halvane::Date;
 using halvane::Number;
 using halvane::PropertyListArray;
 using halvane::PropertyListDictionary;
+using halvane::propertyListFromXml;
 using halvane::PropertyListObject;
 using halvane::PropertyListValue;
 using halvane::xmlPropertyList;
@@ -241,6 +245,39 @@ TEST(XmlPropertyList, ReadsBackEveryControlCharacterAlone) {
     }
 }
 
+// Every character that XML 1.0 knows (production 2), ascending, in texts of some thousands.
+std::vector<std::string> textsOfEveryCharacter() {
+    constexpr std::size_t kLongest = 1 << 14;
+    constexpr std::pair<char32_t, char32_t> kRanges[] = {
+        {0x9, 0xA}, {0xD, 0xD}, {0x20, 0xD7FF}, {0xE000, 0xFFFD}, {0x10000, 0x10FFFF}};
+    std::vector<std::string> texts(1);
+    for (const auto& [first, last] : kRanges) {
+        for (char32_t codePoint = first; codePoint <= last; ++codePoint) {
+            if (texts.back().size() >= kLongest) texts.emplace_back();
+            texts.back() += utf8(codePoint);
+        }
+    }
+    return texts;
+}
+
+TEST(XmlPropertyList, IsReadBackByAnotherReaderWithEveryCharacter) {
+    // Alone, and beside a control character, which changes how the others are written.
+    for (const auto& [version, beside] : {std::pair("1.0", ""), std::pair("1.1", "\x01")}) {
+        const std::string start = std::string("<?xml version=\"") + version + '"';
+        for (const std::string& whole : textsOfEveryCharacter()) {
+            const std::string text = beside + whole;
+            const auto xml = xmlOf(dictionary({{text, text}}));
+            EXPECT_TRUE(xml.starts_with(start)) << xml.substr(0, start.size());
+            pugi::xml_document parsed;
+            const auto result = parsed.load_buffer(xml.data(), xml.size());
+            ASSERT_TRUE(result) << result.description() << " at " << result.offset;
+            const auto dict = parsed.child("plist").child("dict");
+            EXPECT_EQ(dict.child("key").child_value(), text);
+            EXPECT_EQ(dict.child("string").child_value(), text);
+        }
+    }
+}
+
 TEST(XmlPropertyList, ReadsBackAwkwardText) {
     const std::vector<std::string> texts = {
         "",
@@ -388,6 +425,29 @@ TEST(XmlPropertyList, IsAbsentBeyondTheDepthLimit) {
     EXPECT_TRUE(xmlPropertyList(nestedDictionaries(256)).has_value());
     EXPECT_EQ(xmlPropertyList(nestedDictionaries(257)), std::nullopt);
     EXPECT_EQ(xmlPropertyList(nestedArrays(2000)), std::nullopt);
+}
+
+// Long texts are looked through in blocks.
+TEST(XmlPropertyList, CarriesSpecialCharactersAtEveryPlaceOfALongText) {
+    for (const std::string special : {"&", "<", ">", "\r", "\x01", "\x7F", "\xC3\xA9"}) {
+        for (std::size_t place = 0; place <= 40; ++place) {
+            std::string text(40, 'x');
+            text.insert(place, special);
+            const auto xml = xmlPropertyList(text);
+            ASSERT_TRUE(xml.has_value());
+            EXPECT_EQ(propertyListFromXml(*xml), PropertyListValue(text)) << *xml;
+        }
+    }
+}
+
+TEST(XmlPropertyList, RefusesABadByteAtEveryPlaceOfALongText) {
+    for (std::size_t place = 0; place < 40; ++place) {
+        std::string text(40, 'x');
+        text[place] = '\xFF';
+        EXPECT_FALSE(xmlPropertyList(text).has_value()) << place;
+        text[place] = '\0';
+        EXPECT_FALSE(xmlPropertyList(text).has_value()) << place;
+    }
 }
 
 }  // namespace
