@@ -50,7 +50,7 @@ class HALVANE_EXPORT SerialQueue {
     ~SerialQueue();
 
     // Runs `work` after all that was given before, and returns at once. `work` is destroyed on the
-    // queue's thread right after it has run.
+    // queue's thread right after it has run. It may destroy the queue.
     void async(Work work);
 
     // Whether the calling thread is the queue's, that is, whether it runs work of this queue.

@@ -43,7 +43,8 @@ SerialQueue::Work gatedCall(std::shared_ptr<CallbackGate> gate, Handler handler,
 
 // Outlives the connection where that is destroyed on the thread that serves it: a handler that is
 // dropped there may have held the connection.
-class ServiceConnection::Core : public std::enable_shared_from_this<ServiceConnection::Core> {
+class HALVANE_HIDDEN ServiceConnection::Core
+    : public std::enable_shared_from_this<ServiceConnection::Core> {
   public:
     Core(std::string serviceName, SerialQueue::Handle targetQueue)
         : serviceName_(std::move(serviceName)), targetQueue_(std::move(targetQueue)) {}
@@ -85,11 +86,12 @@ class ServiceConnection::Core : public std::enable_shared_from_this<ServiceConne
     void destroy() {
         gate_->close();
         mailbox_.stop();
-        if (!thread_.joinable()) return;
-        if (thread_.get_id() == std::this_thread::get_id()) {
-            thread_.detach();
+        std::thread thread = takeThread();
+        if (!thread.joinable()) return;
+        if (thread.get_id() == std::this_thread::get_id()) {
+            thread.detach();
         } else {
-            thread_.join();
+            thread.join();
         }
     }
 
@@ -108,6 +110,7 @@ class ServiceConnection::Core : public std::enable_shared_from_this<ServiceConne
         std::shared_ptr<ServiceLink> link = ServiceLink::open(
             *names, isPrivileged_, [this](ServiceEvent event) { postEvent(std::move(event)); });
         if (!link) return false;
+        const std::lock_guard lock(mutex_);
         try {
             thread_ =
                 startThread(serviceName_, [self = shared_from_this(), link = std::move(link)] {
@@ -120,15 +123,21 @@ class ServiceConnection::Core : public std::enable_shared_from_this<ServiceConne
         return true;
     }
 
+    // A handler may destroy the connection while another thread has not yet resumed it to the end.
+    std::thread takeThread() {
+        const std::lock_guard lock(mutex_);
+        return std::move(thread_);
+    }
+
     // Until the connection is of no use, or of no use any more.
     void serve(ServiceLink& link) {
-        for (;;) {
-            const bool hasMore = link.process(kMessagesAtOnce);
-            if (!link.isOpen()) return;
+        bool hasInput = true;
+        while (link.isOpen()) {
+            if (hasInput) hasInput = link.process(kMessagesAtOnce);
             auto requests = mailbox_.take();
             if (!requests) return;
             for (auto& request : *requests) link.send(request.message, std::move(request.answer));
-            if (!hasMore && requests->empty()) link.wait(mailbox_.wake());
+            if (!hasInput && link.isOpen()) hasInput = link.wait(mailbox_.wake());
         }
     }
 
@@ -156,11 +165,13 @@ class ServiceConnection::Core : public std::enable_shared_from_this<ServiceConne
     const std::shared_ptr<CallbackGate> gate_ = std::make_shared<CallbackGate>();
     ServiceMailbox mailbox_;
 
-    std::mutex mutex_;  // of what follows, while it is idle
+    std::mutex mutex_;
     State state_ = State::Idle;
+    std::thread thread_;
+    // The mutex is for these too while the connection is idle; then who resumed it has them, and
+    // then who serves it.
     bool isPrivileged_ = false;
     std::shared_ptr<EventHandler> eventHandler_;
-    std::thread thread_;
 };
 
 std::unique_ptr<ServiceConnection> ServiceConnection::create(std::string serviceName,
@@ -183,17 +194,23 @@ void ServiceConnection::setEventHandler(EventHandler handler) {
     core_->setEventHandler(std::move(handler));
 }
 
+// From the three that follow a handler may be called, and destroy the connection, before they have
+// returned: they hold what they work on.
+
 void ServiceConnection::resume() {
-    core_->resume();
+    const auto core = core_;
+    core->resume();
 }
 
 void ServiceConnection::sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
                                              ReplyHandler handler) {
-    core_->send(std::move(message), replyQueue.handle(), std::move(handler));
+    const auto core = core_;
+    core->send(std::move(message), replyQueue.handle(), std::move(handler));
 }
 
 void ServiceConnection::cancel() {
-    core_->cancel();
+    const auto core = core_;
+    core->cancel();
 }
 
 }  // namespace halvane
