@@ -1,13 +1,11 @@
-// How a fallible operation of the model or the daemon client tells its outcome, and makes buffers.
+// How a fallible operation of the model or the daemon client tells its outcome.
 #ifndef HALVANE_BASE_FALLIBLE_INTERNAL_H
 #define HALVANE_BASE_FALLIBLE_INTERNAL_H
 
 #include <cstdint>
 #include <new>
 #include <optional>
-#include <span>
 
-#include "halvane/base/byte_buffer.h"
 #include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 
@@ -21,10 +19,11 @@ inline void clearError(std::optional<Error>* place) {
     if (place != nullptr) place->reset();
 }
 
-// Absent where there is no memory for it.
-inline std::optional<ByteBuffer> bufferOf(std::span<const std::uint8_t> bytes) {
+// What `make` answers; absent where there is no memory for it.
+template <typename Make>
+auto ifMemoryAllows(Make make) -> std::optional<decltype(make())> {
     try {
-        return ByteBuffer(bytes);
+        return make();
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }

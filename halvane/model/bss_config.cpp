@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <span>
+#include <utility>
 
 #include "halvane/base/fallible_internal.h"
 #include "halvane/base/status.h"
@@ -20,12 +22,18 @@ bool fail(std::optional<Error>* error, HalvaneStatus status) {
     return false;
 }
 
+// An SSID is no secret, but is set too seldom for a way of its own.
+Octets secretOctets(std::span<const std::uint8_t> bytes) {
+    return ifMemoryAllows([bytes] { return secretBuffer(bytes); });
+}
+
 // Text of up to `limit` characters as the value of `field`.
 bool setText(Octets& field, std::string_view text, std::size_t limit, std::optional<Error>* error) {
     if (utf16Length(text) > limit) return fail(error, kStatusUnsupported);
-    field.reset();
-    if (isUtf8(text))
-        field = bufferOf({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    Octets octets;  // made before the old ones go, for the text may be those
+    if (isUtf8(text)) octets = secretOctets({bytes, text.size()});
+    field = std::move(octets);
     if (!field) return fail(error, kStatusNoMemory);
     clearError(error);
     return true;
@@ -77,17 +85,17 @@ HalvaneSecurityKind HalvaneBSSConfig::wifiSecurity() const {
 }
 
 bool HalvaneBSSConfig::setSSID_error(std::string_view ssid, std::optional<Error>* error) {
-    return setText(ssid_, ssid, kMaxSSIDSize, error);
+    return setText(ssid_, ssid, kBSSMaxSSIDSize, error);
 }
 
 bool HalvaneBSSConfig::setWirelessPassphrase_error(std::string_view passphrase,
                                                    std::optional<Error>* error) {
-    return setText(passphrase_, passphrase, kMaxPassphraseSize, error);
+    return setText(passphrase_, passphrase, kBSSMaxPassphraseSize, error);
 }
 
 bool HalvaneBSSConfig::setSSIDFromHexString_error(std::string_view digits,
                                                   std::optional<Error>* error) {
-    return setHex(ssid_, digits, kMaxSSIDSize, error);
+    return setHex(ssid_, digits, kBSSMaxSSIDSize, error);
 }
 
 bool HalvaneBSSConfig::setWirelessPassphraseFromHexString_error(std::string_view digits,
@@ -112,15 +120,17 @@ std::optional<ByteBuffer> HalvaneBSSConfig::wpaPasswordHash_withSSID_error(
         storeError(error, status);
         return std::optional<ByteBuffer>();
     };
-    if (!ssid || ssid->empty() || ssid->size() > kMaxSSIDSize) return refuse(kStatusUnsupported);
+    if (!ssid || ssid->empty() || ssid->size() > kBSSMaxSSIDSize) return refuse(kStatusUnsupported);
     const std::size_t size = passphrase ? passphrase->size() : 0;
-    if (size == kWPAKeySize) return std::nullopt;
-    if (size < kMinPassphraseSize || size > kMaxPassphraseSize) return refuse(kStatusUnsupported);
+    if (size == kBSSKeySize) return std::nullopt;
+    if (size < kBSSMinPassphraseSize || size > kBSSMaxPassphraseSize) {
+        return refuse(kStatusUnsupported);
+    }
     if (!std::ranges::all_of(passphrase->bytes(), isPrintable)) return refuse(kStatusUnsupported);
 
     Secret<WPAKey> key;
     deriveWPAKey(passphrase->bytes(), ssid->bytes(), *key);
-    auto result = bufferOf(*key);
+    auto result = secretOctets(*key);
     return result ? result : refuse(kStatusNoMemory);
 }
 
@@ -130,7 +140,7 @@ ByteBuffer HalvaneBSSConfig::F_withSSID_withIterations_withCount(const ByteBuffe
                                                                  std::uint32_t count) {
     Secret<SHA1Digest> block;
     derivePassphraseBlock(passphrase.bytes(), ssid.bytes(), iterations, count, *block);
-    return ByteBuffer(*block);
+    return secretBuffer(*block);
 }
 
 }  // namespace halvane

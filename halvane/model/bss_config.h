@@ -8,7 +8,9 @@
 // with a code of halvane/base/status.h, where there is a place for it; a success clears that place.
 //
 // A value type that holds secrets: the passphrase and the key are in its memory, its skeleton and
-// its description. Used by one thread at a time; the class-level operations may be called from any.
+// its description. The operations that make them make buffers whose bytes are wiped when the last
+// copy goes; other texts of them are the caller's to wipe. Used by one thread at a time; the
+// class-level operations may be called from any.
 #ifndef HALVANE_MODEL_BSS_CONFIG_H
 #define HALVANE_MODEL_BSS_CONFIG_H
 
@@ -22,6 +24,7 @@
 #include "halvane/base/error.h"
 #include "halvane/base/export.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/bss_limits.h"
 
 namespace halvane {
 

@@ -84,15 +84,16 @@ std::optional<std::vector<std::string>> convertParamStringToArray_error(
 
 std::optional<ByteBuffer> dataFromHexWithin(std::string_view text, std::size_t capacity,
                                             std::optional<Error>* error) {
-    SecretBytes scratch(capacity);  // for the bytes may be a passphrase
+    // The bytes may be a passphrase.
+    const auto scratch = ifMemoryAllows([capacity] { return secretMemory(capacity); });
     if (!scratch) return fail(error, kStatusNoMemory);
-    const HexReading reading = readHex(text, scratch.data(), capacity);
+    const HexReading reading = readHex(text, scratch->get(), capacity);
     const HalvaneStatus status = statusOf(reading, capacity);
     if (status != kStatusOK) return fail(error, status);
     if (reading.written != reading.total && error != nullptr) {
         return fail(error, kStatusUnsupported);
     }
-    auto bytes = bufferOf({scratch.data(), reading.written});
+    auto bytes = ifMemoryAllows([&] { return secretBuffer({scratch->get(), reading.written}); });
     if (!bytes) return fail(error, kStatusNoMemory);
     return bytes;
 }

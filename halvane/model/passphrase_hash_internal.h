@@ -3,22 +3,18 @@
 #define HALVANE_MODEL_PASSPHRASE_HASH_INTERNAL_H
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <span>
 
+#include "halvane/model/bss_limits.h"
 #include "halvane/platform/hmac_sha1_internal.h"
 
 namespace halvane {
 
 // IEEE 802.11-2020, J.4.1.
-inline constexpr std::size_t kWPAKeySize = 32;
 inline constexpr std::uint32_t kWPAIterations = 4096;
-inline constexpr std::size_t kMinPassphraseSize = 8;
-inline constexpr std::size_t kMaxPassphraseSize = 63;
-inline constexpr std::size_t kMaxSSIDSize = 32;
 
-using WPAKey = std::array<std::uint8_t, kWPAKeySize>;
+using WPAKey = std::array<std::uint8_t, kBSSKeySize>;
 
 // PBKDF2's function F: block `index` of the key. A count of 0 is taken for 1. Passphrase and SSID
 // may have any length.

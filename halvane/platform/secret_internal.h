@@ -2,12 +2,16 @@
 #ifndef HALVANE_PLATFORM_SECRET_INTERNAL_H
 #define HALVANE_PLATFORM_SECRET_INTERNAL_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <new>
+#include <span>
 #include <string.h>
 #include <type_traits>
+#include <utility>
+
+#include "halvane/base/byte_buffer.h"
 
 namespace halvane {
 
@@ -31,24 +35,22 @@ class Secret {
     Value value_{};
 };
 
-// Bytes whose number is known at run time only, zeros at first. There may be no memory for them.
-class SecretBytes {
-  public:
-    explicit SecretBytes(std::size_t size)
-        : bytes_(new (std::nothrow) std::uint8_t[size]()), size_(size) {}
-    SecretBytes(const SecretBytes&) = delete;
-    SecretBytes& operator=(const SecretBytes&) = delete;
-    ~SecretBytes() {
-        if (bytes_) ::explicit_bzero(bytes_.get(), size_);
-    }
+// Bytes whose number is known at run time only, zeros at first. The last owner wipes them.
+inline std::shared_ptr<std::uint8_t[]> secretMemory(std::size_t size) {
+    const auto wipe = [size](std::uint8_t* bytes) {
+        ::explicit_bzero(bytes, size);
+        delete[] bytes;
+    };
+    return {new std::uint8_t[size](), wipe};
+}
 
-    explicit operator bool() const { return bytes_ != nullptr; }
-    std::uint8_t* data() { return bytes_.get(); }
-
-  private:
-    std::unique_ptr<std::uint8_t[]> bytes_;
-    std::size_t size_;
-};
+// A copy in such memory, however few bytes there are: inside a buffer, where short ones live, every
+// move would leave them behind. Copies of the buffer share the memory, and the last one wipes it.
+inline ByteBuffer secretBuffer(std::span<const std::uint8_t> bytes) {
+    auto memory = secretMemory(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), memory.get());
+    return ByteBuffer::sharing(std::move(memory), bytes.size());
+}
 
 }  // namespace halvane
 

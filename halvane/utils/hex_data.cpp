@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "halvane/platform/secret_internal.h"
 #include "halvane/utils/text_cursor_internal.h"
 
 namespace {
@@ -55,9 +56,15 @@ class Sink {
     std::size_t total_ = 0;
 };
 
-// Whether all characters of a block are digits; then `bytes` holds their values.
-bool decodeBlock(const char* text, std::uint8_t (&bytes)[kBlockBytes]) {
+struct DecodedBlock {
     std::uint8_t values[kBlockDigits];
+    std::uint8_t bytes[kBlockBytes];
+};
+
+// Whether all characters of a block are digits; then `block.bytes` holds what they stand for. The
+// two never overlap, which compilers do not see by themselves.
+bool decodeBlock(const char* __restrict text, DecodedBlock& __restrict block) {
+    auto& [values, bytes] = block;
     std::uint8_t strangers = 0;
     for (std::size_t i = 0; i < kBlockDigits; ++i) {
         const auto character = static_cast<std::uint8_t>(text[i]);
@@ -97,7 +104,7 @@ class HexReader {
         do {
             // A block with a stranger in it is not tried again before its last character.
             if (nextBlock_ == nullptr || at_ >= nextBlock_) {
-                blocks();
+                if (remaining() >= kBlockDigits) blocks();
                 nextBlock_ = at_ + std::min(kBlockDigits, remaining());
             }
             pairs();
@@ -120,10 +127,11 @@ class HexReader {
         return isSeparator && (flags_ & kHexToDataFlagSkipSeparators) != 0;
     }
 
-    void blocks() {
-        std::uint8_t bytes[kBlockBytes];
-        for (; remaining() >= kBlockDigits && decodeBlock(at_, bytes); at_ += kBlockDigits) {
-            sink_.putBlock(bytes);
+    // Apart from the rest, so that short texts do not pay for it.
+    [[gnu::noinline]] void blocks() {
+        halvane::Secret<DecodedBlock> block;  // for keys and passphrases come this way too
+        for (; remaining() >= kBlockDigits && decodeBlock(at_, *block); at_ += kBlockDigits) {
+            sink_.putBlock(block->bytes);
         }
     }
 

@@ -212,6 +212,28 @@ TEST(BSSConfigHex, LimitsAnSSIDTo32BytesAndAPassphraseToNothing) {
               text(std::string(1000, '\xFF')));
 }
 
+// --- From the old value ---
+
+// Of sizes that a buffer holds inside and outside of itself.
+TEST(BSSConfigText, MayBeOfTheOldValueItself) {
+    const auto viewOf = [](const std::optional<ByteBuffer>& octets) {
+        return std::string_view(reinterpret_cast<const char*>(octets->bytes().data()),
+                                octets->size());
+    };
+    for (const TextField& field : {kSSID, kPassphrase}) {
+        for (const std::string digits : {"41424344", "41424344454647484950515253545556"}) {
+            auto configuration = HalvaneBSSConfig::init();
+            EXPECT_TRUE((configuration.*field.set)(digits, nullptr));
+            const std::string_view old = viewOf((configuration.*field.get)());
+            EXPECT_TRUE((configuration.*field.set)(old.substr(2), nullptr));
+            EXPECT_EQ((configuration.*field.get)(), text(digits.substr(2)));
+            EXPECT_TRUE(
+                (configuration.*field.setHex)(viewOf((configuration.*field.get)()), nullptr));
+            EXPECT_EQ((configuration.*field.get)(), ByteBuffer::fromHex(digits.substr(2)));
+        }
+    }
+}
+
 // --- What follows from the fields ---
 
 TEST(BSSConfig, AcceptsNoCountry) {

@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <new>
+#include <utility>
+#include <vector>
 
 #include "halvane/platform/secret_internal.h"
 
 using halvane::Secret;
-using halvane::SecretBytes;
+using halvane::secretMemory;
 
 namespace {
 
@@ -45,11 +47,21 @@ TEST(Secret, LeavesNothingInItsMemory) {
     EXPECT_TRUE(isAllZeros(destroyed.data(), destroyed.size()));
 }
 
-TEST(SecretBytes, AreZerosAtFirst) {
-    SecretBytes bytes(100);
-    ASSERT_TRUE(bytes);
-    EXPECT_TRUE(isAllZeros(bytes.data(), 100));
-    EXPECT_TRUE(SecretBytes(0));
+TEST(SecretMemory, IsZerosAtFirst) {
+    EXPECT_TRUE(isAllZeros(secretMemory(100).get(), 100));
+    EXPECT_TRUE(secretMemory(0));
+}
+
+TEST(SecretBuffer, KeepsItsBytesOutOfItself) {
+    for (const std::size_t size : {0u, 1u, 16u, 17u, 100u}) {
+        const std::vector<std::uint8_t> bytes(size, 0xA5);
+        auto buffer = halvane::secretBuffer(bytes);
+        EXPECT_EQ(buffer, halvane::ByteBuffer(bytes));
+        const auto copy = buffer;
+        EXPECT_EQ(copy.bytes().data(), buffer.bytes().data()) << size;
+        const auto moved = std::move(buffer);
+        EXPECT_EQ(moved.bytes().data(), copy.bytes().data()) << size;
+    }
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ TEST(ConfigOptions, NameAnSSIDInTwoWays) {
     EXPECT_EQ(optionsOf({"--ssid-hex=00ff"}).configuration.ssid(), (ByteBuffer{0x00, 0xFF}));
     EXPECT_EQ(errorOf({"--ssid=a", "--ssid-hex=00"}), "--ssid and --ssid-hex do not go together");
     EXPECT_EQ(errorOf({"--ssid="}), "--ssid: an SSID has 1 to 32 octets, not 0");
-    EXPECT_EQ(errorOf({"--ssid-hex=0"}), "--ssid-hex: '0' is no hexadecimal text of an SSID");
+    EXPECT_EQ(errorOf({"--ssid-hex=0"}), "--ssid-hex: the SSID is not hexadecimal text");
 }
 
 TEST(ConfigOptions, SetGroupsOfFlags) {
@@ -111,8 +111,8 @@ TEST(ConfigOptions, SetNumbers) {
 }
 
 TEST(ConfigOptions, RefuseWhatIsNoNumber) {
-    const std::string range = " is not a number from 0 to 9223372036854775807";
-    for (const char* text : {"", "x", "6x", " 6", "+6", "0x6", "-1", "9223372036854775808"}) {
+    const std::string range = " is not a whole number from 0 on";
+    for (const char* text : {"", "x", "6x", " 6", "+6", "0x6", "-1", "9223372036854775808x"}) {
         const std::string option = std::string("--channel=") + text;
         EXPECT_EQ(errorOf({option.c_str()}), std::string("--channel: '") + text + "'" + range);
     }
@@ -120,9 +120,9 @@ TEST(ConfigOptions, RefuseWhatIsNoNumber) {
     EXPECT_EQ(errorOf({"--eapol-retries=-1"}), "--eapol-retries: '-1'" + range);
     EXPECT_EQ(errorOf({"--eapol-interval=-1"}), "--eapol-interval: '-1'" + range);
     EXPECT_EQ(errorOf({"--gtk-rotation=-1"}), "--gtk-rotation: '-1'" + range);
-    EXPECT_EQ(errorOf({"--preferred-order=x"}),
-              "--preferred-order: 'x' is not a number from -9223372036854775808 to "
-              "9223372036854775807");
+    EXPECT_EQ(errorOf({"--preferred-order=x"}), "--preferred-order: 'x' is not a whole number");
+    EXPECT_EQ(errorOf({"--channel=9223372036854775808"}),
+              "--channel: '9223372036854775808' is not a number that a configuration can hold");
 }
 
 TEST(ConfigOptions, TakeAPINWithItsCheckDigit) {
@@ -132,6 +132,8 @@ TEST(ConfigOptions, TakeAPINWithItsCheckDigit) {
                                                  "' is not a PIN of 8 digits with the right check "
                                                  "digit");
     }
+    EXPECT_EQ(errorOf({"--wps-pin=00000000"}),
+              "--wps-pin: '00000000' is not a PIN: zero stands for none");
 }
 
 TEST(ConfigOptions, SetNames) {
@@ -146,8 +148,12 @@ TEST(ConfigOptions, SetNames) {
                   .configuration,
               expected);
     EXPECT_EQ(errorOf({"--device-name=caf\xE9"}), "--device-name: 'caf\xE9' is not UTF-8 text");
-    EXPECT_EQ(errorOf({"--serial-number=\xEF\xBF\xBF"}),
-              "--serial-number: '\xEF\xBF\xBF' is not UTF-8 text");
+    for (const std::string character : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+        const std::string option = "--serial-number=a" + character;
+        EXPECT_EQ(errorOf({option.c_str()}),
+                  "--serial-number: 'a" + character +
+                      "' is not text of a property list, which has no U+FFFE and U+FFFF");
+    }
 }
 
 TEST(ConfigOptions, AskForASecretWithoutAValue) {

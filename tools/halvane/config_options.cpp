@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <new>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -114,17 +115,28 @@ Problem readNumber(HalvaneBSSConfig& configuration, const NumberOption& option, 
     std::int64_t number = 0;
     const char* const end = text + std::strlen(text);
     const auto result = std::from_chars(text, end, number);
+    if (result.ec == std::errc::result_out_of_range && result.ptr == end) {
+        return badValue(option.name, text, "a number that a configuration can hold");
+    }
     if (result.ec != std::errc() || result.ptr != end || number < option.least) {
-        return badValue(
-            option.name, text,
-            "a number from " + std::to_string(option.least) + " to " + std::to_string(INT64_MAX));
+        const char* const range = option.least == 0 ? " from 0 on" : "";
+        return badValue(option.name, text, std::string("a whole number") + range);
     }
     (configuration.*option.set)(number);
     return std::nullopt;
 }
 
+// Whether it holds U+FFFE or U+FFFF, which are UTF-8 but no characters.
+bool hasNoncharacter(std::string_view text) {
+    return text.find("\xEF\xBF\xBE") != text.npos || text.find("\xEF\xBF\xBF") != text.npos;
+}
+
 // Names travel as text of property lists, whatever the format that is printed.
 Problem readName(HalvaneBSSConfig& configuration, const NameOption& option, const char* name) {
+    if (hasNoncharacter(name)) {
+        return badValue(option.name, name,
+                        "text of a property list, which has no U+FFFE and U+FFFF");
+    }
     if (!xmlPropertyList(name)) return badValue(option.name, name, "UTF-8 text");
     (configuration.*option.set)(name);
     return std::nullopt;
@@ -135,6 +147,8 @@ Problem readPIN(HalvaneBSSConfig& configuration, const char* text) {
     if (!pin || !HalvaneWPS::validateChecksum(pin)) {
         return badValue("wps-pin", text, "a PIN of 8 digits with the right check digit");
     }
+    // Its check digit is right, but the field would say that there is no PIN.
+    if (*pin == Number(0)) return badValue("wps-pin", text, "a PIN: zero stands for none");
     configuration.setWpsPIN(pin->int64());
     return std::nullopt;
 }
@@ -149,7 +163,10 @@ Problem readSSID(HalvaneBSSConfig& configuration, const TypedConfig& typed) {
     const auto ssid = ssidOf(isHex ? typed.ssidHex : typed.ssid, isHex);
     if (const auto* error = std::get_if<UsageError>(&ssid))
         return UsageError{name + error->message};
-    configuration.setSSIDFromHexString_error(std::get<ByteBuffer>(ssid).hex());
+    // There is no setter for octets; of digits of the right number only memory can run out.
+    if (!configuration.setSSIDFromHexString_error(std::get<ByteBuffer>(ssid).hex())) {
+        throw std::bad_alloc();
+    }
     return std::nullopt;
 }
 
@@ -219,8 +236,9 @@ std::variant<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions&
     }
     if (!options.needsKey) return configuration;
     configuration.generateKeyMaterial();
-    if (!configuration.keyMaterial()) return passphraseProblem(passphrase);
-    return configuration;
+    if (configuration.keyMaterial()) return configuration;
+    HalvaneBSSConfig::wpaPasswordHash_withSSID_error(passphrase, configuration.ssid(), &error);
+    return passphraseProblem(passphrase, error);
 }
 
 }  // namespace halvane::tool

@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "halvane/model/bss_config.h"
+#include "halvane/model/bss_option_words.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/argument.h"
@@ -52,6 +53,11 @@ constexpr CLIOption configValue(const char* name, const char** place, const char
             .flags = kCLIBareName,
             .shortHelp = help};
 }
+// The help is a list of HALVANE_CONFIG_WORD, of which the first comma goes.
+constexpr CLIOption configWords(const char* name, const char** place, const char* list) {
+    return configValue(name, place, "WORDS", list + 1);
+}
+#define HALVANE_CONFIG_WORD(word, getter, setter) "," word
 constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char* help) {
     return {.type = kCLIBoolean,
             .longName = name,
@@ -62,25 +68,29 @@ constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char
 
 // All of them, to be written into a command's table.
 #define HALVANE_CONFIG_OPTIONS                                                                     \
-    configValue("ssid", &gTypedConfig.ssid, "SSID", "the network's name"),                         \
+    configValue("ssid", &gTypedConfig.ssid, "SSID", "the network's name, 1 to 32 octets"),         \
         configValue("ssid-hex", &gTypedConfig.ssidHex, "HEX", "the same as hexadecimal text"),     \
         configFlag("passphrase", &gTypedConfig.passphrase,                                         \
                    "read it from standard input, or ask for it"),                                  \
         configFlag("key", &gTypedConfig.key, "derive the pre-shared key of the passphrase"),       \
-        configValue("authentication", &gTypedConfig.authentication, "WORDS",                       \
-                    "Open,SharedKey,LEAP"),                                                        \
-        configValue("security", &gTypedConfig.security, "WORDS", "Open,WEP,WPA,WPA2,WPS"),         \
-        configValue("unicast", &gTypedConfig.unicast, "WORDS", "TKIP,CCMP,UseGroup"),              \
-        configValue("multicast", &gTypedConfig.multicast, "WORDS", "WEP40,WEP104,TKIP,CCMP"),      \
-        configValue("key-management", &gTypedConfig.keyManagement, "WORDS", "802.1X,PSK"),         \
-        configValue("phy", &gTypedConfig.phy, "WORDS", "802.11b,802.11g,802.11a,802.11n"),         \
+        configWords("authentication", &gTypedConfig.authentication,                                \
+                    HALVANE_BSS_AUTHENTICATION_WORDS(HALVANE_CONFIG_WORD)),                        \
+        configWords("security", &gTypedConfig.security,                                            \
+                    HALVANE_BSS_SECURITY_WORDS(HALVANE_CONFIG_WORD)),                              \
+        configWords("unicast", &gTypedConfig.unicast,                                              \
+                    HALVANE_BSS_UNICAST_CIPHER_WORDS(HALVANE_CONFIG_WORD)),                        \
+        configWords("multicast", &gTypedConfig.multicast,                                          \
+                    HALVANE_BSS_MULTICAST_CIPHER_WORDS(HALVANE_CONFIG_WORD)),                      \
+        configWords("key-management", &gTypedConfig.keyManagement,                                 \
+                    HALVANE_BSS_KEY_MANAGEMENT_WORDS(HALVANE_CONFIG_WORD)),                        \
+        configWords("phy", &gTypedConfig.phy, HALVANE_BSS_PHY_MODE_WORDS(HALVANE_CONFIG_WORD)),    \
         configValue("channel", &gTypedConfig.channel, "N", "channel number"),                      \
         configValue("channel-width", &gTypedConfig.channelWidth, "N", "MHz"),                      \
         configValue("preferred-order", &gTypedConfig.preferredOrder, "N", "place among others"),   \
         configValue("eapol-retries", &gTypedConfig.eapolRetries, "N", "count (default 3)"),        \
         configValue("eapol-interval", &gTypedConfig.eapolInterval, "N", "interval (default 100)"), \
         configValue("gtk-rotation", &gTypedConfig.gtkRotation, "N", "interval (default 300)"),     \
-        configValue("wps", &gTypedConfig.wps, "WORDS", "PIN,PushButton"),                          \
+        configWords("wps", &gTypedConfig.wps, HALVANE_BSS_WPS_METHOD_WORDS(HALVANE_CONFIG_WORD)),  \
         configValue("wps-pin", &gTypedConfig.wpsPIN, "PIN", "of 8 digits, the last one right"),    \
         configValue("device-name", &gTypedConfig.deviceName, "TEXT", "for WPS"),                   \
         configValue("manufacturer", &gTypedConfig.manufacturer, "TEXT", "for WPS"),                \

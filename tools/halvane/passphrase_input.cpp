@@ -1,6 +1,5 @@
 #include "tools/halvane/passphrase_input.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -8,26 +7,27 @@
 #include <iterator>
 #include <memory>
 #include <poll.h>
-#include <string.h>
 #include <string_view>
 #include <sys/signalfd.h>
 #include <termios.h>
 #include <unistd.h>
 #include <utility>
 
+#include "halvane/base/status.h"
+#include "halvane/model/bss_limits.h"
+#include "halvane/platform/secret_internal.h"
+
 namespace halvane::tool {
 
 namespace {
 
-constexpr std::size_t kMinSize = 8;
-constexpr std::size_t kMaxSize = 63;
-constexpr std::size_t kKeySize = 32;
-
 // 63 characters have at most 189 octets.
 constexpr std::size_t kCapacity = 256;
 
+constexpr char kTerminal[] = "/dev/tty";
 constexpr std::string_view kPrompt = "Passphrase: ";
 constexpr char kTooLong[] = "the passphrase is longer than 63 characters";
+constexpr char kNotPrintable[] = "the passphrase holds a character that is not printable ASCII";
 
 std::string systemError(const char* what) {
     return std::string(what) + ": " + std::strerror(errno);
@@ -41,7 +41,7 @@ class Line {
     // Waits for one more octet.
     State read(int file) {
         const ssize_t count = ::read(file, &memory_[size_], 1);
-        if (count < 0) return errno == EINTR ? State::Open : State::Failed;
+        if (count < 0) return mayGoOn(file) ? State::Open : State::Failed;
         const bool isNewline = count > 0 && memory_[size_] == '\n';
         if (isNewline && size_ > 0 && memory_[size_ - 1] == '\r') --size_;
         if (isNewline || count == 0) return State::Complete;
@@ -50,30 +50,38 @@ class Line {
         return State::Open;
     }
 
+    // Whether it is longer than any passphrase, however it goes on.
+    bool isTooLong() const { return isTooLong_; }
+
     std::variant<ByteBuffer, std::string> take() {
         if (isTooLong_) return kTooLong;
         if (size_ == 0) return "no passphrase";
+        if (std::memchr(memory_.get(), '\0', size_) != nullptr) return kNotPrintable;
         return ByteBuffer::sharing(std::move(memory_), size_);
     }
 
   private:
-    static void wipe(std::uint8_t* memory) {
-        ::explicit_bzero(memory, kCapacity);
-        delete[] memory;
+    // After a failed read, whether another may succeed. Waits where there is nothing yet in a file
+    // that does not wait by itself.
+    static bool mayGoOn(int file) {
+        if (errno == EINTR) return true;
+        if (errno != EAGAIN) return false;
+        pollfd readable = {file, POLLIN, 0};
+        return ::poll(&readable, 1, -1) >= 0 || errno == EINTR;
     }
 
-    std::shared_ptr<std::uint8_t[]> memory_{new std::uint8_t[kCapacity](), wipe};
+    std::shared_ptr<std::uint8_t[]> memory_ = secretMemory(kCapacity);
     std::size_t size_ = 0;
     bool isTooLong_ = false;
 };
 
-// The signals that end or stop a program from its terminal, or end it in any case, kept back to be
-// read from a file.
+// The signals that end or stop a program from its terminal, or end it in any case, and the one that
+// a program goes on with after a stop that no program sees, kept back to be read from a file.
 class SignalWatch {
   public:
     SignalWatch() {
         ::sigemptyset(&watched_);
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}) {
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGCONT}) {
             ::sigaddset(&watched_, signal);
         }
         ::sigprocmask(SIG_BLOCK, &watched_, &before_);
@@ -141,48 +149,45 @@ class File {
     int number_;
 };
 
-struct Answer {
-    Line::State state = Line::State::Failed;
-    int signal = 0;  // that came before the line was complete
-};
+using Passphrase = std::variant<ByteBuffer, std::string>;
 
-Answer readLine(Line& line, int terminal, const SignalWatch& signals) {
+// What was typed, or the signal that came before the line was complete.
+using Answer = std::variant<Passphrase, int>;
+
+Answer readLine(int terminal, const SignalWatch& signals) {
+    Line line;
     pollfd files[] = {{terminal, POLLIN, 0}, {signals.file(), POLLIN, 0}};
     for (;;) {
         if (::poll(files, std::size(files), -1) < 0) {
             if (errno == EINTR) continue;
-            return {};
+            return systemError(kTerminal);
         }
-        if (files[1].revents != 0) return {Line::State::Open, signals.take()};
+        if (files[1].revents != 0) return signals.take();
         const Line::State state = line.read(terminal);
-        if (state != Line::State::Open) return {state};
+        if (state == Line::State::Complete) return line.take();
+        if (state == Line::State::Failed) return systemError(kTerminal);
     }
 }
 
-// Once the terminal is as it was, the signal does what it would have done.
-Answer askOnce(Line& line, int terminal) {
+// Before a signal is answered, what was typed is wiped and the terminal is as it was.
+Answer askOnce(int terminal) {
     const SignalWatch signals;
     const SilentTerminal silent(terminal);
-    if (signals.file() < 0 || !silent) return {};
-    if (::write(terminal, kPrompt.data(), kPrompt.size()) < 0) return {};
-    return readLine(line, terminal, signals);
+    if (signals.file() < 0 || !silent) return systemError(kTerminal);
+    if (::write(terminal, kPrompt.data(), kPrompt.size()) < 0) return systemError(kTerminal);
+    return readLine(terminal, signals);
 }
 
-// Asks again where the program goes on after a signal.
-std::variant<ByteBuffer, std::string> askOnTerminal() {
-    const File terminal(::open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC));
-    if (terminal.number() < 0) return systemError("/dev/tty");
+// A signal does what it would have done. Where the program goes on after it, it asks again: the
+// terminal may have changed hands, and shows again what is typed.
+Passphrase askOnTerminal() {
+    const File terminal(::open(kTerminal, O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (terminal.number() < 0) return systemError(kTerminal);
     for (;;) {
-        Line line;
-        const Answer answer = askOnce(line, terminal.number());
-        if (answer.state == Line::State::Complete) return line.take();
-        if (answer.state == Line::State::Failed) return systemError("/dev/tty");
-        ::raise(answer.signal);
+        const Answer answer = askOnce(terminal.number());
+        if (const auto* passphrase = std::get_if<Passphrase>(&answer)) return *passphrase;
+        ::raise(std::get<int>(answer));
     }
-}
-
-bool isPrintable(std::uint8_t octet) {
-    return octet >= 0x20 && octet <= 0x7E;
 }
 
 }  // namespace
@@ -191,20 +196,17 @@ std::variant<ByteBuffer, std::string> readPassphrase() {
     if (::isatty(STDIN_FILENO) != 0) return askOnTerminal();
     Line line;
     Line::State state = Line::State::Open;
-    while (state == Line::State::Open) state = line.read(STDIN_FILENO);
+    while (state == Line::State::Open && !line.isTooLong()) state = line.read(STDIN_FILENO);
     if (state == Line::State::Failed) return systemError("standard input");
     return line.take();
 }
 
-std::string passphraseProblem(const ByteBuffer& passphrase) {
+std::string passphraseProblem(const ByteBuffer& passphrase, const std::optional<Error>& error) {
     const std::size_t size = passphrase.size();
-    if (size < kMinSize) return "the passphrase is shorter than 8 characters";
-    if (size > kMaxSize) return kTooLong;
-    if (!std::ranges::all_of(passphrase.bytes(), isPrintable)) {
-        return "the passphrase holds a character that is not printable ASCII";
-    }
-    if (size == kKeySize) return "no key is made of a passphrase of exactly 32 characters";
-    return "no memory for the key";
+    if (!error) return "no key is made of a passphrase of exactly 32 octets";
+    if (error->code == kStatusNoMemory) return "no memory for the key";
+    if (size < kBSSMinPassphraseSize) return "the passphrase is shorter than 8 characters";
+    return size > kBSSMaxPassphraseSize ? kTooLong : kNotPrintable;
 }
 
 }  // namespace halvane::tool

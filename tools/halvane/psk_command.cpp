@@ -1,12 +1,16 @@
 // Pre-shared keys of WPA and WPA2.
+#include <array>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 #include <vector>
 
 #include "halvane/model/bss_config.h"
+#include "halvane/platform/secret_internal.h"
+#include "halvane/utils/hex_data.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
@@ -23,6 +27,18 @@ std::int32_t gIsHex = 0;
 int fail(const std::string& message) {
     complain("psk: " + message);
     return kExitFailed;
+}
+
+// Through no memory but its own, which is wiped.
+void print(const ByteBuffer& key) {
+    Secret<std::array<char, HALVANE_HEX_TEXT_SIZE(kBSSKeySize)>> line;
+    char* at = line->data();
+    for (const std::uint8_t octet : key.bytes()) {
+        at = DataToHexCStringEx(&octet, sizeof(octet), at, kHexDigitsLowercase) + 2;
+    }
+    *at++ = '\n';
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    std::fwrite(line->data(), 1, static_cast<std::size_t>(at - line->data()), stdout);
 }
 
 }  // namespace
@@ -51,10 +67,11 @@ int pskCommand() {
     const auto input = readPassphrase();
     if (const auto* problem = std::get_if<std::string>(&input)) return fail(*problem);
     const auto& passphrase = std::get<ByteBuffer>(input);
-    const auto key =
-        HalvaneBSSConfig::wpaPasswordHash_withSSID_error(passphrase, std::get<ByteBuffer>(ssid));
-    if (!key) return fail(passphraseProblem(passphrase));
-    std::puts(key->hex().c_str());
+    std::optional<Error> error;
+    const auto key = HalvaneBSSConfig::wpaPasswordHash_withSSID_error(
+        passphrase, std::get<ByteBuffer>(ssid), &error);
+    if (!key) return fail(passphraseProblem(passphrase, error));
+    print(*key);
     return kExitDone;
 }
 

@@ -11,7 +11,8 @@
 
 namespace halvane::tool {
 
-// The 1 to 32 octets of an SSID: those of the argument, or those that it is hexadecimal text of.
+// The 1 to 32 octets of an SSID: those of the argument, or those that it is hexadecimal text of. An
+// error does not repeat the argument, for it may be a passphrase at the wrong place.
 std::variant<ByteBuffer, UsageError> ssidOf(const std::string& argument, bool isHex);
 
 }  // namespace halvane::tool

@@ -93,7 +93,7 @@ PrivateBus::~PrivateBus() {
 // The limits are those of a bus that is not short of memory: a burst of notifications has to wait
 // for slow readers.
 std::string PrivateBus::writeConfiguration() const {
-    const std::string path = folder_.path() + "/bus.conf";
+    std::string path = folder_.path() + "/bus.conf";
     std::ofstream file(path);
     file << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
             " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"

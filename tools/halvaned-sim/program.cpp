@@ -20,6 +20,7 @@ constexpr int kSignalStatus = 128;
 // 0 or an errno.
 int spawn(std::vector<std::string>& words, const sigset_t& mask, pid_t& process) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     sigset_t defaults;

@@ -24,7 +24,7 @@ namespace halvane::sim {
     X(TooLarge, 12, "the answer is larger than a bus takes")
 
 enum class Status : std::int64_t {
-#define HALVANE_SIM_STATUS(name, value, text) name = value,
+#define HALVANE_SIM_STATUS(name, value, text) name = (value),
     HALVANE_SIM_STATUSES(HALVANE_SIM_STATUS)
 #undef HALVANE_SIM_STATUS
 };
