@@ -6,10 +6,21 @@
 
 namespace halvane {
 
+namespace {
+
+// What one allocation should do for: a skeleton has about this many keys.
+constexpr std::size_t kUsualEntries = 8;
+
+}  // namespace
+
 PropertyListDictionary::PropertyListDictionary() = default;
-PropertyListDictionary::PropertyListDictionary(const PropertyListDictionary&) = default;
+PropertyListDictionary::PropertyListDictionary(const PropertyListDictionary& other)
+    : entries_(other.entries_),
+      index_(other.index_ ? std::make_unique<Index>(*other.index_) : nullptr) {}
 PropertyListDictionary::PropertyListDictionary(PropertyListDictionary&&) noexcept = default;
-PropertyListDictionary& PropertyListDictionary::operator=(const PropertyListDictionary&) = default;
+PropertyListDictionary& PropertyListDictionary::operator=(const PropertyListDictionary& other) {
+    return *this = PropertyListDictionary(other);
+}
 PropertyListDictionary& PropertyListDictionary::operator=(PropertyListDictionary&&) noexcept =
     default;
 PropertyListDictionary::~PropertyListDictionary() = default;
@@ -29,9 +40,9 @@ const PropertyListDictionary::Entry* PropertyListDictionary::end() const {
 }
 
 std::size_t PropertyListDictionary::indexOf(std::string_view key) const {
-    if (entries_.size() > kScanLimit) {
-        const auto found = index_.find(key);
-        return found == index_.end() ? entries_.size() : found->second;
+    if (index_) {
+        const auto found = index_->find(key);
+        return found == index_->end() ? entries_.size() : found->second;
     }
     const auto found = std::ranges::find(entries_, key, &Entry::first);
     return static_cast<std::size_t>(found - entries_.begin());
@@ -47,32 +58,35 @@ void PropertyListDictionary::set(std::string key, PropertyListValue value) {
         entries_[index].second = std::move(value);
         return;
     }
+    if (entries_.empty()) entries_.reserve(kUsualEntries);
     entries_.emplace_back(std::move(key), std::move(value));
     try {
         indexLastEntry();
     } catch (const std::bad_alloc&) {
         // An entry that look-ups miss would be entered twice.
         entries_.pop_back();
-        if (entries_.size() <= kScanLimit) index_.clear();
         throw;
     }
 }
 
 void PropertyListDictionary::indexLastEntry() {
-    if (entries_.size() == kScanLimit + 1) {
-        for (std::size_t i = 0; i < entries_.size(); ++i) index_.emplace(entries_[i].first, i);
+    if (index_) {
+        index_->emplace(entries_.back().first, entries_.size() - 1);
     } else if (entries_.size() > kScanLimit) {
-        index_.emplace(entries_.back().first, entries_.size() - 1);
+        auto index = std::make_unique<Index>();
+        for (std::size_t i = 0; i < entries_.size(); ++i) index->emplace(entries_[i].first, i);
+        index_ = std::move(index);
     }
 }
 
 bool PropertyListDictionary::erase(std::string_view key) {
     const auto index = indexOf(key);
     if (index == entries_.size()) return false;
-    if (const auto found = index_.find(key); found != index_.end()) index_.erase(found);
+    if (index_) index_->erase(index_->find(key));
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
-    if (entries_.size() <= kScanLimit) index_.clear();
-    for (auto& [indexedKey, position] : index_) position -= position > index ? 1 : 0;
+    if (entries_.size() <= kScanLimit) index_.reset();
+    if (!index_) return true;
+    for (auto& [indexedKey, position] : *index_) position -= position > index ? 1 : 0;
     return true;
 }
 

@@ -87,11 +87,12 @@ class HALVANE_EXPORT PropertyListDictionary {
 
     // Scanning a handful of entries beats a tree; a larger dictionary is indexed.
     static constexpr std::size_t kScanLimit = 16;
+    using Index = std::map<std::string, std::size_t, std::less<>>;
     std::size_t indexOf(std::string_view key) const;
     void indexLastEntry();
 
     std::vector<Entry> entries_;
-    std::map<std::string, std::size_t, std::less<>> index_;
+    std::unique_ptr<Index> index_;  // null up to kScanLimit entries: most dictionaries have few
 };
 
 using PropertyListArray = std::vector<PropertyListValue>;

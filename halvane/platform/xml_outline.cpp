@@ -35,18 +35,20 @@ class Outliner {
     };
 
     bool skipMarkup() {
-        static constexpr std::array<Markup, 6> kMarkup = {{
-            {"</", &Outliner::skipEndTag},
+        static constexpr std::array<Markup, 4> kRareMarkup = {{
             {"<!--", &Outliner::skipComment},
             {"<![CDATA[", &Outliner::skipCdata},
             {"<!DOCTYPE", &Outliner::skipDoctype},
             {"<?", &Outliner::skipInstruction},
-            {"<", &Outliner::skipStartTag},
         }};
-        for (const Markup& markup : kMarkup) {
-            if (isAt(markup.opening)) return (this->*markup.skip)();
+        const char mark = position_ + 1 < document_.size() ? document_[position_ + 1] : '\0';
+        if (mark == '/') return skipEndTag();
+        if (mark == '!' || mark == '?') {
+            for (const Markup& markup : kRareMarkup) {
+                if (isAt(markup.opening)) return (this->*markup.skip)();
+            }
         }
-        return false;
+        return skipStartTag();
     }
 
     bool skipStartTag() {

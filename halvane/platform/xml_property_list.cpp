@@ -16,27 +16,42 @@ namespace halvane {
 
 namespace {
 
-// Looks through a whole value before a line is written: whether XML can carry it, and in which
-// version. The depth limit also bounds the recursion here and in the writer.
+constexpr std::size_t kBytesPerDataLine = 57;  // 76 digits (RFC 2045 clause 6.8)
+
+// Looks through a whole value before a line is written: whether XML can carry it, in which version,
+// and about how long the document will be. The depth limit also bounds the recursion here and in
+// the writer.
 class Survey {
   public:
     bool accepts(const PropertyListValue& value, int level) {
+        countElement(level);
         return level <= kXmlPropertyListMaxDepth &&
                std::visit([this, level](const auto& held) { return carries(held, level); },
                           value.variant());
     }
     XmlVersion version() const { return version_; }
+    std::size_t size() const { return size_; }
 
   private:
+    void countElement(int level) {
+        constexpr std::size_t kUsualSize = 24;  // of two short tags, with a number between them
+        size_ += static_cast<std::size_t>(level) + kUsualSize;
+    }
+
     bool carries(std::monostate, int) { return false; }
     bool carries(const PropertyListValue::Object&, int) { return false; }
     bool carries(bool, int) { return true; }
     bool carries(const Number&, int) { return true; }
-    bool carries(const ByteBuffer&, int) { return true; }
+    bool carries(const ByteBuffer& buffer, int level) {
+        const std::size_t lines = buffer.size() / kBytesPerDataLine + 1;
+        size_ += buffer.size() / 3 * 4 + lines * (static_cast<std::size_t>(level) + 1);
+        return true;
+    }
     bool carries(const Date&, int) { return true; }
     bool carries(const std::string& text, int) {
         const auto version = xmlVersionOfText(text);
         if (version) version_ = std::max(version_, *version);
+        size_ += text.size();
         return version.has_value();
     }
     bool carries(const PropertyListArray& array, int level) {
@@ -45,16 +60,17 @@ class Survey {
     }
     bool carries(const PropertyListDictionary& dictionary, int level) {
         return std::ranges::all_of(dictionary, [this, level](const auto& entry) {
+            countElement(level);
             return carries(entry.first, level) && accepts(entry.second, level + 1);
         });
     }
 
     XmlVersion version_ = XmlVersion::V1_0;
+    std::size_t size_ = 0;
 };
 
 constexpr std::string_view kBase64Digits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::size_t kBytesPerDataLine = 57;  // 76 digits (RFC 2045 clause 6.8)
 
 // RFC 4648 clause 4: three bytes to four digits, a short last group padded with '='.
 void appendBase64(std::string& out, std::span<const std::uint8_t> bytes) {
@@ -84,13 +100,25 @@ std::string dateText(const Date& date) {
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
+// The two tags of an element, and the end of its line.
+struct Tags {
+    std::string_view start, end;
+};
+constexpr Tags kKey = {"<key>", "</key>\n"};
+constexpr Tags kString = {"<string>", "</string>\n"};
+constexpr Tags kInteger = {"<integer>", "</integer>\n"};
+constexpr Tags kReal = {"<real>", "</real>\n"};
+constexpr Tags kDate = {"<date>", "</date>\n"};
+
 // Writes a value that a Survey has accepted.
 class Writer {
   public:
-    explicit Writer(XmlVersion version) : version_(version) {}
+    explicit Writer(const Survey& survey) : version_(survey.version()) {
+        text_.reserve(kEnvelopeSize + survey.size());
+    }
 
     std::string document(const PropertyListValue& root) {
-        text_ = version_ == XmlVersion::V1_0 ? "<?xml version=\"1.0\"" : "<?xml version=\"1.1\"";
+        text_ += version_ == XmlVersion::V1_0 ? "<?xml version=\"1.0\"" : "<?xml version=\"1.1\"";
         text_ += " encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n";
         write(root);
         text_ += "</plist>\n";
@@ -98,6 +126,8 @@ class Writer {
     }
 
   private:
+    static constexpr std::size_t kEnvelopeSize = 80;  // what document() puts around the value
+
     void write(const PropertyListValue& value) {
         std::visit([this](const auto& held) { writeHeld(held); }, value.variant());
     }
@@ -107,13 +137,13 @@ class Writer {
     void writeHeld(bool value) { line(value ? "<true/>" : "<false/>"); }
     void writeHeld(const Number& number) {
         if (number.isReal()) {
-            element("real", realText(number));
+            element(kReal, realText(number));
         } else {
-            element("integer", number.description());
+            element(kInteger, number.description());
         }
     }
-    void writeHeld(const std::string& text) { element("string", text); }
-    void writeHeld(const Date& date) { element("date", dateText(date)); }
+    void writeHeld(const std::string& text) { textElement(kString, text); }
+    void writeHeld(const Date& date) { element(kDate, dateText(date)); }
 
     void writeHeld(const ByteBuffer& buffer) {
         line("<data>");
@@ -141,7 +171,7 @@ class Writer {
         line("<dict>");
         ++depth_;
         for (const auto& [key, value] : dictionary) {
-            element("key", key);
+            textElement(kKey, key);
             write(value);
         }
         --depth_;
@@ -155,11 +185,17 @@ class Writer {
         text_.append(tag) += '\n';
     }
 
-    void element(std::string_view name, std::string_view content) {
+    // The content stands for itself: digits and the like.
+    void element(const Tags& tags, std::string_view content) {
         indent();
-        text_.append("<").append(name) += '>';
+        text_.append(tags.start).append(content).append(tags.end);
+    }
+
+    void textElement(const Tags& tags, std::string_view content) {
+        indent();
+        text_ += tags.start;
         appendXmlText(text_, content, version_);
-        text_.append("</").append(name) += ">\n";
+        text_ += tags.end;
     }
 
     XmlVersion version_;
@@ -172,7 +208,7 @@ class Writer {
 std::optional<std::string> xmlPropertyList(const PropertyListValue& value) {
     Survey survey;
     if (!survey.accepts(value, 1)) return std::nullopt;
-    return Writer(survey.version()).document(value);
+    return Writer(survey).document(value);
 }
 
 }  // namespace halvane

@@ -130,6 +130,19 @@ std::optional<ByteBuffer> readBase64(std::string_view text) {
     return ByteBuffer(bytes);
 }
 
+// The name of an element as one word, which is quicker to compare than a text; 0 for one that is
+// longer than any of a property list.
+constexpr std::uint64_t nameWord(const char* name) {
+    std::uint64_t word = 0;
+    for (std::size_t i = 0; i < sizeof word; ++i) {
+        if (name[i] == '\0') return word;
+        word = word << 8 | static_cast<unsigned char>(name[i]);
+    }
+    return name[sizeof word] == '\0' ? word : 0;
+}
+
+constexpr std::uint64_t kKeyName = nameWord("key");
+
 // Values from the tree of a parsed document. A text that stands before the first child of an
 // element is the element's own value; further ones are nodes.
 class Reader {
@@ -158,25 +171,29 @@ class Reader {
 
   private:
     struct Kind {
-        std::string_view name;
+        std::uint64_t name;
         bool (Reader::*read)(pugi::xml_node, int, PropertyListValue&);
     };
 
     bool read(pugi::xml_node element, int level, PropertyListValue& value) {
+        return read(element, nameWord(element.name()), level, value);
+    }
+
+    bool read(pugi::xml_node element, std::uint64_t name, int level, PropertyListValue& value) {
         // The more frequent come first.
         static constexpr std::array<Kind, 9> kKinds = {{
-            {"string", &Reader::readString},
-            {"integer", &Reader::readInteger},
-            {"dict", &Reader::readDictionary},
-            {"true", &Reader::readBoolean<true>},
-            {"false", &Reader::readBoolean<false>},
-            {"data", &Reader::readData},
-            {"array", &Reader::readArray},
-            {"real", &Reader::readReal},
-            {"date", &Reader::readDate},
+            {nameWord("string"), &Reader::readString},
+            {nameWord("integer"), &Reader::readInteger},
+            {nameWord("dict"), &Reader::readDictionary},
+            {nameWord("true"), &Reader::readBoolean<true>},
+            {nameWord("false"), &Reader::readBoolean<false>},
+            {nameWord("data"), &Reader::readData},
+            {nameWord("array"), &Reader::readArray},
+            {nameWord("real"), &Reader::readReal},
+            {nameWord("date"), &Reader::readDate},
         }};
         if (level > kPropertyListMaxDepth) return refuse(element, "nested too deep");
-        const auto kind = std::ranges::find(kKinds, std::string_view(element.name()), &Kind::name);
+        const auto kind = std::ranges::find(kKinds, name, &Kind::name);
         if (kind == kKinds.end()) return refuse(element, "unknown element");
         if (element.first_attribute()) return refuse(element, "attribute");
         return (this->*kind->read)(element, level, value);
@@ -196,14 +213,15 @@ class Reader {
         std::string key;
         bool isKeyNext = true;
         const bool isRead = eachElement(element, [&](pugi::xml_node child) {
-            const bool isKey = std::string_view(child.name()) == "key";
+            const std::uint64_t name = nameWord(child.name());
+            const bool isKey = name == kKeyName;
             if (isKey != isKeyNext) {
                 return refuse(child, isKeyNext ? "value without a key" : "key without a value");
             }
             isKeyNext = !isKeyNext;
             if (isKey) return readKey(child, key);
             PropertyListValue held;
-            if (!read(child, level + 1, held)) return false;
+            if (!read(child, name, level + 1, held)) return false;
             const std::size_t count = dictionary.size();
             dictionary.set(std::move(key), std::move(held));
             return dictionary.size() > count || refuse(child, "second value of a key");

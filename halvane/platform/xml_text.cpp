@@ -31,12 +31,29 @@ bool isLiteral(char32_t codePoint, XmlVersion version) {
     return version == XmlVersion::V1_0 ? isIn10(codePoint) : !isRestrictedIn11(codePoint);
 }
 
-// The bytes that are a character by themselves in either version, nearly all of most documents.
-constexpr auto kPlainBytes = [] {
-    std::array<bool, 256> plain{};
-    for (char32_t byte = 0; byte < 0x7F; ++byte) plain[byte] = byte >= 0x20 || isXmlSpace(byte);
-    return plain;
-}();
+// Whether a byte is a character by itself in either version, as nearly all of most documents are.
+constexpr bool isPlain(std::uint8_t byte) {
+    return (byte >= 0x20 && byte < 0x7F) || isXmlSpace(byte);
+}
+
+// The same of a byte that also stands for itself in what is written.
+constexpr bool isVerbatim(std::uint8_t byte) {
+    return isPlain(byte) && byte != '&' && byte != '<' && byte != '>' && byte != '\r';
+}
+
+// Where the first byte is that the predicate does not hold for, from `from` on; the size of `text`
+// for none. A block at a time, without a branch a byte: compilers make vectors of it.
+template <bool (*kHolds)(std::uint8_t)>
+std::size_t firstOther(std::string_view text, std::size_t from) {
+    constexpr std::size_t kBlock = 16;
+    for (; text.size() - from >= kBlock; from += kBlock) {
+        bool allHold = true;
+        for (std::size_t i = 0; i < kBlock; ++i) allHold &= kHolds(byteAt(text, from + i));
+        if (!allHold) break;
+    }
+    while (from < text.size() && kHolds(byteAt(text, from))) ++from;
+    return from;
+}
 
 // Beside what is never literal, XML 1.1 restricts the C1 controls, and takes U+0085 and U+2028
 // for line ends; a carriage return would be read as a newline in either version.
@@ -109,6 +126,8 @@ bool isXmlBlank(std::string_view text) {
 std::optional<XmlVersion> xmlVersionOfText(std::string_view text) {
     auto version = XmlVersion::V1_0;
     while (!text.empty()) {
+        text.remove_prefix(firstOther<isPlain>(text, 0));
+        if (text.empty()) break;
         const auto character = firstUtf8Character(text);
         if (!character) return std::nullopt;
         const char32_t codePoint = character->codePoint;
@@ -121,10 +140,8 @@ std::optional<XmlVersion> xmlVersionOfText(std::string_view text) {
 
 std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVersion version) {
     for (std::size_t i = 0; i < document.size();) {
-        if (kPlainBytes[byteAt(document, i)]) {
-            ++i;
-            continue;
-        }
+        i = firstOther<isPlain>(document, i);
+        if (i == document.size()) break;
         const auto character = firstUtf8Character(document.substr(i));
         if (!character) return XmlRefusal{i, "not UTF-8"};
         if (!isLiteral(character->codePoint, version)) {
@@ -136,12 +153,16 @@ std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVers
 }
 
 void appendXmlText(std::string& out, std::string_view text, XmlVersion version) {
-    if (isXmlBlank(text) && !text.empty()) {
+    if (!text.empty() && isXmlBlank(text)) {
         // Readers drop character data that is nothing but white space; a reference keeps it.
         appendReference(out, byteAt(text, 0));
         text.remove_prefix(1);
     }
     while (!text.empty()) {
+        const std::size_t verbatim = firstOther<isVerbatim>(text, 0);
+        out.append(text.substr(0, verbatim));
+        text.remove_prefix(verbatim);
+        if (text.empty()) return;
         const auto character = firstUtf8Character(text);
         if (!character) return;
         appendCharacter(out, text.substr(0, character->size), character->codePoint, version);

@@ -62,6 +62,9 @@ class HALVANE_EXPORT HalvaneChannel {
     // out unless it is above 0.
     std::string description() const;
 
+    // All properties are equal.
+    friend bool operator==(const HalvaneChannel& a, const HalvaneChannel& b) = default;
+
     // Builds the map of the 42 channels of the 2.4 GHz and 5 GHz bands unless it exists already;
     // every lookup does so first.
     static void initChannelMapTable();
@@ -81,8 +84,6 @@ class HALVANE_EXPORT HalvaneChannel {
 
     // The other half of the channel's 40 MHz channel; 0 where there is none.
     static unsigned channelExtensionForNumber(unsigned channel);
-
-    friend bool operator==(const HalvaneChannel&, const HalvaneChannel&) = default;
 
   private:
     HalvaneChannel() = default;

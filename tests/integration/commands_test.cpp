@@ -52,7 +52,8 @@ TEST(Usage, PrintsHelpOnStandardError) {
     EXPECT_EQ(summary.errors.substr(0, 16), "\nUsage: halvane ");
     EXPECT_EQ(halvane({"help"}).errors, summary.errors);
     EXPECT_EQ(halvane({"-h"}).errors, summary.errors);
-    for (const char* command : {"decode", "pin", "channels", "help"}) {
+    for (const char* command :
+         {"decode", "channels", "skus", "countries", "country", "pin", "psk", "config", "help"}) {
         const auto help = halvane({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.output, "");
@@ -65,7 +66,8 @@ TEST(Usage, PrintsHelpOnStandardError) {
 TEST(Usage, IsHeldAsFiles) {
     const std::filesystem::path golden = HALVANE_GOLDEN;
     expectGolden(halvane({"--help"}).errors, golden / "help.txt");
-    for (const std::string command : {"decode", "channels", "pin", "help"}) {
+    for (const std::string command :
+         {"decode", "channels", "skus", "countries", "country", "pin", "psk", "config", "help"}) {
         expectGolden(halvane({"help", command}).errors, golden / ("help_" + command + ".txt"));
     }
 }
@@ -88,7 +90,7 @@ TEST(Usage, PrintsTheVersion) {
 }
 
 TEST(Usage, TellsAboutOutputThatIsLost) {
-    for (const char* words : {"--version", "pin", "channels"}) {
+    for (const char* words : {"--version", "pin", "channels", "skus", "countries", "config"}) {
         const auto result =
             runProgram({"/bin/sh", "-c", "exec \"$0\" \"$1\" >/dev/full", HALVANE_TOOL, words});
         EXPECT_EQ(result.status, 1) << words;
@@ -215,6 +217,172 @@ TEST(Channels, AreRefusedInAnotherFormatWithOneMessage) {
         "halvane: channels: --format: 'xml' is not text, json, jsonl or plist\n";
     expectUsage({"channels", "--format=xml"}, message);
     expectUsage({"channels", "--format=xml", "6", "x"}, message);
+}
+
+TEST(SKUs, AreATable) {
+    const auto result = halvane({"skus"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.output,
+              "Short name  Countries  Name\n"
+              "APAC               10  Asia-Pacific\n"
+              "Japan               1  Japan\n"
+              "Korea               1  Korea\n"
+              "ROW                10  Rest of World\n"
+              "ETSI               36  Worldwide ETSI\n"
+              "FCC                14  Worldwide FCC\n"
+              "Unused            167  Unused\n");
+}
+
+TEST(SKUs, AreWholeForPrograms) {
+    const auto document = json::parse(halvane({"skus", "--format=json"}).output);
+    ASSERT_EQ(document.size(), 7u);
+    EXPECT_EQ(document[4]["friendlyName"], "Worldwide ETSI");
+    EXPECT_EQ(document[4]["shortName"], "ETSI");
+    EXPECT_EQ(document[4]["countries"].size(), 36u);
+    EXPECT_EQ(document[6]["countries"][166]["isoName"], "ZW");
+    EXPECT_EQ(document[6]["countries"][166]["channels"].size(), 42u);
+    const auto lines = halvane({"skus", "--format=jsonl"}).output;
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 7);
+    EXPECT_EQ(json::parse(lines.substr(0, lines.find('\n'))), document[0]);
+}
+
+// The elements that a query of XPath finds in a property list.
+std::size_t countIn(const std::string& propertyList, const char* query) {
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_string(propertyList.c_str())) << propertyList;
+    return document.select_nodes(query).size();
+}
+
+TEST(SKUs, AreSkeletonsInAPropertyList) {
+    const auto list = halvane({"skus", "--format=plist"}).output;
+    EXPECT_EQ(countIn(list, "/plist/array/dict[key='ShortName']"), 7u);
+    EXPECT_EQ(countIn(list, "/plist/array/dict/array/dict[key='ISOName']"), 239u);
+    EXPECT_EQ(countIn(list, "/plist/array/dict/array/dict/array/dict[key='ChannelNumber']"),
+              10038u);
+}
+
+TEST(SKUs, TakeNoArgument) {
+    expectUsage({"skus", "ETSI"}, "halvane: skus: takes no argument ('ETSI')\n");
+    expectUsage({"skus", "--format=xml", "ETSI"},
+                "halvane: skus: --format: 'xml' is not text, json, jsonl or plist\n");
+}
+
+TEST(Countries, AreHeldAsAFile) {
+    const auto result = halvane({"countries"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    expectGolden(result.output, std::filesystem::path(HALVANE_GOLDEN) / "countries.txt");
+}
+
+TEST(Countries, AreThoseOfASKUByEitherName) {
+    const std::string expected =
+        "ISO  Number  SKU     Name\n"
+        "KR      410  Korea   Korea, Republic Of\n";
+    EXPECT_EQ(halvane({"countries", "--sku=Korea"}).output, expected);
+    EXPECT_EQ(halvane({"countries", "--sku", "kOREA"}).output, expected);
+    const auto byShortName = halvane({"countries", "--sku", "etsi"});
+    EXPECT_EQ(byShortName.status, 0);
+    EXPECT_EQ(std::count(byShortName.output.begin(), byShortName.output.end(), '\n'), 37);
+    EXPECT_EQ(halvane({"countries", "--sku", "worldwide etsi"}).output, byShortName.output);
+    EXPECT_EQ(halvane({"countries", "--sku=x", "--no-sku"}).output, halvane({"countries"}).output);
+}
+
+TEST(Countries, AreWholeForPrograms) {
+    const auto document = json::parse(halvane({"countries", "--format=json"}).output);
+    ASSERT_EQ(document.size(), 239u);
+    EXPECT_EQ(document[0]["friendlyName"], "Australia");
+    const auto line = halvane({"countries", "--format=jsonl", "--sku=japan"}).output;
+    EXPECT_EQ(line, halvane({"country", "--format=jsonl", "japan"}).output);
+    const auto list = halvane({"countries", "--format=plist", "--sku=FCC"}).output;
+    EXPECT_EQ(countIn(list, "/plist/array/dict[key='ISOCode']"), 14u);
+    EXPECT_EQ(countIn(list, "/plist/array/dict/array/dict"), 14u * 42);
+}
+
+TEST(Countries, OfAnUnknownSKUAreToldWhichThereAre) {
+    for (const char* name : {"Nowhere", "", "ETS", "ETSI "}) {
+        for (const char* format : {"text", "json", "plist"}) {
+            const auto result = halvane({"countries", "--sku", name, "--format", format});
+            EXPECT_EQ(result.status, 1);
+            EXPECT_EQ(result.output, "");
+            EXPECT_EQ(result.errors, "halvane: countries: no SKU '" + std::string(name) +
+                                         "'; there are APAC, Japan, Korea, ROW, ETSI, FCC, "
+                                         "Unused\n");
+        }
+    }
+    expectUsage({"countries", "ETSI"}, "halvane: countries: takes no argument ('ETSI')\n");
+    expectUsage({"countries", "--sku=x", "--format=xml"},
+                "halvane: countries: --format: 'xml' is not text, json, jsonl or plist\n");
+}
+
+// The first line of what is printed of a country.
+std::string countryLine(const std::string& name) {
+    const auto result = halvane({"country", name});
+    EXPECT_EQ(result.status, 0) << name;
+    EXPECT_EQ(result.errors, "");
+    return result.output.substr(0, result.output.find('\n'));
+}
+
+TEST(Country, IsFoundByNameISONameAndNumber) {
+    for (const char* name : {"United Kingdom", "UNITED KINGDOM", "gb", "GB", "826", "0826"}) {
+        EXPECT_EQ(countryLine(name),
+                  "Friendly Name <United Kingdom>, ISO Code <GB>, ISO Number <826>");
+    }
+    for (const char* name : {"norway", "578", "0"}) {
+        EXPECT_EQ(countryLine(name), "Friendly Name <Norway>, ISO Code <578>, ISO Number <0>");
+    }
+    EXPECT_EQ(countryLine("036"), "Friendly Name <Australia>, ISO Code <AU>, ISO Number <36>");
+    EXPECT_EQ(countryLine("xo"), "Friendly Name <Unknown>, ISO Code <XO>, ISO Number <-1>");
+}
+
+TEST(Country, IsPrintedWithItsChannels) {
+    const std::string text = halvane({"country", "jp"}).output;
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 44);
+    const std::string start =
+        "Friendly Name <Japan>, ISO Code <JP>, ISO Number <392>\n"
+        "Channel  Frequency  Flags\n"
+        "      1   2412 MHz  -\n";
+    EXPECT_EQ(text.substr(0, start.size()), start);
+    for (const char* line : {"\n     14   2484 MHz  disabled\n", "\n     36   5180 MHz  40 MHz\n",
+                             "\n     64   5320 MHz  radar prone, 40 MHz\n",
+                             "\n    140   5700 MHz  radar prone\n", "\n    165   5825 MHz  -\n"}) {
+        EXPECT_NE(text.find(line), std::string::npos) << line;
+    }
+}
+
+TEST(Country, IsOneRecordForPrograms) {
+    const auto text = halvane({"country", "gb", "--format=json"}).output;
+    const auto object = json::parse(text);
+    EXPECT_EQ(object["friendlyName"], "United Kingdom");
+    EXPECT_EQ(object["isoCode"], 826);
+    EXPECT_EQ(object["channels"][22], json::parse(R"({
+        "channelNumber": 52, "channelFrequency": 5260, "isRadarProne": true, "isDisabled": false,
+        "supports40MHz": true, "supports80MHz": false})"));
+    const auto line = halvane({"country", "gb", "--format=jsonl"}).output;
+    EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1);
+    EXPECT_EQ(json::parse(line), object);
+    const auto list = halvane({"country", "gb", "--format=plist"}).output;
+    EXPECT_EQ(countIn(list, "/plist/dict[key='FriendlyName']/array/dict"), 42u);
+}
+
+TEST(Country, IsToldToBeUnknown) {
+    for (const char* name : {"Slovenia", "no", "", "United", "-1", "1", "99999999999999999999"}) {
+        const auto result = halvane({"country", "--format=json", "--", name});
+        EXPECT_EQ(result.status, 1) << name;
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors, "halvane: country: no country '" + std::string(name) +
+                                     "' ('halvane countries' lists them)\n");
+    }
+    EXPECT_EQ(halvane({"country", "a\x1B[2J"}).errors,
+              "halvane: country: no country 'a\\x1B[2J' ('halvane countries' lists them)\n");
+}
+
+TEST(Country, IsOne) {
+    expectUsage({"country"}, "halvane: country: no country to print\n");
+    expectUsage({"country", "United", "Kingdom"},
+                "halvane: country: takes one country; quote a name of several words\n");
+    expectUsage({"country", "--format=xml"},
+                "halvane: country: --format: 'xml' is not text, json, jsonl or plist\n");
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 #include "halvane/platform/up_time_internal.h"
 
-#include "tests/support/skeletons.h"
+#include "tests/model/model_test_support.h"
 
 using namespace halvane;
 using namespace halvane::testing;

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 
-#include "tests/support/skeletons.h"
+#include "tests/model/model_test_support.h"
 
 using namespace halvane;
 using namespace halvane::testing;

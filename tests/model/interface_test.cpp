@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "tests/support/skeletons.h"
+#include "tests/model/model_test_support.h"
 
 using namespace halvane;
 using namespace halvane::testing;
@@ -13,9 +13,6 @@ namespace {
 
 const ByteBuffer kDeviceAddress = {0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E};
 const ByteBuffer kAddress = {0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5F};
-
-// Tab, control characters, markup, quotes, U+00E9 and U+1F4F6.
-const std::string kOddText = "\t\x01\x1F<&>\"'\r\n]]>\xC3\xA9\xF0\x9F\x93\xB6 ";
 
 std::shared_ptr<HalvaneDevice> sharedDevice() {
     auto device = HalvaneDevice::initWithMACAddress_withIndex(kDeviceAddress, 1);
@@ -111,7 +108,7 @@ TEST(InterfaceSkeleton, IsReadAndWrittenKeyByKey) {
 }
 
 TEST(InterfaceSkeleton, ComesThroughXmlEqualWhateverItsTextsHold) {
-    for (const std::string& text : {std::string(), std::string("infra"), kOddText}) {
+    for (const std::string& text : {std::string(), std::string("infra"), awkwardText()}) {
         const auto interface = read(wholeSkeleton(text));
         const auto skeleton = throughXml(interface.skeletonRepresentation());
         EXPECT_EQ(skeleton, interface.skeletonRepresentation());

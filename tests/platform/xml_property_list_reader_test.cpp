@@ -361,6 +361,23 @@ TEST(XmlPropertyListReader, RefusesBytesThatAreNoXmlCharacters) {
     EXPECT_EQ(reasonOf("\xFF\xFE<\0p\0"s), "not UTF-8");
 }
 
+TEST(XmlPropertyListReader, FindsABadByteAtEveryPlaceOfALongText) {
+    for (std::size_t place = 0; place < 40; ++place) {
+        std::string text(40, 'x');
+        text[place] = '\x01';
+        EXPECT_EQ(refusalOf(plist("<string>" + text + "</string>")),
+                  "character that XML does not allow at " + std::to_string(15 + place));
+    }
+}
+
+TEST(XmlPropertyListReader, KnowsNoElementByAPartOfItsName) {
+    for (const std::string name : {"integers", "integer1", "xinteger", "intege", "stringstring",
+                                   "ke", "keyring", "plistplist", "aaaaaaaainteger"}) {
+        EXPECT_EQ(refusalOf(plist("<" + name + "></" + name + ">")), "unknown element at 7");
+        EXPECT_EQ(reasonOf(plist("<dict><" + name + "/></dict>")), "value without a key");
+    }
+}
+
 TEST(XmlPropertyListReader, RefusesReferencesToNothingKnown) {
     const auto kUnknown = "reference to nothing known at 16";
     const std::vector<Refusal> rows = {

@@ -8,11 +8,14 @@
 #include <string>
 #include <vector>
 
+#include "halvane/platform/xml_property_list_reader.h"
+
 using halvane::ByteBuffer;
 using halvane::Date;
 using halvane::Number;
 using halvane::PropertyListArray;
 using halvane::PropertyListDictionary;
+using halvane::propertyListFromXml;
 using halvane::PropertyListObject;
 using halvane::PropertyListValue;
 using halvane::xmlPropertyList;
@@ -388,6 +391,29 @@ TEST(XmlPropertyList, IsAbsentBeyondTheDepthLimit) {
     EXPECT_TRUE(xmlPropertyList(nestedDictionaries(256)).has_value());
     EXPECT_EQ(xmlPropertyList(nestedDictionaries(257)), std::nullopt);
     EXPECT_EQ(xmlPropertyList(nestedArrays(2000)), std::nullopt);
+}
+
+// Long texts are looked through in blocks.
+TEST(XmlPropertyList, CarriesSpecialCharactersAtEveryPlaceOfALongText) {
+    for (const std::string special : {"&", "<", ">", "\r", "\x01", "\x7F", "\xC3\xA9"}) {
+        for (std::size_t place = 0; place <= 40; ++place) {
+            std::string text(40, 'x');
+            text.insert(place, special);
+            const auto xml = xmlPropertyList(text);
+            ASSERT_TRUE(xml.has_value());
+            EXPECT_EQ(propertyListFromXml(*xml), PropertyListValue(text)) << *xml;
+        }
+    }
+}
+
+TEST(XmlPropertyList, RefusesABadByteAtEveryPlaceOfALongText) {
+    for (std::size_t place = 0; place < 40; ++place) {
+        std::string text(40, 'x');
+        text[place] = '\xFF';
+        EXPECT_FALSE(xmlPropertyList(text).has_value()) << place;
+        text[place] = '\0';
+        EXPECT_FALSE(xmlPropertyList(text).has_value()) << place;
+    }
 }
 
 }  // namespace

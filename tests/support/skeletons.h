@@ -1,56 +1,58 @@
-// Skeleton representations on their way: through XML and back, and with values of the wrong kind.
+// Skeletons as other processes may hand them over: through XML, and with any value at any key.
 #ifndef TESTS_SUPPORT_SKELETONS_H
 #define TESTS_SUPPORT_SKELETONS_H
 
 #include <gtest/gtest.h>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 namespace halvane::testing {
 
-// The skeleton as the other side of a connection reads it; an empty one, and a failure, where it
-// does not come through.
+// The dictionary written as XML and read from it.
 inline PropertyListDictionary throughXml(const PropertyListDictionary& skeleton) {
-    const auto text = xmlPropertyList(skeleton);
-    const auto value = text ? propertyListFromXml(*text) : std::nullopt;
+    const auto xml = xmlPropertyList(skeleton);
+    EXPECT_TRUE(xml) << "has no XML form";
+    const auto value = propertyListFromXml(xml.value_or(""));
     const auto* dictionary = value ? value->as<PropertyListDictionary>() : nullptr;
-    EXPECT_NE(dictionary, nullptr) << text.value_or("no XML");
+    EXPECT_NE(dictionary, nullptr) << xml.value_or("");
     return dictionary != nullptr ? *dictionary : PropertyListDictionary();
 }
 
-// A value of each kind that a skeleton can hold, and a null one.
+// One value of each kind, empty ones and extreme ones among them.
 inline std::vector<PropertyListValue> valuesOfEveryKind() {
+    PropertyListDictionary dictionary;
+    dictionary.set("key", "value");
     return {PropertyListValue(),
             true,
-            7,
-            2.5,
+            0,
+            INT64_MIN,
+            UINT64_MAX,
+            -0.5,
+            "",
             "text",
-            ByteBuffer{1, 2, 3},
+            ByteBuffer(),
+            ByteBuffer{0x00, 0xFF},
             Date(),
-            PropertyListArray{1, "x", PropertyListDictionary()},
-            PropertyListDictionary()};
+            PropertyListArray(),
+            PropertyListArray{PropertyListValue(), "text", PropertyListArray()},
+            PropertyListDictionary(),
+            dictionary,
+            PropertyListValue::Object()};
 }
 
-// Those of them that are neither number nor boolean, which stand in for each other.
-inline std::vector<PropertyListValue> valuesThatAreNoNumber() {
-    auto values = valuesOfEveryKind();
-    std::erase_if(values, [](const PropertyListValue& value) {
-        return value.as<bool>() != nullptr || value.as<Number>() != nullptr;
-    });
-    return values;
-}
-
-// Those of them that are of another kind than `Kind`.
-template <typename Kind>
-std::vector<PropertyListValue> valuesOfOtherKinds() {
-    auto values = valuesOfEveryKind();
-    std::erase_if(values,
-                  [](const PropertyListValue& value) { return value.as<Kind>() != nullptr; });
-    return values;
+// A text of every control character that XML carries, all other ASCII characters, and some of each
+// length in UTF-8, up to the last one.
+inline std::string awkwardText() {
+    std::string text;
+    for (char character = 1; character < 0x7F; ++character) text += character;
+    return text +
+           "\x7F\xC2\x80\xC2\x85\xC2\x9F\xC3\x89"
+           "\xE2\x80\xA8\xE2\x80\x9C\xEF\xBF\xBD\xF0\x9F\x87\xAC\xF0\x9F\x87\xA7\xF4\x8F\xBF\xBD]]"
+           ">";
 }
 
 }  // namespace halvane::testing

@@ -20,4 +20,10 @@ std::optional<std::uint64_t> decimalOf(std::string_view text) {
     return value;
 }
 
+std::optional<Number> pinOf(std::string_view text) {
+    constexpr std::size_t kDigits = 8;
+    const auto value = text.size() == kDigits ? decimalOf(text) : std::nullopt;
+    return value ? std::optional(Number(*value)) : std::nullopt;
+}
+
 }  // namespace halvane::tool

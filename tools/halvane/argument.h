@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/number.h"
+
 namespace halvane::tool {
 
 // Why a command line cannot be followed.
@@ -21,6 +23,9 @@ std::vector<std::string> takeArguments();
 // A number of decimal digits only, leading zeros or not; absent for any other text, and for one
 // beyond 64 bits.
 std::optional<std::uint64_t> decimalOf(std::string_view text);
+
+// A WPS PIN: eight decimal digits, leading zeros among them. The last one need not be right.
+std::optional<Number> pinOf(std::string_view text);
 
 }  // namespace halvane::tool
 

@@ -41,8 +41,18 @@ extern CLIOption gDecodeOptions[];
 int decodeCommand();
 extern CLIOption gChannelsOptions[];
 int channelsCommand();
+extern CLIOption gSKUsOptions[];
+int skusCommand();
+extern CLIOption gCountriesOptions[];
+int countriesCommand();
+extern CLIOption gCountryOptions[];
+int countryCommand();
 extern CLIOption gPINOptions[];
 int pinCommand();
+extern CLIOption gPSKOptions[];
+int pskCommand();
+extern CLIOption gConfigOptions[];
+int configCommand();
 
 }  // namespace halvane::tool
 

@@ -13,6 +13,8 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 
+#include "tools/halvane/format.h"  // before JSON, which its enumerators would shadow
+
 namespace halvane::tool {
 
 // Keys in the order in which they were added, so that the same record gives the same text.

@@ -52,6 +52,30 @@ CLIOption gCommands[] = {
          "Prints the channels of the 2.4 GHz and 5 GHz bands: number, centre frequency and\n"
          "the channel that is the other half of its 40 MHz channel."},
     {.type = kCLICommand,
+     .longName = "skus",
+     .handler = handle<skusCommand>,
+     .subOptions = gSKUsOptions,
+     .shortHelp = "print the regulatory regions",
+     .longHelp =
+         "Prints the SKUs, the regions that variants of a product are made for: short name,\n"
+         "number of countries and name."},
+    {.type = kCLICommand,
+     .longName = "countries",
+     .handler = handle<countriesCommand>,
+     .subOptions = gCountriesOptions,
+     .shortHelp = "print the countries of the regions",
+     .longHelp =
+         "Prints the countries of all SKUs, or of one: ISO name and number, the short name of\n"
+         "their SKU, and their own."},
+    {.type = kCLICommand,
+     .longName = "country",
+     .handler = handle<countryCommand>,
+     .subOptions = gCountryOptions,
+     .shortHelp = "print a country and its channels",
+     .longHelp =
+         "Prints a country and the channels that it allows, each with its frequency: whether\n"
+         "it is listed but disabled, is radar prone, and can be 40 MHz wide."},
+    {.type = kCLICommand,
      .longName = "pin",
      .handler = handle<pinCommand>,
      .subOptions = gPINOptions,
@@ -60,6 +84,25 @@ CLIOption gCommands[] = {
          "Prints a random WPS device PIN: seven digits and the one that checks them.\n"
          "With 'check N' prints no PIN but tells by the exit status whether the last digit\n"
          "of the PIN N, of eight digits, is the one that checks the others."},
+    {.type = kCLICommand,
+     .longName = "psk",
+     .handler = handle<pskCommand>,
+     .subOptions = gPSKOptions,
+     .shortHelp = "print the WPA pre-shared key of a passphrase",
+     .longHelp =
+         "Prints the pre-shared key of WPA and WPA2 that a passphrase makes for the SSID, as 64\n"
+         "hexadecimal digits. The passphrase is the first line of standard input; where that is\n"
+         "a terminal it is asked for and not shown. It has 8 to 63 characters of printable\n"
+         "ASCII, but not 32."},
+    {.type = kCLICommand,
+     .longName = "config",
+     .handler = handle<configCommand>,
+     .subOptions = gConfigOptions,
+     .shortHelp = "print the BSS configuration that options make",
+     .longHelp =
+         "Prints the configuration of a network as the daemon would be given it, passphrase\n"
+         "and key included. Without options it is an open network of all PHY modes. WORDS are\n"
+         "separated by commas, in any case; those of a group take the place of its defaults."},
     {.type = kCLICommand,
      .longName = "help",
      .handler = _CLIHelpCommand,

@@ -1,6 +1,5 @@
 // WPS device PINs: a fresh one, or the check of one.
 #include <cstdio>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,14 +12,6 @@
 namespace halvane::tool {
 
 namespace {
-
-constexpr std::size_t kDigits = 8;
-
-// Eight decimal digits, leading zeros among them.
-std::optional<Number> pinOf(const std::string& text) {
-    const auto value = text.size() == kDigits ? decimalOf(text) : std::nullopt;
-    return value ? std::optional(Number(*value)) : std::nullopt;
-}
 
 int printFresh() {
     std::printf("%08lld\n", static_cast<long long>(HalvaneWPS::generatePIN().int64()));

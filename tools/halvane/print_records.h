@@ -15,8 +15,8 @@
 namespace halvane::tool {
 
 // As XML; nothing where a value has no XML form.
-inline void printPropertyList(PropertyListValue value) {
-    std::fputs(xmlPropertyList(std::move(value)).value_or("").c_str(), stdout);
+inline void printPropertyList(const PropertyListValue& value) {
+    std::fputs(xmlPropertyList(value).value_or("").c_str(), stdout);
 }
 
 // `toJSON` gives a record's object, `toPropertyList` its dictionary.

@@ -212,11 +212,11 @@ JSON textOf(const std::optional<ByteBuffer>& ssid) {
     return ssid ? JSON(escapeSSID(ssid->bytes())) : JSON();
 }
 
+}  // namespace
+
 JSON addressOf(const ByteBuffer& address) {
     return address.empty() ? JSON() : JSON(FancyFormatting::formattedMAC(address));
 }
-
-}  // namespace
 
 void appendRecord(JSON& object, const HalvaneMAC& ie) {
     putMember(object, "mac", addressOf(ie.mac()));

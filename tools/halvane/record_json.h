@@ -11,6 +11,9 @@
 
 namespace halvane::tool {
 
+// "02:1A:2B:3C:4D:5E"; null, and so left out, for an empty address.
+JSON addressOf(const ByteBuffer& address);
+
 // Adds the record's members to an object.
 void appendRecord(JSON& object, const HalvaneMAC& record);
 

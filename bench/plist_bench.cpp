@@ -1,0 +1,153 @@
+// A list of interfaces to XML and back, beside pugixml; and the way from records to records.
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+#include <pugixml.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "halvane/base/skeleton_internal.h"
+#include "halvane/model/interface.h"
+#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/xml_property_list_reader.h"
+
+namespace {
+
+using halvane::HalvaneChannel;
+using halvane::HalvaneDevice;
+using halvane::HalvaneInterface;
+using halvane::PropertyListArray;
+using halvane::PropertyListValue;
+
+constexpr int kInterfaces = 1000;
+constexpr int kChannels = 42;
+
+void require(bool condition) {
+    if (!condition) std::abort();
+}
+
+std::vector<HalvaneChannel> channels() {
+    std::vector<HalvaneChannel> list;
+    for (int i = 0; i < kChannels; ++i) {
+        const int number = 36 + 4 * i;
+        auto channel = HalvaneChannel::initWithChannel_withFrequency_isRadarProne(
+            number, 5000 + 5 * number, i % 3 == 0);
+        channel.setSupports40MHz(i % 2 == 0);
+        list.push_back(channel);
+    }
+    return list;
+}
+
+HalvaneInterface interface(int index) {
+    const auto last = static_cast<std::uint8_t>(index);
+    auto device = std::make_shared<HalvaneDevice>(HalvaneDevice::initWithMACAddress_withIndex(
+        halvane::ByteBuffer{0x02, 0x1A, 0x2B, 0x3C, 0x4D, last}, static_cast<unsigned>(index)));
+    device->setNumRadioChains(3);
+    auto skeleton = HalvaneInterface::initWithDevice_withMAC_withBSDName(
+                        std::move(device), halvane::ByteBuffer{0x02, 0x1A, 0x2B, 0x3C, 0x4E, last},
+                        "wlan" + std::to_string(index))
+                        .skeletonRepresentation();
+    skeleton.set("Role", "infrastructure");
+    skeleton.set("Subsystem", "ieee80211");
+    auto record = HalvaneInterface::initWithSkeletonRepresentation(skeleton);
+    require(record.has_value());
+    record->setAvailableChannels(channels());
+    return *record;
+}
+
+std::vector<HalvaneInterface> interfaces() {
+    std::vector<HalvaneInterface> list;
+    for (int i = 0; i < kInterfaces; ++i) list.push_back(interface(i));
+    return list;
+}
+
+// What every row starts from; each checks that it is what it ends with.
+struct Subject {
+    std::vector<HalvaneInterface> records = interfaces();
+    PropertyListValue value = halvane::skeleton::skeletonsOf(records);
+    std::string text = halvane::xmlPropertyList(value).value_or("");
+};
+
+const Subject& subject() {
+    static const Subject subject;
+    return subject;
+}
+
+template <typename Run>
+void measure(benchmark::State& state, Run run) {
+    for (auto _ : state) benchmark::DoNotOptimize(run());
+    state.SetBytesProcessed(static_cast<std::int64_t>(subject().text.size()) *
+                            static_cast<std::int64_t>(state.iterations()));
+}
+
+void writeHalvane(benchmark::State& state) {
+    const auto run = [] { return halvane::xmlPropertyList(subject().value); };
+    require(run() == subject().text);
+    measure(state, run);
+}
+
+// The same text, from a tree that stands already.
+void writePugixml(benchmark::State& state) {
+    struct Text : pugi::xml_writer {
+        void write(const void* data, std::size_t size) override {
+            text.append(static_cast<const char*>(data), size);
+        }
+        std::string text;
+    };
+    pugi::xml_document tree;
+    require(
+        tree.load_string(subject().text.c_str(), pugi::parse_default | pugi::parse_declaration));
+    const auto run = [&tree] {
+        Text out;
+        tree.save(out, "\t", pugi::format_default, pugi::encoding_utf8);
+        return std::move(out.text);
+    };
+    pugi::xml_document again;
+    require(again.load_string(run().c_str()) &&
+            again.select_nodes("//integer").size() == tree.select_nodes("//integer").size());
+    measure(state, run);
+}
+
+void readHalvane(benchmark::State& state) {
+    const auto run = [] { return halvane::propertyListFromXml(subject().text); };
+    require(run() == subject().value);
+    measure(state, run);
+}
+
+// The tree alone, no values.
+void readPugixml(benchmark::State& state) {
+    const auto run = [] {
+        pugi::xml_document tree;
+        require(tree.load_buffer(subject().text.data(), subject().text.size()));
+        return tree.first_child() == nullptr;
+    };
+    measure(state, run);
+}
+
+void recordsToXml(benchmark::State& state) {
+    const auto run = [] {
+        return halvane::xmlPropertyList(halvane::skeleton::skeletonsOf(subject().records));
+    };
+    require(run() == subject().text);
+    measure(state, run);
+}
+
+void recordsFromXml(benchmark::State& state) {
+    const auto run = [] {
+        const auto value = halvane::propertyListFromXml(subject().text);
+        return halvane::skeleton::recordsOf<HalvaneInterface>(*value->as<PropertyListArray>());
+    };
+    require(run() == subject().records);
+    measure(state, run);
+}
+
+BENCHMARK(writeHalvane);
+BENCHMARK(writePugixml);
+BENCHMARK(readHalvane);
+BENCHMARK(readPugixml);
+BENCHMARK(recordsToXml);
+BENCHMARK(recordsFromXml);
+
+}  // namespace
+
+BENCHMARK_MAIN();

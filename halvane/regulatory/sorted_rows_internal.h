@@ -1,0 +1,21 @@
+// The rows of a constant table that belong together.
+#ifndef HALVANE_REGULATORY_SORTED_ROWS_INTERNAL_H
+#define HALVANE_REGULATORY_SORTED_ROWS_INTERNAL_H
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+
+namespace halvane {
+
+// Those whose `column` is `key`. REQUIRES: the table is sorted by that column.
+// (Two searches, for clang 14 cannot compile what std::ranges::equal_range answers.)
+template <typename Row, std::size_t count, typename Key>
+constexpr std::span<const Row> rowsOf(const Row (&table)[count], Key Row::*column, Key key) {
+    return std::span(std::ranges::lower_bound(table, key, {}, column),
+                     std::ranges::upper_bound(table, key, {}, column));
+}
+
+}  // namespace halvane
+
+#endif

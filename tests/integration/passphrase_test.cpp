@@ -1,0 +1,284 @@
+// The commands that take a passphrase, as their users run them.
+#include <csignal>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/support/run_program.h"
+#include "tests/support/terminal_program.h"
+
+using halvane::testing::ProgramResult;
+using halvane::testing::runProgram;
+using halvane::testing::TerminalProgram;
+using nlohmann::json;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+constexpr char kIEEEKey[] = "f42c6fc52df0ebef9ebb4b90b38a5f902e83fe1b135a70e23aed762e9710a12e";
+
+ProgramResult halvane(Words words, std::string_view input = {}) {
+    words.insert(words.begin(), HALVANE_TOOL);
+    return runProgram(std::move(words), input);
+}
+
+// Nothing on standard output, and a message.
+void expectMessage(const ProgramResult& result, int status, const std::string& message) {
+    EXPECT_EQ(result.status, status) << message;
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, message);
+}
+
+TEST(PSK, IsPrintedAndNothingElse) {
+    const auto result = halvane({"psk", "IEEE"}, "password\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.output, std::string(kIEEEKey) + "\n");
+    EXPECT_EQ(halvane({"psk", "--ssid-hex", "49454545"}, "password\n").output, result.output);
+    EXPECT_EQ(halvane({"psk", "ThisIsASSID"}, "ThisIsAPassword").output,
+              "0dc0d6eb90555ed6419756b9a15ec3e3209b63df707dd508d14581f8982721af\n");
+}
+
+TEST(PSK, IsOfTheFirstLineOfStandardInput) {
+    for (const char* input : {"password", "password\n", "password\r\n", "password\nmore\n"}) {
+        EXPECT_EQ(halvane({"psk", "IEEE"}, input).output, std::string(kIEEEKey) + "\n") << input;
+    }
+    EXPECT_NE(halvane({"psk", "IEEE"}, " password\n").output, std::string(kIEEEKey) + "\n");
+}
+
+TEST(PSK, LeavesTheLinesBehindIt) {
+    const auto result =
+        runProgram({"/bin/sh", "-c", "\"$0\" psk IEEE; \"$0\" psk IEEE; cat", HALVANE_TOOL},
+                   "password\npassword\nrest\n");
+    EXPECT_EQ(result.output, std::string(kIEEEKey) + "\n" + kIEEEKey + "\nrest\n");
+}
+
+TEST(PSK, TellsWhyAPassphraseMakesNone) {
+    const auto expectProblem = [](std::string_view input, const std::string& problem) {
+        expectMessage(halvane({"psk", "IEEE"}, input), 1, "halvane: psk: " + problem + "\n");
+    };
+    expectProblem("", "no passphrase");
+    expectProblem("\n", "no passphrase");
+    expectProblem("\r\npassword\n", "no passphrase");
+    expectProblem("passwor\n", "the passphrase is shorter than 8 characters");
+    const std::string tooLong = "the passphrase is longer than 63 characters";
+    for (const std::size_t size : {64u, 255u, 256u, 257u, 100000u}) {
+        expectProblem(std::string(size, 'p') + "\n", tooLong);
+    }
+    expectProblem(std::string(32, 'p') + "\n",
+                  "no key is made of a passphrase of exactly 32 characters");
+    const std::string notPrintable = "the passphrase holds a character that is not printable ASCII";
+    for (const std::string_view input :
+         {std::string_view("p\xC3\xA4ssword"), std::string_view("pass\0word\n", 10),
+          std::string_view("pass\tword"), std::string_view("password\r"),
+          std::string_view("password\x7F\n"),
+          std::string_view("\xC3\xA4 has 32 octets but 31 letters\n")}) {
+        expectProblem(input, notPrintable);
+    }
+    EXPECT_EQ(halvane({"psk", "IEEE"}, std::string(63, '~')).status, 0);
+}
+
+TEST(PSK, TellsThatStandardInputCannotBeRead) {
+    const auto directory = runProgram({"/bin/sh", "-c", "\"$0\" psk IEEE < /", HALVANE_TOOL});
+    expectMessage(directory, 1, "halvane: psk: standard input: Is a directory\n");
+    const auto closed = runProgram({"/bin/sh", "-c", "\"$0\" psk IEEE <&-", HALVANE_TOOL});
+    expectMessage(closed, 1, "halvane: psk: standard input: Bad file descriptor\n");
+}
+
+TEST(PSK, TakesOneSSIDAndNoPassphrase) {
+    const std::string one = "halvane: psk: takes one SSID\n";
+    expectMessage(halvane({"psk"}, "password\n"), 2, one);
+    expectMessage(halvane({"psk", "IEEE", "password"}, "password\n"), 2, one);
+    expectMessage(halvane({"psk", ""}, "password\n"), 2,
+                  "halvane: psk: an SSID has 1 to 32 octets, not 0\n");
+    expectMessage(halvane({"psk", std::string(33, 's')}, "password\n"), 2,
+                  "halvane: psk: an SSID has 1 to 32 octets, not 33\n");
+    expectMessage(halvane({"psk", "--ssid-hex", "xy"}, "password\n"), 2,
+                  "halvane: psk: 'xy' is no hexadecimal text of an SSID\n");
+    EXPECT_EQ(halvane({"psk", "--passphrase", "IEEE"}, "password\n").status, 2);
+    EXPECT_EQ(halvane({"psk", "--", "-x"}, "password\n").status, 0);
+}
+
+// --- At a terminal ---
+
+TEST(PassphrasePrompt, ShowsNothingOfWhatIsTyped) {
+    TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
+    EXPECT_EQ(program.waitFor("Passphrase: "), "");
+    EXPECT_FALSE(program.shows());
+    program.type("password\n");
+    const int status = program.wait();
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    EXPECT_EQ(program.screen(), "\r\n" + std::string(kIEEEKey) + "\r\n");
+    EXPECT_TRUE(program.shows());
+}
+
+TEST(PassphrasePrompt, IsOfTheTerminalAlsoWhereOutputIsNot) {
+    const halvane::testing::TemporaryFolder folder;
+    const std::string file = folder.path() / "key";
+    TerminalProgram program({"/bin/sh", "-c", "exec \"$0\" psk IEEE >\"$1\"", HALVANE_TOOL, file});
+    EXPECT_EQ(program.waitFor("Passphrase: "), "");
+    program.type("password\n");
+    program.wait();
+    EXPECT_EQ(program.screen(), "\r\n");
+    EXPECT_EQ(halvane::testing::contentsOf(file), std::string(kIEEEKey) + "\n");
+}
+
+TEST(PassphrasePrompt, TellsWhatIsWrongWithTheLine) {
+    TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
+    program.waitFor("Passphrase: ");
+    program.type(std::string(300, 'p') + "\n");
+    const int status = program.wait();
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+    EXPECT_EQ(program.screen(),
+              "\r\nhalvane: psk: the passphrase is longer than 63 characters\r\n");
+    EXPECT_TRUE(program.shows());
+}
+
+TEST(PassphrasePrompt, EndsWithTheInput) {
+    TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
+    program.waitFor("Passphrase: ");
+    program.type("\x04");  // end of file
+    const int status = program.wait();
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+    EXPECT_EQ(program.screen(), "halvane: psk: no passphrase\r\n");
+}
+
+TEST(PassphrasePrompt, LeavesTheTerminalAsItWasWhenASignalEndsIt) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+        TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
+        program.waitFor("Passphrase: ");
+        EXPECT_FALSE(program.shows());
+        program.type("half a pass");
+        ASSERT_EQ(::kill(program.process(), signal), 0);
+        const int status = program.wait();
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
+        EXPECT_TRUE(program.shows()) << signal;
+        EXPECT_EQ(program.screen(), "") << signal;
+    }
+}
+
+TEST(PassphrasePrompt, IsEndedFromTheKeyboard) {
+    TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
+    program.waitFor("Passphrase: ");
+    program.type("\x03");  // interrupt
+    const int status = program.wait();
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
+    EXPECT_TRUE(program.shows());
+}
+
+TEST(PassphrasePrompt, IsRepeatedWhereTheProgramGoesOnAfterASignal) {
+    TerminalProgram program({"/bin/sh", "-c", "trap '' TERM; exec \"$0\" psk IEEE", HALVANE_TOOL});
+    program.waitFor("Passphrase: ");
+    program.type("half a pass");
+    ASSERT_EQ(::kill(program.process(), SIGTERM), 0);
+    EXPECT_EQ(program.waitFor("Passphrase: "), "");
+    EXPECT_FALSE(program.shows());
+    program.type("password\n");
+    program.wait();
+    EXPECT_EQ(program.screen(), "\r\n" + std::string(kIEEEKey) + "\r\n");
+}
+
+TEST(PassphrasePrompt, IsRepeatedAfterAStop) {
+    TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
+    program.waitFor("Passphrase: ");
+    ASSERT_EQ(::kill(program.process(), SIGTSTP), 0);
+    // A process group that nobody could continue is not stopped: the prompt comes at once.
+    EXPECT_EQ(program.waitFor("Passphrase: "), "");
+    program.type("password\n");
+    const int status = program.wait();
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+}
+
+// --- Configurations ---
+
+const Words kWPANetwork = {"config",          "--ssid=IEEE",    "--passphrase",
+                           "--security=WPA2", "--unicast=CCMP", "--channel=36"};
+
+Words with(Words words, const Words& more) {
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
+TEST(Config, IsDescribed) {
+    const auto result = halvane(kWPANetwork, "password\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.output,
+              "Preferred Order       : 0\n"
+              "SSID                  : IEEE\n"
+              "Passphrase            : 70617373776f7264  |  password\n"
+              "Authentication        : Open \n"
+              "Security              : WPA2 \n"
+              "Unicast Ciphers       : CCMP \n"
+              "Multicast Cipher      : \n"
+              "Key Management        : \n"
+              "PHY Modes             : 802.11b 802.11g 802.11a 802.11n \n"
+              "Channel               : 36\n"
+              "Channel Width         : 0\n"
+              "EAPOL Retry Count     : 3\n"
+              "EAPOL Retry Interval  : 100\n"
+              "EAPOL GTK Rotation    : 300\n");
+}
+
+TEST(Config, IsJSONOrAPropertyList) {
+    const auto document = halvane(with(kWPANetwork, {"--key", "--format=json"}), "password\n");
+    EXPECT_EQ(document.status, 0);
+    const json object = json::parse(document.output);
+    EXPECT_EQ(object["ssid"], "49454545");
+    EXPECT_EQ(object["keyMaterial"], kIEEEKey);
+    EXPECT_EQ(object["allowSecurityWPA2"], true);
+    EXPECT_EQ(object["channel"], 36);
+    const auto line = halvane(with(kWPANetwork, {"--key", "--format=jsonl"}), "password\n");
+    EXPECT_EQ(json::parse(line.output), object);
+    EXPECT_EQ(line.output.find('\n'), line.output.size() - 1);
+
+    const auto list = halvane(with(kWPANetwork, {"--format=plist"}), "password\n");
+    pugi::xml_document xml;
+    ASSERT_TRUE(xml.load_string(list.output.c_str())) << list.output;
+    const auto skeleton = xml.child("plist").child("dict");
+    EXPECT_STREQ(skeleton.child("key").text().get(), "SSID");
+    EXPECT_NE(std::string(skeleton.child("data").text().get()).find("SUVFRQ=="), std::string::npos);
+}
+
+TEST(Config, NeedsNoInputWithoutAPassphrase) {
+    const auto result = halvane({"config", "--format=jsonl"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_FALSE(json::parse(result.output).contains("passphrase"));
+}
+
+TEST(Config, TellsWhatIsWrongWithThePassphrase) {
+    expectMessage(halvane(kWPANetwork, ""), 1, "halvane: config: no passphrase\n");
+    expectMessage(halvane(kWPANetwork, std::string(64, 'p')), 1,
+                  "halvane: config: the passphrase is longer than 63 characters\n");
+    expectMessage(halvane(kWPANetwork, "\xFFpassword"), 1,
+                  "halvane: config: the passphrase is not UTF-8 text\n");
+    EXPECT_EQ(halvane(kWPANetwork, "short").status, 0) << "only a key asks for eight characters";
+    const Words withKey = with(kWPANetwork, {"--key"});
+    expectMessage(halvane(withKey, "short"), 1,
+                  "halvane: config: the passphrase is shorter than 8 characters\n");
+    expectMessage(halvane(withKey, std::string(32, 'p')), 1,
+                  "halvane: config: no key is made of a passphrase of exactly 32 characters\n");
+}
+
+TEST(Config, RefusesWhatItCannotFollow) {
+    expectMessage(halvane({"config", "--passphrase", "secret"}, "password\n"), 2,
+                  "halvane: config: takes options only\n");
+    expectMessage(halvane({"config", "--security=WPA3"}), 2,
+                  "halvane: config: --security: 'WPA3' is not one of Open, WEP, WPA, WPA2, WPS\n");
+    expectMessage(halvane({"config", "--format=xml"}), 2,
+                  "halvane: config: --format: 'xml' is not text, json, jsonl or plist\n");
+}
+
+TEST(Config, AsksForThePassphraseAtATerminal) {
+    TerminalProgram program({HALVANE_TOOL, "config", "--ssid=IEEE", "--passphrase"});
+    EXPECT_EQ(program.waitFor("Passphrase: "), "");
+    program.type("password\n");
+    program.waitFor("70617373776f7264  |  password");
+    const int status = program.wait();
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+}
+
+}  // namespace

@@ -1,0 +1,28 @@
+// Values for a key of a skeleton that expects another kind.
+#ifndef TESTS_MODEL_MODEL_TEST_SUPPORT_H
+#define TESTS_MODEL_MODEL_TEST_SUPPORT_H
+
+#include <vector>
+
+#include "tests/support/skeletons.h"
+
+namespace halvane::testing {
+
+// valuesOfEveryKind() without those of one of the kinds.
+template <typename... Kinds>
+std::vector<PropertyListValue> valuesOfOtherKinds() {
+    auto values = valuesOfEveryKind();
+    std::erase_if(values, [](const PropertyListValue& value) {
+        return ((value.as<Kinds>() != nullptr) || ...);
+    });
+    return values;
+}
+
+// A number and a boolean stand in for each other.
+inline std::vector<PropertyListValue> valuesThatAreNoNumber() {
+    return valuesOfOtherKinds<Number, bool>();
+}
+
+}  // namespace halvane::testing
+
+#endif

@@ -1,0 +1,106 @@
+// A program that runs on a terminal of its own, with the test at the keyboard.
+#ifndef TESTS_SUPPORT_TERMINAL_PROGRAM_H
+#define TESTS_SUPPORT_TERMINAL_PROGRAM_H
+
+#include <cerrno>
+#include <csignal>
+#include <poll.h>
+#include <pty.h>
+#include <string>
+#include <string_view>
+#include <sys/wait.h>
+#include <system_error>
+#include <termios.h>
+#include <unistd.h>
+#include <utmp.h>
+#include <vector>
+
+namespace halvane::testing {
+
+class TerminalProgram {
+  public:
+    // words[0] is the program's path. All three of its streams are the terminal.
+    explicit TerminalProgram(std::vector<std::string> words) {
+        std::vector<char*> arguments;
+        for (std::string& word : words) arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        if (::openpty(&keyboard_, &terminal_, nullptr, nullptr, nullptr) != 0) {
+            throw std::system_error(errno, std::generic_category(), "openpty");
+        }
+        process_ = ::fork();
+        if (process_ != 0) return;
+        ::close(keyboard_);
+        if (::login_tty(terminal_) == 0) ::execv(arguments[0], arguments.data());
+        ::_exit(127);
+    }
+    TerminalProgram(const TerminalProgram&) = delete;
+    TerminalProgram& operator=(const TerminalProgram&) = delete;
+    ~TerminalProgram() {
+        if (process_ > 0) ::kill(process_, SIGKILL);
+        wait();
+        ::close(keyboard_);
+        ::close(terminal_);
+    }
+
+    // Waits until `text` stands on the screen, which is cleared then; what stood there before it.
+    // Half a minute without anything new gives up.
+    std::string waitFor(std::string_view text) {
+        std::size_t found = 0;
+        while ((found = screen_.find(text)) == std::string::npos) {
+            if (!readScreen(30'000)) return "missing: " + std::string(text) + " in " + screen_;
+        }
+        const std::string before = screen_.substr(0, found);
+        screen_.erase(0, found + text.size());
+        return before;
+    }
+
+    void type(std::string_view text) {
+        while (!text.empty()) {
+            const ssize_t count = ::write(keyboard_, text.data(), text.size());
+            if (count < 0) throw std::system_error(errno, std::generic_category(), "typing");
+            text.remove_prefix(static_cast<std::size_t>(count));
+        }
+    }
+
+    pid_t process() const { return process_; }
+
+    // Waits for its end; as waitpid tells it.
+    int wait() {
+        if (process_ > 0) ::waitpid(process_, &status_, 0);
+        process_ = 0;
+        return status_;
+    }
+
+    // What stands on the screen, after the program's end.
+    std::string screen() {
+        while (readScreen(0)) continue;
+        return screen_;
+    }
+
+    // Whether the terminal shows what is typed.
+    bool shows() const {
+        termios settings{};
+        ::tcgetattr(terminal_, &settings);
+        return (settings.c_lflag & ECHO) != 0;
+    }
+
+  private:
+    bool readScreen(int milliseconds) {
+        pollfd file = {keyboard_, POLLIN, 0};
+        char part[1024];
+        if (::poll(&file, 1, milliseconds) != 1) return false;
+        const ssize_t count = ::read(keyboard_, part, sizeof(part));
+        if (count > 0) screen_.append(part, static_cast<std::size_t>(count));
+        return count > 0;
+    }
+
+    int keyboard_ = -1;
+    int terminal_ = -1;  // held open, so that its settings can be looked at afterwards
+    pid_t process_ = 0;
+    int status_ = -1;
+    std::string screen_;
+};
+
+}  // namespace halvane::testing
+
+#endif

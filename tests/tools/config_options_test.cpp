@@ -1,0 +1,180 @@
+#include "tools/halvane/config_options.h"
+
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <vector>
+
+#include "tests/support/captured_stream.h"
+#include "tools/halvane/command.h"
+
+using namespace halvane;
+using namespace halvane::tool;
+using halvane::testing::CapturedStream;
+
+namespace {
+
+// A command line as the tool gives it to the parser, whose own messages are returned as errors.
+std::variant<ConfigOptions, UsageError> parse(std::initializer_list<const char*> words) {
+    std::vector<std::string> owned = {"halvane"};
+    owned.insert(owned.end(), words.begin(), words.end());
+    std::vector<char*> arguments;
+    for (std::string& word : owned) arguments.push_back(word.data());
+    CLIInit(static_cast<int>(arguments.size()), arguments.data());
+    const CapturedStream errors(stderr);
+    const bool isParsed = CLIParse(gConfigOptions, kCLIReorder) == 0;
+    auto options = takeConfigOptions();
+    CLIFree();
+    if (!isParsed) return UsageError{errors.text()};
+    return options;
+}
+
+ConfigOptions optionsOf(std::initializer_list<const char*> words) {
+    const auto parsed = parse(words);
+    if (const auto* error = std::get_if<UsageError>(&parsed)) ADD_FAILURE() << error->message;
+    const auto* options = std::get_if<ConfigOptions>(&parsed);
+    return options != nullptr ? *options : ConfigOptions();
+}
+
+std::string errorOf(std::initializer_list<const char*> words) {
+    const auto parsed = parse(words);
+    const auto* error = std::get_if<UsageError>(&parsed);
+    return error != nullptr ? error->message : "";
+}
+
+TEST(ConfigOptions, StartFromTheDefaults) {
+    const auto options = optionsOf({});
+    EXPECT_EQ(options.configuration, HalvaneBSSConfig::init());
+    EXPECT_FALSE(options.needsPassphrase || options.needsKey);
+}
+
+TEST(ConfigOptions, AreForgottenOnceTaken) {
+    EXPECT_NE(optionsOf({"--channel=6", "--passphrase"}).configuration, HalvaneBSSConfig::init());
+    EXPECT_EQ(optionsOf({}).configuration, HalvaneBSSConfig::init());
+    EXPECT_FALSE(optionsOf({}).needsPassphrase);
+}
+
+TEST(ConfigOptions, NameAnSSIDInTwoWays) {
+    EXPECT_EQ(optionsOf({"--ssid=home"}).configuration.ssid(), ByteBuffer::fromText("home"));
+    EXPECT_EQ(optionsOf({"--ssid=caf\xE9"}).configuration.ssid(), ByteBuffer::fromText("caf\xE9"));
+    EXPECT_EQ(optionsOf({"--ssid-hex=00ff"}).configuration.ssid(), (ByteBuffer{0x00, 0xFF}));
+    EXPECT_EQ(errorOf({"--ssid=a", "--ssid-hex=00"}), "--ssid and --ssid-hex do not go together");
+    EXPECT_EQ(errorOf({"--ssid="}), "--ssid: an SSID has 1 to 32 octets, not 0");
+    EXPECT_EQ(errorOf({"--ssid-hex=0"}), "--ssid-hex: '0' is no hexadecimal text of an SSID");
+}
+
+TEST(ConfigOptions, SetGroupsOfFlags) {
+    auto expected = HalvaneBSSConfig::init();
+    EXPECT_TRUE(expected.setAuthenticationWithOptionString_error("SharedKey,LEAP"));
+    EXPECT_TRUE(expected.setSecurityWithOptionString_error("WPA,WPA2"));
+    EXPECT_TRUE(expected.setUnicastCipherWithOptionString_error("CCMP"));
+    EXPECT_TRUE(expected.setMulticastCipherWithOptionString_error("TKIP"));
+    EXPECT_TRUE(expected.setKeyManagementWithOptionString_error("PSK"));
+    EXPECT_TRUE(expected.setPHYModeWithOptionString_error("802.11n"));
+    EXPECT_TRUE(expected.setWPSConfigurationMethodsString_error("PIN"));
+    EXPECT_EQ(optionsOf({"--authentication=sharedkey,leap", "--security=wpa,wpa2", "--unicast=ccmp",
+                         "--multicast=tkip", "--key-management=psk", "--phy=802.11N", "--wps=pin"})
+                  .configuration,
+              expected);
+    EXPECT_EQ(optionsOf({"--security="}).configuration.wifiSecurity(), kHalvaneSecurityNone);
+}
+
+TEST(ConfigOptions, TellTheUnknownWordAndTheKnownOnes) {
+    EXPECT_EQ(errorOf({"--security=WPA,WPA3,x"}),
+              "--security: 'WPA3' is not one of Open, WEP, WPA, WPA2, WPS");
+    EXPECT_EQ(errorOf({"--authentication=Open, LEAP"}),
+              "--authentication: ' LEAP' is not one of Open, SharedKey, LEAP");
+    EXPECT_EQ(errorOf({"--unicast=TKIP,,CCMP"}),
+              "--unicast: '' is not one of TKIP, CCMP, UseGroup");
+    EXPECT_EQ(errorOf({"--multicast=WEP"}),
+              "--multicast: 'WEP' is not one of WEP40, WEP104, TKIP, CCMP");
+    EXPECT_EQ(errorOf({"--key-management=SAE"}),
+              "--key-management: 'SAE' is not one of 802.1X, PSK");
+    EXPECT_EQ(errorOf({"--phy=11n"}),
+              "--phy: '11n' is not one of 802.11b, 802.11g, 802.11a, 802.11n");
+    EXPECT_EQ(errorOf({"--wps=button"}), "--wps: 'button' is not one of PIN, PushButton");
+}
+
+TEST(ConfigOptions, SetNumbers) {
+    auto expected = HalvaneBSSConfig::init();
+    expected.setChannel(36);
+    expected.setChannelWidth(40);
+    expected.setPreferredOrder(-1);
+    expected.setEapolRetryCount(4);
+    expected.setEapolRetryInterval(200);
+    expected.setEapolGTKRotation(INT64_MAX);
+    expected.setWpsPIN(100007);
+    EXPECT_EQ(optionsOf({"--channel=36", "--channel-width=40", "--preferred-order=-1",
+                         "--eapol-retries=4", "--eapol-interval=200",
+                         "--gtk-rotation=9223372036854775807", "--wps-pin=00100007"})
+                  .configuration,
+              expected);
+}
+
+TEST(ConfigOptions, RefuseWhatIsNoNumber) {
+    const std::string range = " is not a number from 0 to 9223372036854775807";
+    for (const char* text : {"", "x", "6x", " 6", "+6", "0x6", "-1", "9223372036854775808"}) {
+        const std::string option = std::string("--channel=") + text;
+        EXPECT_EQ(errorOf({option.c_str()}), std::string("--channel: '") + text + "'" + range);
+    }
+    EXPECT_EQ(errorOf({"--channel-width=-1"}), "--channel-width: '-1'" + range);
+    EXPECT_EQ(errorOf({"--eapol-retries=-1"}), "--eapol-retries: '-1'" + range);
+    EXPECT_EQ(errorOf({"--eapol-interval=-1"}), "--eapol-interval: '-1'" + range);
+    EXPECT_EQ(errorOf({"--gtk-rotation=-1"}), "--gtk-rotation: '-1'" + range);
+    EXPECT_EQ(errorOf({"--preferred-order=x"}),
+              "--preferred-order: 'x' is not a number from -9223372036854775808 to "
+              "9223372036854775807");
+}
+
+TEST(ConfigOptions, TakeAPINWithItsCheckDigit) {
+    for (const char* text : {"12345671", "1234567", "123456700", "", "1234567x"}) {
+        const std::string option = std::string("--wps-pin=") + text;
+        EXPECT_EQ(errorOf({option.c_str()}), std::string("--wps-pin: '") + text +
+                                                 "' is not a PIN of 8 digits with the right check "
+                                                 "digit");
+    }
+}
+
+TEST(ConfigOptions, SetNames) {
+    auto expected = HalvaneBSSConfig::init();
+    expected.setWpsDeviceName("Caf\xC3\xA9");
+    expected.setWpsManufacturerName("maker");
+    expected.setWpsModelName("model");
+    expected.setWpsModelNumber("7");
+    expected.setWpsSerialNumber("");
+    EXPECT_EQ(optionsOf({"--device-name=Caf\xC3\xA9", "--manufacturer=maker", "--model-name=model",
+                         "--model-number=7", "--serial-number="})
+                  .configuration,
+              expected);
+    EXPECT_EQ(errorOf({"--device-name=caf\xE9"}), "--device-name: 'caf\xE9' is not UTF-8 text");
+    EXPECT_EQ(errorOf({"--serial-number=\xEF\xBF\xBF"}),
+              "--serial-number: '\xEF\xBF\xBF' is not UTF-8 text");
+}
+
+TEST(ConfigOptions, AskForASecretWithoutAValue) {
+    EXPECT_TRUE(optionsOf({"--passphrase"}).needsPassphrase);
+    EXPECT_FALSE(optionsOf({"--passphrase", "--no-passphrase"}).needsPassphrase);
+    EXPECT_EQ(errorOf({"--passphrase=secret"}),
+              "error: option 'passphrase' doesn't take a value.\n");
+}
+
+TEST(ConfigOptions, MakeAKeyOfWPAWithAPassphraseAndAnSSID) {
+    const auto options = optionsOf({"--key", "--passphrase", "--ssid=home", "--security=WPA2"});
+    EXPECT_TRUE(options.needsKey && options.needsPassphrase);
+    const std::string security = "--key is for --security=WPA or WPA2 without WPS and 802.1X";
+    EXPECT_EQ(errorOf({"--key", "--passphrase", "--ssid=home"}), security);
+    EXPECT_EQ(errorOf({"--key", "--passphrase", "--ssid=home", "--security=WPA,WPS"}), security);
+    EXPECT_EQ(errorOf({"--key", "--passphrase", "--ssid=home", "--security=WPA",
+                       "--key-management=802.1X"}),
+              security);
+    const std::string needs = "--key needs --passphrase and --ssid or --ssid-hex";
+    EXPECT_EQ(errorOf({"--key", "--ssid=home", "--security=WPA"}), needs);
+    EXPECT_EQ(errorOf({"--key", "--passphrase", "--security=WPA"}), needs);
+}
+
+TEST(ConfigOptions, WithoutASecretReadNothing) {
+    const auto configuration = configurationOf(optionsOf({"--channel=6"}));
+    ASSERT_TRUE(std::holds_alternative<HalvaneBSSConfig>(configuration));
+    EXPECT_EQ(std::get<HalvaneBSSConfig>(configuration).channel(), 6);
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+// The BSS configuration that options make.
+#include <cstdio>
+#include <string>
+#include <variant>
+
+#include "tools/halvane/argument.h"
+#include "tools/halvane/command.h"
+#include "tools/halvane/config_json.h"
+#include "tools/halvane/config_options.h"
+#include "tools/halvane/format.h"
+#include "tools/halvane/message.h"
+#include "tools/halvane/print_records.h"
+
+namespace halvane::tool {
+
+namespace {
+
+void print(const HalvaneBSSConfig& configuration, Format format) {
+    if (format != Format::Text) {
+        return printRecord(jsonOf(configuration), configuration.skeletonRepresentation(), format);
+    }
+    std::fputs(configuration.description().c_str(), stdout);
+}
+
+}  // namespace
+
+CLIOption gConfigOptions[] = {
+    HALVANE_CONFIG_OPTIONS,
+    formatOption("json, plist: one document; jsonl: one line; plist: the skeleton."),
+    {.type = kCLISection,
+     .shortHelp = "EXIT STATUS",
+     .longHelp =
+         "0 done; 1 the passphrase could not be read, it is too long, or no key is made of\n"
+         "it, or the output could not be written; 2 usage."},
+    {.type = kCLIEnd},
+};
+
+int configCommand() {
+    const auto words = takeArguments();
+    const auto options = takeConfigOptions();
+    const auto format = takeFormat();
+    // Not repeated, for it may be the passphrase.
+    if (!words.empty()) return refuse("config", "takes options only");
+    if (const auto* error = std::get_if<UsageError>(&options)) return refuse("config", *error);
+    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("config", *error);
+    const auto configuration = configurationOf(std::get<ConfigOptions>(options));
+    if (const auto* problem = std::get_if<std::string>(&configuration)) {
+        complain("config: " + *problem);
+        return kExitFailed;
+    }
+    print(std::get<HalvaneBSSConfig>(configuration), std::get<Format>(format));
+    return kExitDone;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,114 @@
+// One country and its channels.
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "halvane/regulatory/sku.h"
+
+#include "tools/halvane/argument.h"
+#include "tools/halvane/command.h"
+#include "tools/halvane/format.h"
+#include "tools/halvane/message.h"
+#include "tools/halvane/print_records.h"
+#include "tools/halvane/regulatory_json.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// Ways to find a country of a SKU; null where it has none.
+const HalvaneCountry* findByFriendlyName(const HalvaneSKU& sku, const std::string& text) {
+    return sku.findCountryByFriendlyName(text);
+}
+
+const HalvaneCountry* findByISOName(const HalvaneSKU& sku, const std::string& text) {
+    return sku.findCountryByISOName(text);
+}
+
+const HalvaneCountry* findByISONumber(const HalvaneSKU& sku, const std::string& text) {
+    const auto number = decimalOf(text);
+    const auto found = std::ranges::find_if(sku.countries(), [&](const HalvaneCountry& country) {
+        return number && Number(country.isoCode()) == Number(*number);
+    });
+    return found != sku.countries().end() ? &*found : nullptr;
+}
+
+std::optional<HalvaneCountry> countryOf(const std::string& text) {
+    const auto skus = HalvaneSKU::createDefaultSKUList();
+    for (const auto find : {findByFriendlyName, findByISOName, findByISONumber}) {
+        for (const HalvaneSKU& sku : skus) {
+            if (const auto* country = find(sku, text)) return *country;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string flagsOf(const HalvaneChannel& channel) {
+    struct Flag {
+        bool (HalvaneChannel::*holds)() const;
+        const char* name;
+    };
+    static constexpr Flag kFlags[] = {
+        {&HalvaneChannel::isDisabled, "disabled"},
+        {&HalvaneChannel::isRadarProne, "radar prone"},
+        {&HalvaneChannel::supports40MHz, "40 MHz"},
+        {&HalvaneChannel::supports80MHz, "80 MHz"},
+    };
+    std::string text;
+    for (const auto& [holds, name] : kFlags) {
+        if (!(channel.*holds)()) continue;
+        if (!text.empty()) text += ", ";
+        text += name;
+    }
+    return text.empty() ? "-" : text;
+}
+
+void printTable(const HalvaneCountry& country) {
+    std::puts(country.description().c_str());
+    std::puts("Channel  Frequency  Flags");
+    for (const HalvaneChannel& channel : country.channels()) {
+        std::printf("%7lld  %5lld MHz  %s\n", static_cast<long long>(channel.channelNumber()),
+                    static_cast<long long>(channel.channelFrequency()), flagsOf(channel).c_str());
+    }
+}
+
+void print(const HalvaneCountry& country, Format format) {
+    if (format == Format::Text) return printTable(country);
+    printRecord(jsonOf(country), country.skeletonRepresentation(), format);
+}
+
+}  // namespace
+
+CLIOption gCountryOptions[] = {
+    formatOption("json, jsonl: its object, on several lines or on one; plist: its skeleton."),
+    {.type = kCLIArgument,
+     .longName = "NAME|ISO",
+     .shortHelp = "its name, or its ISO name or number (GB, 826)"},
+    {.type = kCLISection,
+     .shortHelp = "EXIT STATUS",
+     .longHelp =
+         "0 done; 1 there is no such country, or the output could not be written; 2 usage."},
+    {.type = kCLIEnd},
+};
+
+int countryCommand() {
+    const std::vector<std::string> arguments = takeArguments();
+    const auto format = takeFormat();
+    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("country", *error);
+    if (arguments.empty()) return refuse("country", "no country to print");
+    if (arguments.size() > 1) {
+        return refuse("country", "takes one country; quote a name of several words");
+    }
+    const auto country = countryOf(arguments[0]);
+    if (!country) {
+        complain("country: no country '" + arguments[0] + "' ('halvane countries' lists them)");
+        return kExitFailed;
+    }
+    print(*country, std::get<Format>(format));
+    return kExitDone;
+}
+
+}  // namespace halvane::tool

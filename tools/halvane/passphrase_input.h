@@ -1,0 +1,26 @@
+// Passphrases, which are never arguments: other users of the machine see those.
+#ifndef TOOLS_HALVANE_PASSPHRASE_INPUT_H
+#define TOOLS_HALVANE_PASSPHRASE_INPUT_H
+
+#include <string>
+#include <variant>
+
+#include "halvane/base/byte_buffer.h"
+
+namespace halvane::tool {
+
+// The first line of standard input, without the newline, or CR LF, that ends it; nothing behind it
+// is read. Where standard input is a terminal, the line is asked for on /dev/tty, which shows
+// nothing of it; signals that end or stop the program meanwhile find the terminal as it was.
+//
+// The octets are wiped when the last copy of the buffer goes. A string tells instead why there are
+// none: no line, an empty one, one that is longer than any passphrase, a failure of the system's.
+std::variant<ByteBuffer, std::string> readPassphrase();
+
+// Why no pre-shared key is made of the passphrase; it tells nothing else of it.
+// REQUIRES: none is, although there is an SSID.
+std::string passphraseProblem(const ByteBuffer& passphrase);
+
+}  // namespace halvane::tool
+
+#endif

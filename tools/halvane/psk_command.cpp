@@ -1,0 +1,61 @@
+// Pre-shared keys of WPA and WPA2.
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "halvane/model/bss_config.h"
+
+#include "tools/halvane/argument.h"
+#include "tools/halvane/command.h"
+#include "tools/halvane/message.h"
+#include "tools/halvane/passphrase_input.h"
+#include "tools/halvane/ssid_argument.h"
+
+namespace halvane::tool {
+
+namespace {
+
+std::int32_t gIsHex = 0;
+
+int fail(const std::string& message) {
+    complain("psk: " + message);
+    return kExitFailed;
+}
+
+}  // namespace
+
+CLIOption gPSKOptions[] = {
+    {.type = kCLIBoolean,
+     .longName = "ssid-hex",
+     .valuePtr = &gIsHex,
+     .flags = kCLINoValue,
+     .shortHelp = "SSID is hexadecimal text of its octets"},
+    {.type = kCLIArgument, .longName = "SSID", .shortHelp = "the network's name, 1 to 32 octets"},
+    {.type = kCLISection,
+     .shortHelp = "EXIT STATUS",
+     .longHelp = "0 done; 1 the passphrase could not be read, no key is made of it, or the output\n"
+                 "could not be written; 2 usage."},
+    {.type = kCLIEnd},
+};
+
+int pskCommand() {
+    const bool isHex = std::exchange(gIsHex, 0) != 0;
+    const std::vector<std::string> words = takeArguments();
+    if (words.size() != 1) return refuse("psk", "takes one SSID");
+    const auto ssid = ssidOf(words[0], isHex);
+    if (const auto* error = std::get_if<UsageError>(&ssid)) return refuse("psk", *error);
+
+    const auto input = readPassphrase();
+    if (const auto* problem = std::get_if<std::string>(&input)) return fail(*problem);
+    const auto& passphrase = std::get<ByteBuffer>(input);
+    const auto key =
+        HalvaneBSSConfig::wpaPasswordHash_withSSID_error(passphrase, std::get<ByteBuffer>(ssid));
+    if (!key) return fail(passphraseProblem(passphrase));
+    std::puts(key->hex().c_str());
+    return kExitDone;
+}
+
+}  // namespace halvane::tool
