@@ -1,11 +1,11 @@
 #include "halvane/platform/serial_queue.h"
 
-#include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <thread>
 #include <utility>
 
+#include "halvane/platform/counting_semaphore.h"
 #include "halvane/platform/thread_internal.h"
 
 namespace halvane {
@@ -29,7 +29,7 @@ class SerialQueue::State {
             waiting_.push_back(std::move(work));
             if (!std::exchange(isIdle_, false)) return;
         }
-        changed_.notify_one();
+        changed_.signal();
     }
 
     void close() {
@@ -39,7 +39,7 @@ class SerialQueue::State {
             isClosed_ = true;
             dropped.swap(waiting_);
         }
-        changed_.notify_one();
+        changed_.signal();
         if (isCurrent()) {
             thread_.detach();
         } else {
@@ -54,23 +54,27 @@ class SerialQueue::State {
 
     // Waits for work; none once the queue is closed.
     Work next() {
-        std::unique_lock lock(mutex_);
-        while (waiting_.empty() && !isClosed_) {
-            isIdle_ = true;
-            changed_.wait(lock);
+        for (;;) {
+            {
+                const std::lock_guard lock(mutex_);
+                if (isClosed_) return nullptr;
+                if (!waiting_.empty()) {
+                    Work work = std::move(waiting_.front());
+                    waiting_.pop_front();
+                    return work;
+                }
+                isIdle_ = true;
+            }
+            changed_.wait();
         }
-        if (isClosed_) return nullptr;
-        Work work = std::move(waiting_.front());
-        waiting_.pop_front();
-        return work;
     }
 
     const std::string label_;
     std::thread thread_;
     std::mutex mutex_;
-    std::condition_variable changed_;
+    CountingSemaphore changed_{0};
     std::deque<Work> waiting_;
-    bool isIdle_ = false;  // the thread waits and was not yet woken
+    bool isIdle_ = false;  // the thread waits, or is about to, and was not yet woken
     bool isClosed_ = false;
 };
 

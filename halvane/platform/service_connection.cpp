@@ -130,13 +130,13 @@ class ServiceConnection::Core : public std::enable_shared_from_this<ServiceConne
 
     // Until the connection is of no use, or of no use any more.
     void serve(ServiceLink& link) {
-        for (;;) {
-            const bool hasMore = link.process(kMessagesAtOnce);
-            if (!link.isOpen()) return;
+        bool hasInput = true;
+        while (link.isOpen()) {
+            if (hasInput) hasInput = link.process(kMessagesAtOnce);
             auto requests = mailbox_.take();
             if (!requests) return;
             for (auto& request : *requests) link.send(request.message, std::move(request.answer));
-            if (!hasMore && requests->empty()) link.wait(mailbox_.wake());
+            if (!hasInput && link.isOpen()) hasInput = link.wait(mailbox_.wake());
         }
     }
 

@@ -141,17 +141,18 @@ bool ServiceLink::process(int most) {
     return isOpen();
 }
 
-void ServiceLink::wait(WakeEvent& wake) const {
+bool ServiceLink::wait(WakeEvent& wake) const {
     const int events = ::sd_bus_get_events(bus_.get());
     std::uint64_t deadline = kNoTimeLimit;
-    if (events < 0 || ::sd_bus_get_timeout(bus_.get(), &deadline) < 0) return;
+    if (events < 0 || ::sd_bus_get_timeout(bus_.get(), &deadline) < 0) return true;
     std::array<pollfd, 2> polled = {{
         {::sd_bus_get_fd(bus_.get()), static_cast<short>(events), 0},
         {wake.descriptor(), POLLIN, 0},
     }};
     timespec storage{};
-    ::ppoll(polled.data(), polled.size(), timeUntil(deadline, storage), nullptr);
-    if (polled[1].revents != 0) wake.clear();
+    const int count = ::ppoll(polled.data(), polled.size(), timeUntil(deadline, storage), nullptr);
+    if (count > 0 && polled[1].revents != 0) wake.clear();
+    return count <= 0 || polled[0].revents != 0;
 }
 
 std::vector<ServiceLink::Answer> ServiceLink::takePending() {

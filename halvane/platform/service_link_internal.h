@@ -51,8 +51,9 @@ class ServiceLink {
     // Handles what has arrived, up to `most` messages. Whether more may be there.
     bool process(int most);
 
-    // Waits until there is something to process, or `wake` is signalled, and clears that.
-    void wait(WakeEvent& wake) const;
+    // Waits until there is something to process, or `wake` is signalled, and clears that. Whether
+    // there is something to process.
+    bool wait(WakeEvent& wake) const;
 
     // Those that wait for a reply, in order of their requests; they get none any more.
     std::vector<Answer> takePending();

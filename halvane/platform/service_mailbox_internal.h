@@ -41,11 +41,11 @@ class ServiceMailbox {
     }
 
     // The requests so far, in order; absent where the thread is to end, and then they stay for
-    // close(). After none was taken the next put() or stop() wakes.
+    // close(). The next put() or stop() wakes.
     std::optional<std::vector<ServiceRequest>> take() {
         const std::lock_guard lock(mutex_);
         if (isStopped_) return std::nullopt;
-        isReaderWaiting_ = requests_.empty();
+        isReaderWaiting_ = true;
         return std::exchange(requests_, {});
     }
 
@@ -57,7 +57,7 @@ class ServiceMailbox {
     }
 
   private:
-    // A thread that is about to look here anyway need not be woken.
+    // Once is enough until the reader has looked.
     void wakeReader() {
         if (std::exchange(isReaderWaiting_, false)) wake_.signal();
     }
