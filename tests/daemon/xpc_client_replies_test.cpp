@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "tests/daemon/xpc_client_test_support.h"
-#include "tests/support/skeletons.h"
+#include "tests/model/model_test_support.h"
 
 namespace {
 
