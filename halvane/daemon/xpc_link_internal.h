@@ -64,7 +64,7 @@ class XPCLink {
     // Sends `message`, and answers what `parse` makes of its reply. The reply is parsed on the
     // reply queue. std::bad_alloc while it is parsed makes it an error.
     template <typename Parse>
-    auto request(IPCMessage message, Parse parse) {
+    auto request(IPCMessage&& message, Parse parse) {
         using Result = std::invoke_result_t<Parse, const ServiceReply&>;
         const auto outcome = std::make_shared<XPCOutcome<Result>>(parse(ServiceError{}));
         sendAndWait(std::move(message),
