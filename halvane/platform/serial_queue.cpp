@@ -11,7 +11,7 @@
 namespace halvane {
 
 // Shared with the thread, which outlives a queue that is destroyed from it, and with handles.
-class SerialQueue::State {
+class HALVANE_HIDDEN SerialQueue::State {
   public:
     explicit State(std::string label) : label_(std::move(label)) {}
 

@@ -43,7 +43,8 @@ SerialQueue::Work gatedCall(std::shared_ptr<CallbackGate> gate, Handler handler,
 
 // Outlives the connection where that is destroyed on the thread that serves it: a handler that is
 // dropped there may have held the connection.
-class ServiceConnection::Core : public std::enable_shared_from_this<ServiceConnection::Core> {
+class HALVANE_HIDDEN ServiceConnection::Core
+    : public std::enable_shared_from_this<ServiceConnection::Core> {
   public:
     Core(std::string serviceName, SerialQueue::Handle targetQueue)
         : serviceName_(std::move(serviceName)), targetQueue_(std::move(targetQueue)) {}

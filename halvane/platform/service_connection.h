@@ -25,6 +25,9 @@
 // was told otherwise. Who sends a longer one loses the connection to the bus, so that a longer
 // request is not sent, and a service that answers with one is gone for a moment.
 //
+// A bus lets nobody wait for more than so many replies at a time, 128 unless it was told otherwise;
+// it answers a request beyond that with an error.
+//
 // The connection reads what the bus has for it at all times: while a queue is behind, memory grows.
 //
 // Threads: any call from any thread, the threads of the queues included. Replies and events are
@@ -36,37 +39,16 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <variant>
 
 #include "halvane/base/export.h"
 #include "halvane/platform/ipc_message.h"
 #include "halvane/platform/serial_queue.h"
+#include "halvane/platform/service_event.h"
 
 namespace halvane {
 
 // Bytes, of which 2048 are set aside for what is not the dictionary.
 inline constexpr std::size_t kServiceMessageLimit = 33554432;
-
-// Why there is no message.
-struct ServiceError {
-    enum class Kind {
-        Invalid,      // the connection is of no use any more: the bus is gone, or it was cancelled
-        Interrupted,  // the service went away; later requests may find it again
-        Other,        // the request alone failed
-    };
-
-    Kind kind = Kind::Other;
-
-    // For people: "org.freedesktop.DBus.Error.ServiceUnknown: The name ... was not provided ...".
-    std::string text;
-};
-
-// The service has come up: its name has an owner that events are taken from now.
-struct ServiceAppeared {};
-
-// An error among the events is Invalid or Interrupted.
-using ServiceEvent = std::variant<IPCMessage, ServiceAppeared, ServiceError>;
-using ServiceReply = std::variant<IPCMessage, ServiceError>;
 
 class HALVANE_EXPORT ServiceConnection {
   public:

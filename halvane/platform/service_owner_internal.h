@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "halvane/platform/service_connection.h"
+#include "halvane/platform/service_event.h"
 
 namespace halvane {
 
