@@ -4,6 +4,8 @@
 #ifndef HALVANE_BASE_DATA_ORDER_H
 #define HALVANE_BASE_DATA_ORDER_H
 
+#include <cstdint>
+#include <initializer_list>
 #include <optional>
 
 #include "halvane/base/byte_buffer.h"
@@ -20,6 +22,11 @@ HALVANE_EXPORT int compare(const ByteBuffer& buffer, const ByteBuffer& other);
 
 // The same; 1 where there is no other buffer.
 HALVANE_EXPORT int compare(const ByteBuffer& buffer, const std::optional<ByteBuffer>& other);
+
+// The same for bytes in braces. Empty ones are the empty buffer, not none.
+inline int compare(const ByteBuffer& buffer, std::initializer_list<std::uint8_t> other) {
+    return compare(buffer, ByteBuffer(other));
+}
 
 }  // namespace halvane::NSData_Halvane
 

@@ -1,10 +1,12 @@
-// Reading a skeleton representation: never validates, never fails.
+// Reading and writing skeleton representations.
 //
-// A missing key reads as nothing. A number and a boolean stand in for each other; any other value
-// of the wrong kind reads as a missing one.
+// Reading never validates and never fails. A missing key reads as nothing. A number and a boolean
+// stand in for each other; any other value of the wrong kind reads as a missing one. A number that
+// the type asked for cannot hold reads as the nearest one.
 #ifndef HALVANE_BASE_SKELETON_INTERNAL_H
 #define HALVANE_BASE_SKELETON_INTERNAL_H
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -32,6 +34,11 @@ inline std::int64_t int64For(const PropertyListDictionary& skeleton, std::string
 
 inline std::uint64_t uint64For(const PropertyListDictionary& skeleton, std::string_view key) {
     return numberFor(skeleton, key).value_or(0).uint64();
+}
+
+inline std::uint16_t uint16For(const PropertyListDictionary& skeleton, std::string_view key) {
+    const auto value = std::min<std::uint64_t>(uint64For(skeleton, key), UINT16_MAX);
+    return static_cast<std::uint16_t>(value);
 }
 
 inline bool boolFor(const PropertyListDictionary& skeleton, std::string_view key) {

@@ -56,8 +56,10 @@ class HALVANE_EXPORT HalvaneMAC {
     // A record of `mac` (6 bytes), added now, with everything else empty.
     static HalvaneMAC initWithMAC(const ByteBuffer& mac);
 
-    // Rebuilds a record and decodes its elements again. Missing keys read as nothing. The raw
-    // buffer is not walked again, so invalidIEs() stays absent.
+    // Rebuilds a record and decodes its elements again. Missing keys read as nothing, and so do
+    // values of another kind. A stamp or capability field that is out of range reads as the nearest
+    // one: "Capabilities" of 65536 as 65535. The raw buffer is not walked again, so invalidIEs()
+    // stays absent.
     static HalvaneMAC initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
     // "MAC", "RawIEBuffer", "IEs", "LastUpdated", "FirstUpdated" (firstAdded()), "Capabilities",
@@ -194,9 +196,10 @@ class HALVANE_EXPORT HalvaneMAC {
     // Several lines of padded labels, then each decoded element under its heading.
     std::string description() const;
 
-    // Equal in all that a skeleton representation carries, and so in what is derived from it; an
-    // absent element buffer equals an empty one. The link history and the trailing bytes that form
-    // no element do not count.
+    // Equal in what a skeleton representation carries, and in nothing else: what is derived does
+    // not count, for it may stem from an earlier capability field or from earlier elements. An
+    // absent element buffer equals an empty one, as which it reads back. A NaN equals nothing, so
+    // a record that holds one does not even equal itself.
     friend HALVANE_EXPORT bool operator==(const HalvaneMAC& a, const HalvaneMAC& b);
 
   protected:

@@ -58,7 +58,7 @@ HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton)
     : mac_(skeleton::dataFor(skeleton, kMAC)),
       ieBuffer_(skeleton::dataFor(skeleton, kRawIEBuffer)),
       IEs_(buffersFor(skeleton, kIEs)) {
-    setCapabilityField(static_cast<std::uint16_t>(skeleton::uint64For(skeleton, kCapabilities)));
+    setCapabilityField(skeleton::uint16For(skeleton, kCapabilities));
     // The restored stamp overrides the one that the capability field set.
     lastUpdated_ = skeleton::uint64For(skeleton, kLastUpdated);
     firstAdded_ = skeleton::uint64For(skeleton, kFirstUpdated);

@@ -73,12 +73,12 @@ std::string HalvaneInterface::description() const {
         {"Interface Name : %@\n", describe(ifName_)},
         {"Role           : %@\n", describe(ifRole_)},
         {"Subsystem      : %@\n", describe(ifSubsystem_)},
-        {"Channels       : \n%@\n", descriptionsOf(availableChannels_)},
     };
     std::string text;
-    for (const auto& [format, value] : lines) {
-        const auto* array = value.as<PropertyListArray>();
-        if (array == nullptr || !array->empty()) appendPrintF(text, format, &value);
+    for (const auto& [format, value] : lines) appendPrintF(text, format, &value);
+    if (!availableChannels_.empty()) {
+        const PropertyListValue channels = descriptionsOf(availableChannels_);
+        appendPrintF(text, "Channels       : \n%@\n", &channels);
     }
     return text;
 }

@@ -174,9 +174,10 @@ int HalvaneCountry::compareByFrequency_channel2(const HalvaneChannel& channel1,
 }
 
 std::string HalvaneCountry::description() const {
-    return stringPrintF("Friendly Name <%s>, ISO Code <%s>, ISO Number <%lld>",
-                        describe(friendlyName_).c_str(), describe(isoName_).c_str(),
-                        static_cast<long long>(isoCode_));
+    const PropertyListValue friendlyName = describe(friendlyName_);
+    const PropertyListValue isoName = describe(isoName_);
+    return stringPrintF("Friendly Name <%@>, ISO Code <%@>, ISO Number <%lld>", &friendlyName,
+                        &isoName, static_cast<long long>(isoCode_));
 }
 
 int WiFiManagerCompareCountryByFriendlyName(const HalvaneCountry& first,

@@ -141,8 +141,9 @@ void HalvaneSKU::sortCountriesByFriendlyName() {
 }
 
 std::string HalvaneSKU::description() const {
-    return stringPrintF("Friendly Name <%s>, Short Name <%s>", describe(friendlyName_).c_str(),
-                        describe(shortName_).c_str());
+    const PropertyListValue friendlyName = describe(friendlyName_);
+    const PropertyListValue shortName = describe(shortName_);
+    return stringPrintF("Friendly Name <%@>, Short Name <%@>", &friendlyName, &shortName);
 }
 
 }  // namespace halvane

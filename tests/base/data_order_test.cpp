@@ -39,4 +39,11 @@ TEST(DataOrder, ABufferComesAfterNone) {
     EXPECT_EQ(compare(ByteBuffer{1, 2}, std::optional(ByteBuffer{1, 3})), -1);
 }
 
+TEST(DataOrder, TakesBytesInBraces) {
+    EXPECT_EQ(compare(ByteBuffer{1, 2}, {}), 0) << "the empty buffer, not none";
+    EXPECT_EQ(compare(ByteBuffer(), {}), 0);
+    EXPECT_EQ(compare(ByteBuffer{1, 2}, {1, 3}), -1);
+    EXPECT_EQ(compare(ByteBuffer{2}, {1}), 1);
+}
+
 }  // namespace

@@ -1,7 +1,10 @@
 #include "halvane/ie/mac.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -720,6 +723,87 @@ TEST(MACSkeleton, SurvivesValuesOfTheWrongKind) {
             const auto record = HalvaneMAC::initWithSkeletonRepresentation(skeleton);
             EXPECT_FALSE(record.description().empty());
         }
+    }
+}
+
+TEST(MACSkeleton, ReadsACapabilityFieldOutOfRangeAsTheNearest) {
+    const auto read = [](const Number& field) {
+        PropertyListDictionary skeleton;
+        skeleton.set("Capabilities", field);
+        return HalvaneMAC::initWithSkeletonRepresentation(skeleton).capabilities();
+    };
+    EXPECT_EQ(read(0xFFFF), 0xFFFF);
+    EXPECT_EQ(read(0x10000), 0xFFFF);
+    EXPECT_EQ(read(UINT64_MAX), 0xFFFF);
+    EXPECT_EQ(read(1e300), 0xFFFF);
+    EXPECT_EQ(read(-1), 0);
+    EXPECT_EQ(read(INT64_MIN), 0);
+    EXPECT_EQ(read(-1e300), 0);
+    EXPECT_EQ(read(1041.9), 1041);
+}
+
+// The record that a skeleton of it leads to.
+HalvaneMAC readBack(const HalvaneMAC& record) {
+    return HalvaneMAC::initWithSkeletonRepresentation(record.skeletonRepresentation());
+}
+
+TEST(MACEquality, SeesEveryKeyOfASkeleton) {
+    auto record = recordOf(kBeacon);
+    record.setChannel(Number(6));
+    record.setNoise(Number(-95));
+    record.setRSSI(Number(-61));
+    record.setBeaconInterval(Number(100));
+    EXPECT_EQ(readBack(record), record);
+    const PropertyListDictionary skeleton = record.skeletonRepresentation();
+    EXPECT_EQ(skeleton.size(), 10u);
+    for (const auto& [key, value] : skeleton) {
+        auto other = skeleton;
+        other.erase(key);
+        EXPECT_NE(HalvaneMAC::initWithSkeletonRepresentation(other), record) << key;
+    }
+}
+
+TEST(MACEquality, DoesNotSeeALabelThatTheCapabilityFieldOutlived) {
+    auto record = recordOf(kRates, kPrivacy);
+    record.setCapabilityField(kESS);
+    EXPECT_EQ(record.securityFriendlyName(), "WEP");
+    EXPECT_EQ(readBack(record).securityFriendlyName(), "Open");
+    EXPECT_EQ(readBack(record), record);
+}
+
+TEST(MACEquality, DoesNotSeeWhatEarlierElementsLeft) {
+    auto record = recordOf(kRates);
+    record.setInformationElements(ByteBuffer());
+    EXPECT_EQ(record.channelWidth(), Number(20));
+    EXPECT_EQ(record.securityFriendlyName(), "Open");
+    EXPECT_FALSE(readBack(record).channelWidth() || readBack(record).securityFriendlyName());
+    EXPECT_EQ(readBack(record), record);
+}
+
+TEST(MACEquality, DoesNotSeeTrailingBytesApartNorTheHistory) {
+    auto record = recordOf(joined({kRates, {9}}));
+    record.updateLinkQuality_withTxRate(-61, 54);
+    record.determineMaximumClientRate(54);
+    EXPECT_TRUE(record.invalidIEs() && !readBack(record).invalidIEs());
+    EXPECT_EQ(readBack(record), record);
+}
+
+TEST(MACEquality, TakesAnAbsentElementBufferForAnEmptyOne) {
+    const auto record = HalvaneMAC::initWithMAC(kAddress);
+    EXPECT_FALSE(record.ieBuffer());
+    EXPECT_EQ(readBack(record).ieBuffer(), ByteBuffer());
+    EXPECT_EQ(readBack(record), record);
+}
+
+TEST(MACEquality, OfARecordThatHoldsANaNIsWithNothing) {
+    using Setter = void (HalvaneMAC::*)(std::optional<Number>);
+    for (const Setter set :
+         {Setter{&HalvaneMAC::setChannel}, Setter{&HalvaneMAC::setNoise},
+          Setter{&HalvaneMAC::setRSSI}, Setter{&HalvaneMAC::setBeaconInterval}}) {
+        auto record = recordOf(kBeacon);
+        (record.*set)(Number(std::numeric_limits<double>::quiet_NaN()));
+        const auto copy = record;
+        EXPECT_NE(copy, record);
     }
 }
 

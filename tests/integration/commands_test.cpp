@@ -335,6 +335,18 @@ TEST(Country, IsFoundByNameISONameAndNumber) {
     EXPECT_EQ(countryLine("xo"), "Friendly Name <Unknown>, ISO Code <XO>, ISO Number <-1>");
 }
 
+TEST(Country, IsFoundByANumberBelowZeroBehindTheOptions) {
+    for (const char* number : {"-1", "-001"}) {
+        const auto result = halvane({"country", "--format=json", "--", number});
+        EXPECT_EQ(result.status, 0) << number;
+        EXPECT_EQ(result.errors, "");
+        const auto object = json::parse(result.output, nullptr, false);
+        EXPECT_EQ(object["friendlyName"], "Unknown");
+        EXPECT_EQ(object["isoCode"], -1);
+    }
+    EXPECT_EQ(halvane({"country", "-1"}).status, 2) << "it reads as an option";
+}
+
 TEST(Country, IsPrintedWithItsChannels) {
     const std::string text = halvane({"country", "jp"}).output;
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 44);
@@ -366,7 +378,9 @@ TEST(Country, IsOneRecordForPrograms) {
 }
 
 TEST(Country, IsToldToBeUnknown) {
-    for (const char* name : {"Slovenia", "no", "", "United", "-1", "1", "99999999999999999999"}) {
+    for (const char* name :
+         {"Slovenia", "no", "", "United", "-2", "--1", "+1", "-", "1", "9223372036854775808",
+          "-9223372036854775809", "99999999999999999999"}) {
         const auto result = halvane({"country", "--format=json", "--", name});
         EXPECT_EQ(result.status, 1) << name;
         EXPECT_EQ(result.output, "");

@@ -1,7 +1,9 @@
 #include "halvane/model/client.h"
 
+#include <cfloat>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "halvane/platform/up_time_internal.h"
 
@@ -127,6 +129,50 @@ TEST(ClientSkeleton, ReadsValuesOfTheWrongKindAsMissing) {
             auto skeleton = without;
             skeleton.set(key, value);
             EXPECT_EQ(read(skeleton), read(without)) << key;
+        }
+    }
+}
+
+TEST(ClientSkeleton, ReadsBaseKeysOfTheWrongKindAsTheirDefaults) {
+    const auto readWith = [](const char* key, const PropertyListValue& value) {
+        auto skeleton = wholeClient().skeletonRepresentation();
+        skeleton.set(key, value);
+        return read(skeleton);
+    };
+    for (const auto& value : valuesOfOtherKinds<ByteBuffer>()) {
+        EXPECT_EQ(readWith("MAC", value).mac(), ByteBuffer());
+        EXPECT_EQ(readWith("RawIEBuffer", value).ieBuffer(), ByteBuffer());
+    }
+    for (const auto& value : valuesOfOtherKinds<PropertyListArray>()) {
+        EXPECT_EQ(readWith("IEs", value).IEs(), std::vector<ByteBuffer>());
+        EXPECT_EQ(readWith("IEs", value).SSID(), std::nullopt);
+    }
+    for (const auto& value : valuesThatAreNoNumber()) {
+        EXPECT_EQ(readWith("LastUpdated", value).lastUpdated(), 0u);
+        EXPECT_EQ(readWith("FirstUpdated", value).firstAdded(), 0u);
+        EXPECT_EQ(readWith("Capabilities", value).capabilities(), 0);
+        EXPECT_EQ(readWith("Channel", value).channel(), std::nullopt);
+        EXPECT_EQ(readWith("Noise", value).noise(), std::nullopt);
+        EXPECT_EQ(readWith("RSSI", value).RSSI(), std::nullopt);
+        EXPECT_EQ(readWith("BeaconInterval", value).beaconInterval(), std::nullopt);
+    }
+}
+
+TEST(ClientSkeleton, CarriesMeasuredNumbersAtTheirLimitsThroughXml) {
+    for (const Number& number :
+         {Number(0), Number(-1), Number(INT64_MIN), Number(INT64_MAX), Number(UINT64_MAX),
+          Number(-61.25), Number(0.1), Number(DBL_MAX), Number(-DBL_MAX), Number(DBL_TRUE_MIN)}) {
+        auto client = freshClient();
+        client.setChannel(number);
+        client.setNoise(number);
+        client.setRSSI(number);
+        client.setBeaconInterval(number);
+        const auto back = read(throughXml(client.skeletonRepresentation()));
+        for (const auto& read :
+             {back.channel(), back.noise(), back.RSSI(), back.beaconInterval()}) {
+            ASSERT_TRUE(read);
+            EXPECT_EQ(*read, number) << number.description();
+            EXPECT_EQ(read->isReal(), number.isReal()) << number.description();
         }
     }
 }

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "halvane/base/skeleton_internal.h"
+
 #include "tests/model/model_test_support.h"
 
 using namespace halvane;
@@ -134,6 +136,23 @@ TEST(InterfaceSkeleton, WithATextOfTheWrongKindIsNoInterface) {
             EXPECT_FALSE(HalvaneInterface::initWithSkeletonRepresentation(skeleton)) << key;
         }
     }
+}
+
+TEST(InterfaceSkeleton, WithoutOneOfItsTextsIsPassedOverInAList) {
+    PropertyListArray array = {"text"};
+    for (const char* missing : {"none", "InterfaceName", "also none", "Role", "Subsystem", ""}) {
+        auto skeleton = wholeSkeleton(missing);
+        skeleton.erase(missing);
+        array.emplace_back(skeleton);
+    }
+    PropertyListDictionary list;
+    list.set("Interfaces", array);
+    const auto interfaces = skeleton::recordsFor<HalvaneInterface>(list, "Interfaces");
+    ASSERT_EQ(interfaces.size(), 3u);
+    EXPECT_EQ(interfaces[0], read(wholeSkeleton("none")));
+    EXPECT_EQ(interfaces[1], read(wholeSkeleton("also none")));
+    EXPECT_EQ(interfaces[2], read(wholeSkeleton("")));
+    EXPECT_EQ(skeleton::recordsOf<HalvaneInterface>(array), interfaces);
 }
 
 TEST(InterfaceSkeleton, OfItsTextsAloneReadsTheRestAsNothing) {

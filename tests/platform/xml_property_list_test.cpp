@@ -6,6 +6,7 @@
 #include <limits>
 #include <pugixml.hpp>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "halvane/platform/xml_property_list_reader.h"
@@ -241,6 +242,39 @@ TEST(XmlPropertyList, ReadsBackEveryControlCharacterAlone) {
         EXPECT_EQ(readBack(xmlOf(text)), text) << static_cast<unsigned>(codePoint);
         const std::string between = "a" + text + "\x01" + text + "b";
         EXPECT_EQ(readBack(xmlOf(between)), between) << static_cast<unsigned>(codePoint);
+    }
+}
+
+// Every character that XML 1.0 knows (production 2), ascending, in texts of some thousands.
+std::vector<std::string> textsOfEveryCharacter() {
+    constexpr std::size_t kLongest = 1 << 14;
+    constexpr std::pair<char32_t, char32_t> kRanges[] = {
+        {0x9, 0xA}, {0xD, 0xD}, {0x20, 0xD7FF}, {0xE000, 0xFFFD}, {0x10000, 0x10FFFF}};
+    std::vector<std::string> texts(1);
+    for (const auto& [first, last] : kRanges) {
+        for (char32_t codePoint = first; codePoint <= last; ++codePoint) {
+            if (texts.back().size() >= kLongest) texts.emplace_back();
+            texts.back() += utf8(codePoint);
+        }
+    }
+    return texts;
+}
+
+TEST(XmlPropertyList, IsReadBackByAnotherReaderWithEveryCharacter) {
+    // Alone, and beside a control character, which changes how the others are written.
+    for (const auto& [version, beside] : {std::pair("1.0", ""), std::pair("1.1", "\x01")}) {
+        const std::string start = std::string("<?xml version=\"") + version + '"';
+        for (const std::string& whole : textsOfEveryCharacter()) {
+            const std::string text = beside + whole;
+            const auto xml = xmlOf(dictionary({{text, text}}));
+            EXPECT_TRUE(xml.starts_with(start)) << xml.substr(0, start.size());
+            pugi::xml_document parsed;
+            const auto result = parsed.load_buffer(xml.data(), xml.size());
+            ASSERT_TRUE(result) << result.description() << " at " << result.offset;
+            const auto dict = parsed.child("plist").child("dict");
+            EXPECT_EQ(dict.child("key").child_value(), text);
+            EXPECT_EQ(dict.child("string").child_value(), text);
+        }
     }
 }
 

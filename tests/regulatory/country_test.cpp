@@ -262,6 +262,15 @@ TEST(Country, DescribesItself) {
               "Friendly Name <(null)>, ISO Code <100% %s>, ISO Number <-9223372036854775808>");
 }
 
+TEST(Country, DescribesItsNamesWhole) {
+    const std::string name("a\0b", 3);
+    auto country = named(name);
+    country.setIsoName(std::string("\0", 1));
+    country.setIsoCode(-1);
+    EXPECT_EQ(country.description(), "Friendly Name <" + name + ">, ISO Code <" +
+                                         std::string(1, '\0') + ">, ISO Number <-1>");
+}
+
 int order(std::optional<std::string> first, std::optional<std::string> second) {
     return WiFiManagerCompareCountryByFriendlyName(named(std::move(first)),
                                                    named(std::move(second)), nullptr);
@@ -342,6 +351,15 @@ TEST(CountrySkeleton, LeadsBackThroughXml) {
                       throughXml(country.skeletonRepresentation())),
                   country)
             << name;
+    }
+}
+
+TEST(CountrySkeleton, CarriesItsNumberAtBothLimitsThroughXml) {
+    auto country = unitedKingdom();
+    for (const std::int64_t code : {INT64_MIN, INT64_MAX}) {
+        country.setIsoCode(code);
+        const auto skeleton = throughXml(country.skeletonRepresentation());
+        EXPECT_EQ(HalvaneCountry::initWithSkeletonRepresentation(skeleton).isoCode(), code);
     }
 }
 

@@ -85,6 +85,13 @@ TEST(SKU, DescribesItself) {
               "Friendly Name <(null)>, Short Name <100% %s>");
 }
 
+TEST(SKU, DescribesItsNamesWhole) {
+    const std::string name("a\0b", 3);
+    const std::string shortName("\0c", 2);
+    EXPECT_EQ(HalvaneSKU::initWithFriendlyName_withShortName(name, shortName).description(),
+              "Friendly Name <" + name + ">, Short Name <" + shortName + ">");
+}
+
 TEST(SKU, AddsCountriesAtItsEnd) {
     auto sku = empty();
     sku.addCountry(country("B"));

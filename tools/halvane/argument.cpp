@@ -6,6 +6,20 @@
 
 namespace halvane::tool {
 
+namespace {
+
+// The whole text as a number of the type, which takes a minus sign if it is a signed one.
+template <typename Integer>
+std::optional<Integer> integerOf(std::string_view text) {
+    Integer value = 0;
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
 std::vector<std::string> takeArguments() {
     std::vector<std::string> arguments;
     while (gArgI < gArgC) arguments.emplace_back(gArgV[gArgI++]);
@@ -13,11 +27,11 @@ std::vector<std::string> takeArguments() {
 }
 
 std::optional<std::uint64_t> decimalOf(std::string_view text) {
-    std::uint64_t value = 0;
-    const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
-    return value;
+    return integerOf<std::uint64_t>(text);
+}
+
+std::optional<std::int64_t> signedDecimalOf(std::string_view text) {
+    return integerOf<std::int64_t>(text);
 }
 
 std::optional<Number> pinOf(std::string_view text) {

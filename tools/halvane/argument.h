@@ -24,6 +24,9 @@ std::vector<std::string> takeArguments();
 // beyond 64 bits.
 std::optional<std::uint64_t> decimalOf(std::string_view text);
 
+// The same with a minus sign in front or without; absent for a number beyond signed 64 bits.
+std::optional<std::int64_t> signedDecimalOf(std::string_view text);
+
 // A WPS PIN: eight decimal digits, leading zeros among them. The last one need not be right.
 std::optional<Number> pinOf(std::string_view text);
 

@@ -29,9 +29,9 @@ const HalvaneCountry* findByISOName(const HalvaneSKU& sku, const std::string& te
 }
 
 const HalvaneCountry* findByISONumber(const HalvaneSKU& sku, const std::string& text) {
-    const auto number = decimalOf(text);
+    const auto number = signedDecimalOf(text);
     const auto found = std::ranges::find_if(sku.countries(), [&](const HalvaneCountry& country) {
-        return number && Number(country.isoCode()) == Number(*number);
+        return number == country.isoCode();
     });
     return found != sku.countries().end() ? &*found : nullptr;
 }
@@ -86,7 +86,8 @@ CLIOption gCountryOptions[] = {
     formatOption("json, jsonl: its object, on several lines or on one; plist: its skeleton."),
     {.type = kCLIArgument,
      .longName = "NAME|ISO",
-     .shortHelp = "its name, or its ISO name or number (GB, 826)"},
+     .shortHelp = "its name, or its ISO name or number (GB, 826)",
+     .longHelp = "A number below 0 stands behind the end of the options: halvane country -- -1."},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp =
