@@ -234,9 +234,12 @@ TEST(SerialQueue, MayBeDestroyedInAnotherProcess) {
     auto queue = std::make_unique<SerialQueue>("forked");
     CountingSemaphore released(0);
     queue->async([&] { released.wait(); });
+    auto token = std::make_shared<int>(0);
+    const std::weak_ptr<int> watch = token;
+    queue->async([token = std::move(token)] {});
     EXPECT_TRUE(isTrueInChild([&] {
         queue.reset();
-        return true;
+        return !watch.expired();  // who knows what the thread was doing to it
     }));
     released.signal();
     drain(*queue);
