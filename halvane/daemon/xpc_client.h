@@ -16,6 +16,12 @@
 // or the bus went away or a text cannot be sent (it is not UTF-8, or holds U+0000), is answered
 // with an error. That error, and a reply that does not fit into memory, read as code -6700.
 //
+// A child that fork() makes of the process may not use the client, for it has none of the threads:
+// there requests fail at once, with -6700, and ending the client waits for nothing and leaves its
+// memory behind. The child may make a client of its own.
+//
+// Where memory is short notifications are dropped, and requests fail with -6700.
+//
 // Threads: requests may come from any thread but the reply queue's, delegate calls included, one
 // after the other: callers take turns. Of two requests at once either may be released by the
 // other's reply; one that is released before its own reply was handled fails with -6700 (an action
@@ -39,7 +45,7 @@
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_connection.h"
+#include "halvane/platform/service_event.h"
 #include "halvane/regulatory/channel.h"
 
 namespace halvane {
@@ -176,7 +182,8 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     // The connection calls handleXPCEvent() on the connection queue. They log to WiFiXPC, errors
     // and notifications at level "error", other events at "verbose".
 
-    // Hands a dictionary on; an Invalid error releases the connection.
+    // Hands a dictionary on; an Invalid error releases the connection, but not before the replies
+    // that came before it were handled.
     void handleXPCEvent(const ServiceEvent& event);
 
     // Calls the handler of the notification that "command" names; no other message does anything.

@@ -60,6 +60,8 @@ std::vector<Record> listOf(const ServiceReply& reply, const char* key,
         return listOf<Record>(reply, key, error);                               \
     }
 HALVANE_XPC_LIST_PARSERS(HALVANE_XPC_LIST_PARSER)
+#undef HALVANE_XPC_LIST_PARSER
+#undef HALVANE_XPC_LIST_PARSERS
 
 // X(parser)
 #define HALVANE_XPC_STATUS_PARSERS(X) \
@@ -77,6 +79,8 @@ HALVANE_XPC_LIST_PARSERS(HALVANE_XPC_LIST_PARSER)
         return statusOf(reply) == 0;                           \
     }
 HALVANE_XPC_STATUS_PARSERS(HALVANE_XPC_STATUS_PARSER)
+#undef HALVANE_XPC_STATUS_PARSER
+#undef HALVANE_XPC_STATUS_PARSERS
 
 bool HalvaneXPCClient::setLoggingResponse_error(const ServiceReply& reply,
                                                 std::optional<Error>* error) {

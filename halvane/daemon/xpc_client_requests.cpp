@@ -85,5 +85,7 @@ bool HalvaneXPCClient::changeInterfaceRole_role_error(const std::string& interfa
         return true;                                                                \
     }
 HALVANE_XPC_INTERFACE_ACTIONS(HALVANE_XPC_INTERFACE_ACTION)
+#undef HALVANE_XPC_INTERFACE_ACTION
+#undef HALVANE_XPC_INTERFACE_ACTIONS
 
 }  // namespace halvane

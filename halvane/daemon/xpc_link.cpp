@@ -44,56 +44,48 @@ XPCLink::XPCLink(EventHandler handler)
     xpcConnection_->setPrivileged(true);
     xpcConnection_->setEventHandler(
         [this, handler = std::move(handler)](const ServiceEvent& event) {
-            if (!isEnding_) handler(event);
+            if (isReleased_) return;
+            try {
+                handler(event);
+            } catch (const std::bad_alloc&) {
+                // No room for what the event says: it is dropped.
+            }
         });
 }
 
 XPCLink::~XPCLink() = default;
 
 void XPCLink::resume() {
-    if (const auto connection = this->connection()) connection->resume();
+    xpcConnection_->resume();
 }
 
-// Cancelled before its queue goes, so that a handler that waits for a reply gets one; that this
-// makes an event of its own is nobody's concern any more.
+// Released before its queue goes, so that a handler that waits for a reply gets one.
 void XPCLink::end() {
-    isEnding_ = true;
-    if (const auto connection = this->connection()) connection->cancel();
+    if (!home_.isCurrent()) return;
+    releaseConnection();
     xpcConnectionQueue_.reset();
 }
 
-std::shared_ptr<ServiceConnection> XPCLink::connection() const {
-    const std::lock_guard lock(connectionMutex_);
-    return xpcConnection_;
-}
-
+// Of no use any more, the connection is destroyed with the link: that drops the replies that have
+// arrived but were not yet handled. That the cancelling makes an event of its own is nobody's
+// concern.
 void XPCLink::releaseConnection() {
-    std::shared_ptr<ServiceConnection> released;  // destroyed last: that may wait
-    const std::lock_guard lock(connectionMutex_);
-    released.swap(xpcConnection_);
+    isReleased_ = true;
+    xpcConnection_->cancel();
 }
 
 void XPCLink::sendAndWait(IPCMessage message, ReplyHandler handler) {
+    if (!home_.isCurrent()) return;
     const auto semaphore = xpcCommandSemaphore_;
     auto pending = std::make_shared<PendingReply>(std::move(handler), semaphore);
     try {
-        send(std::move(message), std::move(pending));
+        xpcConnection_->sendMessageWithReply(
+            std::move(message), xpcReplyQueue_,
+            [pending = std::move(pending)](const ServiceReply& reply) { pending->handle(reply); });
     } catch (const std::bad_alloc&) {
         // Not sent, or it was: either way the reply is waited for until its handler is gone.
     }
     semaphore->wait();
-}
-
-void XPCLink::send(IPCMessage message, std::shared_ptr<PendingReply> pending) {
-    if (const auto connection = this->connection()) {
-        connection->sendMessageWithReply(
-            std::move(message), xpcReplyQueue_,
-            [pending = std::move(pending)](const ServiceReply& reply) { pending->handle(reply); });
-    } else {
-        xpcReplyQueue_.async([pending = std::move(pending)] {
-            pending->handle(ServiceError{ServiceError::Kind::Invalid, "no connection"});
-        });
-    }
 }
 
 }  // namespace halvane

@@ -18,6 +18,7 @@
 
 #include "halvane/platform/counting_semaphore.h"
 #include "halvane/platform/ipc_message.h"
+#include "halvane/platform/process_internal.h"
 #include "halvane/platform/serial_queue.h"
 #include "halvane/platform/service_connection.h"
 
@@ -62,7 +63,8 @@ class XPCLink {
     void end();
 
     // Sends `message`, and answers what `parse` makes of its reply. The reply is parsed on the
-    // reply queue. std::bad_alloc while it is parsed makes it an error.
+    // reply queue. std::bad_alloc while it is parsed makes it an error. In a child that fork() made
+    // of the link's process nothing is sent, and the answer is what `parse` makes of an error.
     template <typename Parse>
     auto request(IPCMessage&& message, Parse parse) {
         using Result = std::invoke_result_t<Parse, const ServiceReply&>;
@@ -74,21 +76,20 @@ class XPCLink {
         return outcome->take();
     }
 
-    // Lets go of the connection, for good. Later requests fail.
+    // Ends the connection, for good: no event is told any more, and requests that wait for their
+    // reply, and later ones, fail. Replies that came before are still handled.
     void releaseConnection();
 
   private:
     using ReplyHandler = std::function<void(const ServiceReply&)>;
     class PendingReply;
 
-    std::shared_ptr<ServiceConnection> connection() const;
     void sendAndWait(IPCMessage message, ReplyHandler handler);
-    void send(IPCMessage message, std::shared_ptr<PendingReply> pending);
 
-    std::atomic<bool> isEnding_ = false;
-    mutable std::mutex connectionMutex_;
+    const HomeProcess home_;
+    std::atomic<bool> isReleased_ = false;
     std::optional<SerialQueue> xpcConnectionQueue_;  // until the end
-    std::shared_ptr<ServiceConnection> xpcConnection_;
+    const std::unique_ptr<ServiceConnection> xpcConnection_;
     SerialQueue xpcReplyQueue_;
     const std::shared_ptr<CountingSemaphore> xpcCommandSemaphore_;
 };

@@ -10,7 +10,7 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_connection.h"
+#include "halvane/platform/service_event.h"
 
 namespace halvane {
 

@@ -5,11 +5,10 @@
 #ifndef HALVANE_PLATFORM_CALLBACK_GATE_INTERNAL_H
 #define HALVANE_PLATFORM_CALLBACK_GATE_INTERNAL_H
 
-#include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
-#include <vector>
+#include <utility>
 
 namespace halvane {
 
@@ -18,16 +17,19 @@ class CallbackGate {
     // Stands for one callback that runs on the thread that makes it, if the gate lets it.
     class Pass {
       public:
-        explicit Pass(CallbackGate& gate) : gate_(gate), isGranted_(gate.enter()) {}
+        explicit Pass(CallbackGate& gate) : gate_(gate), isGranted_(gate.enter(*this)) {}
         Pass(const Pass&) = delete;
         Pass& operator=(const Pass&) = delete;
         ~Pass() {
-            if (isGranted_) gate_.leave();
+            if (isGranted_) gate_.leave(*this);
         }
         explicit operator bool() const { return isGranted_; }
 
       private:
+        friend class CallbackGate;
         CallbackGate& gate_;
+        const std::thread::id thread_ = std::this_thread::get_id();
+        Pass* next_ = nullptr;  // of those inside
         const bool isGranted_;
     };
 
@@ -40,29 +42,34 @@ class CallbackGate {
     void close() {
         std::unique_lock lock(mutex_);
         isClosed_ = true;
-        left_.wait(lock, [this] {
-            const auto isMe = [me = std::this_thread::get_id()](auto id) { return id == me; };
-            return std::ranges::all_of(inside_, isMe);
-        });
+        left_.wait(lock, [this] { return !isAnotherInside(); });
     }
 
   private:
-    bool enter() {
+    bool enter(Pass& pass) {
         const std::lock_guard lock(mutex_);
-        if (!isClosed_) inside_.push_back(std::this_thread::get_id());
+        if (!isClosed_) pass.next_ = std::exchange(first_, &pass);
         return !isClosed_;
     }
 
     // Notifies under the lock: behind it the one who closes may have destroyed the gate.
-    void leave() {
+    void leave(const Pass& pass) {
         const std::lock_guard lock(mutex_);
-        inside_.erase(std::ranges::find(inside_, std::this_thread::get_id()));
+        Pass** link = &first_;
+        while (*link != &pass) link = &(*link)->next_;
+        *link = pass.next_;
         if (isClosed_) left_.notify_all();
+    }
+
+    bool isAnotherInside() const {
+        const Pass* pass = first_;
+        while (pass != nullptr && pass->thread_ == std::this_thread::get_id()) pass = pass->next_;
+        return pass != nullptr;
     }
 
     mutable std::mutex mutex_;
     std::condition_variable left_;
-    std::vector<std::thread::id> inside_;
+    Pass* first_ = nullptr;  // those inside: a list that needs no memory
     bool isClosed_ = false;
 };
 

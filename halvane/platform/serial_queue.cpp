@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/process_internal.h"
 #include "halvane/platform/thread_internal.h"
 
 namespace halvane {
@@ -16,6 +17,7 @@ class HALVANE_HIDDEN SerialQueue::State {
     explicit State(std::string label) : label_(std::move(label)) {}
 
     const std::string& label() const { return label_; }
+    bool isInHomeProcess() const { return home_.isCurrent(); }
     bool isCurrent() const { return thread_.get_id() == std::this_thread::get_id(); }
 
     static void start(const std::shared_ptr<State>& state) {
@@ -23,6 +25,7 @@ class HALVANE_HIDDEN SerialQueue::State {
     }
 
     void async(Work work) {
+        if (!work || !isInHomeProcess()) return;
         {
             const std::lock_guard lock(mutex_);
             if (isClosed_) return;  // the work dies with the call, when the lock is released
@@ -70,6 +73,7 @@ class HALVANE_HIDDEN SerialQueue::State {
     }
 
     const std::string label_;
+    const HomeProcess home_;
     std::thread thread_;
     std::mutex mutex_;
     CountingSemaphore changed_{0};
@@ -90,8 +94,10 @@ SerialQueue::SerialQueue(std::string label) : state_(std::make_shared<State>(std
     State::start(state_);
 }
 
+// In another process the thread is not there to be waited for, and the state may be locked for
+// good. It stays, for what the thread has of it is never given back.
 SerialQueue::~SerialQueue() {
-    state_->close();
+    if (state_->isInHomeProcess()) state_->close();
 }
 
 void SerialQueue::async(Work work) {

@@ -3,6 +3,10 @@
 //
 // The thread takes no signals, and bears the end of the label as its name, the last 15 bytes.
 //
+// A child that fork() makes of the process has no such thread: there nothing runs on the queue,
+// work that is given to it is destroyed at once, and destroying the queue waits for nothing and
+// leaves its memory behind.
+//
 // Threads: any call from any thread. As with every object, destroying must not race with another
 // call on the same object; a Handle is for who cannot know.
 #ifndef HALVANE_PLATFORM_SERIAL_QUEUE_H
@@ -50,7 +54,8 @@ class HALVANE_EXPORT SerialQueue {
     ~SerialQueue();
 
     // Runs `work` after all that was given before, and returns at once. `work` is destroyed on the
-    // queue's thread right after it has run. It may destroy the queue.
+    // queue's thread right after it has run. It may destroy the queue. Empty work is nothing to
+    // run.
     void async(Work work);
 
     // Whether the calling thread is the queue's, that is, whether it runs work of this queue.

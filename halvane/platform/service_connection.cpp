@@ -4,10 +4,10 @@
 #include <new>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/callback_gate_internal.h"
+#include "halvane/platform/process_internal.h"
 #include "halvane/platform/service_link_internal.h"
 #include "halvane/platform/service_mailbox_internal.h"
 #include "halvane/platform/thread_internal.h"
@@ -60,8 +60,10 @@ class HALVANE_HIDDEN ServiceConnection::Core
         eventHandler_ = handler ? std::make_shared<EventHandler>(std::move(handler)) : nullptr;
     }
 
+    bool isInHomeProcess() const { return home_.isCurrent(); }
+
     void resume() {
-        if (leaveIdle() && !start()) end({});
+        if (leaveIdle() && !start()) end();
     }
 
     void send(IPCMessage message, SerialQueue::Handle replyQueue, ReplyHandler handler) {
@@ -80,8 +82,11 @@ class HALVANE_HIDDEN ServiceConnection::Core
 
     void cancel() {
         mailbox_.stop();
-        if (leaveIdle()) end({});
+        if (leaveIdle()) end();
     }
+
+    // For who is in another process: nothing here may be used or destroyed.
+    void abandon() { self_ = shared_from_this(); }
 
     void destroy() {
         gate_->close();
@@ -105,17 +110,18 @@ class HALVANE_HIDDEN ServiceConnection::Core
     }
 
     bool start() {
-        const auto names = ServiceNames::of(serviceName_);
-        if (!names || !mailbox_.wake()) return false;
-        std::shared_ptr<ServiceLink> link = ServiceLink::open(
-            *names, isPrivileged_, [this](ServiceEvent event) { postEvent(std::move(event)); });
-        if (!link) return false;
-        const std::lock_guard lock(mutex_);
         try {
+            const auto names = ServiceNames::of(serviceName_);
+            if (!names || !mailbox_.wake()) return false;
+            std::shared_ptr<ServiceLink> link = ServiceLink::open(
+                *names, isPrivileged_, [this](ServiceEvent event) { postEvent(std::move(event)); });
+            if (!link) return false;
+            const std::lock_guard lock(mutex_);
             thread_ =
                 startThread(serviceName_, [self = shared_from_this(), link = std::move(link)] {
                     self->serve(*link);
-                    self->end(link->takePending());
+                    link->close([&](ServiceLink::Answer& answer) { self->tellEnd(answer); });
+                    self->end();
                 });
         } catch (const std::bad_alloc&) {
             return false;
@@ -136,30 +142,50 @@ class HALVANE_HIDDEN ServiceConnection::Core
             if (hasInput) hasInput = link.process(kMessagesAtOnce);
             auto requests = mailbox_.take();
             if (!requests) return;
-            for (auto& request : *requests) link.send(request.message, std::move(request.answer));
+            for (auto& request : *requests) send(link, request);
             if (!hasInput && link.isOpen()) hasInput = link.wait(mailbox_.wake());
         }
     }
 
-    // Everything that waits is answered, and the last event told. Once the gate is closed nobody is
-    // to be told anything: then all that is to be called is merely destroyed.
-    void end(std::vector<ServiceLink::Answer> pending) {
-        for (auto& request : mailbox_.close()) pending.push_back(std::move(request.answer));
-        if (!gate_->isClosed()) {
-            for (const auto& answer : pending) answer(invalidError());
+    // A request that there is no room for is dropped, its handler with it.
+    static void send(ServiceLink& link, ServiceRequest& request) {
+        try {
+            link.send(request.message, std::move(request.answer));
+        } catch (const std::bad_alloc&) {
         }
+    }
+
+    // What still waits is answered, and the last event told.
+    void end() {
+        for (auto& request : mailbox_.close()) tellEnd(request.answer);
         postEvent(invalidError());
         eventHandler_.reset();
     }
 
+    // Once the gate is closed nobody is to be told anything: then all that is to be called is
+    // merely destroyed.
+    void tellEnd(ServiceLink::Answer& answer) {
+        const ServiceLink::Answer last = std::move(answer);
+        if (gate_->isClosed()) return;
+        try {
+            last(invalidError());
+        } catch (const std::bad_alloc&) {
+        }
+    }
+
+    // An event that there is no room for is dropped.
     void postEvent(ServiceEvent event) {
         if (!eventHandler_) return;
         const auto call = [handler = eventHandler_](ServiceEvent arrived) {
             (*handler)(std::move(arrived));
         };
-        targetQueue_.async(gatedCall(gate_, call, std::move(event)));
+        try {
+            targetQueue_.async(gatedCall(gate_, call, std::move(event)));
+        } catch (const std::bad_alloc&) {
+        }
     }
 
+    const HomeProcess home_;
     const std::string serviceName_;
     const SerialQueue::Handle targetQueue_;
     const std::shared_ptr<CallbackGate> gate_ = std::make_shared<CallbackGate>();
@@ -172,6 +198,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
     // then who serves it.
     bool isPrivileged_ = false;
     std::shared_ptr<EventHandler> eventHandler_;
+    std::shared_ptr<Core> self_;  // once abandoned
 };
 
 std::unique_ptr<ServiceConnection> ServiceConnection::create(std::string serviceName,
@@ -183,15 +210,21 @@ std::unique_ptr<ServiceConnection> ServiceConnection::create(std::string service
 ServiceConnection::ServiceConnection(std::shared_ptr<Core> core) : core_(std::move(core)) {}
 
 ServiceConnection::~ServiceConnection() {
-    core_->destroy();
+    if (core_->isInHomeProcess()) {
+        core_->destroy();
+    } else {
+        core_->abandon();
+    }
 }
 
+// Another process has neither the thread that serves the connection nor the right to the socket.
+
 void ServiceConnection::setPrivileged(bool isPrivileged) {
-    core_->setPrivileged(isPrivileged);
+    if (core_->isInHomeProcess()) core_->setPrivileged(isPrivileged);
 }
 
 void ServiceConnection::setEventHandler(EventHandler handler) {
-    core_->setEventHandler(std::move(handler));
+    if (core_->isInHomeProcess()) core_->setEventHandler(std::move(handler));
 }
 
 // From the three that follow a handler may be called, and destroy the connection, before they have
@@ -199,18 +232,20 @@ void ServiceConnection::setEventHandler(EventHandler handler) {
 
 void ServiceConnection::resume() {
     const auto core = core_;
-    core->resume();
+    if (core->isInHomeProcess()) core->resume();
 }
 
 void ServiceConnection::sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
                                              ReplyHandler handler) {
     const auto core = core_;
-    core->send(std::move(message), replyQueue.handle(), std::move(handler));
+    if (core->isInHomeProcess()) {
+        core->send(std::move(message), replyQueue.handle(), std::move(handler));
+    }
 }
 
 void ServiceConnection::cancel() {
     const auto core = core_;
-    core->cancel();
+    if (core->isInHomeProcess()) core->cancel();
 }
 
 }  // namespace halvane

@@ -17,7 +17,11 @@
 // structures and descriptors among them, are skipped. Of a key that is there twice the last value
 // counts.
 //
-// Requests have no time limit. They start no service: where nobody owns the name, the reply is an
+// Requests have no time limit, and neither has what the connection asks of the bus itself. A bus
+// that takes the connection but does not let it in is given up after 90 seconds: the connection is
+// Invalid then.
+//
+// Requests start no service: where nobody owns the name, the reply is an
 // error. Events are taken from the current owner of the name alone; a signal of anybody else is
 // dropped, whatever it claims to be.
 //
@@ -29,6 +33,14 @@
 // it answers a request beyond that with an error.
 //
 // The connection reads what the bus has for it at all times: while a queue is behind, memory grows.
+// What memory does not hold is dropped, be it an event or a request with its reply, whose handler
+// is destroyed without having been called; a reply whose values alone do not fit is an error.
+//
+// A child that fork() makes of the process may not use the connection, for it has none of the
+// threads: there calls do nothing, but that handlers of replies are destroyed at once, without
+// having been called, and destroying the connection waits for nothing and leaves its memory behind.
+// The bus takes the connection for open as long as the child has its descriptor, which is closed by
+// exec.
 //
 // Threads: any call from any thread, the threads of the queues included. Replies and events are
 // handed to their queues in order of arrival.

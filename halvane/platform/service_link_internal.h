@@ -4,11 +4,11 @@
 #ifndef HALVANE_PLATFORM_SERVICE_LINK_INTERNAL_H
 #define HALVANE_PLATFORM_SERVICE_LINK_INTERNAL_H
 
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "halvane/platform/bus_pointers_internal.h"
 #include "halvane/platform/service_owner_internal.h"
@@ -32,6 +32,7 @@ class ServiceLink {
     // Begins to connect to the system's bus, or to that of the session, and to follow the service;
     // waits for nothing. Null where that fails at once. Events go to `sink` from process(), all but
     // Invalid.
+    // REQUIRES: `sink` throws nothing.
     static std::unique_ptr<ServiceLink> open(const ServiceNames& names, bool isSystemBus,
                                              ServiceOwner::EventSink sink);
 
@@ -45,7 +46,8 @@ class ServiceLink {
     bool isOpen() const;
 
     // Sends a request whose reply goes to `answer`, from process(), or at once where it cannot be
-    // sent.
+    // sent. Throws std::bad_alloc instead, and has not sent it. A reply that memory does not hold
+    // is dropped: `answer` is destroyed.
     void send(const IPCMessage& message, Answer answer);
 
     // Handles what has arrived, up to `most` messages. Whether more may be there.
@@ -55,8 +57,15 @@ class ServiceLink {
     // there is something to process.
     bool wait(WakeEvent& wake) const;
 
-    // Those that wait for a reply, in order of their requests; they get none any more.
-    std::vector<Answer> takePending();
+    // When process() has something to do even though nothing arrives, in microseconds of the
+    // monotonic clock; kNever: not at all.
+    static constexpr std::uint64_t kNever = UINT64_MAX;
+    std::uint64_t deadline() const;
+
+    // Closes the connection, and calls `take` with each that waits for a reply, in order of their
+    // requests; they get none any more.
+    // REQUIRES: `take` throws nothing.
+    void close(const std::function<void(Answer&)>& take);
 
   private:
     struct Pending {
@@ -69,6 +78,8 @@ class ServiceLink {
     bool follow();
     int call(const IPCMessage& message, Pending& pending);
     void fail();
+    template <typename Note>
+    void noteOwner(Note note);
 
     static int ownerAnswered(sd_bus_message* message, void* link, sd_bus_error*) noexcept;
     static int ownerChanged(sd_bus_message* message, void* link, sd_bus_error*) noexcept;

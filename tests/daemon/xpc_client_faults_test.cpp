@@ -1,9 +1,17 @@
 // What goes wrong around the client: a daemon or a bus that goes away, replies that are not what
 // they should be, and an end at any moment.
+#include <array>
 #include <atomic>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
+
+#include "halvane/platform/file_internal.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
+#include "tests/support/child_process.h"
 
 namespace {
 
@@ -40,11 +48,51 @@ class XPCClientFaults : public XPCClientTest {
     }
 };
 
-TEST_F(XPCClientFaults, ReleasesTheCallerWhenTheDaemonIsKilled) {
+TEST_F(XPCClientFaults, ReleasesTheCallerWhenTheDaemonDisconnects) {
     daemon_->answer(PeerSilence());
     auto request = inBackground([this] { return errorOfRequest(); });
     daemon_->waitForRequest();
     daemon_->disconnect();
+    EXPECT_EQ(request.get(), kNoReply);
+}
+
+// Owns the daemon's name, and never answers. Runs in a child, to its end by a signal: writes to
+// `progress` when it has the name, and for every request.
+[[noreturn]] void runSilentDaemon(const std::string& address, int progress) {
+    sd_bus* bus = nullptr;
+    const auto tell = [](sd_bus_message* message, void* pipe, sd_bus_error*) noexcept {
+        const bool isRequest = ::sd_bus_message_is_method_call(message, nullptr, "Request") > 0;
+        return isRequest && ::write(*static_cast<int*>(pipe), "r", 1) == 1 ? 1 : 0;
+    };
+    const bool isReady =
+        ::sd_bus_new(&bus) >= 0 && ::sd_bus_set_address(bus, address.c_str()) >= 0 &&
+        ::sd_bus_set_bus_client(bus, 1) >= 0 && ::sd_bus_start(bus) >= 0 &&
+        ::sd_bus_add_filter(bus, nullptr, tell, &progress) >= 0 &&
+        ::sd_bus_request_name(bus, kDaemonServiceName, 0) >= 0 && ::write(progress, "n", 1) == 1;
+    while (isReady && ::sd_bus_process(bus, nullptr) >= 0) ::sd_bus_wait(bus, UINT64_MAX);
+    ::_exit(1);
+}
+
+TEST(XPCClientOfAnotherProcess, IsReleasedWhenThatIsKilled) {
+    XPCLog log("off");
+    PrivateBus bus;
+    std::array<int, 2> progress{};
+    ASSERT_EQ(::pipe2(progress.data(), O_CLOEXEC), 0);
+    const FileDescriptor reading(progress[0]), writing(progress[1]);
+    const pid_t daemon = startChild([&]() -> bool { runSilentDaemon(bus.address(), progress[1]); });
+    char told = 0;
+    ASSERT_EQ(::read(progress[0], &told, 1), 1);
+
+    const auto client = HalvaneXPCClient::init();
+    auto request = std::async(std::launch::async, [&] {
+        std::optional<Error> error;
+        client->queryDeviceList(&error);
+        return error;
+    });
+    ASSERT_EQ(::read(progress[0], &told, 1), 1);
+    EXPECT_EQ(told, 'r');
+    ::kill(daemon, SIGKILL);
+    ::waitpid(daemon, nullptr, 0);
     EXPECT_EQ(request.get(), kNoReply);
 }
 
@@ -172,6 +220,42 @@ TEST(XPCClientOnASmallBus, FailsForAReplyBeyondTheBussLimit) {
     EXPECT_EQ(error, std::nullopt);
 }
 
+TEST_F(XPCClientFaults, FailsForAReplyBeyondWhatABusUsuallyTakes) {
+    constexpr std::size_t kLimit = 32 << 20;
+    daemon_->answer(
+        ipcMessage({{"status", 0}, {"devices", ByteBuffer(std::vector<std::uint8_t>(kLimit))}}));
+    EXPECT_EQ(errorOfRequest(), kNoReply);
+    daemon_->waitUntilDisconnected();
+    restartDaemon();
+    expectHealthy();
+}
+
+// --- Another process ---
+
+TEST_F(XPCClientFaults, FailsAtOnceInAnotherProcess) {
+    client_->queryLogging();
+    EXPECT_TRUE(isTrueInChild([this] {
+        std::optional<Error> error;
+        return client_->queryDeviceList(&error).empty() && error == kNoReply &&
+               client_->enableInterface_error("wlan0") && !client_->queryLogging();
+    }));
+    EXPECT_EQ(daemon_->requests().size(), 1u);
+    expectHealthy();
+}
+
+TEST_F(XPCClientFaults, MayEndInAnotherProcess) {
+    client_->queryLogging();
+    const auto end = [this] {
+        client_.reset();
+        return true;
+    };
+    EXPECT_TRUE(isTrueInChild(end));
+    expectHealthy();
+    bus_.kill();
+    log_.waitFor("connection was invalidated\n");
+    EXPECT_TRUE(isTrueInChild(end));
+}
+
 // --- The end ---
 
 TEST_F(XPCClientFaults, MayEndRightAway) {
@@ -261,8 +345,7 @@ TEST_F(XPCClientFaults, LeavesTheBusWhenItEnds) {
     client_->queryLogging();
     const auto before = daemon_->countConnections();
     client_.reset();
-    while (daemon_->countConnections() == before) {
-    }
+    while (daemon_->countConnections() == before) std::this_thread::yield();
     EXPECT_EQ(daemon_->countConnections(), before - 1);
 }
 

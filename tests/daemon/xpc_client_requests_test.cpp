@@ -223,15 +223,17 @@ TEST_F(XPCClientRequests, ActionsAreTrueWhateverTheDaemonAnswers) {
 
 TEST_F(XPCClientRequests, ActionsWaitForTheReply) {
     daemon_->answer(PeerSilence());
-    std::atomic<bool> hasReturned = false;
+    Arrivals<std::string> order;
     auto action = inBackground([&] {
         client_->enableInterface_error("wlan0");
-        hasReturned = true;
+        order.add("returned");
     });
     daemon_->waitForRequest();
-    EXPECT_FALSE(hasReturned);
+    daemon_->countConnections();  // time enough for who does not wait
+    order.add("answered");
     daemon_->answerHeld(ipcMessage({{"status", 0}}));
     action.get();
+    EXPECT_EQ(order.all(), (std::vector<std::string>{"answered", "returned"}));
 }
 
 TEST_F(XPCClientRequests, DoNotSendAConfigurationWithoutAnXMLForm) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <memory>
 #include <thread>
 
 #include "halvane/platform/callback_gate_internal.h"
@@ -49,6 +50,19 @@ TEST(CallbackGate, DoesNotWaitForTheCallbackThatClosesIt) {
     const CallbackGate::Pass outer(gate), inner(gate);
     gate.close();
     EXPECT_TRUE(gate.isClosed());
+}
+
+TEST(CallbackGate, LetsCallbacksLeaveInAnyOrder) {
+    CallbackGate gate;
+    auto one = std::make_unique<CallbackGate::Pass>(gate);
+    auto two = std::make_unique<CallbackGate::Pass>(gate);
+    auto three = std::make_unique<CallbackGate::Pass>(gate);
+    two.reset();
+    one.reset();
+    const CallbackGate::Pass four(gate);
+    three.reset();
+    EXPECT_TRUE(four);
+    gate.close();
 }
 
 TEST(CallbackGate, MayBeClosedTwice) {

@@ -12,10 +12,13 @@
 
 #include "halvane/platform/counting_semaphore.h"
 
+#include "tests/support/child_process.h"
+
 namespace {
 
 using halvane::CountingSemaphore;
 using halvane::SerialQueue;
+using halvane::testing::isTrueInChild;
 
 // Returns when all that was given before has run.
 void drain(SerialQueue& queue) {
@@ -205,6 +208,41 @@ TEST(SerialQueue, HandlesLeadToTheirQueueWhileItIsThere) {
     });
     done.wait();
     EXPECT_TRUE(isOnQueue);
+}
+
+TEST(SerialQueue, GoesOnAfterEmptyWork) {
+    SerialQueue queue("empty");
+    queue.async(nullptr);
+    drain(queue);
+    queue.handle().async({});
+    drain(queue);
+}
+
+TEST(SerialQueue, DestroysItsWorkInAnotherProcess) {
+    SerialQueue queue("forked");
+    const bool isDestroyed = isTrueInChild([&] {
+        auto token = std::make_shared<int>(0);
+        const std::weak_ptr<int> watch = token;
+        queue.async([token = std::move(token)] {});
+        return watch.expired();
+    });
+    EXPECT_TRUE(isDestroyed);
+    drain(queue);
+}
+
+TEST(SerialQueue, MayBeDestroyedInAnotherProcess) {
+    auto queue = std::make_unique<SerialQueue>("forked");
+    CountingSemaphore released(0);
+    queue->async([&] { released.wait(); });
+    auto token = std::make_shared<int>(0);
+    const std::weak_ptr<int> watch = token;
+    queue->async([token = std::move(token)] {});
+    EXPECT_TRUE(isTrueInChild([&] {
+        queue.reset();
+        return !watch.expired();  // who knows what the thread was doing to it
+    }));
+    released.signal();
+    drain(*queue);
 }
 
 }  // namespace

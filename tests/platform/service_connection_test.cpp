@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/bus_peer.h"
+#include "tests/support/child_process.h"
 #include "tests/support/private_bus.h"
 #include "tests/support/service_client.h"
 
@@ -31,6 +32,7 @@ using halvane::ServiceReply;
 using halvane::testing::Arrivals;
 using halvane::testing::BusPeer;
 using halvane::testing::ipcMessage;
+using halvane::testing::isTrueInChild;
 using halvane::testing::PeerAnswer;
 using halvane::testing::PeerBody;
 using halvane::testing::PeerError;
@@ -616,6 +618,15 @@ TEST(ServiceConnection, AnswersWithAnErrorWhatIsTooLongForTheBus) {
     EXPECT_TRUE(isAnswered(client.request(command("x"))));
 }
 
+TEST(ServiceConnection, AnswersWithAnErrorWhatIsLongerThanABusUsuallyTakes) {
+    const PrivateBus bus;
+    BusPeer service(bus);
+    service.answer(ipcMessage({{"devices", bytes(halvane::kServiceMessageLimit, 1)}}));
+    ServiceClient client;
+    EXPECT_EQ(kindOf(client.request(command("large"))), ServiceError::Kind::Interrupted);
+    service.waitUntilDisconnected();
+}
+
 TEST(ServiceConnection, IsInvalidWhereTheBusTakesLessThanUsual) {
     const PrivateBus bus({{{"max_message_size", 1 << 20}}, {}});
     BusPeer service(bus);
@@ -883,6 +894,44 @@ TEST(ServiceConnection, MayBeDestroyedAtAnyMoment) {
         client.connection.reset();
         isGone = true;
     }
+}
+
+// In a child of the process, which has no thread that could call a handler.
+
+TEST(ServiceConnection, DropsRequestsInAnotherProcess) {
+    const PrivateBus bus;
+    BusPeer service(bus);
+    ServiceClient client;
+    client.request(command("before"));
+    const bool isDropped = isTrueInChild([&] {
+        auto token = std::make_shared<int>(0);
+        const std::weak_ptr<int> watch = token;
+        client.connection->sendMessageWithReply(command("child"), client.replyQueue,
+                                                [token = std::move(token)](const ServiceReply&) {});
+        return watch.expired();
+    });
+    EXPECT_TRUE(isDropped);
+    client.request(command("after"));
+    ASSERT_EQ(service.requests().size(), 2u);
+    EXPECT_EQ(service.waitForRequest(1).command(), "after");
+}
+
+TEST(ServiceConnection, MayBeEndedInAnotherProcess) {
+    PrivateBus bus;
+    BusPeer service(bus);
+    ServiceClient client;
+    client.request(command("before"));
+    const auto end = [&] {
+        client.connection->cancel();
+        client.connection->resume();
+        client.connection.reset();
+        return true;
+    };
+    EXPECT_TRUE(isTrueInChild(end));
+    EXPECT_TRUE(isAnswered(client.request(command("after"))));
+    bus.kill();
+    EXPECT_EQ(client.events.wait(1), "invalid");
+    EXPECT_TRUE(isTrueInChild(end));
 }
 
 }  // namespace
