@@ -73,6 +73,7 @@ std::string PrivateBus::writeConfiguration(const Options& options) const {
     for (const auto& [name, value] : options.limits) {
         file << "<limit name=\"" << name << "\">" << value << "</limit>\n";
     }
+    if (!options.policyFile.empty()) file << "<include>" << options.policyFile << "</include>\n";
     file << "</busconfig>\n";
     return path;
 }

@@ -23,6 +23,9 @@ class PrivateBus {
 
         // A service that the bus would start if it were asked to, with a program that fails.
         std::string activatableService;
+
+        // A file of further policy.
+        std::string policyFile;
     };
 
     // Returns once the bus takes connections. Throws std::runtime_error where it does not start.
