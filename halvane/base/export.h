@@ -5,4 +5,7 @@
 
 #define HALVANE_EXPORT __attribute__((visibility("default")))
 
+/* A part of an exported class that is not exported with it. */
+#define HALVANE_HIDDEN __attribute__((visibility("hidden")))
+
 #endif

@@ -17,6 +17,11 @@ namespace {
 
 using Words = std::vector<std::string>;
 
+constexpr const char* kCommands[] = {
+    "decode",  "channels",   "skus",         "countries", "country", "pin",     "psk",    "config",
+    "devices", "interfaces", "channel-list", "configs",   "clients", "add",     "remove", "enable",
+    "disable", "role",       "start",        "stop",      "logging", "monitor", "help"};
+
 ProgramResult halvane(Words words) {
     words.insert(words.begin(), HALVANE_TOOL);
     return runProgram(std::move(words));
@@ -52,8 +57,7 @@ TEST(Usage, PrintsHelpOnStandardError) {
     EXPECT_EQ(summary.errors.substr(0, 16), "\nUsage: halvane ");
     EXPECT_EQ(halvane({"help"}).errors, summary.errors);
     EXPECT_EQ(halvane({"-h"}).errors, summary.errors);
-    for (const char* command :
-         {"decode", "channels", "skus", "countries", "country", "pin", "psk", "config", "help"}) {
+    for (const char* command : kCommands) {
         const auto help = halvane({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.output, "");
@@ -66,8 +70,7 @@ TEST(Usage, PrintsHelpOnStandardError) {
 TEST(Usage, IsHeldAsFiles) {
     const std::filesystem::path golden = HALVANE_GOLDEN;
     expectGolden(halvane({"--help"}).errors, golden / "help.txt");
-    for (const std::string command :
-         {"decode", "channels", "skus", "countries", "country", "pin", "psk", "config", "help"}) {
+    for (const std::string command : kCommands) {
         expectGolden(halvane({"help", command}).errors, golden / ("help_" + command + ".txt"));
     }
 }

@@ -106,4 +106,10 @@ TEST(EscapeText, HandlesEveryPrefixOfEveryKindOfSequence) {
     EXPECT_EQ(previous, 1u + 2 + 3 + 4 + 3 * 4 + 2 + 4);
 }
 
+TEST(EscapeText, TakesTextWithNULsToo) {
+    using namespace std::string_view_literals;
+    EXPECT_EQ(halvane::tool::escapeText("a\0b\n"sv), "a\\x00b\\x0A");
+    EXPECT_EQ(halvane::tool::escapeText({}), "");
+}
+
 }  // namespace

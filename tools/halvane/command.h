@@ -3,6 +3,7 @@
 #define TOOLS_HALVANE_COMMAND_H
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "halvane/utils/cli.h"
@@ -53,6 +54,12 @@ extern CLIOption gPSKOptions[];
 int pskCommand();
 extern CLIOption gConfigOptions[];
 int configCommand();
+
+// Commands that talk to the Wi-Fi daemon, as rows of the command table.
+std::span<const CLIOption> daemonListCommands();
+std::span<const CLIOption> daemonActionCommands();
+std::span<const CLIOption> loggingCommands();
+std::span<const CLIOption> monitorCommands();
 
 }  // namespace halvane::tool
 

@@ -9,6 +9,7 @@
 #include "halvane/regulatory/sku.h"
 
 #include "tools/halvane/argument.h"
+#include "tools/halvane/channel_table.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/format.h"
 #include "tools/halvane/message.h"
@@ -46,33 +47,9 @@ std::optional<HalvaneCountry> countryOf(const std::string& text) {
     return std::nullopt;
 }
 
-std::string flagsOf(const HalvaneChannel& channel) {
-    struct Flag {
-        bool (HalvaneChannel::*holds)() const;
-        const char* name;
-    };
-    static constexpr Flag kFlags[] = {
-        {&HalvaneChannel::isDisabled, "disabled"},
-        {&HalvaneChannel::isRadarProne, "radar prone"},
-        {&HalvaneChannel::supports40MHz, "40 MHz"},
-        {&HalvaneChannel::supports80MHz, "80 MHz"},
-    };
-    std::string text;
-    for (const auto& [holds, name] : kFlags) {
-        if (!(channel.*holds)()) continue;
-        if (!text.empty()) text += ", ";
-        text += name;
-    }
-    return text.empty() ? "-" : text;
-}
-
 void printTable(const HalvaneCountry& country) {
     std::puts(country.description().c_str());
-    std::puts("Channel  Frequency  Flags");
-    for (const HalvaneChannel& channel : country.channels()) {
-        std::printf("%7lld  %5lld MHz  %s\n", static_cast<long long>(channel.channelNumber()),
-                    static_cast<long long>(channel.channelFrequency()), flagsOf(channel).c_str());
-    }
+    printChannelTable(country.channels());
 }
 
 void print(const HalvaneCountry& country, Format format) {

@@ -116,4 +116,8 @@ std::string escapeSSID(std::span<const std::uint8_t> ssid) {
     return text;
 }
 
+std::string escapeText(std::string_view text) {
+    return escapeSSID({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+}
+
 }  // namespace halvane::tool

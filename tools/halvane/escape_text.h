@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace halvane::tool {
 
@@ -14,6 +15,9 @@ namespace halvane::tool {
 // how others are shown (zero-width, bidirectional, line and paragraph separators). A backslash
 // becomes two, so that the text leads back to the octets.
 std::string escapeSSID(std::span<const std::uint8_t> ssid);
+
+// Any other text that was received, in the same way.
+std::string escapeText(std::string_view text);
 
 }  // namespace halvane::tool
 

@@ -21,14 +21,16 @@ std::optional<Format> formatNamed(std::string_view name);
 // commands, since one runs at a time.
 extern const char* gTypedFormat;
 
-// --format as a row of a command's options. `longHelp` tells what each format is there.
-constexpr CLIOption formatOption(const char* longHelp) {
+// --format as a row of a command's options. `longHelp` tells what each format is there, `names`
+// which there are.
+constexpr CLIOption formatOption(const char* longHelp,
+                                 const char* names = "text (default), json, jsonl or plist") {
     return {.type = kCLIString,
             .longName = "format",
             .valuePtr = &gTypedFormat,
             .argName = "FORMAT",
             .flags = kCLIBareName,
-            .shortHelp = "text (default), json, jsonl or plist",
+            .shortHelp = names,
             .longHelp = longHelp};
 }
 

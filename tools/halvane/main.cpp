@@ -1,7 +1,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "halvane/utils/log.h"
 
@@ -19,7 +21,7 @@ CLIOption gHelpOptions[] = {
     {.type = kCLIEnd},
 };
 
-CLIOption gCommands[] = {
+const CLIOption kCommands[] = {
     {.type = kCLICallback,
      .shortName = 'h',
      .longName = "help",
@@ -103,6 +105,9 @@ CLIOption gCommands[] = {
          "Prints the configuration of a network as the daemon would be given it, passphrase\n"
          "and key included. Without options it is an open network of all PHY modes. WORDS are\n"
          "separated by commas, in any case; those of a group take the place of its defaults."},
+};
+
+const CLIOption kLastCommands[] = {
     {.type = kCLICommand,
      .longName = "help",
      .handler = _CLIHelpCommand,
@@ -110,6 +115,15 @@ CLIOption gCommands[] = {
      .shortHelp = "print this help, or that of a command"},
     {.type = kCLIEnd},
 };
+
+std::vector<CLIOption> allCommands() {
+    const std::span<const CLIOption> parts[] = {
+        kCommands,         daemonListCommands(), daemonActionCommands(),
+        loggingCommands(), monitorCommands(),    kLastCommands};
+    std::vector<CLIOption> commands;
+    for (const auto part : parts) commands.insert(commands.end(), part.begin(), part.end());
+    return commands;
+}
 
 // The log file is the daemon's; what the library has to say here goes to standard error.
 void keepFromLogFile() {
@@ -127,7 +141,8 @@ int flushed(int status) {
 
 int run() {
     keepFromLogFile();
-    const int status = flushed(exitStatusOfParser(CLIParse(gCommands, 0)));
+    auto commands = allCommands();
+    const int status = flushed(exitStatusOfParser(CLIParse(commands.data(), 0)));
     CLIFree();
     return status;
 }

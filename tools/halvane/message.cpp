@@ -2,15 +2,12 @@
 
 #include <cstdio>
 
-#include "halvane/base/byte_buffer.h"
-
 #include "tools/halvane/escape_text.h"
 
 namespace halvane::tool {
 
 void complain(const std::string& message) {
-    const auto bytes = ByteBuffer::fromText(message);
-    std::fprintf(stderr, "halvane: %s\n", escapeSSID(bytes.bytes()).c_str());
+    std::fprintf(stderr, "halvane: %s\n", escapeText(message).c_str());
 }
 
 std::string inputName(const std::string& path) {

@@ -1,0 +1,280 @@
+// A request of the daemon's client, and its notifications, beside a bare sd-bus client on the same
+// bus that asks the same service for the same bytes.
+#include <benchmark/benchmark.h>
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
+#include <vector>
+
+#include "halvane/base/daemon_service.h"
+#include "halvane/daemon/xpc_client.h"
+#include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/xml_property_list.h"
+#include "halvane/utils/log.h"
+
+#include "tests/support/private_bus.h"
+
+namespace {
+
+using namespace halvane;
+
+constexpr const char* kPath = "/org/halvane/halvaned";
+constexpr unsigned kBurst = 10000;
+
+void expect(bool holds) {
+    if (!holds) std::abort();
+}
+
+void check(int status) {
+    expect(status >= 0);
+}
+
+struct Unref {
+    void operator()(sd_bus* bus) const { ::sd_bus_flush_close_unref(bus); }
+    void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
+};
+using Bus = std::unique_ptr<sd_bus, Unref>;
+using Message = std::unique_ptr<sd_bus_message, Unref>;
+
+Bus openBus() {
+    sd_bus* bus = nullptr;
+    check(::sd_bus_open_system(&bus));
+    return Bus(bus);
+}
+
+// --- The service, a process of its own ---
+
+// `count` interfaces with the 13 channels of 2.4 GHz, as XML.
+std::string interfaceList(unsigned count) {
+    PropertyListArray interfaces;
+    for (unsigned i = 0; i < count; ++i) {
+        auto interface = HalvaneInterface::initWithDevice_withMAC_withBSDName(
+            std::make_shared<HalvaneDevice>(HalvaneDevice::initWithMACAddress_withIndex(
+                ByteBuffer{0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}, i)),
+            ByteBuffer{0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}, "wlan" + std::to_string(i));
+        for (int channel = 1; channel <= 13; ++channel) {
+            interface.availableChannels().push_back(
+                HalvaneChannel::initWithChannel_withFrequency_isRadarProne(
+                    channel, 2407 + 5 * channel, false));
+        }
+        auto skeleton = interface.skeletonRepresentation();
+        skeleton.set("Role", "AP");
+        skeleton.set("Subsystem", "nl80211");
+        interfaces.emplace_back(std::move(skeleton));
+    }
+    return xmlPropertyList(interfaces).value();
+}
+
+void appendStatusAndData(sd_bus_message* message, const std::string& data) {
+    check(::sd_bus_message_open_container(message, 'a', "{sv}"));
+    check(::sd_bus_message_append(message, "{sv}", "status", "x", std::int64_t{0}));
+    check(::sd_bus_message_open_container(message, 'e', "sv"));
+    check(::sd_bus_message_append(message, "s", "interfaces"));
+    check(::sd_bus_message_open_container(message, 'v', "ay"));
+    check(::sd_bus_message_append_array(message, 'y', data.data(), data.size()));
+    check(::sd_bus_message_close_container(message));
+    check(::sd_bus_message_close_container(message));
+    check(::sd_bus_message_close_container(message));
+}
+
+void sendNotification(sd_bus* bus, const char* destination) {
+    sd_bus_message* signal = nullptr;
+    check(::sd_bus_message_new_signal(bus, &signal, kPath, kDaemonServiceName, "Event"));
+    const Message owner(signal);
+    check(::sd_bus_message_set_destination(signal, destination));
+    check(::sd_bus_message_append(signal, "a{sv}", 3, "command", "s",
+                                  HALVANE_DAEMON_SERVICE_NAME ".status.client.joined", "BSDName",
+                                  "s", "wlan0", "MAC", "ay", 6, 2, 0, 0, 0, 1, 42));
+    check(::sd_bus_send(bus, signal, nullptr));
+}
+
+// "bssStart" is answered with a burst of notifications before its reply, everything else with the
+// list.
+int answer(sd_bus_message* request, void* list, sd_bus_error*) {
+    const char *key = nullptr, *command = nullptr;
+    check(::sd_bus_message_enter_container(request, 'a', "{sv}"));
+    check(::sd_bus_message_enter_container(request, 'e', "sv"));
+    check(::sd_bus_message_read(request, "sv", &key, "s", &command));
+    sd_bus* bus = ::sd_bus_message_get_bus(request);
+    if (std::string_view(command) == "bssStart") {
+        for (unsigned i = 0; i < kBurst; ++i) {
+            sendNotification(bus, ::sd_bus_message_get_sender(request));
+        }
+    }
+    sd_bus_message* reply = nullptr;
+    check(::sd_bus_message_new_method_return(request, &reply));
+    const Message owner(reply);
+    appendStatusAndData(reply, *static_cast<const std::string*>(list));
+    check(::sd_bus_send(bus, reply, nullptr));
+    return 1;
+}
+
+[[noreturn]] void serve(std::string list, int readyPipe) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const Bus bus = openBus();
+    static const sd_bus_vtable kMethods[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("Request", "a{sv}", "a{sv}", answer, SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_VTABLE_END};
+    check(
+        ::sd_bus_add_object_vtable(bus.get(), nullptr, kPath, kDaemonServiceName, kMethods, &list));
+    check(::sd_bus_request_name(bus.get(), kDaemonServiceName, 0));
+    expect(::write(readyPipe, "", 1) == 1);
+    for (;;) {
+        const int status = ::sd_bus_process(bus.get(), nullptr);
+        if (status < 0) ::_exit(0);
+        if (status == 0) check(::sd_bus_wait(bus.get(), UINT64_MAX));
+    }
+}
+
+// A bus and a service on it that lists `interfaces` interfaces.
+class Stage {
+  public:
+    explicit Stage(unsigned interfaces) {
+        LogIsEnabled(&gLogCategory_WiFiXPC, kLogLevelMax);
+        LogControl("^WiFiXPC$:level=off");
+        std::string list = interfaceList(interfaces);
+        int ready[2] = {};
+        check(::pipe(ready));
+        process_ = ::fork();
+        if (process_ == 0) serve(std::move(list), ready[1]);
+        ::close(ready[1]);
+        char byte = 0;
+        expect(::read(ready[0], &byte, 1) == 1);
+        ::close(ready[0]);
+    }
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+    ~Stage() {
+        ::kill(process_, SIGKILL);
+        ::waitpid(process_, nullptr, 0);
+    }
+
+  private:
+    testing::PrivateBus bus_;
+    pid_t process_ = -1;
+};
+
+// --- The bare client ---
+
+// Asks, and takes the bytes of the list out of the reply.
+std::size_t bareRequest(sd_bus* bus, const char* command) {
+    sd_bus_message* request = nullptr;
+    check(::sd_bus_message_new_method_call(bus, &request, kDaemonServiceName, kPath,
+                                           kDaemonServiceName, "Request"));
+    const Message requestOwner(request);
+    check(::sd_bus_message_append(request, "a{sv}", 1, "command", "s", command));
+    sd_bus_message* reply = nullptr;
+    check(::sd_bus_call(bus, request, UINT64_MAX, nullptr, &reply));
+    const Message replyOwner(reply);
+    const char* key = nullptr;
+    std::int64_t status = -1;
+    const void* bytes = nullptr;
+    std::size_t size = 0;
+    check(::sd_bus_message_enter_container(reply, 'a', "{sv}"));
+    check(::sd_bus_message_read(reply, "{sv}", &key, "x", &status));
+    check(::sd_bus_message_enter_container(reply, 'e', "sv"));
+    check(::sd_bus_message_read(reply, "s", &key));
+    check(::sd_bus_message_enter_container(reply, 'v', "ay"));
+    check(::sd_bus_message_read_array(reply, 'y', &bytes, &size));
+    expect(status == 0);
+    return size;
+}
+
+void requestBare(benchmark::State& state) {
+    const auto count = static_cast<unsigned>(state.range(0));
+    const Stage stage(count);
+    const Bus bus = openBus();
+    const std::size_t size = interfaceList(count).size();
+    for (auto _ : state) expect(bareRequest(bus.get(), "queryInterfaceList") == size);
+    state.counters["bytes"] = static_cast<double>(size);
+}
+
+void requestHalvane(benchmark::State& state) {
+    const auto count = static_cast<unsigned>(state.range(0));
+    const Stage stage(count);
+    const auto client = HalvaneXPCClient::init();
+    expect(client->queryInterfaceList().size() == count);
+    for (auto _ : state) expect(client->queryInterfaceList().size() == count);
+}
+
+// The same bytes, passed over: what the way through the client's threads costs.
+void requestHalvaneUnread(benchmark::State& state) {
+    const Stage stage(static_cast<unsigned>(state.range(0)));
+    const auto client = HalvaneXPCClient::init();
+    for (auto _ : state) benchmark::DoNotOptimize(client->queryLogging());
+}
+
+// What the client does beside waiting: the reply's list, read.
+void parseHalvane(benchmark::State& state) {
+    const auto count = static_cast<unsigned>(state.range(0));
+    PropertyListDictionary entries;
+    entries.set("status", 0);
+    entries.set("interfaces", ByteBuffer::fromText(interfaceList(count)));
+    const ServiceReply reply = IPCMessage(std::move(entries));
+    for (auto _ : state) {
+        expect(HalvaneXPCClient::queryInterfaceListResponse_error(reply).size() == count);
+    }
+}
+
+// --- Notifications ---
+
+int countSignal(sd_bus_message* signal, void* count, sd_bus_error*) {
+    const char *key = nullptr, *text = nullptr;
+    check(::sd_bus_message_enter_container(signal, 'a', "{sv}"));
+    for (int i = 0; i < 2; ++i) check(::sd_bus_message_read(signal, "{sv}", &key, "s", &text));
+    ++*static_cast<unsigned*>(count);
+    return 1;
+}
+
+void notificationsBare(benchmark::State& state) {
+    const Stage stage(1);
+    const Bus bus = openBus();
+    unsigned count = 0;
+    check(::sd_bus_match_signal(bus.get(), nullptr, kDaemonServiceName, kPath, kDaemonServiceName,
+                                "Event", countSignal, &count));
+    for (auto _ : state) {
+        count = 0;
+        bareRequest(bus.get(), "bssStart");
+        while (count < kBurst) {
+            const int status = ::sd_bus_process(bus.get(), nullptr);
+            check(status);
+            if (status == 0) check(::sd_bus_wait(bus.get(), UINT64_MAX));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * kBurst);
+}
+
+void notificationsHalvane(benchmark::State& state) {
+    const Stage stage(1);
+    CountingSemaphore all(0);
+    unsigned count = 0;
+    auto delegate = std::make_shared<HalvaneXPCClientDelegate>();
+    delegate->clientJoined_forInterface = [&](const ByteBuffer&, const std::string&) {
+        if (++count % kBurst == 0) all.signal();
+    };
+    const auto client = HalvaneXPCClient::init();
+    client->setDelegate(std::move(delegate));
+    for (auto _ : state) {
+        client->bssStart_error("wlan0");
+        all.wait();
+    }
+    state.SetItemsProcessed(state.iterations() * kBurst);
+}
+
+BENCHMARK(requestBare)->Arg(1)->Arg(16)->UseRealTime();
+BENCHMARK(requestHalvane)->Arg(1)->Arg(16)->UseRealTime();
+BENCHMARK(requestHalvaneUnread)->Arg(1)->Arg(16)->UseRealTime();
+BENCHMARK(parseHalvane)->Arg(1)->Arg(16);
+BENCHMARK(notificationsBare)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(notificationsHalvane)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,76 @@
+#include "halvane/daemon/xpc_client.h"
+
+#include <utility>
+
+#include "halvane/daemon/xpc_link_internal.h"
+#include "halvane/utils/log.h"
+
+namespace halvane {
+
+std::shared_ptr<HalvaneXPCClient> gHalvaneXPCClient;
+
+namespace {
+
+void log(std::uint32_t level, const char* text) {
+    HALVANE_LOG_AS(&gLogCategory_WiFiXPC, "-[HalvaneXPCClient handleXPCEvent:]", level, text);
+}
+
+const char* textOf(ServiceError::Kind kind) {
+    switch (kind) {
+        case ServiceError::Kind::Invalid:
+            return "connection was invalidated\n";
+        case ServiceError::Kind::Interrupted:
+            return "connection was interrupted\n";
+        case ServiceError::Kind::Other:
+            break;
+    }
+    return "unknown event\n";
+}
+
+}  // namespace
+
+// Events find the link in its place, so the connection starts when all else is there.
+HalvaneXPCClient::HalvaneXPCClient()
+    : link_(
+          std::make_unique<XPCLink>([this](const ServiceEvent& event) { handleXPCEvent(event); })) {
+    link_->resume();
+}
+
+std::unique_ptr<HalvaneXPCClient> HalvaneXPCClient::init() {
+    return std::unique_ptr<HalvaneXPCClient>(new HalvaneXPCClient);
+}
+
+HalvaneXPCClient::~HalvaneXPCClient() {
+    link_->end();
+}
+
+std::shared_ptr<const HalvaneXPCClientDelegate> HalvaneXPCClient::delegate() const {
+    const std::lock_guard lock(delegateMutex_);
+    return delegate_;
+}
+
+void HalvaneXPCClient::setDelegate(std::shared_ptr<const HalvaneXPCClientDelegate> delegate) {
+    const std::lock_guard lock(delegateMutex_);
+    delegate_.swap(delegate);  // the former one goes with the argument, when the lock is released
+}
+
+void HalvaneXPCClient::setSubscribeAP(bool value) {
+    subscribeAP_ = value;
+    registerNotifications();
+}
+
+void HalvaneXPCClient::handleXPCEvent(const ServiceEvent& event) {
+    if (const auto* message = std::get_if<IPCMessage>(&event)) {
+        log(kLogLevelVerbose, "Halvane Notification RX DICTIONARY\n");
+        handleNewXPCDictionary(*message);
+    } else if (std::holds_alternative<ServiceAppeared>(event)) {
+        log(kLogLevelVerbose, "Halvane Notification RX CONNECTION\n");
+    } else if (const auto* error = std::get_if<ServiceError>(&event)) {
+        log(kLogLevelError, textOf(error->kind));
+        if (error->kind == ServiceError::Kind::Invalid) link_->releaseConnection();
+    } else {
+        log(kLogLevelError, "RX EVENT Unexpected Type\n");
+    }
+}
+
+}  // namespace halvane

@@ -1,0 +1,91 @@
+#include <new>
+#include <string>
+
+#include "halvane/base/daemon_service.h"
+#include "halvane/daemon/xpc_link_internal.h"
+
+namespace halvane {
+
+// Releases the waiting thread once: when the reply was handled, or when it is certain that it never
+// will be, since nobody holds this any more.
+class XPCLink::PendingReply {
+  public:
+    PendingReply(ReplyHandler handler, std::shared_ptr<CountingSemaphore> semaphore)
+        : handler_(std::move(handler)), semaphore_(std::move(semaphore)) {}
+
+    PendingReply(const PendingReply&) = delete;
+    PendingReply& operator=(const PendingReply&) = delete;
+    ~PendingReply() { release(); }
+
+    void handle(const ServiceReply& reply) {
+        try {
+            handler_(reply);
+        } catch (const std::bad_alloc&) {
+            // No room for the result: the request stays failed.
+        }
+        release();
+    }
+
+  private:
+    void release() {
+        if (!std::exchange(isReleased_, true)) semaphore_->signal();
+    }
+
+    const ReplyHandler handler_;
+    const std::shared_ptr<CountingSemaphore> semaphore_;
+    bool isReleased_ = false;
+};
+
+XPCLink::XPCLink(EventHandler handler)
+    : xpcConnectionQueue_(std::in_place, std::string(kDaemonServiceName) + ".connection.queue"),
+      xpcConnection_(ServiceConnection::create(kDaemonServiceName, *xpcConnectionQueue_)),
+      xpcReplyQueue_(std::string(kDaemonServiceName) + ".reply.queue"),
+      xpcCommandSemaphore_(std::make_shared<CountingSemaphore>(0)) {
+    xpcConnection_->setPrivileged(true);
+    xpcConnection_->setEventHandler(
+        [this, handler = std::move(handler)](const ServiceEvent& event) {
+            if (isReleased_) return;
+            try {
+                handler(event);
+            } catch (const std::bad_alloc&) {
+                // No room for what the event says: it is dropped.
+            }
+        });
+}
+
+XPCLink::~XPCLink() = default;
+
+void XPCLink::resume() {
+    xpcConnection_->resume();
+}
+
+// Released before its queue goes, so that a handler that waits for a reply gets one.
+void XPCLink::end() {
+    if (!home_.isCurrent()) return;
+    releaseConnection();
+    xpcConnectionQueue_.reset();
+}
+
+// Of no use any more, the connection is destroyed with the link: that drops the replies that have
+// arrived but were not yet handled. That the cancelling makes an event of its own is nobody's
+// concern.
+void XPCLink::releaseConnection() {
+    isReleased_ = true;
+    xpcConnection_->cancel();
+}
+
+void XPCLink::sendAndWait(IPCMessage message, ReplyHandler handler) {
+    if (!home_.isCurrent()) return;
+    const auto semaphore = xpcCommandSemaphore_;
+    auto pending = std::make_shared<PendingReply>(std::move(handler), semaphore);
+    try {
+        xpcConnection_->sendMessageWithReply(
+            std::move(message), xpcReplyQueue_,
+            [pending = std::move(pending)](const ServiceReply& reply) { pending->handle(reply); });
+    } catch (const std::bad_alloc&) {
+        // Not sent, or it was: either way the reply is waited for until its handler is gone.
+    }
+    semaphore->wait();
+}
+
+}  // namespace halvane

@@ -1,0 +1,23 @@
+// Owners of what sd-bus counts references of. None of it may be used by two threads at a time.
+#ifndef HALVANE_PLATFORM_BUS_POINTERS_INTERNAL_H
+#define HALVANE_PLATFORM_BUS_POINTERS_INTERNAL_H
+
+#include <memory>
+#include <systemd/sd-bus.h>
+
+namespace halvane {
+
+struct BusCloser {
+    void operator()(sd_bus* bus) const { ::sd_bus_close_unref(bus); }
+};
+struct BusMessageReleaser {
+    void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
+};
+
+// Closes the connection, without sending what has not yet been sent.
+using BusPointer = std::unique_ptr<sd_bus, BusCloser>;
+using BusMessagePointer = std::unique_ptr<sd_bus_message, BusMessageReleaser>;
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,19 @@
+#include <sys/eventfd.h>
+
+#include "halvane/platform/wake_event_internal.h"
+
+namespace halvane {
+
+WakeEvent::WakeEvent() : file_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+
+// Fails where the count is at its end, far off, and the descriptor readable anyway.
+void WakeEvent::signal() {
+    if (file_) ::eventfd_write(file_.number(), 1);
+}
+
+void WakeEvent::clear() {
+    eventfd_t count = 0;
+    if (file_) ::eventfd_read(file_.number(), &count);
+}
+
+}  // namespace halvane

@@ -1,0 +1,81 @@
+#include "halvane/daemon/xpc_link_internal.h"
+
+#include "tests/daemon/xpc_client_test_support.h"
+
+namespace {
+
+using namespace halvane;
+using namespace halvane::testing;
+
+// What the reply queue got for a request: "message", or "error".
+std::string nameOf(const ServiceReply& reply) {
+    return std::holds_alternative<IPCMessage>(reply) ? "message" : "error";
+}
+
+TEST(XPCLink, HandlesTheRepliesThatCameBeforeItWasReleased) {
+    PrivateBus bus;
+    BusPeer daemon(bus);
+    Arrivals<std::string> events;
+    std::unique_ptr<XPCLink> link;
+    link = std::make_unique<XPCLink>([&](const ServiceEvent& event) {
+        const std::string name = eventName(event);
+        if (name == "invalid") link->releaseConnection();
+        events.add(name);
+    });
+    link->resume();
+
+    // The first reply holds the queue up while the second arrives and the bus goes. What its
+    // request comes to before it has a reply is asked on the caller's thread.
+    CountingSemaphore entered(0), released(0);
+    auto first = std::async(std::launch::async, [&] {
+        return link->request(ipcMessage({{"command", "first"}}), [&](const ServiceReply& reply) {
+            if (std::holds_alternative<ServiceError>(reply)) return 0;
+            entered.signal();
+            released.wait();
+            return 1;
+        });
+    });
+    entered.wait();
+    Arrivals<std::string> replies;
+    auto second = std::async(std::launch::async, [&] {
+        return link->request(ipcMessage({{"command", "second"}}), [&](const ServiceReply& reply) {
+            replies.add(nameOf(reply));
+            return 0;
+        });
+    });
+    daemon.sendEvent(ipcMessage({{"name", "behind"}}), daemon.waitForRequest(1).sender);
+    EXPECT_EQ(events.wait(1), "behind");
+    bus.kill();
+    EXPECT_EQ(events.wait(2), "invalid");
+    released.signal();
+    first.get();
+    second.get();
+    EXPECT_EQ(replies.all(), (std::vector<std::string>{"error", "message"}));
+}
+
+TEST(XPCLink, TellsOfNoEventOnceReleased) {
+    PrivateBus bus;
+    BusPeer daemon(bus);
+    Arrivals<std::string> events;
+    XPCLink link([&](const ServiceEvent& event) { events.add(eventName(event)); });
+    link.resume();
+    EXPECT_EQ(events.wait(0), "appeared");
+    link.releaseConnection();
+    link.end();
+    EXPECT_EQ(events.all().size(), 1u);
+    EXPECT_EQ(link.request(ipcMessage({{"command", "late"}}), nameOf), "error");
+    EXPECT_EQ(daemon.requests().size(), 0u);
+}
+
+TEST(XPCLink, DropsAnEventThatThereIsNoRoomFor) {
+    PrivateBus bus;
+    BusPeer daemon(bus);
+    XPCLink link([&](const ServiceEvent&) { throw std::bad_alloc(); });
+    link.resume();
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(link.request(ipcMessage({{"command", "x"}}), nameOf), "message");
+    }
+    link.end();
+}
+
+}  // namespace

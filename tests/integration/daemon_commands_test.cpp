@@ -1,0 +1,523 @@
+// The tool's commands that talk to the Wi-Fi daemon, with the simulated one at the other end.
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/support/bus_caller.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/run_program.h"
+#include "tests/support/running_program.h"
+#include "tests/support/scoped_environment.h"
+#include "tests/support/sim_process.h"
+#include "tests/support/temporary_folder.h"
+
+using halvane::testing::BusCaller;
+using halvane::testing::PrivateBus;
+using halvane::testing::ProgramResult;
+using halvane::testing::RunningProgram;
+using halvane::testing::runProgram;
+using halvane::testing::ScopedEnvironment;
+using halvane::testing::SimProcess;
+using halvane::testing::TemporaryFolder;
+using nlohmann::json;
+using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+Words toolWords(Words words) {
+    words.insert(words.begin(), HALVANE_TOOL);
+    return words;
+}
+
+ProgramResult halvane(Words words, std::string_view input = {}) {
+    return runProgram(toolWords(std::move(words)), input);
+}
+
+// What it prints where it succeeds, and prints nothing else.
+std::string outputOf(Words words, std::string_view input = {}) {
+    const std::string name = words[0];
+    const auto result = halvane(std::move(words), input);
+    EXPECT_EQ(result.status, 0) << name;
+    EXPECT_EQ(result.errors, "") << name;
+    return result.output;
+}
+
+json jsonFrom(Words words) {
+    words.push_back("--format=json");
+    return json::parse(outputOf(std::move(words)), nullptr, false);
+}
+
+// Nothing on standard output, and one message.
+void expectFailure(Words words, int status, const std::string& message) {
+    const auto result = halvane(std::move(words));
+    EXPECT_EQ(result.status, status) << message;
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, message);
+}
+
+std::string noDaemonMessage(const std::string& command) {
+    return "halvane: " + command +
+           ": no answer from the Wi-Fi daemon, org.halvane.halvaned on the system bus; is it "
+           "running?\nhalvane: " +
+           command +
+           ": 'halvaned-sim --private -- halvane interfaces' shows a simulated one at "
+           "work\n";
+}
+
+// Every command, with what it needs.
+const Words kCommands[] = {
+    {"devices"},
+    {"interfaces"},
+    {"channel-list", "wlan0"},
+    {"configs"},
+    {"clients"},
+    {"add", "wlan0", "--ssid=home"},
+    {"remove", "wlan0", "--ssid=home"},
+    {"enable", "wlan0"},
+    {"disable", "wlan0"},
+    {"role", "wlan0", "AP"},
+    {"start", "wlan0"},
+    {"stop", "wlan0"},
+    {"logging"},
+    {"logging", "set", "WiFi=WiFi:level=info"},
+    {"monitor"},
+};
+
+// A simulation on a bus of its own, which is the system's bus for the tool.
+class DaemonCommands : public ::testing::Test {
+  protected:
+    const TemporaryFolder folder_;
+    const ScopedEnvironment temporary_{"TMPDIR", folder_.path().string()};
+    SimProcess sim_;
+    const ScopedEnvironment address_{"DBUS_SYSTEM_BUS_ADDRESS", sim_.address()};
+    BusCaller bus_{sim_.address()};
+
+    // What the simulation tells about an interface: "role AP, enabled, no BSS".
+    std::string stateOf(const std::string& interface) {
+        const std::string text = bus_.control("show");
+        const auto start = text.find(interface + ": ") + interface.size() + 2;
+        return text.substr(start, text.find(", configurations", start) - start);
+    }
+};
+
+// --- Lists ---
+
+using DaemonLists = DaemonCommands;
+
+TEST_F(DaemonLists, AreTables) {
+    EXPECT_EQ(outputOf({"devices"}),
+              "Index  Chains  MAC address\n"
+              "    0       2  02:1A:2B:3C:4D:5E\n"
+              "    1       3  02:1A:2B:3C:4D:5F\n");
+    EXPECT_EQ(outputOf({"interfaces"}),
+              "Interface  Role  Subsystem  Channels  MAC address\n"
+              "wlan0      AP    nl80211          11  02:1A:2B:3C:4D:5E\n"
+              "wlan1      STA   nl80211          24  02:1A:2B:3C:4D:5F\n");
+    EXPECT_EQ(outputOf({"configs"}),
+              "Order  Channel  Security  SSID\n"
+              "    0        6  WPA2      Halvane Simulation\n");
+    EXPECT_EQ(outputOf({"configs", "wlan1"}), "Order  Channel  Security  SSID\n");
+    const std::string channels = outputOf({"channel-list", "wlan1"});
+    EXPECT_THAT(channels, StartsWith("Channel  Frequency  Flags\n"
+                                     "      1   2412 MHz  -\n"));
+    EXPECT_THAT(channels, HasSubstr("\n     52   5260 MHz  radar prone, 40 MHz\n"));
+    EXPECT_EQ(std::count(channels.begin(), channels.end(), '\n'), 25);
+}
+
+TEST_F(DaemonLists, TellOfStations) {
+    EXPECT_EQ(outputOf({"clients"}), "MAC address  Associated  RSSI  Joined  Left  Reason\n");
+    bus_.control("start wlan0");
+    bus_.control("kick wlan0 02:00:00:00:01:01 5");
+    const std::string text = outputOf({"clients"});
+    EXPECT_THAT(text, MatchesRegex("MAC address        Associated  RSSI  +Joined  +Left  Reason\n"
+                                   "02:00:00:00:01:01  no           -48  +[0-9]+\\.[0-9]{3} s  "
+                                   "+[0-9]+\\.[0-9]{3} s       5\n"
+                                   "02:00:00:00:01:02  yes          -61  +[0-9]+\\.[0-9]{3} s  "
+                                   "+-       1\n"));
+}
+
+TEST_F(DaemonLists, ShowNoControlCharacters) {
+    outputOf({"add", "wlan1", "--ssid-hex=1b5b324a5c"});
+    EXPECT_EQ(outputOf({"configs", "wlan1"}),
+              "Order  Channel  Security  SSID\n"
+              "    0      any  Open      \\x1B[2J\\\\\n");
+}
+
+TEST_F(DaemonLists, AreWholeForPrograms) {
+    bus_.control("start wlan0");
+    const auto devices = jsonFrom({"devices"});
+    EXPECT_EQ(devices, json::parse(R"([
+        {"MACAddress": "02:1A:2B:3C:4D:5E", "deviceIndex": 0, "numRadioChains": 2},
+        {"MACAddress": "02:1A:2B:3C:4D:5F", "deviceIndex": 1, "numRadioChains": 3}])"));
+    const auto interfaces = jsonFrom({"interfaces"});
+    ASSERT_EQ(interfaces.size(), 2u);
+    EXPECT_EQ(interfaces[1]["ifName"], "wlan1");
+    EXPECT_EQ(interfaces[1]["wifiDevice"], devices[1]);
+    EXPECT_EQ(interfaces[1]["availableChannels"], jsonFrom({"channel-list", "wlan1"}));
+    const auto configs = jsonFrom({"configs", "wlan0"});
+    ASSERT_EQ(configs.size(), 1u);
+    EXPECT_EQ(configs[0]["ssid"], "48616c76616e652053696d756c6174696f6e");
+    EXPECT_EQ(configs, jsonFrom({"configs"}));
+    EXPECT_EQ(jsonFrom({"configs", "wlan1"}), json::array());
+    const auto clients = jsonFrom({"clients"});
+    ASSERT_EQ(clients.size(), 2u);
+    EXPECT_EQ(clients[1]["mac"], "02:00:00:00:01:02");
+    EXPECT_EQ(clients[1]["isAssociated"], true);
+}
+
+TEST_F(DaemonLists, AreTheSameInEveryFormat) {
+    bus_.control("start wlan0");
+    for (const Words& words :
+         {Words{"devices"}, {"interfaces"}, {"channel-list", "wlan0"}, {"configs"}, {"clients"}}) {
+        const auto document = jsonFrom(words);
+        std::string lines;
+        for (const auto& record : document) lines += record.dump() + "\n";
+        Words jsonl = words, plist = words;
+        jsonl.push_back("--format=jsonl");
+        plist.insert(plist.begin() + 1, "--format=plist");
+        json fromLines = json::array();
+        std::istringstream stream(outputOf(jsonl));
+        for (std::string line; std::getline(stream, line);) fromLines.push_back(json::parse(line));
+        EXPECT_EQ(fromLines, document) << words[0];
+        pugi::xml_document list;
+        ASSERT_TRUE(list.load_string(outputOf(plist).c_str())) << words[0];
+        EXPECT_EQ(list.select_nodes("/plist/array/dict").size(), document.size()) << words[0];
+        EXPECT_GT(document.size(), 0u) << words[0];
+    }
+}
+
+TEST_F(DaemonLists, HoldSkeletonsAsPropertyLists) {
+    pugi::xml_document list;
+    ASSERT_TRUE(list.load_string(outputOf({"interfaces", "--format=plist"}).c_str()));
+    EXPECT_EQ(list.select_nodes("//dict[key='InterfaceName']/dict[key='Index']").size(), 2u);
+    EXPECT_EQ(list.select_nodes("//dict[key='ChannelNumber']").size(), 35u);
+}
+
+TEST_F(DaemonLists, TellWithWhichStatusTheDaemonRefused) {
+    const std::pair<Words, std::string> lists[] = {{{"devices"}, "queryDeviceList"},
+                                                   {{"interfaces"}, "queryInterfaceList"},
+                                                   {{"channel-list", "wlan0"}, "queryChannelList"},
+                                                   {{"configs"}, "queryBSSConfigList"},
+                                                   {{"clients"}, "clientList"}};
+    for (const auto& [words, command] : lists) {
+        bus_.control("status " + command + " -5");
+        expectFailure(words, 1, "halvane: " + words[0] + ": the daemon answered with status -5\n");
+        for (const char* fault : {"error ", "gone "}) {
+            bus_.control(fault + command);
+            expectFailure(words, 1, noDaemonMessage(words[0]));
+            bus_.control("normal");
+        }
+        bus_.control("garbled " + command);
+        EXPECT_EQ(jsonFrom(words), json::array()) << words[0];
+        bus_.control("normal");
+    }
+    expectFailure({"channel-list", "wlan7"}, 1,
+                  "halvane: channel-list: the daemon answered with status 3\n");
+    expectFailure({"configs", "wlan7"}, 1, "halvane: configs: the daemon answered with status 3\n");
+}
+
+// --- Actions ---
+
+using DaemonActions = DaemonCommands;
+
+TEST_F(DaemonActions, AddAndRemoveConfigurations) {
+    EXPECT_EQ(outputOf({"add", "wlan1", "--ssid=home", "--security=WPA2", "--unicast=CCMP",
+                        "--key-management=PSK", "--passphrase", "--key", "--channel=11"},
+                       "correct horse\n"),
+              "");
+    const auto configs = jsonFrom({"configs", "wlan1"});
+    ASSERT_EQ(configs.size(), 1u);
+    EXPECT_EQ(configs[0],
+              json::parse(outputOf({"config", "--ssid=home", "--security=WPA2", "--unicast=CCMP",
+                                    "--key-management=PSK", "--passphrase", "--key", "--channel=11",
+                                    "--format=jsonl"},
+                                   "correct horse\n")));
+    EXPECT_EQ(outputOf({"remove", "--ssid=home", "wlan1"}), "");
+    EXPECT_EQ(jsonFrom({"configs", "wlan1"}), json::array());
+}
+
+TEST_F(DaemonActions, ChangeInterfaces) {
+    EXPECT_EQ(stateOf("wlan0"), "role AP, enabled, no BSS");
+    EXPECT_EQ(outputOf({"disable", "wlan0"}), "");
+    EXPECT_EQ(stateOf("wlan0"), "role AP, disabled, no BSS");
+    EXPECT_EQ(outputOf({"enable", "wlan0"}), "");
+    EXPECT_EQ(stateOf("wlan0"), "role AP, enabled, no BSS");
+    EXPECT_EQ(outputOf({"role", "wlan1", "My Role"}), "");
+    EXPECT_EQ(jsonFrom({"interfaces"})[1]["ifRole"], "My Role");
+}
+
+TEST_F(DaemonActions, StartAndStopANetwork) {
+    EXPECT_EQ(outputOf({"start", "wlan0"}), "");
+    EXPECT_EQ(jsonFrom({"clients"})[0]["isAssociated"], true);
+    EXPECT_EQ(outputOf({"stop", "wlan0"}), "");
+    EXPECT_EQ(jsonFrom({"clients"})[0]["isAssociated"], false);
+}
+
+TEST_F(DaemonActions, ClaimNothingWhateverTheDaemonAnswers) {
+    const std::pair<Words, std::string> actions[] = {
+        {{"add", "wlan0", "--ssid=home"}, "configAdd"},
+        {{"remove", "wlan0", "--ssid=home"}, "configRemove"},
+        {{"enable", "wlan0"}, "enable"},
+        {{"disable", "wlan0"}, "disable"},
+        {{"role", "wlan0", "STA"}, "role"},
+        {{"start", "wlan0"}, "bssStart"},
+        {{"stop", "wlan0"}, "bssStop"},
+    };
+    const std::string before = bus_.control("show");
+    for (const auto& [words, command] : actions) {
+        for (const std::string& fault : {"status " + command + " 5", "error " + command}) {
+            bus_.control(fault);
+            EXPECT_EQ(outputOf(words), "");
+            bus_.control("normal");
+        }
+    }
+    EXPECT_EQ(bus_.control("show"), before);
+}
+
+TEST_F(DaemonActions, AreNotSentForAnInterfaceThatIsNotListed) {
+    for (const Words& words :
+         {Words{"enable", "wlan7"}, {"role", "wlan7", "AP"}, {"add", "wlan7", "--ssid=a"}}) {
+        expectFailure(words, 1,
+                      "halvane: " + words[0] +
+                          ": the daemon lists no interface 'wlan7' ('halvane interfaces' prints "
+                          "its list)\n");
+    }
+}
+
+TEST_F(DaemonActions, AreSentWhereTheDaemonDoesNotListInterfaces) {
+    bus_.control("status queryInterfaceList 7");
+    EXPECT_EQ(outputOf({"disable", "wlan0"}), "");
+    EXPECT_EQ(stateOf("wlan0"), "role AP, disabled, no BSS");
+}
+
+// --- Logging ---
+
+using DaemonLogging = DaemonCommands;
+
+TEST_F(DaemonLogging, IsPrintedAndSet) {
+    const std::string before = outputOf({"logging"});
+    EXPECT_THAT(before, StartsWith("WiFi: ?WiFi:output=file;path=/var/log/halvaned.log\n"));
+    EXPECT_EQ(std::count(before.begin(), before.end(), '\n'), 9);
+    EXPECT_EQ(outputOf({"logging", "set", "WiFiScan=WiFiScan:level=trace,WiFiScan:rate=0",
+                        "WiFiXPC=", "WiFi=a"}),
+              "");
+    const std::string after = outputOf({"logging", "show"});
+    EXPECT_THAT(after, StartsWith("WiFi: a\nWiFiBPF: ?WiFiBPF:output="));
+    EXPECT_THAT(after, HasSubstr("\nWiFiScan: WiFiScan:level=trace,WiFiScan:rate=0\n"));
+    EXPECT_THAT(after, HasSubstr("\nWiFiXPC: \n"));
+}
+
+TEST_F(DaemonLogging, SetsEachCategoryUnderItsName) {
+    const Words names = {"WiFi",     "WiFiBPF",  "WiFiEAPOL", "WiFiIE", "WiFiIO80211",
+                         "WiFiJoin", "WiFiScan", "WiFiWPS",   "WiFiXPC"};
+    Words words = {"logging", "set"};
+    std::string expected;
+    for (const auto& name : names) {
+        words.push_back(name + "=to " + name);
+        expected += name + ": to " + name + "\n";
+    }
+    EXPECT_EQ(outputOf(words), "");
+    EXPECT_EQ(outputOf({"logging"}), expected);
+}
+
+TEST_F(DaemonLogging, TellsWhatTheDaemonMadeOfIt) {
+    bus_.control("status logging 3");
+    expectFailure({"logging", "set", "WiFi=a"}, 1,
+                  "halvane: logging: the daemon answered with status 3\n");
+    bus_.control("error logging");
+    expectFailure({"logging", "set", "WiFi=a"}, 1, noDaemonMessage("logging"));
+    bus_.control("missing queryLogging");
+    expectFailure({"logging"}, 1, "halvane: logging: the daemon does not tell its settings\n");
+}
+
+// --- Monitor ---
+
+class DaemonMonitor : public DaemonCommands {
+  protected:
+    // One that has asked for notifications.
+    static std::unique_ptr<RunningProgram> start(Words options = {}) {
+        options.insert(options.begin(), "monitor");
+        auto monitor = std::make_unique<RunningProgram>(toolWords(std::move(options)));
+        EXPECT_EQ(monitor->errorLine(),
+                  "halvane: monitor: asked for notifications; Control-C ends\n");
+        return monitor;
+    }
+};
+
+TEST_F(DaemonMonitor, PrintsEachNotificationAsItComes) {
+    const auto monitor = start();
+    outputOf({"start", "wlan0"});
+    EXPECT_EQ(monitor->outputLine(), "joined      02:00:00:00:01:01  wlan0\n");
+    EXPECT_EQ(monitor->outputLine(), "authorized  02:00:00:00:01:01  wlan0\n");
+    EXPECT_EQ(monitor->outputLine(), "joined      02:00:00:00:01:02  wlan0\n");
+    EXPECT_EQ(monitor->outputLine(), "authorized  02:00:00:00:01:02  wlan0\n");
+    bus_.control("kick wlan0 02:00:00:00:01:01 5");
+    EXPECT_EQ(monitor->outputLine(), "kicked      02:00:00:00:01:01  wlan0\n");
+    outputOf({"stop", "wlan0"});
+    EXPECT_EQ(monitor->outputLine(), "left        02:00:00:00:01:02  wlan0\n");
+    EXPECT_EQ(monitor->stop(SIGINT), 0);
+    EXPECT_EQ(monitor->outputLine() + monitor->errorLine(), "");
+}
+
+TEST_F(DaemonMonitor, PrintsALineOfJSONEach) {
+    bus_.control("start wlan0");
+    const auto monitor = start({"--format=jsonl"});
+    bus_.control("join wlan0 02:00:00:00:02:0f");
+    EXPECT_EQ(monitor->outputLine(),
+              R"({"event":"joined","mac":"02:00:00:00:02:0F","interfaceName":"wlan0"})"
+              "\n");
+    EXPECT_EQ(monitor->stop(SIGTERM), 0);
+    EXPECT_EQ(monitor->outputLine() + monitor->errorLine(), "");
+}
+
+TEST_F(DaemonMonitor, EndsBehindTheLastNotificationWhenTheDaemonGoes) {
+    bus_.control("start wlan0");
+    for (const char* way : {"restart", "drop"}) {
+        const auto monitor = start();
+        bus_.control("burst wlan0 500");
+        bus_.control(way);
+        for (int i = 0; i < 500; ++i) {
+            ASSERT_THAT(monitor->outputLine(), StartsWith("joined      02:B0:")) << way << i;
+        }
+        EXPECT_EQ(monitor->outputLine(), "");
+        EXPECT_EQ(monitor->errorLine(), "halvane: monitor: the daemon is gone\n");
+        EXPECT_EQ(monitor->wait(), 1) << way;
+    }
+}
+
+TEST_F(DaemonMonitor, EndsWhenTheBusGoes) {
+    const auto monitor = start();
+    EXPECT_EQ(sim_.stop(SIGTERM), 0);
+    EXPECT_EQ(monitor->errorLine(), "halvane: monitor: the daemon is gone\n");
+    EXPECT_EQ(monitor->wait(), 1);
+}
+
+TEST_F(DaemonMonitor, IsNotTakenInByOthers) {
+    bus_.control("start wlan0");
+    const auto monitor = start();
+    bus_.control("spoof left wlan0 02:00:00:00:09:09");
+    bus_.control("join wlan0 02:00:00:00:02:01");
+    EXPECT_EQ(monitor->outputLine(), "joined      02:00:00:00:02:01  wlan0\n");
+}
+
+TEST_F(DaemonMonitor, HearsOfTheDaemonWhateverThePreferencesSayOfTheLog) {
+    const TemporaryFolder preferences;
+    std::filesystem::create_directory(preferences.path() / "halvane");
+    std::ofstream(preferences.path() / "halvane" / "halvane.plist")
+        << "<plist version=\"1.0\"><dict><key>logconfig</key>"
+           "<string>^WiFiXPC$:level=info,WiFi:level=off,:output=file;stdout</string></dict></"
+           "plist>";
+    const ScopedEnvironment config("XDG_CONFIG_HOME", preferences.path().string());
+    const auto monitor = start();
+    bus_.control("restart");
+    EXPECT_EQ(monitor->outputLine(), "");
+    EXPECT_EQ(monitor->errorLine(), "halvane: monitor: the daemon is gone\n");
+    EXPECT_EQ(monitor->wait(), 1);
+}
+
+TEST_F(DaemonMonitor, EndsWhenItsOutputIsLost) {
+    bus_.control("start wlan0");
+    RunningProgram monitor({"/bin/sh", "-c", "exec \"$0\" monitor >/dev/full", HALVANE_TOOL});
+    monitor.errorLine();
+    bus_.control("join wlan0 02:00:00:00:02:01");
+    EXPECT_EQ(monitor.errorLine(), "halvane: standard output: No space left on device\n");
+    EXPECT_EQ(monitor.wait(), 1);
+}
+
+TEST_F(DaemonMonitor, EndsWhenNobodyReadsIt) {
+    bus_.control("start wlan0");
+    const auto monitor = start();
+    monitor->closeOutput();
+    bus_.control("join wlan0 02:00:00:00:02:01");
+    EXPECT_EQ(monitor->errorLine(), "halvane: standard output: Broken pipe\n");
+    EXPECT_EQ(monitor->wait(), 1);
+}
+
+// --- Without a daemon ---
+
+TEST(NoDaemon, IsToldByEveryCommand) {
+    const PrivateBus bus;
+    for (const Words& words : kCommands) expectFailure(words, 1, noDaemonMessage(words[0]));
+}
+
+TEST(NoDaemon, IsToldWhereThereIsNoBusEither) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment address("DBUS_SYSTEM_BUS_ADDRESS",
+                                    "unix:path=" + (folder.path() / "none").string());
+    for (const Words& words : kCommands) expectFailure(words, 1, noDaemonMessage(words[0]));
+}
+
+TEST(NoDaemon, IsHelpedByASimulatedOne) {
+    const auto result =
+        runProgram({HALVANE_SIM, "--private", "--", HALVANE_TOOL, "interfaces", "--format=jsonl"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 2);
+}
+
+// --- Usage ---
+
+// Nobody is asked: there is no bus, which would be a failure of another kind.
+class DaemonUsage : public ::testing::Test {
+  protected:
+    const ScopedEnvironment address_{"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/dev/null/none"};
+};
+
+TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
+    const std::pair<Words, std::string> lines[] = {
+        {{"devices", "x"}, "devices: takes no argument ('x')"},
+        {{"interfaces", "wlan0"}, "interfaces: takes no argument ('wlan0')"},
+        {{"clients", "wlan0"}, "clients: takes no argument ('wlan0')"},
+        {{"devices", "--format=xml"}, "devices: --format: 'xml' is not text, json, jsonl or plist"},
+        {{"channel-list"}, "channel-list: no interface"},
+        {{"channel-list", ""}, "channel-list: '' is no name of an interface"},
+        {{"channel-list", "a", "b"}, "channel-list: takes one interface"},
+        {{"configs", "a", "b"}, "configs: takes one interface"},
+        {{"configs", "\xFF"}, "configs: '\\xFF' is no name of an interface"},
+        {{"enable"}, "enable: takes one interface"},
+        {{"disable", "a", "b"}, "disable: takes one interface"},
+        {{"start", ""}, "start: '' is no name of an interface"},
+        {{"stop", "a\x1B\xFF"}, "stop: 'a\\x1B\\xFF' is no name of an interface"},
+        {{"role", "wlan0"}, "role: takes an interface and a role"},
+        {{"role", "wlan0", "\xFF"}, "role: '\\xFF' is no text of a role"},
+        {{"add", "wlan0"}, "add: needs --ssid or --ssid-hex"},
+        {{"add", "--ssid=a"}, "add: takes one interface"},
+        {{"add", "wlan0", "secret", "--ssid=a"}, "add: takes one interface"},
+        {{"remove", "wlan0", "--ssid=a", "--channel=x"},
+         "remove: --channel: 'x' is not a whole number from 0 on"},
+        {{"logging", "list"}, "logging: 'list' is not 'show' or 'set'"},
+        {{"logging", "show", "x"}, "logging: 'show' takes nothing else"},
+        {{"logging", "set"}, "logging: 'set' takes CATEGORY=CONTROL"},
+        {{"logging", "set", "WiFi"}, "logging: 'WiFi' is not CATEGORY=CONTROL"},
+        {{"logging", "set", "WiFi=a", "WiFi=b"}, "logging: 'WiFi' is set twice"},
+        {{"logging", "set", "WiFi=\xFF"}, "logging: '\\xFF' is no text of a control string"},
+        {{"logging", "set", "wifi=a"},
+         "logging: no category 'wifi'; there are WiFi, WiFiBPF, WiFiEAPOL, WiFiIE, WiFiIO80211, "
+         "WiFiJoin, WiFiScan, WiFiWPS, WiFiXPC"},
+        {{"monitor", "wlan0"}, "monitor: takes no argument ('wlan0')"},
+        {{"monitor", "--format=json"}, "monitor: prints lines: --format=text or jsonl"},
+        {{"monitor", "--format=plist"}, "monitor: prints lines: --format=text or jsonl"},
+    };
+    for (const auto& [words, message] : lines) {
+        expectFailure(words, 2, "halvane: " + message + "\n");
+    }
+}
+
+TEST_F(DaemonUsage, LeavesAPassphraseUnread) {
+    const auto result = halvane({"add", "wlan0", "--ssid=home", "--passphrase", "--key",
+                                 "--security=WPA2", "--key-management=PSK"},
+                                "");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, StartsWith("halvane: add: "));
+    EXPECT_THAT(result.errors, Not(HasSubstr("daemon")));
+}
+
+}  // namespace

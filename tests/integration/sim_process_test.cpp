@@ -1,0 +1,256 @@
+// The simulated daemon as its users start and stop it.
+#include "tests/support/sim_process.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/bus_caller.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/run_program.h"
+#include "tests/support/scoped_environment.h"
+#include "tests/support/temporary_folder.h"
+
+using halvane::testing::BusCaller;
+using halvane::testing::command;
+using halvane::testing::PrivateBus;
+using halvane::testing::ProgramResult;
+using halvane::testing::runProgram;
+using halvane::testing::ScopedEnvironment;
+using halvane::testing::SimProcess;
+using halvane::testing::TemporaryFolder;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+constexpr const char kName[] = "org.halvane.halvaned";
+constexpr const char kNotice[] =
+    "halvaned-sim: a simulation of the Wi-Fi daemon; no radio is touched\n";
+
+ProgramResult sim(Words words) {
+    words.insert(words.begin(), HALVANE_SIM);
+    return runProgram(std::move(words));
+}
+
+// Temporary files of what runs meanwhile are in a folder of the test's own.
+class SimProgram : public ::testing::Test {
+  protected:
+    const TemporaryFolder folder_;
+    const ScopedEnvironment temporary_{"TMPDIR", folder_.path().string()};
+
+    bool isFolderEmpty() const { return std::filesystem::is_empty(folder_.path()); }
+};
+
+TEST_F(SimProgram, SaysThatItSimulatesAndWhere) {
+    const SimProcess process;
+    ASSERT_EQ(process.lines().size(), 3u);
+    EXPECT_EQ(process.lines()[0],
+              "# halvaned-sim: a simulation of the Wi-Fi daemon; no radio is touched\n");
+    EXPECT_THAT(process.lines()[1],
+                StartsWith("export DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + folder_.path().string()));
+    EXPECT_EQ(process.lines()[2], "ready\n");
+    EXPECT_FALSE(isFolderEmpty());
+    EXPECT_EQ(BusCaller(process.address()).request(command("enable", "wlan0")).status(), 0);
+}
+
+TEST_F(SimProgram, LeavesNothingBehindWhenItIsStopped) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        SimProcess process;
+        const pid_t bus = BusCaller(process.address()).processOf("org.freedesktop.DBus");
+        EXPECT_EQ(::kill(bus, 0), 0);
+        EXPECT_EQ(process.stop(signal), 0) << signal;
+        EXPECT_TRUE(isFolderEmpty());
+        EXPECT_NE(::kill(bus, 0), 0) << "the bus still runs";
+    }
+}
+
+TEST_F(SimProgram, EndsWhereALineSaysSo) {
+    SimProcess process;
+    EXPECT_EQ(BusCaller(process.address()).control("quit"), "");
+    EXPECT_EQ(process.wait(), 0);
+    EXPECT_TRUE(isFolderEmpty());
+}
+
+TEST_F(SimProgram, TakesAnyFolderForTemporaryFiles) {
+    const auto odd = folder_.path() / "a b;<&>'\"%20,=x";
+    std::filesystem::create_directory(odd);
+    const ScopedEnvironment temporary("TMPDIR", odd.string());
+    const SimProcess process;
+    EXPECT_EQ(BusCaller(process.address()).request(command("enable", "wlan0")).status(), 0);
+}
+
+TEST_F(SimProgram, RunsACommandOnItsBus) {
+    const auto result = sim({"--private", "--", HALVANE_SIM, "--send", "show"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, kNotice);
+    EXPECT_THAT(result.output, StartsWith("wlan0: role AP, enabled, no BSS"));
+    EXPECT_TRUE(isFolderEmpty());
+}
+
+TEST_F(SimProgram, EndsAsItsCommandDoes) {
+    EXPECT_EQ(sim({"--private", "--", "sh", "-c", "exit 7"}).status, 7);
+    EXPECT_EQ(sim({"--private", "sh", "-c", "kill -KILL $$"}).status, 128 + SIGKILL);
+    const auto missing = sim({"--private", "--", "halvane-is-no-such-program"});
+    EXPECT_EQ(missing.status, 127);
+    EXPECT_EQ(missing.errors, std::string(kNotice) +
+                                  "halvaned-sim: halvane-is-no-such-program: "
+                                  "No such file or directory\n");
+    EXPECT_EQ(sim({"--private", "--", folder_.path().string()}).status, 126);
+    EXPECT_TRUE(isFolderEmpty());
+}
+
+TEST_F(SimProgram, LeavesTheCommandsSignalsAsTheyWere) {
+    const auto result = sim({"--private", "--", "sh", "-c", "kill -TERM $$; exit 0"});
+    EXPECT_EQ(result.status, 128 + SIGTERM);
+}
+
+TEST_F(SimProgram, EndsItsCommandWhenItIsStopped) {
+    // The pipe is open for as long as the command and the simulation run.
+    SimProcess process({"--private", "--", "sh", "-c",
+                        "echo $DBUS_SYSTEM_BUS_ADDRESS; echo ready; exec tail -f /dev/null"});
+    ASSERT_EQ(process.lines().size(), 2u);
+    EXPECT_EQ(process.stop(SIGTERM), 128 + SIGTERM);
+    EXPECT_EQ(process.readLine(), "");
+    EXPECT_TRUE(isFolderEmpty());
+}
+
+TEST_F(SimProgram, FollowsLinesBeforeItIsReady) {
+    const SimProcess process({"--private", "--control", "start wlan0", "--control=status enable 5",
+                              "--control", "show"});
+    EXPECT_THAT(process.lines(),
+                ElementsAre(StartsWith("wlan0: role AP, enabled, BSS up"), StartsWith("wlan1: "),
+                            "subscribers:\n", "enable: status 5\n", StartsWith("# "),
+                            StartsWith("export "), "ready\n"));
+    EXPECT_EQ(BusCaller(process.address()).request(command("enable", "wlan0")).status(), 5);
+    const auto refused = sim({"--private", "--control", "start wlan7"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.output, "");
+    EXPECT_EQ(refused.errors, "halvaned-sim: start wlan7: there is no such interface\n");
+    EXPECT_EQ(sim({"--private", "--control", "quit"}).status, 0);
+}
+
+TEST_F(SimProgram, SendsLinesToARunningSimulation) {
+    const SimProcess process;
+    const ScopedEnvironment address("DBUS_SYSTEM_BUS_ADDRESS", process.address());
+    const auto done = sim({"--send", "silent enable", "--send", "show"});
+    EXPECT_EQ(done.status, 0);
+    EXPECT_EQ(done.errors, "");
+    EXPECT_THAT(done.output, HasSubstr("\nenable: silent\n"));
+    const auto refused = sim({"--send=start wlan7", "--send=show"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.output, "");
+    EXPECT_EQ(refused.errors, "halvaned-sim: start wlan7: there is no such interface\n");
+}
+
+TEST_F(SimProgram, JoinsTheSystemBus) {
+    const PrivateBus bus;
+    SimProcess process((Words()));
+    EXPECT_EQ(process.lines().size(), 2u);
+    EXPECT_EQ(BusCaller(bus.address()).request(command("enable", "wlan0")).status(), 0);
+    EXPECT_EQ(process.stop(SIGTERM), 0);
+    EXPECT_EQ(BusCaller(bus.address()).ownerOf(kName), "");
+}
+
+TEST_F(SimProgram, IsTheOnlyDaemonOfABus) {
+    const PrivateBus bus;
+    const SimProcess process((Words()));
+    const auto second = sim({});
+    EXPECT_EQ(second.status, 1);
+    EXPECT_EQ(second.output, "");
+    EXPECT_EQ(second.errors,
+              "halvaned-sim: org.halvane.halvaned is there already: another daemon runs\n");
+}
+
+TEST_F(SimProgram, FailsWhereThereIsNoBus) {
+    const ScopedEnvironment address("DBUS_SYSTEM_BUS_ADDRESS",
+                                    "unix:path=" + (folder_.path() / "none").string());
+    for (const Words& words : {Words{}, Words{"--send", "show"}}) {
+        const auto result = sim(words);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.errors, "halvaned-sim: joining the bus: No such file or directory\n");
+    }
+    const ScopedEnvironment path("PATH", folder_.path().string());
+    EXPECT_EQ(sim({"--private"}).errors,
+              "halvaned-sim: dbus-daemon does not start: is it installed?\n");
+}
+
+TEST_F(SimProgram, EndsWhenTheBusIsGone) {
+    PrivateBus bus;
+    SimProcess process((Words()));
+    bus.kill();
+    EXPECT_EQ(process.wait(), 1);
+}
+
+TEST_F(SimProgram, SimulatesWhatAFileSays) {
+    const auto written = sim({"--print-state"});
+    EXPECT_EQ(written.status, 0);
+    std::string text = written.output;
+    const auto place = text.find("<string>wlan1</string>");
+    ASSERT_NE(place, text.npos);
+    text.replace(place, 22, "<string>mine0</string>");
+    for (auto at = text.find("<key>wlan1</key>"); at != text.npos;
+         at = text.find("<key>wlan1</key>")) {
+        text.replace(at, 16, "<key>mine0</key>");
+    }
+    const std::vector<std::uint8_t> bytes(text.begin(), text.end());
+    const std::string file = folder_.write("state.plist", bytes);
+    EXPECT_EQ(sim({"--print-state", "--state", file}).output, text);
+    const SimProcess process({"--private", "--state", file, "--control", "show"});
+    EXPECT_THAT(process.lines()[1], StartsWith("mine0: role STA"));
+}
+
+TEST_F(SimProgram, SaysWhatIsWrongWithAFile) {
+    const std::vector<std::uint8_t> bytes = {'<', 'x', '>'};
+    const std::string bad = folder_.write("bad.plist", bytes);
+    const auto refused = sim({"--private", "--state", bad});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.errors,
+                StartsWith("halvaned-sim: " + bad + ": byte 3: is no property list: "));
+    EXPECT_EQ(sim({"--private", "--state", bad + "x"}).errors,
+              "halvaned-sim: " + bad + "x: no such file\n");
+    EXPECT_EQ(sim({"--private", "--state", folder_.path().string()}).errors,
+              "halvaned-sim: " + folder_.path().string() + ": cannot be read\n");
+}
+
+TEST_F(SimProgram, RefusesOptionsThatDoNotGoTogether) {
+    const Words wrong[] = {{"--bogus"},
+                           {"--state"},
+                           {"--send", "show", "--private"},
+                           {"--send", "show", "--state", "x"},
+                           {"--send", "show", "--print-state"},
+                           {"--send", "show", "command"},
+                           {"--print-state", "--private"},
+                           {"--print-state", "command"}};
+    for (const Words& words : wrong) {
+        const auto result = sim(words);
+        EXPECT_EQ(result.status, 2) << words.back();
+        EXPECT_EQ(result.output, "");
+        EXPECT_NE(result.errors, "");
+    }
+}
+
+TEST_F(SimProgram, FailsWhereNobodyCanHearThatItIsReady) {
+    const auto result =
+        sim({"--private", "--", "sh", "-c", "\"$0\" --private >/dev/full", HALVANE_SIM});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors,
+              std::string(kNotice) + "halvaned-sim: standard output: No space left on device\n");
+    EXPECT_TRUE(isFolderEmpty());
+}
+
+TEST_F(SimProgram, ExplainsItself) {
+    const auto help = sim({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.output, "");
+    EXPECT_THAT(help.errors, HasSubstr("A simulation of the Wi-Fi daemon"));
+    EXPECT_THAT(help.errors, HasSubstr("\nkick IF MAC [REASON] "));
+    const auto version = sim({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_THAT(version.output,
+                StartsWith(std::string("halvaned-sim version ") + HALVANE_VERSION + " ("));
+}
+
+}  // namespace

@@ -1,0 +1,128 @@
+// A simulated daemon's world, read from a property list.
+#include "tools/halvaned-sim/world_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "halvane/platform/xml_property_list.h"
+
+#include "tests/support/skeletons.h"
+#include "tools/halvaned-sim/default_world.h"
+
+namespace halvane::sim {
+
+namespace {
+
+PropertyListDictionary fileOf(const char* key, PropertyListValue value) {
+    PropertyListDictionary file = propertyListOf(defaultWorld());
+    file.set(key, std::move(value));
+    return file;
+}
+
+PropertyListDictionary forWlan0(PropertyListArray list) {
+    PropertyListDictionary lists;
+    lists.set("wlan0", std::move(list));
+    return lists;
+}
+
+PropertyListDictionary withData(const char* key, std::initializer_list<std::uint8_t> bytes) {
+    PropertyListDictionary skeleton;
+    skeleton.set(key, ByteBuffer(bytes));
+    return skeleton;
+}
+
+// What is said of a file that is refused.
+std::string refusalOf(const PropertyListValue& file) {
+    try {
+        worldFromPropertyList(file);
+    } catch (const WorldFileError& error) {
+        return error.what();
+    }
+    return "none";
+}
+
+TEST(WorldFile, ReadsBackWhatItWrites) {
+    World world = defaultWorld();
+    world.disable("wlan1");
+    const auto text = xmlPropertyList(propertyListOf(world));
+    ASSERT_TRUE(text);
+    const World copy = worldFromText(*text);
+    EXPECT_EQ(xmlPropertyList(propertyListOf(copy)), text);
+    EXPECT_EQ(copy.devices(), world.devices());
+    ASSERT_EQ(copy.interfaces().size(), 2u);
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(copy.interfaces()[i].record, world.interfaces()[i].record);
+        EXPECT_EQ(copy.interfaces()[i].configs, world.interfaces()[i].configs);
+        EXPECT_EQ(copy.interfaces()[i].stations, world.interfaces()[i].stations);
+        EXPECT_EQ(copy.interfaces()[i].isEnabled, i == 0);
+    }
+}
+
+TEST(WorldFile, NeedsInterfacesAlone) {
+    PropertyListDictionary file;
+    file.set("Interfaces", PropertyListArray());
+    EXPECT_EQ(worldFromPropertyList(file).interfaces().size(), 0u);
+    EXPECT_EQ(refusalOf(PropertyListDictionary()), "Interfaces: is missing");
+}
+
+TEST(WorldFile, SaysWhatIsWrongAndWhere) {
+    const auto wlan0 =
+        PropertyListValue(defaultWorld().interfaces()[0].record.skeletonRepresentation());
+    EXPECT_EQ(refusalOf("text"), "the whole: is no dictionary");
+    EXPECT_EQ(refusalOf(fileOf("Clients", 1)), "Clients: there is no such key");
+    EXPECT_EQ(refusalOf(fileOf("Interfaces", 1)), "Interfaces: is no array");
+    EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{1})),
+              "Interfaces: an element is not what it should be");
+    EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{PropertyListDictionary()})),
+              "Interfaces: an element is not what it should be");
+    EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{wlan0, wlan0})),
+              "Interfaces: wlan0 is there twice");
+    EXPECT_EQ(refusalOf(fileOf("Devices", PropertyListArray{"x"})),
+              "Devices: an element is not what it should be");
+    EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{"wlan7"})),
+              "Disabled: there is no interface wlan7");
+    EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{7})), "Disabled: is no string");
+    EXPECT_EQ(refusalOf(fileOf("Configs", PropertyListArray())), "Configs: is no dictionary");
+    EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({1}))),
+              "Configs: wlan0: an element is not what it should be");
+}
+
+TEST(WorldFile, RefusesRecordsThatCannotBeToldApart) {
+    const auto ssid = withData("SSID", {'x'});
+    const auto mac = withData("MAC", {2, 0, 0, 0, 0, 1});
+    EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({PropertyListDictionary()}))),
+              "Configs: wlan0: an SSID has not 1 to 32 bytes");
+    EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({ssid, ssid}))),
+              "Configs: wlan0: two share an SSID");
+    EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({withData("MAC", {1})}))),
+              "Stations: wlan0: a MAC has not 6 bytes");
+    EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac, mac}))),
+              "Stations: wlan0: two share a MAC");
+    EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac}))), "none");
+}
+
+TEST(WorldFile, TakesNoValueOfTheWrongKind) {
+    for (const auto& value : testing::valuesOfEveryKind()) {
+        for (const char* key : {"Devices", "Interfaces", "Disabled"}) {
+            if (value.as<PropertyListArray>() != nullptr) continue;
+            EXPECT_EQ(refusalOf(fileOf(key, value)), std::string(key) + ": is no array");
+        }
+        for (const char* key : {"Configs", "Stations"}) {
+            if (value.as<PropertyListDictionary>() != nullptr) continue;
+            EXPECT_EQ(refusalOf(fileOf(key, value)), std::string(key) + ": is no dictionary");
+        }
+    }
+}
+
+TEST(WorldFile, NamesTheByteWhereXMLEnds) {
+    try {
+        worldFromText("<plist><dict>");
+        FAIL();
+    } catch (const WorldFileError& error) {
+        EXPECT_THAT(error.what(), ::testing::StartsWith("byte 13: is no property list: "));
+    }
+}
+
+}  // namespace
+
+}  // namespace halvane::sim

@@ -1,0 +1,103 @@
+// A client of the daemon that is written from its protocol alone, on sd-bus, and shares no code
+// with the library's.
+#ifndef TESTS_SUPPORT_BUS_CALLER_H
+#define TESTS_SUPPORT_BUS_CALLER_H
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <systemd/sd-bus.h>
+#include <variant>
+#include <vector>
+
+namespace halvane::testing {
+
+using WireData = std::vector<std::uint8_t>;
+
+// "s", "x", "b" and "ay".
+using WireValue = std::variant<std::string, std::int64_t, bool, WireData>;
+using WireMessage = std::map<std::string, WireValue>;
+
+inline WireMessage command(const std::string& name) {
+    return {{"command", name}};
+}
+inline WireMessage command(const std::string& name, const std::string& interface) {
+    return {{"command", name}, {"interface", interface}};
+}
+
+// A reply, or the name of the error that came in its place.
+struct WireReply {
+    std::string error;
+    WireMessage message;
+    std::string sender;
+
+    std::int64_t status() const { return std::get<std::int64_t>(message.at("status")); }
+    std::string text(const std::string& key) const;  // of data
+};
+
+struct WireEvent {
+    std::string sender;
+    WireMessage message;
+
+    // "joined wlan0 020000000101": the last part of the command, and the rest.
+    std::string summary() const;
+};
+
+// Used by one thread. What has no answer is waited for without end.
+class BusCaller {
+  public:
+    // Connects to the bus, and listens to events of whatever sender.
+    explicit BusCaller(const std::string& address);
+    BusCaller(const BusCaller&) = delete;
+    BusCaller& operator=(const BusCaller&) = delete;
+
+    const std::string& name() const { return name_; }
+
+    WireReply request(const WireMessage& message);
+
+    // The same without waiting: the reply is found at the result once it has come.
+    std::shared_ptr<WireReply> requestLater(const WireMessage& message);
+    void waitFor(const WireReply& later);  // until it has a message, a sender or an error
+
+    // Any method without arguments but a text, with a text or nothing as its result.
+    std::string call(const char* destination, const char* path, const char* interface,
+                     const char* member, const std::string& text = {});
+
+    // A control line; throws std::runtime_error with the message where it is refused.
+    std::string control(const std::string& line);
+
+    // The next event, waited for.
+    WireEvent nextEvent();
+    // Their summaries; `count` are waited for.
+    std::vector<std::string> nextEvents(std::size_t count);
+    // Those that have come: all that were sent before the answer to the last request or line.
+    std::vector<std::string> eventsSoFar();
+
+    // The process that is connected under a name.
+    pid_t processOf(const char* name);
+    std::string ownerOf(const char* name);  // empty for none
+    // Waits until nobody has the unique name any more.
+    void waitUntilGone(const std::string& name);
+
+    sd_bus* bus() const { return bus_.get(); }
+
+  private:
+    struct Closer {
+        void operator()(sd_bus* bus) const { ::sd_bus_flush_close_unref(bus); }
+    };
+    void processUntil(const std::function<bool()>& isDone);
+    static int eventArrived(sd_bus_message*, void* caller, sd_bus_error*);
+    static int nameChanged(sd_bus_message*, void* caller, sd_bus_error*);
+
+    std::string name_;
+    std::vector<WireEvent> events_;
+    std::size_t seen_ = 0;
+    std::vector<std::string> gone_;
+    std::unique_ptr<sd_bus, Closer> bus_;
+};
+
+}  // namespace halvane::testing
+
+#endif

@@ -1,0 +1,122 @@
+// A message bus that does nothing by itself: it lets one client in, keeps what that calls, and says
+// what the test says. Everything happens on the test's thread.
+#ifndef TESTS_SUPPORT_SCRIPTED_BUS_H
+#define TESTS_SUPPORT_SCRIPTED_BUS_H
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <systemd/sd-bus.h>
+#include <systemd/sd-id128.h>
+#include <unistd.h>
+#include <vector>
+
+#include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/file_internal.h"
+
+#include "tests/support/scoped_environment.h"
+#include "tests/support/temporary_folder.h"
+
+namespace halvane::testing {
+
+// While one is there it is the system's bus for this process.
+class ScriptedBus {
+  public:
+    static constexpr const char* kName = "org.freedesktop.DBus";
+
+    ScriptedBus() { listen(); }
+    ScriptedBus(const ScriptedBus&) = delete;
+    ScriptedBus& operator=(const ScriptedBus&) = delete;
+
+    // Lets in the client that connects, which it does no later than now.
+    void accept() {
+        const int client = ::accept4(listener_.number(), nullptr, nullptr, SOCK_CLOEXEC);
+        sd_bus* bus = nullptr;
+        check(::sd_bus_new(&bus));
+        bus_.reset(bus);
+        check(::sd_bus_set_fd(bus, client, client));
+        check(::sd_bus_set_server(bus, 1, sd_id128_t{}));
+        check(::sd_bus_add_filter(bus, nullptr, callArrived, this));
+        check(::sd_bus_start(bus));
+    }
+
+    // Handles one message of the client. Whether there was something to do.
+    bool process() {
+        const int status = ::sd_bus_process(bus_.get(), nullptr);
+        check(status);
+        return status > 0;
+    }
+
+    // The methods that the client has called.
+    std::vector<std::string> members() const {
+        std::vector<std::string> members;
+        for (const auto& call : calls_) members.push_back(::sd_bus_message_get_member(call.get()));
+        return members;
+    }
+
+    // Answers the call number `index`, counted from 0.
+    template <typename... Values>
+    void answer(std::size_t index, const char* types, Values... values) {
+        check(::sd_bus_reply_method_return(calls_.at(index).get(), types, values...));
+    }
+    void answerError(std::size_t index, const char* name) {
+        const sd_bus_error error = {name, "no text", 0};
+        check(::sd_bus_reply_method_error(calls_.at(index).get(), &error));
+    }
+
+    // Tells that a name has passed from one owner to another.
+    void tellOwner(const char* name, const char* before, const char* now) {
+        signal(kName, {"/org/freedesktop/DBus", kName, "NameOwnerChanged"}, "sss", name, before,
+               now);
+    }
+
+    // Sends a signal of `sender`: its path, interface and member, and what it holds.
+    template <typename... Values>
+    void signal(const char* sender, std::array<const char*, 3> what, const char* types,
+                Values... values) {
+        sd_bus_message* message = nullptr;
+        check(::sd_bus_message_new_signal(bus_.get(), &message, what[0], what[1], what[2]));
+        const BusMessagePointer owner(message);
+        check(::sd_bus_message_set_sender(message, sender));
+        check(::sd_bus_message_append(message, types, values...));
+        check(::sd_bus_send(bus_.get(), message, nullptr));
+    }
+
+  private:
+    static void check(int status) {
+        if (status < 0) throw std::runtime_error(std::strerror(-status));
+    }
+
+    void listen() {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        const std::string path = (folder_.path() / "bus").string();
+        path.copy(static_cast<char*>(address.sun_path), sizeof(address.sun_path) - 1);
+        if (::bind(listener_.number(), reinterpret_cast<const sockaddr*>(&address),
+                   sizeof(address)) != 0 ||
+            ::listen(listener_.number(), 1) != 0) {
+            throw std::runtime_error(std::strerror(errno));
+        }
+        environment_.emplace("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + path);
+    }
+
+    static int callArrived(sd_bus_message* message, void* bus, sd_bus_error*) noexcept {
+        static_cast<ScriptedBus*>(bus)->calls_.emplace_back(::sd_bus_message_ref(message));
+        return 1;
+    }
+
+    const TemporaryFolder folder_;
+    const FileDescriptor listener_{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    std::optional<ScopedEnvironment> environment_;
+    BusPointer bus_;
+    std::vector<BusMessagePointer> calls_;
+};
+
+}  // namespace halvane::testing
+
+#endif

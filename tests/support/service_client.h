@@ -1,0 +1,95 @@
+// A connection to a service with its two queues, and a record of what came over it.
+#ifndef TESTS_SUPPORT_SERVICE_CLIENT_H
+#define TESTS_SUPPORT_SERVICE_CLIENT_H
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "halvane/base/daemon_service.h"
+#include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/service_connection.h"
+
+namespace halvane::testing {
+
+// What arrives on a queue, in order, for a test that waits for it.
+template <typename Item>
+class Arrivals {
+  public:
+    void add(Item item) {
+        const std::lock_guard lock(mutex_);
+        items_.push_back(std::move(item));
+        changed_.notify_all();
+    }
+
+    std::vector<Item> all() const {
+        const std::lock_guard lock(mutex_);
+        return items_;
+    }
+
+    // Waits for the item number `index`, counted from 0.
+    Item wait(std::size_t index) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [&] { return items_.size() > index; });
+        return items_[index];
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    std::condition_variable changed_;
+    std::vector<Item> items_;
+};
+
+// "appeared", "interrupted", "invalid", or the text under "name" of a message.
+inline std::string eventName(const ServiceEvent& event) {
+    if (std::holds_alternative<ServiceAppeared>(event)) return "appeared";
+    if (const auto* error = std::get_if<ServiceError>(&event)) {
+        return error->kind == ServiceError::Kind::Invalid ? "invalid" : "interrupted";
+    }
+    const auto* name = std::get<IPCMessage>(event).entries().find("name");
+    const auto* text = name != nullptr ? name->as<std::string>() : nullptr;
+    return text != nullptr ? *text : "message";
+}
+
+class ServiceClient {
+  public:
+    SerialQueue eventQueue{"test.connection.queue"};
+    SerialQueue replyQueue{"test.reply.queue"};
+    Arrivals<std::string> events;  // their names
+    std::unique_ptr<ServiceConnection> connection;
+
+    // On the system's bus; resumed.
+    explicit ServiceClient(const std::string& service = kDaemonServiceName)
+        : connection(ServiceConnection::create(service, eventQueue)) {
+        connection->setPrivileged(true);
+        connection->setEventHandler([this](ServiceEvent event) { events.add(eventName(event)); });
+        connection->resume();
+    }
+
+    // Sends a request and waits for its reply.
+    ServiceReply request(IPCMessage message) {
+        CountingSemaphore done(0);
+        ServiceReply result;
+        connection->sendMessageWithReply(std::move(message), replyQueue, [&](ServiceReply reply) {
+            result = std::move(reply);
+            done.signal();
+        });
+        done.wait();
+        return result;
+    }
+
+    // Returns when all that was handed to the queue before has been handled.
+    static void drain(SerialQueue& queue) {
+        CountingSemaphore done(0);
+        queue.async([&] { done.signal(); });
+        done.wait();
+    }
+};
+
+}  // namespace halvane::testing
+
+#endif

@@ -1,0 +1,80 @@
+#include "tools/halvaned-sim/control_service.h"
+
+#include <utility>
+
+#include "tools/halvaned-sim/bus_names.h"
+
+namespace halvane::sim {
+
+ControlService::ControlService(sd_event* event, Simulation& simulation, Service& service,
+                               QuitHandler onQuit)
+    : simulation_(simulation),
+      service_(service),
+      onQuit_(std::move(onQuit)),
+      bus_(openSystemBus()) {
+    static const sd_bus_vtable methods[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD_WITH_NAMES("Control", "s", SD_BUS_PARAM(line), "s", SD_BUS_PARAM(text),
+                                 lineArrived, SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_VTABLE_END,
+    };
+    check(
+        ::sd_bus_add_object_vtable(bus_.get(), nullptr, kControlPath, kControlName, methods, this),
+        "publishing the control");
+    check(::sd_bus_attach_event(bus_.get(), event, SD_EVENT_PRIORITY_NORMAL), "using the bus");
+    isReachable_ = ::sd_bus_request_name(bus_.get(), kControlName, 0) >= 0;
+}
+
+ControlService::~ControlService() {
+    ::sd_bus_flush(bus_.get());
+    ::sd_bus_detach_event(bus_.get());
+}
+
+int ControlService::lineArrived(sd_bus_message* message, void* userData, sd_bus_error*) {
+    return guarded([=] {
+        const char* line = nullptr;
+        check(::sd_bus_message_read(message, "s", &line), "reading a line");
+        const ControlResult result = static_cast<ControlService*>(userData)->follow(line);
+        if (!result.refusal.empty()) {
+            return ::sd_bus_reply_method_errorf(message, kRefusedError, "%s",
+                                                result.refusal.c_str());
+        }
+        return ::sd_bus_reply_method_return(message, "s", result.text.c_str());
+    });
+}
+
+ControlResult ControlService::follow(std::string_view line) {
+    ControlResult result = control(simulation_, line);
+    service_.deliver();
+    if (result.action) result.refusal = perform(*result.action);
+    result.action.reset();
+    return result;
+}
+
+// Answers why it cannot be done; empty where it has been.
+std::string ControlService::perform(const BusAction& action) {
+    switch (action.kind) {
+        case BusAction::Kind::Drop:
+            return service_.dropName();
+        case BusAction::Kind::Take:
+            return service_.takeName();
+        case BusAction::Kind::Restart:
+            service_.restart();
+            return {};
+        case BusAction::Kind::Quit:
+            onQuit_();
+            return {};
+        case BusAction::Kind::Spoof:
+            spoof(*action.forged);
+            return {};
+    }
+    return {};
+}
+
+void ControlService::spoof(const Notification& forged) {
+    for (const std::string& subscriber : simulation_.subscribers.names()) {
+        sendEvent(bus_.get(), forged.message(), subscriber);
+    }
+}
+
+}  // namespace halvane::sim

@@ -1,0 +1,65 @@
+#include "tools/halvaned-sim/faults.h"
+
+#include <iterator>
+
+namespace halvane::sim {
+
+namespace {
+
+// In the order of the enumeration.
+constexpr std::string_view kWords[] = {"",     "status",  "silent",  "error",
+                                       "gone", "garbled", "missing", "mistyped"};
+
+constexpr std::string_view kGarbage = "<plist version=\"1.0\"><array><dict>";
+
+// What a message is told by: it stays where the rest goes missing.
+bool isFrame(std::string_view key, const IPCMessage& message) {
+    return key == "command" || (key == "status" && message.entries().size() > 1);
+}
+
+PropertyListValue ofAnotherType(const PropertyListValue& value) {
+    if (value.as<std::string>() != nullptr) return 0;
+    if (const auto* data = value.as<ByteBuffer>()) return data->hex();
+    return "text";
+}
+
+}  // namespace
+
+std::string_view wordOf(Fault fault) {
+    return kWords[static_cast<std::size_t>(fault)];
+}
+
+std::optional<Fault> faultFor(std::string_view word) {
+    for (std::size_t i = 1; i < std::size(kWords); ++i) {
+        if (kWords[i] == word) return static_cast<Fault>(i);
+    }
+    return std::nullopt;
+}
+
+std::string Faults::text() const {
+    std::string text;
+    for (const auto& [target, setting] : settings_) {
+        text += target + ": " + std::string(wordOf(setting.fault));
+        if (setting.fault == Fault::Status) text += ' ' + std::to_string(setting.status);
+        text += '\n';
+    }
+    return text;
+}
+
+IPCMessage spoilt(const IPCMessage& message, Fault fault) {
+    IPCMessage result;
+    for (const auto& [key, value] : message.entries()) {
+        const bool isData = value.as<ByteBuffer>() != nullptr;
+        if (fault == Fault::Missing && !isFrame(key, message)) continue;
+        if (fault == Fault::Garbled && isData) {
+            result.entries().set(key, ByteBuffer::fromText(kGarbage));
+        } else if (fault == Fault::Mistyped && key != "command") {
+            result.entries().set(key, ofAnotherType(value));
+        } else {
+            result.entries().set(key, value);
+        }
+    }
+    return result;
+}
+
+}  // namespace halvane::sim

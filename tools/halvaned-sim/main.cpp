@@ -1,0 +1,175 @@
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <iterator>
+#include <new>
+
+#include "halvane/base/status.h"
+#include "halvane/platform/file_internal.h"
+#include "halvane/platform/xml_property_list.h"
+#include "halvane/utils/cli.h"
+#include "halvane/utils/log.h"
+
+#include "tools/halvaned-sim/control.h"
+#include "tools/halvaned-sim/default_world.h"
+#include "tools/halvaned-sim/message.h"
+#include "tools/halvaned-sim/session.h"
+#include "tools/halvaned-sim/world_file.h"
+
+namespace halvane::sim {
+namespace {
+
+constexpr int kExitUsage = 2;
+constexpr std::size_t kLargestState = 64 << 20;
+
+struct Texts {
+    char** items = nullptr;
+    std::size_t count = 0;
+
+    std::vector<std::string> strings() const { return {items, items + count}; }
+};
+
+std::int32_t gIsPrivate;
+std::int32_t gPrintsState;
+const char* gState;
+Texts gLines;
+Texts gLinesToSend;
+
+std::int32_t help(CLIOption* option, const char* value, int negated) {
+    const std::int32_t status = _CLIHelpOption(option, value, negated);
+    std::fprintf(stderr,
+                 "A simulation of the Wi-Fi daemon, to try and test its clients with; no radio is\n"
+                 "touched. It runs until SIGTERM or SIGINT, or for as long as a command does:\n\n"
+                 "    halvaned-sim [options]\n"
+                 "    halvaned-sim [options] [--] COMMAND [ARGUMENTS]\n\n"
+                 "It joins the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name, or starts one.\n"
+                 "Exit status: that of the command; else 0, 1 failed, 2 usage.\n\n"
+                 "Control lines:\n\n%s\n",
+                 controlHelp().c_str());
+    return status;
+}
+
+CLIOption gOptions[] = {
+    {.type = kCLICallback,
+     .shortName = 'h',
+     .longName = "help",
+     .flags = kCLINoValue | kCLINoNegation,
+     .callback = help,
+     .shortHelp = "print this help"},
+    {.type = kCLICallback,
+     .longName = "version",
+     .valuePtr = CLI_TEXT(HALVANE_VERSION),
+     .countPtr = CLI_TEXT(HALVANE_BUILD),
+     .flags = kCLINoValue | kCLINoNegation,
+     .callback = _CLIVersionOption,
+     .shortHelp = "print the version"},
+    {.type = kCLIBoolean,
+     .longName = "private",
+     .valuePtr = &gIsPrivate,
+     .shortHelp = "start a bus for the simulation alone, and print its address"},
+    {.type = kCLIString,
+     .longName = "state",
+     .valuePtr = &gState,
+     .argName = "FILE",
+     .shortHelp = "the interfaces and stations to simulate, a property list"},
+    {.type = kCLIBoolean,
+     .longName = "print-state",
+     .valuePtr = &gPrintsState,
+     .shortHelp = "print what would be simulated, as --state takes it, and exit"},
+    {.type = kCLIStringArray,
+     .longName = "control",
+     .valuePtr = &gLines.items,
+     .countPtr = &gLines.count,
+     .argName = "LINE",
+     .shortHelp = "follow a control line before being ready; may be repeated"},
+    {.type = kCLIStringArray,
+     .longName = "send",
+     .valuePtr = &gLinesToSend.items,
+     .countPtr = &gLinesToSend.count,
+     .argName = "LINE",
+     .shortHelp = "send a control line to a running simulation, and exit; may be repeated"},
+    {.type = kCLIEnd},
+};
+
+// What the library has to say goes to no log file: that is the daemon's.
+void keepFromLogFile() {
+#define HALVANE_KEEP_FROM_LOG_FILE(name) gLogCategory_##name.initConfig = nullptr;
+    HALVANE_WIFI_LOG_CATEGORIES(HALVANE_KEEP_FROM_LOG_FILE)
+#undef HALVANE_KEEP_FROM_LOG_FILE
+}
+
+int refuse(const std::string& message) {
+    complain(message);
+    return kExitUsage;
+}
+
+World worldOf(const char* path) {
+    if (path == nullptr) return defaultWorld();
+    const FileText file = readFile(path, kLargestState);
+    const std::string name(path);
+    if (!file.isThere && file.status == kStatusOK)
+        throw std::runtime_error(name + ": no such file");
+    if (file.isTooLong) throw std::runtime_error(name + ": is too long");
+    if (file.status != kStatusOK) throw std::runtime_error(name + ": cannot be read");
+    try {
+        return worldFromText(file.text);
+    } catch (const WorldFileError& error) {
+        throw std::runtime_error(name + ": " + error.what());
+    }
+}
+
+std::vector<std::string> takeCommand() {
+    std::vector<std::string> words;
+    while (gArgI < gArgC) words.emplace_back(gArgV[gArgI++]);
+    return words;
+}
+
+int printState() {
+    const auto text = xmlPropertyList(propertyListOf(worldOf(gState)));
+    return text && print(*text) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int run() {
+    const SessionOptions session{gIsPrivate != 0, gLines.strings(), takeCommand()};
+    const bool wouldRun = session.isPrivate || !session.lines.empty() || !session.command.empty();
+    if (gLinesToSend.count > 0) {
+        if (wouldRun || gState != nullptr || gPrintsState != 0) {
+            return refuse("--send goes with no other option, and with no command");
+        }
+        return sendLines(gLinesToSend.strings());
+    }
+    if (gPrintsState != 0) {
+        return wouldRun ? refuse("--print-state goes with --state alone") : printState();
+    }
+    return simulate(worldOf(gState), session);
+}
+
+int exitStatus() noexcept {
+    try {
+        const std::int32_t status = CLIParse(gOptions, kCLIOptionsOnly);
+        if (status == kCLIUsageError) return kExitUsage;
+        if (status != kStatusOK) return EXIT_FAILURE;
+        const bool hasPrinted = gCLICurrentOption != nullptr;  // help or version
+        if (!hasPrinted) return run();
+        return std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    } catch (const std::bad_alloc&) {
+        std::fputs("halvaned-sim: out of memory\n", stderr);
+    } catch (const std::exception& error) {
+        complain(error.what());
+    }
+    return EXIT_FAILURE;
+}
+
+}  // namespace
+}  // namespace halvane::sim
+
+int main(int argc, char** argv) {
+    using namespace halvane::sim;
+    CLIInit(argc, argv);
+    keepFromLogFile();
+    const int status = exitStatus();
+    StringArray_Free(gLines.items, gLines.count);
+    StringArray_Free(gLinesToSend.items, gLinesToSend.count);
+    CLIFree();
+    return status;
+}

@@ -1,0 +1,32 @@
+// What happens to a station, and the message that tells subscribers.
+#ifndef TOOLS_HALVANED_SIM_NOTIFICATION_H
+#define TOOLS_HALVANED_SIM_NOTIFICATION_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/platform/ipc_message.h"
+
+namespace halvane::sim {
+
+enum class Happening { Authorized, Joined, Kicked, Left };
+
+// "authorized", "joined", "kicked", "left"; and back, absent for any other word.
+std::string_view wordOf(Happening happening);
+std::optional<Happening> happeningFor(std::string_view word);
+
+struct Notification {
+    Happening happening;
+    std::string interface;
+    ByteBuffer mac;
+
+    IPCMessage message() const;
+
+    friend bool operator==(const Notification&, const Notification&) = default;
+};
+
+}  // namespace halvane::sim
+
+#endif

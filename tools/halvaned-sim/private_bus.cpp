@@ -1,0 +1,143 @@
+#include "tools/halvaned-sim/private_bus.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace halvane::sim {
+
+namespace {
+
+// Between fork and exec.
+[[noreturn]] void becomeBus(const char* configuration, const char* errors, int addressPipe,
+                            pid_t parent) {
+    // Control-C on a terminal is for the simulation, which needs the bus until it has stopped.
+    ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (::getppid() != parent) ::_exit(1);  // it was gone before it could be watched
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
+    ::dup2(addressPipe, STDOUT_FILENO);
+    ::dup2(::open(errors, O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
+    ::execlp("dbus-daemon", "dbus-daemon", "--nofork", "--nopidfile", "--nosyslog",
+             "--print-address=1", configuration, nullptr);
+    ::_exit(127);
+}
+
+// The first line that comes out of `descriptor`; what there is where it ends before.
+std::string readLine(int descriptor) {
+    std::string line;
+    char byte = 0;
+    while (true) {
+        const ssize_t count = ::read(descriptor, &byte, 1);
+        if (count < 0 && errno == EINTR) continue;
+        if (count != 1 || byte == '\n') return line;
+        line += byte;
+    }
+}
+
+std::string firstLineOf(const std::string& path) {
+    std::ifstream file(path);
+    std::string line;
+    return std::getline(file, line) ? line : std::string("is it installed?");
+}
+
+// As an address of D-Bus has it, which is safe in XML too.
+std::string escapedPath(const std::string& path) {
+    std::string escaped;
+    for (const unsigned char byte : path) {
+        const bool isPlain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+                             (byte >= 'a' && byte <= 'z') || std::strchr("-_/.", byte) != nullptr;
+        std::array<char, 4> text{static_cast<char>(byte)};
+        if (!isPlain) std::snprintf(text.data(), text.size(), "%%%02x", byte);
+        escaped += text.data();
+    }
+    return escaped;
+}
+
+}  // namespace
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "halvaned-sim-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) {
+        throw std::runtime_error(name + ": " + std::strerror(errno));
+    }
+    path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+PrivateBus::PrivateBus() {
+    start("--config-file=" + writeConfiguration());
+}
+
+PrivateBus::~PrivateBus() {
+    stop();
+}
+
+// The limits are those of a bus that is not short of memory: a burst of notifications has to wait
+// for slow readers.
+std::string PrivateBus::writeConfiguration() const {
+    std::string path = folder_.path() + "/bus.conf";
+    std::ofstream file(path);
+    file << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+            " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+            "<busconfig>\n"
+            "  <listen>unix:path="
+         << escapedPath(folder_.path() + "/bus")
+         << "</listen>\n"
+            "  <auth>EXTERNAL</auth>\n"
+            "  <policy context=\"default\">\n"
+            "    <allow own=\"*\"/>\n"
+            "    <allow send_destination=\"*\" eavesdrop=\"true\"/>\n"
+            "    <allow eavesdrop=\"true\"/>\n"
+            "  </policy>\n"
+            "  <limit name=\"max_incoming_bytes\">1000000000</limit>\n"
+            "  <limit name=\"max_outgoing_bytes\">1000000000</limit>\n"
+            "  <limit name=\"max_replies_per_connection\">50000</limit>\n"
+            "</busconfig>\n";
+    if (!file.flush()) throw std::runtime_error(path + " cannot be written");
+    return path;
+}
+
+void PrivateBus::start(const std::string& configuration) {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("there is no pipe left");
+    const pid_t parent = ::getpid();
+    const std::string errors = folder_.path() + "/errors";
+    process_ = ::fork();
+    if (process_ == 0) becomeBus(configuration.c_str(), errors.c_str(), ends[1], parent);
+    ::close(ends[1]);
+    address_ = process_ > 0 ? readLine(ends[0]) : "";
+    ::close(ends[0]);
+    if (address_.empty()) {
+        stop();
+        throw std::runtime_error("dbus-daemon does not start: " + firstLineOf(errors));
+    }
+}
+
+// It is a child until it has been waited for, so that its number cannot mean another process.
+void PrivateBus::stop() {
+    if (process_ <= 0) return;
+    ::kill(process_, SIGTERM);
+    while (::waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    process_ = -1;
+}
+
+}  // namespace halvane::sim

@@ -1,0 +1,69 @@
+// The daemon's connection to the bus: takes requests, and sends notifications.
+//
+// A request is answered first, what it makes happen is told afterwards.
+#ifndef TOOLS_HALVANED_SIM_SERVICE_H
+#define TOOLS_HALVANED_SIM_SERVICE_H
+
+#include <functional>
+#include <string>
+#include <systemd/sd-bus.h>
+
+#include "halvane/platform/bus_pointers_internal.h"
+
+#include "tools/halvaned-sim/event_loop.h"
+#include "tools/halvaned-sim/simulation.h"
+
+namespace halvane::sim {
+
+// A connection to the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name. Throws BusError.
+BusPointer openSystemBus();
+
+// Sends a notification, of the daemon or as though it were, to the subscriber alone.
+void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscriber);
+
+class Service {
+  public:
+    using LossHandler = std::function<void()>;
+
+    // Joins the bus, and owns the daemon's name there. Throws BusError where that fails. The
+    // handler is called from the loop when the bus is gone, or cannot be joined again.
+    Service(sd_event* event, Simulation& simulation, LossHandler onLoss);
+    Service(const Service&) = delete;
+    Service& operator=(const Service&) = delete;
+
+    // Leaves the bus, with everything sent.
+    ~Service();
+
+    // Tells the subscribers what has happened. When it returns the bus has it all.
+    void deliver();
+
+    // Gives up the daemon's name, or owns it again. Answers why not; empty where it was done.
+    std::string dropName();
+    std::string takeName();
+
+    // Leaves the bus, and comes back as another connection, without subscribers.
+    void restart();
+
+  private:
+    void join();
+    void leave();
+    void publish();
+    void watch();
+    void restartSoon();
+    void send(const std::vector<Notification>& notifications);
+    int reply(sd_bus_message* request, const Answer& answer);
+
+    static int requestArrived(sd_bus_message*, void* service, sd_bus_error*);
+    static int nameLeft(sd_bus_message*, void* service, sd_bus_error*);
+    static int disconnected(sd_bus_message*, void* service, sd_bus_error*);
+
+    sd_event* const event_;
+    Simulation& simulation_;
+    const LossHandler onLoss_;
+    BusPointer bus_;
+    EventSourcePointer restart_;
+};
+
+}  // namespace halvane::sim
+
+#endif

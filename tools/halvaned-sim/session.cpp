@@ -1,0 +1,188 @@
+#include "tools/halvaned-sim/session.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <sys/signalfd.h>
+#include <utility>
+
+#include "tools/halvaned-sim/bus_names.h"
+#include "tools/halvaned-sim/control_service.h"
+#include "tools/halvaned-sim/message.h"
+#include "tools/halvaned-sim/private_bus.h"
+#include "tools/halvaned-sim/program.h"
+#include "tools/halvaned-sim/service.h"
+
+namespace halvane::sim {
+
+namespace {
+
+constexpr int kStopSignals[] = {SIGTERM, SIGINT, SIGHUP};
+constexpr const char kAddressVariable[] = "DBUS_SYSTEM_BUS_ADDRESS";
+constexpr const char kNotice[] = "a simulation of the Wi-Fi daemon; no radio is touched";
+
+// From here on signals are what the loop reads: none ends the program before it has cleaned up.
+class BlockedSignals {
+  public:
+    BlockedSignals() {
+        sigset_t blocked;
+        ::sigemptyset(&blocked);
+        ::sigaddset(&blocked, SIGCHLD);
+        for (const int signal : kStopSignals) ::sigaddset(&blocked, signal);
+        ::sigprocmask(SIG_BLOCK, &blocked, &before_);
+        ::signal(SIGPIPE, SIG_IGN);
+    }
+
+    // What was blocked before.
+    const sigset_t& before() const { return before_; }
+
+  private:
+    sigset_t before_;
+};
+
+// Members end in the opposite order: the program before the bus that it uses.
+class Session {
+  public:
+    Session(World world, const SessionOptions& options);
+
+    int run();
+
+  private:
+    void watchSignals();
+    bool announce() const;
+    void startProgram();
+    void stop(int status);
+
+    static int signalArrived(sd_event_source*, const signalfd_siginfo* info, void* session);
+
+    const SessionOptions& options_;
+    const BlockedSignals signals_;
+    const EventPointer event_ = newEventLoop();
+    std::unique_ptr<PrivateBus> privateBus_;
+    Simulation simulation_;
+    std::unique_ptr<Service> service_;
+    std::unique_ptr<ControlService> control_;
+    std::unique_ptr<Program> program_;
+    std::vector<EventSourcePointer> sources_;
+    int status_ = EXIT_SUCCESS;
+};
+
+Session::Session(World world, const SessionOptions& options)
+    : options_(options), simulation_{std::move(world), {}, {}, {}} {
+    if (options_.isPrivate) {
+        privateBus_ = std::make_unique<PrivateBus>();
+        ::setenv(kAddressVariable, privateBus_->address().c_str(), 1);
+    }
+    watchSignals();
+    service_ = std::make_unique<Service>(event_.get(), simulation_, [this] {
+        complain("the bus is gone");
+        stop(EXIT_FAILURE);
+    });
+    control_ = std::make_unique<ControlService>(event_.get(), simulation_, *service_,
+                                                [this] { stop(EXIT_SUCCESS); });
+}
+
+int Session::run() {
+    if (!control_->isReachable()) complain("the bus lets nobody control the simulation");
+    for (const std::string& line : options_.lines) {
+        const ControlResult result = control_->follow(line);
+        if (!result.refusal.empty()) throw std::runtime_error(line + ": " + result.refusal);
+        if (!print(result.text)) return EXIT_FAILURE;
+    }
+    if (!options_.command.empty()) {
+        startProgram();
+    } else if (!announce()) {
+        return EXIT_FAILURE;
+    }
+    const int status = check(::sd_event_loop(event_.get()), "waiting");
+    return status_ != EXIT_SUCCESS ? status_ : status;
+}
+
+void Session::watchSignals() {
+    for (const int signal : kStopSignals) {
+        sd_event_source* source = nullptr;
+        check(::sd_event_add_signal(event_.get(), &source, signal, signalArrived, this),
+              "watching signals");
+        sources_.emplace_back(source);
+    }
+}
+
+// Fit to be read by a shell, up to the last line.
+bool Session::announce() const {
+    std::string text = std::string("# halvaned-sim: ") + kNotice + '\n';
+    if (privateBus_) {
+        text += std::string("export ") + kAddressVariable + '=' + privateBus_->address() + '\n';
+    }
+    return print(text + "ready\n");
+}
+
+// Standard output is the program's.
+void Session::startProgram() {
+    complain(kNotice);
+    program_ =
+        std::make_unique<Program>(event_.get(), options_.command, signals_.before(),
+                                  [this](int status) { ::sd_event_exit(event_.get(), status); });
+}
+
+// With a status other than 0, that is the session's, whatever the program's may be.
+void Session::stop(int status) {
+    status_ = status_ != EXIT_SUCCESS ? status_ : status;
+    if (program_) {
+        program_->terminate();
+    } else {
+        ::sd_event_exit(event_.get(), status);
+    }
+}
+
+int Session::signalArrived(sd_event_source*, const signalfd_siginfo* info, void* userData) {
+    return guarded([=] {
+        auto& session = *static_cast<Session*>(userData);
+        // Control-C on a terminal reaches the program too, which knows what it means there.
+        const bool isProgrammes =
+            session.program_ && info->ssi_signo == SIGINT && info->ssi_code == SI_KERNEL;
+        if (!isProgrammes) session.stop(EXIT_SUCCESS);
+        return 0;
+    });
+}
+
+struct BusErrorOwner {
+    sd_bus_error error = SD_BUS_ERROR_NULL;
+    ~BusErrorOwner() { ::sd_bus_error_free(&error); }
+};
+
+std::string sendLine(sd_bus* bus, const std::string& line) {
+    BusErrorOwner owner;
+    sd_bus_message* reply = nullptr;
+    const int result = ::sd_bus_call_method(bus, kControlName, kControlPath, kControlName,
+                                            "Control", &owner.error, &reply, "s", line.c_str());
+    const BusMessagePointer replyOwner(reply);
+    if (result < 0 && owner.error.message != nullptr) {
+        throw std::runtime_error(line + ": " + owner.error.message);
+    }
+    check(result, line.c_str());
+    const char* text = nullptr;
+    check(::sd_bus_message_read(reply, "s", &text), line.c_str());
+    return text;
+}
+
+}  // namespace
+
+int simulate(World world, const SessionOptions& options) {
+    Session session(std::move(world), options);
+    try {
+        return session.run();
+    } catch (const Program::CannotStart& error) {
+        complain(error.what());
+        return error.status();
+    }
+}
+
+int sendLines(const std::vector<std::string>& lines) {
+    const BusPointer bus = openSystemBus();
+    for (const std::string& line : lines) {
+        if (!print(sendLine(bus.get(), line))) return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
+
+}  // namespace halvane::sim

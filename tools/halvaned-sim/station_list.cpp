@@ -1,0 +1,43 @@
+#include "tools/halvaned-sim/station_list.h"
+
+#include <utility>
+
+namespace halvane::sim {
+
+namespace {
+
+// Hexadecimal digits hold no blank, so that no two stations share a key.
+std::string keyOf(const std::string& interface, const ByteBuffer& mac) {
+    return mac.hex() + ' ' + interface;
+}
+
+}  // namespace
+
+HalvaneClient* StationList::find(const std::string& interface, const ByteBuffer& mac) {
+    const auto found = index_.find(keyOf(interface, mac));
+    return found != index_.end() ? &stations_[found->second].client : nullptr;
+}
+
+HalvaneClient& StationList::add(const std::string& interface, HalvaneClient client) {
+    std::string key = keyOf(interface, client.mac());
+    stations_.push_back({interface, std::move(client)});
+    index_.emplace(std::move(key), stations_.size() - 1);
+    return stations_.back().client;
+}
+
+std::vector<HalvaneClient> StationList::clients() const {
+    std::vector<HalvaneClient> clients;
+    clients.reserve(stations_.size());
+    for (const Station& station : stations_) clients.push_back(station.client);
+    return clients;
+}
+
+std::vector<ByteBuffer> StationList::associatedWith(const std::string& interface) const {
+    std::vector<ByteBuffer> addresses;
+    for (const auto& [where, client] : stations_) {
+        if (where == interface && client.isAssociated()) addresses.push_back(client.mac());
+    }
+    return addresses;
+}
+
+}  // namespace halvane::sim

@@ -1,0 +1,44 @@
+// The stations that have ever been associated, in the order in which they first came.
+//
+// A station is told by its address and the interface that it came to: one that comes to another
+// interface is another station.
+#ifndef TOOLS_HALVANED_SIM_STATION_LIST_H
+#define TOOLS_HALVANED_SIM_STATION_LIST_H
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "halvane/model/client.h"
+
+namespace halvane::sim {
+
+class StationList {
+  public:
+    struct Station {
+        std::string interface;
+        HalvaneClient client;
+    };
+
+    // Null where there is none. Valid until the next add().
+    HalvaneClient* find(const std::string& interface, const ByteBuffer& mac);
+
+    // REQUIRES: find() has none of its address on the interface.
+    HalvaneClient& add(const std::string& interface, HalvaneClient client);
+
+    std::size_t size() const { return stations_.size(); }
+
+    std::vector<HalvaneClient> clients() const;
+
+    // The addresses of those that are associated there now.
+    std::vector<ByteBuffer> associatedWith(const std::string& interface) const;
+
+  private:
+    std::vector<Station> stations_;
+    std::map<std::string, std::size_t> index_;
+};
+
+}  // namespace halvane::sim
+
+#endif

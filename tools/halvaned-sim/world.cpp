@@ -1,0 +1,263 @@
+#include "tools/halvaned-sim/world.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "halvane/platform/xml_property_list.h"
+#include "halvane/utils/scan_time.h"
+#include "halvane/utils/text_compare.h"
+
+namespace halvane::sim {
+
+namespace {
+
+constexpr std::size_t kLongestSSID = 32;
+
+// IEEE 802.11-2020, 9.4.1.7: deauthenticated because the sender is leaving the network.
+constexpr std::uint64_t kReasonLeaving = 3;
+
+std::uint64_t now() {
+    return UpTicksToMicroseconds(UpTicks());
+}
+
+bool isHostRole(const std::string& role) {
+    return strnicmpx(role.data(), role.size(), kHostRole) == 0;
+}
+
+bool isRole(const std::string& role) {
+    return !role.empty() && xmlPropertyList(role).has_value();
+}
+
+template <typename Configs, typename Matches>
+auto configWhere(Configs& configs, Matches matches) {
+    return std::find_if(configs.begin(), configs.end(), matches);
+}
+
+auto hasSSID(const std::optional<ByteBuffer>& ssid) {
+    return [&ssid](const HalvaneBSSConfig& config) { return config.ssid() == ssid; };
+}
+
+// A record has no way to change its role alone.
+HalvaneInterface withRole(const HalvaneInterface& record, const std::string& role) {
+    PropertyListDictionary skeleton = record.skeletonRepresentation();
+    skeleton.set("Role", role);
+    return *HalvaneInterface::initWithSkeletonRepresentation(skeleton);
+}
+
+// Locally administered, and of no station that a state file is likely to hold.
+ByteBuffer burstAddress(std::size_t interface, std::uint32_t number) {
+    return {0x02,
+            0xB0,
+            static_cast<std::uint8_t>(interface),
+            static_cast<std::uint8_t>(number >> 16),
+            static_cast<std::uint8_t>(number >> 8),
+            static_cast<std::uint8_t>(number)};
+}
+
+// The channel that the BSS is on; any is the first that there is.
+std::int64_t hostChannel(const SimulatedInterface& interface) {
+    const auto hosted = configWhere(interface.configs, hasSSID(interface.hostedSSID));
+    if (hosted != interface.configs.end() && hosted->channel() != 0) return hosted->channel();
+    const auto& channels = interface.record.availableChannels();
+    return channels.empty() ? 0 : channels.front().channelNumber();
+}
+
+}  // namespace
+
+bool isUsable(const HalvaneBSSConfig& config) {
+    return config.ssid() && !config.ssid()->empty() && config.ssid()->size() <= kLongestSSID;
+}
+
+World::World(std::vector<HalvaneDevice> devices, std::vector<SimulatedInterface> interfaces)
+    : devices_(std::move(devices)), interfaces_(std::move(interfaces)) {}
+
+const SimulatedInterface* World::interfaceFor(std::string_view name) const {
+    const auto found =
+        std::find_if(interfaces_.begin(), interfaces_.end(),
+                     [&](const SimulatedInterface& interface) { return interface.name() == name; });
+    return found != interfaces_.end() ? &*found : nullptr;
+}
+
+SimulatedInterface* World::find(std::string_view name) {
+    return const_cast<SimulatedInterface*>(std::as_const(*this).interfaceFor(name));
+}
+
+std::size_t World::indexOf(const SimulatedInterface& interface) const {
+    return static_cast<std::size_t>(&interface - interfaces_.data());
+}
+
+Status World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
+    SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    if (!isUsable(config)) return Status::BadConfiguration;
+    const auto same = configWhere(interface->configs, hasSSID(config.ssid()));
+    if (same != interface->configs.end()) {
+        *same = config;
+    } else {
+        interface->configs.push_back(config);
+    }
+    return Status::Done;
+}
+
+Status World::removeConfig(std::string_view name, const HalvaneBSSConfig& config) {
+    SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    // SSIDs are unique, so that the equal configuration is the one of the same SSID.
+    const auto same = configWhere(interface->configs, hasSSID(config.ssid()));
+    if (same == interface->configs.end()) return Status::UnknownConfiguration;
+    if (interface->hostedSSID == same->ssid()) takeDown(*interface);
+    interface->configs.erase(same);
+    return Status::Done;
+}
+
+Status World::enable(std::string_view name) {
+    SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    interface->isEnabled = true;
+    return Status::Done;
+}
+
+Status World::disable(std::string_view name) {
+    SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    takeDown(*interface);
+    interface->isEnabled = false;
+    return Status::Done;
+}
+
+Status World::changeRole(std::string_view name, const std::string& role) {
+    SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    if (!isRole(role)) return Status::BadRequest;
+    if (!isHostRole(role)) takeDown(*interface);
+    interface->record = withRole(interface->record, role);
+    return Status::Done;
+}
+
+Status World::startBSS(std::string_view name) {
+    SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    if (!interface->isEnabled) return Status::InterfaceDisabled;
+    if (!isHostRole(*interface->record.ifRole())) return Status::WrongRole;
+    if (interface->configs.empty()) return Status::NothingToStart;
+    if (interface->hostedSSID) return Status::Done;
+    if (stations_.size() + interface->stations.size() > kMaximumStations) {
+        return Status::TooManyStations;
+    }
+    bringUp(*interface, *std::min_element(interface->configs.begin(), interface->configs.end(),
+                                          [](const auto& a, const auto& b) {
+                                              return a.preferredOrder() < b.preferredOrder();
+                                          }));
+    return Status::Done;
+}
+
+Status World::stopBSS(std::string_view name) {
+    SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    takeDown(*interface);
+    return Status::Done;
+}
+
+void World::bringUp(SimulatedInterface& interface, const HalvaneBSSConfig& config) {
+    interface.hostedSSID = config.ssid();
+    for (const HalvaneClient& station : interface.stations) {
+        admit(interface, station);
+        tell(Happening::Authorized, interface, station.mac());
+    }
+}
+
+void World::takeDown(SimulatedInterface& interface) {
+    if (!interface.hostedSSID) return;
+    for (const ByteBuffer& mac : stations_.associatedWith(interface.name())) {
+        dismiss(*stations_.find(interface.name(), mac), kReasonLeaving);
+        tell(Happening::Left, interface, mac);
+    }
+    interface.hostedSSID.reset();
+}
+
+void World::admit(const SimulatedInterface& interface, const HalvaneClient& station) {
+    HalvaneClient* client = stations_.find(interface.name(), station.mac());
+    if (client == nullptr) {
+        client = &stations_.add(interface.name(), station);
+        client->setCreateTime(now());
+    }
+    client->setIsAssociated(true);
+    client->setJoinTime(now());
+    client->setLeftTime(0);
+    client->setChannel(Number(hostChannel(interface)));
+    tell(Happening::Joined, interface, station.mac());
+}
+
+void World::dismiss(HalvaneClient& client, std::uint64_t reason) {
+    client.setIsAssociated(false);
+    client.setLeftTime(now());
+    client.setDeauthReason(reason);
+}
+
+void World::tell(Happening happening, const SimulatedInterface& interface, const ByteBuffer& mac) {
+    notifications_.push_back({happening, interface.name(), mac});
+}
+
+template <typename Change>
+Status World::withStation(std::string_view name, const ByteBuffer& mac, Change change) {
+    const SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    if (!interface->hostedSSID) return Status::NoBSS;
+    HalvaneClient* const client = stations_.find(interface->name(), mac);
+    if (client == nullptr || !client->isAssociated()) return Status::UnknownStation;
+    change(*interface, *client);
+    return Status::Done;
+}
+
+Status World::join(std::string_view name, const ByteBuffer& mac) {
+    const SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    if (!interface->hostedSSID) return Status::NoBSS;
+    if (stations_.find(interface->name(), mac) == nullptr && stations_.size() >= kMaximumStations) {
+        return Status::TooManyStations;
+    }
+    admit(*interface, HalvaneClient::initWithMAC(mac));
+    return Status::Done;
+}
+
+Status World::authorize(std::string_view name, const ByteBuffer& mac) {
+    return withStation(name, mac, [&](const SimulatedInterface& interface, HalvaneClient&) {
+        tell(Happening::Authorized, interface, mac);
+    });
+}
+
+Status World::leave(std::string_view name, const ByteBuffer& mac) {
+    return withStation(name, mac, [&](const SimulatedInterface& interface, HalvaneClient& client) {
+        dismiss(client, kReasonLeaving);
+        tell(Happening::Left, interface, mac);
+    });
+}
+
+Status World::kick(std::string_view name, const ByteBuffer& mac, std::uint64_t reason) {
+    return withStation(name, mac, [&](const SimulatedInterface& interface, HalvaneClient& client) {
+        dismiss(client, reason);
+        tell(Happening::Kicked, interface, mac);
+    });
+}
+
+Status World::burst(std::string_view name, std::size_t count) {
+    const SimulatedInterface* const interface = find(name);
+    if (interface == nullptr) return Status::UnknownInterface;
+    if (!interface->hostedSSID) return Status::NoBSS;
+    if (count > kMaximumStations - std::min(kMaximumStations, stations_.size())) {
+        return Status::TooManyStations;
+    }
+    while (count > 0) {
+        const ByteBuffer mac = burstAddress(indexOf(*interface), burstStations_++);
+        if (stations_.find(interface->name(), mac) != nullptr) continue;
+        admit(*interface, HalvaneClient::initWithMAC(mac));
+        --count;
+    }
+    return Status::Done;
+}
+
+std::vector<Notification> World::takeNotifications() {
+    return std::exchange(notifications_, {});
+}
+
+}  // namespace halvane::sim

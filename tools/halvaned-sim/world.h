@@ -1,0 +1,123 @@
+// What the simulation pretends to have: devices, interfaces, their configurations, and stations.
+//
+// Nothing here knows of a bus. What happens to stations is kept until somebody takes it. An action
+// that fails changes nothing, and nothing happens.
+#ifndef TOOLS_HALVANED_SIM_WORLD_H
+#define TOOLS_HALVANED_SIM_WORLD_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "halvane/model/bss_config.h"
+#include "halvane/model/client.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
+
+#include "tools/halvaned-sim/notification.h"
+#include "tools/halvaned-sim/station_list.h"
+#include "tools/halvaned-sim/status.h"
+
+namespace halvane::sim {
+
+// The most stations that there may ever have been.
+inline constexpr std::size_t kMaximumStations = 65536;
+
+// The role in which an interface hosts a BSS; of either case.
+inline constexpr const char kHostRole[] = "AP";
+
+struct SimulatedInterface {
+    HalvaneInterface record;
+    bool isEnabled = true;
+    std::vector<HalvaneBSSConfig> configs = {};  // each with an SSID of its own
+    std::vector<HalvaneClient> stations = {};   // those in range: they join whatever BSS is started
+    std::optional<ByteBuffer> hostedSSID = {};  // of the BSS that is up
+
+    const std::string& name() const { return *record.ifName(); }
+};
+
+// Whether the configuration has an SSID that can be told from others.
+bool isUsable(const HalvaneBSSConfig& config);
+
+class World {
+  public:
+    // REQUIRES: interfaces have a name, a role and a subsystem, names are unique, no BSS is up.
+    World(std::vector<HalvaneDevice> devices, std::vector<SimulatedInterface> interfaces);
+
+    const std::vector<HalvaneDevice>& devices() const { return devices_; }
+    const std::vector<SimulatedInterface>& interfaces() const { return interfaces_; }
+    const SimulatedInterface* interfaceFor(std::string_view name) const;
+
+    // Associated or not, those that have been.
+    std::vector<HalvaneClient> clients() const { return stations_.clients(); }
+
+    // How many of them are associated with the interface now.
+    std::size_t associatedStations(const std::string& interface) const {
+        return stations_.associatedWith(interface).size();
+    }
+
+    // Adds the configuration, in the place of one that has the same SSID.
+    Status addConfig(std::string_view interface, const HalvaneBSSConfig& config);
+
+    // Removes the equal configuration or, where there is none, the one of the same SSID. A BSS that
+    // is up with it is stopped.
+    Status removeConfig(std::string_view interface, const HalvaneBSSConfig& config);
+
+    Status enable(std::string_view interface);
+
+    // Stops the BSS, if one is up.
+    Status disable(std::string_view interface);
+
+    // Any text but the empty one, and one that no property list holds. Stops the BSS, if one is up
+    // and the role is no host's.
+    Status changeRole(std::string_view interface, const std::string& role);
+
+    // Starts the configuration of the lowest preferred order, the first of those that share it. The
+    // stations in range join and are authorized, one after the other. Does nothing while a BSS is
+    // up.
+    Status startBSS(std::string_view interface);
+
+    // The associated stations leave, in the order in which they first came. Does nothing while no
+    // BSS is up.
+    Status stopBSS(std::string_view interface);
+
+    // What a station does, or what is done to it, at an interface whose BSS is up. One that has
+    // joined may join again; it has to have joined for the others. The reason is kept as the
+    // client's deauthReason().
+    Status join(std::string_view interface, const ByteBuffer& mac);
+    Status authorize(std::string_view interface, const ByteBuffer& mac);
+    Status leave(std::string_view interface, const ByteBuffer& mac);
+    Status kick(std::string_view interface, const ByteBuffer& mac, std::uint64_t reason);
+
+    // As many stations join as `count` says, none of which was there before.
+    Status burst(std::string_view interface, std::size_t count);
+
+    // What happened since the last call, in order.
+    std::vector<Notification> takeNotifications();
+
+  private:
+    SimulatedInterface* find(std::string_view name);
+    std::size_t indexOf(const SimulatedInterface& interface) const;
+    void bringUp(SimulatedInterface& interface, const HalvaneBSSConfig& config);
+    void takeDown(SimulatedInterface& interface);
+    void admit(const SimulatedInterface& interface, const HalvaneClient& station);
+    void dismiss(HalvaneClient& client, std::uint64_t reason);
+    void tell(Happening happening, const SimulatedInterface& interface, const ByteBuffer& mac);
+
+    // Calls `change` with the interface and the station, which is associated there.
+    template <typename Change>
+    Status withStation(std::string_view interface, const ByteBuffer& mac, Change change);
+
+    std::vector<HalvaneDevice> devices_;
+    std::vector<SimulatedInterface> interfaces_;
+    StationList stations_;
+    std::uint32_t burstStations_ = 0;
+    std::vector<Notification> notifications_;
+};
+
+}  // namespace halvane::sim
+
+#endif

@@ -1,0 +1,181 @@
+#include "tools/halvaned-sim/world_file.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <utility>
+
+#include "halvane/base/skeleton_internal.h"
+#include "halvane/platform/xml_property_list_reader.h"
+
+namespace halvane::sim {
+
+namespace {
+
+constexpr const char* kDevices = "Devices";
+constexpr const char* kInterfaces = "Interfaces";
+constexpr const char* kDisabled = "Disabled";
+constexpr const char* kConfigs = "Configs";
+constexpr const char* kStations = "Stations";
+constexpr const char* kKeys[] = {kDevices, kInterfaces, kDisabled, kConfigs, kStations};
+
+constexpr std::size_t kAddressLength = 6;
+
+[[noreturn]] void refuse(const std::string& place, const std::string& problem) {
+    throw WorldFileError(place + ": " + problem);
+}
+
+template <typename Kind>
+const Kind& held(const PropertyListValue& value, const std::string& place, const char* kind) {
+    const Kind* const found = value.as<Kind>();
+    if (found == nullptr) refuse(place, std::string("is no ") + kind);
+    return *found;
+}
+
+const PropertyListArray& arrayIn(const PropertyListValue& value, const std::string& place) {
+    return held<PropertyListArray>(value, place, "array");
+}
+
+const PropertyListDictionary& dictionaryIn(const PropertyListValue& value,
+                                           const std::string& place) {
+    return held<PropertyListDictionary>(value, place, "dictionary");
+}
+
+template <typename Record>
+std::vector<Record> recordsIn(const PropertyListValue& value, const std::string& place) {
+    const PropertyListArray& array = arrayIn(value, place);
+    auto records = skeleton::recordsOf<Record>(array);
+    if (records.size() != array.size()) refuse(place, "an element is not what it should be");
+    return records;
+}
+
+// Calls `use` with the value of the key where there is one.
+template <typename Use>
+void withValueOf(const PropertyListDictionary& file, const char* key, Use use) {
+    if (const auto* value = file.find(key)) use(*value);
+}
+
+// Reads a world piece by piece; everything else refers to the interfaces, which come first.
+class Reader {
+  public:
+    explicit Reader(const PropertyListDictionary& file) : file_(file) {}
+
+    World read() {
+        refuseUnknownKeys();
+        readInterfaces();
+        withValueOf(file_, kDevices, [&](const PropertyListValue& value) {
+            devices_ = recordsIn<HalvaneDevice>(value, kDevices);
+        });
+        withValueOf(file_, kDisabled, [&](const PropertyListValue& value) { disable(value); });
+        readLists(kConfigs, &SimulatedInterface::configs);
+        readLists(kStations, &SimulatedInterface::stations);
+        checkConfigs();
+        checkStations();
+        return World(std::move(devices_), std::move(interfaces_));
+    }
+
+  private:
+    void refuseUnknownKeys() const {
+        for (const auto& [key, value] : file_) {
+            if (std::find(std::begin(kKeys), std::end(kKeys), key) == std::end(kKeys)) {
+                refuse(key, "there is no such key");
+            }
+        }
+    }
+
+    void readInterfaces() {
+        const auto* value = file_.find(kInterfaces);
+        if (value == nullptr) refuse(kInterfaces, "is missing");
+        std::set<std::string> names;
+        for (auto& record : recordsIn<HalvaneInterface>(*value, kInterfaces)) {
+            if (!names.insert(*record.ifName()).second) {
+                refuse(kInterfaces, *record.ifName() + " is there twice");
+            }
+            interfaces_.push_back({.record = std::move(record)});
+        }
+    }
+
+    SimulatedInterface& named(const std::string& name, const char* place) {
+        for (SimulatedInterface& interface : interfaces_) {
+            if (interface.name() == name) return interface;
+        }
+        refuse(place, "there is no interface " + name);
+    }
+
+    void disable(const PropertyListValue& value) {
+        for (const PropertyListValue& item : arrayIn(value, kDisabled)) {
+            named(held<std::string>(item, kDisabled, "string"), kDisabled).isEnabled = false;
+        }
+    }
+
+    template <typename Record>
+    void readLists(const char* key, std::vector<Record> SimulatedInterface::*list) {
+        withValueOf(file_, key, [&](const PropertyListValue& value) {
+            for (const auto& [name, records] : dictionaryIn(value, key)) {
+                named(name, key).*list = recordsIn<Record>(records, std::string(key) + ": " + name);
+            }
+        });
+    }
+
+    void checkConfigs() const {
+        for (const SimulatedInterface& interface : interfaces_) {
+            const std::string place = std::string(kConfigs) + ": " + interface.name();
+            std::set<std::string> names;
+            for (const HalvaneBSSConfig& config : interface.configs) {
+                if (!isUsable(config)) refuse(place, "an SSID has not 1 to 32 bytes");
+                if (!names.insert(config.ssid()->hex()).second) refuse(place, "two share an SSID");
+            }
+        }
+    }
+
+    void checkStations() const {
+        for (const SimulatedInterface& interface : interfaces_) {
+            const std::string place = std::string(kStations) + ": " + interface.name();
+            std::set<std::string> addresses;
+            for (const HalvaneClient& station : interface.stations) {
+                if (station.mac().size() != kAddressLength) refuse(place, "a MAC has not 6 bytes");
+                if (!addresses.insert(station.mac().hex()).second) refuse(place, "two share a MAC");
+            }
+        }
+    }
+
+    const PropertyListDictionary& file_;
+    std::vector<HalvaneDevice> devices_;
+    std::vector<SimulatedInterface> interfaces_;
+};
+
+}  // namespace
+
+World worldFromPropertyList(const PropertyListValue& value) {
+    return Reader(dictionaryIn(value, "the whole")).read();
+}
+
+World worldFromText(std::string_view xml) {
+    std::optional<XmlPropertyListError> error;
+    const auto value = propertyListFromXml(xml, &error);
+    if (!value) {
+        refuse("byte " + std::to_string(error->offset),
+               "is no property list: " + std::string(error->reason));
+    }
+    return worldFromPropertyList(*value);
+}
+
+PropertyListDictionary propertyListOf(const World& world) {
+    PropertyListArray interfaces, disabled;
+    PropertyListDictionary configs, stations;
+    for (const SimulatedInterface& interface : world.interfaces()) {
+        interfaces.emplace_back(interface.record.skeletonRepresentation());
+        if (!interface.isEnabled) disabled.emplace_back(interface.name());
+        configs.set(interface.name(), skeleton::skeletonsOf(interface.configs));
+        stations.set(interface.name(), skeleton::skeletonsOf(interface.stations));
+    }
+    PropertyListDictionary file;
+    file.set(kDevices, skeleton::skeletonsOf(world.devices()));
+    file.set(kInterfaces, std::move(interfaces));
+    file.set(kDisabled, std::move(disabled));
+    file.set(kConfigs, std::move(configs));
+    file.set(kStations, std::move(stations));
+    return file;
+}
+
+}  // namespace halvane::sim
