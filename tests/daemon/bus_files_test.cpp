@@ -39,8 +39,7 @@ TEST(BusFiles, IntrospectionDataTellsOfTheOneInterface) {
 
 // The bus itself judges the file, and the rule that can be seen with one user.
 TEST(BusFiles, PolicyLetsRootAloneBeTheDaemon) {
-    const PrivateBus bus(
-        {.limits = {}, .activatableService = {}, .policyFile = fileNamed(".conf")});
+    const PrivateBus bus({.policyFile = fileNamed(".conf")});
     sd_bus* opened = nullptr;
     ASSERT_GE(::sd_bus_open_system(&opened), 0);
     const BusPointer connection(opened);

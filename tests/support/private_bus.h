@@ -19,13 +19,13 @@ class PrivateBus {
     struct Options {
         // By the names that dbus-daemon's configuration has for them: {"max_message_size", 1 <<
         // 20}.
-        std::map<std::string, long> limits;
+        std::map<std::string, long> limits = {};
 
         // A service that the bus would start if it were asked to, with a program that fails.
-        std::string activatableService;
+        std::string activatableService = {};
 
         // A file of further policy.
-        std::string policyFile;
+        std::string policyFile = {};
     };
 
     // Returns once the bus takes connections. Throws std::runtime_error where it does not start.
