@@ -137,8 +137,7 @@ int answer(sd_bus_message* request, void* list, sd_bus_error*) {
 class Stage {
   public:
     explicit Stage(unsigned interfaces) {
-        LogIsEnabled(&gLogCategory_WiFiXPC, kLogLevelMax);
-        LogControl("^WiFiXPC$:level=off");
+        gLogCategory_WiFiXPC.level = kLogLevelOff;
         std::string list = interfaceList(interfaces);
         int ready[2] = {};
         check(::pipe(ready));
