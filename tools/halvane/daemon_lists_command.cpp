@@ -55,7 +55,7 @@ std::string secondsCell(std::uint64_t microseconds) {
 std::string securityCell(const HalvaneBSSConfig& config) {
     std::string words;
 #define HALVANE_ADD_WORD(word, getter, setter) \
-    if (config.getter()) words += words.empty() ? word : "," word;
+    if (config.getter()) words.append(words.empty() ? "" : ",").append(word);
     HALVANE_BSS_SECURITY_WORDS(HALVANE_ADD_WORD)
 #undef HALVANE_ADD_WORD
     return cellOf(words);

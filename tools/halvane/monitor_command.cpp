@@ -107,7 +107,7 @@ int watch(Format format) {
 }
 
 std::variant<Format, UsageError> takeLineFormat() {
-    const auto format = takeFormat();
+    auto format = takeFormat();
     const auto* known = std::get_if<Format>(&format);
     if (known == nullptr || *known == Format::Text || *known == Format::JSONLines) return format;
     return UsageError{"prints lines: --format=text or jsonl"};

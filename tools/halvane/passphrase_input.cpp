@@ -40,10 +40,10 @@ class Line {
 
     // Waits for one more octet.
     State read(int file) {
-        const ssize_t count = ::read(file, &memory_[size_], 1);
+        const ssize_t count = ::read(file, memory_.get() + size_, 1);
         if (count < 0) return mayGoOn(file) ? State::Open : State::Failed;
-        const bool isNewline = count > 0 && memory_[size_] == '\n';
-        if (isNewline && size_ > 0 && memory_[size_ - 1] == '\r') --size_;
+        const bool isNewline = count > 0 && memory_.get()[size_] == '\n';
+        if (isNewline && size_ > 0 && memory_.get()[size_ - 1] == '\r') --size_;
         if (isNewline || count == 0) return State::Complete;
         isTooLong_ |= size_ == kCapacity - 1;  // then the next one takes its place
         if (!isTooLong_) ++size_;

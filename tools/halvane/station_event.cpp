@@ -37,7 +37,7 @@ std::string textOf(const StationEvent& event) {
 
 }  // namespace
 
-std::shared_ptr<const Delegate> delegateFor(std::function<void(const StationEvent&)> take) {
+std::shared_ptr<const Delegate> delegateFor(const std::function<void(const StationEvent&)>& take) {
     auto delegate = std::make_shared<Delegate>();
     for (const auto& [name, call] : kKinds) {
         (*delegate).*

@@ -22,7 +22,7 @@ struct StationEvent {
 // A delegate that hands every notification to `take`, on the client's connection queue.
 // REQUIRES: `take` throws nothing.
 std::shared_ptr<const HalvaneXPCClientDelegate> delegateFor(
-    std::function<void(const StationEvent&)> take);
+    const std::function<void(const StationEvent&)>& take);
 
 // Without its newline: as text, which is safe to show, or as JSON.
 std::string lineOf(const StationEvent& event, Format format);
