@@ -54,13 +54,16 @@ const PropertyListValue* PropertyListDictionary::find(std::string_view key) cons
 }
 
 void PropertyListDictionary::set(std::string key, PropertyListValue value) {
+    *enter(std::move(key)).first = std::move(value);
+}
+
+std::pair<PropertyListValue*, bool> PropertyListDictionary::enter(std::string key) {
     if (const auto index = indexOf(key); index < entries_.size()) {
-        entries_[index].second = std::move(value);
-        return;
+        return {&entries_[index].second, false};
     }
     // A dictionary of one entry stays that small.
     if (entries_.size() == 1) entries_.reserve(kUsualEntries);
-    entries_.emplace_back(std::move(key), std::move(value));
+    entries_.emplace_back().first = std::move(key);
     try {
         indexLastEntry();
     } catch (const std::bad_alloc&) {
@@ -68,6 +71,7 @@ void PropertyListDictionary::set(std::string key, PropertyListValue value) {
         entries_.pop_back();
         throw;
     }
+    return {&entries_.back().second, true};
 }
 
 void PropertyListDictionary::indexLastEntry() {
@@ -171,8 +175,15 @@ class PropertyListDismantler {
     }
 };
 
+// Destructors are quicker where the levels are few, as they are in most values.
 void PropertyListValue::dismantle() noexcept {
-    if (PropertyListDismantler::isNeededFor(*this)) {
+    constexpr int kFewLevels = 16;
+    thread_local int level = 0;
+    if (level < kFewLevels) {
+        ++level;
+        value_ = std::monostate();
+        --level;
+    } else if (PropertyListDismantler::isNeededFor(*this)) {
         PropertyListDismantler::dismantle(std::move(*this));
     }
 }

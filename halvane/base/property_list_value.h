@@ -71,6 +71,10 @@ class HALVANE_EXPORT PropertyListDictionary {
     // Replaces the value of `key` in place, or appends a new entry.
     void set(std::string key, PropertyListValue value);
 
+    // The place of the value of `key`, and whether its entry was appended just now, with null.
+    // Valid until the dictionary is next changed.
+    std::pair<PropertyListValue*, bool> enter(std::string key);
+
     // Removes the entry of `key`, in linear time; false when there is none.
     bool erase(std::string_view key);
 

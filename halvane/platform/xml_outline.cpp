@@ -25,7 +25,7 @@ class Outliner {
         if (depth_ > 0) refuse(position_, "element without an end");
         if (!root_) refuse(position_, "no root element");
         if (depth_ > 0 || !root_) return std::nullopt;
-        return XmlOutline{*root_, isTextSplit_};
+        return XmlOutline{*root_, isTextSplit_, isTextLiteral()};
     }
 
   private:
@@ -120,6 +120,10 @@ class Outliner {
         const auto mark = document_.substr(position_, 1);
         ++position_;
         return mark == "<" || mark == ">" || skipThrough(mark, position_, "quote without an end");
+    }
+
+    bool isTextLiteral() const {
+        return document_.find('&') == kNowhere && document_.find("]]>") == kNowhere;
     }
 
     static bool isName(std::string_view text) {

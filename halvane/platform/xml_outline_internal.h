@@ -15,6 +15,8 @@ struct XmlOutline {
     // Whether there are comments, processing instructions or CDATA sections from the root on. Where
     // there are none, the text of an element that holds nothing else is in one piece.
     bool isTextSplit = false;
+    // Whether every text stands for itself: there is no reference, and no "]]>".
+    bool isTextLiteral = false;
 };
 
 // The outline of `document`, which is one without its declaration and with plain line ends.

@@ -148,8 +148,8 @@ constexpr std::uint64_t kKeyName = nameWord("key");
 class Reader {
   public:
     // `parsed` is what the parser was given: the texts of the tree are in it.
-    Reader(const char* parsed, XmlVersion version, XmlRefusal& refusal)
-        : parsed_(parsed), version_(version), refusal_(refusal) {}
+    Reader(const char* parsed, XmlVersion version, bool isTextLiteral, XmlRefusal& refusal)
+        : parsed_(parsed), version_(version), isTextLiteral_(isTextLiteral), refusal_(refusal) {}
 
     bool readPlist(pugi::xml_node plist, PropertyListValue& value) {
         if (std::string_view(plist.name()) != "plist") {
@@ -220,11 +220,9 @@ class Reader {
             }
             isKeyNext = !isKeyNext;
             if (isKey) return readKey(child, key);
-            PropertyListValue held;
-            if (!read(child, name, level + 1, held)) return false;
-            const std::size_t count = dictionary.size();
-            dictionary.set(std::move(key), std::move(held));
-            return dictionary.size() > count || refuse(child, "second value of a key");
+            const auto [held, isNew] = dictionary.enter(std::move(key));
+            return isNew ? read(child, name, level + 1, *held)
+                         : refuse(child, "second value of a key");
         });
         return isRead && (isKeyNext || refuse(element, "key without a value"));
     }
@@ -297,6 +295,10 @@ class Reader {
     }
 
     bool appendData(pugi::xml_node node, std::string& text) {
+        if (isTextLiteral_) {
+            text += node.value();
+            return true;
+        }
         const auto refusal = appendCharacterData(text, node.value(), version_);
         if (!refusal) return true;
         return refuse(offsetOf(node.value()) + refusal->offset, refusal->reason);
@@ -337,6 +339,7 @@ class Reader {
 
     const char* parsed_;
     XmlVersion version_;
+    bool isTextLiteral_;
     XmlRefusal& refusal_;
     std::string scratch_;
 };
@@ -379,7 +382,7 @@ std::optional<PropertyListValue> readBody(std::string& body, XmlVersion version,
         return std::nullopt;
     }
     std::optional<PropertyListValue> value(std::in_place);
-    Reader reader(body.data(), version, refusal);
+    Reader reader(body.data(), version, outline->isTextLiteral, refusal);
     if (!reader.readPlist(tree.document_element(), *value)) value.reset();
     return value;
 }

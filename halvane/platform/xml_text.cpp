@@ -33,23 +33,28 @@ bool isLiteral(char32_t codePoint, XmlVersion version) {
 
 // Whether a byte is a character by itself in either version, as nearly all of most documents are.
 constexpr bool isPlain(std::uint8_t byte) {
-    return (byte >= 0x20 && byte < 0x7F) || isXmlSpace(byte);
+    const bool isPrinting = static_cast<std::uint8_t>(byte - 0x20) < 0x5F;
+    return isPrinting | (byte == '\t') | (byte == '\n') | (byte == '\r');
 }
 
 // The same of a byte that also stands for itself in what is written.
 constexpr bool isVerbatim(std::uint8_t byte) {
-    return isPlain(byte) && byte != '&' && byte != '<' && byte != '>' && byte != '\r';
+    const bool isMeant = (byte != '&') & (byte != '<') & (byte != '>') & (byte != '\r');
+    return isPlain(byte) & isMeant;
 }
 
 // Where the first byte is that the predicate does not hold for, from `from` on; the size of `text`
 // for none. A block at a time, without a branch a byte: compilers make vectors of it.
 template <bool (*kHolds)(std::uint8_t)>
 std::size_t firstOther(std::string_view text, std::size_t from) {
-    constexpr std::size_t kBlock = 16;
+    constexpr std::size_t kBlock = 32;
     for (; text.size() - from >= kBlock; from += kBlock) {
-        bool allHold = true;
-        for (std::size_t i = 0; i < kBlock; ++i) allHold &= kHolds(byteAt(text, from + i));
-        if (!allHold) break;
+        std::uint8_t others = 0;
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            const std::uint8_t other = kHolds(byteAt(text, from + i)) ? 0 : 1;
+            others = static_cast<std::uint8_t>(others | other);
+        }
+        if (others != 0) break;
     }
     while (from < text.size() && kHolds(byteAt(text, from))) ++from;
     return from;

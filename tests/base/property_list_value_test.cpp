@@ -208,6 +208,21 @@ TEST(PropertyListDictionary, ReplacesInPlace) {
 }
 
 // Across the size where an index takes over, and back.
+TEST(PropertyListDictionary, EntersAKeyOnce) {
+    PropertyListDictionary dictionary;
+    for (int i = 0; i < 40; ++i) {
+        const auto [value, isNew] = dictionary.enter(std::to_string(i));
+        EXPECT_TRUE(isNew);
+        EXPECT_TRUE(value->isNull());
+        *value = i;
+        EXPECT_EQ(
+            dictionary.enter(std::to_string(i)),
+            (std::pair(const_cast<PropertyListValue*>(dictionary.find(std::to_string(i))), false)));
+    }
+    EXPECT_EQ(dictionary.size(), 40u);
+    EXPECT_EQ(*dictionary.find("17"), PropertyListValue(17));
+}
+
 TEST(PropertyListDictionary, ErasesAnyEntryAtEverySize) {
     for (int count = 1; count <= 40; ++count) {
         for (int erased = 0; erased < count; ++erased) {
