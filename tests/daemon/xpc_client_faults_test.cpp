@@ -8,6 +8,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "halvane/platform/counting_semaphore.h"
 #include "halvane/platform/file_internal.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
@@ -288,22 +289,20 @@ TEST_F(XPCClientFaults, MakesNoCallAfterItsEnd) {
 }
 
 TEST_F(XPCClientFaults, WaitsForADelegateCallThatIsRunning) {
-    std::promise<void> entered, leave;
+    CountingSemaphore entered(0);
     std::atomic<bool> hasLeft = false;
-    client_->setDelegate(std::make_shared<HalvaneXPCClientDelegate>(
-        HalvaneXPCClientDelegate{.clientJoined_forInterface = [&](const auto&, const auto&) {
-            entered.set_value();
-            leave.get_future().wait();
+    daemon_->answer(ipcMessage({{"params", "text"}}));
+    client_->setDelegate(std::make_shared<HalvaneXPCClientDelegate>(HalvaneXPCClientDelegate{
+        .clientJoined_forInterface = [&, client = client_.get()](const auto&, const auto&) {
+            entered.signal();
+            while (client->queryLogging()) {  // until the end has begun
+            }
             hasLeft = true;
         }}));
     daemon_->sendEvent(notification("joined"), clientName());
-    entered.get_future().wait();
-    auto end = inBackground([&] {
-        client_.reset();
-        return hasLeft.load();
-    });
-    leave.set_value();
-    EXPECT_TRUE(end.get());
+    entered.wait();
+    client_.reset();
+    EXPECT_TRUE(hasLeft);
 }
 
 TEST_F(XPCClientFaults, ReleasesADelegateCallThatWaitsForAReply) {

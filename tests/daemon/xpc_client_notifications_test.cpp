@@ -3,6 +3,8 @@
 #include <atomic>
 #include <thread>
 
+#include "halvane/platform/counting_semaphore.h"
+
 #include "tests/daemon/xpc_client_test_support.h"
 
 namespace {
@@ -133,6 +135,27 @@ TEST_P(XPCNotifications, AreNotHandedToADelegateThatHasNoCallForThem) {
     for (const auto& call : calls) EXPECT_FALSE(call.starts_with(GetParam().name)) << call;
 }
 
+TEST_P(XPCNotifications, AreLoggedBeforeTheDelegateIsCalled) {
+    std::string logged;
+    auto delegate = std::make_shared<HalvaneXPCClientDelegate>();
+    *delegate.*GetParam().call = [&](const auto&...) { logged = log_.take(); };
+    client_->setDelegate(std::move(delegate));
+    client_->handleNewXPCDictionary(notification(GetParam().name));
+    EXPECT_TRUE(logged.ends_with(line("Client MAC     : 02:00:00:00:01:2A"))) << logged;
+    EXPECT_EQ(log_.take(), "");
+}
+
+TEST_P(XPCNotifications, InitialiseTheirCategory) {
+    LogUtils_Finalize();
+    const auto restored = gLogCategory_WiFiXPC;
+    gLogCategory_WiFiXPC.initConfig = nullptr;  // no file
+    gLogCategory_WiFiXPC.level = kLogLevelUninitialized;
+    client_->handleNewXPCDictionary(notification(GetParam().name));
+    EXPECT_NE(gLogCategory_WiFiXPC.level, kLogLevelUninitialized);
+    LogUtils_Finalize();
+    gLogCategory_WiFiXPC.initConfig = restored.initConfig;
+}
+
 TEST_P(XPCNotifications, AreNotLoggedAboveTheirLevel) {
     LogControl("^WiFiXPC$:level=error+1");
     client_->handleNewXPCDictionary(notification(GetParam().name));
@@ -220,17 +243,18 @@ TEST_F(XPCNotificationsOverTheBus, ArriveWhileARequestWaits) {
 }
 
 TEST_F(XPCNotificationsOverTheBus, AreNotHeldUpOnTheWayOfReplies) {
-    std::promise<void> entered, leave;
+    CountingSemaphore entered(0), left(0);
     client_->setDelegate(std::make_shared<HalvaneXPCClientDelegate>(
         HalvaneXPCClientDelegate{.clientJoined_forInterface = [&](const auto&, const auto&) {
-            entered.set_value();
-            leave.get_future().wait();
+            entered.signal();
+            left.wait();
         }}));
     daemon_->sendEvent(notification("joined"), clientName());
-    entered.get_future().wait();
+    entered.wait();
     daemon_->answer(listReply<DeviceList>());
     EXPECT_EQ(client_->queryDeviceList(), DeviceList::records());
-    leave.set_value();
+    left.signal();
+    client_.reset();  // the call is over before what it uses goes
 }
 
 TEST_F(XPCNotificationsOverTheBus, AreNotLostInABurstWhileRequestsRun) {

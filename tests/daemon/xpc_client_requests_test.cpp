@@ -5,6 +5,7 @@
 #include <set>
 #include <thread>
 
+#include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
@@ -422,6 +423,8 @@ TEST_F(XPCClientRequests, AreHandledOnQueuesThatBearTheServicesName) {
     daemon_->sendEvent(notification("left"), clientName());
     EXPECT_EQ(name.get_future().get(), "onnection.queue") << "the end, of 15 bytes";
     EXPECT_EQ(threadNames().count("ned.reply.queue"), 1u);
+    EXPECT_STREQ(kXPCConnectionQueueLabel, "org.halvane.halvaned.connection.queue");
+    EXPECT_STREQ(kXPCReplyQueueLabel, "org.halvane.halvaned.reply.queue");
 }
 
 }  // namespace

@@ -67,6 +67,22 @@ TEST(XPCLink, TellsOfNoEventOnceReleased) {
     EXPECT_EQ(daemon.requests().size(), 0u);
 }
 
+TEST(XPCLink, FailsARequestWhoseReplyThereIsNoRoomFor) {
+    PrivateBus bus;
+    BusPeer daemon(bus);
+    XPCLink link([](const ServiceEvent&) {});
+    link.resume();
+    const auto parse = [](const ServiceReply& reply) {
+        if (std::holds_alternative<IPCMessage>(reply)) throw std::bad_alloc();
+        return nameOf(reply);
+    };
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(link.request(ipcMessage({{"command", "x"}}), parse), "error");
+    }
+    EXPECT_EQ(link.request(ipcMessage({{"command", "x"}}), nameOf), "message");
+    link.end();
+}
+
 TEST(XPCLink, DropsAnEventThatThereIsNoRoomFor) {
     PrivateBus bus;
     BusPeer daemon(bus);

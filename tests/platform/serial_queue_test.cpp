@@ -99,22 +99,6 @@ TEST(SerialQueue, DestroysWorkOnceItHasRun) {
     EXPECT_TRUE(watch.expired());
 }
 
-TEST(SerialQueue, WaitsForRunningWorkWhenDestroyed) {
-    CountingSemaphore started(0), released(0);
-    std::atomic<bool> isDone = false;
-    auto queue = std::make_unique<SerialQueue>("waits");
-    queue->async([&] {
-        started.signal();
-        released.wait();
-        isDone = true;
-    });
-    started.wait();
-    std::thread releaser([&] { released.signal(); });
-    queue.reset();
-    EXPECT_TRUE(isDone);
-    releaser.join();
-}
-
 // Returns once the queue is closed: from then on a handle destroys what it is given.
 void waitUntilClosed(const SerialQueue::Handle& handle) {
     std::weak_ptr<int> watch;
@@ -123,6 +107,20 @@ void waitUntilClosed(const SerialQueue::Handle& handle) {
         watch = token;
         handle.async([token = std::move(token)] { ADD_FAILURE() << "ran on a closing queue"; });
     } while (!watch.expired());
+}
+
+TEST(SerialQueue, WaitsForRunningWorkWhenDestroyed) {
+    CountingSemaphore started(0);
+    std::atomic<bool> isDone = false;
+    auto queue = std::make_unique<SerialQueue>("waits");
+    queue->async([&, handle = queue->handle()] {
+        started.signal();
+        waitUntilClosed(handle);
+        isDone = true;
+    });
+    started.wait();
+    queue.reset();
+    EXPECT_TRUE(isDone);
 }
 
 TEST(SerialQueue, DropsWaitingWorkWhenDestroyed) {

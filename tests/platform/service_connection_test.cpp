@@ -717,23 +717,36 @@ TEST(ServiceConnection, CallsNoHandlerOnceDestroyed) {
     EXPECT_THAT(client.events.all(), ElementsAre("appeared"));
 }
 
+// Returns once the connection is being destroyed: from then on it drops replies.
+void waitUntilEnding(ServiceConnection& connection, const SerialQueue& queue) {
+    for (bool isHandled = true; isHandled;) {
+        isHandled = false;
+        CountingSemaphore gone(0);
+        std::shared_ptr<void> token(nullptr, [&](void*) { gone.signal(); });
+        connection.sendMessageWithReply(
+            command("y"), queue,
+            [&, token = std::move(token)](const ServiceReply&) { isHandled = true; });
+        gone.wait();
+    }
+}
+
 TEST(ServiceConnection, WaitsForARunningHandlerWhenDestroyed) {
     const PrivateBus bus;
     BusPeer service(bus);
     ServiceClient client;
-    CountingSemaphore started(0), released(0);
+    const SerialQueue probeQueue("probe");
+    CountingSemaphore started(0);
     std::atomic<bool> isDone = false;
-    client.connection->sendMessageWithReply(command("x"), client.replyQueue,
-                                            [&](const ServiceReply&) {
-                                                started.signal();
-                                                released.wait();
-                                                isDone = true;
-                                            });
+    client.connection->sendMessageWithReply(
+        command("x"), client.replyQueue,
+        [&, &connection = *client.connection](const ServiceReply&) {
+            started.signal();
+            waitUntilEnding(connection, probeQueue);
+            isDone = true;
+        });
     started.wait();
-    std::thread releaser([&] { released.signal(); });
     client.connection.reset();
     EXPECT_TRUE(isDone);
-    releaser.join();
 }
 
 TEST(ServiceConnection, MayBeDestroyedByItsReplyHandler) {

@@ -276,6 +276,7 @@ TEST(PrintFValue, FailsWithoutMemoryForItsText) {
 TEST(PrintFIPCMessage, PrintsTheDescription) {
     const halvane::IPCMessage message(dictionary({{"command", "subscribe"}, {"status", 0}}));
     EXPECT_EQ(printed("%{xpc}", &message), "command = subscribe\nstatus = 0\n");
+    EXPECT_EQ(printed("%{XPC}", &message), "command = subscribe\nstatus = 0\n");
     EXPECT_EQ(printed("%1{xpc}", &message), "    command = subscribe\n    status = 0\n");
     const halvane::IPCMessage empty;
     EXPECT_EQ(printed("%{xpc}|%{xpc}", &empty, nullptr), "<<NULL XPC DESC>>|<<NULL>>");
