@@ -11,6 +11,8 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneLogging {
   public:
+    static HalvaneLogging init() { return {}; }
+
     // The shared instance, made on the first call; it lives until the process ends. May be called
     // from any thread, also at once.
     static const HalvaneLogging& sharedSystem();

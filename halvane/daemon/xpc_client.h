@@ -20,7 +20,8 @@
 // there requests fail at once, with -6700, and ending the client waits for nothing and leaves its
 // memory behind. The child may make a client of its own.
 //
-// Where memory is short notifications are dropped, and requests fail with -6700.
+// Where memory is short notifications are dropped, and a request whose reply does not fit fails
+// with -6700; one that cannot even be made throws std::bad_alloc.
 //
 // Threads: requests may come from any thread but the reply queue's, delegate calls included, one
 // after the other: callers take turns. Of two requests at once either may be released by the

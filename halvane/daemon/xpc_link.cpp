@@ -1,7 +1,6 @@
 #include <new>
-#include <string>
+#include <utility>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/daemon/xpc_link_internal.h"
 
 namespace halvane {
@@ -37,9 +36,9 @@ class XPCLink::PendingReply {
 };
 
 XPCLink::XPCLink(EventHandler handler)
-    : xpcConnectionQueue_(std::in_place, std::string(kDaemonServiceName) + ".connection.queue"),
+    : xpcConnectionQueue_(std::in_place, kXPCConnectionQueueLabel),
       xpcConnection_(ServiceConnection::create(kDaemonServiceName, *xpcConnectionQueue_)),
-      xpcReplyQueue_(std::string(kDaemonServiceName) + ".reply.queue"),
+      xpcReplyQueue_(kXPCReplyQueueLabel),
       xpcCommandSemaphore_(std::make_shared<CountingSemaphore>(0)) {
     xpcConnection_->setPrivileged(true);
     xpcConnection_->setEventHandler(
@@ -59,7 +58,8 @@ void XPCLink::resume() {
     xpcConnection_->resume();
 }
 
-// Released before its queue goes, so that a handler that waits for a reply gets one.
+// Before the rest, which a handler that runs on the connection queue may use. The connection is
+// released before its queue goes, so that a handler that waits for a reply gets one.
 void XPCLink::end() {
     if (!home_.isCurrent()) return;
     releaseConnection();

@@ -16,6 +16,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "halvane/base/daemon_service.h"
 #include "halvane/platform/counting_semaphore.h"
 #include "halvane/platform/ipc_message.h"
 #include "halvane/platform/process_internal.h"
@@ -43,6 +44,10 @@ class XPCOutcome {
     std::mutex mutex_;  // for requests at once, the one case of both calls at once
     Result result_;
 };
+
+inline constexpr const char* kXPCConnectionQueueLabel =
+    HALVANE_DAEMON_SERVICE_NAME ".connection.queue";
+inline constexpr const char* kXPCReplyQueueLabel = HALVANE_DAEMON_SERVICE_NAME ".reply.queue";
 
 class XPCLink {
   public:
