@@ -1,44 +1,27 @@
 #include "tools/halvane/config_options.h"
 
 #include <gtest/gtest.h>
-#include <initializer_list>
+#include <string>
+#include <utility>
 #include <vector>
 
-#include "tests/support/captured_stream.h"
-#include "tools/halvane/command.h"
+#include "tests/support/tool_command_line.h"
 
 using namespace halvane;
 using namespace halvane::tool;
-using halvane::testing::CapturedStream;
+using halvane::testing::ToolOptions;
 
 namespace {
 
-// A command line as the tool gives it to the parser, whose own messages are returned as errors.
-std::variant<ConfigOptions, UsageError> parse(std::initializer_list<const char*> words) {
-    std::vector<std::string> owned = {"halvane"};
-    owned.insert(owned.end(), words.begin(), words.end());
-    std::vector<char*> arguments;
-    for (std::string& word : owned) arguments.push_back(word.data());
-    CLIInit(static_cast<int>(arguments.size()), arguments.data());
-    const CapturedStream errors(stderr);
-    const bool isParsed = CLIParse(gConfigOptions, kCLIReorder) == 0;
-    auto options = takeConfigOptions();
-    CLIFree();
-    if (!isParsed) return UsageError{errors.text()};
-    return options;
+using Words = std::vector<std::string>;
+
+ConfigOptions optionsOf(Words words) {
+    return ToolOptions<ConfigOptions>(gConfigOptions, takeConfigOptions, std::move(words))
+        .options();
 }
 
-ConfigOptions optionsOf(std::initializer_list<const char*> words) {
-    const auto parsed = parse(words);
-    if (const auto* error = std::get_if<UsageError>(&parsed)) ADD_FAILURE() << error->message;
-    const auto* options = std::get_if<ConfigOptions>(&parsed);
-    return options != nullptr ? *options : ConfigOptions();
-}
-
-std::string errorOf(std::initializer_list<const char*> words) {
-    const auto parsed = parse(words);
-    const auto* error = std::get_if<UsageError>(&parsed);
-    return error != nullptr ? error->message : "";
+std::string errorOf(Words words) {
+    return ToolOptions<ConfigOptions>(gConfigOptions, takeConfigOptions, std::move(words)).error();
 }
 
 TEST(ConfigOptions, StartFromTheDefaults) {

@@ -2,26 +2,17 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "tests/support/captured_stream.h"
-#include "tools/halvane/command.h"
+#include "tests/support/tool_command_line.h"
 
 using namespace halvane::tool;
-using halvane::testing::CapturedStream;
 
 namespace {
 
 std::string outputOf(std::vector<std::string> words) {
-    words.insert(words.begin(), "halvane");
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    CLIInit(static_cast<int>(arguments.size()), arguments.data());
-    const CapturedStream output(stdout);
-    EXPECT_EQ(CLIParse(gCountriesOptions, kCLIReorder), 0);
-    EXPECT_EQ(countriesCommand(), kExitDone);
-    CLIFree();
-    return output.text();
+    return halvane::testing::outputOf(gCountriesOptions, countriesCommand, std::move(words));
 }
 
 TEST(CountriesCommand, ForgetsTheSKUOnceTaken) {

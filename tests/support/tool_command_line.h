@@ -1,0 +1,80 @@
+// A command line as the tool takes it: through the option parser, within the test's process.
+#ifndef TESTS_SUPPORT_TOOL_COMMAND_LINE_H
+#define TESTS_SUPPORT_TOOL_COMMAND_LINE_H
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "tests/support/captured_stream.h"
+#include "tools/halvane/command.h"
+
+namespace halvane::testing {
+
+// The command line while it is parsed, and after.
+class ToolCommandLine {
+  public:
+    explicit ToolCommandLine(std::vector<std::string> words) : words_(std::move(words)) {
+        words_.insert(words_.begin(), "halvane");
+        for (std::string& word : words_) arguments_.push_back(word.data());
+        CLIInit(static_cast<int>(arguments_.size()), arguments_.data());
+    }
+    ToolCommandLine(const ToolCommandLine&) = delete;
+    ToolCommandLine& operator=(const ToolCommandLine&) = delete;
+    ~ToolCommandLine() { CLIFree(); }
+
+    bool parse(CLIOption* options) { return CLIParse(options, kCLIReorder) == 0; }
+
+  private:
+    std::vector<std::string> words_;
+    std::vector<char*> arguments_;
+};
+
+// What a command prints on its standard output for `words`.
+inline std::string outputOf(CLIOption* table, int (*command)(), std::vector<std::string> words) {
+    ToolCommandLine line(std::move(words));
+    const CapturedStream output(stdout);
+    EXPECT_TRUE(line.parse(table));
+    EXPECT_EQ(command(), tool::kExitDone);
+    return output.text();
+}
+
+// What becomes of `words`: the options that `take` answers, or an error, the parser's own messages
+// among them.
+template <typename Options>
+class ToolOptions {
+  public:
+    using Taken = std::variant<Options, tool::UsageError>;
+
+    ToolOptions(CLIOption* table, Taken (*take)(), std::vector<std::string> words) {
+        ToolCommandLine line(std::move(words));
+        const CapturedStream errors(stderr);
+        const bool isParsed = line.parse(table);
+        taken_ = take();
+        if (!isParsed) taken_ = tool::UsageError{errors.text()};
+    }
+
+    // The options; an error fails the test.
+    Options options() const {
+        if (const auto* error = std::get_if<tool::UsageError>(&taken_)) {
+            ADD_FAILURE() << error->message;
+            return Options();
+        }
+        return std::get<Options>(taken_);
+    }
+
+    // The error's message; empty where there is none.
+    std::string error() const {
+        const auto* error = std::get_if<tool::UsageError>(&taken_);
+        return error != nullptr ? error->message : "";
+    }
+
+  private:
+    Taken taken_;
+};
+
+}  // namespace halvane::testing
+
+#endif
