@@ -35,12 +35,12 @@ class HALVANE_HIDDEN SerialQueue::State {
         changed_.signal();
     }
 
+    // Once. It takes no memory, for a destructor calls it.
     void close() {
-        std::deque<Work> dropped;  // destroyed last: that may call anything
         {
             const std::lock_guard lock(mutex_);
             isClosed_ = true;
-            dropped.swap(waiting_);
+            dropped_.swap(waiting_);
         }
         changed_.signal();
         if (isCurrent()) {
@@ -48,6 +48,7 @@ class HALVANE_HIDDEN SerialQueue::State {
         } else {
             thread_.join();
         }
+        dropped_.clear();  // last: that may call anything
     }
 
   private:
@@ -78,6 +79,7 @@ class HALVANE_HIDDEN SerialQueue::State {
     std::mutex mutex_;
     CountingSemaphore changed_{0};
     std::deque<Work> waiting_;
+    std::deque<Work> dropped_;
     bool isIdle_ = false;  // the thread waits, or is about to, and was not yet woken
     bool isClosed_ = false;
 };

@@ -114,7 +114,8 @@ class HALVANE_HIDDEN ServiceConnection::Core
             const auto names = ServiceNames::of(serviceName_);
             if (!names || !mailbox_.wake()) return false;
             std::shared_ptr<ServiceLink> link = ServiceLink::open(
-                *names, isPrivileged_, [this](ServiceEvent event) { postEvent(std::move(event)); });
+                *names, isPrivileged_,
+                [this](ServiceEvent event) { postEvent([&] { return std::move(event); }); });
             if (!link) return false;
             const std::lock_guard lock(mutex_);
             thread_ =
@@ -158,7 +159,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
     // What still waits is answered, and the last event told.
     void end() {
         for (auto& request : mailbox_.close()) tellEnd(request.answer);
-        postEvent(invalidError());
+        postEvent([] { return invalidError(); });
         eventHandler_.reset();
     }
 
@@ -173,14 +174,15 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
-    // An event that there is no room for is dropped.
-    void postEvent(ServiceEvent event) {
+    // Tells the event that `make` makes. One that there is no room for is dropped.
+    template <typename Make>
+    void postEvent(Make make) {
         if (!eventHandler_) return;
         const auto call = [handler = eventHandler_](ServiceEvent arrived) {
             (*handler)(std::move(arrived));
         };
         try {
-            targetQueue_.async(gatedCall(gate_, call, std::move(event)));
+            targetQueue_.async(gatedCall(gate_, call, ServiceEvent(make())));
         } catch (const std::bad_alloc&) {
         }
     }

@@ -14,16 +14,17 @@
 //
 // and what arrives may also hold the other integer types, which become numbers, object paths and
 // signatures, which become strings, and arrays and dictionaries of one type. Values of other types,
-// structures and descriptors among them, are skipped. Of a key that is there twice the last value
-// counts.
+// structures among them, are skipped. Of a key that is there twice the last value counts. A bus
+// passes no message that holds a descriptor: the connection takes none, or who sends them could
+// leave the process without any.
 //
 // Requests have no time limit, and neither has what the connection asks of the bus itself. A bus
 // that takes the connection but does not let it in is given up after 90 seconds: the connection is
 // Invalid then.
 //
-// Requests start no service: where nobody owns the name, the reply is an
-// error. Events are taken from the current owner of the name alone; a signal of anybody else is
-// dropped, whatever it claims to be.
+// Requests start no service: where nobody owns the name, the reply is an error. Events are taken
+// from the current owner of the name alone; a signal of anybody else is dropped, whatever it claims
+// to be. That nobody but who was asked replies is the bus's to see to, as every system bus does.
 //
 // A message is at most kServiceMessageLimit bytes on the wire, which is what a bus takes unless it
 // was told otherwise. Who sends a longer one loses the connection to the bus, so that a longer
@@ -95,13 +96,15 @@ class HALVANE_EXPORT ServiceConnection {
     // - ServiceAppeared: when the connection finds the service there, or it comes up later
     // - ServiceError, Interrupted: the service went away, the bus did not. Its pending requests get
     //   an error reply, except where the service gave up its name alone and answers them still.
-    // - ServiceError, Invalid: there was no bus to be reached, it is gone, or cancel() was called.
+    // - ServiceError, Invalid: there was no bus to be reached, or one with no room for another
+    //   connection at the moment; it is gone; or cancel() was called.
     //   The last event, once; afterwards the handler is destroyed.
     // No effect after resume(). Without a handler events are dropped.
     void setEventHandler(EventHandler handler);
 
-    // Connects, and sends what was requested so far. Waits for nothing: a bus that is not there is
-    // the event Invalid. Once only; a later call does nothing.
+    // Connects, and sends what was requested so far. Waits for nothing, but for the look-up of a
+    // host's name where the bus's address holds one: a bus that is not there is the event Invalid.
+    // Once only; a later call does nothing.
     // REQUIRES: nobody changes the environment during the call.
     void resume();
 

@@ -63,7 +63,8 @@ const timespec* timeUntil(std::uint64_t deadline, timespec& storage) {
 
 // A connection that begins to connect, null where that fails at once. As sd_bus_open_system() and
 // sd_bus_open_user() make it, but none of its calls has a time limit: neither the one that greets
-// the bus, nor those that follow the service, which a bus without time for them must not end.
+// the bus, nor those that follow the service, which a bus without time for them must not end. It
+// takes no descriptors: a message with more of them than the process has room for would end it.
 BusPointer openBus(bool isSystemBus) {
     const auto address = isSystemBus ? systemBusAddress() : sessionBusAddress();
     sd_bus* bus = nullptr;
@@ -71,6 +72,7 @@ BusPointer openBus(bool isSystemBus) {
     BusPointer owner(bus);
     const bool isStarted =
         ::sd_bus_set_address(bus, address->c_str()) >= 0 && ::sd_bus_set_bus_client(bus, 1) >= 0 &&
+        ::sd_bus_negotiate_fds(bus, 0) >= 0 &&
         ::sd_bus_set_method_call_timeout(bus, kNoTimeLimit) >= 0 && ::sd_bus_start(bus) >= 0;
     return isStarted ? std::move(owner) : nullptr;
 }

@@ -9,6 +9,8 @@
 #include <thread>
 #include <vector>
 
+#include "halvane/platform/bus_pointers_internal.h"
+
 #include "tests/support/bus_peer.h"
 #include "tests/support/child_process.h"
 #include "tests/support/private_bus.h"
@@ -715,6 +717,24 @@ TEST(ServiceConnection, CallsNoHandlerOnceDestroyed) {
     released.signal();
     ServiceClient::drain(client.eventQueue);
     EXPECT_THAT(client.events.all(), ElementsAre("appeared"));
+}
+
+TEST(ServiceConnection, IsPassedNoDescriptors) {
+    const PrivateBus bus;
+    BusPeer service(bus);
+    ServiceClient client;
+    client.request(command("x"));
+    const std::string name = service.waitForRequest().sender;
+
+    sd_bus* opened = nullptr;
+    ASSERT_GE(::sd_bus_open_system(&opened), 0);
+    const halvane::BusPointer stranger(opened);
+    sd_bus_error error = SD_BUS_ERROR_NULL;
+    EXPECT_LT(::sd_bus_call_method(opened, name.c_str(), "/", "org.example", "Take", &error,
+                                   nullptr, "h", STDERR_FILENO),
+              0);
+    EXPECT_STREQ(error.name, SD_BUS_ERROR_NOT_SUPPORTED);
+    ::sd_bus_error_free(&error);
 }
 
 // Returns once the connection is being destroyed: from then on it drops replies.
