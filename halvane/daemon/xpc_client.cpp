@@ -32,7 +32,7 @@ const char* textOf(ServiceError::Kind kind) {
 // Events find the link in its place, so the connection starts when all else is there.
 HalvaneXPCClient::HalvaneXPCClient()
     : link_(
-          std::make_unique<XPCLink>([this](const ServiceEvent& event) { handleXPCEvent(event); })) {
+          std::make_shared<XPCLink>([this](const ServiceEvent& event) { handleXPCEvent(event); })) {
     link_->resume();
 }
 
@@ -44,12 +44,16 @@ HalvaneXPCClient::~HalvaneXPCClient() {
     link_->end();
 }
 
+// Another process may find the lock taken for good.
+
 std::shared_ptr<const HalvaneXPCClientDelegate> HalvaneXPCClient::delegate() const {
+    if (!link_->isInHomeProcess()) return nullptr;
     const std::lock_guard lock(delegateMutex_);
     return delegate_;
 }
 
 void HalvaneXPCClient::setDelegate(std::shared_ptr<const HalvaneXPCClientDelegate> delegate) {
+    if (!link_->isInHomeProcess()) return;
     const std::lock_guard lock(delegateMutex_);
     delegate_.swap(delegate);  // the former one goes with the argument, when the lock is released
 }
@@ -59,15 +63,17 @@ void HalvaneXPCClient::setSubscribeAP(bool value) {
     registerNotifications();
 }
 
+// Whoever is given a line may end the client.
 void HalvaneXPCClient::handleXPCEvent(const ServiceEvent& event) {
+    const auto link = link_;
     if (const auto* message = std::get_if<IPCMessage>(&event)) {
         log(kLogLevelVerbose, "Halvane Notification RX DICTIONARY\n");
-        handleNewXPCDictionary(*message);
+        if (!link->hasEnded()) handleNewXPCDictionary(*message);
     } else if (std::holds_alternative<ServiceAppeared>(event)) {
         log(kLogLevelVerbose, "Halvane Notification RX CONNECTION\n");
     } else if (const auto* error = std::get_if<ServiceError>(&event)) {
         log(kLogLevelError, textOf(error->kind));
-        if (error->kind == ServiceError::Kind::Invalid) link_->releaseConnection();
+        if (error->kind == ServiceError::Kind::Invalid) link->releaseConnection();
     } else {
         log(kLogLevelError, "RX EVENT Unexpected Type\n");
     }

@@ -17,8 +17,8 @@
 // with an error. That error, and a reply that does not fit into memory, read as code -6700.
 //
 // A child that fork() makes of the process may not use the client, for it has none of the threads:
-// there requests fail at once, with -6700, and ending the client waits for nothing and leaves its
-// memory behind. The child may make a client of its own.
+// there requests fail at once, with -6700, it has no delegate, and ending it waits for nothing and
+// leaves its memory behind. The child may make a client of its own.
 //
 // Where memory is short notifications are dropped, and a request whose reply does not fit fails
 // with -6700; one that cannot even be made throws std::bad_alloc.
@@ -66,7 +66,8 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     // Ends the connection; waits for a delegate call that is running. No delegate call is made
     // afterwards. A request that such a call waits for is released as failed.
     // REQUIRES: other threads are done with their requests, and the delegate call that is running
-    // does not wait for the destroying thread. It may itself be the one that destroys.
+    // does not wait for the destroying thread. It may itself be the one that destroys, and so may
+    // the callback of a log output that is given one of the client's lines.
     ~HalvaneXPCClient();
 
     // --- Notifications ---
@@ -144,8 +145,9 @@ class HALVANE_EXPORT HalvaneXPCClient final {
 
     // --- Parsers of replies ---
     //
-    // A key of the wrong type reads as a missing one; a missing "status" is 0, success. A status is
-    // the lowest 32 bits of the number, with their sign.
+    // A key of the wrong type reads as a missing one, and so does a "status" that is no signed
+    // 64-bit number; a missing "status" is 0, success. A status is the lowest 32 bits of the
+    // number, with their sign.
 
     // The list under "devices", "interfaces", "channels", "configs" or "clients", in order, without
     // what makes no record. Empty, and without an error, for a success that holds no such list.
@@ -203,7 +205,7 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     mutable std::mutex delegateMutex_;
     std::shared_ptr<const HalvaneXPCClientDelegate> delegate_;
     std::atomic<bool> subscribeAP_ = false;
-    std::unique_ptr<XPCLink> link_;
+    std::shared_ptr<XPCLink> link_;  // outlives the client in an event that ends it
 };
 
 // The application's client, for its parts to share: empty until the application fills it; the

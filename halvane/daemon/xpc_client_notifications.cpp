@@ -45,8 +45,10 @@ void logAddress(const Notification& notification, const ByteBuffer& mac) {
     log(notification, "Client MAC     : %@\n", &text);
 }
 
+// Whoever is given a line, or the call, may end the client: from there on it is not used.
 void handle(const Notification& notification, const IPCMessage& message,
-            const std::shared_ptr<const Delegate>& delegate) {
+            const std::shared_ptr<const Delegate>& delegate,
+            const std::shared_ptr<const XPCLink>& link) {
     log(notification, "Command        : %s\n", notification.name);
     const auto* interfaceName = xpcValue<std::string>(message, "BSDName");
     if (interfaceName == nullptr) return;
@@ -54,8 +56,7 @@ void handle(const Notification& notification, const IPCMessage& message,
     const auto* mac = xpcValue<ByteBuffer>(message, "MAC");
     if (mac == nullptr) return;
     logAddress(notification, *mac);
-    // The client may be gone when the call returns.
-    if (delegate && (*delegate).*notification.call) {
+    if (delegate && (*delegate).*notification.call && !link->hasEnded()) {
         ((*delegate).*notification.call)(*mac, *interfaceName);
     }
 }
@@ -64,7 +65,7 @@ void handle(const Notification& notification, const IPCMessage& message,
 
 #define HALVANE_XPC_HANDLER(event, Event)                                               \
     void HalvaneXPCClient::handleNotificationClient##Event(const IPCMessage& message) { \
-        handle(k##Event, message, delegate());                                          \
+        handle(k##Event, message, delegate(), std::shared_ptr<const XPCLink>(link_));   \
     }
 HALVANE_XPC_NOTIFICATIONS(HALVANE_XPC_HANDLER)
 #undef HALVANE_XPC_HANDLER

@@ -61,7 +61,8 @@ void XPCLink::resume() {
 // Before the rest, which a handler that runs on the connection queue may use. The connection is
 // released before its queue goes, so that a handler that waits for a reply gets one.
 void XPCLink::end() {
-    if (!home_.isCurrent()) return;
+    if (!isInHomeProcess()) return;
+    hasEnded_ = true;
     releaseConnection();
     xpcConnectionQueue_.reset();
 }
@@ -75,7 +76,7 @@ void XPCLink::releaseConnection() {
 }
 
 void XPCLink::sendAndWait(IPCMessage message, ReplyHandler handler) {
-    if (!home_.isCurrent()) return;
+    if (!isInHomeProcess()) return;
     const auto semaphore = xpcCommandSemaphore_;
     auto pending = std::make_shared<PendingReply>(std::move(handler), semaphore);
     try {

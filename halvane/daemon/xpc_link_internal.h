@@ -67,6 +67,9 @@ class XPCLink {
     // not called again. A reply that the handler waits for becomes an error.
     void end();
 
+    bool hasEnded() const { return hasEnded_; }
+    bool isInHomeProcess() const { return home_.isCurrent(); }
+
     // Sends `message`, and answers what `parse` makes of its reply. The reply is parsed on the
     // reply queue. std::bad_alloc while it is parsed makes it an error. In a child that fork() made
     // of the link's process nothing is sent, and the answer is what `parse` makes of an error.
@@ -93,6 +96,7 @@ class XPCLink {
 
     const HomeProcess home_;
     std::atomic<bool> isReleased_ = false;
+    std::atomic<bool> hasEnded_ = false;
     std::optional<SerialQueue> xpcConnectionQueue_;  // until the end
     const std::unique_ptr<ServiceConnection> xpcConnection_;
     SerialQueue xpcReplyQueue_;

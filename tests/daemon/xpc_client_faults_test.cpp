@@ -13,6 +13,7 @@
 
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/support/child_process.h"
+#include "tests/support/thread_names.h"
 
 namespace {
 
@@ -237,11 +238,29 @@ TEST_F(XPCClientFaults, FailsAtOnceInAnotherProcess) {
     client_->queryLogging();
     EXPECT_TRUE(isTrueInChild([this] {
         std::optional<Error> error;
+        client_->setDelegate(nullptr);
         return client_->queryDeviceList(&error).empty() && error == kNoReply &&
                client_->enableInterface_error("wlan0") && !client_->queryLogging();
     }));
     EXPECT_EQ(daemon_->requests().size(), 1u);
     expectHealthy();
+}
+
+TEST_F(XPCClientFaults, NeedsNoLockInAnotherProcess) {
+    const auto delegate = stations_.delegate();
+    std::atomic<bool> isOver = false;
+    auto replacing = inBackground([&] {
+        while (!isOver) client_->setDelegate(delegate);
+    });
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(isTrueInChild([this] {
+            client_->setDelegate(stations_.delegate());
+            return client_->delegate() == nullptr;
+        }));
+    }
+    isOver = true;
+    replacing.get();
+    EXPECT_EQ(client_->delegate(), delegate);
 }
 
 TEST_F(XPCClientFaults, MayEndInAnotherProcess) {
@@ -334,6 +353,63 @@ TEST_F(XPCClientFaults, MayEndInADelegateCall) {
     ended.get_future().wait();
     EXPECT_EQ(client_, nullptr);
 }
+
+// A line of the client's log, and what makes it.
+struct LineRow {
+    std::string name;
+    const char* line;
+    void (*happen)(BusPeer& daemon, PrivateBus& bus);
+};
+
+void sendJoined(BusPeer& daemon, PrivateBus&) {
+    daemon.sendEvent(notification("joined"), daemon.requests().back().sender);
+}
+
+const LineRow kLines[] = {
+    {"Dictionary", "Halvane Notification RX DICTIONARY", sendJoined},
+    {"Command", "Command  ", sendJoined},
+    {"Interface", "Interface  ", sendJoined},
+    {"Address", "Client MAC  ", sendJoined},
+    {"Interrupted", "connection was interrupted",
+     [](BusPeer& daemon, PrivateBus&) { daemon.disconnect(); }},
+    {"Invalidated", "connection was invalidated", [](BusPeer&, PrivateBus& bus) { bus.kill(); }},
+};
+
+class XPCClientLine : public XPCClientTest, public ::testing::WithParamInterface<LineRow> {
+  protected:
+    // Ends the client at the line of the test.
+    static void record(const LogMessage*, const char* text, std::size_t length, void* arg) {
+        auto& test = *static_cast<XPCClientLine*>(arg);
+        const std::string_view line(text, length);
+        if (!test.client_ || line.find(GetParam().line) == std::string_view::npos) return;
+        test.client_.reset();
+        test.hasEnded_.signal();
+    }
+
+    // The queue's thread, on which the client ends, goes on for a while.
+    static void waitUntilTheQueueIsGone() {
+        while (threadNames().count("onnection.queue") > 0) std::this_thread::yield();
+    }
+
+    CountingSemaphore hasEnded_{0};
+};
+
+TEST_P(XPCClientLine, MayEndTheClient) {
+    client_->setDelegate(stations_.delegate());
+    client_->queryLogging();
+    char output[100];
+    SNPrintF(output, sizeof(output), "^WiFiXPC$:output=callback;func=%p;arg=%p",
+             reinterpret_cast<const void*>(&XPCClientLine::record), this);
+    LogControl(output);
+    LogControl("^WiFiXPC$:level=verbose");
+    GetParam().happen(*daemon_, bus_);
+    hasEnded_.wait();
+    waitUntilTheQueueIsGone();
+    EXPECT_TRUE(stations_.all().empty()) << "no call after the end";
+}
+
+INSTANTIATE_TEST_SUITE_P(All, XPCClientLine, ::testing::ValuesIn(kLines),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(XPCClientFaults, MayEndWhenTheBusIsGone) {
     bus_.kill();

@@ -1,14 +1,12 @@
 // What requests put on the bus, and what they answer.
 #include <atomic>
-#include <fstream>
-#include <pthread.h>
-#include <set>
 #include <thread>
 
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
+#include "tests/support/thread_names.h"
 
 namespace {
 
@@ -397,28 +395,11 @@ TEST_F(XPCClientRequests, AtOnceDoNoHarm) {
     }
 }
 
-std::string threadName() {
-    char name[16] = {};
-    ::pthread_getname_np(::pthread_self(), name, sizeof(name));
-    return name;
-}
-
-// The names of this process's threads.
-std::multiset<std::string> threadNames() {
-    std::multiset<std::string> names;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
-        std::string name;
-        std::getline(std::ifstream(thread.path() / "comm"), name);
-        names.insert(name);
-    }
-    return names;
-}
-
 TEST_F(XPCClientRequests, AreHandledOnQueuesThatBearTheServicesName) {
     std::promise<std::string> name;
     client_->setDelegate(std::make_shared<HalvaneXPCClientDelegate>(
         HalvaneXPCClientDelegate{.clientLeft_forInterface = [&](const auto&, const auto&) {
-            name.set_value(threadName());
+            name.set_value(currentThreadName());
         }}));
     daemon_->sendEvent(notification("left"), clientName());
     EXPECT_EQ(name.get_future().get(), "onnection.queue") << "the end, of 15 bytes";
