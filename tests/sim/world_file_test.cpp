@@ -101,6 +101,18 @@ TEST(WorldFile, RefusesRecordsThatCannotBeToldApart) {
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac}))), "none");
 }
 
+// A reply has to hold them, beside those that come later.
+TEST(WorldFile, TakesStationsUpToASizeInAll) {
+    const auto stations = [](std::size_t elements) {
+        auto station = withData("MAC", {2, 0, 0, 0, 0, 1});
+        station.set("RawIEBuffer", ByteBuffer::fromText(std::string(elements, 'x')));
+        return fileOf("Stations", forWlan0({station}));
+    };
+    EXPECT_EQ(refusalOf(stations(6'000'000)), "none");
+    EXPECT_EQ(refusalOf(stations(6'300'000)),
+              "Stations: they are longer than 8388608 bytes as one property list");
+}
+
 TEST(WorldFile, TakesNoValueOfTheWrongKind) {
     for (const auto& value : testing::valuesOfEveryKind()) {
         for (const char* key : {"Devices", "Interfaces", "Disabled"}) {

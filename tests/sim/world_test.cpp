@@ -273,6 +273,16 @@ TEST(World, HasRoomForSoManyStationsAndNoMore) {
     EXPECT_EQ(world.startBSS("wlan1"), Status::TooManyStations);
 }
 
+TEST(World, StartsAgainWhereThereIsNoRoomLeft) {
+    World world = worldWithBSS();
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), Status::Done);
+    EXPECT_EQ(world.stopBSS("wlan0"), Status::Done);
+    world.takeNotifications();
+    EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.takeNotifications().size(), 4u);
+    EXPECT_EQ(world.clients().size(), kMaximumStations);
+}
+
 }  // namespace
 
 }  // namespace halvane::sim

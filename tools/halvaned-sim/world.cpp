@@ -86,6 +86,15 @@ std::size_t World::indexOf(const SimulatedInterface& interface) const {
     return static_cast<std::size_t>(&interface - interfaces_.data());
 }
 
+// How many of those in range have never come.
+std::size_t World::newStationsOf(const SimulatedInterface& interface) const {
+    const auto isNew = [&](const HalvaneClient& station) {
+        return !stations_.has(interface.name(), station.mac());
+    };
+    return static_cast<std::size_t>(
+        std::count_if(interface.stations.begin(), interface.stations.end(), isNew));
+}
+
 Status World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
     SimulatedInterface* const interface = find(name);
     if (interface == nullptr) return Status::UnknownInterface;
@@ -141,7 +150,7 @@ Status World::startBSS(std::string_view name) {
     if (!isHostRole(*interface->record.ifRole())) return Status::WrongRole;
     if (interface->configs.empty()) return Status::NothingToStart;
     if (interface->hostedSSID) return Status::Done;
-    if (stations_.size() + interface->stations.size() > kMaximumStations) {
+    if (stations_.size() + newStationsOf(*interface) > kMaximumStations) {
         return Status::TooManyStations;
     }
     bringUp(*interface, *std::min_element(interface->configs.begin(), interface->configs.end(),

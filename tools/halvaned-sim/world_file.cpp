@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 namespace halvane::sim {
@@ -71,6 +72,7 @@ class Reader {
         readLists(kStations, &SimulatedInterface::stations);
         checkConfigs();
         checkStations();
+        checkSizeOfStations();
         return World(std::move(devices_), std::move(interfaces_));
     }
 
@@ -136,6 +138,20 @@ class Reader {
                 if (station.mac().size() != kAddressLength) refuse(place, "a MAC has not 6 bytes");
                 if (!addresses.insert(station.mac().hex()).second) refuse(place, "two share a MAC");
             }
+        }
+    }
+
+    void checkSizeOfStations() const {
+        PropertyListArray stations;
+        for (const SimulatedInterface& interface : interfaces_) {
+            for (PropertyListValue& station : skeleton::skeletonsOf(interface.stations)) {
+                stations.push_back(std::move(station));
+            }
+        }
+        const auto text = xmlPropertyList(std::move(stations));
+        if (text && text->size() > kLargestStationsInRange) {
+            refuse(kStations, "they are longer than " + std::to_string(kLargestStationsInRange) +
+                                  " bytes as one property list");
         }
     }
 
