@@ -9,6 +9,7 @@
 #include "tests/support/run_program.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/terminal_program.h"
 
 using halvane::testing::BusCaller;
 using halvane::testing::command;
@@ -18,6 +19,7 @@ using halvane::testing::runProgram;
 using halvane::testing::ScopedEnvironment;
 using halvane::testing::SimProcess;
 using halvane::testing::TemporaryFolder;
+using halvane::testing::TerminalProgram;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -57,13 +59,28 @@ TEST_F(SimProgram, SaysThatItSimulatesAndWhere) {
 }
 
 TEST_F(SimProgram, LeavesNothingBehindWhenItIsStopped) {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
         SimProcess process;
         const pid_t bus = BusCaller(process.address()).processOf("org.freedesktop.DBus");
         EXPECT_EQ(::kill(bus, 0), 0);
         EXPECT_EQ(process.stop(signal), 0) << signal;
         EXPECT_TRUE(isFolderEmpty());
         EXPECT_NE(::kill(bus, 0), 0) << "the bus still runs";
+    }
+}
+
+// The keyboard's signals reach the command, which is left to decide.
+TEST_F(SimProgram, LeavesTheKeyboardToItsCommand) {
+    for (const char* key : {"\x03", "\x1C"}) {
+        TerminalProgram terminal({HALVANE_SIM, "--private", "--", "sh", "-c",
+                                  "trap '' INT QUIT; echo started; read line; echo \"<$line>\"; "
+                                  "exit 7"});
+        terminal.waitFor("started");
+        terminal.type(key);
+        terminal.type("done\n");
+        terminal.waitFor("<done>");
+        EXPECT_EQ(WEXITSTATUS(terminal.wait()), 7);
+        EXPECT_TRUE(isFolderEmpty());
     }
 }
 
@@ -210,9 +227,29 @@ TEST_F(SimProgram, SaysWhatIsWrongWithAFile) {
     EXPECT_THAT(refused.errors,
                 StartsWith("halvaned-sim: " + bad + ": byte 3: is no property list: "));
     EXPECT_EQ(sim({"--private", "--state", bad + "x"}).errors,
-              "halvaned-sim: " + bad + "x: no such file\n");
+              "halvaned-sim: " + bad + "x: No such file or directory\n");
     EXPECT_EQ(sim({"--private", "--state", folder_.path().string()}).errors,
-              "halvaned-sim: " + folder_.path().string() + ": cannot be read\n");
+              "halvaned-sim: " + folder_.path().string() + ": Is a directory\n");
+    EXPECT_EQ(sim({"--private", "--state", "/dev/zero"}).errors,
+              "halvaned-sim: /dev/zero: is longer than 67108864 bytes\n");
+    EXPECT_EQ(runProgram({HALVANE_SIM, "--private", "--state", "-"}, "<x>").errors,
+              "halvaned-sim: standard input: byte 3: is no property list: element without an "
+              "end\n");
+}
+
+TEST_F(SimProgram, ReadsAFileFromPipesAndStandardInput) {
+    const std::string text = sim({"--print-state"}).output;
+    const std::string file =
+        folder_.write("state", std::vector<std::uint8_t>(text.begin(), text.end()));
+    const auto outputOf = [&](const char* script) {
+        return runProgram({"/bin/sh", "-c", script, HALVANE_SIM, file}).output;
+    };
+    EXPECT_TRUE(outputOf(R"("$0" --print-state --state - <"$1")") == text);
+    EXPECT_TRUE(outputOf(R"(cat "$1" | "$0" --print-state --state -)") == text);
+    EXPECT_TRUE(outputOf(R"(cat "$1" | "$0" --print-state --state /dev/stdin)") == text);
+    // Each end of one that has a name waits for the other.
+    EXPECT_TRUE(outputOf(R"(mkfifo "$1".pipe; cat "$1" >"$1".pipe &
+                            "$0" --print-state --state "$1".pipe)") == text);
 }
 
 TEST_F(SimProgram, RefusesOptionsThatDoNotGoTogether) {
@@ -246,6 +283,8 @@ TEST_F(SimProgram, ExplainsItself) {
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.output, "");
     EXPECT_THAT(help.errors, HasSubstr("A simulation of the Wi-Fi daemon"));
+    EXPECT_THAT(help.errors, HasSubstr("SIGTERM, SIGINT, SIGHUP or SIGQUIT"));
+    EXPECT_THAT(help.errors, HasSubstr("128+N"));
     EXPECT_THAT(help.errors, HasSubstr("\nkick IF MAC [REASON] "));
     const auto version = sim({"--version"});
     EXPECT_EQ(version.status, 0);
