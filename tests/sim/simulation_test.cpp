@@ -175,6 +175,15 @@ TEST_F(SimulationTest, KeepsLoggingSettings) {
     EXPECT_EQ(statusOf({{"command", "logging"}}), 0);
 }
 
+TEST_F(SimulationTest, TellsLoggingSettingsALineEach) {
+    EXPECT_EQ(statusOf({{"command", "logging"}, {"WiFiWPS", "a\nWiFi: b\\\r"}}), 0);
+    const std::string params =
+        skeleton::textFor(replyTo({{"command", "queryLogging"}}), "params").value();
+    EXPECT_EQ(std::count(params.begin(), params.end(), '\n'), 9);
+    EXPECT_THAT(params, HasSubstr(R"(WiFiWPS: a\x0AWiFi: b\\\x0D)"
+                                  "\n"));
+}
+
 TEST_F(SimulationTest, KnowsWhoSubscribedLastAndHow) {
     const Entries on = {{"command", "subscribe"}, {"notifyAP", true}};
     EXPECT_EQ(statusOf(on), 0);
