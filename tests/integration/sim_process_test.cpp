@@ -99,6 +99,25 @@ TEST_F(SimProgram, TakesAnyFolderForTemporaryFiles) {
     EXPECT_EQ(BusCaller(process.address()).request(command("enable", "wlan0")).status(), 0);
 }
 
+TEST_F(SimProgram, NamesTheFolderThatHoldsNoTemporaryFiles) {
+    const auto errorsIn = [](const std::string& folder) {
+        const auto result =
+            runProgram({"/usr/bin/env", "TMPDIR=" + folder, HALVANE_SIM, "--private"});
+        EXPECT_EQ(result.status, 1);
+        return result.errors;
+    };
+    const std::string missing = (folder_.path() / "missing").string();
+    EXPECT_EQ(errorsIn(missing), "halvaned-sim: no folder can be made in " + missing +
+                                     ": No such file or directory\n");
+    const auto deep = folder_.path() / std::string(100, 'x');
+    std::filesystem::create_directory(deep);
+    const std::string refused = errorsIn(deep.string());
+    EXPECT_THAT(refused, StartsWith("halvaned-sim: " + deep.string() + "/halvaned-sim-"));
+    EXPECT_THAT(refused, HasSubstr("/bus: is too long a name for a socket; TMPDIR may name another "
+                                   "folder\n"));
+    EXPECT_TRUE(std::filesystem::is_empty(deep));
+}
+
 TEST_F(SimProgram, RunsACommandOnItsBus) {
     const auto result = sim({"--private", "--", HALVANE_SIM, "--send", "show"});
     EXPECT_EQ(result.status, 0);
