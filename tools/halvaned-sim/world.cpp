@@ -44,6 +44,13 @@ HalvaneInterface withRole(const HalvaneInterface& record, const std::string& rol
     return *HalvaneInterface::initWithSkeletonRepresentation(skeleton);
 }
 
+// A station that nobody knows anything of.
+HalvaneClient newcomer(const ByteBuffer& mac) {
+    auto station = HalvaneClient::initWithMAC(mac);
+    station.setDeauthReason(kReasonNone);
+    return station;
+}
+
 // Locally administered, and of no station that a state file is likely to hold.
 ByteBuffer burstAddress(std::size_t interface, std::uint32_t number) {
     return {0x02,
@@ -225,7 +232,7 @@ Status World::join(std::string_view name, const ByteBuffer& mac) {
     if (stations_.find(interface->name(), mac) == nullptr && stations_.size() >= kMaximumStations) {
         return Status::TooManyStations;
     }
-    admit(*interface, HalvaneClient::initWithMAC(mac));
+    admit(*interface, newcomer(mac));
     return Status::Done;
 }
 
@@ -259,7 +266,7 @@ Status World::burst(std::string_view name, std::size_t count) {
     while (count > 0) {
         const ByteBuffer mac = burstAddress(indexOf(*interface), burstStations_++);
         if (stations_.find(interface->name(), mac) != nullptr) continue;
-        admit(*interface, HalvaneClient::initWithMAC(mac));
+        admit(*interface, newcomer(mac));
         --count;
     }
     return Status::Done;

@@ -30,6 +30,9 @@ inline constexpr std::size_t kMaximumStations = 32768;
 inline constexpr std::size_t kLargestNewcomer = 704;
 inline constexpr std::size_t kLargestStationsInRange = 8 << 20;
 
+// The deauthReason() of a station that was never sent away, and never left.
+inline constexpr std::uint64_t kReasonNone = 0;
+
 // The role in which an interface hosts a BSS; of either case.
 inline constexpr const char kHostRole[] = "AP";
 
