@@ -190,6 +190,37 @@ TEST_F(SimProgram, JoinsTheSystemBus) {
     EXPECT_EQ(BusCaller(bus.address()).ownerOf(kName), "");
 }
 
+// The bus's policy as docs/halvaned-sim.md has it.
+constexpr const char kControlPolicy[] =
+    "  <policy user=\"root\">\n"
+    "    <allow own=\"org.halvane.halvaned.Simulation\"/>\n"
+    "    <allow send_destination=\"org.halvane.halvaned.Simulation\"/>\n"
+    "  </policy>\n";
+
+std::vector<std::uint8_t> bytesOf(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+TEST_F(SimProgram, IsControlledOnASystemBusOnceThatAllowsIt) {
+    if (::geteuid() != 0) GTEST_SKIP() << "there is no daemon but root's";
+    const std::string shipped = HALVANE_DATA "/org.halvane.halvaned.conf";
+    const Words script = {"--control", "silent enable", "--", HALVANE_SIM, "--send", "show"};
+    {
+        const PrivateBus bus({.policyFile = shipped, .isStrict = true});
+        const auto refused = sim(script);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_THAT(refused.errors, HasSubstr("halvaned-sim: the bus lets nobody control the "
+                                              "simulation\n"));
+    }
+    const std::string policy =
+        folder_.write("policy.conf", bytesOf("<busconfig>\n  <include>" + shipped + "</include>\n" +
+                                             kControlPolicy + "</busconfig>\n"));
+    const PrivateBus bus({.policyFile = policy, .isStrict = true});
+    const auto done = sim(script);
+    EXPECT_EQ(done.status, 0);
+    EXPECT_THAT(done.output, HasSubstr("\nenable: silent\n"));
+}
+
 TEST_F(SimProgram, IsTheOnlyDaemonOfABus) {
     const PrivateBus bus;
     const SimProcess process((Words()));
@@ -258,8 +289,7 @@ TEST_F(SimProgram, SaysWhatIsWrongWithAFile) {
 
 TEST_F(SimProgram, ReadsAFileFromPipesAndStandardInput) {
     const std::string text = sim({"--print-state"}).output;
-    const std::string file =
-        folder_.write("state", std::vector<std::uint8_t>(text.begin(), text.end()));
+    const std::string file = folder_.write("state", bytesOf(text));
     const auto outputOf = [&](const char* script) {
         return runProgram({"/bin/sh", "-c", script, HALVANE_SIM, file}).output;
     };
