@@ -8,7 +8,8 @@
 
 namespace halvane::sim {
 
-// A new folder for temporary files, where TMPDIR says or in /tmp, gone with everything in it at the end.
+// A new folder for temporary files, where TMPDIR says or in /tmp, gone with everything in it at the
+// end.
 class TemporaryFolder {
   public:
     TemporaryFolder();

@@ -20,19 +20,23 @@ struct KeyCheck {
     bool isRequired = false;
 };
 
+std::string within(std::string place, std::string_view key) {
+    return place.append(": ").append(key);
+}
+
 void checkRecord(const PropertyListValue& value, std::span<const KeyCheck> keys,
                  const std::string& place) {
     const auto* const record = value.as<PropertyListDictionary>();
     if (record == nullptr) refuse(place, "is no dictionary");
     for (const auto& [key, held] : *record) {
         const auto known = std::ranges::find(keys, key, &KeyCheck::key);
-        const std::string at = place + ": " + key;
+        const std::string at = within(place, key);
         if (known == keys.end()) refuse(at, "there is no such key");
         known->check(held, at);
     }
     for (const KeyCheck& key : keys) {
         if (key.isRequired && record->find(key.key) == nullptr) {
-            refuse(place + ": " + std::string(key.key), "is missing");
+            refuse(within(place, key.key), "is missing");
         }
     }
 }
