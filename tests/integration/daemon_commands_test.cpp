@@ -142,7 +142,7 @@ TEST_F(DaemonLists, TellOfStations) {
                                    "02:00:00:00:01:01  no           -48  +[0-9]+\\.[0-9]{3} s  "
                                    "+[0-9]+\\.[0-9]{3} s       5\n"
                                    "02:00:00:00:01:02  yes          -61  +[0-9]+\\.[0-9]{3} s  "
-                                   "+-       1\n"));
+                                   "+-       0\n"));
 }
 
 TEST_F(DaemonLists, ShowNoControlCharacters) {

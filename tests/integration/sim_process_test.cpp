@@ -9,6 +9,7 @@
 #include "tests/support/run_program.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/terminal_program.h"
 
 using halvane::testing::BusCaller;
 using halvane::testing::command;
@@ -18,6 +19,7 @@ using halvane::testing::runProgram;
 using halvane::testing::ScopedEnvironment;
 using halvane::testing::SimProcess;
 using halvane::testing::TemporaryFolder;
+using halvane::testing::TerminalProgram;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -57,13 +59,28 @@ TEST_F(SimProgram, SaysThatItSimulatesAndWhere) {
 }
 
 TEST_F(SimProgram, LeavesNothingBehindWhenItIsStopped) {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
         SimProcess process;
         const pid_t bus = BusCaller(process.address()).processOf("org.freedesktop.DBus");
         EXPECT_EQ(::kill(bus, 0), 0);
         EXPECT_EQ(process.stop(signal), 0) << signal;
         EXPECT_TRUE(isFolderEmpty());
         EXPECT_NE(::kill(bus, 0), 0) << "the bus still runs";
+    }
+}
+
+// The keyboard's signals reach the command, which is left to decide.
+TEST_F(SimProgram, LeavesTheKeyboardToItsCommand) {
+    for (const char* key : {"\x03", "\x1C"}) {
+        TerminalProgram terminal({HALVANE_SIM, "--private", "--", "sh", "-c",
+                                  "trap '' INT QUIT; echo started; read line; echo \"<$line>\"; "
+                                  "exit 7"});
+        terminal.waitFor("started");
+        terminal.type(key);
+        terminal.type("done\n");
+        terminal.waitFor("<done>");
+        EXPECT_EQ(WEXITSTATUS(terminal.wait()), 7);
+        EXPECT_TRUE(isFolderEmpty());
     }
 }
 
@@ -80,6 +97,25 @@ TEST_F(SimProgram, TakesAnyFolderForTemporaryFiles) {
     const ScopedEnvironment temporary("TMPDIR", odd.string());
     const SimProcess process;
     EXPECT_EQ(BusCaller(process.address()).request(command("enable", "wlan0")).status(), 0);
+}
+
+TEST_F(SimProgram, NamesTheFolderThatHoldsNoTemporaryFiles) {
+    const auto errorsIn = [](const std::string& folder) {
+        const auto result =
+            runProgram({"/usr/bin/env", "TMPDIR=" + folder, HALVANE_SIM, "--private"});
+        EXPECT_EQ(result.status, 1);
+        return result.errors;
+    };
+    const std::string missing = (folder_.path() / "missing").string();
+    EXPECT_EQ(errorsIn(missing), "halvaned-sim: no folder can be made in " + missing +
+                                     ": No such file or directory\n");
+    const auto deep = folder_.path() / std::string(100, 'x');
+    std::filesystem::create_directory(deep);
+    const std::string refused = errorsIn(deep.string());
+    EXPECT_THAT(refused, StartsWith("halvaned-sim: " + deep.string() + "/halvaned-sim-"));
+    EXPECT_THAT(refused, HasSubstr("/bus: is too long a name for a socket; TMPDIR may name another "
+                                   "folder\n"));
+    EXPECT_TRUE(std::filesystem::is_empty(deep));
 }
 
 TEST_F(SimProgram, RunsACommandOnItsBus) {
@@ -154,6 +190,37 @@ TEST_F(SimProgram, JoinsTheSystemBus) {
     EXPECT_EQ(BusCaller(bus.address()).ownerOf(kName), "");
 }
 
+// The bus's policy as docs/halvaned-sim.md has it.
+constexpr const char kControlPolicy[] =
+    "  <policy user=\"root\">\n"
+    "    <allow own=\"org.halvane.halvaned.Simulation\"/>\n"
+    "    <allow send_destination=\"org.halvane.halvaned.Simulation\"/>\n"
+    "  </policy>\n";
+
+std::vector<std::uint8_t> bytesOf(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+TEST_F(SimProgram, IsControlledOnASystemBusOnceThatAllowsIt) {
+    if (::geteuid() != 0) GTEST_SKIP() << "there is no daemon but root's";
+    const std::string shipped = HALVANE_DATA "/org.halvane.halvaned.conf";
+    const Words script = {"--control", "silent enable", "--", HALVANE_SIM, "--send", "show"};
+    {
+        const PrivateBus bus({.policyFile = shipped, .isStrict = true});
+        const auto refused = sim(script);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_THAT(refused.errors, HasSubstr("halvaned-sim: the bus lets nobody control the "
+                                              "simulation\n"));
+    }
+    const std::string policy =
+        folder_.write("policy.conf", bytesOf("<busconfig>\n  <include>" + shipped + "</include>\n" +
+                                             kControlPolicy + "</busconfig>\n"));
+    const PrivateBus bus({.policyFile = policy, .isStrict = true});
+    const auto done = sim(script);
+    EXPECT_EQ(done.status, 0);
+    EXPECT_THAT(done.output, HasSubstr("\nenable: silent\n"));
+}
+
 TEST_F(SimProgram, IsTheOnlyDaemonOfABus) {
     const PrivateBus bus;
     const SimProcess process((Words()));
@@ -210,9 +277,28 @@ TEST_F(SimProgram, SaysWhatIsWrongWithAFile) {
     EXPECT_THAT(refused.errors,
                 StartsWith("halvaned-sim: " + bad + ": byte 3: is no property list: "));
     EXPECT_EQ(sim({"--private", "--state", bad + "x"}).errors,
-              "halvaned-sim: " + bad + "x: no such file\n");
+              "halvaned-sim: " + bad + "x: No such file or directory\n");
     EXPECT_EQ(sim({"--private", "--state", folder_.path().string()}).errors,
-              "halvaned-sim: " + folder_.path().string() + ": cannot be read\n");
+              "halvaned-sim: " + folder_.path().string() + ": Is a directory\n");
+    EXPECT_EQ(sim({"--private", "--state", "/dev/zero"}).errors,
+              "halvaned-sim: /dev/zero: is longer than 67108864 bytes\n");
+    EXPECT_EQ(runProgram({HALVANE_SIM, "--private", "--state", "-"}, "<x>").errors,
+              "halvaned-sim: standard input: byte 3: is no property list: element without an "
+              "end\n");
+}
+
+TEST_F(SimProgram, ReadsAFileFromPipesAndStandardInput) {
+    const std::string text = sim({"--print-state"}).output;
+    const std::string file = folder_.write("state", bytesOf(text));
+    const auto outputOf = [&](const char* script) {
+        return runProgram({"/bin/sh", "-c", script, HALVANE_SIM, file}).output;
+    };
+    EXPECT_TRUE(outputOf(R"("$0" --print-state --state - <"$1")") == text);
+    EXPECT_TRUE(outputOf(R"(cat "$1" | "$0" --print-state --state -)") == text);
+    EXPECT_TRUE(outputOf(R"(cat "$1" | "$0" --print-state --state /dev/stdin)") == text);
+    // Each end of one that has a name waits for the other.
+    EXPECT_TRUE(outputOf(R"(mkfifo "$1".pipe; cat "$1" >"$1".pipe &
+                            "$0" --print-state --state "$1".pipe)") == text);
 }
 
 TEST_F(SimProgram, RefusesOptionsThatDoNotGoTogether) {
@@ -246,6 +332,8 @@ TEST_F(SimProgram, ExplainsItself) {
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.output, "");
     EXPECT_THAT(help.errors, HasSubstr("A simulation of the Wi-Fi daemon"));
+    EXPECT_THAT(help.errors, HasSubstr("SIGTERM, SIGINT, SIGHUP or SIGQUIT"));
+    EXPECT_THAT(help.errors, HasSubstr("128+N"));
     EXPECT_THAT(help.errors, HasSubstr("\nkick IF MAC [REASON] "));
     const auto version = sim({"--version"});
     EXPECT_EQ(version.status, 0);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
@@ -70,6 +71,30 @@ TEST_F(SimulationTest, AnswersEveryList) {
     EXPECT_EQ(statusOf({{"command", "bssStart"}, {"interface", "wlan0"}}), 0);
     EXPECT_EQ(recordsIn<HalvaneClient>(replyTo({{"command", "clientList"}}), "clients"),
               world.clients());
+}
+
+// A station that a control line brought, whatever its numbers are.
+TEST_F(SimulationTest, ListsANewcomerInSoManyBytes) {
+    auto skeleton = HalvaneClient::initWithMAC({2, 0, 0, 0, 9, 9}).skeletonRepresentation();
+    for (const char* key : {"LastUpdated", "FirstUpdated", "createTime", "joinTime", "leftTime"}) {
+        skeleton.set(key, UINT64_MAX);
+    }
+    skeleton.set("Channel", INT64_MIN);
+    skeleton.set("Capabilities", UINT16_MAX);
+    skeleton.set("deauthReason", UINT16_MAX);
+    const auto sizeOfList = [&](std::size_t count) {
+        return xml(PropertyListArray(count, skeleton)).size();
+    };
+    EXPECT_LE(sizeOfList(2) - sizeOfList(1), kLargestNewcomer);
+}
+
+TEST_F(SimulationTest, ListsAsManyStationsAsThereMayBe) {
+    World& world = simulation_.world;
+    world.startBSS("wlan0");
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), Status::Done);
+    const IPCMessage reply = ask({{"command", "clientList"}}).reply;
+    EXPECT_EQ(recordsIn<HalvaneClient>(reply.entries(), "clients").size(), kMaximumStations);
+    EXPECT_EQ(checkBusMessage(reply, kLargestReply).refusal, "");
 }
 
 TEST_F(SimulationTest, ListsConfigurationsOfOneInterfaceOrOfAll) {
@@ -148,6 +173,15 @@ TEST_F(SimulationTest, KeepsLoggingSettings) {
     EXPECT_THAT(params, HasSubstr("WiFiWPS: ?WiFiWPS:level=info\n"));
     EXPECT_THAT(params, HasSubstr("WiFi: ?WiFi:output=file;path=/var/log/halvaned.log\n"));
     EXPECT_EQ(statusOf({{"command", "logging"}}), 0);
+}
+
+TEST_F(SimulationTest, TellsLoggingSettingsALineEach) {
+    EXPECT_EQ(statusOf({{"command", "logging"}, {"WiFiWPS", "a\nWiFi: b\\\r"}}), 0);
+    const std::string params =
+        skeleton::textFor(replyTo({{"command", "queryLogging"}}), "params").value();
+    EXPECT_EQ(std::count(params.begin(), params.end(), '\n'), 9);
+    EXPECT_THAT(params, HasSubstr(R"(WiFiWPS: a\x0AWiFi: b\\\x0D)"
+                                  "\n"));
 }
 
 TEST_F(SimulationTest, KnowsWhoSubscribedLastAndHow) {

@@ -71,34 +71,112 @@ TEST(WorldFile, SaysWhatIsWrongAndWhere) {
     EXPECT_EQ(refusalOf("text"), "the whole: is no dictionary");
     EXPECT_EQ(refusalOf(fileOf("Clients", 1)), "Clients: there is no such key");
     EXPECT_EQ(refusalOf(fileOf("Interfaces", 1)), "Interfaces: is no array");
-    EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{1})),
-              "Interfaces: an element is not what it should be");
+    EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{wlan0, 1})),
+              "Interfaces: element 2: is no dictionary");
     EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{PropertyListDictionary()})),
-              "Interfaces: an element is not what it should be");
+              "Interfaces: element 1: InterfaceName: is missing");
     EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{wlan0, wlan0})),
-              "Interfaces: wlan0 is there twice");
+              "Interfaces: element 2: InterfaceName: another has the same");
     EXPECT_EQ(refusalOf(fileOf("Devices", PropertyListArray{"x"})),
-              "Devices: an element is not what it should be");
-    EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{"wlan7"})),
-              "Disabled: there is no interface wlan7");
-    EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{7})), "Disabled: is no string");
+              "Devices: element 1: is no dictionary");
+    EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{"wlan0", "wlan7"})),
+              "Disabled: element 2: there is no interface wlan7");
+    EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{7})),
+              "Disabled: element 1: is no string");
     EXPECT_EQ(refusalOf(fileOf("Configs", PropertyListArray())), "Configs: is no dictionary");
     EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({1}))),
-              "Configs: wlan0: an element is not what it should be");
+              "Configs: wlan0: element 1: is no dictionary");
+}
+
+// The default file with one value of its first interface changed.
+PropertyListDictionary withInterface(const char* key, PropertyListValue value) {
+    auto wlan0 = defaultWorld().interfaces()[0].record.skeletonRepresentation();
+    wlan0.set(key, std::move(value));
+    return fileOf("Interfaces", PropertyListArray{wlan0});
+}
+
+TEST(WorldFile, SaysWhichKeyOfARecordIsWrong) {
+    const PropertyListValue text = "text";
+    const PropertyListValue one = 1;
+    EXPECT_EQ(refusalOf(withInterface("InterfaceName", "")),
+              "Interfaces: element 1: InterfaceName: is empty");
+    EXPECT_EQ(refusalOf(withInterface("Role", "")), "Interfaces: element 1: Role: is empty");
+    EXPECT_EQ(refusalOf(withInterface("Subsystem", one)),
+              "Interfaces: element 1: Subsystem: is no string");
+    EXPECT_EQ(refusalOf(withInterface("MAC", ByteBuffer{2, 0})),
+              "Interfaces: element 1: MAC: has not 6 bytes");
+    EXPECT_EQ(refusalOf(withInterface("MAC", text)), "Interfaces: element 1: MAC: is no data");
+    EXPECT_EQ(refusalOf(withInterface("role", "AP")),
+              "Interfaces: element 1: role: there is no such key");
+    EXPECT_EQ(refusalOf(withInterface("Device", text)),
+              "Interfaces: element 1: Device: is no dictionary");
+    EXPECT_EQ(refusalOf(withInterface("Device", withData("MAC", {2}))),
+              "Interfaces: element 1: Device: MAC: has not 6 bytes");
+    EXPECT_EQ(refusalOf(withInterface("Channels", one)),
+              "Interfaces: element 1: Channels: is no array");
+    PropertyListDictionary channel;
+    channel.set("isDisabled", text);
+    EXPECT_EQ(
+        refusalOf(withInterface("Channels", PropertyListArray{PropertyListDictionary(), channel})),
+        "Interfaces: element 1: Channels: element 2: isDisabled: is no boolean");
+}
+
+TEST(WorldFile, SaysWhichKeyIsWrongInEveryList) {
+    auto station = withData("MAC", {2, 0, 0, 0, 0, 1});
+    station.set("IEs", PropertyListArray{ByteBuffer{0, 0}, 1});
+    EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({station}))),
+              "Stations: wlan0: element 1: IEs: element 2: is no data");
+    auto config = withData("SSID", {'x'});
+    config.set("channel", "6");
+    EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({withData("SSID", {'y'}), config}))),
+              "Configs: wlan0: element 2: channel: is no integer");
+    EXPECT_EQ(refusalOf(fileOf("Devices", PropertyListArray{withData("Index", {1})})),
+              "Devices: element 1: Index: is no integer");
+}
+
+// As a file is that was printed of one that leaves them out.
+TEST(WorldFile, TakesAddressesThatAreNotThere) {
+    PropertyListDictionary interface;
+    for (const char* key : {"InterfaceName", "Role", "Subsystem"}) interface.set(key, "x");
+    PropertyListDictionary file;
+    file.set("Interfaces", PropertyListArray{interface});
+    const auto printed = propertyListOf(worldFromPropertyList(file));
+    EXPECT_EQ(propertyListOf(worldFromPropertyList(printed)), printed);
+}
+
+TEST(WorldFile, TakesNumbersForBooleans) {
+    PropertyListDictionary config = withData("SSID", {'x'});
+    config.set("SecurityWPA2", 1);
+    const World world = worldFromPropertyList(fileOf("Configs", forWlan0({config})));
+    EXPECT_TRUE(world.interfaces()[0].configs.at(0).allowSecurityWPA2());
 }
 
 TEST(WorldFile, RefusesRecordsThatCannotBeToldApart) {
     const auto ssid = withData("SSID", {'x'});
     const auto mac = withData("MAC", {2, 0, 0, 0, 0, 1});
     EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({PropertyListDictionary()}))),
-              "Configs: wlan0: an SSID has not 1 to 32 bytes");
+              "Configs: wlan0: element 1: SSID: has not 1 to 32 bytes");
     EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({ssid, ssid}))),
-              "Configs: wlan0: two share an SSID");
+              "Configs: wlan0: element 2: SSID: another has the same");
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({withData("MAC", {1})}))),
-              "Stations: wlan0: a MAC has not 6 bytes");
+              "Stations: wlan0: element 1: MAC: has not 6 bytes");
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac, mac}))),
-              "Stations: wlan0: two share a MAC");
+              "Stations: wlan0: element 2: MAC: another has the same");
+    EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({PropertyListDictionary()}))),
+              "Stations: wlan0: element 1: MAC: has not 6 bytes");
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac}))), "none");
+}
+
+// A reply has to hold them, beside those that come later.
+TEST(WorldFile, TakesStationsUpToASizeInAll) {
+    const auto stations = [](std::size_t elements) {
+        auto station = withData("MAC", {2, 0, 0, 0, 0, 1});
+        station.set("RawIEBuffer", ByteBuffer::fromText(std::string(elements, 'x')));
+        return fileOf("Stations", forWlan0({station}));
+    };
+    EXPECT_EQ(refusalOf(stations(6'000'000)), "none");
+    EXPECT_EQ(refusalOf(stations(6'300'000)),
+              "Stations: they are longer than 8388608 bytes as one property list");
 }
 
 TEST(WorldFile, TakesNoValueOfTheWrongKind) {

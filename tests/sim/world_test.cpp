@@ -136,6 +136,27 @@ TEST(World, ListsAStationOnceHoweverOftenItComes) {
     EXPECT_TRUE(clientOf(world, kFirst).isAssociated());
 }
 
+TEST(World, HasStationsOfAWPA2Network) {
+    World world = worldWithBSS();
+    const HalvaneClient station = clientOf(world, kFirst);
+    EXPECT_EQ(station.securityFriendlyName(), "WPA Personal");
+    ASSERT_TRUE(station.rsn());
+    EXPECT_TRUE(station.rsn()->isValid());
+    EXPECT_TRUE(station.rsn()->allowUnicastCipherCCMP());
+    EXPECT_TRUE(station.rsn()->allowKeyManagementPSK());
+    EXPECT_TRUE(station.HTCaps()->isValid());
+    EXPECT_FALSE(station.invalidIEs());
+}
+
+TEST(World, GivesNoReasonBeforeAStationLeaves) {
+    World world = worldWithBSS();
+    world.join("wlan0", kStranger);
+    world.burst("wlan0", 1);
+    for (const HalvaneClient& client : world.clients()) EXPECT_EQ(client.deauthReason(), 0u);
+    world.leave("wlan0", kStranger);
+    EXPECT_EQ(clientOf(world, kStranger).deauthReason(), 3u);
+}
+
 TEST(World, StartsNothingOnAnInterfaceThatCannot) {
     World world = defaultWorld();
     EXPECT_EQ(world.startBSS("wlan7"), Status::UnknownInterface);
@@ -271,6 +292,16 @@ TEST(World, HasRoomForSoManyStationsAndNoMore) {
     world.changeRole("wlan1", "AP");
     world.addConfig("wlan1", config("x"));
     EXPECT_EQ(world.startBSS("wlan1"), Status::TooManyStations);
+}
+
+TEST(World, StartsAgainWhereThereIsNoRoomLeft) {
+    World world = worldWithBSS();
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), Status::Done);
+    EXPECT_EQ(world.stopBSS("wlan0"), Status::Done);
+    world.takeNotifications();
+    EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.takeNotifications().size(), 4u);
+    EXPECT_EQ(world.clients().size(), kMaximumStations);
 }
 
 }  // namespace

@@ -35,6 +35,19 @@ std::string readLine(int descriptor) {
     return line;
 }
 
+constexpr const char kFreePolicy[] =
+    "<policy context=\"default\"><allow user=\"*\"/><allow own=\"*\"/>"
+    "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/></policy>\n";
+
+constexpr const char kStrictPolicy[] =
+    "<policy context=\"default\"><allow user=\"*\"/><deny own=\"*\"/>"
+    "<deny send_type=\"method_call\"/><allow send_type=\"signal\"/>"
+    "<allow send_requested_reply=\"true\" send_type=\"method_return\"/>"
+    "<allow send_requested_reply=\"true\" send_type=\"error\"/>"
+    "<allow receive_type=\"method_call\"/><allow receive_type=\"method_return\"/>"
+    "<allow receive_type=\"error\"/><allow receive_type=\"signal\"/>"
+    "<allow send_destination=\"org.freedesktop.DBus\"/></policy>\n";
+
 }  // namespace
 
 PrivateBus::PrivateBus() : PrivateBus(Options{}) {}
@@ -68,8 +81,7 @@ std::string PrivateBus::writeConfiguration(const Options& options) const {
             "<busconfig>\n"
          << "<listen>unix:path=" << folder << "/bus</listen>\n"
          << "<servicedir>" << folder << "</servicedir>\n"
-         << "<policy context=\"default\"><allow user=\"*\"/><allow own=\"*\"/>"
-            "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/></policy>\n";
+         << (options.isStrict ? kStrictPolicy : kFreePolicy);
     for (const auto& [name, value] : options.limits) {
         file << "<limit name=\"" << name << "\">" << value << "</limit>\n";
     }

@@ -26,6 +26,10 @@ class PrivateBus {
 
         // A file of further policy.
         std::string policyFile = {};
+
+        // Whether nobody may do anything but what that file allows, as on a system's bus; else
+        // anybody may do anything but what it denies.
+        bool isStrict = false;
     };
 
     // Returns once the bus takes connections. Throws std::runtime_error where it does not start.

@@ -35,21 +35,27 @@ std::vector<HalvaneChannel> channelsOf(const Band (&bands)[count]) {
     return channels;
 }
 
-// Supported Rates, HT Capabilities and Extended Supported Rates of a station with one stream.
+// What a station with one stream sends as it associates with a WPA2 network (IEEE 802.11-2020,
+// 9.3.3.5): Supported Rates, Extended Supported Rates, RSN with CCMP and a pre-shared key, HT
+// Capabilities.
 ByteBuffer stationElements() {
     return {1,    8,    0x82, 0x84, 0x8B, 0x96, 0x0C, 0x12, 0x18, 0x24,  //
+            50,   4,    0x30, 0x48, 0x60, 0x6C,                          //
+            48,   20,   0x01, 0x00, 0x00, 0x0F, 0xAC, 0x04,              //
+            0x01, 0x00, 0x00, 0x0F, 0xAC, 0x04,                          //
+            0x01, 0x00, 0x00, 0x0F, 0xAC, 0x02, 0x00, 0x00,              //
             45,   26,   0x2C, 0x01, 0x03, 0xFF, 0x00, 0x00, 0x00, 0x00,  //
             0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
-            0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,              //
-            50,   4,    0x30, 0x48, 0x60, 0x6C};
+            0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00};
 }
 
 HalvaneClient station(std::uint8_t number, int rssi) {
     auto client = HalvaneClient::initWithMAC({0x02, 0x00, 0x00, 0x00, 0x01, number});
-    client.setInformationElements(stationElements());
     client.setCapabilityField(0x0431);  // ESS, privacy, short preamble, short slot time
+    client.setInformationElements(stationElements());
     client.setRSSI(Number(rssi));
     client.setNoise(Number(-95));
+    client.setDeauthReason(kReasonNone);
     return client;
 }
 

@@ -1,5 +1,7 @@
 #include "tools/halvaned-sim/logging_settings.h"
 
+#include "tools/halvane/escape_text.h"
+
 namespace halvane::sim {
 
 LoggingSettings::LoggingSettings() {
@@ -25,7 +27,7 @@ Status LoggingSettings::change(const PropertyListDictionary& request) {
 std::string LoggingSettings::text() const {
     std::string text;
     for (std::size_t i = 0; i < controls_.size(); ++i) {
-        text += std::string(kLogCategoryNames[i]) + ": " + controls_[i] + '\n';
+        text += std::string(kLogCategoryNames[i]) + ": " + tool::escapeText(controls_[i]) + '\n';
     }
     return text;
 }

@@ -5,7 +5,6 @@
 #include <new>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/file_internal.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
@@ -14,13 +13,13 @@
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/message.h"
 #include "tools/halvaned-sim/session.h"
+#include "tools/halvaned-sim/state_text.h"
 #include "tools/halvaned-sim/world_file.h"
 
 namespace halvane::sim {
 namespace {
 
 constexpr int kExitUsage = 2;
-constexpr std::size_t kLargestState = 64 << 20;
 
 struct Texts {
     char** items = nullptr;
@@ -39,11 +38,13 @@ std::int32_t help(CLIOption* option, const char* value, int negated) {
     const std::int32_t status = _CLIHelpOption(option, value, negated);
     std::fprintf(stderr,
                  "A simulation of the Wi-Fi daemon, to try and test its clients with; no radio is\n"
-                 "touched. It runs until SIGTERM or SIGINT, or for as long as a command does:\n\n"
+                 "touched. It runs until SIGTERM, SIGINT, SIGHUP or SIGQUIT, or for as long as a\n"
+                 "command does:\n\n"
                  "    halvaned-sim [options]\n"
                  "    halvaned-sim [options] [--] COMMAND [ARGUMENTS]\n\n"
                  "It joins the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name, or starts one.\n"
-                 "Exit status: that of the command; else 0, 1 failed, 2 usage.\n\n"
+                 "Exit status: that of the command, 128+N where signal N ended it, 127 where\n"
+                 "there is none, 126 where it cannot be run; else 0, 1 failed, 2 usage.\n\n"
                  "Control lines:\n\n%s\n",
                  controlHelp().c_str());
     return status;
@@ -71,7 +72,7 @@ CLIOption gOptions[] = {
      .longName = "state",
      .valuePtr = &gState,
      .argName = "FILE",
-     .shortHelp = "the interfaces and stations to simulate, a property list"},
+     .shortHelp = "what to simulate, a property list; - is standard input"},
     {.type = kCLIBoolean,
      .longName = "print-state",
      .valuePtr = &gPrintsState,
@@ -105,16 +106,10 @@ int refuse(const std::string& message) {
 
 World worldOf(const char* path) {
     if (path == nullptr) return defaultWorld();
-    const FileText file = readFile(path, kLargestState);
-    const std::string name(path);
-    if (!file.isThere && file.status == kStatusOK)
-        throw std::runtime_error(name + ": no such file");
-    if (file.isTooLong) throw std::runtime_error(name + ": is too long");
-    if (file.status != kStatusOK) throw std::runtime_error(name + ": cannot be read");
     try {
-        return worldFromText(file.text);
+        return worldFromText(stateText(path));
     } catch (const WorldFileError& error) {
-        throw std::runtime_error(name + ": " + error.what());
+        throw std::runtime_error(stateName(path) + ": " + error.what());
     }
 }
 

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <sys/prctl.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -70,9 +71,12 @@ std::string escapedPath(const std::string& path) {
 }  // namespace
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "halvaned-sim-XXXXXX").string();
+    const char* const named = std::getenv("TMPDIR");
+    const std::string parent = named != nullptr && *named != '\0' ? named : "/tmp";
+    std::string name = parent + "/halvaned-sim-XXXXXX";
     if (::mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error(name + ": " + std::strerror(errno));
+        throw std::runtime_error("no folder can be made in " + parent + ": " +
+                                 std::strerror(errno));
     }
     path_ = name;
 }
@@ -83,11 +87,19 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 PrivateBus::PrivateBus() {
+    if (socketPath().size() >= sizeof(sockaddr_un::sun_path)) {
+        throw std::runtime_error(
+            socketPath() + ": is too long a name for a socket; TMPDIR may name another folder");
+    }
     start("--config-file=" + writeConfiguration());
 }
 
 PrivateBus::~PrivateBus() {
     stop();
+}
+
+std::string PrivateBus::socketPath() const {
+    return folder_.path() + "/bus";
 }
 
 // The limits are those of a bus that is not short of memory: a burst of notifications has to wait
@@ -99,7 +111,7 @@ std::string PrivateBus::writeConfiguration() const {
             " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
             "<busconfig>\n"
             "  <listen>unix:path="
-         << escapedPath(folder_.path() + "/bus")
+         << escapedPath(socketPath())
          << "</listen>\n"
             "  <auth>EXTERNAL</auth>\n"
             "  <policy context=\"default\">\n"

@@ -8,7 +8,8 @@
 
 namespace halvane::sim {
 
-// A new folder for temporary files, gone with everything in it at the end.
+// A new folder for temporary files, where TMPDIR says or in /tmp, gone with everything in it at the
+// end.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -37,6 +38,7 @@ class PrivateBus {
     const std::string& address() const { return address_; }
 
   private:
+    std::string socketPath() const;
     std::string writeConfiguration() const;
     void start(const std::string& configuration);
     void stop();

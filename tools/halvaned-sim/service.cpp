@@ -6,16 +6,12 @@
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
-#include "halvane/platform/service_connection.h"
 
 #include "tools/halvaned-sim/bus_names.h"
 
 namespace halvane::sim {
 
 namespace {
-
-// What a reply may have: the limit, without what the bus adds.
-constexpr std::size_t kLargestReply = kServiceMessageLimit - 2048;
 
 // sd-bus keeps what the bus has not yet taken, up to a limit; a burst may be longer.
 constexpr std::size_t kEventsBetweenFlushes = 1024;

@@ -17,7 +17,7 @@ namespace halvane::sim {
 
 namespace {
 
-constexpr int kStopSignals[] = {SIGTERM, SIGINT, SIGHUP};
+constexpr int kStopSignals[] = {SIGTERM, SIGINT, SIGHUP, SIGQUIT};
 constexpr const char kAddressVariable[] = "DBUS_SYSTEM_BUS_ADDRESS";
 constexpr const char kNotice[] = "a simulation of the Wi-Fi daemon; no radio is touched";
 
@@ -137,9 +137,9 @@ void Session::stop(int status) {
 int Session::signalArrived(sd_event_source*, const signalfd_siginfo* info, void* userData) {
     return guarded([=] {
         auto& session = *static_cast<Session*>(userData);
-        // Control-C on a terminal reaches the program too, which knows what it means there.
-        const bool isProgrammes =
-            session.program_ && info->ssi_signo == SIGINT && info->ssi_code == SI_KERNEL;
+        // Control-C and Control-\ on a terminal reach the program too, which knows what they mean.
+        const bool isOfKeyboard = info->ssi_signo == SIGINT || info->ssi_signo == SIGQUIT;
+        const bool isProgrammes = session.program_ && isOfKeyboard && info->ssi_code == SI_KERNEL;
         if (!isProgrammes) session.stop(EXIT_SUCCESS);
         return 0;
     });

@@ -16,10 +16,10 @@ struct SessionOptions {
     std::vector<std::string> command;  // to be run beside it; none where it is empty
 };
 
-// Simulates until SIGTERM, SIGINT or SIGHUP comes, the line "quit" says so, the bus is gone, or the
-// command has ended. Answers the exit status: that of the command, if there is one; else 0, or 1
-// where the bus was lost. Whatever it started has ended then, and what it wrote is removed. Throws
-// std::exception where it cannot start.
+// Simulates until SIGTERM, SIGINT, SIGHUP or SIGQUIT comes, the line "quit" says so, the bus is
+// gone, or the command has ended. Answers the exit status: that of the command, if there is one;
+// else 0, or 1 where the bus was lost. Whatever it started has ended then, and what it wrote is
+// removed. Throws std::exception where it cannot start.
 int simulate(World world, const SessionOptions& options);
 
 // Sends control lines to the simulation that is on the system bus, and prints what it tells.

@@ -68,6 +68,11 @@ Status listConfigs(Request& request) {
     return Status::Done;
 }
 
+// However many stations come, the answer tells of them all.
+constexpr std::size_t kListAround = 1024;  // what is around the stations
+static_assert(kMaximumStations * kLargestNewcomer + kLargestStationsInRange + kListAround <=
+              kLargestReply);
+
 Status listClients(Request& request) {
     request.reply.set("clients", dataOf(skeleton::skeletonsOf(request.world().clients())));
     return Status::Done;

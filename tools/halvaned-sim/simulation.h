@@ -2,11 +2,13 @@
 #ifndef TOOLS_HALVANED_SIM_SIMULATION_H
 #define TOOLS_HALVANED_SIM_SIMULATION_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "halvane/platform/ipc_message.h"
+#include "halvane/platform/service_connection.h"
 
 #include "tools/halvaned-sim/faults.h"
 #include "tools/halvaned-sim/logging_settings.h"
@@ -14,6 +16,9 @@
 #include "tools/halvaned-sim/world.h"
 
 namespace halvane::sim {
+
+// What a reply may have: the limit, without what the bus adds.
+inline constexpr std::size_t kLargestReply = kServiceMessageLimit - 2048;
 
 struct Simulation {
     World world;

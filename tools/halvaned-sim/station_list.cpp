@@ -13,6 +13,10 @@ std::string keyOf(const std::string& interface, const ByteBuffer& mac) {
 
 }  // namespace
 
+bool StationList::has(const std::string& interface, const ByteBuffer& mac) const {
+    return index_.count(keyOf(interface, mac)) > 0;
+}
+
 HalvaneClient* StationList::find(const std::string& interface, const ByteBuffer& mac) {
     const auto found = index_.find(keyOf(interface, mac));
     return found != index_.end() ? &stations_[found->second].client : nullptr;

@@ -21,6 +21,8 @@ class StationList {
         HalvaneClient client;
     };
 
+    bool has(const std::string& interface, const ByteBuffer& mac) const;
+
     // Null where there is none. Valid until the next add().
     HalvaneClient* find(const std::string& interface, const ByteBuffer& mac);
 

@@ -44,6 +44,13 @@ HalvaneInterface withRole(const HalvaneInterface& record, const std::string& rol
     return *HalvaneInterface::initWithSkeletonRepresentation(skeleton);
 }
 
+// A station that nobody knows anything of.
+HalvaneClient newcomer(const ByteBuffer& mac) {
+    auto station = HalvaneClient::initWithMAC(mac);
+    station.setDeauthReason(kReasonNone);
+    return station;
+}
+
 // Locally administered, and of no station that a state file is likely to hold.
 ByteBuffer burstAddress(std::size_t interface, std::uint32_t number) {
     return {0x02,
@@ -84,6 +91,15 @@ SimulatedInterface* World::find(std::string_view name) {
 
 std::size_t World::indexOf(const SimulatedInterface& interface) const {
     return static_cast<std::size_t>(&interface - interfaces_.data());
+}
+
+// How many of those in range have never come.
+std::size_t World::newStationsOf(const SimulatedInterface& interface) const {
+    const auto isNew = [&](const HalvaneClient& station) {
+        return !stations_.has(interface.name(), station.mac());
+    };
+    return static_cast<std::size_t>(
+        std::count_if(interface.stations.begin(), interface.stations.end(), isNew));
 }
 
 Status World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
@@ -141,7 +157,7 @@ Status World::startBSS(std::string_view name) {
     if (!isHostRole(*interface->record.ifRole())) return Status::WrongRole;
     if (interface->configs.empty()) return Status::NothingToStart;
     if (interface->hostedSSID) return Status::Done;
-    if (stations_.size() + interface->stations.size() > kMaximumStations) {
+    if (stations_.size() + newStationsOf(*interface) > kMaximumStations) {
         return Status::TooManyStations;
     }
     bringUp(*interface, *std::min_element(interface->configs.begin(), interface->configs.end(),
@@ -216,7 +232,7 @@ Status World::join(std::string_view name, const ByteBuffer& mac) {
     if (stations_.find(interface->name(), mac) == nullptr && stations_.size() >= kMaximumStations) {
         return Status::TooManyStations;
     }
-    admit(*interface, HalvaneClient::initWithMAC(mac));
+    admit(*interface, newcomer(mac));
     return Status::Done;
 }
 
@@ -250,7 +266,7 @@ Status World::burst(std::string_view name, std::size_t count) {
     while (count > 0) {
         const ByteBuffer mac = burstAddress(indexOf(*interface), burstStations_++);
         if (stations_.find(interface->name(), mac) != nullptr) continue;
-        admit(*interface, HalvaneClient::initWithMAC(mac));
+        admit(*interface, newcomer(mac));
         --count;
     }
     return Status::Done;

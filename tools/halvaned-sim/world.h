@@ -23,8 +23,15 @@
 
 namespace halvane::sim {
 
-// The most stations that there may ever have been.
-inline constexpr std::size_t kMaximumStations = 65536;
+// The most stations that there may ever have been. The list of so many has to fit into one message
+// of the bus: there it takes kLargestNewcomer bytes for each, whatever their numbers are, and what
+// stations in range bring along of their own, kLargestStationsInRange for them all.
+inline constexpr std::size_t kMaximumStations = 32768;
+inline constexpr std::size_t kLargestNewcomer = 704;
+inline constexpr std::size_t kLargestStationsInRange = 8 << 20;
+
+// The deauthReason() of a station that was never sent away, and never left.
+inline constexpr std::uint64_t kReasonNone = 0;
 
 // The role in which an interface hosts a BSS; of either case.
 inline constexpr const char kHostRole[] = "AP";
@@ -44,7 +51,8 @@ bool isUsable(const HalvaneBSSConfig& config);
 
 class World {
   public:
-    // REQUIRES: interfaces have a name, a role and a subsystem, names are unique, no BSS is up.
+    // REQUIRES: interfaces have a name, a role and a subsystem, names are unique, no BSS is up, and
+    // a property list of all stations in range is at most kLargestStationsInRange bytes long.
     World(std::vector<HalvaneDevice> devices, std::vector<SimulatedInterface> interfaces);
 
     const std::vector<HalvaneDevice>& devices() const { return devices_; }
@@ -101,6 +109,7 @@ class World {
   private:
     SimulatedInterface* find(std::string_view name);
     std::size_t indexOf(const SimulatedInterface& interface) const;
+    std::size_t newStationsOf(const SimulatedInterface& interface) const;
     void bringUp(SimulatedInterface& interface, const HalvaneBSSConfig& config);
     void takeDown(SimulatedInterface& interface);
     void admit(const SimulatedInterface& interface, const HalvaneClient& station);

@@ -6,7 +6,10 @@
 #include <utility>
 
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
+
+#include "tools/halvaned-sim/record_check.h"
 
 namespace halvane::sim {
 
@@ -20,10 +23,6 @@ constexpr const char* kStations = "Stations";
 constexpr const char* kKeys[] = {kDevices, kInterfaces, kDisabled, kConfigs, kStations};
 
 constexpr std::size_t kAddressLength = 6;
-
-[[noreturn]] void refuse(const std::string& place, const std::string& problem) {
-    throw WorldFileError(place + ": " + problem);
-}
 
 template <typename Kind>
 const Kind& held(const PropertyListValue& value, const std::string& place, const char* kind) {
@@ -41,18 +40,44 @@ const PropertyListDictionary& dictionaryIn(const PropertyListValue& value,
     return held<PropertyListDictionary>(value, place, "dictionary");
 }
 
+// What the check takes is what a record can be built from, so that there is one for each element.
 template <typename Record>
-std::vector<Record> recordsIn(const PropertyListValue& value, const std::string& place) {
+std::vector<Record> recordsIn(const PropertyListValue& value, const std::string& place,
+                              RecordCheck check) {
     const PropertyListArray& array = arrayIn(value, place);
-    auto records = skeleton::recordsOf<Record>(array);
-    if (records.size() != array.size()) refuse(place, "an element is not what it should be");
-    return records;
+    for (std::size_t i = 0; i < array.size(); ++i) check(array[i], elementOf(place, i));
+    return skeleton::recordsOf<Record>(array);
 }
+
+// What a list has seen of a key by which its records are told apart.
+class Distinct {
+  public:
+    Distinct(std::string place, const char* key) : place_(std::move(place)), key_(key) {}
+
+    void add(const std::string& value) {
+        if (!values_.insert(value).second) refuse("another has the same");
+        ++index_;
+    }
+
+    [[noreturn]] void refuse(const std::string& problem) const {
+        sim::refuse(elementOf(place_, index_) + ": " + key_, problem);
+    }
+
+  private:
+    const std::string place_;
+    const char* const key_;
+    std::size_t index_ = 0;
+    std::set<std::string> values_;
+};
 
 // Calls `use` with the value of the key where there is one.
 template <typename Use>
 void withValueOf(const PropertyListDictionary& file, const char* key, Use use) {
     if (const auto* value = file.find(key)) use(*value);
+}
+
+std::string listPlace(const char* key, const std::string& interface) {
+    return std::string(key) + ": " + interface;
 }
 
 // Reads a world piece by piece; everything else refers to the interfaces, which come first.
@@ -64,13 +89,14 @@ class Reader {
         refuseUnknownKeys();
         readInterfaces();
         withValueOf(file_, kDevices, [&](const PropertyListValue& value) {
-            devices_ = recordsIn<HalvaneDevice>(value, kDevices);
+            devices_ = recordsIn<HalvaneDevice>(value, kDevices, checkDevice);
         });
         withValueOf(file_, kDisabled, [&](const PropertyListValue& value) { disable(value); });
-        readLists(kConfigs, &SimulatedInterface::configs);
-        readLists(kStations, &SimulatedInterface::stations);
+        readLists(kConfigs, &SimulatedInterface::configs, checkConfig);
+        readLists(kStations, &SimulatedInterface::stations, checkClient);
         checkConfigs();
         checkStations();
+        checkSizeOfStations();
         return World(std::move(devices_), std::move(interfaces_));
     }
 
@@ -86,16 +112,14 @@ class Reader {
     void readInterfaces() {
         const auto* value = file_.find(kInterfaces);
         if (value == nullptr) refuse(kInterfaces, "is missing");
-        std::set<std::string> names;
-        for (auto& record : recordsIn<HalvaneInterface>(*value, kInterfaces)) {
-            if (!names.insert(*record.ifName()).second) {
-                refuse(kInterfaces, *record.ifName() + " is there twice");
-            }
+        Distinct names(kInterfaces, "InterfaceName");
+        for (auto& record : recordsIn<HalvaneInterface>(*value, kInterfaces, checkInterface)) {
+            names.add(*record.ifName());
             interfaces_.push_back({.record = std::move(record)});
         }
     }
 
-    SimulatedInterface& named(const std::string& name, const char* place) {
+    SimulatedInterface& named(const std::string& name, const std::string& place) {
         for (SimulatedInterface& interface : interfaces_) {
             if (interface.name() == name) return interface;
         }
@@ -103,39 +127,54 @@ class Reader {
     }
 
     void disable(const PropertyListValue& value) {
-        for (const PropertyListValue& item : arrayIn(value, kDisabled)) {
-            named(held<std::string>(item, kDisabled, "string"), kDisabled).isEnabled = false;
+        const PropertyListArray& names = arrayIn(value, kDisabled);
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const std::string place = elementOf(kDisabled, i);
+            named(held<std::string>(names[i], place, "string"), place).isEnabled = false;
         }
     }
 
     template <typename Record>
-    void readLists(const char* key, std::vector<Record> SimulatedInterface::*list) {
+    void readLists(const char* key, std::vector<Record> SimulatedInterface::*list,
+                   RecordCheck check) {
         withValueOf(file_, key, [&](const PropertyListValue& value) {
             for (const auto& [name, records] : dictionaryIn(value, key)) {
-                named(name, key).*list = recordsIn<Record>(records, std::string(key) + ": " + name);
+                named(name, key).*list = recordsIn<Record>(records, listPlace(key, name), check);
             }
         });
     }
 
     void checkConfigs() const {
         for (const SimulatedInterface& interface : interfaces_) {
-            const std::string place = std::string(kConfigs) + ": " + interface.name();
-            std::set<std::string> names;
+            Distinct names(listPlace(kConfigs, interface.name()), "SSID");
             for (const HalvaneBSSConfig& config : interface.configs) {
-                if (!isUsable(config)) refuse(place, "an SSID has not 1 to 32 bytes");
-                if (!names.insert(config.ssid()->hex()).second) refuse(place, "two share an SSID");
+                if (!isUsable(config)) names.refuse("has not 1 to 32 bytes");
+                names.add(config.ssid()->hex());
             }
         }
     }
 
     void checkStations() const {
         for (const SimulatedInterface& interface : interfaces_) {
-            const std::string place = std::string(kStations) + ": " + interface.name();
-            std::set<std::string> addresses;
+            Distinct addresses(listPlace(kStations, interface.name()), "MAC");
             for (const HalvaneClient& station : interface.stations) {
-                if (station.mac().size() != kAddressLength) refuse(place, "a MAC has not 6 bytes");
-                if (!addresses.insert(station.mac().hex()).second) refuse(place, "two share a MAC");
+                if (station.mac().size() != kAddressLength) addresses.refuse("has not 6 bytes");
+                addresses.add(station.mac().hex());
             }
+        }
+    }
+
+    void checkSizeOfStations() const {
+        PropertyListArray stations;
+        for (const SimulatedInterface& interface : interfaces_) {
+            for (PropertyListValue& station : skeleton::skeletonsOf(interface.stations)) {
+                stations.push_back(std::move(station));
+            }
+        }
+        const auto text = xmlPropertyList(std::move(stations));
+        if (text && text->size() > kLargestStationsInRange) {
+            refuse(kStations, "they are longer than " + std::to_string(kLargestStationsInRange) +
+                                  " bytes as one property list");
         }
     }
 

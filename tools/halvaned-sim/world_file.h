@@ -10,22 +10,17 @@
 #ifndef TOOLS_HALVANED_SIM_WORLD_FILE_H
 #define TOOLS_HALVANED_SIM_WORLD_FILE_H
 
-#include <stdexcept>
-#include <string>
 #include <string_view>
 
 #include "halvane/base/property_list_value.h"
 
 #include "tools/halvaned-sim/world.h"
+#include "tools/halvaned-sim/world_file_error.h"
 
 namespace halvane::sim {
 
-// Why a file holds no world; what() names the place in it.
-class WorldFileError : public std::runtime_error {
-    using runtime_error::runtime_error;
-};
-
-// Throws WorldFileError for anything but the above: a misspelt key is told, not passed over.
+// Throws WorldFileError for anything but the above: a misspelt key is told, not passed over, in the
+// records too.
 World worldFromPropertyList(const PropertyListValue& value);
 World worldFromText(std::string_view xml);
 

@@ -1,0 +1,151 @@
+#include "tools/halvaned-sim/record_check.h"
+
+#include <algorithm>
+#include <span>
+#include <string_view>
+
+#include "halvane/model/bss_config.h"
+
+#include "tools/halvaned-sim/world_file_error.h"
+
+namespace halvane::sim {
+
+namespace {
+
+constexpr std::size_t kAddressLength = 6;
+
+struct KeyCheck {
+    std::string_view key;
+    RecordCheck check;
+    bool isRequired = false;
+};
+
+std::string within(std::string place, std::string_view key) {
+    return place.append(": ").append(key);
+}
+
+void checkRecord(const PropertyListValue& value, std::span<const KeyCheck> keys,
+                 const std::string& place) {
+    const auto* const record = value.as<PropertyListDictionary>();
+    if (record == nullptr) refuse(place, "is no dictionary");
+    for (const auto& [key, held] : *record) {
+        const auto known = std::ranges::find(keys, key, &KeyCheck::key);
+        const std::string at = within(place, key);
+        if (known == keys.end()) refuse(at, "there is no such key");
+        known->check(held, at);
+    }
+    for (const KeyCheck& key : keys) {
+        if (key.isRequired && record->find(key.key) == nullptr) {
+            refuse(within(place, key.key), "is missing");
+        }
+    }
+}
+
+template <const auto& keys>
+void checkKeys(const PropertyListValue& value, const std::string& place) {
+    checkRecord(value, keys, place);
+}
+
+template <RecordCheck check>
+void checkEach(const PropertyListValue& value, const std::string& place) {
+    const auto* const array = value.as<PropertyListArray>();
+    if (array == nullptr) refuse(place, "is no array");
+    for (std::size_t i = 0; i < array->size(); ++i) check((*array)[i], elementOf(place, i));
+}
+
+bool isNumber(const PropertyListValue& value) {
+    return value.as<Number>() != nullptr || value.as<bool>() != nullptr;
+}
+
+void number(const PropertyListValue& value, const std::string& place) {
+    if (!isNumber(value)) refuse(place, "is no integer");
+}
+
+void boolean(const PropertyListValue& value, const std::string& place) {
+    if (!isNumber(value)) refuse(place, "is no boolean");
+}
+
+void text(const PropertyListValue& value, const std::string& place) {
+    if (value.as<std::string>() == nullptr) refuse(place, "is no string");
+}
+
+void name(const PropertyListValue& value, const std::string& place) {
+    text(value, place);
+    if (value.as<std::string>()->empty()) refuse(place, "is empty");
+}
+
+void data(const PropertyListValue& value, const std::string& place) {
+    if (value.as<ByteBuffer>() == nullptr) refuse(place, "is no data");
+}
+
+void address(const PropertyListValue& value, const std::string& place) {
+    data(value, place);
+    const std::size_t size = value.as<ByteBuffer>()->size();
+    if (size != 0 && size != kAddressLength) refuse(place, "has not 6 bytes");
+}
+
+constexpr KeyCheck kDeviceKeys[] = {
+    {"MAC", address},
+    {"Index", number},
+    {"NumberSpatialStreams", number},
+};
+
+constexpr KeyCheck kChannelKeys[] = {
+    {"ChannelNumber", number}, {"ChannelFrequency", number}, {"isRadarProne", boolean},
+    {"isDisabled", boolean},   {"supports40MHz", boolean},   {"supports80MHz", boolean},
+};
+
+constexpr KeyCheck kInterfaceKeys[] = {
+    {"MAC", address},
+    {"InterfaceName", name, true},
+    {"Role", name, true},
+    {"Subsystem", text, true},
+    {"Device", checkKeys<kDeviceKeys>},
+    {"Channels", checkEach<checkKeys<kChannelKeys>>},
+};
+
+constexpr KeyCheck kClientKeys[] = {
+    {"MAC", address},           {"RawIEBuffer", data},     {"IEs", checkEach<data>},
+    {"LastUpdated", number},    {"FirstUpdated", number},  {"Capabilities", number},
+    {"Channel", number},        {"Noise", number},         {"RSSI", number},
+    {"BeaconInterval", number}, {"isAssociated", boolean}, {"createTime", number},
+    {"joinTime", number},       {"leftTime", number},      {"deauthReason", number},
+};
+
+template <typename Value>
+constexpr RecordCheck kCheckOf = nullptr;
+template <>
+constexpr RecordCheck kCheckOf<ByteBuffer> = data;
+template <>
+constexpr RecordCheck kCheckOf<std::string> = text;
+
+#define HALVANE_SIM_GIVEN(type, getter, key) {key, kCheckOf<type>},
+#define HALVANE_SIM_NUMBER(getter, setter, key, value) {key, number},
+#define HALVANE_SIM_FLAG(getter, setter, key, value) {key, boolean},
+#define HALVANE_SIM_NAME(getter, setter, key) {key, text},
+constexpr KeyCheck kConfigKeys[] = {HALVANE_BSS_CONFIG_FIELDS(HALVANE_SIM_GIVEN, HALVANE_SIM_NUMBER,
+                                                              HALVANE_SIM_FLAG, HALVANE_SIM_NAME)};
+#undef HALVANE_SIM_GIVEN
+#undef HALVANE_SIM_NUMBER
+#undef HALVANE_SIM_FLAG
+#undef HALVANE_SIM_NAME
+
+}  // namespace
+
+void checkDevice(const PropertyListValue& value, const std::string& place) {
+    checkRecord(value, kDeviceKeys, place);
+}
+
+void checkInterface(const PropertyListValue& value, const std::string& place) {
+    checkRecord(value, kInterfaceKeys, place);
+}
+
+void checkConfig(const PropertyListValue& value, const std::string& place) {
+    checkRecord(value, kConfigKeys, place);
+}
+
+void checkClient(const PropertyListValue& value, const std::string& place) {
+    checkRecord(value, kClientKeys, place);
+}
+
+}  // namespace halvane::sim
