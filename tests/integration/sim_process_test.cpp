@@ -129,6 +129,8 @@ TEST_F(SimProgram, RunsACommandOnItsBus) {
 TEST_F(SimProgram, EndsAsItsCommandDoes) {
     EXPECT_EQ(sim({"--private", "--", "sh", "-c", "exit 7"}).status, 7);
     EXPECT_EQ(sim({"--private", "sh", "-c", "kill -KILL $$"}).status, 128 + SIGKILL);
+    // Looked for where everybody may look.
+    const ScopedEnvironment path("PATH", "/usr/bin:/bin");
     const auto missing = sim({"--private", "--", "halvane-is-no-such-program"});
     EXPECT_EQ(missing.status, 127);
     EXPECT_EQ(missing.errors, std::string(kNotice) +

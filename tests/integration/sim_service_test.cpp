@@ -304,6 +304,30 @@ TEST_F(SimService, GivesUpItsNameAndTakesItAgain) {
     EXPECT_EQ(caller_.ownerOf(kName), before);
 }
 
+TEST_F(SimService, ComesBackWithoutANameThatIsTaken) {
+    caller_.control("drop");
+    ASSERT_GE(::sd_bus_request_name(caller_.bus(), kName, 0), 0);
+    try {
+        caller_.control("restart");
+        ADD_FAILURE() << "the name is taken";
+    } catch (const std::runtime_error& error) {
+        EXPECT_THAT(error.what(), HasSubstr("is there already"));
+    }
+    ASSERT_GE(::sd_bus_release_name(caller_.bus(), kName), 0);
+    caller_.control("take");
+    EXPECT_EQ(statusOf(command("enable", "wlan0")), 0);
+}
+
+TEST_F(SimService, RefusesALineWhoseAnswerIsTooLarge) {
+    for (const char* interface : {"wlan0", "wlan1"}) {
+        WireMessage role = command("role", interface);
+        role["role"] = std::string(20 << 20, 'r');
+        EXPECT_EQ(statusOf(role), 0);
+    }
+    EXPECT_THROW(caller_.control("show"), std::runtime_error);
+    EXPECT_NE(caller_.control("help"), "");
+}
+
 TEST_F(SimService, SpoilsItsAnswers) {
     caller_.control("garbled queryDeviceList");
     pugi::xml_document document;

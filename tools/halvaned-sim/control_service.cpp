@@ -48,6 +48,9 @@ ControlResult ControlService::follow(std::string_view line) {
     service_.deliver();
     if (result.action) result.refusal = perform(*result.action);
     result.action.reset();
+    if (result.text.size() > kLargestReply) {
+        result.refusal = "the answer is larger than a bus takes";
+    }
     return result;
 }
 
@@ -59,8 +62,7 @@ std::string ControlService::perform(const BusAction& action) {
         case BusAction::Kind::Take:
             return service_.takeName();
         case BusAction::Kind::Restart:
-            service_.restart();
-            return {};
+            return service_.restart();
         case BusAction::Kind::Quit:
             onQuit_();
             return {};

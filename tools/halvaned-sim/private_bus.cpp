@@ -102,8 +102,9 @@ std::string PrivateBus::socketPath() const {
     return folder_.path() + "/bus";
 }
 
-// The limits are those of a bus that is not short of memory: a burst of notifications has to wait
-// for slow readers.
+// Everybody may do anything, but for replies that nobody waits for, as on any bus. The limits are
+// those of a bus that is not short of memory: a burst of notifications has to wait for slow
+// readers.
 std::string PrivateBus::writeConfiguration() const {
     std::string path = folder_.path() + "/bus.conf";
     std::ofstream file(path);
@@ -116,8 +117,8 @@ std::string PrivateBus::writeConfiguration() const {
             "  <auth>EXTERNAL</auth>\n"
             "  <policy context=\"default\">\n"
             "    <allow own=\"*\"/>\n"
-            "    <allow send_destination=\"*\" eavesdrop=\"true\"/>\n"
-            "    <allow eavesdrop=\"true\"/>\n"
+            "    <allow send_destination=\"*\"/>\n"
+            "    <allow receive_sender=\"*\"/>\n"
             "  </policy>\n"
             "  <limit name=\"max_incoming_bytes\">1000000000</limit>\n"
             "  <limit name=\"max_outgoing_bytes\">1000000000</limit>\n"

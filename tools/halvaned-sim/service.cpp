@@ -36,6 +36,8 @@ void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscrib
 Service::Service(sd_event* event, Simulation& simulation, LossHandler onLoss)
     : event_(event), simulation_(simulation), onLoss_(std::move(onLoss)) {
     join();
+    // Last: who sees the daemon's name finds everything there.
+    if (const std::string refusal = takeName(); !refusal.empty()) throw BusError(refusal);
 }
 
 Service::~Service() {
@@ -47,8 +49,6 @@ void Service::join() {
     publish();
     watch();
     check(::sd_bus_attach_event(bus_.get(), event_, SD_EVENT_PRIORITY_NORMAL), "using the bus");
-    // Last: who sees the daemon's name finds everything there.
-    if (const std::string refusal = takeName(); !refusal.empty()) throw BusError(refusal);
 }
 
 void Service::leave() {
@@ -59,13 +59,16 @@ void Service::leave() {
     simulation_.subscribers.clear();
 }
 
-void Service::restart() {
+// Who has taken the name meanwhile keeps it, as after dropName().
+std::string Service::restart() {
     leave();
     try {
         join();
-    } catch (const BusError&) {
+    } catch (const BusError& error) {
         onLoss_();
+        return error.what();
     }
+    return takeName();
 }
 
 // Once the loop has come back from the connection that is to be left.

@@ -41,8 +41,9 @@ class Service {
     std::string dropName();
     std::string takeName();
 
-    // Leaves the bus, and comes back as another connection, without subscribers.
-    void restart();
+    // Leaves the bus, and comes back as another connection, without subscribers. Answers as
+    // takeName(); where the bus is gone the loss is handled.
+    std::string restart();
 
   private:
     void join();
