@@ -9,6 +9,7 @@
 
 #include "tools/halvane/command.h"
 #include "tools/halvane/message.h"
+#include "tools/halvane/standard_files.h"
 
 namespace halvane::tool {
 namespace {
@@ -151,6 +152,7 @@ int run() {
 }  // namespace halvane::tool
 
 int main(int argc, char** argv) {
+    halvane::tool::openStandardFiles();
     CLIInit(argc, argv);
     return halvane::tool::exitStatusOf(halvane::tool::run);
 }
