@@ -1,7 +1,6 @@
 // The daemon's log categories: what they are set to, and setting them.
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +14,7 @@
 #include "tools/halvane/daemon_session.h"
 #include "tools/halvane/escape_text.h"
 #include "tools/halvane/message.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
@@ -65,7 +65,7 @@ std::variant<std::optional<Controls>, UsageError> controlsOf(
 void printLines(std::string_view text) {
     while (!text.empty()) {
         const auto line = text.substr(0, text.find('\n'));
-        std::puts(escapeText(line).c_str());
+        put(escapeText(line) + '\n');
         text.remove_prefix(std::min(text.size(), line.size() + 1));
     }
 }
