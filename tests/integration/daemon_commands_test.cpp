@@ -1,9 +1,11 @@
 // The tool's commands that talk to the Wi-Fi daemon, with the simulated one at the other end.
 #include <algorithm>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -440,6 +442,78 @@ TEST_F(DaemonMonitor, EndsWhenNobodyReadsIt) {
     bus_.control("join wlan0 02:00:00:00:02:01");
     EXPECT_EQ(monitor->errorLine(), "halvane: standard output: Broken pipe\n");
     EXPECT_EQ(monitor->wait(), 1);
+}
+
+TEST_F(DaemonMonitor, EndsBySignalWhileTheReaderOfItsOutputStandsStill) {
+    bus_.control("start wlan0");
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const auto monitor = start();
+        const std::string line = "joined      02:B0:00:00:00:00  wlan0\n";
+        const int capacity = monitor->narrowOutput();
+        ASSERT_GT(capacity, 0);
+        const int lines = capacity / static_cast<int>(line.size());
+        bus_.control("burst wlan0 " + std::to_string(lines + 100));
+        monitor->waitForUnreadOutput(lines * static_cast<int>(line.size()));
+        EXPECT_EQ(monitor->stop(signal), 0);
+        EXPECT_EQ(monitor->errorLine(), "");
+    }
+}
+
+TEST_F(DaemonMonitor, SpoilsNothingWhereItsOutputIsClosed) {
+    bus_.control("start wlan0");
+    RunningProgram monitor({"/bin/sh", "-c", "exec \"$0\" monitor >&-", HALVANE_TOOL});
+    EXPECT_EQ(monitor.errorLine(), "halvane: monitor: asked for notifications; Control-C ends\n");
+    bus_.control("join wlan0 02:00:00:00:02:01");
+    EXPECT_EQ(monitor.errorLine(), "halvane: standard output: Bad file descriptor\n");
+    EXPECT_EQ(monitor.wait(), 1);
+}
+
+// A daemon that says "done" and nothing else to the first requests, and nothing to the next.
+class SilentDaemon {
+  public:
+    SilentDaemon(const PrivateBus& bus, int answers) : caller_(bus.address()), answers_(answers) {
+        if (::sd_bus_request_name(caller_.bus(), kName, 0) < 0) throw std::runtime_error("no name");
+    }
+
+    // Returns once a request has come that it does not answer.
+    void waitForRequest() {
+        for (;;) {
+            sd_bus_message* message = nullptr;
+            const int progress = ::sd_bus_process(caller_.bus(), &message);
+            if (progress < 0) throw std::runtime_error("no bus");
+            if (progress == 0) ::sd_bus_wait(caller_.bus(), UINT64_MAX);
+            const bool isUnanswered = message != nullptr && !answer(message);
+            ::sd_bus_message_unref(message);
+            if (isUnanswered) return;
+        }
+    }
+
+  private:
+    static constexpr const char* kName = "org.halvane.halvaned";
+
+    // False where it is a request too many.
+    bool answer(sd_bus_message* message) {
+        if (::sd_bus_message_is_method_call(message, kName, "Request") <= 0) return true;
+        if (answers_-- == 0) return false;
+        return ::sd_bus_reply_method_return(message, "a{sv}", 1, "status", "x", std::int64_t{0}) >=
+               0;
+    }
+
+    BusCaller caller_;
+    int answers_;
+};
+
+TEST(UnansweredMonitor, EndsBySignalAsAnyProgram) {
+    for (const int answers : {0, 1}) {  // nothing is listed, or nothing subscribed
+        for (const int signal : {SIGINT, SIGTERM}) {
+            const PrivateBus bus;
+            SilentDaemon daemon(bus, answers);
+            RunningProgram monitor(toolWords({"monitor"}));
+            daemon.waitForRequest();
+            EXPECT_EQ(monitor.stop(signal), 128 + signal);
+            EXPECT_EQ(monitor.outputLine() + monitor.errorLine(), "");
+        }
+    }
 }
 
 // --- Without a daemon ---

@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <poll.h>
+#include <unistd.h>
 
 namespace halvane::tool {
 
@@ -14,6 +16,22 @@ int gReason = 0;
 
 void put(std::string_view text, std::FILE* stream) noexcept {
     if (std::fwrite(text.data(), 1, text.size(), stream) < text.size()) noteLostOutput(errno);
+}
+
+bool putAtOnce(std::string_view text) noexcept {
+    while (!text.empty()) {
+        const ssize_t count = ::write(STDOUT_FILENO, text.data(), text.size());
+        if (count >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno == EAGAIN) {  // who shares the file made it one that does not wait
+            pollfd writable = {STDOUT_FILENO, POLLOUT, 0};
+            ::poll(&writable, 1, -1);
+        } else if (errno != EINTR) {
+            noteLostOutput(errno);
+            return false;
+        }
+    }
+    return true;
 }
 
 void noteLostOutput(int error) noexcept {

@@ -17,6 +17,11 @@ namespace halvane::tool {
 // Puts text on standard output, or on a stream that stands for it.
 void put(std::string_view text, std::FILE* stream = stdout) noexcept;
 
+// The same at once, through no buffer and behind no lock, so that the program can end whoever is
+// slow to read. False where it was lost.
+// REQUIRES: nothing was put otherwise.
+bool putAtOnce(std::string_view text) noexcept;
+
 // Notes that something could not be put, for a reason of errno's. The first reason counts.
 void noteLostOutput(int error) noexcept;
 
