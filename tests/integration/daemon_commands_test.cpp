@@ -75,6 +75,10 @@ std::string noDaemonMessage(const std::string& command) {
            "work\n";
 }
 
+std::string lossMessage(const std::string& command) {
+    return "halvane: " + command + ": the daemon went away before it answered\n";
+}
+
 // Every command, with what it needs.
 const Words kCommands[] = {
     {"devices"},
@@ -264,18 +268,20 @@ TEST_F(DaemonActions, StartAndStopANetwork) {
     EXPECT_EQ(jsonFrom({"clients"})[0]["isAssociated"], false);
 }
 
+// The actions, and their commands on the bus.
+const std::pair<Words, std::string> kActions[] = {
+    {{"add", "wlan0", "--ssid=home"}, "configAdd"},
+    {{"remove", "wlan0", "--ssid=home"}, "configRemove"},
+    {{"enable", "wlan0"}, "enable"},
+    {{"disable", "wlan0"}, "disable"},
+    {{"role", "wlan0", "STA"}, "role"},
+    {{"start", "wlan0"}, "bssStart"},
+    {{"stop", "wlan0"}, "bssStop"},
+};
+
 TEST_F(DaemonActions, ClaimNothingWhateverTheDaemonAnswers) {
-    const std::pair<Words, std::string> actions[] = {
-        {{"add", "wlan0", "--ssid=home"}, "configAdd"},
-        {{"remove", "wlan0", "--ssid=home"}, "configRemove"},
-        {{"enable", "wlan0"}, "enable"},
-        {{"disable", "wlan0"}, "disable"},
-        {{"role", "wlan0", "STA"}, "role"},
-        {{"start", "wlan0"}, "bssStart"},
-        {{"stop", "wlan0"}, "bssStop"},
-    };
     const std::string before = bus_.control("show");
-    for (const auto& [words, command] : actions) {
+    for (const auto& [words, command] : kActions) {
         for (const std::string& fault : {"status " + command + " 5", "error " + command}) {
             bus_.control(fault);
             EXPECT_EQ(outputOf(words), "");
@@ -283,6 +289,14 @@ TEST_F(DaemonActions, ClaimNothingWhateverTheDaemonAnswers) {
         }
     }
     EXPECT_EQ(bus_.control("show"), before);
+}
+
+TEST_F(DaemonActions, TellThatTheDaemonWentAway) {
+    for (const auto& [words, command] : kActions) {
+        bus_.control("gone " + command);
+        expectFailure(words, 1, lossMessage(words[0]));
+        bus_.control("normal");
+    }
 }
 
 TEST_F(DaemonActions, AreNotSentForAnInterfaceThatIsNotListed) {
@@ -337,6 +351,8 @@ TEST_F(DaemonLogging, TellsWhatTheDaemonMadeOfIt) {
                   "halvane: logging: the daemon answered with status 3\n");
     bus_.control("error logging");
     expectFailure({"logging", "set", "WiFi=a"}, 1, noDaemonMessage("logging"));
+    bus_.control("gone queryLogging");
+    expectFailure({"logging"}, 1, lossMessage("logging"));
     bus_.control("missing queryLogging");
     expectFailure({"logging"}, 1, "halvane: logging: the daemon does not tell its settings\n");
 }

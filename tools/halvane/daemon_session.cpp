@@ -28,6 +28,11 @@ int failFor(const char* command, const Error& error) {
     return kExitFailed;
 }
 
+int failForLoss(const char* command) {
+    complain(std::string(command) + ": the daemon went away before it answered");
+    return kExitFailed;
+}
+
 bool DaemonInterfaces::mayHave(const std::string& interfaceName) const {
     return !isListed || std::ranges::any_of(list, [&](const HalvaneInterface& interface) {
         return interface.ifName() == interfaceName;

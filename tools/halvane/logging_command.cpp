@@ -12,6 +12,7 @@
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/daemon_session.h"
+#include "tools/halvane/daemon_watch.h"
 #include "tools/halvane/escape_text.h"
 #include "tools/halvane/message.h"
 #include "tools/halvane/standard_output.h"
@@ -72,10 +73,12 @@ void printLines(std::string_view text) {
 
 int show(HalvaneXPCClient& client) {
     if (!findDaemon(kName, client)) return kExitFailed;
+    DaemonWatch watch;
     if (const auto settings = client.queryLogging()) {
         printLines(*settings);
         return kExitDone;
     }
+    if (watch.hasDaemonLeft()) return failForLoss(kName);
     complain(std::string(kName) + ": the daemon does not tell its settings");
     return kExitFailed;
 }
@@ -106,8 +109,9 @@ CLIOption gOptions[] = {
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp =
-         "0 done; 1 there is no daemon, it answered with a status other than 0, or the output\n"
-         "could not be written; 2 usage."},
+         "0 done; 1 there is no daemon, it went away, it answered with a status other than 0\n"
+         "('set'), it does not tell its settings ('show'), or the output could not be written;\n"
+         "2 usage."},
     {.type = kCLIEnd},
 };
 
