@@ -68,8 +68,11 @@ void expectFailure(Words words, int status, const std::string& message) {
 
 std::string noDaemonMessage(const std::string& command) {
     return "halvane: " + command +
-           ": no answer from the Wi-Fi daemon, org.halvane.halvaned on the system bus; is it "
-           "running?\nhalvane: " +
+           ": no answer from the Wi-Fi daemon, org.halvane.halvaned on the system bus\n"
+           "halvane: " +
+           command +
+           ": is it running, is DBUS_SYSTEM_BUS_ADDRESS right, are you root or in the group "
+           "netdev?\nhalvane: " +
            command +
            ": 'halvaned-sim --private -- halvane interfaces' shows a simulated one at "
            "work\n";
