@@ -580,6 +580,7 @@ TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
         {{"start", ""}, "start: '' is no name of an interface"},
         {{"stop", "a\x1B\xFF"}, "stop: 'a\\x1B\\xFF' is no name of an interface"},
         {{"role", "wlan0"}, "role: takes an interface and a role"},
+        {{"role", "wlan0", ""}, "role: '' is no text of a role"},
         {{"role", "wlan0", "\xFF"}, "role: '\\xFF' is no text of a role"},
         {{"add", "wlan0"}, "add: needs --ssid or --ssid-hex"},
         {{"add", "--ssid=a"}, "add: takes one interface"},

@@ -69,8 +69,9 @@ std::variant<ActionInput, UsageError> takeOperands(const Action& action) {
     }
     ActionInput input = {.interface = words[0]};
     if (hasRole) {
-        if (!isText(words[1])) return UsageError{"'" + words[1] + "' is no text of a role"};
-        input.role = words[1];
+        const std::string& role = words[1];
+        if (role.empty() || !isText(role)) return UsageError{"'" + role + "' is no text of a role"};
+        input.role = role;
     }
     return input;
 }
