@@ -1,9 +1,11 @@
 // The tool's commands that talk to the Wi-Fi daemon, with the simulated one at the other end.
 #include <algorithm>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -66,11 +68,18 @@ void expectFailure(Words words, int status, const std::string& message) {
 
 std::string noDaemonMessage(const std::string& command) {
     return "halvane: " + command +
-           ": no answer from the Wi-Fi daemon, org.halvane.halvaned on the system bus; is it "
-           "running?\nhalvane: " +
+           ": no answer from the Wi-Fi daemon, org.halvane.halvaned on the system bus\n"
+           "halvane: " +
+           command +
+           ": is it running, is DBUS_SYSTEM_BUS_ADDRESS right, are you root or in the group "
+           "netdev?\nhalvane: " +
            command +
            ": 'halvaned-sim --private -- halvane interfaces' shows a simulated one at "
            "work\n";
+}
+
+std::string lossMessage(const std::string& command) {
+    return "halvane: " + command + ": the daemon went away before it answered\n";
 }
 
 // Every command, with what it needs.
@@ -262,18 +271,20 @@ TEST_F(DaemonActions, StartAndStopANetwork) {
     EXPECT_EQ(jsonFrom({"clients"})[0]["isAssociated"], false);
 }
 
+// The actions, and their commands on the bus.
+const std::pair<Words, std::string> kActions[] = {
+    {{"add", "wlan0", "--ssid=home"}, "configAdd"},
+    {{"remove", "wlan0", "--ssid=home"}, "configRemove"},
+    {{"enable", "wlan0"}, "enable"},
+    {{"disable", "wlan0"}, "disable"},
+    {{"role", "wlan0", "STA"}, "role"},
+    {{"start", "wlan0"}, "bssStart"},
+    {{"stop", "wlan0"}, "bssStop"},
+};
+
 TEST_F(DaemonActions, ClaimNothingWhateverTheDaemonAnswers) {
-    const std::pair<Words, std::string> actions[] = {
-        {{"add", "wlan0", "--ssid=home"}, "configAdd"},
-        {{"remove", "wlan0", "--ssid=home"}, "configRemove"},
-        {{"enable", "wlan0"}, "enable"},
-        {{"disable", "wlan0"}, "disable"},
-        {{"role", "wlan0", "STA"}, "role"},
-        {{"start", "wlan0"}, "bssStart"},
-        {{"stop", "wlan0"}, "bssStop"},
-    };
     const std::string before = bus_.control("show");
-    for (const auto& [words, command] : actions) {
+    for (const auto& [words, command] : kActions) {
         for (const std::string& fault : {"status " + command + " 5", "error " + command}) {
             bus_.control(fault);
             EXPECT_EQ(outputOf(words), "");
@@ -281,6 +292,14 @@ TEST_F(DaemonActions, ClaimNothingWhateverTheDaemonAnswers) {
         }
     }
     EXPECT_EQ(bus_.control("show"), before);
+}
+
+TEST_F(DaemonActions, TellThatTheDaemonWentAway) {
+    for (const auto& [words, command] : kActions) {
+        bus_.control("gone " + command);
+        expectFailure(words, 1, lossMessage(words[0]));
+        bus_.control("normal");
+    }
 }
 
 TEST_F(DaemonActions, AreNotSentForAnInterfaceThatIsNotListed) {
@@ -335,6 +354,8 @@ TEST_F(DaemonLogging, TellsWhatTheDaemonMadeOfIt) {
                   "halvane: logging: the daemon answered with status 3\n");
     bus_.control("error logging");
     expectFailure({"logging", "set", "WiFi=a"}, 1, noDaemonMessage("logging"));
+    bus_.control("gone queryLogging");
+    expectFailure({"logging"}, 1, lossMessage("logging"));
     bus_.control("missing queryLogging");
     expectFailure({"logging"}, 1, "halvane: logging: the daemon does not tell its settings\n");
 }
@@ -442,6 +463,78 @@ TEST_F(DaemonMonitor, EndsWhenNobodyReadsIt) {
     EXPECT_EQ(monitor->wait(), 1);
 }
 
+TEST_F(DaemonMonitor, EndsBySignalWhileTheReaderOfItsOutputStandsStill) {
+    bus_.control("start wlan0");
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const auto monitor = start();
+        const std::string line = "joined      02:B0:00:00:00:00  wlan0\n";
+        const int capacity = monitor->narrowOutput();
+        ASSERT_GT(capacity, 0);
+        const int lines = capacity / static_cast<int>(line.size());
+        bus_.control("burst wlan0 " + std::to_string(lines + 100));
+        monitor->waitForUnreadOutput(lines * static_cast<int>(line.size()));
+        EXPECT_EQ(monitor->stop(signal), 0);
+        EXPECT_EQ(monitor->errorLine(), "");
+    }
+}
+
+TEST_F(DaemonMonitor, SpoilsNothingWhereItsOutputIsClosed) {
+    bus_.control("start wlan0");
+    RunningProgram monitor({"/bin/sh", "-c", "exec \"$0\" monitor >&-", HALVANE_TOOL});
+    EXPECT_EQ(monitor.errorLine(), "halvane: monitor: asked for notifications; Control-C ends\n");
+    bus_.control("join wlan0 02:00:00:00:02:01");
+    EXPECT_EQ(monitor.errorLine(), "halvane: standard output: Bad file descriptor\n");
+    EXPECT_EQ(monitor.wait(), 1);
+}
+
+// A daemon that says "done" and nothing else to the first requests, and nothing to the next.
+class SilentDaemon {
+  public:
+    SilentDaemon(const PrivateBus& bus, int answers) : caller_(bus.address()), answers_(answers) {
+        if (::sd_bus_request_name(caller_.bus(), kName, 0) < 0) throw std::runtime_error("no name");
+    }
+
+    // Returns once a request has come that it does not answer.
+    void waitForRequest() {
+        for (;;) {
+            sd_bus_message* message = nullptr;
+            const int progress = ::sd_bus_process(caller_.bus(), &message);
+            if (progress < 0) throw std::runtime_error("no bus");
+            if (progress == 0) ::sd_bus_wait(caller_.bus(), UINT64_MAX);
+            const bool isUnanswered = message != nullptr && !answer(message);
+            ::sd_bus_message_unref(message);
+            if (isUnanswered) return;
+        }
+    }
+
+  private:
+    static constexpr const char* kName = "org.halvane.halvaned";
+
+    // False where it is a request too many.
+    bool answer(sd_bus_message* message) {
+        if (::sd_bus_message_is_method_call(message, kName, "Request") <= 0) return true;
+        if (answers_-- == 0) return false;
+        return ::sd_bus_reply_method_return(message, "a{sv}", 1, "status", "x", std::int64_t{0}) >=
+               0;
+    }
+
+    BusCaller caller_;
+    int answers_;
+};
+
+TEST(UnansweredMonitor, EndsBySignalAsAnyProgram) {
+    for (const int answers : {0, 1}) {  // nothing is listed, or nothing subscribed
+        for (const int signal : {SIGINT, SIGTERM}) {
+            const PrivateBus bus;
+            SilentDaemon daemon(bus, answers);
+            RunningProgram monitor(toolWords({"monitor"}));
+            daemon.waitForRequest();
+            EXPECT_EQ(monitor.stop(signal), 128 + signal);
+            EXPECT_EQ(monitor.outputLine() + monitor.errorLine(), "");
+        }
+    }
+}
+
 // --- Without a daemon ---
 
 TEST(NoDaemon, IsToldByEveryCommand) {
@@ -487,6 +580,7 @@ TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
         {{"start", ""}, "start: '' is no name of an interface"},
         {{"stop", "a\x1B\xFF"}, "stop: 'a\\x1B\\xFF' is no name of an interface"},
         {{"role", "wlan0"}, "role: takes an interface and a role"},
+        {{"role", "wlan0", ""}, "role: '' is no text of a role"},
         {{"role", "wlan0", "\xFF"}, "role: '\\xFF' is no text of a role"},
         {{"add", "wlan0"}, "add: needs --ssid or --ssid-hex"},
         {{"add", "--ssid=a"}, "add: takes one interface"},

@@ -329,6 +329,14 @@ TEST_F(SimProgram, FailsWhereNobodyCanHearThatItIsReady) {
     EXPECT_TRUE(isFolderEmpty());
 }
 
+TEST_F(SimProgram, RunsWithoutStandardFiles) {
+    const auto result = runProgram(
+        {"/bin/sh", "-c", "exec \"$0\" --private -- sh -c 'exit 3' <&- >&-", HALVANE_SIM});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.errors, kNotice);
+    EXPECT_TRUE(isFolderEmpty());
+}
+
 TEST_F(SimProgram, ExplainsItself) {
     const auto help = sim({"--help"});
     EXPECT_EQ(help.status, 0);

@@ -5,9 +5,12 @@
 #include <array>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
+#include <sched.h>
 #include <spawn.h>
 #include <stdexcept>
 #include <string>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -47,6 +50,18 @@ class RunningProgram {
     void closeOutput() {
         if (output_ >= 0) ::close(output_);
         output_ = -1;
+    }
+
+    // Lets little lie unread, and answers how many bytes: a whole page, which is filled up with
+    // writes that fit.
+    int narrowOutput() const { return ::fcntl(output_, F_SETPIPE_SZ, 1); }
+
+    // Waits until that many bytes of its output lie unread, or the stream has ended.
+    void waitForUnreadOutput(int bytes) const {
+        pollfd end = {output_, 0, 0};
+        for (int unread = 0; unread < bytes && ::poll(&end, 1, 0) == 0; ::sched_yield()) {
+            ::ioctl(output_, FIONREAD, &unread);
+        }
     }
 
     int stop(int signal) {

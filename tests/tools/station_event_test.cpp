@@ -16,6 +16,7 @@ TEST(StationEvent, IsALineInColumns) {
     EXPECT_EQ(lineOf({"authorized", kAddress, "wlan0"}, Format::Text),
               "authorized  02:00:00:00:01:2A  wlan0");
     EXPECT_EQ(lineOf({"left", {}, "wlan0"}, Format::Text), "left        -                  wlan0");
+    EXPECT_EQ(lineOf({"left", {}, ""}, Format::Text), "left        -                  -");
 }
 
 TEST(StationEvent, ShowsNoControlCharactersOfAName) {

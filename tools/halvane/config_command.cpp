@@ -1,5 +1,4 @@
 // The BSS configuration that options make.
-#include <cstdio>
 #include <string>
 #include <variant>
 
@@ -10,6 +9,7 @@
 #include "tools/halvane/format.h"
 #include "tools/halvane/message.h"
 #include "tools/halvane/print_records.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
@@ -19,7 +19,7 @@ void print(const HalvaneBSSConfig& configuration, Format format) {
     if (format != Format::Text) {
         return printRecord(jsonOf(configuration), configuration.skeletonRepresentation(), format);
     }
-    std::fputs(configuration.description().c_str(), stdout);
+    put(configuration.description());
 }
 
 }  // namespace

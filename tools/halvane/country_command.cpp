@@ -1,6 +1,5 @@
 // One country and its channels.
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <variant>
@@ -15,6 +14,7 @@
 #include "tools/halvane/message.h"
 #include "tools/halvane/print_records.h"
 #include "tools/halvane/regulatory_json.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
@@ -48,7 +48,7 @@ std::optional<HalvaneCountry> countryOf(const std::string& text) {
 }
 
 void printTable(const HalvaneCountry& country) {
-    std::puts(country.description().c_str());
+    put(country.description() + '\n');
     printChannelTable(country.channels());
 }
 

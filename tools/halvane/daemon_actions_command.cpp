@@ -1,5 +1,6 @@
 // What the Wi-Fi daemon is asked to do. The library answers true to each request, whatever the
-// daemon says, so that the commands cannot tell whether it was done.
+// daemon says, so that the commands cannot tell whether it was done; they can tell that the daemon
+// went away over it.
 #include <optional>
 #include <string>
 #include <variant>
@@ -9,6 +10,7 @@
 #include "tools/halvane/command.h"
 #include "tools/halvane/config_options.h"
 #include "tools/halvane/daemon_session.h"
+#include "tools/halvane/daemon_watch.h"
 #include "tools/halvane/message.h"
 
 namespace halvane::tool {
@@ -67,8 +69,9 @@ std::variant<ActionInput, UsageError> takeOperands(const Action& action) {
     }
     ActionInput input = {.interface = words[0]};
     if (hasRole) {
-        if (!isText(words[1])) return UsageError{"'" + words[1] + "' is no text of a role"};
-        input.role = words[1];
+        const std::string& role = words[1];
+        if (role.empty() || !isText(role)) return UsageError{"'" + role + "' is no text of a role"};
+        input.role = role;
     }
     return input;
 }
@@ -107,8 +110,9 @@ int act() {
                  "' ('halvane interfaces' prints its list)");
         return kExitFailed;
     }
+    DaemonWatch watch;
     action.send(*client, input);
-    return kExitDone;
+    return watch.hasDaemonLeft() ? failForLoss(action.name) : kExitDone;
 }
 
 // --- Their options ---
@@ -116,32 +120,42 @@ int act() {
 constexpr CLIOption kInterface = {
     .type = kCLIArgument, .longName = "INTERFACE", .shortHelp = "its name: wlan0"};
 
-constexpr CLIOption kExitStatus = {
-    .type = kCLISection,
-    .shortHelp = "EXIT STATUS",
-    .longHelp =
-        "0 the request was sent, which is all that is known: the lists tell whether the daemon\n"
-        "did it; 1 there is no daemon, or it lists no such interface; 2 usage."};
+constexpr CLIOption exitStatus(const char* text) {
+    return {.type = kCLISection, .shortHelp = "EXIT STATUS", .longHelp = text};
+}
 
-constexpr CLIOption kConfigExitStatus = {
-    .type = kCLISection,
-    .shortHelp = "EXIT STATUS",
-    .longHelp =
-        "0 the request was sent, which is all that is known: 'halvane configs' tells whether the\n"
-        "daemon did it; 1 there is no daemon, it lists no such interface, the passphrase could\n"
-        "not be read, it is too long, or no key is made of it; 2 usage."};
+constexpr CLIOption kEnabledExitStatus = exitStatus(
+    "0 the request was sent, which is all that is known: no list tells which interfaces are\n"
+    "enabled; 1 there is no daemon, it lists no such interface, or it went away before it\n"
+    "answered; 2 usage.");
+
+constexpr CLIOption kRoleExitStatus = exitStatus(
+    "0 the request was sent, which is all that is known: 'halvane interfaces' tells whether\n"
+    "the daemon did it; 1 there is no daemon, it lists no such interface, or it went away\n"
+    "before it answered; 2 usage.");
+
+constexpr CLIOption kNetworkExitStatus = exitStatus(
+    "0 the request was sent, which is all that is known: only the stations that come and go,\n"
+    "in 'halvane clients', show whether the daemon did it; 1 there is no daemon, it lists no\n"
+    "such interface, or it went away before it answered; 2 usage.");
+
+constexpr CLIOption kConfigExitStatus = exitStatus(
+    "0 the request was sent, which is all that is known: 'halvane configs' tells whether the\n"
+    "daemon did it; 1 there is no daemon, it lists no such interface, it went away before it\n"
+    "answered, the passphrase could not be read, it is too long, or no key is made of it;\n"
+    "2 usage.");
 
 CLIOption gInterfaceOptions[][3] = {
-    {kInterface, kExitStatus, {.type = kCLIEnd}},
-    {kInterface, kExitStatus, {.type = kCLIEnd}},
-    {kInterface, kExitStatus, {.type = kCLIEnd}},
-    {kInterface, kExitStatus, {.type = kCLIEnd}},
+    {kInterface, kEnabledExitStatus, {.type = kCLIEnd}},
+    {kInterface, kEnabledExitStatus, {.type = kCLIEnd}},
+    {kInterface, kNetworkExitStatus, {.type = kCLIEnd}},
+    {kInterface, kNetworkExitStatus, {.type = kCLIEnd}},
 };
 
 CLIOption gRoleOptions[] = {
     kInterface,
     {.type = kCLIArgument, .longName = "ROLE", .shortHelp = "a word of the daemon's: AP"},
-    kExitStatus,
+    kRoleExitStatus,
     {.type = kCLIEnd},
 };
 

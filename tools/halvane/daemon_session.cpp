@@ -22,9 +22,16 @@ int failFor(const char* command, const Error& error) {
         return kExitFailed;
     }
     complain(start + "no answer from the Wi-Fi daemon, " + kDaemonServiceName +
-             " on the system bus; is it running?");
+             " on the system bus");
+    complain(start + "is it running, is DBUS_SYSTEM_BUS_ADDRESS right, " +
+             "are you root or in the group netdev?");
     complain(start +
              "'halvaned-sim --private -- halvane interfaces' shows a simulated one at work");
+    return kExitFailed;
+}
+
+int failForLoss(const char* command) {
+    complain(std::string(command) + ": the daemon went away before it answered");
     return kExitFailed;
 }
 

@@ -26,6 +26,9 @@ inline Error noAnswer() {
 // Tells why `command` got no answer that it can use, and answers kExitFailed.
 int failFor(const char* command, const Error& error);
 
+// Tells that the daemon was there and is gone, and answers kExitFailed.
+int failForLoss(const char* command);
+
 // What the daemon lists of its interfaces, to find out whether there is a daemon before it is asked
 // for what is answered in the same way with and without one. Absent where nobody answers, which is
 // told then; a daemon that answers with a status has no interfaces to show but is there.

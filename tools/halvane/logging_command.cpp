@@ -1,7 +1,6 @@
 // The daemon's log categories: what they are set to, and setting them.
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,8 +12,10 @@
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/daemon_session.h"
+#include "tools/halvane/daemon_watch.h"
 #include "tools/halvane/escape_text.h"
 #include "tools/halvane/message.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
@@ -65,17 +66,19 @@ std::variant<std::optional<Controls>, UsageError> controlsOf(
 void printLines(std::string_view text) {
     while (!text.empty()) {
         const auto line = text.substr(0, text.find('\n'));
-        std::puts(escapeText(line).c_str());
+        put(escapeText(line) + '\n');
         text.remove_prefix(std::min(text.size(), line.size() + 1));
     }
 }
 
 int show(HalvaneXPCClient& client) {
     if (!findDaemon(kName, client)) return kExitFailed;
+    DaemonWatch watch;
     if (const auto settings = client.queryLogging()) {
         printLines(*settings);
         return kExitDone;
     }
+    if (watch.hasDaemonLeft()) return failForLoss(kName);
     complain(std::string(kName) + ": the daemon does not tell its settings");
     return kExitFailed;
 }
@@ -106,8 +109,9 @@ CLIOption gOptions[] = {
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp =
-         "0 done; 1 there is no daemon, it answered with a status other than 0, or the output\n"
-         "could not be written; 2 usage."},
+         "0 done; 1 there is no daemon, it went away, it answered with a status other than 0\n"
+         "('set'), it does not tell its settings ('show'), or the output could not be written;\n"
+         "2 usage."},
     {.type = kCLIEnd},
 };
 

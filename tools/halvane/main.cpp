@@ -1,6 +1,3 @@
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <span>
 #include <string>
 #include <vector>
@@ -9,6 +6,8 @@
 
 #include "tools/halvane/command.h"
 #include "tools/halvane/message.h"
+#include "tools/halvane/standard_files.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 namespace {
@@ -134,8 +133,8 @@ void keepFromLogFile() {
 
 // Results that did not reach standard output (a full disk, say) are a failure too.
 int flushed(int status) {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-    complain(std::string("standard output: ") + std::strerror(errno));
+    if (flushOutput()) return status;
+    complain(std::string("standard output: ") + lostOutputReason());
     return status == kExitDone ? kExitFailed : status;
 }
 
@@ -151,6 +150,7 @@ int run() {
 }  // namespace halvane::tool
 
 int main(int argc, char** argv) {
+    halvane::tool::openStandardFiles();
     CLIInit(argc, argv);
     return halvane::tool::exitStatusOf(halvane::tool::run);
 }

@@ -1,7 +1,6 @@
 // Prints the notifications of stations as they come.
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <new>
 #include <optional>
 #include <string>
@@ -12,8 +11,10 @@
 
 #include "tools/halvane/command.h"
 #include "tools/halvane/daemon_session.h"
+#include "tools/halvane/ending_signals.h"
 #include "tools/halvane/format.h"
 #include "tools/halvane/message.h"
+#include "tools/halvane/standard_output.h"
 #include "tools/halvane/station_event.h"
 #include "tools/halvane/waited_end.h"
 
@@ -30,30 +31,20 @@ class LinePrinter {
 
     // Called on the client's queue.
     void print(const StationEvent& event) noexcept {
-        if (error_ != 0) return;
-        error_ = put(event);
-        if (error_ != 0) end_.end(WaitedEnd::Reason::OutputLost);
+        if (isLost_) return;
+        try {
+            isLost_ = !putAtOnce(lineOf(event, format_) + '\n');
+        } catch (const std::bad_alloc&) {
+            noteLostOutput(ENOMEM);
+            isLost_ = true;
+        }
+        if (isLost_) end_.end(WaitedEnd::Reason::OutputLost);
     }
-
-    // Why a line was lost.
-    // REQUIRES: one was, and that ended the waiting.
-    int error() const { return error_; }
 
   private:
-    int put(const StationEvent& event) const noexcept {
-        try {
-            const std::string line = lineOf(event, format_) + '\n';
-            errno = 0;
-            if (std::fputs(line.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return 0;
-            return errno != 0 ? errno : EIO;
-        } catch (const std::bad_alloc&) {
-            return ENOMEM;
-        }
-    }
-
     const Format format_;
     WaitedEnd& end_;
-    int error_ = 0;
+    bool isLost_ = false;
 };
 
 // The client tells nobody but its log that the daemon is gone: on the queue that notifications come
@@ -79,16 +70,13 @@ void listenToLog(WaitedEnd& end) {
     LogControl(control);
 }
 
-int statusOf(WaitedEnd::Reason reason, const LinePrinter& printer) {
+// That output was lost is told by main(), as for every command.
+int statusOf(WaitedEnd::Reason reason) {
     switch (reason) {
-        case WaitedEnd::Reason::Signal:
-            return kExitDone;
         case WaitedEnd::Reason::DaemonGone:
             complain(std::string(kName) + ": the daemon is gone");
-            return kExitFailed;
+            break;
         case WaitedEnd::Reason::OutputLost:
-            complain(std::string("standard output: ") + std::strerror(printer.error()));
-            std::clearerr(stdout);  // it has been told
             break;
     }
     return kExitFailed;
@@ -102,8 +90,9 @@ int watch(Format format) {
     client->setDelegate(delegateFor([&](const StationEvent& event) { printer.print(event); }));
     if (!findDaemon(kName, *client)) return kExitFailed;
     client->setSubscribeAP(true);
+    endOnSignals();  // not before: what waits for an answer is ended by them in any case
     complain(std::string(kName) + ": asked for notifications; Control-C ends");
-    return statusOf(end.wait(), printer);
+    return statusOf(end.wait());
 }
 
 std::variant<Format, UsageError> takeLineFormat() {
@@ -127,8 +116,8 @@ CLIOption gOptions[] = {
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp =
-         "0 ended by SIGINT (Control-C) or SIGTERM; 1 there is no daemon, it went away, or the\n"
-         "output could not be written; 2 usage."},
+         "0 ended by SIGINT (Control-C) or SIGTERM once it has asked; 1 there is no daemon, it\n"
+         "went away, or the output could not be written; 2 usage."},
     {.type = kCLIEnd},
 };
 

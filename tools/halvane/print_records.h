@@ -2,7 +2,6 @@
 #ifndef TOOLS_HALVANE_PRINT_RECORDS_H
 #define TOOLS_HALVANE_PRINT_RECORDS_H
 
-#include <cstdio>
 #include <utility>
 #include <vector>
 
@@ -11,12 +10,13 @@
 
 #include "tools/halvane/format.h"
 #include "tools/halvane/json_value.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
 // As XML; nothing where a value has no XML form.
 inline void printPropertyList(const PropertyListValue& value) {
-    std::fputs(xmlPropertyList(value).value_or("").c_str(), stdout);
+    put(xmlPropertyList(value).value_or(""));
 }
 
 // `toJSON` gives a record's object, `toPropertyList` its dictionary.
@@ -35,17 +35,17 @@ void printRecords(const std::vector<Record>& records, Format format, ToJSON toJS
         if (format == Format::JSON) {
             array.push_back(std::move(object));
         } else {
-            std::puts(object.dump().c_str());
+            put(object.dump() + '\n');
         }
     }
-    if (format == Format::JSON) std::puts(array.dump(2).c_str());
+    if (format == Format::JSON) put(array.dump(2) + '\n');
 }
 
 // The object of a record and nothing else, in one of those formats; as a property list its
 // dictionary alone.
 inline void printRecord(const JSON& json, PropertyListDictionary propertyList, Format format) {
     if (format == Format::PropertyList) return printPropertyList(std::move(propertyList));
-    std::puts(json.dump(format == Format::JSON ? 2 : -1).c_str());
+    put(json.dump(format == Format::JSON ? 2 : -1) + '\n');
 }
 
 }  // namespace halvane::tool

@@ -17,6 +17,7 @@
 #include "tools/halvane/message.h"
 #include "tools/halvane/passphrase_input.h"
 #include "tools/halvane/ssid_argument.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
@@ -38,7 +39,7 @@ void print(const ByteBuffer& key) {
     }
     *at++ = '\n';
     std::setvbuf(stdout, nullptr, _IONBF, 0);
-    std::fwrite(line->data(), 1, static_cast<std::size_t>(at - line->data()), stdout);
+    put({line->data(), static_cast<std::size_t>(at - line->data())});
 }
 
 }  // namespace

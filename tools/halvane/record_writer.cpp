@@ -6,6 +6,7 @@
 #include "halvane/platform/xml_property_list.h"
 
 #include "tools/halvane/record_json.h"
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
@@ -36,7 +37,7 @@ class Writer : public RecordWriter {
     explicit Writer(std::FILE* stream) : stream_(stream) {}
 
   protected:
-    void put(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stream_); }
+    void put(const std::string& text) { tool::put(text, stream_); }
 
   private:
     std::FILE* stream_;

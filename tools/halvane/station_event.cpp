@@ -28,11 +28,16 @@ std::string padded(std::string text, std::size_t width) {
     return text;
 }
 
+// As in the tables of lists.
+std::string orDash(const std::string& text) {
+    return text.empty() ? "-" : text;
+}
+
 std::string textOf(const StationEvent& event) {
     constexpr std::size_t kEventWidth = 10, kAddressWidth = 17;
-    const std::string address = event.mac.empty() ? "-" : FancyFormatting::formattedMAC(event.mac);
+    const std::string address = orDash(FancyFormatting::formattedMAC(event.mac));
     return padded(event.event, kEventWidth) + "  " + padded(address, kAddressWidth) + "  " +
-           escapeText(event.interfaceName);
+           orDash(escapeText(event.interfaceName));
 }
 
 }  // namespace

@@ -2,10 +2,11 @@
 #ifndef TOOLS_HALVANE_TEXT_TABLE_H
 #define TOOLS_HALVANE_TEXT_TABLE_H
 
-#include <cstdio>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
 
@@ -48,7 +49,7 @@ void printTable(std::span<const Column<Record>> columns, const std::vector<Recor
         for (const auto& column : columns) cells.push_back(column.cell(record));
         table.addRow(std::move(cells));
     }
-    std::fputs(table.text().c_str(), stdout);
+    put(table.text());
 }
 
 }  // namespace halvane::tool

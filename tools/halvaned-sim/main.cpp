@@ -9,6 +9,7 @@
 #include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
 
+#include "tools/halvane/standard_files.h"
 #include "tools/halvaned-sim/control.h"
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/message.h"
@@ -160,6 +161,7 @@ int exitStatus() noexcept {
 
 int main(int argc, char** argv) {
     using namespace halvane::sim;
+    halvane::tool::openStandardFiles();
     CLIInit(argc, argv);
     keepFromLogFile();
     const int status = exitStatus();

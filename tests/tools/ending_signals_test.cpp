@@ -1,0 +1,32 @@
+#include "tools/halvane/ending_signals.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+
+#include "tests/support/child_process.h"
+
+using halvane::testing::isTrueInChild;
+using halvane::tool::endOnSignals;
+
+namespace {
+
+TEST(EndingSignals, EndTheProgramAsDone) {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        EXPECT_TRUE(isTrueInChild([signal] {
+            endOnSignals();
+            std::raise(signal);
+            return false;
+        })) << signal;
+    }
+}
+
+TEST(EndingSignals, StayIgnoredWhereTheyWere) {
+    EXPECT_FALSE(isTrueInChild([] {
+        std::signal(SIGINT, SIG_IGN);
+        endOnSignals();
+        std::raise(SIGINT);
+        return false;
+    }));
+}
+
+}  // namespace
