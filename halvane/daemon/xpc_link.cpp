@@ -82,7 +82,8 @@ void XPCLink::sendAndWait(IPCMessage message, ReplyHandler handler) {
     try {
         xpcConnection_->sendMessageWithReply(
             std::move(message), xpcReplyQueue_,
-            [pending = std::move(pending)](const ServiceReply& reply) { pending->handle(reply); });
+            [pending = std::move(pending)](const ServiceReply& reply) { pending->handle(reply); },
+            ServiceConnection::ReplyThread::Any);
     } catch (const std::bad_alloc&) {
         // Not sent, or it was: either way the reply is waited for until its handler is gone.
     }

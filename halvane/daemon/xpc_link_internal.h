@@ -71,8 +71,10 @@ class XPCLink {
     bool isInHomeProcess() const { return home_.isCurrent(); }
 
     // Sends `message`, and answers what `parse` makes of its reply. The reply is parsed on the
-    // reply queue. std::bad_alloc while it is parsed makes it an error. In a child that fork() made
-    // of the link's process nothing is sent, and the answer is what `parse` makes of an error.
+    // reply queue, a small one without waking the queue's thread. std::bad_alloc while it is parsed
+    // makes it an error. In a child that fork() made of the link's process nothing is sent, and the
+    // answer is what `parse` makes of an error.
+    // REQUIRES: `parse` waits for nothing.
     template <typename Parse>
     auto request(IPCMessage&& message, Parse parse) {
         using Result = std::invoke_result_t<Parse, const ServiceReply&>;

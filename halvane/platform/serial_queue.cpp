@@ -1,5 +1,6 @@
 #include "halvane/platform/serial_queue.h"
 
+#include <atomic>
 #include <deque>
 #include <mutex>
 #include <thread>
@@ -18,7 +19,7 @@ class HALVANE_HIDDEN SerialQueue::State {
 
     const std::string& label() const { return label_; }
     bool isInHomeProcess() const { return home_.isCurrent(); }
-    bool isCurrent() const { return thread_.get_id() == std::this_thread::get_id(); }
+    bool isCurrent() const { return isOn(thread_.get_id()) || isOn(guest_); }
 
     static void start(const std::shared_ptr<State>& state) {
         state->thread_ = startThread(state->label_, [state] { state->run(); });
@@ -35,15 +36,24 @@ class HALVANE_HIDDEN SerialQueue::State {
         changed_.signal();
     }
 
+    void runOrAsync(Work work) {
+        if (!work || !isInHomeProcess() || !enter(work)) return;
+        runAsGuest(work);
+        leave();
+    }
+
     // Once. It takes no memory, for a destructor calls it.
     void close() {
+        bool isForeignGuestIn = false;
         {
             const std::lock_guard lock(mutex_);
             isClosed_ = true;
+            isForeignGuestIn = guest_ != std::thread::id() && !isOn(guest_);
             dropped_.swap(waiting_);
         }
         changed_.signal();
-        if (isCurrent()) {
+        if (isForeignGuestIn) guestLeft_.wait();
+        if (isOn(thread_.get_id())) {
             thread_.detach();
         } else {
             thread_.join();
@@ -52,6 +62,39 @@ class HALVANE_HIDDEN SerialQueue::State {
     }
 
   private:
+    static bool isOn(std::thread::id thread) { return thread == std::this_thread::get_id(); }
+
+    // Takes the place of the thread, which stays idle until leave(). Else the work waits for its
+    // turn, or stays with the caller where the queue is closed.
+    bool enter(Work& work) {
+        const std::lock_guard lock(mutex_);
+        if (isClosed_) return false;
+        if (!std::exchange(isIdle_, false)) {
+            waiting_.push_back(std::move(work));
+            return false;
+        }
+        guest_ = std::this_thread::get_id();
+        return true;
+    }
+
+    static void runAsGuest(Work& work) noexcept {
+        work();
+        work = nullptr;
+    }
+
+    // Leaves to the thread what has come meanwhile.
+    void leave() {
+        CountingSemaphore* next = nullptr;
+        {
+            const std::lock_guard lock(mutex_);
+            guest_ = std::thread::id();
+            isIdle_ = waiting_.empty();
+            if (!isIdle_) next = &changed_;
+            if (isClosed_) next = &guestLeft_;
+        }
+        if (next != nullptr) next->signal();
+    }
+
     void run() {
         while (Work work = next()) work();
     }
@@ -77,10 +120,13 @@ class HALVANE_HIDDEN SerialQueue::State {
     const HomeProcess home_;
     std::thread thread_;
     std::mutex mutex_;
+    std::atomic<std::thread::id> guest_{};  // who runs work in the place of the thread
     CountingSemaphore changed_{0};
+    CountingSemaphore guestLeft_{0};  // once the queue is closed
     std::deque<Work> waiting_;
     std::deque<Work> dropped_;
-    bool isIdle_ = false;  // the thread waits, or is about to, and was not yet woken
+    // The thread waits, or is about to, and was not yet woken; nobody is in its place.
+    bool isIdle_ = false;
     bool isClosed_ = false;
 };
 
@@ -90,6 +136,11 @@ SerialQueue::Handle::Handle(std::shared_ptr<State> state) : state_(std::move(sta
 void SerialQueue::Handle::async(Work work) const {
     const auto state = state_;
     state->async(std::move(work));
+}
+
+void SerialQueue::Handle::runOrAsync(Work work) const {
+    const auto state = state_;
+    state->runOrAsync(std::move(work));
 }
 
 SerialQueue::SerialQueue(std::string label) : state_(std::make_shared<State>(std::move(label))) {

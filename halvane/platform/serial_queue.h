@@ -1,5 +1,5 @@
 // A serial queue: runs what it is given one after the other, in order of arrival, on one thread of
-// its own.
+// its own, or in that one's place.
 //
 // The thread takes no signals, and bears the end of the label as its name, the last 15 bytes.
 //
@@ -35,6 +35,11 @@ class HALVANE_EXPORT SerialQueue {
         // thread, without having run.
         void async(Work work) const;
 
+        // The same, but where the queue has nothing to do `work` runs before the call returns, on
+        // the calling thread, which is the queue's meanwhile: that saves the way to the other.
+        // REQUIRES: `work` does not wait for what the calling thread has yet to do.
+        void runOrAsync(Work work) const;
+
       private:
         friend class SerialQueue;
         explicit Handle(std::shared_ptr<State> state);
@@ -58,7 +63,7 @@ class HALVANE_EXPORT SerialQueue {
     // run.
     void async(Work work);
 
-    // Whether the calling thread is the queue's, that is, whether it runs work of this queue.
+    // Whether the calling thread is the queue's, or runs work in its place.
     bool isCurrent() const;
 
     const std::string& label() const;

@@ -25,6 +25,20 @@ ServiceError invalidError() {
     return {ServiceError::Kind::Invalid, "the connection to the service is invalid"};
 }
 
+// Whether the values can be gone through while a bus waits.
+bool isSmall(const ServiceReply& reply) {
+    constexpr std::size_t kMost = 65536;
+    const auto* message = std::get_if<IPCMessage>(&reply);
+    if (message == nullptr) return true;
+    std::size_t size = 0;
+    for (const auto& [key, value] : message->entries()) {
+        if (const auto* data = value.as<ByteBuffer>()) size += data->size();
+        if (const auto* text = value.as<std::string>()) size += text->size();
+        if (value.as<PropertyListArray>() || value.as<PropertyListDictionary>()) return false;
+    }
+    return size <= kMost;
+}
+
 // Work that calls `handler` with `argument` if the gate lets it. What the handler holds is gone
 // before its callback counts as over.
 template <typename Handler, typename Argument>
@@ -66,10 +80,15 @@ class HALVANE_HIDDEN ServiceConnection::Core
         if (leaveIdle() && !start()) end();
     }
 
-    void send(IPCMessage message, SerialQueue::Handle replyQueue, ReplyHandler handler) {
+    void send(IPCMessage message, SerialQueue::Handle replyQueue, ReplyHandler handler,
+              ReplyThread thread) {
         ServiceLink::Answer answer = [gate = gate_, queue = std::move(replyQueue),
-                                      handler = std::move(handler)](ServiceReply reply) mutable {
-            if (handler) queue.async(gatedCall(gate, std::move(handler), std::move(reply)));
+                                      handler = std::move(handler),
+                                      thread](ServiceReply reply) mutable {
+            if (!handler) return;
+            const bool isAnyThread = thread == ReplyThread::Any && isSmall(reply);
+            auto call = gatedCall(gate, std::move(handler), std::move(reply));
+            isAnyThread ? queue.runOrAsync(std::move(call)) : queue.async(std::move(call));
         };
         const auto check = checkBusMessage(message, kServiceMessageLimit - kHeaderRoom);
         if (!check.refusal.empty()) {
@@ -238,10 +257,10 @@ void ServiceConnection::resume() {
 }
 
 void ServiceConnection::sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
-                                             ReplyHandler handler) {
+                                             ReplyHandler handler, ReplyThread thread) {
     const auto core = core_;
     if (core->isInHomeProcess()) {
-        core->send(std::move(message), replyQueue.handle(), std::move(handler));
+        core->send(std::move(message), replyQueue.handle(), std::move(handler), thread);
     }
 }
 

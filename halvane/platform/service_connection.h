@@ -69,6 +69,11 @@ class HALVANE_EXPORT ServiceConnection {
     using EventHandler = std::function<void(ServiceEvent)>;
     using ReplyHandler = std::function<void(ServiceReply)>;
 
+    // Which thread calls the handler of a reply: that of its queue; or, where the queue has nothing
+    // to do and the reply is small, the one that has the reply, in its place. That is sooner, and
+    // the connection reads nothing meanwhile.
+    enum class ReplyThread { Queue, Any };
+
     // A connection to the service `serviceName` whose events are handled on `targetQueue`. It does
     // nothing before resume(). A queue may go before the connection: what would have been handled
     // on it is dropped then.
@@ -116,8 +121,10 @@ class HALVANE_EXPORT ServiceConnection {
     // - `message` cannot be sent: a string or key is not UTF-8 or holds U+0000, a value is a date,
     //   an object or null, containers nest deeper than D-Bus allows, which is 20 dictionaries or 30
     //   arrays in one another, or the whole is longer than kServiceMessageLimit.
+    // REQUIRES: where any thread may call it, `handler` waits for nothing that this connection
+    // does.
     void sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
-                              ReplyHandler handler);
+                              ReplyHandler handler, ReplyThread thread = ReplyThread::Queue);
 
     // Ends the connection for good, and returns at once: pending and later requests get an Invalid
     // error as their reply, the event handler the event Invalid, even where there was no resume().

@@ -15,6 +15,7 @@ std::string nameOf(const ServiceReply& reply) {
 TEST(XPCLink, HandlesTheRepliesThatCameBeforeItWasReleased) {
     PrivateBus bus;
     BusPeer daemon(bus);
+    daemon.answer(ipcMessage({{"data", ByteBuffer(std::vector<std::uint8_t>(65537))}}));
     Arrivals<std::string> events;
     std::unique_ptr<XPCLink> link;
     link = std::make_unique<XPCLink>([&](const ServiceEvent& event) {
@@ -24,8 +25,9 @@ TEST(XPCLink, HandlesTheRepliesThatCameBeforeItWasReleased) {
     });
     link->resume();
 
-    // The first reply holds the queue up while the second arrives and the bus goes. What its
-    // request comes to before it has a reply is asked on the caller's thread.
+    // The first reply, which is too large to be handled on the way, holds the queue up while the
+    // second arrives and the bus goes. What its request comes to before it has a reply is asked on
+    // the caller's thread.
     CountingSemaphore entered(0), released(0);
     auto first = std::async(std::launch::async, [&] {
         return link->request(ipcMessage({{"command", "first"}}), [&](const ServiceReply& reply) {

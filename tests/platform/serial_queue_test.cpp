@@ -13,19 +13,15 @@
 #include "halvane/platform/counting_semaphore.h"
 
 #include "tests/support/child_process.h"
+#include "tests/support/serial_queue_waits.h"
 
 namespace {
 
 using halvane::CountingSemaphore;
 using halvane::SerialQueue;
+using halvane::testing::drain;
 using halvane::testing::isTrueInChild;
-
-// Returns when all that was given before has run.
-void drain(SerialQueue& queue) {
-    CountingSemaphore done(0);
-    queue.async([&] { done.signal(); });
-    done.wait();
-}
+using halvane::testing::waitUntilIdle;
 
 TEST(SerialQueue, RunsWorkInOrder) {
     std::vector<int> order;
@@ -99,6 +95,91 @@ TEST(SerialQueue, DestroysWorkOnceItHasRun) {
     EXPECT_TRUE(watch.expired());
 }
 
+// --- In the place of the thread ---
+
+TEST(SerialQueue, RunsWorkAtOnceWhileThereIsNoOther) {
+    SerialQueue queue("guest");
+    const SerialQueue::Handle handle = queue.handle();
+    waitUntilIdle(queue);
+    EXPECT_FALSE(queue.isCurrent());
+    bool isCurrent = false;
+    handle.runOrAsync([&] { isCurrent = queue.isCurrent(); });
+    EXPECT_TRUE(isCurrent);
+    EXPECT_FALSE(queue.isCurrent());
+    handle.runOrAsync(nullptr);
+}
+
+TEST(SerialQueue, DestroysWorkThatRanAtOnceBeforeTheCallReturns) {
+    SerialQueue queue("guest");
+    waitUntilIdle(queue);
+    auto token = std::make_shared<int>(0);
+    const std::weak_ptr<int> watch = token;
+    queue.handle().runOrAsync([token = std::move(token)] {});
+    EXPECT_TRUE(watch.expired());
+}
+
+TEST(SerialQueue, LetsWorkWaitWhileThereIsOther) {
+    SerialQueue queue("busy");
+    CountingSemaphore started(0), released(0);
+    std::vector<int> order;
+    queue.async([&] {
+        started.signal();
+        released.wait();
+        order.push_back(1);
+    });
+    started.wait();
+    queue.handle().runOrAsync([&] { order.push_back(2); });
+    queue.async([&] { order.push_back(3); });
+    released.signal();
+    drain(queue);
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+}
+
+TEST(SerialQueue, RunsAfterAGuestWhatHasComeMeanwhile) {
+    SerialQueue queue("meanwhile");
+    const SerialQueue::Handle handle = queue.handle();
+    waitUntilIdle(queue);
+    std::vector<int> order;
+    handle.runOrAsync([&] {
+        queue.async([&] { order.push_back(2); });
+        handle.runOrAsync([&] { order.push_back(3); });
+        order.push_back(1);
+    });
+    drain(queue);
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+}
+
+TEST(SerialQueue, RunsOneAtATimeWhoeverRunsIt) {
+    constexpr int kThreads = 4, kEach = 2000;
+    SerialQueue queue("one");
+    int count = 0;  // without a lock
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&, handle = queue.handle(), isGuest = i % 2 == 0] {
+            for (int j = 0; j < kEach; ++j) {
+                isGuest ? handle.runOrAsync([&] { ++count; }) : handle.async([&] { ++count; });
+            }
+        });
+    }
+    for (auto& thread : threads) thread.join();
+    drain(queue);
+    EXPECT_EQ(count, kThreads * kEach);
+}
+
+TEST(SerialQueue, MayBeDestroyedByAGuest) {
+    auto queue = std::make_unique<SerialQueue>("itself");
+    const SerialQueue::Handle handle = queue->handle();
+    waitUntilIdle(*queue);
+    bool isDone = false;
+    handle.runOrAsync([&] {
+        queue->async([] { ADD_FAILURE() << "ran on a queue that is gone"; });
+        queue.reset();
+        isDone = true;
+    });
+    EXPECT_TRUE(isDone);
+    handle.runOrAsync([] { ADD_FAILURE() << "ran on a queue that is gone"; });
+}
+
 // Returns once the queue is closed: from then on a handle destroys what it is given.
 void waitUntilClosed(const SerialQueue::Handle& handle) {
     std::weak_ptr<int> watch;
@@ -121,6 +202,25 @@ TEST(SerialQueue, WaitsForRunningWorkWhenDestroyed) {
     started.wait();
     queue.reset();
     EXPECT_TRUE(isDone);
+}
+
+TEST(SerialQueue, WaitsForAGuestWhenDestroyed) {
+    auto queue = std::make_unique<SerialQueue>("waits");
+    const SerialQueue::Handle handle = queue->handle();
+    waitUntilIdle(*queue);
+    CountingSemaphore started(0);
+    std::atomic<bool> isDone = false;
+    std::thread guest([&] {
+        handle.runOrAsync([&] {
+            started.signal();
+            waitUntilClosed(handle);
+            isDone = true;
+        });
+    });
+    started.wait();
+    queue.reset();
+    EXPECT_TRUE(isDone);
+    guest.join();
 }
 
 TEST(SerialQueue, DropsWaitingWorkWhenDestroyed) {

@@ -14,7 +14,9 @@
 #include "tests/support/bus_peer.h"
 #include "tests/support/child_process.h"
 #include "tests/support/private_bus.h"
+#include "tests/support/serial_queue_waits.h"
 #include "tests/support/service_client.h"
+#include "tests/support/thread_names.h"
 
 namespace {
 
@@ -33,6 +35,8 @@ using halvane::ServiceEvent;
 using halvane::ServiceReply;
 using halvane::testing::Arrivals;
 using halvane::testing::BusPeer;
+using halvane::testing::currentThreadName;
+using halvane::testing::drain;
 using halvane::testing::ipcMessage;
 using halvane::testing::isTrueInChild;
 using halvane::testing::PeerAnswer;
@@ -44,6 +48,7 @@ using halvane::testing::PrivateBus;
 using halvane::testing::ReceivedRequest;
 using halvane::testing::ScopedEnvironment;
 using halvane::testing::ServiceClient;
+using halvane::testing::waitUntilIdle;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
@@ -505,7 +510,7 @@ TEST(ServiceConnection, IsInvalidOnceTheBusIsKilled) {
     }
     EXPECT_EQ(client.events.wait(1), "invalid");
     EXPECT_EQ(kindOf(client.request(command("later"))), ServiceError::Kind::Invalid);
-    ServiceClient::drain(client.eventQueue);
+    drain(client.eventQueue);
     EXPECT_THAT(client.events.all(), ElementsAre("appeared", "invalid"));
 }
 
@@ -687,7 +692,7 @@ TEST(ServiceConnection, DropsPendingRequestsWhenDestroyed) {
     service.waitForRequest();
     client.connection.reset();
     EXPECT_TRUE(watch.expired());
-    ServiceClient::drain(client.replyQueue);
+    drain(client.replyQueue);
 }
 
 TEST(ServiceConnection, DropsRequestsThatWereNeverSent) {
@@ -700,7 +705,7 @@ TEST(ServiceConnection, DropsRequestsThatWereNeverSent) {
         [token = std::move(token)](const ServiceReply&) { ADD_FAILURE() << "called"; });
     connection.reset();
     EXPECT_TRUE(watch.expired());
-    ServiceClient::drain(replies);
+    drain(replies);
 }
 
 TEST(ServiceConnection, CallsNoHandlerOnceDestroyed) {
@@ -715,8 +720,75 @@ TEST(ServiceConnection, CallsNoHandlerOnceDestroyed) {
     client.request(command("behind the event"));
     client.connection.reset();
     released.signal();
-    ServiceClient::drain(client.eventQueue);
+    drain(client.eventQueue);
     EXPECT_THAT(client.events.all(), ElementsAre("appeared"));
+}
+
+// --- Replies in the place of the queue's thread ---
+
+class AnyThreadReplies : public ::testing::Test {
+  protected:
+    // Has a request answered; the thread that calls the handler while the queue's waits.
+    std::string threadOfReply() {
+        waitUntilIdle(client_.replyQueue);
+        std::string name;
+        CountingSemaphore done(0);
+        client_.connection->sendMessageWithReply(
+            command("x"), client_.replyQueue,
+            [&](const ServiceReply&) {
+                EXPECT_TRUE(client_.replyQueue.isCurrent());
+                name = currentThreadName();
+                done.signal();
+            },
+            ServiceConnection::ReplyThread::Any);
+        done.wait();
+        return name;
+    }
+
+    const PrivateBus bus_;
+    BusPeer service_{bus_};
+    ServiceClient client_;
+};
+
+TEST_F(AnyThreadReplies, AreHandledByTheConnectionWhereTheyAreSmall) {
+    EXPECT_EQ(threadOfReply(), "alvane.halvaned");
+    service_.answer(PeerError{"org.example.Error", "text"});
+    EXPECT_EQ(threadOfReply(), "alvane.halvaned");
+    service_.answer(ipcMessage({{"data", bytes(65536, 1)}}));
+    EXPECT_EQ(threadOfReply(), "alvane.halvaned");
+}
+
+TEST_F(AnyThreadReplies, AreHandledByTheQueueWhereTheyAreLarge) {
+    // How long these are nobody has counted.
+    const auto nested = [](const char* type) {
+        return PeerBody([type](sd_bus_message* reply) {
+            ::sd_bus_message_append(reply, "a{sv}", 1, "value", type, 0);
+        });
+    };
+    const PeerAnswer large[] = {
+        ipcMessage({{"value", bytes(65537, 1)}}),
+        ipcMessage({{"value", std::string(65537, 'x')}}),
+        nested("av"),
+        nested("a{sv}"),
+    };
+    for (const auto& answer : large) {
+        service_.answer(answer);
+        EXPECT_EQ(threadOfReply(), "est.reply.queue");
+    }
+}
+
+TEST_F(AnyThreadReplies, MayDestroyTheConnection) {
+    waitUntilIdle(client_.replyQueue);
+    CountingSemaphore done(0);
+    client_.connection->sendMessageWithReply(
+        command("x"), client_.replyQueue,
+        [&](const ServiceReply&) {
+            client_.connection.reset();
+            done.signal();
+        },
+        ServiceConnection::ReplyThread::Any);
+    done.wait();
+    EXPECT_EQ(client_.connection, nullptr);
 }
 
 TEST(ServiceConnection, IsPassedNoDescriptors) {
@@ -867,7 +939,7 @@ TEST(ServiceConnection, AnswersEverythingWhenCancelled) {
     client.connection->resume();
     EXPECT_EQ(kindOf(client.request(command("z"))), ServiceError::Kind::Invalid);
     client.connection.reset();
-    ServiceClient::drain(client.eventQueue);
+    drain(client.eventQueue);
     EXPECT_THAT(client.events.all(), ElementsAre("appeared", "invalid"));
 }
 
@@ -884,7 +956,7 @@ TEST(ServiceConnection, MayBeCancelledBeforeItIsResumed) {
     connection->resume();
     EXPECT_EQ(kindOf(arrivals.wait(0)), ServiceError::Kind::Invalid);
     EXPECT_EQ(events.wait(0), "invalid");
-    ServiceClient::drain(queue);
+    drain(queue);
     EXPECT_EQ(events.all().size(), 1u);
 }
 
@@ -896,7 +968,7 @@ TEST(ServiceConnection, LetsGoOfTheEventHandlerAfterTheLastEvent) {
     connection->setEventHandler([token = std::move(token)](const ServiceEvent&) {});
     EXPECT_FALSE(watch.expired());
     connection->cancel();
-    ServiceClient::drain(queue);
+    drain(queue);
     EXPECT_TRUE(watch.expired());
 }
 

@@ -81,13 +81,6 @@ class ServiceClient {
         done.wait();
         return result;
     }
-
-    // Returns when all that was handed to the queue before has been handled.
-    static void drain(SerialQueue& queue) {
-        CountingSemaphore done(0);
-        queue.async([&] { done.signal(); });
-        done.wait();
-    }
 };
 
 }  // namespace halvane::testing

@@ -1,0 +1,33 @@
+// Waiting for a serial queue.
+#ifndef TESTS_SUPPORT_SERIAL_QUEUE_WAITS_H
+#define TESTS_SUPPORT_SERIAL_QUEUE_WAITS_H
+
+#include <thread>
+
+#include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/serial_queue.h"
+
+namespace halvane::testing {
+
+// Returns when all that was given before has run.
+inline void drain(SerialQueue& queue) {
+    CountingSemaphore done(0);
+    queue.async([&] { done.signal(); });
+    done.wait();
+}
+
+// Returns once the queue's thread waits for work: runOrAsync() runs it at once then.
+inline void waitUntilIdle(const SerialQueue& queue) {
+    for (bool isHere = false; !isHere;) {
+        CountingSemaphore done(0);
+        queue.handle().runOrAsync([&, caller = std::this_thread::get_id()] {
+            isHere = std::this_thread::get_id() == caller;
+            done.signal();
+        });
+        done.wait();
+    }
+}
+
+}  // namespace halvane::testing
+
+#endif
