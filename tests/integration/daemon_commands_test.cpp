@@ -79,7 +79,7 @@ std::string noDaemonMessage(const std::string& command) {
 }
 
 std::string lossMessage(const std::string& command) {
-    return "halvane: " + command + ": the daemon went away before it answered\n";
+    return "halvane: " + command + ": the daemon went away meanwhile\n";
 }
 
 // Every command, with what it needs.

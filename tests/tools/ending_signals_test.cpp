@@ -20,6 +20,18 @@ TEST(EndingSignals, EndTheProgramAsDone) {
     }
 }
 
+TEST(EndingSignals, AreTakenWhereTheyWereBlocked) {
+    EXPECT_TRUE(isTrueInChild([] {
+        sigset_t blocked;
+        sigemptyset(&blocked);
+        sigaddset(&blocked, SIGTERM);
+        ::pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
+        std::raise(SIGTERM);
+        endOnSignals();
+        return false;
+    }));
+}
+
 TEST(EndingSignals, StayIgnoredWhereTheyWere) {
     EXPECT_FALSE(isTrueInChild([] {
         std::signal(SIGINT, SIG_IGN);

@@ -126,23 +126,23 @@ constexpr CLIOption exitStatus(const char* text) {
 
 constexpr CLIOption kEnabledExitStatus = exitStatus(
     "0 the request was sent, which is all that is known: no list tells which interfaces are\n"
-    "enabled; 1 there is no daemon, it lists no such interface, or it went away before it\n"
-    "answered; 2 usage.");
+    "enabled; 1 there is no daemon, it lists no such interface, or it went away meanwhile;\n"
+    "2 usage.");
 
 constexpr CLIOption kRoleExitStatus = exitStatus(
     "0 the request was sent, which is all that is known: 'halvane interfaces' tells whether\n"
     "the daemon did it; 1 there is no daemon, it lists no such interface, or it went away\n"
-    "before it answered; 2 usage.");
+    "meanwhile; 2 usage.");
 
 constexpr CLIOption kNetworkExitStatus = exitStatus(
     "0 the request was sent, which is all that is known: only the stations that come and go,\n"
     "in 'halvane clients', show whether the daemon did it; 1 there is no daemon, it lists no\n"
-    "such interface, or it went away before it answered; 2 usage.");
+    "such interface, or it went away meanwhile; 2 usage.");
 
 constexpr CLIOption kConfigExitStatus = exitStatus(
     "0 the request was sent, which is all that is known: 'halvane configs' tells whether the\n"
-    "daemon did it; 1 there is no daemon, it lists no such interface, it went away before it\n"
-    "answered, the passphrase could not be read, it is too long, or no key is made of it;\n"
+    "daemon did it; 1 there is no daemon, it lists no such interface, it went away\n"
+    "meanwhile, the passphrase could not be read, it is too long, or no key is made of it;\n"
     "2 usage.");
 
 CLIOption gInterfaceOptions[][3] = {

@@ -31,7 +31,7 @@ int failFor(const char* command, const Error& error) {
 }
 
 int failForLoss(const char* command) {
-    complain(std::string(command) + ": the daemon went away before it answered");
+    complain(std::string(command) + ": the daemon went away meanwhile");
     return kExitFailed;
 }
 

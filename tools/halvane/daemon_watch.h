@@ -3,6 +3,7 @@
 #ifndef TOOLS_HALVANE_DAEMON_WATCH_H
 #define TOOLS_HALVANE_DAEMON_WATCH_H
 
+#include <atomic>
 #include <memory>
 
 #include "halvane/platform/serial_queue.h"
@@ -13,20 +14,26 @@ namespace halvane::tool {
 // It asks the daemon over a connection of its own, and waits for the answer, of whatever kind.
 class DaemonWatch {
   public:
-    // From now on the daemon is watched.
+    // From now on the daemon is watched, if it answers.
     DaemonWatch();
     DaemonWatch(const DaemonWatch&) = delete;
     DaemonWatch& operator=(const DaemonWatch&) = delete;
 
-    // Whether the daemon has left the bus, or the bus is gone. It may have come back.
+    // Whether the daemon has left the bus, or the bus is gone. The daemon may have come back. False
+    // where it could not be watched.
     bool hasDaemonLeft();
 
   private:
-    void ask();
+    class Question;
+
+    // Whether the daemon answered, and was there to the end.
+    bool ask();
 
     SerialQueue queue_;
-    bool hasLeft_ = false;  // the queue's, and of who waits for it
+    std::atomic<bool> hasLeft_ = false;
+    std::weak_ptr<Question> question_;  // the queue's
     const std::unique_ptr<ServiceConnection> connection_;
+    bool isWatching_ = false;
 };
 
 }  // namespace halvane::tool

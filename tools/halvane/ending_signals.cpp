@@ -18,6 +18,8 @@ void endNow(int) {
 }  // namespace
 
 void endOnSignals() noexcept {
+    sigset_t taken;
+    sigemptyset(&taken);
     for (const int signal : {SIGINT, SIGTERM}) {
         struct sigaction action {};
         ::sigaction(signal, nullptr, &action);
@@ -25,7 +27,9 @@ void endOnSignals() noexcept {
         action = {};
         action.sa_handler = endNow;
         ::sigaction(signal, &action, nullptr);
+        sigaddset(&taken, signal);
     }
+    ::pthread_sigmask(SIG_UNBLOCK, &taken, nullptr);
 }
 
 }  // namespace halvane::tool
