@@ -11,6 +11,7 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneLogging {
   public:
+    // An instance of its own; all are alike.
     static HalvaneLogging init() { return {}; }
 
     // The shared instance, made on the first call; it lives until the process ends. May be called

@@ -44,8 +44,6 @@ HalvaneXPCClient::~HalvaneXPCClient() {
     link_->end();
 }
 
-// Another process may find the lock taken for good.
-
 std::shared_ptr<const HalvaneXPCClientDelegate> HalvaneXPCClient::delegate() const {
     if (!link_->isInHomeProcess()) return nullptr;
     const std::lock_guard lock(delegateMutex_);

@@ -67,7 +67,8 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     // afterwards. A request that such a call waits for is released as failed.
     // REQUIRES: other threads are done with their requests, and the delegate call that is running
     // does not wait for the destroying thread. It may itself be the one that destroys, and so may
-    // the callback of a log output that is given one of the client's lines.
+    // the callback of a log output that is given one of the client's lines; of a notification it is
+    // given the further lines all the same.
     ~HalvaneXPCClient();
 
     // --- Notifications ---
@@ -202,7 +203,7 @@ class HALVANE_EXPORT HalvaneXPCClient final {
   private:
     HalvaneXPCClient();
 
-    mutable std::mutex delegateMutex_;
+    mutable std::mutex delegateMutex_;  // in another process it may be taken for good
     std::shared_ptr<const HalvaneXPCClientDelegate> delegate_;
     std::atomic<bool> subscribeAP_ = false;
     std::shared_ptr<XPCLink> link_;  // outlives the client in an event that ends it

@@ -207,7 +207,6 @@ TEST(PropertyListDictionary, ReplacesInPlace) {
     }
 }
 
-// Across the size where an index takes over, and back.
 TEST(PropertyListDictionary, EntersAKeyOnce) {
     PropertyListDictionary dictionary;
     for (int i = 0; i < 40; ++i) {
@@ -223,6 +222,7 @@ TEST(PropertyListDictionary, EntersAKeyOnce) {
     EXPECT_EQ(*dictionary.find("17"), PropertyListValue(17));
 }
 
+// Across the size where an index takes over, and back.
 TEST(PropertyListDictionary, ErasesAnyEntryAtEverySize) {
     for (int count = 1; count <= 40; ++count) {
         for (int erased = 0; erased < count; ++erased) {

@@ -22,6 +22,11 @@ TEST(LoggingDeathTest, IsSharedFromFirstUseOn) {
         ::testing::ExitedWithCode(0), "");
 }
 
+TEST(Logging, MayBeMadeBesideTheSharedInstance) {
+    const HalvaneLogging own = HalvaneLogging::init();
+    EXPECT_NE(&HalvaneLogging::sharedSystem(), &own);
+}
+
 TEST(Logging, IsSharedByAllThreads) {
     std::array<const HalvaneLogging*, 8> seen{};
     std::vector<std::thread> threads;
