@@ -10,7 +10,6 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <pugixml.hpp>
-#include <spawn.h>
 #include <string>
 #include <string_view>
 #include <sys/ioctl.h>
@@ -21,10 +20,12 @@
 
 #include "tests/support/run_program.h"
 #include "tests/support/sanitizers.h"
+#include "tests/support/spawn_program.h"
 #include "tests/support/terminal_program.h"
 
 using halvane::testing::ProgramResult;
 using halvane::testing::runProgram;
+using halvane::testing::spawnProgram;
 using halvane::testing::TerminalProgram;
 using nlohmann::json;
 
@@ -118,17 +119,9 @@ TEST(PSK, WaitsForAnInputThatDoesNotWaitByItself) {
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
     const halvane::testing::TemporaryFolder folder;
-    const std::string file = folder.path() / "key";
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, ends[0], STDIN_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, file.c_str(), O_WRONLY | O_CREAT,
-                                     0600);
-    Words words = {HALVANE_TOOL, "psk", "IEEE"};
-    char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
-    pid_t child = 0;
-    ASSERT_EQ(::posix_spawn(&child, HALVANE_TOOL, &actions, nullptr, arguments, environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
+    const auto file = folder.path() / "key";
+    const pid_t child =
+        spawnProgram({HALVANE_TOOL, "psk", "IEEE"}, {.input = ends[0], .output = file});
     EXPECT_EQ(::write(ends[1], "pass", 4), 4);
     EXPECT_TRUE(isTaken(ends[1]));
     EXPECT_EQ(::write(ends[1], "word\n", 5), 5);

@@ -7,15 +7,15 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sched.h>
-#include <spawn.h>
 #include <stdexcept>
 #include <string>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
-extern char** environ;
+#include "tests/support/spawn_program.h"
 
 namespace halvane::testing {
 
@@ -29,7 +29,7 @@ class RunningProgram {
         }
         output_ = output[0];
         errors_ = errors[0];
-        start(words, output[1], errors[1]);
+        process_ = spawnProgram(std::move(words), {.output = output[1], .errors = errors[1]});
         ::close(output[1]);
         ::close(errors[1]);
     }
@@ -83,20 +83,6 @@ class RunningProgram {
         char byte = 0;
         while (byte != '\n' && ::read(descriptor, &byte, 1) == 1) line += byte;
         return line;
-    }
-
-    void start(std::vector<std::string>& words, int output, int errors) {
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
-        std::vector<char*> arguments;
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        const int error =
-            posix_spawn(&process_, arguments[0], &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        if (error != 0) throw std::runtime_error("the program cannot be started");
     }
 
     pid_t process_ = -1;

@@ -5,16 +5,15 @@
 #include <array>
 #include <csignal>
 #include <fcntl.h>
-#include <spawn.h>
 #include <stdexcept>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "tests/support/bus_caller.h"
-
-extern char** environ;
+#include "tests/support/spawn_program.h"
 
 namespace halvane::testing {
 
@@ -25,7 +24,7 @@ class SimProcess {
         options.insert(options.begin(), HALVANE_SIM);
         std::array<int, 2> ends{};
         if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-        start(options, ends[1]);
+        process_ = spawnProgram(std::move(options), {.output = ends[1]});
         ::close(ends[1]);
         output_ = ends[0];
         for (std::string line; !(line = readLine()).empty();) {
@@ -78,19 +77,6 @@ class SimProcess {
     }
 
   private:
-    void start(std::vector<std::string>& words, int output) {
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-        std::vector<char*> arguments;
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        const int error =
-            posix_spawn(&process_, arguments[0], &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        if (error != 0) throw std::runtime_error("halvaned-sim cannot be started");
-    }
-
     pid_t process_ = -1;
     int output_ = -1;
     std::vector<std::string> lines_;
