@@ -529,7 +529,7 @@ TEST(UnansweredMonitor, EndsBySignalAsAnyProgram) {
             SilentDaemon daemon(bus, answers);
             RunningProgram monitor(toolWords({"monitor"}));
             daemon.waitForRequest();
-            EXPECT_EQ(monitor.stop(signal), 128 + signal);
+            EXPECT_EQ(monitor.stop(signal), -signal);
             EXPECT_EQ(monitor.outputLine() + monitor.errorLine(), "");
         }
     }
