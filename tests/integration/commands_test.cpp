@@ -7,10 +7,12 @@
 
 #include "tests/support/golden_file.h"
 #include "tests/support/run_program.h"
+#include "tests/support/run_tool.h"
 
 using halvane::testing::expectGolden;
-using halvane::testing::ProgramResult;
+using halvane::testing::expectMessage;
 using halvane::testing::runProgram;
+using halvane::testing::runTool;
 using nlohmann::json;
 
 namespace {
@@ -22,17 +24,9 @@ constexpr const char* kCommands[] = {
     "devices", "interfaces", "channel-list", "configs",   "clients", "add",     "remove", "enable",
     "disable", "role",       "start",        "stop",      "logging", "monitor", "help"};
 
-ProgramResult halvane(Words words) {
-    words.insert(words.begin(), HALVANE_TOOL);
-    return runProgram(std::move(words));
-}
-
 // Status 2, nothing on standard output, and a message.
 void expectUsage(const Words& words, const std::string& message) {
-    const auto result = halvane(words);
-    EXPECT_EQ(result.status, 2) << message;
-    EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors, message);
+    expectMessage(runTool(words), 2, message);
 }
 
 TEST(Usage, IsRefusedWithStatusTwoAndOneMessage) {
@@ -45,46 +39,46 @@ TEST(Usage, IsRefusedWithStatusTwoAndOneMessage) {
     expectUsage({"decode", "x", "--bogus"}, "error: unknown option 'bogus'.\n");
     expectUsage({"decode", "--format=x", "x"},
                 "halvane: decode: --format: 'x' is not text, json, jsonl or plist\n");
-    EXPECT_EQ(halvane({}).status, 2);
-    EXPECT_EQ(halvane({}).errors, halvane({"--help"}).errors);
-    EXPECT_EQ(halvane({}).output, "");
+    EXPECT_EQ(runTool({}).status, 2);
+    EXPECT_EQ(runTool({}).errors, runTool({"--help"}).errors);
+    EXPECT_EQ(runTool({}).output, "");
 }
 
 TEST(Usage, PrintsHelpOnStandardError) {
-    const auto summary = halvane({"--help"});
+    const auto summary = runTool({"--help"});
     EXPECT_EQ(summary.status, 0);
     EXPECT_EQ(summary.output, "");
     EXPECT_EQ(summary.errors.substr(0, 16), "\nUsage: halvane ");
-    EXPECT_EQ(halvane({"help"}).errors, summary.errors);
-    EXPECT_EQ(halvane({"-h"}).errors, summary.errors);
+    EXPECT_EQ(runTool({"help"}).errors, summary.errors);
+    EXPECT_EQ(runTool({"-h"}).errors, summary.errors);
     for (const char* command : kCommands) {
-        const auto help = halvane({command, "--help"});
+        const auto help = runTool({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.output, "");
         EXPECT_EQ(help.errors.find("\nNAME\n    halvane " + std::string(command) + " -- "), 0u);
-        EXPECT_EQ(halvane({"help", command}).errors, help.errors);
+        EXPECT_EQ(runTool({"help", command}).errors, help.errors);
         EXPECT_NE(summary.errors.find("\n    " + std::string(command) + " "), std::string::npos);
     }
 }
 
 TEST(Usage, IsHeldAsFiles) {
     const std::filesystem::path golden = HALVANE_GOLDEN;
-    expectGolden(halvane({"--help"}).errors, golden / "help.txt");
+    expectGolden(runTool({"--help"}).errors, golden / "help.txt");
     for (const std::string command : kCommands) {
-        expectGolden(halvane({"help", command}).errors, golden / ("help_" + command + ".txt"));
+        expectGolden(runTool({"help", command}).errors, golden / ("help_" + command + ".txt"));
     }
 }
 
 TEST(Usage, TellsWhatHelpAndPINTake) {
-    const std::string help = halvane({"help", "help"}).errors;
+    const std::string help = runTool({"help", "help"}).errors;
     EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [COMMAND]\n"), std::string::npos) << help;
-    const std::string pin = halvane({"help", "pin"}).errors;
+    const std::string pin = runTool({"help", "pin"}).errors;
     const std::string description = pin.substr(pin.find("\nDESCRIPTION\n"));
     EXPECT_LT(description.find("check N"), description.find("\nOPTIONS\n")) << pin;
 }
 
 TEST(Usage, PrintsTheVersion) {
-    const auto result = halvane({"--version"});
+    const auto result = runTool({"--version"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     const std::string start = "halvane version " HALVANE_VERSION " (";
@@ -104,29 +98,27 @@ TEST(Usage, TellsAboutOutputThatIsLost) {
 TEST(PIN, IsFreshAndRight) {
     std::set<std::string> pins;
     for (int i = 0; i < 5; ++i) {
-        const auto result = halvane({"pin"});
+        const auto result = runTool({"pin"});
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.errors, "");
         ASSERT_TRUE(std::regex_match(result.output, std::regex("[0-9]{8}\n"))) << result.output;
         const std::string pin = result.output.substr(0, 8);
         pins.insert(pin);
-        EXPECT_EQ(halvane({"pin", "check", pin}).status, 0) << pin;
+        EXPECT_EQ(runTool({"pin", "check", pin}).status, 0) << pin;
     }
     EXPECT_GT(pins.size(), 1u);
 }
 
 TEST(PIN, IsCheckedByItsLastDigit) {
     for (const char* pin : {"12345670", "00100007", "00000000", "99999995"}) {
-        const auto result = halvane({"pin", "check", pin});
+        const auto result = runTool({"pin", "check", pin});
         EXPECT_EQ(result.status, 0) << pin;
         EXPECT_EQ(result.output + result.errors, "");
     }
-    const auto wrong = halvane({"pin", "check", "12345671"});
-    EXPECT_EQ(wrong.status, 1);
-    EXPECT_EQ(wrong.output, "");
-    EXPECT_EQ(wrong.errors, "halvane: pin: 12345671: the check digit would be 0\n");
+    expectMessage(runTool({"pin", "check", "12345671"}), 1,
+                  "halvane: pin: 12345671: the check digit would be 0\n");
     // Read as octal it would be 32774, with 3 for a check digit.
-    EXPECT_EQ(halvane({"pin", "check", "00100006"}).errors,
+    EXPECT_EQ(runTool({"pin", "check", "00100006"}).errors,
               "halvane: pin: 00100006: the check digit would be 7\n");
 }
 
@@ -145,7 +137,7 @@ TEST(PIN, HasEightDigits) {
 }
 
 TEST(Channels, AreATable) {
-    const auto result = halvane({"channels"});
+    const auto result = runTool({"channels"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 43);
@@ -161,19 +153,19 @@ TEST(Channels, AreFoundByNumberAndByFrequency) {
         {"channelNumber": 36, "channelFrequency": 5180, "extensionChannel": 40},
         {"channelNumber": 14, "channelFrequency": 2484},
         {"channelNumber": 165, "channelFrequency": 5825}])");
-    const auto document = halvane({"channels", "--format=json", "5180", "14", "0165"});
+    const auto document = runTool({"channels", "--format=json", "5180", "14", "0165"});
     EXPECT_EQ(document.status, 0);
     EXPECT_EQ(json::parse(document.output), expected);
-    const auto lines = halvane({"channels", "36", "2484", "5825", "--format", "jsonl"});
+    const auto lines = runTool({"channels", "36", "2484", "5825", "--format", "jsonl"});
     EXPECT_EQ(lines.output,
               "{\"channelNumber\":36,\"channelFrequency\":5180,\"extensionChannel\":40}\n"
               "{\"channelNumber\":14,\"channelFrequency\":2484}\n"
               "{\"channelNumber\":165,\"channelFrequency\":5825}\n");
-    EXPECT_EQ(json::parse(halvane({"channels", "--format=json"}).output).size(), 42u);
+    EXPECT_EQ(json::parse(runTool({"channels", "--format=json"}).output).size(), 42u);
 }
 
 TEST(Channels, AreAPropertyList) {
-    const auto result = halvane({"channels", "--format=plist", "36", "14"});
+    const auto result = runTool({"channels", "--format=plist", "36", "14"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     pugi::xml_document document;
@@ -191,7 +183,7 @@ TEST(Channels, AreAPropertyList) {
 }
 
 TEST(Channels, AreToldToBeUnknown) {
-    const auto result = halvane({"channels", "15", "6", "2400", "0", "255", "256", "99999"});
+    const auto result = runTool({"channels", "15", "6", "2400", "0", "255", "256", "99999"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output,
               "Channel  Frequency  Extension\n"
@@ -203,8 +195,8 @@ TEST(Channels, AreToldToBeUnknown) {
               "halvane: channels: no channel 255\n"
               "halvane: channels: no channel at 256 MHz\n"
               "halvane: channels: no channel at 99999 MHz\n");
-    EXPECT_EQ(halvane({"channels", "15"}).output, "");
-    EXPECT_EQ(halvane({"channels", "15", "--format=json"}).output, "[]\n");
+    EXPECT_EQ(runTool({"channels", "15"}).output, "");
+    EXPECT_EQ(runTool({"channels", "15", "--format=json"}).output, "[]\n");
 }
 
 TEST(Channels, AreNumbers) {
@@ -223,7 +215,7 @@ TEST(Channels, AreRefusedInAnotherFormatWithOneMessage) {
 }
 
 TEST(SKUs, AreATable) {
-    const auto result = halvane({"skus"});
+    const auto result = runTool({"skus"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.output,
@@ -238,14 +230,14 @@ TEST(SKUs, AreATable) {
 }
 
 TEST(SKUs, AreWholeForPrograms) {
-    const auto document = json::parse(halvane({"skus", "--format=json"}).output);
+    const auto document = json::parse(runTool({"skus", "--format=json"}).output);
     ASSERT_EQ(document.size(), 7u);
     EXPECT_EQ(document[4]["friendlyName"], "Worldwide ETSI");
     EXPECT_EQ(document[4]["shortName"], "ETSI");
     EXPECT_EQ(document[4]["countries"].size(), 36u);
     EXPECT_EQ(document[6]["countries"][166]["isoName"], "ZW");
     EXPECT_EQ(document[6]["countries"][166]["channels"].size(), 42u);
-    const auto lines = halvane({"skus", "--format=jsonl"}).output;
+    const auto lines = runTool({"skus", "--format=jsonl"}).output;
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 7);
     EXPECT_EQ(json::parse(lines.substr(0, lines.find('\n'))), document[0]);
 }
@@ -258,7 +250,7 @@ std::size_t countIn(const std::string& propertyList, const char* query) {
 }
 
 TEST(SKUs, AreSkeletonsInAPropertyList) {
-    const auto list = halvane({"skus", "--format=plist"}).output;
+    const auto list = runTool({"skus", "--format=plist"}).output;
     EXPECT_EQ(countIn(list, "/plist/array/dict[key='ShortName']"), 7u);
     EXPECT_EQ(countIn(list, "/plist/array/dict/array/dict[key='ISOName']"), 239u);
     EXPECT_EQ(countIn(list, "/plist/array/dict/array/dict/array/dict[key='ChannelNumber']"),
@@ -272,7 +264,7 @@ TEST(SKUs, TakeNoArgument) {
 }
 
 TEST(Countries, AreHeldAsAFile) {
-    const auto result = halvane({"countries"});
+    const auto result = runTool({"countries"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     expectGolden(result.output, std::filesystem::path(HALVANE_GOLDEN) / "countries.txt");
@@ -282,22 +274,22 @@ TEST(Countries, AreThoseOfASKUByEitherName) {
     const std::string expected =
         "ISO  Number  SKU     Name\n"
         "KR      410  Korea   Korea, Republic Of\n";
-    EXPECT_EQ(halvane({"countries", "--sku=Korea"}).output, expected);
-    EXPECT_EQ(halvane({"countries", "--sku", "kOREA"}).output, expected);
-    const auto byShortName = halvane({"countries", "--sku", "etsi"});
+    EXPECT_EQ(runTool({"countries", "--sku=Korea"}).output, expected);
+    EXPECT_EQ(runTool({"countries", "--sku", "kOREA"}).output, expected);
+    const auto byShortName = runTool({"countries", "--sku", "etsi"});
     EXPECT_EQ(byShortName.status, 0);
     EXPECT_EQ(std::count(byShortName.output.begin(), byShortName.output.end(), '\n'), 37);
-    EXPECT_EQ(halvane({"countries", "--sku", "worldwide etsi"}).output, byShortName.output);
-    EXPECT_EQ(halvane({"countries", "--sku=x", "--no-sku"}).output, halvane({"countries"}).output);
+    EXPECT_EQ(runTool({"countries", "--sku", "worldwide etsi"}).output, byShortName.output);
+    EXPECT_EQ(runTool({"countries", "--sku=x", "--no-sku"}).output, runTool({"countries"}).output);
 }
 
 TEST(Countries, AreWholeForPrograms) {
-    const auto document = json::parse(halvane({"countries", "--format=json"}).output);
+    const auto document = json::parse(runTool({"countries", "--format=json"}).output);
     ASSERT_EQ(document.size(), 239u);
     EXPECT_EQ(document[0]["friendlyName"], "Australia");
-    const auto line = halvane({"countries", "--format=jsonl", "--sku=japan"}).output;
-    EXPECT_EQ(line, halvane({"country", "--format=jsonl", "japan"}).output);
-    const auto list = halvane({"countries", "--format=plist", "--sku=FCC"}).output;
+    const auto line = runTool({"countries", "--format=jsonl", "--sku=japan"}).output;
+    EXPECT_EQ(line, runTool({"country", "--format=jsonl", "japan"}).output);
+    const auto list = runTool({"countries", "--format=plist", "--sku=FCC"}).output;
     EXPECT_EQ(countIn(list, "/plist/array/dict[key='ISOCode']"), 14u);
     EXPECT_EQ(countIn(list, "/plist/array/dict/array/dict"), 14u * 42);
 }
@@ -305,12 +297,9 @@ TEST(Countries, AreWholeForPrograms) {
 TEST(Countries, OfAnUnknownSKUAreToldWhichThereAre) {
     for (const char* name : {"Nowhere", "", "ETS", "ETSI "}) {
         for (const char* format : {"text", "json", "plist"}) {
-            const auto result = halvane({"countries", "--sku", name, "--format", format});
-            EXPECT_EQ(result.status, 1);
-            EXPECT_EQ(result.output, "");
-            EXPECT_EQ(result.errors, "halvane: countries: no SKU '" + std::string(name) +
-                                         "'; there are APAC, Japan, Korea, ROW, ETSI, FCC, "
-                                         "Unused\n");
+            expectMessage(runTool({"countries", "--sku", name, "--format", format}), 1,
+                          "halvane: countries: no SKU '" + std::string(name) +
+                              "'; there are APAC, Japan, Korea, ROW, ETSI, FCC, Unused\n");
         }
     }
     expectUsage({"countries", "ETSI"}, "halvane: countries: takes no argument ('ETSI')\n");
@@ -320,7 +309,7 @@ TEST(Countries, OfAnUnknownSKUAreToldWhichThereAre) {
 
 // The first line of what is printed of a country.
 std::string countryLine(const std::string& name) {
-    const auto result = halvane({"country", name});
+    const auto result = runTool({"country", name});
     EXPECT_EQ(result.status, 0) << name;
     EXPECT_EQ(result.errors, "");
     return result.output.substr(0, result.output.find('\n'));
@@ -340,18 +329,18 @@ TEST(Country, IsFoundByNameISONameAndNumber) {
 
 TEST(Country, IsFoundByANumberBelowZeroBehindTheOptions) {
     for (const char* number : {"-1", "-001"}) {
-        const auto result = halvane({"country", "--format=json", "--", number});
+        const auto result = runTool({"country", "--format=json", "--", number});
         EXPECT_EQ(result.status, 0) << number;
         EXPECT_EQ(result.errors, "");
         const auto object = json::parse(result.output, nullptr, false);
         EXPECT_EQ(object["friendlyName"], "Unknown");
         EXPECT_EQ(object["isoCode"], -1);
     }
-    EXPECT_EQ(halvane({"country", "-1"}).status, 2) << "it reads as an option";
+    EXPECT_EQ(runTool({"country", "-1"}).status, 2) << "it reads as an option";
 }
 
 TEST(Country, IsPrintedWithItsChannels) {
-    const std::string text = halvane({"country", "jp"}).output;
+    const std::string text = runTool({"country", "jp"}).output;
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 44);
     const std::string start =
         "Friendly Name <Japan>, ISO Code <JP>, ISO Number <392>\n"
@@ -366,17 +355,17 @@ TEST(Country, IsPrintedWithItsChannels) {
 }
 
 TEST(Country, IsOneRecordForPrograms) {
-    const auto text = halvane({"country", "gb", "--format=json"}).output;
+    const auto text = runTool({"country", "gb", "--format=json"}).output;
     const auto object = json::parse(text);
     EXPECT_EQ(object["friendlyName"], "United Kingdom");
     EXPECT_EQ(object["isoCode"], 826);
     EXPECT_EQ(object["channels"][22], json::parse(R"({
         "channelNumber": 52, "channelFrequency": 5260, "isRadarProne": true, "isDisabled": false,
         "supports40MHz": true, "supports80MHz": false})"));
-    const auto line = halvane({"country", "gb", "--format=jsonl"}).output;
+    const auto line = runTool({"country", "gb", "--format=jsonl"}).output;
     EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1);
     EXPECT_EQ(json::parse(line), object);
-    const auto list = halvane({"country", "gb", "--format=plist"}).output;
+    const auto list = runTool({"country", "gb", "--format=plist"}).output;
     EXPECT_EQ(countIn(list, "/plist/dict[key='FriendlyName']/array/dict"), 42u);
 }
 
@@ -384,13 +373,11 @@ TEST(Country, IsToldToBeUnknown) {
     for (const char* name :
          {"Slovenia", "no", "", "United", "-2", "--1", "+1", "-", "1", "9223372036854775808",
           "-9223372036854775809", "99999999999999999999"}) {
-        const auto result = halvane({"country", "--format=json", "--", name});
-        EXPECT_EQ(result.status, 1) << name;
-        EXPECT_EQ(result.output, "");
-        EXPECT_EQ(result.errors, "halvane: country: no country '" + std::string(name) +
-                                     "' ('halvane countries' lists them)\n");
+        expectMessage(runTool({"country", "--format=json", "--", name}), 1,
+                      "halvane: country: no country '" + std::string(name) +
+                          "' ('halvane countries' lists them)\n");
     }
-    EXPECT_EQ(halvane({"country", "a\x1B[2J"}).errors,
+    EXPECT_EQ(runTool({"country", "a\x1B[2J"}).errors,
               "halvane: country: no country 'a\\x1B[2J' ('halvane countries' lists them)\n");
 }
 

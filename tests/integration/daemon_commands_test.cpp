@@ -12,19 +12,22 @@
 #include "tests/support/bus_caller.h"
 #include "tests/support/private_bus.h"
 #include "tests/support/run_program.h"
+#include "tests/support/run_tool.h"
 #include "tests/support/running_program.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/sim_process.h"
 #include "tests/support/temporary_folder.h"
 
 using halvane::testing::BusCaller;
+using halvane::testing::expectMessage;
 using halvane::testing::PrivateBus;
-using halvane::testing::ProgramResult;
 using halvane::testing::RunningProgram;
 using halvane::testing::runProgram;
+using halvane::testing::runTool;
 using halvane::testing::ScopedEnvironment;
 using halvane::testing::SimProcess;
 using halvane::testing::TemporaryFolder;
+using halvane::testing::toolWords;
 using nlohmann::json;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
@@ -35,19 +38,10 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-Words toolWords(Words words) {
-    words.insert(words.begin(), HALVANE_TOOL);
-    return words;
-}
-
-ProgramResult halvane(Words words, std::string_view input = {}) {
-    return runProgram(toolWords(std::move(words)), input);
-}
-
 // What it prints where it succeeds, and prints nothing else.
 std::string outputOf(Words words, std::string_view input = {}) {
     const std::string name = words[0];
-    const auto result = halvane(std::move(words), input);
+    const auto result = runTool(std::move(words), input);
     EXPECT_EQ(result.status, 0) << name;
     EXPECT_EQ(result.errors, "") << name;
     return result.output;
@@ -60,10 +54,7 @@ json jsonFrom(Words words) {
 
 // Nothing on standard output, and one message.
 void expectFailure(Words words, int status, const std::string& message) {
-    const auto result = halvane(std::move(words));
-    EXPECT_EQ(result.status, status) << message;
-    EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors, message);
+    expectMessage(runTool(std::move(words)), status, message);
 }
 
 std::string noDaemonMessage(const std::string& command) {
@@ -529,7 +520,7 @@ TEST(UnansweredMonitor, EndsBySignalAsAnyProgram) {
             SilentDaemon daemon(bus, answers);
             RunningProgram monitor(toolWords({"monitor"}));
             daemon.waitForRequest();
-            EXPECT_EQ(monitor.stop(signal), 128 + signal);
+            EXPECT_EQ(monitor.stop(signal), -signal);
             EXPECT_EQ(monitor.outputLine() + monitor.errorLine(), "");
         }
     }
@@ -606,7 +597,7 @@ TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
 }
 
 TEST_F(DaemonUsage, LeavesAPassphraseUnread) {
-    const auto result = halvane({"add", "wlan0", "--ssid=home", "--passphrase", "--key",
+    const auto result = runTool({"add", "wlan0", "--ssid=home", "--passphrase", "--key",
                                  "--security=WPA2", "--key-management=PSK"},
                                 "");
     EXPECT_EQ(result.status, 1);

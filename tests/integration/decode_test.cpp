@@ -8,11 +8,13 @@
 #include <sstream>
 
 #include "tests/support/run_program.h"
+#include "tests/support/run_tool.h"
 #include "tests/support/sanitizers.h"
 
 using halvane::testing::contentsOf;
 using halvane::testing::ProgramResult;
 using halvane::testing::runProgram;
+using halvane::testing::runTool;
 using halvane::testing::TemporaryFolder;
 using nlohmann::json;
 
@@ -28,8 +30,8 @@ std::string sample(const char* name) {
 }
 
 ProgramResult decode(std::vector<std::string> words, std::string_view input = {}) {
-    words.insert(words.begin(), {kTool, "decode"});
-    return runProgram(std::move(words), input);
+    words.insert(words.begin(), "decode");
+    return runTool(std::move(words), input);
 }
 
 std::vector<json> linesOf(const std::string& text) {

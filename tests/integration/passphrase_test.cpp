@@ -10,7 +10,6 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <pugixml.hpp>
-#include <spawn.h>
 #include <string>
 #include <string_view>
 #include <sys/ioctl.h>
@@ -20,11 +19,15 @@
 #include <vector>
 
 #include "tests/support/run_program.h"
+#include "tests/support/run_tool.h"
 #include "tests/support/sanitizers.h"
+#include "tests/support/spawn_program.h"
 #include "tests/support/terminal_program.h"
 
-using halvane::testing::ProgramResult;
+using halvane::testing::expectMessage;
 using halvane::testing::runProgram;
+using halvane::testing::runTool;
+using halvane::testing::spawnProgram;
 using halvane::testing::TerminalProgram;
 using nlohmann::json;
 
@@ -33,11 +36,6 @@ namespace {
 using Words = std::vector<std::string>;
 
 constexpr char kIEEEKey[] = "f42c6fc52df0ebef9ebb4b90b38a5f902e83fe1b135a70e23aed762e9710a12e";
-
-ProgramResult halvane(Words words, std::string_view input = {}) {
-    words.insert(words.begin(), HALVANE_TOOL);
-    return runProgram(std::move(words), input);
-}
 
 // Waits until all that was written to a pipe has been read.
 bool isTaken(int pipe) {
@@ -50,28 +48,21 @@ bool isTaken(int pipe) {
     return left == 0;
 }
 
-// Nothing on standard output, and a message.
-void expectMessage(const ProgramResult& result, int status, const std::string& message) {
-    EXPECT_EQ(result.status, status) << message;
-    EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors, message);
-}
-
 TEST(PSK, IsPrintedAndNothingElse) {
-    const auto result = halvane({"psk", "IEEE"}, "password\n");
+    const auto result = runTool({"psk", "IEEE"}, "password\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.output, std::string(kIEEEKey) + "\n");
-    EXPECT_EQ(halvane({"psk", "--ssid-hex", "49454545"}, "password\n").output, result.output);
-    EXPECT_EQ(halvane({"psk", "ThisIsASSID"}, "ThisIsAPassword").output,
+    EXPECT_EQ(runTool({"psk", "--ssid-hex", "49454545"}, "password\n").output, result.output);
+    EXPECT_EQ(runTool({"psk", "ThisIsASSID"}, "ThisIsAPassword").output,
               "0dc0d6eb90555ed6419756b9a15ec3e3209b63df707dd508d14581f8982721af\n");
 }
 
 TEST(PSK, IsOfTheFirstLineOfStandardInput) {
     for (const char* input : {"password", "password\n", "password\r\n", "password\nmore\n"}) {
-        EXPECT_EQ(halvane({"psk", "IEEE"}, input).output, std::string(kIEEEKey) + "\n") << input;
+        EXPECT_EQ(runTool({"psk", "IEEE"}, input).output, std::string(kIEEEKey) + "\n") << input;
     }
-    EXPECT_NE(halvane({"psk", "IEEE"}, " password\n").output, std::string(kIEEEKey) + "\n");
+    EXPECT_NE(runTool({"psk", "IEEE"}, " password\n").output, std::string(kIEEEKey) + "\n");
 }
 
 TEST(PSK, LeavesTheLinesBehindIt) {
@@ -83,7 +74,7 @@ TEST(PSK, LeavesTheLinesBehindIt) {
 
 TEST(PSK, TellsWhyAPassphraseMakesNone) {
     const auto expectProblem = [](std::string_view input, const std::string& problem) {
-        expectMessage(halvane({"psk", "IEEE"}, input), 1, "halvane: psk: " + problem + "\n");
+        expectMessage(runTool({"psk", "IEEE"}, input), 1, "halvane: psk: " + problem + "\n");
     };
     expectProblem("", "no passphrase");
     expectProblem("\n", "no passphrase");
@@ -104,7 +95,7 @@ TEST(PSK, TellsWhyAPassphraseMakesNone) {
           std::string_view("password\x7F\n")}) {
         expectProblem(input, notPrintable);
     }
-    EXPECT_EQ(halvane({"psk", "IEEE"}, std::string(63, '~')).status, 0);
+    EXPECT_EQ(runTool({"psk", "IEEE"}, std::string(63, '~')).status, 0);
 }
 
 TEST(PSK, ReadsNoFurtherThanALineMayBe) {
@@ -118,17 +109,9 @@ TEST(PSK, WaitsForAnInputThatDoesNotWaitByItself) {
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
     const halvane::testing::TemporaryFolder folder;
-    const std::string file = folder.path() / "key";
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, ends[0], STDIN_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, file.c_str(), O_WRONLY | O_CREAT,
-                                     0600);
-    Words words = {HALVANE_TOOL, "psk", "IEEE"};
-    char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
-    pid_t child = 0;
-    ASSERT_EQ(::posix_spawn(&child, HALVANE_TOOL, &actions, nullptr, arguments, environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
+    const auto file = folder.path() / "key";
+    const pid_t child =
+        spawnProgram({HALVANE_TOOL, "psk", "IEEE"}, {.input = ends[0], .output = file});
     EXPECT_EQ(::write(ends[1], "pass", 4), 4);
     EXPECT_TRUE(isTaken(ends[1]));
     EXPECT_EQ(::write(ends[1], "word\n", 5), 5);
@@ -151,7 +134,7 @@ TEST(PSK, RepeatsNothingThatStandsAtTheWrongPlace) {
          {Words{"psk", "IEEE", "sekret1234"}, Words{"psk", "--ssid-hex", "sekret1234"},
           Words{"psk", "--ssid-hex=sekret1234"}, Words{"psk", "--ssid-hex", "sekret1234", "IEEE"},
           Words{"psk", "sekret1234 sekret1234 sekret1234 x"}}) {
-        const auto result = halvane(words, "password\n");
+        const auto result = runTool(words, "password\n");
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ((result.output + result.errors).find("sekret"), std::string::npos)
             << result.errors;
@@ -167,16 +150,16 @@ TEST(PSK, TellsThatStandardInputCannotBeRead) {
 
 TEST(PSK, TakesOneSSIDAndNoPassphrase) {
     const std::string one = "halvane: psk: takes one SSID\n";
-    expectMessage(halvane({"psk"}, "password\n"), 2, one);
-    expectMessage(halvane({"psk", "IEEE", "password"}, "password\n"), 2, one);
-    expectMessage(halvane({"psk", ""}, "password\n"), 2,
+    expectMessage(runTool({"psk"}, "password\n"), 2, one);
+    expectMessage(runTool({"psk", "IEEE", "password"}, "password\n"), 2, one);
+    expectMessage(runTool({"psk", ""}, "password\n"), 2,
                   "halvane: psk: an SSID has 1 to 32 octets, not 0\n");
-    expectMessage(halvane({"psk", std::string(33, 's')}, "password\n"), 2,
+    expectMessage(runTool({"psk", std::string(33, 's')}, "password\n"), 2,
                   "halvane: psk: an SSID has 1 to 32 octets, not 33\n");
-    expectMessage(halvane({"psk", "--ssid-hex", "xy"}, "password\n"), 2,
+    expectMessage(runTool({"psk", "--ssid-hex", "xy"}, "password\n"), 2,
                   "halvane: psk: the SSID is not hexadecimal text\n");
-    EXPECT_EQ(halvane({"psk", "--passphrase", "IEEE"}, "password\n").status, 2);
-    EXPECT_EQ(halvane({"psk", "--", "-x"}, "password\n").status, 0);
+    EXPECT_EQ(runTool({"psk", "--passphrase", "IEEE"}, "password\n").status, 2);
+    EXPECT_EQ(runTool({"psk", "--", "-x"}, "password\n").status, 0);
 }
 
 // --- At a terminal ---
@@ -369,7 +352,7 @@ Words with(Words words, const Words& more) {
 }
 
 TEST(Config, IsDescribed) {
-    const auto result = halvane(kWPANetwork, "password\n");
+    const auto result = runTool(kWPANetwork, "password\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.output,
@@ -390,18 +373,18 @@ TEST(Config, IsDescribed) {
 }
 
 TEST(Config, IsJSONOrAPropertyList) {
-    const auto document = halvane(with(kWPANetwork, {"--key", "--format=json"}), "password\n");
+    const auto document = runTool(with(kWPANetwork, {"--key", "--format=json"}), "password\n");
     EXPECT_EQ(document.status, 0);
     const json object = json::parse(document.output);
     EXPECT_EQ(object["ssid"], "49454545");
     EXPECT_EQ(object["keyMaterial"], kIEEEKey);
     EXPECT_EQ(object["allowSecurityWPA2"], true);
     EXPECT_EQ(object["channel"], 36);
-    const auto line = halvane(with(kWPANetwork, {"--key", "--format=jsonl"}), "password\n");
+    const auto line = runTool(with(kWPANetwork, {"--key", "--format=jsonl"}), "password\n");
     EXPECT_EQ(json::parse(line.output), object);
     EXPECT_EQ(line.output.find('\n'), line.output.size() - 1);
 
-    const auto list = halvane(with(kWPANetwork, {"--format=plist"}), "password\n");
+    const auto list = runTool(with(kWPANetwork, {"--format=plist"}), "password\n");
     pugi::xml_document xml;
     ASSERT_TRUE(xml.load_string(list.output.c_str())) << list.output;
     const auto skeleton = xml.child("plist").child("dict");
@@ -410,37 +393,37 @@ TEST(Config, IsJSONOrAPropertyList) {
 }
 
 TEST(Config, NeedsNoInputWithoutAPassphrase) {
-    const auto result = halvane({"config", "--format=jsonl"});
+    const auto result = runTool({"config", "--format=jsonl"});
     EXPECT_EQ(result.status, 0);
     EXPECT_FALSE(json::parse(result.output).contains("passphrase"));
 }
 
 TEST(Config, TellsWhatIsWrongWithThePassphrase) {
-    expectMessage(halvane(kWPANetwork, ""), 1, "halvane: config: no passphrase\n");
-    expectMessage(halvane(kWPANetwork, std::string(64, 'p')), 1,
+    expectMessage(runTool(kWPANetwork, ""), 1, "halvane: config: no passphrase\n");
+    expectMessage(runTool(kWPANetwork, std::string(64, 'p')), 1,
                   "halvane: config: the passphrase is longer than 63 characters\n");
-    expectMessage(halvane(kWPANetwork, std::string_view("pass\0word\n", 10)), 1,
+    expectMessage(runTool(kWPANetwork, std::string_view("pass\0word\n", 10)), 1,
                   "halvane: config: the passphrase holds a character that is not printable "
                   "ASCII\n");
-    expectMessage(halvane(with(kWPANetwork, {"--key"}), "pass\tword"), 1,
+    expectMessage(runTool(with(kWPANetwork, {"--key"}), "pass\tword"), 1,
                   "halvane: config: the passphrase holds a character that is not printable "
                   "ASCII\n");
-    expectMessage(halvane(kWPANetwork, "\xFFpassword"), 1,
+    expectMessage(runTool(kWPANetwork, "\xFFpassword"), 1,
                   "halvane: config: the passphrase is not UTF-8 text\n");
-    EXPECT_EQ(halvane(kWPANetwork, "short").status, 0) << "only a key asks for eight characters";
+    EXPECT_EQ(runTool(kWPANetwork, "short").status, 0) << "only a key asks for eight characters";
     const Words withKey = with(kWPANetwork, {"--key"});
-    expectMessage(halvane(withKey, "short"), 1,
+    expectMessage(runTool(withKey, "short"), 1,
                   "halvane: config: the passphrase is shorter than 8 characters\n");
-    expectMessage(halvane(withKey, std::string(32, 'p')), 1,
+    expectMessage(runTool(withKey, std::string(32, 'p')), 1,
                   "halvane: config: no key is made of a passphrase of exactly 32 octets\n");
 }
 
 TEST(Config, RefusesWhatItCannotFollow) {
-    expectMessage(halvane({"config", "--passphrase", "secret"}, "password\n"), 2,
+    expectMessage(runTool({"config", "--passphrase", "secret"}, "password\n"), 2,
                   "halvane: config: takes options only\n");
-    expectMessage(halvane({"config", "--security=WPA3"}), 2,
+    expectMessage(runTool({"config", "--security=WPA3"}), 2,
                   "halvane: config: --security: 'WPA3' is not one of Open, WEP, WPA, WPA2, WPS\n");
-    expectMessage(halvane({"config", "--format=xml"}), 2,
+    expectMessage(runTool({"config", "--format=xml"}), 2,
                   "halvane: config: --format: 'xml' is not text, json, jsonl or plist\n");
 }
 

@@ -2,20 +2,19 @@
 #ifndef TESTS_SUPPORT_RUN_PROGRAM_H
 #define TESTS_SUPPORT_RUN_PROGRAM_H
 
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <spawn.h>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <utility>
 #include <vector>
 
+#include "tests/support/spawn_program.h"
 #include "tests/support/temporary_folder.h"
-
-extern char** environ;
 
 namespace halvane::testing {
 
@@ -37,26 +36,18 @@ inline ProgramResult runProgram(std::vector<std::string> words, std::string_view
     const auto in = folder.path() / "in", out = folder.path() / "out", err = folder.path() / "err";
     std::ofstream(in, std::ios::binary) << input;
 
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    constexpr int kWrite = O_WRONLY | O_CREAT;
-    posix_spawn_file_actions_addopen(&actions, 0, in.c_str(), O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), kWrite, 0600);
-    posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), kWrite, 0600);
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-
     ProgramResult result;
-    pid_t child = 0;
-    int status = 0;
-    rusage usage{};
-    if (posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ) == 0 &&
-        ::wait4(child, &status, 0, &usage) == child && WIFEXITED(status)) {
-        result.status = WEXITSTATUS(status);
-        result.peakMemory = usage.ru_maxrss;
+    try {
+        const pid_t child = spawnProgram(std::move(words), {in, out, err});
+        int status = 0;
+        rusage usage{};
+        if (::wait4(child, &status, 0, &usage) == child && WIFEXITED(status)) {
+            result.status = WEXITSTATUS(status);
+            result.peakMemory = usage.ru_maxrss;
+        }
+    } catch (const std::runtime_error&) {
+        // It did not start: its status stays -1.
     }
-    posix_spawn_file_actions_destroy(&actions);
     result.output = contentsOf(out);
     result.errors = contentsOf(err);
     return result;

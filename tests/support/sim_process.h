@@ -2,32 +2,23 @@
 #ifndef TESTS_SUPPORT_SIM_PROCESS_H
 #define TESTS_SUPPORT_SIM_PROCESS_H
 
-#include <array>
 #include <csignal>
-#include <fcntl.h>
-#include <spawn.h>
 #include <stdexcept>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <utility>
 #include <vector>
 
-#include "tests/support/bus_caller.h"
-
-extern char** environ;
+#include "tests/support/output_pipe.h"
+#include "tests/support/spawned_process.h"
 
 namespace halvane::testing {
 
 class SimProcess {
   public:
     // Starts it with the options, and returns once it is ready, or has closed its standard output.
-    explicit SimProcess(std::vector<std::string> options = {"--private"}) {
-        options.insert(options.begin(), HALVANE_SIM);
-        std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-        start(options, ends[1]);
-        ::close(ends[1]);
-        output_ = ends[0];
+    explicit SimProcess(std::vector<std::string> options = {"--private"})
+        : process_(wordsWith(std::move(options)), {.output = output_.writer()}) {
+        output_.closeWriter();
         for (std::string line; !(line = readLine()).empty();) {
             lines_.push_back(line);
             if (line == "ready\n") return;
@@ -35,10 +26,7 @@ class SimProcess {
     }
     SimProcess(const SimProcess&) = delete;
     SimProcess& operator=(const SimProcess&) = delete;
-    ~SimProcess() {
-        if (process_ > 0) stop(SIGTERM);
-        ::close(output_);
-    }
+    ~SimProcess() { stop(SIGTERM); }
 
     // What it printed until it was ready, newlines included.
     const std::vector<std::string>& lines() const { return lines_; }
@@ -55,44 +43,20 @@ class SimProcess {
     }
 
     // The next line of its output; empty where that has ended.
-    std::string readLine() const {
-        std::string line;
-        for (char byte = 0; (line.empty() || byte != '\n') && ::read(output_, &byte, 1) == 1;) {
-            line += byte;
-        }
-        return line;
-    }
+    std::string readLine() const { return output_.readLine(); }
 
-    // Sends the signal, and waits.
-    int stop(int signal) {
-        ::kill(process_, signal);
-        return wait();
-    }
-
-    // The exit status, once it has ended; -1 where a signal ended it.
-    int wait() {
-        int status = 0;
-        ::waitpid(process_, &status, 0);
-        process_ = -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
+    // As SpawnedProcess has them.
+    int stop(int signal) { return process_.stop(signal); }
+    int wait() { return process_.wait(); }
 
   private:
-    void start(std::vector<std::string>& words, int output) {
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-        std::vector<char*> arguments;
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        const int error =
-            posix_spawn(&process_, arguments[0], &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        if (error != 0) throw std::runtime_error("halvaned-sim cannot be started");
+    static std::vector<std::string> wordsWith(std::vector<std::string> options) {
+        options.insert(options.begin(), HALVANE_SIM);
+        return options;
     }
 
-    pid_t process_ = -1;
-    int output_ = -1;
+    OutputPipe output_;
+    SpawnedProcess process_;
     std::vector<std::string> lines_;
 };
 

@@ -15,15 +15,15 @@
 #include <utmp.h>
 #include <vector>
 
+#include "tests/support/spawn_program.h"
+
 namespace halvane::testing {
 
 class TerminalProgram {
   public:
     // words[0] is the program's path. All three of its streams are the terminal.
     explicit TerminalProgram(std::vector<std::string> words) {
-        std::vector<char*> arguments;
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
+        const std::vector<char*> arguments = argumentsOf(words);
         if (::openpty(&keyboard_, &terminal_, nullptr, nullptr, nullptr) != 0) {
             throw std::system_error(errno, std::generic_category(), "openpty");
         }

@@ -1,0 +1,45 @@
+// A process that the test started, up to its end.
+#ifndef TESTS_SUPPORT_SPAWNED_PROCESS_H
+#define TESTS_SUPPORT_SPAWNED_PROCESS_H
+
+#include <csignal>
+#include <string>
+#include <sys/wait.h>
+#include <utility>
+#include <vector>
+
+#include "tests/support/spawn_program.h"
+
+namespace halvane::testing {
+
+// Once its end has been waited for, nothing is sent any more: its number may be another's.
+class SpawnedProcess {
+  public:
+    SpawnedProcess(std::vector<std::string> words, const StandardStreams& streams)
+        : process_(spawnProgram(std::move(words), streams)) {}
+    SpawnedProcess(const SpawnedProcess&) = delete;
+    SpawnedProcess& operator=(const SpawnedProcess&) = delete;
+    ~SpawnedProcess() { stop(SIGKILL); }
+
+    // Sends the signal, and waits.
+    int stop(int signal) {
+        if (process_ > 0) ::kill(process_, signal);
+        return wait();
+    }
+
+    // The exit status, once it has ended, and whenever asked again; the number of a signal that
+    // ended it, negative.
+    int wait() {
+        if (process_ > 0) ::waitpid(process_, &status_, 0);
+        process_ = -1;
+        return WIFEXITED(status_) ? WEXITSTATUS(status_) : -WTERMSIG(status_);
+    }
+
+  private:
+    pid_t process_;
+    int status_ = 0;  // as waitpid tells it
+};
+
+}  // namespace halvane::testing
+
+#endif
