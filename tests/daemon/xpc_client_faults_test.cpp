@@ -386,9 +386,11 @@ class XPCClientLine : public XPCClientTest, public ::testing::WithParamInterface
         test.hasEnded_.signal();
     }
 
-    // The queue's thread, on which the client ends, goes on for a while.
+    // The queue's thread, on which the client ends, goes on for a while. What it did up to its last
+    // line is seen through the log's lock.
     static void waitUntilTheQueueIsGone() {
         while (threadNames().count("onnection.queue") > 0) std::this_thread::yield();
+        LogControl("^WiFiXPC$:level=off");
     }
 
     CountingSemaphore hasEnded_{0};
