@@ -118,6 +118,24 @@ TEST_F(SimProgram, NamesTheFolderThatHoldsNoTemporaryFiles) {
     EXPECT_TRUE(std::filesystem::is_empty(deep));
 }
 
+// Those of a socket, whose name is longer by "/halvaned-sim-XXXXXX/bus".
+TEST_F(SimProgram, TakesNamesOfFoldersUpToALength) {
+    constexpr std::size_t kLongest = 99 - 24;
+    const std::string start = folder_.path().string() + '/';
+    ASSERT_LT(start.size(), kLongest) << "temporary files are too deep down to try";
+    const auto statusIn = [](const std::string& folder) {
+        std::filesystem::create_directory(folder);
+        const ScopedEnvironment temporary("TMPDIR", folder);
+        return sim({"--private", "--", "true"});
+    };
+    const auto taken = statusIn(start + std::string(kLongest - start.size(), 'x'));
+    EXPECT_EQ(taken.errors, kNotice);
+    EXPECT_EQ(taken.status, 0);
+    const auto refused = statusIn(start + std::string(kLongest - start.size() + 1, 'x'));
+    EXPECT_THAT(refused.errors, HasSubstr("TMPDIR may name another folder\n"));
+    EXPECT_EQ(refused.status, 1);
+}
+
 TEST_F(SimProgram, RunsACommandOnItsBus) {
     const auto result = sim({"--private", "--", HALVANE_SIM, "--send", "show"});
     EXPECT_EQ(result.status, 0);

@@ -11,13 +11,15 @@
 #include <fstream>
 #include <stdexcept>
 #include <sys/prctl.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace halvane::sim {
 
 namespace {
+
+// What dbus-daemon takes, which is less than an address of a socket holds.
+constexpr std::size_t kLongestSocketPath = 99;
 
 // Between fork and exec.
 [[noreturn]] void becomeBus(const char* configuration, const char* errors, int addressPipe,
@@ -87,7 +89,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 PrivateBus::PrivateBus() {
-    if (socketPath().size() >= sizeof(sockaddr_un::sun_path)) {
+    if (socketPath().size() > kLongestSocketPath) {
         throw std::runtime_error(
             socketPath() + ": is too long a name for a socket; TMPDIR may name another folder");
     }
