@@ -99,6 +99,17 @@ TEST_F(SimProgram, TakesAnyFolderForTemporaryFiles) {
     EXPECT_EQ(BusCaller(process.address()).request(command("enable", "wlan0")).status(), 0);
 }
 
+TEST_F(SimProgram, IsReachedFromAnyFolderWhereTemporaryFilesAreInARelativeOne) {
+    const auto result = runProgram(
+        {"/bin/sh", "-c",
+         "cd \"$1\" && TMPDIR=. exec \"$0\" --private -- sh -c 'cd / && \"$0\" --send show' \"$0\"",
+         HALVANE_SIM, folder_.path().string()});
+    EXPECT_EQ(result.errors, kNotice);
+    EXPECT_THAT(result.output, StartsWith("wlan0: role AP, enabled, no BSS"));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(isFolderEmpty());
+}
+
 TEST_F(SimProgram, NamesTheFolderThatHoldsNoTemporaryFiles) {
     const auto errorsIn = [](const std::string& folder) {
         const auto result =

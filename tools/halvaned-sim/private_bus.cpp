@@ -70,16 +70,26 @@ std::string escapedPath(const std::string& path) {
     return escaped;
 }
 
+[[noreturn]] void refuseFolder(const std::string& parent, const std::string& reason) {
+    throw std::runtime_error("no folder can be made in " + parent + ": " + reason);
+}
+
+// Where new folders go. It is told to programs that may have another working directory.
+std::string absoluteParent() {
+    const char* const named = std::getenv("TMPDIR");
+    const std::string parent = named != nullptr && *named != '\0' ? named : "/tmp";
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(parent, error);
+    if (error) refuseFolder(parent, error.message());
+    return absolute.string();
+}
+
 }  // namespace
 
 TemporaryFolder::TemporaryFolder() {
-    const char* const named = std::getenv("TMPDIR");
-    const std::string parent = named != nullptr && *named != '\0' ? named : "/tmp";
+    const std::string parent = absoluteParent();
     std::string name = parent + "/halvaned-sim-XXXXXX";
-    if (::mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error("no folder can be made in " + parent + ": " +
-                                 std::strerror(errno));
-    }
+    if (::mkdtemp(name.data()) == nullptr) refuseFolder(parent, std::strerror(errno));
     path_ = name;
 }
 
