@@ -7,6 +7,7 @@
 #include "tests/support/bus_caller.h"
 #include "tests/support/private_bus.h"
 #include "tests/support/run_program.h"
+#include "tests/support/running_program.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/terminal_program.h"
@@ -15,6 +16,7 @@ using halvane::testing::BusCaller;
 using halvane::testing::command;
 using halvane::testing::PrivateBus;
 using halvane::testing::ProgramResult;
+using halvane::testing::RunningProgram;
 using halvane::testing::runProgram;
 using halvane::testing::ScopedEnvironment;
 using halvane::testing::SimProcess;
@@ -273,6 +275,24 @@ TEST_F(SimProgram, FailsWhereThereIsNoBus) {
     const ScopedEnvironment path("PATH", folder_.path().string());
     EXPECT_EQ(sim({"--private"}).errors,
               "halvaned-sim: dbus-daemon does not start: is it installed?\n");
+}
+
+// Who waits for the name is its owner as soon as the daemon has left.
+TEST_F(SimProgram, SaysThatItCameBackWithoutItsName) {
+    const PrivateBus bus;
+    RunningProgram process({HALVANE_SIM, "--control", "gone clientList"});
+    while (process.outputLine() != "ready\n") {
+    }
+    BusCaller caller(bus.address());
+    ASSERT_EQ(::sd_bus_request_name(caller.bus(), kName, SD_BUS_NAME_QUEUE), 0);
+    EXPECT_EQ(caller.request(command("clientList")).error, "org.freedesktop.DBus.Error.NoReply");
+    EXPECT_EQ(caller.ownerOf(kName), caller.name());
+    caller.control("quit");  // followed once the daemon has come back
+    EXPECT_EQ(process.wait(), 0);
+    EXPECT_EQ(process.errorLine(),
+              "halvaned-sim: the daemon came back without its name: org.halvane.halvaned is there "
+              "already: another daemon runs\n");
+    EXPECT_EQ(process.errorLine(), "");
 }
 
 TEST_F(SimProgram, EndsWhenTheBusIsGone) {
