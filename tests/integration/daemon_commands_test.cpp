@@ -339,6 +339,12 @@ TEST_F(DaemonLogging, SetsEachCategoryUnderItsName) {
     EXPECT_EQ(outputOf({"logging"}), expected);
 }
 
+// Text that is safe to show, escaped once.
+TEST_F(DaemonLogging, IsPrintedWithTwoBackslashesForOne) {
+    EXPECT_EQ(outputOf({"logging", "set", "WiFi=?WiFi:output=file;path=/a\\b"}), "");
+    EXPECT_THAT(outputOf({"logging"}), StartsWith("WiFi: ?WiFi:output=file;path=/a\\\\b\n"));
+}
+
 TEST_F(DaemonLogging, TellsWhatTheDaemonMadeOfIt) {
     bus_.control("status logging 3");
     expectFailure({"logging", "set", "WiFi=a"}, 1,

@@ -7,6 +7,7 @@
 #include "tests/support/bus_caller.h"
 #include "tests/support/private_bus.h"
 #include "tests/support/run_program.h"
+#include "tests/support/running_program.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/terminal_program.h"
@@ -15,6 +16,7 @@ using halvane::testing::BusCaller;
 using halvane::testing::command;
 using halvane::testing::PrivateBus;
 using halvane::testing::ProgramResult;
+using halvane::testing::RunningProgram;
 using halvane::testing::runProgram;
 using halvane::testing::ScopedEnvironment;
 using halvane::testing::SimProcess;
@@ -99,6 +101,17 @@ TEST_F(SimProgram, TakesAnyFolderForTemporaryFiles) {
     EXPECT_EQ(BusCaller(process.address()).request(command("enable", "wlan0")).status(), 0);
 }
 
+TEST_F(SimProgram, IsReachedFromAnyFolderWhereTemporaryFilesAreInARelativeOne) {
+    const auto result = runProgram(
+        {"/bin/sh", "-c",
+         "cd \"$1\" && TMPDIR=. exec \"$0\" --private -- sh -c 'cd / && \"$0\" --send show' \"$0\"",
+         HALVANE_SIM, folder_.path().string()});
+    EXPECT_EQ(result.errors, kNotice);
+    EXPECT_THAT(result.output, StartsWith("wlan0: role AP, enabled, no BSS"));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(isFolderEmpty());
+}
+
 TEST_F(SimProgram, NamesTheFolderThatHoldsNoTemporaryFiles) {
     const auto errorsIn = [](const std::string& folder) {
         const auto result =
@@ -116,6 +129,24 @@ TEST_F(SimProgram, NamesTheFolderThatHoldsNoTemporaryFiles) {
     EXPECT_THAT(refused, HasSubstr("/bus: is too long a name for a socket; TMPDIR may name another "
                                    "folder\n"));
     EXPECT_TRUE(std::filesystem::is_empty(deep));
+}
+
+// Those of a socket, whose name is longer by "/halvaned-sim-XXXXXX/bus".
+TEST_F(SimProgram, TakesNamesOfFoldersUpToALength) {
+    constexpr std::size_t kLongest = 99 - 24;
+    const std::string start = folder_.path().string() + '/';
+    ASSERT_LT(start.size(), kLongest) << "temporary files are too deep down to try";
+    const auto statusIn = [](const std::string& folder) {
+        std::filesystem::create_directory(folder);
+        const ScopedEnvironment temporary("TMPDIR", folder);
+        return sim({"--private", "--", "true"});
+    };
+    const auto taken = statusIn(start + std::string(kLongest - start.size(), 'x'));
+    EXPECT_EQ(taken.errors, kNotice);
+    EXPECT_EQ(taken.status, 0);
+    const auto refused = statusIn(start + std::string(kLongest - start.size() + 1, 'x'));
+    EXPECT_THAT(refused.errors, HasSubstr("TMPDIR may name another folder\n"));
+    EXPECT_EQ(refused.status, 1);
 }
 
 TEST_F(SimProgram, RunsACommandOnItsBus) {
@@ -244,6 +275,24 @@ TEST_F(SimProgram, FailsWhereThereIsNoBus) {
     const ScopedEnvironment path("PATH", folder_.path().string());
     EXPECT_EQ(sim({"--private"}).errors,
               "halvaned-sim: dbus-daemon does not start: is it installed?\n");
+}
+
+// Who waits for the name is its owner as soon as the daemon has left.
+TEST_F(SimProgram, SaysThatItCameBackWithoutItsName) {
+    const PrivateBus bus;
+    RunningProgram process({HALVANE_SIM, "--control", "gone clientList"});
+    while (process.outputLine() != "ready\n") {
+    }
+    BusCaller caller(bus.address());
+    ASSERT_EQ(::sd_bus_request_name(caller.bus(), kName, SD_BUS_NAME_QUEUE), 0);
+    EXPECT_EQ(caller.request(command("clientList")).error, "org.freedesktop.DBus.Error.NoReply");
+    EXPECT_EQ(caller.ownerOf(kName), caller.name());
+    caller.control("quit");  // followed once the daemon has come back
+    EXPECT_EQ(process.wait(), 0);
+    EXPECT_EQ(process.errorLine(),
+              "halvaned-sim: the daemon came back without its name: org.halvane.halvaned is there "
+              "already: another daemon runs\n");
+    EXPECT_EQ(process.errorLine(), "");
 }
 
 TEST_F(SimProgram, EndsWhenTheBusIsGone) {

@@ -176,12 +176,11 @@ TEST_F(SimulationTest, KeepsLoggingSettings) {
 }
 
 TEST_F(SimulationTest, TellsLoggingSettingsALineEach) {
-    EXPECT_EQ(statusOf({{"command", "logging"}, {"WiFiWPS", "a\nWiFi: b\\\r"}}), 0);
+    EXPECT_EQ(statusOf({{"command", "logging"}, {"WiFiWPS", "a\nWiFi: \xC3\xA9\\\x7F"}}), 0);
     const std::string params =
         skeleton::textFor(replyTo({{"command", "queryLogging"}}), "params").value();
     EXPECT_EQ(std::count(params.begin(), params.end(), '\n'), 9);
-    EXPECT_THAT(params, HasSubstr(R"(WiFiWPS: a\x0AWiFi: b\\\x0D)"
-                                  "\n"));
+    EXPECT_THAT(params, HasSubstr("\nWiFiWPS: a\\x0AWiFi: \xC3\xA9\\\\x7F\n"));
 }
 
 TEST_F(SimulationTest, KnowsWhoSubscribedLastAndHow) {

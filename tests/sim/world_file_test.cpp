@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 
 #include "halvane/platform/xml_property_list.h"
 
@@ -132,6 +133,73 @@ TEST(WorldFile, SaysWhichKeyIsWrongInEveryList) {
               "Configs: wlan0: element 2: channel: is no integer");
     EXPECT_EQ(refusalOf(fileOf("Devices", PropertyListArray{withData("Index", {1})})),
               "Devices: element 1: Index: is no integer");
+}
+
+// Of any other number they would hold another.
+TEST(WorldFile, TakesNumbersThatTheirRecordsHold) {
+    constexpr auto kMinimum = std::numeric_limits<std::int64_t>::min();
+    constexpr auto kMaximum = std::numeric_limits<std::int64_t>::max();
+    constexpr auto kLargest = std::numeric_limits<std::uint64_t>::max();
+    const std::string beyondSigned = "is not from -9223372036854775808 to 9223372036854775807";
+    const std::string beyondUnsigned = "is not from 0 to 18446744073709551615";
+    const auto problemOf = [](const char* list, const char* key, const PropertyListValue& value) {
+        auto record =
+            withData(std::string_view(list) == "Configs" ? "SSID" : "MAC", {2, 0, 0, 0, 0, 1});
+        record.set(key, value);
+        const std::string refusal = refusalOf(fileOf(list, forWlan0({record})));
+        const std::string place = std::string(list) + ": wlan0: element 1: " + key + ": ";
+        EXPECT_TRUE(refusal == "none" || refusal.starts_with(place)) << refusal;
+        return refusal == "none" ? refusal : refusal.substr(place.size());
+    };
+    EXPECT_EQ(problemOf("Stations", "Capabilities", 65535), "none");
+    EXPECT_EQ(problemOf("Stations", "Capabilities", true), "none");
+    EXPECT_EQ(problemOf("Stations", "Capabilities", 65536), "is not from 0 to 65535");
+    EXPECT_EQ(problemOf("Stations", "Capabilities", -1), "is not from 0 to 65535");
+    for (const char* key :
+         {"LastUpdated", "FirstUpdated", "createTime", "joinTime", "leftTime", "deauthReason"}) {
+        EXPECT_EQ(problemOf("Stations", key, kLargest), "none");
+        EXPECT_EQ(problemOf("Stations", key, -1), beyondUnsigned);
+        EXPECT_EQ(problemOf("Stations", key, 1.0), "is no integer");
+    }
+    for (const auto& [list, key] : {std::pair("Stations", "Channel"),
+                                    {"Stations", "Noise"},
+                                    {"Stations", "RSSI"},
+                                    {"Stations", "BeaconInterval"},
+                                    {"Configs", "channel"},
+                                    {"Configs", "wpsPIN"}}) {
+        EXPECT_EQ(problemOf(list, key, kMinimum), "none");
+        EXPECT_EQ(problemOf(list, key, kMaximum), "none");
+        EXPECT_EQ(problemOf(list, key, kLargest), beyondSigned);
+        EXPECT_EQ(problemOf(list, key, 6.0), "is no integer");
+    }
+    EXPECT_EQ(problemOf("Stations", "isAssociated", 0.5), "is no boolean");
+    EXPECT_EQ(problemOf("Configs", "SecurityWPA2", 1.0), "is no boolean");
+}
+
+TEST(WorldFile, TakesNumbersThatChannelsAndDevicesHold) {
+    constexpr auto kLargest = std::numeric_limits<std::uint64_t>::max();
+    const auto channel = [](const char* key, const PropertyListValue& value) {
+        PropertyListDictionary skeleton;
+        skeleton.set(key, value);
+        return refusalOf(withInterface("Channels", PropertyListArray{skeleton}));
+    };
+    const std::string place = "Interfaces: element 1: Channels: element 1: ";
+    for (const std::string key : {"ChannelNumber", "ChannelFrequency"}) {
+        EXPECT_EQ(channel(key.c_str(), kLargest),
+                  place + key + ": is not from -9223372036854775808 to 9223372036854775807");
+    }
+    EXPECT_EQ(channel("isDisabled", 0.5), place + "isDisabled: is no boolean");
+    for (const std::string key : {"Index", "NumberSpatialStreams"}) {
+        const auto device = [&](const PropertyListValue& value) {
+            PropertyListDictionary skeleton;
+            skeleton.set(key, value);
+            return refusalOf(fileOf("Devices", PropertyListArray{skeleton}));
+        };
+        EXPECT_EQ(device(kLargest), "none");
+        EXPECT_EQ(device(-1),
+                  "Devices: element 1: " + key + ": is not from 0 to 18446744073709551615");
+        EXPECT_EQ(device(1.5), "Devices: element 1: " + key + ": is no integer");
+    }
 }
 
 // As a file is that was printed of one that leaves them out.

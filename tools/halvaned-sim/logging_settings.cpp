@@ -1,8 +1,26 @@
 #include "tools/halvaned-sim/logging_settings.h"
 
-#include "tools/halvane/escape_text.h"
+#include <cstdio>
 
 namespace halvane::sim {
+
+namespace {
+
+// Backslashes stay: who shows the text to people escapes it in their own way.
+std::string withoutControls(const std::string& text) {
+    constexpr unsigned char kDelete = 0x7F;
+    std::string shown;
+    for (const unsigned char byte : text) {
+        std::array<char, 5> escaped{static_cast<char>(byte)};
+        if (byte < ' ' || byte == kDelete) {
+            std::snprintf(escaped.data(), escaped.size(), "\\x%02X", byte);
+        }
+        shown += escaped.data();
+    }
+    return shown;
+}
+
+}  // namespace
 
 LoggingSettings::LoggingSettings() {
     for (std::size_t i = 0; i < controls_.size(); ++i) {
@@ -27,7 +45,7 @@ Status LoggingSettings::change(const PropertyListDictionary& request) {
 std::string LoggingSettings::text() const {
     std::string text;
     for (std::size_t i = 0; i < controls_.size(); ++i) {
-        text += std::string(kLogCategoryNames[i]) + ": " + tool::escapeText(controls_[i]) + '\n';
+        text += std::string(kLogCategoryNames[i]) + ": " + withoutControls(controls_[i]) + '\n';
     }
     return text;
 }

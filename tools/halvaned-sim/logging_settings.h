@@ -28,8 +28,8 @@ class LoggingSettings {
     // Takes the strings under the names of categories; all of them, or none where one is no string.
     Status change(const PropertyListDictionary& request);
 
-    // A line a category: "WiFi: ?WiFi:output=file;path=/var/log/halvaned.log\n". What would make
-    // another line of it is escaped, as tool::escapeText() does.
+    // A line a category: "WiFi: ?WiFi:output=file;path=/var/log/halvaned.log\n". Control
+    // characters of ASCII, which could make another line of it, are written as \xNN.
     std::string text() const;
 
   private:

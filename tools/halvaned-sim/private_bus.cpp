@@ -11,13 +11,15 @@
 #include <fstream>
 #include <stdexcept>
 #include <sys/prctl.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace halvane::sim {
 
 namespace {
+
+// What dbus-daemon takes, which is less than an address of a socket holds.
+constexpr std::size_t kLongestSocketPath = 99;
 
 // Between fork and exec.
 [[noreturn]] void becomeBus(const char* configuration, const char* errors, int addressPipe,
@@ -68,16 +70,26 @@ std::string escapedPath(const std::string& path) {
     return escaped;
 }
 
+[[noreturn]] void refuseFolder(const std::string& parent, const std::string& reason) {
+    throw std::runtime_error("no folder can be made in " + parent + ": " + reason);
+}
+
+// Where new folders go. It is told to programs that may have another working directory.
+std::string absoluteParent() {
+    const char* const named = std::getenv("TMPDIR");
+    const std::string parent = named != nullptr && *named != '\0' ? named : "/tmp";
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(parent, error);
+    if (error) refuseFolder(parent, error.message());
+    return absolute.string();
+}
+
 }  // namespace
 
 TemporaryFolder::TemporaryFolder() {
-    const char* const named = std::getenv("TMPDIR");
-    const std::string parent = named != nullptr && *named != '\0' ? named : "/tmp";
+    const std::string parent = absoluteParent();
     std::string name = parent + "/halvaned-sim-XXXXXX";
-    if (::mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error("no folder can be made in " + parent + ": " +
-                                 std::strerror(errno));
-    }
+    if (::mkdtemp(name.data()) == nullptr) refuseFolder(parent, std::strerror(errno));
     path_ = name;
 }
 
@@ -87,7 +99,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 PrivateBus::PrivateBus() {
-    if (socketPath().size() >= sizeof(sockaddr_un::sun_path)) {
+    if (socketPath().size() > kLongestSocketPath) {
         throw std::runtime_error(
             socketPath() + ": is too long a name for a socket; TMPDIR may name another folder");
     }

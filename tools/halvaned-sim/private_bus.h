@@ -17,6 +17,7 @@ class TemporaryFolder {
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder();
 
+    // From the root on.
     const std::string& path() const { return path_; }
 
   private:

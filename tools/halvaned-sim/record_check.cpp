@@ -1,6 +1,8 @@
 #include "tools/halvaned-sim/record_check.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <span>
 #include <string_view>
 
@@ -53,16 +55,30 @@ void checkEach(const PropertyListValue& value, const std::string& place) {
     for (std::size_t i = 0; i < array->size(); ++i) check((*array)[i], elementOf(place, i));
 }
 
-bool isNumber(const PropertyListValue& value) {
-    return value.as<Number>() != nullptr || value.as<bool>() != nullptr;
+bool isInteger(const PropertyListValue& value) {
+    const auto* const number = value.as<Number>();
+    return number != nullptr ? !number->isReal() : value.as<bool>() != nullptr;
 }
 
+// What the record holds as an Integer.
+template <typename Integer>
 void number(const PropertyListValue& value, const std::string& place) {
-    if (!isNumber(value)) refuse(place, "is no integer");
+    using Limits = std::numeric_limits<Integer>;
+    if (!isInteger(value)) refuse(place, "is no integer");
+    const auto* const number = value.as<Number>();
+    if (number == nullptr) return;  // 0 or 1
+    if (*number < Number(Limits::min()) || *number > Number(Limits::max())) {
+        refuse(place, "is not from " + std::to_string(Limits::min()) + " to " +
+                          std::to_string(Limits::max()));
+    }
 }
+
+constexpr RecordCheck signed64 = number<std::int64_t>;
+constexpr RecordCheck unsigned64 = number<std::uint64_t>;
+constexpr RecordCheck unsigned16 = number<std::uint16_t>;
 
 void boolean(const PropertyListValue& value, const std::string& place) {
-    if (!isNumber(value)) refuse(place, "is no boolean");
+    if (!isInteger(value)) refuse(place, "is no boolean");
 }
 
 void text(const PropertyListValue& value, const std::string& place) {
@@ -86,13 +102,13 @@ void address(const PropertyListValue& value, const std::string& place) {
 
 constexpr KeyCheck kDeviceKeys[] = {
     {"MAC", address},
-    {"Index", number},
-    {"NumberSpatialStreams", number},
+    {"Index", unsigned64},
+    {"NumberSpatialStreams", unsigned64},
 };
 
 constexpr KeyCheck kChannelKeys[] = {
-    {"ChannelNumber", number}, {"ChannelFrequency", number}, {"isRadarProne", boolean},
-    {"isDisabled", boolean},   {"supports40MHz", boolean},   {"supports80MHz", boolean},
+    {"ChannelNumber", signed64}, {"ChannelFrequency", signed64}, {"isRadarProne", boolean},
+    {"isDisabled", boolean},     {"supports40MHz", boolean},     {"supports80MHz", boolean},
 };
 
 constexpr KeyCheck kInterfaceKeys[] = {
@@ -105,11 +121,21 @@ constexpr KeyCheck kInterfaceKeys[] = {
 };
 
 constexpr KeyCheck kClientKeys[] = {
-    {"MAC", address},           {"RawIEBuffer", data},     {"IEs", checkEach<data>},
-    {"LastUpdated", number},    {"FirstUpdated", number},  {"Capabilities", number},
-    {"Channel", number},        {"Noise", number},         {"RSSI", number},
-    {"BeaconInterval", number}, {"isAssociated", boolean}, {"createTime", number},
-    {"joinTime", number},       {"leftTime", number},      {"deauthReason", number},
+    {"MAC", address},
+    {"RawIEBuffer", data},
+    {"IEs", checkEach<data>},
+    {"LastUpdated", unsigned64},
+    {"FirstUpdated", unsigned64},
+    {"Capabilities", unsigned16},
+    {"Channel", signed64},
+    {"Noise", signed64},
+    {"RSSI", signed64},
+    {"BeaconInterval", signed64},
+    {"isAssociated", boolean},
+    {"createTime", unsigned64},
+    {"joinTime", unsigned64},
+    {"leftTime", unsigned64},
+    {"deauthReason", unsigned64},
 };
 
 template <typename Value>
@@ -120,7 +146,7 @@ template <>
 constexpr RecordCheck kCheckOf<std::string> = text;
 
 #define HALVANE_SIM_GIVEN(type, getter, key) {key, kCheckOf<type>},
-#define HALVANE_SIM_NUMBER(getter, setter, key, value) {key, number},
+#define HALVANE_SIM_NUMBER(getter, setter, key, value) {key, signed64},
 #define HALVANE_SIM_FLAG(getter, setter, key, value) {key, boolean},
 #define HALVANE_SIM_NAME(getter, setter, key) {key, text},
 constexpr KeyCheck kConfigKeys[] = {HALVANE_BSS_CONFIG_FIELDS(HALVANE_SIM_GIVEN, HALVANE_SIM_NUMBER,

@@ -12,8 +12,9 @@
 namespace halvane::sim {
 
 // They throw WorldFileError for a value at `place` that is no such record: no dictionary, or one
-// with a key that is not known, whose value is of another kind or of no use, or that is missing. A
-// boolean and a number stand in for each other. An address may be empty, as a missing one is.
+// with a key that is not known, whose value is of another kind, out of its range or of no use, or
+// that is missing. A boolean and an integer stand in for each other; a real does for neither. An
+// address may be empty, as a missing one is.
 using RecordCheck = void (*)(const PropertyListValue& value, const std::string& place);
 void checkDevice(const PropertyListValue& value, const std::string& place);
 void checkInterface(const PropertyListValue& value, const std::string& place);

@@ -33,8 +33,8 @@ void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscrib
     check(::sd_bus_send_to(bus, message, subscriber.c_str(), nullptr), "notifying");
 }
 
-Service::Service(sd_event* event, Simulation& simulation, LossHandler onLoss)
-    : event_(event), simulation_(simulation), onLoss_(std::move(onLoss)) {
+Service::Service(sd_event* event, Simulation& simulation, Handlers handlers)
+    : event_(event), simulation_(simulation), handlers_(std::move(handlers)) {
     join();
     // Last: who sees the daemon's name finds everything there.
     if (const std::string refusal = takeName(); !refusal.empty()) throw BusError(refusal);
@@ -65,7 +65,8 @@ std::string Service::restart() {
     try {
         join();
     } catch (const BusError& error) {
-        onLoss_();
+        bus_.reset();
+        handlers_.onLoss();
         return error.what();
     }
     return takeName();
@@ -76,12 +77,18 @@ void Service::restartSoon() {
     sd_event_source* source = nullptr;
     const auto handler = [](sd_event_source*, void* service) {
         return guarded([service] {
-            static_cast<Service*>(service)->restart();
+            static_cast<Service*>(service)->restartUnasked();
             return 0;
         });
     };
     check(::sd_event_add_defer(event_, &source, handler, this), "restarting");
     restart_.reset(source);
+}
+
+// A loss has been told already.
+void Service::restartUnasked() {
+    const std::string refusal = restart();
+    if (bus_ && !refusal.empty()) handlers_.onNameless(refusal);
 }
 
 void Service::publish() {
@@ -192,7 +199,7 @@ int Service::nameLeft(sd_bus_message* message, void* userData, sd_bus_error*) {
 
 int Service::disconnected(sd_bus_message*, void* userData, sd_bus_error*) {
     return guarded([=] {
-        static_cast<Service*>(userData)->onLoss_();
+        static_cast<Service*>(userData)->handlers_.onLoss();
         return 0;
     });
 }

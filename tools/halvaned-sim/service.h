@@ -23,11 +23,17 @@ void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscrib
 
 class Service {
   public:
-    using LossHandler = std::function<void()>;
+    // What happens to it in the loop, when there is nobody to answer.
+    struct Handlers {
+        // The bus is gone, or cannot be joined again.
+        std::function<void()> onLoss;
+        // A fault had it leave the bus, and it came back without the daemon's name: takeName() says
+        // why.
+        std::function<void(const std::string& reason)> onNameless;
+    };
 
-    // Joins the bus, and owns the daemon's name there. Throws BusError where that fails. The
-    // handler is called from the loop when the bus is gone, or cannot be joined again.
-    Service(sd_event* event, Simulation& simulation, LossHandler onLoss);
+    // Joins the bus, and owns the daemon's name there. Throws BusError where that fails.
+    Service(sd_event* event, Simulation& simulation, Handlers handlers);
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
 
@@ -51,6 +57,7 @@ class Service {
     void publish();
     void watch();
     void restartSoon();
+    void restartUnasked();
     void send(const std::vector<Notification>& notifications);
     int reply(sd_bus_message* request, const Answer& answer);
 
@@ -60,7 +67,7 @@ class Service {
 
     sd_event* const event_;
     Simulation& simulation_;
-    const LossHandler onLoss_;
+    const Handlers handlers_;
     BusPointer bus_;
     EventSourcePointer restart_;
 };

@@ -74,10 +74,15 @@ Session::Session(World world, const SessionOptions& options)
         ::setenv(kAddressVariable, privateBus_->address().c_str(), 1);
     }
     watchSignals();
-    service_ = std::make_unique<Service>(event_.get(), simulation_, [this] {
+    const auto onLoss = [this] {
         complain("the bus is gone");
         stop(EXIT_FAILURE);
-    });
+    };
+    const auto onNameless = [](const std::string& reason) {
+        complain("the daemon came back without its name: " + reason);
+    };
+    service_ =
+        std::make_unique<Service>(event_.get(), simulation_, Service::Handlers{onLoss, onNameless});
     control_ = std::make_unique<ControlService>(event_.get(), simulation_, *service_,
                                                 [this] { stop(EXIT_SUCCESS); });
 }
