@@ -181,7 +181,7 @@ void PropertyListValue::dismantle() noexcept {
     thread_local int level = 0;
     if (level < kFewLevels) {
         ++level;
-        value_ = std::monostate();
+        { const Variant content = std::move(value_); }
         --level;
     } else if (PropertyListDismantler::isNeededFor(*this)) {
         PropertyListDismantler::dismantle(std::move(*this));
