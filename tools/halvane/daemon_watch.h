@@ -29,9 +29,9 @@ class DaemonWatch {
     // Whether the daemon answered, and was there to the end.
     bool ask();
 
-    SerialQueue queue_;
     std::atomic<bool> hasLeft_ = false;
     std::weak_ptr<Question> question_;  // the queue's
+    SerialQueue queue_;
     const std::unique_ptr<ServiceConnection> connection_;
     bool isWatching_ = false;
 };
