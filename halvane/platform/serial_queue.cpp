@@ -19,7 +19,7 @@ class HALVANE_HIDDEN SerialQueue::State {
 
     const std::string& label() const { return label_; }
     bool isInHomeProcess() const { return home_.isCurrent(); }
-    bool isCurrent() const { return isOn(thread_.get_id()) || isOn(guest_); }
+    bool isCurrent() const { return isInHomeProcess() && (isOn(thread_.get_id()) || isOn(guest_)); }
 
     static void start(const std::shared_ptr<State>& state) {
         state->thread_ = startThread(state->label_, [state] { state->run(); });
@@ -82,8 +82,10 @@ class HALVANE_HIDDEN SerialQueue::State {
         work = nullptr;
     }
 
-    // Leaves to the thread what has come meanwhile.
+    // Leaves to the thread what has come meanwhile. In a child that the work has made there is
+    // none.
     void leave() {
+        if (!isInHomeProcess()) return;
         CountingSemaphore* next = nullptr;
         {
             const std::lock_guard lock(mutex_);
@@ -99,9 +101,9 @@ class HALVANE_HIDDEN SerialQueue::State {
         while (Work work = next()) work();
     }
 
-    // Waits for work; none once the queue is closed.
+    // Waits for work; none once the queue is closed, and in a child that the last work has made.
     Work next() {
-        for (;;) {
+        while (isInHomeProcess()) {
             {
                 const std::lock_guard lock(mutex_);
                 if (isClosed_) return nullptr;
@@ -114,6 +116,7 @@ class HALVANE_HIDDEN SerialQueue::State {
             }
             changed_.wait();
         }
+        return nullptr;
     }
 
     const std::string label_;

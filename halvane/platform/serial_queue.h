@@ -36,7 +36,8 @@ class HALVANE_EXPORT SerialQueue {
         void async(Work work) const;
 
         // The same, but where the queue has nothing to do `work` runs before the call returns, on
-        // the calling thread, which is the queue's meanwhile: that saves the way to the other.
+        // the calling thread, which is the queue's meanwhile, but for its name and its signals:
+        // that saves the way to the other.
         // REQUIRES: `work` does not wait for what the calling thread has yet to do.
         void runOrAsync(Work work) const;
 

@@ -2,6 +2,7 @@
 
 #include <mutex>
 #include <new>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -25,19 +26,30 @@ ServiceError invalidError() {
     return {ServiceError::Kind::Invalid, "the connection to the service is invalid"};
 }
 
-// Whether the values can be gone through while a bus waits.
-bool isSmall(const ServiceReply& reply) {
-    constexpr std::size_t kMost = 65536;
-    const auto* message = std::get_if<IPCMessage>(&reply);
-    if (message == nullptr) return true;
-    std::size_t size = 0;
-    for (const auto& [key, value] : message->entries()) {
-        if (const auto* data = value.as<ByteBuffer>()) size += data->size();
-        if (const auto* text = value.as<std::string>()) size += text->size();
-        if (value.as<PropertyListArray>() || value.as<PropertyListDictionary>()) return false;
-    }
-    return size <= kMost;
+// About how many bytes a value is gone through in; none is known of containers.
+std::optional<std::size_t> sizeOf(const PropertyListValue& value) {
+    if (const auto* data = value.as<ByteBuffer>()) return data->size();
+    if (const auto* text = value.as<std::string>()) return text->size();
+    if (value.as<PropertyListArray>() || value.as<PropertyListDictionary>()) return std::nullopt;
+    return 0;
 }
+
+// Whether it can be gone through while a bus waits.
+bool isSmall(const ServiceReply& reply) {
+    constexpr std::size_t kMost = 65536, kEntry = 64;
+    if (const auto* error = std::get_if<ServiceError>(&reply)) return error->text.size() <= kMost;
+    std::size_t size = 0;
+    for (const auto& [key, value] : std::get<IPCMessage>(reply).entries()) {
+        const auto more = sizeOf(value);
+        if (!more) return false;
+        size += kEntry + key.size() + *more;
+        if (size > kMost) return false;
+    }
+    return true;
+}
+
+// The gate of the connection that the calling thread serves; null on any other thread.
+thread_local const CallbackGate* servedGate = nullptr;
 
 // Work that calls `handler` with `argument` if the gate lets it. What the handler holds is gone
 // before its callback counts as over.
@@ -86,9 +98,14 @@ class HALVANE_HIDDEN ServiceConnection::Core
                                       handler = std::move(handler),
                                       thread](ServiceReply reply) mutable {
             if (!handler) return;
-            const bool isAnyThread = thread == ReplyThread::Any && isSmall(reply);
+            const bool mayRunHere =
+                thread == ReplyThread::Any && servedGate == gate.get() && isSmall(reply);
             auto call = gatedCall(gate, std::move(handler), std::move(reply));
-            isAnyThread ? queue.runOrAsync(std::move(call)) : queue.async(std::move(call));
+            if (mayRunHere) {
+                queue.runOrAsync(std::move(call));
+            } else {
+                queue.async(std::move(call));
+            }
         };
         const auto check = checkBusMessage(message, kServiceMessageLimit - kHeaderRoom);
         if (!check.refusal.empty()) {
@@ -139,6 +156,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
             const std::lock_guard lock(mutex_);
             thread_ =
                 startThread(serviceName_, [self = shared_from_this(), link = std::move(link)] {
+                    servedGate = self->gate_.get();
                     self->serve(*link);
                     link->close([&](ServiceLink::Answer& answer) { self->tellEnd(answer); });
                     self->end();

@@ -70,8 +70,9 @@ class HALVANE_EXPORT ServiceConnection {
     using ReplyHandler = std::function<void(ServiceReply)>;
 
     // Which thread calls the handler of a reply: that of its queue; or, where the queue has nothing
-    // to do and the reply is small, the one that has the reply, in its place. That is sooner, and
-    // the connection reads nothing meanwhile.
+    // to do and the reply is small (64 KiB), the connection's own in its place, which is sooner,
+    // and reads nothing meanwhile. Replies that the bus has no part in, such as that of a message
+    // which cannot be sent, are handled on the queue's thread in any case.
     enum class ReplyThread { Queue, Any };
 
     // A connection to the service `serviceName` whose events are handled on `targetQueue`. It does

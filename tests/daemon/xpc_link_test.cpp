@@ -1,6 +1,7 @@
 #include "halvane/daemon/xpc_link_internal.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
+#include "tests/support/thread_names.h"
 
 namespace {
 
@@ -67,6 +68,23 @@ TEST(XPCLink, TellsOfNoEventOnceReleased) {
     EXPECT_EQ(events.all().size(), 1u);
     EXPECT_EQ(link.request(ipcMessage({{"command", "late"}}), nameOf), "error");
     EXPECT_EQ(daemon.requests().size(), 0u);
+}
+
+TEST(XPCLink, HandlesSmallRepliesWithoutWakingTheQueue) {
+    PrivateBus bus;
+    BusPeer daemon(bus);
+    XPCLink link([](const ServiceEvent&) {});
+    link.resume();
+    std::string thread;
+    // The queue's thread may yet be on its way to wait.
+    for (int i = 0; i < 1000 && thread != "alvane.halvaned"; ++i) {
+        link.request(ipcMessage({{"command", "x"}}), [&](const ServiceReply& reply) {
+            if (std::holds_alternative<IPCMessage>(reply)) thread = currentThreadName();
+            return 0;
+        });
+    }
+    EXPECT_EQ(thread, "alvane.halvaned");
+    link.end();
 }
 
 TEST(XPCLink, FailsARequestWhoseReplyThereIsNoRoomFor) {

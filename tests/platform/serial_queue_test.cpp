@@ -109,13 +109,13 @@ TEST(SerialQueue, RunsWorkAtOnceWhileThereIsNoOther) {
     handle.runOrAsync(nullptr);
 }
 
-TEST(SerialQueue, DestroysWorkThatRanAtOnceBeforeTheCallReturns) {
+TEST(SerialQueue, DestroysWorkThatRanAtOnceInItsTurn) {
     SerialQueue queue("guest");
     waitUntilIdle(queue);
-    auto token = std::make_shared<int>(0);
-    const std::weak_ptr<int> watch = token;
+    bool isInTurn = false;
+    std::shared_ptr<void> token(nullptr, [&](void*) { isInTurn = queue.isCurrent(); });
     queue.handle().runOrAsync([token = std::move(token)] {});
-    EXPECT_TRUE(watch.expired());
+    EXPECT_TRUE(isInTurn);
 }
 
 TEST(SerialQueue, LetsWorkWaitWhileThereIsOther) {
@@ -326,6 +326,13 @@ TEST(SerialQueue, DestroysItsWorkInAnotherProcess) {
     });
     EXPECT_TRUE(isDestroyed);
     drain(queue);
+}
+
+TEST(SerialQueue, IsNobodysInAnotherProcess) {
+    SerialQueue queue("forked");
+    waitUntilIdle(queue);
+    queue.handle().runOrAsync(
+        [&] { EXPECT_TRUE(isTrueInChild([&] { return !queue.isCurrent(); })); });
 }
 
 TEST(SerialQueue, MayBeDestroyedInAnotherProcess) {

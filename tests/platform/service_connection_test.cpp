@@ -3,6 +3,7 @@
 #include <atomic>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <numeric>
 #include <optional>
 #include <string>
@@ -754,8 +755,36 @@ TEST_F(AnyThreadReplies, AreHandledByTheConnectionWhereTheyAreSmall) {
     EXPECT_EQ(threadOfReply(), "alvane.halvaned");
     service_.answer(PeerError{"org.example.Error", "text"});
     EXPECT_EQ(threadOfReply(), "alvane.halvaned");
-    service_.answer(ipcMessage({{"data", bytes(65536, 1)}}));
+    service_.answer(ipcMessage({{"data", bytes(65000, 1)}}));
     EXPECT_EQ(threadOfReply(), "alvane.halvaned");
+}
+
+TEST_F(AnyThreadReplies, AreNeverHandledByTheCaller) {
+    const auto askIn = [this](auto act) {
+        waitUntilIdle(client_.replyQueue);
+        std::mutex heldByTheCaller;
+        CountingSemaphore done(0);
+        std::unique_lock lock(heldByTheCaller);
+        act([&](const ServiceReply& reply) {
+            const std::lock_guard waits(heldByTheCaller);
+            EXPECT_TRUE(std::holds_alternative<ServiceError>(reply));
+            done.signal();
+        });
+        lock.unlock();
+        done.wait();
+    };
+    constexpr auto kAny = ServiceConnection::ReplyThread::Any;
+    const auto idle = ServiceConnection::create(kDaemonServiceName, client_.eventQueue);
+    askIn([&](auto handler) {  // refused
+        idle->sendMessageWithReply(ipcMessage({{"x", "\xFF"}}), client_.replyQueue, handler, kAny);
+    });
+    askIn([&](auto handler) {  // cancelled
+        idle->sendMessageWithReply(command("x"), client_.replyQueue, handler, kAny);
+        idle->cancel();
+    });
+    askIn([&](auto handler) {  // late
+        idle->sendMessageWithReply(command("x"), client_.replyQueue, handler, kAny);
+    });
 }
 
 TEST_F(AnyThreadReplies, AreHandledByTheQueueWhereTheyAreLarge) {
@@ -765,9 +794,15 @@ TEST_F(AnyThreadReplies, AreHandledByTheQueueWhereTheyAreLarge) {
             ::sd_bus_message_append(reply, "a{sv}", 1, "value", type, 0);
         });
     };
+    PropertyListDictionary entries;
+    for (int i = 0; i < 1100; ++i) entries.set(std::to_string(i), i);
+    const IPCMessage manyEntries(std::move(entries));
     const PeerAnswer large[] = {
         ipcMessage({{"value", bytes(65537, 1)}}),
         ipcMessage({{"value", std::string(65537, 'x')}}),
+        ipcMessage({{std::string(65537, 'x'), 1}}),
+        manyEntries,
+        PeerError{"org.example.Error", std::string(65537, 'x')},
         nested("av"),
         nested("a{sv}"),
     };
