@@ -2,7 +2,6 @@
 
 #include <mutex>
 #include <new>
-#include <optional>
 #include <thread>
 #include <utility>
 
@@ -26,26 +25,11 @@ ServiceError invalidError() {
     return {ServiceError::Kind::Invalid, "the connection to the service is invalid"};
 }
 
-// About how many bytes a value is gone through in; none is known of containers.
-std::optional<std::size_t> sizeOf(const PropertyListValue& value) {
-    if (const auto* data = value.as<ByteBuffer>()) return data->size();
-    if (const auto* text = value.as<std::string>()) return text->size();
-    if (value.as<PropertyListArray>() || value.as<PropertyListDictionary>()) return std::nullopt;
-    return 0;
-}
-
-// Whether it can be gone through while a bus waits.
+// Whether the reply can be gone through while a bus waits.
 bool isSmall(const ServiceReply& reply) {
-    constexpr std::size_t kMost = 65536, kEntry = 64;
+    constexpr std::size_t kMost = 65536;
     if (const auto* error = std::get_if<ServiceError>(&reply)) return error->text.size() <= kMost;
-    std::size_t size = 0;
-    for (const auto& [key, value] : std::get<IPCMessage>(reply).entries()) {
-        const auto more = sizeOf(value);
-        if (!more) return false;
-        size += kEntry + key.size() + *more;
-        if (size > kMost) return false;
-    }
-    return true;
+    return checkBusMessage(std::get<IPCMessage>(reply), kMost).refusal.empty();
 }
 
 // The gate of the connection that the calling thread serves; null on any other thread.

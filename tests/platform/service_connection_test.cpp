@@ -746,6 +746,13 @@ class AnyThreadReplies : public ::testing::Test {
         return name;
     }
 
+    // A reply that holds an array of one string.
+    static PeerBody arrayOf(std::string text) {
+        return [text = std::move(text)](sd_bus_message* reply) {
+            ::sd_bus_message_append(reply, "a{sv}", 1, "value", "as", 1, text.c_str());
+        };
+    }
+
     const PrivateBus bus_;
     BusPeer service_{bus_};
     ServiceClient client_;
@@ -756,6 +763,8 @@ TEST_F(AnyThreadReplies, AreHandledByTheConnectionWhereTheyAreSmall) {
     service_.answer(PeerError{"org.example.Error", "text"});
     EXPECT_EQ(threadOfReply(), "alvane.halvaned");
     service_.answer(ipcMessage({{"data", bytes(65000, 1)}}));
+    EXPECT_EQ(threadOfReply(), "alvane.halvaned");
+    service_.answer(arrayOf("small"));
     EXPECT_EQ(threadOfReply(), "alvane.halvaned");
 }
 
@@ -788,23 +797,16 @@ TEST_F(AnyThreadReplies, AreNeverHandledByTheCaller) {
 }
 
 TEST_F(AnyThreadReplies, AreHandledByTheQueueWhereTheyAreLarge) {
-    // How long these are nobody has counted.
-    const auto nested = [](const char* type) {
-        return PeerBody([type](sd_bus_message* reply) {
-            ::sd_bus_message_append(reply, "a{sv}", 1, "value", type, 0);
-        });
-    };
     PropertyListDictionary entries;
-    for (int i = 0; i < 1100; ++i) entries.set(std::to_string(i), i);
+    for (int i = 0; i < 4000; ++i) entries.set(std::to_string(i), i);
     const IPCMessage manyEntries(std::move(entries));
     const PeerAnswer large[] = {
         ipcMessage({{"value", bytes(65537, 1)}}),
         ipcMessage({{"value", std::string(65537, 'x')}}),
         ipcMessage({{std::string(65537, 'x'), 1}}),
+        arrayOf(std::string(65537, 'x')),
         manyEntries,
         PeerError{"org.example.Error", std::string(65537, 'x')},
-        nested("av"),
-        nested("a{sv}"),
     };
     for (const auto& answer : large) {
         service_.answer(answer);
