@@ -1,7 +1,11 @@
 // The one reader of received bytes: bounds-checked, little- and big-endian.
 //
-// A read that does not fit answers std::nullopt (or false) and consumes nothing,
-// so "nothing left" (atEnd) and "part of a field left" stay two different answers.
+// A read that does not fit returns std::nullopt (or false), consumes nothing and fails the cursor
+// for good: every later read fails too, however few bytes it asks for. So a decoder may read
+// several fields and look at the last one alone: where that is there, all before it are. What the
+// failed read left unread is still told (position, remaining, atEnd) and handed out whole (rest,
+// restBuffer), so "nothing left" and "part of a field left" stay two different things.
+// A copy of a cursor fails on its own: read ahead with a copy.
 // A cursor borrows its bytes: it must not outlive them. Not for sharing between threads.
 #ifndef HALVANE_BASE_BYTE_CURSOR_H
 #define HALVANE_BASE_BYTE_CURSOR_H
@@ -37,21 +41,22 @@ class ByteCursor {
     std::optional<std::uint32_t> u32be() { return bigEndian<std::uint32_t>(); }
     std::optional<std::uint64_t> u64be() { return bigEndian<std::uint64_t>(); }
 
-    // The byte `offset` bytes ahead, without consuming anything.
+    // The byte `offset` bytes ahead, without consuming anything. A look past the end fails no later
+    // read.
     std::optional<std::uint8_t> peek(std::size_t offset = 0) const {
-        if (offset >= remaining()) return std::nullopt;
+        if (hasFailed_ || offset >= remaining()) return std::nullopt;
         return bytes_[position_ + offset];
     }
 
     bool skip(std::size_t count) {
-        if (count > remaining()) return false;
+        if (!fits(count)) return false;
         position_ += count;
         return true;
     }
 
     // The next `count` bytes, borrowed.
     std::optional<std::span<const std::uint8_t>> take(std::size_t count) {
-        if (count > remaining()) return std::nullopt;
+        if (!fits(count)) return std::nullopt;
         const auto part = bytes_.subspan(position_, count);
         position_ += count;
         return part;
@@ -59,22 +64,35 @@ class ByteCursor {
 
     // The next `count` bytes, owned: a slice where the cursor stands on a buffer, else a copy.
     std::optional<ByteBuffer> takeBuffer(std::size_t count) {
-        if (count > remaining()) return std::nullopt;
-        ByteBuffer part = buffer_ ? buffer_->slice(position_, count)
-                                  : ByteBuffer(bytes_.subspan(position_, count));
-        position_ += count;
-        return part;
+        const std::size_t start = position_;
+        const auto part = take(count);
+        if (!part) return std::nullopt;
+        return partFrom(start, *part);
     }
 
-    // Everything left; the cursor is at its end afterwards.
+    // Everything left, after a failed read too; the cursor is at its end afterwards.
     std::span<const std::uint8_t> rest() {
         const auto part = bytes_.subspan(position_);
         position_ = bytes_.size();
         return part;
     }
-    ByteBuffer restBuffer() { return *takeBuffer(remaining()); }
+    ByteBuffer restBuffer() {
+        const std::size_t start = position_;
+        return partFrom(start, rest());
+    }
 
   private:
+    // Whether `count` more bytes are there to read; where not, no read succeeds from here on.
+    bool fits(std::size_t count) {
+        if (count > remaining()) hasFailed_ = true;
+        return !hasFailed_;
+    }
+
+    // `part`, which starts at `start`, owned.
+    ByteBuffer partFrom(std::size_t start, std::span<const std::uint8_t> part) const {
+        return buffer_ ? buffer_->slice(start, part.size()) : ByteBuffer(part);
+    }
+
     // Built by shifts: the same on every host, and one instruction where it can be.
     template <std::unsigned_integral Integer>
     std::optional<Integer> littleEndian() {
@@ -97,6 +115,7 @@ class ByteCursor {
     std::span<const std::uint8_t> bytes_;
     const ByteBuffer* buffer_ = nullptr;
     std::size_t position_ = 0;
+    bool hasFailed_ = false;
 };
 
 }  // namespace halvane

@@ -68,9 +68,10 @@ std::optional<std::size_t> fieldsOffset(const std::optional<ByteBuffer>& oui) {
 
 ByteCursor cursorAt(const std::optional<ByteBuffer>& element, std::size_t position,
                     std::size_t length) {
-    if (!element) return ByteCursor(std::span<const std::uint8_t>());
+    const ByteCursor nothing{std::span<const std::uint8_t>()};
+    if (!element) return nothing;
     ByteCursor whole(element->bytes());
-    if (!whole.skip(position)) whole.rest();
+    if (!whole.skip(position)) return nothing;
     return ByteCursor(*whole.take(std::min(length, whole.remaining())));
 }
 

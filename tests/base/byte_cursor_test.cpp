@@ -68,6 +68,66 @@ TEST(ByteCursor, AReadThatDoesNotFitConsumesNothing) {
     }
 }
 
+// Each way to read a byte that is there, and whether it did.
+const std::vector<bool (*)(ByteCursor&)> kOneByteReads = {
+    [](ByteCursor& cursor) { return cursor.u8().has_value(); },
+    [](ByteCursor& cursor) { return cursor.peek().has_value(); },
+    [](ByteCursor& cursor) { return cursor.skip(1); },
+    [](ByteCursor& cursor) { return cursor.take(1).has_value(); },
+    [](ByteCursor& cursor) { return cursor.takeBuffer(1).has_value(); },
+    [](ByteCursor& cursor) { return cursor.skip(0); },
+    [](ByteCursor& cursor) { return cursor.take(0).has_value(); },
+    [](ByteCursor& cursor) { return cursor.takeBuffer(0).has_value(); },
+};
+
+// Each way to read more than three bytes.
+const std::vector<bool (*)(ByteCursor&)> kFailingReads = {
+    [](ByteCursor& cursor) { return cursor.u32le().has_value(); },
+    [](ByteCursor& cursor) { return cursor.u64be().has_value(); },
+    [](ByteCursor& cursor) { return cursor.skip(4); },
+    [](ByteCursor& cursor) { return cursor.take(SIZE_MAX).has_value(); },
+    [](ByteCursor& cursor) { return cursor.takeBuffer(4).has_value(); },
+};
+
+TEST(ByteCursor, StaysFailedOnceAReadDidNotFit) {
+    const ByteBuffer buffer = exactHeapCopy(std::span(kSample).first(4));
+    for (std::size_t failing = 0; failing < kFailingReads.size(); ++failing) {
+        for (std::size_t later = 0; later < kOneByteReads.size(); ++later) {
+            ByteCursor cursor(buffer);
+            ASSERT_TRUE(cursor.skip(1));
+            ByteCursor sound = cursor;
+            EXPECT_TRUE(kOneByteReads[later](sound)) << later;
+            EXPECT_FALSE(kFailingReads[failing](cursor)) << failing;
+            EXPECT_FALSE(kOneByteReads[later](cursor)) << failing << ' ' << later;
+        }
+    }
+}
+
+TEST(ByteCursor, TellsAndHandsOutWhatAFailedReadLeft) {
+    const ByteBuffer buffer = exactHeapCopy(std::span(kSample).first(4));
+    for (const auto fail : kFailingReads) {
+        ByteCursor cursor(buffer);
+        ASSERT_TRUE(cursor.skip(1));
+        ASSERT_FALSE(fail(cursor));
+        EXPECT_EQ(cursor.position(), 1u);
+        EXPECT_EQ(cursor.remaining(), 3u);
+        EXPECT_FALSE(cursor.atEnd());
+        ByteCursor other = cursor;
+        EXPECT_EQ(other.restBuffer().hex(), "028304");
+        EXPECT_TRUE(std::ranges::equal(cursor.rest(), Bytes{0x02, 0x83, 0x04}));
+        EXPECT_TRUE(cursor.atEnd());
+        EXPECT_FALSE(cursor.skip(0));
+    }
+}
+
+TEST(ByteCursor, FailsNoCopyOfItself) {
+    ByteCursor cursor{std::span<const std::uint8_t>(kSample)};
+    ByteCursor ahead = cursor;
+    EXPECT_FALSE(ahead.skip(SIZE_MAX));
+    EXPECT_EQ(cursor.u8(), 0x81);
+    EXPECT_EQ(ahead.u8(), std::nullopt);
+}
+
 TEST(ByteCursor, PeeksWithoutConsuming) {
     ByteCursor cursor{std::span<const std::uint8_t>(kSample)};
     EXPECT_EQ(cursor.peek(), 0x81);
@@ -83,10 +143,12 @@ TEST(ByteCursor, PeeksWithoutConsuming) {
 }
 
 TEST(ByteCursor, SkipsOnlyWhatIsThere) {
+    for (const std::size_t count : {std::size_t{10}, std::size_t{SIZE_MAX}}) {
+        ByteCursor tooShort{std::span<const std::uint8_t>(kSample)};
+        EXPECT_FALSE(tooShort.skip(count));
+        EXPECT_EQ(tooShort.position(), 0u);
+    }
     ByteCursor cursor{std::span<const std::uint8_t>(kSample)};
-    EXPECT_FALSE(cursor.skip(10));
-    EXPECT_FALSE(cursor.skip(SIZE_MAX));
-    EXPECT_EQ(cursor.position(), 0u);
     EXPECT_TRUE(cursor.skip(0));
     EXPECT_TRUE(cursor.skip(9));
     EXPECT_TRUE(cursor.atEnd());
@@ -101,9 +163,11 @@ TEST(ByteCursor, TakesBorrowedParts) {
     ASSERT_TRUE(part.has_value());
     EXPECT_EQ(part->data(), buffer.bytes().data());
     EXPECT_EQ(part->size(), 4u);
-    EXPECT_FALSE(cursor.take(6).has_value());
-    EXPECT_FALSE(cursor.take(SIZE_MAX).has_value());
-    EXPECT_EQ(cursor.position(), 4u);
+    for (const std::size_t count : {std::size_t{6}, std::size_t{SIZE_MAX}}) {
+        ByteCursor ahead = cursor;
+        EXPECT_FALSE(ahead.take(count).has_value());
+        EXPECT_EQ(ahead.position(), 4u);
+    }
     EXPECT_TRUE(cursor.take(5).has_value());
     EXPECT_TRUE(cursor.take(0).has_value());
     EXPECT_TRUE(cursor.atEnd());

@@ -99,6 +99,22 @@ TEST(BeaconFrame, TellsWhyAFrameIsSkipped) {
     }
 }
 
+// Where the frame ends within the BSSID, its first octets are no Sequence Control field, whatever
+// they hold, and the Protected flag tells of no body that is there.
+TEST(BeaconFrame, CallsAFrameShortThatEndsWithinTheBSSID) {
+    constexpr std::size_t kBSSIDOffset = 16;
+    for (const std::uint8_t flags : Bytes{0x00, 0x40, 0x80, 0xC0}) {
+        for (const std::uint8_t octet : Bytes{0x00, 0x01, 0x0F, 0xFF}) {
+            Bytes frame = changed(kBSSIDOffset, octet, changed(1, flags));
+            frame.resize(kHeaderSize - 1);
+            for (; frame.size() >= 2; frame.pop_back()) {
+                EXPECT_EQ(reasonOf(frame), SkipReason::Short)
+                    << int{flags} << ' ' << int{octet} << ' ' << frame.size();
+            }
+        }
+    }
+}
+
 TEST(BeaconFrame, AcceptsAFrameWithoutElements) {
     const Bytes frame(kBeaconFrame.begin(), kBeaconFrame.begin() + kElementsOffset);
     const auto answer = parseBeaconFrame(frame);

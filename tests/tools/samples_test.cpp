@@ -61,6 +61,7 @@ std::string lineOf(const CapturedFrame& frame) {
     line += frame.beacon()->subtype == BeaconSubtype::Beacon ? "beacon " : "response ";
     line += text(frame.radio.frequencyMHz) + " MHz " + text(frame.radio.channel) + " " +
             text(frame.radio.signalDBm) + " dBm " + text(frame.radio.noiseDBm);
+    if (elements.atEnd()) return line + " ''";
     elements.skip(1);
     const auto name = elements.take(elements.u8().value_or(0));
     if (name) line += " '" + escapeSSID(*name) + "'";

@@ -183,6 +183,62 @@ TEST(PrintFElements, ReportsAVendorElementThatIsTooShort) {
               "  0 SSID                        ''\n");
 }
 
+struct KnownVendor {
+    Bytes start;  // OUI and type
+    const char* name;
+};
+const std::vector<KnownVendor> kKnownVendors = {
+    {{0x0A, 0x7E, 0x56, 1}, "Tessic General IE"},
+    {{0x0A, 0x7E, 0x55, 1}, "DWDS"},
+    {{0x0A, 0x7E, 0x55, 3}, "EasyConnect"},
+    {{0x00, 0x50, 0xF2, 4}, "WPS"},
+};
+
+// What an element prints as that is no vendor element of four bytes or more.
+std::string plainElement(int id, const Bytes& body) {
+    const int size = static_cast<int>(body.size());
+    if (id == 221) {
+        return printed("### bad vendor IE:\n%2.1H\n", body.data(), size, size);
+    }
+    if (id == 0) return printed("  0 %-27s '%.*s'\n", "SSID", size, body.data());
+    const char* name = id == 1    ? "Supported Rates"
+                       : id == 3  ? "DS Parameter Set"
+                       : id == 50 ? "Extended Supported Rates"
+                                  : "<<UNKNOWN>>";
+    return printed("%3d %-27s %2.2H\n", id, name, body.data(), size, size);
+}
+
+// The first bytes of a body that ends within its OUI are no type, whatever they hold.
+TEST(PrintFElements, PrintsEveryElementWithEveryShortBody) {
+    constexpr std::size_t kLongestBody = 6;
+    constexpr std::size_t kVendorStart = 4;
+    for (const KnownVendor& vendor : kKnownVendors) {
+        Bytes named = vendor.start;
+        named.resize(kLongestBody);
+        const Bytes repeated(kLongestBody, vendor.start.back());
+        for (const Bytes& whole : {named, repeated}) {
+            for (int id = 0; id <= 0xFF; ++id) {
+                for (std::size_t size = 0; size <= kLongestBody; ++size) {
+                    const Bytes body(whole.begin(), whole.begin() + static_cast<int>(size));
+                    Bytes element = {static_cast<std::uint8_t>(id),
+                                     static_cast<std::uint8_t>(size)};
+                    element.insert(element.end(), body.begin(), body.end());
+                    const std::string text = elements(element);
+                    if (id != 221 || size < kVendorStart) {
+                        EXPECT_EQ(text, plainElement(id, body)) << id << ' ' << size;
+                    } else if (whole == repeated) {
+                        EXPECT_TRUE(text.starts_with("221 <<UNKNOWN VENDOR>")) << text;
+                    } else if (vendor.start == kKnownVendors[0].start) {  // no flags
+                        EXPECT_TRUE(text.starts_with("### bad Tessic General IE:\n")) << text;
+                    } else {
+                        EXPECT_TRUE(text.starts_with(printed("221 %-27s", vendor.name))) << text;
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(PrintFElements, SurvivesHostileLists) {
     const Bytes beacon = {0, 2, 'a', 'b', 1, 1, 0x82, 221, 7, 0x0A, 0x7E, 0x56, 1, 1, 2, 3};
     const Bytes easyConnect = {221, 11, 0x0A, 0x7E, 0x55, 3, 0, 1, 'B', 2, 2, 1, 2};
