@@ -28,12 +28,16 @@ std::uint64_t encoded(std::uint64_t value) {
 }  // namespace
 
 std::uint64_t BCDTextToInt(const char* text, std::size_t length, const char** end) {
-    const std::string_view input = halvane::textOf(text, length);
+    halvane::TextCursor cursor(text, length);
     std::uint64_t bcd = 0;
-    const auto [rest, error] = std::from_chars(input.data(), input.data() + input.size(), bcd);
-    const bool isRead = error == std::errc();
-    if (end != nullptr) *end = isRead ? rest : text;
-    return isRead ? decoded(bcd) : 0;
+    bool isTooLarge = false;
+    for (; halvane::isDigit(cursor.peek()); cursor.skip(1)) {
+        const std::uint64_t digit = halvane::digitValue(cursor.peek());
+        isTooLarge |= __builtin_mul_overflow(bcd, std::uint64_t{10}, &bcd);
+        isTooLarge |= __builtin_add_overflow(bcd, digit, &bcd);
+    }
+    if (end != nullptr) *end = isTooLarge ? text : cursor.position();
+    return isTooLarge ? 0 : decoded(bcd);
 }
 
 HalvaneStatus BCDTextFromInt(std::uint64_t value, char* buffer, std::size_t size) {

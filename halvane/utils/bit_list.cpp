@@ -24,7 +24,7 @@ char* BitListString_Make(std::uint32_t bits, char* buffer, std::size_t* length) 
 
 HalvaneStatus BitListString_Parse(const char* text, std::size_t length, std::uint32_t* bits) {
     if (text == nullptr) return kStatusUnsupported;
-    halvane::TextCursor cursor(halvane::textOf(text, length));
+    halvane::TextCursor cursor(text, length);
     std::uint32_t read = 0;
     while (!cursor.atEnd()) {
         std::uint32_t bit = 0;

@@ -38,7 +38,9 @@ char* copyCleansed(string_view text, char* buffer, IsPrintable isPrintable) {
 }  // namespace
 
 bool IsASCII7PrintableString(const char* text, std::size_t length) {
-    return std::ranges::all_of(halvane::textOf(text, length), isPrintableASCII);
+    halvane::TextCursor cursor(text, length);
+    while (!cursor.atEnd() && isPrintableASCII(cursor.peek())) cursor.skip(1);
+    return cursor.atEnd();
 }
 
 char* CleanseDiskString(const char* text, std::size_t length, char* buffer, std::size_t size) {

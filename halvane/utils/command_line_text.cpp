@@ -78,7 +78,7 @@ HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, Hea
         memory.release(bytes);
         return kStatusNoMemory;
     }
-    TextCursor cursor({text, length});
+    TextCursor cursor(text, length);
     int found = 0;
     for (skipToArgument(cursor); !cursor.atEnd(); skipToArgument(cursor)) {
         if (found == INT_MAX || !arguments.append(bytes)) return kStatusNoMemory;

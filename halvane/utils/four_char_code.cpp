@@ -22,10 +22,12 @@ char* FourCharCodeToCString(std::uint32_t code, char* buffer) {
 }
 
 std::uint32_t TextToFourCharCode(const char* text, std::size_t length) {
-    const halvane::TextCursor cursor(halvane::textOf(text, length));
+    constexpr std::size_t kCharacters = 4;
+    const std::string_view start = halvane::startOf(text, length, kCharacters);
     std::uint32_t code = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-        code = code << CHAR_BIT | static_cast<unsigned char>(spaceForNul(cursor.peek(i)));
+    for (std::size_t i = 0; i < kCharacters; ++i) {
+        const char character = i < start.size() ? start[i] : ' ';
+        code = code << CHAR_BIT | static_cast<unsigned char>(spaceForNul(character));
     }
     return code;
 }

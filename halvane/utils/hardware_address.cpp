@@ -45,7 +45,7 @@ bool readBytes(TextCursor text, std::size_t count, Store store) {
 HalvaneStatus TextToHardwareAddress(const char* text, std::size_t length, std::size_t count,
                                     void* address) {
     if (text == nullptr) return kStatusUnsupported;
-    const TextCursor cursor(halvane::textOf(text, length));
+    const TextCursor cursor(text, length);
     if (!readBytes(cursor, count, [](std::uint8_t) {})) return kStatusMalformed;
     if (address != nullptr) {
         auto* to = static_cast<std::uint8_t*>(address);
@@ -57,7 +57,7 @@ HalvaneStatus TextToHardwareAddress(const char* text, std::size_t length, std::s
 std::uint64_t TextToHardwareAddressScalar(const char* text, std::size_t length, std::size_t count) {
     if (count != kMACAddressSize && count != kFibreChannelSize) return 0;
     std::uint64_t value = 0;
-    const TextCursor cursor(halvane::textOf(text, length));
+    const TextCursor cursor(text, length);
     const bool isComplete =
         readBytes(cursor, count, [&value](std::uint8_t byte) { value = value << CHAR_BIT | byte; });
     return isComplete ? value : 0;

@@ -94,6 +94,12 @@ std::size_t decodePairs(const char* text, std::size_t count, std::uint8_t* bytes
     return i;
 }
 
+bool isSkipped(char character, std::uint32_t flags) {
+    if (halvane::isSpace(character)) return (flags & kHexToDataFlagSkipSpace) != 0;
+    const bool isSeparator = character == '-' || character == ':' || character == '_';
+    return isSeparator && (flags & kHexToDataFlagSkipSeparators) != 0;
+}
+
 class HexReader {
   public:
     HexReader(std::string_view text, std::uint32_t flags, Sink& sink)
@@ -121,12 +127,6 @@ class HexReader {
         if (remaining() >= 2 && at_[0] == '0' && (at_[1] == 'x' || at_[1] == 'X')) at_ += 2;
     }
 
-    bool isSkipped(char character) const {
-        if (halvane::isSpace(character)) return (flags_ & kHexToDataFlagSkipSpace) != 0;
-        const bool isSeparator = character == '-' || character == ':' || character == '_';
-        return isSeparator && (flags_ & kHexToDataFlagSkipSeparators) != 0;
-    }
-
     // Apart from the rest, so that short texts do not pay for it.
     [[gnu::noinline]] void blocks() {
         halvane::Secret<DecodedBlock> block;  // for keys and passphrases come this way too
@@ -147,7 +147,7 @@ class HexReader {
 
     // The next digit, past what is skipped; kNoDigit where there is none.
     unsigned digit() {
-        while (at_ != end_ && isSkipped(*at_)) ++at_;
+        while (at_ != end_ && isSkipped(*at_, flags_)) ++at_;
         return at_ != end_ && halvane::isHexDigit(*at_) ? digitValue(*at_++)
                                                         : unsigned{halvane::kNoDigit};
     }
@@ -173,6 +173,17 @@ class HexReader {
     std::uint32_t flags_;
     Sink& sink_;
 };
+
+// The text that a pointer and a length tell, as a HexReader reads it: of a NUL-terminated one just
+// what it would consume, so that the rest, however long it is, is not looked at.
+std::string_view hexIn(const char* text, std::size_t length, std::uint32_t flags) {
+    if (length != SIZE_MAX) return {text, length};
+    const char* end = text;
+    while (halvane::isSpace(*end)) ++end;
+    if (end[0] == '0' && (end[1] == 'x' || end[1] == 'X')) end += 2;
+    while (halvane::isHexDigit(*end) || isSkipped(*end, flags)) ++end;
+    return {text, static_cast<std::size_t>(end - text)};
+}
 
 constexpr std::uint32_t kAsPeopleWrite = kHexToDataFlagSkipSpace | kHexToDataFlagSkipSeparators;
 
@@ -229,7 +240,7 @@ HalvaneStatus HexToData(const char* text, std::size_t length, std::uint32_t flag
                         const char** end) {
     if (text == nullptr) return kStatusUnsupported;
     Sink sink(buffer, capacity);
-    HexReader reader(halvane::textOf(text, length), flags, sink);
+    HexReader reader(hexIn(text, length, flags), flags, sink);
     reader.read();
     if ((flags & kHexToDataFlagZeroFill) != 0) sink.zeroFill();
     if (written != nullptr) *written = sink.written();
@@ -241,7 +252,7 @@ HalvaneStatus HexToData(const char* text, std::size_t length, std::uint32_t flag
 HalvaneStatus HexToDataCopy(const char* text, std::size_t length, std::uint32_t flags,
                             std::uint8_t** data, std::size_t* size, const char** end) {
     if (text == nullptr) return kStatusUnsupported;
-    const std::string_view input = halvane::textOf(text, length);
+    const std::string_view input = hexIn(text, length, flags);
     std::size_t total = 0;
     HexToData(input.data(), input.size(), flags, nullptr, 0, nullptr, &total, nullptr);
     auto* const bytes = static_cast<std::uint8_t*>(std::malloc(std::max<std::size_t>(total, 1)));

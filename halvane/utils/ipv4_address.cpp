@@ -74,7 +74,7 @@ char* putPort(char* to, int port) {
 
 HalvaneStatus ParseIPv4Address(const char* text, std::uint8_t* address, const char** end) {
     if (text == nullptr) return kStatusUnsupported;
-    halvane::TextCursor cursor(halvane::textOf(text, SIZE_MAX));
+    halvane::TextCursor cursor(text, SIZE_MAX);
     std::uint32_t value = 0;
     const HalvaneStatus status = halvane::readIPv4Address(cursor, value);
     if (status != kStatusOK) return status;
@@ -91,7 +91,7 @@ HalvaneStatus StringToIPv4Address(const char* text, std::uint32_t flags, std::ui
                                   int* port, std::uint32_t* mask, std::uint32_t* router,
                                   const char** end) {
     if (text == nullptr) return kStatusUnsupported;
-    halvane::TextCursor cursor(halvane::textOf(text, SIZE_MAX));
+    halvane::TextCursor cursor(text, SIZE_MAX);
     std::uint32_t value = 0;
     halvane::Suffix suffix;
     HalvaneStatus status = halvane::readIPv4Address(cursor, value);

@@ -312,7 +312,7 @@ static_assert(kIPv6AddressTextSize == 1 + 39 + (1 + IF_NAMESIZE - 1) + 1 + 11 + 
 HalvaneStatus StringToIPv6Address(const char* text, std::uint32_t flags, std::uint8_t* address,
                                   std::uint32_t* scope, int* prefix, int* port, const char** end) {
     if (text == nullptr) return kStatusUnsupported;
-    halvane::TextCursor cursor(halvane::textOf(text, SIZE_MAX));
+    halvane::TextCursor cursor(text, SIZE_MAX);
     halvane::Suffix suffix(cursor, flags, cursor.skipIf('['));
     halvane::GroupReader reader(cursor);
     HalvaneStatus status = reader.read();

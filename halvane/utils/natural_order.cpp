@@ -1,6 +1,7 @@
 #include "halvane/utils/natural_order.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/ignore_case_internal.h"
@@ -9,6 +10,7 @@
 namespace {
 
 using halvane::orderOf;
+using halvane::TextCursor;
 
 // A run of digits: how many zeros lead, and what they lead to. A run of nothing but zeros keeps
 // its last one as the number.
@@ -17,10 +19,10 @@ struct Number {
     std::string_view digits;
 };
 
-Number takeNumber(std::string_view& text) {
-    const auto end = std::ranges::find_if_not(text, halvane::isDigit);
-    const std::string_view run(text.begin(), end);
-    text.remove_prefix(run.size());
+Number takeNumber(TextCursor& text) {
+    const char* const start = text.position();
+    while (halvane::isDigit(text.peek())) text.skip(1);
+    const std::string_view run(start, static_cast<std::size_t>(text.position() - start));
     const std::size_t zeros = std::min(run.find_first_not_of('0'), run.size() - 1);
     return {zeros, run.substr(zeros)};
 }
@@ -35,22 +37,22 @@ int compareNumbers(const Number& a, const Number& b) {
 
 int TextCompareNatural(const char* a, std::size_t aLength, const char* b, std::size_t bLength,
                        bool caseSensitive) {
-    std::string_view first = halvane::textOf(a, aLength);
-    std::string_view second = halvane::textOf(b, bLength);
+    TextCursor first(a, aLength);
+    TextCursor second(b, bLength);
     const auto compareCharacters =
         caseSensitive ? halvane::orderOfBytes : halvane::orderIgnoringCase;
     // What was compared so far is equal, so both stand before a run of digits or neither within.
-    while (!first.empty() && !second.empty()) {
+    while (!first.atEnd() && !second.atEnd()) {
         int order = 0;
-        if (halvane::isDigit(first.front()) && halvane::isDigit(second.front())) {
+        if (halvane::isDigit(first.peek()) && halvane::isDigit(second.peek())) {
             const Number number = takeNumber(first);
             order = compareNumbers(number, takeNumber(second));
         } else {
-            order = compareCharacters(first.front(), second.front());
-            first.remove_prefix(1);
-            second.remove_prefix(1);
+            order = compareCharacters(first.peek(), second.peek());
+            first.skip(1);
+            second.skip(1);
         }
         if (order != 0) return order;
     }
-    return orderOf(first.size(), second.size());
+    return orderOf(!first.atEnd(), !second.atEnd());
 }

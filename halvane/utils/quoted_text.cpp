@@ -91,7 +91,7 @@ using halvane::TextCursor;
 using halvane::TokenBuffer;
 
 TextCursor cursorOf(const char* text, const char* end) {
-    return TextCursor({text, static_cast<std::size_t>(end - text)});
+    return TextCursor(std::string_view(text, static_cast<std::size_t>(end - text)));
 }
 
 // Reports a token, and goes past the delimiter that the text stands at.

@@ -5,7 +5,6 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
-#include <string_view>
 
 #include "halvane/utils/ascii_internal.h"
 
@@ -49,8 +48,9 @@ void store(void* destination, std::uint64_t value, Size size) {
 // One call of VSNScanF. What answers bool answers whether scanning goes on.
 class Scanner {
   public:
-    Scanner(std::string_view input, const char* format, va_list arguments)
-        : begin_(input.data()), at_(begin_), end_(begin_ + input.size()), format_(format) {
+    // The input ends at the first NUL, or after `length` characters.
+    Scanner(const char* input, std::size_t length, const char* format, va_list arguments)
+        : begin_(input), at_(input), left_(length), format_(format) {
         va_copy(arguments_, arguments);
     }
     ~Scanner() { va_end(arguments_); }
@@ -170,45 +170,70 @@ class Scanner {
 
     static constexpr unsigned kDetectBase = 0;
 
-    std::size_t remaining() const { return static_cast<std::size_t>(end_ - at_); }
-
-    // Where a field that begins here has to end.
-    const char* fieldLimit(const Directive& directive) const {
-        return at_ + std::min(directive.width, remaining());
+    void consume(std::size_t count) {
+        at_ += count;
+        left_ -= count;
     }
 
     void skipSpace() {
-        while (at_ != end_ && isSpace(*at_)) ++at_;
+        while (left_ > 0 && isSpace(*at_)) consume(1);
     }
 
     bool literal(char character) {
-        if (at_ == end_ || *at_ != character) return false;
-        ++at_;
+        if (left_ == 0 || *at_ != character) return false;
+        consume(1);
         return true;
     }
 
-    static bool hasPrefix(const char* at, const char* limit, char letter, unsigned base) {
-        return limit - at > 2 && at[0] == '0' && (at[1] | 0x20) == letter &&
-               digitValue(at[2]) < base;
+    // The field that begins here. It ends after `room` characters or at a NUL, whichever comes
+    // first, and nothing behind that is looked at.
+    struct Field {
+        const char* text;
+        std::size_t room;
+
+        bool isDigit(std::size_t offset, unsigned base) const {
+            return offset < room && digitValue(text[offset]) < base;
+        }
+        void skip(std::size_t count) {
+            text += count;
+            room -= count;
+        }
+    };
+    Field fieldOf(const Directive& directive) const {
+        return {at_, std::min(directive.width, left_)};
+    }
+
+    // The length of the field's part before the first character that is not `isPart`.
+    // REQUIRES: a NUL is not
+    template <typename IsPart>
+    static std::size_t lengthOf(const Field& field, IsPart isPart) {
+        std::size_t length = 0;
+        while (length < field.room && isPart(field.text[length])) ++length;
+        return length;
+    }
+
+    static bool hasPrefix(const Field& field, char letter, unsigned base) {
+        return field.isDigit(0, 1) && field.room > 1 && (field.text[1] | 0x20) == letter &&
+               field.isDigit(2, base);
     }
 
     // Skips the prefix of the base, and tells the base where the prefix decides it.
     template <unsigned kBase>
-    static unsigned readBase(const char*& at, const char* limit) {
+    static unsigned readBase(Field& field) {
         if constexpr (kBase == 16 || kBase == kDetectBase) {
-            if (hasPrefix(at, limit, 'x', 16)) {
-                at += 2;
+            if (hasPrefix(field, 'x', 16)) {
+                field.skip(2);
                 return 16;
             }
         }
         if constexpr (kBase == 2 || kBase == kDetectBase) {
-            if (hasPrefix(at, limit, 'b', 2)) {
-                at += 2;
+            if (hasPrefix(field, 'b', 2)) {
+                field.skip(2);
                 return 2;
             }
         }
         if constexpr (kBase == kDetectBase) {
-            return limit - at > 1 && at[0] == '0' && digitValue(at[1]) < 8 ? 8 : 10;
+            return field.isDigit(0, 1) && field.isDigit(1, 8) ? 8 : 10;
         }
         return kBase;
     }
@@ -216,17 +241,16 @@ class Scanner {
     template <unsigned kBase>
     bool integer(const Directive& directive) {
         skipSpace();
-        const char* at = at_;
-        const char* const limit = fieldLimit(directive);
-        const bool isNegative = limit - at >= 2 && *at == '-';
-        if (isNegative || (limit - at >= 2 && *at == '+')) ++at;
-        const unsigned base = readBase<kBase>(at, limit);
-
-        const char* const digits = at;
+        Field field = fieldOf(directive);
+        const bool isNegative = field.room >= 2 && *field.text == '-';
+        if (isNegative || (field.room >= 2 && *field.text == '+')) field.skip(1);
+        const unsigned base = readBase<kBase>(field);
+        if (!field.isDigit(0, base)) return false;
         std::uint64_t value = 0;
-        for (; at != limit && digitValue(*at) < base; ++at) value = value * base + digitValue(*at);
-        if (at == digits) return false;
-        at_ = at;
+        for (; field.isDigit(0, base); field.skip(1)) {
+            value = value * base + digitValue(*field.text);
+        }
+        consume(static_cast<std::size_t>(field.text - at_));
         return assign(isNegative ? 0 - value : value, directive);
     }
 
@@ -240,17 +264,17 @@ class Scanner {
     }
 
     bool characters(const Directive& directive) {
-        const std::size_t unbounded = directive.isInPlace ? remaining() : 1;
-        std::size_t count = directive.hasWidth ? directive.width : unbounded;
-        if (directive.isInPlace) count = std::min(count, remaining());
-        if (count > remaining()) return false;
-        return assignText(at_ + count, directive, Ending::Bare);
+        const std::size_t unbounded = directive.isInPlace ? left_ : 1;
+        const std::size_t wanted = directive.hasWidth ? directive.width : unbounded;
+        const std::size_t count = strnlen(at_, std::min(wanted, left_));
+        if (count < wanted && !directive.isInPlace) return false;
+        return assignText(count, directive, Ending::Bare);
     }
 
     bool word(const Directive& directive) {
         skipSpace();
-        const char* const limit = fieldLimit(directive);
-        return assignText(std::find_if(at_, limit, isSpace), directive, Ending::Terminated);
+        const auto isInWord = [](char next) { return next != '\0' && !isSpace(next); };
+        return assignText(lengthOf(fieldOf(directive), isInWord), directive, Ending::Terminated);
     }
 
     bool charactersOfSet(const Directive& directive) {
@@ -266,21 +290,20 @@ class Scanner {
         std::bitset<UCHAR_MAX + 1> wanted;
         for (const char* at = set; at != setEnd; ++at) wanted.set(static_cast<unsigned char>(*at));
         if (isInverted) wanted.flip();
-        const auto isOutside = [&wanted](char character) {
-            return !wanted[static_cast<unsigned char>(character)];
+        wanted.reset(0);
+        const auto isInSet = [&wanted](char next) {
+            return wanted[static_cast<unsigned char>(next)];
         };
-        return assignText(std::find_if(at_, fieldLimit(directive), isOutside), directive,
-                          Ending::Terminated);
+        return assignText(lengthOf(fieldOf(directive), isInSet), directive, Ending::Terminated);
     }
 
     enum class Ending { Bare, Terminated };
 
-    // Consumes the text up to `fieldEnd`, and hands it over.
-    bool assignText(const char* fieldEnd, const Directive& directive, Ending ending) {
+    // Consumes `size` characters, and hands them over.
+    bool assignText(std::size_t size, const Directive& directive, Ending ending) {
         const char* const text = at_;
-        const auto size = static_cast<std::size_t>(fieldEnd - text);
         if (size == 0 && !directive.allowsEmpty) return false;
-        at_ = fieldEnd;
+        consume(size);
         if (directive.isSuppressed) return true;
         if (!(directive.isInPlace ? pointAt(text, size) : copy(text, size, ending))) return false;
         ++assigned_;
@@ -313,22 +336,17 @@ class Scanner {
 
     const char* begin_;
     const char* at_;
-    const char* end_;
+    std::size_t left_;  // at most; a NUL may come before
     const char* format_;
     va_list arguments_;
     int assigned_ = 0;
 };
 
-std::string_view inputOf(const char* text, std::size_t length) {
-    if (text == nullptr) return {};
-    return {text, length == SIZE_MAX ? std::strlen(text) : strnlen(text, length)};
-}
-
 }  // namespace
 
 int VSNScanF(const char* text, size_t length, const char* format, va_list arguments) {
     if (format == nullptr) return 0;
-    return Scanner(inputOf(text, length), format, arguments).scan();
+    return Scanner(text != nullptr ? text : "", length, format, arguments).scan();
 }
 
 int SNScanF(const char* text, size_t length, const char* format, ...) {

@@ -1,22 +1,19 @@
 #include "halvane/utils/text_integer.h"
 
 #include <cerrno>
-#include <climits>
-#include <cstdint>
-#include <cstring>
 
 #include "halvane/utils/ascii_internal.h"
-#include "halvane/utils/text_cursor_internal.h"
+#include "halvane/utils/text_integer_internal.h"
+
+namespace halvane {
 
 namespace {
-
-using halvane::TextCursor;
 
 // Consumes the prefix of a base, and tells the base.
 unsigned takeBase(TextCursor& cursor, unsigned base) {
     const bool hasHexPrefix = cursor.peek() == '0' &&
                               (cursor.peek(1) == 'x' || cursor.peek(1) == 'X') &&
-                              halvane::isHexDigit(cursor.peek(2));
+                              isHexDigit(cursor.peek(2));
     if (hasHexPrefix && (base == 0 || base == 16)) {
         cursor.skip(2);
         return 16;
@@ -25,46 +22,46 @@ unsigned takeBase(TextCursor& cursor, unsigned base) {
     return cursor.peek() == '0' ? 8 : 10;
 }
 
-// A magnitude that stays above any that an int has once it is there.
 std::uint64_t takeDigits(TextCursor& cursor, unsigned base) {
-    constexpr std::uint64_t kEnough = std::uint64_t{1} << 32;
     std::uint64_t magnitude = 0;
-    while (halvane::digitValue(cursor.peek()) < base) {
-        if (magnitude < kEnough) {
-            magnitude = magnitude * base + halvane::digitValue(cursor.peek());
-        }
-        cursor.skip(1);
+    bool isTooLarge = false;
+    for (; digitValue(cursor.peek()) < base; cursor.skip(1)) {
+        isTooLarge |= __builtin_mul_overflow(magnitude, std::uint64_t{base}, &magnitude);
+        isTooLarge |=
+            __builtin_add_overflow(magnitude, std::uint64_t{digitValue(cursor.peek())}, &magnitude);
     }
-    return magnitude;
-}
-
-int signedValue(std::uint64_t magnitude, bool isNegative) {
-    const std::uint64_t most = isNegative ? std::uint64_t{INT_MAX} + 1 : std::uint64_t{INT_MAX};
-    if (magnitude > most) {
-        errno = ERANGE;
-        return isNegative ? INT_MIN : INT_MAX;
-    }
-    const auto value = static_cast<std::int64_t>(magnitude);
-    return static_cast<int>(isNegative ? -value : value);
+    return isTooLarge ? UINT64_MAX : magnitude;
 }
 
 }  // namespace
+
+TextInteger takeInteger(TextCursor& cursor, int base) {
+    TextInteger integer;
+    cursor.skipSpace();
+    integer.isNegative = cursor.skipIf('-');
+    if (!integer.isNegative) cursor.skipIf('+');
+    const unsigned actualBase = takeBase(cursor, static_cast<unsigned>(base));
+    integer.isThere = digitValue(cursor.peek()) < actualBase;
+    integer.magnitude = takeDigits(cursor, actualBase);
+    return integer;
+}
+
+}  // namespace halvane
 
 int strtoi(const char* text, std::size_t length, const char** end, int base) {
     const char* unused = nullptr;
     if (end == nullptr) end = &unused;
     *end = text;
-    if (base < 0 || base == 1 || base > 36) {
+    if (!halvane::isIntegerBase(base)) {
         errno = EINVAL;
         return 0;
     }
-    TextCursor cursor({text, strnlen(text, length)});
-    cursor.skipSpace();
-    const bool isNegative = cursor.skipIf('-');
-    if (!isNegative) cursor.skipIf('+');
-    const unsigned actualBase = takeBase(cursor, static_cast<unsigned>(base));
-    if (halvane::digitValue(cursor.peek()) >= actualBase) return 0;
-    const std::uint64_t magnitude = takeDigits(cursor, actualBase);
+    // A NUL is no part of a number, so it ends one whatever the length is.
+    halvane::TextCursor cursor(text, length);
+    const halvane::TextInteger integer = halvane::takeInteger(cursor, base);
+    if (!integer.isThere) return 0;
     *end = cursor.position();
-    return signedValue(magnitude, isNegative);
+    const auto [value, isOutOfRange] = halvane::clamped<int>(integer);
+    if (isOutOfRange) errno = ERANGE;
+    return value;
 }

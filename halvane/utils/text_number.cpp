@@ -35,7 +35,7 @@ unsigned readBase(TextCursor& text, unsigned defaultBase) {
 
 std::int32_t TextToInt32(const char* text, std::size_t length, int defaultBase) {
     if (defaultBase < 0 || defaultBase == 1 || defaultBase > kBaseMax) return 0;
-    TextCursor cursor(halvane::textOf(text, length));
+    TextCursor cursor(text, length);
     cursor.skipSpace();
     const bool isNegative = cursor.skipIf('-');
     if (!isNegative) cursor.skipIf('+');

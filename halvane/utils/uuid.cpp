@@ -41,7 +41,8 @@ char* UUIDtoCString(const void* bytes, bool isLittleEndian, char* buffer) {
 
 HalvaneStatus StringToUUID(const char* text, std::size_t length, bool isLittleEndian, void* bytes) {
     if (text == nullptr) return kStatusUnsupported;
-    const std::string_view input = halvane::textOf(text, length);
+    // One character too many tells enough.
+    const std::string_view input = halvane::startOf(text, length, kUUIDTextSize);
     if (input.size() != kUUIDTextSize - 1) return kStatusWrongLength;
 
     UUID u;

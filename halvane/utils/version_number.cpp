@@ -59,7 +59,7 @@ char* NumVersionToCString(std::uint32_t version, char* buffer) {
 }
 
 std::uint32_t TextToNumVersion(const char* text, std::size_t length) {
-    TextCursor cursor(halvane::textOf(text, length));
+    TextCursor cursor(text, length);
     cursor.skipSpace();
     std::uint32_t major = 0;
     std::uint32_t minor = 0;
@@ -83,7 +83,7 @@ char* SourceVersionToCString(std::uint32_t version, char* buffer) {
 }
 
 std::uint32_t TextToSourceVersion(const char* text, std::size_t length) {
-    TextCursor cursor(halvane::textOf(text, length));
+    TextCursor cursor(text, length);
     cursor.skipSpace();
     std::uint32_t major = 0;
     std::uint32_t minor = 0;
