@@ -165,10 +165,12 @@ HALVANE_EXPORT int32_t StringArray_Append(char*** array, size_t* count, const ch
 /* Frees the strings and the array; nothing where the count is 0. */
 HALVANE_EXPORT void StringArray_Free(char** array, size_t count);
 
-/* strtoll() with limits. *error is 0, ERANGE for a value outside [min, max], or what strtoll says;
- * *end is where the number ends, `text` where there is none. Both are always set; either pointer
- * may be null. `errno` is left alone. The value is answered whatever the error; 0 for a null
- * text, which is EINVAL. */
+/* A number with limits, read as strtoi() of halvane/utils/text_integer.h reads one, the same on
+ * every system: no "0b" is a prefix. *error is 0, ERANGE for a value outside [min, max], or EINVAL
+ * for another base than 0 and 2 to 36; *end is where the number ends, `text` where there is none.
+ * Both are always set; either pointer may be null. `errno` is left alone. The value is returned
+ * whatever the error, a number beyond 64 bits as the nearer limit of int64_t; 0 for a null text,
+ * which is EINVAL. */
 HALVANE_EXPORT int64_t StringToInteger64(const char* text, int64_t min, int64_t max, int base,
                                          const char** end, int* error);
 

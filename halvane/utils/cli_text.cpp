@@ -7,6 +7,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/cli.h"
+#include "halvane/utils/text_integer_internal.h"
 
 extern "C" std::int32_t StringArray_Append(char*** array, std::size_t* count, const char* text) {
     if (text == nullptr) return kStatusNoMemory;
@@ -34,21 +35,18 @@ extern "C" void StringArray_Free(char** array, std::size_t count) {
 namespace {
 
 struct Conversion {
-    long long value = 0;
+    std::int64_t value = 0;
     const char* end = nullptr;
     int error = 0;
 };
 
 Conversion convert(const char* text, int base) {
-    Conversion result;
-    char* end = nullptr;
-    const int saved = errno;
-    errno = 0;
-    result.value = std::strtoll(text, &end, base);
-    result.error = errno;
-    errno = saved;
-    result.end = result.error == EINVAL ? text : end;  // of a wrong base `end` says nothing
-    return result;
+    if (!halvane::isIntegerBase(base)) return {0, text, EINVAL};
+    halvane::TextCursor cursor(text, SIZE_MAX);
+    const halvane::TextInteger integer = halvane::takeInteger(cursor, base);
+    if (!integer.isThere) return {0, text, 0};
+    const auto [value, isOutOfRange] = halvane::clamped<std::int64_t>(integer);
+    return {value, cursor.position(), isOutOfRange ? ERANGE : 0};
 }
 
 }  // namespace

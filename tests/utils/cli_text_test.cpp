@@ -46,6 +46,17 @@ TEST(StringToInteger64, AnswersValueErrorAndEnd) {
         {"1", 0, 1, 1, {0, EINVAL, "1"}},
         {"1", 0, 1, 37, {0, EINVAL, "1"}},
         {"5", 10, 0, 10, {5, ERANGE, ""}},
+        {"0b11", 0, 100, 0, {0, 0, "b11"}},  // no prefix, whatever the C library makes of it
+        {"0B11", 0, 100, 2, {0, 0, "B11"}},
+        {"0b11", 0, 0xFFFF, 16, {0xB11, 0, ""}},
+        {"0x", 0, 100, 0, {0, 0, "x"}},
+        {"0xg", 0, 100, 16, {0, 0, "xg"}},
+        {"- 1", 0, 100, 10, {0, 0, "- 1"}},
+        {" \t\n\v\f\r+1", 0, 100, 10, {1, 0, ""}},
+        {"7fffffffffffffff", INT64_MIN, INT64_MAX, 16, {INT64_MAX, 0, ""}},
+        {"-0x8000000000000000", INT64_MIN, INT64_MAX, 0, {INT64_MIN, 0, ""}},
+        {"18446744073709551616", INT64_MIN, INT64_MAX, 10, {INT64_MAX, ERANGE, ""}},
+        {"-99999999999999999999999z", INT64_MIN, INT64_MAX, 10, {INT64_MIN, ERANGE, "z"}},
     };
     for (const Row& row : rows) {
         const Number number = numberIn(row.text, row.min, row.max, row.base);
