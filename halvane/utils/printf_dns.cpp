@@ -52,7 +52,7 @@ void readName(ByteCursor cursor, NameText& name) {
     if (name.empty()) name.append(".");
 }
 
-// Prints the items of a packed record, `value` being its string.
+// Prints the items of a packed record, `value` being what its string holds behind the start.
 class PackedRecordPrinter {
   public:
     PackedRecordPrinter(Output& output, int indent) : output_(output), indent_(indent) {}
@@ -90,6 +90,7 @@ class PackedRecordPrinter {
     std::size_t size_ = 0;
 };
 
+// Whether such a record is there, whatever its length byte says.
 bool isPackedRecord(ByteCursor cursor) {
     cursor.skip(1);
     const auto start = cursor.take(kPackedRecordStart.size());
@@ -102,6 +103,7 @@ void printPackedRecord(Output& output, int indent, ByteCursor cursor) {
         return output.print("%*s### bad TXT record length byte (%zu, %zu expected)\n", indent, "",
                             length, cursor.remaining());
     }
+    cursor.skip(kPackedRecordStart.size());
     PackedRecordPrinter(output, indent).print(cursor.rest());
 }
 

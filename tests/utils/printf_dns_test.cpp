@@ -105,18 +105,19 @@ TEST(PrintFTXTRecord, ReportsALengthPastTheEnd) {
 }
 
 TEST(PrintFTXTRecord, SplitsAPackedRecordAtCommas) {
-    EXPECT_EQ(record(counted("waMA=00-11,raMA=22,syAP=105")), "waMA=00-11\nraMA=22\nsyAP=105\n");
-    EXPECT_EQ(record(counted("waMA=1,a\\,b\\\\c,d"), "%1{txt}"), "    waMA=1\n    a,b\\c\n    d\n");
-    EXPECT_EQ(record(counted("waMA=")), "waMA=\n");
-    EXPECT_EQ(record(counted("waMA=,,")), "waMA=\n\n\n");
-    EXPECT_EQ(record(counted("waMA=" + std::string(250, 'x'))),
-              "waMA=" + std::string(250, 'x') + "\n");
+    EXPECT_EQ(record(counted("waMA=00-11,raMA=22,syAP=105")), "00-11\nraMA=22\nsyAP=105\n");
+    EXPECT_EQ(record(counted("waMA=a,b")), "a\nb\n");
+    EXPECT_EQ(record(counted("waMA=1,a\\,b\\\\c,d"), "%1{txt}"), "    1\n    a,b\\c\n    d\n");
+    EXPECT_EQ(record(counted("waMA=")), "\n");
+    EXPECT_EQ(record(counted("waMA=,,")), "\n\n\n");
+    EXPECT_EQ(record(counted("waMA=waMA=")), "waMA=\n");
+    EXPECT_EQ(record(counted("waMA=" + std::string(250, 'x'))), std::string(250, 'x') + "\n");
 }
 
 TEST(PrintFTXTRecord, ReportsATrailingBackslash) {
     EXPECT_EQ(record(counted("waMA=1,ab\\,c\\"), "%1{txt}"),
-              "    waMA=1\n    ### bad TXT escape: ab\\,c\\\n");
-    EXPECT_EQ(record(counted("waMA=\\")), "### bad TXT escape: waMA=\\\n");
+              "    1\n    ### bad TXT escape: ab\\,c\\\n");
+    EXPECT_EQ(record(counted("waMA=\\")), "### bad TXT escape: \\\n");
 }
 
 TEST(PrintFTXTRecord, WantsAPackedRecordToBeOneString) {
