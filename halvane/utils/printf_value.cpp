@@ -1,5 +1,4 @@
 // Property-list values: scalars as text, containers as indented lines, or the whole as XML.
-#include <cmath>
 #include <string>
 
 #include "halvane/platform/xml_property_list.h"
@@ -36,10 +35,8 @@ class ScalarWriter {
     void operator()(const Number& value) {
         if (const auto integer = value.exactInt64()) {
             writeMessage(output_, quoted_, "%lld", *integer);
-        } else if (const auto large = value.exactUInt64()) {
-            writeMessage(output_, quoted_, "%llu", *large);
-        } else if (std::isnan(value.real())) {
-            writeMessage(output_, quoted_, "<< BAD NUMBER >>");
+        } else if (value.isUnsigned()) {
+            writeMessage(output_, quoted_, "%llu", value.uint64());
         } else {
             writeMessage(output_, quoted_, "%f", value.real());
         }

@@ -64,8 +64,18 @@ TEST(PrintFValue, PrintsNumbersAsIntegersWhereExact) {
     EXPECT_EQ(text(6.5), "6.500000");
     EXPECT_EQ(text(-0.25), "-0.250000");
     EXPECT_EQ(text(1e20), "100000000000000000000.000000");
-    EXPECT_EQ(text(std::numeric_limits<double>::quiet_NaN()), "<< BAD NUMBER >>");
+    EXPECT_EQ(text(1e19), "10000000000000000000.000000");  // no signed 64-bit integer
+    EXPECT_EQ(text(0x1p63), "9223372036854775808.000000");
+    EXPECT_EQ(text(-0x1p63), "-9223372036854775808");
+    EXPECT_EQ(text(0x1.fffffffffffffp62), "9223372036854774784");
     EXPECT_EQ(text(std::numeric_limits<double>::infinity()), "inf");
+}
+
+TEST(PrintFValue, PrintsNoNumberAsTheRealConversionDoes) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(text(nan), printed("%f", nan));
+    EXPECT_EQ(text(-nan), printed("%f", -nan));
+    EXPECT_EQ(text(nan, "[%5@|"), "[" + printed("%5f", nan) + "|");
 }
 
 TEST(PrintFValue, PrintsNullForNothing) {
