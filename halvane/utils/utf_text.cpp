@@ -21,15 +21,16 @@ bool isHighSurrogate(std::string_view sequence) {
     return sequence.size() > 1 && sequence[0] == '\xED' && (sequence[1] & 0xF0) == 0xA0;
 }
 
-// Without the last lead byte and what follows it, where that is not a whole character.
+// Without what stands behind the last whole character: the last lead byte too, where it leads none.
 std::string_view withoutPartialEnd(std::string_view text) {
     std::size_t lead = text.size();
     while (lead > 0 && halvane::printing::isContinuation(text[lead - 1])) --lead;
     if (lead == 0) return {};
     --lead;
     const std::string_view last = text.substr(lead);
-    const bool isWhole = announcedSize(last.front()) == last.size() && !isHighSurrogate(last);
-    return isWhole ? text : text.substr(0, lead);
+    const std::size_t size = announcedSize(last.front());
+    const bool isWhole = size <= last.size() && !isHighSurrogate(last);
+    return text.substr(0, isWhole ? lead + size : lead);
 }
 
 }  // namespace

@@ -20,7 +20,8 @@ extern "C" {
  *
  * Only the last character within `maximum` is looked at: a lead byte and the continuation bytes
  * behind it. They stay where they are as many as the lead byte announces, 6 at most, and go
- * together where they are not; continuation bytes that nothing leads go too. The first half of a
+ * together where they are fewer; of more, those beyond the character go, as continuation bytes do
+ * that nothing leads. The first half of a
  * surrogate pair, which some encoders write as if it were a character (ED, then A0 to AF), goes as
  * well. */
 HALVANE_EXPORT size_t TruncateUTF8(const char* text, size_t length, size_t maximum);

@@ -46,11 +46,14 @@ TEST(UTFText, IsCutBeforeBytesThatAreNoCharacter) {
     const std::vector<std::pair<std::string, std::size_t>> rows = {
         {"a\xC3", 1},          // a lead byte alone
         {"a\xE2\x82", 1},      // a byte missing
-        {"a\xC3\xA9\xA9", 1},  // a byte too many
-        {"a\xFE\x80", 1},      // lead bytes that announce nothing
+        {"a\xC3\xA9\xA9", 3},  // a byte too many takes no whole character with it
+        {"a\xE2\x82\xAC\x80\x80", 4},
+        {"a\xFE\x80", 1},  // lead bytes that announce nothing
         {"a\xFF", 1},
         {"\x80\x80\x80", 0},  // nothing leads them
-        {"ab\x80", 1},
+        {"ab\x80", 2},
+        {"ab\x80\x80", 2},
+        {"a\xED\xA0\xBD\x80", 1},
         {"a\xED\xA0\xBD", 1},  // half of a pair
         {"a\xED\xA0Z", 4},     // only the end is looked at
         {"a\xED\xA0\xBD\xC3", 4},
@@ -61,6 +64,13 @@ TEST(UTFText, IsCutBeforeBytesThatAreNoCharacter) {
         EXPECT_EQ(TruncateUTF8((text + ".").data(), text.size() + 1, text.size()), length)
             << ::testing::PrintToString(text);
     }
+}
+
+TEST(UTFText, LosesNoCharacterToAStrayByteBehindIt) {
+    EXPECT_EQ(TruncateUTF8("a\x80\x80!", 4, 2), 1u);
+    EXPECT_EQ(TruncateUTF8("a\x80\x80!", 4, 3), 1u);
+    EXPECT_EQ(TruncateUTF8("a\x80\x80!", SIZE_MAX, 2), 1u);
+    EXPECT_EQ(TruncateUTF8("\xC3\xA9\x80!", 4, 3), 2u);
 }
 
 TEST(UTFText, KeepsWhatFitsWhateverItHolds) {
