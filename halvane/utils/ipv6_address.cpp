@@ -126,20 +126,53 @@ class GroupReader {
     bool isDone_ = false;
 };
 
-// The index of an interface. Names go first, since a name may consist of digits.
-HalvaneStatus indexOf(std::string_view scope, std::uint32_t& index) {
-    if (scope.empty()) return kStatusMalformed;
-    if (scope.size() < IF_NAMESIZE) {
-        const ErrnoKeeper keeper;
-        char name[IF_NAMESIZE] = {};
-        std::ranges::copy(scope, name);
-        if (const unsigned known = ::if_nametoindex(name); known != 0) {
+bool isScopeCharacter(char next) {
+    return next != '\0' && next != '/' && next != ':' && next != ']' && !isSpace(next);
+}
+
+// What people name interfaces with. Other characters stand in a name only where the system says so.
+bool isUsualNameCharacter(char next) {
+    return digitValue(next) != kNoDigit || next == '.' || next == '-' || next == '_' || next == '@';
+}
+
+// The characters ahead that are `isPart`, as far as they may be the name of an interface; one more
+// where they are too many.
+template <typename IsPart>
+std::string_view nameAhead(TextCursor text, IsPart isPart) {
+    const char* const start = text.position();
+    std::size_t size = 0;
+    for (; size < IF_NAMESIZE && isPart(text.peek()); ++size) text.skip(1);
+    return {start, size};
+}
+
+// The index of the interface of a name, 0 where there is none.
+std::uint32_t indexOf(std::string_view name) {
+    if (name.empty() || name.size() >= IF_NAMESIZE) return 0;
+    const ErrnoKeeper keeper;
+    char terminated[IF_NAMESIZE] = {};
+    std::ranges::copy(name, terminated);
+    return ::if_nametoindex(terminated);
+}
+
+// Consumes the name of an interface, or else an index in decimal. The longest name goes first, and
+// names before numbers, since a name may consist of any characters.
+HalvaneStatus takeScope(TextCursor& text, std::uint32_t& index) {
+    const std::string_view whole = nameAhead(text, isScopeCharacter);
+    const std::string_view usual = nameAhead(text, isUsualNameCharacter);
+    if (whole.empty()) return kStatusMalformed;
+    for (const std::string_view name : {whole, usual}) {
+        if (const std::uint32_t known = indexOf(name); known != 0) {
             index = known;
+            text.skip(name.size());
             return kStatusOK;
         }
     }
-    if (!std::ranges::all_of(scope, isDigit)) return kStatusUnsupported;
-    return TextCursor(scope).decimal(UINT32_MAX, index);
+    std::uint32_t number = 0;
+    const HalvaneStatus status = text.decimal(UINT32_MAX, number);
+    if (status == kStatusOutOfRange) return status;
+    if (status != kStatusOK || isUsualNameCharacter(text.peek())) return kStatusUnsupported;
+    index = number;
+    return kStatusOK;
 }
 
 // What may follow an address.
@@ -199,13 +232,8 @@ class Suffix {
     }
 
     HalvaneStatus readScope() {
-        const char* const start = text_.position();
-        const auto isEnd = [](char next) {
-            return next == '/' || next == ':' || next == ']' || isSpace(next);
-        };
-        while (!text_.atEnd() && !isEnd(text_.peek())) text_.skip(1);
         scope_.isThere = true;
-        return indexOf({start, text_.position()}, scope_.value);
+        return takeScope(text_, scope_.value);
     }
 
     TextCursor& text_;

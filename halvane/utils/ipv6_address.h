@@ -33,8 +33,9 @@ enum {
  * stand for the last two groups. After the address there may be, each once and in any order:
  *
  *   ]        where a '[' leads the text, which then needs it
- *   %scope   the name of an interface, which ends before '/', ':', ']' and white space, or, where
- *            the system knows none of the name, an index in decimal
+ *   %scope   the name of an interface, which ends before '/', ':', ']' and white space; where the
+ *            system knows none of that name, one of letters, digits, '.', '-', '_' and '@' alone,
+ *            or else an index in decimal, so that "(fe80::1%5)" is read
  *   /prefix  0 to 128
  *   :port    0 to 65535; after the ']' only
  *

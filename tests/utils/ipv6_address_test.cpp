@@ -240,6 +240,22 @@ TEST(StringToIPv6Address, RefusesSuffixesWithoutTouchingTheOutputs) {
     EXPECT_EQ(parsed("[::1]", kNoPort | kNoPrefix | kNoScope).status, kStatusOK);
 }
 
+// As in "(see fe80::1%5)" and "fe80::1%5,fe80::2%6".
+TEST(StringToIPv6Address, ReadsAnIndexBeforePunctuation) {
+    for (const std::string rest : {")", ",", ",fe80::2%6", ";x", "\"", "!", "'s", "\xE2\x80\x99"}) {
+        const Parsed result = parsed(("fe80::1%4000000000" + rest).c_str());
+        EXPECT_EQ(result.status, kStatusOK) << rest;
+        EXPECT_EQ(result.scope, 4000000000u) << rest;
+        EXPECT_EQ(result.rest, rest);
+    }
+    EXPECT_EQ(parsed("[fe80::1%5,]").status, kStatusMalformed);
+    EXPECT_EQ(parsed("fe80::1%5)/64").rest, ")/64");
+    EXPECT_EQ(parsed("fe80::1%,5").status, kStatusUnsupported);
+    for (const char* text : {"fe80::1%5x", "fe80::1%5.", "fe80::1%5-1", "fe80::1%5_"}) {
+        EXPECT_EQ(parsed(text).status, kStatusUnsupported) << text;
+    }
+}
+
 TEST(StringToIPv6Address, NeedsNoOutputs) {
     EXPECT_EQ(StringToIPv6Address("[::1%7/8]:9", 0, nullptr, nullptr, nullptr, nullptr, nullptr),
               kStatusOK);
@@ -263,6 +279,8 @@ TEST(IPv6Address, NamesInterfacesAsScopes) {
         EXPECT_EQ(parsed(text.c_str()).scope, 1u);
         EXPECT_EQ(parsed(text.c_str()).rest, "");
     }
+    EXPECT_EQ(parsed((textOf(address, 1) + ")").c_str()).scope, 1u);
+    EXPECT_EQ(parsed((textOf(address, 1) + "),").c_str()).rest, "),");
 }
 
 TEST(IPv6AddressToCString, ShortensTheFirstLongestRun) {
