@@ -1,5 +1,5 @@
-// Elements, TXT records and DNS names of any bytes: what a short buffer holds is the start of the
-// whole text.
+// Elements, TXT records and DNS names of any bytes: what a short buffer holds is the whole text
+// with bytes left out.
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -11,8 +11,14 @@
 
 namespace {
 
+bool isWithin(const char* part, std::size_t size, const std::vector<char>& whole) {
+    std::size_t found = 0;
+    for (std::size_t i = 0; i < whole.size() && found < size; ++i) found += whole[i] == part[found];
+    return found == size;
+}
+
 template <typename... Arguments>
-void checkPrefixes(const char* format, Arguments... arguments) {
+void checkShortBuffers(const char* format, Arguments... arguments) {
     const int length = SNPrintF(nullptr, 0, format, arguments...);
     REQUIRE(length >= 0);
     const auto total = static_cast<std::size_t>(length);
@@ -25,20 +31,20 @@ void checkPrefixes(const char* format, Arguments... arguments) {
         REQUIRE(SNPrintF(part.data(), size, format, arguments...) == length);
         const std::size_t stored = ::strnlen(part.data(), size);
         REQUIRE(stored < size);
-        REQUIRE(std::memcmp(part.data(), whole.data(), stored) == 0);
+        REQUIRE(isWithin(part.data(), stored, whole));
     }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    checkPrefixes("%{ie}", data, size);
-    checkPrefixes("%2{txt}", data, size);
-    checkPrefixes("%.2H", data, static_cast<int>(size), static_cast<int>(size / 2));
+    checkShortBuffers("%{ie}", data, size);
+    checkShortBuffers("%2{txt}", data, size);
+    checkShortBuffers("%.2H", data, static_cast<int>(size), static_cast<int>(size / 2));
     // A DNS name and a C string have no length: they end in a zero.
     std::vector<std::uint8_t> terminated(data, data + size);
     terminated.insert(terminated.end(), 65, 0);
-    checkPrefixes("%##s", terminated.data());
-    checkPrefixes("%s", reinterpret_cast<const char*>(terminated.data()));
+    checkShortBuffers("%##s", terminated.data());
+    checkShortBuffers("%s", reinterpret_cast<const char*>(terminated.data()));
     return 0;
 }

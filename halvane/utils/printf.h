@@ -85,8 +85,10 @@ struct PrintFContext {
 };
 
 /* Stores at most size - 1 bytes, never a part of a UTF-8 character, and a terminator if size is
- * above 0 (also when the call fails). What is stored is a prefix of the full output. `buffer` may
- * be null if size is 0. */
+ * above 0 (also when the call fails). The output comes in pieces, one for each run of literal text
+ * and for each text of a conversion: one that does not fit is shortened, and a later one that fits
+ * is stored, so "%s%s" of a text that was cut and a short one holds both. `buffer` may be null if
+ * size is 0. */
 HALVANE_EXPORT int SNPrintF(char* buffer, size_t size, const char* format, ...);
 HALVANE_EXPORT int VSNPrintF(char* buffer, size_t size, const char* format, va_list arguments);
 

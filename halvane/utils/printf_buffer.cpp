@@ -1,5 +1,7 @@
 // Front ends that write into memory of the caller's.
 #include <algorithm>
+#include <cstring>
+#include <string_view>
 
 #include "halvane/base/status.h"
 #include "halvane/utils/printf_internal.h"
@@ -8,10 +10,13 @@ namespace {
 
 using halvane::printing::storeInFixedBuffer;
 
-PrintFContext contextOf(void* buffer, size_t capacity) {
-    PrintFContext context = {};
-    context.callback = storeInFixedBuffer;
-    context.buffer = static_cast<char*>(buffer);
+using halvane::printing::FixedBufferContext;
+
+FixedBufferContext contextOf(void* buffer, size_t capacity) {
+    FixedBufferContext context = {};
+    context.output.callback = storeInFixedBuffer;
+    context.output.buffer = static_cast<char*>(buffer);
+    context.output.capacity = capacity;
     context.capacity = capacity;
     return context;
 }
@@ -20,24 +25,43 @@ PrintFContext contextOf(void* buffer, size_t capacity) {
 
 namespace halvane::printing {
 
-// After a piece that did not fit the buffer is closed, so that what it holds stays a prefix of the
-// output. A character whose bytes came in several pieces is taken back whole.
+namespace {
+
+// Stores as many whole characters of a piece that does not fit as do. A character whose first bytes
+// came in pieces before is taken back.
+void storeStart(std::string_view piece, std::size_t room, PrintFContext& output) {
+    while (room > 0 && isContinuation(piece[room])) --room;
+    if (room > 0) std::memcpy(output.buffer + output.used, piece.data(), room);
+    output.used += room;
+    if (room == 0 && isContinuation(piece.front())) {
+        output.used = completeLength({output.buffer, output.used});
+    }
+}
+
+void store(std::string_view piece, FixedBufferContext& context) {
+    PrintFContext& output = context.output;
+    const std::size_t room = context.capacity - output.used;
+    context.isCut = piece.size() > room;
+    if (context.isCut) {
+        storeStart(piece, room, output);
+    } else {
+        std::memcpy(output.buffer + output.used, piece.data(), piece.size());
+        output.used += piece.size();
+    }
+    output.capacity = context.isCut ? output.used : context.capacity;
+}
+
+}  // namespace
+
+// A piece that does not fit is shortened, and a later one that fits is stored.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context) {
-    std::size_t stored = length;
-    const std::size_t room = context->capacity - context->used;
-    const bool isCut = length > room;
-    if (isCut) {
-        stored = room;
-        while (stored > 0 && isContinuation(text[stored])) --stored;
+    auto& fixed = *reinterpret_cast<FixedBufferContext*>(context);
+    std::string_view piece(text, length);
+    if (fixed.isCut) {
+        const auto next = std::ranges::find_if_not(piece, isContinuation);
+        piece.remove_prefix(static_cast<std::size_t>(next - piece.begin()));
     }
-    if (stored > 0) std::memcpy(context->buffer + context->used, text, stored);
-    context->used += stored;
-    if (isCut) {
-        if (stored == 0 && isContinuation(*text)) {
-            context->used = completeLength({context->buffer, context->used});
-        }
-        context->capacity = context->used;
-    }
+    if (!piece.empty()) store(piece, fixed);
     return static_cast<std::int32_t>(std::min<std::size_t>(length, INT32_MAX));
 }
 
@@ -52,9 +76,9 @@ extern "C" int SNPrintF(char* buffer, size_t size, const char* format, ...) {
 }
 
 extern "C" int VSNPrintF(char* buffer, size_t size, const char* format, va_list arguments) {
-    PrintFContext context = contextOf(buffer, size > 0 ? size - 1 : 0);
-    const int length = PrintFCoreVAList(&context, format, arguments);
-    if (size > 0) buffer[context.used] = '\0';
+    FixedBufferContext context = contextOf(buffer, size > 0 ? size - 1 : 0);
+    const int length = PrintFCoreVAList(&context.output, format, arguments);
+    if (size > 0) buffer[context.output.used] = '\0';
     return length;
 }
 
@@ -83,6 +107,6 @@ extern "C" int MemPrintF(void* buffer, size_t size, const char* format, ...) {
 }
 
 extern "C" int VMemPrintF(void* buffer, size_t size, const char* format, va_list arguments) {
-    PrintFContext context = contextOf(buffer, size);
-    return PrintFCoreVAList(&context, format, arguments);
+    FixedBufferContext context = contextOf(buffer, size);
+    return PrintFCoreVAList(&context.output, format, arguments);
 }

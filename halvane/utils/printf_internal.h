@@ -26,6 +26,15 @@ inline constexpr std::uint64_t kIndentStep = 4;
 
 inline constexpr std::string_view kNullText = "<<NULL>>";
 
+// The context of the fixed-buffer front ends, which the callback below is handed the first member
+// of. While a character is cut, output.capacity is what is used, so that every piece goes to the
+// callback.
+struct FixedBufferContext {
+    PrintFContext output;
+    std::size_t capacity;
+    bool isCut;  // the last piece did not fit whole: continuation bytes are parts of what was cut
+};
+
 // The output callback of the fixed-buffer front ends, and that of log messages.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context);
 std::int32_t __LogPrintFCallBack(const char* text, std::size_t length, PrintFContext* context);

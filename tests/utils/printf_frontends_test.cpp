@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <limits>
@@ -30,33 +31,84 @@ TEST(PrintFFromC, EveryFrontEndWorks) {
     EXPECT_EQ(checkFormatFromC(), 0);
 }
 
-// What a buffer of `capacity` bytes may hold of `text`: as much as fits, in whole characters.
-std::string longestPrefix(const std::string& text, std::size_t capacity) {
-    if (text.size() <= capacity) return text;
-    while (capacity > 0 && (static_cast<unsigned char>(text[capacity]) & 0xC0) == 0x80) --capacity;
-    return text.substr(0, capacity);
+std::int32_t collectPiece(const char* text, std::size_t length, void* pieces) {
+    static_cast<std::vector<std::string>*>(pieces)->emplace_back(text, length);
+    return 0;
 }
 
-TEST(SNPrintF, StoresThePrefixThatFitsForEverySize) {
-    // One, two, three and four bytes a character, in one piece and in several.
+// What a buffer of `capacity` bytes holds of an output in pieces of whole characters: of each as
+// much as fits.
+std::string storedOf(const std::vector<std::string>& pieces, std::size_t capacity) {
+    std::string stored;
+    for (const std::string& piece : pieces) {
+        std::size_t fitting = std::min(piece.size(), capacity - stored.size());
+        const auto isCutWithin = [&] {
+            return fitting < piece.size() &&
+                   (static_cast<unsigned char>(piece[fitting]) & 0xC0) == 0x80;
+        };
+        while (fitting > 0 && isCutWithin()) --fitting;
+        stored += piece.substr(0, fitting);
+    }
+    return stored;
+}
+
+TEST(SNPrintF, StoresOfEachPieceWhatFitsForEverySize) {
+    // One, two, three and four bytes a character.
     const char* const word = "h\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z";
-    const std::string whole =
-        printed("%s<%s>%8s|%d%c%c", word, word, "\xC3\xA9", -12345, 0xC3, 0xA9);
-    for (std::size_t size = 0; size <= whole.size() + 2; ++size) {
+    const char* const format = "%s<%s>%8s|%d%s%'s";
+    const auto with = [&](auto print, auto... to) {
+        return print(to..., format, word, word, "\xC3\xA9", -12345, "\xE2\x82\xAC", "\xC3\xA9");
+    };
+    std::vector<std::string> pieces;
+    const int length = with(CPrintF, collectPiece, static_cast<void*>(&pieces));
+    for (std::size_t size = 0; size <= static_cast<std::size_t>(length) + 2; ++size) {
         const std::unique_ptr<char[]> buffer(new char[size]);
-        ASSERT_EQ(SNPrintF(buffer.get(), size, "%s<%s>%8s|%d%c%c", word, word, "\xC3\xA9", -12345,
-                           0xC3, 0xA9),
-                  static_cast<int>(whole.size()));
+        ASSERT_EQ(with(SNPrintF, buffer.get(), size), length);
         if (size > 0) {
-            EXPECT_EQ(std::string(buffer.get()), longestPrefix(whole, size - 1)) << size;
+            EXPECT_EQ(std::string(buffer.get()), storedOf(pieces, size - 1)) << size;
         }
 
+        const std::string expected = storedOf(pieces, size);
         std::string memory(size, '#');
-        MemPrintF(memory.data(), size, "%s<%s>%8s|%d%c%c", word, word, "\xC3\xA9", -12345, 0xC3,
-                  0xA9);
-        const std::string expected = longestPrefix(whole, size);
-        EXPECT_EQ(memory.substr(0, expected.size()), expected) << size;
+        with(MemPrintF, static_cast<void*>(memory.data()), size);
+        EXPECT_EQ(memory, expected + std::string(size - expected.size(), '#')) << size;
     }
+}
+
+TEST(SNPrintF, StoresALaterPieceThatFits) {
+    char buffer[3];
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "%s%s", "a\xE2\x82\xAC", "b"), 5);
+    EXPECT_STREQ(buffer, "ab");
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "%s%s%s", "\xE2\x82\xAC", "abc", "d"), 7);
+    EXPECT_STREQ(buffer, "ab");
+    EXPECT_EQ(SNPrintF(buffer, sizeof(buffer), "%s%s%s", "\xE2\x82\xAC", "\xC3\xA9", "d"), 6);
+    EXPECT_STREQ(buffer, "\xC3\xA9");
+    EXPECT_EQ(SNPrintF(buffer, 2, "%s%s", "\xC3\xA9", "b"), 3);
+    EXPECT_STREQ(buffer, "b");
+}
+
+// "a", the euro sign byte by byte, "b".
+TEST(SNPrintF, CutsNoCharacterWhoseBytesComeInSeveralPieces) {
+    const char* const stored[] = {"",
+                                  "a",
+                                  "ab",
+                                  "ab",
+                                  "a\xE2\x82\xAC",
+                                  "a\xE2\x82\xAC"
+                                  "b"};
+    for (std::size_t size = 1; size <= std::size(stored); ++size) {
+        const std::unique_ptr<char[]> buffer(new char[size]);
+        EXPECT_EQ(SNPrintF(buffer.get(), size, "a%c%c%c%s", 0xE2, 0x82, 0xAC, "b"), 5);
+        EXPECT_STREQ(buffer.get(), stored[size - 1]) << size;
+    }
+    char buffer[4];
+    EXPECT_EQ(SNPrintF(buffer, 2, "%s%c%c%s", "\xF0\x9F", 0x98, 0x80, "b"), 5);
+    EXPECT_STREQ(buffer, "b");
+    EXPECT_EQ(SNPrintF(buffer, 4, "%s%s", "\xF0\x9F",
+                       "\x98\x80"
+                       "b"),
+              5);
+    EXPECT_STREQ(buffer, "");
 }
 
 TEST(SNPrintF, CutsTheDocumentedExampleBeforeTheCharacter) {
