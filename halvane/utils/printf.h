@@ -116,7 +116,8 @@ HALVANE_EXPORT int VCPrintF(PrintFUserCallback callback, void* userContext, cons
                             va_list arguments);
 
 /* Writes with fwrite; kStatusTruncated if the stream takes less than it is given. A null stream
- * discards the text but still counts it. */
+ * discards the text but still counts it. The stream is held (flockfile) for the whole call, so that
+ * what other threads write stands before or behind the message, never within it. */
 HALVANE_EXPORT int FPrintF(FILE* stream, const char* format, ...);
 HALVANE_EXPORT int VFPrintF(FILE* stream, const char* format, va_list arguments);
 

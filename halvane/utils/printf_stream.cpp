@@ -18,6 +18,23 @@ int32_t writeToStream(const char* text, size_t length, PrintFContext* context) {
     return static_cast<int32_t>(std::min<size_t>(length, INT32_MAX));
 }
 
+// Holds the stream, so that other threads' messages stand before or behind this one. A thread may
+// print to a stream that it holds.
+class StreamLock {
+  public:
+    explicit StreamLock(FILE* stream) : stream_(stream) {
+        if (stream_ != nullptr) ::flockfile(stream_);
+    }
+    StreamLock(const StreamLock&) = delete;
+    StreamLock& operator=(const StreamLock&) = delete;
+    ~StreamLock() {
+        if (stream_ != nullptr) ::funlockfile(stream_);
+    }
+
+  private:
+    FILE* stream_;
+};
+
 }  // namespace
 
 extern "C" int CPrintF(PrintFUserCallback callback, void* userContext, const char* format, ...) {
@@ -52,5 +69,6 @@ extern "C" int VFPrintF(FILE* stream, const char* format, va_list arguments) {
     PrintFContext context = {};
     context.callback = writeToStream;
     context.stream = stream;
+    const StreamLock lock(stream);
     return PrintFCoreVAList(&context, format, arguments);
 }

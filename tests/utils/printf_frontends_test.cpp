@@ -6,6 +6,7 @@
 #include <new>
 #include <thread>
 
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/string_printf_internal.h"
 
@@ -318,6 +319,45 @@ TEST(FPrintF, WritesToTheStreamAndCountsWithoutOne) {
     EXPECT_EQ(std::fread(text, 1, sizeof(text), stream.get()), 4u);
     EXPECT_STREQ(text, "x=10");
     EXPECT_EQ(FPrintF(nullptr, "%s=%d", "x", 10), 4);
+}
+
+// Whether another thread may write to `stream` now.
+bool isFree(FILE* stream) {
+    bool isFree = false;
+    std::thread([&] {
+        isFree = ftrylockfile(stream) == 0;
+        if (isFree) funlockfile(stream);
+    }).join();
+    return isFree;
+}
+
+// A value that looks, in the middle of a message, whether another thread might cut in.
+class Witness : public halvane::PropertyListObject {
+  public:
+    explicit Witness(FILE* stream) : stream_(stream) {}
+    std::optional<std::string> description() const override {
+        return isFree(stream_) ? "free" : "held";
+    }
+    int typeNumber() const override { return 1; }
+
+  private:
+    FILE* stream_;
+};
+
+TEST(FPrintF, KeepsAMessageWholeBetweenThreads) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> stream(std::tmpfile(), std::fclose);
+    ASSERT_NE(stream, nullptr);
+    const auto witness =
+        halvane::PropertyListValue::Object(std::make_shared<Witness>(stream.get()));
+    const halvane::PropertyListValue value(witness);
+    EXPECT_EQ(FPrintF(stream.get(), "%s-%@-%@", "x", &value, &value), 11);
+    EXPECT_TRUE(isFree(stream.get()));
+    EXPECT_EQ(FPrintF(stream.get(), "%@%hhhd", &value, 1), -1);
+    EXPECT_TRUE(isFree(stream.get()));
+    std::rewind(stream.get());
+    char text[32] = "";
+    EXPECT_EQ(std::fread(text, 1, sizeof(text), stream.get()), 15u);
+    EXPECT_STREQ(text, "x-held-heldheld");
 }
 
 TEST(FPrintF, TellsWhenTheStreamTakesNoMore) {
