@@ -106,7 +106,8 @@ HALVANE_EXPORT int ASPrintF(char** text, const char* format, ...);
 HALVANE_EXPORT int VASPrintF(char** text, const char* format, va_list arguments);
 
 /* Replaces the heap string *text (null: empty) by itself and the formatted text; untouched on
- * failure. Answers the length of the whole. */
+ * failure. Returns the length of the whole. The arguments may point into *text. The old text is
+ * measured at each call, but moves only now and then. */
 HALVANE_EXPORT int AppendPrintF(char** text, const char* format, ...);
 
 /* Hands every piece to `callback`, and after the last one an empty text of length 0. That end

@@ -49,6 +49,10 @@ struct HeapMemory {
 struct HeapContext {
     PrintFContext output;
     HeapMemory memory;
+    // A text that the output begins with and that is counted but not stored, null for none or once
+    // it came; and its length then.
+    const char* prefix = nullptr;
+    std::size_t prefixLength = 0;
 };
 
 // The output callback of the heap front ends, and the growth under it: Output::pad announces a long
@@ -59,6 +63,10 @@ std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context);
 // VASPrintF, with memory from elsewhere.
 std::int32_t printToHeapString(char** text, HeapMemory memory, const char* format,
                                va_list arguments);
+
+// AppendPrintF, with memory from elsewhere.
+std::int32_t appendToHeapString(char** text, HeapMemory memory, const char* format,
+                                va_list* arguments);
 
 // A va_list that can be handed down by reference on every platform.
 struct Arguments {

@@ -206,6 +206,24 @@ TEST(ASPrintF, RefusesATextLongerThanACountTells) {
     EXPECT_EQ(text, nullptr);
 }
 
+TEST(AppendPrintF, CountsAndCopiesTheWholeString) {
+    char* text = nullptr;
+    std::string expected;
+    for (int i = 0; i < 3000; ++i) {
+        std::int32_t count = -1;
+        ASSERT_EQ(AppendPrintF(&text, "%d,%n", i, &count),
+                  static_cast<int>((expected += std::to_string(i) + ",").size()));
+        ASSERT_EQ(count, static_cast<int>(expected.size()));
+    }
+    EXPECT_EQ(text, expected);
+    EXPECT_EQ(AppendPrintF(&text, "%s%s", text, text), static_cast<int>(3 * expected.size()));
+    EXPECT_EQ(text, expected + expected + expected);
+    const std::string whole = text;
+    EXPECT_EQ(AppendPrintF(&text, "%*s", std::numeric_limits<int>::max(), ""), kStatusNoMemory);
+    EXPECT_EQ(text, whole);
+    std::free(text);
+}
+
 TEST(AppendPrintF, ReplacesTheStringByALongerOne) {
     char* text = nullptr;
     EXPECT_EQ(AppendPrintF(&text, "%d", 1), 1);

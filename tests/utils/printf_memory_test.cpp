@@ -72,6 +72,37 @@ TEST(HeapString, CountsTheTerminatorAsNeeded) {
     EXPECT_EQ(sizeFor("%1024s", ""), 2048u);
 }
 
+std::vector<std::size_t> gSizes;
+
+void* reallocateAndNote(void* old, std::size_t size) {
+    if (old != nullptr && (gSizes.empty() || gSizes.back() != size)) gSizes.push_back(size);
+    return std::realloc(old, size);
+}
+
+int append(char** text, HeapMemory memory, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = halvane::printing::appendToHeapString(text, memory, format, &arguments);
+    va_end(arguments);
+    return result;
+}
+
+// A string that moved at each kilobyte would be copied as often as it has kilobytes.
+TEST(HeapString, MovesSeldomWhileItIsAppendedTo) {
+    constexpr int kAppends = 1000;
+    constexpr std::size_t kPiece = 1000;
+    gSizes.clear();
+    char* text = nullptr;
+    for (int i = 1; i <= kAppends; ++i) {
+        ASSERT_EQ(append(&text, {reallocateAndNote, std::free}, "%1000d", i),
+                  i * static_cast<int>(kPiece));
+    }
+    EXPECT_EQ(std::strlen(text), kAppends * kPiece);
+    EXPECT_LT(gSizes.size(), 80u);
+    EXPECT_LE(gSizes.back(), kAppends * kPiece * 9 / 8);
+    std::free(text);
+}
+
 // Memory that ends after `left` allocations.
 struct Scarce {
     int left = 0;
@@ -99,6 +130,23 @@ int printScarcely(char** text, const char* format, ...) {
         printToHeapString(text, {reallocateScarcely, releaseScarcely}, format, arguments);
     va_end(arguments);
     return result;
+}
+
+// The new text needs one allocation, and the string that it is appended to another.
+TEST(HeapString, KeepsTheStringThatNothingCanBeAppendedTo) {
+    for (int left = 0; left < 2; ++left) {
+        Scarce scarce;
+        scarce.left = left;
+        gScarce = &scarce;
+        char* text = ::strdup("old");
+        char* const before = text;
+        EXPECT_EQ(append(&text, {reallocateScarcely, releaseScarcely}, "%s", "new"),
+                  kStatusNoMemory);
+        EXPECT_EQ(text, before);
+        EXPECT_STREQ(text, "old");
+        EXPECT_EQ(scarce.released.size(), static_cast<std::size_t>(left));
+        std::free(text);
+    }
 }
 
 // The text needs 256 bytes, then 1024, then 2048 for its terminator.
