@@ -1,0 +1,32 @@
+// How the time of each reader of foreign bytes and text grows with what it reads: a table of fits.
+// --benchmark_filter chooses rows, --benchmark_out writes every size of them.
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+
+#include "bench/growth.h"
+#include "bench/growth_table.h"
+
+int main(int argc, char** argv) {
+    // Nobody's own preferences are read.
+    if (::setenv("XDG_CONFIG_HOME", "/nonexistent", 1) != 0) return EXIT_FAILURE;
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
+
+    bench::addElementRows();
+    bench::addFormatRows();
+    bench::addNumberRows();
+    bench::addTextRows();
+    bench::addPropertyListRows();
+    bench::addReplyRows();
+    bench::addRegulatoryRows();
+    bench::addCommandLineRows();
+    bench::addLogRows();
+    bench::addCaptureRows();
+    bench::addToolRows();
+    bench::addSimulationRows();
+
+    bench::GrowthTable table;
+    benchmark::RunSpecifiedBenchmarks(&table);
+    benchmark::Shutdown();
+    return EXIT_SUCCESS;
+}

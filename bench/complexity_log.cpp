@@ -1,0 +1,102 @@
+// Control strings of the log, and messages.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "halvane/base/property_list_value.h"
+#include "halvane/utils/log.h"
+
+#include "bench/foreign_bytes.h"
+#include "bench/growth.h"
+
+namespace bench {
+
+namespace {
+
+HALVANE_LOG_CATEGORY(Bench, kLogLevelInfo, 0, nullptr);
+
+std::string controlOf(std::size_t index) {
+    return "Pattern" + std::to_string(index) + ":level=error";
+}
+
+// Settings are the process's; each measurement begins with none.
+bool forgetSettings() {
+    return LogControl(nullptr) == kStatusOK;
+}
+
+bool applyAll(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        if (LogControl(controlOf(i).c_str()) != kStatusOK) return false;
+    }
+    return true;
+}
+
+void addControl(const char* row, std::size_t most, std::string (*make)(std::size_t)) {
+    addGrowth(row, most, make, [](const std::string& control) {
+        return forgetSettings() && LogControl(control.c_str()) == kStatusOK;
+    });
+}
+
+void addControlRows() {
+    addGrowth(
+        "LogControl: a new pattern at each call", 4096, [](std::size_t n) { return n; },
+        [](std::size_t n) { return forgetSettings() && applyAll(n); });
+    addGrowth(
+        "LogControl: the same pattern at each call", 4096, [](std::size_t n) { return n; },
+        [](std::size_t n) {
+            if (!forgetSettings()) return false;
+            for (std::size_t i = 0; i < n; ++i) {
+                if (LogControl("Pattern:level=error") != kStatusOK) return false;
+            }
+            return true;
+        });
+    addControl("LogControl: many settings of one pattern", 4096, [](std::size_t n) {
+        return "Pattern:" + repeated("level=error,", n - 1) + "level=info";
+    });
+    addControl("LogControl: a long pattern", 65536,
+               [](std::size_t n) { return std::string(n, 'a') + ":level=error"; });
+    addControl("LogControl: a pattern of repetitions", 65536,
+               [](std::size_t n) { return repeated("a*", n / 2) + ":level=error"; });
+    addGrowth(
+        "LogControlCF: a long pattern", 65536,
+        [](std::size_t n) {
+            return halvane::PropertyListValue(repeated("\xC3\xA9", n / 2) + ":level=error");
+        },
+        [](const halvane::PropertyListValue& control) {
+            return forgetSettings() && LogControlCF(&control) == kStatusOK;
+        });
+}
+
+void addMessageRows() {
+    addGrowth(
+        "LogUtils_Show: of settings", 4096,
+        [](std::size_t n) {
+            requireRow("LogUtils_Show", forgetSettings() && applyAll(n));
+            return n;
+        },
+        [](std::size_t) {
+            char* text = nullptr;
+            if (LogUtils_Show(&text) != kStatusOK) return false;
+            std::free(text);
+            return true;
+        });
+    addGrowth(
+        "LogPrintF: a long message", 65536,
+        [](std::size_t n) {
+            LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
+            requireRow("LogPrintF", LogControl("^Bench$:output=file;path=/dev/null") == kStatusOK);
+            return std::string(n, 'a');
+        },
+        [](const std::string& text) {
+            return LogPrintF(&gLogCategory_Bench, "bench", kLogLevelInfo, "%s\n", text.c_str()) > 0;
+        });
+}
+
+}  // namespace
+
+void addLogRows() {
+    addControlRows();
+    addMessageRows();
+}
+
+}  // namespace bench
