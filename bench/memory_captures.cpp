@@ -1,5 +1,6 @@
 // Captures, and buffers of elements.
 #include <cstdio>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <span>
@@ -29,6 +30,7 @@ namespace bench {
 namespace {
 
 constexpr std::size_t kInput = 1 << 20;
+constexpr std::size_t kLargestElements = 65535;  // of a record
 
 BSSTable tableOf(const std::string& path) {
     std::string error;
@@ -51,34 +53,71 @@ BSSTable printed(const std::string& path, Format format) {
     return table;
 }
 
-// Frames of as many networks as make a capture of kInput bytes, each with `elements`.
+// Frames of as many networks as make a capture of that size, each with `elements`.
 void measureCapture(MemoryTable& table, std::string_view row, const Bytes& elements,
                     std::optional<Format> format = std::nullopt) {
-    const std::string name = "capture: " + std::string(row);
-    if (!table.has(name)) return;
-    PcapFile capture(PcapFile::kIEEE80211);
-    for (std::size_t i = 0; capture.bytes().size() < kInput; ++i) capture.add(beacon(i, elements));
-    const TemporaryFile file(capture.bytes());
-    table.measure(name, capture.bytes().size(),
-                  [&] { return format ? printed(file.path(), *format) : tableOf(file.path()); });
+    table.measure(
+        "capture: " + std::string(row), kInput,
+        [&](std::size_t size) {
+            PcapFile capture(PcapFile::kIEEE80211);
+            for (std::size_t i = 0; capture.bytes().size() < size; ++i) {
+                capture.add(beacon(i, elements));
+            }
+            return Sized{TemporaryFile(capture.bytes()), capture.bytes().size()};
+        },
+        [&](const TemporaryFile& file) {
+            return format ? printed(file.path(), *format) : tableOf(file.path());
+        });
 }
 
-void measureBuffer(MemoryTable& table, std::string_view row, const Bytes& elements) {
-    const std::string name = "elements: " + std::string(row);
-    if (!table.has(name)) return;
-    const ByteBuffer buffer{std::span(elements)};
-    table.measure(name, buffer.size(), [&] {
-        auto record = HalvaneMAC::initWithMAC({2, 0, 0, 0, 0, 1});
-        record.setInformationElements(buffer);
-        return record;
-    });
+// As many of `piece` as fit, behind `head`.
+template <typename Read>
+void measurePieces(MemoryTable& table, const std::string& row, std::size_t most, const Bytes& head,
+                   std::initializer_list<unsigned> piece, Read read) {
+    table.measure(
+        row, most,
+        [&](std::size_t size) {
+            Bytes bytes = head;
+            append(bytes, repeated(piece, (size - head.size()) / piece.size()));
+            return Sized{ByteBuffer(std::span(bytes)), bytes.size()};
+        },
+        read);
 }
 
-void measureAttributes(MemoryTable& table, std::string_view row, const Bytes& attributes) {
-    const std::string name = "WPS attributes: " + std::string(row);
-    if (!table.has(name)) return;
-    const ByteBuffer buffer{std::span(attributes)};
-    table.measure(name, buffer.size(), [&] { return HalvaneWPSTLVs::initWithData(buffer); });
+void measureBuffer(MemoryTable& table, std::string_view row,
+                   std::initializer_list<unsigned> element) {
+    measurePieces(table, "elements: " + std::string(row), kLargestElements, {}, element,
+                  [](const ByteBuffer& buffer) {
+                      auto record = HalvaneMAC::initWithMAC({2, 0, 0, 0, 0, 1});
+                      record.setInformationElements(buffer);
+                      return record;
+                  });
+}
+
+void measureAttributes(MemoryTable& table, std::string_view row,
+                       std::initializer_list<unsigned> attribute) {
+    measurePieces(table, "WPS attributes: " + std::string(row), kInput, {}, attribute,
+                  [](const ByteBuffer& buffer) { return HalvaneWPSTLVs::initWithData(buffer); });
+}
+
+// Elements that hold nothing but rates, which a record keeps one by one.
+void measureRates(MemoryTable& table) {
+    constexpr std::size_t kBody = 253;
+    table.measure(
+        "elements: long ones of rates", kLargestElements,
+        [](std::size_t size) {
+            Bytes bytes;
+            while (bytes.size() + 2 + kBody <= size) {
+                append(bytes, {50, kBody});
+                bytes.resize(bytes.size() + kBody, 12);
+            }
+            return Sized{ByteBuffer(std::span(bytes)), bytes.size()};
+        },
+        [](const ByteBuffer& buffer) {
+            auto record = HalvaneMAC::initWithMAC({2, 0, 0, 0, 0, 1});
+            record.setInformationElements(buffer);
+            return record;
+        });
 }
 
 }  // namespace
@@ -104,28 +143,20 @@ void measureCaptures(MemoryTable& table) {
 }
 
 void measureElements(MemoryTable& table) {
-    measureBuffer(table, "empty", repeated({0, 0}, 32767));
-    measureBuffer(table, "rates", repeated({1, 1, 12}, 21845));
-    measureBuffer(table, "names", repeated({0, 1, 'a'}, 21845));
-    measureBuffer(table, "vendor", repeated({221, 6, 0x00, 0x50, 0xF2, 1, 1, 0}, 8191));
-    measureBuffer(table, "of all the rates that fit", [] {
-        Bytes bytes;
-        for (std::size_t i = 0; i < 255; ++i) {
-            append(bytes, {50, 253});
-            bytes.resize(bytes.size() + 253, 12);
-        }
-        return bytes;
-    }());
-    measureAttributes(table, "one, repeated", repeated({0x10, 0x4A, 0, 1, 0x10}, kInput / 5));
+    measureBuffer(table, "empty", {0, 0});
+    measureBuffer(table, "rates", {1, 1, 12});
+    measureBuffer(table, "names", {0, 1, 'a'});
+    measureBuffer(table, "vendor", {221, 6, 0x00, 0x50, 0xF2, 1, 1, 0});
+    measureRates(table);
+    measureAttributes(table, "one, repeated", {0x10, 0x4A, 0, 1, 0x10});
     measureAttributes(table, "secondary device types",
-                      repeated({0x10, 0x55, 0, 8, 0, 6, 0x00, 0x50, 0xF2, 4, 0, 1}, kInput / 12));
-    const std::string name = "country: triplets";
-    if (!table.has(name)) return;
-    Bytes bytes;
-    append(bytes, {7, 255, 'D', 'E', ' '});
-    append(bytes, repeated({201, 1, 0}, kInput / 3));
-    const ByteBuffer buffer{std::span(bytes)};
-    table.measure(name, buffer.size(), [&] { return HalvaneCountryIE::initWithIE(buffer); });
+                      {0x10, 0x55, 0, 8, 0, 6, 0x00, 0x50, 0xF2, 4, 0, 1});
+    const auto country = [](const ByteBuffer& buffer) {
+        return HalvaneCountryIE::initWithIE(buffer);
+    };
+    const Bytes head = {7, 255, 'D', 'E', ' '};
+    measurePieces(table, "country: channel triplets", kInput, head, {1, 13, 20}, country);
+    measurePieces(table, "country: regulatory triplets", kInput, head, {201, 1, 0}, country);
 }
 
 }  // namespace bench

@@ -1,7 +1,9 @@
 // Property lists and replies.
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/platform/bus_message_reader_internal.h"
@@ -20,18 +22,16 @@ namespace {
 
 constexpr std::size_t kInput = 1 << 20;
 
-// As many pieces as make a text of kInput bytes.
-std::string filled(std::string_view head, std::string_view piece, std::string_view tail) {
-    return enclosed(head, piece, kInput / piece.size(), tail);
-}
-
 void measureXml(MemoryTable& table, std::string_view row, std::string_view head,
                 std::string_view piece, std::string_view tail) {
-    const std::string name = "property list: " + std::string(row);
-    if (!table.has(name)) return;
-    const std::string xml =
-        filled("<plist>" + std::string(head), piece, std::string(tail) + "</plist>");
-    table.measure(name, xml.size(), [&] { return halvane::propertyListFromXml(xml); });
+    table.measure(
+        "property list: " + std::string(row), kInput,
+        [&](std::size_t size) {
+            auto xml = enclosed("<plist>" + std::string(head), piece, size / piece.size(),
+                                std::string(tail) + "</plist>");
+            return Sized{xml, xml.size()};
+        },
+        [](const std::string& xml) { return halvane::propertyListFromXml(xml); });
 }
 
 void measureItems(MemoryTable& table) {
@@ -57,19 +57,25 @@ void measureItems(MemoryTable& table) {
     measureXml(table, "dictionaries 250 deep", "<array>", deepKeys, "</array>");
 }
 
+// Of as few letters as tell them apart.
+std::string shortKey(std::size_t index) {
+    std::string key;
+    for (; key.empty() || index > 0; index /= 26) key += static_cast<char>('a' + index % 26);
+    return key;
+}
+
 void measureKeys(MemoryTable& table) {
-    const std::string name = "property list: short keys of one dictionary";
-    if (!table.has(name)) return;
-    std::string xml = "<plist><dict>";
-    for (std::size_t i = 0; xml.size() < kInput; ++i) {
-        std::string key;
-        for (std::size_t rest = i; key.empty() || rest > 0; rest /= 26) {
-            key += static_cast<char>('a' + rest % 26);
-        }
-        xml += "<key>" + key + "</key><true/>";
-    }
-    xml += "</dict></plist>";
-    table.measure(name, xml.size(), [&] { return halvane::propertyListFromXml(xml); });
+    table.measure(
+        "property list: short keys of one dictionary", kInput,
+        [](std::size_t size) {
+            std::string xml = "<plist><dict>";
+            for (std::size_t i = 0; xml.size() < size; ++i) {
+                xml += "<key>" + shortKey(i) + "</key><true/>";
+            }
+            xml += "</dict></plist>";
+            return Sized{xml, xml.size()};
+        },
+        [](const std::string& xml) { return halvane::propertyListFromXml(xml); });
 }
 
 void measureMarkup(MemoryTable& table) {
@@ -87,30 +93,34 @@ void measureMarkup(MemoryTable& table) {
     measureXml(table, "texts between values, refused", "<array>", "a<a/>", "</array>");
 }
 
+// A list of `item`, again and again.
 template <typename Parse>
-void measureReply(MemoryTable& table, const char* key, std::string_view item, Parse parse) {
-    const std::string name = "reply, " + std::string(key) + ": " + std::string(item);
-    if (!table.has(name)) return;
-    const std::string xml = listXml(repeated(item, kInput / item.size()));
-    const auto reply = replyOf(key, xml);
-    table.measure(name, xml.size(), [&] { return parse(reply); });
+void measureReply(MemoryTable& table, const char* key, std::string_view row, std::string_view item,
+                  Parse parse) {
+    table.measure(
+        "reply, " + std::string(key) + ": " + std::string(row), kInput,
+        [&](std::size_t size) {
+            const std::string xml = listXml(repeated(item, size / item.size()));
+            return Sized{replyOf(key, xml), xml.size()};
+        },
+        parse);
 }
 
 void measureLists(MemoryTable& table, std::string_view item) {
     using halvane::ServiceReply;
-    measureReply(table, "clients", item, [](const ServiceReply& reply) {
+    measureReply(table, "clients", item, item, [](const ServiceReply& reply) {
         return HalvaneXPCClient::queryClientListResponse_error(reply);
     });
-    measureReply(table, "devices", item, [](const ServiceReply& reply) {
+    measureReply(table, "devices", item, item, [](const ServiceReply& reply) {
         return HalvaneXPCClient::queryDeviceListResponse_error(reply);
     });
-    measureReply(table, "interfaces", item, [](const ServiceReply& reply) {
+    measureReply(table, "interfaces", item, item, [](const ServiceReply& reply) {
         return HalvaneXPCClient::queryInterfaceListResponse_error(reply);
     });
-    measureReply(table, "channels", item, [](const ServiceReply& reply) {
+    measureReply(table, "channels", item, item, [](const ServiceReply& reply) {
         return HalvaneXPCClient::queryChannelListResponse_error(reply);
     });
-    measureReply(table, "configs", item, [](const ServiceReply& reply) {
+    measureReply(table, "configs", item, item, [](const ServiceReply& reply) {
         return HalvaneXPCClient::queryBSSConfigListResponse_error(reply);
     });
 }
@@ -120,17 +130,17 @@ void measureRecords(MemoryTable& table) {
     const auto clients = [](const ServiceReply& reply) {
         return HalvaneXPCClient::queryClientListResponse_error(reply);
     };
-    measureReply(table, "clients", "<dict><key>MAC</key><data>AgAAAAAB</data></dict>", clients);
-    measureReply(table, "clients", "<dict><key>RSSI</key><integer>1</integer></dict>", clients);
-    measureReply(
-        table, "clients",
-        "<dict><key>IEs</key><array>" + repeated("<data>AQEM</data>", 1000) + "</array></dict>",
-        clients);
-    measureReply(table, "clients",
-                 "<dict><key>IEs</key><array>" + repeated("<data/>", 1000) + "</array></dict>",
-                 clients);
-    measureReply(table, "interfaces",
-                 "<dict><key>Channels</key><array>" + repeated("<dict/>", 1000) + "</array></dict>",
+    const auto list = [](const char* key, std::string_view item) {
+        return "<dict><key>" + std::string(key) + "</key><array>" + repeated(item, 1000) +
+               "</array></dict>";
+    };
+    measureReply(table, "clients", "addresses alone",
+                 "<dict><key>MAC</key><data>AgAAAAAB</data></dict>", clients);
+    measureReply(table, "clients", "signals alone",
+                 "<dict><key>RSSI</key><integer>1</integer></dict>", clients);
+    measureReply(table, "clients", "rate elements", list("IEs", "<data>AQEM</data>"), clients);
+    measureReply(table, "clients", "empty elements", list("IEs", "<data/>"), clients);
+    measureReply(table, "interfaces", "empty channels", list("Channels", "<dict/>"),
                  [](const ServiceReply& reply) {
                      return HalvaneXPCClient::queryInterfaceListResponse_error(reply);
                  });
@@ -140,20 +150,24 @@ void measureRecords(MemoryTable& table) {
 template <typename Put>
 void measureMessage(MemoryTable& table, std::string_view row, const char* signature,
                     std::size_t itemSize, Put put) {
-    const std::string name = "message, array of " + std::string(row);
-    if (!table.has(name)) return;
-    const halvane::testing::LooseBusMessage loose;
-    sd_bus_message* const message = loose.get();
-    sd_bus_message_open_container(message, 'a', "{sv}");
-    sd_bus_message_open_container(message, 'e', "sv");
-    sd_bus_message_append(message, "s", "key");
-    sd_bus_message_open_container(message, 'v', ("a" + std::string(signature)).c_str());
-    sd_bus_message_open_container(message, 'a', signature);
-    const std::size_t count = kInput / itemSize;
-    for (std::size_t i = 0; i < count; ++i) put(message);
-    for (int i = 0; i < 4; ++i) sd_bus_message_close_container(message);
-    sd_bus_message* const sealed = loose.sealed();
-    table.measure(name, count * itemSize, [&] { return halvane::readBusMessage(sealed); });
+    using Loose = std::unique_ptr<halvane::testing::LooseBusMessage>;
+    const std::string array = "a" + std::string(signature);
+    table.measure(
+        "message, array of " + std::string(row), kInput,
+        [&](std::size_t size) {
+            auto loose = std::make_unique<halvane::testing::LooseBusMessage>();
+            sd_bus_message* const message = loose->get();
+            sd_bus_message_open_container(message, 'a', "{sv}");
+            sd_bus_message_open_container(message, 'e', "sv");
+            sd_bus_message_append(message, "s", "key");
+            sd_bus_message_open_container(message, 'v', array.c_str());
+            sd_bus_message_open_container(message, 'a', signature);
+            for (std::size_t i = 0; i < size / itemSize; ++i) put(message);
+            for (int i = 0; i < 4; ++i) sd_bus_message_close_container(message);
+            loose->sealed();
+            return Sized<Loose>{std::move(loose), size};
+        },
+        [](const Loose& loose) { return halvane::readBusMessage(loose->get()); });
 }
 
 void measureMessages(MemoryTable& table) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 #include "bench/heap_peak.h"
@@ -13,25 +14,38 @@ namespace bench {
 // The aim: bytes of memory for each byte of input, beside the input itself.
 inline constexpr double kMostBytesPerByte = 16;
 
+// An input and its size in bytes.
+template <typename Value>
+struct Sized {
+    Value value;
+    std::size_t size;
+};
+
 class MemoryTable {
   public:
     explicit MemoryTable(std::string_view filter) : filter_(filter) {
         std::puts(
-            "| input | its bytes | most memory | bytes a byte | |\n| --- | --- | --- | --- | --- "
-            "|");
+            "| input | its bytes | most memory | bytes a byte | |\n"
+            "| --- | --- | --- | --- | --- |");
     }
 
-    // `size` is that of the input, which exists already. `read()` returns what it keeps of it,
-    // which counts, as everything does that it makes on the way.
-    template <typename Read>
-    void measure(std::string_view row, std::size_t size, Read read) {
-        const HeapPeak peak;
-        [[maybe_unused]] const auto kept = read();
-        print(row, size, peak.bytes());
+    // `make(size)` returns an input of about that size, which counts as the caller's. `read(value)`
+    // returns what it keeps of it, which counts, as everything does that it makes on the way.
+    //
+    // A list that grows is twice as large as it has to be after some sizes, so that the row tells
+    // the worst of kSizes sizes from `most` / 2 up to `most`.
+    template <typename Make, typename Read>
+    void measure(const std::string& row, std::size_t most, Make make, Read read) {
+        if (row.find(filter_) == row.npos) return;
+        Worst worst;
+        for (std::size_t i = 1; i <= kSizes; ++i) {
+            const auto input = make(most / 2 + most / 2 * i / kSizes);
+            const HeapPeak peak;
+            [[maybe_unused]] const auto kept = read(input.value);
+            worst.add(input.size, peak.bytes());
+        }
+        print(row, worst);
     }
-
-    // Whether a row is asked for; making its input takes time.
-    bool has(std::string_view row) const { return row.find(filter_) != row.npos; }
 
     void finish() const {
         std::printf("\n%zu rows, %zu of them above %.0f bytes a byte\n", rows_, high_,
@@ -39,13 +53,25 @@ class MemoryTable {
     }
 
   private:
-    void print(std::string_view row, std::size_t size, std::size_t peak) {
-        const double share = static_cast<double>(peak) / static_cast<double>(size);
-        const bool isHigh = share > kMostBytesPerByte;
+    static constexpr std::size_t kSizes = 8;
+
+    struct Worst {
+        std::size_t size = 1;
+        std::size_t peak = 0;
+
+        double share() const { return static_cast<double>(peak) / static_cast<double>(size); }
+        void add(std::size_t newSize, std::size_t newPeak) {
+            const Worst other = {newSize, newPeak};
+            if (other.share() > share()) *this = other;
+        }
+    };
+
+    void print(const std::string& row, const Worst& worst) {
+        const bool isHigh = worst.share() > kMostBytesPerByte;
         ++rows_;
         high_ += isHigh ? 1 : 0;
-        std::printf("| %.*s | %zu | %zu | %.1f | %s |\n", static_cast<int>(row.size()), row.data(),
-                    size, peak, share, isHigh ? "**above**" : "");
+        std::printf("| %s | %zu | %zu | %.1f | %s |\n", row.c_str(), worst.size, worst.peak,
+                    worst.share(), isHigh ? "**above**" : "");
         std::fflush(stdout);
     }
 
