@@ -26,12 +26,16 @@ std::string countryName(std::size_t index) {
     return "Country " + std::to_string(index);
 }
 
-// A SKU of n countries.
+std::string isoName(std::size_t index) {
+    return std::to_string(index) + "I";
+}
+
+// A SKU of n countries, in descending order.
 HalvaneSKU skuOf(std::size_t count) {
     auto sku = HalvaneSKU::initWithFriendlyName_withShortName("SKU", "SKU");
     for (std::size_t i = 0; i < count; ++i) {
         sku.countries().push_back(HalvaneCountry::initWithFriendlyName_withISOName_withISOCode(
-            countryName(count - i - 1), "I" + std::to_string(count - i - 1), Number(i)));
+            countryName(count - i - 1), isoName(count - i - 1), Number(i)));
     }
     return sku;
 }
@@ -100,7 +104,7 @@ void addSKURows() {
     addGrowth("SKU: find all by ISO name", 4096, skuOf, [](HalvaneSKU& sku) {
         std::size_t found = 0;
         for (std::size_t i = 0; i < sku.countries().size(); ++i) {
-            found += sku.findCountryByISOName("I" + std::to_string(i)) != nullptr ? 1 : 0;
+            found += sku.findCountryByISOName(isoName(i)) != nullptr ? 1 : 0;
         }
         return found == sku.countries().size();
     });

@@ -129,7 +129,9 @@ void addSearch(const char* row, Find find) {
     addGrowth(
         row, kMost,
         [](std::size_t n) {
-            return Search{std::string(n, 'a'), "b" + std::string(n / 4, 'a') + "b"};
+            std::string pattern(n / 4, 'a');
+            pattern.front() = pattern.back() = 'b';
+            return Search{std::string(n, 'a'), pattern};
         },
         [find](const Search& search) { return find(search) == nullptr; });
 }
