@@ -2,11 +2,24 @@
 // --benchmark_filter chooses rows, --benchmark_out writes every size of them.
 #include <benchmark/benchmark.h>
 #include <cstdlib>
+#include <malloc.h>
 
 #include "bench/growth.h"
 #include "bench/growth_table.h"
 
+namespace {
+
+// Large blocks come from the heap as small ones do, and freed ones stay there: the system's time to
+// map fresh pages from some size on would look like growth.
+bool keepMemory() {
+    constexpr int kNever = 1 << 30;
+    return ::mallopt(M_MMAP_THRESHOLD, kNever) == 1 && ::mallopt(M_TRIM_THRESHOLD, kNever) == 1;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+    if (!keepMemory()) return EXIT_FAILURE;
     // Nobody's own preferences are read.
     if (::setenv("XDG_CONFIG_HOME", "/nonexistent", 1) != 0) return EXIT_FAILURE;
     benchmark::Initialize(&argc, argv);
