@@ -40,6 +40,19 @@ ServiceReply replyOfSkeletons(const char* key, PropertyListArray skeletons) {
     return replyOf(key, halvane::xmlPropertyList(std::move(skeletons)).value_or(""));
 }
 
+// An interface with n channels.
+PropertyListDictionary skeletonOfInterface(std::size_t channels) {
+    auto record = HalvaneInterface::initWithDevice_withMAC_withBSDName(
+        std::make_shared<HalvaneDevice>(HalvaneDevice::initWithMACAddress_withIndex(kAddress(), 1)),
+        kAddress(), "wlan0");
+    record.setAvailableChannels(std::vector<HalvaneChannel>(
+        channels, HalvaneChannel::initWithChannel_withFrequency_isRadarProne(6, 2437, false)));
+    auto skeleton = record.skeletonRepresentation();
+    skeleton.set("Role", "AP");
+    skeleton.set("Subsystem", "ieee80211");
+    return skeleton;
+}
+
 // A reply of n records like the one of `skeleton`.
 template <typename Parse>
 void addRecords(const char* row, const char* key, PropertyListDictionary (*skeleton)(),
@@ -74,14 +87,7 @@ void addRecordRows() {
             return HalvaneXPCClient::queryDeviceListResponse_error(reply);
         });
     addRecords(
-        "reply: interfaces", "interfaces",
-        [] {
-            return HalvaneInterface::initWithDevice_withMAC_withBSDName(
-                       std::make_shared<HalvaneDevice>(
-                           HalvaneDevice::initWithMACAddress_withIndex(kAddress(), 1)),
-                       kAddress(), "wlan0")
-                .skeletonRepresentation();
-        },
+        "reply: interfaces", "interfaces", [] { return skeletonOfInterface(0); },
         [](const ServiceReply& reply) {
             return HalvaneXPCClient::queryInterfaceListResponse_error(reply);
         });
@@ -113,16 +119,6 @@ ServiceReply replyOfClient(const Bytes& bytes) {
     return replyOfSkeletons("clients", {PropertyListValue(std::move(skeleton))});
 }
 
-// One interface with n channels.
-ServiceReply replyOfInterface(std::size_t channels) {
-    auto record = HalvaneInterface::initWithDevice_withMAC_withBSDName(
-        std::make_shared<HalvaneDevice>(HalvaneDevice::initWithMACAddress_withIndex(kAddress(), 1)),
-        kAddress(), "wlan0");
-    record.setAvailableChannels(std::vector<HalvaneChannel>(
-        channels, HalvaneChannel::initWithChannel_withFrequency_isRadarProne(6, 2437, false)));
-    return replyOfSkeletons("interfaces", {PropertyListValue(record.skeletonRepresentation())});
-}
-
 void addClient(const char* row, Bytes (*makeElements)(std::size_t)) {
     addGrowth(
         row, 16384, [makeElements](std::size_t n) { return replyOfClient(makeElements(n)); },
@@ -134,10 +130,14 @@ void addClient(const char* row, Bytes (*makeElements)(std::size_t)) {
 void addLargeRecordRows() {
     addClient("reply: a client of rates, ascending", risingRateElements);
     addClient("reply: a client of rates, descending", fallingRateElements);
-    addGrowth("reply: an interface of channels", 4096, replyOfInterface,
-              [](const ServiceReply& reply) {
-                  return HalvaneXPCClient::queryInterfaceListResponse_error(reply).size() == 1;
-              });
+    addGrowth(
+        "reply: an interface of channels", 4096,
+        [](std::size_t n) {
+            return replyOfSkeletons("interfaces", {PropertyListValue(skeletonOfInterface(n))});
+        },
+        [](const ServiceReply& reply) {
+            return HalvaneXPCClient::queryInterfaceListResponse_error(reply).size() == 1;
+        });
     const auto parse = [](const ServiceReply& reply) {
         return HalvaneXPCClient::queryClientListResponse_error(reply).size() < SIZE_MAX;
     };
