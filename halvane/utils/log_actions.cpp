@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <iterator>
 #include <limits>
 
 #include "halvane/utils/ignore_case_internal.h"
@@ -12,23 +13,18 @@ namespace halvane::logging {
 
 namespace {
 
-// Calls visit(category) for `only`, or for every category, where the pattern matches. A category
-// that waits for its first test is left out: it takes all settings then.
+// Calls visit(category) for `only`, or for every category. One that waits for its first test is left
+// out: it takes all settings then.
 template <typename Visit>
-void forEachMatch(const LogAction& action, LogCategory* only, Visit visit) {
+void forEachCategory(LogCategory* only, Visit visit) {
     LogCategory* category = only != nullptr ? only : logState().categories;
     for (; category != nullptr; category = only != nullptr ? nullptr : category->next) {
-        const bool isInitialized = category->level != kLogLevelUninitialized;
-        if (isInitialized && __LogCategory_match(action.pattern, category->name)) visit(*category);
+        if (category->level != kLogLevelUninitialized) visit(*category);
     }
 }
 
-HalvaneStatus applyLevel(const LogAction& action, LogCategory* only) {
-    const std::int32_t level = __LogCategory_StringToLevel(action.value.c_str());
-    if (level < 0) return kStatusOK;
-    forEachMatch(action, only,
-                 [level](LogCategory& category) { setCategoryLevel(category, level); });
-    return kStatusOK;
+void applyLevel(const LogAction& action, LogCategory& category) {
+    setCategoryLevel(category, __LogCategory_StringToLevel(action.value.c_str()));
 }
 
 struct HeaderFlag {
@@ -58,13 +54,9 @@ std::uint32_t headerFlagsOf(std::string_view value) {
     return flags;
 }
 
-HalvaneStatus applyFlags(const LogAction& action, LogCategory* only) {
-    const std::uint32_t flags = headerFlagsOf(action.value);
-    forEachMatch(action, only, [flags](LogCategory& category) {
-        category.flags = flags;
-        if ((flags & kLogHeaderPrefix) != 0) setCategoryPrefix(category);
-    });
-    return kStatusOK;
+void applyFlags(const LogAction& action, LogCategory& category) {
+    category.flags = headerFlagsOf(action.value);
+    if ((category.flags & kLogHeaderPrefix) != 0) setCategoryPrefix(category);
 }
 
 // Takes the digits that `text` begins with; a number too large is the largest, none is 0.
@@ -86,54 +78,74 @@ std::uint64_t rateTicks(std::uint64_t milliseconds) {
 }
 
 // "<messages>/<milliseconds>", with any character for the '/'.
-HalvaneStatus applyRate(const LogAction& action, LogCategory* only) {
+void applyRate(const LogAction& action, LogCategory& category) {
     std::string_view text = action.value;
-    const auto max = takeDigits<std::uint32_t>(text);
+    category.rateMax = takeDigits<std::uint32_t>(text);
     if (!text.empty()) text.remove_prefix(1);
-    const std::uint64_t period = rateTicks(takeDigits<std::uint64_t>(text));
-    forEachMatch(action, only, [max, period](LogCategory& category) {
-        category.rateMax = max;
-        category.ratePeriod = period;
+    category.ratePeriod = rateTicks(takeDigits<std::uint64_t>(text));
+}
+
+struct ValuePass {
+    LogPass pass;
+    void (*apply)(const LogAction& action, LogCategory& category);
+};
+constexpr std::array<ValuePass, 3> kValuePasses = {{
+    {LogPass::Level, applyLevel},
+    {LogPass::Flags, applyFlags},
+    {LogPass::Rate, applyRate},
+}};
+
+// Of the settings for a category the last one stays, so it alone is applied.
+void applyValues(LogCategory& category) {
+    LogActionList& actions = logState().actions;
+    for (const auto& [pass, apply] : kValuePasses) {
+        const auto& places = actions.placesFor(category, pass);
+        if (!places.empty()) apply(actions[places.back()], category);
+    }
+}
+
+// The outputs to apply, in order. A new setting is tried even where it is for no category yet, so
+// that who makes it hears what is wrong with it.
+LogActionList::Places outputPlaces(LogCategory* only) {
+    LogActionList& actions = logState().actions;
+    LogActionList::Places places;
+    forEachCategory(only, [&](const LogCategory& category) {
+        const auto& itsPlaces = actions.placesFor(category, LogPass::Output);
+        places.insert(places.end(), itsPlaces.begin(), itsPlaces.end());
+    });
+    if (only == nullptr) {
+        std::ranges::copy_if(
+            actions.newPlaces(), std::back_inserter(places), [&actions](std::size_t place) {
+                return actions[place].name == kLogPassNames[std::size_t(LogPass::Output)];
+            });
+    }
+    std::ranges::sort(places);
+    places.erase(std::ranges::unique(places).begin(), places.end());
+    return places;
+}
+
+// The status is that of a new action; success for another one, and for `only`.
+HalvaneStatus applyOutput(std::size_t place, LogCategory* only) {
+    LogActionList& actions = logState().actions;
+    HalvaneStatus status = kStatusOK;
+    LogOutput* const output = findOrCreateOutput(actions[place].value, status);
+    if (output == nullptr) return actions[place].isNew && only == nullptr ? status : kStatusOK;
+    forEachCategory(only, [&](LogCategory& category) {
+        if (std::ranges::binary_search(actions.placesFor(category, LogPass::Output), place)) {
+            setCategoryOutput(category, output);
+        }
     });
     return kStatusOK;
 }
 
-// A new setting is tried even where it is for no category yet, so that who makes it hears what is
-// wrong with it.
-HalvaneStatus applyOutput(const LogAction& action, LogCategory* only) {
-    const bool isTried = action.isNew && only == nullptr;
-    HalvaneStatus status = kStatusOK;
-    LogOutput* output = isTried ? findOrCreateOutput(action.value, status) : nullptr;
-    forEachMatch(action, only, [&](LogCategory& category) {
-        if (output == nullptr && status == kStatusOK) {
-            output = findOrCreateOutput(action.value, status);
-        }
-        if (output != nullptr) setCategoryOutput(category, output);
-    });
-    return isTried ? status : kStatusOK;
-}
-
-struct Pass {
-    std::string_view name;
-    HalvaneStatus (*apply)(const LogAction& action, LogCategory* only);
-};
-constexpr std::array<Pass, 4> kPasses = {{
-    {"level", applyLevel},
-    {"flags", applyFlags},
-    {"rate", applyRate},
-    {"output", applyOutput},
-}};
-
 }  // namespace
 
 HalvaneStatus __LogCategory_ApplyActions(LogCategory* only) {
+    forEachCategory(only, applyValues);
     HalvaneStatus first = kStatusOK;
-    for (const Pass& pass : kPasses) {
-        for (const LogAction& action : logState().actions) {
-            if (action.name != pass.name) continue;
-            const HalvaneStatus status = pass.apply(action, only);
-            if (first == kStatusOK) first = status;
-        }
+    for (const std::size_t place : outputPlaces(only)) {
+        const HalvaneStatus status = applyOutput(place, only);
+        if (first == kStatusOK) first = status;
     }
     deleteUnusedOutputs();
     return first;

@@ -31,6 +31,7 @@ void initializeCategory(LogCategory& category) {
     setCategoryLevel(category, std::max(category.defaultLevel, 0));
     setCategoryPrefix(category);
     linkCategory(category);
+    logState().actions.forget(category);
     if (category.initConfig != nullptr) {
         __LogControlLocked(category.initConfig, LogControlSource::Caller);
     }

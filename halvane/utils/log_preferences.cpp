@@ -67,8 +67,8 @@ void notePreferences(const PreferenceResult& result) {
         notice = stringPrintF("### The preferences could not be used: %#m", result.status);
     }
     if (notice == state.lastNotice) return;
-    state.lastNotice = notice;
-    if (!notice.empty()) state.notices.push_back(std::move(notice));
+    if (!notice.empty()) state.notices.push_back(notice);
+    state.lastNotice = std::move(notice);
 }
 
 }  // namespace
