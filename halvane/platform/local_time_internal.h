@@ -6,8 +6,8 @@
 
 namespace halvane {
 
-// localtime_r(3), remembered: log lines come many in a second. Each thread keeps the last answer
-// while second and time zone, as tzset(3) tells it, stay the same.
+// localtime_r(3). Nothing is remembered between two calls: whether the zone has changed meanwhile
+// could only be told from variables that the C library writes under a lock of its own.
 std::tm localTime(std::time_t seconds);
 
 }  // namespace halvane
