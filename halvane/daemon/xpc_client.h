@@ -132,7 +132,7 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     // Changes the daemon's log categories of the same names: one control string each
     // (docs/logging.md), WiFi's first; a category whose string is absent stays as it is. Answers
     // whether the daemon took them. `error`, where it is given, is set to what it answered instead,
-    // and else cleared: also where there was no reply, which is just false.
+    // and else untouched: also where there was no reply, which is just false.
     bool setLogging_inBPF_inEAPOL_inIE_inIO80211_inJoin_inScan_inWPS_inXPC_error(
         const std::optional<std::string>& inWiFi, const std::optional<std::string>& inBPF,
         const std::optional<std::string>& inEAPOL, const std::optional<std::string>& inIE,

@@ -1,4 +1,6 @@
 // The requests that set and tell the daemon's logging.
+#include <utility>
+
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_request_internal.h"
 
@@ -10,18 +12,21 @@ bool HalvaneXPCClient::setLogging_inBPF_inEAPOL_inIE_inIO80211_inJoin_inScan_inW
     const std::optional<std::string>& inIO80211, const std::optional<std::string>& inJoin,
     const std::optional<std::string>& inScan, const std::optional<std::string>& inWPS,
     const std::optional<std::string>& inXPC, std::optional<Error>* error) {
+    std::optional<Error> failure;
     // The keys are the names of the log categories.
-    return xpcQuery(*link_,
-                    xpcRequest("logging", {{"WiFi", inWiFi},
-                                           {"WiFiBPF", inBPF},
-                                           {"WiFiEAPOL", inEAPOL},
-                                           {"WiFiIE", inIE},
-                                           {"WiFiIO80211", inIO80211},
-                                           {"WiFiJoin", inJoin},
-                                           {"WiFiScan", inScan},
-                                           {"WiFiWPS", inWPS},
-                                           {"WiFiXPC", inXPC}}),
-                    setLoggingResponse_error, error);
+    const bool isSet = xpcQuery(*link_,
+                                xpcRequest("logging", {{"WiFi", inWiFi},
+                                                       {"WiFiBPF", inBPF},
+                                                       {"WiFiEAPOL", inEAPOL},
+                                                       {"WiFiIE", inIE},
+                                                       {"WiFiIO80211", inIO80211},
+                                                       {"WiFiJoin", inJoin},
+                                                       {"WiFiScan", inScan},
+                                                       {"WiFiWPS", inWPS},
+                                                       {"WiFiXPC", inXPC}}),
+                                setLoggingResponse_error, &failure);
+    if (failure && error != nullptr) *error = std::move(failure);
+    return isSet;
 }
 
 std::optional<std::string> HalvaneXPCClient::queryLogging(std::optional<Error>* /*error*/) {

@@ -317,7 +317,7 @@ TEST_F(XPCClientLogging, SendsAnEmptyStringThatIsGiven) {
 TEST_F(XPCClientLogging, AnswersTheDaemonsStatus) {
     std::optional<Error> error = daemonError(77);
     EXPECT_TRUE(set({"level=info"}, &error));
-    EXPECT_EQ(error, std::nullopt);
+    EXPECT_EQ(error, daemonError(77)) << "touched without an error";
     daemon_->answer(ipcMessage({{"status", 3}}));
     EXPECT_FALSE(set({"level=info"}, &error));
     EXPECT_EQ(error, (Error{"org.halvane.halvaned.ErrorDomain", 3}));
@@ -330,7 +330,7 @@ TEST_F(XPCClientLogging, IsFalseWithoutAnErrorWhereThereIsNoReply) {
         daemon_->answer(answer);
         std::optional<Error> error = daemonError(77);
         EXPECT_FALSE(set({"level=info"}, &error));
-        EXPECT_EQ(error, std::nullopt);
+        EXPECT_EQ(error, daemonError(77)) << "touched without an error";
     }
 }
 
