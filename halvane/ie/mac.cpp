@@ -27,9 +27,6 @@ constexpr std::size_t kUsualElements = 16;
 // The basic-rate bit stands above a rate in units of 500 kbit/s.
 constexpr unsigned kRateMask = 0x7F;
 
-constexpr std::size_t kLinkHistoryLimit = 256;
-constexpr std::uint64_t kAveragingPeriod = 30'000'000;  // microseconds
-
 std::uint64_t now() {
     return UpTicksToMicroseconds(UpTicks());
 }
@@ -46,24 +43,23 @@ void takeOver(std::optional<Number>& number, const std::optional<Number>& other)
     if (other && number != other) number = other;
 }
 
-PropertyListValue bytesOf(const ByteBuffer& bytes) {
-    return bytes;
+// Absent bytes print as the value that is not there.
+std::optional<PropertyListValue> bytesOf(const std::optional<ByteBuffer>& bytes) {
+    return bytes ? std::optional<PropertyListValue>(*bytes) : std::nullopt;
 }
 
-PropertyListValue textAndHexOf(const ByteBuffer& bytes) {
-    return FancyFormatting::formattedData_includeHex(bytes, true);
+// Absent bytes print as none do.
+std::optional<PropertyListValue> textAndHexOf(const std::optional<ByteBuffer>& bytes) {
+    return FancyFormatting::formattedData_includeHex(bytes.value_or(ByteBuffer()), true);
 }
 
 // Tells of two buffers, either of which may be absent, as the values that `valueOf` makes of them.
 void logMerge(const char* format, const std::optional<ByteBuffer>& before,
               const std::optional<ByteBuffer>& after,
-              PropertyListValue (*valueOf)(const ByteBuffer&)) {
+              std::optional<PropertyListValue> (*valueOf)(const std::optional<ByteBuffer>&)) {
     if (!LogIsEnabled(&gLogCategory_WiFiIE, kLogLevelVerbose)) return;
-    const auto valueIfAny = [valueOf](const std::optional<ByteBuffer>& bytes) {
-        return bytes ? std::optional(valueOf(*bytes)) : std::nullopt;
-    };
-    const auto old = valueIfAny(before);
-    const auto recent = valueIfAny(after);
+    const auto old = valueOf(before);
+    const auto recent = valueOf(after);
     LogPrintF(&gLogCategory_WiFiIE, "-[HalvaneMAC mergeEntries:]", kLogLevelVerbose, format,
               old ? &*old : nullptr, recent ? &*recent : nullptr);
 }
@@ -282,21 +278,8 @@ void HalvaneMAC::mergeEntries(const HalvaneMAC& other) {
 }
 
 void HalvaneMAC::updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate) {
-    linkQualityHistory_.push_back(HalvaneLinkQuality::initWithRSSI_withTxRate(rssi, txRate));
-    if (linkQualityHistory_.size() > kLinkHistoryLimit) {
-        linkQualityHistory_.erase(linkQualityHistory_.begin());
-    }
-    // Counted as age, back from the newest sample, which therefore always counts.
-    const std::uint64_t newest = linkQualityHistory_.back().timestamp().uint64();
-    double sum = 0;
-    std::size_t count = 0;
-    for (auto sample = linkQualityHistory_.rbegin(); sample != linkQualityHistory_.rend();
-         ++sample) {
-        if (newest - sample->timestamp().uint64() >= kAveragingPeriod) continue;
-        sum += sample->txRate().real();
-        ++count;
-    }
-    averageRate_ = sum / static_cast<double>(count);
+    linkQualityHistory_.add(HalvaneLinkQuality::initWithRSSI_withTxRate(rssi, txRate));
+    averageRate_ = linkQualityHistory_.averageRate();
 }
 
 void HalvaneMAC::determineMaximumClientRate(const Number& rate) {

@@ -24,7 +24,7 @@
 #include "halvane/ie/dwds_ie.h"
 #include "halvane/ie/ht_capabilities_ie.h"
 #include "halvane/ie/ht_operation_ie.h"
-#include "halvane/ie/link_quality.h"
+#include "halvane/ie/link_quality_history.h"
 #include "halvane/ie/rsn_ie.h"
 #include "halvane/ie/tessic_ie.h"
 #include "halvane/ie/wps_ie.h"
@@ -178,7 +178,7 @@ class HALVANE_EXPORT HalvaneMAC {
     // Adds a sample (dBm, Mbit/s) to the history and computes averageRate() again.
     void updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate);
     // The newest 256 samples, oldest first.
-    const std::vector<HalvaneLinkQuality>& linkQualityHistory() const {
+    const HalvaneLinkQualityHistory& linkQualityHistory() const {
         return linkQualityHistory_;
     }
     // Mbit/s over the samples of the last 30 seconds; absent before the first sample.
@@ -250,7 +250,7 @@ class HALVANE_EXPORT HalvaneMAC {
     std::optional<Number> maxClientRate_;
     std::optional<Number> averageRate_;
     std::optional<std::string> securityFriendlyName_;
-    std::vector<HalvaneLinkQuality> linkQualityHistory_;
+    HalvaneLinkQualityHistory linkQualityHistory_;
 };
 
 }  // namespace halvane

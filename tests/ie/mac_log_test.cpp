@@ -58,7 +58,11 @@ TEST_F(MACMergeLog, NamesItsFunction) {
 TEST_F(MACMergeLog, TellsAnSSIDThatOneOfThemLacks) {
     auto record = recordOf(std::nullopt);
     record.mergeEntries(recordOf(ByteBuffer(ssidElement("ab"))));
-    EXPECT_TRUE(recorder_.text().ends_with("Old SSID <<<NULL>>>, New SSID <6162  |  ab>\n"));
+    EXPECT_TRUE(recorder_.text().ends_with("Old SSID <  |  >, New SSID <6162  |  ab>\n"));
+
+    auto revealed = recordOf(ByteBuffer(ssidElement("ab")));
+    revealed.mergeEntries(recordOf(std::nullopt));
+    EXPECT_TRUE(recorder_.text().ends_with("Old SSID <6162  |  ab>, New SSID <  |  >\n"));
 }
 
 TEST_F(MACMergeLog, TellsNoSSIDsThatAreTheSame) {

@@ -1,6 +1,7 @@
 #include "halvane/ie/mac.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
@@ -604,6 +605,40 @@ TEST(MACLinkQuality, AveragesTheSamplesOfTheLast30Seconds) {
     EXPECT_EQ(sampleAt(30'000'005, 40), Number(30));  // and now exactly 30
     EXPECT_EQ(sampleAt(90'000'000, 5.5), Number(5.5));
     EXPECT_TRUE(record.averageRate()->isReal());
+}
+
+// Bit for bit, whatever rounding the sum takes, and also when samples leave it.
+TEST(MACLinkQuality, AveragesAsTheSumFromTheNewestToTheOldestDoes) {
+    struct Sample {
+        std::uint64_t microseconds;
+        double rate;
+    };
+    constexpr std::array<double, 9> kUneven = {6.5, 7.2, 300, 0.1, 1e17, 13.5, -2, 1e-9, 86.7};
+    halvane::ScopedUpTime clock;
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    std::vector<Sample> samples;
+    for (std::uint64_t i = 0; i < 3000; ++i) {
+        // At first more samples than are kept, later fewer, and runs without any that round.
+        const std::uint64_t pause = i < 1500 ? 1'000 + i : 200'000 + i * 1'000;
+        const double rate = i % 700 < 300 ? double(i % 16) / 2 : kUneven[i % kUneven.size()];
+        const std::uint64_t now = (samples.empty() ? 0 : samples.back().microseconds) + pause;
+        samples.push_back({now, rate});
+        if (samples.size() > 256) samples.erase(samples.begin());
+        clock.set(now * 1000);
+        record.updateLinkQuality_withTxRate(Number(-60), Number(rate));
+
+        double sum = 0;
+        double count = 0;
+        for (auto sample = samples.rbegin(); sample != samples.rend(); ++sample) {
+            if (now - sample->microseconds >= 30'000'000) continue;
+            sum += sample->rate;
+            ++count;
+        }
+        ASSERT_EQ(record.averageRate()->real(), sum / count) << i;
+        ASSERT_EQ(record.linkQualityHistory().size(), samples.size());
+        ASSERT_EQ(record.linkQualityHistory().front().txRate().real(), samples.front().rate);
+        ASSERT_EQ(record.linkQualityHistory().back().txRate().real(), rate);
+    }
 }
 
 TEST(MACClientRate, IsTheSmallerOfTheTwo) {
