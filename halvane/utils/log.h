@@ -11,7 +11,8 @@
  * Threads: every call may be made from any thread, but for LogUtils_Finalize(). One lock covers
  * categories, settings, outputs and each message, so messages never mix. Within that lock, which is
  * to say in a callback output or in the description of an object that is being logged, nothing
- * logs: a message is dropped there, and LogControl answers kStatusUnsupported.
+ * logs: a message is dropped there, and LogControl, LogReopen and LogCategory_Remove return
+ * kStatusUnsupported. Nobody waits for that lock while settings are stored.
  *
  * No call changes errno. */
 #ifndef HALVANE_UTILS_LOG_H
@@ -169,6 +170,13 @@ HALVANE_EXPORT int LogPrintFVAList(LogCategory* category, const char* function, 
  * the preferences are read. Callers use LogIsEnabled. */
 HALVANE_EXPORT bool __LogCategory_Initialize(LogCategory* category, uint32_t level);
 
+/* Takes the category out of the library's list, as a plug-in must before it is unloaded: the record
+ * is the caller's again, and no call touches it. The settings stay; the output is closed where no
+ * other category has it. A category that is tested afterwards sets itself up anew. kStatusOK, also
+ * for one that was never tested; kStatusUnsupported within the lock. REQUIRES: no other thread logs
+ * to the category, now or later. */
+HALVANE_EXPORT HalvaneStatus LogCategory_Remove(LogCategory* category);
+
 /* Whether a message of this level goes out: one load and one compare where it does not. */
 static inline bool LogIsEnabled(LogCategory* category, uint32_t level) {
     const int32_t threshold = __atomic_load_n(&category->level, __ATOMIC_RELAXED);
@@ -209,12 +217,20 @@ static inline bool LogIsEnabled(LogCategory* category, uint32_t level) {
  * An output that cannot be had leaves a category the one it has; the other settings are applied
  * all the same. With '+', if all is well, also the status of storing them in the preferences:
  *   kStatusBadPath, kStatusCannotOpen, kStatusNoRoom (preferences.h)
- *   kStatusConversionFailed  a setting of the string is not UTF-8; all others are stored */
+ *   kStatusConversionFailed  the preferences cannot hold a setting of the string; all others are
+ *                            stored */
 HALVANE_EXPORT HalvaneStatus LogControl(const char* control);
 
-/* The same for the text of a property-list string. kStatusConversionFailed for another value, null,
- * or text that is no C string or not UTF-8; kStatusOK, and nothing done, for an empty one. */
+/* The same for the text of a property-list string, up to a U+0000 if it holds one.
+ * kStatusConversionFailed for another value, null, or text that is not UTF-8; kStatusOK, and
+ * nothing done, for an empty one. */
 HALVANE_EXPORT HalvaneStatus LogControlCF(const HalvanePropertyListValue* control);
+
+/* Opens the files of all outputs anew, with the folders to them: after a program such as logrotate
+ * has moved them, say. The next write to a file does so by itself where the file's path leads
+ * elsewhere; this also lets go of a file that nobody writes to. kStatusOK; kStatusCannotOpen where
+ * one cannot be opened, and goes on as it was; kStatusUnsupported within the lock. */
+HALVANE_EXPORT HalvaneStatus LogReopen(void);
 
 /* Whose preferences hold "logconfig"; null, as at the start, means the current program's. The text
  * is copied. Call it before anything else here: the preferences are read only once, and again after

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/xml_text_internal.h"
+#include "halvane/base/utf8_internal.h"
 #include "halvane/utils/ignore_case_internal.h"
 #include "halvane/utils/log_lock_internal.h"
 #include "halvane/utils/log_state_internal.h"
@@ -46,11 +46,11 @@ HalvaneStatus setActions(std::string_view entries, LogControlSource source) {
 
 }  // namespace
 
-HalvaneStatus __LogControlLocked(const char* control, LogControlSource source) {
+LogControlResult __LogControlLocked(const char* control, LogControlSource source) {
     auto& actions = logState().actions;
     if (control == nullptr) {
         actions.clear();
-        return kStatusOK;
+        return {};
     }
     std::string_view entries = control;
     const bool isDefault = takePrefix(entries, '?');
@@ -58,35 +58,35 @@ HalvaneStatus __LogControlLocked(const char* control, LogControlSource source) {
 
     actions.age();
     const HalvaneStatus parsed = setActions(entries, source);
-    if (parsed != kStatusOK) return parsed;
+    if (parsed != kStatusOK) return {parsed};
     const HalvaneStatus applied = __LogCategory_ApplyActions(nullptr);
-    if (source == LogControlSource::Preferences) return applied;
+    if (source == LogControlSource::Preferences) return {applied};
 
     // Also behind a default that failed: what the preferences say instead may not.
     if (isDefault) readLogPreferences();
-    if (isDefault || !isPersistent || applied != kStatusOK) return applied;
-    return writeLogPreferences();
+    if (isDefault || !isPersistent || applied != kStatusOK) return {applied};
+    return {canStoreNewActions() ? kStatusOK : HalvaneStatus(kStatusConversionFailed), true};
 }
 
 }  // namespace halvane::logging
 
-using halvane::logging::LogControlSource;
-using halvane::logging::LogLock;
-
 extern "C" HalvaneStatus LogControl(const char* control) try {
+    using namespace halvane::logging;
     LogUtils_EnsureInitialized();
-    HalvaneStatus status = kStatusUnsupported;
-    if (const LogLock lock; lock) {
-        status = halvane::logging::__LogControlLocked(control, LogControlSource::Caller);
+    LogControlResult result{kStatusUnsupported};
+    if (const LogLock lock; lock) result = __LogControlLocked(control, LogControlSource::Caller);
+    if (result.mustStore) {
+        const HalvaneStatus written = writeLogPreferences();
+        if (written != kStatusOK) result.status = written;
     }
-    halvane::logging::logNotices();
-    return status;
+    logNotices();
+    return result.status;
 } catch (const std::bad_alloc&) {
     return kStatusNoMemory;
 }
 
 extern "C" HalvaneStatus LogControlCF(const HalvanePropertyListValue* control) {
     const auto* const text = control != nullptr ? control->as<std::string>() : nullptr;
-    if (text == nullptr || !halvane::xmlVersionOfText(*text)) return kStatusConversionFailed;
+    if (text == nullptr || !halvane::isUtf8(*text)) return kStatusConversionFailed;
     return text->empty() ? kStatusOK : LogControl(text->c_str());
 }

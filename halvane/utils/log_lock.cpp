@@ -10,6 +10,7 @@ namespace {
 // Of the kind that refuses a second lock by its owner, instead of waiting for ever.
 constexpr pthread_mutex_t kUnlocked = PTHREAD_ERRORCHECK_MUTEX_INITIALIZER_NP;
 pthread_mutex_t mutex = kUnlocked;
+pthread_mutex_t storing = kUnlocked;
 
 // A child process must not inherit the lock from a thread that it has not. So a fork waits for
 // the lock, unless the forking thread itself is the one that has it.
@@ -26,6 +27,7 @@ void inParent() {
 void inChild() {
     mutex = kUnlocked;
     if (!forkHoldsLock) pthread_mutex_lock(&mutex);
+    storing = kUnlocked;  // a thread that was storing is the parent's alone
 }
 
 // From when the library is loaded.
@@ -42,6 +44,17 @@ LogLock::LogLock() : error_(errno) {
 LogLock::~LogLock() {
     if (!isHeld_) return;
     pthread_mutex_unlock(&mutex);
+    pthread_setcancelstate(cancelState_, nullptr);
+    errno = error_;
+}
+
+LogStoringTurn::LogStoringTurn() : error_(errno) {
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState_);
+    pthread_mutex_lock(&storing);
+}
+
+LogStoringTurn::~LogStoringTurn() {
+    pthread_mutex_unlock(&storing);
     pthread_setcancelstate(cancelState_, nullptr);
     errno = error_;
 }

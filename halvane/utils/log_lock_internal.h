@@ -1,4 +1,4 @@
-// The one lock of the logging system.
+// The lock of the logging system, and the turn of storing its settings.
 #ifndef HALVANE_UTILS_LOG_LOCK_INTERNAL_H
 #define HALVANE_UTILS_LOG_LOCK_INTERNAL_H
 
@@ -20,6 +20,21 @@ class [[nodiscard]] LogLock {
     int error_;
     int cancelState_ = 0;
     bool isHeld_ = false;
+};
+
+// Holds the turn of storing settings while it lives: one thread at a time, which may wait long for
+// another process, and does not hold up who logs. Keeps the thread from being cancelled, and errno
+// as it was, likewise. It is taken before the lock, where both are.
+class [[nodiscard]] LogStoringTurn {
+  public:
+    LogStoringTurn();
+    ~LogStoringTurn();
+    LogStoringTurn(const LogStoringTurn&) = delete;
+    LogStoringTurn& operator=(const LogStoringTurn&) = delete;
+
+  private:
+    int error_;
+    int cancelState_ = 0;
 };
 
 }  // namespace halvane::logging

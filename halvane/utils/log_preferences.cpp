@@ -1,10 +1,12 @@
 // The settings that the preferences keep.
+#include <algorithm>
 #include <atomic>
 #include <new>
 #include <utility>
 
 #include "halvane/platform/preferences.h"
 #include "halvane/platform/xml_text_internal.h"
+#include "halvane/utils/log_lock_internal.h"
 #include "halvane/utils/log_state_internal.h"
 #include "halvane/utils/string_printf_internal.h"
 
@@ -40,14 +42,11 @@ bool isStorable(const LogAction& action) {
            xmlVersionOfText(action.value);
 }
 
-// All that can be stored; the status tells whether a new one cannot.
-std::string joinedActions(HalvaneStatus& status) {
+// All that can be stored.
+std::string joinedActions() {
     std::string text;
     for (const LogAction& action : logState().actions) {
-        if (!isStorable(action)) {
-            if (action.isNew) status = kStatusConversionFailed;
-            continue;
-        }
+        if (!isStorable(action)) continue;
         if (!text.empty()) text += ',';
         text.append(action.pattern).append(":").append(action.name).append("=");
         text.append(action.value);
@@ -90,12 +89,29 @@ void readLogPreferences() try {
 } catch (const std::bad_alloc&) {
 }
 
-HalvaneStatus writeLogPreferences() {
-    HalvaneStatus status = kStatusOK;
-    const std::string text = joinedActions(status);
-    const auto written = writePreference(logState().applicationID, kPreferenceKey, text);
-    notePreferences(written);
-    return written.status != kStatusOK ? written.status : status;
+bool canStoreNewActions() {
+    const LogActionList& actions = logState().actions;
+    return std::ranges::all_of(
+        actions.newPlaces(), [&actions](std::size_t place) { return isStorable(actions[place]); });
+}
+
+// Messages and control strings go on meanwhile. What is stored is read from the state within one's
+// turn, so that nobody stores older settings over newer ones.
+HalvaneStatus writeLogPreferences() try {
+    const LogStoringTurn turn;
+    std::string application;
+    std::string text;
+    {
+        const LogLock lock;
+        if (!lock) return kStatusUnsupported;
+        application = logState().applicationID;
+        text = joinedActions();
+    }
+    const auto written = writePreference(application, kPreferenceKey, text);
+    if (const LogLock lock; lock) notePreferences(written);
+    return written.status;
+} catch (const std::bad_alloc&) {
+    return kStatusNoMemory;
 }
 
 }  // namespace halvane::logging

@@ -33,17 +33,27 @@ LogState& logState();
 // Where a control string comes from.
 enum class LogControlSource { Caller, Preferences };
 
+struct LogControlResult {
+    HalvaneStatus status = kStatusOK;
+    bool mustStore = false;  // what writeLogPreferences() is for, once the lock is let go
+};
+
 // Applies a control string; null frees all actions. One from the preferences is never stored and
 // does not make them be read again, and it sets no callback outputs: its pointers are those of
 // another process.
-HalvaneStatus __LogControlLocked(const char* control, LogControlSource source);
+LogControlResult __LogControlLocked(const char* control, LogControlSource source);
 
 // Applies what the preferences hold under "logconfig". Nothing logs meanwhile.
 void readLogPreferences();
 bool isReadingLogPreferences();
 
-// Stores all actions under "logconfig".
+// Stores all actions under "logconfig" that can be stored; it may wait for another process. Without
+// memory the status says so.
+// REQUIRES: not the lock.
 HalvaneStatus writeLogPreferences();
+
+// Whether each new action can be stored.
+bool canStoreNewActions();
 
 // Applies all actions to the initialised categories, or to `only`, and deletes the outputs that no
 // category is left with. The status is that of the new actions; always success for `only`.

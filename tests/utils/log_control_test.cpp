@@ -488,9 +488,8 @@ TEST_F(LogControlTest, AnotherValueIsNotConverted) {
     EXPECT_EQ(kStatusConversionFailed, -6700);
     for (const PropertyListValue& value : {
              PropertyListValue(), PropertyListValue(true),
-             PropertyListValue(std::string("Alpha:level=\xFF")),       // no UTF-8
-             PropertyListValue(std::string("Alpha:level=\xC3")),       // half a character
-             PropertyListValue(std::string("Alpha:level=1\0,x", 17)),  // no C string
+             PropertyListValue(std::string("Alpha:level=\xFF")),  // no UTF-8
+             PropertyListValue(std::string("Alpha:level=\xC3")),  // half a character
          }) {
         EXPECT_EQ(LogControlCF(&value), kStatusConversionFailed);
     }
@@ -502,6 +501,22 @@ TEST_F(LogControlTest, APropertyListStringOfAnyScriptIsTaken) {
     const PropertyListValue value(std::string("Caf\xC3\xA9:level=13"));
     EXPECT_EQ(LogControlCF(&value), kStatusOK);
     EXPECT_EQ(settings(), Texts{"Caf\xC3\xA9:level=13"});
+}
+
+// Also of characters that no preferences hold.
+TEST_F(LogControlTest, APropertyListStringOfAnyCharactersIsTaken) {
+    for (const std::string text : {"\x01", "\x7F", "\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xC2\x85"}) {
+        LogControl(nullptr);
+        const PropertyListValue value(std::string("Alpha:colour=") + text);
+        EXPECT_EQ(LogControlCF(&value), kStatusOK);
+        EXPECT_EQ(settings(), Texts{std::string("Alpha:colour=") + text});
+    }
+}
+
+TEST_F(LogControlTest, APropertyListStringEndsWhereACStringDoes) {
+    const PropertyListValue value(std::string("Alpha:level=7\0,x", 16));
+    EXPECT_EQ(LogControlCF(&value), kStatusOK);
+    EXPECT_EQ(settings(), Texts{"Alpha:level=7"});
 }
 
 }  // namespace

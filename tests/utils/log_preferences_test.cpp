@@ -1,21 +1,29 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <sys/file.h>
+#include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include "halvane/base/property_list_value.h"
 #include "halvane/platform/preferences.h"
+#include "halvane/utils/printf.h"
 
 #include "tests/support/run_program.h"
+#include "tests/support/scarce_memory.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/utils/log_test_support.h"
 
+using halvane::PropertyListValue;
 using halvane::readPreference;
 using halvane::writePreference;
 using halvane::testing::contentsOf;
+using halvane::testing::failEachAllocation;
 using halvane::testing::LogRecorder;
 using halvane::testing::LogTest;
 using halvane::testing::resultInChild;
@@ -91,6 +99,13 @@ TEST_F(LogPreferencesTest, WhatCannotBeStoredIsLeftOut) {
     EXPECT_EQ(stored(), "B:level=5");
     EXPECT_EQ(LogControl("+C:level=\xFF,D:level=6"), kStatusConversionFailed);
     EXPECT_EQ(stored(), "B:level=5,D:level=6");
+}
+
+TEST_F(LogPreferencesTest, StoringACharacterThatTheyCannotHoldFails) {
+    const PropertyListValue value(std::string("+A:level=\xEF\xBF\xBE,D:level=6"));
+    EXPECT_EQ(LogControlCF(&value), kStatusConversionFailed);
+    EXPECT_EQ(stored(), "D:level=6");
+    EXPECT_EQ(settings().size(), 2u);
 }
 
 TEST_F(LogPreferencesTest, APatternThatLooksLikeAPrefixComesBackAsItWas) {
@@ -286,6 +301,21 @@ class PreferencesFolder {
         FAIL() << "the setting is in no file";
     }
 
+    // Puts a folder where the file of the settings was, which cannot be read then.
+    void replaceByFolders() const {
+        for (const auto& file : files()) {
+            if (file.extension() != ".plist") continue;
+            std::filesystem::remove(file);
+            std::filesystem::create_directory(file);
+        }
+    }
+
+    void removeFolders() const {
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path() / "halvane")) {
+            if (entry.is_directory()) std::filesystem::remove(entry.path());
+        }
+    }
+
   private:
     TemporaryFolder folder_;
     ScopedEnvironment environment_{"XDG_CONFIG_HOME", folder_.path().string()};
@@ -325,11 +355,7 @@ TEST_F(LogPreferencesTest, OnesThatCannotBeReadAreWarnedOfOnce) {
     EXPECT_EQ(control(gLogCategory_LogUtils, "flags=none"), kStatusOK);
     const PreferencesFolder folder;
     folder.damage();
-    for (const auto& file : folder.files()) {
-        if (file.extension() != ".plist") continue;
-        std::filesystem::remove(file);
-        std::filesystem::create_directory(file);
-    }
+    folder.replaceByFolders();
     EXPECT_EQ(LogControl("?WiFi:level=info"), kStatusOK);
     EXPECT_EQ(LogControl("?WiFi:level=info"), kStatusOK);
     EXPECT_EQ(recorder.take(),
@@ -349,7 +375,80 @@ TEST_F(LogPreferencesTest, DamagedOnesDoNotKeepNewOnesFromBeingStored) {
     EXPECT_NE(recorder.text().find("### The preferences were damaged"), std::string::npos);
 }
 
+// Takes no memory, as a recorder does.
+std::size_t bytesTold = 0;
+void countBytes(const LogMessage*, const char*, std::size_t length, void*) {
+    bytesTold += length;
+}
+
+// A notice that memory was lacking for is not taken for one that was given.
+TEST_F(LogPreferencesTest, AWarningThatMemoryIsLackingForIsGivenLater) {
+    std::array<char, 100> output;
+    SNPrintF(output.data(), output.size(), "output=callback;func=%p",
+             reinterpret_cast<const void*>(&countBytes));
+    LogIsEnabled(&gLogCategory_LogUtils, kLogLevelMax);
+    ASSERT_EQ(control(gLogCategory_LogUtils, output.data()), kStatusOK);
+    const PreferencesFolder folder;
+    std::size_t failures = 0;
+    HalvaneStatus status = kStatusOK;
+    const auto unreadable = [&] {
+        store("WiFi:level=trace");
+        EXPECT_EQ(LogControl("?"), kStatusOK);  // nothing is wrong with them
+        bytesTold = 0;
+        folder.replaceByFolders();
+    };
+    unreadable();
+    failEachAllocation([&] { status = LogControl("?WiFi:level=info"); },
+                       [&] {
+                           failures += status == kStatusOK ? 0 : 1;
+                           ASSERT_EQ(LogControl("?WiFi:level=info"), kStatusOK);
+                           ASSERT_GT(bytesTold, 0u);
+                           folder.removeFolders();
+                           unreadable();
+                       });
+    EXPECT_GT(failures, 0u);
+}
+
 // --- Other processes ---
+
+// As another process does, which the writing waits for.
+class HeldPreferences {
+  public:
+    explicit HeldPreferences(const PreferencesFolder& folder) {
+        for (const auto& file : folder.files()) {
+            if (file.extension() == ".lock") file_ = ::open(file.c_str(), O_RDWR | O_CLOEXEC);
+        }
+        if (file_ < 0 || ::flock(file_, LOCK_EX) != 0) ADD_FAILURE() << "no lock";
+    }
+    ~HeldPreferences() { ::close(file_); }
+    HeldPreferences(const HeldPreferences&) = delete;
+    HeldPreferences& operator=(const HeldPreferences&) = delete;
+
+  private:
+    int file_ = -1;
+};
+
+TEST_F(LogPreferencesTest, MessagesGoOutWhileStoringWaitsForAnotherProcess) {
+    LogRecorder recorder;
+    record(category, recorder);
+    const PreferencesFolder folder;
+    store("WiFi:level=info");
+    std::thread storing;
+    HalvaneStatus status = kStatusUnsupported;
+    {
+        const HeldPreferences held(folder);
+        storing = std::thread([&] { status = LogControl("+WiFiScanTest:level=trace"); });
+        while (__atomic_load_n(&category.level, __ATOMIC_RELAXED) != kLogLevelTrace) {
+            std::this_thread::yield();
+        }
+        EXPECT_GT(LogPrintF(&category, "", kLogLevelError, "meanwhile\n"), 0);
+        EXPECT_EQ(LogControl("WiFiScanTest:flags=none"), kStatusOK);
+        EXPECT_EQ(recorder.text(), "meanwhile\n");
+    }
+    storing.join();
+    EXPECT_EQ(status, kStatusOK);
+    EXPECT_NE(stored().find("WiFiScanTest:level=trace"), std::string::npos);
+}
 
 TEST_F(LogPreferencesTest, WhatOneProcessStoresAnotherFinds) {
     EXPECT_EQ(resultInChild([] { return LogControl("+WiFi:level=trace") == kStatusOK ? 42 : 1; }),
