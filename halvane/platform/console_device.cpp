@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "halvane/platform/broken_pipe_internal.h"
 #include "halvane/platform/console_device_internal.h"
 
 namespace halvane {
@@ -19,7 +20,8 @@ bool writeToConsoleDevice(std::string_view text) {
     const int console =
         ::open(path.load(std::memory_order_relaxed), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (console < 0) return false;
-    [[maybe_unused]] const auto written = ::write(console, text.data(), text.size());
+    BrokenPipeSignalBlock block;
+    if (::write(console, text.data(), text.size()) < 0) block.takeBackSignal();
     ::close(console);
     return true;
 }

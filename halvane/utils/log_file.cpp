@@ -2,15 +2,17 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <csignal>
 #include <fcntl.h>
+#include <filesystem>
 #include <limits>
 #include <optional>
-#include <pthread.h>
+#include <string>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
+#include "halvane/platform/broken_pipe_internal.h"
 #include "halvane/utils/log_file_internal.h"
 
 namespace halvane::logging {
@@ -18,9 +20,6 @@ namespace halvane::logging {
 namespace {
 
 constexpr std::size_t kMaxFolder = 1024;
-constexpr std::size_t kMaxNumberedName = 1024;
-constexpr int kMaxKeptFiles = 10000;  // a rotation renames them all, with the lock held
-constexpr std::size_t kCopyPiece = 4096;
 constexpr mode_t kFolderMode = 0770;
 constexpr mode_t kFileMode = 0666;  // less the process's umask
 constexpr std::string_view kEndedText = "\nLOG ENDED, CONTINUES IN NEXT LOG FILE\n";
@@ -56,36 +55,6 @@ std::uint64_t takeUnit(std::string_view& text) {
     return 1;
 }
 
-std::string numberedName(const std::string& path, int number) {
-    return path + "." + std::to_string(number);
-}
-
-bool numberedNamesFit(const std::string& path, int count) {
-    return numberedName(path, std::max(count - 1, 1)).size() <= kMaxNumberedName;
-}
-
-// Frees number 1: the oldest goes, the others move up by one.
-void shiftNumberedFiles(const std::string& path, int count) {
-    ::unlink(numberedName(path, count - 1).c_str());
-    for (int i = count - 2; i >= 1; --i) {
-        std::rename(numberedName(path, i).c_str(), numberedName(path, i + 1).c_str());
-    }
-}
-
-// The file's numbered names, or the file itself, are among the other's.
-bool isNumberedName(const std::string& name, const std::string& path) {
-    if (!name.starts_with(path)) return false;
-    std::string_view rest = std::string_view(name).substr(path.size());
-    if (rest.empty()) return true;
-    if (rest.front() != '.') return false;
-    rest.remove_prefix(1);
-    return takeNumber(rest, kMaxKeptFiles) && rest.empty();
-}
-
-bool numberedNamesCollide(const std::string& path, const std::string& other) {
-    return !other.empty() && (isNumberedName(path, other) || isNumberedName(other, path));
-}
-
 std::size_t folderLength(const std::string& path) {
     const auto slash = path.rfind('/');
     return slash == std::string::npos ? 0 : slash;
@@ -107,50 +76,25 @@ int aboveStandardStreams(int descriptor) {
     return above;
 }
 
-// While one lives, a pipe whose reader has gone is an error and not the end of the program.
-class BrokenPipeSignalBlock {
-  public:
-    BrokenPipeSignalBlock() {
-        sigemptyset(&signal_);
-        sigaddset(&signal_, SIGPIPE);
-        sigset_t pending;
-        sigpending(&pending);
-        wasPending_ = sigismember(&pending, SIGPIPE) == 1;
-        pthread_sigmask(SIG_BLOCK, &signal_, &before_);
-    }
-    ~BrokenPipeSignalBlock() {
-        const timespec atOnce{};
-        if (!wasPending_) sigtimedwait(&signal_, nullptr, &atOnce);
-        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-    }
-    BrokenPipeSignalBlock(const BrokenPipeSignalBlock&) = delete;
-    BrokenPipeSignalBlock& operator=(const BrokenPipeSignalBlock&) = delete;
-
-  private:
-    sigset_t signal_;
-    sigset_t before_;
-    bool wasPending_;
-};
-
 // A file or nothing: what may be renamed away. Not a device, which other programs need in place.
 bool isReplaceable(const std::string& path) {
     struct stat status {};
     return ::lstat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
 }
 
-// A file that is there already, for it could not be renamed, stays as it is.
-void copyFile(const std::string& from, const std::string& to) {
-    std::FILE* const source = std::fopen(from.c_str(), "re");
-    if (source == nullptr) return;
-    if (std::FILE* const copy = std::fopen(to.c_str(), "wxe")) {
-        std::array<char, kCopyPiece> piece;
-        std::size_t length = 0;
-        while ((length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
-            if (std::fwrite(piece.data(), 1, length, copy) != length) break;
-        }
-        std::fclose(copy);
-    }
-    std::fclose(source);
+// Of a path that the program's folder is no part of any more.
+std::string absolutePath(const std::string& path) {
+    if (path.starts_with('/')) return path;
+    std::error_code error;
+    const std::string folder = std::filesystem::current_path(error);
+    return error ? path : folder + "/" + path;
+}
+
+bool isFolderOfThere(const std::string& path) {
+    struct stat status {};
+    const auto slash = path.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    return ::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 }  // namespace
@@ -178,28 +122,57 @@ HalvaneStatus LogFile::setPath(std::string_view path) {
 }
 
 HalvaneStatus LogFile::open() {
-    if (path_.empty() || numberedNamesCollide(path_, backupPath_)) return kStatusUnsupported;
+    if (path_.empty()) return kStatusUnsupported;
     const bool fit = (rollMaxSize_ == 0 || numberedNamesFit(path_, rollCount_)) &&
                      numberedNamesFit(backupPath_, backupCount_);
+    path_ = absolutePath(path_);
+    if (!backupPath_.empty()) backupPath_ = absolutePath(backupPath_);
+    if (numberedNamesCollide(path_, backupPath_)) return kStatusUnsupported;
     if (!fit) return kStatusBadPath;
     createFolders(path_);
-    openFile();
-    return isOpen() ? kStatusOK : kStatusCannotOpen;
+    if (!backupPath_.empty() && backupCount_ > 0 && !isFolderOfThere(backupPath_)) {
+        return kStatusBadPath;
+    }
+    return openFile() ? kStatusOK : kStatusCannotOpen;
+}
+
+HalvaneStatus LogFile::reopen() {
+    if (path_.empty()) return kStatusOK;
+    if (descriptor_ >= 0) heritage_ = heritageOf(descriptor_);
+    createFolders(path_);
+    return openFile() ? kStatusOK : kStatusCannotOpen;
 }
 
 // Always for appending: what another program wrote there meanwhile is never overwritten. Without a
-// buffer, so that a line is in the file when the program crashes.
-void LogFile::openFile() {
+// buffer, so that a line is in the file when the program crashes. What is open stays so where the
+// path cannot be opened.
+bool LogFile::openFile() {
     // A pipe is not waited for, neither here for a reader nor later for a slow one.
-    constexpr int kFlags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-    descriptor_ = aboveStandardStreams(::open(path_.c_str(), kFlags, kFileMode));
-    if (descriptor_ < 0) return;
+    constexpr int kFlags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    int opened = heritage_ ? aboveStandardStreams(createHeir(path_, kFlags, *heritage_)) : -1;
+    if (opened < 0) {
+        opened = aboveStandardStreams(::open(path_.c_str(), kFlags | O_CREAT, kFileMode));
+    }
+    if (opened < 0) return false;
+    close();
+    descriptor_ = opened;
     struct stat status {};
     ::fstat(descriptor_, &status);
+    device_ = status.st_dev;
+    inode_ = status.st_ino;
     isRegular_ = S_ISREG(status.st_mode);
     isPipe_ = S_ISFIFO(status.st_mode);
     size_ = isRegular_ ? static_cast<std::uint64_t>(status.st_size) : 0;
     if (!isPipe_) ::fcntl(descriptor_, F_SETFL, O_APPEND);
+    return true;
+}
+
+// The path leads to no file, or to another one: somebody has renamed or removed it.
+bool LogFile::isElsewhere() const {
+    if (!isRegular_) return false;
+    struct stat status {};
+    if (::stat(path_.c_str(), &status) != 0) return errno == ENOENT || errno == ENOTDIR;
+    return status.st_dev != device_ || status.st_ino != inode_;
 }
 
 HalvaneStatus LogFile::setRoll(std::string_view value) {
@@ -228,7 +201,7 @@ HalvaneStatus LogFile::setBackup(std::string_view value) {
 
 void LogFile::write(std::string_view text) {
     if (!path_.empty()) {
-        if (!isOpen()) openFile();
+        if (!isOpen() || isElsewhere()) reopen();
         size_ += text.size();
         if (rollMaxSize_ > 0 && size_ > rollMaxSize_ && isOpen() && isRegular_) {
             rotate();
@@ -239,40 +212,54 @@ void LogFile::write(std::string_view text) {
 }
 
 void LogFile::put(std::string_view text) {
-    if (stream_ != nullptr) {
-        std::fwrite(text.data(), 1, text.size(), stream_);
-        std::fflush(stream_);
-    } else if (isPipe_) {
-        const BrokenPipeSignalBlock block;
+    if (stream_ == nullptr && !isPipe_) {
         writeAll(text);
-    } else {
-        writeAll(text);
+        return;
     }
+    if (stream_ != nullptr && !canBreakAsPipe(::fileno(stream_))) {
+        putToStream(text);
+        return;
+    }
+    BrokenPipeSignalBlock block;
+    const bool isWritten = stream_ != nullptr ? putToStream(text) : writeAll(text);
+    if (!isWritten) block.takeBackSignal();
 }
 
-void LogFile::writeAll(std::string_view text) {
+bool LogFile::putToStream(std::string_view text) {
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stream_) == text.size();
+    return std::fflush(stream_) == 0 && isWritten;
+}
+
+bool LogFile::writeAll(std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor_, text.data(), text.size());
         if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return;
+        if (written <= 0) return false;
         text.remove_prefix(static_cast<std::size_t>(written));
     }
+    return true;
 }
 
 void LogFile::backUp() {
     if (backupPath_.empty() || backupCount_ == 0 || !isReplaceable(backupPath_)) return;
     shiftNumberedFiles(backupPath_, backupCount_);
-    std::rename(backupPath_.c_str(), numberedName(backupPath_, 1).c_str());
-    copyFile(path_, backupPath_);
+    copyLogFile(path_, backupPath_);
 }
 
-// Where the file cannot be renamed, it is appended to until it has grown by as much again.
+bool LogFile::isEmpty() const {
+    struct stat status {};
+    return ::fstat(descriptor_, &status) == 0 && status.st_size == 0;
+}
+
+// Where the file cannot be renamed, it is appended to until it has grown by as much again. An empty
+// one takes no other's place.
 void LogFile::rotate() {
+    if (isEmpty()) return;
+    heritage_ = heritageOf(descriptor_);
     backUp();
     put(kEndedText);
     close();
     shiftNumberedFiles(path_, rollCount_);
-    std::rename(path_.c_str(), numberedName(path_, 1).c_str());
     openFile();
 }
 

@@ -4,10 +4,13 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 
 #include "halvane/base/status.h"
+#include "halvane/utils/log_rotation_internal.h"
 
 namespace halvane::logging {
 
@@ -31,26 +34,37 @@ class LogFile {
 
     // Once all is set, opens the file for appending, with the folders to it. kStatusUnsupported
     // where there is none, or where it and its backups would get in each other's way;
-    // kStatusBadPath where a path is too long for the names of rotated files.
+    // kStatusBadPath where a path is too long for the names of rotated files, or where the backup's
+    // folder is not there. What a relative path leads to then it leads to for good.
     HalvaneStatus open();
 
+    // Opens the file's path anew, with the folders to it; kStatusCannotOpen where that fails, and
+    // what was open stays so. A stream is left as it is.
+    HalvaneStatus reopen();
+
     // Rotates if these bytes would make the file too large, then writes them. Errors are ignored. A
-    // file that a rotation could not open is tried again on every write.
+    // file that was renamed or removed, or that a rotation could not open, is opened anew before.
     void write(std::string_view text);
 
   private:
     bool isOpen() const { return stream_ != nullptr || descriptor_ >= 0; }
-    void openFile();
+    bool isElsewhere() const;
+    bool isEmpty() const;
+    bool openFile();
     void close();
     void put(std::string_view text);
-    void writeAll(std::string_view text);
+    bool putToStream(std::string_view text);
+    bool writeAll(std::string_view text);
     void backUp();
     void rotate();
 
     std::FILE* stream_ = nullptr;  // a standard stream
     std::string path_;             // empty for that
     int descriptor_ = -1;
-    bool isRegular_ = false;  // a device or pipe is never rotated
+    dev_t device_ = 0;  // with the inode, which file that is
+    ino_t inode_ = 0;
+    std::optional<FileHeritage> heritage_;  // of the file before the next one to be made
+    bool isRegular_ = false;                // a device or pipe is never rotated
     bool isPipe_ = false;
     std::uint64_t size_ = 0;  // bytes written so far
     std::uint64_t rollMaxSize_ = 0;

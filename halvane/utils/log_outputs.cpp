@@ -1,6 +1,8 @@
 // The list of outputs, shared by the categories.
+#include <new>
 #include <utility>
 
+#include "halvane/utils/log_lock_internal.h"
 #include "halvane/utils/log_state_internal.h"
 
 namespace halvane::logging {
@@ -26,4 +28,26 @@ void deleteUnusedOutputs() {
                   [](const auto& entry) { return entry.second->refCount == 0; });
 }
 
+namespace {
+
+// Opens all files anew; the status is that of the first that cannot be had.
+HalvaneStatus reopenFiles() {
+    HalvaneStatus first = kStatusOK;
+    for (const auto& [spec, output] : logState().outputs) {
+        const HalvaneStatus status = output->file.reopen();
+        if (first == kStatusOK) first = status;
+    }
+    return first;
+}
+
+}  // namespace
+
 }  // namespace halvane::logging
+
+extern "C" HalvaneStatus LogReopen() try {
+    LogUtils_EnsureInitialized();
+    const halvane::logging::LogLock lock;
+    return lock ? halvane::logging::reopenFiles() : HalvaneStatus(kStatusUnsupported);
+} catch (const std::bad_alloc&) {
+    return kStatusNoMemory;
+}

@@ -324,6 +324,59 @@ TEST_F(LogCategoryTest, WhatACallbackLogsIsDropped) {
     EXPECT_EQ(LogControl("Test:level=error"), kStatusOK);
 }
 
+// --- Withdrawing ---
+
+TEST_F(LogCategoryTest, ARemovedCategoryIsTheCallersAgain) {
+    TestCategory first("TestRemovedA");
+    TestCategory second("TestRemovedB");
+    TestCategory third("TestRemovedC");
+    for (TestCategory* each : {&first, &second, &third}) LogIsEnabled(each, kLogLevelMax);
+    ASSERT_EQ(control(second, "output=syslog"), kStatusOK);
+    EXPECT_EQ(LogCategory_Remove(&second), kStatusOK);
+    EXPECT_EQ(first.next, &third);
+    EXPECT_EQ(second.next, nullptr);
+    EXPECT_EQ(second.output, nullptr);
+    EXPECT_EQ(second.level, kLogLevelUninitialized);
+    EXPECT_EQ(outputs(), std::vector<std::string>{"console"});  // its own is closed
+    EXPECT_EQ(first.output->refCount, 2u);
+    EXPECT_EQ(LogControl("TestRemoved:level=error"), kStatusOK);
+    EXPECT_EQ(second.level, kLogLevelUninitialized);
+    EXPECT_EQ(third.level, kLogLevelError);
+}
+
+TEST_F(LogCategoryTest, ARemovedCategorySetsItselfUpAnew) {
+    TestCategory category("TestRemoved");
+    LogIsEnabled(&category, kLogLevelMax);
+    ASSERT_EQ(control(category, "level=error"), kStatusOK);
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(LogCategory_Remove(&category), kStatusOK);
+    category.name = "TestRenamed";  // another library's, at the same place
+    EXPECT_TRUE(LogIsEnabled(&category, kLogLevelInfo));
+    EXPECT_EQ(outputOf(category), "console");
+}
+
+TEST_F(LogCategoryTest, WithinTheLockNothingIsRemovedOrReopened) {
+    struct Results {
+        LogCategory* category;
+        HalvaneStatus removed;
+        HalvaneStatus reopened;
+    };
+    const LogCallback callback = [](const LogMessage*, const char*, std::size_t, void* arg) {
+        auto* const results = static_cast<Results*>(arg);
+        results->removed = LogCategory_Remove(results->category);
+        results->reopened = LogReopen();
+    };
+    TestCategory category("TestWithin");
+    Results results{&category, kStatusOK, kStatusOK};
+    std::array<char, 100> setting;
+    SNPrintF(setting.data(), setting.size(), "output=callback;func=%p;arg=%p",
+             reinterpret_cast<const void*>(callback), &results);
+    LogIsEnabled(&category, kLogLevelMax);
+    ASSERT_EQ(control(category, setting.data()), kStatusOK);
+    LogPrintF(&category, "", kLogLevelError, "text");
+    EXPECT_EQ(results.removed, kStatusUnsupported);
+    EXPECT_EQ(results.reopened, kStatusUnsupported);
+}
+
 // --- Cancelled threads and forks ---
 
 void cancelSelf(const LogMessage*, const char*, std::size_t, void*) {

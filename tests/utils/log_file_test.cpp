@@ -8,6 +8,7 @@
 #include <map>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 #include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"
@@ -200,10 +201,10 @@ TEST_F(LogFileTest, CountsWhatTheFileHeldBefore) {
     EXPECT_EQ(files(), (Files{{"log", "b"}, {"log.1", "12345678\na" + kEnded}}));
 }
 
-TEST_F(LogFileTest, RotatesForAMessageLargerThanTheSize) {
+TEST_F(LogFileTest, RotatesBehindAMessageLargerThanTheSize) {
     ASSERT_EQ(setFile("path=" + path() + ";roll=4#2"), kStatusOK);
     log("123456\n");
-    EXPECT_EQ(files(), (Files{{"log", "123456\n"}, {"log.1", kEnded}}));
+    EXPECT_EQ(files(), (Files{{"log", "123456\n"}}));
     log("x");
     EXPECT_EQ(files(), (Files{{"log", "x"}, {"log.1", "123456\n" + kEnded}}));
 }
@@ -220,7 +221,7 @@ TEST_F(LogFileTest, KeepsOneOldFileForACountOfOneAndNone) {
     }
 }
 
-TEST_F(LogFileTest, MovesOnlyTheFilesThatAreThere) {
+TEST_F(LogFileTest, MovesOnlyTheFilesBeforeAGap) {
     ASSERT_EQ(setFile("path=" + path() + ";roll=1#5"), kStatusOK);
     write("log.3", "three");
     write("log.5", "not ours");
@@ -228,7 +229,7 @@ TEST_F(LogFileTest, MovesOnlyTheFilesThatAreThere) {
     log("b");
     EXPECT_EQ(
         files(),
-        (Files{{"log", "b"}, {"log.1", "a" + kEnded}, {"log.4", "three"}, {"log.5", "not ours"}}));
+        (Files{{"log", "b"}, {"log.1", "a" + kEnded}, {"log.3", "three"}, {"log.5", "not ours"}}));
 }
 
 TEST_F(LogFileTest, BacksUpBeforeItRotates) {
@@ -371,17 +372,225 @@ TEST_F(LogFileTest, GoesOnBehindAFileThatWasRemoved) {
     EXPECT_EQ(files(), (Files{{"log", "d\n"}}));
 }
 
-TEST_F(LogFileTest, WritesAgainOnceItsFolderIsBack) {
-    std::filesystem::create_directory(path("sub"));
-    ASSERT_EQ(setFile("path=" + path("sub/log") + ";roll=1#2"), kStatusOK);
+TEST_F(LogFileTest, MakesItsFolderAnewThatWasRemoved) {
+    ASSERT_EQ(setFile("path=" + path("sub/log")), kStatusOK);
     log("a");
     std::filesystem::remove_all(path("sub"));
     log("b");
+    EXPECT_EQ(contents("sub/log"), "b");
+}
+
+TEST_F(LogFileTest, WritesAgainOnceItsFolderCanBeHad) {
+    ASSERT_EQ(setFile("path=" + path("sub/log") + ";roll=1#2"), kStatusOK);
+    log("a");
+    std::filesystem::remove_all(path("sub"));
+    write("sub", "a file in the folder's place");
+    log("b");
     log("c");
-    EXPECT_FALSE(std::filesystem::exists(path("sub")));
-    std::filesystem::create_directory(path("sub"));
+    EXPECT_EQ(contents("sub"), "a file in the folder's place");
+    std::filesystem::remove(path("sub"));
     log("d");
     EXPECT_EQ(contents("sub/log"), "d");
+}
+
+TEST_F(LogFileTest, WritesToItsPathAgainWhenTheFileWasRenamed) {
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    log("a");
+    std::filesystem::rename(path(), path("log.old"));
+    log("b");
+    EXPECT_EQ(files(), (Files{{"log", "b"}, {"log.old", "a"}}));
+    std::filesystem::rename(path(), path("log.older"));
+    write("log", "another's\n");  // which is there already
+    log("c");
+    EXPECT_EQ(files(), (Files{{"log", "another's\nc"}, {"log.old", "a"}, {"log.older", "b"}}));
+}
+
+TEST_F(LogFileTest, CountsAnewInTheFileThatItOpensAnew) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=4#3"), kStatusOK);
+    log("abcd");
+    std::filesystem::rename(path(), path("old"));
+    log("efg");
+    EXPECT_EQ(files(), (Files{{"log", "efg"}, {"old", "abcd"}}));
+    log("hi");
+    EXPECT_EQ(contents("log.1"), "efg" + kEnded);
+}
+
+TEST_F(LogFileTest, ReopensOnDemand) {
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    log("a");
+    std::filesystem::rename(path(), path("log.old"));
+    EXPECT_EQ(LogReopen(), kStatusOK);
+    EXPECT_EQ(files(), (Files{{"log", ""}, {"log.old", "a"}}));
+    log("b");
+    EXPECT_EQ(contents(), "b");
+    EXPECT_EQ(LogReopen(), kStatusOK);  // nothing has moved
+    log("c");
+    EXPECT_EQ(contents(), "bc");
+}
+
+TEST_F(LogFileTest, KeepsTheFileThatItCannotReopen) {
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    std::filesystem::rename(path(), path("log.old"));
+    std::filesystem::create_directory(path());
+    EXPECT_EQ(LogReopen(), kStatusCannotOpen);
+    log("a");
+    EXPECT_EQ(contents("log.old"), "a");
+}
+
+TEST_F(LogFileTest, ReopensNoStream) {
+    ASSERT_EQ(control(category, "output=console"), kStatusOK);
+    EXPECT_EQ(LogReopen(), kStatusOK);
+}
+
+// --- What successors and backups take over ---
+
+unsigned permissionsOf(const std::string& path) {
+    return static_cast<unsigned>(std::filesystem::status(path).permissions());
+}
+
+TEST_F(LogFileTest, HandsItsModeOn) {
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("save") + "#2"), kStatusOK);
+    log("a");
+    for (const unsigned mode : {0640u, 0606u, 0600u}) {
+        ASSERT_EQ(::chmod(path().c_str(), mode), 0);
+        log("b");  // makes a backup and a new file
+        EXPECT_EQ(permissionsOf(path()), mode);
+        EXPECT_EQ(permissionsOf(path("save")), mode);
+        std::filesystem::rename(path(), path("old"));
+        log("c");
+        EXPECT_EQ(permissionsOf(path()), mode);
+        log("d");
+    }
+}
+
+// Of a file that is there already nothing is changed.
+TEST_F(LogFileTest, LeavesTheModeOfAnotherFileAlone) {
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    ASSERT_EQ(::chmod(path().c_str(), 0600), 0);
+    std::filesystem::rename(path(), path("old"));
+    write("log", "");
+    ASSERT_EQ(::chmod(path().c_str(), 0644), 0);
+    log("a");
+    EXPECT_EQ(permissionsOf(path()), 0644u);
+}
+
+TEST_F(LogFileTest, HandsItsOwnerOn) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only root gives files away";
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("save") + "#2"), kStatusOK);
+    log("a");
+    if (::chown(path().c_str(), 1, 2) != 0) GTEST_SKIP() << "not even root, here";
+    ASSERT_EQ(::chmod(path().c_str(), 0640), 0);
+    log("b");
+    for (const char* const name : {"log", "log.1", "save"}) {
+        struct stat status {};
+        ASSERT_EQ(::stat(path(name).c_str(), &status), 0);
+        EXPECT_EQ(status.st_uid, 1u) << name;
+        EXPECT_EQ(status.st_gid, 2u) << name;
+        EXPECT_EQ(status.st_mode & 07777u, 0640u) << name;
+    }
+}
+
+// --- Gaps ---
+
+// What is left when a process ends between two renames.
+TEST_F(LogFileTest, ShiftsFilesNoFurtherThanToTheFirstGap) {
+    struct Row {
+        std::vector<int> numbers;
+        std::vector<int> afterwards;  // where these files are then
+    };
+    const Row rows[] = {
+        {{1, 2, 3}, {2, 3, 0}},  // the last one goes
+        {{1, 2}, {2, 3}},
+        {{2, 3}, {2, 3}},
+        {{1, 3}, {2, 3}},
+        {{3}, {3}},
+        {{1}, {2}},
+        {{}, {}},
+    };
+    for (const auto& [numbers, afterwards] : rows) {
+        for (const auto& [name, text] : files()) std::filesystem::remove(path(name));
+        Files expected = {{"log", "b"}, {"log.1", "a" + kEnded}};
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            const std::string number = std::to_string(numbers[i]);
+            write("log." + number, number);
+            if (afterwards[i] > 0) expected["log." + std::to_string(afterwards[i])] = number;
+        }
+        write("log", "a");
+        ASSERT_EQ(setFile("path=" + path() + ";roll=1#4"), kStatusOK);
+        log("b");
+        EXPECT_EQ(files(), expected);
+        ASSERT_EQ(control(category, "output=console"), kStatusOK);
+    }
+}
+
+// The backup was renamed, and its successor not yet made.
+TEST_F(LogFileTest, ShiftsNoBackupsWhereTheNewestIsMissing) {
+    write("save.1", "one");
+    write("save.2", "two");
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("save") + "#3"), kStatusOK);
+    log("a");
+    log("b");
+    EXPECT_EQ(files(), (Files{{"log", "b"},
+                              {"log.1", "a" + kEnded},
+                              {"save", "a"},
+                              {"save.1", "one"},
+                              {"save.2", "two"}}));
+}
+
+TEST_F(LogFileTest, AnEmptyFileTakesNoPlace) {
+    write("log.1", "one");
+    write("save", "saved");
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("save") + "#2"), kStatusOK);
+    log("abc");  // more than the size by itself
+    EXPECT_EQ(files(), (Files{{"log", "abc"}, {"log.1", "one"}, {"save", "saved"}}));
+    ASSERT_EQ(::truncate(path().c_str(), 0), 0);
+    log("def");
+    EXPECT_EQ(files(), (Files{{"log", "def"}, {"log.1", "one"}, {"save", "saved"}}));
+    log("g");
+    EXPECT_EQ(
+        files(),
+        (Files{{"log", "g"}, {"log.1", "def" + kEnded}, {"save", "def"}, {"save.1", "saved"}}));
+}
+
+// --- Folders ---
+
+TEST_F(LogFileTest, TellsOfABackupWithoutAFolder) {
+    const std::string file = "path=" + path("logs/log") + ";roll=1#2;backup=";
+    EXPECT_EQ(setFile(file + path("none/save") + "#2"), kStatusBadPath);
+    EXPECT_EQ(setFile(file + path("none/save") + "#0"), kStatusOK);  // none is made
+    EXPECT_EQ(setFile(file + path("logs/save") + "#2"), kStatusOK);
+}
+
+class ScopedWorkingFolder {
+  public:
+    explicit ScopedWorkingFolder(const std::filesystem::path& path)
+        : before_(std::filesystem::current_path()) {
+        std::filesystem::current_path(path);
+    }
+    ~ScopedWorkingFolder() { std::filesystem::current_path(before_); }
+    ScopedWorkingFolder(const ScopedWorkingFolder&) = delete;
+    ScopedWorkingFolder& operator=(const ScopedWorkingFolder&) = delete;
+
+  private:
+    std::filesystem::path before_;
+};
+
+TEST_F(LogFileTest, StaysInTheFolderThatItsPathWasGivenIn) {
+    const ScopedWorkingFolder folder(folder_.path());
+    ASSERT_EQ(setFile("path=log;roll=1#2;backup=save#2"), kStatusOK);
+    std::filesystem::create_directory("elsewhere");
+    std::filesystem::current_path("elsewhere");
+    log("a");
+    log("b");
+    EXPECT_EQ(files(),
+              (Files{{"elsewhere", ""}, {"log", "b"}, {"log.1", "a" + kEnded}, {"save", "a"}}));
+    EXPECT_TRUE(std::filesystem::is_empty(path("elsewhere")));
+}
+
+// One file under two names, which a rotation would push out by itself.
+TEST_F(LogFileTest, KnowsARelativeBackupForTheFileItself) {
+    const ScopedWorkingFolder folder(folder_.path());
+    EXPECT_EQ(setFile("path=log;roll=1#2;backup=" + path("log.1") + "#2"), kStatusUnsupported);
 }
 
 // A file that cannot be renamed is kept and added to, rather than emptied.

@@ -1,18 +1,22 @@
 #include <array>
+#include <csignal>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <sys/socket.h>
 #include <utility>
 #include <vector>
 
 #include "halvane/platform/system_log_internal.h"
 
+#include "tests/support/output_pipe.h"
 #include "tests/support/run_program.h"
 #include "tests/utils/log_test_support.h"
 
 using halvane::testing::contentsOf;
 using halvane::testing::LogRecorder;
 using halvane::testing::LogTest;
+using halvane::testing::OutputPipe;
 using halvane::testing::resultInChild;
 using halvane::testing::ScopedDescriptor;
 using halvane::testing::TemporaryFolder;
@@ -142,6 +146,87 @@ TEST_F(LogOutputTest, AStandardStreamStaysOpenBehindTheOutput) {
     EXPECT_EQ(outputs(), std::vector<std::string>{"syslog"});
     std::fputs("three", stderr);
     EXPECT_EQ(contentsOf(errors), "one three");
+}
+
+// --- Readers that have gone ---
+
+// Whether the program outlives its messages to a pipe, or a socket, in the place of a descriptor;
+// and what else is to hold afterwards.
+template <typename Check>
+int resultWithoutReader(int descriptor, int writer, const char* spec, Check check) {
+    return resultInChild([&] {
+        ::signal(SIGPIPE, SIG_DFL);
+        ::dup2(writer, descriptor);
+        TestCategory gone("TestGone");
+        LogIsEnabled(&gone, kLogLevelMax);
+        const std::string setting = std::string("^TestGone$:output=") + spec;
+        if (LogControl(setting.c_str()) != kStatusOK) return 2;
+        for (int i = 0; i < 2; ++i) LogPrintF(&gone, "", kLogLevelError, "text\n");
+        return check() ? 0 : 3;
+    });
+}
+
+bool isPipeSignalUntouched() {
+    sigset_t pending;
+    sigset_t blocked;
+    struct sigaction action {};
+    ::sigpending(&pending);
+    ::pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+    ::sigaction(SIGPIPE, nullptr, &action);
+    return sigismember(&pending, SIGPIPE) == 0 && sigismember(&blocked, SIGPIPE) == 0 &&
+           action.sa_handler == SIG_DFL;
+}
+
+struct GoneReader {
+    const char* spec;
+    int descriptor;
+};
+constexpr GoneReader kGoneReaders[] = {{"console", STDERR_FILENO},
+                                       {"file", STDERR_FILENO},
+                                       {"file;stderr", STDERR_FILENO},
+                                       {"file;stdout", STDOUT_FILENO}};
+
+TEST_F(LogOutputTest, APipeThatNobodyReadsEndsNoProgram) {
+    for (const auto& [spec, descriptor] : kGoneReaders) {
+        OutputPipe pipe;
+        pipe.closeReader();
+        EXPECT_EQ(resultWithoutReader(descriptor, pipe.writer(), spec, isPipeSignalUntouched), 0)
+            << spec;
+    }
+}
+
+TEST_F(LogOutputTest, ASocketThatNobodyReadsEndsNoProgram) {
+    for (const auto& [spec, descriptor] : kGoneReaders) {
+        int ends[2];
+        ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+        ::close(ends[0]);
+        EXPECT_EQ(resultWithoutReader(descriptor, ends[1], spec, isPipeSignalUntouched), 0) << spec;
+        ::close(ends[1]);
+    }
+}
+
+// The program may wait for it with sigwait(3).
+TEST_F(LogOutputTest, ASignalOfABrokenPipeThatTheProgramBlocksStaysItsOwn) {
+    for (const bool isPending : {false, true}) {
+        OutputPipe pipe;
+        pipe.closeReader();
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGPIPE);
+        const int keeps = resultInChild([&] {
+            ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+            if (isPending) ::raise(SIGPIPE);
+            ::dup2(pipe.writer(), STDERR_FILENO);
+            if (LogControl("None:output=console") != kStatusOK) return 2;
+            TestCategory gone("TestGone");
+            LogIsEnabled(&gone, kLogLevelMax);
+            LogPrintF(&gone, "", kLogLevelError, "text\n");
+            sigset_t pending;
+            ::sigpending(&pending);
+            return (sigismember(&pending, SIGPIPE) == 1) == isPending ? 0 : 3;
+        });
+        EXPECT_EQ(keeps, 0) << isPending;
+    }
 }
 
 // --- Types ---

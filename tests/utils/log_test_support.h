@@ -31,14 +31,7 @@ struct TestCategory : LogCategory {
     }
     TestCategory(const TestCategory&) = delete;
     TestCategory& operator=(const TestCategory&) = delete;
-    ~TestCategory() {
-        for (LogCategory** place = &logging::logState().categories; *place != nullptr;
-             place = &(*place)->next) {
-            if (*place != this) continue;
-            *place = next;
-            return;
-        }
-    }
+    ~TestCategory() { LogCategory_Remove(this); }
 
     // As it was defined, but for its place in the list.
     void reset() {

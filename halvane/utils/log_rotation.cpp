@@ -1,0 +1,108 @@
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdio>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "halvane/utils/log_rotation_internal.h"
+
+namespace halvane::logging {
+
+namespace {
+
+constexpr std::size_t kMaxNumberedName = 1024;
+constexpr std::size_t kCopyPiece = 4096;
+constexpr mode_t kPermissions = 07777;
+constexpr mode_t kOwnersOnly = 0600;
+
+bool isThere(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 || errno != ENOENT;
+}
+
+// The lowest number that no file has; `count` where all below that are taken.
+int firstGap(const std::string& path, int count) {
+    int number = 1;
+    while (number < count && isThere(numberedName(path, number))) ++number;
+    return number;
+}
+
+// The file's numbered names, or the file itself, are among the other's.
+bool isNumberedName(const std::string& name, const std::string& path) {
+    if (!name.starts_with(path)) return false;
+    std::string_view rest = std::string_view(name).substr(path.size());
+    if (rest.empty()) return true;
+    if (rest.front() != '.') return false;
+    rest.remove_prefix(1);
+    unsigned number = 0;
+    const char* const end = rest.data() + rest.size();
+    const auto [stop, error] = std::from_chars(rest.data(), end, number);
+    return error == std::errc() && stop == end && number <= kMaxKeptFiles;
+}
+
+}  // namespace
+
+std::string numberedName(const std::string& path, int number) {
+    return path + "." + std::to_string(number);
+}
+
+bool numberedNamesFit(const std::string& path, int count) {
+    return numberedName(path, std::max(count - 1, 1)).size() <= kMaxNumberedName;
+}
+
+bool numberedNamesCollide(const std::string& path, const std::string& other) {
+    return !other.empty() && (isNumberedName(path, other) || isNumberedName(other, path));
+}
+
+void shiftNumberedFiles(const std::string& path, int count) {
+    if (!isThere(path)) return;
+    const int gap = firstGap(path, count);
+    if (gap >= count) ::unlink(numberedName(path, count - 1).c_str());
+    for (int i = std::min(gap, count - 1) - 1; i >= 1; --i) {
+        std::rename(numberedName(path, i).c_str(), numberedName(path, i + 1).c_str());
+    }
+    std::rename(path.c_str(), numberedName(path, 1).c_str());
+}
+
+std::optional<FileHeritage> heritageOf(int descriptor) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return FileHeritage{status.st_mode & kPermissions, status.st_uid, status.st_gid};
+}
+
+// The mode comes last: a change of owner takes bits from it, and nobody is let in before.
+int createHeir(const std::string& path, int flags, const FileHeritage& heritage) {
+    const int file = ::open(path.c_str(), flags | O_CREAT | O_EXCL, heritage.mode & kOwnersOnly);
+    if (file < 0) return file;
+    if (::fchown(file, heritage.owner, heritage.group) != 0) {
+        // Without the right to give a file away, the group may still be one of the process's.
+        [[maybe_unused]] const int kept = ::fchown(file, static_cast<uid_t>(-1), heritage.group);
+    }
+    ::fchmod(file, heritage.mode);
+    return file;
+}
+
+void copyLogFile(const std::string& from, const std::string& to) {
+    std::FILE* const source = std::fopen(from.c_str(), "re");
+    if (source == nullptr) return;
+    const auto heritage = heritageOf(::fileno(source));
+    const int file = heritage ? createHeir(to, O_WRONLY | O_CLOEXEC, *heritage) : -1;
+    std::FILE* const copy = file >= 0 ? ::fdopen(file, "w") : nullptr;
+    if (copy != nullptr) {
+        std::array<char, kCopyPiece> piece;
+        std::size_t length = 0;
+        while ((length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
+            if (std::fwrite(piece.data(), 1, length, copy) != length) break;
+        }
+        std::fclose(copy);
+    } else if (file >= 0) {
+        ::close(file);
+    }
+    std::fclose(source);
+}
+
+}  // namespace halvane::logging
