@@ -1,6 +1,7 @@
 // A line to a log file, beside spdlog set to flush each line, and beside a bare write(2) of the
 // same bytes; and a line that the level holds back.
 #include <benchmark/benchmark.h>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -110,10 +111,45 @@ void disabledLine(benchmark::State& state) {
     LogUtils_Finalize();
 }
 
+// A control string with a pattern of its own at each call.
+void controlPatterns(benchmark::State& state) {
+    LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
+    for (auto _ : state) {
+        for (std::int64_t i = 0; i < state.range(0); ++i) {
+            const std::string control = "pattern" + std::to_string(i) + ":level=error";
+            if (LogControl(control.c_str()) != kStatusOK) std::abort();
+        }
+        LogControl(nullptr);
+    }
+    state.SetComplexityN(state.range(0));
+    LogUtils_Finalize();
+}
+
+// A line to standard output that is a pipe, whose reader has gone.
+void lineToBrokenPipe(benchmark::State& state) {
+    int ends[2];
+    if (::pipe(ends) != 0) std::abort();
+    std::fflush(stdout);
+    const int kept = ::dup(STDOUT_FILENO);
+    ::dup2(ends[1], STDOUT_FILENO);
+    for (const int end : ends) ::close(end);
+    LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
+    if (LogControl("^Bench$:output=file;stdout") != kStatusOK) std::abort();
+    for (auto _ : state) {
+        HALVANE_LOG(&gLogCategory_Bench, kLogLevelInfo, "%d frames from %s on channel %d\n",
+                    kFrames, kNeighbour, kChannel);
+    }
+    LogUtils_Finalize();
+    ::dup2(kept, STDOUT_FILENO);
+    ::close(kept);
+}
+
 BENCHMARK(lineHalvane);
 BENCHMARK(lineSpdlog);
 BENCHMARK(lineWrite);
 BENCHMARK(disabledLine);
+BENCHMARK(lineToBrokenPipe);
+BENCHMARK(controlPatterns)->RangeMultiplier(4)->Range(256, 16384)->Complexity();
 
 }  // namespace
 
