@@ -3,7 +3,6 @@
 #define HALVANE_BASE_DAEMON_SERVICE_H
 
 #include <cstdint>
-#include <string>
 
 #include "halvane/base/error.h"
 
@@ -18,9 +17,9 @@ inline constexpr const char kDaemonServiceName[] = HALVANE_DAEMON_SERVICE_NAME;
 // The domain of the errors of the configuration model and the daemon client.
 inline constexpr const char kDaemonErrorDomain[] = HALVANE_DAEMON_SERVICE_NAME ".ErrorDomain";
 
-// An error of that domain.
-inline Error daemonError(std::int64_t code) {
-    return Error{kDaemonErrorDomain, code};
+// An error of that domain. Allocates nothing.
+inline Error daemonError(std::int64_t code) noexcept {
+    return Error{ErrorDomain::constant(kDaemonErrorDomain), code};
 }
 
 }  // namespace halvane

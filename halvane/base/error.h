@@ -2,13 +2,64 @@
 #ifndef HALVANE_BASE_ERROR_H
 #define HALVANE_BASE_ERROR_H
 
+#include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace halvane {
 
+// The name of a domain. One made by constant() allocates nothing, and neither do its copies: the
+// errors of the library are made so, that a lack of memory can be told while memory lacks. Any
+// other one owns its text, as std::string does.
+class ErrorDomain {
+  public:
+    ErrorDomain() = default;
+    ErrorDomain(std::string text) : own_(std::move(text)) {}
+    ErrorDomain(const char* text) : own_(text) {}
+
+    // REQUIRES: `text` is never changed and never goes, as a literal.
+    static ErrorDomain constant(const char* text) noexcept {
+        ErrorDomain domain;
+        domain.constant_ = text;
+        return domain;
+    }
+
+    // Valid until the domain is assigned to, moved from or destroyed.
+    const char* c_str() const noexcept { return constant_ != nullptr ? constant_ : own_.c_str(); }
+    std::string_view view() const noexcept {
+        return constant_ != nullptr ? std::string_view(constant_) : std::string_view(own_);
+    }
+    std::size_t size() const noexcept { return view().size(); }
+    bool empty() const noexcept { return view().empty(); }
+
+    operator std::string_view() const noexcept { return view(); }
+    operator std::string() const { return std::string(view()); }
+
+    // The same text, wherever it stands.
+    friend bool operator==(const ErrorDomain& a, const ErrorDomain& b) noexcept {
+        return a.view() == b.view();
+    }
+    friend bool operator==(const ErrorDomain& a, std::string_view b) noexcept {
+        return a.view() == b;
+    }
+    friend bool operator==(const ErrorDomain& a, const std::string& b) noexcept {
+        return a.view() == b;
+    }
+    friend bool operator==(const ErrorDomain& a, const char* b) noexcept { return a.view() == b; }
+    friend std::ostream& operator<<(std::ostream& stream, const ErrorDomain& domain) {
+        return stream << domain.view();
+    }
+
+  private:
+    const char* constant_ = nullptr;  // null: the text is own_
+    std::string own_;
+};
+
 struct Error {
-    std::string domain;
+    ErrorDomain domain;
     std::int64_t code = 0;
 
     friend bool operator==(const Error&, const Error&) = default;

@@ -11,11 +11,11 @@
 
 namespace halvane {
 
-// Both do nothing where the caller has given no place.
-inline void storeError(std::optional<Error>* place, std::int64_t code) {
+// Both do nothing where the caller has given no place, and neither allocates.
+inline void storeError(std::optional<Error>* place, std::int64_t code) noexcept {
     if (place != nullptr) *place = daemonError(code);
 }
-inline void clearError(std::optional<Error>* place) {
+inline void clearError(std::optional<Error>* place) noexcept {
     if (place != nullptr) place->reset();
 }
 

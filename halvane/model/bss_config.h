@@ -159,7 +159,10 @@ class HALVANE_EXPORT HalvaneBSSConfig {
     // halvane/model/bss_option_words.h: those of its words become true, the others false, so that
     // an empty list allows nothing.
     //
-    //   kStatusUnsupported  a piece of the list is no word of the group; the flags stay as they are
+    //   kStatusUnsupported  a piece of the list is no word of the group
+    //   kStatusNoMemory     there is no memory for the list
+    //
+    // After a failure the flags are as they were.
     bool setAuthenticationWithOptionString_error(std::string_view words,
                                                  std::optional<Error>* error = nullptr);
     bool setSecurityWithOptionString_error(std::string_view words,

@@ -1,6 +1,8 @@
 #include <algorithm>
-#include <span>
-#include <vector>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
 
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_table_internal.h"
@@ -11,10 +13,11 @@ namespace halvane {
 namespace {
 
 // The flags of the words that `text` lists become true, the group's others false.
-bool allowOnly(HalvaneBSSConfig& configuration, std::span<const BSSOption> group,
+template <std::size_t kCount>
+bool allowOnly(HalvaneBSSConfig& configuration, const std::array<BSSOption, kCount>& group,
                std::string_view text, std::optional<Error>* error) {
-    std::vector<std::string_view> words;
-    for (const BSSOption& option : group) words.push_back(option.word);
+    std::array<std::string_view, kCount> words;
+    std::ranges::transform(group, words.begin(), &BSSOption::word);
     const auto listed = ConfigParser::convertParamStringToArray_error(text, words, error);
     if (!listed) return false;
     for (const BSSOption& option : group) {

@@ -38,6 +38,23 @@ const char* placeOf(std::string_view text) {
     return text.data() != nullptr ? text.data() : "";
 }
 
+// Absent where a piece of the list is none of `words`.
+std::optional<std::vector<std::string>> knownWordsOf(std::string_view text,
+                                                     std::span<const std::string_view> words) {
+    std::vector<std::string> found;
+    const char* const end = text.data() + text.size();
+    const char* next = nullptr;
+    std::size_t length = 0;
+    for (const char* at = text.data(); TextSep(at, end, ",", &length, &next); at = next) {
+        const std::string_view piece(at, length);
+        const auto word = std::ranges::find_if(
+            words, [piece](std::string_view known) { return isWord(piece, known); });
+        if (word == words.end()) return std::nullopt;
+        found.emplace_back(*word);
+    }
+    return found;
+}
+
 struct HexReading {
     std::size_t written = 0;
     std::size_t total = 0;
@@ -67,19 +84,11 @@ HalvaneStatus statusOf(const HexReading& reading, std::size_t capacity) {
 
 std::optional<std::vector<std::string>> convertParamStringToArray_error(
     std::string_view text, std::span<const std::string_view> words, std::optional<Error>* error) {
-    std::vector<std::string> found;
-    const char* const end = text.data() + text.size();
-    const char* next = nullptr;
-    std::size_t length = 0;
-    for (const char* at = text.data(); TextSep(at, end, ",", &length, &next); at = next) {
-        const std::string_view piece(at, length);
-        const auto word = std::ranges::find_if(
-            words, [piece](std::string_view known) { return isWord(piece, known); });
-        if (word == words.end()) return fail(error, kStatusUnsupported);
-        found.emplace_back(*word);
-    }
+    auto found = ifMemoryAllows([&] { return knownWordsOf(text, words); });
+    if (!found) return fail(error, kStatusNoMemory);
+    if (!*found) return fail(error, kStatusUnsupported);
     clearError(error);
-    return found;
+    return std::move(*found);
 }
 
 std::optional<ByteBuffer> dataFromHexWithin(std::string_view text, std::size_t capacity,

@@ -23,8 +23,10 @@ namespace halvane::ConfigParser {
 
 // The words of a comma-separated list, each as `words` spells it, whatever the case it was written
 // in; repeated ones stay. Nothing is trimmed. A comma at the end adds nothing, and an empty text
-// has no words. Clears the error. kStatusUnsupported: a piece, also an empty one, is none of
-// `words`.
+// has no words. Clears the error.
+//
+//   kStatusUnsupported  a piece, also an empty one, is none of `words`
+//   kStatusNoMemory     there is no memory for the words
 HALVANE_EXPORT std::optional<std::vector<std::string>> convertParamStringToArray_error(
     std::string_view text, std::span<const std::string_view> words,
     std::optional<Error>* error = nullptr);

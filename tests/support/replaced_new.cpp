@@ -1,22 +1,17 @@
-#include "tests/support/scarce_memory.h"
+#include "tests/support/replaced_new.h"
 
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-thread_local std::size_t count = 0;
-thread_local std::size_t left = halvane::testing::ScarceMemory::kPlenty;
-thread_local bool isOver = false;
+thread_local halvane::testing::MemoryHooks hooks;
 
 void* allocate(std::size_t size) noexcept {
-    ++count;
-    if (left == 0 && !isOver) {
-        isOver = true;
-        return nullptr;
-    }
-    if (left > 0) --left;
-    return std::malloc(size == 0 ? 1 : size);
+    if (hooks.mayAllocate != nullptr && !hooks.mayAllocate(size)) return nullptr;
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (memory != nullptr && hooks.isAllocated != nullptr) hooks.isAllocated(memory);
+    return memory;
 }
 
 void* allocateOrThrow(std::size_t size) {
@@ -24,23 +19,15 @@ void* allocateOrThrow(std::size_t size) {
     throw std::bad_alloc();
 }
 
+void release(void* memory) noexcept {
+    if (memory != nullptr && hooks.isReleased != nullptr) hooks.isReleased(memory);
+    std::free(memory);
+}
+
 }  // namespace
 
-halvane::testing::ScarceMemory::ScarceMemory(std::size_t allocations) {
-    count = 0;
-    isOver = false;
-    left = allocations;
-}
-halvane::testing::ScarceMemory::~ScarceMemory() {
-    left = kPlenty;
-}
-
-bool halvane::testing::ScarceMemory::hasFailed() const {
-    return isOver;
-}
-
-std::size_t halvane::testing::ScarceMemory::allocations() const {
-    return count;
+halvane::testing::MemoryHooks& halvane::testing::memoryHooks() {
+    return hooks;
 }
 
 // All forms, for those that a sanitizer brings do not call each other.
@@ -57,20 +44,20 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
     return allocate(size);
 }
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete[](void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete[](void* memory, std::size_t) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    release(memory);
 }
