@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
+#include <vector>
 
 #include "halvane/base/describe.h"
+#include "halvane/base/fallible_internal.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/regulatory/sku_table_internal.h"
 #include "halvane/utils/ignore_case_internal.h"
@@ -77,19 +80,22 @@ HalvaneSKU HalvaneSKU::initWithSkeletonRepresentation(const PropertyListDictiona
 }
 
 std::vector<HalvaneSKU> HalvaneSKU::createDefaultSKUList() {
-    std::vector<HalvaneSKU> list;
-    list.reserve(std::size(kDefaultSKUs));
-    for (const DefaultSKU& row : kDefaultSKUs) {
-        const auto countries = defaultCountriesOf(row.sku);
-        HalvaneSKU& sku =
-            list.emplace_back(initWithFriendlyName_withShortName(row.friendlyName, row.shortName));
-        sku.countries_.reserve(countries.size());
-        for (const DefaultCountry& country : countries) {
-            sku.addDefaultCountry_withISOName_withISOCode(country.friendlyName, country.isoName,
-                                                          country.isoCode);
+    auto list = ifMemoryAllows([] {
+        std::vector<HalvaneSKU> skus;
+        skus.reserve(std::size(kDefaultSKUs));
+        for (const DefaultSKU& row : kDefaultSKUs) {
+            const auto countries = defaultCountriesOf(row.sku);
+            HalvaneSKU& sku = skus.emplace_back(
+                initWithFriendlyName_withShortName(row.friendlyName, row.shortName));
+            sku.countries_.reserve(countries.size());
+            for (const DefaultCountry& country : countries) {
+                sku.addDefaultCountry_withISOName_withISOCode(country.friendlyName, country.isoName,
+                                                              country.isoCode);
+            }
         }
-    }
-    return list;
+        return skus;
+    });
+    return list ? std::move(*list) : std::vector<HalvaneSKU>();
 }
 
 PropertyListDictionary HalvaneSKU::skeletonRepresentation() const {

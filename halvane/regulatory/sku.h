@@ -27,7 +27,7 @@ class HALVANE_EXPORT HalvaneSKU {
     static HalvaneSKU initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
     // The seven SKUs that the library knows, 239 countries in all, each with its default channels.
-    // The list is made anew by each call, and is the caller's.
+    // The list is made anew by each call, and is the caller's. Empty where memory is short of it.
     static std::vector<HalvaneSKU> createDefaultSKUList();
 
     // "FriendlyName" and "ShortName" where there is one; "Countries" always.

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/scarce_memory.h"
 #include "tests/support/skeletons.h"
 
 using halvane::HalvaneCountry;
@@ -16,6 +17,7 @@ using halvane::PropertyListValue;
 using halvane::testing::awkwardText;
 using halvane::testing::throughXml;
 using halvane::testing::valuesOfEveryKind;
+using halvane::testing::withEverLessScarceMemory;
 
 namespace {
 
@@ -365,6 +367,14 @@ TEST(SKUSkeleton, PassesOverWhatIsNoCountry) {
     // Both dictionaries among the values are countries without any key.
     EXPECT_EQ(read("Countries", array).countries(),
               (std::vector{nameless(), nameless(), country("A")}));
+}
+
+TEST(SKU, HasNoDefaultListWhereMemoryIsShort) {
+    std::size_t size = 0;
+    const auto attempts =
+        withEverLessScarceMemory([&size] { size = HalvaneSKU::createDefaultSKUList().size(); },
+                                 [&size](bool hasEnded) { EXPECT_EQ(size, hasEnded ? 0u : 7u); });
+    EXPECT_GT(attempts, 239u) << "each country has a list";
 }
 
 }  // namespace
