@@ -1,21 +1,24 @@
 #include "halvane/base/property_list_value.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
+#include <map>
 #include <new>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace halvane {
 
-namespace {
-
-// What one allocation should do for: a skeleton has about this many keys.
-constexpr std::size_t kUsualEntries = 8;
-
-}  // namespace
+struct PropertyListDictionary::Index {
+    std::map<std::string, std::size_t, std::less<>> positions;  // of those that are not erased
+    std::size_t first = 0;                                      // the first of those
+};
 
 PropertyListDictionary::PropertyListDictionary() = default;
 PropertyListDictionary::PropertyListDictionary(const PropertyListDictionary& other)
-    : entries_(other.entries_),
+    : slots_(other.slots_),
       index_(other.index_ ? std::make_unique<Index>(*other.index_) : nullptr) {}
 PropertyListDictionary::PropertyListDictionary(PropertyListDictionary&&) noexcept = default;
 PropertyListDictionary& PropertyListDictionary::operator=(const PropertyListDictionary& other) {
@@ -26,31 +29,34 @@ PropertyListDictionary& PropertyListDictionary::operator=(PropertyListDictionary
 PropertyListDictionary::~PropertyListDictionary() = default;
 
 std::size_t PropertyListDictionary::size() const {
-    return entries_.size();
+    return index_ ? index_->positions.size() : slots_.size();
 }
 bool PropertyListDictionary::empty() const {
-    return entries_.empty();
+    return size() == 0;
 }
 
-const PropertyListDictionary::Entry* PropertyListDictionary::begin() const {
-    return entries_.data();
+PropertyListDictionary::Iterator PropertyListDictionary::begin() const {
+    const Slot* const slots = slots_.data();
+    return {slots + (index_ ? index_->first : 0), slots + slots_.size()};
 }
-const PropertyListDictionary::Entry* PropertyListDictionary::end() const {
-    return entries_.data() + entries_.size();
+PropertyListDictionary::Iterator PropertyListDictionary::end() const {
+    const Slot* const end = slots_.data() + slots_.size();
+    return {end, end};
 }
 
 std::size_t PropertyListDictionary::indexOf(std::string_view key) const {
     if (index_) {
-        const auto found = index_->find(key);
-        return found == index_->end() ? entries_.size() : found->second;
+        const auto found = index_->positions.find(key);
+        return found == index_->positions.end() ? kNowhere : found->second;
     }
-    const auto found = std::ranges::find(entries_, key, &Entry::first);
-    return static_cast<std::size_t>(found - entries_.begin());
+    const auto keyOf = [](const Slot& slot) -> std::string_view { return slot.entry.first; };
+    const auto found = std::ranges::find(slots_, key, keyOf);
+    return found == slots_.end() ? kNowhere : static_cast<std::size_t>(found - slots_.begin());
 }
 
 const PropertyListValue* PropertyListDictionary::find(std::string_view key) const {
     const auto index = indexOf(key);
-    return index < entries_.size() ? &entries_[index].second : nullptr;
+    return index != kNowhere ? &slots_[index].entry.second : nullptr;
 }
 
 void PropertyListDictionary::set(std::string key, PropertyListValue value) {
@@ -58,41 +64,68 @@ void PropertyListDictionary::set(std::string key, PropertyListValue value) {
 }
 
 std::pair<PropertyListValue*, bool> PropertyListDictionary::enter(std::string key) {
-    if (const auto index = indexOf(key); index < entries_.size()) {
-        return {&entries_[index].second, false};
+    if (const auto index = indexOf(key); index != kNowhere) {
+        return {&slots_[index].entry.second, false};
     }
-    // A dictionary of one entry stays that small.
-    if (entries_.size() == 1) entries_.reserve(kUsualEntries);
-    entries_.emplace_back().first = std::move(key);
+    makeRoom();
+    slots_.emplace_back().entry.first = std::move(key);
     try {
         indexLastEntry();
     } catch (const std::bad_alloc&) {
         // An entry that look-ups miss would be entered twice.
-        entries_.pop_back();
+        slots_.pop_back();
         throw;
     }
-    return {&entries_.back().second, true};
+    return {&slots_.back().entry.second, true};
+}
+
+// A dictionary of one entry stays that small, and a skeleton, of about eight, is soon done with. A
+// large one grows by half, since foreign texts are full of them.
+void PropertyListDictionary::makeRoom() {
+    constexpr std::size_t kFew = 4;
+    constexpr std::size_t kUsual = 8;
+    const std::size_t size = slots_.size();
+    if (size < slots_.capacity()) return;
+    const std::size_t few = size == 0 ? 1 : size < kFew ? kFew : kUsual;
+    slots_.reserve(size < kUsual ? few : size + size / 2);
 }
 
 void PropertyListDictionary::indexLastEntry() {
     if (index_) {
-        index_->emplace(entries_.back().first, entries_.size() - 1);
-    } else if (entries_.size() > kScanLimit) {
+        index_->positions.emplace(slots_.back().entry.first, slots_.size() - 1);
+    } else if (slots_.size() > kScanLimit) {
         auto index = std::make_unique<Index>();
-        for (std::size_t i = 0; i < entries_.size(); ++i) index->emplace(entries_[i].first, i);
+        for (std::size_t i = 0; i < slots_.size(); ++i) {
+            index->positions.emplace(slots_[i].entry.first, i);
+        }
         index_ = std::move(index);
     }
 }
 
 bool PropertyListDictionary::erase(std::string_view key) {
     const auto index = indexOf(key);
-    if (index == entries_.size()) return false;
-    if (index_) index_->erase(index_->find(key));
-    entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
-    if (entries_.size() <= kScanLimit) index_.reset();
-    if (!index_) return true;
-    for (auto& [indexedKey, position] : *index_) position -= position > index ? 1 : 0;
+    if (index == kNowhere) return false;
+    if (!index_) {
+        slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(index));
+        return true;
+    }
+    auto& [positions, first] = *index_;
+    positions.erase(positions.find(key));
+    slots_[index] = {{}, true};
+    while (first < slots_.size() && slots_[first].isErased) ++first;
+    const std::size_t erased = slots_.size() - positions.size();
+    if (positions.size() <= kScanLimit || erased > positions.size()) removeErased();
     return true;
+}
+
+// Takes as many steps as there were erasures since the last time, or nearly so, and no memory.
+void PropertyListDictionary::removeErased() {
+    std::erase_if(slots_, [](const Slot& slot) { return slot.isErased; });
+    if (slots_.size() <= kScanLimit) return index_.reset();
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+        index_->positions.find(slots_[i].entry.first)->second = i;
+    }
+    index_->first = 0;
 }
 
 bool operator==(const PropertyListDictionary& a, const PropertyListDictionary& b) {
@@ -119,7 +152,7 @@ class PropertyListDismantler {
         }
         const auto* dictionary = value.as<PropertyListDictionary>();
         return dictionary != nullptr &&
-               std::ranges::any_of(dictionary->entries_, hasChildren, &Entry::second);
+               std::ranges::any_of(dictionary->slots_, hasChildren, valueOf);
     }
 
     static void dismantle(PropertyListValue current) {
@@ -141,25 +174,28 @@ class PropertyListDismantler {
     }
 
   private:
-    using Entry = PropertyListDictionary::Entry;
+    using Slot = PropertyListDictionary::Slot;
 
+    static const PropertyListValue& valueOf(const Slot& slot) { return slot.entry.second; }
+
+    // Those of erased entries, which are nulls, included.
     static bool hasChildren(const PropertyListValue& value) {
         if (const auto* array = value.as<PropertyListArray>()) return !array->empty();
         const auto* dictionary = value.as<PropertyListDictionary>();
-        return dictionary != nullptr && !dictionary->empty();
+        return dictionary != nullptr && !dictionary->slots_.empty();
     }
 
     // REQUIRES: hasChildren(container)
     static PropertyListValue takeLast(PropertyListValue& container) {
-        const auto takeFrom = [](auto& children, auto valueOf) {
-            PropertyListValue last = std::move(valueOf(children.back()));
+        const auto takeFrom = [](auto& children, auto childOf) {
+            PropertyListValue last = std::move(childOf(children.back()));
             children.pop_back();
             return last;
         };
         if (auto* array = container.as<PropertyListArray>())
             return takeFrom(*array, std::identity());
-        return takeFrom(container.as<PropertyListDictionary>()->entries_,
-                        [](Entry& entry) -> PropertyListValue& { return entry.second; });
+        return takeFrom(container.as<PropertyListDictionary>()->slots_,
+                        [](Slot& slot) -> PropertyListValue& { return slot.entry.second; });
     }
 
     // Puts `value` in the place of the first child, which becomes the last one.
@@ -169,9 +205,9 @@ class PropertyListDismantler {
             array->push_back(std::exchange(array->front(), std::move(value)));
             return;
         }
-        auto& entries = container.as<PropertyListDictionary>()->entries_;
-        PropertyListValue first = std::exchange(entries.front().second, std::move(value));
-        entries.emplace_back(std::string(), std::move(first));
+        auto& slots = container.as<PropertyListDictionary>()->slots_;
+        PropertyListValue first = std::exchange(slots.front().entry.second, std::move(value));
+        slots.push_back({{std::string(), std::move(first)}, false});
     }
 };
 

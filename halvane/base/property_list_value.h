@@ -13,7 +13,8 @@
 
 #include <concepts>
 #include <cstddef>
-#include <map>
+#include <cstdint>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -50,10 +51,11 @@ class HALVANE_EXPORT PropertyListObject {
 };
 
 // Entries in order of insertion, each key once, found by key in logarithmic time whatever the
-// keys are.
+// keys are. What memory ends in leaves the dictionary as it was.
 class HALVANE_EXPORT PropertyListDictionary {
   public:
     using Entry = std::pair<std::string, PropertyListValue>;
+    class Iterator;  // forward, of constant entries
 
     PropertyListDictionary();
     PropertyListDictionary(const PropertyListDictionary&);
@@ -75,12 +77,13 @@ class HALVANE_EXPORT PropertyListDictionary {
     // Valid until the dictionary is next changed.
     std::pair<PropertyListValue*, bool> enter(std::string key);
 
-    // Removes the entry of `key`, in linear time; false when there is none.
+    // Removes the entry of `key`, which may be the entry's own; false when there is none. The time
+    // is logarithmic, on the average of many.
     bool erase(std::string_view key);
 
-    // In order of insertion.
-    const Entry* begin() const;
-    const Entry* end() const;
+    // In order of insertion. Valid until the dictionary is next changed.
+    Iterator begin() const;
+    Iterator end() const;
 
     // The same keys with equal values, in any order.
     friend HALVANE_EXPORT bool operator==(const PropertyListDictionary& a,
@@ -91,11 +94,17 @@ class HALVANE_EXPORT PropertyListDictionary {
 
     // Scanning a handful of entries beats a tree; a larger dictionary is indexed.
     static constexpr std::size_t kScanLimit = 16;
-    using Index = std::map<std::string, std::size_t, std::less<>>;
+    static constexpr std::size_t kNowhere = SIZE_MAX;
+    struct Slot;
+    struct Index;
     std::size_t indexOf(std::string_view key) const;
+    void makeRoom();
     void indexLastEntry();
+    void removeErased();
 
-    std::vector<Entry> entries_;
+    // Those of an indexed dictionary may be erased ones, which go when there are many: to close up
+    // behind each would take linear time.
+    std::vector<Slot> slots_;
     std::unique_ptr<Index> index_;  // null up to kScanLimit entries: most dictionaries have few
 };
 
@@ -161,6 +170,43 @@ class HALVANE_EXPORT PropertyListValue {
     void dismantle() noexcept;
 
     Variant value_;
+};
+
+struct PropertyListDictionary::Slot {
+    Entry entry;
+    bool isErased = false;
+};
+
+class PropertyListDictionary::Iterator {
+  public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Entry;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Entry*;
+    using reference = const Entry&;
+
+    Iterator() = default;
+
+    reference operator*() const { return slot_->entry; }
+    pointer operator->() const { return &slot_->entry; }
+    Iterator& operator++() {
+        do ++slot_;
+        while (slot_ != end_ && slot_->isErased);
+        return *this;
+    }
+    Iterator operator++(int) {
+        const Iterator before = *this;
+        ++*this;
+        return before;
+    }
+    friend bool operator==(const Iterator& a, const Iterator& b) { return a.slot_ == b.slot_; }
+
+  private:
+    friend class PropertyListDictionary;
+    Iterator(const Slot* slot, const Slot* end) : slot_(slot), end_(end) {}
+
+    const Slot* slot_ = nullptr;
+    const Slot* end_ = nullptr;
 };
 
 }  // namespace halvane

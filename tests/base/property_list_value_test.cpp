@@ -252,6 +252,42 @@ TEST(PropertyListDictionary, ErasesByItsOwnKey) {
     }
 }
 
+// In a loop, to close up behind each would take the square of the number.
+TEST(PropertyListDictionary, LeavesTheOthersWhereTheyAreWhenItErasesAFew) {
+    auto dictionary = numbered(1000);
+    const auto* const last = dictionary.find("key999");
+    for (int i = 0; i < 499; ++i) {
+        ASSERT_TRUE(dictionary.erase("key" + std::to_string(i)));
+        ASSERT_EQ(dictionary.find("key999"), last);
+    }
+    EXPECT_EQ(dictionary.size(), 501u);
+}
+
+TEST(PropertyListDictionary, ErasesAndTakesEntriesInTurn) {
+    auto dictionary = numbered(60);
+    auto keys = keysOf(dictionary);
+    for (int i = 0; i < 400; ++i) {
+        const auto place = static_cast<std::size_t>(i * 37) % keys.size();
+        const auto erased = keys.begin() + static_cast<std::ptrdiff_t>(place);
+        ASSERT_TRUE(dictionary.erase(*erased));
+        keys.erase(erased);
+        if (i % 3 == 0) {
+            keys.push_back("new" + std::to_string(i));
+            dictionary.set(keys.back(), i);
+        }
+        if (keys.size() < 10) {
+            for (int k = 0; k < 40; ++k) {
+                keys.push_back("more" + std::to_string(1000 * i + k));
+                dictionary.set(keys.back(), k);
+            }
+        }
+        ASSERT_EQ(keysOf(dictionary), keys);
+        const auto copy = dictionary;
+        for (const auto& key : keys) ASSERT_NE(copy.find(key), nullptr) << key;
+        EXPECT_EQ(copy, dictionary);
+    }
+}
+
 TEST(PropertyListDictionary, TakesNewEntriesAfterErasing) {
     auto dictionary = numbered(18);
     dictionary.erase("key0");
