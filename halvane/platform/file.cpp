@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -108,20 +108,71 @@ class TemporaryFile {
     bool isKept_ = false;
 };
 
-constexpr std::uint64_t kLockPatience = 10;  // seconds
-constexpr long kFirstPause = 20'000;         // nanoseconds; each is twice the one before
-constexpr long kLongestPause = 10'000'000;
+// The bytes of a lock's file that stand for something; it need not have them.
+enum class LockByte : off_t { Held, Turn };
 
-bool lockWithPatience(const FileDescriptor& file) {
-    const std::uint64_t deadline = upTimeNow() + kLockPatience * ticksPerSecondOf(upTimeTimebase());
-    timespec pause = {0, kFirstPause};
-    while (::flock(file.number(), LOCK_EX | LOCK_NB) != 0) {
-        const bool isTaken = errno == EWOULDBLOCK || errno == EINTR;
-        if (!isTaken || upTimeNow() >= deadline) return false;
-        upTimeSleep(pause);
-        pause.tv_nsec = std::min(2 * pause.tv_nsec, kLongestPause);
+// Whether the byte is locked now (F_WRLCK), or unlocked (F_UNLCK). By the open file description, as
+// flock() does it, so that threads exclude each other, too.
+bool setLock(const FileDescriptor& file, LockByte byte, short type) {
+    struct flock range {};
+    range.l_type = type;
+    range.l_whence = SEEK_SET;
+    range.l_start = static_cast<off_t>(byte);
+    range.l_len = 1;
+    return uninterrupted([&] { return ::fcntl(file.number(), F_OFD_SETLK, &range); }) == 0;
+}
+
+// Counts what was slept, not what went by: a process that gets no processor has not waited.
+class Patience {
+  public:
+    // False, at once, where all of it has been slept.
+    bool nap() {
+        const std::uint64_t ticksPerSecond = ticksPerSecondOf(upTimeTimebase());
+        if (slept_ >= kSeconds * ticksPerSecond) return false;
+        const std::uint64_t start = upTimeNow();
+        const bool isWhole = upTimeSleep({0, pause_}) == 0;
+        const auto meant = std::max<std::uint64_t>(
+            static_cast<std::uint64_t>(pause_) * ticksPerSecond / 1'000'000'000, 1);
+        // One that a signal ends counts in part; one that fails counts too, so that there is an
+        // end.
+        const bool isCutShort = !isWhole && errno == EINTR;
+        slept_ += isCutShort ? std::min(upTimeNow() - start, meant) : meant;
+        pause_ = std::min(2 * pause_, kLongestPause);
+        return true;
+    }
+
+  private:
+    static constexpr std::uint64_t kSeconds = 10;
+    // Nanoseconds; each is twice the one before. The longest is short: who has waited for long has
+    // nearly the same chance in each moment as who has just come.
+    static constexpr long kFirstPause = 20'000;
+    static constexpr long kLongestPause = 1'000'000;
+
+    std::uint64_t slept_ = 0;  // ticks
+    long pause_ = kFirstPause;
+};
+
+bool lockWithPatience(const FileDescriptor& file, LockByte byte, Patience& patience) {
+    while (!setLock(file, byte, F_WRLCK)) {
+        const int error = errno;
+        const bool isTaken = error == EAGAIN || error == EACCES;
+        if (isTaken && patience.nap()) continue;
+        errno = error;
+        return false;
     }
     return true;
+}
+
+// Whoever wants the lock waits for the turn first, and keeps it until the lock is there. So who has
+// just released the lock, and wants it back at once, stands behind the one whose turn it is.
+bool lockInTurn(const FileDescriptor& file) {
+    Patience patience;
+    if (!lockWithPatience(file, LockByte::Turn, patience)) return false;
+    const bool isHeld = lockWithPatience(file, LockByte::Held, patience);
+    const int error = errno;
+    setLock(file, LockByte::Turn, F_UNLCK);
+    errno = error;
+    return isHeld;
 }
 
 }  // namespace
@@ -169,12 +220,12 @@ HalvaneStatus makeFolders(const std::string& folder) {
 
 FileLock::FileLock(const std::string& path)
     : file_(openFile(path, O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY, 0600)) {
-    if (!file_ || !lockWithPatience(file_)) status_ = statusOfLastError();
+    if (!file_ || !lockInTurn(file_)) status_ = statusOfLastError();
 }
 
 // Unlocked rather than closed alone: a child that another thread forks has the descriptor, too.
 FileLock::~FileLock() {
-    if (file_) ::flock(file_.number(), LOCK_UN);
+    if (file_) setLock(file_, LockByte::Held, F_UNLCK);
 }
 
 HalvaneStatus replaceFile(const std::string& path, std::string_view text) {

@@ -54,7 +54,14 @@ HalvaneStatus makeFolders(const std::string& folder);
 class FileLock {
   public:
     // Waits for the lock, for ten seconds at most: who holds it that long is stuck, and must not
-    // stop everybody else. Then the status is kStatusCannotOpen.
+    // stop everybody else. Then the status is kStatusCannotOpen. The seconds are those that were
+    // slept between attempts, in pauses of a millisecond: on a busy machine, where each takes
+    // longer than it was meant to, the wait takes longer, but has as many attempts.
+    //
+    // The wait is fair: a holder that comes back stands behind who waited meanwhile. For that there
+    // are two locks of the file's open description (fcntl, F_OFD_SETLK), of one byte each: the one
+    // of byte 0 is held, the one of byte 1 is the turn of the next. The kernel's own waits are
+    // neither bounded nor fair: they wake who waits, and leave the lock to who comes first.
     explicit FileLock(const std::string& path);
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

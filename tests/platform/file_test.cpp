@@ -1,8 +1,10 @@
 #include <atomic>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -132,6 +134,37 @@ TEST(File, LetsOneHolderOfALockInAtATime) {
     other.join();
     EXPECT_EQ(count, 2 * kRounds);
     EXPECT_EQ(FileLock((folder.path() / "none" / "lock").string()).status(), kStatusBadPath);
+}
+
+// Whether somebody waits for the lock, and is the next.
+bool isWaitedFor(const std::string& path) {
+    const halvane::FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC));
+    struct flock turn {};
+    turn.l_type = F_WRLCK;
+    turn.l_start = 1;
+    turn.l_len = 1;
+    EXPECT_EQ(::fcntl(file.number(), F_OFD_GETLK, &turn), 0);
+    return turn.l_type != F_UNLCK;
+}
+
+TEST(File, GivesALockToWhoWaitsBeforeItsHolderHasItAgain) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "lock").string();
+    for (int round = 0; round < 20; ++round) {
+        std::atomic<bool> hadIt = false;
+        std::optional<FileLock> held(path);
+        std::thread waiter([&] {
+            const FileLock lock(path);
+            hadIt = lock.status() == kStatusOK;
+        });
+        while (!isWaitedFor(path)) std::this_thread::yield();
+        held.reset();
+        held.emplace(path);
+        EXPECT_EQ(held->status(), kStatusOK);
+        EXPECT_TRUE(hadIt);
+        held.reset();
+        waiter.join();
+    }
 }
 
 TEST(File, WaitsForALockTenSecondsAtMost) {
