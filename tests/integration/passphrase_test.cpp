@@ -165,6 +165,7 @@ TEST(PSK, TakesOneSSIDAndNoPassphrase) {
 // --- At a terminal ---
 
 TEST(PassphrasePrompt, ShowsNothingOfWhatIsTyped) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     EXPECT_EQ(program.waitFor("Passphrase: "), "");
     EXPECT_FALSE(program.shows());
@@ -176,6 +177,7 @@ TEST(PassphrasePrompt, ShowsNothingOfWhatIsTyped) {
 }
 
 TEST(PassphrasePrompt, IsOfTheTerminalAlsoWhereOutputIsNot) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     const halvane::testing::TemporaryFolder folder;
     const std::string file = folder.path() / "key";
     TerminalProgram program({"/bin/sh", "-c", "exec \"$0\" psk IEEE >\"$1\"", HALVANE_TOOL, file});
@@ -187,6 +189,7 @@ TEST(PassphrasePrompt, IsOfTheTerminalAlsoWhereOutputIsNot) {
 }
 
 TEST(PassphrasePrompt, TellsWhatIsWrongWithTheLine) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     program.waitFor("Passphrase: ");
     program.type(std::string(300, 'p') + "\n");
@@ -198,6 +201,7 @@ TEST(PassphrasePrompt, TellsWhatIsWrongWithTheLine) {
 }
 
 TEST(PassphrasePrompt, EndsWithTheInput) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     program.waitFor("Passphrase: ");
     program.type("\x04");  // end of file
@@ -207,6 +211,7 @@ TEST(PassphrasePrompt, EndsWithTheInput) {
 }
 
 TEST(PassphrasePrompt, LeavesTheTerminalAsItWasWhenASignalEndsIt) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
         TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
         program.waitFor("Passphrase: ");
@@ -221,6 +226,7 @@ TEST(PassphrasePrompt, LeavesTheTerminalAsItWasWhenASignalEndsIt) {
 }
 
 TEST(PassphrasePrompt, IsEndedFromTheKeyboard) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     program.waitFor("Passphrase: ");
     program.type("\x03");  // interrupt
@@ -230,6 +236,7 @@ TEST(PassphrasePrompt, IsEndedFromTheKeyboard) {
 }
 
 TEST(PassphrasePrompt, IsRepeatedWhereTheProgramGoesOnAfterASignal) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram program({"/bin/sh", "-c", "trap '' TERM; exec \"$0\" psk IEEE", HALVANE_TOOL});
     program.waitFor("Passphrase: ");
     program.type("half a pass");
@@ -242,6 +249,7 @@ TEST(PassphrasePrompt, IsRepeatedWhereTheProgramGoesOnAfterASignal) {
 }
 
 TEST(PassphrasePrompt, LeavesASignalThatWasBlockedToWhoBlockedIt) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     sigset_t interrupt;
     sigset_t before;
     ::sigemptyset(&interrupt);
@@ -257,6 +265,7 @@ TEST(PassphrasePrompt, LeavesASignalThatWasBlockedToWhoBlockedIt) {
 }
 
 TEST(PassphrasePrompt, IsRepeatedAfterAStop) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     program.waitFor("Passphrase: ");
     ASSERT_EQ(::kill(program.process(), SIGTSTP), 0);
@@ -283,6 +292,7 @@ pid_t numberOfJob(TerminalProgram& program) {
 }
 
 TEST(PassphrasePrompt, HidesAgainWhatIsTypedAfterAnyStop) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     for (const int signal : {SIGSTOP, SIGTSTP}) {
         TerminalProgram program = stoppableJob();
         const pid_t job = numberOfJob(program);
@@ -325,6 +335,7 @@ std::optional<bool> holds(pid_t process, std::string_view text) {
 }
 
 TEST(PassphrasePrompt, IsStoppedWithNothingOfWhatWasTyped) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     if (HALVANE_IS_SANITIZED) GTEST_SKIP() << "a sanitizer maps more memory than can be read";
     TerminalProgram program = stoppableJob();
     const pid_t job = numberOfJob(program);
@@ -428,6 +439,7 @@ TEST(Config, RefusesWhatItCannotFollow) {
 }
 
 TEST(Config, AsksForThePassphraseAtATerminal) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram program({HALVANE_TOOL, "config", "--ssid=IEEE", "--passphrase"});
     EXPECT_EQ(program.waitFor("Passphrase: "), "");
     program.type("password\n");

@@ -68,6 +68,12 @@ void PrivateBus::kill() {
     process_ = -1;
 }
 
+// Of an abstract socket, for one with a path has no room for a long TMPDIR. The folder's name makes
+// its name the test's own.
+std::string PrivateBus::listenAddress() const {
+    return "unix:abstract=" + folder_.path().filename().string() + "-" + std::to_string(::getpid());
+}
+
 std::string PrivateBus::writeConfiguration(const Options& options) const {
     const std::string folder = folder_.path().string();
     if (!options.activatableService.empty()) {
@@ -79,7 +85,7 @@ std::string PrivateBus::writeConfiguration(const Options& options) const {
     file << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
             " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
             "<busconfig>\n"
-         << "<listen>unix:path=" << folder << "/bus</listen>\n"
+         << "<listen>" << listenAddress() << "</listen>\n"
          << "<servicedir>" << folder << "</servicedir>\n"
          << (options.isStrict ? kStrictPolicy : kFreePolicy);
     for (const auto& [name, value] : options.limits) {

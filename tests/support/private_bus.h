@@ -41,10 +41,11 @@ class PrivateBus {
 
     const std::string& address() const { return address_; }
 
-    // Ends the bus at once, as a crash would. Its socket stays, and takes nobody any more.
+    // Ends the bus at once, as a crash would. Its socket takes nobody any more.
     void kill();
 
   private:
+    std::string listenAddress() const;
     std::string writeConfiguration(const Options& options) const;
     void start(const std::string& configuration);
 

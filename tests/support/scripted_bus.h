@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <optional>
 #include <stdexcept>
@@ -20,7 +21,6 @@
 #include "halvane/platform/file_internal.h"
 
 #include "tests/support/scoped_environment.h"
-#include "tests/support/temporary_folder.h"
 
 namespace halvane::testing {
 
@@ -92,17 +92,23 @@ class ScriptedBus {
         if (status < 0) throw std::runtime_error(std::strerror(-status));
     }
 
+    // On a name that the kernel picks, in no folder: however long the path of those for temporary
+    // files is, the name fits.
     void listen() {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        const std::string path = (folder_.path() / "bus").string();
-        path.copy(static_cast<char*>(address.sun_path), sizeof(address.sun_path) - 1);
-        if (::bind(listener_.number(), reinterpret_cast<const sockaddr*>(&address),
-                   sizeof(address)) != 0 ||
-            ::listen(listener_.number(), 1) != 0) {
+        auto* const place = reinterpret_cast<sockaddr*>(&address);
+        socklen_t size = sizeof(address.sun_family);
+        if (::bind(listener_.number(), place, size) != 0 || ::listen(listener_.number(), 1) != 0) {
             throw std::runtime_error(std::strerror(errno));
         }
-        environment_.emplace("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + path);
+        size = sizeof(address);
+        if (::getsockname(listener_.number(), place, &size) != 0) {
+            throw std::runtime_error(std::strerror(errno));
+        }
+        const std::size_t nameSize = size - offsetof(sockaddr_un, sun_path) - 1;  // behind a NUL
+        environment_.emplace("DBUS_SYSTEM_BUS_ADDRESS",
+                             "unix:abstract=" + std::string(address.sun_path + 1, nameSize));
     }
 
     static int callArrived(sd_bus_message* message, void* bus, sd_bus_error*) noexcept {
@@ -110,7 +116,6 @@ class ScriptedBus {
         return 1;
     }
 
-    const TemporaryFolder folder_;
     const FileDescriptor listener_{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
     std::optional<ScopedEnvironment> environment_;
     BusPointer bus_;

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
 #include <string>
@@ -18,6 +19,21 @@
 #include "tests/support/spawn_program.h"
 
 namespace halvane::testing {
+
+// Leaves the test where the system has no terminals to give, as without /dev/pts.
+#define HALVANE_SKIP_WITHOUT_TERMINALS()                                     \
+    if (const int missing = halvane::testing::terminalError(); missing != 0) \
+    GTEST_SKIP() << "no terminal can be opened here (openpty): "             \
+                 << std::generic_category().message(missing)
+
+// Why no terminal can be opened; 0 where one can.
+inline int terminalError() {
+    int keyboard = -1, terminal = -1;
+    if (::openpty(&keyboard, &terminal, nullptr, nullptr, nullptr) != 0) return errno;
+    ::close(keyboard);
+    ::close(terminal);
+    return 0;
+}
 
 class TerminalProgram {
   public:

@@ -18,7 +18,7 @@ namespace halvane::sim {
 
 namespace {
 
-// What dbus-daemon takes, which is less than an address of a socket holds.
+// What dbus-daemon takes for a path, which is less than an address of a socket holds.
 constexpr std::size_t kLongestSocketPath = 99;
 
 // Between fork and exec.
@@ -99,10 +99,6 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 PrivateBus::PrivateBus() {
-    if (socketPath().size() > kLongestSocketPath) {
-        throw std::runtime_error(
-            socketPath() + ": is too long a name for a socket; TMPDIR may name another folder");
-    }
     start("--config-file=" + writeConfiguration());
 }
 
@@ -110,8 +106,13 @@ PrivateBus::~PrivateBus() {
     stop();
 }
 
-std::string PrivateBus::socketPath() const {
-    return folder_.path() + "/bus";
+// A socket in the folder. Where the folder's name leaves no room for it, one without a path, whose
+// name is the folder's last part, which is like no other, and the process.
+std::string PrivateBus::listenAddress() const {
+    const std::string path = folder_.path() + "/bus";
+    if (path.size() <= kLongestSocketPath) return "unix:path=" + escapedPath(path);
+    const std::string name = std::filesystem::path(folder_.path()).filename().string();
+    return "unix:abstract=" + escapedPath(name) + "-" + std::to_string(::getpid());
 }
 
 // Everybody may do anything, but for replies that nobody waits for, as on any bus. The limits are
@@ -123,8 +124,8 @@ std::string PrivateBus::writeConfiguration() const {
     file << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
             " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
             "<busconfig>\n"
-            "  <listen>unix:path="
-         << escapedPath(socketPath())
+            "  <listen>"
+         << listenAddress()
          << "</listen>\n"
             "  <auth>EXTERNAL</auth>\n"
             "  <policy context=\"default\">\n"

@@ -39,7 +39,7 @@ class PrivateBus {
     const std::string& address() const { return address_; }
 
   private:
-    std::string socketPath() const;
+    std::string listenAddress() const;
     std::string writeConfiguration() const;
     void start(const std::string& configuration);
     void stop();
