@@ -19,8 +19,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
 
-    const auto written = halvane::xmlPropertyList(*value);
-    REQUIRE(written.has_value());
+    std::optional<halvane::XmlPropertyListRefusal> refusal;
+    const auto written = halvane::xmlPropertyList(*value, &refusal);
+    REQUIRE(written.has_value() != refusal.has_value());
+    if (refusal) {
+        // XML 1.1 has characters that XML 1.0, as it is written, does not have.
+        REQUIRE(refusal->character.has_value() && *refusal->character < 0x20);
+        return 0;
+    }
     const auto again = halvane::propertyListFromXml(*written);
     REQUIRE(again.has_value());
     // As texts, since a "nan" is equal to nothing.

@@ -18,18 +18,18 @@ namespace {
 
 constexpr std::size_t kBytesPerDataLine = 57;  // 76 digits (RFC 2045 clause 6.8)
 
-// Looks through a whole value before a line is written: whether XML can carry it, in which version,
-// and about how long the document will be. The depth limit also bounds the recursion here and in
-// the writer.
+// Looks through a whole value before a line is written: whether XML can carry it, why not, and
+// about how long the document will be. The depth limit also bounds the recursion here and in the
+// writer.
 class Survey {
   public:
     bool accepts(const PropertyListValue& value, int level) {
         countElement(level);
-        return level <= kXmlPropertyListMaxDepth &&
-               std::visit([this, level](const auto& held) { return carries(held, level); },
+        if (level > kXmlPropertyListMaxDepth) return refuse("a value that is nested too deep");
+        return std::visit([this, level](const auto& held) { return carries(held, level); },
                           value.variant());
     }
-    XmlVersion version() const { return version_; }
+    const XmlPropertyListRefusal& refusal() const { return refusal_; }
     std::size_t size() const { return size_; }
 
   private:
@@ -38,8 +38,15 @@ class Survey {
         size_ += static_cast<std::size_t>(level) + kUsualSize;
     }
 
-    bool carries(std::monostate, int) { return false; }
-    bool carries(const PropertyListValue::Object&, int) { return false; }
+    bool refuse(std::string_view reason, std::optional<char32_t> character = std::nullopt) {
+        refusal_ = {reason, character};
+        return false;
+    }
+
+    bool carries(std::monostate, int) { return refuse("a null value"); }
+    bool carries(const PropertyListValue::Object&, int) {
+        return refuse("a value of no property-list kind");
+    }
     bool carries(bool, int) { return true; }
     bool carries(const Number&, int) { return true; }
     bool carries(const ByteBuffer& buffer, int level) {
@@ -49,10 +56,11 @@ class Survey {
     }
     bool carries(const Date&, int) { return true; }
     bool carries(const std::string& text, int) {
-        const auto version = xmlVersionOfText(text);
-        if (version) version_ = std::max(version_, *version);
         size_ += text.size();
-        return version.has_value();
+        const auto refused = refusedXmlText(text);
+        if (!refused) return true;
+        if (!refused->character) return refuse("text that is not UTF-8");
+        return refuse("a character that XML 1.0 does not have", refused->character);
     }
     bool carries(const PropertyListArray& array, int level) {
         return std::ranges::all_of(
@@ -65,7 +73,7 @@ class Survey {
         });
     }
 
-    XmlVersion version_ = XmlVersion::V1_0;
+    XmlPropertyListRefusal refusal_;
     std::size_t size_ = 0;
 };
 
@@ -113,13 +121,10 @@ constexpr Tags kDate = {"<date>", "</date>\n"};
 // Writes a value that a Survey has accepted.
 class Writer {
   public:
-    explicit Writer(const Survey& survey) : version_(survey.version()) {
-        text_.reserve(kEnvelopeSize + survey.size());
-    }
+    explicit Writer(const Survey& survey) { text_.reserve(kEnvelopeSize + survey.size()); }
 
     std::string document(const PropertyListValue& root) {
-        text_ += version_ == XmlVersion::V1_0 ? "<?xml version=\"1.0\"" : "<?xml version=\"1.1\"";
-        text_ += " encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n";
+        text_ += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n";
         write(root);
         text_ += "</plist>\n";
         return std::move(text_);
@@ -194,21 +199,22 @@ class Writer {
     void textElement(const Tags& tags, std::string_view content) {
         indent();
         text_ += tags.start;
-        appendXmlText(text_, content, version_);
+        appendXmlText(text_, content);
         text_ += tags.end;
     }
 
-    XmlVersion version_;
     std::size_t depth_ = 0;
     std::string text_;
 };
 
 }  // namespace
 
-std::optional<std::string> xmlPropertyList(const PropertyListValue& value) {
+std::optional<std::string> xmlPropertyList(const PropertyListValue& value,
+                                           std::optional<XmlPropertyListRefusal>* refusal) {
     Survey survey;
-    if (!survey.accepts(value, 1)) return std::nullopt;
-    return Writer(survey).document(value);
+    if (survey.accepts(value, 1)) return Writer(survey).document(value);
+    if (refusal != nullptr) *refusal = survey.refusal();
+    return std::nullopt;
 }
 
 }  // namespace halvane

@@ -60,27 +60,18 @@ std::size_t firstOther(std::string_view text, std::size_t from) {
     return from;
 }
 
-// Beside what is never literal, XML 1.1 restricts the C1 controls, and takes U+0085 and U+2028
-// for line ends; a carriage return would be read as a newline in either version.
-bool needsReference(char32_t codePoint, XmlVersion version) {
-    if (codePoint == '\r' || !isIn10(codePoint)) return true;
-    if (version == XmlVersion::V1_0) return false;
-    return (codePoint >= 0x7F && codePoint <= 0x9F) || codePoint == 0x2028;
-}
-
 void appendReference(std::string& out, char32_t codePoint) {
     out += "&#" + std::to_string(static_cast<std::uint32_t>(codePoint)) + ";";
 }
 
-void appendCharacter(std::string& out, std::string_view bytes, char32_t codePoint,
-                     XmlVersion version) {
+void appendCharacter(std::string& out, std::string_view bytes, char32_t codePoint) {
     if (codePoint == '&') {
         out += "&amp;";
     } else if (codePoint == '<') {
         out += "&lt;";
     } else if (codePoint == '>') {  // "]]>" must not stand in character data
         out += "&gt;";
-    } else if (needsReference(codePoint, version)) {
+    } else if (codePoint == '\r') {  // it would be read as a newline
         appendReference(out, codePoint);
     } else {
         out += bytes;
@@ -128,19 +119,17 @@ bool isXmlBlank(std::string_view text) {
     return std::ranges::all_of(text, isXmlSpace);
 }
 
-std::optional<XmlVersion> xmlVersionOfText(std::string_view text) {
-    auto version = XmlVersion::V1_0;
-    while (!text.empty()) {
+std::optional<XmlTextRefusal> refusedXmlText(std::string_view text) {
+    for (;;) {
         text.remove_prefix(firstOther<isPlain>(text, 0));
-        if (text.empty()) break;
+        if (text.empty()) return std::nullopt;
         const auto character = firstUtf8Character(text);
-        if (!character) return std::nullopt;
-        const char32_t codePoint = character->codePoint;
-        if (isInNone(codePoint)) return std::nullopt;
-        if (!isIn10(codePoint)) version = XmlVersion::V1_1;
+        if (!character) return XmlTextRefusal{std::nullopt};
+        if (!isLiteral(character->codePoint, XmlVersion::V1_0)) {
+            return XmlTextRefusal{character->codePoint};
+        }
         text.remove_prefix(character->size);
     }
-    return version;
 }
 
 std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVersion version) {
@@ -157,7 +146,7 @@ std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVers
     return std::nullopt;
 }
 
-void appendXmlText(std::string& out, std::string_view text, XmlVersion version) {
+void appendXmlText(std::string& out, std::string_view text) {
     if (!text.empty() && isXmlBlank(text)) {
         // Readers drop character data that is nothing but white space; a reference keeps it.
         appendReference(out, byteAt(text, 0));
@@ -170,7 +159,7 @@ void appendXmlText(std::string& out, std::string_view text, XmlVersion version) 
         if (text.empty()) return;
         const auto character = firstUtf8Character(text);
         if (!character) return;
-        appendCharacter(out, text.substr(0, character->size), character->codePoint, version);
+        appendCharacter(out, text.substr(0, character->size), character->codePoint);
         text.remove_prefix(character->size);
     }
 }

@@ -38,8 +38,8 @@ class Initializing {
 };
 
 bool isStorable(const LogAction& action) {
-    return xmlVersionOfText(action.pattern) && xmlVersionOfText(action.name) &&
-           xmlVersionOfText(action.value);
+    return !refusedXmlText(action.pattern) && !refusedXmlText(action.name) &&
+           !refusedXmlText(action.value);
 }
 
 // All that can be stored.

@@ -13,6 +13,7 @@
 
 using halvane::ByteBuffer;
 using halvane::Date;
+using halvane::kXmlPropertyListMaxDepth;
 using halvane::Number;
 using halvane::PropertyListArray;
 using halvane::PropertyListDictionary;
@@ -20,12 +21,13 @@ using halvane::propertyListFromXml;
 using halvane::PropertyListObject;
 using halvane::PropertyListValue;
 using halvane::xmlPropertyList;
+using halvane::XmlPropertyListRefusal;
 
 namespace {
 
-std::string document(const std::string& content, const std::string& version = "1.0") {
-    return "<?xml version=\"" + version + "\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n" +
-           content + "</plist>\n";
+std::string document(const std::string& content) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n" + content +
+           "</plist>\n";
 }
 
 PropertyListDictionary dictionary(std::initializer_list<PropertyListDictionary::Entry> entries) {
@@ -225,24 +227,51 @@ TEST(XmlPropertyList, EscapesWhatCharacterDataCannotHold) {
     }
 }
 
-TEST(XmlPropertyList, DeclaresVersion11ForControlCharacters) {
-    EXPECT_EQ(xmlOf("\x01\t\x1F"), document("<string>&#1;\t&#31;</string>\n", "1.1"));
-    EXPECT_EQ(xmlOf(dictionary({{"\x1B", 1}})),
-              document("<dict>\n\t<key>&#27;</key>\n\t<integer>1</integer>\n</dict>\n", "1.1"));
-    // One such character is enough to change how the others are read.
-    EXPECT_EQ(xmlOf(PropertyListArray{"\x7F\xC2\x80\xC2\x85\xC2\x9F\xC2\xA0\xE2\x80\xA8", "\b"}),
-              document("<array>\n\t<string>&#127;&#128;&#133;&#159;\xC2\xA0&#8232;</string>\n"
-                       "\t<string>&#8;</string>\n</array>\n",
-                       "1.1"));
+// XML 1.0 production 2: beside these, every control character has a place as it is.
+bool hasXmlPlace(char32_t codePoint) {
+    return codePoint >= 0x20 || codePoint == '\t' || codePoint == '\n' || codePoint == '\r';
 }
 
-TEST(XmlPropertyList, ReadsBackEveryControlCharacterAlone) {
-    for (char32_t codePoint = 1; codePoint <= 0xFF; ++codePoint) {
+TEST(XmlPropertyList, ReadsBackOrRefusesEveryControlCharacterAlone) {
+    for (char32_t codePoint = 0; codePoint <= 0xFF; ++codePoint) {
+        SCOPED_TRACE(static_cast<unsigned>(codePoint));
         const std::string text = utf8(codePoint);
-        EXPECT_EQ(readBack(xmlOf(text)), text) << static_cast<unsigned>(codePoint);
-        const std::string between = "a" + text + "\x01" + text + "b";
-        EXPECT_EQ(readBack(xmlOf(between)), between) << static_cast<unsigned>(codePoint);
+        for (const std::string& whole : {text, "a" + text + "\xC2\x85" + text + "b"}) {
+            std::optional<XmlPropertyListRefusal> refusal;
+            const auto xml = xmlPropertyList(whole, &refusal);
+            ASSERT_EQ(xml.has_value(), hasXmlPlace(codePoint));
+            ASSERT_EQ(refusal.has_value(), !xml);
+            if (xml) {
+                EXPECT_EQ(readBack(*xml), whole);
+            } else {
+                EXPECT_EQ(refusal->character, codePoint);
+            }
+        }
     }
+}
+
+TEST(XmlPropertyList, TellsTheFirstThatXmlDoesNotHave) {
+    std::optional<XmlPropertyListRefusal> refusal;
+    const auto reasonOf = [&refusal](const PropertyListValue& value) {
+        EXPECT_EQ(xmlPropertyList(value, &refusal), std::nullopt);
+        return refusal ? refusal->reason : "";
+    };
+    constexpr std::string_view kCharacter = "a character that XML 1.0 does not have";
+    EXPECT_EQ(reasonOf(PropertyListArray{"a", "b\x1B\x01"}), kCharacter);
+    EXPECT_EQ(refusal->character, U'\x1B');
+    EXPECT_EQ(reasonOf(dictionary({{"key\x07", "\x08"}})), kCharacter);
+    EXPECT_EQ(refusal->character, U'\x07');
+    EXPECT_EQ(reasonOf("\xEF\xBF\xBE"), kCharacter);
+    EXPECT_EQ(refusal->character, U'\uFFFE');
+    EXPECT_EQ(reasonOf("\xFF"), "text that is not UTF-8");
+    EXPECT_EQ(refusal->character, std::nullopt);
+    EXPECT_EQ(reasonOf(PropertyListArray{PropertyListValue()}), "a null value");
+    EXPECT_EQ(reasonOf(PropertyListValue::Object()), "a value of no property-list kind");
+    PropertyListValue deep;
+    for (int level = 0; level <= kXmlPropertyListMaxDepth; ++level) {
+        deep = PropertyListArray{std::move(deep)};
+    }
+    EXPECT_EQ(reasonOf(deep), "a value that is nested too deep");
 }
 
 // Every character that XML 1.0 knows (production 2), ascending, in texts of some thousands.
@@ -261,20 +290,15 @@ std::vector<std::string> textsOfEveryCharacter() {
 }
 
 TEST(XmlPropertyList, IsReadBackByAnotherReaderWithEveryCharacter) {
-    // Alone, and beside a control character, which changes how the others are written.
-    for (const auto& [version, beside] : {std::pair("1.0", ""), std::pair("1.1", "\x01")}) {
-        const std::string start = std::string("<?xml version=\"") + version + '"';
-        for (const std::string& whole : textsOfEveryCharacter()) {
-            const std::string text = beside + whole;
-            const auto xml = xmlOf(dictionary({{text, text}}));
-            EXPECT_TRUE(xml.starts_with(start)) << xml.substr(0, start.size());
-            pugi::xml_document parsed;
-            const auto result = parsed.load_buffer(xml.data(), xml.size());
-            ASSERT_TRUE(result) << result.description() << " at " << result.offset;
-            const auto dict = parsed.child("plist").child("dict");
-            EXPECT_EQ(dict.child("key").child_value(), text);
-            EXPECT_EQ(dict.child("string").child_value(), text);
-        }
+    for (const std::string& text : textsOfEveryCharacter()) {
+        const auto xml = xmlOf(dictionary({{text, text}}));
+        EXPECT_TRUE(xml.starts_with("<?xml version=\"1.0\"")) << xml.substr(0, 21);
+        pugi::xml_document parsed;
+        const auto result = parsed.load_buffer(xml.data(), xml.size());
+        ASSERT_TRUE(result) << result.description() << " at " << result.offset;
+        const auto dict = parsed.child("plist").child("dict");
+        EXPECT_EQ(dict.child("key").child_value(), text);
+        EXPECT_EQ(dict.child("string").child_value(), text);
     }
 }
 
@@ -336,7 +360,7 @@ TEST(XmlPropertyList, ReadsBackEveryKindAsItsElement) {
 }
 
 TEST(XmlPropertyList, ReadsBackKeysLikeStrings) {
-    const std::string key = " \r&<\x02\xC2\x85";
+    const std::string key = " \r&<\x7F\xC2\x85";
     const auto xml = xmlOf(dictionary({{key, "x"}}));
     pugi::xml_document parsed;
     ASSERT_TRUE(parsed.load_buffer(xml.data(), xml.size()));
@@ -429,7 +453,7 @@ TEST(XmlPropertyList, IsAbsentBeyondTheDepthLimit) {
 
 // Long texts are looked through in blocks.
 TEST(XmlPropertyList, CarriesSpecialCharactersAtEveryPlaceOfALongText) {
-    for (const std::string special : {"&", "<", ">", "\r", "\x01", "\x7F", "\xC3\xA9"}) {
+    for (const std::string special : {"&", "<", ">", "\r", "\x7F", "\xC3\xA9"}) {
         for (std::size_t place = 0; place <= 40; ++place) {
             std::string text(40, 'x');
             text.insert(place, special);

@@ -44,11 +44,11 @@ inline std::vector<PropertyListValue> valuesOfEveryKind() {
             PropertyListValue::Object()};
 }
 
-// A text of every control character that XML carries, all other ASCII characters, and some of each
-// length in UTF-8, up to the last one.
+// A text of all ASCII characters that XML carries, and some of each length in UTF-8, up to the last
+// one.
 inline std::string awkwardText() {
-    std::string text;
-    for (char character = 1; character < 0x7F; ++character) text += character;
+    std::string text = "\t\n\r";
+    for (char character = 0x20; character < 0x7F; ++character) text += character;
     return text +
            "\x7F\xC2\x80\xC2\x85\xC2\x9F\xC3\x89"
            "\xE2\x80\xA8\xE2\x80\x9C\xEF\xBF\xBD\xF0\x9F\x87\xAC\xF0\x9F\x87\xA7\xF4\x8F\xBF\xBD]]"

@@ -131,11 +131,17 @@ TEST(ConfigOptions, SetNames) {
                   .configuration,
               expected);
     EXPECT_EQ(errorOf({"--device-name=caf\xE9"}), "--device-name: 'caf\xE9' is not UTF-8 text");
-    for (const std::string character : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
-        const std::string option = "--serial-number=a" + character;
-        EXPECT_EQ(errorOf({option.c_str()}),
-                  "--serial-number: 'a" + character +
-                      "' is not text of a property list, which has no U+FFFE and U+FFFF");
+    for (const auto& [character, name] : {std::pair<std::string, std::string>{"\x01", "U+0001"},
+                                          {"\x1F", "U+001F"},
+                                          {"\xEF\xBF\xBE", "U+FFFE"},
+                                          {"\xEF\xBF\xBF", "U+FFFF"}}) {
+        for (const std::string option : {"--device-name", "--manufacturer", "--model-name",
+                                         "--model-number", "--serial-number"}) {
+            const std::string argument = option + "=a" + character + "b";
+            EXPECT_EQ(errorOf({argument.c_str()}),
+                      option + ": 'a" + character +
+                          "b' is not text of a property list, which has no " + name);
+        }
     }
 }
 

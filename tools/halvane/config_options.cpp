@@ -17,6 +17,7 @@
 #include "halvane/utils/text_split.h"
 
 #include "tools/halvane/passphrase_input.h"
+#include "tools/halvane/property_list_output.h"
 #include "tools/halvane/ssid_argument.h"
 
 namespace halvane::tool {
@@ -126,20 +127,16 @@ Problem readNumber(HalvaneBSSConfig& configuration, const NumberOption& option, 
     return std::nullopt;
 }
 
-// Whether it holds U+FFFE or U+FFFF, which are UTF-8 but no characters.
-bool hasNoncharacter(std::string_view text) {
-    return text.find("\xEF\xBF\xBE") != text.npos || text.find("\xEF\xBF\xBF") != text.npos;
-}
-
 // Names travel as text of property lists, whatever the format that is printed.
 Problem readName(HalvaneBSSConfig& configuration, const NameOption& option, const char* name) {
-    if (hasNoncharacter(name)) {
-        return badValue(option.name, name,
-                        "text of a property list, which has no U+FFFE and U+FFFF");
+    std::optional<XmlPropertyListRefusal> refusal;
+    if (xmlPropertyList(name, &refusal)) {
+        (configuration.*option.set)(name);
+        return std::nullopt;
     }
-    if (!xmlPropertyList(name)) return badValue(option.name, name, "UTF-8 text");
-    (configuration.*option.set)(name);
-    return std::nullopt;
+    if (!refusal->character) return badValue(option.name, name, "UTF-8 text");
+    return badValue(option.name, name,
+                    "text of a property list, which has no " + codePointName(*refusal->character));
 }
 
 Problem readPIN(HalvaneBSSConfig& configuration, const char* text) {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/base/utf8_internal.h"
 #include "halvane/utils/log.h"
 
 #include "tools/halvane/command.h"
@@ -52,7 +52,8 @@ std::optional<DaemonInterfaces> findDaemon(const char* command, HalvaneXPCClient
 }
 
 bool isText(const std::string& text) {
-    return xmlPropertyList(text).has_value();
+    return isUtf8(text) && text.find("\xEF\xBF\xBE") == text.npos &&
+           text.find("\xEF\xBF\xBF") == text.npos;
 }
 
 bool isInterfaceName(const std::string& text) {

@@ -6,18 +6,13 @@
 #include <vector>
 
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/xml_property_list.h"
 
 #include "tools/halvane/format.h"
 #include "tools/halvane/json_value.h"
+#include "tools/halvane/property_list_output.h"
 #include "tools/halvane/standard_output.h"
 
 namespace halvane::tool {
-
-// As XML; nothing where a value has no XML form.
-inline void printPropertyList(const PropertyListValue& value) {
-    put(xmlPropertyList(value).value_or(""));
-}
 
 // `toJSON` gives a record's object, `toPropertyList` its dictionary.
 // REQUIRES: `format` is not text, which each command has its own way of.
@@ -27,7 +22,7 @@ void printRecords(const std::vector<Record>& records, Format format, ToJSON toJS
     if (format == Format::PropertyList) {
         PropertyListArray array;
         for (const Record& record : records) array.emplace_back(toPropertyList(record));
-        return printPropertyList(std::move(array));
+        return putPropertyList(std::move(array));
     }
     JSON array = JSON::array();
     for (const Record& record : records) {
@@ -44,7 +39,7 @@ void printRecords(const std::vector<Record>& records, Format format, ToJSON toJS
 // The object of a record and nothing else, in one of those formats; as a property list its
 // dictionary alone.
 inline void printRecord(const JSON& json, PropertyListDictionary propertyList, Format format) {
-    if (format == Format::PropertyList) return printPropertyList(std::move(propertyList));
+    if (format == Format::PropertyList) return putPropertyList(std::move(propertyList));
     put(json.dump(format == Format::JSON ? 2 : -1) + '\n');
 }
 

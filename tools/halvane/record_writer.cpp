@@ -3,8 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "halvane/platform/xml_property_list.h"
-
+#include "tools/halvane/property_list_output.h"
 #include "tools/halvane/record_json.h"
 #include "tools/halvane/standard_output.h"
 
@@ -38,6 +37,7 @@ class Writer : public RecordWriter {
 
   protected:
     void put(const std::string& text) { tool::put(text, stream_); }
+    std::FILE* stream() const { return stream_; }
 
   private:
     std::FILE* stream_;
@@ -90,7 +90,7 @@ class PropertyListWriter : public Writer {
     void write(const HalvaneMAC& record, const std::optional<FrameOrigin>&) override {
         skeletons_.emplace_back(record.skeletonRepresentation());
     }
-    void finish() override { put(xmlPropertyList(std::move(skeletons_)).value_or("")); }
+    void finish() override { putPropertyList(std::move(skeletons_), stream()); }
 
   private:
     PropertyListArray skeletons_;

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <poll.h>
 #include <unistd.h>
+#include <utility>
 
 namespace halvane::tool {
 
@@ -11,6 +12,9 @@ namespace {
 
 // Of errno; 0 for none that is known.
 int gReason = 0;
+
+// Any other; empty for none.
+std::string gOtherReason;
 
 }  // namespace
 
@@ -35,15 +39,20 @@ bool putAtOnce(std::string_view text) noexcept {
 }
 
 void noteLostOutput(int error) noexcept {
-    if (gReason == 0) gReason = error;
+    if (gReason == 0 && gOtherReason.empty()) gReason = error;
+}
+
+void noteLostOutput(std::string reason) noexcept {
+    if (gReason == 0 && gOtherReason.empty()) gOtherReason = std::move(reason);
 }
 
 bool flushOutput() noexcept {
     if (std::fflush(stdout) != 0) noteLostOutput(errno);
-    return gReason == 0 && std::ferror(stdout) == 0;
+    return gReason == 0 && gOtherReason.empty() && std::ferror(stdout) == 0;
 }
 
 std::string lostOutputReason() {
+    if (!gOtherReason.empty()) return gOtherReason;
     return gReason != 0 ? std::strerror(gReason) : "not all of it was written";
 }
 

@@ -22,8 +22,10 @@ void put(std::string_view text, std::FILE* stream = stdout) noexcept;
 // REQUIRES: nothing was put otherwise.
 bool putAtOnce(std::string_view text) noexcept;
 
-// Notes that something could not be put, for a reason of errno's. The first reason counts.
+// Notes that something could not be put, for a reason of errno's or another one. The first reason
+// counts.
 void noteLostOutput(int error) noexcept;
+void noteLostOutput(std::string reason) noexcept;
 
 // Writes what standard output still holds. False where anything was lost, now or before.
 bool flushOutput() noexcept;

@@ -23,7 +23,7 @@ struct Request {
     std::optional<std::string> text(const char* key) const { return skeleton::textFor(keys, key); }
 };
 
-// Each of the texts comes from a bus or a property list, so that XML holds them.
+// XML holds each of the texts: no request and no world file brings others in.
 ByteBuffer dataOf(PropertyListArray list) {
     return ByteBuffer::fromText(xmlPropertyList(std::move(list)).value_or(""));
 }
@@ -88,7 +88,8 @@ Status changeConfigs(Request& request) {
     const auto list =
         propertyListFromXml({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     const auto* const skeleton = list ? list->as<PropertyListDictionary>() : nullptr;
-    if (skeleton == nullptr) return Status::BadConfiguration;
+    // XML 1.1 has characters that no list of configurations could hold.
+    if (skeleton == nullptr || !xmlPropertyList(*list)) return Status::BadConfiguration;
     return (request.world().*action)(*name,
                                      HalvaneBSSConfig::initWithSkeletonRepresentation(*skeleton));
 }

@@ -196,6 +196,9 @@ World worldFromText(std::string_view xml) {
         refuse("byte " + std::to_string(error->offset),
                "is no property list: " + std::string(error->reason));
     }
+    // XML 1.1 has characters that no reply could hold.
+    if (!xmlPropertyList(*value))
+        refuse("the whole", "holds characters that XML 1.0 does not have");
     return worldFromPropertyList(*value);
 }
 
