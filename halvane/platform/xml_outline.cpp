@@ -25,7 +25,7 @@ class Outliner {
         if (depth_ > 0) refuse(position_, "element without an end");
         if (!root_) refuse(position_, "no root element");
         if (depth_ > 0 || !root_) return std::nullopt;
-        return XmlOutline{*root_, isTextSplit_, isTextLiteral()};
+        return XmlOutline{*root_, isTextLiteral()};
     }
 
   private:
@@ -71,7 +71,6 @@ class Outliner {
 
     bool skipComment() {
         const std::size_t start = position_;
-        isTextSplit_ = root_.has_value();
         if (!skipThrough("--", start + 4, "comment without an end")) return false;
         if (!isAt(">")) return refuse(position_ - 2, "\"--\" within a comment");
         ++position_;
@@ -80,7 +79,6 @@ class Outliner {
 
     bool skipCdata() {
         if (depth_ == 0) return refuse(position_, "text outside of the root element");
-        isTextSplit_ = true;
         return skipThrough("]]>", position_ + 9, "CDATA section without an end");
     }
 
@@ -93,7 +91,6 @@ class Outliner {
         if (!isName(target) || isReserved(target)) {
             return refuse(position_, "processing instruction of no permitted name");
         }
-        isTextSplit_ = root_.has_value();
         return skipThrough("?>", nameEnd, "processing instruction without an end");
     }
 
@@ -179,7 +176,6 @@ class Outliner {
     std::size_t depth_ = 0;
     bool hasDoctype_ = false;
     std::optional<std::size_t> root_;
-    bool isTextSplit_ = false;
 };
 
 }  // namespace

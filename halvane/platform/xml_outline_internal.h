@@ -1,4 +1,4 @@
-// The markup of an XML document looked over from end to end, before a tree is built of it.
+// The markup of an XML document looked over from end to end, before values are made of it.
 #ifndef HALVANE_PLATFORM_XML_OUTLINE_INTERNAL_H
 #define HALVANE_PLATFORM_XML_OUTLINE_INTERNAL_H
 
@@ -12,19 +12,16 @@ namespace halvane {
 
 struct XmlOutline {
     std::size_t root = 0;  // the offset of the root element
-    // Whether there are comments, processing instructions or CDATA sections from the root on. Where
-    // there are none, the text of an element that holds nothing else is in one piece.
-    bool isTextSplit = false;
     // Whether every text stands for itself: there is no reference, and no "]]>".
     bool isTextLiteral = false;
 };
 
 // The outline of `document`, which is one without its declaration and with plain line ends.
 //
-// Absent, and `refusal` set, for what a lenient parser lets through, or would pay for before it
-// refuses: elements nested deeper than `maxDepth`, where the root is at depth 1; markup without an
-// end; more than one root; text, end tags or CDATA sections outside of it; a DOCTYPE line that is
-// not the only one and before it; "--" within a comment; a processing instruction of no name, or
+// Absent, and `refusal` set, for what a reader of elements does not see, or would pay for before
+// it refuses: elements nested deeper than `maxDepth`, where the root is at depth 1; markup without
+// an end; more than one root; text, end tags or CDATA sections outside of it; a DOCTYPE line that
+// is not the only one and before it; "--" within a comment; a processing instruction of no name, or
 // of the reserved one. Whether the names of tags match is not looked at.
 std::optional<XmlOutline> xmlOutline(std::string_view document, std::size_t maxDepth,
                                      XmlRefusal& refusal);

@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <iterator>
 #include <limits>
-#include <new>
-#include <pugixml.hpp>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -132,39 +136,193 @@ std::optional<ByteBuffer> readBase64(std::string_view text) {
 
 // The name of an element as one word, which is quicker to compare than a text; 0 for one that is
 // longer than any of a property list.
-constexpr std::uint64_t nameWord(const char* name) {
+constexpr std::uint64_t nameWord(std::string_view name) {
     std::uint64_t word = 0;
-    for (std::size_t i = 0; i < sizeof word; ++i) {
-        if (name[i] == '\0') return word;
-        word = word << 8 | static_cast<unsigned char>(name[i]);
-    }
-    return name[sizeof word] == '\0' ? word : 0;
+    if (name.size() > sizeof word) return 0;
+    for (const char c : name) word = word << 8 | static_cast<unsigned char>(c);
+    return word;
 }
 
 constexpr std::uint64_t kKeyName = nameWord("key");
 
-// Values from the tree of a parsed document. A text that stands before the first child of an
-// element is the element's own value; further ones are nodes.
+// A start tag, or the tag of an element without content.
+struct Tag {
+    std::string_view name;
+    std::size_t offset = 0;  // of its "<"
+    bool isWhole = false;    // "<array/>": there is no end tag
+    bool hasAttribute = false;
+    bool isVersion10Alone = false;  // the attributes are version="1.0" and nothing else
+};
+
+// What stands within an element, piece by piece.
+struct Piece {
+    enum class Kind { Text, Cdata, Start, End };
+    Kind kind = Kind::End;
+    std::string_view text;  // of text, its references as they are, and of CDATA sections
+    Tag tag;                // of a start
+};
+
+// Takes the markup of a document apart. Comments and processing instructions are passed over.
+// REQUIRES: there is an outline of the document, which has looked at the ends of all markup.
+class Scanner {
+  public:
+    Scanner(std::string_view document, std::size_t root, XmlRefusal& refusal)
+        : document_(document), position_(root), refusal_(refusal) {}
+
+    // The tag that begins at the position.
+    bool readTag(Tag& tag) {
+        tag = {};
+        tag.offset = position_++;
+        tag.name = name();
+        if (tag.name.empty()) return refuse(position_, "malformed tag");
+        for (int count = 0;; ++count) {
+            const bool isSpaced = skipSpace();
+            tag.isWhole = skip("/");
+            if (skip(">")) return true;
+            if (tag.isWhole || !isSpaced) return refuse(position_, "malformed tag");
+            const bool isFirst = !std::exchange(tag.hasAttribute, true);
+            bool isVersion10 = false;
+            if (!skipAttribute(isVersion10)) return refuse(position_, "malformed attribute");
+            tag.isVersion10Alone = isFirst && isVersion10;
+        }
+    }
+
+    // The next piece of the content of `tag`'s element; its end tag is one.
+    bool readPiece(const Tag& tag, Piece& piece) {
+        for (;;) {
+            if (tag.isWhole) {
+                piece.kind = Piece::Kind::End;
+                return true;
+            }
+            const auto rest = document_.substr(position_);
+            if (rest.starts_with("<!--")) {
+                if (!skipThrough("-->", 4)) return false;
+            } else if (rest.starts_with("<?")) {
+                if (!skipThrough("?>", 2)) return false;
+            } else {
+                return readPiece(tag, rest, piece);
+            }
+        }
+    }
+
+    bool refuse(std::size_t offset, std::string_view reason) {
+        refusal_ = {offset, reason};
+        return false;
+    }
+
+    std::size_t offsetOf(std::string_view text) const {
+        return static_cast<std::size_t>(text.data() - document_.data());
+    }
+
+  private:
+    bool readPiece(const Tag& tag, std::string_view rest, Piece& piece) {
+        constexpr std::string_view kCdata = "<![CDATA[";
+        if (!rest.starts_with('<')) {
+            piece.kind = Piece::Kind::Text;
+            piece.text = rest.substr(0, rest.find('<'));
+            position_ += piece.text.size();
+            return !piece.text.empty() || refuse(position_, "malformed XML");
+        }
+        if (rest.starts_with("</")) {
+            piece.kind = Piece::Kind::End;
+            return skipEndTag(tag);
+        }
+        if (rest.starts_with(kCdata)) {
+            piece.kind = Piece::Kind::Cdata;
+            const std::size_t start = position_ + kCdata.size();
+            if (!skipThrough("]]>", kCdata.size())) return false;
+            piece.text = document_.substr(start, position_ - 3 - start);
+            return true;
+        }
+        piece.kind = Piece::Kind::Start;
+        return readTag(piece.tag);
+    }
+
+    bool skipEndTag(const Tag& tag) {
+        position_ += 2;
+        const std::size_t start = position_;
+        if (name() != tag.name) return refuse(start, "end tag of another element");
+        skipSpace();
+        return skip(">") || refuse(position_, "malformed tag");
+    }
+
+    // As far as an element of a property list may have one.
+    bool skipAttribute(bool& isVersion10) {
+        const auto attribute = name();
+        skipSpace();
+        if (attribute.empty() || !skip("=")) return false;
+        skipSpace();
+        const char quote = position_ < document_.size() ? document_[position_] : '\0';
+        if (quote != '"' && quote != '\'') return false;
+        const std::size_t start = position_ + 1;
+        const std::size_t end = document_.find(quote, start);
+        if (end == std::string_view::npos) return false;
+        isVersion10 = attribute == "version" && document_.substr(start, end - start) == "1.0";
+        position_ = end + 1;
+        return true;
+    }
+
+    std::string_view name() {
+        const auto isNamePart = [](char c, bool isFirst) {
+            const bool isLetter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+            if (isLetter || c == '_' || c == ':' || static_cast<unsigned char>(c) >= 0x80) {
+                return true;
+            }
+            return !isFirst && ((c >= '0' && c <= '9') || c == '-' || c == '.');
+        };
+        const std::size_t start = position_;
+        while (position_ < document_.size() &&
+               isNamePart(document_[position_], position_ == start)) {
+            ++position_;
+        }
+        return document_.substr(start, position_ - start);
+    }
+
+    bool skipSpace() {
+        const std::size_t start = position_;
+        while (position_ < document_.size() &&
+               isXmlSpace(static_cast<unsigned char>(document_[position_]))) {
+            ++position_;
+        }
+        return position_ > start;
+    }
+
+    bool skip(std::string_view literal) {
+        if (!document_.substr(position_).starts_with(literal)) return false;
+        position_ += literal.size();
+        return true;
+    }
+
+    bool skipThrough(std::string_view end, std::size_t from) {
+        const std::size_t found = document_.find(end, position_ + from);
+        if (found == std::string_view::npos) return refuse(position_, "malformed XML");
+        position_ = found + end.size();
+        return true;
+    }
+
+    std::string_view document_;
+    std::size_t position_;
+    XmlRefusal& refusal_;
+};
+
+// Values from a document, as its markup comes. No tree is made of it: that would need more memory
+// than the values do.
 class Reader {
   public:
-    // `parsed` is what the parser was given: the texts of the tree are in it.
-    Reader(const char* parsed, XmlVersion version, bool isTextLiteral, XmlRefusal& refusal)
-        : parsed_(parsed), version_(version), isTextLiteral_(isTextLiteral), refusal_(refusal) {}
+    Reader(Scanner& scanner, XmlVersion version, bool isTextLiteral)
+        : scanner_(scanner), version_(version), isTextLiteral_(isTextLiteral) {}
 
-    bool readPlist(pugi::xml_node plist, PropertyListValue& value) {
-        if (std::string_view(plist.name()) != "plist") {
-            return refuse(plist, "root element other than <plist>");
-        }
-        const auto attribute = plist.first_attribute();
-        const bool isVersion10 = std::string_view(attribute.name()) == "version" &&
-                                 std::string_view(attribute.value()) == "1.0";
-        if (attribute && (!isVersion10 || attribute.next_attribute())) {
+    bool readPlist(PropertyListValue& value) {
+        Tag plist;
+        if (!scanner_.readTag(plist)) return false;
+        if (plist.name != "plist") return refuse(plist, "root element other than <plist>");
+        if (plist.hasAttribute && !plist.isVersion10Alone) {
             return refuse(plist, "attribute of <plist> other than version=\"1.0\"");
         }
         std::size_t count = 0;
-        const bool isRead = eachElement(plist, [&](pugi::xml_node element) {
-            if (++count > 1) return refuse(element, "more than one value in <plist>");
-            return read(element, 1, value);
+        const bool isRead = eachElement(plist, [&](const Tag& tag) {
+            if (++count > 1) return refuse(tag, "more than one value in <plist>");
+            return read(tag, 1, value);
         });
         return isRead && (count == 1 || refuse(plist, "no value in <plist>"));
     }
@@ -172,14 +330,14 @@ class Reader {
   private:
     struct Kind {
         std::uint64_t name;
-        bool (Reader::*read)(pugi::xml_node, int, PropertyListValue&);
+        bool (Reader::*read)(const Tag&, int, PropertyListValue&);
     };
 
-    bool read(pugi::xml_node element, int level, PropertyListValue& value) {
-        return read(element, nameWord(element.name()), level, value);
+    bool read(const Tag& tag, int level, PropertyListValue& value) {
+        return read(tag, nameWord(tag.name), level, value);
     }
 
-    bool read(pugi::xml_node element, std::uint64_t name, int level, PropertyListValue& value) {
+    bool read(const Tag& tag, std::uint64_t name, int level, PropertyListValue& value) {
         // The more frequent come first.
         static constexpr std::array<Kind, 9> kKinds = {{
             {nameWord("string"), &Reader::readString},
@@ -192,28 +350,33 @@ class Reader {
             {nameWord("real"), &Reader::readReal},
             {nameWord("date"), &Reader::readDate},
         }};
-        if (level > kPropertyListMaxDepth) return refuse(element, "nested too deep");
+        if (level > kPropertyListMaxDepth) return refuse(tag, "nested too deep");
         const auto kind = std::ranges::find(kKinds, name, &Kind::name);
-        if (kind == kKinds.end()) return refuse(element, "unknown element");
-        if (element.first_attribute()) return refuse(element, "attribute");
-        return (this->*kind->read)(element, level, value);
+        if (kind == kKinds.end()) return refuse(tag, "unknown element");
+        if (tag.hasAttribute) return refuse(tag, "attribute");
+        return (this->*kind->read)(tag, level, value);
     }
 
-    bool readArray(pugi::xml_node element, int level, PropertyListValue& value) {
-        value = PropertyListArray();
-        auto& array = *value.as<PropertyListArray>();
-        return eachElement(element, [&](pugi::xml_node child) {
-            return read(child, level + 1, array.emplace_back());
-        });
+    // The values wait until their number is known: an array that grows needs twice the room.
+    bool readArray(const Tag& tag, int level, PropertyListValue& value) {
+        const std::size_t before = waiting_.size();
+        const bool isRead = eachElement(
+            tag, [&](const Tag& child) { return read(child, level + 1, waiting_.emplace_back()); });
+        if (!isRead) return false;
+        const auto first = waiting_.begin() + static_cast<std::ptrdiff_t>(before);
+        value = PropertyListArray(std::make_move_iterator(first),
+                                  std::make_move_iterator(waiting_.end()));
+        waiting_.resize(before);
+        return true;
     }
 
-    bool readDictionary(pugi::xml_node element, int level, PropertyListValue& value) {
+    bool readDictionary(const Tag& tag, int level, PropertyListValue& value) {
         value = PropertyListDictionary();
         auto& dictionary = *value.as<PropertyListDictionary>();
         std::string key;
         bool isKeyNext = true;
-        const bool isRead = eachElement(element, [&](pugi::xml_node child) {
-            const std::uint64_t name = nameWord(child.name());
+        const bool isRead = eachElement(tag, [&](const Tag& child) {
+            const std::uint64_t name = nameWord(child.name);
             const bool isKey = name == kKeyName;
             if (isKey != isKeyNext) {
                 return refuse(child, isKeyNext ? "value without a key" : "key without a value");
@@ -224,166 +387,135 @@ class Reader {
             return isNew ? read(child, name, level + 1, *held)
                          : refuse(child, "second value of a key");
         });
-        return isRead && (isKeyNext || refuse(element, "key without a value"));
+        return isRead && (isKeyNext || refuse(tag, "key without a value"));
     }
 
-    bool readKey(pugi::xml_node element, std::string& key) {
-        if (element.first_attribute()) return refuse(element, "attribute");
-        return readText(element, key);
+    bool readKey(const Tag& tag, std::string& key) {
+        if (tag.hasAttribute) return refuse(tag, "attribute");
+        return readText(tag, key);
     }
 
-    bool readString(pugi::xml_node element, int, PropertyListValue& value) {
+    bool readString(const Tag& tag, int, PropertyListValue& value) {
         std::string text;
-        if (!readText(element, text)) return false;
+        if (!readText(tag, text)) return false;
         value = std::move(text);
         return true;
     }
 
-    bool readInteger(pugi::xml_node element, int, PropertyListValue& value) {
-        return readNumber(element, halvane::readInteger, "malformed integer", value);
+    bool readInteger(const Tag& tag, int, PropertyListValue& value) {
+        return readNumber(tag, halvane::readInteger, "malformed integer", value);
     }
-    bool readReal(pugi::xml_node element, int, PropertyListValue& value) {
-        return readNumber(element, halvane::readReal, "malformed real", value);
+    bool readReal(const Tag& tag, int, PropertyListValue& value) {
+        return readNumber(tag, halvane::readReal, "malformed real", value);
     }
-    bool readNumber(pugi::xml_node element, std::errc (*readForm)(std::string_view, Number&),
+    bool readNumber(const Tag& tag, std::errc (*readForm)(std::string_view, Number&),
                     std::string_view malformed, PropertyListValue& value) {
-        if (!readText(element, scratch_)) return false;
+        if (!readText(tag, scratch_)) return false;
         Number number;
         const std::errc status = readForm(scratch_, number);
-        if (status == std::errc::result_out_of_range) return refuse(element, "number out of range");
-        if (status != std::errc()) return refuse(element, malformed);
+        if (status == std::errc::result_out_of_range) return refuse(tag, "number out of range");
+        if (status != std::errc()) return refuse(tag, malformed);
         value = number;
         return true;
     }
 
     template <bool kValue>
-    bool readBoolean(pugi::xml_node element, int, PropertyListValue& value) {
+    bool readBoolean(const Tag& tag, int, PropertyListValue& value) {
         value = kValue;
-        const bool isEmpty = !element.first_child() && *element.value() == '\0';
-        return isEmpty || refuse(element, "boolean that is not empty");
+        Piece piece;
+        if (!scanner_.readPiece(tag, piece)) return false;
+        return piece.kind == Piece::Kind::End || refuse(tag, "boolean that is not empty");
     }
 
-    bool readDate(pugi::xml_node element, int, PropertyListValue& value) {
-        if (!readText(element, scratch_)) return false;
+    bool readDate(const Tag& tag, int, PropertyListValue& value) {
+        if (!readText(tag, scratch_)) return false;
         const auto date = halvane::readDate(scratch_);
-        if (!date) return refuse(element, "malformed date");
+        if (!date) return refuse(tag, "malformed date");
         value = *date;
         return true;
     }
 
-    bool readData(pugi::xml_node element, int, PropertyListValue& value) {
-        if (!readText(element, scratch_)) return false;
+    bool readData(const Tag& tag, int, PropertyListValue& value) {
+        if (!readText(tag, scratch_)) return false;
         auto bytes = readBase64(scratch_);
-        if (!bytes) return refuse(element, "malformed base64");
+        if (!bytes) return refuse(tag, "malformed base64");
         value = std::move(*bytes);
         return true;
     }
 
     // The text of an element that holds nothing else, in one piece or around comments.
-    bool readText(pugi::xml_node element, std::string& text) {
+    bool readText(const Tag& tag, std::string& text) {
         text.clear();
-        if (!appendData(element, text)) return false;
-        for (auto child = element.first_child(); child; child = child.next_sibling()) {
-            if (child.type() == pugi::node_element) return refuse(child, "element within text");
-            if (child.type() == pugi::node_cdata) {
-                text += child.value();
-            } else if (!appendData(child, text)) {
-                return false;
+        for (Piece piece; scanner_.readPiece(tag, piece);) {
+            switch (piece.kind) {
+                case Piece::Kind::End:
+                    return true;
+                case Piece::Kind::Start:
+                    return refuse(piece.tag, "element within text");
+                case Piece::Kind::Cdata:
+                    text += piece.text;
+                    break;
+                case Piece::Kind::Text:
+                    if (!appendData(piece.text, text)) return false;
             }
         }
-        return true;
+        return false;
     }
 
-    bool appendData(pugi::xml_node node, std::string& text) {
+    bool appendData(std::string_view data, std::string& text) {
         if (isTextLiteral_) {
-            text += node.value();
+            text += data;
             return true;
         }
-        const auto refusal = appendCharacterData(text, node.value(), version_);
+        const auto refusal = appendCharacterData(text, data, version_);
         if (!refusal) return true;
-        return refuse(offsetOf(node.value()) + refusal->offset, refusal->reason);
+        return scanner_.refuse(scanner_.offsetOf(data) + refusal->offset, refusal->reason);
     }
 
     // Visits the elements of one that holds elements alone, until `visit` answers false.
     template <typename Visit>
-    bool eachElement(pugi::xml_node container, Visit visit) {
-        if (!isXmlBlank(container.value())) return refuseText(container);
-        for (auto child = container.first_child(); child; child = child.next_sibling()) {
-            if (child.type() == pugi::node_element) {
-                if (!visit(child)) return false;
-            } else if (child.type() == pugi::node_cdata || !isXmlBlank(child.value())) {
-                return refuseText(child);
+    bool eachElement(const Tag& tag, Visit visit) {
+        for (Piece piece; scanner_.readPiece(tag, piece);) {
+            switch (piece.kind) {
+                case Piece::Kind::End:
+                    return true;
+                case Piece::Kind::Start:
+                    if (!visit(piece.tag)) return false;
+                    break;
+                case Piece::Kind::Cdata:
+                    return refuseText(piece.text);
+                case Piece::Kind::Text:
+                    if (!isXmlBlank(piece.text)) return refuseText(piece.text);
             }
         }
-        return true;
-    }
-
-    bool refuseText(pugi::xml_node node) {
-        const std::string_view text = node.value();
-        const auto stray = std::ranges::find_if_not(text, isXmlSpace);
-        const auto before = static_cast<std::size_t>(stray - text.begin());
-        return refuse(offsetOf(node.value()) + before, "text between values");
-    }
-
-    bool refuse(pugi::xml_node element, std::string_view reason) {
-        return refuse(offsetOf(element.name()) - 1, reason);  // its "<"
-    }
-    bool refuse(std::size_t offset, std::string_view reason) {
-        refusal_ = {offset, reason};
         return false;
     }
 
-    std::size_t offsetOf(const char* text) const {
-        return static_cast<std::size_t>(text - parsed_);
+    bool refuseText(std::string_view text) {
+        const auto stray = std::ranges::find_if_not(text, isXmlSpace);
+        const auto before = static_cast<std::size_t>(stray - text.begin());
+        return scanner_.refuse(scanner_.offsetOf(text) + before, "text between values");
     }
 
-    const char* parsed_;
+    bool refuse(const Tag& tag, std::string_view reason) {
+        return scanner_.refuse(tag.offset, reason);
+    }
+
+    Scanner& scanner_;
     XmlVersion version_;
     bool isTextLiteral_;
-    XmlRefusal& refusal_;
     std::string scratch_;
+    std::deque<PropertyListValue> waiting_;  // those of the open arrays, the innermost behind
 };
 
-std::string_view reasonOf(pugi::xml_parse_status status) {
-    switch (status) {
-        case pugi::status_end_element_mismatch:
-            return "end tag of another element";
-        case pugi::status_bad_start_element:
-        case pugi::status_bad_end_element:
-        case pugi::status_unrecognized_tag:
-            return "malformed tag";
-        case pugi::status_bad_attribute:
-            return "malformed attribute";
-        default:
-            return "malformed XML";
-    }
-}
-
-// What follows the declaration, its line ends plain. The parser works in place, on `body`.
-std::optional<PropertyListValue> readBody(std::string& body, XmlVersion version,
+// What follows the declaration, its line ends plain.
+std::optional<PropertyListValue> readBody(std::string_view body, XmlVersion version,
                                           XmlRefusal& refusal) {
     const auto outline = xmlOutline(body, kPropertyListMaxDepth + 1, refusal);
     if (!outline) return std::nullopt;
-
-    // References are left to the reader, since the parser takes any; comments and processing
-    // instructions make no nodes; white space makes one only where it can be part of a text.
-    constexpr unsigned kOptions = pugi::parse_cdata | pugi::parse_embed_pcdata;
-    const unsigned blanks =
-        outline->isTextSplit ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
-    pugi::xml_document tree;
-    // With its terminator, so that the parser need not put one in the place of the last character.
-    const std::size_t size = body.size() - outline->root + 1;
-    const auto result = tree.load_buffer_inplace(body.data() + outline->root, size,
-                                                 kOptions | blanks, pugi::encoding_utf8);
-    if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
-    if (!result) {
-        const auto parsed = static_cast<std::size_t>(result.offset);
-        refusal = {outline->root + parsed, reasonOf(result.status)};
-        return std::nullopt;
-    }
+    Scanner scanner(body, outline->root, refusal);
     std::optional<PropertyListValue> value(std::in_place);
-    Reader reader(body.data(), version, outline->isTextLiteral, refusal);
-    if (!reader.readPlist(tree.document_element(), *value)) value.reset();
+    if (!Reader(scanner, version, outline->isTextLiteral).readPlist(*value)) value.reset();
     return value;
 }
 
@@ -396,8 +528,10 @@ std::optional<PropertyListValue> readDocument(std::string_view xml, XmlRefusal& 
         return std::nullopt;
     }
     const auto source = xml.substr(declaration->size);
-    auto body = withPlainLineEnds(source, version);
-    auto value = readBody(body, version, refusal);
+    // Most documents have none but plain ones, and need no copy.
+    const bool isPlain = !hasOtherLineEnds(source, version);
+    auto value = isPlain ? readBody(source, version, refusal)
+                         : readBody(withPlainLineEnds(source, version), version, refusal);
     if (!value) {
         refusal.offset =
             declaration->size + offsetBeforePlainLineEnds(source, version, refusal.offset);

@@ -38,7 +38,8 @@ struct XmlPropertyListError {
 //   <data>    base64 (RFC 4648), padded; white space is skipped
 //
 // A value may nest kPropertyListMaxDepth levels deep. The time taken is linear in the length of
-// the text but for the look-up of keys, and memory is in proportion to it.
+// the text but for the look-up of keys, and the memory is at most 16 times that length, whatever
+// the text is.
 HALVANE_EXPORT std::optional<PropertyListValue> propertyListFromXml(
     std::string_view xml, std::optional<XmlPropertyListError>* error = nullptr);
 

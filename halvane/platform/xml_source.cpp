@@ -124,6 +124,10 @@ std::optional<XmlDeclaration> xmlDeclaration(std::string_view text, XmlRefusal& 
     return DeclarationReader(text, start).read(refusal);
 }
 
+bool hasOtherLineEnds(std::string_view text, XmlVersion version) {
+    return nextLineEnd(text, 0, version) < text.size();
+}
+
 std::string withPlainLineEnds(std::string_view text, XmlVersion version) {
     std::string plain;
     plain.reserve(text.size());

@@ -21,6 +21,9 @@ struct XmlDeclaration {
 // other than UTF-8.
 std::optional<XmlDeclaration> xmlDeclaration(std::string_view text, XmlRefusal& refusal);
 
+// Whether `text` has line ends that are no plain newlines.
+bool hasOtherLineEnds(std::string_view text, XmlVersion version);
+
 // `text` with every line end as one newline (XML 1.0 and 1.1, clause 2.11): carriage returns, with
 // a newline or without, and in version 1.1 also U+0085 and U+2028.
 std::string withPlainLineEnds(std::string_view text, XmlVersion version);
