@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "halvane/utils/cli_internal.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/cli_message_internal.h"
 
 int gArgI = 0;
 int gArgC = 0;
@@ -64,7 +64,7 @@ extern "C" void CLIFree() {
 extern "C" void ErrQuit(int status, const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    VFPrintF(stderr, format, arguments);
+    halvane::cli::Message().addList(format, arguments);
     va_end(arguments);
     std::exit(status);
 }

@@ -4,21 +4,22 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/cli_internal.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/cli_message_internal.h"
 
 namespace halvane::cli {
 
 namespace {
 
 std::int32_t refuseUnknown(const Level& level, const char* name) {
+    Message message;
     if (level.command == nullptr) {
-        FPrintF(stderr, "error: unknown command '%s'. See '%s help' for a list of commands.\n",
-                name, gProgramName);
+        message.add("error: unknown command '%s'. See '%s help' for a list of commands.\n", name,
+                    gProgramName);
     } else {
-        const char* const owner = level.command->longName;
-        FPrintF(stderr,
-                "error: unknown %s command '%s'. See '%s help %s' for a list of commands.\n", owner,
-                name, gProgramName, owner);
+        message.add("error: unknown %s command '%s'. See '%s help ", level.command->longName, name,
+                    gProgramName);
+        printCommandPath(message, level);
+        message.add("' for a list of commands.\n");
     }
     return kCLIUsageError;
 }
@@ -27,9 +28,11 @@ std::int32_t refuseMissing(const Level& level) {
     if (level.command == nullptr) {
         printSummary();
     } else {
-        const char* const owner = level.command->longName;
-        FPrintF(stderr, "error: no %s command specified. See '%s help %s' for more information.\n",
-                owner, gProgramName, owner);
+        Message message;
+        message.add("error: no %s command specified. See '%s help ", level.command->longName,
+                    gProgramName);
+        printCommandPath(message, level);
+        message.add("' for more information.\n");
     }
     return kCLIUsageError;
 }
@@ -41,14 +44,15 @@ bool isMissing(const CLIOption& option) {
 std::int32_t checkRequired(CLIOption* table) {
     int width = 0;
     for (const CLIOption& option : Table(table)) {
-        if (isMissing(option)) width = std::max(width, printName(nullptr, option));
+        if (isMissing(option)) width = std::max(width, lengthOfName(option));
     }
     std::int32_t status = kStatusOK;
     for (const CLIOption& option : Table(table)) {
         if (!isMissing(option)) continue;
-        FPrintF(stderr, "error: ");
-        const int length = printName(stderr, option);
-        FPrintF(stderr, "%*s not specified\n", width - length, "");
+        Message message;
+        message.add("error: ");
+        const int length = printName(message, option);
+        message.add("%*s not specified\n", width - length, "");
         status = kCLIUsageError;
     }
     return status;

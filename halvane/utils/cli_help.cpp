@@ -4,34 +4,34 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/cli_internal.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/cli_message_internal.h"
 
 namespace halvane::cli {
 
 namespace {
 
-bool printCommands(CLIOption* root) {
+bool printCommands(Message& message, CLIOption* root) {
     if (!hasCommands(root)) return false;
     int width = 0;
     for (const CLIOption& option : Table(root)) {
         if (option.type != kCLICommand) continue;
-        width = std::max(width, FPrintF(nullptr, "%s", textOrEmpty(option.longName)));
+        width = std::max(width, Message(nullptr).add("%s", textOrEmpty(option.longName)));
     }
-    FPrintF(stderr, "\nCommands:\n\n");
+    message.add("\nCommands:\n\n");
     for (const CLIOption& option : Table(root)) {
         if (option.type != kCLICommand) continue;
-        FPrintF(stderr, "%*s%-*s    %s\n", kIndent, "", width, textOrEmpty(option.longName),
-                textOrEmpty(option.shortHelp));
+        message.add("%*s%-*s    %s\n", kIndent, "", width, textOrEmpty(option.longName),
+                    textOrEmpty(option.shortHelp));
     }
     return true;
 }
 
-void printSections(CLIOption* table) {
+void printSections(Message& message, CLIOption* table) {
     for (const CLIOption& option : Table(table)) {
         if (option.type != kCLISection) continue;
-        FPrintF(stderr, "%s\n", textOrEmpty(option.shortHelp));
-        printIndented(option.longHelp, kIndent);
-        FPrintF(stderr, "\n");
+        message.add("%s\n", textOrEmpty(option.shortHelp));
+        printIndented(message, option.longHelp, kIndent);
+        message.add("\n");
     }
 }
 
@@ -51,16 +51,16 @@ void printHelpOf(const Level* level) {
 }
 
 std::int32_t refuseUnknown(const char* name) {
-    FPrintF(stderr, "error: unknown command '%s'.\n", name);
+    say("error: unknown command '%s'.\n", name);
     return kCLIUsageError;
 }
 
 }  // namespace
 
-void printIndented(const char* text, int indent) {
+void printIndented(Message& message, const char* text, int indent) {
     for (const char* line = textOrEmpty(text); *line != '\0';) {
         const auto length = static_cast<int>(strchrnul(line, '\n') - line);
-        FPrintF(stderr, "%*s%.*s\n", length > 0 ? indent : 0, "", length, line);
+        message.add("%*s%.*s\n", length > 0 ? indent : 0, "", length, line);
         line += length;
         if (*line == '\n') ++line;
     }
@@ -68,35 +68,36 @@ void printIndented(const char* text, int indent) {
 
 void printSummary() {
     CLIOption* const root = gState.root;
-    FPrintF(stderr, "\nUsage: %s", gProgramName);
-    if (hasOptions(root)) FPrintF(stderr, " [global options]");
-    if (hasCommands(root)) FPrintF(stderr, " <command> [options] [args]");
-    FPrintF(stderr, "\n");
-    const bool hasListedOptions = printOptions(root, {nullptr, false, false});
-    const bool hasListedCommands = printCommands(root);
-    if (hasListedOptions || hasListedCommands) FPrintF(stderr, "\n");
+    Message message;
+    message.add("\nUsage: %s", gProgramName);
+    if (hasOptions(root)) message.add(" [global options]");
+    if (hasCommands(root)) message.add(" <command> [options] [args]");
+    message.add("\n");
+    const bool hasListedOptions = printOptions(message, root, {nullptr, false, false});
+    const bool hasListedCommands = printCommands(message, root);
+    if (hasListedOptions || hasListedCommands) message.add("\n");
     if (hasListedCommands) {
-        FPrintF(stderr,
-                "See '%s help <command>' for more information about a specific command.\n\n",
-                gProgramName);
+        message.add("See '%s help <command>' for more information about a specific command.\n\n",
+                    gProgramName);
     }
 }
 
 void printCommandHelp(const Level& level) {
     const CLIOption& command = *level.command;
-    FPrintF(stderr, "\nNAME\n%*s%s ", kIndent, "", gProgramName);
-    printCommandPath(level);
-    FPrintF(stderr, " -- %s\n\nSYNOPSIS\n", textOrEmpty(command.shortHelp));
-    printUsage(level);
-    FPrintF(stderr, "\n");
+    Message message;
+    message.add("\nNAME\n%*s%s ", kIndent, "", gProgramName);
+    printCommandPath(message, level);
+    message.add(" -- %s\n\nSYNOPSIS\n", textOrEmpty(command.shortHelp));
+    printUsage(message, level);
+    message.add("\n");
     if (*textOrEmpty(command.longHelp) != '\0') {
-        FPrintF(stderr, "DESCRIPTION\n");
-        printIndented(command.longHelp, kIndent);
-        FPrintF(stderr, "\n");
+        message.add("DESCRIPTION\n");
+        printIndented(message, command.longHelp, kIndent);
+        message.add("\n");
     }
-    printOptions(gState.root, {"GLOBAL OPTIONS", true, true});
-    printOptions(level.table, {"OPTIONS", true, false});
-    printSections(level.table);
+    printOptions(message, gState.root, {"GLOBAL OPTIONS", true, true});
+    printOptions(message, level.table, {"OPTIONS", true, false});
+    printSections(message, level.table);
 }
 
 }  // namespace halvane::cli

@@ -3,7 +3,6 @@
 #define HALVANE_UTILS_CLI_INTERNAL_H
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 
 #include "halvane/utils/cli.h"
@@ -18,6 +17,8 @@ struct Level {
     const Level* above = nullptr;
     bool isEnded = false;  // by "--"
 };
+
+class Message;
 
 struct State {
     CLIOption* root = nullptr;       // the first table since CLIInit() or CLIFree()
@@ -103,9 +104,9 @@ std::int32_t runCommand(Level& level, std::uint32_t flags);
 // The whole of one level: its options, then its command.
 std::int32_t parseLevel(Level& level, std::uint32_t flags);
 
-// The name of an option or argument as help shows it. Answers its length, which is all that is done
-// for a null stream.
-int printName(std::FILE* stream, const CLIOption& option);
+// The name of an option or argument as help shows it. Returns its length.
+int printName(Message& message, const CLIOption& option);
+int lengthOfName(const CLIOption& option);
 
 // What is printed of the records of a list: which, how much of each, and under which title.
 struct OptionList {
@@ -114,17 +115,17 @@ struct OptionList {
     bool isWithoutLocal;
 };
 // False where there was nothing to list.
-bool printOptions(CLIOption* table, const OptionList& list);
+bool printOptions(Message& message, CLIOption* table, const OptionList& list);
 
 // How one calls the level's command, one line; one for each of its commands where it cannot run
 // itself.
-void printUsage(const Level& level);
+void printUsage(Message& message, const Level& level);
 
 // "remote add" for a command of a command.
-void printCommandPath(const Level& level);
+void printCommandPath(Message& message, const Level& level);
 
 // Each line of the text, those that are not empty behind that many blanks.
-void printIndented(const char* text, int indent);
+void printIndented(Message& message, const char* text, int indent);
 
 void printSummary();
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "halvane/utils/cli_internal.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/cli_message_internal.h"
 
 namespace halvane::cli {
 
@@ -17,18 +17,18 @@ constexpr const char* kValueFormats[2][2][2] = {
     {{"[<%s>]", "[%s]"}, {"[=<%s>]", "[=%s]"}},
 };
 
-int printValue(std::FILE* stream, const CLIOption& option) {
+int printValue(Message& message, const CLIOption& option) {
     const bool isOptional = hasFlag(option, kCLIOptionalValue);
     const bool isBehindLong = hasLongName(option);
     const bool isBare = hasFlag(option, kCLIBareName) || option.argName == nullptr;
-    return FPrintF(stream, kValueFormats[isOptional][isBehindLong][isBare],
-                   option.argName != nullptr ? option.argName : "...");
+    return message.add(kValueFormats[isOptional][isBehindLong][isBare],
+                       option.argName != nullptr ? option.argName : "...");
 }
 
-int printArgumentName(std::FILE* stream, const CLIOption& option) {
+int printArgumentName(Message& message, const CLIOption& option) {
     const bool isOptional = hasFlag(option, kCLIOptionalValue);
-    return FPrintF(stream, "%c%s%c", isOptional ? '[' : '<', textOrEmpty(option.longName),
-                   isOptional ? ']' : '>');
+    return message.add("%c%s%c", isOptional ? '[' : '<', textOrEmpty(option.longName),
+                       isOptional ? ']' : '>');
 }
 
 bool isEntry(const CLIOption& option, const OptionList& list) {
@@ -40,45 +40,50 @@ bool isHeading(const CLIOption& option, const OptionList& list) {
     return option.type == kCLIGroup && !(list.isWithoutLocal && hasFlag(option, kCLILocal));
 }
 
-void printHeading(const CLIOption& option) {
+void printHeading(Message& message, const CLIOption& option) {
     const char* const text = textOrEmpty(option.shortHelp);
-    FPrintF(stderr, "\n");
-    if (*text != '\0') FPrintF(stderr, "%*s%s\n", kIndent, "", text);
+    message.add("\n");
+    if (*text != '\0') message.add("%*s%s\n", kIndent, "", text);
 }
 
-void printEntry(const CLIOption& option, int width, bool isLong) {
-    FPrintF(stderr, "%*s", kIndent, "");
-    const int length = printName(stderr, option);
-    FPrintF(stderr, "%*s    %s\n", width - length, "", textOrEmpty(option.shortHelp));
-    if (isLong) printIndented(option.longHelp, kTextIndent);
+void printEntry(Message& message, const CLIOption& option, int width, bool isLong) {
+    message.add("%*s", kIndent, "");
+    const int length = printName(message, option);
+    message.add("%*s    %s\n", width - length, "", textOrEmpty(option.shortHelp));
+    if (isLong) printIndented(message, option.longHelp, kTextIndent);
 }
 
 }  // namespace
 
-int printName(std::FILE* stream, const CLIOption& option) {
-    if (option.type == kCLIArgument) return printArgumentName(stream, option);
+int printName(Message& message, const CLIOption& option) {
+    if (option.type == kCLIArgument) return printArgumentName(message, option);
     int length = 0;
     if (option.shortName != 0) {
-        length += FPrintF(stream, "-%c", static_cast<int>(option.shortName));
-        if (hasLongName(option)) length += FPrintF(stream, ", ");
+        length += message.add("-%c", static_cast<int>(option.shortName));
+        if (hasLongName(option)) length += message.add(", ");
     }
-    if (hasLongName(option)) length += FPrintF(stream, "--%s", option.longName);
-    if (option.type == kCLINumber) length += FPrintF(stream, "-NUM");
-    return takesNoValue(option) ? length : length + printValue(stream, option);
+    if (hasLongName(option)) length += message.add("--%s", option.longName);
+    if (option.type == kCLINumber) length += message.add("-NUM");
+    return takesNoValue(option) ? length : length + printValue(message, option);
 }
 
-bool printOptions(CLIOption* table, const OptionList& list) {
+int lengthOfName(const CLIOption& option) {
+    Message discarded(nullptr);
+    return printName(discarded, option);
+}
+
+bool printOptions(Message& message, CLIOption* table, const OptionList& list) {
     int width = -1;
     for (const CLIOption& option : Table(table)) {
-        if (isEntry(option, list)) width = std::max(width, printName(nullptr, option));
+        if (isEntry(option, list)) width = std::max(width, lengthOfName(option));
     }
     if (width < 0) return false;
-    if (list.title != nullptr) FPrintF(stderr, "%s\n", list.title);
+    if (list.title != nullptr) message.add("%s\n", list.title);
     for (const CLIOption& option : Table(table)) {
-        if (isHeading(option, list)) printHeading(option);
-        if (isEntry(option, list)) printEntry(option, width, list.isLong);
+        if (isHeading(option, list)) printHeading(message, option);
+        if (isEntry(option, list)) printEntry(message, option, width, list.isLong);
     }
-    if (list.title != nullptr) FPrintF(stderr, "\n");
+    if (list.title != nullptr) message.add("\n");
     return true;
 }
 

@@ -5,8 +5,8 @@
 #include "halvane/base/status.h"
 #include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/cli_internal.h"
+#include "halvane/utils/cli_message_internal.h"
 #include "halvane/utils/cli_reordered_internal.h"
-#include "halvane/utils/printf.h"
 
 namespace halvane::cli {
 
@@ -49,7 +49,7 @@ std::int32_t parseLong(const Level& level, const char* text) {
     if (isNegated) name.remove_prefix(kNegation.size());
     CLIOption* const option = findLong(level, name);
     if (option == nullptr) {
-        FPrintF(stderr, "error: unknown option '%s'.\n", text);
+        say("error: unknown option '%s'.\n", text);
         return kCLIUsageError;
     }
     gState.attached = equals != nullptr ? equals + 1 : nullptr;
@@ -62,7 +62,7 @@ std::int32_t parseNumber(CLIOption& option, const char*& text) {
     int error = 0;
     const std::int64_t number = StringToInteger64(text, 0, UINT32_MAX, 10, &end, &error);
     if (error != 0) {
-        FPrintF(stderr, "error: -NUM option out-of-range: '%s'.\n", text);
+        say("error: -NUM option out-of-range: '%s'.\n", text);
         return kCLIUsageError;
     }
     if (option.valuePtr != nullptr) {
@@ -77,7 +77,7 @@ std::int32_t parseNumber(CLIOption& option, const char*& text) {
 std::int32_t parseNameless(const Level& level, const char*& text) {
     CLIOption* const number = isDigit(*text) ? findNumber(level) : nullptr;
     if (number != nullptr) return parseNumber(*number, text);
-    FPrintF(stderr, "error: unknown option '%c'.\n", static_cast<unsigned char>(*text));
+    say("error: unknown option '%c'.\n", static_cast<unsigned char>(*text));
     return kCLIUsageError;
 }
 
@@ -146,7 +146,7 @@ class Within {
 
 void warnOfUnused() {
     for (; const char* const argument = argumentAt(gArgI); ++gArgI) {
-        FPrintF(stderr, "warning: unused argument '%s'.\n", argument);
+        say("warning: unused argument '%s'.\n", argument);
     }
 }
 

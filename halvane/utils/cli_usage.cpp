@@ -1,6 +1,6 @@
 // The line that says how a command is called, and the words that name it.
 #include "halvane/utils/cli_internal.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/cli_message_internal.h"
 
 namespace halvane::cli {
 
@@ -10,38 +10,39 @@ bool isGlobal(const CLIOption& option) {
     return isOption(option) && !hasFlag(option, kCLILocal);
 }
 
-void printArguments(CLIOption* table) {
+void printArguments(Message& message, CLIOption* table) {
     for (const CLIOption& option : Table(table)) {
         if (option.type != kCLIArgument) continue;
-        FPrintF(stderr, " ");
-        printName(stderr, option);
+        message.add(" ");
+        printName(message, option);
     }
 }
 
 }  // namespace
 
-void printCommandPath(const Level& level) {
+void printCommandPath(Message& message, const Level& level) {
     if (level.above != nullptr && level.above->command != nullptr) {
-        printCommandPath(*level.above);
-        FPrintF(stderr, " ");
+        printCommandPath(message, *level.above);
+        message.add(" ");
     }
-    FPrintF(stderr, "%s", textOrEmpty(level.command->longName));
+    message.add("%s", textOrEmpty(level.command->longName));
 }
 
-void printUsage(const Level& level) {
+void printUsage(Message& message, const Level& level) {
     if (level.command->handler == nullptr && hasCommands(level.table)) {
         for (CLIOption& option : Table(level.table)) {
-            if (option.type == kCLICommand) printUsage({option.subOptions, &option, &level});
+            if (option.type == kCLICommand)
+                printUsage(message, {option.subOptions, &option, &level});
         }
         return;
     }
-    FPrintF(stderr, "%*s%s", kIndent, "", gProgramName);
-    if (find(gState.root, isGlobal) != nullptr) FPrintF(stderr, " [global options]");
-    FPrintF(stderr, " ");
-    printCommandPath(level);
-    if (hasOptions(level.table)) FPrintF(stderr, " [options]");
-    printArguments(level.table);
-    FPrintF(stderr, "\n");
+    message.add("%*s%s", kIndent, "", gProgramName);
+    if (find(gState.root, isGlobal) != nullptr) message.add(" [global options]");
+    message.add(" ");
+    printCommandPath(message, level);
+    if (hasOptions(level.table)) message.add(" [options]");
+    printArguments(message, level.table);
+    message.add("\n");
 }
 
 }  // namespace halvane::cli

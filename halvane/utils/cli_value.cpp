@@ -4,20 +4,21 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/cli_internal.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/cli_message_internal.h"
 
 namespace halvane::cli {
 
 namespace {
 
 std::int32_t refuse(const CLIOption& option, std::uint32_t mode, const char* reason) {
-    FPrintF(stderr, "error: option ");
+    Message message;
+    message.add("error: option ");
     if ((mode & kShortForm) != 0) {
-        FPrintF(stderr, "'%c' ", static_cast<int>(option.shortName));
+        message.add("'%c' ", static_cast<int>(option.shortName));
     } else {
-        FPrintF(stderr, (mode & kNegated) != 0 ? "'no-%s' " : "'%s' ", option.longName);
+        message.add((mode & kNegated) != 0 ? "'no-%s' " : "'%s' ", option.longName);
     }
-    FPrintF(stderr, "%s.\n", reason);
+    message.add("%s.\n", reason);
     return kCLIUsageError;
 }
 
@@ -152,7 +153,7 @@ std::int32_t takeByType(CLIOption& option, std::uint32_t mode) {
         case kCLICallback:
             return call(option, mode);
         default:
-            FPrintF(stderr, "BUG: unknown option type %d\n", static_cast<int>(option.type));
+            say("BUG: unknown option type %d\n", static_cast<int>(option.type));
             return kCLIUnknownType;
     }
 }

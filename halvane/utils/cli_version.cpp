@@ -4,14 +4,14 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/cli.h"
-#include "halvane/utils/printf.h"
+#include "halvane/utils/cli_message_internal.h"
 
 namespace {
 
 void printVersion(const CLIOption& option) {
-    FPrintF(stdout, "%s version %s (%s)\n",
-            gProgramLongName != nullptr ? gProgramLongName : gProgramName,
-            static_cast<const char*>(option.valuePtr), static_cast<const char*>(option.countPtr));
+    halvane::cli::Message(stdout).add(
+        "%s version %s (%s)\n", gProgramLongName != nullptr ? gProgramLongName : gProgramName,
+        static_cast<const char*>(option.valuePtr), static_cast<const char*>(option.countPtr));
 }
 
 }  // namespace

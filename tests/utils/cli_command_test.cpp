@@ -154,6 +154,29 @@ TEST_F(CLICommandTest, IsMissedInsideOfACommand) {
               "information.\n");
 }
 
+// The help that a message names is there.
+TEST_F(CLICommandTest, IsMissedDeepInsideWithTheWholePath) {
+    CLIOption branch[] = {{.type = kCLICommand, .longName = "track"}, {.type = kCLIEnd}};
+    CLIOption outer[] = {
+        {.type = kCLICommand, .longName = "branch", .subOptions = branch, .shortHelp = "Branches."},
+        {.type = kCLIEnd}};
+    CLIOption table[] = {{.type = kCLICommand, .longName = "remote", .subOptions = outer},
+                         {.type = kCLICommand, .longName = "help", .handler = _CLIHelpCommand},
+                         {.type = kCLIEnd}};
+    const CommandLine unknown({"remote", "branch", "x"}, table);
+    EXPECT_EQ(unknown.status, kCLIUsageError);
+    EXPECT_EQ(unknown.errors,
+              "error: unknown branch command 'x'. See 'tool help remote branch' for a list of "
+              "commands.\n");
+    const CommandLine missing({"remote", "branch"}, table);
+    EXPECT_EQ(missing.status, kCLIUsageError);
+    EXPECT_EQ(missing.errors,
+              "error: no branch command specified. See 'tool help remote branch' for more "
+              "information.\n");
+    EXPECT_EQ(CommandLine({"help", "remote", "branch"}, table).errors.substr(0, 45),
+              "\nNAME\n    tool remote branch -- Branches.\n\nSY");
+}
+
 TEST_F(CLICommandTest, IsMissedAtTheTopWithTheSummary) {
     for (const Words& words : {Words{}, Words{"-v"}, Words{"--"}}) {
         const CommandLine line(words, root);
@@ -304,8 +327,11 @@ TEST_F(CLICommandTest, NestsDeeply) {
     EXPECT_EQ(CommandLine(words, tables[0].data()).status, 0);
     EXPECT_EQ(gRuns, Words{"down x"});
     words[kDepth - 1] = "up";
-    EXPECT_EQ(CommandLine(words, tables[0].data()).errors,
-              "error: unknown down command 'up'. See 'tool help down' for a list of commands.\n");
+    std::string path;
+    for (std::size_t i = 1; i < kDepth; ++i) path += " down";
+    EXPECT_EQ(
+        CommandLine(words, tables[0].data()).errors,
+        "error: unknown down command 'up'. See 'tool help" + path + "' for a list of commands.\n");
 }
 
 TEST_F(CLICommandTest, MayStandBeforeGlobalOptionsThatReorder) {
