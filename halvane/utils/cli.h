@@ -56,7 +56,9 @@ enum {
                                    kCLIArgument: may be left out */
     kCLINoNegation = 1 << 2,    /* --no-name is refused */
     kCLIBareName = 1 << 3,      /* help shows argName without angle brackets */
-    kCLIRequired = 1 << 4,      /* of a command's own options: refused where it is missing */
+    kCLIRequired = 1 << 4,      /* of a command's own options: CLIParse() fails where it is missing.
+                                   For a command of commands, it is missing once the inner
+                                   command's options are read too, and before any of them runs. */
     kCLISeen = 1 << 5,          /* set by the parser when a value was taken */
     kCLILocal = 1 << 6          /* a global option that commands' help does not list */
 };

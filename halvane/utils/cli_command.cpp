@@ -41,20 +41,28 @@ bool isMissing(const CLIOption& option) {
     return isOption(option) && hasFlag(option, kCLIRequired) && !hasFlag(option, kCLISeen);
 }
 
-std::int32_t checkRequired(CLIOption* table) {
-    int width = 0;
-    for (const CLIOption& option : Table(table)) {
-        if (isMissing(option)) width = std::max(width, lengthOfName(option));
+// Of the commands that lead to this level, outermost first. Global options are no command's own.
+template <typename Action>
+void forEachMissing(const Level& level, Action act) {
+    if (level.command == nullptr) return;
+    if (level.above != nullptr) forEachMissing(*level.above, act);
+    for (const CLIOption& option : Table(level.table)) {
+        if (isMissing(option)) act(option);
     }
+}
+
+std::int32_t checkRequired(const Level& level) {
+    int width = 0;
+    forEachMissing(level,
+                   [&](const CLIOption& option) { width = std::max(width, lengthOfName(option)); });
     std::int32_t status = kStatusOK;
-    for (const CLIOption& option : Table(table)) {
-        if (!isMissing(option)) continue;
+    forEachMissing(level, [&](const CLIOption& option) {
         Message message;
         message.add("error: ");
         const int length = printName(message, option);
         message.add("%*s not specified\n", width - length, "");
         status = kCLIUsageError;
-    }
+    });
     return status;
 }
 
@@ -65,12 +73,13 @@ void adopt(CLIOption& command) {
     if (command.parent == nullptr) command.parent = gState.root;
 }
 
-// Options may follow the command's operands. Behind a "--" there are none.
+// Options may follow the command's operands. Behind a "--" there are none. They may be those of the
+// commands above too, so that what is missing is known here, before any of the commands runs.
 std::int32_t parseRest(Level& level) {
     if (hasCommands(level.table)) return kStatusOK;
     const std::int32_t status =
         level.isEnded ? kStatusOK : parseOptions(level, kCLIReorder | kCLIOptionsOnly);
-    return status == kStatusOK ? checkRequired(level.table) : status;
+    return status == kStatusOK ? checkRequired(level) : status;
 }
 
 std::int32_t run(CLIOption& command, const Level& above, std::uint32_t flags) {

@@ -209,6 +209,41 @@ TEST_F(CLICommandTest, RequiresItsOptions) {
     EXPECT_EQ(gRuns, Words{"add x"});
 }
 
+TEST_F(CLICommandTest, RequiresTheOptionsOfACommandOfCommands) {
+    const char* site = nullptr;
+    CLIOption own[] = {
+        remote[0],
+        remote[1],
+        {.type = kCLIString, .longName = "site", .valuePtr = &site, .flags = kCLIRequired},
+        {.type = kCLIEnd}};
+    root[2].subOptions = own;
+    const CommandLine missing({"remote", "remove", "x"}, root);
+    EXPECT_EQ(missing.status, kCLIUsageError);
+    EXPECT_EQ(missing.errors, "error: --site ... not specified\n");
+    EXPECT_EQ(CommandLine({"remote", "add"}, root).errors,
+              "error: --site ...      not specified\n"
+              "error: -u, --url <URL> not specified\n"
+              "error: --key ...       not specified\n");
+    EXPECT_EQ(gRuns, Words()) << "no command runs before all is there";
+    for (const Words& words : {Words{"remote", "--site=s", "remove", "x"},
+                               {"remote", "remove", "--site=s", "x"},
+                               {"remote", "remove", "x", "--site", "s"}}) {
+        site = nullptr;
+        gRuns.clear();
+        const CommandLine line(words, root);
+        EXPECT_EQ(line.status, 0) << line.errors;
+        EXPECT_STREQ(site, "s");
+        EXPECT_EQ(gRuns, Words{"remove x"});
+    }
+    EXPECT_EQ(CommandLine({"remote", "remove", "x"}, root).status, kCLIUsageError) << "anew";
+}
+
+TEST_F(CLICommandTest, RequiresNoGlobalOption) {
+    root[1].flags |= kCLIRequired;
+    EXPECT_EQ(CommandLine({"bare"}, root).status, 0);
+    EXPECT_EQ(CommandLine({"remote", "remove"}, root).status, 0);
+}
+
 TEST_F(CLICommandTest, RequiresThemAnewEachTime) {
     EXPECT_EQ(CommandLine({"remote", "add", "-uy", "--key=z"}, root).status, 0);
     EXPECT_EQ(CommandLine({"remote", "add"}, root).status, kCLIUsageError);
