@@ -24,6 +24,7 @@ struct State {
     CLIOption* root = nullptr;       // the first table since CLIInit() or CLIFree()
     const Level* level = nullptr;    // innermost; null outside of CLIParse()
     const char* attached = nullptr;  // what is unread of the current argument
+    int depth = 0;                   // of CLIParse() inside of CLIParse()
     char** arguments = nullptr;      // gArgV where it is of our own making, else null
     void* (*reallocate)(void* old, std::size_t size) = std::realloc;  // tests let it fail
 };

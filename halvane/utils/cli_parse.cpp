@@ -132,7 +132,7 @@ std::int32_t parseArguments(Level& level, Reordered* reordered) {
     return kStatusOK;
 }
 
-// What the callbacks of one parsing find, and what a parsing inside of one leaves behind.
+// What the callbacks of one level find.
 class Within {
   public:
     explicit Within(const Level& level) : outer_(gState.level) { gState.level = &level; }
@@ -142,6 +142,28 @@ class Within {
 
   private:
     const Level* outer_;
+};
+
+// What a parsing that a callback or handler asks for leaves as it found it: the rest of the group
+// of short options, and what is running. A new command line leaves nothing of the old one to go
+// back to.
+class Nested {
+  public:
+    Nested() : attached_(gState.attached), current_(gCLICurrentOption), depth_(++gState.depth) {}
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+    ~Nested() {
+        if (gState.depth != depth_) return;
+        --gState.depth;
+        if (gState.depth == 0) return;
+        gState.attached = attached_;
+        gCLICurrentOption = current_;
+    }
+
+  private:
+    const char* const attached_;
+    CLIOption* const current_;
+    const int depth_;
 };
 
 void warnOfUnused() {
@@ -171,6 +193,7 @@ std::int32_t parseLevel(Level& level, std::uint32_t flags) {
 
 extern "C" std::int32_t CLIParse(CLIOption* table, std::uint32_t flags) {
     using namespace halvane::cli;
+    const Nested nested;
     if (gState.root == nullptr && table != nullptr) {
         gState.root = table;
         forgetSeen(table);

@@ -1,4 +1,6 @@
 // What each type of option stores.
+#include <tuple>
+
 #include "tests/utils/cli_test_support.h"
 
 using namespace halvane::testing;
@@ -251,8 +253,80 @@ TEST(CLICallback, MayParseItself) {
     const CommandLine line({"a", "-co", "b", "-i", "--", "-o"}, table, kCLIReorder);
     EXPECT_EQ(line.status, 0);
     EXPECT_EQ(inner, 1);
-    EXPECT_EQ(outer, 1);
+    EXPECT_EQ(outer, 2) << "in the group behind c, and at the end";
     EXPECT_EQ(argumentsLeft(), (Words{"a", "b"}));
+}
+
+// A parsing inside of a callback, or of two.
+struct Inner {
+    static std::int32_t parse(CLIOption* option, const char*, int) {
+        char program[] = "tool";
+        char words[] = "-ni";
+        char* arguments[] = {program, words, nullptr};
+        return parseVector(option, arguments);
+    }
+
+    static std::int32_t parseVector(CLIOption* option, char** arguments) {
+        const auto saved = std::tuple(gArgC, gArgI, gArgV);
+        gArgC = 2;
+        gArgI = 1;
+        gArgV = arguments;
+        const std::int32_t status = CLIParse(table, 0);
+        std::tie(gArgC, gArgI, gArgV) = saved;
+        EXPECT_EQ(gCLICurrentOption, option) << "runs again";
+        return status;
+    }
+
+    static std::int32_t parseDeeper(CLIOption* option, const char*, int) {
+        char program[] = "tool";
+        char words[] = "-i";
+        char* arguments[] = {program, words, nullptr};
+        return parseVector(option, arguments);
+    }
+
+    inline static std::int32_t count = 0;
+    inline static CLIOption table[] = {
+        {.type = kCLIBoolean, .shortName = 'i', .valuePtr = &count},
+        {.type = kCLICallback, .shortName = 'n', .flags = kCLINoValue, .callback = parseDeeper},
+        {.type = kCLIEnd}};
+};
+
+TEST(CLICallback, LeavesTheRestOfItsGroupWhereItParses) {
+    Inner::count = 0;
+    std::int32_t verbose = 0;
+    const char* name = nullptr;
+    CLIOption table[] = {
+        {.type = kCLICallback, .shortName = 'p', .flags = kCLINoValue, .callback = Inner::parse},
+        {.type = kCLIBoolean, .shortName = 'v', .valuePtr = &verbose},
+        {.type = kCLIString, .shortName = 'o', .valuePtr = &name},
+        {.type = kCLIEnd}};
+    const CommandLine line({"-pvpofile", "-p", "-v", "x"}, table);
+    EXPECT_EQ(line.status, 0);
+    EXPECT_EQ(line.errors, "");
+    EXPECT_EQ(verbose, 2);
+    EXPECT_STREQ(name, "file");
+    EXPECT_EQ(Inner::count, 6) << "three times, each with one inside of it";
+    EXPECT_EQ(argumentsLeft(), Words{"x"});
+}
+
+TEST(CLICallback, EndsItsGroupWhereItEndsTheCommandLine) {
+    std::int32_t verbose = 0;
+    CLIOption table[] = {{.type = kCLICallback,
+                          .shortName = 'p',
+                          .flags = kCLINoValue,
+                          .callback =
+                              [](CLIOption* option, const char*, int) {
+                                  const auto status = Inner::parse(option, nullptr, 0);
+                                  CLIFree();
+                                  return status;
+                              }},
+                         {.type = kCLIBoolean, .shortName = 'v', .valuePtr = &verbose},
+                         {.type = kCLIEnd}};
+    const CommandLine line({"-pv", "-v"}, table);
+    EXPECT_EQ(line.status, 0);
+    EXPECT_EQ(verbose, 0);
+    EXPECT_EQ(CommandLine({"-vv"}, table).status, 0) << "the next one is not hurt";
+    EXPECT_EQ(verbose, 2);
 }
 
 }  // namespace
