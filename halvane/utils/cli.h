@@ -160,8 +160,9 @@ HALVANE_EXPORT void CLIFree(void);
 /* Prints to standard error and exits. */
 HALVANE_EXPORT void ErrQuit(int status, const char* format, ...) __attribute__((noreturn));
 
-/* *array is a heap array of *count heap strings, null where the count is 0. Appending puts a new
- * array in place of the old one; kStatusNoMemory, also for a null text, changes nothing. */
+/* *array is a heap array of *count heap strings; it is not read where the count is 0. Appending
+ * puts a new array in place of the old one, and costs the same however long the array is, on
+ * average. kStatusNoMemory, also for a null text, changes nothing. */
 HALVANE_EXPORT int32_t StringArray_Append(char*** array, size_t* count, const char* text);
 
 /* Frees the strings and the array; nothing where the count is 0. */

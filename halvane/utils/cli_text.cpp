@@ -1,26 +1,41 @@
 // String arrays and numbers in text.
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
 #include "halvane/base/status.h"
-#include "halvane/utils/cli.h"
+#include "halvane/utils/cli_internal.h"
 #include "halvane/utils/text_integer_internal.h"
+
+namespace {
+
+constexpr std::size_t kGreatestCount = SIZE_MAX / sizeof(char*) / 2;
+
+// Room for one more. The size is a power of two that the count alone tells, so that the allocator
+// is asked for the size that it gave before, but where the count passes such a power. Nothing is
+// taken for granted of an array that was made elsewhere. Null where there is no memory, and the
+// array is then as it was.
+char** withRoomForOneMore(char** array, std::size_t count) {
+    if (count >= kGreatestCount) return nullptr;
+    const std::size_t size = std::bit_ceil(count + 1) * sizeof(char*);
+    return static_cast<char**>(halvane::cli::gState.reallocate(count > 0 ? array : nullptr, size));
+}
+
+}  // namespace
 
 extern "C" std::int32_t StringArray_Append(char*** array, std::size_t* count, const char* text) {
     if (text == nullptr) return kStatusNoMemory;
     char* const copy = ::strdup(text);
-    auto* const grown = static_cast<char**>(std::calloc(*count + 1, sizeof(char*)));
-    if (copy == nullptr || grown == nullptr) {
+    if (copy == nullptr) return kStatusNoMemory;
+    char** const grown = withRoomForOneMore(*array, *count);
+    if (grown == nullptr) {
         std::free(copy);
-        std::free(grown);
         return kStatusNoMemory;
     }
-    std::copy_n(*array, *count, grown);
     grown[*count] = copy;
-    if (*count > 0) std::free(*array);
     *array = grown;
     ++*count;
     return kStatusOK;

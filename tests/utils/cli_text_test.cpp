@@ -1,5 +1,9 @@
 // String arrays and numbers in text.
 #include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "halvane/utils/cli_internal.h"
 
 #include "tests/utils/cli_test_support.h"
 
@@ -93,6 +97,115 @@ TEST(StringArray, AppendsACopyAndFreesAll) {
     EXPECT_STREQ(array[1], "second");
     EXPECT_EQ(StringArray_Append(&array, &count, nullptr), -6728);
     EXPECT_EQ(count, 2u);
+    StringArray_Free(array, count);
+}
+
+// What StringArray_Append() asks the allocator for, until the end of the scope.
+class ArraySizes {
+  public:
+    ArraySizes() {
+        gSizes.clear();
+        gGranted = SIZE_MAX;
+        halvane::cli::gState.reallocate = [](void* old, std::size_t size) -> void* {
+            if (gGranted == 0) return nullptr;
+            --gGranted;
+            gSizes.push_back(size);
+            return std::realloc(old, size);
+        };
+    }
+    ArraySizes(const ArraySizes&) = delete;
+    ArraySizes& operator=(const ArraySizes&) = delete;
+    ~ArraySizes() { halvane::cli::gState.reallocate = std::realloc; }
+
+    // An allocator moves nothing where it is asked for the size that it gave.
+    static std::size_t bytesToMove() {
+        std::size_t bytes = 0;
+        for (std::size_t i = 1; i < gSizes.size(); ++i) {
+            if (gSizes[i] != gSizes[i - 1]) bytes += gSizes[i - 1];
+        }
+        return bytes;
+    }
+    static void grant(std::size_t count) { gGranted = count; }
+
+  private:
+    inline static std::vector<std::size_t> gSizes;
+    inline static std::size_t gGranted = SIZE_MAX;
+};
+
+TEST(StringArray, MovesAnEntryAtMostTwice) {
+    constexpr std::size_t kCount = 10000;
+    const ArraySizes sizes;
+    char** array = nullptr;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        ASSERT_EQ(StringArray_Append(&array, &count, std::to_string(i).c_str()), 0);
+        ASSERT_EQ(count, i + 1);
+    }
+    EXPECT_GT(sizes.bytesToMove(), 0u);
+    EXPECT_LE(sizes.bytesToMove(), 2 * kCount * sizeof(char*));
+    for (std::size_t i = 0; i < kCount; ++i) EXPECT_EQ(array[i], std::to_string(i));
+    StringArray_Free(array, count);
+}
+
+TEST(StringArray, MovesAnEntryOfARepeatedOptionAtMostTwice) {
+    constexpr std::size_t kCount = 2000;
+    char** array = nullptr;
+    std::size_t count = 0;
+    CLIOption table[] = {
+        {.type = kCLIStringArray, .shortName = 'a', .valuePtr = &array, .countPtr = &count},
+        {.type = kCLIEnd}};
+    halvane::testing::CommandLine line(halvane::testing::Words(kCount, "-ax"));
+    const ArraySizes sizes;
+    line.parse(table);
+    EXPECT_EQ(line.status, 0);
+    EXPECT_EQ(count, kCount);
+    EXPECT_GT(sizes.bytesToMove(), 0u);
+    EXPECT_LE(sizes.bytesToMove(), 2 * kCount * sizeof(char*));
+    StringArray_Free(array, count);
+}
+
+TEST(StringArray, TakesArraysThatWereMadeElsewhere) {
+    for (std::size_t made = 1; made < 20; ++made) {
+        std::size_t count = made;
+        auto** array = static_cast<char**>(std::calloc(count, sizeof(char*)));
+        for (std::size_t i = 0; i < made; ++i) array[i] = ::strdup(std::to_string(i).c_str());
+        ASSERT_EQ(StringArray_Append(&array, &count, "last"), 0);
+        ASSERT_EQ(StringArray_Append(&array, &count, "very last"), 0);
+        ASSERT_EQ(count, made + 2);
+        for (std::size_t i = 0; i < made; ++i) EXPECT_EQ(array[i], std::to_string(i));
+        EXPECT_STREQ(array[made], "last");
+        EXPECT_STREQ(array[made + 1], "very last");
+        StringArray_Free(array, count);
+    }
+}
+
+TEST(StringArray, IsAsItWasWhereMemoryRunsOut) {
+    const ArraySizes sizes;
+    char** array = nullptr;
+    std::size_t count = 0;
+    sizes.grant(0);
+    EXPECT_EQ(StringArray_Append(&array, &count, "none"), -6728);
+    EXPECT_EQ(array, nullptr);
+    sizes.grant(2);
+    EXPECT_EQ(StringArray_Append(&array, &count, "first"), 0);
+    EXPECT_EQ(StringArray_Append(&array, &count, "second"), 0);
+    char** const before = array;
+    EXPECT_EQ(StringArray_Append(&array, &count, "third"), -6728);
+    EXPECT_EQ(array, before);
+    ASSERT_EQ(count, 2u);
+    EXPECT_STREQ(array[1], "second");
+    StringArray_Free(array, count);
+    for (std::size_t great : {SIZE_MAX, SIZE_MAX / 8, SIZE_MAX / 16}) {
+        EXPECT_EQ(StringArray_Append(&array, &great, "x"), -6728);
+    }
+}
+
+TEST(StringArray, DoesNotReadAnArrayOfNone) {
+    char* on_stack[] = {nullptr};
+    char** array = on_stack;
+    std::size_t count = 0;
+    ASSERT_EQ(StringArray_Append(&array, &count, "first"), 0);
+    EXPECT_NE(array, on_stack);
     StringArray_Free(array, count);
 }
 
