@@ -2,40 +2,33 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 namespace halvane::tool {
 
-void TextTable::addColumn(const char* title, Align align) {
+void TableLayout::addColumn(const char* title, Align align) {
     aligns_.push_back(align);
     widths_.push_back(std::strlen(title));
     titles_.emplace_back(title);
 }
 
-void TextTable::addRow(std::vector<std::string> cells) {
+void TableLayout::fit(const std::vector<std::string>& cells) {
     for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (cells[i].size() > kGreatestColumnWidth) continue;
         widths_[i] = std::max(widths_[i], cells[i].size());
     }
-    rows_.push_back(std::move(cells));
 }
 
-std::string TextTable::lineOf(const std::vector<std::string>& cells) const {
+std::string TableLayout::line(const std::vector<std::string>& cells) const {
     std::string line;
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        const std::string padding(widths_[i] - cells[i].size(), ' ');
+        const std::size_t padding = widths_[i] - std::min(widths_[i], cells[i].size());
         const bool isLast = i + 1 == cells.size();
-        if (aligns_[i] == Align::Right) line += padding;
+        if (aligns_[i] == Align::Right) line.append(padding, ' ');
         line += cells[i];
-        if (aligns_[i] == Align::Left && !isLast) line += padding;
+        if (aligns_[i] == Align::Left && !isLast) line.append(padding, ' ');
         line += isLast ? "\n" : "  ";
     }
     return line;
-}
-
-std::string TextTable::text() const {
-    std::string text = lineOf(titles_);
-    for (const auto& row : rows_) text += lineOf(row);
-    return text;
 }
 
 }  // namespace halvane::tool

@@ -2,6 +2,7 @@
 #ifndef TOOLS_HALVANE_TEXT_TABLE_H
 #define TOOLS_HALVANE_TEXT_TABLE_H
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <vector>
@@ -20,36 +21,44 @@ struct Column {
     std::string (*cell)(const Record& record);
 };
 
-class TextTable {
+// A cell that is longer than this shifts the rest of its own line, and no other line.
+inline constexpr std::size_t kGreatestColumnWidth = 128;
+
+// Columns are as wide as their widest cell, counted in octets, and two blanks apart. Nothing pads
+// the last one where it is aligned to the left, so that what is not ASCII belongs there. A row is
+// one cell a column, which the layout does not keep.
+class TableLayout {
   public:
     void addColumn(const char* title, Align align);
 
-    // One cell a column.
-    void addRow(std::vector<std::string> cells);
+    // Makes room for a row.
+    void fit(const std::vector<std::string>& cells);
 
-    // Columns are as wide as their widest cell, counted in octets, and two blanks apart. Nothing
-    // pads the last one where it is aligned to the left, so that what is not ASCII belongs there.
-    std::string text() const;
+    std::string titles() const { return line(titles_); }
+    std::string line(const std::vector<std::string>& cells) const;
 
   private:
-    std::string lineOf(const std::vector<std::string>& cells) const;
-
     std::vector<Align> aligns_;
     std::vector<std::size_t> widths_;
     std::vector<std::string> titles_;
-    std::vector<std::vector<std::string>> rows_;
 };
 
 template <typename Record>
+std::vector<std::string> cellsOf(std::span<const Column<Record>> columns, const Record& record) {
+    std::vector<std::string> cells;
+    cells.reserve(columns.size());
+    for (const auto& column : columns) cells.push_back(column.cell(record));
+    return cells;
+}
+
+// The cells are made twice, once for the widths, and no line is kept.
+template <typename Record>
 void printTable(std::span<const Column<Record>> columns, const std::vector<Record>& records) {
-    TextTable table;
-    for (const auto& column : columns) table.addColumn(column.title, column.align);
-    for (const Record& record : records) {
-        std::vector<std::string> cells;
-        for (const auto& column : columns) cells.push_back(column.cell(record));
-        table.addRow(std::move(cells));
-    }
-    put(table.text());
+    TableLayout layout;
+    for (const auto& column : columns) layout.addColumn(column.title, column.align);
+    for (const Record& record : records) layout.fit(cellsOf(columns, record));
+    put(layout.titles());
+    for (const Record& record : records) put(layout.line(cellsOf(columns, record)));
 }
 
 }  // namespace halvane::tool
