@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <iterator>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -157,15 +158,21 @@ ControlResult onBus(const Line&) {
     return result;
 }
 
+std::size_t countOf(const std::map<std::string, std::size_t>& counts, const std::string& name) {
+    const auto found = counts.find(name);
+    return found != counts.end() ? found->second : 0;
+}
+
 ControlResult show(const Line& line) {
     std::string text;
     const World& world = line.simulation.world;
+    const auto stations = world.associatedStations();
     for (const SimulatedInterface& interface : world.interfaces()) {
         text += interface.name() + ": role " + *interface.record.ifRole();
         text += interface.isEnabled ? ", enabled" : ", disabled";
         text += interface.hostedSSID ? ", BSS up" : ", no BSS";
         text += ", configurations " + std::to_string(interface.configs.size());
-        text += ", stations " + std::to_string(world.associatedStations(interface.name()));
+        text += ", stations " + std::to_string(countOf(stations, interface.name()));
         text += '\n';
     }
     text += "subscribers:";

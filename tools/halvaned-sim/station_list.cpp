@@ -23,9 +23,13 @@ HalvaneClient* StationList::find(const std::string& interface, const ByteBuffer&
 }
 
 HalvaneClient& StationList::add(const std::string& interface, HalvaneClient client) {
-    std::string key = keyOf(interface, client.mac());
-    stations_.push_back({interface, std::move(client)});
-    index_.emplace(std::move(key), stations_.size() - 1);
+    const auto added = index_.emplace(keyOf(interface, client.mac()), stations_.size()).first;
+    try {
+        stations_.push_back({interface, std::move(client)});
+    } catch (...) {
+        index_.erase(added);
+        throw;
+    }
     return stations_.back().client;
 }
 
@@ -34,6 +38,14 @@ std::vector<HalvaneClient> StationList::clients() const {
     clients.reserve(stations_.size());
     for (const Station& station : stations_) clients.push_back(station.client);
     return clients;
+}
+
+std::map<std::string, std::size_t> StationList::associated() const {
+    std::map<std::string, std::size_t> counts;
+    for (const auto& [where, client] : stations_) {
+        if (client.isAssociated()) ++counts[where];
+    }
+    return counts;
 }
 
 std::vector<ByteBuffer> StationList::associatedWith(const std::string& interface) const {

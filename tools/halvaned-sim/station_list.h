@@ -26,6 +26,7 @@ class StationList {
     // Null where there is none. Valid until the next add().
     HalvaneClient* find(const std::string& interface, const ByteBuffer& mac);
 
+    // Both the station and its place in the index are added, or neither, where memory runs out.
     // REQUIRES: find() has none of its address on the interface.
     HalvaneClient& add(const std::string& interface, HalvaneClient client);
 
@@ -35,6 +36,9 @@ class StationList {
 
     // The addresses of those that are associated there now.
     std::vector<ByteBuffer> associatedWith(const std::string& interface) const;
+
+    // How many are associated now, by interface; none of an interface that has none.
+    std::map<std::string, std::size_t> associated() const;
 
   private:
     std::vector<Station> stations_;

@@ -76,13 +76,15 @@ bool isUsable(const HalvaneBSSConfig& config) {
 }
 
 World::World(std::vector<HalvaneDevice> devices, std::vector<SimulatedInterface> interfaces)
-    : devices_(std::move(devices)), interfaces_(std::move(interfaces)) {}
+    : devices_(std::move(devices)), interfaces_(std::move(interfaces)) {
+    for (const SimulatedInterface& interface : interfaces_) {
+        indexOfName_.emplace(interface.name(), indexOf(interface));
+    }
+}
 
 const SimulatedInterface* World::interfaceFor(std::string_view name) const {
-    const auto found =
-        std::find_if(interfaces_.begin(), interfaces_.end(),
-                     [&](const SimulatedInterface& interface) { return interface.name() == name; });
-    return found != interfaces_.end() ? &*found : nullptr;
+    const auto found = indexOfName_.find(name);
+    return found != indexOfName_.end() ? &interfaces_[found->second] : nullptr;
 }
 
 SimulatedInterface* World::find(std::string_view name) {

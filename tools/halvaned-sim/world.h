@@ -7,6 +7,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -66,6 +68,8 @@ class World {
     std::size_t associatedStations(const std::string& interface) const {
         return stations_.associatedWith(interface).size();
     }
+    // The same of every interface that has some.
+    std::map<std::string, std::size_t> associatedStations() const { return stations_.associated(); }
 
     // Adds the configuration, in the place of one that has the same SSID.
     Status addConfig(std::string_view interface, const HalvaneBSSConfig& config);
@@ -122,6 +126,7 @@ class World {
 
     std::vector<HalvaneDevice> devices_;
     std::vector<SimulatedInterface> interfaces_;
+    std::map<std::string, std::size_t, std::less<>> indexOfName_;
     StationList stations_;
     std::uint32_t burstStations_ = 0;
     std::vector<Notification> notifications_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -115,14 +116,14 @@ class Reader {
         Distinct names(kInterfaces, "InterfaceName");
         for (auto& record : recordsIn<HalvaneInterface>(*value, kInterfaces, checkInterface)) {
             names.add(*record.ifName());
+            indexOfName_.emplace(*record.ifName(), interfaces_.size());
             interfaces_.push_back({.record = std::move(record)});
         }
     }
 
     SimulatedInterface& named(const std::string& name, const std::string& place) {
-        for (SimulatedInterface& interface : interfaces_) {
-            if (interface.name() == name) return interface;
-        }
+        const auto found = indexOfName_.find(name);
+        if (found != indexOfName_.end()) return interfaces_[found->second];
         refuse(place, "there is no interface " + name);
     }
 
@@ -181,6 +182,7 @@ class Reader {
     const PropertyListDictionary& file_;
     std::vector<HalvaneDevice> devices_;
     std::vector<SimulatedInterface> interfaces_;
+    std::map<std::string, std::size_t> indexOfName_;
 };
 
 }  // namespace
