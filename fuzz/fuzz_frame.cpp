@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         frame.radio = *radio;
         frame.content = parseBeaconFrame(radio->frame);
         if (frame.beacon() == nullptr) continue;
-        const auto record = recordOfFrame(frame);
+        const auto record = sightingOfFrame(frame).record;
         REQUIRE(record.ieBuffer()->size() <= radio->frame.size());
     }
     return 0;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/elements.h"
+#include "tools/halvane/record_json.h"
 
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;
@@ -12,20 +13,20 @@ using namespace halvane::tool;
 
 namespace {
 
-HalvaneMAC sighting(std::uint8_t last, int rssi, const Bytes& elements = {}) {
+Sighting sighting(std::uint8_t last, int rssi, const Bytes& elements = {}) {
     auto record = HalvaneMAC::initWithMAC({0x02, 0, 0, 0, 0, last});
     record.setRSSI(Number(rssi));
     record.setInformationElements(ByteBuffer(elements));
-    return record;
+    return {record};
 }
 
 TEST(BSSTable, KeepsTheOrderOfFirstSighting) {
     BSSTable table;
     for (const std::uint8_t last : Bytes{9, 1, 5, 1, 9}) table.add(sighting(last, -50));
-    ASSERT_EQ(table.records().size(), 3u);
-    EXPECT_EQ(table.records()[0].mac(), (ByteBuffer{2, 0, 0, 0, 0, 9}));
-    EXPECT_EQ(table.records()[1].mac(), (ByteBuffer{2, 0, 0, 0, 0, 1}));
-    EXPECT_EQ(table.records()[2].mac(), (ByteBuffer{2, 0, 0, 0, 0, 5}));
+    ASSERT_EQ(table.size(), 3u);
+    EXPECT_EQ(table.at(0).record.mac(), (ByteBuffer{2, 0, 0, 0, 0, 9}));
+    EXPECT_EQ(table.at(1).record.mac(), (ByteBuffer{2, 0, 0, 0, 0, 1}));
+    EXPECT_EQ(table.at(2).record.mac(), (ByteBuffer{2, 0, 0, 0, 0, 5}));
 }
 
 TEST(BSSTable, FoldsLaterSightingsIn) {
@@ -33,9 +34,74 @@ TEST(BSSTable, FoldsLaterSightingsIn) {
     table.add(sighting(1, -50, element(0, {})));
     table.add(sighting(1, -70, ssidElement("revealed")));
     table.add(sighting(1, -60, ssidElement("other")));
-    ASSERT_EQ(table.records().size(), 1u);
-    EXPECT_EQ(table.records()[0].RSSI(), Number(-60));
-    EXPECT_EQ(table.records()[0].SSID(), ByteBuffer::fromText("revealed"));
+    ASSERT_EQ(table.size(), 1u);
+    EXPECT_EQ(table.at(0).record.RSSI(), Number(-60));
+    EXPECT_EQ(table.at(0).record.SSID(), ByteBuffer::fromText("revealed"));
+}
+
+// What a record tells, but for its stamps.
+std::string tellingOf(const HalvaneMAC& record) {
+    JSON object = JSON::object();
+    appendRecord(object, record);
+    return object.dump() + record.description();
+}
+
+// Every sequence of four of these sightings, as the records themselves fold.
+TEST(BSSTable, FoldsAsRecordsDo) {
+    std::vector<Sighting> sightings;
+    for (const Bytes& elements :
+         {Bytes{}, element(0, {}), joined({element(0, {0, 0}), element(1, {0x82, 0x96})}),
+          joined({ssidElement("home"), htOperationElement(44, 1)}), ssidElement("other"),
+          Bytes{0, 4, 'c', 'u', 't'}}) {
+        const auto number = static_cast<std::uint16_t>(sightings.size());
+        Sighting next = sighting(1, -50 - number, elements);
+        next.record.setCapabilityField(number % 2 == 0 ? 0x0011 : 0x0001);
+        next.record.setInformationElements(ByteBuffer(elements));
+        if (number % 3 == 0) next.record.setRSSI(std::nullopt);
+        if (number % 3 == 1) next.record.setNoise(Number(-90 - number));
+        if (number > 2) next.record.setBeaconInterval(Number(number * 100));
+        sightings.push_back(next);
+    }
+    const std::size_t count = sightings.size();
+    for (std::size_t i = 0; i < count * count * count * count; ++i) {
+        BSSTable table;
+        std::optional<HalvaneMAC> folded;
+        for (std::size_t rest = i, k = 0; k < 4; ++k, rest /= count) {
+            const Sighting& next = sightings[rest % count];
+            table.add(next);
+            if (folded) folded->mergeEntries(next.record);
+            if (!folded) folded = next.record;
+        }
+        ASSERT_EQ(table.size(), 1u);
+        ASSERT_EQ(tellingOf(table.at(0).record), tellingOf(*folded)) << i;
+    }
+}
+
+TEST(BSSTable, KeepsWhenABSSWasFirstSeen) {
+    BSSTable table;
+    const Sighting first = sighting(1, -50);
+    table.add(first);
+    table.add(sighting(1, -60));
+    EXPECT_EQ(table.at(0).record.firstAdded(), first.record.firstAdded());
+}
+
+TEST(BSSTable, KeepsTheChannelThatTheBSSTold) {
+    BSSTable table;
+    const auto see = [&](int channel, std::optional<Number> radioChannel, bool isOfRadio) {
+        Sighting next = sighting(1, -50);
+        next.record.setChannel(Number(channel));
+        next.radioChannel = radioChannel;
+        next.isChannelOfRadio = isOfRadio;
+        table.add(next);
+        return table.at(0);
+    };
+    EXPECT_EQ(see(1, Number(1), true).record.channel(), Number(1));
+    EXPECT_EQ(see(2, Number(2), true).record.channel(), Number(2));
+    EXPECT_EQ(see(149, Number(3), false).record.channel(), Number(149));
+    EXPECT_EQ(see(4, Number(4), true).record.channel(), Number(149));
+    EXPECT_EQ(table.at(0).otherRadioChannel(), Number(4));
+    EXPECT_EQ(see(153, std::nullopt, false).record.channel(), Number(153));
+    EXPECT_EQ(table.at(0).otherRadioChannel(), Number(4));
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -45,7 +46,7 @@ class Decoder {
 
     int run() {
         const bool isWhole = options_.isHex ? decodeHex() : decodeCaptures();
-        for (const HalvaneMAC& record : table_.records()) print(record, std::nullopt);
+        for (std::size_t i = 0; i < table_.size(); ++i) print(table_.at(i), std::nullopt);
         writer_->finish();
         return isWhole ? kExitDone : kExitFailed;
     }
@@ -62,7 +63,7 @@ class Decoder {
         auto record = HalvaneMAC::initWithMAC(options_.bssid.value_or(ByteBuffer()));
         record.setCapabilityField(options_.capabilities.value_or(0));
         record.setInformationElements(*elements);
-        table_.add(record);
+        table_.add({record});
         if (record.invalidIEs()) complain(inputName(path) + ": cut in an element");
         return !record.invalidIEs();
     }
@@ -100,23 +101,23 @@ class Decoder {
             if (progress.isShown()) progress.update(reader.bytesRead());
             const BeaconFrame* beacon = frame->beacon();
             if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
-            const HalvaneMAC record = recordOfFrame(*frame);
-            if (record.invalidIEs()) cut.add(frame->number);
+            const Sighting sighting = sightingOfFrame(*frame);
+            if (sighting.record.invalidIEs()) cut.add(frame->number);
             if (!options_.isPerFrame) {
-                table_.add(record);
+                table_.add(sighting);
                 continue;
             }
             // Bar and records share a terminal's lines.
             if (isOutputTerminal_) progress.clear();
-            print(record, FrameOrigin{frame->number, beacon->subtype});
+            print(sighting, FrameOrigin{frame->number, beacon->subtype});
         }
         return cut;
     }
 
     // A hidden SSID may be revealed by a later frame, so folded records are filtered here.
-    void print(const HalvaneMAC& record, const std::optional<FrameOrigin>& origin) {
-        if (options_.ssid && !isSSID(record.SSID(), *options_.ssid)) return;
-        writer_->write(record, origin);
+    void print(const Sighting& sighting, const std::optional<FrameOrigin>& origin) {
+        if (options_.ssid && !isSSID(sighting.record.SSID(), *options_.ssid)) return;
+        writer_->write(sighting, origin);
     }
 
     // Nobody reads on, or the disk is full: main() tells, and going on would be for nothing.

@@ -1,5 +1,7 @@
 #include "tools/halvane/frame_record.h"
 
+#include <utility>
+
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
 #include "halvane/regulatory/channel.h"
@@ -23,19 +25,28 @@ std::optional<Number> channelOfDSParameterSet(const HalvaneMAC& record) {
     for (const ByteBuffer& element : record.IEs()) {
         ByteCursor cursor(element);
         if (cursor.u8() != kElementIDDSParameterSet || !cursor.skip(1)) continue;
-        if (const auto channel = cursor.u8()) return Number(*channel);
+        if (const auto channel = cursor.u8(); channel && *channel != 0) return Number(*channel);
     }
     return std::nullopt;
 }
 
-std::optional<Number> channelOf(const RadioInfo& radio, const HalvaneMAC& record) {
-    if (const auto channel = channelOfFrequency(radio.frequencyMHz)) return channel;
-    if (radio.channel) return Number(*radio.channel);
-    if (const auto channel = channelOfDSParameterSet(record)) return channel;
-    if (record.HTOperation() && record.HTOperation()->isValid()) {
-        return Number(record.HTOperation()->primaryChannel());
+std::optional<Number> channelOfHTOperation(const HalvaneMAC& record) {
+    const auto& operation = record.HTOperation();
+    if (!operation || !operation->isValid() || operation->primaryChannel() == 0) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    return Number(operation->primaryChannel());
+}
+
+// What the BSS says of itself.
+std::optional<Number> channelOfElements(const HalvaneMAC& record) {
+    if (const auto channel = channelOfHTOperation(record)) return channel;
+    return channelOfDSParameterSet(record);
+}
+
+std::optional<Number> channelOfRadio(const RadioInfo& radio) {
+    if (const auto channel = channelOfFrequency(radio.frequencyMHz)) return channel;
+    return radio.channel ? std::optional<Number>(*radio.channel) : std::nullopt;
 }
 
 std::optional<Number> numberOf(std::optional<int> value) {
@@ -44,7 +55,7 @@ std::optional<Number> numberOf(std::optional<int> value) {
 
 }  // namespace
 
-HalvaneMAC recordOfFrame(const CapturedFrame& frame) {
+Sighting sightingOfFrame(const CapturedFrame& frame) {
     const BeaconFrame& beacon = *frame.beacon();
     auto record = HalvaneMAC::initWithMAC(beacon.bssid);
     record.setRSSI(numberOf(frame.radio.signalDBm));
@@ -52,8 +63,10 @@ HalvaneMAC recordOfFrame(const CapturedFrame& frame) {
     record.setBeaconInterval(Number(beacon.beaconInterval));
     record.setCapabilityField(beacon.capabilities);
     record.setInformationElements(ByteBuffer(beacon.elements));
-    record.setChannel(channelOf(frame.radio, record));
-    return record;
+    const auto radioChannel = channelOfRadio(frame.radio);
+    const auto ownChannel = channelOfElements(record);
+    record.setChannel(ownChannel ? ownChannel : radioChannel);
+    return {std::move(record), radioChannel, !ownChannel && radioChannel};
 }
 
 }  // namespace halvane::tool

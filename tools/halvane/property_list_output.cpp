@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "halvane/platform/xml_property_list.h"
 
@@ -10,12 +11,17 @@
 
 namespace halvane::tool {
 
-void putPropertyList(const PropertyListValue& value, std::FILE* stream) {
+std::optional<std::string> propertyListText(const PropertyListValue& value) {
     std::optional<XmlPropertyListRefusal> refusal;
-    if (const auto xml = xmlPropertyList(value, &refusal)) return put(*xml, stream);
+    if (auto xml = xmlPropertyList(value, &refusal)) return xml;
     std::string reason = "no property list holds " + std::string(refusal->reason);
     if (refusal->character) reason += ", " + codePointName(*refusal->character);
     noteLostOutput(std::move(reason));
+    return std::nullopt;
+}
+
+void putPropertyList(const PropertyListValue& value, std::FILE* stream) {
+    if (const auto xml = propertyListText(value)) put(*xml, stream);
 }
 
 std::string codePointName(char32_t character) {

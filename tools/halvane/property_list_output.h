@@ -3,13 +3,17 @@
 #define TOOLS_HALVANE_PROPERTY_LIST_OUTPUT_H
 
 #include <cstdio>
+#include <optional>
 #include <string>
 
 #include "halvane/base/property_list_value.h"
 
 namespace halvane::tool {
 
-// Puts the value as XML. One that has no XML form is lost output, whose reason is noted.
+// The value as XML. One that has no XML form is lost output, whose reason is noted.
+std::optional<std::string> propertyListText(const PropertyListValue& value);
+
+// Puts propertyListText().
 void putPropertyList(const PropertyListValue& value, std::FILE* stream = stdout);
 
 // "U+0001"

@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "tools/halvane/property_list_output.h"
 #include "tools/halvane/record_json.h"
@@ -21,13 +23,14 @@ const char* subtypeName(BeaconSubtype subtype) {
     return "";
 }
 
-JSON jsonWithOrigin(const HalvaneMAC& record, const std::optional<FrameOrigin>& origin) {
+JSON jsonWithOrigin(const Sighting& sighting, const std::optional<FrameOrigin>& origin) {
     JSON object = JSON::object();
     if (origin) {
         object["frame"] = origin->number;
         object["subtype"] = subtypeName(origin->subtype);
     }
-    appendRecord(object, record);
+    putMember(object, "radioChannel", sighting.otherRadioChannel());
+    appendRecord(object, sighting.record);
     return object;
 }
 
@@ -37,7 +40,6 @@ class Writer : public RecordWriter {
 
   protected:
     void put(const std::string& text) { tool::put(text, stream_); }
-    std::FILE* stream() const { return stream_; }
 
   private:
     std::FILE* stream_;
@@ -47,12 +49,15 @@ class TextWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const HalvaneMAC& record, const std::optional<FrameOrigin>& origin) override {
+    void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) override {
         if (origin) {
             put("Frame                : " + std::to_string(origin->number) + " (" +
                 subtypeName(origin->subtype) + ")\n");
         }
-        put(record.description());
+        if (const auto channel = sighting.otherRadioChannel()) {
+            put("Radio Channel        : " + channel->description() + '\n');
+        }
+        put(sighting.record.description());
     }
     void finish() override {}
 };
@@ -61,8 +66,8 @@ class JSONLinesWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const HalvaneMAC& record, const std::optional<FrameOrigin>& origin) override {
-        put(jsonWithOrigin(record, origin).dump() + '\n');
+    void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) override {
+        put(jsonWithOrigin(sighting, origin).dump() + '\n');
     }
     void finish() override {}
 };
@@ -72,9 +77,9 @@ class JSONWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const HalvaneMAC& record, const std::optional<FrameOrigin>& origin) override {
+    void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) override {
         put(isFirst_ ? "[\n" : ",\n");
-        put(jsonWithOrigin(record, origin).dump(2));
+        put(jsonWithOrigin(sighting, origin).dump(2));
         isFirst_ = false;
     }
     void finish() override { put(isFirst_ ? "[]\n" : "\n]\n"); }
@@ -83,17 +88,34 @@ class JSONWriter : public Writer {
     bool isFirst_ = true;
 };
 
+// One array. Each record is written as the document of an array of its own, of which only the part
+// between the array's tags goes out.
 class PropertyListWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const HalvaneMAC& record, const std::optional<FrameOrigin>&) override {
-        skeletons_.emplace_back(record.skeletonRepresentation());
+    void write(const Sighting& sighting, const std::optional<FrameOrigin>&) override {
+        PropertyListDictionary skeleton = sighting.record.skeletonRepresentation();
+        if (const auto channel = sighting.otherRadioChannel()) {
+            skeleton.set("RadioChannel", *channel);
+        }
+        const auto document = propertyListText(PropertyListArray{std::move(skeleton)});
+        if (!document) return;
+        const std::size_t start = document->find(kArrayStart) + kArrayStart.size();
+        const std::size_t end = document->rfind(kArrayEnd);
+        if (end_.empty()) put(document->substr(0, start));
+        put(document->substr(start, end - start));
+        end_ = document->substr(end);
     }
-    void finish() override { putPropertyList(std::move(skeletons_), stream()); }
+    void finish() override {
+        put(end_.empty() ? propertyListText(PropertyListArray()).value_or("") : end_);
+    }
 
   private:
-    PropertyListArray skeletons_;
+    static constexpr std::string_view kArrayStart = "<array>\n";
+    static constexpr std::string_view kArrayEnd = "</array>\n";
+
+    std::string end_;  // of the document; empty before its first record
 };
 
 }  // namespace

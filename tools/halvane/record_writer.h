@@ -1,7 +1,6 @@
 // Prints BSS records in one of the output formats.
 //
-// Records go out as they come, so that a stream of them needs no memory; a property list alone is
-// collected, since it is written as one document.
+// Records go out as they come, so that a stream of them needs no memory.
 #ifndef TOOLS_HALVANE_RECORD_WRITER_H
 #define TOOLS_HALVANE_RECORD_WRITER_H
 
@@ -10,10 +9,9 @@
 #include <memory>
 #include <optional>
 
-#include "halvane/ie/mac.h"
-
 #include "tools/halvane/beacon_frame.h"
 #include "tools/halvane/format.h"
+#include "tools/halvane/frame_record.h"
 
 namespace halvane::tool {
 
@@ -27,7 +25,7 @@ class RecordWriter {
   public:
     virtual ~RecordWriter() = default;
 
-    virtual void write(const HalvaneMAC& record, const std::optional<FrameOrigin>& origin) = 0;
+    virtual void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) = 0;
 
     // Ends the document. REQUIRES: called once, after the last record.
     virtual void finish() = 0;
