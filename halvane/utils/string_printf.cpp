@@ -1,4 +1,6 @@
 #include <cstdarg>
+#include <cstddef>
+#include <cstdint>
 #include <new>
 
 #include "halvane/base/status.h"
