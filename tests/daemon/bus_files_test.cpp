@@ -55,7 +55,7 @@ std::string errorOf(sd_bus* bus, const char* interface, const char* member) {
     if (std::string_view(member) == "Request") {
         EXPECT_GE(::sd_bus_message_append(call, "a{sv}", 1, "command", "s", "clientList"), 0);
     }
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     sd_bus_message* reply = nullptr;
     ::sd_bus_call(bus, call, 0, &error, &reply);
     const BusMessagePointer replyOwner(reply);

@@ -838,7 +838,7 @@ TEST(ServiceConnection, IsPassedNoDescriptors) {
     sd_bus* opened = nullptr;
     ASSERT_GE(::sd_bus_open_system(&opened), 0);
     const halvane::BusPointer stranger(opened);
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     EXPECT_LT(::sd_bus_call_method(opened, name.c_str(), "/", "org.example", "Take", &error,
                                    nullptr, "h", STDERR_FILENO),
               0);

@@ -26,7 +26,7 @@ struct MessageOwner {
     ~MessageOwner() { ::sd_bus_message_unref(message); }
 };
 struct ErrorOwner {
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     ~ErrorOwner() { ::sd_bus_error_free(&error); }
 };
 

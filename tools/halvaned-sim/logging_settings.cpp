@@ -10,8 +10,9 @@ namespace {
 std::string withoutControls(const std::string& text) {
     constexpr unsigned char kDelete = 0x7F;
     std::string shown;
-    for (const unsigned char byte : text) {
-        std::array<char, 5> escaped{static_cast<char>(byte)};
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        std::array<char, 5> escaped{character};
         if (byte < ' ' || byte == kDelete) {
             std::snprintf(escaped.data(), escaped.size(), "\\x%02X", byte);
         }

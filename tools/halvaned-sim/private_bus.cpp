@@ -60,10 +60,11 @@ std::string firstLineOf(const std::string& path) {
 // As an address of D-Bus has it, which is safe in XML too.
 std::string escapedPath(const std::string& path) {
     std::string escaped;
-    for (const unsigned char byte : path) {
+    for (const char character : path) {
+        const auto byte = static_cast<unsigned char>(character);
         const bool isPlain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
                              (byte >= 'a' && byte <= 'z') || std::strchr("-_/.", byte) != nullptr;
-        std::array<char, 4> text{static_cast<char>(byte)};
+        std::array<char, 4> text{character};
         if (!isPlain) std::snprintf(text.data(), text.size(), "%%%02x", byte);
         escaped += text.data();
     }

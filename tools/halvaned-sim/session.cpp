@@ -151,7 +151,7 @@ int Session::signalArrived(sd_event_source*, const signalfd_siginfo* info, void*
 }
 
 struct BusErrorOwner {
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     ~BusErrorOwner() { ::sd_bus_error_free(&error); }
 };
 
