@@ -7,6 +7,10 @@ if(HALVANE_WARNINGS_AS_ERRORS)
   target_compile_options(halvane_warnings INTERFACE -Werror)
 endif()
 
+# The standard library checks what it is called with, in every build that is not shipped: the
+# debug, asan, tsan and fuzz presets are of type Debug.
+add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
 # The whole tree is instrumented alike, so these are directory-wide.
 if(HALVANE_SANITIZE)
   add_compile_options(-fsanitize=${HALVANE_SANITIZE} -fno-omit-frame-pointer
