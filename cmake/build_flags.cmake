@@ -6,6 +6,13 @@ target_compile_options(halvane_warnings INTERFACE -Wall -Wextra -Wpedantic -Wcon
 if(HALVANE_WARNINGS_AS_ERRORS)
   target_compile_options(halvane_warnings INTERFACE -Werror)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 14
+   AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 15)
+  # GCC 14 takes a reference that a call returns for one into the call's temporary arguments, also
+  # where it refers to what outlives them.
+  target_compile_options(halvane_warnings
+                         INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-dangling-reference>)
+endif()
 
 # The standard library checks what it is called with, in every build that is not shipped: the
 # debug, asan, tsan and fuzz presets are of type Debug.
