@@ -7,8 +7,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <sys/socket.h>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
 
 namespace {

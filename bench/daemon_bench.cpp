@@ -2,6 +2,7 @@
 // bus that asks the same service for the same bytes.
 #include <benchmark/benchmark.h>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -10,12 +11,21 @@
 #include <sys/wait.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/daemon/xpc_client_delegate.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
 #include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/service_event.h"
 #include "halvane/platform/xml_property_list.h"
+#include "halvane/regulatory/channel.h"
 #include "halvane/utils/log.h"
 
 #include "tests/support/private_bus.h"

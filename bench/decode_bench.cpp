@@ -8,6 +8,8 @@
 #include <tins/rsn_information.h>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/ie/mac.h"
 
 #include "bench/allocation_count.h"

@@ -1,15 +1,21 @@
 // A list of interfaces to XML and back, beside pugixml; and the way from records to records.
 #include <benchmark/benchmark.h>
+#include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <pugixml.hpp>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/regulatory/channel.h"
 
 namespace {
 

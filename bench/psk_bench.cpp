@@ -8,6 +8,7 @@
 #include <nettle/sha1.h>
 #include <openssl/evp.h>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/model/bss_config.h"
 
 namespace {

@@ -4,8 +4,11 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "halvane/regulatory/channel.h"
+#include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
 #include "halvane/regulatory/sku_table_internal.h"
 

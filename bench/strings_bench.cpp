@@ -2,9 +2,11 @@
 // pattern at the end.
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
 #include <random>
+#include <string.h>
 #include <string>
 #include <string_view>
 

@@ -1,6 +1,7 @@
 // A BSS record from the bytes of a beacon.
 #include <cstdio>
 
+#include "halvane/base/number.h"
 #include "halvane/ie/mac.h"
 
 int main() {

@@ -4,9 +4,14 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <string>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/error.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/model/interface.h"
 #include "halvane/utils/log.h"
 
 int main() {

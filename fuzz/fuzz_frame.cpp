@@ -1,8 +1,13 @@
 // A captured packet of any bytes under each link type, up to its BSS record.
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "fuzz/require.h"
+#include "tools/halvane/beacon_frame.h"
+#include "tools/halvane/capture_reader.h"
 #include "tools/halvane/frame_record.h"
+#include "tools/halvane/radio_header.h"
 
 using namespace halvane::tool;
 

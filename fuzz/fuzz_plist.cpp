@@ -1,4 +1,5 @@
 // Any text as an XML property list; what is read can be written, and reads back equal.
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>

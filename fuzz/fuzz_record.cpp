@@ -1,6 +1,9 @@
 // A BSS record of any element bytes: the walk loses no byte, and the record survives its skeleton.
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/ie/mac.h"
 
 #include "fuzz/require.h"

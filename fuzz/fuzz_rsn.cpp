@@ -1,6 +1,9 @@
 // An RSN or WPA element of any bytes; what it decodes to can be generated, and decodes the same.
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/oui.h"
 #include "halvane/ie/rsn_ie.h"
 

@@ -1,6 +1,9 @@
 // Wi-Fi Protected Setup attributes of any bytes: what is filed was in the buffer.
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/ie/wps_tlvs.h"
 
 #include "fuzz/require.h"

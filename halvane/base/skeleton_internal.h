@@ -15,6 +15,8 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 
 namespace halvane::skeleton {

@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
 #include "halvane/base/utf8_internal.h"
 

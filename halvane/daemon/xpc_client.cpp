@@ -1,6 +1,8 @@
 #include "halvane/daemon/xpc_client.h"
 
+#include <cstdint>
 #include <utility>
+#include <variant>
 
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/utils/log.h"

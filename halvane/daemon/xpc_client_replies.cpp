@@ -1,7 +1,12 @@
 // What replies come to.
+#include <cstdint>
+#include <span>
 #include <string_view>
+#include <variant>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/base/status.h"
 #include "halvane/daemon/xpc_client.h"

@@ -1,4 +1,6 @@
 // The requests: what each sends, and who reads its reply.
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_request_internal.h"
 #include "halvane/platform/xml_property_list.h"

@@ -22,6 +22,7 @@
 #include "halvane/platform/process_internal.h"
 #include "halvane/platform/serial_queue.h"
 #include "halvane/platform/service_connection.h"
+#include "halvane/platform/service_event.h"
 
 namespace halvane {
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "halvane/base/number.h"
 #include "halvane/platform/ipc_message.h"
 
 namespace halvane {

@@ -1,5 +1,7 @@
 #include "halvane/ie/channel_tuple.h"
 
+#include <span>
+
 #include "halvane/base/byte_cursor.h"
 #include "halvane/utils/string_printf_internal.h"
 

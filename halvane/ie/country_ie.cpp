@@ -1,5 +1,9 @@
 #include "halvane/ie/country_ie.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 #include "halvane/base/element_id.h"

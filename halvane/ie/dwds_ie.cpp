@@ -1,6 +1,7 @@
 #include "halvane/ie/dwds_ie.h"
 
 #include <array>
+#include <cstddef>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"

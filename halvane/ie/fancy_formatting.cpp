@@ -1,5 +1,8 @@
 #include "halvane/ie/fancy_formatting.h"
 
+#include <cstddef>
+#include <cstdint>
+
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 

@@ -1,6 +1,7 @@
 #include "halvane/ie/ht_capabilities_ie.h"
 
 #include <bit>
+#include <cstddef>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"

@@ -1,5 +1,7 @@
 #include "halvane/ie/ht_operation_ie.h"
 
+#include <cstddef>
+
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 #include "halvane/base/element_id.h"

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
+#include <utility>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"

@@ -1,6 +1,7 @@
 #include "halvane/ie/tessic_ie.h"
 
 #include <array>
+#include <cstddef>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"

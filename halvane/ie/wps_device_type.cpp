@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"

@@ -1,5 +1,7 @@
 #include "halvane/ie/wps_ie.h"
 
+#include <cstddef>
+
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 #include "halvane/ie/fancy_formatting.h"

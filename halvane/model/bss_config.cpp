@@ -2,14 +2,18 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
 #include <span>
 #include <utility>
 
+#include "halvane/base/daemon_service.h"
 #include "halvane/base/fallible_internal.h"
 #include "halvane/base/status.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/config_parser.h"
 #include "halvane/model/passphrase_hash_internal.h"
+#include "halvane/platform/hmac_sha1_internal.h"
+#include "halvane/platform/secret_internal.h"
 
 namespace halvane {
 

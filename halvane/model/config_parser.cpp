@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <system_error>
 #include <utility>
 
 #include "halvane/base/fallible_internal.h"

@@ -1,7 +1,11 @@
 #include <cstring>
+#include <string>
 #include <type_traits>
 #include <variant>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/platform/bus_message_check_internal.h"
 

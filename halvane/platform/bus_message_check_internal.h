@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/ipc_message.h"
 
 namespace halvane {

@@ -1,9 +1,16 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
 #include <new>
+#include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 
 namespace halvane {

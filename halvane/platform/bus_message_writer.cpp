@@ -1,6 +1,11 @@
 #include <cerrno>
+#include <cstdint>
+#include <string>
 #include <variant>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
 

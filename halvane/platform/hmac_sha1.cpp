@@ -1,8 +1,13 @@
 #include <algorithm>
+#include <array>
 #include <climits>
+#include <cstddef>
+#include <cstdint>
 #include <nettle/sha1.h>
+#include <span>
 
 #include "halvane/platform/hmac_sha1_internal.h"
+#include "halvane/platform/secret_internal.h"
 
 namespace halvane {
 

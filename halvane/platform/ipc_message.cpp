@@ -1,5 +1,11 @@
 #include "halvane/platform/ipc_message.h"
 
+#include <cstddef>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
+
 namespace halvane {
 
 namespace {

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/file_internal.h"
 #include "halvane/platform/process_internal.h"
 #include "halvane/platform/xml_property_list.h"

@@ -1,6 +1,7 @@
 #include <atomic>
 #include <cerrno>
 #include <exception>
+#include <features.h>
 #include <stdlib.h>
 #include <sys/random.h>
 

@@ -4,6 +4,7 @@
 #include <new>
 #include <thread>
 #include <utility>
+#include <variant>
 
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/callback_gate_internal.h"

@@ -3,14 +3,19 @@
 #include <cerrno>
 #include <ctime>
 #include <iterator>
+#include <memory>
 #include <new>
 #include <poll.h>
+#include <string_view>
 #include <system_error>
+#include <systemd/sd-bus.h>
 #include <utility>
 
 #include "halvane/platform/bus_address_internal.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
+#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/service_event.h"
 #include "halvane/platform/service_link_internal.h"
 #include "halvane/platform/up_time_internal.h"
 

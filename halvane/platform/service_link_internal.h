@@ -7,10 +7,14 @@
 #include <cstdint>
 #include <functional>
 #include <list>
+#include <memory>
 #include <optional>
 #include <string>
+#include <systemd/sd-bus.h>
 
 #include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/service_event.h"
 #include "halvane/platform/service_owner_internal.h"
 #include "halvane/platform/wake_event_internal.h"
 

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/platform/ipc_message.h"
 #include "halvane/platform/service_link_internal.h"
 #include "halvane/platform/wake_event_internal.h"
 

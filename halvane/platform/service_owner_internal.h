@@ -12,7 +12,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "halvane/platform/ipc_message.h"
 #include "halvane/platform/service_event.h"
 
 namespace halvane {

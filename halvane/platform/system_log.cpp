@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <atomic>
 #include <climits>
+#include <cstddef>
 #include <syslog.h>
 
 #include "halvane/platform/system_log_internal.h"

@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <new>
 #include <pthread.h>
 #include <system_error>
+#include <utility>
 
 #include "halvane/platform/thread_internal.h"
 

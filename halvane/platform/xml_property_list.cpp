@@ -9,7 +9,11 @@
 #include <span>
 #include <string_view>
 #include <utility>
+#include <variant>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
 #include "halvane/platform/xml_text_internal.h"
 
 namespace halvane {

@@ -15,6 +15,9 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
 #include "halvane/platform/xml_outline_internal.h"
 #include "halvane/platform/xml_source_internal.h"
 #include "halvane/platform/xml_text_internal.h"

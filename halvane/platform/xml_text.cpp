@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <system_error>
 #include <utility>
 
 #include "halvane/base/utf8_internal.h"

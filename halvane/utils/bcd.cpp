@@ -1,7 +1,10 @@
 #include "halvane/utils/bcd.h"
 
 #include <charconv>
+#include <cstdint>
 #include <cstring>
+#include <string_view>
+#include <system_error>
 
 #include "halvane/utils/text_cursor_internal.h"
 

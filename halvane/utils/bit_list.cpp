@@ -2,6 +2,8 @@
 
 #include <bit>
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
 
 #include "halvane/utils/text_cursor_internal.h"
 

@@ -1,6 +1,9 @@
 #include "halvane/utils/clean_text.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string_view>
 
 #include "halvane/utils/printf_internal.h"
 #include "halvane/utils/text_cursor_internal.h"

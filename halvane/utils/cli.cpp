@@ -1,4 +1,5 @@
 // The state of a command line, and its start and end.
+#include <cstdarg>
 #include <cstdlib>
 #include <cstring>
 

@@ -5,8 +5,11 @@
 #include <cstring>
 #include <utility>
 
+#include "halvane/utils/ascii_internal.h"
+#include "halvane/utils/byte_set_internal.h"
 #include "halvane/utils/command_line_text_internal.h"
 #include "halvane/utils/quoted_text_internal.h"
+#include "halvane/utils/text_cursor_internal.h"
 
 namespace halvane {
 

@@ -4,6 +4,7 @@
 #ifndef HALVANE_UTILS_CONVERT_H
 #define HALVANE_UTILS_CONVERT_H
 
+// IWYU pragma: begin_exports
 #include "halvane/utils/bcd.h"
 #include "halvane/utils/bit_list.h"
 #include "halvane/utils/endian_swap.h"
@@ -18,5 +19,6 @@
 #include "halvane/utils/text_number.h"
 #include "halvane/utils/uuid.h"
 #include "halvane/utils/version_number.h"
+// IWYU pragma: end_exports
 
 #endif

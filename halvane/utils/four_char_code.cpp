@@ -1,6 +1,8 @@
 #include "halvane/utils/four_char_code.h"
 
 #include <climits>
+#include <cstddef>
+#include <cstdint>
 
 #include "halvane/utils/text_cursor_internal.h"
 

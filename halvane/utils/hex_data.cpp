@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 #include "halvane/platform/secret_internal.h"
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/text_cursor_internal.h"
 
 namespace {

@@ -5,10 +5,13 @@
 #include <cerrno>
 #include <charconv>
 #include <climits>
+#include <cstdint>
 #include <cstring>
 #include <net/if.h>
 #include <optional>
+#include <string_view>
 
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/ipv4_address.h"
 #include "halvane/utils/ipv4_address_internal.h"
 #include "halvane/utils/text_cursor_internal.h"

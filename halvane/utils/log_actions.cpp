@@ -4,8 +4,13 @@
 #include <charconv>
 #include <iterator>
 #include <limits>
+#include <string_view>
+#include <system_error>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/ignore_case_internal.h"
+#include "halvane/utils/log.h"
+#include "halvane/utils/log_settings_internal.h"
 #include "halvane/utils/log_state_internal.h"
 #include "halvane/utils/up_ticks.h"
 

@@ -1,9 +1,13 @@
 // A category's first test.
 #include <algorithm>
+#include <cstdint>
 #include <new>
+#include <string_view>
 #include <strings.h>
 #include <utility>
 
+#include "halvane/base/status.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
 #include "halvane/utils/log_state_internal.h"
 

@@ -2,11 +2,15 @@
 #include <algorithm>
 #include <new>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/utils/ignore_case_internal.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/log_output_internal.h"
 #include "halvane/utils/log_state_internal.h"
 
 namespace halvane::logging {

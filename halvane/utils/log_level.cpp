@@ -4,9 +4,11 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"

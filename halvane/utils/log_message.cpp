@@ -2,14 +2,21 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <cstdarg>
+#include <cstdint>
 #include <cstring>
 #include <new>
+#include <string_view>
 #include <unistd.h>
 
+#include "halvane/base/status.h"
 #include "halvane/platform/console_device_internal.h"
 #include "halvane/platform/process_internal.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/log_output_internal.h"
 #include "halvane/utils/log_state_internal.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_internal.h"
 #include "halvane/utils/up_ticks.h"
 

@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <utility>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/ignore_case_internal.h"
 #include "halvane/utils/log_output_internal.h"
 

@@ -1,7 +1,9 @@
 // The output "callback": a function of the program.
 #include <bit>
+#include <cstddef>
 #include <optional>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/log_output_internal.h"
 #include "halvane/utils/scan.h"
 

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/log_output_internal.h"
 
 namespace halvane::logging {

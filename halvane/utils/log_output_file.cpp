@@ -1,4 +1,7 @@
 // The output "file": a file, with rotation if wanted, or a standard stream.
+#include <cstdio>
+
+#include "halvane/base/status.h"
 #include "halvane/utils/log_output_internal.h"
 
 namespace halvane::logging {

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log_file_internal.h"
 

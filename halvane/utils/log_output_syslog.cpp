@@ -1,4 +1,7 @@
 // The output "syslog": the system log.
+#include <cstddef>
+
+#include "halvane/base/status.h"
 #include "halvane/platform/system_log_internal.h"
 #include "halvane/utils/log_output_internal.h"
 

@@ -1,4 +1,6 @@
 // Which categories a setting is for.
+#include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include "halvane/utils/log_state_internal.h"

@@ -2,8 +2,11 @@
 #include <algorithm>
 #include <atomic>
 #include <new>
+#include <string>
+#include <string_view>
 #include <utility>
 
+#include "halvane/base/status.h"
 #include "halvane/platform/preferences.h"
 #include "halvane/platform/xml_text_internal.h"
 #include "halvane/utils/log_lock_internal.h"

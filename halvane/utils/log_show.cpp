@@ -1,13 +1,18 @@
 // The report of all categories and settings.
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <string>
 #include <unistd.h>
 
+#include "halvane/base/status.h"
 #include "halvane/platform/process_internal.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/log_settings_internal.h"
 #include "halvane/utils/log_state_internal.h"
 #include "halvane/utils/string_printf_internal.h"
 #include "halvane/utils/up_ticks.h"

@@ -6,12 +6,14 @@
 #ifndef HALVANE_UTILS_LOG_STATE_INTERNAL_H
 #define HALVANE_UTILS_LOG_STATE_INTERNAL_H
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log_output_internal.h"
 #include "halvane/utils/log_settings_internal.h"

@@ -1,7 +1,11 @@
 // The logging system's start and end.
 #include <atomic>
 #include <new>
+#include <string>
+#include <vector>
 
+#include "halvane/base/status.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
 #include "halvane/utils/log_state_internal.h"
 

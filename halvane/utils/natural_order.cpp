@@ -1,6 +1,7 @@
 #include "halvane/utils/natural_order.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 #include "halvane/utils/ascii_internal.h"

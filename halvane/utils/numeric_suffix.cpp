@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <system_error>
 
 #include "halvane/platform/random_internal.h"
 #include "halvane/utils/ascii_internal.h"

@@ -1,12 +1,18 @@
 // Hardware, IP and socket addresses.
 #include <algorithm>
 #include <bit>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <span>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/utils/hardware_address.h"
 #include "halvane/utils/ipv4_address.h"
 #include "halvane/utils/ipv6_address.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

@@ -1,5 +1,6 @@
 // Front ends that write into memory of the caller's.
 #include <algorithm>
+#include <cstdarg>
 #include <cstring>
 #include <string_view>
 

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {

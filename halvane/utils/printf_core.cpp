@@ -1,11 +1,17 @@
 // The core loop: literal runs, what stands between '%' and the conversion, and the choice of it.
 #include <array>
+#include <cstdarg>
+#include <cstdint>
 #include <cstdlib>
 #include <cxxabi.h>
 #include <limits>
+#include <string.h>
+#include <string_view>
 
 #include "halvane/base/status.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 const PrintFFormat kPrintFFormatDefault = {};
 

@@ -1,9 +1,16 @@
 // DNS names in wire form (RFC 1035 clause 3.1) and TXT records (clause 3.3.14).
 #include <algorithm>
 #include <array>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

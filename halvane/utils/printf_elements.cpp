@@ -1,12 +1,18 @@
 // 802.11 element lists, one line an element (IEEE 802.11-2020 clause 9.4.2.1).
 #include <algorithm>
 #include <array>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <span>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

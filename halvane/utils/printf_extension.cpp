@@ -1,10 +1,16 @@
 // The conversions with names, "%{name}".
 #include <algorithm>
 #include <array>
+#include <cstdarg>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
 
 #include "halvane/platform/ipc_message.h"
 #include "halvane/utils/ignore_case_internal.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

@@ -1,6 +1,7 @@
 // Front ends that write into a growing heap string.
 #include <algorithm>
 #include <bit>
+#include <cstdarg>
 #include <cstdlib>
 #include <cstring>
 #include <utility>

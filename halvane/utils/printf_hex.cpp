@@ -1,7 +1,14 @@
 // Hex dumps, inline and on lines of their own.
 #include <algorithm>
+#include <cstdarg>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <span>
 
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

@@ -1,8 +1,14 @@
 // Integers in any radix, lists of set bits, and the count so far.
 #include <algorithm>
 #include <array>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

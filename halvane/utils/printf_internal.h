@@ -6,6 +6,7 @@
 #ifndef HALVANE_UTILS_PRINTF_INTERNAL_H
 #define HALVANE_UTILS_PRINTF_INTERNAL_H
 
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>

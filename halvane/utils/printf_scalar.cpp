@@ -1,13 +1,18 @@
 // Reals, error codes, versions, UUIDs, the time of day and durations.
 #include <algorithm>
 #include <array>
+#include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <ctime>
 
 #include "halvane/platform/local_time_internal.h"
 #include "halvane/platform/wall_clock_internal.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 #include "halvane/utils/uuid.h"
+#include "halvane/utils/version_number.h"
 #include "halvane/utils/version_number_internal.h"
 
 namespace halvane::printing {

@@ -1,9 +1,15 @@
 // Characters, strings and what is written like one.
 #include <algorithm>
 #include <bit>
+#include <cstdarg>
+#include <cstdint>
+#include <cstring>
 #include <limits>
+#include <string_view>
 
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

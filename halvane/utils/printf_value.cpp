@@ -1,8 +1,19 @@
 // Property-list values: scalars as text, containers as indented lines, or the whole as XML.
+#include <cmath>
+#include <cstdarg>
+#include <cstdint>
 #include <string>
+#include <string_view>
+#include <variant>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/xml_property_list.h"
+#include "halvane/utils/printf.h"
 #include "halvane/utils/printf_conversions_internal.h"
+#include "halvane/utils/printf_internal.h"
 
 namespace halvane::printing {
 

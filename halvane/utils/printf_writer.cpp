@@ -1,6 +1,7 @@
 // The writers that every conversion ends in.
 #include <algorithm>
 #include <array>
+#include <cstdarg>
 
 #include "halvane/utils/printf_internal.h"
 

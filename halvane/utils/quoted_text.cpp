@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/quoted_text_internal.h"
 
 namespace halvane {

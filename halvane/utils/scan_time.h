@@ -3,7 +3,9 @@
 #ifndef HALVANE_UTILS_SCAN_TIME_H
 #define HALVANE_UTILS_SCAN_TIME_H
 
+// IWYU pragma: begin_exports
 #include "halvane/utils/scan.h"
 #include "halvane/utils/up_ticks.h"
+// IWYU pragma: end_exports
 
 #endif

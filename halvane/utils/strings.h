@@ -15,6 +15,7 @@
 #ifndef HALVANE_UTILS_STRINGS_H
 #define HALVANE_UTILS_STRINGS_H
 
+// IWYU pragma: begin_exports
 #include <string.h>
 
 #include "halvane/utils/clean_text.h"
@@ -34,5 +35,6 @@
 #include "halvane/utils/utf_text.h"
 #include "halvane/utils/value_text.h"
 #include "halvane/utils/xml_escape.h"
+// IWYU pragma: end_exports
 
 #endif

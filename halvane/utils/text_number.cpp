@@ -1,7 +1,10 @@
 #include "halvane/utils/text_number.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/text_cursor_internal.h"
 
 namespace {

@@ -1,7 +1,9 @@
 #include "halvane/utils/text_search.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "halvane/utils/byte_set_internal.h"
 #include "halvane/utils/substring_search_internal.h"

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/byte_set_internal.h"
 #include "halvane/utils/text_cursor_internal.h"
 

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <ctime>
 
+#include "halvane/utils/up_ticks.h"
+
 // Each conversion with the factor that it multiplies by, where a second has `perSecond` ticks.
 #define HALVANE_UP_TICKS_CONVERSIONS(define)                                                  \
     define(UpTicksToSeconds, 1 / perSecond) define(UpTicksToMilliseconds, 1e3 / perSecond)    \

@@ -1,6 +1,7 @@
 #include "halvane/utils/utf_text.h"
 
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 

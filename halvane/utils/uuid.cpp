@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include "halvane/utils/scan.h"
 #include "halvane/utils/text_cursor_internal.h"

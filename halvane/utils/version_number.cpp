@@ -1,7 +1,11 @@
 #include "halvane/utils/version_number.h"
 
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
 
+#include "halvane/base/status.h"
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/text_cursor_internal.h"
 #include "halvane/utils/version_number_internal.h"
 

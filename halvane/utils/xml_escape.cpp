@@ -1,6 +1,7 @@
 #include "halvane/utils/xml_escape.h"
 
 #include <cstdlib>
+#include <string_view>
 
 #include "halvane/utils/text_cursor_internal.h"
 

@@ -2,6 +2,7 @@
 #ifndef TESTS_SUPPORT_TEMPORARY_FOLDER_H
 #define TESTS_SUPPORT_TEMPORARY_FOLDER_H
 
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>

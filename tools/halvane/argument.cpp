@@ -1,6 +1,8 @@
 #include "tools/halvane/argument.h"
 
 #include <charconv>
+#include <cstddef>
+#include <system_error>
 
 #include "halvane/utils/cli.h"
 

@@ -4,6 +4,7 @@
 #ifndef TOOLS_HALVANE_BEACON_FRAME_H
 #define TOOLS_HALVANE_BEACON_FRAME_H
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <variant>

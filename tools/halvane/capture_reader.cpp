@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <pcap/pcap.h>
 #include <sys/stat.h>
+#include <sys/types.h>
 #include <system_error>
 #include <utility>
 

@@ -6,12 +6,15 @@
 #include <variant>
 #include <vector>
 
+#include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/regulatory/channel.h"
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/format.h"
+#include "tools/halvane/json_value.h"
 #include "tools/halvane/message.h"
 #include "tools/halvane/print_records.h"
 

@@ -2,6 +2,9 @@
 #include <string>
 #include <variant>
 
+#include "halvane/model/bss_config.h"
+#include "halvane/utils/cli.h"
+
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/config_json.h"

@@ -7,8 +7,12 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/error.h"
+#include "halvane/base/number.h"
 #include "halvane/base/status.h"
 #include "halvane/ie/wps.h"
 #include "halvane/model/bss_option_words.h"

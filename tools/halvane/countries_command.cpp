@@ -7,7 +7,9 @@
 #include <variant>
 #include <vector>
 
+#include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
+#include "halvane/utils/cli.h"
 #include "halvane/utils/text_compare.h"
 
 #include "tools/halvane/argument.h"

@@ -5,7 +5,9 @@
 #include <variant>
 #include <vector>
 
+#include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/channel_table.h"

@@ -2,9 +2,13 @@
 // daemon says, so that the commands cannot tell whether it was done; they can tell that the daemon
 // went away over it.
 #include <optional>
+#include <span>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include "halvane/model/bss_config.h"
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"

@@ -1,13 +1,23 @@
 // The lists that the Wi-Fi daemon answers with.
 #include <cinttypes>
+#include <cstdint>
 #include <cstdio>
 #include <optional>
+#include <span>
 #include <string>
 #include <variant>
 #include <vector>
 
+#include "halvane/base/error.h"
+#include "halvane/base/number.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_words.h"
+#include "halvane/model/client.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
+#include "halvane/regulatory/channel.h"
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/channel_table.h"

@@ -11,6 +11,7 @@
 #include "halvane/base/error.h"
 #include "halvane/base/status.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/model/interface.h"
 
 namespace halvane::tool {
 

@@ -5,7 +5,10 @@
 #include <variant>
 
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/service_event.h"
 
 namespace halvane::tool {
 

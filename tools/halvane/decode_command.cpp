@@ -1,9 +1,17 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <optional>
 #include <string>
 #include <unistd.h>
+#include <variant>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/ie/mac.h"
+
+#include "tools/halvane/argument.h"
+#include "tools/halvane/beacon_frame.h"
 #include "tools/halvane/bss_table.h"
 #include "tools/halvane/capture_reader.h"
 #include "tools/halvane/command.h"

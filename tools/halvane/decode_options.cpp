@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <string_view>
+#include <system_error>
 #include <utility>
+
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/command.h"
 

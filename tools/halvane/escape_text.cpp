@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <optional>
 
 #include "halvane/base/byte_cursor.h"
 

@@ -4,7 +4,11 @@
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
+#include "halvane/base/number.h"
 #include "halvane/regulatory/channel.h"
+
+#include "tools/halvane/beacon_frame.h"
+#include "tools/halvane/radio_header.h"
 
 namespace halvane::tool {
 

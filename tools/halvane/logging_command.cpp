@@ -1,12 +1,17 @@
 // The daemon's log categories: what they are set to, and setting them.
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "halvane/base/error.h"
+#include "halvane/daemon/xpc_client.h"
+#include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
 
 #include "tools/halvane/argument.h"

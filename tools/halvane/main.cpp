@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
 
 #include "tools/halvane/command.h"

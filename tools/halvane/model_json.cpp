@@ -1,5 +1,8 @@
 #include "tools/halvane/model_json.h"
 
+#include <optional>
+#include <vector>
+
 #include "tools/halvane/record_json.h"
 #include "tools/halvane/regulatory_json.h"
 

@@ -3,12 +3,17 @@
 #include <cstdio>
 #include <new>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
+#include "halvane/daemon/xpc_client.h"
+#include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
 
+#include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 #include "tools/halvane/daemon_session.h"
 #include "tools/halvane/ending_signals.h"

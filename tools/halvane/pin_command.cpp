@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "halvane/ie/wps.h"
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"

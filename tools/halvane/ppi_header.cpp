@@ -1,5 +1,12 @@
 // The Per-Packet Information header (PPI specification 1.0.7): little-endian, a list of fields of
 // a type and a length.
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "halvane/base/byte_cursor.h"
+
+#include "tools/halvane/radio_header.h"
 #include "tools/halvane/radio_header_internal.h"
 
 namespace halvane::tool {

@@ -1,7 +1,14 @@
 // The Prism header, in the byte order of the capturing host, and the AVS header that came after
 // it, always big-endian.
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
 
+#include "halvane/base/byte_cursor.h"
+
+#include "tools/halvane/radio_header.h"
 #include "tools/halvane/radio_header_internal.h"
 
 namespace halvane::tool {

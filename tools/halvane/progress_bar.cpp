@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace halvane::tool {
 

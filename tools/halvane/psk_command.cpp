@@ -8,8 +8,12 @@
 #include <variant>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/error.h"
 #include "halvane/model/bss_config.h"
+#include "halvane/model/bss_limits.h"
 #include "halvane/platform/secret_internal.h"
+#include "halvane/utils/cli.h"
 #include "halvane/utils/hex_data.h"
 
 #include "tools/halvane/argument.h"

@@ -2,7 +2,10 @@
 #ifndef TOOLS_HALVANE_RADIO_HEADER_INTERNAL_H
 #define TOOLS_HALVANE_RADIO_HEADER_INTERNAL_H
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <span>
 
 #include "halvane/base/byte_cursor.h"
 

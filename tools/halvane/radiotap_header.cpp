@@ -2,7 +2,14 @@
 // bits are set, each aligned from the header's first byte. Everything is little-endian.
 #include <array>
 #include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
 
+#include "halvane/base/byte_cursor.h"
+
+#include "tools/halvane/radio_header.h"
 #include "tools/halvane/radio_header_internal.h"
 
 namespace halvane::tool {

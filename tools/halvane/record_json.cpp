@@ -1,7 +1,22 @@
 #include "tools/halvane/record_json.h"
 
+#include <optional>
+#include <vector>
+
 #include "halvane/base/vendor.h"
+#include "halvane/ie/channel_tuple.h"
+#include "halvane/ie/country_ie.h"
+#include "halvane/ie/dwds_ie.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/ie/ht_capabilities_ie.h"
+#include "halvane/ie/ht_operation_ie.h"
+#include "halvane/ie/regulatory_tuple.h"
+#include "halvane/ie/rsn_ie.h"
+#include "halvane/ie/tessic_ie.h"
+#include "halvane/ie/wps_attributes.h"
+#include "halvane/ie/wps_device_type.h"
+#include "halvane/ie/wps_ie.h"
+#include "halvane/ie/wps_tlvs.h"
 
 #include "tools/halvane/escape_text.h"
 

@@ -5,6 +5,7 @@
 #ifndef TOOLS_HALVANE_RECORD_JSON_H
 #define TOOLS_HALVANE_RECORD_JSON_H
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/ie/mac.h"
 
 #include "tools/halvane/json_value.h"

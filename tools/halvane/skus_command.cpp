@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "halvane/regulatory/sku.h"
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"

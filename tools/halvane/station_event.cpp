@@ -1,8 +1,11 @@
 #include "tools/halvane/station_event.h"
 
+#include <cstddef>
+
 #include "halvane/ie/fancy_formatting.h"
 
 #include "tools/halvane/escape_text.h"
+#include "tools/halvane/json_value.h"
 #include "tools/halvane/record_json.h"
 
 namespace halvane::tool {

@@ -3,10 +3,17 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <map>
 #include <utility>
 #include <vector>
+
+#include "halvane/base/byte_buffer.h"
+
+#include "tools/halvaned-sim/faults.h"
+#include "tools/halvaned-sim/status.h"
+#include "tools/halvaned-sim/world.h"
 
 namespace halvane::sim {
 

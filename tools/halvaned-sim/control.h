@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "tools/halvaned-sim/notification.h"
 #include "tools/halvaned-sim/simulation.h"
 
 namespace halvane::sim {

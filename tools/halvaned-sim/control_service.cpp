@@ -2,7 +2,11 @@
 
 #include <utility>
 
+#include "tools/halvaned-sim/bus_error.h"
 #include "tools/halvaned-sim/bus_names.h"
+#include "tools/halvaned-sim/event_loop.h"
+#include "tools/halvaned-sim/notification.h"
+#include "tools/halvaned-sim/simulation.h"
 
 namespace halvane::sim {
 

@@ -8,6 +8,10 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <systemd/sd-bus.h>
+#include <systemd/sd-event.h>
+
+#include "halvane/platform/bus_pointers_internal.h"
 
 #include "tools/halvaned-sim/control.h"
 #include "tools/halvaned-sim/service.h"

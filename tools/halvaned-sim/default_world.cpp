@@ -1,10 +1,19 @@
 #include "tools/halvaned-sim/default_world.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <memory>
 #include <utility>
+#include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/client.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
 #include "halvane/regulatory/channel.h"
 
 namespace halvane::sim {

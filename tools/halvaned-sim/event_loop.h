@@ -2,7 +2,10 @@
 #ifndef TOOLS_HALVANED_SIM_EVENT_LOOP_H
 #define TOOLS_HALVANED_SIM_EVENT_LOOP_H
 
+#include <cerrno>
+#include <exception>
 #include <memory>
+#include <new>
 #include <systemd/sd-event.h>
 
 #include "tools/halvaned-sim/bus_error.h"

@@ -1,6 +1,10 @@
 #include "tools/halvaned-sim/faults.h"
 
+#include <cstddef>
 #include <iterator>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
 
 namespace halvane::sim {
 

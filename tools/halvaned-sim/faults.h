@@ -3,6 +3,7 @@
 #define TOOLS_HALVANED_SIM_FAULTS_H
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>

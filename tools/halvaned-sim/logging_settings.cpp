@@ -1,6 +1,7 @@
 #include "tools/halvaned-sim/logging_settings.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace halvane::sim {
 

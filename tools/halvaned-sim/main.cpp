@@ -1,8 +1,12 @@
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <iterator>
 #include <new>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "halvane/base/status.h"
 #include "halvane/platform/xml_property_list.h"
@@ -15,7 +19,9 @@
 #include "tools/halvaned-sim/message.h"
 #include "tools/halvaned-sim/session.h"
 #include "tools/halvaned-sim/state_text.h"
+#include "tools/halvaned-sim/world.h"
 #include "tools/halvaned-sim/world_file.h"
+#include "tools/halvaned-sim/world_file_error.h"
 
 namespace halvane::sim {
 namespace {

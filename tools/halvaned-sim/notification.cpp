@@ -1,9 +1,11 @@
 #include "tools/halvaned-sim/notification.h"
 
+#include <cstddef>
 #include <iterator>
 #include <utility>
 
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/property_list_value.h"
 
 namespace halvane::sim {
 

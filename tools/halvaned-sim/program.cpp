@@ -1,12 +1,15 @@
 #include "tools/halvaned-sim/program.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <ctime>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
+
+#include "tools/halvaned-sim/bus_error.h"
 
 extern char** environ;
 

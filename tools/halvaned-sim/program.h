@@ -4,8 +4,10 @@
 
 #include <csignal>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <sys/types.h>
+#include <systemd/sd-event.h>
 #include <vector>
 
 #include "tools/halvaned-sim/event_loop.h"

@@ -1,11 +1,14 @@
 #include "tools/halvaned-sim/record_check.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <span>
 #include <string_view>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/model/bss_config.h"
 
 #include "tools/halvaned-sim/world_file_error.h"

@@ -1,13 +1,19 @@
 #include "tools/halvaned-sim/service.h"
 
+#include <cerrno>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
+#include "halvane/base/daemon_service.h"
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
 
+#include "tools/halvaned-sim/bus_error.h"
 #include "tools/halvaned-sim/bus_names.h"
+#include "tools/halvaned-sim/status.h"
 
 namespace halvane::sim {
 

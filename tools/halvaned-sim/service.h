@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 #include <systemd/sd-bus.h>
+#include <systemd/sd-event.h>
+#include <vector>
 
 #include "halvane/platform/bus_pointers_internal.h"
 

@@ -3,15 +3,24 @@
 #include <csignal>
 #include <cstdlib>
 #include <memory>
+#include <stdexcept>
 #include <sys/signalfd.h>
+#include <systemd/sd-bus.h>
+#include <systemd/sd-event.h>
 #include <utility>
 
+#include "halvane/platform/bus_pointers_internal.h"
+
+#include "tools/halvaned-sim/bus_error.h"
 #include "tools/halvaned-sim/bus_names.h"
+#include "tools/halvaned-sim/control.h"
 #include "tools/halvaned-sim/control_service.h"
+#include "tools/halvaned-sim/event_loop.h"
 #include "tools/halvaned-sim/message.h"
 #include "tools/halvaned-sim/private_bus.h"
 #include "tools/halvaned-sim/program.h"
 #include "tools/halvaned-sim/service.h"
+#include "tools/halvaned-sim/simulation.h"
 
 namespace halvane::sim {
 

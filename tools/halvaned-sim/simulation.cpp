@@ -4,9 +4,15 @@
 #include <iterator>
 #include <utility>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/model/bss_config.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
+
+#include "tools/halvaned-sim/notification.h"
+#include "tools/halvaned-sim/status.h"
 
 namespace halvane::sim {
 

@@ -3,6 +3,7 @@
 #define TOOLS_HALVANED_SIM_SIMULATION_H
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>

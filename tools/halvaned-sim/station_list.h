@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/model/client.h"
 
 namespace halvane::sim {

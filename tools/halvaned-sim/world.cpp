@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/utils/scan_time.h"
 #include "halvane/utils/text_compare.h"

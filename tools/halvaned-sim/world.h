@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"

@@ -2,6 +2,10 @@
 #ifndef TOOLS_MAKE_SAMPLES_CAPTURE_FILE_H
 #define TOOLS_MAKE_SAMPLES_CAPTURE_FILE_H
 
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
 #include "tools/make_samples/bytes.h"
 
 namespace halvane::samples {

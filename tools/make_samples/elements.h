@@ -3,6 +3,9 @@
 #ifndef TOOLS_MAKE_SAMPLES_ELEMENTS_H
 #define TOOLS_MAKE_SAMPLES_ELEMENTS_H
 
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
 #include <string_view>
 #include <vector>
 

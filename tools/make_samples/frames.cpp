@@ -1,5 +1,7 @@
 #include "tools/make_samples/frames.h"
 
+#include <cstddef>
+
 namespace halvane::samples {
 
 namespace {

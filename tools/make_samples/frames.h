@@ -2,6 +2,7 @@
 #ifndef TOOLS_MAKE_SAMPLES_FRAMES_H
 #define TOOLS_MAKE_SAMPLES_FRAMES_H
 
+#include <cstdint>
 #include <optional>
 
 #include "tools/make_samples/bytes.h"

@@ -1,8 +1,10 @@
 // Writes the captures of samples/ into a folder: make_samples <folder>. The same bytes every time.
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <string>
 
+#include "tools/make_samples/bytes.h"
 #include "tools/make_samples/scenes.h"
 
 using namespace halvane::samples;

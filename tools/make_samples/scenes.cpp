@@ -1,5 +1,9 @@
 #include "tools/make_samples/scenes.h"
 
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
 #include "tools/make_samples/capture_file.h"
 #include "tools/make_samples/elements.h"
 #include "tools/make_samples/frames.h"
