@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "halvane/base/utf8_internal.h"
+#include "halvane/platform/xml_property_list.h"
 #include "halvane/utils/log.h"
 
 #include "tools/halvane/command.h"
@@ -52,8 +52,13 @@ std::optional<DaemonInterfaces> findDaemon(const char* command, HalvaneXPCClient
 }
 
 bool isText(const std::string& text) {
-    return isUtf8(text) && text.find("\xEF\xBF\xBE") == text.npos &&
-           text.find("\xEF\xBF\xBF") == text.npos;
+    // A text of the bus may hold control characters, which property lists do not have.
+    const auto isControl = [](char character) {
+        return static_cast<unsigned char>(character) < ' ';
+    };
+    std::string plain = text;
+    std::ranges::replace_if(plain, isControl, ' ');
+    return xmlPropertyList(plain).has_value();
 }
 
 bool isInterfaceName(const std::string& text) {
