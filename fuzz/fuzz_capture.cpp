@@ -1,0 +1,86 @@
+// A capture file of any bytes, pcap or pcapng, and one of any packets under each link type: every
+// frame is counted once, and what a frame lends lies within it.
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <sys/mman.h>
+#include <unistd.h>
+#include <vector>
+
+#include "fuzz/byte_source.h"
+#include "fuzz/require.h"
+#include "tools/halvane/capture_reader.h"
+#include "tools/halvane/frame_record.h"
+
+using namespace halvane::tool;
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+void append32(Bytes& file, std::uint32_t value) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        file.push_back(static_cast<std::uint8_t>(value >> shift));
+    }
+}
+
+// pcap of version 2.4, little-endian.
+Bytes captureFrom(halvane::fuzzing::ByteSource& source) {
+    constexpr LinkType kLinkTypes[] = {LinkType::IEEE80211, LinkType::Prism, LinkType::Radiotap,
+                                       LinkType::AVS, LinkType::PPI};
+    Bytes file;
+    append32(file, 0xA1B2C3D4);
+    append32(file, 0x00040002);
+    for (int i = 0; i < 2; ++i) append32(file, 0);
+    append32(file, 65535);
+    append32(file, static_cast<std::uint32_t>(source.oneOf(kLinkTypes)));
+    while (!source.empty()) {
+        const auto missing = source.flag() ? source.byte() : 0u;
+        const auto packet = source.bytes();
+        for (int i = 0; i < 2; ++i) append32(file, 0);
+        append32(file, static_cast<std::uint32_t>(packet.size()));
+        append32(file, static_cast<std::uint32_t>(packet.size() + missing));
+        file.insert(file.end(), packet.begin(), packet.end());
+    }
+    return file;
+}
+
+void checkFrame(const CapturedFrame& frame, std::size_t fileSize) {
+    REQUIRE(frame.radio.frame.size() <= fileSize);
+    if (frame.beacon() == nullptr) return;
+    REQUIRE(frame.beacon()->bssid.size() == 6);
+    REQUIRE(frame.beacon()->elements.size() < frame.radio.frame.size());
+    REQUIRE(recordOfFrame(frame).ieBuffer()->size() == frame.beacon()->elements.size());
+}
+
+void check(std::span<const std::uint8_t> file) {
+    const int descriptor = ::memfd_create("capture", MFD_CLOEXEC);
+    const auto written = ::write(descriptor, file.data(), file.size());
+    REQUIRE(written == static_cast<ssize_t>(file.size()));
+    std::string error;
+    auto reader = CaptureReader::open("/proc/self/fd/" + std::to_string(descriptor), error);
+    REQUIRE(reader.has_value() == error.empty());
+    std::uint64_t count = 0;
+    while (reader) {
+        const auto frame = reader->next();
+        if (!frame) break;
+        REQUIRE(frame->number == ++count);
+        checkFrame(*frame, file.size());
+    }
+    if (reader) {
+        const CaptureSummary& summary = reader->summary();
+        std::uint64_t total = summary.beacons + summary.probeResponses;
+        for (const std::uint64_t skipped : summary.skipped) total += skipped;
+        REQUIRE(summary.frames == count && total == count);
+    }
+    ::close(descriptor);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    check({data, size});
+    halvane::fuzzing::ByteSource source(data, size);
+    check(captureFrom(source));
+    return 0;
+}

@@ -1,0 +1,100 @@
+// DNS names in wire form agree with naive code at every precision, and TXT records are bounded;
+// nothing behind what a name ends with is read.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "halvane/utils/printf.h"
+
+#include "fuzz/byte_source.h"
+#include "fuzz/require.h"
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+template <typename... Arguments>
+std::string printed(const char* format, Arguments... arguments) {
+    char* heap = nullptr;
+    const int length = ASPrintF(&heap, format, arguments...);
+    REQUIRE(length >= 0);
+    const std::string text(heap, static_cast<std::size_t>(length));
+    std::free(heap);
+    return text;
+}
+
+// Labels of 0 to 63 bytes, up to the first empty one, within the 255 bytes of a name.
+struct Name {
+    Bytes wire;
+    std::string text;
+};
+
+Name nameFrom(halvane::fuzzing::ByteSource& source) {
+    Name name;
+    for (;;) {
+        const auto label = source.bytes(63);
+        if (label.empty() || name.wire.size() + label.size() + 2 > 255) break;
+        name.wire.push_back(static_cast<std::uint8_t>(label.size()));
+        name.wire.insert(name.wire.end(), label.begin(), label.end());
+        name.text.append(label.begin(), label.end()).append(".");
+    }
+    name.wire.push_back(0);
+    if (name.text.empty()) name.text = ".";
+    return name;
+}
+
+bool isASCII(const std::string& text) {
+    for (const char character : text) {
+        if (character < 0) return false;
+    }
+    return true;
+}
+
+void checkName(const Name& name) {
+    const std::string text = printed("%##s", name.wire.data());
+    REQUIRE(text == name.text);
+    if (!isASCII(text)) return;  // a precision cuts between characters
+    for (std::size_t size = 0; size <= text.size(); ++size) {
+        // All that a precision of that size may read.
+        const Bytes part(
+            name.wire.begin(),
+            name.wire.begin() + static_cast<std::ptrdiff_t>(std::min(size + 1, name.wire.size())));
+        REQUIRE(printed("%##.*s", static_cast<int>(size), part.data()) == text.substr(0, size));
+    }
+}
+
+void checkRecord(const std::uint8_t* data, std::size_t size) {
+    const std::string text = printed("%{txt}", data, size);
+    REQUIRE(text.size() <= 2 * size + 80);
+    REQUIRE(!text.empty() && text.back() == '\n');
+    const Bytes shifted(data, data + size);
+    REQUIRE(printed("%{txt}", shifted.data(), size) == text);
+}
+
+// The items of a packed record, a backslash before each byte that it may stand before.
+void checkPacked(halvane::fuzzing::ByteSource& source) {
+    const auto items = source.bytes(200);
+    Bytes record = {0};
+    for (const char character : std::string_view("waMA=")) {
+        record.push_back(static_cast<std::uint8_t>(character));
+    }
+    record.insert(record.end(), items.begin(), items.end());
+    record[0] = static_cast<std::uint8_t>(record.size() - 1 + (source.below(16) == 15 ? 1 : 0));
+    checkRecord(record.data(), record.size());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    halvane::fuzzing::ByteSource source(data, size);
+    checkName(nameFrom(source));
+    checkPacked(source);
+    checkRecord(data, size);
+    // Any bytes as a name: it ends in a zero at the latest.
+    Bytes wire(data, data + size);
+    wire.insert(wire.end(), 64, 0);
+    REQUIRE(!printed("%##s", wire.data()).empty());
+    return 0;
+}
