@@ -24,7 +24,7 @@ class Measurer {
 
     // Each of these is false where the value cannot be sent; refusal() is why.
     bool addDictionary(const PropertyListDictionary& entries, int depth) {
-        addArrayHead(8);
+        if (!addArrayHead(8)) return false;
         for (const auto& [key, value] : entries) {
             align(8);
             if (!addString(key) || !addVariant(value, depth + 2)) return false;
@@ -43,10 +43,11 @@ class Measurer {
 
     void align(std::size_t to) { size_ += (to - size_ % to) % to; }
 
-    void addArrayHead(std::size_t elementAlignment) {
+    bool addArrayHead(std::size_t elementAlignment) {
         align(4);
         size_ += 4;
         align(elementAlignment);
+        return addBytes(0);
     }
 
     bool addBytes(std::size_t count) {
@@ -80,12 +81,9 @@ class Measurer {
         return addBytes(8);
     }
     bool addHeld(const std::string& text, int) { return addString(text); }
-    bool addHeld(const ByteBuffer& data, int) {
-        addArrayHead(1);
-        return addBytes(data.size());
-    }
+    bool addHeld(const ByteBuffer& data, int) { return addArrayHead(1) && addBytes(data.size()); }
     bool addHeld(const PropertyListArray& array, int depth) {
-        addArrayHead(1);
+        if (!addArrayHead(1)) return false;
         for (const PropertyListValue& value : array) {
             if (!addVariant(value, depth + 1)) return false;
         }

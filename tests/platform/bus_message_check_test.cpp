@@ -70,11 +70,15 @@ TEST(BusMessageCheck, AddsUpWhatAMessageTakes) {
 }
 
 TEST(BusMessageCheck, RefusesWhatIsLongerThanTheLimit) {
-    const IPCMessage message = ipcMessage({{"a", "text"}});
-    const std::size_t size = checkBusMessage(message, 1000).size;
-    EXPECT_EQ(checkBusMessage(message, size).refusal, "");
-    for (std::size_t limit = 0; limit < size; ++limit) {
-        EXPECT_EQ(checkBusMessage(message, limit).refusal, "the message is too long") << limit;
+    // Messages that end with a text, with the head of an array, and with that of a dictionary.
+    for (const IPCMessage& message :
+         {ipcMessage({{"a", "text"}}), ipcMessage({{"a", PropertyListArray()}}),
+          ipcMessage({{"a", PropertyListDictionary()}}), IPCMessage()}) {
+        const std::size_t size = checkBusMessage(message, 1000).size;
+        EXPECT_EQ(checkBusMessage(message, size).refusal, "");
+        for (std::size_t limit = 0; limit < size; ++limit) {
+            EXPECT_EQ(checkBusMessage(message, limit).refusal, "the message is too long") << limit;
+        }
     }
 }
 
