@@ -1,15 +1,69 @@
-// A BSS record of any element bytes: the walk loses no byte, and the record survives its skeleton.
-#include <cstddef>
+// A BSS record of any element bytes: the walk loses no byte, the record survives its skeleton, and
+// a later sighting and measurements change what they may and nothing else.
+#include <algorithm>
 #include <cstdint>
-#include <span>
 
-#include "halvane/base/byte_buffer.h"
 #include "halvane/ie/mac.h"
 
 #include "fuzz/require.h"
 
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;
+using halvane::Number;
+
+namespace {
+
+void checkMerge(HalvaneMAC record, const ByteBuffer& bytes) {
+    auto other = HalvaneMAC::initWithMAC(record.mac());
+    other.setInformationElements(bytes.slice(bytes.size() / 2));
+    other.setCapabilityField(0x0421);
+    other.setRSSI(-40);
+    const auto before = record.SSID();
+    const auto elements = record.ieBuffer();
+    record.mergeEntries(other);
+    REQUIRE(record.SSID() == (before ? before : other.SSID()));
+    REQUIRE(!before || record.ieBuffer() == elements);
+    REQUIRE(record.RSSI() == Number(-40) && record.capabilities() == 0x0421);
+    const auto stranger = HalvaneMAC::initWithMAC({1, 2, 3, 4, 5, 6});
+    const auto merged = record;
+    record.mergeEntries(stranger);
+    REQUIRE(record == merged);
+}
+
+void checkMeasurements(HalvaneMAC record, const std::uint8_t* data, std::size_t size) {
+    for (std::size_t i = 0; i < std::min<std::size_t>(size, 300); ++i) {
+        record.updateLinkQuality_withTxRate(-int{data[i]}, data[i]);
+    }
+    const std::size_t samples = std::min<std::size_t>(size, 256);
+    const auto history = record.linkQualityHistory();
+    REQUIRE(history.size() == samples);
+    REQUIRE(record.averageRate().has_value() == (samples > 0));
+    if (samples > 0) {
+        const auto& last = history.back();
+        const std::uint8_t sample = data[std::min<std::size_t>(size, 300) - 1];
+        REQUIRE(last.rssi() == Number(-int{sample}) && last.txRate() == Number(sample));
+        REQUIRE(!last.description().empty());
+    }
+    record.determineMaximumClientRate(54);
+    REQUIRE(record.maxClientRate() == std::min(Number(54), record.maxPHYRate().value_or(54)));
+}
+
+// Each bit is the property that it is listed for.
+void checkCapabilities(HalvaneMAC record, std::uint16_t field) {
+    record.setCapabilityField(field);
+#define HALVANE_FUZZ_BIT(bit, property, label) \
+    REQUIRE(record.property() == ((field >> bit & 1) != 0));
+    HALVANE_CAPABILITY_BITS(HALVANE_FUZZ_BIT)
+#undef HALVANE_FUZZ_BIT
+    REQUIRE(!record.doesSupportSecurityOpen() || !record.isPrivacy());
+    REQUIRE(!record.doesSupportSecurityWEP() || record.isPrivacy());
+    REQUIRE(record.doesSupportSecurityWPS() == record.wpsIE().has_value());
+    const bool isWPA =
+        record.doesSupportSecurityWPAPersonal() || record.doesSupportSecurityWPAEnterprise();
+    REQUIRE(!isWPA || record.rsn() || record.wpa());
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const ByteBuffer bytes(std::span(data, size));
@@ -31,5 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     // Every byte is printed a bounded number of times, whatever the elements say.
     REQUIRE(record.description().size() <= 16384 + 64 * size);
+    checkMerge(record, bytes);
+    checkMeasurements(record, data, size);
+    checkCapabilities(record, static_cast<std::uint16_t>(size > 1 ? data[0] << 8 | data[1] : size));
     return 0;
 }

@@ -60,7 +60,8 @@ void checkOwnFormat(halvane::fuzzing::ByteSource source) {
     format += flag + (width > 0 ? std::to_string(width) : "255");
     constexpr const char* kConversions[] = {"c",  "s",  "[",  "[^",  "b", "p",
                                             "jx", "zi", "to", "hhd", "k"};
-    const std::string conversion = source.oneOf(kConversions);
+    const std::string any = source.oneOf(kConversions);
+    const std::string conversion = flag[0] == '&' && any.find_first_of("cs[") != 0 ? "s" : any;
     format += conversion;
     if (conversion[0] == '[') format += source.text(8) + "]";
     format = format.c_str();
