@@ -120,11 +120,12 @@ void checkReals(ByteSource& source, std::size_t room) {
 }
 
 void checkTexts(ByteSource& source, std::size_t room) {
-    const Specification specification(source);
+    Specification specification(source);
+    std::erase(specification.text, '#');  // which would ask for an argument of another kind
     const std::string text = source.text();
     const char* const cText = text.c_str();
-    for (const char* own : {"s", "'s", "''s", "###s", "{bogus}", "k", "hlls"}) {
-        if (std::strcmp(own, "hlls") != 0) check(specification.text + own, room, cText);
+    for (const char* own : {"s", "'s", "''s", "###s", "{bogus}", "k"}) {
+        check(specification.text + own, room, cText);
     }
     REQUIRE(SNPrintF(nullptr, 0, "%hld", 1) == -1);
     if (specification.text == "%") REQUIRE(check("%s", room, cText) == cText);

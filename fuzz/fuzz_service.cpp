@@ -125,8 +125,10 @@ class OtherEnd {
                                                  "org.freedesktop.DBus.Error.ServiceUnknown",
                                                  "org.example.Error"};
         const std::string text = source_.text(20);
-        const sd_bus_error error = {source_.oneOf(kNames), text.c_str(), 0};
-        ::sd_bus_reply_method_error(call, &error);
+        sd_bus_error error = {source_.oneOf(kNames), text.c_str(), 0};
+        if (::sd_bus_reply_method_error(call, &error) >= 0) return;
+        error.message = "text";  // what the input says is no UTF-8
+        if (::sd_bus_reply_method_error(call, &error) < 0) leave();
     }
 
     void changeOwner() {
@@ -158,7 +160,7 @@ class OtherEnd {
         IPCMessage body(std::move(entries));
         if (!checkBusMessage(body, 1048576).refusal.empty()) body = IPCMessage();
         REQUIRE(writeBusMessage(message, body) >= 0);
-        ::sd_bus_send(bus_.get(), message, nullptr);
+        if (::sd_bus_send(bus_.get(), message, nullptr) < 0) leave();
     }
 
     void leave() { isGone_ = true; }
