@@ -1,13 +1,19 @@
 // Addresses and other identifiers in text: what is taken agrees with the C library or with naive
 // code, and what was written reads back the same.
+#include <algorithm>
 #include <arpa/inet.h>
 #include <cctype>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
+#include <netinet/in.h>
+#include <span>
 #include <string>
+#include <sys/socket.h>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
 #include "halvane/utils/dns_name.h"
 

@@ -1,16 +1,25 @@
 // Messages of D-Bus: a body of any types is read, and what was read, or any dictionary, that is not
 // refused can be written and reads back the same.
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
 #include <sys/socket.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
 #include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/ipc_message.h"
 
+#include "fuzz/byte_source.h"
 #include "fuzz/property_list_source.h"
 #include "fuzz/require.h"
 

@@ -50,7 +50,7 @@ void checkFrame(const CapturedFrame& frame, std::size_t fileSize) {
     if (frame.beacon() == nullptr) return;
     REQUIRE(frame.beacon()->bssid.size() == 6);
     REQUIRE(frame.beacon()->elements.size() < frame.radio.frame.size());
-    REQUIRE(recordOfFrame(frame).ieBuffer()->size() == frame.beacon()->elements.size());
+    REQUIRE(sightingOfFrame(frame).record.ieBuffer()->size() == frame.beacon()->elements.size());
 }
 
 void check(std::span<const std::uint8_t> file) {

@@ -1,10 +1,16 @@
 // Any option table and any arguments: parsing keeps to the arguments, stores only where it was told
 // to, and answers a status of its own or of a callback.
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <deque>
+#include <functional>
+#include <initializer_list>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/status.h"

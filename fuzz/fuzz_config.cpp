@@ -4,11 +4,16 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/error.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_words.h"

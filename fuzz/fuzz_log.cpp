@@ -1,12 +1,17 @@
 // Any control string, and messages under what it sets: levels and patterns agree with naive code,
 // and a category writes exactly what its level lets through. The input may name files, which lie
 // in the target's own folder, and functions, all of which are the target's own.
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log_state_internal.h"
 #include "halvane/utils/printf.h"

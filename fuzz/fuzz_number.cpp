@@ -5,11 +5,17 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <initializer_list>
+#include <climits>
 #include <numeric>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
 #include "halvane/utils/statistics.h"
 #include "halvane/utils/strings.h"

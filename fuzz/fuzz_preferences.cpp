@@ -1,11 +1,16 @@
 // A preferences file of any bytes: it is read, or set aside with its bytes, and what is written
 // into it afterwards is there.
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
+#include <string_view>
 
+#include "halvane/base/property_list_value.h"
+#include "halvane/base/status.h"
 #include "halvane/platform/preferences.h"
 #include "halvane/platform/xml_property_list_reader.h"
 

@@ -1,8 +1,18 @@
 // A BSS record of any element bytes: the walk loses no byte, the record survives its skeleton, and
 // a later sighting and measurements change what they may and nothing else.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/ie/link_quality.h"
+#include "halvane/ie/link_quality_history.h"
 #include "halvane/ie/mac.h"
 
 #include "fuzz/require.h"
@@ -87,6 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     REQUIRE(record.description().size() <= 16384 + 64 * size);
     checkMerge(record, bytes);
     checkMeasurements(record, data, size);
-    checkCapabilities(record, static_cast<std::uint16_t>(size > 1 ? data[0] << 8 | data[1] : size));
+    const unsigned field = size > 1 ? data[0] * 256u + data[1] : 0u;
+    checkCapabilities(record, static_cast<std::uint16_t>(field));
     return 0;
 }

@@ -1,12 +1,19 @@
 // Channels, countries and SKUs under any operations: look-ups agree with a walk over the rows, and
 // sorting and removal keep to their order.
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "halvane/regulatory/channel.h"
 #include "halvane/regulatory/channel_map_internal.h"
+#include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
 
 #include "fuzz/byte_source.h"

@@ -1,12 +1,30 @@
 // Any reply and any event of the daemon: every parser keeps to the status, and lists hold no more
 // than what arrived.
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/error.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/daemon/logging.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/daemon/xpc_client_delegate.h"
+#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/service_event.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
+#include "fuzz/byte_source.h"
 #include "fuzz/property_list_source.h"
 #include "fuzz/require.h"
 

@@ -4,19 +4,32 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <systemd/sd-bus.h>
+#include <systemd/sd-id128.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/error.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/daemon/xpc_client_delegate.h"
+#include "halvane/model/bss_config.h"
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
 #include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/ipc_message.h"
 
+#include "fuzz/byte_source.h"
 #include "fuzz/property_list_source.h"
 #include "fuzz/require.h"
 

@@ -1,8 +1,13 @@
 // Any dictionary as the skeleton of each record: what was read is written, and reads back the same,
 // through XML too.
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <type_traits>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/ie/mac.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
@@ -11,8 +16,11 @@
 #include "halvane/platform/ipc_message.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/regulatory/channel.h"
+#include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
 
+#include "fuzz/byte_source.h"
 #include "fuzz/property_list_source.h"
 #include "fuzz/require.h"
 

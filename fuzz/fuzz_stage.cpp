@@ -1,13 +1,33 @@
 // The stages and generators of the element classes, called with any element and in any order.
 #include <algorithm>
+#include <array>
+#include <compare>
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <iterator>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
 #include "halvane/ie/bss_coexistence_ie.h"
+#include "halvane/ie/channel_tuple.h"
+#include "halvane/ie/country_ie.h"
+#include "halvane/ie/dwds_ie.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/ie/ht_capabilities_ie.h"
+#include "halvane/ie/ht_operation_ie.h"
 #include "halvane/ie/mac.h"
 #include "halvane/ie/mcs.h"
+#include "halvane/ie/regulatory_tuple.h"
+#include "halvane/ie/rsn_ie.h"
+#include "halvane/ie/tessic_ie.h"
 #include "halvane/ie/tessic_p2p_ie.h"
 
 #include "fuzz/byte_source.h"

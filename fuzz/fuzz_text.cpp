@@ -4,10 +4,15 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <initializer_list>
+#include <ranges>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/utils/strings.h"
 #include "halvane/utils/substring_search_internal.h"

@@ -1,18 +1,33 @@
 // The values that everything is made of: buffers, numbers, dates and dictionaries agree with naive
 // code, and every value can be printed.
+#include <algorithm>
 #include <cmath>
+#include <compare>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
+#include <functional>
+#include <initializer_list>
 #include <map>
+#include <memory>
+#include <optional>
+#include <span>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/data_order.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/ipc_message.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/utils/printf.h"
 
+#include "fuzz/byte_source.h"
 #include "fuzz/property_list_source.h"
 #include "fuzz/require.h"
 

@@ -1,9 +1,19 @@
 // Wi-Fi Protected Setup: of any bytes as attributes, as an element, as the value of each attribute
 // and as a device type, what is filed was in the buffer; any number as a PIN.
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/ie/wps.h"
+#include "halvane/ie/wps_attributes.h"
+#include "halvane/ie/wps_device_type.h"
 #include "halvane/ie/wps_ie.h"
+#include "halvane/ie/wps_tlvs.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"

@@ -4,9 +4,15 @@
 #define FUZZ_PROPERTY_LIST_SOURCE_H
 
 #include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <limits>
+#include <string>
 #include <utility>
 
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 
 #include "fuzz/byte_source.h"

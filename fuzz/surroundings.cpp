@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <string_view>
+#include <system_error>
 #include <unistd.h>
 
 #include "halvane/platform/console_device_internal.h"
