@@ -125,7 +125,8 @@ LogActionList::Places outputPlaces(LogCategory* only) {
             });
     }
     std::ranges::sort(places);
-    places.erase(std::ranges::unique(places).begin(), places.end());
+    // Not of std::ranges, whose result clang 14 cannot read.
+    places.erase(std::unique(places.begin(), places.end()), places.end());
     return places;
 }
 
