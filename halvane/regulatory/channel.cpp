@@ -9,9 +9,19 @@ namespace halvane {
 namespace {
 
 // Never destroyed, so that lookups stay good while the process ends.
+union ProcessMap {
+    constexpr ProcessMap() : map() {}
+    ProcessMap(const ProcessMap&) = delete;
+    ProcessMap& operator=(const ProcessMap&) = delete;
+    ~ProcessMap() {}
+
+    ChannelMap map;
+};
+
+constinit ProcessMap gProcessMap;
+
 ChannelMap& channelMap() {
-    static auto* map = new ChannelMap;
-    return *map;
+    return gProcessMap.map;
 }
 
 }  // namespace

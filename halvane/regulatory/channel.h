@@ -66,11 +66,13 @@ class HALVANE_EXPORT HalvaneChannel {
     friend bool operator==(const HalvaneChannel& a, const HalvaneChannel& b) = default;
 
     // Builds the map of the 42 channels of the 2.4 GHz and 5 GHz bands unless it exists already;
-    // every lookup does so first.
+    // every lookup does so first. Building it and looking up its channels needs no memory and takes
+    // no lock.
     static void initChannelMapTable();
 
     // Appends a row to the map, with an extension channel of 0 for none. While the map does not
-    // exist the row is dropped.
+    // exist the row is dropped. Where there is no memory for the row, std::bad_alloc is thrown and
+    // the map stays as it was.
     static void addChannelToMapTable_frequency_extensionChannel(unsigned channel,
                                                                 unsigned frequency,
                                                                 unsigned extensionChannel);

@@ -1,4 +1,12 @@
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
+#include <map>
+#include <memory>
 #include <mutex>
+#include <optional>
+#include <shared_mutex>
 
 #include "halvane/regulatory/channel_map_internal.h"
 
@@ -28,55 +36,119 @@ constexpr unsigned centreFrequency(unsigned channel) {
     return (channel < 14 ? 2407 : 5000) + 5 * channel;
 }
 
+struct Row {
+    unsigned channel;
+    unsigned frequency;  // MHz
+    unsigned extension;  // 0 for none
+};
+
+constexpr auto kStandardRows = [] {
+    std::array<Row, std::size(kStandardChannels)> rows{};
+    std::ranges::transform(kStandardChannels, rows.begin(), [](const StandardChannel& channel) {
+        return Row{channel.number, centreFrequency(channel.number), channel.extension};
+    });
+    return rows;
+}();
+// No number and no frequency stands there twice, and either is searched by halves.
+static_assert(std::ranges::is_sorted(kStandardRows, std::ranges::less_equal(), &Row::channel));
+static_assert(std::ranges::is_sorted(kStandardRows, std::ranges::less_equal(), &Row::frequency));
+
+// The standard row whose `column` is `key`, or null.
+const Row* standardRow(unsigned Row::*column, unsigned key) {
+    const auto found = std::ranges::lower_bound(kStandardRows, key, {}, column);
+    return found != kStandardRows.end() && (*found).*column == key ? &*found : nullptr;
+}
+
 }  // namespace
 
-void ChannelMap::build() {
-    {
+// Of the rows that have the same number, or the same frequency, the first is found, so that none of
+// the others is kept.
+class ChannelMap::AddedRows {
+  public:
+    void add(const Row& row) {
+        const std::unique_lock lock(mutex_);
+        Columns columns;
+        columns.frequencies.emplace(row.channel, row.frequency);
+        columns.numbers.emplace(row.frequency, row.channel);
+        if (row.extension != 0) columns.extensions.emplace(row.channel, row.extension);
+        // Merging moves what is new, and allocates nothing.
+        columns_.frequencies.merge(columns.frequencies);
+        columns_.numbers.merge(columns.numbers);
+        columns_.extensions.merge(columns.extensions);
+        lastFrequency_ = row.frequency;
+    }
+
+    unsigned frequencyForNumber(unsigned channel) const {
         const std::shared_lock lock(mutex_);
-        if (rows_) return;
+        return find(columns_.frequencies, channel).value_or(0);
     }
-    const std::unique_lock lock(mutex_);
-    if (rows_) return;
-    rows_.emplace();
-    for (const auto& [number, extension] : kStandardChannels) {
-        rows_->push_back({number, centreFrequency(number), extension});
+    unsigned extensionForNumber(unsigned channel) const {
+        const std::shared_lock lock(mutex_);
+        return find(columns_.extensions, channel).value_or(0);
     }
+    // The frequency of the last row where no row has `frequency`.
+    unsigned numberForFrequency(unsigned frequency) const {
+        const std::shared_lock lock(mutex_);
+        return find(columns_.numbers, frequency).value_or(lastFrequency_);
+    }
+
+  private:
+    using Column = std::map<unsigned, unsigned>;
+    struct Columns {
+        Column frequencies;  // by number
+        Column extensions;   // by number
+        Column numbers;      // by frequency
+    };
+
+    static std::optional<unsigned> find(const Column& column, unsigned key) {
+        const auto found = column.find(key);
+        return found != column.end() ? std::optional(found->second) : std::nullopt;
+    }
+
+    mutable std::shared_mutex mutex_;
+    Columns columns_;
+    unsigned lastFrequency_ = kStandardRows.back().frequency;
+};
+
+ChannelMap::~ChannelMap() {
+    delete added_.load();
+}
+
+// Made by the first thread that has a row.
+ChannelMap::AddedRows& ChannelMap::addedRows() {
+    if (auto* added = added_.load()) return *added;
+    auto made = std::make_unique<AddedRows>();
+    AddedRows* expected = nullptr;
+    if (!added_.compare_exchange_strong(expected, made.get())) return *expected;
+    return *made.release();
 }
 
 void ChannelMap::add(unsigned channel, unsigned frequency, unsigned extensionChannel) {
-    const std::unique_lock lock(mutex_);
-    if (rows_) rows_->push_back({channel, frequency, extensionChannel});
+    if (exists_) addedRows().add({channel, frequency, extensionChannel});
 }
 
 // When no row matches, the frequency of the last row examined is what remains: 5825 with the
 // standard rows. Callers rely on that leftover, so it is not mended to 0.
 unsigned ChannelMap::numberForFrequency(unsigned frequency) {
     build();
-    const std::shared_lock lock(mutex_);
-    unsigned result = 0;
-    for (const Row& row : *rows_) {
-        result = row.frequency;
-        if (row.frequency == frequency) return row.channel;
-    }
-    return result;
+    if (const Row* row = standardRow(&Row::frequency, frequency)) return row->channel;
+    const AddedRows* added = added_;
+    return added != nullptr ? added->numberForFrequency(frequency) : kStandardRows.back().frequency;
 }
 
 unsigned ChannelMap::frequencyForNumber(unsigned channel) {
     build();
-    const std::shared_lock lock(mutex_);
-    for (const Row& row : *rows_) {
-        if (row.channel == channel) return row.frequency;
-    }
-    return 0;
+    if (const Row* row = standardRow(&Row::channel, channel)) return row->frequency;
+    const AddedRows* added = added_;
+    return added != nullptr ? added->frequencyForNumber(channel) : 0;
 }
 
 unsigned ChannelMap::extensionForNumber(unsigned channel) {
     build();
-    const std::shared_lock lock(mutex_);
-    for (const Row& row : *rows_) {
-        if (row.channel == channel && row.extension != 0) return row.extension;
-    }
-    return 0;
+    const Row* row = standardRow(&Row::channel, channel);
+    if (row != nullptr && row->extension != 0) return row->extension;
+    const AddedRows* added = added_;
+    return added != nullptr ? added->extensionForNumber(channel) : 0;
 }
 
 }  // namespace halvane

@@ -1,5 +1,6 @@
 #include "halvane/regulatory/channel.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -9,10 +10,14 @@
 
 #include "halvane/regulatory/channel_map_internal.h"
 
+#include "tests/support/scarce_memory.h"
+
 using halvane::ChannelMap;
 using halvane::HalvaneChannel;
 using halvane::Number;
 using halvane::PropertyListDictionary;
+using halvane::testing::ScarceMemory;
+using halvane::testing::withEachAllocationFailing;
 
 namespace {
 
@@ -82,6 +87,66 @@ TEST(ChannelMap, TakesTheFirstRowThatAnswers) {
     EXPECT_EQ(map.numberForFrequency(5180), 36u);
     // The standard row of 165 has no extension, so the scan goes on to the one that has.
     EXPECT_EQ(map.extensionForNumber(165), 169u);
+}
+
+TEST(ChannelMap, NeedsNoMemoryForItsStandardRows) {
+    const ScarceMemory memory(0);
+    ChannelMap map;
+    map.build();
+    for (const Row& row : kRows) {
+        EXPECT_EQ(map.frequencyForNumber(row.channel), row.frequency);
+        EXPECT_EQ(map.numberForFrequency(row.frequency), row.channel);
+        EXPECT_EQ(map.extensionForNumber(row.channel), row.extension);
+    }
+    EXPECT_EQ(map.numberForFrequency(2000), 5825u);
+    EXPECT_EQ(map.frequencyForNumber(196), 0u);
+}
+
+TEST(ChannelMap, StaysAsItWasWhenARowFindsNoMemory) {
+    ChannelMap map;
+    map.build();
+    const auto expectOldRows = [&map] {
+        EXPECT_EQ(map.frequencyForNumber(196), 0u);
+        EXPECT_EQ(map.extensionForNumber(196), 0u);
+        EXPECT_EQ(map.numberForFrequency(4980), 5825u);
+    };
+    EXPECT_GT(withEachAllocationFailing([&map] { map.add(196, 4980, 192); }, expectOldRows), 0u);
+    EXPECT_EQ(map.frequencyForNumber(196), 4980u);
+    EXPECT_EQ(map.extensionForNumber(196), 192u);
+    EXPECT_EQ(map.numberForFrequency(4980), 196u);
+
+    const auto expectOneRow = [&map] { EXPECT_EQ(map.numberForFrequency(2000), 4980u); };
+    EXPECT_GT(withEachAllocationFailing([&map] { map.add(184, 4920, 0); }, expectOneRow), 0u);
+    EXPECT_EQ(map.numberForFrequency(2000), 4920u);
+}
+
+// Every look-up of every added row, against a walk over all rows in order.
+TEST(ChannelMap, FindsAddedRowsAsAWalkWould) {
+    ChannelMap map;
+    map.build();
+    std::vector<Row> rows(std::begin(kRows), std::end(kRows));
+    for (unsigned i = 0; i < 500; ++i) {
+        const Row row = {i * 7 % 230, 5000 + i * 11 % 900, i % 3 == 0 ? 0 : i};
+        map.add(row.channel, row.frequency, row.extension);
+        rows.push_back(row);
+    }
+    const auto firstOf = [&rows](auto matches) {
+        const auto found = std::ranges::find_if(rows, matches);
+        return found != rows.end() ? *found : Row{0, 0, 0};
+    };
+    for (unsigned number = 0; number < 240; ++number) {
+        const auto isIt = [number](const Row& row) { return row.channel == number; };
+        const auto hasExtension = [number](const Row& row) {
+            return row.channel == number && row.extension != 0;
+        };
+        EXPECT_EQ(map.frequencyForNumber(number), firstOf(isIt).frequency) << number;
+        EXPECT_EQ(map.extensionForNumber(number), firstOf(hasExtension).extension) << number;
+    }
+    for (unsigned frequency = 4990; frequency < 5910; ++frequency) {
+        const auto found = std::ranges::find(rows, frequency, &Row::frequency);
+        const unsigned expected = found != rows.end() ? found->channel : rows.back().frequency;
+        EXPECT_EQ(map.numberForFrequency(frequency), expected) << frequency;
+    }
 }
 
 TEST(ChannelMap, IsBuiltOnceByThreadsThatRace) {
