@@ -5,10 +5,10 @@
 
 #include "halvane/base/describe.h"
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/regulatory/case_folding_internal.h"
 #include "halvane/regulatory/sorted_rows_internal.h"
 #include "halvane/utils/ignore_case_internal.h"
 #include "halvane/utils/string_printf_internal.h"
-#include "halvane/utils/text_compare.h"
 
 namespace halvane {
 
@@ -87,15 +87,17 @@ HalvaneChannel channelOf(const DefaultChannel& row) {
     return channel;
 }
 
-void appendDefaults(std::vector<HalvaneChannel>& channels, Band band) {
-    const auto rows = rowsOf(kDefaultChannels, &DefaultChannel::band, band);
-    std::ranges::transform(rows, std::back_inserter(channels), channelOf);
+// Room for `count` more, by doubling, so that what is appended often is moved seldom.
+void makeRoom(std::vector<HalvaneChannel>& channels, std::size_t count) {
+    if (channels.capacity() - channels.size() >= count) return;
+    channels.reserve(std::max(channels.size() + count, 2 * channels.size()));
 }
 
-// The bytes of the shorter one decide, then the length: whatever a name holds, NULs included.
-int orderOfNames(const std::string& a, const std::string& b) {
-    const int order = memicmp(a.data(), b.data(), std::min(a.size(), b.size()));
-    return order != 0 ? order : orderOf(a.size(), b.size());
+// All channels of the band, or none where there is no memory for them.
+void appendDefaults(std::vector<HalvaneChannel>& channels, Band band) {
+    const auto rows = rowsOf(kDefaultChannels, &DefaultChannel::band, band);
+    makeRoom(channels, rows.size());
+    std::ranges::transform(rows, std::back_inserter(channels), channelOf);
 }
 
 }  // namespace
@@ -129,7 +131,7 @@ PropertyListDictionary HalvaneCountry::skeletonRepresentation() const {
 }
 
 void HalvaneCountry::createDefaultChannelList() {
-    if (channels_.empty()) channels_.reserve(std::size(kDefaultChannels));
+    makeRoom(channels_, std::size(kDefaultChannels));
     createDefaultChannelList2Dot4GHz();
     createDefaultChannelList5GHzLowBand();
     createDefaultChannelList5GHzMiddleBand();
@@ -184,7 +186,7 @@ int WiFiManagerCompareCountryByFriendlyName(const HalvaneCountry& first,
                                             const HalvaneCountry& second, void*) {
     const auto& a = first.friendlyName();
     const auto& b = second.friendlyName();
-    return a && b ? orderOfNames(*a, *b) : orderOf(a.has_value(), b.has_value());
+    return a && b ? orderOfFolded(*a, *b) : orderOf(a.has_value(), b.has_value());
 }
 
 }  // namespace halvane

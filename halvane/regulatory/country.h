@@ -81,9 +81,10 @@ class HALVANE_EXPORT HalvaneCountry {
     std::vector<HalvaneChannel> channels_;
 };
 
-// -1, 0 or 1: the friendly name of `first` is less, the same, or greater. The letters A-Z count as
-// a-z, whatever the locale is; other characters are compared by their bytes. An absent name is
-// less than any other. `context` is not used. Does not throw.
+// -1, 0 or 1: the friendly name of `first` is less, the same, or greater. Case does not count in
+// Latin, Greek and Cyrillic letters, whatever the locale is (simple case folding of UTF-8);
+// characters are compared by their code points. An absent name is less than any other. `context` is
+// not used. Does not throw.
 extern "C" HALVANE_EXPORT int WiFiManagerCompareCountryByFriendlyName(const HalvaneCountry& first,
                                                                       const HalvaneCountry& second,
                                                                       void* context);

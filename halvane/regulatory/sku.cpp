@@ -8,8 +8,8 @@
 #include "halvane/base/describe.h"
 #include "halvane/base/fallible_internal.h"
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/regulatory/case_folding_internal.h"
 #include "halvane/regulatory/sku_table_internal.h"
-#include "halvane/utils/ignore_case_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/string_printf_internal.h"
 
@@ -56,7 +56,7 @@ auto* findCountry(Countries& countries, const Search& search, std::string_view n
     const auto found = std::ranges::find_if(countries, [&](const HalvaneCountry& country) {
         const auto& own = (country.*search.property)();
         logComparison(search, name, own);
-        return own && equalsIgnoringCase(*own, name);
+        return own && orderOfFolded(*own, name) == 0;
     });
     return found != countries.end() ? &*found : nullptr;
 }

@@ -51,9 +51,9 @@ class HALVANE_EXPORT HalvaneSKU {
                                                    std::int64_t isoCode);
     void addCountry(HalvaneCountry country) { countries_.push_back(std::move(country)); }
 
-    // The first country of that name, or null. The letters A-Z count as a-z, whatever the locale
-    // is; a country without the name is never found. Valid until countries() changes. Each
-    // comparison is logged to WiFi at level "verbose".
+    // The first country of that name, or null. Case does not count, as in
+    // WiFiManagerCompareCountryByFriendlyName(); a country without the name is never found. Valid
+    // until countries() changes. Each comparison is logged to WiFi at level "verbose".
     const HalvaneCountry* findCountryByFriendlyName(std::string_view name) const;
     HalvaneCountry* findCountryByFriendlyName(std::string_view name);
     const HalvaneCountry* findCountryByISOName(std::string_view name) const;

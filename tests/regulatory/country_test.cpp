@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/scarce_memory.h"
 #include "tests/support/skeletons.h"
 
 using halvane::HalvaneChannel;
@@ -15,6 +16,7 @@ using halvane::PropertyListValue;
 using halvane::testing::awkwardText;
 using halvane::testing::throughXml;
 using halvane::testing::valuesOfEveryKind;
+using halvane::testing::withEachAllocationFailing;
 
 namespace {
 
@@ -204,6 +206,20 @@ TEST(DefaultChannels, AreThereTwiceWhenCreatedTwice) {
     EXPECT_EQ(country.channels()[42].channelNumber(), 1);
 }
 
+TEST(DefaultChannels, AreAllThereOrNoneWhereMemoryIsShort) {
+    auto country = unitedKingdom();
+    const auto expectNone = [&country] { EXPECT_TRUE(country.channels().empty()); };
+    const auto create = [&country] { country.createDefaultChannelList(); };
+    EXPECT_GT(withEachAllocationFailing(create, expectNone), 0u);
+    EXPECT_EQ(country.channels().size(), 42u);
+
+    auto low = unitedKingdom();
+    const auto expectNoneOfTheBand = [&low] { EXPECT_TRUE(low.channels().empty()); };
+    const auto createLow = [&low] { low.createDefaultChannelList5GHzLowBand(); };
+    EXPECT_GT(withEachAllocationFailing(createLow, expectNoneOfTheBand), 0u);
+    EXPECT_EQ(low.channels().size(), 8u);
+}
+
 TEST(ChannelOrder, IsByFrequencyAlone) {
     EXPECT_EQ(HalvaneCountry::compareByFrequency_channel2(channelAt(2412, 9), channelAt(2417, 1)),
               -1);
@@ -290,9 +306,15 @@ TEST(CountryOrder, IsByFriendlyNameWithoutRegardToCase) {
     EXPECT_EQ(order("{", "Z"), 1);
 }
 
-TEST(CountryOrder, IsByTheBytesOfOtherCharacters) {
-    EXPECT_EQ(order("\xC3\x89ire", "\xC3\xA9ire"), -1);
-    EXPECT_EQ(order("\xC3\x89IRE", "\xC3\x89ire"), 0);
+TEST(CountryOrder, HasNoRegardToCaseBeyondASCII) {
+    EXPECT_EQ(order("\xC3\x85land", "\xC3\xA5land"), 0);
+    EXPECT_EQ(order("\xC3\x89ire", "\xC3\xA9IRE"), 0);
+    EXPECT_EQ(order("\xCE\x95\xCE\xBB", "\xCE\xB5\xCE\x9B"), 0);
+    EXPECT_EQ(order("\xD0\xA0\xD1\x84", "\xD1\x80\xD0\xA4"), 0);
+    EXPECT_EQ(order("\xC3\x85land", "\xC3\xA4land"), 1);
+}
+
+TEST(CountryOrder, IsByTheCodePointsOfOtherCharacters) {
     EXPECT_EQ(order("\xC3\x89ire", "Zambia"), 1);
     const std::string withNUL("A\0B", 3);
     EXPECT_EQ(order(withNUL, "A"), 1);

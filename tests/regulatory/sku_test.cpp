@@ -211,6 +211,12 @@ TEST(Search, IgnoresCase) {
               "Friendly Name <Norway>, ISO Code <578>, ISO Number <0>");
 }
 
+TEST(Search, IgnoresCaseBeyondASCII) {
+    const auto sku = of({country("\xC3\x85land", "AX", 248)});
+    EXPECT_NE(sku.findCountryByFriendlyName("\xC3\xA5LAND"), nullptr);
+    EXPECT_EQ(sku.findCountryByFriendlyName("\xC3\xA4land"), nullptr);
+}
+
 TEST(Search, FindsNothingThatIsNotThere) {
     const auto etsi = defaultSKU("ETSI");
     for (const char* name : {"Slovenia", "GB", "United", "United Kingdom ", "", "(null)"}) {
