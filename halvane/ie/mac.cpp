@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 #include "halvane/base/byte_cursor.h"
@@ -23,12 +24,12 @@ constexpr std::size_t kOUISize = 3;
 constexpr unsigned kMaximumRates = 8;
 constexpr unsigned kMaximumExtendedRates = 255;
 
-// What one allocation each should do for.
-constexpr std::size_t kUsualRates = 12;
+// What one allocation should do for.
 constexpr std::size_t kUsualElements = 16;
 
 // The basic-rate bit stands above a rate in units of 500 kbit/s.
 constexpr unsigned kRateMask = 0x7F;
+constexpr double kRatesPerMbps = 2;
 
 std::uint64_t now() {
     return UpTicksToMicroseconds(UpTicks());
@@ -39,6 +40,69 @@ std::optional<ByteCursor> bodyOf(const ByteBuffer& element) {
     ByteCursor cursor(element);
     if (!cursor.skip(kElementHeaderSize)) return std::nullopt;
     return cursor;
+}
+
+// How long a rate element may be, without its header; absent for another element.
+std::optional<unsigned> maximumRatesOf(const ByteBuffer& element) {
+    const auto id = ByteCursor(element).u8();
+    if (id == kElementIDSupportedRates) return kMaximumRates;
+    if (id == kElementIDExtendedSupportedRates) return kMaximumExtendedRates;
+    return std::nullopt;
+}
+
+// How often each rate is there. Rates are counted and not sorted, for a hostile record may hold
+// hundreds of thousands, an element each.
+class RateCounts {
+  public:
+    explicit RateCounts(const std::optional<std::vector<Number>>& rates) : anyElements_(rates) {
+        if (!rates) return;
+        for (const Number& rate : *rates) {
+            count(static_cast<std::uint8_t>(rate.real() * kRatesPerMbps));
+        }
+    }
+
+    // The octets of a rate element whose body is not longer than `maximumLength` bytes.
+    void countElement(const ByteBuffer& element, unsigned maximumLength) {
+        auto body = bodyOf(element);
+        if (!body || body->remaining() > maximumLength) return;
+        anyElements_ = true;
+        for (const std::uint8_t octet : body->rest()) count(octet);
+    }
+
+    // Ascending; absent where there was no element.
+    std::optional<std::vector<Number>> numbers() const {
+        if (!anyElements_) return std::nullopt;
+        std::vector<Number> numbers;
+        numbers.reserve(std::accumulate(counts_.begin(), counts_.end(), std::size_t{0}));
+        for (std::size_t rate = 0; rate < counts_.size(); ++rate) {
+            const Number number = static_cast<double>(rate) / kRatesPerMbps;
+            numbers.insert(numbers.end(), counts_[rate], number);
+        }
+        return numbers;
+    }
+
+  private:
+    void count(std::uint8_t octet) { ++counts_[octet & kRateMask]; }
+
+    std::array<std::size_t, kRateMask + 1> counts_{};
+    bool anyElements_;
+};
+
+// Cuts elements into `cut`, and returns the trailing bytes that form none.
+std::optional<ByteBuffer> cutElements(const ByteBuffer& elements, std::vector<ByteBuffer>& cut) {
+    cut.reserve(kUsualElements);
+    // The count of remaining bytes is 16 bits wide, the size of an element 8.
+    const auto count = static_cast<std::uint16_t>(elements.size());
+    const ByteBuffer walked = elements.slice(0, count);
+    ByteCursor cursor(walked);
+    while (!cursor.atEnd()) {
+        const auto length = cursor.peek(1);
+        const auto size = static_cast<std::uint8_t>(length.value_or(0) + kElementHeaderSize);
+        if (!length || size == 0 || size > cursor.remaining()) return cursor.restBuffer();
+        cut.emplace_back(walked, cursor.position(), size);
+        cursor.skip(size);
+    }
+    return std::nullopt;
 }
 
 // A number that the other sighting lacks is kept.
@@ -69,66 +133,80 @@ void logMerge(const char* format, const std::optional<ByteBuffer>& before,
 
 }  // namespace
 
-HalvaneMAC::HalvaneMAC(const ByteBuffer& mac) : mac_(mac), firstAdded_(now()) {}
+HalvaneMAC::HalvaneMAC(const ByteBuffer& mac) {
+    Record& record = record_.change();
+    record.mac = mac;
+    record.firstAdded = now();
+    record.ieBuffer.reset();
+}
 
 HalvaneMAC HalvaneMAC::initWithMAC(const ByteBuffer& mac) {
     return HalvaneMAC(mac);
 }
 
 void HalvaneMAC::setCapabilityField(std::uint16_t field) {
-    capabilities_ = field;
-    lastUpdated_ = now();
+    Record& record = record_.change();
+    record.capabilities = field;
+    record.lastUpdated = now();
 }
 
+// The walk changes the record as it goes, so what it replaces is kept until it has ended: where
+// memory is short all elements stay as they were.
 void HalvaneMAC::setInformationElements(const ByteBuffer& elements) {
-    lastUpdated_ = now();
-    ieBuffer_ = elements;
-    cutElements();
-    parseInformationElements();
-}
-
-void HalvaneMAC::cutElements() {
-    invalidIEs_.reset();
-    IEs_.clear();
-    IEs_.reserve(kUsualElements);
-    // The count of remaining bytes is 16 bits wide, the size of an element 8.
-    const auto count = static_cast<std::uint16_t>(ieBuffer_->size());
-    const ByteBuffer walked = ieBuffer_->slice(0, count);
-    ByteCursor cursor(walked);
-    while (!cursor.atEnd()) {
-        const auto length = cursor.peek(1);
-        const auto size = static_cast<std::uint8_t>(length.value_or(0) + kElementHeaderSize);
-        if (!length || size == 0 || size > cursor.remaining()) {
-            invalidIEs_ = cursor.restBuffer();
-            return;
-        }
-        IEs_.emplace_back(walked, cursor.position(), size);
-        cursor.skip(size);
+    Record& record = record_.change();
+    std::optional<ByteBuffer> buffer = elements;
+    std::vector<ByteBuffer> cut;
+    Boxed<Walk> walk;
+    walk.change().invalidIEs = cutElements(elements, cut);
+    walk.change().channelWidth = record.walk->channelWidth;
+    walk.change().securityFriendlyName = record.walk->securityFriendlyName;
+    const auto exchange = [&]() noexcept {
+        std::swap(record.ieBuffer, buffer);
+        std::swap(record.IEs, cut);
+        std::swap(record.walk, walk);
+    };
+    exchange();
+    try {
+        parseInformationElements();
+    } catch (...) {
+        exchange();
+        throw;
     }
+    record.lastUpdated = now();
 }
 
 void HalvaneMAC::cleanupIEs() {
-    SSID_.reset();
-    supportedRates_.reset();
-    countryIE_.reset();
-    HTCaps_.reset();
-    rsn_.reset();
-    HTOperation_.reset();
-    wpa_.reset();
-    wpsIE_.reset();
-    tessicIE_.reset();
-    dwdsIE_.reset();
+    Walk& walk = record_.change().walk.change();
+    walk.SSID.reset();
+    walk.supportedRates.reset();
+    walk.countryIE.makeFresh();
+    walk.HTCaps.makeFresh();
+    walk.rsn.makeFresh();
+    walk.HTOperation.makeFresh();
+    walk.wpa.makeFresh();
+    walk.wpsIE.makeFresh();
+    walk.tessicIE.makeFresh();
+    walk.dwdsIE.makeFresh();
 }
 
 void HalvaneMAC::parseInformationElements() {
     cleanupIEs();
-    for (const ByteBuffer& element : IEs_) parseInformationElement(element);
+    RateCounts rates(supportedRates());
+    for (const ByteBuffer& element : record_->IEs) {
+        if (const auto maximum = maximumRatesOf(element)) {
+            rates.countElement(element, *maximum);
+        } else {
+            parseInformationElement(element);
+        }
+    }
+    record_.change().walk.change().supportedRates = rates.numbers();
     deriveRateAndSecurity();
 }
 
 void HalvaneMAC::parseInformationElement(const ByteBuffer& element) {
     const auto id = ByteCursor(element).u8();
     if (!id) return;
+    Walk& walk = record_.change().walk.change();
     switch (*id) {
         case kElementIDSSID:
             parseInformationElementSSID(element);
@@ -137,19 +215,19 @@ void HalvaneMAC::parseInformationElement(const ByteBuffer& element) {
             parseInformationElementSupportedRates_withMaximumLength(element, kMaximumRates);
             break;
         case kElementIDCountry:
-            countryIE_ = HalvaneCountryIE::initWithIE(element);
+            walk.countryIE.change() = HalvaneCountryIE::initWithIE(element);
             break;
         case kElementIDHTCapabilities:
-            HTCaps_ = HalvaneHTCapabilitiesIE::initWithIE(element);
+            walk.HTCaps.change() = HalvaneHTCapabilitiesIE::initWithIE(element);
             break;
         case kElementIDRSN:
-            rsn_ = HalvaneRSNIE::initWithIE_withOUI(element, ByteBuffer(kRSNOUI));
+            walk.rsn.change() = HalvaneRSNIE::initWithIE_withOUI(element, ByteBuffer(kRSNOUI));
             break;
         case kElementIDExtendedSupportedRates:
             parseInformationElementSupportedRates_withMaximumLength(element, kMaximumExtendedRates);
             break;
         case kElementIDHTOperation:
-            HTOperation_ = HalvaneHTOperationIE::initWithIE(element);
+            walk.HTOperation.change() = HalvaneHTOperationIE::initWithIE(element);
             break;
         case kElementIDVendorSpecific:
             parseInformationElementVendorSpecific(element);
@@ -165,26 +243,14 @@ void HalvaneMAC::parseInformationElementSSID(const ByteBuffer& element) {
     ByteBuffer octets = body->restBuffer();
     const bool isHidden =
         std::ranges::all_of(octets.bytes(), [](auto octet) { return octet == 0; });
-    if (!isHidden) SSID_ = std::move(octets);
+    if (!isHidden) record_.change().walk.change().SSID = std::move(octets);
 }
 
 void HalvaneMAC::parseInformationElementSupportedRates_withMaximumLength(const ByteBuffer& element,
                                                                          unsigned maximumLength) {
-    auto body = bodyOf(element);
-    if (!body || body->remaining() > maximumLength) return;
-    if (!supportedRates_) supportedRates_.emplace().reserve(kUsualRates);
-
-    auto& rates = *supportedRates_;
-    const auto old = static_cast<std::ptrdiff_t>(rates.size());
-    for (const std::uint8_t octet : body->rest()) {
-        rates.emplace_back((octet & kRateMask) * 500 / 1000.0);
-    }
-    // Sorted apart and merged: a hostile buffer may hold hundreds of full elements.
-    const auto isLower = [](const Number& a, const Number& b) { return a.real() < b.real(); };
-    std::sort(rates.begin() + old, rates.end(), isLower);
-    if (old > 0 && old < std::ssize(rates) && isLower(rates.begin()[old], rates.begin()[old - 1])) {
-        std::inplace_merge(rates.begin(), rates.begin() + old, rates.end(), isLower);
-    }
+    RateCounts rates(supportedRates());
+    rates.countElement(element, maximumLength);
+    record_.change().walk.change().supportedRates = rates.numbers();
 }
 
 void HalvaneMAC::parseInformationElementVendorSpecific(const ByteBuffer& element) {
@@ -192,36 +258,38 @@ void HalvaneMAC::parseInformationElementVendorSpecific(const ByteBuffer& element
     const auto oui = body ? body->take(kOUISize) : std::nullopt;
     const auto type = oui ? body->u8() : std::nullopt;
     if (!type) return;
+    Walk& walk = record_.change().walk.change();
     if (std::ranges::equal(*oui, kWPAOUI) && *type == kWPSType) {
-        wpsIE_ = HalvaneWPSIE::initWithIE(element);
+        walk.wpsIE.change() = HalvaneWPSIE::initWithIE(element);
     } else if (std::ranges::equal(*oui, kWPAOUI) && *type == kWPAType) {
-        wpa_ = HalvaneRSNIE::initWithIE_withOUI(element, ByteBuffer(kWPAOUI));
+        walk.wpa.change() = HalvaneRSNIE::initWithIE_withOUI(element, ByteBuffer(kWPAOUI));
     } else if (std::ranges::equal(*oui, kVendorOUI) && *type == kVendorTypeDWDS) {
-        dwdsIE_ = HalvaneDWDSIE::initWithIE(element);
+        walk.dwdsIE.change() = HalvaneDWDSIE::initWithIE(element);
     } else if (std::ranges::equal(*oui, kVendorGeneralOUI)) {
-        tessicIE_ = HalvaneTessicIE::initWithIE(element);
+        walk.tessicIE.change() = HalvaneTessicIE::initWithIE(element);
     }
 }
 
 void HalvaneMAC::deriveRateAndSecurity() {
+    Walk& walk = record_.change().walk.change();
     Number width = 20;
-    if (HTCaps_ && HTOperation_) {
-        if (HTCaps_->supports40MHzOperation()) width = HTOperation_->staChannelWidth();
+    if (HTCaps() && HTOperation()) {
+        if (HTCaps()->supports40MHzOperation()) width = HTOperation()->staChannelWidth();
         const bool shortGI =
-            width == 40 ? HTCaps_->supports40MHzShortGI() : HTCaps_->supports20MHzShortGI();
+            width == 40 ? HTCaps()->supports40MHzShortGI() : HTCaps()->supports20MHzShortGI();
         static const std::vector<Number> kNoRates;
-        const auto& indices = HTCaps_->mcsRates();
-        maxPHYRate_ = HalvaneMCS::sharedSystem().rateForMCSSet_withChannelWidth_shortGI(
+        const auto& indices = HTCaps()->mcsRates();
+        walk.maxPHYRate = HalvaneMCS::sharedSystem().rateForMCSSet_withChannelWidth_shortGI(
             indices ? *indices : kNoRates, width.int64(), shortGI);
-    } else if (supportedRates_ && !supportedRates_->empty()) {
-        maxPHYRate_ = supportedRates_->back();
+    } else if (walk.supportedRates && !walk.supportedRates->empty()) {
+        walk.maxPHYRate = walk.supportedRates->back();
     } else {
-        maxPHYRate_.reset();
+        walk.maxPHYRate.reset();
     }
-    if (!maxPHYRate_) return;
+    if (!walk.maxPHYRate) return;
 
-    channelWidth_ = width;
-    if (const char* label = securityLabel()) securityFriendlyName_ = label;
+    walk.channelWidth = width;
+    if (const char* label = securityLabel()) walk.securityFriendlyName = label;
 }
 
 // The first label that holds, or null.
@@ -248,46 +316,48 @@ bool HalvaneMAC::doesSupportSecurityOpen() const {
 }
 
 bool HalvaneMAC::doesSupportSecurityWEP() const {
-    return isPrivacy() && !rsn_ && !wpa_;
+    return isPrivacy() && !rsn() && !wpa();
 }
 
 bool HalvaneMAC::doesSupportSecurityWPAPersonal() const {
     return isPrivacy() &&
-           ((rsn_ && rsn_->allowKeyManagementPSK()) || (wpa_ && wpa_->allowKeyManagementPSK()));
+           ((rsn() && rsn()->allowKeyManagementPSK()) || (wpa() && wpa()->allowKeyManagementPSK()));
 }
 
 bool HalvaneMAC::doesSupportSecurityWPAEnterprise() const {
-    return isPrivacy() &&
-           ((rsn_ && rsn_->allowKeyManagement8021X()) || (wpa_ && wpa_->allowKeyManagement8021X()));
+    return isPrivacy() && ((rsn() && rsn()->allowKeyManagement8021X()) ||
+                           (wpa() && wpa()->allowKeyManagement8021X()));
 }
 
 bool HalvaneMAC::doesSupportSecurityWPS() const {
-    return wpsIE_.has_value();
+    return wpsIE().has_value();
 }
 
 void HalvaneMAC::mergeEntries(const HalvaneMAC& other) {
-    if (mac_ != other.mac_) return;
-    logMerge("Old IEs <%@>\n, New IEs <%@>\n\n", ieBuffer_, other.ieBuffer_, bytesOf);
-    lastUpdated_ = now();
-    takeOver(channel_, other.channel_);
-    takeOver(noise_, other.noise_);
-    takeOver(RSSI_, other.RSSI_);
-    takeOver(beaconInterval_, other.beaconInterval_);
-    if (capabilities_ != other.capabilities_) setCapabilityField(other.capabilities_);
-    if (SSID_ != other.SSID_) {
-        logMerge("Old SSID <%@>, New SSID <%@>\n", SSID_, other.SSID_, textAndHexOf);
+    if (mac() != other.mac()) return;
+    logMerge("Old IEs <%@>\n, New IEs <%@>\n\n", ieBuffer(), other.ieBuffer(), bytesOf);
+    Record& record = record_.change();
+    record.lastUpdated = now();
+    takeOver(record.channel, other.channel());
+    takeOver(record.noise, other.noise());
+    takeOver(record.RSSI, other.RSSI());
+    takeOver(record.beaconInterval, other.beaconInterval());
+    if (capabilities() != other.capabilities()) setCapabilityField(other.capabilities());
+    if (SSID() != other.SSID()) {
+        logMerge("Old SSID <%@>, New SSID <%@>\n", SSID(), other.SSID(), textAndHexOf);
     }
-    if (!SSID_ && other.SSID_ && other.ieBuffer_) setInformationElements(*other.ieBuffer_);
+    if (!SSID() && other.SSID() && other.ieBuffer()) setInformationElements(*other.ieBuffer());
 }
 
 void HalvaneMAC::updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate) {
-    linkQualityHistory_.add(HalvaneLinkQuality::initWithRSSI_withTxRate(rssi, txRate));
-    averageRate_ = linkQualityHistory_.averageRate();
+    Link& link = record_.change().link.change();
+    link.history.add(HalvaneLinkQuality::initWithRSSI_withTxRate(rssi, txRate));
+    link.averageRate = link.history.averageRate();
 }
 
 void HalvaneMAC::determineMaximumClientRate(const Number& rate) {
-    const bool isBeyondBSS = maxPHYRate_ && rate >= *maxPHYRate_;
-    maxClientRate_ = isBeyondBSS ? maxPHYRate_->real() : rate.real();
+    const bool isBeyondBSS = maxPHYRate() && rate >= *maxPHYRate();
+    record_.change().link.change().maxClientRate = isBeyondBSS ? maxPHYRate()->real() : rate.real();
 }
 
 }  // namespace halvane

@@ -6,16 +6,18 @@
 // error: what could not be read stays in invalidIEs(), or in an element object whose isValid() is
 // false.
 //
-// A value type with shared buffers: copying one copies no element bytes. Used by one thread at a
-// time.
+// A value type with shared buffers: copying one copies no element bytes. What a getter returns a
+// reference to is valid until the record is next changed. Used by one thread at a time.
 #ifndef HALVANE_IE_MAC_H
 #define HALVANE_IE_MAC_H
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/boxed.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
 #include "halvane/base/number.h"
@@ -67,31 +69,31 @@ class HALVANE_EXPORT HalvaneMAC {
     PropertyListDictionary skeletonRepresentation() const;
 
     // The BSSID or station address.
-    const ByteBuffer& mac() const { return mac_; }
+    const ByteBuffer& mac() const { return record_->mac; }
 
     // Microseconds of system up-time: of the last change, and of creation.
-    std::uint64_t lastUpdated() const { return lastUpdated_; }
-    std::uint64_t firstAdded() const { return firstAdded_; }
+    std::uint64_t lastUpdated() const { return record_->lastUpdated; }
+    std::uint64_t firstAdded() const { return record_->firstAdded; }
 
     // As the caller measured them: primary channel number, dBm, dBm, and the beacon interval as the
     // frame states it (in TU of 1.024 ms; a description prints it with the unit "ms"). Setting one
     // is no change in the sense of lastUpdated().
-    const std::optional<Number>& channel() const { return channel_; }
-    void setChannel(std::optional<Number> value) { channel_ = value; }
-    const std::optional<Number>& noise() const { return noise_; }
-    void setNoise(std::optional<Number> value) { noise_ = value; }
-    const std::optional<Number>& RSSI() const { return RSSI_; }
-    void setRSSI(std::optional<Number> value) { RSSI_ = value; }
-    const std::optional<Number>& beaconInterval() const { return beaconInterval_; }
-    void setBeaconInterval(std::optional<Number> value) { beaconInterval_ = value; }
+    const std::optional<Number>& channel() const { return record_->channel; }
+    void setChannel(std::optional<Number> value) { record_.change().channel = value; }
+    const std::optional<Number>& noise() const { return record_->noise; }
+    void setNoise(std::optional<Number> value) { record_.change().noise = value; }
+    const std::optional<Number>& RSSI() const { return record_->RSSI; }
+    void setRSSI(std::optional<Number> value) { record_.change().RSSI = value; }
+    const std::optional<Number>& beaconInterval() const { return record_->beaconInterval; }
+    void setBeaconInterval(std::optional<Number> value) { record_.change().beaconInterval = value; }
 
     // The capability information field, and its bits as booleans: isESS() ...
     // isImmediateBlockAck().
-    std::uint16_t capabilities() const { return capabilities_; }
+    std::uint16_t capabilities() const { return record_->capabilities; }
     void setCapabilityField(std::uint16_t field);
-#define HALVANE_CAPABILITY_BIT(bit, property, label) \
-    bool property() const {                          \
-        return (capabilities_ >> (bit)&1u) != 0;     \
+#define HALVANE_CAPABILITY_BIT(bit, property, label)     \
+    bool property() const {                              \
+        return (record_->capabilities >> (bit)&1u) != 0; \
     }
     HALVANE_CAPABILITY_BITS(HALVANE_CAPABILITY_BIT)
 #undef HALVANE_CAPABILITY_BIT
@@ -103,64 +105,64 @@ class HALVANE_EXPORT HalvaneMAC {
 
     // The bytes as last handed in; absent before.
     const std::optional<ByteBuffer>& ieBuffer() const {
-        return ieBuffer_;
+        return record_->ieBuffer;
     }
     // One buffer an element: ID, length and body.
     const std::vector<ByteBuffer>& IEs() const {
-        return IEs_;
+        return record_->IEs;
     }
     // The trailing bytes that form no whole element; absent when there are none.
     const std::optional<ByteBuffer>& invalidIEs() const {
-        return invalidIEs_;
+        return record_->walk->invalidIEs;
     }
 
     // Octets, not text. Absent where every SSID element is missing, empty, or all zeros (hidden);
     // one of those after a named one leaves the name.
     const std::optional<ByteBuffer>& SSID() const {
-        return SSID_;
+        return record_->walk->SSID;
     }
     // Mbit/s, real, ascending, of both rate elements; duplicates are kept.
     const std::optional<std::vector<Number>>& supportedRates() const {
-        return supportedRates_;
+        return record_->walk->supportedRates;
     }
 
     // The decoded elements, each from the last element of its kind.
     const std::optional<HalvaneRSNIE>& rsn() const {
-        return rsn_;
+        return *record_->walk->rsn;
     }
     const std::optional<HalvaneRSNIE>& wpa() const {
-        return wpa_;
+        return *record_->walk->wpa;
     }
     const std::optional<HalvaneCountryIE>& countryIE() const {
-        return countryIE_;
+        return *record_->walk->countryIE;
     }
     const std::optional<HalvaneTessicIE>& tessicIE() const {
-        return tessicIE_;
+        return *record_->walk->tessicIE;
     }
     const std::optional<HalvaneDWDSIE>& dwdsIE() const {
-        return dwdsIE_;
+        return *record_->walk->dwdsIE;
     }
     const std::optional<HalvaneWPSIE>& wpsIE() const {
-        return wpsIE_;
+        return *record_->walk->wpsIE;
     }
     const std::optional<HalvaneHTCapabilitiesIE>& HTCaps() const {
-        return HTCaps_;
+        return *record_->walk->HTCaps;
     }
     const std::optional<HalvaneHTOperationIE>& HTOperation() const {
-        return HTOperation_;
+        return *record_->walk->HTOperation;
     }
 
     // Derived from the elements: Mbit/s; 20 or 40 MHz, or rate and width 0 where the HT Operation
     // element that should tell them is broken; one of "WPA Enterprise", "WPA Personal",
     // "WEP", "WPS", "Open". Elements that give no rate leave the other two as they were.
     const std::optional<Number>& maxPHYRate() const {
-        return maxPHYRate_;
+        return record_->walk->maxPHYRate;
     }
     const std::optional<Number>& channelWidth() const {
-        return channelWidth_;
+        return record_->walk->channelWidth;
     }
     const std::optional<std::string>& securityFriendlyName() const {
-        return securityFriendlyName_;
+        return record_->walk->securityFriendlyName;
     }
 
     bool doesSupportSecurityOpen() const;
@@ -179,18 +181,18 @@ class HALVANE_EXPORT HalvaneMAC {
     void updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate);
     // The newest 256 samples, oldest first.
     const HalvaneLinkQualityHistory& linkQualityHistory() const {
-        return linkQualityHistory_;
+        return record_->link->history;
     }
     // Mbit/s over the samples of the last 30 seconds; absent before the first sample.
     const std::optional<Number>& averageRate() const {
-        return averageRate_;
+        return record_->link->averageRate;
     }
 
     // Sets maxClientRate() to the smaller of a client's rate (Mbit/s) and maxPHYRate(); to the
     // client's rate while there is no maxPHYRate().
     void determineMaximumClientRate(const Number& rate);
     const std::optional<Number>& maxClientRate() const {
-        return maxClientRate_;
+        return record_->link->maxClientRate;
     }
 
     // Several lines of padded labels, then each decoded element under its heading.
@@ -218,39 +220,60 @@ class HALVANE_EXPORT HalvaneMAC {
     void cleanupIEs();
 
   private:
-    void cutElements();
     void deriveRateAndSecurity();
     const char* securityLabel() const;
     void appendElementLines(std::string& text) const;
     void appendDecodedElements(std::string& text) const;
 
-    ByteBuffer mac_;
-    std::uint64_t lastUpdated_ = 0;
-    std::uint64_t firstAdded_ = 0;
-    std::optional<Number> channel_;
-    std::optional<Number> channelWidth_;
-    std::optional<Number> noise_;
-    std::optional<Number> RSSI_;
-    std::optional<Number> beaconInterval_;
-    std::uint16_t capabilities_ = 0;
-    std::optional<ByteBuffer> ieBuffer_;
-    std::vector<ByteBuffer> IEs_;
-    std::optional<ByteBuffer> invalidIEs_;
-    std::optional<ByteBuffer> SSID_;
-    std::optional<std::vector<Number>> supportedRates_;
-    std::optional<HalvaneRSNIE> rsn_;
-    std::optional<HalvaneRSNIE> wpa_;
-    std::optional<HalvaneCountryIE> countryIE_;
-    std::optional<HalvaneTessicIE> tessicIE_;
-    std::optional<HalvaneDWDSIE> dwdsIE_;
-    std::optional<HalvaneWPSIE> wpsIE_;
-    std::optional<HalvaneHTCapabilitiesIE> HTCaps_;
-    std::optional<HalvaneHTOperationIE> HTOperation_;
-    std::optional<Number> maxPHYRate_;
-    std::optional<Number> maxClientRate_;
-    std::optional<Number> averageRate_;
-    std::optional<std::string> securityFriendlyName_;
-    HalvaneLinkQualityHistory linkQualityHistory_;
+    template <typename Element>
+    using BoxedElement = Boxed<std::optional<Element>>;
+
+    // What the walk over the elements gave.
+    struct Walk {
+        std::optional<ByteBuffer> invalidIEs;
+        std::optional<ByteBuffer> SSID;
+        std::optional<std::vector<Number>> supportedRates;
+        BoxedElement<HalvaneRSNIE> rsn;
+        BoxedElement<HalvaneRSNIE> wpa;
+        BoxedElement<HalvaneCountryIE> countryIE;
+        BoxedElement<HalvaneTessicIE> tessicIE;
+        BoxedElement<HalvaneDWDSIE> dwdsIE;
+        BoxedElement<HalvaneWPSIE> wpsIE;
+        BoxedElement<HalvaneHTCapabilitiesIE> HTCaps;
+        BoxedElement<HalvaneHTOperationIE> HTOperation;
+        std::optional<Number> maxPHYRate;
+        std::optional<Number> channelWidth;
+        std::optional<std::string> securityFriendlyName;
+    };
+
+    // What the link samples gave.
+    struct Link {
+        std::optional<Number> maxClientRate;
+        std::optional<Number> averageRate;
+        HalvaneLinkQualityHistory history;
+    };
+
+    // A fresh one is what an empty skeleton gives.
+    struct Record {
+        ByteBuffer mac;
+        std::uint64_t lastUpdated = 0;
+        std::uint64_t firstAdded = 0;
+        std::optional<Number> channel;
+        std::optional<Number> noise;
+        std::optional<Number> RSSI;
+        std::optional<Number> beaconInterval;
+        std::uint16_t capabilities = 0;
+        std::optional<ByteBuffer> ieBuffer{std::in_place};
+        std::vector<ByteBuffer> IEs;
+        Boxed<Walk> walk;
+        Boxed<Link> link;
+    };
+
+    static bool areEqual(const Record& a, const Record& b);
+
+    // In boxes, for a daemon's reply may hold a record in every few bytes of text, with next to
+    // nothing in each.
+    Boxed<Record> record_;
 };
 
 }  // namespace halvane

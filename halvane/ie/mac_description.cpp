@@ -31,18 +31,18 @@ void appendElement(std::string& text, const char* heading, const std::optional<E
 
 std::string HalvaneMAC::description() const {
     std::string text;
-    appendPrintF(text, "MAC                  : %s\n", formattedMAC(mac_).c_str());
-    appendPrintF(text, "Cache Time           : %llu secs\n", secondsSince(firstAdded_));
-    appendPrintF(text, "Last Update          : %llu secs\n", secondsSince(lastUpdated_));
-    appendPrintF(text, "Channel              : %s (%s MHz wide)\n", describe(channel_).c_str(),
-                 describe(channelWidth_).c_str());
-    appendPrintF(text, "RSSI                 : %s\n", describe(RSSI_).c_str());
-    appendPrintF(text, "Noise                : %s\n", describe(noise_).c_str());
-    appendPrintF(text, "Beacon Interval      : %s (ms)\n", describe(beaconInterval_).c_str());
-    appendPrintF(text, "Maximum PHY Rate     : %s Mbps\n", describe(maxPHYRate_).c_str());
-    appendPositive(text, "Maximum Client Rate  : %s Mbps\n", maxClientRate_);
-    appendPositive(text, "Average PHY Rate     : %s Mbps\n", averageRate_);
-    appendPrintF(text, "Security              : %s\n", describe(securityFriendlyName_).c_str());
+    appendPrintF(text, "MAC                  : %s\n", formattedMAC(mac()).c_str());
+    appendPrintF(text, "Cache Time           : %llu secs\n", secondsSince(firstAdded()));
+    appendPrintF(text, "Last Update          : %llu secs\n", secondsSince(lastUpdated()));
+    appendPrintF(text, "Channel              : %s (%s MHz wide)\n", describe(channel()).c_str(),
+                 describe(channelWidth()).c_str());
+    appendPrintF(text, "RSSI                 : %s\n", describe(RSSI()).c_str());
+    appendPrintF(text, "Noise                : %s\n", describe(noise()).c_str());
+    appendPrintF(text, "Beacon Interval      : %s (ms)\n", describe(beaconInterval()).c_str());
+    appendPrintF(text, "Maximum PHY Rate     : %s Mbps\n", describe(maxPHYRate()).c_str());
+    appendPositive(text, "Maximum Client Rate  : %s Mbps\n", maxClientRate());
+    appendPositive(text, "Average PHY Rate     : %s Mbps\n", averageRate());
+    appendPrintF(text, "Security              : %s\n", describe(securityFriendlyName()).c_str());
 #define HALVANE_CAPABILITY_LINE(bit, property, label) appendPrintF(text, label, yesNo(property()));
     HALVANE_CAPABILITY_BITS(HALVANE_CAPABILITY_LINE)
 #undef HALVANE_CAPABILITY_LINE
@@ -54,36 +54,37 @@ std::string HalvaneMAC::description() const {
 
 // The bytes as they came, whole and cut.
 void HalvaneMAC::appendElementLines(std::string& text) const {
-    appendPrintF(text, "IE Buffer            : \n%s\n", formattedHexData(ieBuffer_).c_str());
-    if (invalidIEs_) {
-        appendPrintF(text, "Invalid IE Chunk     : \n%s\n", formattedHexData(*invalidIEs_).c_str());
+    appendPrintF(text, "IE Buffer            : \n%s\n", formattedHexData(ieBuffer()).c_str());
+    if (invalidIEs()) {
+        appendPrintF(text, "Invalid IE Chunk     : \n%s\n",
+                     formattedHexData(*invalidIEs()).c_str());
     }
-    for (const ByteBuffer& element : IEs_) {
+    for (const ByteBuffer& element : IEs()) {
         appendPrintF(text, "IE                   : %s\n", formattedHexData(element).c_str());
     }
     text += '\n';
 }
 
 void HalvaneMAC::appendDecodedElements(std::string& text) const {
-    if (SSID_) {
+    if (SSID()) {
         appendPrintF(text, "SSID                 : %s\n\n",
-                     formattedData_includeHex(*SSID_, true).c_str());
+                     formattedData_includeHex(*SSID(), true).c_str());
     }
-    if (supportedRates_) {
+    if (supportedRates()) {
         text += "Supported Rates      : ";
-        for (const Number& rate : *supportedRates_) {
+        for (const Number& rate : *supportedRates()) {
             appendPrintF(text, "%s ", rate.description().c_str());
         }
         text += "\n\n";
     }
-    appendElement(text, "RSN", rsn_);
-    appendElement(text, "WPA", wpa_);
-    appendElement(text, "Country", countryIE_);
-    appendElement(text, "Tessic General", tessicIE_);
-    appendElement(text, "DWDS", dwdsIE_);
-    appendElement(text, "WPS", wpsIE_);
-    appendElement(text, "HT Capabilities", HTCaps_);
-    appendElement(text, "HT Operation", HTOperation_);
+    appendElement(text, "RSN", rsn());
+    appendElement(text, "WPA", wpa());
+    appendElement(text, "Country", countryIE());
+    appendElement(text, "Tessic General", tessicIE());
+    appendElement(text, "DWDS", dwdsIE());
+    appendElement(text, "WPS", wpsIE());
+    appendElement(text, "HT Capabilities", HTCaps());
+    appendElement(text, "HT Operation", HTOperation());
 }
 
 }  // namespace halvane

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <tuple>
+#include <utility>
 
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/ie/mac.h"
@@ -19,12 +21,17 @@ constexpr const char* kNoise = "Noise";
 constexpr const char* kRSSI = "RSSI";
 constexpr const char* kBeaconInterval = "BeaconInterval";
 
+bool isBuffer(const PropertyListValue& value) {
+    return value.as<ByteBuffer>() != nullptr;
+}
+
 // The buffers of an array; what is no buffer is passed over.
 std::vector<ByteBuffer> buffersFor(const PropertyListDictionary& skeleton, const char* key) {
     std::vector<ByteBuffer> buffers;
     const auto* value = skeleton.find(key);
     const auto* array = value != nullptr ? value->as<PropertyListArray>() : nullptr;
     if (array == nullptr) return buffers;
+    buffers.reserve(static_cast<std::size_t>(std::ranges::count_if(*array, isBuffer)));
     for (const PropertyListValue& item : *array) {
         if (const auto* buffer = item.as<ByteBuffer>()) buffers.push_back(*buffer);
     }
@@ -35,18 +42,18 @@ std::vector<ByteBuffer> buffersFor(const PropertyListDictionary& skeleton, const
 
 PropertyListDictionary HalvaneMAC::skeletonRepresentation() const {
     PropertyListDictionary skeleton;
-    skeleton.set(kMAC, mac_);
-    if (ieBuffer_) {
-        skeleton.set(kRawIEBuffer, *ieBuffer_);
-        skeleton.set(kIEs, PropertyListArray(IEs_.begin(), IEs_.end()));
+    skeleton.set(kMAC, record_->mac);
+    if (record_->ieBuffer) {
+        skeleton.set(kRawIEBuffer, *record_->ieBuffer);
+        skeleton.set(kIEs, PropertyListArray(record_->IEs.begin(), record_->IEs.end()));
     }
-    skeleton.set(kLastUpdated, lastUpdated_);
-    skeleton.set(kFirstUpdated, firstAdded_);
-    skeleton.set(kCapabilities, capabilities_);
-    skeleton::setIfPresent(skeleton, kChannel, channel_);
-    skeleton::setIfPresent(skeleton, kNoise, noise_);
-    skeleton::setIfPresent(skeleton, kRSSI, RSSI_);
-    skeleton::setIfPresent(skeleton, kBeaconInterval, beaconInterval_);
+    skeleton.set(kLastUpdated, record_->lastUpdated);
+    skeleton.set(kFirstUpdated, record_->firstAdded);
+    skeleton.set(kCapabilities, record_->capabilities);
+    skeleton::setIfPresent(skeleton, kChannel, record_->channel);
+    skeleton::setIfPresent(skeleton, kNoise, record_->noise);
+    skeleton::setIfPresent(skeleton, kRSSI, record_->RSSI);
+    skeleton::setIfPresent(skeleton, kBeaconInterval, record_->beaconInterval);
     return skeleton;
 }
 
@@ -54,29 +61,36 @@ HalvaneMAC HalvaneMAC::initWithSkeletonRepresentation(const PropertyListDictiona
     return HalvaneMAC(skeleton);
 }
 
-HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton)
-    : mac_(skeleton::dataFor(skeleton, kMAC)),
-      ieBuffer_(skeleton::dataFor(skeleton, kRawIEBuffer)),
-      IEs_(buffersFor(skeleton, kIEs)) {
-    setCapabilityField(skeleton::uint16For(skeleton, kCapabilities));
-    // The restored stamp overrides the one that the capability field set.
-    lastUpdated_ = skeleton::uint64For(skeleton, kLastUpdated);
-    firstAdded_ = skeleton::uint64For(skeleton, kFirstUpdated);
-    channel_ = skeleton::numberFor(skeleton, kChannel);
-    noise_ = skeleton::numberFor(skeleton, kNoise);
-    RSSI_ = skeleton::numberFor(skeleton, kRSSI);
-    beaconInterval_ = skeleton::numberFor(skeleton, kBeaconInterval);
-    parseInformationElements();
+HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton) {
+    Record record;
+    record.mac = skeleton::dataFor(skeleton, kMAC);
+    record.ieBuffer = skeleton::dataFor(skeleton, kRawIEBuffer);
+    record.IEs = buffersFor(skeleton, kIEs);
+    record.capabilities = skeleton::uint16For(skeleton, kCapabilities);
+    record.lastUpdated = skeleton::uint64For(skeleton, kLastUpdated);
+    record.firstAdded = skeleton::uint64For(skeleton, kFirstUpdated);
+    record.channel = skeleton::numberFor(skeleton, kChannel);
+    record.noise = skeleton::numberFor(skeleton, kNoise);
+    record.RSSI = skeleton::numberFor(skeleton, kRSSI);
+    record.beaconInterval = skeleton::numberFor(skeleton, kBeaconInterval);
+    if (areEqual(record, *record_)) return;  // nothing at all, which takes no memory
+    record_.change() = std::move(record);
+    if (!record_->IEs.empty()) parseInformationElements();
+}
+
+// An absent element buffer counts as an empty one.
+bool HalvaneMAC::areEqual(const Record& a, const Record& b) {
+    const auto carried = [](const Record& record) {
+        return std::tie(record.mac, record.IEs, record.lastUpdated, record.firstAdded,
+                        record.capabilities, record.channel, record.noise, record.RSSI,
+                        record.beaconInterval);
+    };
+    return carried(a) == carried(b) &&
+           a.ieBuffer.value_or(ByteBuffer()) == b.ieBuffer.value_or(ByteBuffer());
 }
 
 bool operator==(const HalvaneMAC& a, const HalvaneMAC& b) {
-    const auto carried = [](const HalvaneMAC& record) {
-        return std::tie(record.mac_, record.IEs_, record.lastUpdated_, record.firstAdded_,
-                        record.capabilities_, record.channel_, record.noise_, record.RSSI_,
-                        record.beaconInterval_);
-    };
-    return carried(a) == carried(b) &&
-           a.ieBuffer_.value_or(ByteBuffer()) == b.ieBuffer_.value_or(ByteBuffer());
+    return HalvaneMAC::areEqual(*a.record_, *b.record_);
 }
 
 }  // namespace halvane

@@ -208,6 +208,7 @@ std::size_t HalvaneRSNIE::parsePMKIDs_withLength(std::size_t position, std::size
         isValid_ = false;
         return available;
     }
+    pmkids_->reserve(*count);
     for (std::size_t i = 0; i < *count; ++i) pmkids_->push_back(*cursor.takeBuffer(kPMKIDSize));
     return cursor.remaining();
 }

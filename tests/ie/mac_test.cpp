@@ -13,6 +13,7 @@
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
+#include "tests/support/scarce_memory.h"
 
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;
@@ -319,6 +320,62 @@ TEST(MACWalk, StoresElementsThatAreNotValid) {
     EXPECT_FALSE(record.tessicIE()->isValid());
 }
 
+TEST(MACWalk, ChangesNothingWhereMemoryIsShort) {
+    const Bytes before = joined({ssidElement("a name of more than 16 bytes"),
+                                 kRates,
+                                 rsnElement(2),
+                                 element(7, Bytes(40, 1)),
+                                 {0}});
+    const Bytes after = joined({ssidElement("another name, of even more bytes"),
+                                rsnElement(1),
+                                wpaElement(1),
+                                kRates,
+                                element(7, Bytes(60, 2)),
+                                {1, 9}});
+    auto record = recordOf(before, kESS | kPrivacy);
+    const auto old = record;
+    const ByteBuffer elements(after);
+    const auto expectOld = [&] {
+        EXPECT_EQ(record, old);
+        EXPECT_EQ(record.invalidIEs(), old.invalidIEs());
+        EXPECT_EQ(record.SSID(), old.SSID());
+        EXPECT_EQ(record.supportedRates(), old.supportedRates());
+        EXPECT_EQ(record.maxPHYRate(), old.maxPHYRate());
+        EXPECT_EQ(record.securityFriendlyName(), "WPA Personal");
+        ASSERT_TRUE(record.countryIE() && record.rsn());
+        EXPECT_EQ(record.countryIE()->rawIE(), old.countryIE()->rawIE());
+        EXPECT_FALSE(record.wpa().has_value());
+    };
+    const auto set = [&] { record.setInformationElements(elements); };
+    EXPECT_GT(withEachAllocationFailing(set, expectOld), 3u);
+    EXPECT_EQ(record.securityFriendlyName(), "WPA Enterprise");
+    EXPECT_EQ(record.IEs().size(), 5u);
+    EXPECT_EQ(record.invalidIEs(), (ByteBuffer{1, 9}));
+}
+
+TEST(MAC, TakesNoMemoryForWhatAnEmptySkeletonHolds) {
+    const PropertyListDictionary nothing;
+    const ScarceMemory memory(0);
+    const auto record = HalvaneMAC::initWithSkeletonRepresentation(nothing);
+    const auto copy = record;
+    EXPECT_TRUE(copy.mac().empty());
+    EXPECT_EQ(copy.ieBuffer(), ByteBuffer());
+    EXPECT_FALSE(copy.rsn() || copy.SSID() || copy.channel() || copy.averageRate());
+    EXPECT_TRUE(copy == record);
+    static_assert(sizeof(HalvaneMAC) <= 16);
+}
+
+TEST(MAC, IsThatOfAnEmptySkeletonWhenMovedFrom) {
+    auto record = recordOf(kBeacon);
+    const auto copy = record;
+    const auto taken = std::move(record);
+    EXPECT_EQ(taken, copy);
+    EXPECT_EQ(taken.supportedRates(), copy.supportedRates());
+    EXPECT_EQ(record, HalvaneMAC::initWithSkeletonRepresentation({}));
+    record.setInformationElements(ByteBuffer(kBeacon));
+    EXPECT_EQ(record.IEs(), copy.IEs());
+}
+
 TEST(MACSSID, IsAbsentWhenEmptyOrAllZeros) {
     EXPECT_FALSE(recordOf(element(0, {})).SSID());
     EXPECT_FALSE(recordOf(element(0, {0})).SSID());
@@ -355,6 +412,40 @@ TEST(MACRates, StaySortedOverManyElements) {
     EXPECT_TRUE(std::is_sorted(rates.begin(), rates.end(),
                                [](const Number& a, const Number& b) { return a < b; }));
     EXPECT_EQ(record.maxPHYRate(), Number(63.5));
+}
+
+// How many allocations a record of `count` elements of one rate each takes.
+std::size_t allocationsOfRates(std::size_t count) {
+    Bytes elements;
+    for (std::size_t i = 0; i < count; ++i) {
+        elements.insert(elements.end(), {1, 1, static_cast<std::uint8_t>(127 - i % 128)});
+    }
+    const ByteBuffer buffer(elements);
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    const ScarceMemory memory;
+    record.setInformationElements(buffer);
+    return memory.allocations();
+}
+
+// Rates that are merged after each element take memory, and time, for each.
+TEST(MACRates, OfAllElementsArePutInOrderAtOnce) {
+    EXPECT_LT(allocationsOfRates(20'000), allocationsOfRates(20) + 20);
+}
+
+TEST(MACRates, AreInOrderAfterEachStage) {
+    Station station;
+    const auto give = [&station](const Bytes& body, unsigned maximum) {
+        station.parseInformationElementSupportedRates_withMaximumLength(
+            ByteBuffer(element(1, body)), maximum);
+    };
+    give({0x6C, 0x02}, 8);
+    EXPECT_EQ(station.supportedRates(), numbers({1, 54}));
+    give({0x04, 0x84}, 2);
+    EXPECT_EQ(station.supportedRates(), numbers({1, 2, 2, 54}));
+    give({0x04, 0x84}, 1);
+    EXPECT_EQ(station.supportedRates(), numbers({1, 2, 2, 54}));
+    station.parseInformationElement(ByteBuffer(element(50, {0xFF})));
+    EXPECT_EQ(station.supportedRates(), numbers({1, 2, 2, 54, 63.5}));
 }
 
 TEST(MACRates, DropTheBasicRateBit) {

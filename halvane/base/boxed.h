@@ -1,0 +1,64 @@
+// A value that takes memory of its own only once it is changed.
+//
+// A box that nobody has changed is as small as a pointer and reads as a fresh value. Copying one
+// copies the value. Only change() and copying allocate.
+//
+// Threads: as for the value.
+#ifndef HALVANE_BASE_BOXED_H
+#define HALVANE_BASE_BOXED_H
+
+#include <memory>
+#include <utility>
+
+namespace halvane {
+
+// A value that the end of the process leaves as it is.
+template <typename Value>
+union NeverDestroyed {
+    constexpr NeverDestroyed() : value() {}
+    NeverDestroyed(const NeverDestroyed&) = delete;
+    NeverDestroyed& operator=(const NeverDestroyed&) = delete;
+    ~NeverDestroyed() {}
+
+    Value value;
+};
+
+template <typename Value>
+class Boxed {
+  public:
+    // A fresh value.
+    constexpr Boxed() = default;
+
+    Boxed(const Boxed& other)
+        : value_(other.value_ ? std::make_unique<Value>(*other.value_) : nullptr) {}
+    Boxed& operator=(const Boxed& other) { return *this = Boxed(other); }
+    // What is moved from becomes fresh.
+    Boxed(Boxed&&) noexcept = default;
+    Boxed& operator=(Boxed&&) noexcept = default;
+    ~Boxed() = default;
+
+    // Valid until the box is next assigned to, made fresh, or first changed.
+    const Value& operator*() const { return value_ ? *value_ : kFresh.value; }
+    const Value* operator->() const { return &**this; }
+    Value& change() {
+        if (!value_) value_ = std::make_unique<Value>();
+        return *value_;
+    }
+
+    // Gives the memory back.
+    void makeFresh() { value_.reset(); }
+
+    friend bool operator==(const Boxed& a, const Boxed& b) { return *a == *b; }
+
+  private:
+    static constinit const NeverDestroyed<Value> kFresh;
+
+    std::unique_ptr<Value> value_;
+};
+
+template <typename Value>
+constinit const NeverDestroyed<Value> Boxed<Value>::kFresh{};
+
+}  // namespace halvane
+
+#endif
