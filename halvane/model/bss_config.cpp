@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <new>
 #include <span>
 #include <utility>
 
@@ -68,7 +69,8 @@ bool isPrintable(std::uint8_t byte) {
 
 HalvaneBSSConfig HalvaneBSSConfig::init() {
     HalvaneBSSConfig configuration;
-#define HALVANE_BSS_DEFAULT(getter, setter, key, value) configuration.getter##_ = value;
+    Fields& fields = configuration.fields_.change();
+#define HALVANE_BSS_DEFAULT(getter, setter, key, value) fields.getter = value;
 #define HALVANE_BSS_ABSENT(...)
     HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_ABSENT, HALVANE_BSS_DEFAULT, HALVANE_BSS_DEFAULT,
                               HALVANE_BSS_ABSENT)
@@ -78,33 +80,47 @@ HalvaneBSSConfig HalvaneBSSConfig::init() {
 }
 
 HalvaneSecurityKind HalvaneBSSConfig::wifiSecurity() const {
-    if (allowSecurityWPS_) return kHalvaneSecurityWPS;
-    if (allowSecurityWPA2_ || allowSecurityWPA_) {
-        return allowKeyManagement8021X_ ? kHalvaneSecurityWPA8021X : kHalvaneSecurityWPAPSK;
+    if (allowSecurityWPS()) return kHalvaneSecurityWPS;
+    if (allowSecurityWPA2() || allowSecurityWPA()) {
+        return allowKeyManagement8021X() ? kHalvaneSecurityWPA8021X : kHalvaneSecurityWPAPSK;
     }
-    if (allowSecurityWEP_) {
-        return allowKeyManagement8021X_ ? kHalvaneSecurityWEP8021X : kHalvaneSecurityWEP;
+    if (allowSecurityWEP()) {
+        return allowKeyManagement8021X() ? kHalvaneSecurityWEP8021X : kHalvaneSecurityWEP;
     }
-    return allowSecurityOpen_ ? kHalvaneSecurityOpen : kHalvaneSecurityNone;
+    return allowSecurityOpen() ? kHalvaneSecurityOpen : kHalvaneSecurityNone;
+}
+
+HalvaneBSSConfig::Fields* HalvaneBSSConfig::fieldsToSet(std::optional<Error>* error) {
+    try {
+        return &fields_.change();
+    } catch (const std::bad_alloc&) {
+        fail(error, kStatusNoMemory);
+        return nullptr;
+    }
 }
 
 bool HalvaneBSSConfig::setSSID_error(std::string_view ssid, std::optional<Error>* error) {
-    return setText(ssid_, ssid, kBSSMaxSSIDSize, error);
+    Fields* fields = fieldsToSet(error);
+    return fields != nullptr && setText(fields->ssid, ssid, kBSSMaxSSIDSize, error);
 }
 
 bool HalvaneBSSConfig::setWirelessPassphrase_error(std::string_view passphrase,
                                                    std::optional<Error>* error) {
-    return setText(passphrase_, passphrase, kBSSMaxPassphraseSize, error);
+    Fields* fields = fieldsToSet(error);
+    return fields != nullptr &&
+           setText(fields->passphrase, passphrase, kBSSMaxPassphraseSize, error);
 }
 
 bool HalvaneBSSConfig::setSSIDFromHexString_error(std::string_view digits,
                                                   std::optional<Error>* error) {
-    return setHex(ssid_, digits, kBSSMaxSSIDSize, error);
+    Fields* fields = fieldsToSet(error);
+    return fields != nullptr && setHex(fields->ssid, digits, kBSSMaxSSIDSize, error);
 }
 
 bool HalvaneBSSConfig::setWirelessPassphraseFromHexString_error(std::string_view digits,
                                                                 std::optional<Error>* error) {
-    return setHex(passphrase_, digits, SIZE_MAX, error);
+    Fields* fields = fieldsToSet(error);
+    return fields != nullptr && setHex(fields->passphrase, digits, SIZE_MAX, error);
 }
 
 bool HalvaneBSSConfig::setCountry_error(std::string_view /*country*/,
@@ -114,7 +130,7 @@ bool HalvaneBSSConfig::setCountry_error(std::string_view /*country*/,
 
 void HalvaneBSSConfig::generateKeyMaterial() {
     if (wifiSecurity() != kHalvaneSecurityWPAPSK) return;
-    keyMaterial_ = wpaPasswordHash_withSSID_error(passphrase_, ssid_);
+    fields_.change().keyMaterial = wpaPasswordHash_withSSID_error(passphrase(), ssid());
 }
 
 std::optional<ByteBuffer> HalvaneBSSConfig::wpaPasswordHash_withSSID_error(

@@ -20,6 +20,7 @@
 #include <string_view>
 #include <utility>
 
+#include "halvane/base/boxed.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/error.h"
 #include "halvane/base/export.h"
@@ -106,24 +107,24 @@ class HALVANE_EXPORT HalvaneBSSConfig {
     // pre-shared key. country() comes from a skeleton alone.
 #define HALVANE_BSS_GIVEN(type, getter, key)    \
     const std::optional<type>& getter() const { \
-        return getter##_;                       \
+        return fields_->getter;                 \
     }
 #define HALVANE_BSS_VALUE(type, getter, setter) \
     type getter() const {                       \
-        return getter##_;                       \
+        return fields_->getter;                 \
     }                                           \
     void setter(type value) {                   \
-        getter##_ = value;                      \
+        fields_.change().getter = value;        \
     }
 #define HALVANE_BSS_NUMBER(getter, setter, key, value) \
     HALVANE_BSS_VALUE(std::int64_t, getter, setter)
 #define HALVANE_BSS_FLAG(getter, setter, key, value) HALVANE_BSS_VALUE(bool, getter, setter)
 #define HALVANE_BSS_NAME(getter, setter, key)          \
     const std::optional<std::string>& getter() const { \
-        return getter##_;                              \
+        return fields_->getter;                        \
     }                                                  \
     void setter(std::optional<std::string> name) {     \
-        getter##_ = std::move(name);                   \
+        fields_.change().getter = std::move(name);     \
     }
     HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_NUMBER, HALVANE_BSS_FLAG,
                               HALVANE_BSS_NAME)
@@ -214,16 +215,27 @@ class HALVANE_EXPORT HalvaneBSSConfig {
     // A bare object: 0, false or absent.
     HalvaneBSSConfig() = default;
 
-#define HALVANE_BSS_GIVEN(type, getter, key) std::optional<type> getter##_;
-#define HALVANE_BSS_NUMBER(getter, setter, key, value) std::int64_t getter##_ = 0;
-#define HALVANE_BSS_FLAG(getter, setter, key, value) bool getter##_ = false;
-#define HALVANE_BSS_NAME(getter, setter, key) std::optional<std::string> getter##_;
-    HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_NUMBER, HALVANE_BSS_FLAG,
-                              HALVANE_BSS_NAME)
+    struct Fields {
+#define HALVANE_BSS_GIVEN(type, getter, key) std::optional<type> getter;
+#define HALVANE_BSS_NUMBER(getter, setter, key, value) std::int64_t getter = 0;
+#define HALVANE_BSS_FLAG(getter, setter, key, value) bool getter = false;
+#define HALVANE_BSS_NAME(getter, setter, key) std::optional<std::string> getter;
+        HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_NUMBER, HALVANE_BSS_FLAG,
+                                  HALVANE_BSS_NAME)
 #undef HALVANE_BSS_GIVEN
 #undef HALVANE_BSS_NUMBER
 #undef HALVANE_BSS_FLAG
 #undef HALVANE_BSS_NAME
+
+        friend bool operator==(const Fields&, const Fields&) = default;
+    };
+
+    // Null where there is no memory for them, which `error` tells then.
+    Fields* fieldsToSet(std::optional<Error>* error);
+
+    // In a box, for a daemon's reply may hold a configuration in every few bytes of text, with next
+    // to nothing in each.
+    Boxed<Fields> fields_;
 };
 
 }  // namespace halvane

@@ -80,16 +80,16 @@ void appendFlags(std::string& text, const HalvaneBSSConfig& configuration, const
 
 std::string HalvaneBSSConfig::description() const {
     std::string text;
-    appendNumber(text, "Preferred Order       : %lld\n", preferredOrder_);
-    if (country_) appendText(text, "Country               : ", *country_);
-    if (ssid_) {
-        appendText(text, "SSID                  : ", formattedData_includeHex(*ssid_, false));
+    appendNumber(text, "Preferred Order       : %lld\n", preferredOrder());
+    if (country()) appendText(text, "Country               : ", *country());
+    if (ssid()) {
+        appendText(text, "SSID                  : ", formattedData_includeHex(*ssid(), false));
     }
-    if (passphrase_) {
-        appendText(text, "Passphrase            : ", formattedData_includeHex(*passphrase_, true));
+    if (passphrase()) {
+        appendText(text, "Passphrase            : ", formattedData_includeHex(*passphrase(), true));
     }
-    if (keyMaterial_) {
-        appendText(text, "Key Material          : ", formattedHexData(*keyMaterial_));
+    if (keyMaterial()) {
+        appendText(text, "Key Material          : ", formattedHexData(*keyMaterial()));
     }
     for (const FlagLine& line : kFlagLines) appendFlags(text, *this, line);
     for (const NumberLine& line : kNumberLines) {
@@ -98,8 +98,8 @@ std::string HalvaneBSSConfig::description() const {
     for (const NameLine& line : kNameLines) {
         if (const auto& name = (this->*line.name)()) appendText(text, line.label, *name);
     }
-    if (allowPIN_ || allowPushbutton_) appendFlags(text, *this, kWPSMethodLine);
-    if (wpsPIN_ != 0) appendNumber(text, "WPS PIN               : %lld\n", wpsPIN_);
+    if (allowPIN() || allowPushbutton()) appendFlags(text, *this, kWPSMethodLine);
+    if (wpsPIN() != 0) appendNumber(text, "WPS PIN               : %lld\n", wpsPIN());
     return text;
 }
 

@@ -1,4 +1,5 @@
 #include <type_traits>
+#include <utility>
 
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
@@ -32,23 +33,25 @@ void write(PropertyListDictionary& skeleton, const char* key, const std::optiona
 
 HalvaneBSSConfig HalvaneBSSConfig::initWithSkeletonRepresentation(
     const PropertyListDictionary& skeleton) {
-    HalvaneBSSConfig configuration;
-#define HALVANE_BSS_GIVEN(type, getter, key) read(configuration.getter##_, skeleton, key);
-#define HALVANE_BSS_VALUE(getter, setter, key, value) read(configuration.getter##_, skeleton, key);
-#define HALVANE_BSS_NAME(getter, setter, key) read(configuration.getter##_, skeleton, key);
+    Fields fields;
+#define HALVANE_BSS_GIVEN(type, getter, key) read(fields.getter, skeleton, key);
+#define HALVANE_BSS_VALUE(getter, setter, key, value) read(fields.getter, skeleton, key);
+#define HALVANE_BSS_NAME(getter, setter, key) read(fields.getter, skeleton, key);
     HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_VALUE, HALVANE_BSS_VALUE,
                               HALVANE_BSS_NAME)
 #undef HALVANE_BSS_GIVEN
 #undef HALVANE_BSS_VALUE
 #undef HALVANE_BSS_NAME
+    HalvaneBSSConfig configuration;
+    if (fields != *configuration.fields_) configuration.fields_.change() = std::move(fields);
     return configuration;
 }
 
 PropertyListDictionary HalvaneBSSConfig::skeletonRepresentation() const {
     PropertyListDictionary skeleton;
-#define HALVANE_BSS_GIVEN(type, getter, key) write(skeleton, key, getter##_);
-#define HALVANE_BSS_VALUE(getter, setter, key, value) write(skeleton, key, getter##_);
-#define HALVANE_BSS_NAME(getter, setter, key) write(skeleton, key, getter##_);
+#define HALVANE_BSS_GIVEN(type, getter, key) write(skeleton, key, getter());
+#define HALVANE_BSS_VALUE(getter, setter, key, value) write(skeleton, key, getter());
+#define HALVANE_BSS_NAME(getter, setter, key) write(skeleton, key, getter());
     HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_VALUE, HALVANE_BSS_VALUE,
                               HALVANE_BSS_NAME)
 #undef HALVANE_BSS_GIVEN

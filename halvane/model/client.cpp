@@ -1,6 +1,5 @@
 #include "halvane/model/client.h"
 
-#include <tuple>
 #include <utility>
 
 #include "halvane/base/skeleton_internal.h"
@@ -21,18 +20,20 @@ constexpr std::uint64_t kUnspecifiedReason = 1;
 
 }  // namespace
 
-HalvaneClient::HalvaneClient(const ByteBuffer& mac)
-    : HalvaneMAC(mac),
-      createTime_(UpTicksToMicroseconds(UpTicks())),
-      deauthReason_(kUnspecifiedReason) {}
+HalvaneClient::HalvaneClient(const ByteBuffer& mac) : HalvaneMAC(mac) {
+    Station& station = station_.change();
+    station.createTime = UpTicksToMicroseconds(UpTicks());
+    station.deauthReason = kUnspecifiedReason;
+}
 
-HalvaneClient::HalvaneClient(const PropertyListDictionary& skeleton)
-    : HalvaneMAC(skeleton),
-      isAssociated_(skeleton::boolFor(skeleton, kIsAssociated)),
-      createTime_(skeleton::uint64For(skeleton, kCreateTime)),
-      joinTime_(skeleton::uint64For(skeleton, kJoinTime)),
-      leftTime_(skeleton::uint64For(skeleton, kLeftTime)),
-      deauthReason_(skeleton::uint64For(skeleton, kDeauthReason)) {}
+HalvaneClient::HalvaneClient(const PropertyListDictionary& skeleton) : HalvaneMAC(skeleton) {
+    const Station station = {
+        skeleton::boolFor(skeleton, kIsAssociated),   skeleton::uint64For(skeleton, kCreateTime),
+        skeleton::uint64For(skeleton, kJoinTime),     skeleton::uint64For(skeleton, kLeftTime),
+        skeleton::uint64For(skeleton, kDeauthReason),
+    };
+    if (station != *station_) station_.change() = station;
+}
 
 HalvaneClient HalvaneClient::initWithMAC(const ByteBuffer& mac) {
     return HalvaneClient(mac);
@@ -45,22 +46,22 @@ HalvaneClient HalvaneClient::initWithSkeletonRepresentation(
 
 PropertyListDictionary HalvaneClient::skeletonRepresentation() const {
     PropertyListDictionary skeleton = HalvaneMAC::skeletonRepresentation();
-    skeleton.set(kIsAssociated, isAssociated_);
-    skeleton.set(kCreateTime, createTime_);
-    skeleton.set(kJoinTime, joinTime_);
-    skeleton.set(kLeftTime, leftTime_);
-    skeleton.set(kDeauthReason, deauthReason_);
+    skeleton.set(kIsAssociated, isAssociated());
+    skeleton.set(kCreateTime, createTime());
+    skeleton.set(kJoinTime, joinTime());
+    skeleton.set(kLeftTime, leftTime());
+    skeleton.set(kDeauthReason, deauthReason());
     return skeleton;
 }
 
 std::string HalvaneClient::description() const {
     const std::pair<const char*, std::uint64_t> lines[] = {
-        {"Last Deauth Reason   : %llu\n", deauthReason_},
-        {"Lifetime             : %llu\n", createTime_},
-        {"Joined               : %llu\n", joinTime_},
-        {"Left                 : %llu\n", leftTime_},
+        {"Last Deauth Reason   : %llu\n", deauthReason()},
+        {"Lifetime             : %llu\n", createTime()},
+        {"Joined               : %llu\n", joinTime()},
+        {"Left                 : %llu\n", leftTime()},
     };
-    std::string text = stringPrintF("isAssociated         : %s\n", yesNo(isAssociated_));
+    std::string text = stringPrintF("isAssociated         : %s\n", yesNo(isAssociated()));
     for (const auto& [format, value] : lines) {
         appendPrintF(text, format, static_cast<unsigned long long>(value));
     }
@@ -68,12 +69,8 @@ std::string HalvaneClient::description() const {
 }
 
 bool operator==(const HalvaneClient& a, const HalvaneClient& b) {
-    const auto fields = [](const HalvaneClient& client) {
-        return std::tie(client.isAssociated_, client.createTime_, client.joinTime_,
-                        client.leftTime_, client.deauthReason_);
-    };
     return static_cast<const HalvaneMAC&>(a) == static_cast<const HalvaneMAC&>(b) &&
-           fields(a) == fields(b);
+           a.station_ == b.station_;
 }
 
 }  // namespace halvane

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 
+#include "halvane/base/boxed.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
 #include "halvane/base/property_list_value.h"
@@ -28,20 +29,20 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
     // "deauthReason", always written.
     PropertyListDictionary skeletonRepresentation() const;
 
-    bool isAssociated() const { return isAssociated_; }
-    void setIsAssociated(bool value) { isAssociated_ = value; }
+    bool isAssociated() const { return station_->isAssociated; }
+    void setIsAssociated(bool value) { station_.change().isAssociated = value; }
 
     // Microseconds of system up-time: of creation, of joining, and of leaving; 0 before.
-    std::uint64_t createTime() const { return createTime_; }
-    void setCreateTime(std::uint64_t value) { createTime_ = value; }
-    std::uint64_t joinTime() const { return joinTime_; }
-    void setJoinTime(std::uint64_t value) { joinTime_ = value; }
-    std::uint64_t leftTime() const { return leftTime_; }
-    void setLeftTime(std::uint64_t value) { leftTime_ = value; }
+    std::uint64_t createTime() const { return station_->createTime; }
+    void setCreateTime(std::uint64_t value) { station_.change().createTime = value; }
+    std::uint64_t joinTime() const { return station_->joinTime; }
+    void setJoinTime(std::uint64_t value) { station_.change().joinTime = value; }
+    std::uint64_t leftTime() const { return station_->leftTime; }
+    void setLeftTime(std::uint64_t value) { station_.change().leftTime = value; }
 
     // Why it was last sent away: a reason code of IEEE 802.11-2020, 9.4.1.7; 1 is "unspecified".
-    std::uint64_t deauthReason() const { return deauthReason_; }
-    void setDeauthReason(std::uint64_t value) { deauthReason_ = value; }
+    std::uint64_t deauthReason() const { return station_->deauthReason; }
+    void setDeauthReason(std::uint64_t value) { station_.change().deauthReason = value; }
 
     // Five lines of padded labels ("Lifetime" is createTime()), the HalvaneMAC's description, and a
     // newline.
@@ -54,11 +55,18 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
     explicit HalvaneClient(const ByteBuffer& mac);
     explicit HalvaneClient(const PropertyListDictionary& skeleton);
 
-    bool isAssociated_ = false;
-    std::uint64_t createTime_ = 0;
-    std::uint64_t joinTime_ = 0;
-    std::uint64_t leftTime_ = 0;
-    std::uint64_t deauthReason_ = 0;
+    struct Station {
+        bool isAssociated = false;
+        std::uint64_t createTime = 0;
+        std::uint64_t joinTime = 0;
+        std::uint64_t leftTime = 0;
+        std::uint64_t deauthReason = 0;
+
+        friend bool operator==(const Station& a, const Station& b) = default;
+    };
+
+    // Boxed as the base's fields are.
+    Boxed<Station> station_;
 };
 
 }  // namespace halvane

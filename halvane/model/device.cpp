@@ -18,35 +18,39 @@ constexpr const char* kNumberSpatialStreams = "NumberSpatialStreams";
 HalvaneDevice HalvaneDevice::initWithMACAddress_withIndex(const std::optional<ByteBuffer>& address,
                                                           std::uint64_t index) {
     HalvaneDevice device;
-    device.MACAddress_ = address;
-    device.deviceIndex_ = index;
+    Fields& fields = device.fields_.change();
+    fields.MACAddress = address;
+    fields.deviceIndex = index;
     return device;
 }
 
 HalvaneDevice HalvaneDevice::initWithSkeletonRepresentation(
     const PropertyListDictionary& skeleton) {
     HalvaneDevice device;
-    device.MACAddress_ = skeleton::dataFor(skeleton, kMAC);
-    device.deviceIndex_ = skeleton::uint64For(skeleton, kIndex);
-    device.numRadioChains_ = skeleton::uint64For(skeleton, kNumberSpatialStreams);
+    Fields fields = {
+        skeleton::dataFor(skeleton, kMAC),
+        skeleton::uint64For(skeleton, kIndex),
+        skeleton::uint64For(skeleton, kNumberSpatialStreams),
+    };
+    if (fields != *device.fields_) device.fields_.change() = std::move(fields);
     return device;
 }
 
 PropertyListDictionary HalvaneDevice::skeletonRepresentation() const {
     PropertyListDictionary skeleton;
-    skeleton::setIfPresent(skeleton, kMAC, MACAddress_);
-    skeleton.set(kIndex, deviceIndex_);
-    skeleton.set(kNumberSpatialStreams, numRadioChains_);
+    skeleton::setIfPresent(skeleton, kMAC, MACAddress());
+    skeleton.set(kIndex, deviceIndex());
+    skeleton.set(kNumberSpatialStreams, numRadioChains());
     return skeleton;
 }
 
 std::string HalvaneDevice::description() const {
     std::string text =
-        stringPrintF("MAC Address               : %s\n", addressText(MACAddress_).c_str());
+        stringPrintF("MAC Address               : %s\n", addressText(MACAddress()).c_str());
     appendPrintF(text, "Index                     : %llu\n",
-                 static_cast<unsigned long long>(deviceIndex_));
+                 static_cast<unsigned long long>(deviceIndex()));
     appendPrintF(text, "Number of Spatial Streams : %llu\n",
-                 static_cast<unsigned long long>(numRadioChains_));
+                 static_cast<unsigned long long>(numRadioChains()));
     return text;
 }
 

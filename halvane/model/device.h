@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
+#include "halvane/base/boxed.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
 #include "halvane/base/property_list_value.h"
@@ -27,13 +29,13 @@ class HALVANE_EXPORT HalvaneDevice {
     PropertyListDictionary skeletonRepresentation() const;
 
     // The hardware address, 6 bytes.
-    const std::optional<ByteBuffer>& MACAddress() const { return MACAddress_; }
+    const std::optional<ByteBuffer>& MACAddress() const { return fields_->MACAddress; }
 
-    std::uint64_t deviceIndex() const { return deviceIndex_; }
+    std::uint64_t deviceIndex() const { return fields_->deviceIndex; }
 
     // Radio chains, and so spatial streams.
-    std::uint64_t numRadioChains() const { return numRadioChains_; }
-    void setNumRadioChains(std::uint64_t value) { numRadioChains_ = value; }
+    std::uint64_t numRadioChains() const { return fields_->numRadioChains; }
+    void setNumRadioChains(std::uint64_t value) { fields_.change().numRadioChains = value; }
 
     // Three lines of padded labels.
     std::string description() const;
@@ -43,9 +45,17 @@ class HALVANE_EXPORT HalvaneDevice {
   private:
     HalvaneDevice() = default;
 
-    std::optional<ByteBuffer> MACAddress_;
-    std::uint64_t deviceIndex_ = 0;
-    std::uint64_t numRadioChains_ = 0;
+    // Fresh ones are those of an empty skeleton.
+    struct Fields {
+        std::optional<ByteBuffer> MACAddress{std::in_place};
+        std::uint64_t deviceIndex = 0;
+        std::uint64_t numRadioChains = 0;
+
+        friend bool operator==(const Fields&, const Fields&) = default;
+    };
+
+    // In a box, for a daemon's reply may hold a device in every few bytes of text.
+    Boxed<Fields> fields_;
 };
 
 }  // namespace halvane
