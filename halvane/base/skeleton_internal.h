@@ -74,20 +74,31 @@ inline const PropertyListDictionary& dictionaryFor(const PropertyListDictionary&
     return dictionary != nullptr ? *dictionary : nothing;
 }
 
+inline bool isDictionary(const PropertyListValue& value) {
+    return value.as<PropertyListDictionary>() != nullptr;
+}
+
 // One record for each dictionary of an array, in order. What is no dictionary is passed over, and
-// so is a skeleton that no record can be built from.
-template <typename Record>
-std::vector<Record> recordsOf(const PropertyListArray& array) {
+// so is a skeleton that no record can be built from. An array that is moved from is
+// emptied item by item, so that skeleton and record need memory one after the other.
+template <typename Record, typename Array>
+std::vector<Record> recordsOf(Array&& array) {
+    using Built = decltype(Record::initWithSkeletonRepresentation({}));
     std::vector<Record> records;
-    records.reserve(array.size());
-    for (const PropertyListValue& item : array) {
-        const auto* skeleton = item.as<PropertyListDictionary>();
-        if (skeleton == nullptr) continue;
-        auto record = Record::initWithSkeletonRepresentation(*skeleton);
-        if constexpr (std::is_same_v<decltype(record), std::optional<Record>>) {
-            if (record) records.push_back(std::move(*record));
-        } else {
+    // Room for the dictionaries alone: an array of another kind may be long. Where a skeleton need
+    // not make a record, how many there are is not known.
+    if constexpr (std::is_same_v<Built, Record>) {
+        records.reserve(static_cast<std::size_t>(std::ranges::count_if(array, isDictionary)));
+    }
+    for (auto& item : array) {
+        if (!isDictionary(item)) continue;
+        Built record =
+            Record::initWithSkeletonRepresentation(*item.template as<PropertyListDictionary>());
+        if constexpr (!std::is_lvalue_reference_v<Array>) item = PropertyListValue();
+        if constexpr (std::is_same_v<Built, Record>) {
             records.push_back(std::move(record));
+        } else {
+            if (record) records.push_back(std::move(*record));
         }
     }
     return records;

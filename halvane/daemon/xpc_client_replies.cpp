@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "halvane/base/byte_buffer.h"
@@ -35,9 +36,10 @@ std::string_view textOf(std::span<const std::uint8_t> bytes) {
 template <typename Record>
 std::vector<Record> recordsIn(const IPCMessage& message, const char* key) {
     const auto* data = xpcValue<ByteBuffer>(message, key);
-    const auto list = data != nullptr ? propertyListFromXml(textOf(data->bytes())) : std::nullopt;
-    const auto* skeletons = list ? list->as<PropertyListArray>() : nullptr;
-    return skeletons != nullptr ? skeleton::recordsOf<Record>(*skeletons) : std::vector<Record>();
+    auto list = data != nullptr ? propertyListFromXml(textOf(data->bytes())) : std::nullopt;
+    auto* skeletons = list ? list->as<PropertyListArray>() : nullptr;
+    if (skeletons == nullptr) return {};
+    return skeleton::recordsOf<Record>(std::move(*skeletons));
 }
 
 template <typename Record>

@@ -3,11 +3,17 @@
 #include <cfloat>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/skeleton_internal.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
 #include "halvane/platform/up_time_internal.h"
 
 #include "tests/model/model_test_support.h"
+#include "tests/support/scarce_memory.h"
 
 using namespace halvane;
 using namespace halvane::testing;
@@ -232,6 +238,41 @@ TEST(ClientEquality, TakesAnAbsentElementBufferForAnEmptyOne) {
     EXPECT_EQ(client, before);
     EXPECT_TRUE(client.ieBuffer());
     EXPECT_FALSE(before.ieBuffer());
+}
+
+TEST(RecordsOfAReply, TakeNoMemoryForWhatIsNone) {
+    const PropertyListArray items(100, PropertyListValue(true));
+    const ScarceMemory memory(0);
+    EXPECT_TRUE(skeleton::recordsOf<HalvaneClient>(items).empty());
+    EXPECT_TRUE(skeleton::recordsOf<HalvaneBSSConfig>(items).empty());
+    EXPECT_TRUE(skeleton::recordsOf<HalvaneInterface>(items).empty());
+}
+
+template <typename Record>
+void expectFewBytesAnEmptySkeleton() {
+    static_assert(sizeof(Record) <= 24);
+    const PropertyListArray items(100, PropertyListValue(PropertyListDictionary()));
+    const ScarceMemory memory(1);  // the list
+    EXPECT_EQ(skeleton::recordsOf<Record>(items).size(), 100u);
+}
+
+TEST(RecordsOfAReply, TakeAFewBytesForAnEmptySkeleton) {
+    expectFewBytesAnEmptySkeleton<HalvaneClient>();
+    expectFewBytesAnEmptySkeleton<HalvaneBSSConfig>();
+    expectFewBytesAnEmptySkeleton<HalvaneDevice>();
+    expectFewBytesAnEmptySkeleton<HalvaneChannel>();
+    const PropertyListArray items(100, PropertyListValue(PropertyListDictionary()));
+    const ScarceMemory memory(0);
+    EXPECT_TRUE(skeleton::recordsOf<HalvaneInterface>(items).empty());
+}
+
+TEST(RecordsOfAReply, EmptyAListThatIsMovedFrom) {
+    PropertyListArray items = {wholeClient().skeletonRepresentation(), true};
+    EXPECT_EQ(skeleton::recordsOf<HalvaneClient>(items), std::vector{wholeClient()});
+    EXPECT_FALSE(items[0].isNull());
+    EXPECT_EQ(skeleton::recordsOf<HalvaneClient>(std::move(items)), std::vector{wholeClient()});
+    EXPECT_TRUE(items[0].isNull());
+    EXPECT_EQ(items[1], PropertyListValue(true));
 }
 
 }  // namespace
