@@ -18,8 +18,8 @@ namespace halvane::logging {
 
 namespace {
 
-// Calls visit(category) for `only`, or for every category. One that waits for its first test is left
-// out: it takes all settings then.
+// Calls visit(category) for `only`, or for every category. One that waits for its first test is
+// left out: it takes all settings then.
 template <typename Visit>
 void forEachCategory(LogCategory* only, Visit visit) {
     LogCategory* category = only != nullptr ? only : logState().categories;

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "halvane/utils/log_state_internal.h"
+#include "halvane/utils/log_pattern_internal.h"
 
 namespace halvane::logging {
 

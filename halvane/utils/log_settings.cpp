@@ -1,10 +1,9 @@
-#include "halvane/utils/log_settings_internal.h"
-
 #include <algorithm>
 #include <new>
 #include <utility>
 
-#include "halvane/utils/log_state_internal.h"
+#include "halvane/utils/log_pattern_internal.h"
+#include "halvane/utils/log_settings_internal.h"
 
 namespace halvane::logging {
 

@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "halvane/base/status.h"
@@ -60,10 +59,6 @@ bool canStoreNewActions();
 // Applies all actions to the initialised categories, or to `only`, and deletes the outputs that no
 // category is left with. The status is that of the new actions; always success for `only`.
 HalvaneStatus __LogCategory_ApplyActions(LogCategory* only);
-
-// Whether the pattern matches the name: '^', '$', '.' and '*' as in regular expressions, in time
-// proportional to the product of the lengths.
-bool __LogCategory_match(std::string_view pattern, std::string_view name);
 
 // The output of a specification, found or made; null with a status where it cannot be had.
 LogOutput* findOrCreateOutput(const std::string& spec, HalvaneStatus& status);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "halvane/utils/log_state_internal.h"
+#include "halvane/utils/log_pattern_internal.h"
 
 using halvane::logging::__LogCategory_match;
 
