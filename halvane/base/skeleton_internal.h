@@ -7,6 +7,7 @@
 #define HALVANE_BASE_SKELETON_INTERNAL_H
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>

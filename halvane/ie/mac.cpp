@@ -12,6 +12,7 @@
 #include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/ie/link_quality.h"
 #include "halvane/ie/mcs.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/scan_time.h"

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <iterator>
 
 #include "halvane/base/utf8_internal.h"

@@ -1,6 +1,7 @@
 #include "halvane/regulatory/country.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 
 #include "halvane/base/describe.h"
