@@ -25,7 +25,7 @@ BSSTable tableOf(const std::string& path) {
     requireRow(error.c_str(), reader.has_value());
     BSSTable table;
     while (const auto frame = reader->next()) {
-        if (frame->beacon() != nullptr) table.add(recordOfFrame(*frame));
+        if (frame->beacon() != nullptr) table.add(sightingOfFrame(*frame));
     }
     return table;
 }
@@ -33,7 +33,7 @@ BSSTable tableOf(const std::string& path) {
 void addCapture(const char* row, std::size_t most, Bytes (*make)(std::size_t)) {
     addGrowth(
         row, most, [make](std::size_t n) { return TemporaryFile(make(n)); },
-        [](const TemporaryFile& file) { return !tableOf(file.path()).records().empty(); });
+        [](const TemporaryFile& file) { return tableOf(file.path()).size() > 0; });
 }
 
 // n frames, each from `makeFrame`.
@@ -96,20 +96,20 @@ void addOutput(const char* row, Format format) {
     addGrowth(
         row, 4096,
         [](std::size_t n) {
-            std::vector<halvane::HalvaneMAC> records;
+            std::vector<Sighting> sightings;
             for (std::size_t i = 0; i < n; ++i) {
                 const Bytes frame = beacon(i, {0, 1, 'a', 1, 1, 12});
                 CapturedFrame captured;
                 captured.content = parseBeaconFrame(frame);
-                records.push_back(recordOfFrame(captured));
+                sightings.push_back(sightingOfFrame(captured));
             }
-            return records;
+            return sightings;
         },
-        [format](const std::vector<halvane::HalvaneMAC>& records) {
+        [format](const std::vector<Sighting>& sightings) {
             const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
                 std::fopen("/dev/null", "w"), std::fclose);
             const auto writer = RecordWriter::create(format, stream.get());
-            for (const auto& record : records) writer->write(record, std::nullopt);
+            for (const auto& sighting : sightings) writer->write(sighting, std::nullopt);
             writer->finish();
             return std::ferror(stream.get()) == 0;
         });

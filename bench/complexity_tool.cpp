@@ -21,14 +21,18 @@ namespace bench {
 
 namespace {
 
-// The text of a table of two columns, n rows, and one cell of `longest` characters.
+// The size of a table of two columns, n rows, and one cell of `longest` characters.
 std::size_t tableSize(std::size_t rows, std::size_t longest) {
-    TextTable table;
-    table.addColumn("NAME", Align::Left);
-    table.addColumn("ROLE", Align::Left);
-    table.addRow({std::string(longest, 'a'), "b"});
-    for (std::size_t i = 1; i < rows; ++i) table.addRow({"a", "b"});
-    return table.text().size();
+    const auto row = [longest](std::size_t i) {
+        return std::vector<std::string>{std::string(i == 0 ? longest : 1, 'a'), "b"};
+    };
+    TableLayout layout;
+    layout.addColumn("NAME", Align::Left);
+    layout.addColumn("ROLE", Align::Left);
+    for (std::size_t i = 0; i < rows; ++i) layout.fit(row(i));
+    std::size_t size = layout.titles().size();
+    for (std::size_t i = 0; i < rows; ++i) size += layout.line(row(i)).size();
+    return size;
 }
 
 void addTableRows() {

@@ -37,7 +37,7 @@ BSSTable tableOf(const std::string& path) {
     auto reader = CaptureReader::open(path, error);
     BSSTable table;
     while (const auto frame = reader ? reader->next() : std::nullopt) {
-        if (frame->beacon() != nullptr) table.add(recordOfFrame(*frame));
+        if (frame->beacon() != nullptr) table.add(sightingOfFrame(*frame));
     }
     return table;
 }
@@ -48,7 +48,7 @@ BSSTable printed(const std::string& path, Format format) {
                                                                  std::fclose);
     BSSTable table = tableOf(path);
     const auto writer = RecordWriter::create(format, stream.get());
-    for (const HalvaneMAC& record : table.records()) writer->write(record, std::nullopt);
+    for (std::size_t i = 0; i < table.size(); ++i) writer->write(table.at(i), std::nullopt);
     writer->finish();
     return table;
 }
