@@ -2,6 +2,7 @@
 #include "tests/support/scarce_memory.h"
 
 #include <gtest/gtest.h>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,8 +45,8 @@ TEST(ScarceMemory, FailsEveryAllocationFromOneOn) {
     const auto attempts = withEverLessScarceMemory(
         [] {
             // As calls, which no compiler leaves out.
-            ::operator delete(::operator new(1));
-            ::operator delete(::operator new(1));
+            ::operator delete(::operator new(1, std::nothrow));
+            ::operator delete(::operator new(1, std::nothrow));
         },
         [&](bool hasEnded) { results.push_back(hasEnded); });
     EXPECT_EQ(attempts, 3u);
