@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/ie/country_ie.h"
 #include "halvane/ie/mac.h"
 #include "halvane/ie/wps_tlvs.h"
@@ -16,6 +17,7 @@
 #include "bench/memory_table.h"
 #include "tools/halvane/bss_table.h"
 #include "tools/halvane/capture_reader.h"
+#include "tools/halvane/format.h"
 #include "tools/halvane/frame_record.h"
 #include "tools/halvane/record_writer.h"
 

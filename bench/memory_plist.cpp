@@ -1,12 +1,15 @@
 // Property lists and replies.
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <systemd/sd-bus.h>
 #include <utility>
 
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/platform/bus_message_reader_internal.h"
+#include "halvane/platform/service_event.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 #include "bench/foreign_bytes.h"

@@ -20,6 +20,8 @@ struct Sized {
     Value value;
     std::size_t size;
 };
+template <typename Value>
+Sized(Value, std::size_t) -> Sized<Value>;  // clang 14 does not deduce those of aggregates
 
 class MemoryTable {
   public:

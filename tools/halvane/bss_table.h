@@ -13,6 +13,8 @@
 #include <optional>
 #include <string>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/ie/mac.h"
 
 #include "tools/halvane/frame_record.h"

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "halvane/base/number.h"
 #include "halvane/ie/mac.h"
 
 #include "tools/halvane/capture_reader.h"
