@@ -1,7 +1,7 @@
 // The BSSs of a capture, one record each, in order of first sighting.
 //
-// Between sightings a BSS is kept as what its record is made of. A record takes some two thousand
-// bytes, of a frame that may have fifty.
+// Between sightings a BSS is kept as what its record is made of, for a record takes many times the
+// bytes of its frame.
 #ifndef TOOLS_HALVANE_BSS_TABLE_H
 #define TOOLS_HALVANE_BSS_TABLE_H
 
