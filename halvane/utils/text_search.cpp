@@ -11,14 +11,36 @@
 
 namespace {
 
+using std::string_view;
+using Find = std::size_t (*)(string_view text, string_view pattern);
+
 // As the C library's searches do, the functions take a text that they must not change, and hand
 // out a place in it that its owner may.
-char* placeIn(std::string_view text, std::size_t position) {
-    if (position == std::string_view::npos) return nullptr;
+char* placeIn(string_view text, std::size_t position) {
+    if (position == string_view::npos) return nullptr;
     return const_cast<char*>(text.data()) + position;
 }
 
-std::string_view bytesOf(const void* bytes, std::size_t length) {
+// Searches a text that ends after `length` bytes or at a NUL. It is measured and searched in parts,
+// each of which is twice as long as the one before: what is read behind a place is in proportion to
+// what is before it, so that a walk from place to place takes linear time.
+char* placeBeforeNUL(const char* text, std::size_t length, string_view pattern, Find find) {
+    constexpr std::size_t kFirstPart = 512;
+    if (pattern.empty()) return placeIn({text, 0}, 0);
+    std::size_t size = std::max(kFirstPart, 2 * pattern.size());
+    while (true) {
+        const string_view part(text, strnlen(text, std::min(size, length)));
+        const std::size_t position = find(part, pattern);
+        if (position != string_view::npos || part.size() < size) return placeIn(part, position);
+        // The next place may begin in this part and end in the next one.
+        const std::size_t passed = size - (pattern.size() - 1);
+        text += passed;
+        length -= passed;
+        size *= 2;
+    }
+}
+
+string_view bytesOf(const void* bytes, std::size_t length) {
     return halvane::textOf(static_cast<const char*>(bytes), length);
 }
 
@@ -29,8 +51,7 @@ char* stristr(const char* text, const char* pattern) {
 }
 
 char* strncasestr(const char* text, std::size_t length, const char* pattern) {
-    const std::string_view searched(text, strnlen(text, length));
-    return placeIn(searched, halvane::findIgnoringCase(searched, pattern));
+    return placeBeforeNUL(text, length, pattern, halvane::findIgnoringCase);
 }
 
 std::size_t strnspn(const char* text, std::size_t length, const char* accepted) {
@@ -46,6 +67,11 @@ std::size_t strnspnx(const char* text, std::size_t length, const char* accepted)
 
 void* BoyerMooreSearch(const void* text, std::size_t textLength, const void* pattern,
                        std::size_t patternLength) {
-    const std::string_view searched = bytesOf(text, textLength);
-    return placeIn(searched, halvane::findBytes(searched, bytesOf(pattern, patternLength)));
+    const string_view wanted = bytesOf(pattern, patternLength);
+    if (textLength == SIZE_MAX && text != nullptr) {
+        return placeBeforeNUL(static_cast<const char*>(text), textLength, wanted,
+                              halvane::findBytes);
+    }
+    const string_view searched = bytesOf(text, textLength);
+    return placeIn(searched, halvane::findBytes(searched, wanted));
 }

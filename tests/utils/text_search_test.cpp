@@ -108,6 +108,64 @@ TEST(TextSearch, ReadsNothingPastTheLength) {
     EXPECT_EQ(strnspnx(terminated.chars(), SIZE_MAX, "abX"), 3u);
 }
 
+struct TerminatedSearch {
+    const char* name;
+    const char* (*find)(const char* text, const char* pattern);
+};
+
+constexpr TerminatedSearch kTerminatedSearches[] = {
+    {"stristr",
+     [](const char* text, const char* pattern) -> const char* { return stristr(text, pattern); }},
+    {"strncasestr",
+     [](const char* text, const char* pattern) -> const char* {
+         return strncasestr(text, SIZE_MAX, pattern);
+     }},
+    {"strncasestr of a length",
+     [](const char* text, const char* pattern) -> const char* {
+         return strncasestr(text, SIZE_MAX - 1, pattern);
+     }},
+    {"BoyerMooreSearch",
+     [](const char* text, const char* pattern) {
+         return static_cast<const char*>(BoyerMooreSearch(text, SIZE_MAX, pattern, SIZE_MAX));
+     }},
+};
+
+// Measuring all of the text at each call would make a walk from place to place take the square of
+// its length. The text has no terminator, so the program ends where one is looked for.
+TEST(TextSearch, LooksNotFarBehindThePlace) {
+    for (const TerminatedSearch& search : kTerminatedSearches) {
+        SCOPED_TRACE(search.name);
+        for (const std::size_t start : {0u, 1u, 100u, 511u, 512u, 5000u, 40000u}) {
+            std::string text(4096 + 4 * start, '.');
+            text.replace(start, 3, "abc");
+            GuardedBytes guarded{string_view(text)};
+            EXPECT_EQ(placeOf(search.find(guarded.chars(), "abc"), guarded.chars()), start);
+            EXPECT_EQ(placeOf(search.find(guarded.chars() + start, "a"), guarded.chars()), start);
+            EXPECT_EQ(search.find(guarded.chars() + start, ""), guarded.chars() + start);
+        }
+    }
+}
+
+// Wherever a long text is parted, a place before, over or behind the parting is found, and none
+// behind the end.
+TEST(TextSearch, FindsPlacesAnywhereInLongTexts) {
+    for (const TerminatedSearch& search : kTerminatedSearches) {
+        SCOPED_TRACE(search.name);
+        for (const std::size_t size : {1u, 2u, 3u, 100u, 600u}) {
+            std::string pattern(size, 'b');
+            pattern.back() = 'a';
+            for (std::size_t start = 0; start < 4000; start += size < 100 ? 3 : 17) {
+                std::string text(start, 'b');
+                text += pattern;
+                const char* const place = search.find(text.c_str(), pattern.c_str());
+                ASSERT_EQ(placeOf(place, text.c_str()), start) << size;
+                text.pop_back();
+                ASSERT_EQ(search.find(text.c_str(), pattern.c_str()), nullptr) << start;
+            }
+        }
+    }
+}
+
 TEST(BoyerMoore, FindsTheFirstPlace) {
     EXPECT_EQ(boyerMoore("here is a simple example", "example"), 17u);
     EXPECT_EQ(boyerMoore("abcabc", "abc"), 0u);
