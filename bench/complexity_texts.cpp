@@ -139,18 +139,15 @@ void addSearch(const char* row, Find find) {
 // Each place of a pattern in a NUL-terminated text.
 template <typename Find>
 void addPlaces(const char* row, Find find) {
-    addText(
-        row, "", "abcdefgX", "",
-        [find](const std::string& text) {
-            std::size_t count = 0;
-            const char* place = text.c_str();
-            while ((place = find(place)) != nullptr) {
-                ++count;
-                ++place;
-            }
-            return count == text.size() / 8;
-        },
-        65536);
+    addText(row, "", "abcdefgX", "", [find](const std::string& text) {
+        std::size_t count = 0;
+        const char* place = text.c_str();
+        while ((place = find(place)) != nullptr) {
+            ++count;
+            ++place;
+        }
+        return count == text.size() / 8;
+    });
 }
 
 void addSearchRows() {
