@@ -24,6 +24,13 @@ std::uint64_t ticksOf(const timespec& time) {
            static_cast<std::uint64_t>(time.tv_nsec);
 }
 
+std::uint64_t ticksNowOf(clockid_t clock) {
+    if (gSimulation.isOn.load(std::memory_order_relaxed)) return gSimulation.ticks;
+    timespec now{};
+    clock_gettime(clock, &now);
+    return ticksOf(now);
+}
+
 int simulatedSleep(const timespec& duration) {
     gSimulation.lastSeconds = duration.tv_sec;
     gSimulation.lastNanoseconds = duration.tv_nsec;
@@ -50,10 +57,11 @@ std::uint64_t ticksPerSecondOf(const std::optional<Timebase>& timebase) {
 }
 
 std::uint64_t upTimeNow() {
-    if (gSimulation.isOn.load(std::memory_order_relaxed)) return gSimulation.ticks;
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return ticksOf(now);
+    return ticksNowOf(CLOCK_MONOTONIC);
+}
+
+std::uint64_t upTimeLastStep() {
+    return ticksNowOf(CLOCK_MONOTONIC_COARSE);
 }
 
 int upTimeSleep(const timespec& duration) {

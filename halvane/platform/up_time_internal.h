@@ -26,6 +26,9 @@ std::uint64_t ticksPerSecondOf(const std::optional<Timebase>& timebase);
 // The ticks now.
 std::uint64_t upTimeNow();
 
+// The ticks at the clock's last step, some milliseconds ago at most: for a quarter of the cost.
+std::uint64_t upTimeLastStep();
+
 // nanosleep(2) without the time left: 0, or -1 and errno.
 int upTimeSleep(const timespec& duration);
 

@@ -228,8 +228,9 @@ HALVANE_EXPORT HalvaneStatus LogControlCF(const HalvanePropertyListValue* contro
 
 /* Opens the files of all outputs anew, with the folders to them: after a program such as logrotate
  * has moved them, say. The next write to a file does so by itself where the file's path leads
- * elsewhere; this also lets go of a file that nobody writes to. kStatusOK; kStatusCannotOpen where
- * one cannot be opened, and goes on as it was; kStatusUnsupported within the lock. */
+ * elsewhere, or in a burst of writes one some milliseconds later; this also lets go of a file that
+ * nobody writes to. kStatusOK; kStatusCannotOpen where one cannot be opened, and goes on as it was;
+ * kStatusUnsupported within the lock. */
 HALVANE_EXPORT HalvaneStatus LogReopen(void);
 
 /* Whose preferences hold "logconfig"; null, as at the start, means the current program's. The text

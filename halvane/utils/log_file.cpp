@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "halvane/platform/broken_pipe_internal.h"
+#include "halvane/platform/up_time_internal.h"
 #include "halvane/utils/log_file_internal.h"
 
 namespace halvane::logging {
@@ -98,6 +99,15 @@ bool isFolderOfThere(const std::string& path) {
 }
 
 }  // namespace
+
+bool LookCount::take() {
+    const std::uint64_t now = upTimeLastStep();
+    if (now != step_) taken_ = 0;
+    step_ = now;
+    if (taken_ == kMostInAStep) return false;
+    ++taken_;
+    return true;
+}
 
 LogFile::~LogFile() {
     close();
@@ -201,7 +211,7 @@ HalvaneStatus LogFile::setBackup(std::string_view value) {
 
 void LogFile::write(std::string_view text) {
     if (!path_.empty()) {
-        if (!isOpen() || isElsewhere()) reopen();
+        if (!isOpen() || (looks_.take() && isElsewhere())) reopen();
         size_ += text.size();
         if (rollMaxSize_ > 0 && size_ > rollMaxSize_ && isOpen() && isRegular_) {
             rotate();

@@ -14,6 +14,20 @@
 
 namespace halvane::logging {
 
+// Counts the looks at a path, each of them a system call: so many in each step of a clock, which
+// lasts some milliseconds. Thus who writes many lines at once does not pay for each of them.
+class LookCount {
+  public:
+    static constexpr unsigned kMostInAStep = 64;
+
+    // Whether there is one more.
+    bool take();
+
+  private:
+    std::uint64_t step_ = 0;
+    unsigned taken_ = 0;  // in that step
+};
+
 class LogFile {
   public:
     LogFile() = default;
@@ -43,7 +57,8 @@ class LogFile {
     HalvaneStatus reopen();
 
     // Rotates if these bytes would make the file too large, then writes them. Errors are ignored. A
-    // file that was renamed or removed, or that a rotation could not open, is opened anew before.
+    // file that was renamed or removed, or that a rotation could not open, is opened anew before;
+    // in a burst of writes only some of them look for that.
     void write(std::string_view text);
 
   private:
@@ -63,6 +78,7 @@ class LogFile {
     int descriptor_ = -1;
     dev_t device_ = 0;  // with the inode, which file that is
     ino_t inode_ = 0;
+    LookCount looks_;
     std::optional<FileHeritage> heritage_;  // of the file before the next one to be made
     bool isRegular_ = false;                // a device or pipe is never rotated
     bool isPipe_ = false;

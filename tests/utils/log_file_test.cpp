@@ -10,6 +10,9 @@
 #include <unistd.h>
 #include <vector>
 
+#include "halvane/platform/up_time_internal.h"
+#include "halvane/utils/log_file_internal.h"
+
 #include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"
 
@@ -413,6 +416,24 @@ TEST_F(LogFileTest, CountsAnewInTheFileThatItOpensAnew) {
     EXPECT_EQ(files(), (Files{{"log", "efg"}, {"old", "abcd"}}));
     log("hi");
     EXPECT_EQ(contents("log.1"), "efg" + kEnded);
+}
+
+// In a burst not each line looks where its path leads; the clock's next step brings looks again.
+TEST_F(LogFileTest, LooksForARenamedFileInABurstAtLeastOnceAStep) {
+    constexpr unsigned kLooks = halvane::logging::LookCount::kMostInAStep;
+    halvane::ScopedUpTime clock(1'000'000);
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    for (unsigned i = 1; i < kLooks; ++i) log("a");
+    std::filesystem::rename(path(), path("first"));
+    log("b");  // the last that looks
+    EXPECT_EQ(files(), (Files{{"first", std::string(kLooks - 1, 'a')}, {"log", "b"}}));
+    std::filesystem::rename(path(), path("second"));
+    log("c");
+    EXPECT_EQ(contents("second"), "bc");
+    clock.advance(1);
+    log("d");
+    EXPECT_EQ(contents(), "d");
+    EXPECT_EQ(contents("second"), "bc");
 }
 
 TEST_F(LogFileTest, ReopensOnDemand) {
