@@ -24,9 +24,16 @@ bool forgetSettings() {
     return LogControl(nullptr) == kStatusOK;
 }
 
-bool applyAll(std::size_t count) {
+// With a pattern that the category's name matches.
+std::string outputControlOf(std::size_t index) {
+    std::string control = "Bench";
+    for (const char digit : std::to_string(index)) control.append({digit, '*'});
+    return control + ":output=file;path=/dev/null";
+}
+
+bool applyAll(std::size_t count, std::string (*make)(std::size_t) = controlOf) {
     for (std::size_t i = 0; i < count; ++i) {
-        if (LogControl(controlOf(i).c_str()) != kStatusOK) return false;
+        if (LogControl(make(i).c_str()) != kStatusOK) return false;
     }
     return true;
 }
@@ -41,6 +48,13 @@ void addControlRows() {
     addGrowth(
         "LogControl: a new pattern at each call", 4096, [](std::size_t n) { return n; },
         [](std::size_t n) { return forgetSettings() && applyAll(n); });
+    addGrowth(
+        "LogControl: a new pattern for an output at each call", 4096,
+        [](std::size_t n) {
+            LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
+            return n;
+        },
+        [](std::size_t n) { return forgetSettings() && applyAll(n, outputControlOf); });
     addGrowth(
         "LogControl: the same pattern at each call", 4096, [](std::size_t n) { return n; },
         [](std::size_t n) {

@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <iterator>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <set>
 #include <string_view>
 #include <system_error>
 
@@ -109,52 +111,56 @@ void applyValues(LogCategory& category) {
     }
 }
 
-// The outputs to apply, in order. A new setting is tried even where it is for no category yet, so
-// that who makes it hears what is wrong with it.
-LogActionList::Places outputPlaces(LogCategory* only) {
-    LogActionList& actions = logState().actions;
-    LogActionList::Places places;
-    forEachCategory(only, [&](const LogCategory& category) {
-        const auto& itsPlaces = actions.placesFor(category, LogPass::Output);
-        places.insert(places.end(), itsPlaces.begin(), itsPlaces.end());
-    });
-    if (only == nullptr) {
-        std::ranges::copy_if(
-            actions.newPlaces(), std::back_inserter(places), [&actions](std::size_t place) {
-                return actions[place].name == kLogPassNames[std::size_t(LogPass::Output)];
-            });
+// Finds or makes the outputs of settings, and tries none twice that cannot be had.
+class OutputsOfSettings {
+  public:
+    // Null with a status where the output cannot be had.
+    LogOutput* find(std::size_t place, HalvaneStatus& status) {
+        if (failed_.contains(place)) return nullptr;
+        LogOutput* const output = findOrCreateOutput(logState().actions[place].value, status);
+        if (output == nullptr) failed_.insert(place);
+        return output;
     }
+
+  private:
+    std::set<std::size_t> failed_;
+};
+
+// A new setting is tried even where it is for no category yet, so that who makes it hears what is
+// wrong with it. The status is that of the first that cannot be had.
+HalvaneStatus tryNewOutputs(OutputsOfSettings& outputs) {
+    const LogActionList& actions = logState().actions;
+    LogActionList::Places places = actions.newPlaces();
     std::ranges::sort(places);
-    // Not of std::ranges, whose result clang 14 cannot read.
-    places.erase(std::unique(places.begin(), places.end()), places.end());
-    return places;
+    HalvaneStatus first = kStatusOK;
+    for (const std::size_t place : places) {
+        if (actions[place].name != kLogPassNames[std::size_t(LogPass::Output)]) continue;
+        HalvaneStatus status = kStatusOK;
+        outputs.find(place, status);
+        if (first == kStatusOK) first = status;
+    }
+    return first;
 }
 
-// The status is that of a new action; success for another one, and for `only`.
-HalvaneStatus applyOutput(std::size_t place, LogCategory* only) {
-    LogActionList& actions = logState().actions;
-    HalvaneStatus status = kStatusOK;
-    LogOutput* const output = findOrCreateOutput(actions[place].value, status);
-    if (output == nullptr) return actions[place].isNew && only == nullptr ? status : kStatusOK;
-    forEachCategory(only, [&](LogCategory& category) {
-        if (std::ranges::binary_search(actions.placesFor(category, LogPass::Output), place)) {
-            setCategoryOutput(category, output);
-        }
-    });
-    return kStatusOK;
+// The last one that can be had stays, so those before it are not even tried.
+void applyOutput(LogCategory& category, OutputsOfSettings& outputs) {
+    const auto& places = logState().actions.placesFor(category, LogPass::Output);
+    for (auto place = places.rbegin(); place != places.rend(); ++place) {
+        HalvaneStatus status = kStatusOK;
+        LogOutput* const output = outputs.find(*place, status);
+        if (output != nullptr) return setCategoryOutput(category, output);
+    }
 }
 
 }  // namespace
 
 HalvaneStatus __LogCategory_ApplyActions(LogCategory* only) {
     forEachCategory(only, applyValues);
-    HalvaneStatus first = kStatusOK;
-    for (const std::size_t place : outputPlaces(only)) {
-        const HalvaneStatus status = applyOutput(place, only);
-        if (first == kStatusOK) first = status;
-    }
+    OutputsOfSettings outputs;
+    const HalvaneStatus status = only == nullptr ? tryNewOutputs(outputs) : kStatusOK;
+    forEachCategory(only, [&](LogCategory& category) { applyOutput(category, outputs); });
     deleteUnusedOutputs();
-    return first;
+    return status;
 }
 
 }  // namespace halvane::logging

@@ -635,6 +635,24 @@ TEST_F(LogFileTest, OpensTheSameFileOnceForAllCategories) {
     EXPECT_EQ(files(), (Files{{"log", "e"}, {"log.1", "abcd" + kEnded}}));
 }
 
+// So a control string costs no more for the outputs that those before it have set.
+TEST_F(LogFileTest, OpensNoFileOfASettingThatALaterOneHides) {
+    ASSERT_EQ(LogControl(("File:output=file;path=" + path("hidden")).c_str()), kStatusOK);
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    std::filesystem::remove(path("hidden"));
+    ASSERT_EQ(LogControl("Another:level=info"), kStatusOK);
+    EXPECT_EQ(files(), (Files{{"log", ""}}));
+}
+
+// Where the last one fails, the one before it stands in.
+TEST_F(LogFileTest, OpensTheFileBehindASettingThatFails) {
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    EXPECT_EQ(LogControl("File:output=bogus"), kStatusUnsupported);
+    category.reset();
+    LogIsEnabled(&category, kLogLevelInfo);
+    EXPECT_EQ(outputOf(category), "file;path=" + path());
+}
+
 TEST_F(LogFileTest, ClosesTheFileThatNoCategoryUses) {
     const auto openFiles = [] {
         return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
