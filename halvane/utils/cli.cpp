@@ -19,10 +19,18 @@ namespace halvane::cli {
 
 State gState;
 
+void freeVectors(const char* const* last) {
+    while (gState.newestVector != last) {
+        char** const before = reinterpret_cast<char**>(gState.newestVector[0]);
+        std::free(gState.newestVector);
+        gState.newestVector = before;
+    }
+}
+
 namespace {
 
 void forget() {
-    std::free(gState.arguments);
+    freeVectors();
     gState = State();
     gCLICurrentOption = nullptr;
 }

@@ -120,7 +120,8 @@ struct CLIOption {
 #define CLI_DEFAULT_TEXT(text) ((uintptr_t)(text))
 
 /* The arguments: those not used yet are from gArgI on. CLIParse() may put a vector of its own in
- * place of the caller's; it lives until the next CLIParse(), CLIInit() or CLIFree(). */
+ * place of the caller's; it lives until the next CLIParse(), CLIInit() or CLIFree(). A callback or
+ * handler that calls CLIParse() may put gArgV, gArgC and gArgI back as it found them. */
 HALVANE_EXPORT extern int gArgI;
 HALVANE_EXPORT extern int gArgC;
 HALVANE_EXPORT extern char** gArgV;

@@ -25,10 +25,17 @@ struct State {
     const Level* level = nullptr;    // innermost; null outside of CLIParse()
     const char* attached = nullptr;  // what is unread of the current argument
     int depth = 0;                   // of CLIParse() inside of CLIParse()
-    char** arguments = nullptr;      // gArgV where it is of our own making, else null
+    // Vectors of the parser's own that gArgV was set to, or null: the newest of all, of those that
+    // the CLIParse() around this one may still use, and of those that this one may.
+    char** newestVector = nullptr;
+    char** outerVector = nullptr;
+    char** innerVector = nullptr;
     void* (*reallocate)(void* old, std::size_t size) = std::realloc;  // tests let it fail
 };
 extern State gState;
+
+// Frees the vectors of the parser's own that are newer than `last`; all of them for null.
+void freeVectors(const char* const* last = nullptr);
 
 // Where help's texts start, below their titles.
 inline constexpr int kIndent = 4;

@@ -145,17 +145,27 @@ class Within {
 };
 
 // What a parsing that a callback or handler asks for leaves as it found it: the rest of the group
-// of short options, and what is running. A new command line leaves nothing of the old one to go
-// back to.
+// of short options, what is running, and the arguments that the callback may put back. A new
+// command line leaves nothing of the old one to go back to.
 class Nested {
   public:
-    Nested() : attached_(gState.attached), current_(gCLICurrentOption), depth_(++gState.depth) {}
+    Nested()
+        : attached_(gState.attached),
+          current_(gCLICurrentOption),
+          outerVector_(gState.outerVector),
+          innerVector_(gState.innerVector),
+          depth_(++gState.depth) {
+        gState.outerVector = depth_ > 1 ? innerVector_ : nullptr;
+        gState.innerVector = gState.newestVector;
+    }
     Nested(const Nested&) = delete;
     Nested& operator=(const Nested&) = delete;
     ~Nested() {
         if (gState.depth != depth_) return;
         --gState.depth;
         if (gState.depth == 0) return;
+        gState.outerVector = outerVector_;
+        gState.innerVector = innerVector_;
         gState.attached = attached_;
         gCLICurrentOption = current_;
     }
@@ -163,6 +173,8 @@ class Nested {
   private:
     const char* const attached_;
     CLIOption* const current_;
+    char** const outerVector_;
+    char** const innerVector_;
     const int depth_;
 };
 

@@ -21,9 +21,11 @@ bool Reordered::install() {
     }
     if (!reserveOneMore()) return false;
     vector_[count_] = nullptr;
-    std::free(gState.arguments);
-    gArgV = gState.arguments = vector_.release();
-    gArgC = static_cast<int>(count_);
+    freeVectors(gState.outerVector);
+    vector_[0] = reinterpret_cast<char*>(gState.newestVector);
+    gState.newestVector = gState.innerVector = vector_.release();
+    gArgV = gState.newestVector + 1;
+    gArgC = static_cast<int>(count_ - 1);
     gArgI = 0;
     return true;
 }

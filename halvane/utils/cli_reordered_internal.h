@@ -14,6 +14,8 @@ class Reordered {
     bool setAside(char* operand);
 
     // Puts it in place of gArgV. False where there is no memory for it, and nothing has changed.
+    // Frees the vectors that were put there before, but for those that a CLIParse() around this one
+    // may still use.
     bool install();
 
   private:
@@ -24,7 +26,7 @@ class Reordered {
     bool reserveOneMore();
 
     std::unique_ptr<char*[], Free> vector_;
-    std::size_t count_ = 0;
+    std::size_t count_ = 1;  // with a place in front, for the vector before this one
     std::size_t capacity_ = 0;
 };
 

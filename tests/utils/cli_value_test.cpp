@@ -1,5 +1,6 @@
 // What each type of option stores.
 #include <tuple>
+#include <vector>
 
 #include "tests/utils/cli_test_support.h"
 
@@ -290,6 +291,44 @@ struct Inner {
         {.type = kCLICallback, .shortName = 'n', .flags = kCLINoValue, .callback = parseDeeper},
         {.type = kCLIEnd}};
 };
+
+// The vector of the parser's own that the outer parsing has put in place outlives the inner ones.
+TEST(CLICallback, MayPutTheArgumentsBackThatItFound) {
+    std::int32_t verbose = 0;
+    const auto reorder = [](CLIOption*, const char*, int) {
+        char program[] = "tool";
+        char operand[] = "operand";
+        char option[] = "-i";
+        char* arguments[] = {program, operand, option, nullptr};
+        const auto saved = std::tuple(gArgC, gArgI, gArgV);
+        const std::vector<char*> found(gArgV, gArgV + gArgC);
+        for (int i = 0; i < 3; ++i) {
+            std::tie(gArgC, gArgI, gArgV) = std::tuple(3, 1, arguments);
+            EXPECT_EQ(CLIParse(Inner::table, kCLIReorder), 0);
+            EXPECT_EQ(argumentsLeft(), Words{"operand"});
+        }
+        std::tie(gArgC, gArgI, gArgV) = saved;
+        EXPECT_EQ(std::vector<char*>(gArgV, gArgV + gArgC), found);
+        return std::int32_t{0};
+    };
+    CLIOption subOptions[] = {
+        {.type = kCLICallback, .shortName = 'p', .flags = kCLINoValue, .callback = reorder},
+        {.type = kCLIBoolean, .shortName = 'v', .valuePtr = &verbose},
+        {.type = kCLIEnd}};
+    CLIOption table[] = {{.type = kCLICommand,
+                          .longName = "run",
+                          .handler =
+                              [] {
+                                  EXPECT_EQ(argumentsLeft(), (Words{"a", "b"}));
+                                  gArgI = gArgC;
+                              },
+                          .subOptions = subOptions},
+                         {.type = kCLIEnd}};
+    const CommandLine line({"run", "--", "a", "-pv", "b", "-pv"}, table, kCLIReorder);
+    EXPECT_EQ(line.status, 0);
+    EXPECT_EQ(line.errors, "");
+    EXPECT_EQ(verbose, 2);
+}
 
 TEST(CLICallback, LeavesTheRestOfItsGroupWhereItParses) {
     Inner::count = 0;
