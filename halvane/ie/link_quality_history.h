@@ -5,6 +5,8 @@
 #define HALVANE_IE_LINK_QUALITY_HISTORY_H
 
 #include <cstddef>
+#include <iterator>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/export.h"
@@ -16,6 +18,20 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
   public:
     static constexpr std::size_t kMaxSamples = 256;
 
+    class Iterator;  // bidirectional, of constant samples
+
+    HalvaneLinkQualityHistory() = default;
+    HalvaneLinkQualityHistory(const HalvaneLinkQualityHistory&) = default;
+    HalvaneLinkQualityHistory& operator=(const HalvaneLinkQualityHistory&) = default;
+    // What is moved from becomes empty.
+    HalvaneLinkQualityHistory(HalvaneLinkQualityHistory&& other) noexcept { exchange(other); }
+    HalvaneLinkQualityHistory& operator=(HalvaneLinkQualityHistory&& other) noexcept {
+        HalvaneLinkQualityHistory taken(std::move(other));
+        exchange(taken);
+        return *this;
+    }
+    ~HalvaneLinkQualityHistory() = default;
+
     std::size_t size() const { return ring_.size(); }
     bool empty() const { return ring_.empty(); }
 
@@ -26,6 +42,10 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
     // REQUIRES: !empty()
     const HalvaneLinkQuality& front() const { return (*this)[0]; }
     const HalvaneLinkQuality& back() const { return (*this)[size() - 1]; }
+
+    // Oldest first. Valid until the history is next changed.
+    Iterator begin() const;
+    Iterator end() const;
 
     // Adds a sample no older than the ones there are. The oldest goes where they would be more than
     // kMaxSamples.
@@ -40,12 +60,61 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
     void count(const HalvaneLinkQuality& sample);
     void uncountOldest();
 
+    void exchange(HalvaneLinkQualityHistory& other) noexcept {
+        std::swap(ring_, other.ring_);
+        std::swap(oldest_, other.oldest_);
+        std::swap(counted_, other.counted_);
+        std::swap(uneven_, other.uneven_);
+        std::swap(sum_, other.sum_);
+    }
+
     std::vector<HalvaneLinkQuality> ring_;
     std::size_t oldest_ = 0;   // in the ring, once that is full
     std::size_t counted_ = 0;  // the newest samples, of the last 30 seconds
     std::size_t uneven_ = 0;   // those of them whose rates are not in the sum
     double sum_ = 0;           // of the others' rates, without any rounding
 };
+
+class HalvaneLinkQualityHistory::Iterator {
+  public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = HalvaneLinkQuality;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const HalvaneLinkQuality*;
+    using reference = const HalvaneLinkQuality&;
+
+    Iterator() = default;
+
+    reference operator*() const { return (*history_)[index_]; }
+    pointer operator->() const { return &**this; }
+    Iterator& operator++() {
+        ++index_;
+        return *this;
+    }
+    Iterator operator++(int) { return std::exchange(*this, Iterator(history_, index_ + 1)); }
+    Iterator& operator--() {
+        --index_;
+        return *this;
+    }
+    Iterator operator--(int) { return std::exchange(*this, Iterator(history_, index_ - 1)); }
+
+    friend bool operator==(const Iterator& a, const Iterator& b) = default;
+
+  private:
+    friend class HalvaneLinkQualityHistory;
+    Iterator(const HalvaneLinkQualityHistory* history, std::size_t index)
+        : history_(history), index_(index) {}
+
+    const HalvaneLinkQualityHistory* history_ = nullptr;
+    std::size_t index_ = 0;
+};
+
+inline HalvaneLinkQualityHistory::Iterator HalvaneLinkQualityHistory::begin() const {
+    return {this, 0};
+}
+inline HalvaneLinkQualityHistory::Iterator HalvaneLinkQualityHistory::end() const {
+    return {this, size()};
+}
 
 }  // namespace halvane
 

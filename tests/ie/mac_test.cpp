@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <optional>
+#include <ranges>
 #include <string>
 #include <vector>
 
@@ -680,6 +681,43 @@ TEST(MACLinkQuality, KeepsTheNewest256Samples) {
     EXPECT_EQ(history.front().txRate(), Number(1));
     EXPECT_EQ(history.back().txRate(), Number(256));
     EXPECT_EQ(history.back().timestamp(), Number(256'000'000u));
+}
+
+// As the array that it is, whatever the ring behind it does.
+TEST(MACLinkQuality, GoesThroughItsSamplesFromTheOldestOn) {
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    EXPECT_EQ(record.linkQualityHistory().begin(), record.linkQualityHistory().end());
+    for (int i = 0; i < 300; ++i) record.updateLinkQuality_withTxRate(Number(-60), Number(i));
+    int next = 300 - 256;
+    for (const auto& sample : record.linkQualityHistory()) {
+        EXPECT_EQ(sample.txRate(), Number(next++));
+    }
+    EXPECT_EQ(next, 300);
+    for (const auto& sample : record.linkQualityHistory() | std::views::reverse) {
+        EXPECT_EQ(sample.txRate(), Number(--next));
+    }
+    EXPECT_EQ(next, 300 - 256);
+    EXPECT_EQ(std::ranges::count(record.linkQualityHistory(), Number(-60),
+                                 &halvane::HalvaneLinkQuality::rssi),
+              256);
+}
+
+TEST(MACLinkQuality, BeginsAnewWhereItWasMovedFrom) {
+    using halvane::HalvaneLinkQuality;
+    const auto sampleOf = [](int rate) {
+        return HalvaneLinkQuality::initWithRSSI_withTxRate(Number(-60), Number(rate));
+    };
+    halvane::HalvaneLinkQualityHistory from, to;
+    for (int i = 0; i < 300; ++i) from.add(sampleOf(i));
+    to.add(sampleOf(7));
+    to = std::move(from);
+    EXPECT_EQ(to.size(), 256u);
+    EXPECT_EQ(to.front().txRate(), Number(44));
+    EXPECT_TRUE(from.empty());
+    for (const int rate : {10, 20, 30}) from.add(sampleOf(rate));
+    EXPECT_EQ(from.averageRate(), 20);
+    EXPECT_EQ(from.front().txRate(), Number(10));
+    EXPECT_EQ(from.back().txRate(), Number(30));
 }
 
 TEST(MACLinkQuality, AveragesTheSamplesOfTheLast30Seconds) {
