@@ -2,6 +2,8 @@
 #ifndef HALVANE_BASE_ERROR_H
 #define HALVANE_BASE_ERROR_H
 
+#include <compare>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
@@ -49,6 +51,17 @@ class ErrorDomain {
         return a.view() == b;
     }
     friend bool operator==(const ErrorDomain& a, const char* b) noexcept { return a.view() == b; }
+    friend std::strong_ordering operator<=>(const ErrorDomain& a, const ErrorDomain& b) noexcept {
+        return a.view() <=> b.view();
+    }
+    // The two texts behind each other; one of them may be of another kind.
+    template <typename A, typename B>
+    requires((std::same_as<A, ErrorDomain> ||
+              std::same_as<B, ErrorDomain>)&&std::convertible_to<const A&, std::string_view>&&
+                 std::convertible_to<const B&, std::string_view>) friend std::string
+    operator+(const A& a, const B& b) {
+        return std::string(std::string_view(a)).append(std::string_view(b));
+    }
     friend std::ostream& operator<<(std::ostream& stream, const ErrorDomain& domain) {
         return stream << domain.view();
     }

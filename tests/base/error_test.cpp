@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
 
 using halvane::Error;
+using halvane::ErrorDomain;
 
 namespace {
 
@@ -12,6 +17,26 @@ TEST(Error, EqualsInDomainAndCode) {
     EXPECT_EQ(error, (Error{"org.example.ErrorDomain", -6705}));
     EXPECT_NE(error, (Error{"org.example.ErrorDomain", -6710}));
     EXPECT_NE(error, (Error{"org.example", -6705}));
+}
+
+// What programs do with the text of a domain.
+TEST(ErrorDomain, StandsForItsText) {
+    const Error constant{ErrorDomain::constant("org.example"), 5};
+    const Error own{std::string("org.example"), 5};
+    for (const Error& error : {constant, own}) {
+        const std::string text = error.domain;
+        EXPECT_EQ(text, "org.example");
+        EXPECT_EQ("<" + error.domain + ">", "<org.example>");
+        EXPECT_EQ(error.domain + std::string(".x") + error.domain, "org.example.xorg.example");
+        EXPECT_EQ(error.domain + error.domain, "org.exampleorg.example");
+        EXPECT_EQ(std::string_view("a ") + error.domain, "a org.example");
+        EXPECT_LT(error.domain, ErrorDomain("org.f"));
+        EXPECT_LT("org", error.domain);
+        EXPECT_EQ(error.domain, text);
+        EXPECT_EQ("org.example", error.domain);
+        EXPECT_EQ((std::ostringstream() << error.domain).str(), text);
+        EXPECT_EQ((std::set<std::string>{error.domain}.count(error.domain)), 1u);
+    }
 }
 
 TEST(Error, HoldsAnySignedCode) {
