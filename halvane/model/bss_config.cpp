@@ -32,9 +32,13 @@ Octets secretOctets(std::span<const std::uint8_t> bytes) {
     return ifMemoryAllows([bytes] { return secretBuffer(bytes); });
 }
 
-// Text of up to `limit` characters as the value of `field`.
-bool setText(Octets& field, std::string_view text, std::size_t limit, std::optional<Error>* error) {
-    if (utf16Length(text) > limit) return fail(error, kStatusUnsupported);
+// Whether text has up to `limit` characters.
+bool isWithin(std::string_view text, std::size_t limit, std::optional<Error>* error) {
+    return utf16Length(text) <= limit || fail(error, kStatusUnsupported);
+}
+
+// Text as the value of `field`.
+bool setText(Octets& field, std::string_view text, std::optional<Error>* error) {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     Octets octets;  // made before the old ones go, for the text may be those
     if (isUtf8(text)) octets = secretOctets({bytes, text.size()});
@@ -100,15 +104,16 @@ HalvaneBSSConfig::Fields* HalvaneBSSConfig::fieldsToSet(std::optional<Error>* er
 }
 
 bool HalvaneBSSConfig::setSSID_error(std::string_view ssid, std::optional<Error>* error) {
+    if (!isWithin(ssid, kBSSMaxSSIDSize, error)) return false;
     Fields* fields = fieldsToSet(error);
-    return fields != nullptr && setText(fields->ssid, ssid, kBSSMaxSSIDSize, error);
+    return fields != nullptr && setText(fields->ssid, ssid, error);
 }
 
 bool HalvaneBSSConfig::setWirelessPassphrase_error(std::string_view passphrase,
                                                    std::optional<Error>* error) {
+    if (!isWithin(passphrase, kBSSMaxPassphraseSize, error)) return false;
     Fields* fields = fieldsToSet(error);
-    return fields != nullptr &&
-           setText(fields->passphrase, passphrase, kBSSMaxPassphraseSize, error);
+    return fields != nullptr && setText(fields->passphrase, passphrase, error);
 }
 
 bool HalvaneBSSConfig::setSSIDFromHexString_error(std::string_view digits,

@@ -2,7 +2,9 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_table_internal.h"
@@ -12,14 +14,19 @@ namespace halvane {
 
 namespace {
 
-// The flags of the words that `text` lists become true, the group's others false.
+// The words of the group that `text` lists.
 template <std::size_t kCount>
-bool allowOnly(HalvaneBSSConfig& configuration, const std::array<BSSOption, kCount>& group,
-               std::string_view text, std::optional<Error>* error) {
+auto wordsListed(const std::array<BSSOption, kCount>& group, std::string_view text,
+                 std::optional<Error>* error) {
     std::array<std::string_view, kCount> words;
     std::ranges::transform(group, words.begin(), &BSSOption::word);
-    const auto listed = ConfigParser::convertParamStringToArray_error(text, words, error);
-    if (!listed) return false;
+    return ConfigParser::convertParamStringToArray_error(text, words, error);
+}
+
+// The flags of the listed words become true, the group's others false.
+template <std::size_t kCount>
+bool allowOnly(HalvaneBSSConfig& configuration, const std::array<BSSOption, kCount>& group,
+               const std::optional<std::vector<std::string>>& listed) {
     for (const BSSOption& option : group) {
         (configuration.*option.allow)(std::ranges::count(*listed, option.word) > 0);
     }
@@ -30,7 +37,8 @@ bool allowOnly(HalvaneBSSConfig& configuration, const std::array<BSSOption, kCou
 
 #define HALVANE_BSS_OPTION_SETTER(operation, group)                                         \
     bool HalvaneBSSConfig::operation(std::string_view words, std::optional<Error>* error) { \
-        return allowOnly(*this, group, words, error);                                       \
+        const auto listed = wordsListed(group, words, error);                               \
+        return listed && fieldsToSet(error) != nullptr && allowOnly(*this, group, listed);  \
     }
 HALVANE_BSS_OPTION_SETTER(setAuthenticationWithOptionString_error, kAuthenticationOptions)
 HALVANE_BSS_OPTION_SETTER(setSecurityWithOptionString_error, kSecurityOptions)

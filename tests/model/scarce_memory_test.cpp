@@ -106,6 +106,36 @@ TEST(BSSConfigSetters, LeaveTheFlagsWhereMemoryEnds) {
     EXPECT_GT(attempts, 1u);
 }
 
+// One of an empty skeleton takes no memory before it is first changed.
+TEST(BSSConfigSetters, TellWhereMemoryEndsForABareObject) {
+    const auto bare = HalvaneBSSConfig::initWithSkeletonRepresentation({});
+    auto configuration = bare;
+    std::optional<Error> error = kEarlier;
+    bool isSet = false;
+    const auto attempts = withEverLessScarceMemory(
+        [&] { isSet = configuration.setSecurityWithOptionString_error("WPA2", &error); },
+        [&](bool hasEnded) {
+            EXPECT_EQ(isSet, !hasEnded);
+            EXPECT_EQ(configuration == bare, hasEnded);
+            EXPECT_EQ(error, hasEnded ? std::optional(daemonError(-6728)) : std::nullopt);
+        });
+    EXPECT_GT(attempts, 1u);
+}
+
+TEST(BSSConfigSetters, RefuseTextThatIsTooLongWhateverMemoryThereIs) {
+    const std::string text(100, 'x');
+    auto configuration = HalvaneBSSConfig::initWithSkeletonRepresentation({});
+    std::optional<Error> error;
+    bool isSet = true;
+    {
+        const ScarceMemory memory(0);
+        isSet = configuration.setSSID_error(text, &error) ||
+                configuration.setWirelessPassphrase_error(text, &error);
+    }
+    EXPECT_FALSE(isSet);
+    EXPECT_EQ(error, daemonError(-6705));
+}
+
 TEST(BSSConfigKey, IsAbsentAndToldWhereMemoryEnds) {
     const auto passphrase = ByteBuffer::fromText("passphrase");
     const auto ssid = ByteBuffer::fromText("IEEE");
