@@ -25,9 +25,6 @@ constexpr std::size_t kOUISize = 3;
 constexpr unsigned kMaximumRates = 8;
 constexpr unsigned kMaximumExtendedRates = 255;
 
-// What one allocation should do for.
-constexpr std::size_t kUsualElements = 16;
-
 // The basic-rate bit stands above a rate in units of 500 kbit/s.
 constexpr unsigned kRateMask = 0x7F;
 constexpr double kRatesPerMbps = 2;
@@ -89,21 +86,34 @@ class RateCounts {
     bool anyElements_;
 };
 
-// Cuts elements into `cut`, and returns the trailing bytes that form none.
-std::optional<ByteBuffer> cutElements(const ByteBuffer& elements, std::vector<ByteBuffer>& cut) {
-    cut.reserve(kUsualElements);
-    // The count of remaining bytes is 16 bits wide, the size of an element 8.
-    const auto count = static_cast<std::uint16_t>(elements.size());
-    const ByteBuffer walked = elements.slice(0, count);
-    ByteCursor cursor(walked);
+// Calls each(offset, size) for every element, and returns where the trailing bytes begin that form
+// none.
+template <typename Each>
+std::size_t walkElements(ByteCursor cursor, Each each) {
     while (!cursor.atEnd()) {
+        // The size of an element is 8 bits wide.
         const auto length = cursor.peek(1);
         const auto size = static_cast<std::uint8_t>(length.value_or(0) + kElementHeaderSize);
-        if (!length || size == 0 || size > cursor.remaining()) return cursor.restBuffer();
-        cut.emplace_back(walked, cursor.position(), size);
+        if (!length || size == 0 || size > cursor.remaining()) break;
+        each(cursor.position(), size);
         cursor.skip(size);
     }
-    return std::nullopt;
+    return cursor.position();
+}
+
+// Cuts elements into `cut`, and returns the trailing bytes that form none. Elements are counted
+// first, for a list that grows takes several times the room.
+std::optional<ByteBuffer> cutElements(const ByteBuffer& elements, std::vector<ByteBuffer>& cut) {
+    // The count of remaining bytes is 16 bits wide.
+    const auto size = static_cast<std::uint16_t>(elements.size());
+    const ByteBuffer walked = elements.slice(0, size);
+    std::size_t count = 0;
+    const std::size_t end = walkElements(ByteCursor(walked), [&](auto, auto) { ++count; });
+    cut.reserve(count);
+    walkElements(ByteCursor(walked), [&](std::size_t offset, std::size_t length) {
+        cut.emplace_back(walked, offset, length);
+    });
+    return end < walked.size() ? std::optional(walked.slice(end)) : std::nullopt;
 }
 
 // A number that the other sighting lacks is kept.

@@ -14,6 +14,7 @@
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
+#include "tests/support/peak_memory.h"
 #include "tests/support/scarce_memory.h"
 
 using halvane::ByteBuffer;
@@ -681,6 +682,21 @@ TEST(MACLinkQuality, KeepsTheNewest256Samples) {
     EXPECT_EQ(history.front().txRate(), Number(1));
     EXPECT_EQ(history.back().txRate(), Number(256));
     EXPECT_EQ(history.back().timestamp(), Number(256'000'000u));
+}
+
+// A list of elements that grew while they are cut would take twice or three times as much.
+TEST(MACElements, TakeTheirRoomOnce) {
+    constexpr std::size_t kElements = 32'000;
+    const ByteBuffer elements(std::vector<std::uint8_t>(2 * kElements));
+    auto record = HalvaneMAC::initWithMAC(kAddress);
+    std::size_t most = 0;
+    {
+        const halvane::testing::PeakMemory memory;
+        record.setInformationElements(elements);
+        most = memory.bytes();
+    }
+    EXPECT_EQ(record.IEs().size(), kElements);
+    EXPECT_LT(most, kElements * sizeof(ByteBuffer) + 4096);
 }
 
 // As the array that it is, whatever the ring behind it does.
