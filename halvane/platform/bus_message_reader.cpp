@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <new>
@@ -103,17 +104,34 @@ class Reader {
             return readDictionary(contents, *value.as<PropertyListDictionary>());
         }
         if (element.starts_with('{') || element.starts_with('(')) return skip();
+        // A value takes 24 times the room of such a number.
+        if (element == "n" || element == "q") return skip();
         value = PropertyListArray();
         return readElements(contents, *value.as<PropertyListArray>());
     }
 
+    // The elements are counted first: an array that grows takes three times the room.
     bool readElements(const char* contents, PropertyListArray& array) {
+        bool isCounted = false;
         return readContainer(SD_BUS_TYPE_ARRAY, contents, [&] {
+            if (!std::exchange(isCounted, true)) {
+                std::size_t count = 0;
+                if (!countElements(count)) return false;
+                array.reserve(count);
+            }
             PropertyListValue element;
             if (!readValue(element)) return false;
             if (!element.isNull()) array.push_back(std::move(element));
             return true;
         });
+    }
+
+    // Of the container that the message stands at the beginning of, and stands there again.
+    bool countElements(std::size_t& count) {
+        for (count = 0; !isAtEnd(); ++count) {
+            if (!skip()) return false;
+        }
+        return ::sd_bus_message_rewind(source_, 0) >= 0;
     }
 
     bool readData(PropertyListValue& value) {

@@ -14,9 +14,9 @@
 //
 // and what arrives may also hold the other integer types, which become numbers, object paths and
 // signatures, which become strings, and arrays and dictionaries of one type. Values of other types,
-// structures among them, are skipped. Of a key that is there twice the last value counts. A bus
-// passes no message that holds a descriptor: the connection takes none, or who sends them could
-// leave the process without any.
+// structures and arrays of 16-bit integers among them, are skipped. Of a key that is there twice
+// the last value counts. A bus passes no message that holds a descriptor: the connection takes
+// none, or who sends them could leave the process without any.
 //
 // Requests have no time limit, and neither has what the connection asks of the bus itself. A bus
 // that takes the connection but does not let it in is given up after 90 seconds: the connection is

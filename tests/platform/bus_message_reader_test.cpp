@@ -1,11 +1,13 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 
 #include "halvane/platform/bus_message_reader_internal.h"
 
 #include "tests/support/bus_peer.h"
 #include "tests/support/loose_bus_message.h"
+#include "tests/support/peak_memory.h"
 
 namespace {
 
@@ -81,6 +83,58 @@ TEST(BusMessageReader, SkipsOtherTypes) {
               dictionary({{"last", "z"}}));
     EXPECT_EQ(readBack("a{sv}", 1, "list", "av", 3, "s", "a", "(s)", "skipped", "s", "b"),
               dictionary({{"list", PropertyListArray{"a", "b"}}}));
+}
+
+// They are nowhere in the protocol, and a value is much larger than such a number.
+TEST(BusMessageReader, SkipsArraysOf16BitNumbers) {
+    EXPECT_EQ(
+        readBack("a{sv}", 3, "signed", "an", 2, 1, 2, "unsigned", "aq", 1, 3, "last", "s", "z"),
+        dictionary({{"last", "z"}}));
+}
+
+// A list of `signature`, of `count` values that sd-bus reads as one of the number `value`.
+PropertyListDictionary listOf(const char* signature, std::size_t count, int value,
+                              std::size_t& peak) {
+    const LooseBusMessage message;
+    sd_bus_message* const raw = message.get();
+    const std::string array = std::string("a") + signature;
+    EXPECT_GE(::sd_bus_message_open_container(raw, 'a', "{sv}"), 0);
+    EXPECT_GE(::sd_bus_message_open_container(raw, 'e', "sv"), 0);
+    EXPECT_GE(::sd_bus_message_append(raw, "s", "list"), 0);
+    EXPECT_GE(::sd_bus_message_open_container(raw, 'v', array.c_str()), 0);
+    EXPECT_GE(::sd_bus_message_open_container(raw, 'a', signature), 0);
+    const std::string_view kind = signature;
+    for (std::size_t i = 0; i < count; ++i) {
+        const int result = kind == "v"    ? ::sd_bus_message_append(raw, "v", "y", value)
+                           : kind == "ab" ? ::sd_bus_message_append(raw, "ab", 1, value)
+                                          : ::sd_bus_message_append(raw, signature, value);
+        EXPECT_GE(result, 0) << signature;
+    }
+    for (int i = 0; i < 4; ++i) EXPECT_GE(::sd_bus_message_close_container(raw), 0);
+    sd_bus_message* const sealed = message.sealed();
+    const halvane::testing::PeakMemory memory;
+    const auto read = readBusMessage(sealed);
+    peak = memory.bytes();
+    return read ? read->entries() : PropertyListDictionary();
+}
+
+TEST(BusMessageReader, TakesSixteenBytesForEachOfAnArrayAtMost) {
+    struct Row {
+        const char* signature;
+        std::size_t size;  // of one element
+        PropertyListValue element;
+    };
+    const Row rows[] = {
+        {"b", 4, true}, {"i", 4, 1}, {"u", 4, 1}, {"v", 4, 1}, {"ab", 8, PropertyListArray{true}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.signature);
+        for (const std::size_t count : {1'000u, 33'000u, 40'000u}) {
+            std::size_t peak = 0;
+            const auto entries = listOf(row.signature, count, 1, peak);
+            EXPECT_TRUE(entries == dictionary({{"list", PropertyListArray(count, row.element)}}));
+            EXPECT_LE(peak, 16 * row.size * count);
+        }
+    }
 }
 
 TEST(BusMessageReader, TakesTheLastOfEqualKeys) {
