@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "halvane/platform/up_time_internal.h"
+
 #include "tests/support/elements.h"
 #include "tools/halvane/record_json.h"
 
@@ -39,7 +41,7 @@ TEST(BSSTable, FoldsLaterSightingsIn) {
     EXPECT_EQ(table.at(0).record.SSID(), ByteBuffer::fromText("revealed"));
 }
 
-// What a record tells, but for its stamps.
+// What a record tells, but for its stamps in full.
 std::string tellingOf(const HalvaneMAC& record) {
     JSON object = JSON::object();
     appendRecord(object, record);
@@ -48,6 +50,7 @@ std::string tellingOf(const HalvaneMAC& record) {
 
 // Every sequence of four of these sightings, as the records themselves fold.
 TEST(BSSTable, FoldsAsRecordsDo) {
+    const halvane::ScopedUpTime clock;  // a description tells the age in seconds
     std::vector<Sighting> sightings;
     for (const Bytes& elements :
          {Bytes{}, element(0, {}), joined({element(0, {0, 0}), element(1, {0x82, 0x96})}),
