@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "halvane/platform/up_time_internal.h"
 #include "halvane/platform/xml_property_list.h"
 
 #include "tests/support/captured_stream.h"
@@ -32,6 +33,7 @@ std::string written(Format format, const std::vector<Sighting>& sightings,
 }
 
 TEST(RecordWriter, TellsTheRadiosChannelWhereItIsAnother) {
+    const halvane::ScopedUpTime clock;  // a description tells the age in seconds
     const Sighting other = sighting(1, Number(1));
     const std::string text = other.record.description();
     EXPECT_EQ(written(Format::Text, {other}), "Radio Channel        : 1\n" + text);
@@ -49,6 +51,7 @@ TEST(RecordWriter, TellsTheRadiosChannelWhereItIsAnother) {
 }
 
 TEST(RecordWriter, TellsNoRadioChannelThatIsTheSame) {
+    const halvane::ScopedUpTime clock;
     for (const Format format :
          {Format::Text, Format::JSON, Format::JSONLines, Format::PropertyList}) {
         const Sighting none = sighting(1, std::nullopt);
