@@ -1,13 +1,17 @@
 // Captures: their frames, radio headers, and the table that they are folded into.
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "bench/capture_input.h"
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"
+#include "tools/halvane/beacon_frame.h"
 #include "tools/halvane/bss_table.h"
 #include "tools/halvane/capture_reader.h"
+#include "tools/halvane/format.h"
 #include "tools/halvane/frame_record.h"
 #include "tools/halvane/radio_header.h"
 #include "tools/halvane/record_writer.h"

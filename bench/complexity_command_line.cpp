@@ -1,7 +1,9 @@
 // Command lines.
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "halvane/utils/cli.h"

@@ -1,4 +1,10 @@
 // Elements of frames, and records that are made of them.
+#include <cstddef>
+#include <span>
+#include <utility>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/ie/country_ie.h"

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 
 #include "bench/foreign_bytes.h"

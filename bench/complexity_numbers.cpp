@@ -4,11 +4,13 @@
 // each call: such a walk is linear only where a call looks at no more than it reads.
 #include <algorithm>
 #include <array>
+#include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/config_parser.h"
 #include "halvane/utils/cli.h"

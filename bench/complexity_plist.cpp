@@ -1,15 +1,19 @@
 // Property lists: as XML, as values, and as messages of D-Bus.
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <systemd/sd-bus.h>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
+#include "halvane/platform/ipc_message.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
 

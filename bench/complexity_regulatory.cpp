@@ -1,9 +1,12 @@
 // Channels, countries and SKUs, as a program or a property list adds them.
+#include <benchmark/benchmark.h>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/number.h"
 #include "halvane/regulatory/channel.h"
 #include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"

@@ -1,16 +1,22 @@
 // Replies of the daemon, up to their records.
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
+#include "halvane/platform/service_event.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/regulatory/channel.h"
 

@@ -1,11 +1,17 @@
 // The simulated daemon's state file, control lines and requests.
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/client.h"
+#include "halvane/model/interface.h"
+#include "halvane/platform/ipc_message.h"
 #include "halvane/platform/xml_property_list.h"
 
 #include "bench/foreign_bytes.h"
@@ -13,6 +19,7 @@
 #include "tools/halvaned-sim/control.h"
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/simulation.h"
+#include "tools/halvaned-sim/status.h"
 #include "tools/halvaned-sim/world_file.h"
 
 using halvane::ByteBuffer;

@@ -1,4 +1,5 @@
 // What the tool reads beside captures, and shows of it.
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <malloc.h>
 
 // glibc's own, under names that nobody replaces.

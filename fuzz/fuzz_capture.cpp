@@ -2,6 +2,7 @@
 // frame is counted once, and what a frame lends lies within it.
 #include <cstdint>
 #include <cstdio>
+#include <span>
 #include <string>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include "fuzz/require.h"
 #include "tools/halvane/capture_reader.h"
 #include "tools/halvane/frame_record.h"
+#include "tools/halvane/radio_header.h"
 
 using namespace halvane::tool;
 

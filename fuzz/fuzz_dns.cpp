@@ -1,6 +1,7 @@
 // DNS names in wire form agree with naive code at every precision, and TXT records are bounded;
 // nothing behind what a name ends with is read.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <span>

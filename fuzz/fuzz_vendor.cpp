@@ -1,6 +1,7 @@
 // Elements as %{ie} prints them: of every ID and, for vendor elements, of every vendor that the
 // text knows; every element has its line, and one that is cut short is told as such.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <span>

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/text_cursor_internal.h"
 
 namespace {

@@ -8,6 +8,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/cli_internal.h"
+#include "halvane/utils/text_cursor_internal.h"
 #include "halvane/utils/text_integer_internal.h"
 
 namespace {

@@ -3,6 +3,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "halvane/utils/text_cursor_internal.h"
 

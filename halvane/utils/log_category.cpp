@@ -9,6 +9,7 @@
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/log_output_internal.h"
 #include "halvane/utils/log_state_internal.h"
 
 namespace halvane::logging {

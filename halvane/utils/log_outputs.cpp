@@ -1,8 +1,13 @@
 // The list of outputs, shared by the categories.
+#include <map>
 #include <new>
+#include <string>
 #include <utility>
 
+#include "halvane/base/status.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/log_output_internal.h"
 #include "halvane/utils/log_state_internal.h"
 
 namespace halvane::logging {

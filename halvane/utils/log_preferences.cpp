@@ -1,6 +1,7 @@
 // The settings that the preferences keep.
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <new>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include "halvane/platform/preferences.h"
 #include "halvane/platform/xml_text_internal.h"
 #include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/log_settings_internal.h"
 #include "halvane/utils/log_state_internal.h"
 #include "halvane/utils/string_printf_internal.h"
 

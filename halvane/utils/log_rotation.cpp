@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <string_view>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 #include "halvane/utils/log_rotation_internal.h"

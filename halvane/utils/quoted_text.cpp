@@ -1,6 +1,7 @@
 #include "halvane/utils/quoted_text.h"
 
 #include <optional>
+#include <string_view>
 
 #include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/quoted_text_internal.h"

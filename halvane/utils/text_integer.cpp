@@ -1,6 +1,7 @@
 #include "halvane/utils/text_integer.h"
 
 #include <cerrno>
+#include <cstddef>
 
 #include "halvane/utils/ascii_internal.h"
 #include "halvane/utils/text_integer_internal.h"

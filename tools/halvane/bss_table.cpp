@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "halvane/base/property_list_value.h"
+
 namespace halvane::tool {
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
 #include "halvane/base/number.h"

@@ -5,6 +5,9 @@
 #include <string_view>
 #include <utility>
 
+#include "halvane/base/property_list_value.h"
+
+#include "tools/halvane/json_value.h"
 #include "tools/halvane/property_list_output.h"
 #include "tools/halvane/record_json.h"
 #include "tools/halvane/standard_output.h"

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 #include <map>
+#include <system_error>
 #include <utility>
 #include <vector>
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
