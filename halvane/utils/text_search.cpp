@@ -26,7 +26,7 @@ char* placeIn(string_view text, std::size_t position) {
 // what is before it, so that a walk from place to place takes linear time.
 char* placeBeforeNUL(const char* text, std::size_t length, string_view pattern, Find find) {
     constexpr std::size_t kFirstPart = 512;
-    if (pattern.empty()) return placeIn({text, 0}, 0);
+    if (text == nullptr || pattern.empty()) return const_cast<char*>(text);
     std::size_t size = std::max(kFirstPart, 2 * pattern.size());
     while (true) {
         const string_view part(text, strnlen(text, std::min(size, length)));

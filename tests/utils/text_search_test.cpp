@@ -132,6 +132,13 @@ constexpr TerminatedSearch kTerminatedSearches[] = {
 
 // Measuring all of the text at each call would make a walk from place to place take the square of
 // its length. The text has no terminator, so the program ends where one is looked for.
+TEST(TextSearch, FindsNothingInANullText) {
+    for (const char* pattern : {"", "a"}) {
+        EXPECT_EQ(stristr(nullptr, pattern), nullptr);
+        EXPECT_EQ(strncasestr(nullptr, 3, pattern), nullptr);
+    }
+}
+
 TEST(TextSearch, LooksNotFarBehindThePlace) {
     for (const TerminatedSearch& search : kTerminatedSearches) {
         SCOPED_TRACE(search.name);
