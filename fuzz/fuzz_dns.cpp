@@ -12,21 +12,14 @@
 #include "halvane/utils/printf.h"
 
 #include "fuzz/byte_source.h"
+#include "fuzz/printed.h"
 #include "fuzz/require.h"
+
+using halvane::fuzzing::printed;
 
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-template <typename... Arguments>
-std::string printed(const char* format, Arguments... arguments) {
-    char* heap = nullptr;
-    const int length = ASPrintF(&heap, format, arguments...);
-    REQUIRE(length >= 0);
-    const std::string text(heap, static_cast<std::size_t>(length));
-    std::free(heap);
-    return text;
-}
 
 // Labels of 0 to 63 bytes, up to the first empty one, within the 255 bytes of a name.
 struct Name {

@@ -13,21 +13,14 @@
 #include "halvane/utils/printf.h"
 
 #include "fuzz/byte_source.h"
+#include "fuzz/printed.h"
 #include "fuzz/require.h"
+
+using halvane::fuzzing::printed;
 
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-template <typename... Arguments>
-std::string printed(const char* format, Arguments... arguments) {
-    char* heap = nullptr;
-    const int length = ASPrintF(&heap, format, arguments...);
-    REQUIRE(length >= 0);
-    const std::string text(heap, static_cast<std::size_t>(length));
-    std::free(heap);
-    return text;
-}
 
 // An exactly sized copy, `shift` bytes off the alignment of the heap.
 std::string printedFrom(const Bytes& elements, std::size_t shift) {
