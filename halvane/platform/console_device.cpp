@@ -2,8 +2,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "halvane/platform/broken_pipe_internal.h"
 #include "halvane/platform/console_device_internal.h"
+#include "halvane/platform/write_signal_internal.h"
 
 namespace halvane {
 
@@ -20,7 +20,7 @@ bool writeToConsoleDevice(std::string_view text) {
     const int console =
         ::open(path.load(std::memory_order_relaxed), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (console < 0) return false;
-    BrokenPipeSignalBlock block;
+    WriteSignalBlock block;
     if (::write(console, text.data(), text.size()) < 0) block.takeBackSignal();
     ::close(console);
     return true;

@@ -9,6 +9,7 @@
 
 #include "halvane/platform/file_internal.h"
 #include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/write_signal_internal.h"
 
 namespace halvane {
 
@@ -21,7 +22,7 @@ HalvaneStatus statusOfLastError() {
         int error;
         HalvaneStatus status;
     };
-    static constexpr std::array<Row, 7> kRows = {{
+    static constexpr std::array<Row, 8> kRows = {{
         {ENAMETOOLONG, kStatusBadPath},
         {ENOTDIR, kStatusBadPath},
         {ENOENT, kStatusBadPath},
@@ -29,6 +30,7 @@ HalvaneStatus statusOfLastError() {
         {ENOMEM, kStatusNoMemory},
         {ENOSPC, kStatusNoRoom},
         {EDQUOT, kStatusNoRoom},
+        {EFBIG, kStatusNoRoom},
     }};
     const auto row = std::ranges::find(kRows, errno, &Row::error);
     return row == kRows.end() ? HalvaneStatus(kStatusCannotOpen) : row->status;
@@ -53,10 +55,14 @@ std::string folderOf(const std::string& path) {
 }
 
 bool writeAll(const FileDescriptor& file, std::string_view text) {
+    WriteSignalBlock block;
     while (!text.empty()) {
         const auto count =
             uninterrupted([&] { return ::write(file.number(), text.data(), text.size()); });
-        if (count < 0) return false;
+        if (count < 0) {
+            block.takeBackSignal();
+            return false;
+        }
         text.remove_prefix(static_cast<std::size_t>(count));
     }
     return true;

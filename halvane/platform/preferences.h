@@ -36,7 +36,8 @@ struct PreferenceResult {
     // - kStatusBadPath: the name is too long for a file, or there is no folder for the file
     // - kStatusCannotOpen: file or folder cannot be read or written, or the file is something else
     // - kStatusConversionFailed: XML cannot carry the key or value to write
-    // - kStatusNoRoom: on the disk, in the file, or for one more damaged file
+    // - kStatusNoRoom: on the disk, in the file, within RLIMIT_FSIZE, or for one more
+    //   damaged file
     // - kStatusNoMemory
     HalvaneStatus status = kStatusOK;
 

@@ -12,8 +12,8 @@
 #include <unistd.h>
 #include <utility>
 
-#include "halvane/platform/broken_pipe_internal.h"
 #include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/write_signal_internal.h"
 #include "halvane/utils/log_file_internal.h"
 
 namespace halvane::logging {
@@ -172,9 +172,16 @@ bool LogFile::openFile() {
     inode_ = status.st_ino;
     isRegular_ = S_ISREG(status.st_mode);
     isPipe_ = S_ISFIFO(status.st_mode);
+    isSizeLimited_ = isFileSizeLimited();
     size_ = isRegular_ ? static_cast<std::uint64_t>(status.st_size) : 0;
     if (!isPipe_) ::fcntl(descriptor_, F_SETFL, O_APPEND);
     return true;
+}
+
+// Looks at the file's surroundings; true where its path has to be opened anew.
+bool LogFile::hasChanged() {
+    isSizeLimited_ = isFileSizeLimited();
+    return isElsewhere();
 }
 
 // The path leads to no file, or to another one: somebody has renamed or removed it.
@@ -211,7 +218,7 @@ HalvaneStatus LogFile::setBackup(std::string_view value) {
 
 void LogFile::write(std::string_view text) {
     if (!path_.empty()) {
-        if (!isOpen() || (looks_.take() && isElsewhere())) reopen();
+        if (!isOpen() || (looks_.take() && hasChanged())) reopen();
         size_ += text.size();
         if (rollMaxSize_ > 0 && size_ > rollMaxSize_ && isOpen() && isRegular_) {
             rotate();
@@ -222,17 +229,21 @@ void LogFile::write(std::string_view text) {
 }
 
 void LogFile::put(std::string_view text) {
-    if (stream_ == nullptr && !isPipe_) {
-        writeAll(text);
+    if (!canRaiseSignal()) {
+        tryToPut(text);
         return;
     }
-    if (stream_ != nullptr && !canBreakAsPipe(::fileno(stream_))) {
-        putToStream(text);
-        return;
-    }
-    BrokenPipeSignalBlock block;
-    const bool isWritten = stream_ != nullptr ? putToStream(text) : writeAll(text);
-    if (!isWritten) block.takeBackSignal();
+    WriteSignalBlock block;
+    if (!tryToPut(text)) block.takeBackSignal();
+}
+
+bool LogFile::canRaiseSignal() const {
+    if (stream_ != nullptr) return canRaiseWriteSignal(::fileno(stream_));
+    return isPipe_ || (isRegular_ && isSizeLimited_);
+}
+
+bool LogFile::tryToPut(std::string_view text) {
+    return stream_ != nullptr ? putToStream(text) : writeAll(text);
 }
 
 bool LogFile::putToStream(std::string_view text) {

@@ -63,11 +63,14 @@ class LogFile {
 
   private:
     bool isOpen() const { return stream_ != nullptr || descriptor_ >= 0; }
+    bool hasChanged();
     bool isElsewhere() const;
     bool isEmpty() const;
     bool openFile();
     void close();
     void put(std::string_view text);
+    bool canRaiseSignal() const;
+    bool tryToPut(std::string_view text);
     bool putToStream(std::string_view text);
     bool writeAll(std::string_view text);
     void backUp();
@@ -82,7 +85,8 @@ class LogFile {
     std::optional<FileHeritage> heritage_;  // of the file before the next one to be made
     bool isRegular_ = false;                // a device or pipe is never rotated
     bool isPipe_ = false;
-    std::uint64_t size_ = 0;  // bytes written so far
+    bool isSizeLimited_ = false;  // by RLIMIT_FSIZE, at the last look
+    std::uint64_t size_ = 0;      // bytes written so far
     std::uint64_t rollMaxSize_ = 0;
     int rollCount_ = 0;
     std::string backupPath_;

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "halvane/platform/write_signal_internal.h"
 #include "halvane/utils/log_rotation_internal.h"
 
 namespace halvane::logging {
@@ -43,6 +44,16 @@ bool isNumberedName(const std::string& name, const std::string& path) {
     const char* const end = rest.data() + rest.size();
     const auto [stop, error] = std::from_chars(rest.data(), end, number);
     return error == std::errc() && stop == end && number <= kMaxKeptFiles;
+}
+
+bool copyAndClose(std::FILE* source, std::FILE* copy) {
+    std::array<char, kCopyPiece> piece;
+    std::size_t length = 0;
+    bool isWhole = true;
+    while (isWhole && (length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
+        isWhole = std::fwrite(piece.data(), 1, length, copy) == length;
+    }
+    return std::fclose(copy) == 0 && isWhole;
 }
 
 }  // namespace
@@ -94,12 +105,8 @@ void copyLogFile(const std::string& from, const std::string& to) {
     const int file = heritage ? createHeir(to, O_WRONLY | O_CLOEXEC, *heritage) : -1;
     std::FILE* const copy = file >= 0 ? ::fdopen(file, "w") : nullptr;
     if (copy != nullptr) {
-        std::array<char, kCopyPiece> piece;
-        std::size_t length = 0;
-        while ((length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
-            if (std::fwrite(piece.data(), 1, length, copy) != length) break;
-        }
-        std::fclose(copy);
+        WriteSignalBlock block;
+        if (!copyAndClose(source, copy)) block.takeBackSignal();
     } else if (file >= 0) {
         ::close(file);
     }

@@ -11,6 +11,8 @@
 #include "halvane/platform/file_internal.h"
 #include "halvane/platform/up_time_internal.h"
 
+#include "tests/support/child_process.h"
+#include "tests/support/file_size_limit.h"
 #include "tests/support/temporary_folder.h"
 
 namespace fs = std::filesystem;
@@ -20,6 +22,9 @@ using halvane::makeFolders;
 using halvane::readFile;
 using halvane::replaceFile;
 using halvane::setFileAside;
+using halvane::testing::isFileSizeSignalUntouched;
+using halvane::testing::isTrueInChild;
+using halvane::testing::limitFileSize;
 using halvane::testing::TemporaryFolder;
 
 namespace {
@@ -80,6 +85,18 @@ TEST(File, LeavesNoNewOneBehindWhereItCannotBeReplaced) {
     fs::create_directories(path / "in the way");
     EXPECT_EQ(replaceFile(path.string(), "text"), kStatusCannotOpen);
     EXPECT_TRUE(fs::is_directory(path));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(File, StaysAsItWasWhereTheNewOneWouldBeTooLarge) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "file").string();
+    put(path, "old");
+    EXPECT_TRUE(isTrueInChild([&path] {
+        return limitFileSize(4) && replaceFile(path, "longer") == kStatusNoRoom &&
+               isFileSizeSignalUntouched();
+    }));
+    EXPECT_EQ(readFile(path, 100).text, "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 

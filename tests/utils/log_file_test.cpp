@@ -13,12 +13,16 @@
 #include "halvane/platform/up_time_internal.h"
 #include "halvane/utils/log_file_internal.h"
 
+#include "tests/support/file_size_limit.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"
 
 namespace {
 
+using halvane::testing::isFileSizeSignalUntouched;
+using halvane::testing::limitFileSize;
 using halvane::testing::LogTest;
+using halvane::testing::resultInChild;
 using halvane::testing::TemporaryFolder;
 using halvane::testing::TestCategory;
 
@@ -365,6 +369,32 @@ TEST_F(LogFileTest, NeverRotatesADevice) {
 TEST_F(LogFileTest, IgnoresAFullDisk) {
     ASSERT_EQ(setFile("path=/dev/full"), kStatusOK);
     for (int i = 0; i < 3; ++i) EXPECT_EQ(LogPrintF(&category, "", kLogLevelInfo, "abc\n"), 4);
+}
+
+// Like a full disk, it stops no program: not even with the signal SIGXFSZ.
+TEST_F(LogFileTest, IgnoresALimitOfTheSizeOfFiles) {
+    ASSERT_EQ(setFile("path=" + path()), kStatusOK);
+    EXPECT_EQ(resultInChild([] {
+                  if (!limitFileSize(8)) return 2;
+                  for (int i = 0; i < 3; ++i) log("abcde\n");
+                  return isFileSizeSignalUntouched() ? 0 : 3;
+              }),
+              0);
+    EXPECT_EQ(contents(), "abcde\nab");
+}
+
+TEST_F(LogFileTest, RotatesUnderALimitOfTheSizeOfFiles) {
+    write("log", std::string(100, 'x'));
+    ASSERT_EQ(setFile("path=" + path() + ";roll=100#2;backup=" + path("backup") + "#2"), kStatusOK);
+    EXPECT_EQ(resultInChild([] {
+                  if (!limitFileSize(50)) return 2;
+                  log("abc\n");
+                  return isFileSizeSignalUntouched() ? 0 : 3;
+              }),
+              0);
+    EXPECT_EQ(files(), (Files{{"backup", std::string(50, 'x')},
+                              {"log", "abc\n"},
+                              {"log.1", std::string(100, 'x')}}));
 }
 
 TEST_F(LogFileTest, GoesOnBehindAFileThatWasRemoved) {

@@ -9,11 +9,14 @@
 
 #include "halvane/platform/system_log_internal.h"
 
+#include "tests/support/file_size_limit.h"
 #include "tests/support/output_pipe.h"
 #include "tests/support/run_program.h"
 #include "tests/utils/log_test_support.h"
 
 using halvane::testing::contentsOf;
+using halvane::testing::isFileSizeSignalUntouched;
+using halvane::testing::limitFileSize;
 using halvane::testing::LogRecorder;
 using halvane::testing::LogTest;
 using halvane::testing::OutputPipe;
@@ -226,6 +229,23 @@ TEST_F(LogOutputTest, ASignalOfABrokenPipeThatTheProgramBlocksStaysItsOwn) {
             return (sigismember(&pending, SIGPIPE) == 1) == isPending ? 0 : 3;
         });
         EXPECT_EQ(keeps, 0) << isPending;
+    }
+}
+
+TEST_F(LogOutputTest, AStreamsFileOfLimitedSizeEndsNoProgram) {
+    for (const auto& [spec, descriptor] : kGoneReaders) {
+        const std::string setting = std::string("^TestOutput$:output=") + spec;
+        EXPECT_EQ(resultInChild([&] {
+                      const ScopedDescriptor stream(descriptor, errors.c_str());
+                      LogIsEnabled(&category, kLogLevelMax);
+                      if (!limitFileSize(6) || LogControl(setting.c_str()) != kStatusOK) return 2;
+                      for (int i = 0; i < 2; ++i)
+                          LogPrintF(&category, "", kLogLevelError, "text\n");
+                      return isFileSizeSignalUntouched() ? 0 : 3;
+                  }),
+                  0)
+            << spec;
+        EXPECT_EQ(contentsOf(errors), "text\nt") << spec;
     }
 }
 
