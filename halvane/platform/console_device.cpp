@@ -1,4 +1,5 @@
 #include <atomic>
+#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -21,7 +22,7 @@ bool writeToConsoleDevice(std::string_view text) {
         ::open(path.load(std::memory_order_relaxed), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (console < 0) return false;
     WriteSignalBlock block;
-    if (::write(console, text.data(), text.size()) < 0) block.takeBackSignal();
+    if (::write(console, text.data(), text.size()) < 0) block.takeBackSignal(errno);
     ::close(console);
     return true;
 }

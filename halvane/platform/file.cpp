@@ -60,7 +60,7 @@ bool writeAll(const FileDescriptor& file, std::string_view text) {
         const auto count =
             uninterrupted([&] { return ::write(file.number(), text.data(), text.size()); });
         if (count < 0) {
-            block.takeBackSignal();
+            block.takeBackSignal(errno);
             return false;
         }
         text.remove_prefix(static_cast<std::size_t>(count));

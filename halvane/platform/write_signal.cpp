@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <ctime>
+#include <iterator>
 #include <pthread.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -11,22 +12,26 @@ namespace halvane {
 
 namespace {
 
-constexpr int kWriteSignals[] = {SIGPIPE, SIGXFSZ};
+struct WriteSignal {
+    int error;
+    int signal;
+};
+constexpr WriteSignal kWriteSignals[] = {{EPIPE, SIGPIPE}, {EFBIG, SIGXFSZ}};
 
 sigset_t writeSignals() {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : kWriteSignals) sigaddset(&signals, signal);
+    for (const auto& [error, signal] : kWriteSignals) sigaddset(&signals, signal);
     return signals;
 }
 
 // A signal waits only for a thread that blocks it.
 void removeWaiting(sigset_t& signals, const sigset_t& blocked) {
     const auto isBlocked = [&](int signal) { return sigismember(&blocked, signal) == 1; };
-    if (std::ranges::none_of(kWriteSignals, isBlocked)) return;
+    if (std::ranges::none_of(kWriteSignals, isBlocked, &WriteSignal::signal)) return;
     sigset_t pending;
     sigpending(&pending);
-    for (const int signal : kWriteSignals) {
+    for (const auto& [error, signal] : kWriteSignals) {
         if (sigismember(&pending, signal) == 1) sigdelset(&signals, signal);
     }
 }
@@ -54,10 +59,14 @@ WriteSignalBlock::~WriteSignalBlock() {
     pthread_sigmask(SIG_SETMASK, &before_, nullptr);
 }
 
-void WriteSignalBlock::takeBackSignal() {
-    const int error = errno;
+void WriteSignalBlock::takeBackSignal(int error) {
+    const auto* const row = std::ranges::find(kWriteSignals, error, &WriteSignal::error);
+    if (row == std::end(kWriteSignals) || sigismember(&own_, row->signal) != 1) return;
+    sigset_t raised;
+    sigemptyset(&raised);
+    sigaddset(&raised, row->signal);
     const timespec atOnce{};
-    sigtimedwait(&own_, nullptr, &atOnce);
+    sigtimedwait(&raised, nullptr, &atOnce);
     errno = error;
 }
 

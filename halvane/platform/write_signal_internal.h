@@ -24,8 +24,9 @@ class WriteSignalBlock {
     WriteSignalBlock(const WriteSignalBlock&) = delete;
     WriteSignalBlock& operator=(const WriteSignalBlock&) = delete;
 
-    // After a write that failed: takes the signal back that it has raised.
-    void takeBackSignal();
+    // After a write that failed with the error, an errno value: takes the signal back that it has
+    // raised, SIGPIPE for EPIPE and SIGXFSZ for EFBIG. Another's that has come meanwhile stays.
+    void takeBackSignal(int error);
 
   private:
     sigset_t before_;

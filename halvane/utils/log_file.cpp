@@ -234,7 +234,7 @@ void LogFile::put(std::string_view text) {
         return;
     }
     WriteSignalBlock block;
-    if (!tryToPut(text)) block.takeBackSignal();
+    if (const int error = tryToPut(text); error != 0) block.takeBackSignal(error);
 }
 
 bool LogFile::canRaiseSignal() const {
@@ -242,23 +242,26 @@ bool LogFile::canRaiseSignal() const {
     return isPipe_ || (isRegular_ && isSizeLimited_);
 }
 
-bool LogFile::tryToPut(std::string_view text) {
+int LogFile::tryToPut(std::string_view text) {
     return stream_ != nullptr ? putToStream(text) : writeAll(text);
 }
 
-bool LogFile::putToStream(std::string_view text) {
+int LogFile::putToStream(std::string_view text) {
     const bool isWritten = std::fwrite(text.data(), 1, text.size(), stream_) == text.size();
-    return std::fflush(stream_) == 0 && isWritten;
+    const int error = isWritten ? 0 : errno;
+    const bool isFlushed = std::fflush(stream_) == 0;
+    return error == 0 && !isFlushed ? errno : error;
 }
 
-bool LogFile::writeAll(std::string_view text) {
+int LogFile::writeAll(std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor_, text.data(), text.size());
         if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
+        if (written < 0) return errno;
+        if (written == 0) return EIO;
         text.remove_prefix(static_cast<std::size_t>(written));
     }
-    return true;
+    return 0;
 }
 
 void LogFile::backUp() {

@@ -70,9 +70,10 @@ class LogFile {
     void close();
     void put(std::string_view text);
     bool canRaiseSignal() const;
-    bool tryToPut(std::string_view text);
-    bool putToStream(std::string_view text);
-    bool writeAll(std::string_view text);
+    // Each returns what failed, an errno value; 0 for nothing.
+    int tryToPut(std::string_view text);
+    int putToStream(std::string_view text);
+    int writeAll(std::string_view text);
     void backUp();
     void rotate();
 

@@ -46,14 +46,16 @@ bool isNumberedName(const std::string& name, const std::string& path) {
     return error == std::errc() && stop == end && number <= kMaxKeptFiles;
 }
 
-bool copyAndClose(std::FILE* source, std::FILE* copy) {
+// Returns what failed of the writing, an errno value; 0 for nothing.
+int copyAndClose(std::FILE* source, std::FILE* copy) {
     std::array<char, kCopyPiece> piece;
     std::size_t length = 0;
-    bool isWhole = true;
-    while (isWhole && (length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
-        isWhole = std::fwrite(piece.data(), 1, length, copy) == length;
+    int error = 0;
+    while (error == 0 && (length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
+        if (std::fwrite(piece.data(), 1, length, copy) != length) error = errno;
     }
-    return std::fclose(copy) == 0 && isWhole;
+    const bool isClosed = std::fclose(copy) == 0;
+    return error == 0 && !isClosed ? errno : error;
 }
 
 }  // namespace
@@ -106,7 +108,7 @@ void copyLogFile(const std::string& from, const std::string& to) {
     std::FILE* const copy = file >= 0 ? ::fdopen(file, "w") : nullptr;
     if (copy != nullptr) {
         WriteSignalBlock block;
-        if (!copyAndClose(source, copy)) block.takeBackSignal();
+        if (const int error = copyAndClose(source, copy); error != 0) block.takeBackSignal(error);
     } else if (file >= 0) {
         ::close(file);
     }
