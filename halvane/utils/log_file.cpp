@@ -77,12 +77,6 @@ int aboveStandardStreams(int descriptor) {
     return above;
 }
 
-// A file or nothing: what may be renamed away. Not a device, which other programs need in place.
-bool isReplaceable(const std::string& path) {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
-}
-
 // Of a path that the program's folder is no part of any more.
 std::string absolutePath(const std::string& path) {
     if (path.starts_with('/')) return path;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <string_view>
 #include <sys/stat.h>
 #include <system_error>
@@ -20,6 +21,11 @@ constexpr std::size_t kMaxNumberedName = 1024;
 constexpr std::size_t kCopyPiece = 4096;
 constexpr mode_t kPermissions = 07777;
 constexpr mode_t kOwnersOnly = 0600;
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
 
 bool isThere(const std::string& path) {
     struct stat status {};
@@ -46,6 +52,10 @@ bool isNumberedName(const std::string& name, const std::string& path) {
     return error == std::errc() && stop == end && number <= kMaxKeptFiles;
 }
 
+std::string unfinishedCopyOf(const std::string& path) {
+    return numberedName(path, 0);
+}
+
 // Returns what failed of the writing, an errno value; 0 for nothing.
 int copyAndClose(std::FILE* source, std::FILE* copy) {
     std::array<char, kCopyPiece> piece;
@@ -58,7 +68,26 @@ int copyAndClose(std::FILE* source, std::FILE* copy) {
     return error == 0 && !isClosed ? errno : error;
 }
 
+// Makes the file, and writes as much to it as can be; false where it cannot be made.
+bool copyTo(const std::string& path, std::FILE* source, const FileHeritage& heritage) {
+    const int descriptor = createHeir(path, O_WRONLY | O_CLOEXEC, heritage);
+    if (descriptor < 0) return false;
+    std::FILE* const copy = ::fdopen(descriptor, "w");
+    if (copy == nullptr) {
+        ::close(descriptor);
+        return false;
+    }
+    WriteSignalBlock block;
+    if (const int error = copyAndClose(source, copy); error != 0) block.takeBackSignal(error);
+    return true;
+}
+
 }  // namespace
+
+bool isReplaceable(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
+}
 
 std::string numberedName(const std::string& path, int number) {
     return path + "." + std::to_string(number);
@@ -101,18 +130,17 @@ int createHeir(const std::string& path, int flags, const FileHeritage& heritage)
 }
 
 void copyLogFile(const std::string& from, const std::string& to) {
-    std::FILE* const source = std::fopen(from.c_str(), "re");
-    if (source == nullptr) return;
-    const auto heritage = heritageOf(::fileno(source));
-    const int file = heritage ? createHeir(to, O_WRONLY | O_CLOEXEC, *heritage) : -1;
-    std::FILE* const copy = file >= 0 ? ::fdopen(file, "w") : nullptr;
-    if (copy != nullptr) {
-        WriteSignalBlock block;
-        if (const int error = copyAndClose(source, copy); error != 0) block.takeBackSignal(error);
-    } else if (file >= 0) {
-        ::close(file);
+    const std::string unfinished = unfinishedCopyOf(to);
+    if (isThere(to) || !isReplaceable(unfinished)) return;
+    const File source(std::fopen(from.c_str(), "re"));
+    if (!source) return;
+    const auto heritage = heritageOf(::fileno(source.get()));
+    if (!heritage) return;
+    ::unlink(unfinished.c_str());
+    // One that could not be written whole stays, for the log file's own days are numbered.
+    if (copyTo(unfinished, source.get(), *heritage)) {
+        std::rename(unfinished.c_str(), to.c_str());
     }
-    std::fclose(source);
 }
 
 }  // namespace halvane::logging

@@ -12,6 +12,9 @@ inline constexpr int kMaxKeptFiles = 10000;  // a rotation renames them all, wit
 
 std::string numberedName(const std::string& path, int number);
 
+// A file or nothing: what may be renamed away. Not a device, which other programs need in place.
+bool isReplaceable(const std::string& path);
+
 // Whether the names of `count` files are not too long.
 bool numberedNamesFit(const std::string& path, int count);
 
@@ -36,7 +39,8 @@ std::optional<FileHeritage> heritageOf(int descriptor);
 int createHeir(const std::string& path, int flags, const FileHeritage& heritage);
 
 // Copies `from` into a new file. One that is there already, for it could not be renamed, stays as
-// it is.
+// it is. Until all is copied that can be, the copy has the number 0, which no kept file has: one
+// that a program leaves behind which is stopped meanwhile is taken for no backup, and overwritten.
 void copyLogFile(const std::string& from, const std::string& to);
 
 }  // namespace halvane::logging

@@ -1,12 +1,19 @@
 // The output "file": folders, rotation and backups, step by step.
+#include <bit>
 #include <cerrno>
+#include <cstddef>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <map>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 #include <vector>
 
@@ -588,6 +595,68 @@ TEST_F(LogFileTest, ShiftsNoBackupsWhereTheNewestIsMissing) {
                               {"save.2", "two"}}));
 }
 
+constexpr int kNotHere = 77;
+
+// From here on a write of 4096 bytes and more ends the process, at once.
+bool endAtLongWrite() {
+    constexpr bool kIsBigEndian = std::endian::native == std::endian::big;
+    constexpr auto kLength = offsetof(seccomp_data, args[2]) + (kIsBigEndian ? 4 : 0);
+    sock_filter rules[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_write, 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, kLength),
+        BPF_JUMP(BPF_JMP | BPF_JGE | BPF_K, 4096, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog program = {static_cast<unsigned short>(std::size(rules)), rules};
+    const rlimit noCore = {0, 0};
+    return ::setrlimit(RLIMIT_CORE, &noCore) == 0 &&
+           ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
+
+// Rotates in a child that ends within the copy; -1 where it did.
+int endWithinCopy(const std::string& setting) {
+    return resultInChild([&] {
+        if (LogControl(setting.c_str()) != kStatusOK) return 2;
+        if (!endAtLongWrite()) return kNotHere;
+        LogPrintF(&category, "", kLogLevelInfo, "b");
+        return 3;
+    });
+}
+
+// A backup is the whole log file, or is not there.
+TEST_F(LogFileTest, LeavesNoPartOfABackupWhenAProgramEndsWithinTheCopy) {
+    const std::string parameters = "path=" + path() + ";roll=1#2;backup=" + path("save") + "#3";
+    const std::string text(20000, 'a');
+    write("log", text);
+    write("save", "saved");
+    for (int i = 0; i < 2; ++i) {
+        const int result = endWithinCopy("^FileTest$:output=file;" + parameters);
+        if (result == kNotHere) GTEST_SKIP() << "no filter of system calls";
+        ASSERT_EQ(result, -1);
+        EXPECT_TRUE(contents() == text);  // a long one to print
+        EXPECT_FALSE(std::filesystem::exists(path("save")));
+        EXPECT_EQ(contents("save.1").size(), 5u);
+    }
+    // The next rotation makes it, and leaves nothing else.
+    ASSERT_EQ(setFile(parameters), kStatusOK);
+    log("b");
+    const Files expected = {
+        {"log", "b"}, {"log.1", text + kEnded}, {"save", text}, {"save.1", "saved"}};
+    EXPECT_TRUE(files() == expected);
+}
+
+TEST_F(LogFileTest, LeavesAloneWhatIsNoFileInThePlaceOfAnUnfinishedBackup) {
+    ASSERT_EQ(::mkfifo(path("save.0").c_str(), 0600), 0);
+    ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("save") + "#2"), kStatusOK);
+    log("a");
+    log("b");
+    EXPECT_TRUE(std::filesystem::is_fifo(path("save.0")));
+    EXPECT_EQ(contents("log.1"), "a" + kEnded);
+}
+
 TEST_F(LogFileTest, AnEmptyFileTakesNoPlace) {
     write("log.1", "one");
     write("save", "saved");
@@ -681,6 +750,19 @@ TEST_F(LogFileTest, OpensTheFileBehindASettingThatFails) {
     category.reset();
     LogIsEnabled(&category, kLogLevelInfo);
     EXPECT_EQ(outputOf(category), "file;path=" + path());
+}
+
+// A control string applies all settings, so what could not be had is tried once more.
+TEST_F(LogFileTest, TriesASettingThatFailsAgainWithTheNextControlString) {
+    write("sub", "a file in a folder's place");
+    ASSERT_EQ(setFile("path=" + path("log")), kStatusOK);
+    EXPECT_EQ(LogControl(("FileTest:output=file;path=" + path("sub/log")).c_str()),
+              kStatusCannotOpen);
+    EXPECT_EQ(LogControl("Another:level=info"), kStatusOK);  // tells of what is new alone
+    EXPECT_EQ(outputOf(category), "file;path=" + path("log"));
+    std::filesystem::remove(path("sub"));
+    EXPECT_EQ(LogControl("Another:level=info"), kStatusOK);
+    EXPECT_EQ(outputOf(category), "file;path=" + path("sub/log"));
 }
 
 TEST_F(LogFileTest, ClosesTheFileThatNoCategoryUses) {
