@@ -114,11 +114,11 @@ std::vector<Record> recordsFor(const PropertyListDictionary& skeleton, std::stri
 }
 
 // The skeletons of the records, in order.
-template <typename Record>
-PropertyListArray skeletonsOf(const std::vector<Record>& records) {
+template <typename Records>
+PropertyListArray skeletonsOf(const Records& records) {
     PropertyListArray array;
     array.reserve(records.size());
-    for (const Record& record : records) array.emplace_back(record.skeletonRepresentation());
+    for (const auto& record : records) array.emplace_back(record.skeletonRepresentation());
     return array;
 }
 

@@ -103,7 +103,7 @@ TEST_F(SimulationTest, ListsConfigurationsOfOneInterfaceOrOfAll) {
     simulation_.world.addConfig("wlan1", config);
     const auto& wlan0 = simulation_.world.interfaces()[0].configs;
     EXPECT_EQ(recordsIn<HalvaneBSSConfig>(replyTo({{"command", "queryBSSConfigList"}}), "configs"),
-              (std::vector{wlan0[0], config}));
+              (std::vector{*wlan0.begin(), config}));
     EXPECT_EQ(recordsIn<HalvaneBSSConfig>(
                   replyTo({{"command", "queryBSSConfigList"}, {"interface", "wlan1"}}), "configs"),
               std::vector{config});
@@ -116,7 +116,7 @@ TEST_F(SimulationTest, AddsAndRemovesConfigurations) {
     config.setSSID_error("mine");
     const ByteBuffer data = xml(config.skeletonRepresentation());
     EXPECT_EQ(statusOf({{"command", "configAdd"}, {"interface", "wlan1"}, {"bssconfig", data}}), 0);
-    EXPECT_EQ(simulation_.world.interfaces()[1].configs, std::vector{config});
+    EXPECT_THAT(simulation_.world.interfaces()[1].configs, ElementsAre(config));
     EXPECT_EQ(statusOf({{"command", "configRemove"}, {"interface", "wlan1"}, {"bssconfig", data}}),
               0);
     EXPECT_THAT(simulation_.world.interfaces()[1].configs, IsEmpty());

@@ -7,6 +7,7 @@
 
 #include "halvane/platform/xml_property_list.h"
 
+#include "tests/support/replaced_new.h"
 #include "tests/support/skeletons.h"
 #include "tools/halvaned-sim/default_world.h"
 
@@ -216,7 +217,7 @@ TEST(WorldFile, TakesNumbersForBooleans) {
     PropertyListDictionary config = withData("SSID", {'x'});
     config.set("SecurityWPA2", 1);
     const World world = worldFromPropertyList(fileOf("Configs", forWlan0({config})));
-    EXPECT_TRUE(world.interfaces()[0].configs.at(0).allowSecurityWPA2());
+    EXPECT_TRUE(world.interfaces()[0].configs.begin()->allowSecurityWPA2());
 }
 
 TEST(WorldFile, RefusesRecordsThatCannotBeToldApart) {
@@ -258,6 +259,46 @@ TEST(WorldFile, TakesNoValueOfTheWrongKind) {
             EXPECT_EQ(refusalOf(fileOf(key, value)), std::string(key) + ": is no dictionary");
         }
     }
+}
+
+// What a thread asks operator new for.
+class CountedMemory {
+  public:
+    CountedMemory() {
+        bytes() = 0;
+        testing::memoryHooks().mayAllocate = [](std::size_t size) {
+            bytes() += size;
+            return true;
+        };
+    }
+    ~CountedMemory() { testing::memoryHooks().mayAllocate = nullptr; }
+    CountedMemory(const CountedMemory&) = delete;
+    CountedMemory& operator=(const CountedMemory&) = delete;
+
+    static std::size_t& bytes() {
+        thread_local std::size_t count;
+        return count;
+    }
+};
+
+TEST(WorldFile, CopiesALongNameForNoneOfTheRecordsUnderIt) {
+    constexpr std::size_t kNameSize = 100000;
+    const std::string name(kNameSize, 'w');
+    PropertyListDictionary interface =
+        defaultWorld().interfaces()[0].record.skeletonRepresentation();
+    interface.set("InterfaceName", name);
+    PropertyListArray stations;
+    for (std::uint8_t i = 0; i < 200; ++i)
+        stations.emplace_back(withData("MAC", {2, 0, 0, 0, 0, i}));
+    PropertyListDictionary lists;
+    lists.set(name, stations);
+    PropertyListDictionary file;
+    file.set("Interfaces", PropertyListArray{interface});
+    file.set("Stations", lists);
+
+    const CountedMemory memory;
+    EXPECT_EQ(worldFromPropertyList(file).interfaces()[0].stations.size(), 200u);
+    EXPECT_LT(memory.bytes(), 50 * kNameSize);
 }
 
 TEST(WorldFile, NamesTheByteWhereXMLEnds) {

@@ -63,8 +63,8 @@ TEST(World, HasTwoDevicesWithAnInterfaceEach) {
     EXPECT_EQ(wlan0.record.ifRole(), "AP");
     EXPECT_EQ(wlan0.record.availableChannels().size(), 11u);
     EXPECT_EQ(wlan0.record.availableChannels()[5].channelFrequency(), 2437);
-    EXPECT_EQ(wlan0.configs.at(0).wifiSecurity(), kHalvaneSecurityWPAPSK);
-    EXPECT_TRUE(wlan0.configs.at(0).keyMaterial());
+    EXPECT_EQ(wlan0.configs.begin()->wifiSecurity(), kHalvaneSecurityWPAPSK);
+    EXPECT_TRUE(wlan0.configs.begin()->keyMaterial());
     const auto& channels = world.interfaces()[1].record.availableChannels();
     ASSERT_EQ(channels.size(), 24u);
     EXPECT_EQ(channels[15].channelNumber(), 52);
@@ -102,7 +102,7 @@ TEST(World, LetsStationsLeaveWhenTheBSSEnds) {
         [](World& world) { return world.disable("wlan0"); },
         [](World& world) { return world.changeRole("wlan0", "STA"); },
         [](World& world) {
-            return world.removeConfig("wlan0", world.interfaces()[0].configs.at(0));
+            return world.removeConfig("wlan0", *world.interfaces()[0].configs.begin());
         },
     };
     for (const End& end : ends) {
@@ -187,7 +187,7 @@ TEST(World, ReplacesAConfigurationOfTheSameSSID) {
     EXPECT_EQ(world.addConfig("wlan1", config("two")), Status::Done);
     EXPECT_EQ(world.addConfig("wlan1", config("one", 9)), Status::Done);
     EXPECT_THAT(namesOf(world.interfaces()[1]), ElementsAre("one", "two"));
-    EXPECT_EQ(world.interfaces()[1].configs[0].preferredOrder(), 9);
+    EXPECT_EQ(world.interfaces()[1].configs.begin()->preferredOrder(), 9);
     EXPECT_THAT(namesOf(world.interfaces()[0]), ElementsAre("Halvane Simulation"));
 }
 

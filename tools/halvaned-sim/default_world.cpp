@@ -107,11 +107,14 @@ World defaultWorld() {
     std::vector<HalvaneDevice> devices = {device({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}, 0, 2),
                                           device({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5F}, 1, 3)};
     auto host = interfaceOf(devices[0], "wlan0", kHostRole, channelsOf(k24GHz));
-    host.configs = {network()};
+    host.configs.put(network());
     host.stations = {station(1, -48), station(2, -61)};
     auto other = interfaceOf(devices[1], "wlan1", "STA", channelsOf(kBothBands));
     other.stations = {station(3, -70)};
-    return World(std::move(devices), {std::move(host), std::move(other)});
+    std::vector<SimulatedInterface> interfaces;
+    interfaces.push_back(std::move(host));
+    interfaces.push_back(std::move(other));
+    return World(std::move(devices), std::move(interfaces));
 }
 
 }  // namespace halvane::sim

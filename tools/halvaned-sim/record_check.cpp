@@ -25,37 +25,33 @@ struct KeyCheck {
     bool isRequired = false;
 };
 
-std::string within(std::string place, std::string_view key) {
-    return place.append(": ").append(key);
-}
-
 void checkRecord(const PropertyListValue& value, std::span<const KeyCheck> keys,
-                 const std::string& place) {
+                 const Place& place) {
     const auto* const record = value.as<PropertyListDictionary>();
     if (record == nullptr) refuse(place, "is no dictionary");
     for (const auto& [key, held] : *record) {
         const auto known = std::ranges::find(keys, key, &KeyCheck::key);
-        const std::string at = within(place, key);
+        const Place at = place.at(key);
         if (known == keys.end()) refuse(at, "there is no such key");
         known->check(held, at);
     }
     for (const KeyCheck& key : keys) {
         if (key.isRequired && record->find(key.key) == nullptr) {
-            refuse(within(place, key.key), "is missing");
+            refuse(place.at(key.key), "is missing");
         }
     }
 }
 
 template <const auto& keys>
-void checkKeys(const PropertyListValue& value, const std::string& place) {
+void checkKeys(const PropertyListValue& value, const Place& place) {
     checkRecord(value, keys, place);
 }
 
 template <RecordCheck check>
-void checkEach(const PropertyListValue& value, const std::string& place) {
+void checkEach(const PropertyListValue& value, const Place& place) {
     const auto* const array = value.as<PropertyListArray>();
     if (array == nullptr) refuse(place, "is no array");
-    for (std::size_t i = 0; i < array->size(); ++i) check((*array)[i], elementOf(place, i));
+    for (std::size_t i = 0; i < array->size(); ++i) check((*array)[i], place.element(i));
 }
 
 bool isInteger(const PropertyListValue& value) {
@@ -65,7 +61,7 @@ bool isInteger(const PropertyListValue& value) {
 
 // What the record holds as an Integer.
 template <typename Integer>
-void number(const PropertyListValue& value, const std::string& place) {
+void number(const PropertyListValue& value, const Place& place) {
     using Limits = std::numeric_limits<Integer>;
     if (!isInteger(value)) refuse(place, "is no integer");
     const auto* const number = value.as<Number>();
@@ -80,24 +76,24 @@ constexpr RecordCheck signed64 = number<std::int64_t>;
 constexpr RecordCheck unsigned64 = number<std::uint64_t>;
 constexpr RecordCheck unsigned16 = number<std::uint16_t>;
 
-void boolean(const PropertyListValue& value, const std::string& place) {
+void boolean(const PropertyListValue& value, const Place& place) {
     if (!isInteger(value)) refuse(place, "is no boolean");
 }
 
-void text(const PropertyListValue& value, const std::string& place) {
+void text(const PropertyListValue& value, const Place& place) {
     if (value.as<std::string>() == nullptr) refuse(place, "is no string");
 }
 
-void name(const PropertyListValue& value, const std::string& place) {
+void name(const PropertyListValue& value, const Place& place) {
     text(value, place);
     if (value.as<std::string>()->empty()) refuse(place, "is empty");
 }
 
-void data(const PropertyListValue& value, const std::string& place) {
+void data(const PropertyListValue& value, const Place& place) {
     if (value.as<ByteBuffer>() == nullptr) refuse(place, "is no data");
 }
 
-void address(const PropertyListValue& value, const std::string& place) {
+void address(const PropertyListValue& value, const Place& place) {
     data(value, place);
     const std::size_t size = value.as<ByteBuffer>()->size();
     if (size != 0 && size != kAddressLength) refuse(place, "has not 6 bytes");
@@ -161,19 +157,19 @@ constexpr KeyCheck kConfigKeys[] = {HALVANE_BSS_CONFIG_FIELDS(HALVANE_SIM_GIVEN,
 
 }  // namespace
 
-void checkDevice(const PropertyListValue& value, const std::string& place) {
+void checkDevice(const PropertyListValue& value, const Place& place) {
     checkRecord(value, kDeviceKeys, place);
 }
 
-void checkInterface(const PropertyListValue& value, const std::string& place) {
+void checkInterface(const PropertyListValue& value, const Place& place) {
     checkRecord(value, kInterfaceKeys, place);
 }
 
-void checkConfig(const PropertyListValue& value, const std::string& place) {
+void checkConfig(const PropertyListValue& value, const Place& place) {
     checkRecord(value, kConfigKeys, place);
 }
 
-void checkClient(const PropertyListValue& value, const std::string& place) {
+void checkClient(const PropertyListValue& value, const Place& place) {
     checkRecord(value, kClientKeys, place);
 }
 

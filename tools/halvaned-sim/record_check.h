@@ -5,9 +5,9 @@
 #ifndef TOOLS_HALVANED_SIM_RECORD_CHECK_H
 #define TOOLS_HALVANED_SIM_RECORD_CHECK_H
 
-#include <string>
-
 #include "halvane/base/property_list_value.h"
+
+#include "tools/halvaned-sim/world_file_error.h"
 
 namespace halvane::sim {
 
@@ -15,11 +15,11 @@ namespace halvane::sim {
 // with a key that is not known, whose value is of another kind, out of its range or of no use, or
 // that is missing. A boolean and an integer stand in for each other; a real does for neither. An
 // address may be empty, as a missing one is.
-using RecordCheck = void (*)(const PropertyListValue& value, const std::string& place);
-void checkDevice(const PropertyListValue& value, const std::string& place);
-void checkInterface(const PropertyListValue& value, const std::string& place);
-void checkConfig(const PropertyListValue& value, const std::string& place);
-void checkClient(const PropertyListValue& value, const std::string& place);
+using RecordCheck = void (*)(const PropertyListValue& value, const Place& place);
+void checkDevice(const PropertyListValue& value, const Place& place);
+void checkInterface(const PropertyListValue& value, const Place& place);
+void checkConfig(const PropertyListValue& value, const Place& place);
+void checkClient(const PropertyListValue& value, const Place& place);
 
 }  // namespace halvane::sim
 

@@ -30,15 +30,6 @@ bool isRole(const std::string& role) {
     return !role.empty() && xmlPropertyList(role).has_value();
 }
 
-template <typename Configs, typename Matches>
-auto configWhere(Configs& configs, Matches matches) {
-    return std::find_if(configs.begin(), configs.end(), matches);
-}
-
-auto hasSSID(const std::optional<ByteBuffer>& ssid) {
-    return [&ssid](const HalvaneBSSConfig& config) { return config.ssid() == ssid; };
-}
-
 // A record has no way to change its role alone.
 HalvaneInterface withRole(const HalvaneInterface& record, const std::string& role) {
     PropertyListDictionary skeleton = record.skeletonRepresentation();
@@ -65,8 +56,9 @@ ByteBuffer burstAddress(std::size_t interface, std::uint32_t number) {
 
 // The channel that the BSS is on; any is the first that there is.
 std::int64_t hostChannel(const SimulatedInterface& interface) {
-    const auto hosted = configWhere(interface.configs, hasSSID(interface.hostedSSID));
-    if (hosted != interface.configs.end() && hosted->channel() != 0) return hosted->channel();
+    const HalvaneBSSConfig* const hosted =
+        interface.hostedSSID ? interface.configs.find(*interface.hostedSSID) : nullptr;
+    if (hosted != nullptr && hosted->channel() != 0) return hosted->channel();
     const auto& channels = interface.record.availableChannels();
     return channels.empty() ? 0 : channels.front().channelNumber();
 }
@@ -110,12 +102,7 @@ Status World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
     SimulatedInterface* const interface = find(name);
     if (interface == nullptr) return Status::UnknownInterface;
     if (!isUsable(config)) return Status::BadConfiguration;
-    const auto same = configWhere(interface->configs, hasSSID(config.ssid()));
-    if (same != interface->configs.end()) {
-        *same = config;
-    } else {
-        interface->configs.push_back(config);
-    }
+    interface->configs.put(config);
     return Status::Done;
 }
 
@@ -123,10 +110,10 @@ Status World::removeConfig(std::string_view name, const HalvaneBSSConfig& config
     SimulatedInterface* const interface = find(name);
     if (interface == nullptr) return Status::UnknownInterface;
     // SSIDs are unique, so that the equal configuration is the one of the same SSID.
-    const auto same = configWhere(interface->configs, hasSSID(config.ssid()));
-    if (same == interface->configs.end()) return Status::UnknownConfiguration;
-    if (interface->hostedSSID == same->ssid()) takeDown(*interface);
-    interface->configs.erase(same);
+    const std::optional<ByteBuffer> ssid = config.ssid();
+    if (!ssid || interface->configs.find(*ssid) == nullptr) return Status::UnknownConfiguration;
+    if (interface->hostedSSID == ssid) takeDown(*interface);
+    interface->configs.remove(*ssid);
     return Status::Done;
 }
 

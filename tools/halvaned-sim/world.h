@@ -20,6 +20,7 @@
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 
+#include "tools/halvaned-sim/config_list.h"
 #include "tools/halvaned-sim/notification.h"
 #include "tools/halvaned-sim/station_list.h"
 #include "tools/halvaned-sim/status.h"
@@ -42,7 +43,7 @@ inline constexpr const char kHostRole[] = "AP";
 struct SimulatedInterface {
     HalvaneInterface record;
     bool isEnabled = true;
-    std::vector<HalvaneBSSConfig> configs = {};  // each with an SSID of its own
+    ConfigList configs = {};
     std::vector<HalvaneClient> stations = {};   // those in range: they join whatever BSS is started
     std::optional<ByteBuffer> hostedSSID = {};  // of the BSS that is up
 

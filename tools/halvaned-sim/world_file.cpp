@@ -34,34 +34,33 @@ constexpr const char* kKeys[] = {kDevices, kInterfaces, kDisabled, kConfigs, kSt
 constexpr std::size_t kAddressLength = 6;
 
 template <typename Kind>
-const Kind& held(const PropertyListValue& value, const std::string& place, const char* kind) {
+const Kind& held(const PropertyListValue& value, const Place& place, const char* kind) {
     const Kind* const found = value.as<Kind>();
     if (found == nullptr) refuse(place, std::string("is no ") + kind);
     return *found;
 }
 
-const PropertyListArray& arrayIn(const PropertyListValue& value, const std::string& place) {
+const PropertyListArray& arrayIn(const PropertyListValue& value, const Place& place) {
     return held<PropertyListArray>(value, place, "array");
 }
 
-const PropertyListDictionary& dictionaryIn(const PropertyListValue& value,
-                                           const std::string& place) {
+const PropertyListDictionary& dictionaryIn(const PropertyListValue& value, const Place& place) {
     return held<PropertyListDictionary>(value, place, "dictionary");
 }
 
 // What the check takes is what a record can be built from, so that there is one for each element.
 template <typename Record>
-std::vector<Record> recordsIn(const PropertyListValue& value, const std::string& place,
+std::vector<Record> recordsIn(const PropertyListValue& value, const Place& place,
                               RecordCheck check) {
     const PropertyListArray& array = arrayIn(value, place);
-    for (std::size_t i = 0; i < array.size(); ++i) check(array[i], elementOf(place, i));
+    for (std::size_t i = 0; i < array.size(); ++i) check(array[i], place.element(i));
     return skeleton::recordsOf<Record>(array);
 }
 
 // What a list has seen of a key by which its records are told apart.
 class Distinct {
   public:
-    Distinct(std::string place, const char* key) : place_(std::move(place)), key_(key) {}
+    Distinct(const Place& place, const char* key) : place_(place), key_(key) {}
 
     void add(const std::string& value) {
         if (!values_.insert(value).second) refuse("another has the same");
@@ -69,11 +68,12 @@ class Distinct {
     }
 
     [[noreturn]] void refuse(const std::string& problem) const {
-        sim::refuse(elementOf(place_, index_) + ": " + key_, problem);
+        const Place element = place_.element(index_);
+        sim::refuse(element.at(key_), problem);
     }
 
   private:
-    const std::string place_;
+    const Place place_;
     const char* const key_;
     std::size_t index_ = 0;
     std::set<std::string> values_;
@@ -85,10 +85,6 @@ void withValueOf(const PropertyListDictionary& file, const char* key, Use use) {
     if (const auto* value = file.find(key)) use(*value);
 }
 
-std::string listPlace(const char* key, const std::string& interface) {
-    return std::string(key) + ": " + interface;
-}
-
 // Reads a world piece by piece; everything else refers to the interfaces, which come first.
 class Reader {
   public:
@@ -98,12 +94,14 @@ class Reader {
         refuseUnknownKeys();
         readInterfaces();
         withValueOf(file_, kDevices, [&](const PropertyListValue& value) {
-            devices_ = recordsIn<HalvaneDevice>(value, kDevices, checkDevice);
+            devices_ = recordsIn<HalvaneDevice>(value, Place(kDevices), checkDevice);
         });
         withValueOf(file_, kDisabled, [&](const PropertyListValue& value) { disable(value); });
-        readLists(kConfigs, &SimulatedInterface::configs, checkConfig);
-        readLists(kStations, &SimulatedInterface::stations, checkClient);
-        checkConfigs();
+        readLists<HalvaneBSSConfig>(kConfigs, checkConfig,
+                                    [&](std::size_t index) { return &configs_[index]; });
+        readLists<HalvaneClient>(kStations, checkClient,
+                                 [&](std::size_t index) { return &interfaces_[index].stations; });
+        takeConfigs();
         checkStations();
         checkSizeOfStations();
         return World(std::move(devices_), std::move(interfaces_));
@@ -113,59 +111,68 @@ class Reader {
     void refuseUnknownKeys() const {
         for (const auto& [key, value] : file_) {
             if (std::find(std::begin(kKeys), std::end(kKeys), key) == std::end(kKeys)) {
-                refuse(key, "there is no such key");
+                refuse(Place(key), "there is no such key");
             }
         }
     }
 
     void readInterfaces() {
         const auto* value = file_.find(kInterfaces);
-        if (value == nullptr) refuse(kInterfaces, "is missing");
-        Distinct names(kInterfaces, "InterfaceName");
-        for (auto& record : recordsIn<HalvaneInterface>(*value, kInterfaces, checkInterface)) {
+        const Place interfaces(kInterfaces);
+        if (value == nullptr) refuse(interfaces, "is missing");
+        Distinct names(interfaces, "InterfaceName");
+        for (auto& record : recordsIn<HalvaneInterface>(*value, interfaces, checkInterface)) {
             names.add(*record.ifName());
             indexOfName_.emplace(*record.ifName(), interfaces_.size());
             interfaces_.push_back({.record = std::move(record)});
         }
+        configs_.resize(interfaces_.size());
     }
 
-    SimulatedInterface& named(const std::string& name, const std::string& place) {
+    std::size_t indexOf(const std::string& name, const Place& place) const {
         const auto found = indexOfName_.find(name);
-        if (found != indexOfName_.end()) return interfaces_[found->second];
+        if (found != indexOfName_.end()) return found->second;
         refuse(place, "there is no interface " + name);
     }
 
     void disable(const PropertyListValue& value) {
-        const PropertyListArray& names = arrayIn(value, kDisabled);
+        const Place disabled(kDisabled);
+        const PropertyListArray& names = arrayIn(value, disabled);
         for (std::size_t i = 0; i < names.size(); ++i) {
-            const std::string place = elementOf(kDisabled, i);
-            named(held<std::string>(names[i], place, "string"), place).isEnabled = false;
+            const Place place = disabled.element(i);
+            interfaces_[indexOf(held<std::string>(names[i], place, "string"), place)].isEnabled =
+                false;
         }
     }
 
-    template <typename Record>
-    void readLists(const char* key, std::vector<Record> SimulatedInterface::*list,
-                   RecordCheck check) {
+    // `listOf` returns where the records of an interface go.
+    template <typename Record, typename ListOf>
+    void readLists(const char* key, RecordCheck check, ListOf listOf) {
+        const Place lists(key);
         withValueOf(file_, key, [&](const PropertyListValue& value) {
-            for (const auto& [name, records] : dictionaryIn(value, key)) {
-                named(name, key).*list = recordsIn<Record>(records, listPlace(key, name), check);
+            for (const auto& [name, records] : dictionaryIn(value, lists)) {
+                const std::size_t index = indexOf(name, lists);
+                *listOf(index) = recordsIn<Record>(records, lists.at(name), check);
             }
         });
     }
 
-    void checkConfigs() const {
-        for (const SimulatedInterface& interface : interfaces_) {
-            Distinct names(listPlace(kConfigs, interface.name()), "SSID");
-            for (const HalvaneBSSConfig& config : interface.configs) {
+    void takeConfigs() {
+        const Place lists(kConfigs);
+        for (std::size_t i = 0; i < interfaces_.size(); ++i) {
+            Distinct names(lists.at(interfaces_[i].name()), "SSID");
+            for (const HalvaneBSSConfig& config : configs_[i]) {
                 if (!isUsable(config)) names.refuse("has not 1 to 32 bytes");
                 names.add(config.ssid()->hex());
+                interfaces_[i].configs.put(config);
             }
         }
     }
 
     void checkStations() const {
+        const Place lists(kStations);
         for (const SimulatedInterface& interface : interfaces_) {
-            Distinct addresses(listPlace(kStations, interface.name()), "MAC");
+            Distinct addresses(lists.at(interface.name()), "MAC");
             for (const HalvaneClient& station : interface.stations) {
                 if (station.mac().size() != kAddressLength) addresses.refuse("has not 6 bytes");
                 addresses.add(station.mac().hex());
@@ -182,33 +189,35 @@ class Reader {
         }
         const auto text = xmlPropertyList(std::move(stations));
         if (text && text->size() > kLargestStationsInRange) {
-            refuse(kStations, "they are longer than " + std::to_string(kLargestStationsInRange) +
-                                  " bytes as one property list");
+            refuse(Place(kStations), "they are longer than " +
+                                         std::to_string(kLargestStationsInRange) +
+                                         " bytes as one property list");
         }
     }
 
     const PropertyListDictionary& file_;
     std::vector<HalvaneDevice> devices_;
     std::vector<SimulatedInterface> interfaces_;
+    std::vector<std::vector<HalvaneBSSConfig>> configs_;  // by interface
     std::map<std::string, std::size_t> indexOfName_;
 };
 
 }  // namespace
 
 World worldFromPropertyList(const PropertyListValue& value) {
-    return Reader(dictionaryIn(value, "the whole")).read();
+    return Reader(dictionaryIn(value, Place("the whole"))).read();
 }
 
 World worldFromText(std::string_view xml) {
     std::optional<XmlPropertyListError> error;
     const auto value = propertyListFromXml(xml, &error);
     if (!value) {
-        refuse("byte " + std::to_string(error->offset),
-               "is no property list: " + std::string(error->reason));
+        const std::string byte = "byte " + std::to_string(error->offset);
+        refuse(Place(byte), "is no property list: " + std::string(error->reason));
     }
     // XML 1.1 has characters that no reply could hold.
     if (!xmlPropertyList(*value))
-        refuse("the whole", "holds characters that XML 1.0 does not have");
+        refuse(Place("the whole"), "holds characters that XML 1.0 does not have");
     return worldFromPropertyList(*value);
 }
 

@@ -5,21 +5,43 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace halvane::sim {
+
+// Where something stands in the file: "Configs: wlan0: element 2". The text is made where it is
+// told, and not for each value that is right. What a place is made from outlives it.
+class Place {
+  public:
+    explicit Place(std::string_view name) : name_(name) {}
+
+    Place at(std::string_view name) const { return {this, name, 0}; }
+
+    // The element of an array, as people count: the first is number 1.
+    Place element(std::size_t index) const { return {this, {}, index + 1}; }
+
+    std::string text() const {
+        const std::string own =
+            number_ > 0 ? "element " + std::to_string(number_) : std::string(name_);
+        return whole_ != nullptr ? whole_->text() + ": " + own : own;
+    }
+
+  private:
+    Place(const Place* whole, std::string_view name, std::size_t number)
+        : whole_(whole), name_(name), number_(number) {}
+
+    const Place* whole_ = nullptr;
+    std::string_view name_;
+    std::size_t number_ = 0;  // of an element
+};
 
 // what() names the place in the file: "Configs: wlan0: element 2: SSID: has not 1 to 32 bytes".
 class WorldFileError : public std::runtime_error {
     using runtime_error::runtime_error;
 };
 
-[[noreturn]] inline void refuse(const std::string& place, const std::string& problem) {
-    throw WorldFileError(place + ": " + problem);
-}
-
-// The element of an array, as people count: the first is number 1.
-inline std::string elementOf(const std::string& place, std::size_t index) {
-    return place + ": element " + std::to_string(index + 1);
+[[noreturn]] inline void refuse(const Place& place, const std::string& problem) {
+    throw WorldFileError(place.text() + ": " + problem);
 }
 
 }  // namespace halvane::sim

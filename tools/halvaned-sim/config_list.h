@@ -1,0 +1,52 @@
+// The configurations of an interface, each with an SSID of its own, in the order in which their
+// SSIDs first came.
+#ifndef TOOLS_HALVANED_SIM_CONFIG_LIST_H
+#define TOOLS_HALVANED_SIM_CONFIG_LIST_H
+
+#include <cstddef>
+#include <list>
+#include <map>
+#include <string>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/model/bss_config.h"
+
+namespace halvane::sim {
+
+class ConfigList {
+  public:
+    using value_type = HalvaneBSSConfig;
+    using const_iterator = std::list<HalvaneBSSConfig>::const_iterator;
+
+    ConfigList() = default;
+    ConfigList(ConfigList&&) noexcept = default;
+    ConfigList& operator=(ConfigList&&) noexcept = default;
+
+    // Adds the configuration, in the place of one that has the same SSID. Where memory runs out,
+    // the list is as it was.
+    // REQUIRES: it has an SSID.
+    void put(const HalvaneBSSConfig& config);
+
+    // Null where there is none. Valid until it is removed.
+    const HalvaneBSSConfig* find(const ByteBuffer& ssid) const;
+
+    // Does nothing where there is none.
+    void remove(const ByteBuffer& ssid);
+
+    bool empty() const { return configs_.empty(); }
+    std::size_t size() const { return configs_.size(); }
+    const_iterator begin() const { return configs_.begin(); }
+    const_iterator end() const { return configs_.end(); }
+
+    bool operator==(const ConfigList& other) const { return configs_ == other.configs_; }
+
+  private:
+    using Configs = std::list<HalvaneBSSConfig>;  // which stay where they are
+
+    Configs configs_;
+    std::map<std::string, Configs::iterator> placeOfSSID_;  // by its hexadecimal digits
+};
+
+}  // namespace halvane::sim
+
+#endif
