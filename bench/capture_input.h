@@ -90,6 +90,55 @@ class PcapFile {
     Bytes bytes_;
 };
 
+// https://www.ietf.org/archive/id/draft-ietf-opsawg-pcapng-03.html, little-endian.
+class PcapngFile {
+  public:
+    static constexpr unsigned kInterface = 1;
+    static constexpr unsigned kPacket = 6;
+    static constexpr unsigned kSection = 0x0A0D0D0A;
+    static constexpr unsigned kUnknown = 0x0BAD;
+
+    PcapngFile() { addSection(); }
+
+    // REQUIRES: as many bytes as a multiple of 4.
+    void addBlock(unsigned type, const Bytes& body) {
+        append32(bytes_, type);
+        append32(bytes_, body.size() + 12);
+        append(bytes_, body);
+        append32(bytes_, body.size() + 12);
+    }
+
+    void addSection() {
+        addBlock(kSection,
+                 {0x4D, 0x3C, 0x2B, 0x1A, 1, 0, 0, 0, 255, 255, 255, 255, 255, 255, 255, 255});
+    }
+
+    void addInterface(const Bytes& options = {}) {
+        Bytes body;
+        append32(body, PcapFile::kIEEE80211);
+        append32(body, std::size_t{1} << 18);
+        append(body, options);
+        addBlock(kInterface, body);
+    }
+
+    void addPacket(std::size_t interface, const Bytes& packet) {
+        Bytes body;
+        append32(body, interface);
+        append32(body, 0);
+        append32(body, 0);
+        append32(body, packet.size());
+        append32(body, packet.size());
+        append(body, packet);
+        body.resize((body.size() + 3) / 4 * 4);
+        addBlock(kPacket, body);
+    }
+
+    const Bytes& bytes() const { return bytes_; }
+
+  private:
+    Bytes bytes_;
+};
+
 }  // namespace bench
 
 #endif

@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
     if (!keepMemory()) return EXIT_FAILURE;
     // Nobody's own preferences are read.
     if (::setenv("XDG_CONFIG_HOME", "/nonexistent", 1) != 0) return EXIT_FAILURE;
+    bench::logToNobody();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
 
@@ -31,6 +32,8 @@ int main(int argc, char** argv) {
     bench::addTextRows();
     bench::addPropertyListRows();
     bench::addReplyRows();
+    bench::addNotificationRows();
+    bench::addPreferenceRows();
     bench::addRegulatoryRows();
     bench::addCommandLineRows();
     bench::addLogRows();

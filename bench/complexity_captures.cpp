@@ -64,6 +64,45 @@ void addCaptureFileRows() {
     });
 }
 
+const Bytes kElements = {0, 1, 'a', 1, 1, 12};
+
+void addPcapngRows() {
+    addCapture("pcapng: networks", 16384, [](std::size_t n) {
+        PcapngFile file;
+        file.addInterface();
+        for (std::size_t i = 0; i < n; ++i) file.addPacket(0, beacon(i, kElements));
+        return file.bytes();
+    });
+    addCapture("pcapng: interfaces", 16384, [](std::size_t n) {
+        PcapngFile file;
+        for (std::size_t i = 0; i < n; ++i) file.addInterface();
+        file.addPacket(n - 1, beacon(0, kElements));
+        return file.bytes();
+    });
+    addCapture("pcapng: options of an interface", 16384, [](std::size_t n) {
+        PcapngFile file;
+        file.addInterface(repeated({1, 0, 0, 0}, n));  // comments
+        file.addPacket(0, beacon(0, kElements));
+        return file.bytes();
+    });
+    addCapture("pcapng: unknown blocks", 16384, [](std::size_t n) {
+        PcapngFile file;
+        file.addInterface();
+        for (std::size_t i = 0; i < n; ++i) file.addBlock(PcapngFile::kUnknown, {});
+        file.addPacket(0, beacon(0, kElements));
+        return file.bytes();
+    });
+    addCapture("pcapng: sections", 16384, [](std::size_t n) {
+        PcapngFile file;
+        for (std::size_t i = 0; i < n; ++i) {
+            if (i > 0) file.addSection();
+            file.addInterface();
+        }
+        file.addPacket(0, beacon(0, kElements));
+        return file.bytes();
+    });
+}
+
 // A packet of one long radio header, read n / 4 times so that small ones count.
 void addHeader(const char* row, LinkType linkType, Bytes (*make)(std::size_t)) {
     addGrowth(row, 16384, make, [linkType](const Bytes& packet) {
@@ -90,6 +129,30 @@ void addHeaderRows() {
                {0, 0, static_cast<unsigned>(size & 0xFF), static_cast<unsigned>(size >> 8)});
         append32(packet, 105);
         for (std::size_t i = 0; i < n - 2; ++i) append(packet, {9, 0, 0, 0});
+        append(packet, beacon(0, {}));
+        return packet;
+    });
+}
+
+void addOldHeaderRows() {
+    addHeader("Prism: items", LinkType::Prism, [](std::size_t n) {
+        Bytes packet;
+        append32(packet, 0x44);  // the message code
+        append32(packet, 24 + 12 * n);
+        append(packet, Bytes(16));  // the device's name
+        for (std::size_t i = 0; i < n; ++i) {
+            append32(packet, 0x00060044);  // the signal, of a value that is no level
+            append(packet, {0, 0, 4, 0, 0, 0, 0, 0});
+        }
+        append(packet, beacon(0, {}));
+        return packet;
+    });
+    addHeader("AVS: a long header", LinkType::AVS, [](std::size_t n) {
+        const std::size_t size = 64 + n;
+        Bytes packet = {0x80, 0x21, 0x10, 0x01};
+        append(packet, {0, static_cast<unsigned>(size >> 16),
+                        static_cast<unsigned>(size >> 8 & 255), static_cast<unsigned>(size & 255)});
+        packet.resize(size);
         append(packet, beacon(0, {}));
         return packet;
     });
@@ -123,7 +186,9 @@ void addOutput(const char* row, Format format) {
 
 void addCaptureRows() {
     addCaptureFileRows();
+    addPcapngRows();
     addHeaderRows();
+    addOldHeaderRows();
     addOutput("records as text", Format::Text);
     addOutput("records as JSON", Format::JSON);
     addOutput("records as JSON lines", Format::JSONLines);

@@ -1,4 +1,5 @@
 // Control strings of the log, and messages.
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -13,6 +14,9 @@
 namespace bench {
 
 namespace {
+
+// Each of them is a system call or more.
+constexpr std::size_t kMostSettings = 1024;
 
 HALVANE_LOG_CATEGORY(Bench, kLogLevelInfo, 0, nullptr);
 
@@ -47,17 +51,17 @@ void addControl(const char* row, std::size_t most, std::string (*make)(std::size
 
 void addControlRows() {
     addGrowth(
-        "LogControl: a new pattern at each call", 4096, [](std::size_t n) { return n; },
+        "LogControl: a new pattern at each call", kMostSettings, [](std::size_t n) { return n; },
         [](std::size_t n) { return forgetSettings() && applyAll(n); });
     addGrowth(
-        "LogControl: a new pattern for an output at each call", 4096,
+        "LogControl: a new pattern for an output at each call", kMostSettings,
         [](std::size_t n) {
             LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
             return n;
         },
         [](std::size_t n) { return forgetSettings() && applyAll(n, outputControlOf); });
     addGrowth(
-        "LogControl: the same pattern at each call", 4096, [](std::size_t n) { return n; },
+        "LogControl: the same pattern at each call", kMostSettings, [](std::size_t n) { return n; },
         [](std::size_t n) {
             if (!forgetSettings()) return false;
             for (std::size_t i = 0; i < n; ++i) {
@@ -65,8 +69,8 @@ void addControlRows() {
             }
             return true;
         });
-    addControl("LogControl: many settings of one pattern", 4096, [](std::size_t n) {
-        return "Pattern:" + repeated("level=error,", n - 1) + "level=info";
+    addControl("LogControl: many settings of one pattern", kMostSettings, [](std::size_t n) {
+        return repeated("Pattern:level=error,", n - 1) + "Pattern:level=info";
     });
     addControl("LogControl: a long pattern", 65536,
                [](std::size_t n) { return std::string(n, 'a') + ":level=error"; });
@@ -84,7 +88,7 @@ void addControlRows() {
 
 void addMessageRows() {
     addGrowth(
-        "LogUtils_Show: of settings", 4096,
+        "LogUtils_Show: of settings", kMostSettings,
         [](std::size_t n) {
             requireRow("LogUtils_Show", forgetSettings() && applyAll(n));
             return n;
@@ -108,6 +112,16 @@ void addMessageRows() {
 }
 
 }  // namespace
+
+void logToNobody() {
+    const auto quiet = [](LogCategory& category) {
+        category.initConfig = nullptr;
+        category.defaultLevel = kLogLevelOff;
+    };
+#define HALVANE_BENCH_CATEGORY(name) quiet(gLogCategory_##name);
+    HALVANE_WIFI_LOG_CATEGORIES(HALVANE_BENCH_CATEGORY)
+#undef HALVANE_BENCH_CATEGORY
+}
 
 void addLogRows() {
     addControlRows();

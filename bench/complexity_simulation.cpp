@@ -112,6 +112,23 @@ PropertyListDictionary fileOfDisabled(std::size_t count) {
     return file;
 }
 
+// n stations of an interface whose name has n bytes.
+PropertyListDictionary fileOfLongName(std::size_t count) {
+    const std::string name(count, 'w');
+    PropertyListArray stations;
+    for (std::size_t i = 0; i < count; ++i) {
+        stations.emplace_back(HalvaneClient::initWithMAC(addressOf(i)).skeletonRepresentation());
+    }
+    auto interface = defaultWorld().interfaces()[0].record.skeletonRepresentation();
+    interface.set("InterfaceName", name);
+    PropertyListDictionary lists;
+    lists.set(name, std::move(stations));
+    PropertyListDictionary file;
+    file.set("Interfaces", PropertyListArray{PropertyListValue(std::move(interface))});
+    file.set("Stations", std::move(lists));
+    return file;
+}
+
 void addState(const char* row, PropertyListDictionary (*make)(std::size_t)) {
     addGrowth(
         row, 4096, [make](std::size_t n) { return halvane::xmlPropertyList(make(n)).value(); },
@@ -124,6 +141,7 @@ void addStateRows() {
     addState("simulation state: interfaces", fileOf);
     addState("simulation state: interfaces with configurations", fileOfInterfacesWithConfigs);
     addState("simulation state: disabled interfaces", fileOfDisabled);
+    addState("simulation state: stations, and a long name", fileOfLongName);
 }
 
 // A simulation of one interface with n stations in range.
@@ -193,6 +211,17 @@ void addRequestRows() {
             return true;
         });
     addGrowth(
+        "simulation: configurations added and removed", 4096, [](std::size_t n) { return n; },
+        [](std::size_t n) {
+            const auto simulation = simulationOf(fileOf(1));
+            World& world = simulation->world;
+            for (std::size_t i = 0; i < n; ++i) world.addConfig(nameOf(0), configOf(i));
+            for (std::size_t i = 0; i < n; ++i) {
+                if (world.removeConfig(nameOf(0), configOf(i)) != Status::Done) return false;
+            }
+            return world.interfaces()[0].configs.empty();
+        });
+    addGrowth(
         "simulation: configurations listed", 4096,
         [](std::size_t n) { return simulationOf(fileOfConfigs(n)); },
         [](const auto& simulation) {
@@ -203,7 +232,7 @@ void addRequestRows() {
         "simulation: subscribers", 4096, [](std::size_t n) { return n; },
         [](std::size_t n) {
             const auto simulation = simulationOf(fileOf(1));
-            IPCMessage request = requestOf("registerNotifications");
+            IPCMessage request = requestOf("subscribe");
             request.entries().set("notifyAP", true);
             for (std::size_t i = 0; i < n; ++i) {
                 answer(*simulation, ":1." + std::to_string(i), request);

@@ -7,15 +7,32 @@
 #include <variant>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/client.h"
+#include "halvane/model/interface.h"
+#include "halvane/regulatory/channel.h"
+
 #include "bench/capture_input.h"
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"
 #include "tools/halvane/argument.h"
+#include "tools/halvane/config_json.h"
 #include "tools/halvane/escape_text.h"
+#include "tools/halvane/format.h"
 #include "tools/halvane/hex_input.h"
+#include "tools/halvane/model_json.h"
 #include "tools/halvane/ssid_argument.h"
+#include "tools/halvane/station_event.h"
 #include "tools/halvane/text_table.h"
 
+using halvane::ByteBuffer;
+using halvane::HalvaneBSSConfig;
+using halvane::HalvaneChannel;
+using halvane::HalvaneClient;
+using halvane::HalvaneInterface;
+using halvane::PropertyListDictionary;
 using namespace halvane::tool;
 
 namespace bench {
@@ -68,11 +85,57 @@ void addInputRows() {
         [](const std::string& text) { return decimalOf(text) == 7 && signedDecimalOf(text) == 7; });
 }
 
+// What the daemon reports, up to the text of its JSON.
+template <typename Record>
+void addJSON(const char* row, std::size_t most, Record (*make)(std::size_t)) {
+    addGrowth(row, most, make,
+              [](const Record& record) { return jsonOf(record).dump().size() > 2; });
+}
+
+void addJSONRows() {
+    addJSON<HalvaneBSSConfig>("JSON: a configuration of a long name", 262144, [](std::size_t n) {
+        auto config = HalvaneBSSConfig::init();
+        config.setWpsDeviceName(repeated("\"", n));
+        return config;
+    });
+    addJSON<HalvaneBSSConfig>("JSON: a configuration of a long passphrase", 262144,
+                              [](std::size_t n) {
+                                  PropertyListDictionary skeleton;
+                                  skeleton.set("Passphrase", ByteBuffer(Bytes(n)));
+                                  return HalvaneBSSConfig::initWithSkeletonRepresentation(skeleton);
+                              });
+    addJSON<HalvaneInterface>("JSON: an interface of channels", 4096, [](std::size_t n) {
+        PropertyListDictionary skeleton;
+        skeleton.set("InterfaceName", "wlan0");
+        skeleton.set("Role", "AP");
+        skeleton.set("Subsystem", "nl80211");
+        auto record = HalvaneInterface::initWithSkeletonRepresentation(skeleton).value();
+        record.setAvailableChannels(std::vector<HalvaneChannel>(
+            n, HalvaneChannel::initWithChannel_withFrequency_isRadarProne(6, 2437, false)));
+        return record;
+    });
+    addJSON<HalvaneClient>("JSON: a client of elements", 16384, [](std::size_t n) {
+        auto client = HalvaneClient::initWithMAC({2, 0, 0, 0, 0, 1});
+        client.setInformationElements(ByteBuffer(fallingRateElements(n)));
+        return client;
+    });
+    addGrowth(
+        "watch: an event of a long name", 262144,
+        [](std::size_t n) {
+            return StationEvent{"joined", {2, 0, 0, 0, 0, 1}, repeated("\x1B\"", n / 2)};
+        },
+        [](const StationEvent& event) {
+            return lineOf(event, Format::Text).size() > event.interfaceName.size() &&
+                   lineOf(event, Format::JSON).size() > event.interfaceName.size();
+        });
+}
+
 }  // namespace
 
 void addToolRows() {
     addTableRows();
     addInputRows();
+    addJSONRows();
 }
 
 }  // namespace bench

@@ -42,6 +42,9 @@ void addGrowth(const char* row, std::size_t most, Make make, Read read) {
         ->Complexity();
 }
 
+// What the library logs of what it reads goes to no file.
+void logToNobody();
+
 // The rows, by what is read.
 void addElementRows();
 void addFormatRows();
@@ -49,6 +52,8 @@ void addNumberRows();
 void addTextRows();
 void addPropertyListRows();
 void addReplyRows();
+void addNotificationRows();
+void addPreferenceRows();
 void addRegulatoryRows();
 void addCommandLineRows();
 void addLogRows();
