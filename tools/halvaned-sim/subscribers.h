@@ -2,25 +2,45 @@
 #ifndef TOOLS_HALVANED_SIM_SUBSCRIBERS_H
 #define TOOLS_HALVANED_SIM_SUBSCRIBERS_H
 
-#include <algorithm>
+#include <list>
+#include <map>
 #include <string>
-#include <vector>
 
 namespace halvane::sim {
 
 class Subscribers {
   public:
+    Subscribers() = default;
+    Subscribers(Subscribers&&) noexcept = default;
+    Subscribers& operator=(Subscribers&&) noexcept = default;
+
+    // Does nothing where it is there. Where memory runs out, the list is as it was.
     void add(const std::string& name) {
-        if (std::find(names_.begin(), names_.end(), name) == names_.end()) names_.push_back(name);
+        if (places_.contains(name)) return;
+        std::list<std::string> added = {name};
+        places_.emplace(name, added.begin());
+        names_.splice(names_.end(), added);
     }
-    void remove(const std::string& name) { std::erase(names_, name); }
-    void clear() { names_.clear(); }
+
+    // Does nothing where there is none.
+    void remove(const std::string& name) {
+        const auto found = places_.find(name);
+        if (found == places_.end()) return;
+        names_.erase(found->second);
+        places_.erase(found);
+    }
+
+    void clear() {
+        names_.clear();
+        places_.clear();
+    }
 
     // In the order in which they came.
-    const std::vector<std::string>& names() const { return names_; }
+    const std::list<std::string>& names() const { return names_; }
 
   private:
-    std::vector<std::string> names_;
+    std::list<std::string> names_;  // which stay where they are
+    std::map<std::string, std::list<std::string>::iterator> places_;
 };
 
 }  // namespace halvane::sim
