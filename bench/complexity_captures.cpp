@@ -123,12 +123,12 @@ void addHeaderRows() {
         return packet;
     });
     addHeader("PPI: fields", LinkType::PPI, [](std::size_t n) {
-        const std::size_t size = 8 + 4 * (n - 2);
+        const std::size_t size = 8 + 4 * (n - 3);
         Bytes packet;
         append(packet,
                {0, 0, static_cast<unsigned>(size & 0xFF), static_cast<unsigned>(size >> 8)});
         append32(packet, 105);
-        for (std::size_t i = 0; i < n - 2; ++i) append(packet, {9, 0, 0, 0});
+        for (std::size_t i = 0; i < n - 3; ++i) append(packet, {9, 0, 0, 0});
         append(packet, beacon(0, {}));
         return packet;
     });
