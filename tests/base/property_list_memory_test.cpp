@@ -1,4 +1,5 @@
 // A dictionary whose memory ends stays what it was: its entries and their index agree.
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <new>
 #include <string>

@@ -1,5 +1,6 @@
 #include "halvane/base/status.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>

@@ -1,5 +1,6 @@
 // The files that a daemon's package installs for the bus.
 #include <cerrno>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <optional>
 #include <pugixml.hpp>
@@ -15,6 +16,7 @@
 #include "tests/support/bus_peer.h"
 #include "tests/support/other_user.h"
 #include "tests/support/private_bus.h"
+#include "tests/support/scoped_environment.h"
 #include "tests/support/temporary_folder.h"
 
 using namespace halvane;

@@ -1,6 +1,7 @@
 #include "halvane/daemon/logging.h"
 
 #include <array>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <thread>
 #include <vector>

@@ -3,16 +3,28 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <cstddef>
+#include <cstdint>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/wait.h>
+#include <systemd/sd-bus.h>
 #include <thread>
 #include <unistd.h>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/daemon_service.h"
+#include "halvane/base/error.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/daemon/xpc_client_delegate.h"
+#include "halvane/model/client.h"
 #include "halvane/platform/counting_semaphore.h"
 #include "halvane/platform/file_internal.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/support/child_process.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/scoped_environment.h"
 #include "tests/support/thread_names.h"
 
 namespace {

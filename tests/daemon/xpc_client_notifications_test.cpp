@@ -1,11 +1,19 @@
 // Notifications: what they log, whom they reach, and in which order they come over the bus.
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
+#include <cstdint>
 #include <thread>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/ipc_message.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/scoped_environment.h"
 
 namespace {
 

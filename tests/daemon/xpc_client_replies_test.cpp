@@ -1,9 +1,18 @@
 // What replies come to, without a daemon.
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/daemon_service.h"
+#include "halvane/base/error.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/service_event.h"
+
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/model/model_test_support.h"
+#include "tests/support/scoped_environment.h"
 
 namespace {
 

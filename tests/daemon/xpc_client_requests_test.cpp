@@ -1,11 +1,25 @@
 // What requests put on the bus, and what they answer.
+#include <array>
 #include <atomic>
+#include <cstddef>
+#include <functional>
+#include <iterator>
 #include <thread>
+#include <tuple>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/daemon_service.h"
+#include "halvane/base/error.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/daemon/xpc_link_internal.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/device.h"
+#include "halvane/platform/ipc_message.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
+#include "tests/support/scoped_environment.h"
 #include "tests/support/thread_names.h"
 
 namespace {

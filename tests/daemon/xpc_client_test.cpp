@@ -1,10 +1,16 @@
 // The client without a daemon's help: its life, its delegate, and the events of its connection.
 #include "halvane/daemon/xpc_client.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <type_traits>
 
+#include "halvane/base/daemon_service.h"
+#include "halvane/base/property_list_value.h"
+
 #include "tests/daemon/xpc_client_test_support.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/scoped_environment.h"
 
 namespace {
 

@@ -2,6 +2,8 @@
 #ifndef TESTS_DAEMON_XPC_CLIENT_TEST_SUPPORT_H
 #define TESTS_DAEMON_XPC_CLIENT_TEST_SUPPORT_H
 
+#include <cstddef>
+#include <cstdint>
 #include <future>
 #include <gtest/gtest.h>
 #include <memory>
@@ -10,14 +12,25 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/error.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/client.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
+#include "halvane/platform/ipc_message.h"
 #include "halvane/platform/xml_property_list.h"
+#include "halvane/regulatory/channel.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 
 #include "tests/support/bus_peer.h"
+#include "tests/support/private_bus.h"
 #include "tests/support/service_client.h"
 
 namespace halvane::testing {
@@ -109,7 +122,7 @@ struct ClientList {
     }
     static std::vector<Record> records() {
         std::vector<Record> records;
-        for (const std::uint64_t reason : {8, 4}) {
+        for (const std::uint64_t reason : {8u, 4u}) {
             PropertyListDictionary skeleton;
             skeleton.set("MAC", kStation);
             skeleton.set("isAssociated", reason == 4);

@@ -1,6 +1,19 @@
+#include <cstdint>
+#include <future>
+#include <gtest/gtest.h>
+#include <new>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
 #include "halvane/daemon/xpc_link_internal.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
+#include "tests/support/bus_peer.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/scoped_environment.h"
+#include "tests/support/service_client.h"
 #include "tests/support/thread_names.h"
 
 namespace {

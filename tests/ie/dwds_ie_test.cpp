@@ -1,5 +1,6 @@
 #include "halvane/ie/dwds_ie.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>

@@ -1,6 +1,8 @@
 #include "halvane/ie/fancy_formatting.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <vector>
 

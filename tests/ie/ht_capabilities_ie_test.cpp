@@ -1,7 +1,10 @@
 #include "halvane/ie/ht_capabilities_ie.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/hostile_bytes.h"

@@ -1,5 +1,6 @@
 #include "halvane/ie/ht_operation_ie.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "tests/support/hostile_bytes.h"

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "halvane/ie/mac.h"
+#include "halvane/utils/log.h"
 
 #include "tests/support/elements.h"
 #include "tests/support/log_recorder.h"

@@ -2,14 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <limits>
 #include <optional>
-#include <ranges>
 #include <string>
 #include <vector>
 
+#include "halvane/ie/link_quality.h"
 #include "halvane/platform/up_time_internal.h"
 
 #include "tests/support/elements.h"
@@ -709,8 +711,8 @@ TEST(MACLinkQuality, GoesThroughItsSamplesFromTheOldestOn) {
         EXPECT_EQ(sample.txRate(), Number(next++));
     }
     EXPECT_EQ(next, 300);
-    for (const auto& sample : record.linkQualityHistory() | std::views::reverse) {
-        EXPECT_EQ(sample.txRate(), Number(--next));
+    for (auto at = record.linkQualityHistory().end(); next > 300 - 256;) {
+        EXPECT_EQ((*--at).txRate(), Number(--next));
     }
     EXPECT_EQ(next, 300 - 256);
     EXPECT_EQ(std::ranges::count(record.linkQualityHistory(), Number(-60),

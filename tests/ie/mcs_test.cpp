@@ -3,8 +3,10 @@
 #include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <numeric>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using halvane::gWiFiMCS;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/support/hostile_bytes.h"
 
 using halvane::HalvaneRegulatoryTuple;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <set>
 #include <string>
 #include <vector>

@@ -1,5 +1,6 @@
 #include "halvane/ie/tessic_ie.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>

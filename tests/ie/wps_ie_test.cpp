@@ -1,7 +1,10 @@
 #include "halvane/ie/wps_ie.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
+
+#include "halvane/base/number.h"
 
 #include "tests/support/hostile_bytes.h"
 

@@ -1,5 +1,6 @@
 #include "halvane/ie/wps.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <set>
 #include <span>

@@ -4,6 +4,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <ios>
 #include <numeric>
 #include <set>
 #include <string>

@@ -1,9 +1,14 @@
 // The tool's command line, and its small commands, as their users run them.
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <regex>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "tests/support/golden_file.h"
 #include "tests/support/run_program.h"

@@ -1,12 +1,19 @@
 // The tool's commands that talk to the Wi-Fi daemon, with the simulated one at the other end.
 #include <algorithm>
+#include <csignal>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <systemd/sd-bus.h>
+#include <utility>
 #include <vector>
 
 #include "tests/support/bus_caller.h"

@@ -3,13 +3,19 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "tests/support/run_program.h"
 #include "tests/support/run_tool.h"
 #include "tests/support/sanitizers.h"
+#include "tests/support/temporary_folder.h"
 
 using halvane::testing::contentsOf;
 using halvane::testing::ProgramResult;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -22,6 +23,7 @@
 #include "tests/support/run_tool.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/spawn_program.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/terminal_program.h"
 
 using halvane::testing::expectMessage;

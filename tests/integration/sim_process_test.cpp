@@ -1,8 +1,14 @@
 // The simulated daemon as its users start and stop it.
 #include "tests/support/sim_process.h"
 
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
 
 #include "tests/support/bus_caller.h"
 #include "tests/support/private_bus.h"

@@ -1,9 +1,17 @@
 // The simulated daemon as its clients meet it on a bus.
+#include <cstdint>
+#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <memory>
 #include <pugixml.hpp>
 #include <set>
+#include <stdexcept>
+#include <string>
+#include <systemd/sd-bus.h>
+#include <variant>
+#include <vector>
 
 #include "tests/support/bus_caller.h"
 #include "tests/support/sim_process.h"

@@ -1,4 +1,5 @@
 // The option-word setters, and the public lists of their words.
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <span>
 #include <string>

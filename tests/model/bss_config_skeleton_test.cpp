@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/number.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"

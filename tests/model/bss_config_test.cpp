@@ -1,5 +1,6 @@
 #include "halvane/model/bss_config.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
 

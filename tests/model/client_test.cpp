@@ -3,17 +3,21 @@
 #include <cfloat>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/number.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/up_time_internal.h"
+#include "halvane/regulatory/channel.h"
 
 #include "tests/model/model_test_support.h"
 #include "tests/support/scarce_memory.h"
+#include "tests/support/skeletons.h"
 
 using namespace halvane;
 using namespace halvane::testing;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/model/model_test_support.h"
+#include "tests/support/skeletons.h"
 
 using namespace halvane;
 using namespace halvane::testing;

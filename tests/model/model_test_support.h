@@ -4,6 +4,9 @@
 
 #include <vector>
 
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
+
 #include "tests/support/skeletons.h"
 
 namespace halvane::testing {

@@ -1,15 +1,20 @@
 // Pre-shared keys: the standard's vectors, another implementation's keys, and what is refused.
 #include <array>
 #include <clocale>
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/error.h"
 #include "halvane/base/status.h"
 #include "halvane/model/bss_config.h"
 

@@ -3,11 +3,15 @@
 
 #include <gtest/gtest.h>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/error.h"
 #include "halvane/base/status.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/config_parser.h"

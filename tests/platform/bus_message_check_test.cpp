@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
 #include "halvane/platform/bus_message_check_internal.h"
 
 #include "tests/support/bus_peer.h"

@@ -1,8 +1,13 @@
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 
 #include "tests/support/bus_peer.h"

@@ -1,8 +1,12 @@
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/bus_message_reader_internal.h"
 #include "halvane/platform/bus_message_writer_internal.h"
 

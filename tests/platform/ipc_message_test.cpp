@@ -4,6 +4,9 @@
 #include <memory>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+
 namespace {
 
 using halvane::ByteBuffer;

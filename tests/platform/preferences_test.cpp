@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -13,6 +14,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/process_internal.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"

@@ -8,6 +8,7 @@
 #include <optional>
 #include <pthread.h>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "halvane/platform/counting_semaphore.h"

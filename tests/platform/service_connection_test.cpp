@@ -1,20 +1,32 @@
 #include "halvane/platform/service_connection.h"
 
 #include <atomic>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <numeric>
 #include <optional>
 #include <string>
+#include <systemd/sd-bus.h>
 #include <thread>
+#include <unistd.h>
+#include <utility>
+#include <variant>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/daemon_service.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/counting_semaphore.h"
 
 #include "tests/support/bus_peer.h"
 #include "tests/support/child_process.h"
 #include "tests/support/private_bus.h"
+#include "tests/support/scoped_environment.h"
 #include "tests/support/serial_queue_waits.h"
 #include "tests/support/service_client.h"
 #include "tests/support/thread_names.h"

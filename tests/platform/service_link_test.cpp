@@ -1,9 +1,11 @@
+#include <cstddef>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "halvane/base/daemon_service.h"
 #include "halvane/platform/service_link_internal.h"
 
 #include "tests/support/scripted_bus.h"

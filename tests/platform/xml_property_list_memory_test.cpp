@@ -1,9 +1,14 @@
 // What reading a property list takes in memory, whatever the text is.
+#include <cstddef>
 #include <gtest/gtest.h>
+#include <new>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 #include "tests/support/peak_memory.h"

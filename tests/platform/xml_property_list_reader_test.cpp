@@ -4,11 +4,16 @@
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
 #include "halvane/platform/xml_property_list.h"
 
 #include "tests/support/hostile_bytes.h"

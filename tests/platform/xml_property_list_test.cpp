@@ -1,14 +1,22 @@
 #include "halvane/platform/xml_property_list.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <limits>
+#include <memory>
 #include <pugixml.hpp>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
 using halvane::ByteBuffer;

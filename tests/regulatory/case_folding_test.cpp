@@ -1,9 +1,12 @@
 #include <clocale>
+#include <cwchar>
 #include <cwctype>
 #include <gtest/gtest.h>
+#include <ios>
 #include <locale.h>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "halvane/regulatory/case_folding_internal.h"
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <thread>
 #include <utility>
 #include <vector>

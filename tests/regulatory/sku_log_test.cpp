@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "halvane/regulatory/sku.h"
+#include "halvane/utils/log.h"
 
 #include "tests/support/log_recorder.h"
 

@@ -1,6 +1,7 @@
 #include "halvane/regulatory/sku.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <set>
 #include <utility>

@@ -3,8 +3,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
 
 #include "tools/halvaned-sim/default_world.h"
+#include "tools/halvaned-sim/faults.h"
 
 namespace halvane::sim {
 

@@ -1,15 +1,28 @@
 // What the simulated daemon answers, and how it misbehaves, without a bus.
 #include "tools/halvaned-sim/simulation.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/client.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
 #include "halvane/platform/bus_message_check_internal.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/regulatory/channel.h"
 
 #include "tools/halvaned-sim/default_world.h"
+#include "tools/halvaned-sim/notification.h"
+#include "tools/halvaned-sim/status.h"
 
 namespace halvane::sim {
 

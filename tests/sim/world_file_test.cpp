@@ -1,10 +1,17 @@
 // A simulated daemon's world, read from a property list.
 #include "tools/halvaned-sim/world_file.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <limits>
+#include <string>
+#include <utility>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/platform/xml_property_list.h"
 
 #include "tests/support/replaced_new.h"

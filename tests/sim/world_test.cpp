@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
+
 #include "tools/halvaned-sim/default_world.h"
 
 namespace halvane::sim {

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
+#include <sys/types.h>
 
 namespace halvane::testing {
 

@@ -4,6 +4,7 @@
 #define TESTS_SUPPORT_BUS_CALLER_H
 
 #include <cstdint>
+#include <ctime>
 #include <functional>
 #include <map>
 #include <memory>

@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <exception>
 #include <poll.h>
+#include <span>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/platform/counting_semaphore.h"
 
 namespace halvane::testing {

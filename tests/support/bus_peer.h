@@ -4,6 +4,7 @@
 #define TESTS_SUPPORT_BUS_PEER_H
 
 #include <condition_variable>
+#include <cstddef>
 #include <functional>
 #include <initializer_list>
 #include <mutex>
@@ -12,10 +13,12 @@
 #include <string_view>
 #include <systemd/sd-bus.h>
 #include <thread>
+#include <utility>
 #include <variant>
 #include <vector>
 
 #include "halvane/base/daemon_service.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/bus_pointers_internal.h"
 #include "halvane/platform/ipc_message.h"
 #include "halvane/platform/wake_event_internal.h"

@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"

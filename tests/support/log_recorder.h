@@ -2,6 +2,8 @@
 #ifndef TESTS_SUPPORT_LOG_RECORDER_H
 #define TESTS_SUPPORT_LOG_RECORDER_H
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 

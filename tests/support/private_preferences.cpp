@@ -1,4 +1,5 @@
 // Linked into every test program: preferences are read and written in a folder of its own.
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <stdlib.h>
 

@@ -3,6 +3,7 @@
 #define TESTS_SUPPORT_SERVICE_CLIENT_H
 
 #include <condition_variable>
+#include <cstddef>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -12,7 +13,10 @@
 
 #include "halvane/base/daemon_service.h"
 #include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/serial_queue.h"
 #include "halvane/platform/service_connection.h"
+#include "halvane/platform/service_event.h"
 
 namespace halvane::testing {
 

@@ -2,10 +2,13 @@
 #ifndef TESTS_SUPPORT_SKELETONS_H
 #define TESTS_SUPPORT_SKELETONS_H
 
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/platform/xml_property_list_reader.h"

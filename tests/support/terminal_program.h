@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>

@@ -2,13 +2,18 @@
 #ifndef TESTS_SUPPORT_TOOL_COMMAND_LINE_H
 #define TESTS_SUPPORT_TOOL_COMMAND_LINE_H
 
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
+#include "halvane/utils/cli.h"
+
 #include "tests/support/captured_stream.h"
+#include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"
 
 namespace halvane::testing {

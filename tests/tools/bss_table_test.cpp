@@ -1,10 +1,13 @@
 #include "tools/halvane/bss_table.h"
 
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "halvane/platform/up_time_internal.h"
 
 #include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
+#include "tools/halvane/json_value.h"
 #include "tools/halvane/record_json.h"
 
 using halvane::ByteBuffer;

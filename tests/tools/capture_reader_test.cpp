@@ -1,10 +1,16 @@
 #include "tools/halvane/capture_reader.h"
 
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string_view>
 #include <unistd.h>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
 
 #include "tests/support/hostile_bytes.h"
 #include "tests/support/temporary_folder.h"

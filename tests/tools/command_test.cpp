@@ -1,5 +1,6 @@
 #include "tools/halvane/command.h"
 
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <new>
 #include <stdexcept>

@@ -1,6 +1,9 @@
 #include "tools/halvane/config_json.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
+
+#include "halvane/base/property_list_value.h"
 
 using halvane::HalvaneBSSConfig;
 using halvane::tool::JSON;

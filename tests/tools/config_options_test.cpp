@@ -5,7 +5,10 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/support/tool_command_line.h"
+#include "tools/halvane/command.h"
 
 using namespace halvane;
 using namespace halvane::tool;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <systemd/sd-bus.h>
+#include <utility>
 
 #include "halvane/base/daemon_service.h"
 #include "halvane/platform/bus_pointers_internal.h"

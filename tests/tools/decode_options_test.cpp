@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/support/tool_command_line.h"
+#include "tools/halvane/command.h"
 
 using namespace halvane::tool;
 using halvane::ByteBuffer;

@@ -1,7 +1,11 @@
 #include "tools/halvane/escape_text.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string_view>
+
+#include "halvane/base/byte_buffer.h"
 
 #include "tests/support/hostile_bytes.h"
 

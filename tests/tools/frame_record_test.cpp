@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
+#include "tools/halvane/beacon_frame.h"
 
 using halvane::ByteBuffer;
 using halvane::Number;

@@ -1,5 +1,7 @@
 #include "tools/halvane/hex_input.h"
 
+#include <cstddef>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 

@@ -3,8 +3,14 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
+#include <string>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
 #include "halvane/platform/up_time_internal.h"
+#include "halvane/regulatory/channel.h"
 
 using namespace halvane;
 using namespace halvane::tool;

@@ -1,8 +1,13 @@
 #include "tools/halvane/radio_header.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
 
 #include "tests/support/hostile_bytes.h"
 

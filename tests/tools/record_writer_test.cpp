@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/ie/mac.h"
 #include "halvane/platform/up_time_internal.h"
 #include "halvane/platform/xml_property_list.h"
 

@@ -1,6 +1,8 @@
 #include "tools/halvane/regulatory_json.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <optional>
 
 using namespace halvane;
 using namespace halvane::tool;

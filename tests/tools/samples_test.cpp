@@ -1,4 +1,5 @@
 // The captures of samples/: they are what the generator writes, and read as their README says.
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -6,11 +7,15 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <string>
+#include <sys/wait.h>
+#include <vector>
 
 #include "halvane/base/byte_cursor.h"
 
 #include "tests/support/temporary_folder.h"
+#include "tools/halvane/beacon_frame.h"
 #include "tools/halvane/capture_reader.h"
 #include "tools/halvane/escape_text.h"
 

@@ -1,5 +1,6 @@
 #include "tools/halvane/text_table.h"
 
+#include <cstdio>
 #include <gtest/gtest.h>
 
 #include "tests/support/captured_stream.h"

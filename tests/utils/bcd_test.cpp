@@ -1,8 +1,11 @@
 #include "halvane/utils/bcd.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/guarded_bytes.h"

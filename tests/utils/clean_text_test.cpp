@@ -1,5 +1,6 @@
 #include "halvane/utils/clean_text.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>

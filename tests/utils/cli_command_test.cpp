@@ -1,5 +1,7 @@
 // Commands: look-up, nesting, required options, what is printed about them.
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include "tests/utils/cli_test_support.h"
 

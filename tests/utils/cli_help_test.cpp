@@ -1,7 +1,10 @@
 // Help and version, held as files.
+#include <cstdint>
 #include <filesystem>
+#include <utility>
 
 #include "tests/support/golden_file.h"
+#include "tests/support/spawn_program.h"
 #include "tests/utils/cli_test_support.h"
 
 using namespace halvane::testing;

@@ -1,7 +1,10 @@
 // Each message, and each page of help, is one write.
+#include <cerrno>
 #include <sys/socket.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "halvane/utils/cli_message_internal.h"
 

@@ -198,7 +198,7 @@ TEST_F(CLIParseTest, RefusesWithOneMessage) {
         {{"-vn"}, "error: option 'n' requires a value.\n"},
     };
     for (const Row& row : rows) {
-        for (const std::uint32_t flags : {0, kCLIReorder + 0, kCLIOptionsOnly + 0}) {
+        for (const std::uint32_t flags : {0u, kCLIReorder + 0u, kCLIOptionsOnly + 0u}) {
             const CommandLine line(row.words, table, flags);
             EXPECT_EQ(line.status, kCLIUsageError) << row.words[0];
             EXPECT_EQ(line.errors, row.errors);

@@ -2,8 +2,11 @@
 #ifndef TESTS_UTILS_CLI_TEST_SUPPORT_H
 #define TESTS_UTILS_CLI_TEST_SUPPORT_H
 
+#include <cstdint>
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/status.h"

@@ -1,5 +1,8 @@
 // What each type of option stores.
+#include <cstddef>
+#include <cstdint>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "tests/utils/cli_test_support.h"

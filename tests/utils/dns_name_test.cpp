@@ -1,5 +1,6 @@
 #include "halvane/utils/dns_name.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>

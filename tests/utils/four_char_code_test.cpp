@@ -1,8 +1,10 @@
 #include "halvane/utils/four_char_code.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <string_view>
 
 #include "tests/support/guarded_bytes.h"
 

@@ -1,12 +1,17 @@
 #include "halvane/utils/hex_data.h"
 
 #include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
 #include <ostream>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/guarded_bytes.h"

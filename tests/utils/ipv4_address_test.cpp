@@ -2,10 +2,17 @@
 
 #include <arpa/inet.h>
 #include <array>
+#include <cctype>
 #include <climits>
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <ostream>
 #include <random>
 #include <string>
+#include <string_view>
+#include <sys/socket.h>
 #include <vector>
 
 #include "tests/support/guarded_bytes.h"

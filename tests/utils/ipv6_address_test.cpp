@@ -5,10 +5,17 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <net/if.h>
+#include <netinet/in.h>
+#include <ostream>
 #include <random>
 #include <string>
+#include <string_view>
+#include <sys/socket.h>
 #include <vector>
 
 #include "halvane/utils/printf.h"

@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -10,11 +12,15 @@
 #include <thread>
 #include <vector>
 
+#include "halvane/base/status.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_lock_internal.h"
+#include "halvane/utils/printf.h"
 
 #include "tests/support/private_logs.h"
 #include "tests/support/run_program.h"
 #include "tests/support/sanitizers.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"
 
 using halvane::testing::contentsOf;

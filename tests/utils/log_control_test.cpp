@@ -1,8 +1,13 @@
+#include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/status.h"
+#include "halvane/utils/log.h"
+#include "halvane/utils/log_output_internal.h"
 #include "halvane/utils/up_ticks.h"
 
 #include "tests/support/temporary_folder.h"

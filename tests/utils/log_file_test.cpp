@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "halvane/platform/up_time_internal.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_file_internal.h"
 
 #include "tests/support/file_size_limit.h"

@@ -1,3 +1,5 @@
+#include "halvane/utils/log.h"
+
 #include "tests/utils/log_test_support.h"
 
 extern "C" {

@@ -1,8 +1,12 @@
 // What is left of the logging system's state where memory fails, and how much memory it takes.
+#include <cstddef>
+#include <cstdint>
 #include <new>
 #include <string>
 #include <vector>
 
+#include "halvane/base/status.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/log_settings_internal.h"
 
 #include "tests/support/scarce_memory.h"

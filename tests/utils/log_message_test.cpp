@@ -1,15 +1,22 @@
 #include <array>
+#include <cstdarg>
 #include <cstdint>
+#include <ctime>
+#include <filesystem>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/platform/console_device_internal.h"
 #include "halvane/platform/process_internal.h"
 #include "halvane/platform/up_time_internal.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/up_ticks.h"
 
 #include "tests/support/run_program.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"
 
 using halvane::ScopedUpTime;

@@ -1,17 +1,22 @@
 #include <array>
 #include <csignal>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <sys/socket.h>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/platform/system_log_internal.h"
+#include "halvane/utils/log.h"
+#include "halvane/utils/printf.h"
 
 #include "tests/support/file_size_limit.h"
 #include "tests/support/output_pipe.h"
 #include "tests/support/run_program.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"
 
 using halvane::testing::contentsOf;

@@ -1,4 +1,5 @@
 #include <array>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <random>
 #include <regex>

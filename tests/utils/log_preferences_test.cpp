@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -11,12 +12,15 @@
 #include <vector>
 
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/status.h"
 #include "halvane/platform/preferences.h"
+#include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 
 #include "tests/support/run_program.h"
 #include "tests/support/scarce_memory.h"
 #include "tests/support/scoped_environment.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"
 
 using halvane::PropertyListValue;

@@ -2,7 +2,9 @@
 #include <memory>
 #include <string>
 
+#include "halvane/base/status.h"
 #include "halvane/platform/process_internal.h"
+#include "halvane/utils/log.h"
 
 #include "tests/support/run_program.h"
 #include "tests/utils/log_test_support.h"

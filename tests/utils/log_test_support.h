@@ -3,6 +3,7 @@
 #ifndef TESTS_UTILS_LOG_TEST_SUPPORT_H
 #define TESTS_UTILS_LOG_TEST_SUPPORT_H
 
+#include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -14,7 +15,10 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/platform/preferences.h"
+#include "halvane/utils/log.h"
+#include "halvane/utils/log_settings_internal.h"
 #include "halvane/utils/log_state_internal.h"
 
 #include "tests/support/log_recorder.h"

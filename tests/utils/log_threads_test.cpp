@@ -1,11 +1,16 @@
 // Many threads at once.
 #include <atomic>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/log.h"
 
 #include "tests/support/temporary_folder.h"
 #include "tests/utils/log_test_support.h"

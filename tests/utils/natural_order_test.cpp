@@ -1,10 +1,12 @@
 #include "halvane/utils/natural_order.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/guarded_bytes.h"

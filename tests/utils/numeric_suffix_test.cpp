@@ -1,6 +1,7 @@
 #include "halvane/utils/numeric_suffix.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <set>

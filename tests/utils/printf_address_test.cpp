@@ -4,6 +4,8 @@
 #include <iterator>
 #include <net/if.h>
 
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/support/hostile_bytes.h"
 #include "tests/utils/printf_test_support.h"
 

@@ -1,4 +1,5 @@
 // A thread that is cancelled while it formats unwinds; nothing leaks, nothing aborts.
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <pthread.h>

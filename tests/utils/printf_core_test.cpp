@@ -1,3 +1,5 @@
+#include <cstdarg>
+#include <cstddef>
 #include <limits>
 
 #include "tests/utils/printf_test_support.h"

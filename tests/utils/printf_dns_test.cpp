@@ -1,3 +1,8 @@
+#include <cstddef>
+#include <span>
+
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/support/hostile_bytes.h"
 #include "tests/utils/printf_test_support.h"
 

@@ -1,3 +1,8 @@
+#include <algorithm>
+#include <cstddef>
+
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/support/hostile_bytes.h"
 #include "tests/utils/printf_test_support.h"
 

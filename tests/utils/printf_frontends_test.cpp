@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 #include <thread>
 
 #include "halvane/base/property_list_value.h"
@@ -90,13 +92,7 @@ TEST(SNPrintF, StoresALaterPieceThatFits) {
 
 // "a", the euro sign byte by byte, "b".
 TEST(SNPrintF, CutsNoCharacterWhoseBytesComeInSeveralPieces) {
-    const char* const stored[] = {"",
-                                  "a",
-                                  "ab",
-                                  "ab",
-                                  "a\xE2\x82\xAC",
-                                  "a\xE2\x82\xAC"
-                                  "b"};
+    const char* const stored[] = {"", "a", "ab", "ab", "a\xE2\x82\xAC", "a\xE2\x82\xAC\x62"};
     for (std::size_t size = 1; size <= std::size(stored); ++size) {
         const std::unique_ptr<char[]> buffer(new char[size]);
         EXPECT_EQ(SNPrintF(buffer.get(), size, "a%c%c%c%s", 0xE2, 0x82, 0xAC, "b"), 5);

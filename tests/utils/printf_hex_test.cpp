@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <numeric>
 
 #include "tests/utils/printf_test_support.h"

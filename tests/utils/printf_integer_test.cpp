@@ -1,5 +1,6 @@
 #include <array>
 #include <bitset>
+#include <cstddef>
 #include <cstdio>
 #include <limits>
 

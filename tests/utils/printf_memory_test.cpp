@@ -1,9 +1,12 @@
 // Where the engine's memory comes from: how heap strings grow and fail, and that nothing else
 // allocates.
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <limits>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/printf_internal.h"

@@ -2,6 +2,7 @@
 #ifndef TESTS_UTILS_PRINTF_TEST_SUPPORT_H
 #define TESTS_UTILS_PRINTF_TEST_SUPPORT_H
 
+#include <cstdarg>
 #include <cstdint>
 #include <cstdlib>
 #include <gtest/gtest.h>

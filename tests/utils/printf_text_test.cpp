@@ -1,4 +1,5 @@
 #include <array>
+#include <cstddef>
 
 #include "tests/utils/printf_test_support.h"
 

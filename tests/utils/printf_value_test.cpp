@@ -1,5 +1,13 @@
+#include <cstddef>
+#include <initializer_list>
 #include <limits>
+#include <memory>
+#include <new>
+#include <optional>
+#include <utility>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/platform/ipc_message.h"
 #include "halvane/platform/xml_property_list.h"

@@ -1,5 +1,7 @@
 #include "halvane/utils/quoted_text.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>

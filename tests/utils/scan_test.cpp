@@ -1,5 +1,6 @@
 #include "halvane/utils/scan.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdio>

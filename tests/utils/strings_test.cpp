@@ -1,5 +1,6 @@
 #include "halvane/utils/strings.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 extern "C" int firstFailingLineOfStringsFromC(void);

@@ -1,8 +1,10 @@
 #include "halvane/utils/text_compare.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/guarded_bytes.h"

@@ -1,10 +1,13 @@
 #include "halvane/utils/text_number.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/guarded_bytes.h"

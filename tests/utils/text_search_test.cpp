@@ -1,6 +1,7 @@
 #include "halvane/utils/text_search.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <random>

@@ -1,8 +1,10 @@
 #include "halvane/utils/text_split.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <optional>
+#include <ostream>
 #include <random>
 #include <string>
 #include <string_view>

@@ -1,12 +1,14 @@
 // What reads the start of a NUL-terminated text reads no more than that: measuring all of it at
 // each call would make a walk through a long text take the square of its length. Each text here
 // ends, without a terminator, where nobody may read on.
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
 #include "halvane/utils/scan_time.h"
 #include "halvane/utils/strings.h"

@@ -1,8 +1,11 @@
 #include "halvane/utils/utf_text.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tests/support/guarded_bytes.h"

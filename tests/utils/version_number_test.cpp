@@ -1,7 +1,9 @@
 #include "halvane/utils/version_number.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "halvane/utils/printf.h"
