@@ -1,6 +1,7 @@
 // The simulated daemon's state file, control lines and requests.
 #include <cstddef>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <string>
 #include <utility>
@@ -20,6 +21,7 @@
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/simulation.h"
 #include "tools/halvaned-sim/status.h"
+#include "tools/halvaned-sim/world.h"
 #include "tools/halvaned-sim/world_file.h"
 
 using halvane::ByteBuffer;

@@ -238,10 +238,10 @@ TEST_F(LogOutputTest, ASignalOfABrokenPipeThatTheProgramBlocksStaysItsOwn) {
 }
 
 TEST_F(LogOutputTest, AStreamsFileOfLimitedSizeEndsNoProgram) {
-    for (const auto& [spec, descriptor] : kGoneReaders) {
-        const std::string setting = std::string("^TestOutput$:output=") + spec;
+    for (const GoneReader& row : kGoneReaders) {
+        const std::string setting = std::string("^TestOutput$:output=") + row.spec;
         EXPECT_EQ(resultInChild([&] {
-                      const ScopedDescriptor stream(descriptor, errors.c_str());
+                      const ScopedDescriptor stream(row.descriptor, errors.c_str());
                       LogIsEnabled(&category, kLogLevelMax);
                       if (!limitFileSize(6) || LogControl(setting.c_str()) != kStatusOK) return 2;
                       for (int i = 0; i < 2; ++i)
@@ -249,8 +249,8 @@ TEST_F(LogOutputTest, AStreamsFileOfLimitedSizeEndsNoProgram) {
                       return isFileSizeSignalUntouched() ? 0 : 3;
                   }),
                   0)
-            << spec;
-        EXPECT_EQ(contentsOf(errors), "text\nt") << spec;
+            << row.spec;
+        EXPECT_EQ(contentsOf(errors), "text\nt") << row.spec;
     }
 }
 
