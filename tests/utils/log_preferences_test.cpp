@@ -499,8 +499,14 @@ halvane::testing::ProgramResult runTestAnew(const PreferencesFolder& folder, con
     const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
     const ScopedEnvironment folderVariable(kFolderVariable, folder.path().string());
     const ScopedEnvironment callVariable(kCallVariable, call);
-    return runProgram(
+    // Whichever shard this is: the test runs there.
+    const ScopedEnvironment shardsVariable("GTEST_TOTAL_SHARDS", "1");
+    const ScopedEnvironment shardVariable("GTEST_SHARD_INDEX", "0");
+    auto result = runProgram(
         {program, std::string("--gtest_filter=") + test->test_suite_name() + "." + test->name()});
+    EXPECT_NE(result.output.find("1 test from 1 test suite ran"), std::string::npos)
+        << result.output;
+    return result;
 }
 
 bool isNewProcess() {
