@@ -25,6 +25,8 @@ void inParent() {
 // The owner was the parent's thread, so that the child's cannot unlock what it inherits. A thread
 // that had the lock before it forked has it in the child too.
 void inChild() {
+    // The call fails, but from it a thread sanitizer learns that nobody holds the lock now.
+    if (forkHoldsLock) pthread_mutex_unlock(&mutex);
     mutex = kUnlocked;
     if (!forkHoldsLock) pthread_mutex_lock(&mutex);
     storing = kUnlocked;  // a thread that was storing is the parent's alone
