@@ -136,26 +136,30 @@ class Patience {
         const std::uint64_t ticksPerSecond = ticksPerSecondOf(upTimeTimebase());
         if (slept_ >= kSeconds * ticksPerSecond) return false;
         const std::uint64_t start = upTimeNow();
-        const bool isWhole = upTimeSleep({0, pause_}) == 0;
+        const long pause = pauseAfter(slept_ * kStepsPerSecond / ticksPerSecond);
+        const bool isWhole = upTimeSleep({0, pause}) == 0;
         const auto meant = std::max<std::uint64_t>(
-            static_cast<std::uint64_t>(pause_) * ticksPerSecond / 1'000'000'000, 1);
+            static_cast<std::uint64_t>(pause) * ticksPerSecond / 1'000'000'000, 1);
         // One that a signal ends counts in part; one that fails counts too, so that there is an
         // end.
         const bool isCutShort = !isWhole && errno == EINTR;
         slept_ += isCutShort ? std::min(upTimeNow() - start, meant) : meant;
-        pause_ = std::min(2 * pause_, kLongestPause);
         return true;
     }
 
   private:
     static constexpr std::uint64_t kSeconds = 10;
-    // Nanoseconds; each is twice the one before. The longest is short: who has waited for long has
-    // nearly the same chance in each moment as who has just come.
-    static constexpr long kFirstPause = 20'000;
-    static constexpr long kLongestPause = 1'000'000;
+    // How often a second the pauses become shorter.
+    static constexpr std::uint64_t kStepsPerSecond = 10;
+
+    // Nanoseconds. Who has waited for longer looks more often: else two that want the lock again
+    // and again would hand it to each other, past all others.
+    static long pauseAfter(std::uint64_t steps) {
+        constexpr std::uint64_t kFirst = 1'000'000, kShortest = 100'000;
+        return static_cast<long>(std::max(kFirst / (1 + steps), kShortest));
+    }
 
     std::uint64_t slept_ = 0;  // ticks
-    long pause_ = kFirstPause;
 };
 
 bool lockWithPatience(const FileDescriptor& file, LockByte byte, Patience& patience) {

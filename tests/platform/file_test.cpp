@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <fcntl.h>
@@ -8,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <time.h>
+#include <vector>
 
 #include "halvane/platform/file_internal.h"
 #include "halvane/platform/up_time_internal.h"
@@ -182,6 +185,32 @@ TEST(File, GivesALockToWhoWaitsBeforeItsHolderHasItAgain) {
         EXPECT_TRUE(hadIt);
         held.reset();
         waiter.join();
+    }
+}
+
+// Who has the lock here keeps it for longer than any waiter pauses, so that all who want it wait.
+TEST(File, HandsALockRoundAmongAllWhoWantItAgain) {
+    constexpr std::size_t kWaiters = 4;
+    constexpr std::size_t kTurns = 120;
+    constexpr timespec kHold = {0, 3'000'000};
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "lock").string();
+    std::vector<std::size_t> turns;  // guarded by the lock
+    std::vector<std::thread> waiters;
+    for (std::size_t i = 0; i < kWaiters; ++i) {
+        waiters.emplace_back([&, i] {
+            for (bool isDone = false; !isDone;) {
+                const FileLock lock(path);
+                ASSERT_EQ(lock.status(), kStatusOK);
+                isDone = turns.size() >= kTurns;
+                if (!isDone) turns.push_back(i);
+                ::nanosleep(&kHold, nullptr);
+            }
+        });
+    }
+    for (std::thread& waiter : waiters) waiter.join();
+    for (std::size_t i = 0; i < kWaiters; ++i) {
+        EXPECT_GE(std::ranges::count(turns, i), 12) << i;
     }
 }
 
