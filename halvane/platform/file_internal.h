@@ -55,8 +55,9 @@ class FileLock {
   public:
     // Waits for the lock, for ten seconds at most: who holds it that long is stuck, and must not
     // stop everybody else. Then the status is kStatusCannotOpen. The seconds are those that were
-    // slept between attempts, in pauses of a millisecond: on a busy machine, where each takes
-    // longer than it was meant to, the wait takes longer, but has as many attempts.
+    // slept between attempts, in pauses of a millisecond, which become shorter the longer the wait
+    // takes. On a busy machine, where each pause takes longer than it was meant to, the wait takes
+    // longer, but has as many attempts.
     //
     // The wait is fair: a holder that comes back stands behind who waited meanwhile. For that there
     // are two locks of the file's open description (fcntl, F_OFD_SETLK), of one byte each: the one
