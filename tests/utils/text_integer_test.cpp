@@ -107,7 +107,8 @@ TEST(TextInteger, AgreesWithStrtolOnGeneratedTexts) {
             char* end = nullptr;
             errno = 0;
             const long value = std::strtol(text.c_str(), &end, base);
-            if (base == 0 && text.find("0b") != text.npos) continue;
+            const bool isBinary = base == 0 || base == 2;
+            if (isBinary && text.find("0b") != text.npos) continue;
             const bool isBeyond = value > INT_MAX || value < INT_MIN || errno == ERANGE;
             const int expected = value > INT_MAX ? INT_MAX : value < INT_MIN ? INT_MIN : int(value);
             ASSERT_EQ(read(text, base),
