@@ -110,7 +110,7 @@ Status World::removeConfig(std::string_view name, const HalvaneBSSConfig& config
     SimulatedInterface* const interface = find(name);
     if (interface == nullptr) return Status::UnknownInterface;
     // SSIDs are unique, so that the equal configuration is the one of the same SSID.
-    const std::optional<ByteBuffer> ssid = config.ssid();
+    const std::optional<ByteBuffer>& ssid = config.ssid();
     if (!ssid || interface->configs.find(*ssid) == nullptr) return Status::UnknownConfiguration;
     if (interface->hostedSSID == ssid) takeDown(*interface);
     interface->configs.remove(*ssid);
