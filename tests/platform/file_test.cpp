@@ -6,6 +6,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -195,15 +196,19 @@ TEST(File, HandsALockRoundAmongAllWhoWantItAgain) {
     constexpr timespec kHold = {0, 3'000'000};
     const TemporaryFolder folder;
     const auto path = (folder.path() / "lock").string();
-    std::vector<std::size_t> turns;  // guarded by the lock
+    std::mutex mutex;
+    std::vector<std::size_t> turns;  // guarded by the mutex, which a sanitizer sees
     std::vector<std::thread> waiters;
     for (std::size_t i = 0; i < kWaiters; ++i) {
         waiters.emplace_back([&, i] {
             for (bool isDone = false; !isDone;) {
                 const FileLock lock(path);
                 ASSERT_EQ(lock.status(), kStatusOK);
-                isDone = turns.size() >= kTurns;
-                if (!isDone) turns.push_back(i);
+                {
+                    const std::scoped_lock guard(mutex);
+                    isDone = turns.size() >= kTurns;
+                    if (!isDone) turns.push_back(i);
+                }
                 ::nanosleep(&kHold, nullptr);
             }
         });
