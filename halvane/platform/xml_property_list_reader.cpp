@@ -178,7 +178,7 @@ class Scanner {
         tag.offset = position_++;
         tag.name = name();
         if (tag.name.empty()) return refuse(position_, "malformed tag");
-        for (int count = 0;; ++count) {
+        for (;;) {
             const bool isSpaced = skipSpace();
             tag.isWhole = skip("/");
             if (skip(">")) return true;

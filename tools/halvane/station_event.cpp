@@ -49,8 +49,8 @@ std::shared_ptr<const Delegate> delegateFor(const std::function<void(const Stati
     auto delegate = std::make_shared<Delegate>();
     for (const auto& [name, call] : kKinds) {
         (*delegate).*
-            call = [take, name = name](const ByteBuffer& mac, const std::string& interfaceName) {
-            take({name, mac, interfaceName});
+            call = [take, kind = name](const ByteBuffer& mac, const std::string& interfaceName) {
+            take({kind, mac, interfaceName});
         };
     }
     return delegate;
