@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <list>
 #include <map>
 #include <system_error>
 #include <utility>
