@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <map>
+#include <string_view>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
@@ -43,13 +45,51 @@ constexpr std::array kTessicCategories = {
     Category{8, "MultimediaDevices", nullptr, {"Tessic Player", "Tessic Recorder", "Tessic Link"}},
 };
 
-void setIfNamed(std::optional<std::string>& property, const char* name) {
-    if (name) property = name;
+using Name = std::optional<std::string>;
+using Names = std::map<std::string_view, const Name>;
+
+constexpr const char* kWFACompanyName = "Wi-Fi Alliance";
+
+template <typename Categories>
+void addNames(Names& names, const Categories& categories) {
+    const auto add = [&](const char* name) {
+        if (name) names.try_emplace(name, name);
+    };
+    for (const Category& category : categories) {
+        add(category.name);
+        add(category.unlisted);
+        for (const char* const name : category.subCategory) add(name);
+    }
+}
+
+// All there are.
+Names makeNames() {
+    Names names;
+    names.try_emplace(kWFACompanyName, kWFACompanyName);
+    names.try_emplace(kVendorCompanyName, kVendorCompanyName);
+    addNames(names, kWFACategories);
+    addNames(names, kTessicCategories);
+    return names;
+}
+
+// As an object keeps it. Never destroyed, for objects may outlive what is.
+const Name* storedName(std::string_view name) {
+    static const Names& names = *new Names(makeNames());
+    return &names.at(name);
+}
+
+const Name& orAbsent(const Name* name) {
+    static constinit const Name kAbsent;
+    return name ? *name : kAbsent;
+}
+
+void setIfNamed(const Name*& property, const char* name) {
+    if (name) property = storedName(name);
 }
 
 template <typename Categories>
 void nameIDs(const Categories& categories, std::uint64_t categoryID, std::uint64_t subCategoryID,
-             std::optional<std::string>& category, std::optional<std::string>& subCategory) {
+             const Name*& category, const Name*& subCategory) {
     const auto found = std::ranges::find(categories, categoryID, &Category::id);
     if (found == categories.end()) return;
     setIfNamed(category, found->name);
@@ -79,12 +119,24 @@ void HalvaneWPSDeviceType::parseDeviceType() {
     subCategoryID_ = *cursor.u16be();
 
     if (std::ranges::equal(smi_->bytes(), kWFASMI)) {
-        companyName_ = "Wi-Fi Alliance";
+        companyName_ = storedName(kWFACompanyName);
     } else if (std::ranges::equal(smi_->bytes(), kVendorSMI)) {
-        companyName_ = kVendorCompanyName;
+        companyName_ = storedName(kVendorCompanyName);
     } else {
         isValid_ = false;
     }
+}
+
+const std::optional<std::string>& HalvaneWPSDeviceType::companyName() const {
+    return orAbsent(companyName_);
+}
+
+const std::optional<std::string>& HalvaneWPSDeviceType::category() const {
+    return orAbsent(category_);
+}
+
+const std::optional<std::string>& HalvaneWPSDeviceType::subCategory() const {
+    return orAbsent(subCategory_);
 }
 
 void HalvaneWPSDeviceType::parseDeviceTypeWFA() {
@@ -97,9 +149,9 @@ void HalvaneWPSDeviceType::parseDeviceTypeTessic() {
 
 std::string HalvaneWPSDeviceType::description() const {
     std::string text;
-    appendPrintF(text, "    Company      : %s\n", describe(companyName_).c_str());
-    appendPrintF(text, "    Category     : %s\n", describe(category_).c_str());
-    appendPrintF(text, "    Sub Category : %s\n", describe(subCategory_).c_str());
+    appendPrintF(text, "    Company      : %s\n", describe(companyName()).c_str());
+    appendPrintF(text, "    Category     : %s\n", describe(category()).c_str());
+    appendPrintF(text, "    Sub Category : %s\n", describe(subCategory()).c_str());
     return text;
 }
 

@@ -45,11 +45,11 @@ class HALVANE_EXPORT HalvaneWPSDeviceType {
     const std::optional<ByteBuffer>& SMI() const { return smi_; }
 
     // Whose the SMI is; absent for an unknown one.
-    const std::optional<std::string>& companyName() const { return companyName_; }
+    const std::optional<std::string>& companyName() const;
 
     // The names of the IDs; absent until a naming step below knows them.
-    const std::optional<std::string>& category() const { return category_; }
-    const std::optional<std::string>& subCategory() const { return subCategory_; }
+    const std::optional<std::string>& category() const;
+    const std::optional<std::string>& subCategory() const;
 
     // Decodes rawDeviceType() anew. Only ever clears isValid(); names nothing.
     void parseDeviceType();
@@ -66,14 +66,18 @@ class HALVANE_EXPORT HalvaneWPSDeviceType {
     std::string description() const;
 
   private:
+    using Name = std::optional<std::string>;
+
     std::optional<ByteBuffer> rawDeviceType_;
-    bool isValid_ = false;
-    std::uint64_t categoryID_ = 0;
     std::optional<ByteBuffer> smi_;
-    std::uint64_t subCategoryID_ = 0;
-    std::optional<std::string> companyName_;
-    std::optional<std::string> category_;
-    std::optional<std::string> subCategory_;
+    // The names are few and last as long as the program, so that an object holds none of its own:
+    // a stranger's list may be long. Null for an absent one.
+    const Name* companyName_ = nullptr;
+    const Name* category_ = nullptr;
+    const Name* subCategory_ = nullptr;
+    std::uint16_t categoryID_ = 0;
+    std::uint16_t subCategoryID_ = 0;
+    bool isValid_ = false;
 };
 
 }  // namespace halvane

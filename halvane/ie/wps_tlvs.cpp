@@ -83,6 +83,19 @@ bool acceptsLength(const WPSAttribute& attribute, std::size_t length) {
     return attribute.kind != WPSValueKind::Devices || length % kDeviceTypeSize == 0;
 }
 
+// How many device types the attributes hold.
+std::size_t countDeviceTypes(const ByteBuffer& tlvs) {
+    std::size_t count = 0;
+    for (ByteCursor cursor(tlvs);;) {
+        const auto type = cursor.u16be();
+        const auto length = cursor.u16be();
+        if (!length || !cursor.skip(*length)) return count;
+        const auto* attribute = attributeOfType(*type);
+        if (attribute == nullptr || attribute->kind != WPSValueKind::Devices) continue;
+        if (acceptsLength(*attribute, *length)) count += *length / kDeviceTypeSize;
+    }
+}
+
 // What a getter refers to while its property is absent.
 template <typename Held>
 constinit const std::optional<Held> kAbsent;
@@ -169,10 +182,12 @@ void HalvaneWPSTLVs::storeValue(const WPSAttribute& attribute, ByteCursor& value
     }
 }
 
+// They are counted first, for a list that grows takes several times the room.
 void HalvaneWPSTLVs::appendDeviceTypes(WPSProperty property, ByteCursor& value) {
     using DeviceTypes = std::vector<HalvaneWPSDeviceType>;
     if (!find(property)) slot(property) = std::optional(DeviceTypes());
     auto& types = *std::get<std::optional<DeviceTypes>>(slot(property));
+    if (types.empty() && !value.atEnd() && rawTLVs_) types.reserve(countDeviceTypes(*rawTLVs_));
     while (const auto bytes = value.takeBuffer(kDeviceTypeSize)) {
         types.push_back(HalvaneWPSDeviceType::initWithDeviceType(*bytes));
     }

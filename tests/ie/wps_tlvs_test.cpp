@@ -15,6 +15,7 @@
 #include "halvane/base/number.h"
 
 #include "tests/support/hostile_bytes.h"
+#include "tests/support/peak_memory.h"
 
 using halvane::ByteBuffer;
 using halvane::describe;
@@ -22,6 +23,7 @@ using halvane::HalvaneWPSTLVs;
 using halvane::Number;
 using DeviceType = halvane::HalvaneWPSDeviceType;
 using halvane::testing::Bytes;
+using halvane::testing::PeakMemory;
 
 namespace {
 
@@ -756,6 +758,25 @@ TEST(WPSTLVs, ManyDeviceTypesAreKept) {
     const auto tlvs = walk(bytes);
     ASSERT_TRUE(tlvs.deviceTypes());
     EXPECT_EQ(tlvs.deviceTypes()->size(), 5000u);
+}
+
+// A stranger's list may be long, in as few attributes as can be or in one each.
+TEST(WPSTLVsMemory, IsSixteenTimesTheDeviceTypesAtMost) {
+    constexpr std::size_t kSize = 400000;
+    for (const std::size_t count : {1u, 2u, 16u}) {
+        Bytes bytes;
+        while (bytes.size() < kSize) {
+            bytes.insert(bytes.end(), {0x10, 0x55, 0, static_cast<std::uint8_t>(8 * count)});
+            for (std::size_t i = 0; i < count; ++i) {
+                bytes.insert(bytes.end(), {0, 6, 0x00, 0x50, 0xF2, 4, 0, 1});
+            }
+        }
+        const ByteBuffer buffer(bytes);
+        const PeakMemory memory;
+        const auto tlvs = HalvaneWPSTLVs::initWithData(buffer);
+        EXPECT_EQ(tlvs.deviceTypes()->size(), bytes.size() / (4 + 8 * count) * count);
+        EXPECT_LT(memory.bytes(), 16 * bytes.size()) << count;
+    }
 }
 
 }  // namespace
