@@ -46,10 +46,6 @@ inline void append32(Bytes& bytes, std::size_t value) {
     }
 }
 
-inline void append(Bytes& bytes, const Bytes& more) {
-    bytes.insert(bytes.end(), more.begin(), more.end());
-}
-
 // A beacon of station `number`.
 inline Bytes beacon(std::size_t number, const Bytes& elements) {
     Bytes frame;

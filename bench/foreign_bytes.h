@@ -17,6 +17,10 @@ inline void append(Bytes& bytes, std::initializer_list<unsigned> more) {
     for (const unsigned byte : more) bytes.push_back(static_cast<std::uint8_t>(byte));
 }
 
+inline void append(Bytes& bytes, const Bytes& more) {
+    bytes.insert(bytes.end(), more.begin(), more.end());
+}
+
 inline Bytes repeated(std::initializer_list<unsigned> piece, std::size_t count) {
     Bytes bytes;
     for (std::size_t i = 0; i < count; ++i) append(bytes, piece);

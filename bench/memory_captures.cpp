@@ -13,6 +13,7 @@
 #include "halvane/ie/wps_tlvs.h"
 
 #include "bench/capture_input.h"
+#include "bench/element_input.h"
 #include "bench/foreign_bytes.h"
 #include "bench/memory_table.h"
 #include "tools/halvane/bss_table.h"
@@ -70,6 +71,38 @@ void measureCapture(MemoryTable& table, std::string_view row, const Bytes& eleme
         [&](const TemporaryFile& file) {
             return format ? printed(file.path(), *format) : tableOf(file.path());
         });
+}
+
+// `element` as often as a frame's elements have room for it.
+Bytes frameFullOf(const Bytes& element) {
+    Bytes elements;
+    while (elements.size() + element.size() <= kLargestElements) append(elements, element);
+    return elements;
+}
+
+void measureInAllFormats(MemoryTable& table, const std::string& row, const Bytes& elements) {
+    measureCapture(table, row, elements);
+    measureCapture(table, row + ", as text", elements, Format::Text);
+    measureCapture(table, row + ", as JSON", elements, Format::JSON);
+    measureCapture(table, row + ", as JSON lines", elements, Format::JSONLines);
+    measureCapture(table, row + ", as a property list", elements, Format::PropertyList);
+}
+
+// Elements whose records are lists.
+void measureListsInCaptures(MemoryTable& table) {
+    const Bytes types = deviceTypesOfWPS();
+    const Bytes tessic = {221, 12, 0x00, 0x0A, 0x7E, 1, 1, 0, 0, 0, 0, 0, 0, 0};
+    measureInAllFormats(table, "beacons of device types", types);
+    measureInAllFormats(table, "beacons of scattered device types", scatteredDeviceTypesOfWPS());
+    measureInAllFormats(table, "beacons full of device types", frameFullOf(types));
+    measureInAllFormats(table, "beacons full of vendor elements", frameFullOf(tessic));
+    measureInAllFormats(table, "beacons full of empty elements", frameFullOf({0, 0}));
+    measureInAllFormats(table, "beacons full of rates", frameFullOf({1, 1, 12}));
+    measureInAllFormats(table, "beacons of suites", suitesOfRSN());
+    measureInAllFormats(table, "beacons of PMKIDs", identifiersOfRSN());
+    measureInAllFormats(table, "beacons of channel triplets", countryOf({1, 13, 20}));
+    measureInAllFormats(table, "beacons of regulatory triplets", countryOf({201, 1, 0}));
+    measureInAllFormats(table, "beacons of HT", elementsOfHT());
 }
 
 // As many of `piece` as fit, behind `head`.
@@ -142,6 +175,7 @@ void measureCaptures(MemoryTable& table) {
     measureCapture(table, "beacons of rates", repeated({1, 1, 12}, 1000));
     measureCapture(table, "beacons of one security element",
                    {48, 8, 1, 0, 0x00, 0x0F, 0xAC, 4, 1, 0});
+    measureListsInCaptures(table);
 }
 
 void measureElements(MemoryTable& table) {

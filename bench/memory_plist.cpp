@@ -1,4 +1,5 @@
 // Property lists and replies.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -12,6 +13,7 @@
 #include "halvane/platform/service_event.h"
 #include "halvane/platform/xml_property_list_reader.h"
 
+#include "bench/element_input.h"
 #include "bench/foreign_bytes.h"
 #include "bench/hostile_reply.h"
 #include "bench/memory_table.h"
@@ -128,6 +130,67 @@ void measureLists(MemoryTable& table, std::string_view item) {
     });
 }
 
+std::string base64Of(const Bytes& bytes) {
+    constexpr const char* kDigits =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
+        std::size_t group = 0;
+        for (std::size_t j = 0; j < 3; ++j) group = group << 8 | (j < count ? bytes[i + j] : 0);
+        for (std::size_t j = 0; j < 4; ++j) {
+            text += j <= count ? kDigits[group >> (18 - 6 * j) & 63] : '=';
+        }
+    }
+    return text;
+}
+
+// A client of one element.
+std::string clientOf(const Bytes& element) {
+    return "<dict><key>IEs</key><array><data>" + base64Of(element) + "</data></array></dict>";
+}
+
+// A client of one element that is as long as the reply, longer than any frame can hold.
+void measureLongElement(MemoryTable& table, const std::string& row, const Bytes& head,
+                        const Bytes& piece) {
+    table.measure(
+        "reply, clients: one long element of " + row, kInput,
+        [&](std::size_t size) {
+            Bytes element = head;
+            while (element.size() * 4 / 3 < size) append(element, piece);
+            const std::string xml = listXml(clientOf(element));
+            return Sized{replyOf("clients", xml), xml.size()};
+        },
+        [](const halvane::ServiceReply& reply) {
+            return HalvaneXPCClient::queryClientListResponse_error(reply);
+        });
+}
+
+void measureElementsOfClients(MemoryTable& table) {
+    const auto measure = [&](std::string_view row, const Bytes& element) {
+        measureReply(table, "clients", row, clientOf(element),
+                     [](const halvane::ServiceReply& reply) {
+                         return HalvaneXPCClient::queryClientListResponse_error(reply);
+                     });
+    };
+    measure("device types", deviceTypesOfWPS());
+    measure("scattered device types", scatteredDeviceTypesOfWPS());
+    measure("channel triplets", countryOf({1, 13, 20}));
+    measure("regulatory triplets", countryOf({201, 1, 0}));
+    measure("PMKIDs", identifiersOfRSN());
+    measure("HT", elementsOfHT());
+    const Bytes headOfWPS = {221, 255, 0x00, 0x50, 0xF2, 4};
+    measureLongElement(table, "device types", headOfWPS, attributeOfDeviceTypes(16));
+    measureLongElement(table, "scattered device types", headOfWPS, attributeOfDeviceTypes(1));
+    measureLongElement(table, "rates", {50, 255}, {12});
+    measureLongElement(table, "channel triplets", {7, 255, 'D', 'E', ' '}, {1, 13, 20});
+    measureLongElement(table, "regulatory triplets", {7, 255, 'D', 'E', ' '}, {201, 1, 0});
+    // 32768 of them, where the reply has room.
+    measureLongElement(table, "PMKIDs", {48,  255, 1, 0, 0, 15, 172, 4, 1, 0, 0,    15,
+                                         172, 4,   1, 0, 0, 15, 172, 2, 0, 0, 0x00, 0x80},
+                       Bytes(16, 1));
+}
+
 void measureRecords(MemoryTable& table) {
     using halvane::ServiceReply;
     const auto clients = [](const ServiceReply& reply) {
@@ -208,6 +271,7 @@ void measureReplies(MemoryTable& table) {
     measureLists(table, "<dict/>");
     measureLists(table, "<true/>");
     measureRecords(table);
+    measureElementsOfClients(table);
     measureMessages(table);
 }
 
