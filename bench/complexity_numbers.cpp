@@ -15,8 +15,8 @@
 #include "halvane/model/config_parser.h"
 #include "halvane/utils/cli.h"
 #include "halvane/utils/convert.h"
-#include "halvane/utils/scan.h"
-#include "halvane/utils/text_integer.h"
+#include "halvane/utils/scan/scanf.h"
+#include "halvane/utils/text/integer.h"
 
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"

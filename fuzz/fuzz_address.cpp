@@ -16,7 +16,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
-#include "halvane/utils/dns_name.h"
+#include "halvane/utils/text/dns_name.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"

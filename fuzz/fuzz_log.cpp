@@ -13,7 +13,7 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
-#include "halvane/utils/log_pattern_internal.h"
+#include "halvane/utils/log/pattern_internal.h"
 #include "halvane/utils/printf.h"
 
 #include "fuzz/byte_source.h"

@@ -15,7 +15,7 @@
 #include "halvane/base/status.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/utils/strings.h"
-#include "halvane/utils/substring_search_internal.h"
+#include "halvane/utils/text/substring_search_internal.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"

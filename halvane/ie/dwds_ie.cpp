@@ -6,7 +6,7 @@
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 #include "halvane/ie/fancy_formatting.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

@@ -2,7 +2,7 @@
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/ie/mac.h"
 #include "halvane/utils/scan_time.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

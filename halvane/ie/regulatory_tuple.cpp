@@ -3,7 +3,7 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

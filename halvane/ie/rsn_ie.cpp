@@ -10,7 +10,7 @@
 #include "halvane/base/element_id.h"
 #include "halvane/base/oui.h"
 #include "halvane/ie/fancy_formatting.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

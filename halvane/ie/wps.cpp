@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "halvane/utils/integer_math.h"
-#include "halvane/utils/random.h"
+#include "halvane/utils/convert/integer_math.h"
+#include "halvane/utils/convert/random.h"
 
 namespace halvane {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "halvane/base/byte_cursor.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

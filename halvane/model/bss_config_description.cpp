@@ -5,7 +5,7 @@
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_table_internal.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

@@ -4,7 +4,7 @@
 
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/utils/scan_time.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

@@ -11,11 +11,11 @@
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/config_parser_internal.h"
 #include "halvane/platform/secret_internal.h"
-#include "halvane/utils/ascii_internal.h"
-#include "halvane/utils/hardware_address.h"
-#include "halvane/utils/hex_data.h"
-#include "halvane/utils/text_compare.h"
-#include "halvane/utils/text_split.h"
+#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/utils/convert/hardware_address.h"
+#include "halvane/utils/convert/hex_data.h"
+#include "halvane/utils/text/compare.h"
+#include "halvane/utils/text/split.h"
 
 namespace halvane::ConfigParser {
 

@@ -5,7 +5,7 @@
 #include "halvane/base/describe.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/address_text_internal.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

@@ -5,7 +5,7 @@
 
 #include "halvane/base/utf8_internal.h"
 #include "halvane/regulatory/case_folding_internal.h"
-#include "halvane/utils/ignore_case_internal.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace halvane {
 

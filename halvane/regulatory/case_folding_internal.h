@@ -1,5 +1,5 @@
 // Texts for people without regard to case: the letters of Latin, Greek and Cyrillic, in UTF-8,
-// whatever the locale is. (Option words are ASCII: see halvane/utils/ignore_case_internal.h.)
+// whatever the locale is. (Option words are ASCII: see halvane/utils/text/ignore_case_internal.h.)
 #ifndef HALVANE_REGULATORY_CASE_FOLDING_INTERNAL_H
 #define HALVANE_REGULATORY_CASE_FOLDING_INTERNAL_H
 

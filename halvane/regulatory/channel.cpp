@@ -2,7 +2,7 @@
 
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/regulatory/channel_map_internal.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

@@ -11,7 +11,7 @@
 #include "halvane/regulatory/case_folding_internal.h"
 #include "halvane/regulatory/sku_table_internal.h"
 #include "halvane/utils/log.h"
-#include "halvane/utils/string_printf_internal.h"
+#include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
 

@@ -169,7 +169,7 @@ HALVANE_EXPORT int32_t StringArray_Append(char*** array, size_t* count, const ch
 /* Frees the strings and the array; nothing where the count is 0. */
 HALVANE_EXPORT void StringArray_Free(char** array, size_t count);
 
-/* A number with limits, read as strtoi() of halvane/utils/text_integer.h reads one, the same on
+/* A number with limits, read as strtoi() of halvane/utils/text/integer.h reads one, the same on
  * every system: no "0b" is a prefix. *error is 0, ERANGE for a value outside [min, max], or EINVAL
  * for another base than 0 and 2 to 36; *end is where the number ends, `text` where there is none.
  * Both are always set; either pointer may be null. `errno` is left alone. The value is returned

@@ -4,8 +4,8 @@
 #define HALVANE_UTILS_SCAN_TIME_H
 
 // IWYU pragma: begin_exports
-#include "halvane/utils/scan.h"
-#include "halvane/utils/up_ticks.h"
+#include "halvane/utils/scan/scanf.h"
+#include "halvane/utils/scan/up_ticks.h"
 // IWYU pragma: end_exports
 
 #endif

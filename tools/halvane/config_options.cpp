@@ -17,8 +17,8 @@
 #include "halvane/ie/wps.h"
 #include "halvane/model/bss_option_words.h"
 #include "halvane/platform/xml_property_list.h"
-#include "halvane/utils/text_compare.h"
-#include "halvane/utils/text_split.h"
+#include "halvane/utils/text/compare.h"
+#include "halvane/utils/text/split.h"
 
 #include "tools/halvane/passphrase_input.h"
 #include "tools/halvane/property_list_output.h"

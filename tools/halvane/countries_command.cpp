@@ -10,7 +10,7 @@
 #include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
 #include "halvane/utils/cli.h"
-#include "halvane/utils/text_compare.h"
+#include "halvane/utils/text/compare.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"

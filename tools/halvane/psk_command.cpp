@@ -14,7 +14,7 @@
 #include "halvane/model/bss_limits.h"
 #include "halvane/platform/secret_internal.h"
 #include "halvane/utils/cli.h"
-#include "halvane/utils/hex_data.h"
+#include "halvane/utils/convert/hex_data.h"
 
 #include "tools/halvane/argument.h"
 #include "tools/halvane/command.h"

@@ -7,7 +7,7 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/platform/xml_property_list.h"
 #include "halvane/utils/scan_time.h"
-#include "halvane/utils/text_compare.h"
+#include "halvane/utils/text/compare.h"
 
 namespace halvane::sim {
 

@@ -1,0 +1,129 @@
+// Help: the summary of all commands, and the page of one.
+#include <algorithm>
+#include <cstring>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/cli/parser_internal.h"
+#include "halvane/utils/cli/message_internal.h"
+
+namespace halvane::cli {
+
+namespace {
+
+bool printCommands(Message& message, CLIOption* root) {
+    if (!hasCommands(root)) return false;
+    int width = 0;
+    for (const CLIOption& option : Table(root)) {
+        if (option.type != kCLICommand) continue;
+        width = std::max(width, Message(nullptr).add("%s", textOrEmpty(option.longName)));
+    }
+    message.add("\nCommands:\n\n");
+    for (const CLIOption& option : Table(root)) {
+        if (option.type != kCLICommand) continue;
+        message.add("%*s%-*s    %s\n", kIndent, "", width, textOrEmpty(option.longName),
+                    textOrEmpty(option.shortHelp));
+    }
+    return true;
+}
+
+void printSections(Message& message, CLIOption* table) {
+    for (const CLIOption& option : Table(table)) {
+        if (option.type != kCLISection) continue;
+        message.add("%s\n", textOrEmpty(option.shortHelp));
+        printIndented(message, option.longHelp, kIndent);
+        message.add("\n");
+    }
+}
+
+// As many of the following arguments as name a command of the command before.
+void printHelpOfArguments(const Level& level) {
+    const char* const name = argumentAt(gArgI);
+    CLIOption* const next = name != nullptr ? findCommand(level.table, name) : nullptr;
+    if (next == nullptr) return printCommandHelp(level);
+    ++gArgI;
+    printHelpOfArguments({next->subOptions, next, &level});
+}
+
+// Of the command that is parsed, or of the program where there is none.
+void printHelpOf(const Level* level) {
+    if (level == nullptr || level->command == nullptr) return printSummary();
+    printCommandHelp(*level);
+}
+
+std::int32_t refuseUnknown(const char* name) {
+    say("error: unknown command '%s'.\n", name);
+    return kCLIUsageError;
+}
+
+}  // namespace
+
+void printIndented(Message& message, const char* text, int indent) {
+    for (const char* line = textOrEmpty(text); *line != '\0';) {
+        const auto length = static_cast<int>(strchrnul(line, '\n') - line);
+        message.add("%*s%.*s\n", length > 0 ? indent : 0, "", length, line);
+        line += length;
+        if (*line == '\n') ++line;
+    }
+}
+
+void printSummary() {
+    CLIOption* const root = gState.root;
+    Message message;
+    message.add("\nUsage: %s", gProgramName);
+    if (hasOptions(root)) message.add(" [global options]");
+    if (hasCommands(root)) message.add(" <command> [options] [args]");
+    message.add("\n");
+    const bool hasListedOptions = printOptions(message, root, {nullptr, false, false});
+    const bool hasListedCommands = printCommands(message, root);
+    if (hasListedOptions || hasListedCommands) message.add("\n");
+    if (hasListedCommands) {
+        message.add("See '%s help <command>' for more information about a specific command.\n\n",
+                    gProgramName);
+    }
+}
+
+void printCommandHelp(const Level& level) {
+    const CLIOption& command = *level.command;
+    Message message;
+    message.add("\nNAME\n%*s%s ", kIndent, "", gProgramName);
+    printCommandPath(message, level);
+    message.add(" -- %s\n\nSYNOPSIS\n", textOrEmpty(command.shortHelp));
+    printUsage(message, level);
+    message.add("\n");
+    if (*textOrEmpty(command.longHelp) != '\0') {
+        message.add("DESCRIPTION\n");
+        printIndented(message, command.longHelp, kIndent);
+        message.add("\n");
+    }
+    printOptions(message, gState.root, {"GLOBAL OPTIONS", true, true});
+    printOptions(message, level.table, {"OPTIONS", true, false});
+    printSections(message, level.table);
+}
+
+}  // namespace halvane::cli
+
+extern "C" std::int32_t _CLIHelpOption(CLIOption*, const char* value, int negated) {
+    using namespace halvane::cli;
+    if (negated != 0) return kStatusOK;
+    if (value == nullptr) {
+        printHelpOf(gState.level);
+        return kStatusDone;
+    }
+    CLIOption* const command = findCommand(gState.root, value);
+    if (command == nullptr) return refuseUnknown(value);
+    printCommandHelp({command->subOptions, command, nullptr});
+    return kStatusDone;
+}
+
+extern "C" void _CLIHelpCommand() {
+    using namespace halvane::cli;
+    const char* const name = argumentAt(gArgI);
+    if (name == nullptr) return printSummary();
+    ++gArgI;
+    CLIOption* const command = findCommand(gState.root, name);
+    if (command == nullptr) {
+        gExitCode = refuseUnknown(name);
+        return;
+    }
+    printHelpOfArguments({command->subOptions, command, nullptr});
+}

@@ -1,0 +1,37 @@
+/* Lists of the bits that are set in an integer: "0,2,4" is 0x15.
+ *
+ * Usable from C11 and C++20. Every function may be called from any thread. */
+#ifndef HALVANE_UTILS_CONVERT_BIT_LIST_H
+#define HALVANE_UTILS_CONVERT_BIT_LIST_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "halvane/base/export.h"
+#include "halvane/base/status.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum { kBitListTextSize = 86 /* of all 32 bits, with the terminator */ };
+
+/* Writes the numbers of the set bits, ascending, with ',' between, into a buffer of
+ * kBitListTextSize, which it answers. The least significant bit is 0. No bit gives an empty text.
+ * *length (may be null) is that of the text, without the terminator. */
+HALVANE_EXPORT char* BitListString_Make(uint32_t bits, char* buffer, size_t* length);
+
+/* Reads numbers from 0 to 31 with ',' between, in any order and also repeated, from a text of
+ * `length` characters (SIZE_MAX: NUL-terminated). An empty text is the list of no bit. *bits (may
+ * be null) is untouched after a failure:
+ *
+ *   kStatusMalformed    a number is missing, or another character is in the list
+ *   kStatusOutOfRange   a number is above 31
+ *   kStatusUnsupported  the text is null */
+HALVANE_EXPORT HalvaneStatus BitListString_Parse(const char* text, size_t length, uint32_t* bits);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,30 @@
+/* Four-character codes: four characters in an integer, the first in its most significant byte.
+ *
+ * Usable from C11 and C++20. Every function may be called from any thread. */
+#ifndef HALVANE_UTILS_CONVERT_FOUR_CHAR_CODE_H
+#define HALVANE_UTILS_CONVERT_FOUR_CHAR_CODE_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "halvane/base/export.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum { kFourCharCodeTextSize = 5 /* with the terminator */ };
+
+/* Writes the four characters, with a space for a 0 byte, into a buffer of kFourCharCodeTextSize,
+ * which it answers. Other bytes are written as they are, printable or not. */
+HALVANE_EXPORT char* FourCharCodeToCString(uint32_t code, char* buffer);
+
+/* The code of the first four of `length` characters (SIZE_MAX: NUL-terminated), with spaces for NUL
+ * characters and for those that are missing. A null text is taken as an empty one. */
+HALVANE_EXPORT uint32_t TextToFourCharCode(const char* text, size_t length);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

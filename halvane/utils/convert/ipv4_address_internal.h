@@ -1,0 +1,38 @@
+// Dotted decimal text as a part of other texts.
+#ifndef HALVANE_UTILS_CONVERT_IPV4_ADDRESS_INTERNAL_H
+#define HALVANE_UTILS_CONVERT_IPV4_ADDRESS_INTERNAL_H
+
+#include <cstdint>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/text/cursor_internal.h"
+
+namespace halvane {
+
+// A number that may follow an address.
+struct AddressPart {
+    bool isThere = false;
+    std::uint32_t value = 0;
+
+    HalvaneStatus read(TextCursor& text, std::uint32_t max) {
+        isThere = true;
+        return text.decimal(max, value);
+    }
+    template <typename Value>
+    void storeAt(Value* destination) const {
+        if (isThere && destination != nullptr) *destination = static_cast<Value>(value);
+    }
+};
+
+// Reads an address in host byte order, with the statuses of ParseIPv4Address.
+HalvaneStatus readIPv4Address(TextCursor& text, std::uint32_t& address);
+
+// Writes an address of host byte order, without a terminator, and answers where it ends.
+char* putIPv4Address(char* to, std::uint32_t address);
+
+// Writes a ':' and a number, likewise.
+char* putPort(char* to, int port);
+
+}  // namespace halvane
+
+#endif

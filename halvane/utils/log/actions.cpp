@@ -1,0 +1,166 @@
+// What settings do to categories.
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <set>
+#include <string_view>
+#include <system_error>
+
+#include "halvane/base/status.h"
+#include "halvane/utils/text/ignore_case_internal.h"
+#include "halvane/utils/log.h"
+#include "halvane/utils/log/settings_internal.h"
+#include "halvane/utils/log/state_internal.h"
+#include "halvane/utils/scan/up_ticks.h"
+
+namespace halvane::logging {
+
+namespace {
+
+// Calls visit(category) for `only`, or for every category. One that waits for its first test is
+// left out: it takes all settings then.
+template <typename Visit>
+void forEachCategory(LogCategory* only, Visit visit) {
+    LogCategory* category = only != nullptr ? only : logState().categories;
+    for (; category != nullptr; category = only != nullptr ? nullptr : category->next) {
+        if (category->level != kLogLevelUninitialized) visit(*category);
+    }
+}
+
+void applyLevel(const LogAction& action, LogCategory& category) {
+    setCategoryLevel(category, __LogCategory_StringToLevel(action.value.c_str()));
+}
+
+struct HeaderFlag {
+    std::string_view keyword;
+    std::uint32_t flag;  // 0 clears
+};
+constexpr std::array<HeaderFlag, 8> kHeaderFlags = {{
+    {"time", kLogHeaderTime},
+    {"pid", kLogHeaderPID},
+    {"program", kLogHeaderProgram},
+    {"category", kLogHeaderCategory},
+    {"level", kLogHeaderLevel},
+    {"prefix", kLogHeaderPrefix},
+    {"function", kLogHeaderFunction},
+    {"none", 0},
+}};
+
+std::uint32_t headerFlagsOf(std::string_view value) {
+    std::uint32_t flags = 0;
+    while (!value.empty()) {
+        const std::string_view word = value.substr(0, value.find(';'));
+        value.remove_prefix(std::min(word.size() + 1, value.size()));
+        for (const auto& [keyword, flag] : kHeaderFlags) {
+            if (equalsIgnoringCase(keyword, word)) flags = flag != 0 ? flags | flag : 0;
+        }
+    }
+    return flags;
+}
+
+void applyFlags(const LogAction& action, LogCategory& category) {
+    category.flags = headerFlagsOf(action.value);
+    if ((category.flags & kLogHeaderPrefix) != 0) setCategoryPrefix(category);
+}
+
+// Takes the digits that `text` begins with; a number too large is the largest, none is 0.
+template <typename Number>
+Number takeDigits(std::string_view& text) {
+    Number number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return error == std::errc::result_out_of_range ? std::numeric_limits<Number>::max() : number;
+}
+
+// Exact, unlike MillisecondsToUpTicks; what is too long for 64 bits is the longest.
+std::uint64_t rateTicks(std::uint64_t milliseconds) {
+    constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
+    const std::uint64_t perSecond = UpTicksPerSecond();
+    const std::uint64_t seconds = milliseconds / 1000;
+    if (seconds >= kMax / perSecond) return kMax;
+    return perSecond * seconds + perSecond * (milliseconds % 1000) / 1000;
+}
+
+// "<messages>/<milliseconds>", with any character for the '/'.
+void applyRate(const LogAction& action, LogCategory& category) {
+    std::string_view text = action.value;
+    category.rateMax = takeDigits<std::uint32_t>(text);
+    if (!text.empty()) text.remove_prefix(1);
+    category.ratePeriod = rateTicks(takeDigits<std::uint64_t>(text));
+}
+
+struct ValuePass {
+    LogPass pass;
+    void (*apply)(const LogAction& action, LogCategory& category);
+};
+constexpr std::array<ValuePass, 3> kValuePasses = {{
+    {LogPass::Level, applyLevel},
+    {LogPass::Flags, applyFlags},
+    {LogPass::Rate, applyRate},
+}};
+
+// Of the settings for a category the last one stays, so it alone is applied.
+void applyValues(LogCategory& category) {
+    LogActionList& actions = logState().actions;
+    for (const auto& [pass, apply] : kValuePasses) {
+        const auto& places = actions.placesFor(category, pass);
+        if (!places.empty()) apply(actions[places.back()], category);
+    }
+}
+
+// Finds or makes the outputs of settings, and tries none twice that cannot be had.
+class OutputsOfSettings {
+  public:
+    // Null with a status where the output cannot be had.
+    LogOutput* find(std::size_t place, HalvaneStatus& status) {
+        if (failed_.contains(place)) return nullptr;
+        LogOutput* const output = findOrCreateOutput(logState().actions[place].value, status);
+        if (output == nullptr) failed_.insert(place);
+        return output;
+    }
+
+  private:
+    std::set<std::size_t> failed_;
+};
+
+// A new setting is tried even where it is for no category yet, so that who makes it hears what is
+// wrong with it. The status is that of the first that cannot be had.
+HalvaneStatus tryNewOutputs(OutputsOfSettings& outputs) {
+    const LogActionList& actions = logState().actions;
+    LogActionList::Places places = actions.newPlaces();
+    std::ranges::sort(places);
+    HalvaneStatus first = kStatusOK;
+    for (const std::size_t place : places) {
+        if (actions[place].name != kLogPassNames[std::size_t(LogPass::Output)]) continue;
+        HalvaneStatus status = kStatusOK;
+        outputs.find(place, status);
+        if (first == kStatusOK) first = status;
+    }
+    return first;
+}
+
+// The last one that can be had stays, so those before it are not even tried.
+void applyOutput(LogCategory& category, OutputsOfSettings& outputs) {
+    const auto& places = logState().actions.placesFor(category, LogPass::Output);
+    for (auto place = places.rbegin(); place != places.rend(); ++place) {
+        HalvaneStatus status = kStatusOK;
+        LogOutput* const output = outputs.find(*place, status);
+        if (output != nullptr) return setCategoryOutput(category, output);
+    }
+}
+
+}  // namespace
+
+HalvaneStatus __LogCategory_ApplyActions(LogCategory* only) {
+    forEachCategory(only, applyValues);
+    OutputsOfSettings outputs;
+    const HalvaneStatus status = only == nullptr ? tryNewOutputs(outputs) : kStatusOK;
+    forEachCategory(only, [&](LogCategory& category) { applyOutput(category, outputs); });
+    deleteUnusedOutputs();
+    return status;
+}
+
+}  // namespace halvane::logging

@@ -1,0 +1,284 @@
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <fcntl.h>
+#include <filesystem>
+#include <limits>
+#include <optional>
+#include <string>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/write_signal_internal.h"
+#include "halvane/utils/log/file_internal.h"
+
+namespace halvane::logging {
+
+namespace {
+
+constexpr std::size_t kMaxFolder = 1024;
+constexpr mode_t kFolderMode = 0770;
+constexpr mode_t kFileMode = 0666;  // less the process's umask
+constexpr std::string_view kEndedText = "\nLOG ENDED, CONTINUES IN NEXT LOG FILE\n";
+
+// Takes a decimal number off the front of `text`; absent where none stands there, or a larger one
+// than `max`.
+std::optional<std::uint64_t> takeNumber(std::string_view& text, std::uint64_t max) {
+    std::uint64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || number > max) return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return number;
+}
+
+// Takes the "#<count>" that a value ends in.
+std::optional<int> takeCount(std::string_view& text) {
+    if (!text.starts_with('#')) return std::nullopt;
+    text.remove_prefix(1);
+    const auto count = takeNumber(text, kMaxKeptFiles);
+    if (!count || !text.empty()) return std::nullopt;
+    return static_cast<int>(*count);
+}
+
+// How many bytes the size's unit stands for; takes the unit.
+std::uint64_t takeUnit(std::string_view& text) {
+    static constexpr std::array<std::pair<char, std::uint64_t>, 3> kUnits = {
+        {{'K', 1024}, {'M', 1048576}, {'B', 1}}};
+    for (const auto& [letter, bytes] : kUnits) {
+        if (!text.starts_with(letter)) continue;
+        text.remove_prefix(1);
+        return bytes;
+    }
+    return 1;
+}
+
+std::size_t folderLength(const std::string& path) {
+    const auto slash = path.rfind('/');
+    return slash == std::string::npos ? 0 : slash;
+}
+
+// One that cannot be made shows when the file is opened.
+void createFolders(const std::string& path) {
+    for (auto end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
+        ::mkdir(path.substr(0, end).c_str(), kFolderMode);
+    }
+}
+
+// Where a program has closed a standard stream, the file does not take its number: it would get
+// what others write to that.
+int aboveStandardStreams(int descriptor) {
+    if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
+    const int above = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    ::close(descriptor);
+    return above;
+}
+
+// Of a path that the program's folder is no part of any more.
+std::string absolutePath(const std::string& path) {
+    if (path.starts_with('/')) return path;
+    std::error_code error;
+    const std::string folder = std::filesystem::current_path(error);
+    return error ? path : folder + "/" + path;
+}
+
+bool isFolderOfThere(const std::string& path) {
+    struct stat status {};
+    const auto slash = path.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    return ::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+bool LookCount::take() {
+    const std::uint64_t now = upTimeLastStep();
+    if (now != step_) taken_ = 0;
+    step_ = now;
+    if (taken_ == kMostInAStep) return false;
+    ++taken_;
+    return true;
+}
+
+LogFile::~LogFile() {
+    close();
+}
+
+void LogFile::close() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+    descriptor_ = -1;
+    stream_ = nullptr;
+}
+
+void LogFile::useStream(std::FILE* stream) {
+    close();
+    path_.clear();
+    stream_ = stream;
+    std::setvbuf(stream_, nullptr, _IONBF, 0);
+}
+
+HalvaneStatus LogFile::setPath(std::string_view path) {
+    path_ = path;
+    return path_.empty() || folderLength(path_) > kMaxFolder ? kStatusBadPath : kStatusOK;
+}
+
+HalvaneStatus LogFile::open() {
+    if (path_.empty()) return kStatusUnsupported;
+    const bool fit = (rollMaxSize_ == 0 || numberedNamesFit(path_, rollCount_)) &&
+                     numberedNamesFit(backupPath_, backupCount_);
+    path_ = absolutePath(path_);
+    if (!backupPath_.empty()) backupPath_ = absolutePath(backupPath_);
+    if (numberedNamesCollide(path_, backupPath_)) return kStatusUnsupported;
+    if (!fit) return kStatusBadPath;
+    createFolders(path_);
+    if (!backupPath_.empty() && backupCount_ > 0 && !isFolderOfThere(backupPath_)) {
+        return kStatusBadPath;
+    }
+    return openFile() ? kStatusOK : kStatusCannotOpen;
+}
+
+HalvaneStatus LogFile::reopen() {
+    if (path_.empty()) return kStatusOK;
+    if (descriptor_ >= 0) heritage_ = heritageOf(descriptor_);
+    createFolders(path_);
+    return openFile() ? kStatusOK : kStatusCannotOpen;
+}
+
+// Always for appending: what another program wrote there meanwhile is never overwritten. Without a
+// buffer, so that a line is in the file when the program crashes. What is open stays so where the
+// path cannot be opened.
+bool LogFile::openFile() {
+    // A pipe is not waited for, neither here for a reader nor later for a slow one.
+    constexpr int kFlags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    int opened = heritage_ ? aboveStandardStreams(createHeir(path_, kFlags, *heritage_)) : -1;
+    if (opened < 0) {
+        opened = aboveStandardStreams(::open(path_.c_str(), kFlags | O_CREAT, kFileMode));
+    }
+    if (opened < 0) return false;
+    close();
+    descriptor_ = opened;
+    struct stat status {};
+    ::fstat(descriptor_, &status);
+    device_ = status.st_dev;
+    inode_ = status.st_ino;
+    isRegular_ = S_ISREG(status.st_mode);
+    isPipe_ = S_ISFIFO(status.st_mode);
+    isSizeLimited_ = isFileSizeLimited();
+    size_ = isRegular_ ? static_cast<std::uint64_t>(status.st_size) : 0;
+    if (!isPipe_) ::fcntl(descriptor_, F_SETFL, O_APPEND);
+    return true;
+}
+
+// Looks at the file's surroundings; true where its path has to be opened anew.
+bool LogFile::hasChanged() {
+    isSizeLimited_ = isFileSizeLimited();
+    return isElsewhere();
+}
+
+// The path leads to no file, or to another one: somebody has renamed or removed it.
+bool LogFile::isElsewhere() const {
+    if (!isRegular_) return false;
+    struct stat status {};
+    if (::stat(path_.c_str(), &status) != 0) return errno == ENOENT || errno == ENOTDIR;
+    return status.st_dev != device_ || status.st_ino != inode_;
+}
+
+HalvaneStatus LogFile::setRoll(std::string_view value) {
+    const auto size = takeNumber(value, std::numeric_limits<std::uint64_t>::max());
+    if (!size) return kStatusUnsupported;
+    const std::uint64_t unit = takeUnit(value);
+    const auto count = takeCount(value);
+    if (!count || *size > std::numeric_limits<std::uint64_t>::max() / unit) {
+        return kStatusUnsupported;
+    }
+    rollMaxSize_ = *size * unit;
+    rollCount_ = *count;
+    return kStatusOK;
+}
+
+HalvaneStatus LogFile::setBackup(std::string_view value) {
+    const auto hash = value.rfind('#');
+    if (hash == 0 || hash == std::string_view::npos) return kStatusUnsupported;
+    std::string_view rest = value.substr(hash);
+    const auto count = takeCount(rest);
+    if (!count) return kStatusUnsupported;
+    backupPath_ = value.substr(0, hash);
+    backupCount_ = *count;
+    return kStatusOK;
+}
+
+void LogFile::write(std::string_view text) {
+    if (!path_.empty()) {
+        if (!isOpen() || (looks_.take() && hasChanged())) reopen();
+        size_ += text.size();
+        if (rollMaxSize_ > 0 && size_ > rollMaxSize_ && isOpen() && isRegular_) {
+            rotate();
+            size_ = text.size();
+        }
+    }
+    if (isOpen()) put(text);
+}
+
+void LogFile::put(std::string_view text) {
+    if (!canRaiseSignal()) {
+        tryToPut(text);
+        return;
+    }
+    WriteSignalBlock block;
+    if (const int error = tryToPut(text); error != 0) block.takeBackSignal(error);
+}
+
+bool LogFile::canRaiseSignal() const {
+    if (stream_ != nullptr) return canRaiseWriteSignal(::fileno(stream_));
+    return isPipe_ || (isRegular_ && isSizeLimited_);
+}
+
+int LogFile::tryToPut(std::string_view text) {
+    return stream_ != nullptr ? putToStream(text) : writeAll(text);
+}
+
+int LogFile::putToStream(std::string_view text) {
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stream_) == text.size();
+    const int error = isWritten ? 0 : errno;
+    const bool isFlushed = std::fflush(stream_) == 0;
+    return error == 0 && !isFlushed ? errno : error;
+}
+
+int LogFile::writeAll(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(descriptor_, text.data(), text.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return errno;
+        if (written == 0) return EIO;
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+void LogFile::backUp() {
+    if (backupPath_.empty() || backupCount_ == 0 || !isReplaceable(backupPath_)) return;
+    shiftNumberedFiles(backupPath_, backupCount_);
+    copyLogFile(path_, backupPath_);
+}
+
+bool LogFile::isEmpty() const {
+    struct stat status {};
+    return ::fstat(descriptor_, &status) == 0 && status.st_size == 0;
+}
+
+// Where the file cannot be renamed, it is appended to until it has grown by as much again. An empty
+// one takes no other's place.
+void LogFile::rotate() {
+    if (isEmpty()) return;
+    heritage_ = heritageOf(descriptor_);
+    backUp();
+    put(kEndedText);
+    close();
+    shiftNumberedFiles(path_, rollCount_);
+    openFile();
+}
+
+}  // namespace halvane::logging

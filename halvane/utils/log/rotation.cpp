@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdio>
+#include <fcntl.h>
+#include <memory>
+#include <string_view>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "halvane/platform/write_signal_internal.h"
+#include "halvane/utils/log/rotation_internal.h"
+
+namespace halvane::logging {
+
+namespace {
+
+constexpr std::size_t kMaxNumberedName = 1024;
+constexpr std::size_t kCopyPiece = 4096;
+constexpr mode_t kPermissions = 07777;
+constexpr mode_t kOwnersOnly = 0600;
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+bool isThere(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 || errno != ENOENT;
+}
+
+// The lowest number that no file has; `count` where all below that are taken.
+int firstGap(const std::string& path, int count) {
+    int number = 1;
+    while (number < count && isThere(numberedName(path, number))) ++number;
+    return number;
+}
+
+// The file's numbered names, or the file itself, are among the other's.
+bool isNumberedName(const std::string& name, const std::string& path) {
+    if (!name.starts_with(path)) return false;
+    std::string_view rest = std::string_view(name).substr(path.size());
+    if (rest.empty()) return true;
+    if (rest.front() != '.') return false;
+    rest.remove_prefix(1);
+    unsigned number = 0;
+    const char* const end = rest.data() + rest.size();
+    const auto [stop, error] = std::from_chars(rest.data(), end, number);
+    return error == std::errc() && stop == end && number <= kMaxKeptFiles;
+}
+
+std::string unfinishedCopyOf(const std::string& path) {
+    return numberedName(path, 0);
+}
+
+// Returns what failed of the writing, an errno value; 0 for nothing.
+int copyAndClose(std::FILE* source, std::FILE* copy) {
+    std::array<char, kCopyPiece> piece;
+    std::size_t length = 0;
+    int error = 0;
+    while (error == 0 && (length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
+        if (std::fwrite(piece.data(), 1, length, copy) != length) error = errno;
+    }
+    const bool isClosed = std::fclose(copy) == 0;
+    return error == 0 && !isClosed ? errno : error;
+}
+
+// Makes the file, and writes as much to it as can be; false where it cannot be made.
+bool copyTo(const std::string& path, std::FILE* source, const FileHeritage& heritage) {
+    const int descriptor = createHeir(path, O_WRONLY | O_CLOEXEC, heritage);
+    if (descriptor < 0) return false;
+    std::FILE* const copy = ::fdopen(descriptor, "w");
+    if (copy == nullptr) {
+        ::close(descriptor);
+        return false;
+    }
+    WriteSignalBlock block;
+    if (const int error = copyAndClose(source, copy); error != 0) block.takeBackSignal(error);
+    return true;
+}
+
+}  // namespace
+
+bool isReplaceable(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
+}
+
+std::string numberedName(const std::string& path, int number) {
+    return path + "." + std::to_string(number);
+}
+
+bool numberedNamesFit(const std::string& path, int count) {
+    return numberedName(path, std::max(count - 1, 1)).size() <= kMaxNumberedName;
+}
+
+bool numberedNamesCollide(const std::string& path, const std::string& other) {
+    return !other.empty() && (isNumberedName(path, other) || isNumberedName(other, path));
+}
+
+void shiftNumberedFiles(const std::string& path, int count) {
+    if (!isThere(path)) return;
+    const int gap = firstGap(path, count);
+    if (gap >= count) ::unlink(numberedName(path, count - 1).c_str());
+    for (int i = std::min(gap, count - 1) - 1; i >= 1; --i) {
+        std::rename(numberedName(path, i).c_str(), numberedName(path, i + 1).c_str());
+    }
+    std::rename(path.c_str(), numberedName(path, 1).c_str());
+}
+
+std::optional<FileHeritage> heritageOf(int descriptor) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return FileHeritage{status.st_mode & kPermissions, status.st_uid, status.st_gid};
+}
+
+// The mode comes last: a change of owner takes bits from it, and nobody is let in before.
+int createHeir(const std::string& path, int flags, const FileHeritage& heritage) {
+    const int file = ::open(path.c_str(), flags | O_CREAT | O_EXCL, heritage.mode & kOwnersOnly);
+    if (file < 0) return file;
+    if (::fchown(file, heritage.owner, heritage.group) != 0) {
+        // Without the right to give a file away, the group may still be one of the process's.
+        [[maybe_unused]] const int kept = ::fchown(file, static_cast<uid_t>(-1), heritage.group);
+    }
+    ::fchmod(file, heritage.mode);
+    return file;
+}
+
+void copyLogFile(const std::string& from, const std::string& to) {
+    const std::string unfinished = unfinishedCopyOf(to);
+    if (isThere(to) || !isReplaceable(unfinished)) return;
+    const File source(std::fopen(from.c_str(), "re"));
+    if (!source) return;
+    const auto heritage = heritageOf(::fileno(source.get()));
+    if (!heritage) return;
+    ::unlink(unfinished.c_str());
+    // One that could not be written whole stays, for the log file's own days are numbered.
+    if (copyTo(unfinished, source.get(), *heritage)) {
+        std::rename(unfinished.c_str(), to.c_str());
+    }
+}
+
+}  // namespace halvane::logging

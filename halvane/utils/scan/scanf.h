@@ -1,0 +1,66 @@
+/* Formatted scanning of a text of known length.
+ *
+ * Usable from C11 and C++20. Every function may be called from any thread; the text and the
+ * destinations are the caller's.
+ *
+ * The input ends after `length` characters or at a NUL, whichever comes first; a length of
+ * SIZE_MAX is that of a NUL-terminated text. Nothing past it is read. White space is that of
+ * the "C" locale. A null text or format is taken as an empty one.
+ *
+ * The format holds:
+ *
+ *   white space   skips any white space in the input, also none
+ *   %             a conversion: %[flags][width][size]conversion
+ *   another       must equal the next character of the input
+ *
+ *   flags   *  scans without assigning, and takes no destination
+ *           &  for c, s and [: the text in place, into const char** and size_t* (a null one is
+ *              skipped), instead of a copy
+ *           #  allows c, s and [ an empty field, which ends scanning otherwise
+ *   width   digits, or '.' for an int argument (negative ends scanning): the most characters a
+ *           field takes, without the white space before it; 2147483647 by default
+ *   size    hh int8_t, h int16_t, none int32_t, l ll j t z int64_t: what the integer is stored
+ *           as, of either signedness. p is always uint64_t.
+ *
+ *   d u  o  x X p  b   an integer of base 10, 8, 16 ("0x" may lead), 2 ("0b" may lead)
+ *   i       an integer of the base its prefix tells: "0x", "0b", "0", else base 10
+ *   c       `width` characters, 1 without a width, not terminated. With & the characters up to
+ *           the width, all that is left without one.
+ *   s       characters up to white space, terminated: the destination holds width + 1
+ *   [set]   characters of the set, or not of it after '^', terminated as for s. A ']' that comes
+ *           first belongs to the set; a '-' is a '-'. A size ends scanning.
+ *   n       the count of characters consumed so far, into int32_t, which is no assigned item.
+ *           A size, a width or * ends scanning.
+ *   %       a '%'
+ *
+ * Integers and s skip white space first, the others do not. An integer may have a sign; the
+ * sign and the prefix are part of the width, and a prefix is one only before a digit of its
+ * base: "0x" alone is 0, and leaves the "x". The value is computed modulo 2^64 and cut to
+ * the size.
+ *
+ * Scanning stops at the first mismatch, at a null destination, and at what is no conversion of
+ * this list; destinations not reached stay untouched. */
+#ifndef HALVANE_UTILS_SCAN_SCANF_H
+#define HALVANE_UTILS_SCAN_SCANF_H
+
+#include <stdarg.h>
+#include <stddef.h>
+
+#include "halvane/base/export.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The number of items assigned. There is no format attribute, since the conversions and sizes
+ * differ from those of scanf. */
+HALVANE_EXPORT int SNScanF(const char* text, size_t length, const char* format, ...);
+
+/* The same. `arguments` is indeterminate afterwards, as after vsscanf. */
+HALVANE_EXPORT int VSNScanF(const char* text, size_t length, const char* format, va_list arguments);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

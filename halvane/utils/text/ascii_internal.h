@@ -1,0 +1,44 @@
+// Classes of ASCII characters, whatever the locale is.
+#ifndef HALVANE_UTILS_TEXT_ASCII_INTERNAL_H
+#define HALVANE_UTILS_TEXT_ASCII_INTERNAL_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace halvane {
+
+// Above every digit of every base.
+inline constexpr std::uint8_t kNoDigit = 0xFF;
+
+// The value of every character as a digit, of bases up to 36.
+inline constexpr auto kDigitValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(kNoDigit);
+    for (std::uint8_t i = 0; i < 10; ++i) values[std::size_t{'0'} + i] = i;
+    for (std::uint8_t i = 0; i < 26; ++i) {
+        values[std::size_t{'a'} + i] = static_cast<std::uint8_t>(10 + i);
+        values[std::size_t{'A'} + i] = static_cast<std::uint8_t>(10 + i);
+    }
+    return values;
+}();
+
+constexpr unsigned digitValue(char character) {
+    return kDigitValues[static_cast<unsigned char>(character)];
+}
+
+constexpr bool isDigit(char character) {
+    return digitValue(character) < 10;
+}
+
+constexpr bool isHexDigit(char character) {
+    return digitValue(character) < 16;
+}
+
+constexpr bool isSpace(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,110 @@
+#include "halvane/utils/text/command_line_text.h"
+
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/utils/text/byte_set_internal.h"
+#include "halvane/utils/text/command_line_text_internal.h"
+#include "halvane/utils/text/quoted_text_internal.h"
+#include "halvane/utils/text/cursor_internal.h"
+
+namespace halvane {
+
+namespace {
+
+using printing::HeapMemory;
+
+// The pointers of a vector. Before the first argument stands that to the bytes of all of them, so
+// that it is found again whatever becomes of the others.
+class ArgumentVector {
+  public:
+    explicit ArgumentVector(HeapMemory memory) : memory_(memory) {}
+    ArgumentVector(const ArgumentVector&) = delete;
+    ArgumentVector& operator=(const ArgumentVector&) = delete;
+    ~ArgumentVector() {
+        if (pointers_ == nullptr) return;
+        memory_.release(pointers_[0]);
+        memory_.release(pointers_);
+    }
+
+    // Appends a pointer; false where memory ran out.
+    bool append(char* pointer) {
+        if (used_ == room_ && !grow()) return false;
+        pointers_[used_++] = pointer;
+        return true;
+    }
+
+    // What the caller gets.
+    char** handOver() { return std::exchange(pointers_, nullptr) + 1; }
+
+  private:
+    static constexpr std::size_t kFirstRoom = 1 + 16;
+
+    bool grow() {
+        const std::size_t room = room_ == 0 ? kFirstRoom : 2 * room_;
+        void* const grown = memory_.reallocate(pointers_, room * sizeof(char*));
+        if (grown == nullptr) return false;
+        pointers_ = static_cast<char**>(grown);
+        room_ = room;
+        return true;
+    }
+
+    HeapMemory memory_;
+    char** pointers_ = nullptr;
+    std::size_t used_ = 0;
+    std::size_t room_ = 0;
+};
+
+// Skips white space and continued lines.
+void skipToArgument(TextCursor& text) {
+    text.skipSpace();
+    while (isContinuedLine(text)) {
+        text.skip(2);
+        text.skipSpace();
+    }
+}
+
+}  // namespace
+
+HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, HeapMemory memory) {
+    constexpr ByteSet kWhiteSpace(isSpace);
+    if (text == nullptr) return kStatusUnsupported;
+    const std::size_t length = std::strlen(text);
+    // No argument is longer than what it was written as, and what ended it makes room for its NUL.
+    auto* bytes = static_cast<char*>(memory.reallocate(nullptr, length + 1));
+    if (bytes == nullptr) return kStatusNoMemory;
+    ArgumentVector arguments(memory);
+    if (!arguments.append(bytes)) {
+        memory.release(bytes);
+        return kStatusNoMemory;
+    }
+    TextCursor cursor(text, length);
+    int found = 0;
+    for (skipToArgument(cursor); !cursor.atEnd(); skipToArgument(cursor)) {
+        if (found == INT_MAX || !arguments.append(bytes)) return kStatusNoMemory;
+        ++found;
+        TokenBuffer token(bytes, cursor.remaining());
+        takeQuotedToken(cursor, kWhiteSpace, token);
+        bytes[token.total()] = '\0';
+        bytes += token.total() + 1;
+    }
+    if (!arguments.append(nullptr)) return kStatusNoMemory;
+    *count = found;
+    *vector = arguments.handOver();
+    return kStatusOK;
+}
+
+}  // namespace halvane
+
+HalvaneStatus ParseCommandLineIntoArgV(const char* text, int* count, char*** vector) {
+    return halvane::parseCommandLine(text, count, vector, {std::realloc, std::free});
+}
+
+void FreeCommandLineArgV(char** vector) {
+    if (vector == nullptr) return;
+    std::free(vector[-1]);
+    std::free(vector - 1);
+}

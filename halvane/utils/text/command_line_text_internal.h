@@ -1,0 +1,16 @@
+// Splitting of command lines, with memory from elsewhere.
+#ifndef HALVANE_UTILS_TEXT_COMMAND_LINE_TEXT_INTERNAL_H
+#define HALVANE_UTILS_TEXT_COMMAND_LINE_TEXT_INTERNAL_H
+
+#include "halvane/base/status.h"
+#include "halvane/utils/printf/engine_internal.h"
+
+namespace halvane {
+
+// ParseCommandLineIntoArgV.
+HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector,
+                               printing::HeapMemory memory);
+
+}  // namespace halvane
+
+#endif
