@@ -18,8 +18,8 @@
 #include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
 #include "halvane/utils/convert/statistics.h"
-#include "halvane/utils/strings.h"
 #include "halvane/utils/scan/up_ticks.h"
+#include "halvane/utils/strings.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"

@@ -18,6 +18,11 @@ struct Utf8Character {
     std::size_t size;  // in bytes
 };
 
+// A byte of a character other than its first.
+constexpr bool isContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
 // The character that `text` begins with; absent where that is no UTF-8.
 // REQUIRES: `text` is not empty.
 std::optional<Utf8Character> firstUtf8Character(std::string_view text);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 
@@ -17,11 +18,6 @@ void appendUpperHex(std::string& text, std::uint8_t byte) {
     constexpr char kDigits[] = "0123456789ABCDEF";
     text += kDigits[byte >> 4];
     text += kDigits[byte & 0x0F];
-}
-
-// The printable class of the C locale, whatever the process's locale is.
-bool isPrintable(std::uint8_t byte) {
-    return byte >= 32 && byte <= 126;
 }
 
 }  // namespace

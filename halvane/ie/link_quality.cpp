@@ -1,7 +1,7 @@
 #include "halvane/ie/link_quality.h"
 
-#include "halvane/utils/scan_time.h"
 #include "halvane/utils/printf/std_string_internal.h"
+#include "halvane/utils/scan_time.h"
 
 namespace halvane {
 

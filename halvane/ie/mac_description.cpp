@@ -1,8 +1,8 @@
 #include "halvane/base/describe.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/ie/mac.h"
-#include "halvane/utils/scan_time.h"
 #include "halvane/utils/printf/std_string_internal.h"
+#include "halvane/utils/scan_time.h"
 
 namespace halvane {
 

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "halvane/base/skeleton_internal.h"
-#include "halvane/utils/scan_time.h"
 #include "halvane/utils/printf/std_string_internal.h"
+#include "halvane/utils/scan_time.h"
 
 namespace halvane {
 

@@ -51,8 +51,9 @@ HALVANE_EXPORT std::optional<std::int64_t> convertToInteger(std::string_view tex
 HALVANE_EXPORT std::optional<bool> convertToBool(std::string_view text,
                                                  std::optional<Error>* error = nullptr);
 
-// A hardware address of 6 bytes, as TextToHardwareAddress (halvane/utils/convert/hardware_address.h) reads
-// it: "00:11:22:33:44:55", "0-11-2-33-4-55", "001122334455". Clears the error.
+// A hardware address of 6 bytes, as TextToHardwareAddress
+// (halvane/utils/convert/hardware_address.h) reads it: "00:11:22:33:44:55", "0-11-2-33-4-55",
+// "001122334455". Clears the error.
 //
 //   kStatusMalformed    another character, or the end of the text, stands where a byte has to begin
 //   kStatusUnsupported  the text is not UTF-8

@@ -8,8 +8,8 @@
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/regulatory/case_folding_internal.h"
 #include "halvane/regulatory/sorted_rows_internal.h"
-#include "halvane/utils/text/ignore_case_internal.h"
 #include "halvane/utils/printf/std_string_internal.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace halvane {
 

@@ -18,18 +18,18 @@
 // IWYU pragma: begin_exports
 #include <string.h>
 
+#include "halvane/utils/convert/random.h"
 #include "halvane/utils/text/clean_text.h"
 #include "halvane/utils/text/command_line_text.h"
+#include "halvane/utils/text/compare.h"
 #include "halvane/utils/text/dns_name.h"
+#include "halvane/utils/text/integer.h"
 #include "halvane/utils/text/letter_case.h"
 #include "halvane/utils/text/mime_type.h"
 #include "halvane/utils/text/natural_order.h"
 #include "halvane/utils/text/numeric_suffix.h"
 #include "halvane/utils/text/owned_text.h"
 #include "halvane/utils/text/quoted_text.h"
-#include "halvane/utils/convert/random.h"
-#include "halvane/utils/text/compare.h"
-#include "halvane/utils/text/integer.h"
 #include "halvane/utils/text/search.h"
 #include "halvane/utils/text/split.h"
 #include "halvane/utils/text/utf_text.h"

@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "halvane/base/status.h"
-#include "halvane/utils/cli/parser_internal.h"
 #include "halvane/utils/cli/message_internal.h"
+#include "halvane/utils/cli/parser_internal.h"
 
 namespace halvane::cli {
 

@@ -1,8 +1,8 @@
 // Lists of options in help: the name of each, and what it is for.
 #include <algorithm>
 
-#include "halvane/utils/cli/parser_internal.h"
 #include "halvane/utils/cli/message_internal.h"
+#include "halvane/utils/cli/parser_internal.h"
 
 namespace halvane::cli {
 

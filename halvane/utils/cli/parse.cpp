@@ -2,10 +2,10 @@
 #include <cstring>
 #include <string_view>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/base/status.h"
-#include "halvane/utils/text/ascii_internal.h"
-#include "halvane/utils/cli/parser_internal.h"
 #include "halvane/utils/cli/message_internal.h"
+#include "halvane/utils/cli/parser_internal.h"
 #include "halvane/utils/cli/reordered_internal.h"
 
 namespace halvane::cli {

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "halvane/utils/cli/parser_internal.h"
 #include "halvane/utils/cli/message_internal.h"
+#include "halvane/utils/cli/parser_internal.h"
 
 int gArgI = 0;
 int gArgC = 0;

@@ -1,6 +1,6 @@
 // The line that says how a command is called, and the words that name it.
-#include "halvane/utils/cli/parser_internal.h"
 #include "halvane/utils/cli/message_internal.h"
+#include "halvane/utils/cli/parser_internal.h"
 
 namespace halvane::cli {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 
 namespace {

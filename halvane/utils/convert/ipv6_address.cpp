@@ -11,7 +11,7 @@
 #include <optional>
 #include <string_view>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/convert/ipv4_address.h"
 #include "halvane/utils/convert/ipv4_address_internal.h"
 #include "halvane/utils/text/cursor_internal.h"

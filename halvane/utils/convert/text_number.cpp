@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 
 namespace {

@@ -30,9 +30,8 @@ HALVANE_EXPORT char* UUIDtoCString(const void* uuid, bool isLittleEndian, char* 
  *
  *   kStatusWrongLength  the text is not of 36 characters
  *   kStatusMalformed    it has not this form. Each pair of digits is a %2hhx field of
- *                       halvane/utils/scan/scanf.h, to which "+1", "-1" and "-" are numbers as well, and
- *                       which may have white space before it
- *   kStatusUnsupported  it is null */
+ *                       halvane/utils/scan/scanf.h, to which "+1", "-1" and "-" are numbers as
+ * well, and which may have white space before it kStatusUnsupported  it is null */
 HALVANE_EXPORT HalvaneStatus StringToUUID(const char* text, size_t length, bool isLittleEndian,
                                           void* uuid);
 

@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/base/status.h"
-#include "halvane/utils/text/ascii_internal.h"
-#include "halvane/utils/text/cursor_internal.h"
 #include "halvane/utils/convert/version_number_internal.h"
+#include "halvane/utils/text/cursor_internal.h"
 
 namespace {
 

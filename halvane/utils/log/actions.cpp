@@ -10,11 +10,11 @@
 #include <system_error>
 
 #include "halvane/base/status.h"
-#include "halvane/utils/text/ignore_case_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/settings_internal.h"
 #include "halvane/utils/log/state_internal.h"
 #include "halvane/utils/scan/up_ticks.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace halvane::logging {
 

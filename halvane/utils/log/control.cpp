@@ -7,11 +7,11 @@
 
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/utf8_internal.h"
-#include "halvane/utils/text/ignore_case_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/output_internal.h"
 #include "halvane/utils/log/state_internal.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace halvane::logging {
 

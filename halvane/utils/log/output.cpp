@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "halvane/base/status.h"
-#include "halvane/utils/text/ignore_case_internal.h"
 #include "halvane/utils/log/output_internal.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace halvane::logging {
 

@@ -1,4 +1,6 @@
 // The settings that the preferences keep.
+#include "halvane/platform/preferences.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
@@ -8,7 +10,6 @@
 #include <utility>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/preferences.h"
 #include "halvane/platform/xml_text_internal.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/settings_internal.h"

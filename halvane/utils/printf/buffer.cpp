@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "halvane/base/status.h"
+#include "halvane/base/utf8_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
 
 namespace {

@@ -13,8 +13,10 @@
 #include <span>
 #include <string_view>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/utils/printf.h"
+#include "halvane/utils/text/heap_memory_internal.h"
 
 namespace halvane::printing {
 
@@ -39,12 +41,6 @@ struct FixedBufferContext {
 // The output callback of the fixed-buffer front ends, and that of log messages.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context);
 std::int32_t __LogPrintFCallBack(const char* text, std::size_t length, PrintFContext* context);
-
-// Where the heap front ends get their memory: realloc and free, but for a test.
-struct HeapMemory {
-    void* (*reallocate)(void* memory, std::size_t size);
-    void (*release)(void* memory);
-};
 
 // The context of the heap front ends, which the callback below is handed the first member of.
 struct HeapContext {
@@ -192,17 +188,8 @@ void applyQuotes(PrintFFormat& format);
 
 // --- Text ---
 
-// A printable ASCII character, whatever the locale is.
-inline bool isPrintable(std::uint32_t code) {
-    return code >= 32 && code <= 126;
-}
 inline char printableOrCaret(std::uint32_t code) {
     return isPrintable(code) ? static_cast<char>(code) : '^';
-}
-
-// A byte of a UTF-8 sequence other than its first.
-constexpr bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
 // The length of `text` without an incomplete UTF-8 sequence at its end.

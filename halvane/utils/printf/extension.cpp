@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "halvane/platform/ipc_message.h"
-#include "halvane/utils/text/ignore_case_internal.h"
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/conversions_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace halvane::printing {
 

@@ -8,12 +8,12 @@
 
 #include "halvane/platform/local_time_internal.h"
 #include "halvane/platform/wall_clock_internal.h"
-#include "halvane/utils/printf.h"
-#include "halvane/utils/printf/conversions_internal.h"
-#include "halvane/utils/printf/engine_internal.h"
 #include "halvane/utils/convert/uuid.h"
 #include "halvane/utils/convert/version_number.h"
 #include "halvane/utils/convert/version_number_internal.h"
+#include "halvane/utils/printf.h"
+#include "halvane/utils/printf/conversions_internal.h"
+#include "halvane/utils/printf/engine_internal.h"
 
 namespace halvane::printing {
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdarg>
 
+#include "halvane/base/utf8_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
 
 namespace halvane::printing {

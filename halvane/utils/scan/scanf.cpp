@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 
 using halvane::digitValue;
 using halvane::isDigit;

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "halvane/utils/printf/engine_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 #include "halvane/utils/text/utf_text.h"
 
@@ -14,7 +14,7 @@ namespace {
 using std::string_view;
 
 bool isPrintableASCII(char character) {
-    return halvane::printing::isPrintable(static_cast<unsigned char>(character));
+    return halvane::isPrintable(static_cast<unsigned char>(character));
 }
 
 bool isPrintableInUTF8(char byte) {

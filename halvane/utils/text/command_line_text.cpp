@@ -5,17 +5,15 @@
 #include <cstring>
 #include <utility>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/byte_set_internal.h"
 #include "halvane/utils/text/command_line_text_internal.h"
-#include "halvane/utils/text/quoted_text_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
+#include "halvane/utils/text/quoted_text_internal.h"
 
 namespace halvane {
 
 namespace {
-
-using printing::HeapMemory;
 
 // The pointers of a vector. Before the first argument stands that to the bytes of all of them, so
 // that it is found again whatever becomes of the others.

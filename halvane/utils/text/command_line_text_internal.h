@@ -3,13 +3,12 @@
 #define HALVANE_UTILS_TEXT_COMMAND_LINE_TEXT_INTERNAL_H
 
 #include "halvane/base/status.h"
-#include "halvane/utils/printf/engine_internal.h"
+#include "halvane/utils/text/heap_memory_internal.h"
 
 namespace halvane {
 
 // ParseCommandLineIntoArgV.
-HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector,
-                               printing::HeapMemory memory);
+HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, HeapMemory memory);
 
 }  // namespace halvane
 

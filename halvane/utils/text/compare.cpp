@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "halvane/utils/text/ignore_case_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace {
 

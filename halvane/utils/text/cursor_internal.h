@@ -8,8 +8,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/base/status.h"
-#include "halvane/utils/text/ascii_internal.h"
 
 namespace halvane {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/integer_internal.h"
 
 namespace halvane {

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <string_view>
 
-#include "halvane/utils/text/ascii_internal.h"
-#include "halvane/utils/text/ignore_case_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
+#include "halvane/utils/text/ignore_case_internal.h"
 
 namespace {
 

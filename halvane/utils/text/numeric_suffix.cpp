@@ -10,8 +10,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/platform/random_internal.h"
-#include "halvane/utils/text/ascii_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 #include "halvane/utils/text/utf_text.h"
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/quoted_text_internal.h"
 
 namespace halvane {

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "halvane/utils/text/byte_set_internal.h"
-#include "halvane/utils/text/substring_search_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
+#include "halvane/utils/text/substring_search_internal.h"
 
 namespace {
 

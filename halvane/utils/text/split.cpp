@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "halvane/utils/text/ascii_internal.h"
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/byte_set_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 

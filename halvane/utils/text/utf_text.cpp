@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "halvane/utils/printf/engine_internal.h"
+#include "halvane/base/utf8_internal.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ bool isHighSurrogate(std::string_view sequence) {
 // Without what stands behind the last whole character: the last lead byte too, where it leads none.
 std::string_view withoutPartialEnd(std::string_view text) {
     std::size_t lead = text.size();
-    while (lead > 0 && halvane::printing::isContinuation(text[lead - 1])) --lead;
+    while (lead > 0 && halvane::isContinuation(text[lead - 1])) --lead;
     if (lead == 0) return {};
     --lead;
     const std::string_view last = text.substr(lead);

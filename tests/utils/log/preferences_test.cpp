@@ -1,3 +1,5 @@
+#include "halvane/platform/preferences.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -13,7 +15,6 @@
 
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/status.h"
-#include "halvane/platform/preferences.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 

@@ -17,11 +17,11 @@
 namespace {
 
 using halvane::ByteBuffer;
+using halvane::HeapMemory;
 using halvane::PropertyListArray;
 using halvane::PropertyListDictionary;
 using halvane::PropertyListValue;
 using halvane::printing::HeapContext;
-using halvane::printing::HeapMemory;
 using halvane::printing::printToHeapString;
 using halvane::printing::storeInHeapString;
 

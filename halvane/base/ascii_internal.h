@@ -1,6 +1,6 @@
 // Classes of ASCII characters, whatever the locale is.
-#ifndef HALVANE_UTILS_TEXT_ASCII_INTERNAL_H
-#define HALVANE_UTILS_TEXT_ASCII_INTERNAL_H
+#ifndef HALVANE_BASE_ASCII_INTERNAL_H
+#define HALVANE_BASE_ASCII_INTERNAL_H
 
 #include <array>
 #include <cstddef>
@@ -37,6 +37,10 @@ constexpr bool isHexDigit(char character) {
 
 constexpr bool isSpace(char character) {
     return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+constexpr bool isPrintable(std::uint32_t code) {
+    return code >= 32 && code <= 126;
 }
 
 }  // namespace halvane
