@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
 #include "halvane/utils/printf.h"
 
 #include "bench/foreign_bytes.h"

@@ -9,7 +9,7 @@
 #include "halvane/base/status.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_client_delegate.h"
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
 #include "halvane/utils/log.h"
 
 #include "bench/foreign_bytes.h"

@@ -10,12 +10,12 @@
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/bus_message_check_internal.h"
-#include "halvane/platform/bus_message_reader_internal.h"
-#include "halvane/platform/bus_message_writer_internal.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/xml_property_list.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/message_check_internal.h"
+#include "halvane/platform/bus/message_reader_internal.h"
+#include "halvane/platform/bus/message_writer_internal.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"

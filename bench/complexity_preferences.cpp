@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/preferences.h"
+#include "halvane/platform/plist/preferences.h"
 
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"

@@ -16,8 +16,8 @@
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
-#include "halvane/platform/service_event.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/bus/service_event.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/regulatory/channel.h"
 
 #include "bench/foreign_bytes.h"

@@ -12,8 +12,8 @@
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
 #include "halvane/model/interface.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/plist/xml_property_list.h"
 
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_event.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/service_event.h"
 
 namespace bench {
 

@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "halvane/daemon/xpc_client.h"
-#include "halvane/platform/bus_message_reader_internal.h"
-#include "halvane/platform/service_event.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/bus/message_reader_internal.h"
+#include "halvane/platform/bus/service_event.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 #include "bench/element_input.h"
 #include "bench/foreign_bytes.h"

@@ -13,8 +13,8 @@
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
-#include "halvane/platform/xml_property_list.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 #include "halvane/regulatory/channel.h"
 
 namespace {

@@ -13,11 +13,11 @@
 #include <unistd.h>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/platform/bus_message_check_internal.h"
-#include "halvane/platform/bus_message_reader_internal.h"
-#include "halvane/platform/bus_message_writer_internal.h"
-#include "halvane/platform/bus_pointers_internal.h"
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/message_check_internal.h"
+#include "halvane/platform/bus/message_reader_internal.h"
+#include "halvane/platform/bus/message_writer_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/property_list_source.h"

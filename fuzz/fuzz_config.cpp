@@ -20,7 +20,7 @@
 #include "halvane/model/config_parser.h"
 #include "halvane/model/config_parser_internal.h"
 #include "halvane/model/passphrase_hash_internal.h"
-#include "halvane/platform/hmac_sha1_internal.h"
+#include "halvane/platform/os/hmac_sha1_internal.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-#include "halvane/platform/xml_property_list.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 #include "fuzz/require.h"
 

@@ -11,8 +11,8 @@
 
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/status.h"
-#include "halvane/platform/preferences.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/plist/preferences.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"

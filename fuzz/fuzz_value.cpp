@@ -23,8 +23,8 @@
 #include "halvane/base/date.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/printf.h"
 
 #include "fuzz/byte_source.h"

@@ -11,8 +11,8 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "halvane/platform/console_device_internal.h"
-#include "halvane/platform/system_log_internal.h"
+#include "halvane/platform/os/console_device_internal.h"
+#include "halvane/platform/os/system_log_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 

@@ -45,8 +45,8 @@
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_event.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/service_event.h"
 #include "halvane/regulatory/channel.h"
 
 namespace halvane {

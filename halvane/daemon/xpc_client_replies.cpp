@@ -12,7 +12,7 @@
 #include "halvane/base/status.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_message_internal.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 namespace halvane {
 

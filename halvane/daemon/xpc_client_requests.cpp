@@ -3,7 +3,7 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_request_internal.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 
 namespace halvane {
 

@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "halvane/daemon/xpc_link_internal.h"
-#include "halvane/platform/service_event.h"
+#include "halvane/platform/bus/service_event.h"
 
 namespace halvane {
 

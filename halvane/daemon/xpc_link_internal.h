@@ -17,12 +17,12 @@
 #include <utility>
 
 #include "halvane/base/daemon_service.h"
-#include "halvane/platform/counting_semaphore.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/process_internal.h"
-#include "halvane/platform/serial_queue.h"
-#include "halvane/platform/service_connection.h"
-#include "halvane/platform/service_event.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/service_connection.h"
+#include "halvane/platform/bus/service_event.h"
+#include "halvane/platform/os/counting_semaphore.h"
+#include "halvane/platform/os/process_internal.h"
+#include "halvane/platform/os/serial_queue.h"
 
 namespace halvane {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "halvane/base/number.h"
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
 
 namespace halvane {
 

@@ -9,8 +9,8 @@
 #include "halvane/base/error.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_link_internal.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_event.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/service_event.h"
 
 namespace halvane {
 

@@ -13,8 +13,8 @@
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/config_parser.h"
 #include "halvane/model/passphrase_hash_internal.h"
-#include "halvane/platform/hmac_sha1_internal.h"
-#include "halvane/platform/secret_internal.h"
+#include "halvane/platform/os/hmac_sha1_internal.h"
+#include "halvane/platform/os/secret_internal.h"
 
 namespace halvane {
 

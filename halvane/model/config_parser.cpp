@@ -11,7 +11,7 @@
 #include "halvane/base/status.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/config_parser_internal.h"
-#include "halvane/platform/secret_internal.h"
+#include "halvane/platform/os/secret_internal.h"
 #include "halvane/utils/convert/hardware_address.h"
 #include "halvane/utils/convert/hex_data.h"
 #include "halvane/utils/text/compare.h"

@@ -3,7 +3,7 @@
 #include <climits>
 
 #include "halvane/model/passphrase_hash_internal.h"
-#include "halvane/platform/secret_internal.h"
+#include "halvane/platform/os/secret_internal.h"
 
 namespace halvane {
 

@@ -7,7 +7,7 @@
 #include <span>
 
 #include "halvane/model/bss_limits.h"
-#include "halvane/platform/hmac_sha1_internal.h"
+#include "halvane/platform/os/hmac_sha1_internal.h"
 
 namespace halvane {
 

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "halvane/base/daemon_service.h"
-#include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
 
 #include "tests/support/bus_peer.h"
 #include "tests/support/other_user.h"

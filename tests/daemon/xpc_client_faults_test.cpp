@@ -18,8 +18,8 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/model/client.h"
-#include "halvane/platform/counting_semaphore.h"
-#include "halvane/platform/file_internal.h"
+#include "halvane/platform/os/counting_semaphore.h"
+#include "halvane/platform/os/file_internal.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/support/child_process.h"

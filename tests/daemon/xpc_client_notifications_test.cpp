@@ -8,8 +8,8 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client_delegate.h"
-#include "halvane/platform/counting_semaphore.h"
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/os/counting_semaphore.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/support/private_bus.h"

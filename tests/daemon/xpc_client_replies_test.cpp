@@ -7,8 +7,8 @@
 #include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_event.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/service_event.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/model/model_test_support.h"

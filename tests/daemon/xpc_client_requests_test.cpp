@@ -15,8 +15,8 @@
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/device.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/support/scoped_environment.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 
 using halvane::HalvaneLinkQuality;
 using halvane::Number;

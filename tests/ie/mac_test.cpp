@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "halvane/ie/link_quality.h"
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"

@@ -5,7 +5,7 @@
 #include <set>
 #include <span>
 
-#include "halvane/platform/random_internal.h"
+#include "halvane/platform/os/random_internal.h"
 
 using halvane::HalvaneWPS;
 using halvane::Number;

@@ -5,8 +5,8 @@
 
 #include "halvane/base/number.h"
 #include "halvane/model/bss_config.h"
-#include "halvane/platform/xml_property_list.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 #include "tests/support/skeletons.h"
 

@@ -12,7 +12,7 @@
 #include "halvane/model/bss_config.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/regulatory/channel.h"
 
 #include "tests/model/model_test_support.h"

@@ -15,9 +15,9 @@
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
-#include "halvane/platform/bus_message_check_internal.h"
-#include "halvane/platform/xml_property_list.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/bus/message_check_internal.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 #include "halvane/regulatory/channel.h"
 
 #include "tools/halvaned-sim/default_world.h"

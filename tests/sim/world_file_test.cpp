@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 
 #include "tests/support/replaced_new.h"
 #include "tests/support/skeletons.h"

@@ -13,7 +13,7 @@
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
-#include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/os/counting_semaphore.h"
 
 namespace halvane::testing {
 

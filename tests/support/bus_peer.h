@@ -19,9 +19,9 @@
 
 #include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/bus_pointers_internal.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/wake_event_internal.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/pointers_internal.h"
+#include "halvane/platform/os/wake_event_internal.h"
 
 #include "tests/support/private_bus.h"
 

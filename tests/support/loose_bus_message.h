@@ -8,7 +8,7 @@
 #include <systemd/sd-bus.h>
 #include <unistd.h>
 
-#include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
 
 namespace halvane::testing {
 

@@ -17,8 +17,8 @@
 #include <unistd.h>
 #include <vector>
 
-#include "halvane/platform/bus_pointers_internal.h"
-#include "halvane/platform/file_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
+#include "halvane/platform/os/file_internal.h"
 
 #include "tests/support/scoped_environment.h"
 

@@ -4,8 +4,8 @@
 
 #include <thread>
 
-#include "halvane/platform/counting_semaphore.h"
-#include "halvane/platform/serial_queue.h"
+#include "halvane/platform/os/counting_semaphore.h"
+#include "halvane/platform/os/serial_queue.h"
 
 namespace halvane::testing {
 

@@ -10,8 +10,8 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/date.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/xml_property_list.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 namespace halvane::testing {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"

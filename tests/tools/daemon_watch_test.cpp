@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "halvane/base/daemon_service.h"
-#include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
 
 #include "tests/support/bus_peer.h"
 #include "tests/support/private_bus.h"

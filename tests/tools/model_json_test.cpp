@@ -9,7 +9,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/regulatory/channel.h"
 
 using namespace halvane;

@@ -9,8 +9,8 @@
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/ie/mac.h"
-#include "halvane/platform/up_time_internal.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/os/up_time_internal.h"
+#include "halvane/platform/plist/xml_property_list.h"
 
 #include "tests/support/captured_stream.h"
 #include "tests/support/elements.h"

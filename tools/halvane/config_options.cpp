@@ -16,7 +16,7 @@
 #include "halvane/base/status.h"
 #include "halvane/ie/wps.h"
 #include "halvane/model/bss_option_words.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/text/compare.h"
 #include "halvane/utils/text/split.h"
 

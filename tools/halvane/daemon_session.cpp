@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/log.h"
 
 #include "tools/halvane/command.h"

@@ -6,9 +6,9 @@
 
 #include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/counting_semaphore.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_event.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/service_event.h"
+#include "halvane/platform/os/counting_semaphore.h"
 
 namespace halvane::tool {
 

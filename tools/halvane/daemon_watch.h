@@ -6,8 +6,8 @@
 #include <atomic>
 #include <memory>
 
-#include "halvane/platform/serial_queue.h"
-#include "halvane/platform/service_connection.h"
+#include "halvane/platform/bus/service_connection.h"
+#include "halvane/platform/os/serial_queue.h"
 
 namespace halvane::tool {
 

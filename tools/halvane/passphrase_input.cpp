@@ -16,7 +16,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/model/bss_limits.h"
-#include "halvane/platform/secret_internal.h"
+#include "halvane/platform/os/secret_internal.h"
 
 namespace halvane::tool {
 

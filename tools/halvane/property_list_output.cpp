@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 
 #include "tools/halvane/standard_output.h"
 

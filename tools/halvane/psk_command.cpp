@@ -12,7 +12,7 @@
 #include "halvane/base/error.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_limits.h"
-#include "halvane/platform/secret_internal.h"
+#include "halvane/platform/os/secret_internal.h"
 #include "halvane/utils/cli.h"
 #include "halvane/utils/convert/hex_data.h"
 

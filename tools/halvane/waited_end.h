@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-#include "halvane/platform/counting_semaphore.h"
+#include "halvane/platform/os/counting_semaphore.h"
 
 namespace halvane::tool {
 

@@ -11,7 +11,7 @@
 #include <systemd/sd-bus.h>
 #include <systemd/sd-event.h>
 
-#include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
 
 #include "tools/halvaned-sim/control.h"
 #include "tools/halvaned-sim/service.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
 
 namespace halvane::sim {
 

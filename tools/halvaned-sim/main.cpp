@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
 

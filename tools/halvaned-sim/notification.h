@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
 
 namespace halvane::sim {
 

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "halvane/base/daemon_service.h"
-#include "halvane/platform/bus_message_check_internal.h"
-#include "halvane/platform/bus_message_reader_internal.h"
-#include "halvane/platform/bus_message_writer_internal.h"
+#include "halvane/platform/bus/message_check_internal.h"
+#include "halvane/platform/bus/message_reader_internal.h"
+#include "halvane/platform/bus/message_writer_internal.h"
 
 #include "tools/halvaned-sim/bus_error.h"
 #include "tools/halvaned-sim/bus_names.h"

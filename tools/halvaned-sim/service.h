@@ -10,7 +10,7 @@
 #include <systemd/sd-event.h>
 #include <vector>
 
-#include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
 
 #include "tools/halvaned-sim/event_loop.h"
 #include "tools/halvaned-sim/simulation.h"

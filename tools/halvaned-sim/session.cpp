@@ -9,7 +9,7 @@
 #include <systemd/sd-event.h>
 #include <utility>
 
-#include "halvane/platform/bus_pointers_internal.h"
+#include "halvane/platform/bus/pointers_internal.h"
 
 #include "tools/halvaned-sim/bus_error.h"
 #include "tools/halvaned-sim/bus_names.h"

@@ -8,8 +8,8 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
-#include "halvane/platform/xml_property_list.h"
-#include "halvane/platform/xml_property_list_reader.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
 
 #include "tools/halvaned-sim/notification.h"
 #include "tools/halvaned-sim/status.h"

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/service_connection.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/service_connection.h"
 
 #include "tools/halvaned-sim/faults.h"
 #include "tools/halvaned-sim/logging_settings.h"

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <unistd.h>
 
-#include "halvane/platform/file_internal.h"
+#include "halvane/platform/os/file_internal.h"
 
 namespace halvane::sim {
 

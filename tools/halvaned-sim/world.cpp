@@ -5,7 +5,7 @@
 
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/scan_time.h"
 #include "halvane/utils/text/compare.h"
 

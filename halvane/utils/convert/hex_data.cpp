@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "halvane/base/ascii_internal.h"
-#include "halvane/platform/secret_internal.h"
+#include "halvane/platform/os/secret_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-#include "halvane/platform/random_internal.h"
+#include "halvane/platform/os/random_internal.h"
 
 namespace {
 

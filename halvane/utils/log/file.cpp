@@ -12,8 +12,8 @@
 #include <unistd.h>
 #include <utility>
 
-#include "halvane/platform/up_time_internal.h"
-#include "halvane/platform/write_signal_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
+#include "halvane/platform/os/write_signal_internal.h"
 #include "halvane/utils/log/file_internal.h"
 
 namespace halvane::logging {

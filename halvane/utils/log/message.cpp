@@ -10,8 +10,8 @@
 #include <unistd.h>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/console_device_internal.h"
-#include "halvane/platform/process_internal.h"
+#include "halvane/platform/os/console_device_internal.h"
+#include "halvane/platform/os/process_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/output_internal.h"

@@ -2,7 +2,7 @@
 #include <cstddef>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/system_log_internal.h"
+#include "halvane/platform/os/system_log_internal.h"
 #include "halvane/utils/log/output_internal.h"
 
 namespace halvane::logging {

@@ -1,5 +1,5 @@
 // The settings that the preferences keep.
-#include "halvane/platform/preferences.h"
+#include "halvane/platform/plist/preferences.h"
 
 #include <algorithm>
 #include <atomic>
@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/xml_text_internal.h"
+#include "halvane/platform/plist/xml_text_internal.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/settings_internal.h"
 #include "halvane/utils/log/state_internal.h"

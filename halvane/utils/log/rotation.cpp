@@ -10,7 +10,7 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "halvane/platform/write_signal_internal.h"
+#include "halvane/platform/os/write_signal_internal.h"
 #include "halvane/utils/log/rotation_internal.h"
 
 namespace halvane::logging {

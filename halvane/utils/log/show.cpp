@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/process_internal.h"
+#include "halvane/platform/os/process_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/settings_internal.h"

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "halvane/platform/ipc_message.h"
+#include "halvane/platform/bus/ipc_message.h"
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/conversions_internal.h"
 #include "halvane/utils/printf/engine_internal.h"

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <ctime>
 
-#include "halvane/platform/local_time_internal.h"
-#include "halvane/platform/wall_clock_internal.h"
+#include "halvane/platform/os/local_time_internal.h"
+#include "halvane/platform/os/wall_clock_internal.h"
 #include "halvane/utils/convert/uuid.h"
 #include "halvane/utils/convert/version_number.h"
 #include "halvane/utils/convert/version_number_internal.h"

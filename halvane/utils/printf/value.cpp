@@ -10,7 +10,7 @@
 #include "halvane/base/date.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/conversions_internal.h"
 #include "halvane/utils/printf/engine_internal.h"

@@ -1,6 +1,6 @@
 #include "halvane/utils/scan/up_ticks.h"
 
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/utils/scan/up_ticks_internal.h"
 
 std::uint64_t UpTicks() {

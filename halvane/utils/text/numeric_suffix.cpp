@@ -11,7 +11,7 @@
 #include <system_error>
 
 #include "halvane/base/ascii_internal.h"
-#include "halvane/platform/random_internal.h"
+#include "halvane/platform/os/random_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 #include "halvane/utils/text/utf_text.h"
 

@@ -18,7 +18,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/file_internal.h"
 

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/console_device_internal.h"
-#include "halvane/platform/process_internal.h"
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/console_device_internal.h"
+#include "halvane/platform/os/process_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/scan/up_ticks.h"
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/system_log_internal.h"
+#include "halvane/platform/os/system_log_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 

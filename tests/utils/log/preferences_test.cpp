@@ -1,4 +1,4 @@
-#include "halvane/platform/preferences.h"
+#include "halvane/platform/plist/preferences.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/process_internal.h"
+#include "halvane/platform/os/process_internal.h"
 #include "halvane/utils/log.h"
 
 #include "tests/support/run_program.h"

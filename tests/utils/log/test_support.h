@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/preferences.h"
+#include "halvane/platform/plist/preferences.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/settings_internal.h"
 #include "halvane/utils/log/state_internal.h"

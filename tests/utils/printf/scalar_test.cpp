@@ -3,7 +3,7 @@
 #include <ctime>
 #include <limits>
 
-#include "halvane/platform/wall_clock_internal.h"
+#include "halvane/platform/os/wall_clock_internal.h"
 
 #include "tests/utils/printf/test_support.h"
 

@@ -9,8 +9,8 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/date.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/ipc_message.h"
-#include "halvane/platform/xml_property_list.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/plist/xml_property_list.h"
 
 #include "tests/utils/printf/test_support.h"
 

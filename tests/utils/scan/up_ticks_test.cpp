@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "halvane/platform/up_time_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/utils/scan/up_ticks_internal.h"
 
 using halvane::ScopedUpTime;

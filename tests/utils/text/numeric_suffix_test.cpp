@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "halvane/platform/random_internal.h"
+#include "halvane/platform/os/random_internal.h"
 
 #include "tests/support/guarded_bytes.h"
 

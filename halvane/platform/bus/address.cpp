@@ -1,0 +1,47 @@
+#include <cstdlib>
+#include <string_view>
+
+#include "halvane/platform/bus/address_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr const char* kSystemBus = "unix:path=/run/dbus/system_bus_socket";
+
+constexpr std::string_view kPlain =
+    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_/.";
+
+// As a value in an address is written: other bytes than these as "%2C" (D-Bus Specification,
+// "Server Addresses").
+std::string escaped(std::string_view value) {
+    constexpr const char* kDigits = "0123456789abcdef";
+    std::string text;
+    for (const char character : value) {
+        if (kPlain.find(character) != std::string_view::npos) {
+            text += character;
+        } else {
+            const auto byte = static_cast<unsigned char>(character);
+            text += '%';
+            text += kDigits[byte >> 4];
+            text += kDigits[byte & 15];
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string systemBusAddress() {
+    const char* address = ::secure_getenv("DBUS_SYSTEM_BUS_ADDRESS");
+    return address != nullptr ? address : kSystemBus;
+}
+
+std::optional<std::string> sessionBusAddress() {
+    if (const char* address = ::secure_getenv("DBUS_SESSION_BUS_ADDRESS")) return address;
+    const char* folder = ::secure_getenv("XDG_RUNTIME_DIR");
+    if (folder == nullptr) return std::nullopt;
+    return std::string("unix:path=") + escaped(folder) + "/bus";
+}
+
+}  // namespace halvane

@@ -1,0 +1,275 @@
+#include "halvane/platform/bus/service_connection.h"
+
+#include <mutex>
+#include <new>
+#include <thread>
+#include <utility>
+#include <variant>
+
+#include "halvane/platform/bus/message_check_internal.h"
+#include "halvane/platform/bus/service_link_internal.h"
+#include "halvane/platform/bus/service_mailbox_internal.h"
+#include "halvane/platform/os/callback_gate_internal.h"
+#include "halvane/platform/os/process_internal.h"
+#include "halvane/platform/os/thread_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr std::size_t kHeaderRoom = 2048;
+
+// How many messages are read before requests get their turn.
+constexpr int kMessagesAtOnce = 64;
+
+ServiceError invalidError() {
+    return {ServiceError::Kind::Invalid, "the connection to the service is invalid"};
+}
+
+// Whether the reply can be gone through while a bus waits.
+bool isSmall(const ServiceReply& reply) {
+    constexpr std::size_t kMost = 65536;
+    if (const auto* error = std::get_if<ServiceError>(&reply)) return error->text.size() <= kMost;
+    return checkBusMessage(std::get<IPCMessage>(reply), kMost).refusal.empty();
+}
+
+// The gate of the connection that the calling thread serves; null on any other thread.
+thread_local const CallbackGate* servedGate = nullptr;
+
+// Work that calls `handler` with `argument` if the gate lets it. What the handler holds is gone
+// before its callback counts as over.
+template <typename Handler, typename Argument>
+SerialQueue::Work gatedCall(std::shared_ptr<CallbackGate> gate, Handler handler,
+                            Argument argument) {
+    return [gate = std::move(gate), handler = std::move(handler),
+            argument = std::move(argument)]() mutable {
+        const CallbackGate::Pass pass(*gate);
+        if (!pass) return;
+        const auto current = std::move(handler);
+        current(std::move(argument));
+    };
+}
+
+}  // namespace
+
+// Outlives the connection where that is destroyed on the thread that serves it: a handler that is
+// dropped there may have held the connection.
+class HALVANE_HIDDEN ServiceConnection::Core
+    : public std::enable_shared_from_this<ServiceConnection::Core> {
+  public:
+    Core(std::string serviceName, SerialQueue::Handle targetQueue)
+        : serviceName_(std::move(serviceName)), targetQueue_(std::move(targetQueue)) {}
+
+    void setPrivileged(bool isPrivileged) {
+        const std::lock_guard lock(mutex_);
+        if (state_ == State::Idle) isPrivileged_ = isPrivileged;
+    }
+
+    void setEventHandler(EventHandler handler) {
+        const std::lock_guard lock(mutex_);
+        if (state_ != State::Idle) return;
+        eventHandler_ = handler ? std::make_shared<EventHandler>(std::move(handler)) : nullptr;
+    }
+
+    bool isInHomeProcess() const { return home_.isCurrent(); }
+
+    void resume() {
+        if (leaveIdle() && !start()) end();
+    }
+
+    void send(IPCMessage message, SerialQueue::Handle replyQueue, ReplyHandler handler,
+              ReplyThread thread) {
+        ServiceLink::Answer answer = [gate = gate_, queue = std::move(replyQueue),
+                                      handler = std::move(handler),
+                                      thread](ServiceReply reply) mutable {
+            if (!handler) return;
+            const bool mayRunHere =
+                thread == ReplyThread::Any && servedGate == gate.get() && isSmall(reply);
+            auto call = gatedCall(gate, std::move(handler), std::move(reply));
+            if (mayRunHere) {
+                queue.runOrAsync(std::move(call));
+            } else {
+                queue.async(std::move(call));
+            }
+        };
+        const auto check = checkBusMessage(message, kServiceMessageLimit - kHeaderRoom);
+        if (!check.refusal.empty()) {
+            answer(ServiceError{ServiceError::Kind::Other, std::string(check.refusal)});
+            return;
+        }
+        ServiceRequest request = {std::move(message), std::move(answer)};
+        if (!mailbox_.put(request)) request.answer(invalidError());
+    }
+
+    void cancel() {
+        mailbox_.stop();
+        if (leaveIdle()) end();
+    }
+
+    // For who is in another process: nothing here may be used or destroyed.
+    void abandon() { self_ = shared_from_this(); }
+
+    void destroy() {
+        gate_->close();
+        mailbox_.stop();
+        std::thread thread = takeThread();
+        if (!thread.joinable()) return;
+        if (thread.get_id() == std::this_thread::get_id()) {
+            thread.detach();
+        } else {
+            thread.join();
+        }
+    }
+
+  private:
+    enum class State { Idle, Resumed };
+
+    // False where that has happened before. Afterwards what is set up changes no more.
+    bool leaveIdle() {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(state_, State::Resumed) == State::Idle;
+    }
+
+    bool start() {
+        try {
+            const auto names = ServiceNames::of(serviceName_);
+            if (!names || !mailbox_.wake()) return false;
+            std::shared_ptr<ServiceLink> link = ServiceLink::open(
+                *names, isPrivileged_,
+                [this](ServiceEvent event) { postEvent([&] { return std::move(event); }); });
+            if (!link) return false;
+            const std::lock_guard lock(mutex_);
+            thread_ =
+                startThread(serviceName_, [self = shared_from_this(), link = std::move(link)] {
+                    servedGate = self->gate_.get();
+                    self->serve(*link);
+                    link->close([&](ServiceLink::Answer& answer) { self->tellEnd(answer); });
+                    self->end();
+                });
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+        return true;
+    }
+
+    // A handler may destroy the connection while another thread has not yet resumed it to the end.
+    std::thread takeThread() {
+        const std::lock_guard lock(mutex_);
+        return std::move(thread_);
+    }
+
+    // Until the connection is of no use, or of no use any more.
+    void serve(ServiceLink& link) {
+        bool hasInput = true;
+        while (link.isOpen()) {
+            if (hasInput) hasInput = link.process(kMessagesAtOnce);
+            auto requests = mailbox_.take();
+            if (!requests) return;
+            for (auto& request : *requests) send(link, request);
+            if (!hasInput && link.isOpen()) hasInput = link.wait(mailbox_.wake());
+        }
+    }
+
+    // A request that there is no room for is dropped, its handler with it.
+    static void send(ServiceLink& link, ServiceRequest& request) {
+        try {
+            link.send(request.message, std::move(request.answer));
+        } catch (const std::bad_alloc&) {
+        }
+    }
+
+    // What still waits is answered, and the last event told.
+    void end() {
+        for (auto& request : mailbox_.close()) tellEnd(request.answer);
+        postEvent([] { return invalidError(); });
+        eventHandler_.reset();
+    }
+
+    // Once the gate is closed nobody is to be told anything: then all that is to be called is
+    // merely destroyed.
+    void tellEnd(ServiceLink::Answer& answer) {
+        const ServiceLink::Answer last = std::move(answer);
+        if (gate_->isClosed()) return;
+        try {
+            last(invalidError());
+        } catch (const std::bad_alloc&) {
+        }
+    }
+
+    // Tells the event that `make` makes. One that there is no room for is dropped.
+    template <typename Make>
+    void postEvent(Make make) {
+        if (!eventHandler_) return;
+        const auto call = [handler = eventHandler_](ServiceEvent arrived) {
+            (*handler)(std::move(arrived));
+        };
+        try {
+            targetQueue_.async(gatedCall(gate_, call, ServiceEvent(make())));
+        } catch (const std::bad_alloc&) {
+        }
+    }
+
+    const HomeProcess home_;
+    const std::string serviceName_;
+    const SerialQueue::Handle targetQueue_;
+    const std::shared_ptr<CallbackGate> gate_ = std::make_shared<CallbackGate>();
+    ServiceMailbox mailbox_;
+
+    std::mutex mutex_;
+    State state_ = State::Idle;
+    std::thread thread_;
+    // The mutex is for these too while the connection is idle; then who resumed it has them, and
+    // then who serves it.
+    bool isPrivileged_ = false;
+    std::shared_ptr<EventHandler> eventHandler_;
+    std::shared_ptr<Core> self_;  // once abandoned
+};
+
+std::unique_ptr<ServiceConnection> ServiceConnection::create(std::string serviceName,
+                                                             const SerialQueue& targetQueue) {
+    return std::unique_ptr<ServiceConnection>(new ServiceConnection(
+        std::make_shared<Core>(std::move(serviceName), targetQueue.handle())));
+}
+
+ServiceConnection::ServiceConnection(std::shared_ptr<Core> core) : core_(std::move(core)) {}
+
+ServiceConnection::~ServiceConnection() {
+    if (core_->isInHomeProcess()) {
+        core_->destroy();
+    } else {
+        core_->abandon();
+    }
+}
+
+// Another process has neither the thread that serves the connection nor the right to the socket.
+
+void ServiceConnection::setPrivileged(bool isPrivileged) {
+    if (core_->isInHomeProcess()) core_->setPrivileged(isPrivileged);
+}
+
+void ServiceConnection::setEventHandler(EventHandler handler) {
+    if (core_->isInHomeProcess()) core_->setEventHandler(std::move(handler));
+}
+
+// From the three that follow a handler may be called, and destroy the connection, before they have
+// returned: they hold what they work on.
+
+void ServiceConnection::resume() {
+    const auto core = core_;
+    if (core->isInHomeProcess()) core->resume();
+}
+
+void ServiceConnection::sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
+                                             ReplyHandler handler, ReplyThread thread) {
+    const auto core = core_;
+    if (core->isInHomeProcess()) {
+        core->send(std::move(message), replyQueue.handle(), std::move(handler), thread);
+    }
+}
+
+void ServiceConnection::cancel() {
+    const auto core = core_;
+    if (core->isInHomeProcess()) core->cancel();
+}
+
+}  // namespace halvane

@@ -1,0 +1,257 @@
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <ctime>
+#include <iterator>
+#include <memory>
+#include <new>
+#include <poll.h>
+#include <string_view>
+#include <system_error>
+#include <systemd/sd-bus.h>
+#include <utility>
+
+#include "halvane/platform/bus/address_internal.h"
+#include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/message_reader_internal.h"
+#include "halvane/platform/bus/message_writer_internal.h"
+#include "halvane/platform/bus/service_event.h"
+#include "halvane/platform/bus/service_link_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr const char* kBusName = "org.freedesktop.DBus";
+constexpr const char* kBusPath = "/org/freedesktop/DBus";
+constexpr std::string_view kNoReply = "org.freedesktop.DBus.Error.NoReply";
+constexpr const char* kNoOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
+constexpr std::uint64_t kNoTimeLimit = UINT64_MAX;  // as sd-bus has it
+
+std::string_view senderOf(sd_bus_message* message) {
+    const char* sender = ::sd_bus_message_get_sender(message);
+    return sender != nullptr ? sender : "";
+}
+
+ServiceError errorOfStatus(int status) {
+    return {ServiceError::Kind::Other,
+            "the request could not be sent: " + std::generic_category().message(-status)};
+}
+
+// The bus answers so for who goes away before it has replied.
+ServiceError errorOfReply(const sd_bus_error& error) {
+    const std::string name = error.name != nullptr ? error.name : "";
+    const auto kind =
+        name == kNoReply ? ServiceError::Kind::Interrupted : ServiceError::Kind::Other;
+    return {kind, error.message != nullptr ? name + ": " + error.message : name};
+}
+
+ServiceReply replyOf(sd_bus_message* message) {
+    if (const sd_bus_error* error = ::sd_bus_message_get_error(message)) {
+        return errorOfReply(*error);
+    }
+    if (auto reply = readBusMessage(message)) return std::move(*reply);
+    return ServiceError{ServiceError::Kind::Other, "the reply is no dictionary that can be read"};
+}
+
+// How long until a point in time of the monotonic clock, in microseconds; null: for ever.
+const timespec* timeUntil(std::uint64_t deadline, timespec& storage) {
+    if (deadline == ServiceLink::kNever) return nullptr;
+    constexpr std::uint64_t kMicro = 1000000;
+    const std::uint64_t now = upTimeNow() / (ticksPerSecondOf(upTimeTimebase()) / kMicro);
+    const std::uint64_t left = deadline > now ? deadline - now : 0;
+    storage.tv_sec = static_cast<time_t>(left / kMicro);
+    storage.tv_nsec = static_cast<long>(left % kMicro * 1000);
+    return &storage;
+}
+
+// A connection that begins to connect, null where that fails at once. As sd_bus_open_system() and
+// sd_bus_open_user() make it, but none of its calls has a time limit: neither the one that greets
+// the bus, nor those that follow the service, which a bus without time for them must not end. It
+// takes no descriptors: a message with more of them than the process has room for would end it.
+BusPointer openBus(bool isSystemBus) {
+    const auto address = isSystemBus ? systemBusAddress() : sessionBusAddress();
+    sd_bus* bus = nullptr;
+    if (!address || ::sd_bus_new(&bus) < 0) return nullptr;
+    BusPointer owner(bus);
+    const bool isStarted =
+        ::sd_bus_set_address(bus, address->c_str()) >= 0 && ::sd_bus_set_bus_client(bus, 1) >= 0 &&
+        ::sd_bus_negotiate_fds(bus, 0) >= 0 &&
+        ::sd_bus_set_method_call_timeout(bus, kNoTimeLimit) >= 0 && ::sd_bus_start(bus) >= 0;
+    return isStarted ? std::move(owner) : nullptr;
+}
+
+}  // namespace
+
+std::optional<ServiceNames> ServiceNames::of(const std::string& serviceName) {
+    if (serviceName.find('\0') != std::string::npos ||
+        ::sd_bus_service_name_is_valid(serviceName.c_str()) <= 0 ||
+        ::sd_bus_interface_name_is_valid(serviceName.c_str()) <= 0) {
+        return std::nullopt;
+    }
+    ServiceNames names = {serviceName, "/" + serviceName};
+    std::ranges::replace(names.path, '.', '/');
+    return names;
+}
+
+std::unique_ptr<ServiceLink> ServiceLink::open(const ServiceNames& names, bool isSystemBus,
+                                               ServiceOwner::EventSink sink) {
+    BusPointer bus = openBus(isSystemBus);
+    if (!bus) return nullptr;
+    std::unique_ptr<ServiceLink> link(new ServiceLink(names, std::move(bus), std::move(sink)));
+    return link->follow() ? std::move(link) : nullptr;
+}
+
+ServiceLink::ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::EventSink sink)
+    : names_(std::move(names)), owner_(std::move(sink)), bus_(std::move(bus)) {}
+
+ServiceLink::~ServiceLink() = default;
+
+bool ServiceLink::isOpen() const {
+    return !hasFailed_ && ::sd_bus_is_open(bus_.get()) > 0;
+}
+
+// Changes are asked for before the owner, so that none is missed between the two, and events after
+// the owner, so that none of the owner's comes before it is known who that is.
+bool ServiceLink::follow() {
+    const std::string changes =
+        std::string("type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',") +
+        "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" + names_.name + "'";
+    const std::string events = "type='signal',sender='" + names_.name + "',path='" + names_.path +
+                               "',interface='" + names_.name + "',member='Event'";
+    sd_bus* bus = bus_.get();
+    return ::sd_bus_add_match_async(bus, nullptr, changes.c_str(), ownerChanged, matchAnswered,
+                                    this) >= 0 &&
+           ::sd_bus_call_method_async(bus, nullptr, kBusName, kBusPath, kBusName, "GetNameOwner",
+                                      ownerAnswered, this, "s", names_.name.c_str()) >= 0 &&
+           ::sd_bus_add_match_async(bus, nullptr, events.c_str(), eventArrived, matchAnswered,
+                                    this) >= 0;
+}
+
+void ServiceLink::fail() {
+    hasFailed_ = true;
+}
+
+// Who has no room to note the owner cannot tell whose events are whose.
+template <typename Note>
+void ServiceLink::noteOwner(Note note) {
+    try {
+        note();
+    } catch (const std::bad_alloc&) {
+        fail();
+    }
+}
+
+void ServiceLink::send(const IPCMessage& message, Answer answer) {
+    pending_.push_back({this, std::move(answer), {}});
+    const auto pending = std::prev(pending_.end());
+    pending->self = pending;
+    const int status = call(message, *pending);
+    if (status >= 0) return;
+    const Answer failed = std::move(pending->answer);
+    pending_.erase(pending);
+    failed(errorOfStatus(status));
+}
+
+int ServiceLink::call(const IPCMessage& message, Pending& pending) {
+    sd_bus_message* request = nullptr;
+    int status =
+        ::sd_bus_message_new_method_call(bus_.get(), &request, names_.name.c_str(),
+                                         names_.path.c_str(), names_.name.c_str(), "Request");
+    const BusMessagePointer owner(request);
+    if (status >= 0) status = ::sd_bus_message_set_auto_start(request, 0);
+    if (status >= 0) status = writeBusMessage(request, message);
+    if (status < 0) return status;
+    return ::sd_bus_call_async(bus_.get(), nullptr, request, replyArrived, &pending, kNoTimeLimit);
+}
+
+bool ServiceLink::process(int most) {
+    for (int i = 0; i < most && isOpen(); ++i) {
+        const int status = ::sd_bus_process(bus_.get(), nullptr);
+        if (status < 0) fail();
+        if (status <= 0) return false;
+    }
+    return isOpen();
+}
+
+bool ServiceLink::wait(WakeEvent& wake) const {
+    const int events = ::sd_bus_get_events(bus_.get());
+    if (events < 0) return true;
+    std::array<pollfd, 2> polled = {{
+        {::sd_bus_get_fd(bus_.get()), static_cast<short>(events), 0},
+        {wake.descriptor(), POLLIN, 0},
+    }};
+    timespec storage{};
+    const int count =
+        ::ppoll(polled.data(), polled.size(), timeUntil(deadline(), storage), nullptr);
+    if (count > 0 && polled[1].revents != 0) wake.clear();
+    return count <= 0 || polled[0].revents != 0;
+}
+
+// Where sd-bus cannot tell, process() can tell why.
+std::uint64_t ServiceLink::deadline() const {
+    std::uint64_t deadline = kNever;
+    return ::sd_bus_get_timeout(bus_.get(), &deadline) < 0 ? 0 : deadline;
+}
+
+void ServiceLink::close(const std::function<void(Answer&)>& take) {
+    bus_.reset();  // no reply may arrive for who is gone
+    for (Pending& pending : pending_) take(pending.answer);
+    pending_.clear();
+}
+
+// A bus that does not say who owns the name, say for its policy, says nothing of it: events wait
+// for a change that tells.
+int ServiceLink::ownerAnswered(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
+    const char* owner = "";
+    if (::sd_bus_message_is_method_error(message, kNoOwner) > 0 ||
+        (::sd_bus_message_is_method_error(message, nullptr) <= 0 &&
+         ::sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &owner) > 0)) {
+        auto* self = static_cast<ServiceLink*>(link);
+        self->noteOwner([&] { self->owner_.answered(owner); });
+    }
+    return 1;
+}
+
+// Anybody can send a signal of this name straight to us, but only the bus bears its name.
+int ServiceLink::ownerChanged(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
+    const char *name = nullptr, *before = nullptr, *now = nullptr;
+    if (senderOf(message) != kBusName ||
+        ::sd_bus_message_read(message, "sss", &name, &before, &now) <= 0) {
+        return 0;
+    }
+    auto* self = static_cast<ServiceLink*>(link);
+    if (name == self->names_.name) {
+        self->noteOwner([&] { self->owner_.changed(before, now); });
+    }
+    return 0;
+}
+
+int ServiceLink::eventArrived(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
+    static_cast<ServiceLink*>(link)->owner_.received(senderOf(message),
+                                                     [message] { return readBusMessage(message); });
+    return 1;
+}
+
+// Without its matches the connection would miss what happens.
+int ServiceLink::matchAnswered(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
+    if (::sd_bus_message_is_method_error(message, nullptr) > 0) {
+        static_cast<ServiceLink*>(link)->fail();
+    }
+    return 1;
+}
+
+int ServiceLink::replyArrived(sd_bus_message* message, void* pending, sd_bus_error*) noexcept {
+    auto* waiting = static_cast<Pending*>(pending);
+    const Answer answer = std::move(waiting->answer);
+    waiting->link->pending_.erase(waiting->self);
+    try {
+        answer(replyOf(message));
+    } catch (const std::bad_alloc&) {
+        // No room for the reply: nobody gets it.
+    }
+    return 1;
+}
+
+}  // namespace halvane

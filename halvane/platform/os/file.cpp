@@ -1,0 +1,270 @@
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "halvane/platform/os/file_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
+#include "halvane/platform/os/write_signal_internal.h"
+
+namespace halvane {
+
+namespace {
+
+constexpr int kMostSetAside = 9999;
+
+HalvaneStatus statusOfLastError() {
+    struct Row {
+        int error;
+        HalvaneStatus status;
+    };
+    static constexpr std::array<Row, 8> kRows = {{
+        {ENAMETOOLONG, kStatusBadPath},
+        {ENOTDIR, kStatusBadPath},
+        {ENOENT, kStatusBadPath},
+        {ELOOP, kStatusBadPath},
+        {ENOMEM, kStatusNoMemory},
+        {ENOSPC, kStatusNoRoom},
+        {EDQUOT, kStatusNoRoom},
+        {EFBIG, kStatusNoRoom},
+    }};
+    const auto row = std::ranges::find(kRows, errno, &Row::error);
+    return row == kRows.end() ? HalvaneStatus(kStatusCannotOpen) : row->status;
+}
+
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR) result = call();
+    return result;
+}
+
+FileDescriptor openFile(const std::string& path, int flags, mode_t mode = 0) {
+    return FileDescriptor(
+        uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+}
+
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return path.substr(0, std::max<std::size_t>(slash, 1));
+}
+
+bool writeAll(const FileDescriptor& file, std::string_view text) {
+    WriteSignalBlock block;
+    while (!text.empty()) {
+        const auto count =
+            uninterrupted([&] { return ::write(file.number(), text.data(), text.size()); });
+        if (count < 0) {
+            block.takeBackSignal(errno);
+            return false;
+        }
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+// Reads to the end of the file, or to one byte more than `limit`.
+bool readAll(const FileDescriptor& file, std::size_t limit, std::string& text) {
+    constexpr std::size_t kStep = 65536;
+    for (;;) {
+        const std::size_t size = text.size();
+        const std::size_t step = std::min(kStep, limit + 1 - size);
+        if (step == 0) return true;
+        text.resize(size + step);
+        const auto count =
+            uninterrupted([&] { return ::read(file.number(), text.data() + size, step); });
+        text.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        if (count <= 0) return count == 0;
+    }
+}
+
+bool renameToFreeName(const std::string& from, const std::string& to) {
+    constexpr int kHere = AT_FDCWD;
+    if (::renameat2(kHere, from.c_str(), kHere, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+    if (errno != EINVAL && errno != ENOSYS) return false;
+    // The file system cannot. A link replaces nothing either, but for a moment there are both.
+    return ::link(from.c_str(), to.c_str()) == 0 && ::unlink(from.c_str()) == 0;
+}
+
+bool sync(const FileDescriptor& file) {
+    return uninterrupted([&] { return ::fsync(file.number()); }) == 0;
+}
+
+// Removes a file on the way out, unless it has become what it was for.
+class TemporaryFile {
+  public:
+    explicit TemporaryFile(const std::string& path) : path_(path) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (!isKept_) ::unlink(path_.c_str());
+    }
+    bool becomes(const std::string& path) {
+        isKept_ = ::rename(path_.c_str(), path.c_str()) == 0;
+        return isKept_;
+    }
+
+  private:
+    const std::string& path_;
+    bool isKept_ = false;
+};
+
+// The bytes of a lock's file that stand for something; it need not have them.
+enum class LockByte : off_t { Held, Turn };
+
+// Whether the byte is locked now (F_WRLCK), or unlocked (F_UNLCK). By the open file description, as
+// flock() does it, so that threads exclude each other, too.
+bool setLock(const FileDescriptor& file, LockByte byte, short type) {
+    struct flock range {};
+    range.l_type = type;
+    range.l_whence = SEEK_SET;
+    range.l_start = static_cast<off_t>(byte);
+    range.l_len = 1;
+    return uninterrupted([&] { return ::fcntl(file.number(), F_OFD_SETLK, &range); }) == 0;
+}
+
+// Counts what was slept, not what went by: a process that gets no processor has not waited.
+class Patience {
+  public:
+    // False, at once, where all of it has been slept.
+    bool nap() {
+        const std::uint64_t ticksPerSecond = ticksPerSecondOf(upTimeTimebase());
+        if (slept_ >= kSeconds * ticksPerSecond) return false;
+        const std::uint64_t start = upTimeNow();
+        const long pause = pauseAfter(slept_ * kStepsPerSecond / ticksPerSecond);
+        const bool isWhole = upTimeSleep({0, pause}) == 0;
+        const auto meant = std::max<std::uint64_t>(
+            static_cast<std::uint64_t>(pause) * ticksPerSecond / 1'000'000'000, 1);
+        // One that a signal ends counts in part; one that fails counts too, so that there is an
+        // end.
+        const bool isCutShort = !isWhole && errno == EINTR;
+        slept_ += isCutShort ? std::min(upTimeNow() - start, meant) : meant;
+        return true;
+    }
+
+  private:
+    static constexpr std::uint64_t kSeconds = 10;
+    // How often a second the pauses become shorter.
+    static constexpr std::uint64_t kStepsPerSecond = 10;
+
+    // Nanoseconds. Who has waited for longer looks more often: else two that want the lock again
+    // and again would hand it to each other, past all others.
+    static long pauseAfter(std::uint64_t steps) {
+        constexpr std::uint64_t kFirst = 1'000'000, kShortest = 100'000;
+        return static_cast<long>(std::max(kFirst / (1 + steps), kShortest));
+    }
+
+    std::uint64_t slept_ = 0;  // ticks
+};
+
+bool lockWithPatience(const FileDescriptor& file, LockByte byte, Patience& patience) {
+    while (!setLock(file, byte, F_WRLCK)) {
+        const int error = errno;
+        const bool isTaken = error == EAGAIN || error == EACCES;
+        if (isTaken && patience.nap()) continue;
+        errno = error;
+        return false;
+    }
+    return true;
+}
+
+// Whoever wants the lock waits for the turn first, and keeps it until the lock is there. So who has
+// just released the lock, and wants it back at once, stands behind the one whose turn it is.
+bool lockInTurn(const FileDescriptor& file) {
+    Patience patience;
+    if (!lockWithPatience(file, LockByte::Turn, patience)) return false;
+    const bool isHeld = lockWithPatience(file, LockByte::Held, patience);
+    const int error = errno;
+    setLock(file, LockByte::Turn, F_UNLCK);
+    errno = error;
+    return isHeld;
+}
+
+}  // namespace
+
+FileDescriptor::~FileDescriptor() {
+    if (number_ >= 0) ::close(number_);
+}
+
+FileText readFile(const std::string& path, std::size_t limit) {
+    FileText result;
+    // Without O_NONBLOCK, a FIFO in the file's place would be waited for.
+    const FileDescriptor file = openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!file) {
+        const bool isNoFile = errno == ENOENT || errno == ENOTDIR;
+        if (!isNoFile) result.status = statusOfLastError();
+        return result;
+    }
+    result.isThere = true;
+    struct stat facts {};
+    if (::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
+        !readAll(file, limit, result.text)) {
+        result.status = kStatusCannotOpen;
+        result.text.clear();
+        return result;
+    }
+    result.isTooLong = result.text.size() > limit;
+    if (result.isTooLong) result.text.clear();
+    return result;
+}
+
+HalvaneStatus makeFolders(const std::string& folder) {
+    for (std::size_t end = 0; end != std::string::npos;) {
+        end = folder.find('/', end + 1);
+        const std::string part = folder.substr(0, end);
+        if (::mkdir(part.c_str(), 0700) == 0 || errno == EEXIST) continue;
+        // One that could not be made, say on a read-only file system, may well be there.
+        const int error = errno;
+        struct stat facts {};
+        if (::stat(part.c_str(), &facts) == 0) continue;
+        errno = error;
+        return statusOfLastError();
+    }
+    return kStatusOK;
+}
+
+FileLock::FileLock(const std::string& path)
+    : file_(openFile(path, O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY, 0600)) {
+    if (!file_ || !lockInTurn(file_)) status_ = statusOfLastError();
+}
+
+// Unlocked rather than closed alone: a child that another thread forks has the descriptor, too.
+FileLock::~FileLock() {
+    if (file_) setLock(file_, LockByte::Held, F_UNLCK);
+}
+
+HalvaneStatus replaceFile(const std::string& path, std::string_view text) {
+    const std::string newPath = path + ".new";
+    // Opened before the old file is gone, when a failure can still be told.
+    const FileDescriptor folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
+    if (!folder) return statusOfLastError();
+    ::unlink(newPath.c_str());  // what a crash has left
+    const FileDescriptor file = openFile(newPath, O_WRONLY | O_CREAT | O_EXCL, 0600);
+    if (!file) return statusOfLastError();
+
+    TemporaryFile temporary(newPath);
+    const bool isReplaced = writeAll(file, text) && sync(file) && temporary.becomes(path);
+    if (!isReplaced) return statusOfLastError();
+    sync(folder);  // a failure leaves the old file or the new, each of them whole
+    return kStatusOK;
+}
+
+std::optional<std::string> setFileAside(const std::string& path, HalvaneStatus& status) {
+    for (int count = 1; count <= kMostSetAside; ++count) {
+        std::string aside = path + ".damaged";
+        if (count > 1) aside.append(".").append(std::to_string(count));
+        if (renameToFreeName(path, aside)) return aside;
+        if (errno == EEXIST) continue;
+        status = statusOfLastError();
+        return std::nullopt;
+    }
+    status = kStatusNoRoom;
+    return std::nullopt;
+}
+
+}  // namespace halvane

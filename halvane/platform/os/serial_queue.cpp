@@ -1,0 +1,175 @@
+#include "halvane/platform/os/serial_queue.h"
+
+#include <atomic>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "halvane/platform/os/counting_semaphore.h"
+#include "halvane/platform/os/process_internal.h"
+#include "halvane/platform/os/thread_internal.h"
+
+namespace halvane {
+
+// Shared with the thread, which outlives a queue that is destroyed from it, and with handles.
+class HALVANE_HIDDEN SerialQueue::State {
+  public:
+    explicit State(std::string label) : label_(std::move(label)) {}
+
+    const std::string& label() const { return label_; }
+    bool isInHomeProcess() const { return home_.isCurrent(); }
+    bool isCurrent() const { return isInHomeProcess() && (isOn(thread_.get_id()) || isOn(guest_)); }
+
+    static void start(const std::shared_ptr<State>& state) {
+        state->thread_ = startThread(state->label_, [state] { state->run(); });
+    }
+
+    void async(Work work) {
+        if (!work || !isInHomeProcess()) return;
+        {
+            const std::lock_guard lock(mutex_);
+            if (isClosed_) return;  // the work dies with the call, when the lock is released
+            waiting_.push_back(std::move(work));
+            if (!std::exchange(isIdle_, false)) return;
+        }
+        changed_.signal();
+    }
+
+    void runOrAsync(Work work) {
+        if (!work || !isInHomeProcess() || !enter(work)) return;
+        runAsGuest(work);
+        leave();
+    }
+
+    // Once. It takes no memory, for a destructor calls it.
+    void close() {
+        bool isForeignGuestIn = false;
+        {
+            const std::lock_guard lock(mutex_);
+            isClosed_ = true;
+            isForeignGuestIn = guest_ != std::thread::id() && !isOn(guest_);
+            dropped_.swap(waiting_);
+        }
+        changed_.signal();
+        if (isForeignGuestIn) guestLeft_.wait();
+        if (isOn(thread_.get_id())) {
+            thread_.detach();
+        } else {
+            thread_.join();
+        }
+        dropped_.clear();  // last: that may call anything
+    }
+
+  private:
+    static bool isOn(std::thread::id thread) { return thread == std::this_thread::get_id(); }
+
+    // Takes the place of the thread, which stays idle until leave(). Else the work waits for its
+    // turn, or stays with the caller where the queue is closed.
+    bool enter(Work& work) {
+        const std::lock_guard lock(mutex_);
+        if (isClosed_) return false;
+        if (!std::exchange(isIdle_, false)) {
+            waiting_.push_back(std::move(work));
+            return false;
+        }
+        guest_ = std::this_thread::get_id();
+        return true;
+    }
+
+    static void runAsGuest(Work& work) noexcept {
+        work();
+        work = nullptr;
+    }
+
+    // Leaves to the thread what has come meanwhile. In a child that the work has made there is
+    // none.
+    void leave() {
+        if (!isInHomeProcess()) return;
+        CountingSemaphore* next = nullptr;
+        {
+            const std::lock_guard lock(mutex_);
+            guest_ = std::thread::id();
+            isIdle_ = waiting_.empty();
+            if (!isIdle_) next = &changed_;
+            if (isClosed_) next = &guestLeft_;
+        }
+        if (next != nullptr) next->signal();
+    }
+
+    void run() {
+        while (Work work = next()) work();
+    }
+
+    // Waits for work; none once the queue is closed, and in a child that the last work has made.
+    Work next() {
+        while (isInHomeProcess()) {
+            {
+                const std::lock_guard lock(mutex_);
+                if (isClosed_) return nullptr;
+                if (!waiting_.empty()) {
+                    Work work = std::move(waiting_.front());
+                    waiting_.pop_front();
+                    return work;
+                }
+                isIdle_ = true;
+            }
+            changed_.wait();
+        }
+        return nullptr;
+    }
+
+    const std::string label_;
+    const HomeProcess home_;
+    std::thread thread_;
+    std::mutex mutex_;
+    std::atomic<std::thread::id> guest_{};  // who runs work in the place of the thread
+    CountingSemaphore changed_{0};
+    CountingSemaphore guestLeft_{0};  // once the queue is closed
+    std::deque<Work> waiting_;
+    std::deque<Work> dropped_;
+    // The thread waits, or is about to, and was not yet woken; nobody is in its place.
+    bool isIdle_ = false;
+    bool isClosed_ = false;
+};
+
+SerialQueue::Handle::Handle(std::shared_ptr<State> state) : state_(std::move(state)) {}
+
+// The work may run, and destroy the queue and the handle with it, before the call has returned.
+void SerialQueue::Handle::async(Work work) const {
+    const auto state = state_;
+    state->async(std::move(work));
+}
+
+void SerialQueue::Handle::runOrAsync(Work work) const {
+    const auto state = state_;
+    state->runOrAsync(std::move(work));
+}
+
+SerialQueue::SerialQueue(std::string label) : state_(std::make_shared<State>(std::move(label))) {
+    State::start(state_);
+}
+
+// In another process the thread is not there to be waited for, and the state may be locked for
+// good. It stays, for what the thread has of it is never given back.
+SerialQueue::~SerialQueue() {
+    if (state_->isInHomeProcess()) state_->close();
+}
+
+void SerialQueue::async(Work work) {
+    handle().async(std::move(work));
+}
+
+bool SerialQueue::isCurrent() const {
+    return state_->isCurrent();
+}
+
+const std::string& SerialQueue::label() const {
+    return state_->label();
+}
+
+SerialQueue::Handle SerialQueue::handle() const {
+    return Handle(state_);
+}
+
+}  // namespace halvane

@@ -1,0 +1,215 @@
+#include "halvane/platform/plist/preferences.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <pwd.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "halvane/base/property_list_value.h"
+#include "halvane/platform/os/file_internal.h"
+#include "halvane/platform/os/process_internal.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/platform/plist/xml_property_list_reader.h"
+
+namespace halvane {
+
+namespace {
+
+// The home folder that the user database tells; empty: none.
+std::string homeFolderOfUser() {
+    std::vector<char> texts(1024);
+    passwd entry{};
+    passwd* found = nullptr;
+    for (;;) {
+        const int error = ::getpwuid_r(::geteuid(), &entry, texts.data(), texts.size(), &found);
+        if (error == ERANGE) {
+            texts.resize(2 * texts.size());
+        } else if (error != EINTR) {
+            break;
+        }
+    }
+    return found != nullptr && found->pw_dir != nullptr ? found->pw_dir : "";
+}
+
+// Empty: there is none.
+std::string preferencesFolder() {
+    const auto absolutePathIn = [](const char* variable) -> std::string {
+        const char* const value = ::secure_getenv(variable);
+        return value != nullptr && *value == '/' ? value : "";
+    };
+    if (const auto folder = absolutePathIn("XDG_CONFIG_HOME"); !folder.empty()) {
+        return folder + "/halvane";
+    }
+    auto home = absolutePathIn("HOME");
+    if (home.empty()) home = homeFolderOfUser();
+    return home.starts_with('/') ? home + "/.config/halvane" : "";
+}
+
+// `application` as the name of a file, without its suffix, that cannot lead to another folder.
+std::string fileNameOf(std::string_view application) {
+    constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+    std::string name;
+    for (const char c : application) {
+        const bool isPlain = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+                             (c >= '0' && c <= '9') || c == '_' || c == '-' ||
+                             (c == '.' && !name.empty());
+        if (isPlain) {
+            name += c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        name += '%';
+        name += kHexDigits[byte >> 4];
+        name += kHexDigits[byte & 0xF];
+    }
+    return name;
+}
+
+// The file of an application; empty: it can have none.
+std::string preferencesPath(std::string_view application) {
+    const auto folder = preferencesFolder();
+    const auto name = fileNameOf(application.empty() ? programName() : application);
+    constexpr std::string_view kSuffix = ".plist";
+    const std::size_t longest = name.size() + kSuffix.size() + kLongestFileSuffix.size();
+    if (folder.empty() || name.empty() || longest > NAME_MAX) return {};
+    return (folder + "/").append(name).append(kSuffix);
+}
+
+// What the link at `path` leads to, else `path`: a link is not replaced but followed.
+std::string linkTarget(const std::string& path) {
+    struct Free {
+        void operator()(char* text) const { std::free(text); }
+    };
+    const std::unique_ptr<char, Free> target(::realpath(path.c_str(), nullptr));
+    return target ? std::string(target.get()) : path;
+}
+
+// What a file of preferences holds.
+struct Contents {
+    HalvaneStatus status = kStatusOK;
+    bool isDamaged = false;
+    PropertyListDictionary values;
+};
+
+Contents load(const std::string& path) {
+    Contents contents;
+    const FileText file = readFile(path, kPreferencesFileLimit);
+    contents.status = file.status;
+    if (file.status != kStatusOK || !file.isThere) return contents;
+    auto root = file.isTooLong ? std::nullopt : propertyListFromXml(file.text);
+    auto* const values = root ? root->as<PropertyListDictionary>() : nullptr;
+    contents.isDamaged = values == nullptr;
+    if (values != nullptr) contents.values = std::move(*values);
+    return contents;
+}
+
+// As load(), but sets a damaged file aside: what is left then is no file.
+// REQUIRES: the file's lock is held.
+Contents loadAndMend(const std::string& path, PreferenceResult& result) {
+    Contents contents = load(path);
+    if (!contents.isDamaged) return contents;
+    contents.isDamaged = false;
+    if (auto aside = setFileAside(path, contents.status)) result.setAside = std::move(*aside);
+    return contents;
+}
+
+std::string lockPath(const std::string& path) {
+    return path + ".lock";
+}
+
+void read(const std::string& path, std::string_view key, PreferenceResult& result) {
+    Contents contents = load(path);
+    if (contents.isDamaged) {
+        // Another process may have mended it since.
+        const FileLock lock(lockPath(path));
+        contents.status = lock.status();
+        if (lock.status() == kStatusOK) contents = loadAndMend(path, result);
+    }
+    result.status = contents.status;
+    const auto* value = contents.values.find(key);
+    const auto* text = value != nullptr ? value->as<std::string>() : nullptr;
+    if (text != nullptr) result.value = *text;
+}
+
+// Whether the value of `key` was another one.
+bool change(PropertyListDictionary& values, std::string_view key,
+            std::optional<std::string_view> value) {
+    if (!value) return values.erase(key);
+    const auto* old = values.find(key);
+    if (old != nullptr && *old == PropertyListValue(*value)) return false;
+    values.set(std::string(key), *value);
+    return true;
+}
+
+bool isThere(const std::string& path) {
+    return ::access(path.c_str(), F_OK) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
+bool canBeWritten(std::string_view key, std::string_view value) {
+    PropertyListDictionary entry;
+    entry.set(std::string(key), value);
+    return xmlPropertyList(std::move(entry)).has_value();
+}
+
+void write(const std::string& path, std::string_view key, std::optional<std::string_view> value,
+           PreferenceResult& result) {
+    const FileLock lock(lockPath(path));
+    result.status = lock.status();
+    if (result.status != kStatusOK) return;
+    Contents contents = loadAndMend(path, result);
+    result.status = contents.status;
+    if (result.status != kStatusOK || !change(contents.values, key, value)) return;
+
+    const auto xml = xmlPropertyList(std::move(contents.values));
+    if (!xml) {
+        result.status = kStatusConversionFailed;
+    } else if (xml->size() > kPreferencesFileLimit) {
+        result.status = kStatusNoRoom;  // it would be taken for damaged
+    } else {
+        result.status = replaceFile(path, *xml);
+    }
+}
+
+}  // namespace
+
+PreferenceResult readPreference(std::string_view application, std::string_view key) {
+    PreferenceResult result;
+    try {
+        const auto path = preferencesPath(application);
+        if (path.empty()) {
+            result.status = kStatusBadPath;
+        } else {
+            read(linkTarget(path), key, result);
+        }
+    } catch (const std::bad_alloc&) {
+        result.status = kStatusNoMemory;
+    }
+    return result;
+}
+
+PreferenceResult writePreference(std::string_view application, std::string_view key,
+                                 std::optional<std::string_view> value) {
+    PreferenceResult result;
+    try {
+        const auto path = preferencesPath(application);
+        if (path.empty()) {
+            result.status = kStatusBadPath;
+        } else if (value && !canBeWritten(key, *value)) {
+            result.status = kStatusConversionFailed;
+        } else if (value || isThere(path)) {
+            result.status = makeFolders(path.substr(0, path.rfind('/')));
+            if (result.status == kStatusOK) write(linkTarget(path), key, value, result);
+        }
+    } catch (const std::bad_alloc&) {
+        result.status = kStatusNoMemory;
+    }
+    return result;
+}
+
+}  // namespace halvane

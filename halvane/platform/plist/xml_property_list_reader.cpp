@@ -1,0 +1,555 @@
+#include "halvane/platform/plist/xml_property_list_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <iterator>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/date.h"
+#include "halvane/base/number.h"
+#include "halvane/platform/plist/xml_outline_internal.h"
+#include "halvane/platform/plist/xml_source_internal.h"
+#include "halvane/platform/plist/xml_text_internal.h"
+
+namespace halvane {
+
+namespace {
+
+// The whole of `text` as a number in the form that std::from_chars reads.
+template <typename Value>
+std::errc readWhole(std::string_view text, Value& value) {
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    if (result.ec != std::errc()) return result.ec;
+    return result.ptr == end ? std::errc() : std::errc::invalid_argument;
+}
+
+std::errc readInteger(std::string_view text, Number& number) {
+    std::int64_t narrow = 0;
+    const std::errc status = readWhole(text, narrow);
+    number = narrow;
+    if (status != std::errc::result_out_of_range) return status;
+    std::uint64_t wide = 0;
+    if (text.starts_with('-')) return status;
+    const std::errc wideStatus = readWhole(text, wide);
+    number = wide;
+    return wideStatus;
+}
+
+std::errc readReal(std::string_view text, Number& number) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    static constexpr std::array<std::pair<std::string_view, double>, 3> kNames = {
+        {{"nan", std::numeric_limits<double>::quiet_NaN()},
+         {"+infinity", kInfinity},
+         {"-infinity", -kInfinity}}};
+    for (const auto& [name, value] : kNames) {
+        if (text != name) continue;
+        number = value;
+        return {};
+    }
+    // What is left of names, which std::from_chars has more of.
+    if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
+        return std::errc::invalid_argument;
+    }
+    double value = 0;
+    const std::errc status = readWhole(text, value);
+    number = value;
+    return status;
+}
+
+// "2026-11-21T07:00:00Z": the form as a pattern, where a digit stands for the field it belongs to.
+std::optional<Date> readDate(std::string_view text) {
+    constexpr std::string_view kForm = "0000-11-22T33:44:55Z";
+    std::array<unsigned, 6> fields{};
+    if (text.size() != kForm.size()) return std::nullopt;
+    for (std::size_t i = 0; i < kForm.size(); ++i) {
+        const bool isField = kForm[i] >= '0' && kForm[i] <= '5';
+        if (!isField) {
+            if (text[i] != kForm[i]) return std::nullopt;
+            continue;
+        }
+        if (text[i] < '0' || text[i] > '9') return std::nullopt;
+        unsigned& field = fields[static_cast<std::size_t>(kForm[i] - '0')];
+        field = field * 10 + static_cast<unsigned>(text[i] - '0');
+    }
+    const auto [year, month, day, hour, minute, second] = fields;
+    return Date::fromFields({static_cast<int>(year), month, day, hour, minute, second});
+}
+
+constexpr std::uint8_t kNoDigit = 0xFF;
+constexpr auto kBase64Values = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(kNoDigit);
+    std::uint8_t value = 0;
+    const auto fill = [&](unsigned char first, unsigned char last) {
+        for (unsigned byte = first; byte <= last; ++byte) values[byte] = value++;
+    };
+    fill('A', 'Z');
+    fill('a', 'z');
+    fill('0', '9');
+    fill('+', '+');
+    fill('/', '/');
+    return values;
+}();
+
+// RFC 4648 clause 4. Digits come in groups of four, the last one padded with "=", and bits that
+// belong to no byte are 0.
+std::optional<ByteBuffer> readBase64(std::string_view text) {
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(text.size() / 4 * 3 + 3);
+    std::uint32_t bits = 0;
+    std::size_t digits = 0, padding = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const std::uint8_t value = kBase64Values[byte];
+        if (value == kNoDigit) {
+            if (isXmlSpace(byte)) continue;
+            if (c != '=') return std::nullopt;
+            ++padding;
+            continue;
+        }
+        if (padding > 0) return std::nullopt;
+        bits = bits << 6 | value;
+        if (++digits % 4 != 0) continue;
+        for (const int shift : {16, 8, 0})
+            bytes.push_back(static_cast<std::uint8_t>(bits >> shift));
+        bits = 0;
+    }
+    const std::size_t rest = digits % 4;
+    if (rest == 1 || padding != (4 - rest) % 4) return std::nullopt;
+    bits <<= 6 * padding;
+    if (rest >= 2) bytes.push_back(static_cast<std::uint8_t>(bits >> 16));
+    if (rest == 3) bytes.push_back(static_cast<std::uint8_t>(bits >> 8));
+    const bool hasStrayBits =
+        (rest == 2 && (bits & 0xFFFF) != 0) || (rest == 3 && (bits & 0xFF) != 0);
+    if (hasStrayBits) return std::nullopt;
+    return ByteBuffer(bytes);
+}
+
+// The name of an element as one word, which is quicker to compare than a text; 0 for one that is
+// longer than any of a property list.
+constexpr std::uint64_t nameWord(std::string_view name) {
+    std::uint64_t word = 0;
+    if (name.size() > sizeof word) return 0;
+    for (const char c : name) word = word << 8 | static_cast<unsigned char>(c);
+    return word;
+}
+
+constexpr std::uint64_t kKeyName = nameWord("key");
+
+// A start tag, or the tag of an element without content.
+struct Tag {
+    std::string_view name;
+    std::size_t offset = 0;  // of its "<"
+    bool isWhole = false;    // "<array/>": there is no end tag
+    bool hasAttribute = false;
+    bool isVersion10Alone = false;  // the attributes are version="1.0" and nothing else
+};
+
+// What stands within an element, piece by piece.
+struct Piece {
+    enum class Kind { Text, Cdata, Start, End };
+    Kind kind = Kind::End;
+    std::string_view text;  // of text, its references as they are, and of CDATA sections
+    Tag tag;                // of a start
+};
+
+// Takes the markup of a document apart. Comments and processing instructions are passed over.
+// REQUIRES: there is an outline of the document, which has looked at the ends of all markup.
+class Scanner {
+  public:
+    Scanner(std::string_view document, std::size_t root, XmlRefusal& refusal)
+        : document_(document), position_(root), refusal_(refusal) {}
+
+    // The tag that begins at the position.
+    bool readTag(Tag& tag) {
+        tag = {};
+        tag.offset = position_++;
+        tag.name = name();
+        if (tag.name.empty()) return refuse(position_, "malformed tag");
+        for (;;) {
+            const bool isSpaced = skipSpace();
+            tag.isWhole = skip("/");
+            if (skip(">")) return true;
+            if (tag.isWhole || !isSpaced) return refuse(position_, "malformed tag");
+            const bool isFirst = !std::exchange(tag.hasAttribute, true);
+            bool isVersion10 = false;
+            if (!skipAttribute(isVersion10)) return refuse(position_, "malformed attribute");
+            tag.isVersion10Alone = isFirst && isVersion10;
+        }
+    }
+
+    // The next piece of the content of `tag`'s element; its end tag is one.
+    bool readPiece(const Tag& tag, Piece& piece) {
+        for (;;) {
+            if (tag.isWhole) {
+                piece.kind = Piece::Kind::End;
+                return true;
+            }
+            const auto rest = document_.substr(position_);
+            if (rest.starts_with("<!--")) {
+                if (!skipThrough("-->", 4)) return false;
+            } else if (rest.starts_with("<?")) {
+                if (!skipThrough("?>", 2)) return false;
+            } else {
+                return readPiece(tag, rest, piece);
+            }
+        }
+    }
+
+    bool refuse(std::size_t offset, std::string_view reason) {
+        refusal_ = {offset, reason};
+        return false;
+    }
+
+    std::size_t offsetOf(std::string_view text) const {
+        return static_cast<std::size_t>(text.data() - document_.data());
+    }
+
+  private:
+    bool readPiece(const Tag& tag, std::string_view rest, Piece& piece) {
+        constexpr std::string_view kCdata = "<![CDATA[";
+        if (!rest.starts_with('<')) {
+            piece.kind = Piece::Kind::Text;
+            piece.text = rest.substr(0, rest.find('<'));
+            position_ += piece.text.size();
+            return !piece.text.empty() || refuse(position_, "malformed XML");
+        }
+        if (rest.starts_with("</")) {
+            piece.kind = Piece::Kind::End;
+            return skipEndTag(tag);
+        }
+        if (rest.starts_with(kCdata)) {
+            piece.kind = Piece::Kind::Cdata;
+            const std::size_t start = position_ + kCdata.size();
+            if (!skipThrough("]]>", kCdata.size())) return false;
+            piece.text = document_.substr(start, position_ - 3 - start);
+            return true;
+        }
+        piece.kind = Piece::Kind::Start;
+        return readTag(piece.tag);
+    }
+
+    bool skipEndTag(const Tag& tag) {
+        position_ += 2;
+        const std::size_t start = position_;
+        if (name() != tag.name) return refuse(start, "end tag of another element");
+        skipSpace();
+        return skip(">") || refuse(position_, "malformed tag");
+    }
+
+    // As far as an element of a property list may have one.
+    bool skipAttribute(bool& isVersion10) {
+        const auto attribute = name();
+        skipSpace();
+        if (attribute.empty() || !skip("=")) return false;
+        skipSpace();
+        const char quote = position_ < document_.size() ? document_[position_] : '\0';
+        if (quote != '"' && quote != '\'') return false;
+        const std::size_t start = position_ + 1;
+        const std::size_t end = document_.find(quote, start);
+        if (end == std::string_view::npos) return false;
+        isVersion10 = attribute == "version" && document_.substr(start, end - start) == "1.0";
+        position_ = end + 1;
+        return true;
+    }
+
+    std::string_view name() {
+        const auto isNamePart = [](char c, bool isFirst) {
+            const bool isLetter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+            if (isLetter || c == '_' || c == ':' || static_cast<unsigned char>(c) >= 0x80) {
+                return true;
+            }
+            return !isFirst && ((c >= '0' && c <= '9') || c == '-' || c == '.');
+        };
+        const std::size_t start = position_;
+        while (position_ < document_.size() &&
+               isNamePart(document_[position_], position_ == start)) {
+            ++position_;
+        }
+        return document_.substr(start, position_ - start);
+    }
+
+    bool skipSpace() {
+        const std::size_t start = position_;
+        while (position_ < document_.size() &&
+               isXmlSpace(static_cast<unsigned char>(document_[position_]))) {
+            ++position_;
+        }
+        return position_ > start;
+    }
+
+    bool skip(std::string_view literal) {
+        if (!document_.substr(position_).starts_with(literal)) return false;
+        position_ += literal.size();
+        return true;
+    }
+
+    bool skipThrough(std::string_view end, std::size_t from) {
+        const std::size_t found = document_.find(end, position_ + from);
+        if (found == std::string_view::npos) return refuse(position_, "malformed XML");
+        position_ = found + end.size();
+        return true;
+    }
+
+    std::string_view document_;
+    std::size_t position_;
+    XmlRefusal& refusal_;
+};
+
+// Values from a document, as its markup comes. No tree is made of it: that would need more memory
+// than the values do.
+class Reader {
+  public:
+    Reader(Scanner& scanner, XmlVersion version, bool isTextLiteral)
+        : scanner_(scanner), version_(version), isTextLiteral_(isTextLiteral) {}
+
+    bool readPlist(PropertyListValue& value) {
+        Tag plist;
+        if (!scanner_.readTag(plist)) return false;
+        if (plist.name != "plist") return refuse(plist, "root element other than <plist>");
+        if (plist.hasAttribute && !plist.isVersion10Alone) {
+            return refuse(plist, "attribute of <plist> other than version=\"1.0\"");
+        }
+        std::size_t count = 0;
+        const bool isRead = eachElement(plist, [&](const Tag& tag) {
+            if (++count > 1) return refuse(tag, "more than one value in <plist>");
+            return read(tag, 1, value);
+        });
+        return isRead && (count == 1 || refuse(plist, "no value in <plist>"));
+    }
+
+  private:
+    struct Kind {
+        std::uint64_t name;
+        bool (Reader::*read)(const Tag&, int, PropertyListValue&);
+    };
+
+    bool read(const Tag& tag, int level, PropertyListValue& value) {
+        return read(tag, nameWord(tag.name), level, value);
+    }
+
+    bool read(const Tag& tag, std::uint64_t name, int level, PropertyListValue& value) {
+        // The more frequent come first.
+        static constexpr std::array<Kind, 9> kKinds = {{
+            {nameWord("string"), &Reader::readString},
+            {nameWord("integer"), &Reader::readInteger},
+            {nameWord("dict"), &Reader::readDictionary},
+            {nameWord("true"), &Reader::readBoolean<true>},
+            {nameWord("false"), &Reader::readBoolean<false>},
+            {nameWord("data"), &Reader::readData},
+            {nameWord("array"), &Reader::readArray},
+            {nameWord("real"), &Reader::readReal},
+            {nameWord("date"), &Reader::readDate},
+        }};
+        if (level > kPropertyListMaxDepth) return refuse(tag, "nested too deep");
+        const auto kind = std::ranges::find(kKinds, name, &Kind::name);
+        if (kind == kKinds.end()) return refuse(tag, "unknown element");
+        if (tag.hasAttribute) return refuse(tag, "attribute");
+        return (this->*kind->read)(tag, level, value);
+    }
+
+    // The values wait until their number is known: an array that grows needs twice the room.
+    bool readArray(const Tag& tag, int level, PropertyListValue& value) {
+        const std::size_t before = waiting_.size();
+        const bool isRead = eachElement(
+            tag, [&](const Tag& child) { return read(child, level + 1, waiting_.emplace_back()); });
+        if (!isRead) return false;
+        const auto first = waiting_.begin() + static_cast<std::ptrdiff_t>(before);
+        value = PropertyListArray(std::make_move_iterator(first),
+                                  std::make_move_iterator(waiting_.end()));
+        waiting_.resize(before);
+        return true;
+    }
+
+    bool readDictionary(const Tag& tag, int level, PropertyListValue& value) {
+        value = PropertyListDictionary();
+        auto& dictionary = *value.as<PropertyListDictionary>();
+        std::string key;
+        bool isKeyNext = true;
+        const bool isRead = eachElement(tag, [&](const Tag& child) {
+            const std::uint64_t name = nameWord(child.name);
+            const bool isKey = name == kKeyName;
+            if (isKey != isKeyNext) {
+                return refuse(child, isKeyNext ? "value without a key" : "key without a value");
+            }
+            isKeyNext = !isKeyNext;
+            if (isKey) return readKey(child, key);
+            const auto [held, isNew] = dictionary.enter(std::move(key));
+            return isNew ? read(child, name, level + 1, *held)
+                         : refuse(child, "second value of a key");
+        });
+        return isRead && (isKeyNext || refuse(tag, "key without a value"));
+    }
+
+    bool readKey(const Tag& tag, std::string& key) {
+        if (tag.hasAttribute) return refuse(tag, "attribute");
+        return readText(tag, key);
+    }
+
+    bool readString(const Tag& tag, int, PropertyListValue& value) {
+        std::string text;
+        if (!readText(tag, text)) return false;
+        value = std::move(text);
+        return true;
+    }
+
+    bool readInteger(const Tag& tag, int, PropertyListValue& value) {
+        return readNumber(tag, halvane::readInteger, "malformed integer", value);
+    }
+    bool readReal(const Tag& tag, int, PropertyListValue& value) {
+        return readNumber(tag, halvane::readReal, "malformed real", value);
+    }
+    bool readNumber(const Tag& tag, std::errc (*readForm)(std::string_view, Number&),
+                    std::string_view malformed, PropertyListValue& value) {
+        if (!readText(tag, scratch_)) return false;
+        Number number;
+        const std::errc status = readForm(scratch_, number);
+        if (status == std::errc::result_out_of_range) return refuse(tag, "number out of range");
+        if (status != std::errc()) return refuse(tag, malformed);
+        value = number;
+        return true;
+    }
+
+    template <bool kValue>
+    bool readBoolean(const Tag& tag, int, PropertyListValue& value) {
+        value = kValue;
+        Piece piece;
+        if (!scanner_.readPiece(tag, piece)) return false;
+        return piece.kind == Piece::Kind::End || refuse(tag, "boolean that is not empty");
+    }
+
+    bool readDate(const Tag& tag, int, PropertyListValue& value) {
+        if (!readText(tag, scratch_)) return false;
+        const auto date = halvane::readDate(scratch_);
+        if (!date) return refuse(tag, "malformed date");
+        value = *date;
+        return true;
+    }
+
+    bool readData(const Tag& tag, int, PropertyListValue& value) {
+        if (!readText(tag, scratch_)) return false;
+        auto bytes = readBase64(scratch_);
+        if (!bytes) return refuse(tag, "malformed base64");
+        value = std::move(*bytes);
+        return true;
+    }
+
+    // The text of an element that holds nothing else, in one piece or around comments.
+    bool readText(const Tag& tag, std::string& text) {
+        text.clear();
+        for (Piece piece; scanner_.readPiece(tag, piece);) {
+            switch (piece.kind) {
+                case Piece::Kind::End:
+                    return true;
+                case Piece::Kind::Start:
+                    return refuse(piece.tag, "element within text");
+                case Piece::Kind::Cdata:
+                    text += piece.text;
+                    break;
+                case Piece::Kind::Text:
+                    if (!appendData(piece.text, text)) return false;
+            }
+        }
+        return false;
+    }
+
+    bool appendData(std::string_view data, std::string& text) {
+        if (isTextLiteral_) {
+            text += data;
+            return true;
+        }
+        const auto refusal = appendCharacterData(text, data, version_);
+        if (!refusal) return true;
+        return scanner_.refuse(scanner_.offsetOf(data) + refusal->offset, refusal->reason);
+    }
+
+    // Visits the elements of one that holds elements alone, until `visit` answers false.
+    template <typename Visit>
+    bool eachElement(const Tag& tag, Visit visit) {
+        for (Piece piece; scanner_.readPiece(tag, piece);) {
+            switch (piece.kind) {
+                case Piece::Kind::End:
+                    return true;
+                case Piece::Kind::Start:
+                    if (!visit(piece.tag)) return false;
+                    break;
+                case Piece::Kind::Cdata:
+                    return refuseText(piece.text);
+                case Piece::Kind::Text:
+                    if (!isXmlBlank(piece.text)) return refuseText(piece.text);
+            }
+        }
+        return false;
+    }
+
+    bool refuseText(std::string_view text) {
+        const auto stray = std::ranges::find_if_not(text, isXmlSpace);
+        const auto before = static_cast<std::size_t>(stray - text.begin());
+        return scanner_.refuse(scanner_.offsetOf(text) + before, "text between values");
+    }
+
+    bool refuse(const Tag& tag, std::string_view reason) {
+        return scanner_.refuse(tag.offset, reason);
+    }
+
+    Scanner& scanner_;
+    XmlVersion version_;
+    bool isTextLiteral_;
+    std::string scratch_;
+    std::deque<PropertyListValue> waiting_;  // those of the open arrays, the innermost behind
+};
+
+// What follows the declaration, its line ends plain.
+std::optional<PropertyListValue> readBody(std::string_view body, XmlVersion version,
+                                          XmlRefusal& refusal) {
+    const auto outline = xmlOutline(body, kPropertyListMaxDepth + 1, refusal);
+    if (!outline) return std::nullopt;
+    Scanner scanner(body, outline->root, refusal);
+    std::optional<PropertyListValue> value(std::in_place);
+    if (!Reader(scanner, version, outline->isTextLiteral).readPlist(*value)) value.reset();
+    return value;
+}
+
+std::optional<PropertyListValue> readDocument(std::string_view xml, XmlRefusal& refusal) {
+    const auto declaration = xmlDeclaration(xml, refusal);
+    if (!declaration) return std::nullopt;
+    const XmlVersion version = declaration->version;
+    if (const auto refused = refusedXmlCharacter(xml, version)) {
+        refusal = *refused;
+        return std::nullopt;
+    }
+    const auto source = xml.substr(declaration->size);
+    // Most documents have none but plain ones, and need no copy.
+    const bool isPlain = !hasOtherLineEnds(source, version);
+    auto value = isPlain ? readBody(source, version, refusal)
+                         : readBody(withPlainLineEnds(source, version), version, refusal);
+    if (!value) {
+        refusal.offset =
+            declaration->size + offsetBeforePlainLineEnds(source, version, refusal.offset);
+    }
+    return value;
+}
+
+}  // namespace
+
+std::optional<PropertyListValue> propertyListFromXml(std::string_view xml,
+                                                     std::optional<XmlPropertyListError>* error) {
+    XmlRefusal refusal{};
+    auto value = readDocument(xml, refusal);
+    if (!value && error != nullptr) *error = XmlPropertyListError{refusal.offset, refusal.reason};
+    return value;
+}
+
+}  // namespace halvane

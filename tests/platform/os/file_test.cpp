@@ -1,0 +1,233 @@
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <time.h>
+#include <vector>
+
+#include "halvane/platform/os/file_internal.h"
+#include "halvane/platform/os/up_time_internal.h"
+
+#include "tests/support/child_process.h"
+#include "tests/support/file_size_limit.h"
+#include "tests/support/temporary_folder.h"
+
+namespace fs = std::filesystem;
+
+using halvane::FileLock;
+using halvane::makeFolders;
+using halvane::readFile;
+using halvane::replaceFile;
+using halvane::setFileAside;
+using halvane::testing::isFileSizeSignalUntouched;
+using halvane::testing::isTrueInChild;
+using halvane::testing::limitFileSize;
+using halvane::testing::TemporaryFolder;
+
+namespace {
+
+void put(const fs::path& path, const std::string& contents) {
+    std::ofstream(path, std::ios::binary) << contents;
+}
+
+TEST(File, IsReadUpToTheLimit) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "file").string();
+    // Around the size of the steps that a file is read in.
+    for (const std::size_t size : {0u, 1u, 65535u, 65536u, 65537u, 200000u}) {
+        const std::string text(size, 'x');
+        put(path, text);
+        for (const std::size_t limit : {size, size + 1, size + 100000}) {
+            const auto file = readFile(path, limit);
+            EXPECT_EQ(file.status, kStatusOK);
+            EXPECT_TRUE(file.isThere);
+            EXPECT_FALSE(file.isTooLong);
+            EXPECT_EQ(file.text, text);
+        }
+        if (size > 0) {
+            EXPECT_TRUE(readFile(path, size - 1).isTooLong);
+            EXPECT_EQ(readFile(path, size - 1).text, "");
+        }
+    }
+}
+
+TEST(File, IsNoFailureWhereItIsNot) {
+    const TemporaryFolder folder;
+    put(folder.path() / "file", "");
+    for (const char* name : {"none", "none/none", "file/none"}) {
+        const auto file = readFile((folder.path() / name).string(), 100);
+        EXPECT_EQ(file.status, kStatusOK) << name;
+        EXPECT_FALSE(file.isThere) << name;
+    }
+}
+
+TEST(File, IsReplacedAsAWhole) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "file").string();
+    EXPECT_EQ(replaceFile(path, "first"), kStatusOK);
+    EXPECT_EQ(readFile(path, 100).text, "first");
+    // Who has the old one open keeps it.
+    std::ifstream old(path, std::ios::binary);
+    EXPECT_EQ(replaceFile(path, ""), kStatusOK);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(old), {}), "first");
+    EXPECT_TRUE(readFile(path, 100).isThere);
+    EXPECT_EQ(readFile(path, 100).text, "");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
+    EXPECT_EQ(replaceFile((folder.path() / "none" / "file").string(), "x"), kStatusBadPath);
+}
+
+TEST(File, LeavesNoNewOneBehindWhereItCannotBeReplaced) {
+    const TemporaryFolder folder;
+    const auto path = folder.path() / "file";
+    fs::create_directories(path / "in the way");
+    EXPECT_EQ(replaceFile(path.string(), "text"), kStatusCannotOpen);
+    EXPECT_TRUE(fs::is_directory(path));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(File, StaysAsItWasWhereTheNewOneWouldBeTooLarge) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "file").string();
+    put(path, "old");
+    EXPECT_TRUE(isTrueInChild([&path] {
+        return limitFileSize(4) && replaceFile(path, "longer") == kStatusNoRoom &&
+               isFileSizeSignalUntouched();
+    }));
+    EXPECT_EQ(readFile(path, 100).text, "old");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(File, GoesIntoFoldersThatAreMade) {
+    const TemporaryFolder folder;
+    const auto path = folder.path() / "a" / "b" / "c";
+    EXPECT_EQ(makeFolders(path.string()), kStatusOK);
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(makeFolders(path.string()), kStatusOK);
+    EXPECT_EQ(makeFolders(path.string() + "//d/"), kStatusOK);
+    EXPECT_TRUE(fs::is_directory(path / "d"));
+    put(path / "file", "");
+    EXPECT_EQ(makeFolders((path / "file" / "e").string()), kStatusBadPath);
+    EXPECT_EQ(makeFolders("/"), kStatusOK);
+}
+
+TEST(File, IsSetAsideUntilTheNamesRunOut) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "file").string();
+    put(path, "damaged");
+    put(path + ".damaged", "earlier");
+    for (int i = 2; i < 9999; ++i) put(path + ".damaged." + std::to_string(i), "");
+    HalvaneStatus status = kStatusOK;
+    EXPECT_EQ(setFileAside(path, status), path + std::string(halvane::kLongestFileSuffix));
+    EXPECT_EQ(status, kStatusOK);
+    EXPECT_FALSE(fs::exists(path));
+    EXPECT_EQ(readFile(path + ".damaged", 100).text, "earlier");
+
+    put(path, "damaged again");
+    EXPECT_EQ(setFileAside(path, status), std::nullopt);
+    EXPECT_EQ(status, kStatusNoRoom);
+    EXPECT_EQ(readFile(path, 100).text, "damaged again");
+}
+
+TEST(File, LetsOneHolderOfALockInAtATime) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "lock").string();
+    constexpr int kRounds = 2000;
+    // Two steps, between which another holder would lose one.
+    std::atomic<int> count = 0;
+    const auto countUp = [&] {
+        for (int i = 0; i < kRounds; ++i) {
+            const FileLock lock(path);
+            ASSERT_EQ(lock.status(), kStatusOK);
+            const int before = count;
+            std::this_thread::yield();
+            count = before + 1;
+        }
+    };
+    std::thread other(countUp);
+    countUp();
+    other.join();
+    EXPECT_EQ(count, 2 * kRounds);
+    EXPECT_EQ(FileLock((folder.path() / "none" / "lock").string()).status(), kStatusBadPath);
+}
+
+// Whether somebody waits for the lock, and is the next.
+bool isWaitedFor(const std::string& path) {
+    const halvane::FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC));
+    struct flock turn {};
+    turn.l_type = F_WRLCK;
+    turn.l_start = 1;
+    turn.l_len = 1;
+    EXPECT_EQ(::fcntl(file.number(), F_OFD_GETLK, &turn), 0);
+    return turn.l_type != F_UNLCK;
+}
+
+TEST(File, GivesALockToWhoWaitsBeforeItsHolderHasItAgain) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "lock").string();
+    for (int round = 0; round < 20; ++round) {
+        std::atomic<bool> hadIt = false;
+        std::optional<FileLock> held(path);
+        std::thread waiter([&] {
+            const FileLock lock(path);
+            hadIt = lock.status() == kStatusOK;
+        });
+        while (!isWaitedFor(path)) std::this_thread::yield();
+        held.reset();
+        held.emplace(path);
+        EXPECT_EQ(held->status(), kStatusOK);
+        EXPECT_TRUE(hadIt);
+        held.reset();
+        waiter.join();
+    }
+}
+
+// Who has the lock here keeps it for longer than any waiter pauses, so that all who want it wait.
+TEST(File, HandsALockRoundAmongAllWhoWantItAgain) {
+    constexpr std::size_t kWaiters = 4;
+    constexpr std::size_t kTurns = 120;
+    constexpr timespec kHold = {0, 3'000'000};
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "lock").string();
+    std::mutex mutex;
+    std::vector<std::size_t> turns;  // guarded by the mutex, which a sanitizer sees
+    std::vector<std::thread> waiters;
+    for (std::size_t i = 0; i < kWaiters; ++i) {
+        waiters.emplace_back([&, i] {
+            for (bool isDone = false; !isDone;) {
+                const FileLock lock(path);
+                ASSERT_EQ(lock.status(), kStatusOK);
+                {
+                    const std::scoped_lock guard(mutex);
+                    isDone = turns.size() >= kTurns;
+                    if (!isDone) turns.push_back(i);
+                }
+                ::nanosleep(&kHold, nullptr);
+            }
+        });
+    }
+    for (std::thread& waiter : waiters) waiter.join();
+    for (std::size_t i = 0; i < kWaiters; ++i) {
+        EXPECT_GE(std::ranges::count(turns, i), 12) << i;
+    }
+}
+
+TEST(File, WaitsForALockTenSecondsAtMost) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "lock").string();
+    const halvane::ScopedUpTime clock;
+    const FileLock held(path);
+    ASSERT_EQ(held.status(), kStatusOK);
+    EXPECT_EQ(FileLock(path).status(), kStatusCannotOpen);
+    EXPECT_GE(clock.now(), 10'000'000'000u);
+    EXPECT_LT(clock.now(), 10'100'000'000u);
+}
+
+}  // namespace
