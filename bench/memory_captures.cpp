@@ -18,9 +18,9 @@
 #include "bench/memory_table.h"
 #include "tools/halvane/bss_table.h"
 #include "tools/halvane/capture_reader.h"
-#include "tools/halvane/format.h"
 #include "tools/halvane/frame_record.h"
-#include "tools/halvane/record_writer.h"
+#include "tools/halvane/output/format.h"
+#include "tools/halvane/output/record_writer.h"
 
 using namespace halvane::tool;
 using halvane::ByteBuffer;

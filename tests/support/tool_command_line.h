@@ -13,8 +13,8 @@
 #include "halvane/utils/cli.h"
 
 #include "tests/support/captured_stream.h"
-#include "tools/halvane/argument.h"
-#include "tools/halvane/command.h"
+#include "tools/halvane/commands/command.h"
+#include "tools/halvane/options/argument.h"
 
 namespace halvane::testing {
 

@@ -7,8 +7,8 @@
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
-#include "tools/halvane/json_value.h"
-#include "tools/halvane/record_json.h"
+#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/record_json.h"
 
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;

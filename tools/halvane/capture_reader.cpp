@@ -11,7 +11,7 @@
 
 #include "halvane/base/byte_cursor.h"
 
-#include "tools/halvane/message.h"
+#include "tools/halvane/output/message.h"
 
 namespace halvane::tool {
 

@@ -5,10 +5,10 @@
 #include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
 
-#include "tools/halvane/command.h"
-#include "tools/halvane/message.h"
-#include "tools/halvane/standard_files.h"
-#include "tools/halvane/standard_output.h"
+#include "tools/halvane/commands/command.h"
+#include "tools/halvane/output/message.h"
+#include "tools/halvane/output/standard_files.h"
+#include "tools/halvane/output/standard_output.h"
 
 namespace halvane::tool {
 namespace {

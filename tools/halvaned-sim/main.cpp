@@ -13,7 +13,7 @@
 #include "halvane/utils/cli.h"
 #include "halvane/utils/log.h"
 
-#include "tools/halvane/standard_files.h"
+#include "tools/halvane/output/standard_files.h"
 #include "tools/halvaned-sim/control.h"
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/message.h"

@@ -6,7 +6,7 @@
 
 #include "halvane/base/byte_buffer.h"
 
-#include "tools/halvane/escape_text.h"
+#include "tools/halvane/output/escape_text.h"
 
 namespace halvane::sim {
 

@@ -1,0 +1,140 @@
+// The channels of the 2.4 GHz and 5 GHz bands: all of them, or those asked for.
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "halvane/base/number.h"
+#include "halvane/base/property_list_value.h"
+#include "halvane/regulatory/channel.h"
+#include "halvane/utils/cli.h"
+
+#include "tools/halvane/commands/command.h"
+#include "tools/halvane/options/argument.h"
+#include "tools/halvane/output/format.h"
+#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/message.h"
+#include "tools/halvane/output/print_records.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// A channel number is one octet in every element; each frequency in MHz is far above.
+constexpr std::uint64_t kLastNumber = 255;
+constexpr std::uint64_t kLastFrequency = 99999;
+
+struct Channel {
+    unsigned number;
+    unsigned frequency;  // MHz
+    unsigned extension;  // the other half of a channel of 40 MHz; 0 for none
+};
+
+std::optional<Channel> channelOfNumber(unsigned number) {
+    const unsigned frequency = HalvaneChannel::channelFrequencyForNumber(number);
+    if (frequency == 0) return std::nullopt;
+    return Channel{number, frequency, HalvaneChannel::channelExtensionForNumber(number)};
+}
+
+// The map answers something for an unknown frequency too: only its own frequency counts.
+std::optional<Channel> channelOfFrequency(unsigned frequency) {
+    const auto channel = channelOfNumber(HalvaneChannel::channelNumberForFrequency(frequency));
+    if (!channel || channel->frequency != frequency) return std::nullopt;
+    return channel;
+}
+
+std::vector<Channel> allChannels() {
+    std::vector<Channel> channels;
+    for (unsigned number = 1; number <= kLastNumber; ++number) {
+        if (const auto channel = channelOfNumber(number)) channels.push_back(*channel);
+    }
+    return channels;
+}
+
+// The channels asked for; `areAllKnown` becomes false where there is no such channel.
+std::vector<Channel> channelsOf(const std::vector<unsigned>& asked, bool& areAllKnown) {
+    std::vector<Channel> channels;
+    for (const unsigned value : asked) {
+        const bool isNumber = value <= kLastNumber;
+        if (const auto channel = isNumber ? channelOfNumber(value) : channelOfFrequency(value)) {
+            channels.push_back(*channel);
+            continue;
+        }
+        areAllKnown = false;
+        const std::string text = std::to_string(value);
+        complain("channels: " +
+                 (isNumber ? "no channel " + text : "no channel at " + text + " MHz"));
+    }
+    return channels;
+}
+
+void printTable(const std::vector<Channel>& channels) {
+    if (channels.empty()) return;
+    std::puts("Channel  Frequency  Extension");
+    for (const Channel& channel : channels) {
+        const auto extension = channel.extension != 0 ? std::to_string(channel.extension) : "-";
+        std::printf("%7u  %5u MHz  %9s\n", channel.number, channel.frequency, extension.c_str());
+    }
+}
+
+// What programs read of a channel: each name and its value.
+template <typename Take>
+void forEachMember(const Channel& channel, Take take) {
+    take("channelNumber", channel.number);
+    take("channelFrequency", channel.frequency);
+    if (channel.extension != 0) take("extensionChannel", channel.extension);
+}
+
+JSON jsonOf(const Channel& channel) {
+    JSON object = JSON::object();
+    forEachMember(channel, [&](const char* name, unsigned value) { object[name] = value; });
+    return object;
+}
+
+PropertyListDictionary propertyListOf(const Channel& channel) {
+    PropertyListDictionary dictionary;
+    forEachMember(channel,
+                  [&](const char* name, unsigned value) { dictionary.set(name, Number(value)); });
+    return dictionary;
+}
+
+void print(const std::vector<Channel>& channels, Format format) {
+    if (format == Format::Text) return printTable(channels);
+    printRecords(channels, format, jsonOf, propertyListOf);
+}
+
+}  // namespace
+
+CLIOption gChannelsOptions[] = {
+    formatOption("json, plist: one document; jsonl: a line a channel."),
+    {.type = kCLIArgument,
+     .longName = "NUMBER|FREQUENCY...",
+     .flags = kCLIOptionalValue,
+     .shortHelp = "only these: up to 255 a channel, above a frequency in MHz"},
+    {.type = kCLISection,
+     .shortHelp = "EXIT STATUS",
+     .longHelp = "0 done; 1 a channel is not known, or the output could not be written; 2 usage."},
+    {.type = kCLIEnd},
+};
+
+int channelsCommand() {
+    const std::vector<std::string> arguments = takeArguments();
+    const auto format = takeFormat();
+    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("channels", *error);
+    std::vector<unsigned> asked;
+    for (const std::string& argument : arguments) {
+        const auto value = decimalOf(argument);
+        if (!value || *value > kLastFrequency) {
+            return refuse("channels",
+                          "'" + argument + "' is no channel number and no frequency in MHz");
+        }
+        asked.push_back(static_cast<unsigned>(*value));
+    }
+    bool areAllKnown = true;
+    print(asked.empty() ? allChannels() : channelsOf(asked, areAllKnown), std::get<Format>(format));
+    return areAllKnown ? kExitDone : kExitFailed;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,66 @@
+// The commands of the tool.
+#ifndef TOOLS_HALVANE_COMMANDS_COMMAND_H
+#define TOOLS_HALVANE_COMMANDS_COMMAND_H
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "halvane/utils/cli.h"
+
+#include "tools/halvane/options/argument.h"
+
+namespace halvane::tool {
+
+// Exit statuses of every command.
+inline constexpr int kExitDone = 0;
+inline constexpr int kExitFailed = 1;
+inline constexpr int kExitUsage = 2;
+
+// What a command does once its options are parsed; it answers the exit status.
+using Command = int (*)();
+
+// Tells why the command cannot do what is asked of it, and answers kExitUsage.
+int refuse(const char* command, const std::string& message);
+int refuse(const char* command, const UsageError& error);
+
+// Runs it. What it throws becomes a message and kExitFailed.
+int exitStatusOf(Command command) noexcept;
+
+// The exit status for what CLIParse() answered; for 0 it is that of the command. Says where memory
+// ran out, for the parser does not.
+int exitStatusOfParser(std::int32_t status) noexcept;
+
+// A command as the handler of an option table: its status goes to gExitCode.
+template <Command command>
+void handle() {
+    gExitCode = exitStatusOf(command);
+}
+
+// The options of each command, and the command.
+extern CLIOption gDecodeOptions[];
+int decodeCommand();
+extern CLIOption gChannelsOptions[];
+int channelsCommand();
+extern CLIOption gSKUsOptions[];
+int skusCommand();
+extern CLIOption gCountriesOptions[];
+int countriesCommand();
+extern CLIOption gCountryOptions[];
+int countryCommand();
+extern CLIOption gPINOptions[];
+int pinCommand();
+extern CLIOption gPSKOptions[];
+int pskCommand();
+extern CLIOption gConfigOptions[];
+int configCommand();
+
+// Commands that talk to the Wi-Fi daemon, as rows of the command table.
+std::span<const CLIOption> daemonListCommands();
+std::span<const CLIOption> daemonActionCommands();
+std::span<const CLIOption> loggingCommands();
+std::span<const CLIOption> monitorCommands();
+
+}  // namespace halvane::tool
+
+#endif

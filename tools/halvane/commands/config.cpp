@@ -1,0 +1,58 @@
+// The BSS configuration that options make.
+#include <string>
+#include <variant>
+
+#include "halvane/model/bss_config.h"
+#include "halvane/utils/cli.h"
+
+#include "tools/halvane/commands/command.h"
+#include "tools/halvane/options/argument.h"
+#include "tools/halvane/options/config_options.h"
+#include "tools/halvane/output/config_json.h"
+#include "tools/halvane/output/format.h"
+#include "tools/halvane/output/message.h"
+#include "tools/halvane/output/print_records.h"
+#include "tools/halvane/output/standard_output.h"
+
+namespace halvane::tool {
+
+namespace {
+
+void print(const HalvaneBSSConfig& configuration, Format format) {
+    if (format != Format::Text) {
+        return printRecord(jsonOf(configuration), configuration.skeletonRepresentation(), format);
+    }
+    put(configuration.description());
+}
+
+}  // namespace
+
+CLIOption gConfigOptions[] = {
+    HALVANE_CONFIG_OPTIONS,
+    formatOption("json, plist: one document; jsonl: one line; plist: the skeleton."),
+    {.type = kCLISection,
+     .shortHelp = "EXIT STATUS",
+     .longHelp =
+         "0 done; 1 the passphrase could not be read, it is too long, or no key is made of\n"
+         "it, or the output could not be written; 2 usage."},
+    {.type = kCLIEnd},
+};
+
+int configCommand() {
+    const auto words = takeArguments();
+    const auto options = takeConfigOptions();
+    const auto format = takeFormat();
+    // Not repeated, for it may be the passphrase.
+    if (!words.empty()) return refuse("config", "takes options only");
+    if (const auto* error = std::get_if<UsageError>(&options)) return refuse("config", *error);
+    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("config", *error);
+    const auto configuration = configurationOf(std::get<ConfigOptions>(options));
+    if (const auto* problem = std::get_if<std::string>(&configuration)) {
+        complain("config: " + *problem);
+        return kExitFailed;
+    }
+    print(std::get<HalvaneBSSConfig>(configuration), std::get<Format>(format));
+    return kExitDone;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,95 @@
+// One country and its channels.
+#include "halvane/regulatory/country.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "halvane/regulatory/sku.h"
+#include "halvane/utils/cli.h"
+
+#include "tools/halvane/commands/command.h"
+#include "tools/halvane/options/argument.h"
+#include "tools/halvane/output/channel_table.h"
+#include "tools/halvane/output/format.h"
+#include "tools/halvane/output/message.h"
+#include "tools/halvane/output/print_records.h"
+#include "tools/halvane/output/regulatory_json.h"
+#include "tools/halvane/output/standard_output.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// Ways to find a country of a SKU; null where it has none.
+const HalvaneCountry* findByFriendlyName(const HalvaneSKU& sku, const std::string& text) {
+    return sku.findCountryByFriendlyName(text);
+}
+
+const HalvaneCountry* findByISOName(const HalvaneSKU& sku, const std::string& text) {
+    return sku.findCountryByISOName(text);
+}
+
+const HalvaneCountry* findByISONumber(const HalvaneSKU& sku, const std::string& text) {
+    const auto number = signedDecimalOf(text);
+    const auto found = std::ranges::find_if(sku.countries(), [&](const HalvaneCountry& country) {
+        return number == country.isoCode();
+    });
+    return found != sku.countries().end() ? &*found : nullptr;
+}
+
+std::optional<HalvaneCountry> countryOf(const std::string& text) {
+    const auto skus = HalvaneSKU::createDefaultSKUList();
+    for (const auto find : {findByFriendlyName, findByISOName, findByISONumber}) {
+        for (const HalvaneSKU& sku : skus) {
+            if (const auto* country = find(sku, text)) return *country;
+        }
+    }
+    return std::nullopt;
+}
+
+void printTable(const HalvaneCountry& country) {
+    put(country.description() + '\n');
+    printChannelTable(country.channels());
+}
+
+void print(const HalvaneCountry& country, Format format) {
+    if (format == Format::Text) return printTable(country);
+    printRecord(jsonOf(country), country.skeletonRepresentation(), format);
+}
+
+}  // namespace
+
+CLIOption gCountryOptions[] = {
+    formatOption("json, jsonl: its object, on several lines or on one; plist: its skeleton."),
+    {.type = kCLIArgument,
+     .longName = "NAME|ISO",
+     .shortHelp = "its name, or its ISO name or number (GB, 826)",
+     .longHelp = "A number below 0 stands behind the end of the options: halvane country -- -1."},
+    {.type = kCLISection,
+     .shortHelp = "EXIT STATUS",
+     .longHelp =
+         "0 done; 1 there is no such country, or the output could not be written; 2 usage."},
+    {.type = kCLIEnd},
+};
+
+int countryCommand() {
+    const std::vector<std::string> arguments = takeArguments();
+    const auto format = takeFormat();
+    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("country", *error);
+    if (arguments.empty()) return refuse("country", "no country to print");
+    if (arguments.size() > 1) {
+        return refuse("country", "takes one country; quote a name of several words");
+    }
+    const auto country = countryOf(arguments[0]);
+    if (!country) {
+        complain("country: no country '" + arguments[0] + "' ('halvane countries' lists them)");
+        return kExitFailed;
+    }
+    print(*country, std::get<Format>(format));
+    return kExitDone;
+}
+
+}  // namespace halvane::tool

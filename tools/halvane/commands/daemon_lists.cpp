@@ -1,0 +1,291 @@
+// The lists that the Wi-Fi daemon answers with.
+#include <cinttypes>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "halvane/base/error.h"
+#include "halvane/base/number.h"
+#include "halvane/ie/fancy_formatting.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/bss_option_words.h"
+#include "halvane/model/client.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
+#include "halvane/regulatory/channel.h"
+#include "halvane/utils/cli.h"
+
+#include "tools/halvane/commands/command.h"
+#include "tools/halvane/commands/daemon_session.h"
+#include "tools/halvane/options/argument.h"
+#include "tools/halvane/output/channel_table.h"
+#include "tools/halvane/output/config_json.h"
+#include "tools/halvane/output/escape_text.h"
+#include "tools/halvane/output/format.h"
+#include "tools/halvane/output/model_json.h"
+#include "tools/halvane/output/print_records.h"
+#include "tools/halvane/output/regulatory_json.h"
+#include "tools/halvane/output/text_table.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// --- Cells of tables; "-" for what is absent ---
+
+std::string cellOf(const std::string& text) {
+    return text.empty() ? "-" : escapeText(text);
+}
+
+std::string cellOf(const std::optional<std::string>& text) {
+    return cellOf(text.value_or(""));
+}
+
+std::string addressCell(const std::optional<ByteBuffer>& address) {
+    return cellOf(address ? FancyFormatting::formattedMAC(*address) : "");
+}
+
+std::string cellOf(const std::optional<Number>& number) {
+    return number ? number->description() : "-";
+}
+
+// Microseconds of up-time, 0 for never, in seconds.
+std::string secondsCell(std::uint64_t microseconds) {
+    if (microseconds == 0) return "-";
+    char text[32];
+    std::snprintf(text, sizeof(text), "%" PRIu64 ".%03u s", microseconds / 1000000,
+                  static_cast<unsigned>(microseconds / 1000 % 1000));
+    return text;
+}
+
+std::string securityCell(const HalvaneBSSConfig& config) {
+    std::string words;
+#define HALVANE_ADD_WORD(word, getter, setter) \
+    if (config.getter()) words.append(words.empty() ? "" : ",").append(word);
+    HALVANE_BSS_SECURITY_WORDS(HALVANE_ADD_WORD)
+#undef HALVANE_ADD_WORD
+    return cellOf(words);
+}
+
+// --- Tables ---
+
+constexpr Column<HalvaneDevice> kDeviceColumns[] = {
+    {"Index", Align::Right,
+     [](const auto& device) { return std::to_string(device.deviceIndex()); }},
+    {"Chains", Align::Right,
+     [](const auto& device) { return std::to_string(device.numRadioChains()); }},
+    {"MAC address", Align::Left,
+     [](const auto& device) { return addressCell(device.MACAddress()); }},
+};
+
+constexpr Column<HalvaneInterface> kInterfaceColumns[] = {
+    {"Interface", Align::Left, [](const auto& interface) { return cellOf(interface.ifName()); }},
+    {"Role", Align::Left, [](const auto& interface) { return cellOf(interface.ifRole()); }},
+    {"Subsystem", Align::Left,
+     [](const auto& interface) { return cellOf(interface.ifSubsystem()); }},
+    {"Channels", Align::Right,
+     [](const auto& interface) { return std::to_string(interface.availableChannels().size()); }},
+    {"MAC address", Align::Left,
+     [](const auto& interface) { return addressCell(interface.ifMAC()); }},
+};
+
+constexpr Column<HalvaneBSSConfig> kConfigColumns[] = {
+    {"Order", Align::Right,
+     [](const auto& config) { return std::to_string(config.preferredOrder()); }},
+    {"Channel", Align::Right,
+     [](const auto& config) {
+         return config.channel() != 0 ? std::to_string(config.channel()) : std::string("any");
+     }},
+    {"Security", Align::Left, securityCell},
+    {"SSID", Align::Left,
+     [](const auto& config) { return config.ssid() ? escapeSSID(config.ssid()->bytes()) : "-"; }},
+};
+
+constexpr Column<HalvaneClient> kClientColumns[] = {
+    {"MAC address", Align::Left, [](const auto& client) { return addressCell(client.mac()); }},
+    {"Associated", Align::Left,
+     [](const auto& client) { return std::string(client.isAssociated() ? "yes" : "no"); }},
+    {"RSSI", Align::Right, [](const auto& client) { return cellOf(client.RSSI()); }},
+    {"Joined", Align::Right, [](const auto& client) { return secondsCell(client.joinTime()); }},
+    {"Left", Align::Right, [](const auto& client) { return secondsCell(client.leftTime()); }},
+    {"Reason", Align::Right,
+     [](const auto& client) { return std::to_string(client.deauthReason()); }},
+};
+
+// --- The commands ---
+
+enum class Operand { None, Optional, Required };
+
+using InterfaceName = std::optional<std::string>;
+
+template <typename Record>
+struct List {
+    const char* name;
+    Operand interface;
+    std::vector<Record> (*query)(HalvaneXPCClient&, const InterfaceName&, std::optional<Error>*);
+    void (*printText)(const std::vector<Record>&);
+};
+
+constexpr List<HalvaneDevice> kDevices = {
+    "devices", Operand::None,
+    [](auto& client, const auto&, auto* error) { return client.queryDeviceList(error); },
+    [](const auto& devices) { printTable<HalvaneDevice>(kDeviceColumns, devices); }};
+
+constexpr List<HalvaneInterface> kInterfaces = {
+    "interfaces", Operand::None,
+    [](auto& client, const auto&, auto* error) { return client.queryInterfaceList(error); },
+    [](const auto& interfaces) { printTable<HalvaneInterface>(kInterfaceColumns, interfaces); }};
+
+constexpr List<HalvaneChannel> kChannelList = {
+    "channel-list", Operand::Required,
+    [](auto& client, const auto& interface, auto* error) {
+        return client.queryChannelList_error(*interface, error);
+    },
+    printChannelTable};
+
+constexpr List<HalvaneBSSConfig> kConfigs = {
+    "configs", Operand::Optional,
+    [](auto& client, const auto& interface, auto* error) {
+        return client.queryBSSConfigList_error(interface, error);
+    },
+    [](const auto& configs) { printTable<HalvaneBSSConfig>(kConfigColumns, configs); }};
+
+constexpr List<HalvaneClient> kClients = {
+    "clients", Operand::None,
+    [](auto& client, const auto& interface, auto* error) {
+        return client.queryClientList_error(interface, error);
+    },
+    [](const auto& clients) { printTable<HalvaneClient>(kClientColumns, clients); }};
+
+std::optional<UsageError> problemOf(const std::vector<std::string>& arguments, Operand interface) {
+    if (interface == Operand::None && !arguments.empty()) {
+        return UsageError{"takes no argument ('" + arguments[0] + "')"};
+    }
+    if (arguments.size() > 1) return UsageError{"takes one interface"};
+    if (interface == Operand::Required && arguments.empty()) return UsageError{"no interface"};
+    if (!arguments.empty() && !isInterfaceName(arguments[0])) {
+        return UsageError{"'" + arguments[0] + "' is no name of an interface"};
+    }
+    return std::nullopt;
+}
+
+template <typename Record>
+void print(const std::vector<Record>& records, Format format,
+           void (*printText)(const std::vector<Record>&)) {
+    if (format == Format::Text) return printText(records);
+    printRecords(
+        records, format, [](const Record& record) { return jsonOf(record); },
+        [](const Record& record) { return record.skeletonRepresentation(); });
+}
+
+template <const auto& list>
+int printList() {
+    const std::vector<std::string> arguments = takeArguments();
+    const auto format = takeFormat();
+    if (const auto* error = std::get_if<UsageError>(&format)) return refuse(list.name, *error);
+    if (const auto problem = problemOf(arguments, list.interface)) {
+        return refuse(list.name, *problem);
+    }
+    const auto interface = arguments.empty() ? InterfaceName() : InterfaceName(arguments[0]);
+    std::optional<Error> error;
+    const auto records = list.query(*connectToDaemon(), interface, &error);
+    if (error) return failFor(list.name, *error);
+    print(records, std::get<Format>(format), list.printText);
+    return kExitDone;
+}
+
+// --- Their options ---
+
+constexpr CLIOption kExitStatus = {
+    .type = kCLISection,
+    .shortHelp = "EXIT STATUS",
+    .longHelp =
+        "0 done; 1 there is no daemon, it answered with a status other than 0, or the output\n"
+        "could not be written; 2 usage."};
+
+CLIOption gListOptions[][3] = {
+    {formatOption("json, plist: one document; jsonl: a line a device."),
+     kExitStatus,
+     {.type = kCLIEnd}},
+    {formatOption(
+         "json, plist: one document; jsonl: a line an interface; each with its device and\n"
+         "its channels."),
+     kExitStatus,
+     {.type = kCLIEnd}},
+    {formatOption("json, plist: one document; jsonl: a line a client; each with its BSS record."),
+     kExitStatus,
+     {.type = kCLIEnd}},
+};
+
+CLIOption gChannelListOptions[] = {
+    formatOption("json, plist: one document; jsonl: a line a channel."),
+    {.type = kCLIArgument, .longName = "INTERFACE", .shortHelp = "its name: wlan0"},
+    kExitStatus,
+    {.type = kCLIEnd},
+};
+
+CLIOption gConfigsOptions[] = {
+    formatOption(
+        "json, plist: one document; jsonl: a line a configuration; each with its passphrase\n"
+        "and key."),
+    {.type = kCLIArgument,
+     .longName = "INTERFACE",
+     .flags = kCLIOptionalValue,
+     .shortHelp = "only those of this one"},
+    kExitStatus,
+    {.type = kCLIEnd},
+};
+
+constexpr CLIOption kCommands[] = {
+    {.type = kCLICommand,
+     .longName = kDevices.name,
+     .handler = handle<printList<kDevices>>,
+     .subOptions = gListOptions[0],
+     .shortHelp = "print the daemon's Wi-Fi devices",
+     .longHelp = "Prints the devices that the Wi-Fi daemon has: number, radio chains, address."},
+    {.type = kCLICommand,
+     .longName = kInterfaces.name,
+     .handler = handle<printList<kInterfaces>>,
+     .subOptions = gListOptions[1],
+     .shortHelp = "print the daemon's interfaces",
+     .longHelp =
+         "Prints the network interfaces that the Wi-Fi daemon has: name, role, subsystem, count\n"
+         "of channels, address."},
+    {.type = kCLICommand,
+     .longName = kChannelList.name,
+     .handler = handle<printList<kChannelList>>,
+     .subOptions = gChannelListOptions,
+     .shortHelp = "print the channels of an interface",
+     .longHelp =
+         "Prints the channels that the Wi-Fi daemon has for an interface, with the flags that\n"
+         "'halvane country' tells."},
+    {.type = kCLICommand,
+     .longName = kConfigs.name,
+     .handler = handle<printList<kConfigs>>,
+     .subOptions = gConfigsOptions,
+     .shortHelp = "print the daemon's BSS configurations",
+     .longHelp =
+         "Prints the configurations of networks that the Wi-Fi daemon holds, of all interfaces\n"
+         "or of one: preferred order, channel, security, SSID."},
+    {.type = kCLICommand,
+     .longName = kClients.name,
+     .handler = handle<printList<kClients>>,
+     .subOptions = gListOptions[2],
+     .shortHelp = "print the stations of hosted networks",
+     .longHelp =
+         "Prints the stations that the Wi-Fi daemon knows, of all interfaces: address, whether it\n"
+         "is associated, its signal in dBm, when it joined and left in seconds of the daemon's\n"
+         "up-time, and the reason code of its last deauthentication."},
+};
+
+}  // namespace
+
+std::span<const CLIOption> daemonListCommands() {
+    return kCommands;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,150 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unistd.h>
+#include <variant>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/ie/mac.h"
+
+#include "tools/halvane/beacon_frame.h"
+#include "tools/halvane/bss_table.h"
+#include "tools/halvane/capture_reader.h"
+#include "tools/halvane/commands/command.h"
+#include "tools/halvane/frame_record.h"
+#include "tools/halvane/options/argument.h"
+#include "tools/halvane/options/decode_options.h"
+#include "tools/halvane/options/hex_input.h"
+#include "tools/halvane/output/escape_text.h"
+#include "tools/halvane/output/message.h"
+#include "tools/halvane/output/progress_bar.h"
+#include "tools/halvane/output/record_writer.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// The asked SSID may be given as its octets, or as the tool prints them.
+bool isSSID(const std::optional<ByteBuffer>& ssid, const std::string& asked) {
+    return ssid && (*ssid == ByteBuffer::fromText(asked) || escapeSSID(ssid->bytes()) == asked);
+}
+
+// The frames of a file whose elements end inside an element.
+struct CutFrames {
+    std::uint64_t count = 0;
+    std::uint64_t first = 0;
+
+    void add(std::uint64_t number) {
+        if (count++ == 0) first = number;
+    }
+    std::string text() const {
+        const std::string frame = std::to_string(first);
+        if (count == 1) return "frame " + frame + " is cut in an element";
+        return std::to_string(count) + " frames are cut in an element, the first is frame " + frame;
+    }
+};
+
+class Decoder {
+  public:
+    explicit Decoder(const DecodeOptions& options)
+        : options_(options), writer_(RecordWriter::create(options.format, stdout)) {}
+
+    int run() {
+        const bool isWhole = options_.isHex ? decodeHex() : decodeCaptures();
+        for (std::size_t i = 0; i < table_.size(); ++i) print(table_.at(i), std::nullopt);
+        writer_->finish();
+        return isWhole ? kExitDone : kExitFailed;
+    }
+
+  private:
+    bool decodeHex() {
+        const std::string& path = options_.files.front();
+        std::string error;
+        const auto elements = readHexFile(path, error);
+        if (!elements) {
+            complain(error);
+            return false;
+        }
+        auto record = HalvaneMAC::initWithMAC(options_.bssid.value_or(ByteBuffer()));
+        record.setCapabilityField(options_.capabilities.value_or(0));
+        record.setInformationElements(*elements);
+        table_.add({record});
+        if (record.invalidIEs()) complain(inputName(path) + ": cut in an element");
+        return !record.invalidIEs();
+    }
+
+    bool decodeCaptures() {
+        CaptureSummary summary;
+        bool isWhole = true;
+        for (const std::string& path : options_.files) {
+            if (isOutputLost()) break;
+            isWhole = decodeCapture(path, summary) && isWhole;
+        }
+        std::fprintf(stderr, "%s\n", summary.text().c_str());
+        return isWhole;
+    }
+
+    // False when the file, or a frame in it, could not be read to its end.
+    bool decodeCapture(const std::string& path, CaptureSummary& summary) {
+        std::string error;
+        auto reader = CaptureReader::open(path, error);
+        if (!reader) {
+            complain(error);
+            return false;
+        }
+        const CutFrames cut = decodeFrames(*reader);
+        summary.add(reader->summary());
+        if (cut.count > 0) complain(inputName(path) + ": " + cut.text());
+        if (reader->error()) complain(*reader->error());
+        return !reader->error() && cut.count == 0;
+    }
+
+    CutFrames decodeFrames(CaptureReader& reader) {
+        ProgressBar progress(stderr, reader.fileSize());
+        CutFrames cut;
+        while (const auto frame = isOutputLost() ? std::nullopt : reader.next()) {
+            if (progress.isShown()) progress.update(reader.bytesRead());
+            const BeaconFrame* beacon = frame->beacon();
+            if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
+            const Sighting sighting = sightingOfFrame(*frame);
+            if (sighting.record.invalidIEs()) cut.add(frame->number);
+            if (!options_.isPerFrame) {
+                table_.add(sighting);
+                continue;
+            }
+            // Bar and records share a terminal's lines.
+            if (isOutputTerminal_) progress.clear();
+            print(sighting, FrameOrigin{frame->number, beacon->subtype});
+        }
+        return cut;
+    }
+
+    // A hidden SSID may be revealed by a later frame, so folded records are filtered here.
+    void print(const Sighting& sighting, const std::optional<FrameOrigin>& origin) {
+        if (options_.ssid && !isSSID(sighting.record.SSID(), *options_.ssid)) return;
+        writer_->write(sighting, origin);
+    }
+
+    // Nobody reads on, or the disk is full: main() tells, and going on would be for nothing.
+    static bool isOutputLost() { return std::ferror(stdout) != 0; }
+
+    const DecodeOptions& options_;
+    const bool isOutputTerminal_ = ::isatty(STDOUT_FILENO) != 0;
+    std::unique_ptr<RecordWriter> writer_;
+    BSSTable table_;
+};
+
+}  // namespace
+
+int decodeCommand() {
+    const auto options = takeDecodeOptions();
+    if (const auto* error = std::get_if<UsageError>(&options)) {
+        return refuse("decode", *error);
+    }
+    return Decoder(std::get<DecodeOptions>(options)).run();
+}
+
+}  // namespace halvane::tool

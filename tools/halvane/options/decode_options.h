@@ -1,0 +1,33 @@
+// What the command line of `halvane decode` asks for.
+#ifndef TOOLS_HALVANE_OPTIONS_DECODE_OPTIONS_H
+#define TOOLS_HALVANE_OPTIONS_DECODE_OPTIONS_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+
+#include "tools/halvane/options/argument.h"
+#include "tools/halvane/output/format.h"
+
+namespace halvane::tool {
+
+struct DecodeOptions {
+    std::vector<std::string> files;
+    Format format = Format::Text;
+    bool isPerFrame = false;
+    bool isHex = false;
+    std::optional<std::uint16_t> capabilities;  // of a hexadecimal element buffer
+    std::optional<ByteBuffer> bssid;
+    std::optional<std::string> ssid;
+};
+
+// What gDecodeOptions has read since the last call, and the arguments left.
+std::variant<DecodeOptions, UsageError> takeDecodeOptions();
+
+}  // namespace halvane::tool
+
+#endif

@@ -1,0 +1,56 @@
+#include "tools/halvane/options/hex_input.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "tools/halvane/output/message.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// Far beyond the text of any element buffer, which 16 bits count.
+constexpr std::size_t kMaximumText = std::size_t{1} << 20;
+
+struct FileCloser {
+    void operator()(std::FILE* file) const {
+        if (file != stdin) std::fclose(file);
+    }
+};
+
+}  // namespace
+
+std::optional<ByteBuffer> readHexFile(const std::string& path, std::string& error) {
+    const bool isStandardInput = path == "-";
+    const std::string name = inputName(path);
+    const std::unique_ptr<std::FILE, FileCloser> file(
+        isStandardInput ? stdin : std::fopen(path.c_str(), "re"));
+    std::string text;
+    std::array<char, 4096> part;
+    std::size_t count = 0;
+    while (file && text.size() <= kMaximumText &&
+           (count = std::fread(part.data(), 1, part.size(), file.get())) > 0) {
+        text.append(part.data(), count);
+    }
+    if (!file || std::ferror(file.get()) != 0) {
+        error = name + ": " + std::strerror(errno);
+        return std::nullopt;
+    }
+    if (text.size() > kMaximumText) {
+        error = name + ": too long for an element buffer";
+        return std::nullopt;
+    }
+    auto bytes = ByteBuffer::fromHex(text);
+    if (!bytes) {
+        error = name + ": not hexadecimal text (pairs of digits)";
+    } else if (bytes->empty()) {
+        error = name + ": empty";
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,215 @@
+#include "tools/halvane/options/passphrase_input.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <cstring>
+#include <fcntl.h>
+#include <iterator>
+#include <memory>
+#include <poll.h>
+#include <string_view>
+#include <sys/signalfd.h>
+#include <termios.h>
+#include <unistd.h>
+#include <utility>
+
+#include "halvane/base/status.h"
+#include "halvane/model/bss_limits.h"
+#include "halvane/platform/os/secret_internal.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// 63 characters have at most 189 octets.
+constexpr std::size_t kCapacity = 256;
+
+constexpr char kTerminal[] = "/dev/tty";
+constexpr std::string_view kPrompt = "Passphrase: ";
+constexpr char kTooLong[] = "the passphrase is longer than 63 characters";
+constexpr char kNotPrintable[] = "the passphrase holds a character that is not printable ASCII";
+
+std::string systemError(const char* what) {
+    return std::string(what) + ": " + std::strerror(errno);
+}
+
+// A line in the making, in the memory that it stays in.
+class Line {
+  public:
+    enum class State { Open, Complete, Failed };
+
+    // Waits for one more octet.
+    State read(int file) {
+        const ssize_t count = ::read(file, memory_.get() + size_, 1);
+        if (count < 0) return mayGoOn(file) ? State::Open : State::Failed;
+        const bool isNewline = count > 0 && memory_.get()[size_] == '\n';
+        if (isNewline && size_ > 0 && memory_.get()[size_ - 1] == '\r') --size_;
+        if (isNewline || count == 0) return State::Complete;
+        isTooLong_ |= size_ == kCapacity - 1;  // then the next one takes its place
+        if (!isTooLong_) ++size_;
+        return State::Open;
+    }
+
+    // Whether it is longer than any passphrase, however it goes on.
+    bool isTooLong() const { return isTooLong_; }
+
+    std::variant<ByteBuffer, std::string> take() {
+        if (isTooLong_) return kTooLong;
+        if (size_ == 0) return "no passphrase";
+        if (std::memchr(memory_.get(), '\0', size_) != nullptr) return kNotPrintable;
+        return ByteBuffer::sharing(std::move(memory_), size_);
+    }
+
+  private:
+    // After a failed read, whether another may succeed. Waits where there is nothing yet in a file
+    // that does not wait by itself.
+    static bool mayGoOn(int file) {
+        if (errno == EINTR) return true;
+        if (errno != EAGAIN) return false;
+        pollfd readable = {file, POLLIN, 0};
+        return ::poll(&readable, 1, -1) >= 0 || errno == EINTR;
+    }
+
+    std::shared_ptr<std::uint8_t[]> memory_ = secretMemory(kCapacity);
+    std::size_t size_ = 0;
+    bool isTooLong_ = false;
+};
+
+// The signals that end or stop a program from its terminal, or end it in any case, and the one that
+// a program goes on with after a stop that no program sees, kept back to be read from a file. One
+// that was kept back already, by who started the program, stays so: it would do nothing.
+class SignalWatch {
+  public:
+    SignalWatch() {
+        ::sigprocmask(SIG_BLOCK, nullptr, &before_);
+        ::sigemptyset(&watched_);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGCONT}) {
+            if (::sigismember(&before_, signal) == 0) ::sigaddset(&watched_, signal);
+        }
+        ::sigprocmask(SIG_BLOCK, &watched_, nullptr);
+        file_ = ::signalfd(-1, &watched_, SFD_CLOEXEC);
+    }
+    SignalWatch(const SignalWatch&) = delete;
+    SignalWatch& operator=(const SignalWatch&) = delete;
+    ~SignalWatch() {
+        if (file_ >= 0) ::close(file_);
+        ::sigprocmask(SIG_SETMASK, &before_, nullptr);
+    }
+
+    int file() const { return file_; }
+
+    // REQUIRES: the file is readable.
+    int take() const {
+        signalfd_siginfo signal{};
+        if (::read(file_, &signal, sizeof(signal)) != sizeof(signal)) return 0;
+        return static_cast<int>(signal.ssi_signo);
+    }
+
+  private:
+    sigset_t watched_{};
+    sigset_t before_{};
+    int file_ = -1;
+};
+
+// The terminal, showing nothing of what is typed but the end of the line. What was typed before, or
+// is left behind the line, is thrown away.
+class SilentTerminal {
+  public:
+    explicit SilentTerminal(int file) : file_(file) {
+        isSilent_ = ::tcgetattr(file_, &before_) == 0;
+        termios silent = before_;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        silent.c_lflag |= ECHONL;
+        isSilent_ = isSilent_ && ::tcsetattr(file_, TCSAFLUSH, &silent) == 0;
+    }
+    SilentTerminal(const SilentTerminal&) = delete;
+    SilentTerminal& operator=(const SilentTerminal&) = delete;
+    ~SilentTerminal() {
+        if (isSilent_) ::tcsetattr(file_, TCSAFLUSH, &before_);
+    }
+
+    explicit operator bool() const { return isSilent_; }
+
+  private:
+    int file_;
+    termios before_{};
+    bool isSilent_ = false;
+};
+
+class File {
+  public:
+    explicit File(int number) : number_(number) {}
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    ~File() {
+        if (number_ >= 0) ::close(number_);
+    }
+
+    int number() const { return number_; }
+
+  private:
+    int number_;
+};
+
+using Passphrase = std::variant<ByteBuffer, std::string>;
+
+// What was typed, or the signal that came before the line was complete.
+using Answer = std::variant<Passphrase, int>;
+
+Answer readLine(int terminal, const SignalWatch& signals) {
+    Line line;
+    pollfd files[] = {{terminal, POLLIN, 0}, {signals.file(), POLLIN, 0}};
+    for (;;) {
+        if (::poll(files, std::size(files), -1) < 0) {
+            if (errno == EINTR) continue;
+            return systemError(kTerminal);
+        }
+        if (files[1].revents != 0) return signals.take();
+        const Line::State state = line.read(terminal);
+        if (state == Line::State::Complete) return line.take();
+        if (state == Line::State::Failed) return systemError(kTerminal);
+    }
+}
+
+// Before a signal is answered, what was typed is wiped and the terminal is as it was.
+Answer askOnce(int terminal) {
+    const SignalWatch signals;
+    const SilentTerminal silent(terminal);
+    if (signals.file() < 0 || !silent) return systemError(kTerminal);
+    if (::write(terminal, kPrompt.data(), kPrompt.size()) < 0) return systemError(kTerminal);
+    return readLine(terminal, signals);
+}
+
+// A signal does what it would have done. Where the program goes on after it, it asks again: the
+// terminal may have changed hands, and shows again what is typed.
+Passphrase askOnTerminal() {
+    const File terminal(::open(kTerminal, O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (terminal.number() < 0) return systemError(kTerminal);
+    for (;;) {
+        const Answer answer = askOnce(terminal.number());
+        if (const auto* passphrase = std::get_if<Passphrase>(&answer)) return *passphrase;
+        ::raise(std::get<int>(answer));
+    }
+}
+
+}  // namespace
+
+std::variant<ByteBuffer, std::string> readPassphrase() {
+    if (::isatty(STDIN_FILENO) != 0) return askOnTerminal();
+    Line line;
+    Line::State state = Line::State::Open;
+    while (state == Line::State::Open && !line.isTooLong()) state = line.read(STDIN_FILENO);
+    if (state == Line::State::Failed) return systemError("standard input");
+    return line.take();
+}
+
+std::string passphraseProblem(const ByteBuffer& passphrase, const std::optional<Error>& error) {
+    const std::size_t size = passphrase.size();
+    if (!error) return "no key is made of a passphrase of exactly 32 octets";
+    if (error->code == kStatusNoMemory) return "no memory for the key";
+    if (size < kBSSMinPassphraseSize) return "the passphrase is shorter than 8 characters";
+    return size > kBSSMaxPassphraseSize ? kTooLong : kNotPrintable;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,16 @@
+// Channels for people.
+#ifndef TOOLS_HALVANE_OUTPUT_CHANNEL_TABLE_H
+#define TOOLS_HALVANE_OUTPUT_CHANNEL_TABLE_H
+
+#include <vector>
+
+#include "halvane/regulatory/channel.h"
+
+namespace halvane::tool {
+
+// Number, frequency and flags, a line a channel.
+void printChannelTable(const std::vector<HalvaneChannel>& channels);
+
+}  // namespace halvane::tool
+
+#endif

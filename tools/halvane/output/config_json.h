@@ -1,0 +1,16 @@
+// BSS configurations as JSON.
+#ifndef TOOLS_HALVANE_OUTPUT_CONFIG_JSON_H
+#define TOOLS_HALVANE_OUTPUT_CONFIG_JSON_H
+
+#include "halvane/model/bss_config.h"
+
+#include "tools/halvane/output/json_value.h"
+
+namespace halvane::tool {
+
+// Keys are the properties' names; absent ones are left out.
+JSON jsonOf(const HalvaneBSSConfig& configuration);
+
+}  // namespace halvane::tool
+
+#endif

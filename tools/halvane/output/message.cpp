@@ -1,0 +1,18 @@
+#include "tools/halvane/output/message.h"
+
+#include <cstdio>
+
+#include "tools/halvane/output/escape_text.h"
+
+namespace halvane::tool {
+
+void complain(const std::string& message) {
+    std::fprintf(stderr, "halvane: %s\n", escapeText(message).c_str());
+}
+
+std::string inputName(const std::string& path) {
+    if (path == "-") return "standard input";
+    return path.empty() ? "''" : path;
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,39 @@
+// Prints BSS records in one of the output formats.
+//
+// Records go out as they come, so that a stream of them needs no memory.
+#ifndef TOOLS_HALVANE_OUTPUT_RECORD_WRITER_H
+#define TOOLS_HALVANE_OUTPUT_RECORD_WRITER_H
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+#include "tools/halvane/beacon_frame.h"
+#include "tools/halvane/frame_record.h"
+#include "tools/halvane/output/format.h"
+
+namespace halvane::tool {
+
+// Where a record that is not folded comes from.
+struct FrameOrigin {
+    std::uint64_t number = 0;  // 1-based, in the file
+    BeaconSubtype subtype = BeaconSubtype::Beacon;
+};
+
+class RecordWriter {
+  public:
+    virtual ~RecordWriter() = default;
+
+    virtual void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) = 0;
+
+    // Ends the document. REQUIRES: called once, after the last record.
+    virtual void finish() = 0;
+
+    // REQUIRES: `stream` outlives the writer. Write errors stay in the stream's error flag.
+    static std::unique_ptr<RecordWriter> create(Format format, std::FILE* stream);
+};
+
+}  // namespace halvane::tool
+
+#endif
