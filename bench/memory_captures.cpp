@@ -17,8 +17,8 @@
 #include "bench/foreign_bytes.h"
 #include "bench/memory_table.h"
 #include "tools/halvane/bss_table.h"
-#include "tools/halvane/capture_reader.h"
 #include "tools/halvane/frame_record.h"
+#include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/record_writer.h"
 

@@ -10,8 +10,8 @@
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"
-#include "tools/halvane/capture_reader.h"
 #include "tools/halvane/frame_record.h"
+#include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/radio_header.h"
 
 using namespace halvane::tool;

@@ -5,8 +5,8 @@
 
 #include "fuzz/require.h"
 #include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/capture_reader.h"
 #include "tools/halvane/frame_record.h"
+#include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/radio_header.h"
 
 using namespace halvane::tool;

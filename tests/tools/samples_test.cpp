@@ -16,7 +16,7 @@
 
 #include "tests/support/temporary_folder.h"
 #include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/capture_reader.h"
+#include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/escape_text.h"
 
 using namespace halvane::tool;

@@ -17,8 +17,8 @@
 #include "halvane/utils/convert/hex_data.h"
 
 #include "tools/halvane/commands/command.h"
+#include "tools/halvane/input/passphrase_input.h"
 #include "tools/halvane/options/argument.h"
-#include "tools/halvane/options/passphrase_input.h"
 #include "tools/halvane/options/ssid_argument.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_output.h"

@@ -20,7 +20,7 @@
 #include "halvane/utils/text/compare.h"
 #include "halvane/utils/text/split.h"
 
-#include "tools/halvane/options/passphrase_input.h"
+#include "tools/halvane/input/passphrase_input.h"
 #include "tools/halvane/options/ssid_argument.h"
 #include "tools/halvane/output/property_list_output.h"
 

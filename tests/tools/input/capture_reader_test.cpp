@@ -1,4 +1,4 @@
-#include "tools/halvane/capture_reader.h"
+#include "tools/halvane/input/capture_reader.h"
 
 #include <cstddef>
 #include <cstdio>

@@ -2,8 +2,8 @@
 //
 // pcap of either byte order and pcapng, through libpcap. Memory does not grow with the file.
 // A reader belongs to one thread at a time; distinct readers are independent.
-#ifndef TOOLS_HALVANE_CAPTURE_READER_H
-#define TOOLS_HALVANE_CAPTURE_READER_H
+#ifndef TOOLS_HALVANE_INPUT_CAPTURE_READER_H
+#define TOOLS_HALVANE_INPUT_CAPTURE_READER_H
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Passphrases, which are never arguments: other users of the machine see those.
-#ifndef TOOLS_HALVANE_OPTIONS_PASSPHRASE_INPUT_H
-#define TOOLS_HALVANE_OPTIONS_PASSPHRASE_INPUT_H
+#ifndef TOOLS_HALVANE_INPUT_PASSPHRASE_INPUT_H
+#define TOOLS_HALVANE_INPUT_PASSPHRASE_INPUT_H
 
 #include <optional>
 #include <string>

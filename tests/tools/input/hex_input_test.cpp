@@ -1,4 +1,4 @@
-#include "tools/halvane/options/hex_input.h"
+#include "tools/halvane/input/hex_input.h"
 
 #include <cstddef>
 #include <filesystem>

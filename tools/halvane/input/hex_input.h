@@ -1,6 +1,6 @@
 // One element buffer as hexadecimal text.
-#ifndef TOOLS_HALVANE_OPTIONS_HEX_INPUT_H
-#define TOOLS_HALVANE_OPTIONS_HEX_INPUT_H
+#ifndef TOOLS_HALVANE_INPUT_HEX_INPUT_H
+#define TOOLS_HALVANE_INPUT_HEX_INPUT_H
 
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "tools/halvane/options/passphrase_input.h"
+#include "tools/halvane/input/passphrase_input.h"
 
 #include <cerrno>
 #include <csignal>
