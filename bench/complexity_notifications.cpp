@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/status.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_client_delegate.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/utils/log.h"
 

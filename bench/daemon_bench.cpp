@@ -15,10 +15,10 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_client_delegate.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/bus/ipc_message.h"

@@ -12,13 +12,13 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_words.h"
 #include "halvane/model/config_parser.h"
 #include "halvane/model/config_parser_internal.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/model/passphrase_hash_internal.h"
 #include "halvane/platform/os/hmac_sha1_internal.h"
 

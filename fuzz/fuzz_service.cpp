@@ -18,12 +18,12 @@
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/model/bss_config.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/bus/message_writer_internal.h"

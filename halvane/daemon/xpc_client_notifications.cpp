@@ -1,12 +1,12 @@
 // Notifications of stations: asking for them, and handing them to the delegate.
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/daemon/xpc_message_internal.h"
 #include "halvane/daemon/xpc_request_internal.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/utils/log.h"
 
 namespace halvane {

@@ -6,12 +6,12 @@
 #include <variant>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/base/status.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_message_internal.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"
 
 namespace halvane {

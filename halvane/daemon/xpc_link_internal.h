@@ -16,7 +16,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "halvane/base/daemon_service.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_connection.h"
 #include "halvane/platform/bus/service_event.h"

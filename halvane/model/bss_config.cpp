@@ -7,11 +7,12 @@
 #include <span>
 #include <utility>
 
-#include "halvane/base/daemon_service.h"
-#include "halvane/base/fallible_internal.h"
+#include "halvane/base/memory_allows_internal.h"
 #include "halvane/base/status.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/config_parser.h"
+#include "halvane/model/daemon_service.h"
+#include "halvane/model/fallible_internal.h"
 #include "halvane/model/passphrase_hash_internal.h"
 #include "halvane/platform/os/hmac_sha1_internal.h"
 #include "halvane/platform/os/secret_internal.h"

@@ -7,10 +7,11 @@
 #include <utility>
 
 #include "halvane/base/ascii_internal.h"
-#include "halvane/base/fallible_internal.h"
+#include "halvane/base/memory_allows_internal.h"
 #include "halvane/base/status.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/model/config_parser_internal.h"
+#include "halvane/model/fallible_internal.h"
 #include "halvane/platform/os/secret_internal.h"
 #include "halvane/utils/convert/hardware_address.h"
 #include "halvane/utils/convert/hex_data.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "halvane/base/describe.h"
-#include "halvane/base/fallible_internal.h"
+#include "halvane/base/memory_allows_internal.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/regulatory/case_folding_internal.h"
 #include "halvane/regulatory/sku_table_internal.h"

@@ -10,7 +10,7 @@
 #include <systemd/sd-bus.h>
 #include <unistd.h>
 
-#include "halvane/base/daemon_service.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/pointers_internal.h"
 
 #include "tests/support/bus_peer.h"

@@ -13,11 +13,11 @@
 #include <unistd.h>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/model/client.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/os/counting_semaphore.h"
 #include "halvane/platform/os/file_internal.h"
 

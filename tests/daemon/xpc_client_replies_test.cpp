@@ -4,9 +4,9 @@
 #include <limits>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_event.h"
 

@@ -8,12 +8,12 @@
 #include <tuple>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/model/bss_config.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/model/device.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"

@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 #include <type_traits>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/daemon_service.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
 #include "tests/support/private_bus.h"

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_words.h"
+#include "halvane/model/daemon_service.h"
 
 using namespace halvane;
 

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/status.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/config_parser.h"
+#include "halvane/model/daemon_service.h"
 
 #include "tests/support/freed_memory.h"
 

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/status.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/utils/log.h"
 
 #include "tests/support/log_recorder.h"

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/status.h"
 #include "halvane/model/config_parser_internal.h"
+#include "halvane/model/daemon_service.h"
 
 #include "tests/support/guarded_bytes.h"
 

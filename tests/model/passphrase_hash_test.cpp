@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/status.h"
 #include "halvane/model/bss_config.h"
+#include "halvane/model/daemon_service.h"
 
 using namespace halvane;
 

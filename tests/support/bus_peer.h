@@ -17,8 +17,8 @@
 #include <variant>
 #include <vector>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/pointers_internal.h"
 #include "halvane/platform/os/wake_event_internal.h"

@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "halvane/base/daemon_service.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_connection.h"
 #include "halvane/platform/bus/service_event.h"

@@ -2,7 +2,7 @@
 #ifndef TOOLS_HALVANED_SIM_BUS_NAMES_H
 #define TOOLS_HALVANED_SIM_BUS_NAMES_H
 
-#include "halvane/base/daemon_service.h"
+#include "halvane/model/daemon_service.h"
 
 namespace halvane::sim {
 

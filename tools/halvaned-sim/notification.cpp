@@ -4,8 +4,8 @@
 #include <iterator>
 #include <utility>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/daemon_service.h"
 
 namespace halvane::sim {
 

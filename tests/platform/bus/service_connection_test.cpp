@@ -16,10 +16,10 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/date.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/pointers_internal.h"
 #include "halvane/platform/os/counting_semaphore.h"
 

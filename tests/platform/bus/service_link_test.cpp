@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "halvane/base/daemon_service.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/service_link_internal.h"
 
 #include "tests/support/scripted_bus.h"

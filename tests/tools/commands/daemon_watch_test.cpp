@@ -5,7 +5,7 @@
 #include <systemd/sd-bus.h>
 #include <utility>
 
-#include "halvane/base/daemon_service.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/pointers_internal.h"
 
 #include "tests/support/bus_peer.h"

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
 #include "halvane/base/status.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/model/interface.h"
 
 namespace halvane::tool {

@@ -4,8 +4,8 @@
 #include <utility>
 #include <variant>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_event.h"
 #include "halvane/platform/os/counting_semaphore.h"

@@ -1,6 +1,6 @@
 // The Wi-Fi daemon's service name, and the names formed from it.
-#ifndef HALVANE_BASE_DAEMON_SERVICE_H
-#define HALVANE_BASE_DAEMON_SERVICE_H
+#ifndef HALVANE_MODEL_DAEMON_SERVICE_H
+#define HALVANE_MODEL_DAEMON_SERVICE_H
 
 #include <cstdint>
 

@@ -1,13 +1,12 @@
 // How a fallible operation of the model or the daemon client tells its outcome.
-#ifndef HALVANE_BASE_FALLIBLE_INTERNAL_H
-#define HALVANE_BASE_FALLIBLE_INTERNAL_H
+#ifndef HALVANE_MODEL_FALLIBLE_INTERNAL_H
+#define HALVANE_MODEL_FALLIBLE_INTERNAL_H
 
 #include <cstdint>
-#include <new>
 #include <optional>
 
-#include "halvane/base/daemon_service.h"
 #include "halvane/base/error.h"
+#include "halvane/model/daemon_service.h"
 
 namespace halvane {
 
@@ -17,16 +16,6 @@ inline void storeError(std::optional<Error>* place, std::int64_t code) noexcept 
 }
 inline void clearError(std::optional<Error>* place) noexcept {
     if (place != nullptr) place->reset();
-}
-
-// What `make` answers; absent where there is no memory for it.
-template <typename Make>
-auto ifMemoryAllows(Make make) -> std::optional<decltype(make())> {
-    try {
-        return make();
-    } catch (const std::bad_alloc&) {
-        return std::nullopt;
-    }
 }
 
 }  // namespace halvane

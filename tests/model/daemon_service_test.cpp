@@ -1,4 +1,4 @@
-#include "halvane/base/daemon_service.h"
+#include "halvane/model/daemon_service.h"
 
 #include <gtest/gtest.h>
 
