@@ -21,7 +21,7 @@
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/ssid_argument.h"
 #include "tools/halvane/output/config_json.h"
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/model_json.h"
 #include "tools/halvane/output/station_event.h"
@@ -72,8 +72,8 @@ void addInputRows() {
             return readHexFile(file.path(), error).has_value();
         });
     addGrowth(
-        "escapeText", 262144, [](std::size_t n) { return repeated("\x1B\xE2\x82", n / 3); },
-        [](const std::string& text) { return escapeText(text).size() > text.size(); });
+        "escapedText", 262144, [](std::size_t n) { return repeated("\x1B\xE2\x82", n / 3); },
+        [](const std::string& text) { return escapedText(text).size() > text.size(); });
     addGrowth(
         "SSID argument, refused", 262144, [](std::size_t n) { return std::string(n, 'a'); },
         [](const std::string& text) {

@@ -8,6 +8,9 @@
 
 namespace halvane {
 
+inline constexpr char kLowerHexDigits[] = "0123456789abcdef";
+inline constexpr char kUpperHexDigits[] = "0123456789ABCDEF";
+
 // Above every digit of every base.
 inline constexpr std::uint8_t kNoDigit = 0xFF;
 

@@ -17,7 +17,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tools/halvane/beacon_frame.h"
 #include "tools/halvane/input/capture_reader.h"
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 
 using namespace halvane::tool;
 namespace fs = std::filesystem;
@@ -69,7 +69,7 @@ std::string lineOf(const CapturedFrame& frame) {
     if (elements.atEnd()) return line + " ''";
     elements.skip(1);
     const auto name = elements.take(elements.u8().value_or(0));
-    if (name) line += " '" + escapeSSID(*name) + "'";
+    if (name) line += " '" + escapedText(*name) + "'";
     return line;
 }
 

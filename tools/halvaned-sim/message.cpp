@@ -6,13 +6,13 @@
 
 #include "halvane/base/byte_buffer.h"
 
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 
 namespace halvane::sim {
 
 void complain(const std::string& message) {
     const auto bytes = ByteBuffer::fromText(message);
-    std::fprintf(stderr, "halvaned-sim: %s\n", tool::escapeSSID(bytes.bytes()).c_str());
+    std::fprintf(stderr, "halvaned-sim: %s\n", escapedText(bytes.bytes()).c_str());
 }
 
 bool print(const std::string& text) {

@@ -24,7 +24,7 @@
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/channel_table.h"
 #include "tools/halvane/output/config_json.h"
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/model_json.h"
 #include "tools/halvane/output/print_records.h"
@@ -38,7 +38,7 @@ namespace {
 // --- Cells of tables; "-" for what is absent ---
 
 std::string cellOf(const std::string& text) {
-    return text.empty() ? "-" : escapeText(text);
+    return text.empty() ? "-" : escapedText(text);
 }
 
 std::string cellOf(const std::optional<std::string>& text) {
@@ -102,7 +102,7 @@ constexpr Column<HalvaneBSSConfig> kConfigColumns[] = {
      }},
     {"Security", Align::Left, securityCell},
     {"SSID", Align::Left,
-     [](const auto& config) { return config.ssid() ? escapeSSID(config.ssid()->bytes()) : "-"; }},
+     [](const auto& config) { return config.ssid() ? escapedText(config.ssid()->bytes()) : "-"; }},
 };
 
 constexpr Column<HalvaneClient> kClientColumns[] = {

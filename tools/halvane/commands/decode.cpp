@@ -18,7 +18,7 @@
 #include "tools/halvane/input/hex_input.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
 #include "tools/halvane/output/record_writer.h"
@@ -29,7 +29,7 @@ namespace {
 
 // The asked SSID may be given as its octets, or as the tool prints them.
 bool isSSID(const std::optional<ByteBuffer>& ssid, const std::string& asked) {
-    return ssid && (*ssid == ByteBuffer::fromText(asked) || escapeSSID(ssid->bytes()) == asked);
+    return ssid && (*ssid == ByteBuffer::fromText(asked) || escapedText(ssid->bytes()) == asked);
 }
 
 // The frames of a file whose elements end inside an element.

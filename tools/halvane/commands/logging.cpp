@@ -18,7 +18,7 @@
 #include "tools/halvane/commands/daemon_session.h"
 #include "tools/halvane/commands/daemon_watch.h"
 #include "tools/halvane/options/argument.h"
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_output.h"
 
@@ -71,7 +71,7 @@ std::variant<std::optional<Controls>, UsageError> controlsOf(
 void printLines(std::string_view text) {
     while (!text.empty()) {
         const auto line = text.substr(0, text.find('\n'));
-        put(escapeText(line) + '\n');
+        put(escapedText(line) + '\n');
         text.remove_prefix(std::min(text.size(), line.size() + 1));
     }
 }

@@ -2,12 +2,12 @@
 
 #include <cstdio>
 
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 
 namespace halvane::tool {
 
 void complain(const std::string& message) {
-    std::fprintf(stderr, "halvane: %s\n", escapeText(message).c_str());
+    std::fprintf(stderr, "halvane: %s\n", escapedText(message).c_str());
 }
 
 std::string inputName(const std::string& path) {

@@ -18,7 +18,7 @@
 #include "halvane/ie/wps_ie.h"
 #include "halvane/ie/wps_tlvs.h"
 
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 
 namespace halvane::tool {
 
@@ -224,7 +224,7 @@ JSON jsonOf(const HalvaneHTOperationIE& ie) {
 }
 
 JSON textOf(const std::optional<ByteBuffer>& ssid) {
-    return ssid ? JSON(escapeSSID(ssid->bytes())) : JSON();
+    return ssid ? JSON(escapedText(ssid->bytes())) : JSON();
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include "halvane/ie/fancy_formatting.h"
 
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/json_value.h"
 #include "tools/halvane/output/record_json.h"
 
@@ -40,7 +40,7 @@ std::string textOf(const StationEvent& event) {
     constexpr std::size_t kEventWidth = 10, kAddressWidth = 17;
     const std::string address = orDash(FancyFormatting::formattedMAC(event.mac));
     return padded(event.event, kEventWidth) + "  " + padded(address, kAddressWidth) + "  " +
-           orDash(escapeText(event.interfaceName));
+           orDash(escapedText(event.interfaceName));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "tools/halvane/output/escape_text.h"
+#include "halvane/base/escaped_text.h"
 
 #include <cstddef>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include "tests/support/hostile_bytes.h"
 
 using halvane::ByteBuffer;
-using halvane::tool::escapeSSID;
+using halvane::escapedText;
 using namespace std::literals;
 
 namespace {
@@ -24,11 +24,11 @@ struct Row {
 void expectRows(std::initializer_list<Row> rows) {
     for (const Row& row : rows) {
         const ByteBuffer octets = ByteBuffer::fromText(row.octets);
-        EXPECT_EQ(escapeSSID(octets.bytes()), row.text) << row.reason;
+        EXPECT_EQ(escapedText(octets.bytes()), row.text) << row.reason;
     }
 }
 
-TEST(EscapeText, KeepsPrintableUTF8) {
+TEST(EscapedText, KeepsPrintableUTF8) {
     expectRows({
         {"", "", "nothing"},
         {"Maple 12 ~", "Maple 12 ~", "ASCII up to its last printable character"},
@@ -43,7 +43,7 @@ TEST(EscapeText, KeepsPrintableUTF8) {
     });
 }
 
-TEST(EscapeText, EscapesControlCharacters) {
+TEST(EscapedText, EscapesControlCharacters) {
     expectRows({
         {"\0a\x1F "sv, "\\x00a\\x1F ", "C0"},
         {"\x1B[2J", "\\x1B[2J", "a terminal's clear-screen command"},
@@ -52,7 +52,7 @@ TEST(EscapeText, EscapesControlCharacters) {
     });
 }
 
-TEST(EscapeText, EscapesInvisibleAndDirectionalCharacters) {
+TEST(EscapedText, EscapesInvisibleAndDirectionalCharacters) {
     expectRows({
         {"a\xE2\x80\x8B\x62", "a\\xE2\\x80\\x8Bb", "U+200B zero width space"},
         {"\xE2\x80\x8D", "\\xE2\\x80\\x8D", "U+200D zero width joiner"},
@@ -68,12 +68,12 @@ TEST(EscapeText, EscapesInvisibleAndDirectionalCharacters) {
     });
 }
 
-TEST(EscapeText, DoublesBackslashes) {
+TEST(EscapedText, DoublesBackslashes) {
     expectRows({{"\\x41", "\\\\x41", "text that looks like an escape stays apart from one"}});
 }
 
 // Rows as in The Unicode Standard, 3.9, tables 3-8 to 3-11.
-TEST(EscapeText, EscapesWhatIsNotWellFormed) {
+TEST(EscapedText, EscapesWhatIsNotWellFormed) {
     expectRows({
         {"\x80", "\\x80", "continuation without a lead"},
         {"\xBF", "\\xBF", "continuation without a lead"},
@@ -97,12 +97,12 @@ TEST(EscapeText, EscapesWhatIsNotWellFormed) {
     });
 }
 
-TEST(EscapeText, HandlesEveryPrefixOfEveryKindOfSequence) {
+TEST(EscapedText, HandlesEveryPrefixOfEveryKindOfSequence) {
     const halvane::testing::Bytes sample = {0x41, 0xC3, 0xA9, 0xE2, 0x82, 0xAC, 0xF0, 0x9F,
                                             0x93, 0xB6, 0xE2, 0x80, 0xAE, 0x5C, 0x1B};
     std::size_t previous = 0;
     halvane::testing::forEachPrefix(sample, [&](const ByteBuffer& prefix) {
-        const std::size_t size = escapeSSID(prefix.bytes()).size();
+        const std::size_t size = escapedText(prefix.bytes()).size();
         EXPECT_GE(size, prefix.size());
         EXPECT_LE(size, 4 * prefix.size());
         previous = size;
@@ -110,10 +110,10 @@ TEST(EscapeText, HandlesEveryPrefixOfEveryKindOfSequence) {
     EXPECT_EQ(previous, 1u + 2 + 3 + 4 + 3 * 4 + 2 + 4);
 }
 
-TEST(EscapeText, TakesTextWithNULsToo) {
+TEST(EscapedText, TakesTextWithNULsToo) {
     using namespace std::string_view_literals;
-    EXPECT_EQ(halvane::tool::escapeText("a\0b\n"sv), "a\\x00b\\x0A");
-    EXPECT_EQ(halvane::tool::escapeText({}), "");
+    EXPECT_EQ(halvane::escapedText("a\0b\n"sv), "a\\x00b\\x0A");
+    EXPECT_EQ(halvane::escapedText({}), "");
 }
 
 }  // namespace
