@@ -1,21 +1,14 @@
 #include "halvane/base/byte_buffer.h"
 
+#include "halvane/base/ascii_internal.h"
+
 namespace halvane {
 
 namespace {
 
-constexpr char kHexDigits[] = "0123456789abcdef";
-
 void appendHex(std::string& text, std::uint8_t byte) {
-    text += kHexDigits[byte >> 4];
-    text += kHexDigits[byte & 0x0F];
-}
-
-std::optional<unsigned> hexDigitValue(char digit) {
-    if (digit >= '0' && digit <= '9') return static_cast<unsigned>(digit - '0');
-    if (digit >= 'a' && digit <= 'f') return static_cast<unsigned>(digit - 'a') + 10;
-    if (digit >= 'A' && digit <= 'F') return static_cast<unsigned>(digit - 'A') + 10;
-    return std::nullopt;
+    text += kLowerHexDigits[byte >> 4];
+    text += kLowerHexDigits[byte & 0x0F];
 }
 
 }  // namespace
@@ -39,11 +32,10 @@ std::optional<ByteBuffer> ByteBuffer::fromHex(std::string_view text) {
     bytes.reserve(text.size() / 2);
     std::optional<unsigned> high;
     for (char character : text) {
-        const auto digit = hexDigitValue(character);
-        if (digit && high) {
-            bytes += static_cast<char>(*high << 4 | *digit);
+        if (const unsigned digit = digitValue(character); digit < 16 && high) {
+            bytes += static_cast<char>(*high << 4 | digit);
             high.reset();
-        } else if (digit) {
+        } else if (digit < 16) {
             high = digit;
         } else if (high ||
                    std::string_view(" \t\r\n:-").find(character) == std::string_view::npos) {
@@ -74,7 +66,11 @@ std::string ByteBuffer::description() const {
 }
 
 bool operator==(const ByteBuffer& a, const ByteBuffer& b) {
-    return std::ranges::equal(a.bytes(), b.bytes());
+    return a.text() == b.text();
+}
+
+std::strong_ordering operator<=>(const ByteBuffer& a, const ByteBuffer& b) {
+    return a.text() <=> b.text();
 }
 
 }  // namespace halvane

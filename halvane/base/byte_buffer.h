@@ -11,9 +11,11 @@
 
 #include <algorithm>
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -96,6 +98,18 @@ class HALVANE_EXPORT ByteBuffer {
     }
     std::span<const std::uint8_t> bytes() const&& = delete;
 
+    // The same bytes, to go over. Valid as bytes() is.
+    const std::uint8_t* begin() const& { return bytes().data(); }
+    const std::uint8_t* end() const& { return begin() + size_; }
+    const std::uint8_t* begin() const&& = delete;
+    const std::uint8_t* end() const&& = delete;
+
+    // The same bytes, taken for text of any encoding. Valid as bytes() is.
+    std::string_view text() const& {
+        return {reinterpret_cast<const char*>(bytes().data()), size_};
+    }
+    std::string_view text() const&& = delete;
+
     // `length` bytes from `offset` on; both are cut to what the buffer holds.
     ByteBuffer slice(std::size_t offset, std::size_t length = SIZE_MAX) const {
         return ByteBuffer(*this, offset, length);
@@ -109,6 +123,10 @@ class HALVANE_EXPORT ByteBuffer {
 
     // Same length and same bytes.
     friend HALVANE_EXPORT bool operator==(const ByteBuffer& a, const ByteBuffer& b);
+    // By the first byte that differs, as unsigned; a buffer stands before the longer ones that
+    // begin with it.
+    friend HALVANE_EXPORT std::strong_ordering operator<=>(const ByteBuffer& a,
+                                                           const ByteBuffer& b);
 
   private:
     static std::shared_ptr<const std::uint8_t[]> sharedCopyOf(std::span<const std::uint8_t> bytes);
@@ -136,5 +154,13 @@ class HALVANE_EXPORT ByteBuffer {
 };
 
 }  // namespace halvane
+
+// Equal buffers have the same hash, in this process.
+template <>
+struct std::hash<halvane::ByteBuffer> {
+    std::size_t operator()(const halvane::ByteBuffer& buffer) const noexcept {
+        return std::hash<std::string_view>()(buffer.text());
+    }
+};
 
 #endif

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <compare>
+#include <functional>
 #include <gtest/gtest.h>
 #include <numeric>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -203,6 +206,41 @@ TEST(ByteBuffer, ReadsBackItsOwnHexForm) {
         const ByteBuffer buffer(counting(size));
         EXPECT_EQ(ByteBuffer::fromHex(buffer.hex()), buffer);
     }
+}
+
+TEST(ByteBuffer, IsGoneOverByteByByte) {
+    for (const std::size_t size : kSizes) {
+        const ByteBuffer buffer(counting(size));
+        EXPECT_EQ(std::vector<std::uint8_t>(buffer.begin(), buffer.end()), counting(size));
+    }
+}
+
+TEST(ByteBuffer, IsTakenForText) {
+    const ByteBuffer buffer = ByteBuffer::fromText(std::string_view("a\0\xFF", 3));
+    EXPECT_EQ(buffer.text(), std::string_view("a\0\xFF", 3));
+    const ByteBuffer empty;
+    EXPECT_EQ(empty.text(), "");
+}
+
+TEST(ByteBuffer, HasTheOrderOfItsBytesThenOfItsLength) {
+    const std::vector<ByteBuffer> ordered = {{},           {0x00},       {0x00, 0x00}, {0x01},
+                                             {0x01, 0x00}, {0x7F, 0xFF}, {0x80},       {0xFF}};
+    for (std::size_t i = 0; i < ordered.size(); ++i) {
+        for (std::size_t j = 0; j < ordered.size(); ++j) {
+            EXPECT_EQ(ordered[i] <=> ordered[j], i <=> j) << i << ' ' << j;
+        }
+    }
+}
+
+TEST(ByteBuffer, HasTheSameHashAsItsEqualsWhereverTheyLie) {
+    for (const std::size_t size : kSizes) {
+        auto longer = counting(size);
+        longer.insert(longer.begin(), 40, 0);
+        const ByteBuffer slice = ByteBuffer(longer).slice(40);
+        EXPECT_EQ(std::hash<ByteBuffer>()(slice),
+                  std::hash<ByteBuffer>()(ByteBuffer(counting(size))));
+    }
+    EXPECT_NE(std::hash<ByteBuffer>()({1}), std::hash<ByteBuffer>()({2}));
 }
 
 }  // namespace

@@ -113,7 +113,7 @@ TEST(EscapedText, HandlesEveryPrefixOfEveryKindOfSequence) {
 TEST(EscapedText, TakesTextWithNULsToo) {
     using namespace std::string_view_literals;
     EXPECT_EQ(halvane::escapedText("a\0b\n"sv), "a\\x00b\\x0A");
-    EXPECT_EQ(halvane::escapedText({}), "");
+    EXPECT_EQ(halvane::escapedText(""sv), "");
 }
 
 }  // namespace

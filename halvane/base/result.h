@@ -1,0 +1,119 @@
+// What an operation gives, or why it gives nothing: std::expected (C++23), as far as this library
+// uses it and with the same names, so that the standard one can take its place.
+//
+//     Result<int> half(int number) {
+//         if (number % 2 != 0) return Unexpected(Error{...});
+//         return number / 2;
+//     }
+//
+//     if (const auto result = half(4)) use(*result);
+//     else tell(result.error());
+//
+// A value type; threads as for what it holds.
+#ifndef HALVANE_BASE_RESULT_H
+#define HALVANE_BASE_RESULT_H
+
+#include <concepts>
+#include <functional>
+#include <type_traits>
+#include <utility>
+#include <variant>
+
+#include "halvane/base/error.h"
+
+namespace halvane {
+
+// The error of a Result, so that it is never taken for a value.
+template <typename E>
+class Unexpected {
+  public:
+    explicit Unexpected(E error) : error_(std::move(error)) {}
+
+    const E& error() const& noexcept { return error_; }
+    E&& error() && noexcept { return std::move(error_); }
+
+  private:
+    E error_;
+};
+
+template <typename T, typename E = Error>
+class [[nodiscard]] Result {
+  public:
+    using value_type = T;
+    using error_type = E;
+
+    template <typename U = T>
+    requires std::constructible_from<T, U> &&
+        (!std::same_as<std::remove_cvref_t<U>, Result>)Result(U&& value)
+        : state_(std::in_place_index<0>, std::forward<U>(value)) {}
+    template <typename G>
+    requires std::constructible_from<E, G> Result(Unexpected<G> error)
+        : state_(std::in_place_index<1>, std::move(error).error()) {}
+
+    bool has_value() const noexcept { return state_.index() == 0; }
+    explicit operator bool() const noexcept { return has_value(); }
+
+    // REQUIRES: has_value().
+    T& operator*() & noexcept { return *std::get_if<0>(&state_); }
+    const T& operator*() const& noexcept { return *std::get_if<0>(&state_); }
+    T&& operator*() && noexcept { return std::move(*std::get_if<0>(&state_)); }
+    T* operator->() noexcept { return std::get_if<0>(&state_); }
+    const T* operator->() const noexcept { return std::get_if<0>(&state_); }
+
+    // REQUIRES: !has_value().
+    const E& error() const& noexcept { return *std::get_if<1>(&state_); }
+    E&& error() && noexcept { return std::move(*std::get_if<1>(&state_)); }
+
+    template <typename U>
+    T value_or(U&& other) const& {
+        return has_value() ? **this : static_cast<T>(std::forward<U>(other));
+    }
+    template <typename U>
+    T value_or(U&& other) && {
+        return has_value() ? *std::move(*this) : static_cast<T>(std::forward<U>(other));
+    }
+
+    // The result of `next` for the value; the same error where there is none.
+    template <typename F>
+    auto and_then(F&& next) && -> std::invoke_result_t<F, T&&> {
+        if (!has_value()) return Unexpected(std::move(*this).error());
+        return std::invoke(std::forward<F>(next), *std::move(*this));
+    }
+
+    // The same, for a `next` that cannot fail.
+    template <typename F>
+    auto transform(F&& next) && -> Result<std::invoke_result_t<F, T&&>, E> {
+        if (!has_value()) return Unexpected(std::move(*this).error());
+        return std::invoke(std::forward<F>(next), *std::move(*this));
+    }
+
+  private:
+    std::variant<T, E> state_;
+};
+
+// Of what gives nothing but may fail.
+template <typename E>
+class [[nodiscard]] Result<void, E> {
+  public:
+    using value_type = void;
+    using error_type = E;
+
+    Result() = default;
+    template <typename G>
+    requires std::constructible_from<E, G> Result(Unexpected<G> error)
+        : state_(std::in_place_index<1>, std::move(error).error()) {}
+
+    bool has_value() const noexcept { return state_.index() == 0; }
+    explicit operator bool() const noexcept { return has_value(); }
+
+    // REQUIRES: !has_value().
+    const E& error() const& noexcept { return *std::get_if<1>(&state_); }
+    E&& error() && noexcept { return std::move(*std::get_if<1>(&state_)); }
+
+  private:
+    std::variant<std::monostate, E> state_;
+};
+
+}  // namespace halvane
+
+#endif
