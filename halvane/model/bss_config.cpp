@@ -129,6 +129,21 @@ bool HalvaneBSSConfig::setWirelessPassphraseFromHexString_error(std::string_view
     return fields != nullptr && setHex(fields->passphrase, digits, SIZE_MAX, error);
 }
 
+void HalvaneBSSConfig::setSSID(const Ssid& ssid) {
+    ByteBuffer octets = ssid.buffer();
+    fields_.change().ssid = std::move(octets);
+}
+
+void HalvaneBSSConfig::setPassphrase(std::span<const std::uint8_t> passphrase) {
+    ByteBuffer octets = secretBuffer(passphrase);
+    fields_.change().passphrase = std::move(octets);
+}
+
+void HalvaneBSSConfig::setKeyMaterial(std::span<const std::uint8_t, kBSSKeySize> key) {
+    ByteBuffer octets = secretBuffer(key);
+    fields_.change().keyMaterial = std::move(octets);
+}
+
 bool HalvaneBSSConfig::setCountry_error(std::string_view /*country*/,
                                         std::optional<Error>* /*error*/) {
     return false;

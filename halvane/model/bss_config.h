@@ -16,6 +16,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,6 +26,7 @@
 #include "halvane/base/error.h"
 #include "halvane/base/export.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/ssid.h"
 #include "halvane/model/bss_limits.h"
 
 namespace halvane {
@@ -155,6 +157,14 @@ class HALVANE_EXPORT HalvaneBSSConfig {
     bool setSSIDFromHexString_error(std::string_view digits, std::optional<Error>* error = nullptr);
     bool setWirelessPassphraseFromHexString_error(std::string_view digits,
                                                   std::optional<Error>* error = nullptr);
+
+    // The same from octets, which are taken as they are; a passphrase may have any number of them,
+    // and no octets at all are a present, empty field. std::bad_alloc leaves the field as it was.
+    void setSSID(const Ssid& ssid);
+    void setPassphrase(std::span<const std::uint8_t> passphrase);
+
+    // A pre-shared key that was derived elsewhere; generateKeyMaterial() replaces it.
+    void setKeyMaterial(std::span<const std::uint8_t, kBSSKeySize> key);
 
     // Set the flags of a group from a comma-separated list of the words in
     // halvane/model/bss_option_words.h: those of its words become true, the others false, so that

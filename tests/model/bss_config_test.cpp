@@ -1,10 +1,15 @@
 #include "halvane/model/bss_config.h"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/ssid.h"
 #include "halvane/base/status.h"
+#include "halvane/model/bss_limits.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/utils/log.h"
 
@@ -307,6 +312,31 @@ TEST(BSSConfig, LeavesItsKeyMaterialAloneForOtherKinds) {
 }
 
 // Every category writes all of its levels to the recorder.
+TEST(BSSConfig, TakesOctetsAsTheyAre) {
+    auto configuration = HalvaneBSSConfig::init();
+    const ByteBuffer octets{0x00, 0xFF, 0x41};
+    configuration.setSSID(halvane::Ssid::fromBytes(octets.bytes()).value());
+    EXPECT_EQ(configuration.ssid(), octets);
+    configuration.setPassphrase(octets.bytes());
+    EXPECT_EQ(configuration.passphrase(), octets);
+    const std::array<std::uint8_t, halvane::kBSSKeySize> key = {1, 2, 3};
+    configuration.setKeyMaterial(key);
+    EXPECT_EQ(configuration.keyMaterial(), ByteBuffer(key));
+
+    configuration.setSSID(halvane::Ssid());
+    configuration.setPassphrase({});
+    EXPECT_EQ(configuration.ssid(), ByteBuffer());
+    EXPECT_EQ(configuration.passphrase(), ByteBuffer());
+}
+
+TEST(BSSConfig, TakesOctetsOfItsOwn) {
+    auto configuration = HalvaneBSSConfig::init();
+    const std::string passphrase(40, 'p');
+    configuration.setWirelessPassphrase_error(passphrase);
+    configuration.setPassphrase(configuration.passphrase()->bytes());
+    EXPECT_EQ(configuration.passphrase(), ByteBuffer::fromText(passphrase));
+}
+
 class BSSConfigLog : public ::testing::Test {
   protected:
     BSSConfigLog() {

@@ -69,7 +69,7 @@ std::string lineOf(const CapturedFrame& frame) {
     if (elements.atEnd()) return line + " ''";
     elements.skip(1);
     const auto name = elements.take(elements.u8().value_or(0));
-    if (name) line += " '" + escapedText(*name) + "'";
+    if (name) line += " '" + halvane::escapedText(*name) + "'";
     return line;
 }
 

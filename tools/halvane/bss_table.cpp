@@ -71,11 +71,11 @@ Sighting BSSTable::Entry::sighting() const {
 }
 
 void BSSTable::add(const Sighting& sighting) {
-    std::string address = sighting.record.mac().hex();
+    const ByteBuffer& address = sighting.record.mac();
     const auto known = indexOfAddress_.find(address);
     if (known != indexOfAddress_.end()) return entries_[known->second].fold(sighting);
     // Both or none, where memory runs out.
-    const auto added = indexOfAddress_.emplace(std::move(address), entries_.size()).first;
+    const auto added = indexOfAddress_.emplace(address, entries_.size()).first;
     try {
         entries_.emplace_back(sighting);
     } catch (...) {

@@ -11,7 +11,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <string>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
@@ -65,7 +64,7 @@ class BSSTable {
     };
 
     std::deque<Entry> entries_;
-    std::map<std::string, std::size_t> indexOfAddress_;
+    std::map<ByteBuffer, std::size_t> indexOfAddress_;
 };
 
 }  // namespace halvane::tool

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <list>
 #include <map>
-#include <string>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/model/bss_config.h"
@@ -44,7 +43,7 @@ class ConfigList {
     using Configs = std::list<HalvaneBSSConfig>;  // which stay where they are
 
     Configs configs_;
-    std::map<std::string, Configs::iterator> placeOfSSID_;  // by its hexadecimal digits
+    std::map<ByteBuffer, Configs::iterator> placeOfSSID_;
 };
 
 }  // namespace halvane::sim

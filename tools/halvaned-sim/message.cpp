@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "halvane/base/byte_buffer.h"
-
 #include "halvane/base/escaped_text.h"
 
 namespace halvane::sim {

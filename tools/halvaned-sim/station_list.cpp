@@ -4,26 +4,17 @@
 
 namespace halvane::sim {
 
-namespace {
-
-// Hexadecimal digits hold no blank, so that no two stations share a key.
-std::string keyOf(const std::string& interface, const ByteBuffer& mac) {
-    return mac.hex() + ' ' + interface;
-}
-
-}  // namespace
-
 bool StationList::has(const std::string& interface, const ByteBuffer& mac) const {
-    return index_.count(keyOf(interface, mac)) > 0;
+    return index_.count({mac, interface}) > 0;
 }
 
 HalvaneClient* StationList::find(const std::string& interface, const ByteBuffer& mac) {
-    const auto found = index_.find(keyOf(interface, mac));
+    const auto found = index_.find({mac, interface});
     return found != index_.end() ? &stations_[found->second].client : nullptr;
 }
 
 HalvaneClient& StationList::add(const std::string& interface, HalvaneClient client) {
-    const auto added = index_.emplace(keyOf(interface, client.mac()), stations_.size()).first;
+    const auto added = index_.emplace(Key(client.mac(), interface), stations_.size()).first;
     try {
         stations_.push_back({interface, std::move(client)});
     } catch (...) {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -42,8 +43,10 @@ class StationList {
     std::map<std::string, std::size_t> associated() const;
 
   private:
+    using Key = std::pair<ByteBuffer, std::string>;  // address and interface
+
     std::vector<Station> stations_;
-    std::map<std::string, std::size_t> index_;
+    std::map<Key, std::size_t> index_;
 };
 
 }  // namespace halvane::sim

@@ -58,11 +58,12 @@ std::vector<Record> recordsIn(const PropertyListValue& value, const Place& place
 }
 
 // What a list has seen of a key by which its records are told apart.
+template <typename Value>
 class Distinct {
   public:
     Distinct(const Place& place, const char* key) : place_(place), key_(key) {}
 
-    void add(const std::string& value) {
+    void add(const Value& value) {
         if (!values_.insert(value).second) refuse("another has the same");
         ++index_;
     }
@@ -76,7 +77,7 @@ class Distinct {
     const Place place_;
     const char* const key_;
     std::size_t index_ = 0;
-    std::set<std::string> values_;
+    std::set<Value> values_;
 };
 
 // Calls `use` with the value of the key where there is one.
@@ -120,7 +121,7 @@ class Reader {
         const auto* value = file_.find(kInterfaces);
         const Place interfaces(kInterfaces);
         if (value == nullptr) refuse(interfaces, "is missing");
-        Distinct names(interfaces, "InterfaceName");
+        Distinct<std::string> names(interfaces, "InterfaceName");
         for (auto& record : recordsIn<HalvaneInterface>(*value, interfaces, checkInterface)) {
             names.add(*record.ifName());
             indexOfName_.emplace(*record.ifName(), interfaces_.size());
@@ -160,10 +161,10 @@ class Reader {
     void takeConfigs() {
         const Place lists(kConfigs);
         for (std::size_t i = 0; i < interfaces_.size(); ++i) {
-            Distinct names(lists.at(interfaces_[i].name()), "SSID");
+            Distinct<ByteBuffer> names(lists.at(interfaces_[i].name()), "SSID");
             for (const HalvaneBSSConfig& config : configs_[i]) {
                 if (!isUsable(config)) names.refuse("has not 1 to 32 bytes");
-                names.add(config.ssid()->hex());
+                names.add(*config.ssid());
                 interfaces_[i].configs.put(config);
             }
         }
@@ -172,10 +173,10 @@ class Reader {
     void checkStations() const {
         const Place lists(kStations);
         for (const SimulatedInterface& interface : interfaces_) {
-            Distinct addresses(lists.at(interface.name()), "MAC");
+            Distinct<ByteBuffer> addresses(lists.at(interface.name()), "MAC");
             for (const HalvaneClient& station : interface.stations) {
                 if (station.mac().size() != kAddressLength) addresses.refuse("has not 6 bytes");
-                addresses.add(station.mac().hex());
+                addresses.add(station.mac());
             }
         }
     }

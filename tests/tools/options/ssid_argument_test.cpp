@@ -1,6 +1,9 @@
 #include "tools/halvane/options/ssid_argument.h"
 
 #include <gtest/gtest.h>
+#include <string>
+
+#include "halvane/base/byte_buffer.h"
 
 using namespace halvane::tool;
 using halvane::ByteBuffer;
@@ -9,15 +12,14 @@ namespace {
 
 std::string errorOf(const std::string& argument, bool isHex) {
     const auto ssid = ssidOf(argument, isHex);
-    const auto* error = std::get_if<UsageError>(&ssid);
-    return error != nullptr ? error->message : "";
+    return ssid ? "" : ssid.error().message;
 }
 
 TEST(SSIDArgument, IsItsOctetsOrTheirDigits) {
-    EXPECT_EQ(std::get<ByteBuffer>(ssidOf("home", false)), ByteBuffer::fromText("home"));
-    EXPECT_EQ(std::get<ByteBuffer>(ssidOf("\xFF", false)), ByteBuffer{0xFF});
-    EXPECT_EQ(std::get<ByteBuffer>(ssidOf("00fF", true)), (ByteBuffer{0x00, 0xFF}));
-    EXPECT_EQ(std::get<ByteBuffer>(ssidOf("00:ff", true)), (ByteBuffer{0x00, 0xFF}));
+    EXPECT_EQ(ssidOf("home", false)->buffer(), ByteBuffer::fromText("home"));
+    EXPECT_EQ(ssidOf("\xFF", false)->buffer(), ByteBuffer{0xFF});
+    EXPECT_EQ(ssidOf("00fF", true)->buffer(), (ByteBuffer{0x00, 0xFF}));
+    EXPECT_EQ(ssidOf("00:ff", true)->buffer(), (ByteBuffer{0x00, 0xFF}));
 }
 
 TEST(SSIDArgument, Has1To32Octets) {

@@ -67,14 +67,14 @@ int pskCommand() {
     const std::vector<std::string> words = takeArguments();
     if (words.size() != 1) return refuse("psk", "takes one SSID");
     const auto ssid = ssidOf(words[0], isHex);
-    if (const auto* error = std::get_if<UsageError>(&ssid)) return refuse("psk", *error);
+    if (!ssid) return refuse("psk", ssid.error());
 
     const auto input = readPassphrase();
     if (const auto* problem = std::get_if<std::string>(&input)) return fail(*problem);
     const auto& passphrase = std::get<ByteBuffer>(input);
     std::optional<Error> error;
-    const auto key = HalvaneBSSConfig::wpaPasswordHash_withSSID_error(
-        passphrase, std::get<ByteBuffer>(ssid), &error);
+    const auto key =
+        HalvaneBSSConfig::wpaPasswordHash_withSSID_error(passphrase, ssid->buffer(), &error);
     if (!key) return fail(passphraseProblem(passphrase, error));
     print(*key);
     return kExitDone;

@@ -162,12 +162,8 @@ Problem readSSID(HalvaneBSSConfig& configuration, const TypedConfig& typed) {
     const bool isHex = typed.ssidHex != nullptr;
     const std::string name = isHex ? "--ssid-hex: " : "--ssid: ";
     const auto ssid = ssidOf(isHex ? typed.ssidHex : typed.ssid, isHex);
-    if (const auto* error = std::get_if<UsageError>(&ssid))
-        return UsageError{name + error->message};
-    // There is no setter for octets; of digits of the right number only memory can run out.
-    if (!configuration.setSSIDFromHexString_error(std::get<ByteBuffer>(ssid).hex())) {
-        throw std::bad_alloc();
-    }
+    if (!ssid) return UsageError{name + ssid.error().message};
+    configuration.setSSID(*ssid);
     return std::nullopt;
 }
 

@@ -2,17 +2,18 @@
 
 #include <optional>
 
-#include "halvane/model/bss_limits.h"
+#include "halvane/base/byte_buffer.h"
 
 namespace halvane::tool {
 
-std::variant<ByteBuffer, UsageError> ssidOf(const std::string& argument, bool isHex) {
-    const auto ssid =
+Result<Ssid, UsageError> ssidOf(const std::string& argument, bool isHex) {
+    const auto octets =
         isHex ? ByteBuffer::fromHex(argument) : std::optional(ByteBuffer::fromText(argument));
-    if (!ssid) return UsageError{"the SSID is not hexadecimal text"};
-    if (ssid->empty() || ssid->size() > kBSSMaxSSIDSize) {
-        return UsageError{"an SSID has 1 to " + std::to_string(kBSSMaxSSIDSize) + " octets, not " +
-                          std::to_string(ssid->size())};
+    if (!octets) return Unexpected(UsageError{"the SSID is not hexadecimal text"});
+    const auto ssid = Ssid::fromBytes(octets->bytes());
+    if (!ssid || ssid->empty()) {
+        return Unexpected(UsageError{"an SSID has 1 to " + std::to_string(Ssid::kMaxSize) +
+                                     " octets, not " + std::to_string(octets->size())});
     }
     return *ssid;
 }
