@@ -7,7 +7,7 @@
 #include "halvane/base/number.h"
 #include "halvane/ie/mac.h"
 
-#include "tools/halvane/input/capture_reader.h"
+#include "tools/halvane/captured_frame.h"
 
 namespace halvane::tool {
 

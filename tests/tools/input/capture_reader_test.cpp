@@ -121,7 +121,7 @@ Bytes withRadiotap(std::uint8_t flags, const Bytes& frame) {
 }
 
 struct Reading {
-    std::vector<CapturedFrame> frames;
+    std::vector<CaptureReader::Frame> frames;
     std::vector<std::string> elements;  // of each beacon, in hexadecimal
     CaptureSummary summary;
     std::string error;

@@ -1,6 +1,5 @@
 #include "tools/halvane/input/capture_reader.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <pcap/pcap.h>
@@ -9,15 +8,11 @@
 #include <system_error>
 #include <utility>
 
-#include "halvane/base/byte_cursor.h"
-
 #include "tools/halvane/output/message.h"
 
 namespace halvane::tool {
 
 namespace {
-
-constexpr std::size_t kFCSSize = 4;
 
 constexpr std::array<const char*, kSkipReasonCount> kSkipReasonNames = {
     "other frames", "fragments", "encrypted", "short", "damaged", "malformed radio headers",
@@ -59,17 +54,6 @@ std::string notWiFiText(int linkType) {
     text += name ? name : std::to_string(linkType);
     if (description) text += std::string(" (") + description + ")";
     return text;
-}
-
-// Removes the frame check sequence, or as much of it as the capture kept.
-std::span<const std::uint8_t> withoutFCS(std::span<const std::uint8_t> frame, std::size_t missing) {
-    const std::size_t kept = kFCSSize - std::min(missing, kFCSSize);
-    return ByteCursor(frame).take(frame.size() - std::min(kept, frame.size())).value_or(frame);
-}
-
-std::variant<BeaconFrame, SkipReason> examine(const RadioInfo& radio, std::size_t missing) {
-    if (radio.isBadFCS) return SkipReason::Damaged;
-    return parseBeaconFrame(radio.hasFCS ? withoutFCS(radio.frame, missing) : radio.frame);
 }
 
 }  // namespace
@@ -142,7 +126,7 @@ std::optional<CaptureReader> CaptureReader::open(const std::string& path, std::s
     return CaptureReader(std::move(handle), *linkType, name, size);
 }
 
-std::optional<CapturedFrame> CaptureReader::next() {
+std::optional<CaptureReader::Frame> CaptureReader::next() {
     if (error_) return std::nullopt;
     pcap_pkthdr* header = nullptr;
     const u_char* bytes = nullptr;
@@ -153,14 +137,9 @@ std::optional<CapturedFrame> CaptureReader::next() {
     }
     if (outcome != 1) return std::nullopt;
 
-    const std::size_t missing = header->len > header->caplen ? header->len - header->caplen : 0;
-    const auto radio = parseRadioHeader(linkType_, {bytes, header->caplen});
-    std::optional<CapturedFrame> frame;
-    frame = {.number = summary_.frames + 1,
-             .radio = radio.value_or(RadioInfo()),
-             .content = radio ? examine(*radio, missing) : SkipReason::MalformedHeader,
-             .isCut = missing > 0};
-    summary_.add(*frame);
+    const Frame frame = {examinePacket(linkType_, {bytes, header->caplen}, header->len),
+                         summary_.frames + 1};
+    summary_.add(frame);
     return frame;
 }
 

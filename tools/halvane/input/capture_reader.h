@@ -9,26 +9,15 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
-#include <variant>
 
 #include "tools/halvane/beacon_frame.h"
+#include "tools/halvane/captured_frame.h"
 #include "tools/halvane/radio_header.h"
 
 struct pcap;
 
 namespace halvane::tool {
-
-struct CapturedFrame {
-    std::uint64_t number = 0;  // 1-based, counting every frame of the file
-    RadioInfo radio{};         // all absent after a malformed radio header
-    std::variant<BeaconFrame, SkipReason> content = SkipReason::OtherFrame;
-    bool isCut = false;  // the capture kept only the frame's start (its snapshot length)
-
-    // The beacon or probe response; null for a skipped frame.
-    const BeaconFrame* beacon() const { return std::get_if<BeaconFrame>(&content); }
-};
 
 struct CaptureSummary {
     std::uint64_t frames = 0;
@@ -46,6 +35,10 @@ struct CaptureSummary {
 
 class CaptureReader {
   public:
+    struct Frame : CapturedFrame {
+        std::uint64_t number = 0;  // 1-based, counting every frame of the file
+    };
+
     // Opens a capture file; "-" is standard input, which stays open. Absent on failure, and
     // `error` then names the file and what is wrong with it: it cannot be opened or read, it is a
     // directory, empty or no capture, or its frames are not 802.11. Else `error` is untouched.
@@ -53,7 +46,7 @@ class CaptureReader {
 
     // The next frame; its spans are borrowed until the next call. Absent at the end of the file
     // and where it is damaged; error() tells which.
-    std::optional<CapturedFrame> next();
+    std::optional<Frame> next();
 
     // The file's name and what ended the reading early; absent as long as nothing did.
     const std::optional<std::string>& error() const { return error_; }

@@ -1,0 +1,37 @@
+// A captured packet, examined for what a BSS record needs.
+//
+// Free functions and plain values; any thread may use them.
+#ifndef TOOLS_HALVANE_CAPTURED_FRAME_H
+#define TOOLS_HALVANE_CAPTURED_FRAME_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <variant>
+
+#include "tools/halvane/beacon_frame.h"
+#include "tools/halvane/radio_header.h"
+
+namespace halvane::tool {
+
+struct CapturedFrame {
+    RadioInfo radio{};  // all absent after a malformed radio header
+    std::variant<BeaconFrame, SkipReason> content = SkipReason::OtherFrame;
+    bool isCut = false;  // the capture kept only the frame's start (its snapshot length)
+
+    // The beacon or probe response; null for a skipped frame.
+    const BeaconFrame* beacon() const { return std::get_if<BeaconFrame>(&content); }
+};
+
+// Takes radio header and frame check sequence off `packet` and reads the frame between them. A
+// frame is Damaged only where the radio header says so: the frame check sequence is not computed.
+//
+// `originalLength` is the packet's length, in octets, before the capture cut its end off. Absent,
+// or below the length of `packet`: the packet is whole. The result borrows from `packet`.
+CapturedFrame examinePacket(LinkType linkType, std::span<const std::uint8_t> packet,
+                            std::optional<std::size_t> originalLength = std::nullopt);
+
+}  // namespace halvane::tool
+
+#endif
