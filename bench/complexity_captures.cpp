@@ -5,17 +5,19 @@
 #include <string>
 #include <vector>
 
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/bss_table.h"
+#include "halvane/capture/frame_record.h"
+#include "halvane/capture/radio_header.h"
+
 #include "bench/capture_input.h"
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"
-#include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/bss_table.h"
-#include "tools/halvane/frame_record.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/record_writer.h"
-#include "tools/halvane/radio_header.h"
 
+using namespace halvane::capture;
 using namespace halvane::tool;
 
 namespace bench {

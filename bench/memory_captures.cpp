@@ -8,6 +8,8 @@
 #include <string_view>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/capture/bss_table.h"
+#include "halvane/capture/frame_record.h"
 #include "halvane/ie/country_ie.h"
 #include "halvane/ie/mac.h"
 #include "halvane/ie/wps_tlvs.h"
@@ -16,12 +18,11 @@
 #include "bench/element_input.h"
 #include "bench/foreign_bytes.h"
 #include "bench/memory_table.h"
-#include "tools/halvane/bss_table.h"
-#include "tools/halvane/frame_record.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/record_writer.h"
 
+using namespace halvane::capture;
 using namespace halvane::tool;
 using halvane::ByteBuffer;
 using halvane::HalvaneCountryIE;

@@ -8,12 +8,14 @@
 #include <unistd.h>
 #include <vector>
 
+#include "halvane/capture/frame_record.h"
+#include "halvane/capture/radio_header.h"
+
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"
-#include "tools/halvane/frame_record.h"
 #include "tools/halvane/input/capture_reader.h"
-#include "tools/halvane/radio_header.h"
 
+using namespace halvane::capture;
 using namespace halvane::tool;
 
 namespace {

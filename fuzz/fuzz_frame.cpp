@@ -3,13 +3,14 @@
 #include <cstdint>
 #include <span>
 
-#include "fuzz/require.h"
-#include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/frame_record.h"
-#include "tools/halvane/input/capture_reader.h"
-#include "tools/halvane/radio_header.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/captured_frame.h"
+#include "halvane/capture/frame_record.h"
+#include "halvane/capture/radio_header.h"
 
-using namespace halvane::tool;
+#include "fuzz/require.h"
+
+using namespace halvane::capture;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr LinkType kLinkTypes[] = {LinkType::IEEE80211, LinkType::Prism, LinkType::Radiotap,

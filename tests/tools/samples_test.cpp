@@ -13,12 +13,13 @@
 #include <vector>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/escaped_text.h"
+#include "halvane/capture/beacon_frame.h"
 
 #include "tests/support/temporary_folder.h"
-#include "tools/halvane/beacon_frame.h"
 #include "tools/halvane/input/capture_reader.h"
-#include "halvane/base/escaped_text.h"
 
+using namespace halvane::capture;
 using namespace halvane::tool;
 namespace fs = std::filesystem;
 

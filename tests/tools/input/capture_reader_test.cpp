@@ -22,6 +22,7 @@ using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
+using namespace halvane::capture;
 using namespace halvane::tool;
 
 namespace {

@@ -17,6 +17,7 @@
 
 using namespace halvane;
 using namespace halvane::testing;
+using namespace halvane::capture;
 using namespace halvane::tool;
 
 namespace {

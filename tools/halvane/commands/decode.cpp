@@ -8,17 +8,17 @@
 #include <variant>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/escaped_text.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/bss_table.h"
+#include "halvane/capture/frame_record.h"
 #include "halvane/ie/mac.h"
 
-#include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/bss_table.h"
 #include "tools/halvane/commands/command.h"
-#include "tools/halvane/frame_record.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/input/hex_input.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
-#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
 #include "tools/halvane/output/record_writer.h"
@@ -107,9 +107,9 @@ class Decoder {
         CutFrames cut;
         while (const auto frame = isOutputLost() ? std::nullopt : reader.next()) {
             if (progress.isShown()) progress.update(reader.bytesRead());
-            const BeaconFrame* beacon = frame->beacon();
+            const capture::BeaconFrame* beacon = frame->beacon();
             if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
-            const Sighting sighting = sightingOfFrame(*frame);
+            const capture::Sighting sighting = capture::sightingOfFrame(*frame);
             if (sighting.record.invalidIEs()) cut.add(frame->number);
             if (!options_.isPerFrame) {
                 table_.add(sighting);
@@ -123,7 +123,7 @@ class Decoder {
     }
 
     // A hidden SSID may be revealed by a later frame, so folded records are filtered here.
-    void print(const Sighting& sighting, const std::optional<FrameOrigin>& origin) {
+    void print(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin) {
         if (options_.ssid && !isSSID(sighting.record.SSID(), *options_.ssid)) return;
         writer_->write(sighting, origin);
     }
@@ -134,7 +134,7 @@ class Decoder {
     const DecodeOptions& options_;
     const bool isOutputTerminal_ = ::isatty(STDOUT_FILENO) != 0;
     std::unique_ptr<RecordWriter> writer_;
-    BSSTable table_;
+    capture::BSSTable table_;
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace halvane::tool {
 
 namespace {
 
-constexpr std::array<const char*, kSkipReasonCount> kSkipReasonNames = {
+constexpr std::array<const char*, capture::kSkipReasonCount> kSkipReasonNames = {
     "other frames", "fragments", "encrypted", "short", "damaged", "malformed radio headers",
 };
 
@@ -58,12 +58,12 @@ std::string notWiFiText(int linkType) {
 
 }  // namespace
 
-void CaptureSummary::add(const CapturedFrame& frame) {
+void CaptureSummary::add(const capture::CapturedFrame& frame) {
     ++frames;
-    if (const BeaconFrame* beacon = frame.beacon()) {
-        ++(beacon->subtype == BeaconSubtype::Beacon ? beacons : probeResponses);
+    if (const capture::BeaconFrame* beacon = frame.beacon()) {
+        ++(beacon->subtype == capture::BeaconSubtype::Beacon ? beacons : probeResponses);
     } else {
-        ++skipped.at(static_cast<std::size_t>(std::get<SkipReason>(frame.content)));
+        ++skipped.at(static_cast<std::size_t>(std::get<capture::SkipReason>(frame.content)));
     }
 }
 
@@ -71,13 +71,14 @@ void CaptureSummary::add(const CaptureSummary& other) {
     frames += other.frames;
     beacons += other.beacons;
     probeResponses += other.probeResponses;
-    for (std::size_t i = 0; i < kSkipReasonCount; ++i) skipped.at(i) += other.skipped.at(i);
+    for (std::size_t i = 0; i < capture::kSkipReasonCount; ++i)
+        skipped.at(i) += other.skipped.at(i);
 }
 
 std::string CaptureSummary::text() const {
     std::string reasons;
     std::uint64_t total = 0;
-    for (std::size_t i = 0; i < kSkipReasonCount; ++i) {
+    for (std::size_t i = 0; i < capture::kSkipReasonCount; ++i) {
         if (skipped.at(i) == 0) continue;
         total += skipped.at(i);
         if (!reasons.empty()) reasons += ", ";
@@ -95,7 +96,7 @@ void CaptureReader::Closer::operator()(pcap* capture) const {
     pcap_close(capture);
 }
 
-CaptureReader::CaptureReader(Handle handle, LinkType linkType, std::string name,
+CaptureReader::CaptureReader(Handle handle, capture::LinkType linkType, std::string name,
                              std::optional<std::uint64_t> fileSize)
     : handle_(std::move(handle)),
       linkType_(linkType),
@@ -121,7 +122,7 @@ std::optional<CaptureReader> CaptureReader::open(const std::string& path, std::s
     static_cast<void>(file.release());  // closed with the handle, standard input excepted
 
     const int number = pcap_datalink(handle.get());
-    const auto linkType = linkTypeOfNumber(number);
+    const auto linkType = capture::linkTypeOfNumber(number);
     if (!linkType) return fail(notWiFiText(number));
     return CaptureReader(std::move(handle), *linkType, name, size);
 }
@@ -137,7 +138,7 @@ std::optional<CaptureReader::Frame> CaptureReader::next() {
     }
     if (outcome != 1) return std::nullopt;
 
-    const Frame frame = {examinePacket(linkType_, {bytes, header->caplen}, header->len),
+    const Frame frame = {capture::examinePacket(linkType_, {bytes, header->caplen}, header->len),
                          summary_.frames + 1};
     summary_.add(frame);
     return frame;

@@ -11,9 +11,9 @@
 #include <optional>
 #include <string>
 
-#include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/captured_frame.h"
-#include "tools/halvane/radio_header.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/captured_frame.h"
+#include "halvane/capture/radio_header.h"
 
 struct pcap;
 
@@ -23,9 +23,9 @@ struct CaptureSummary {
     std::uint64_t frames = 0;
     std::uint64_t beacons = 0;
     std::uint64_t probeResponses = 0;
-    std::array<std::uint64_t, kSkipReasonCount> skipped{};  // by SkipReason
+    std::array<std::uint64_t, capture::kSkipReasonCount> skipped{};  // by SkipReason
 
-    void add(const CapturedFrame& frame);
+    void add(const capture::CapturedFrame& frame);
     void add(const CaptureSummary& other);
 
     // One line for people, without a newline:
@@ -35,7 +35,7 @@ struct CaptureSummary {
 
 class CaptureReader {
   public:
-    struct Frame : CapturedFrame {
+    struct Frame : capture::CapturedFrame {
         std::uint64_t number = 0;  // 1-based, counting every frame of the file
     };
 
@@ -64,11 +64,11 @@ class CaptureReader {
     };
     using Handle = std::unique_ptr<pcap, Closer>;
 
-    CaptureReader(Handle handle, LinkType linkType, std::string name,
+    CaptureReader(Handle handle, capture::LinkType linkType, std::string name,
                   std::optional<std::uint64_t> fileSize);
 
     Handle handle_;
-    LinkType linkType_;
+    capture::LinkType linkType_;
     std::string name_;
     std::optional<std::uint64_t> fileSize_;
     std::optional<std::string> error_;

@@ -16,17 +16,17 @@ namespace halvane::tool {
 
 namespace {
 
-const char* subtypeName(BeaconSubtype subtype) {
+const char* subtypeName(capture::BeaconSubtype subtype) {
     switch (subtype) {
-        case BeaconSubtype::Beacon:
+        case capture::BeaconSubtype::Beacon:
             return "beacon";
-        case BeaconSubtype::ProbeResponse:
+        case capture::BeaconSubtype::ProbeResponse:
             return "probe-response";
     }
     return "";
 }
 
-JSON jsonWithOrigin(const Sighting& sighting, const std::optional<FrameOrigin>& origin) {
+JSON jsonWithOrigin(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin) {
     JSON object = JSON::object();
     if (origin) {
         object["frame"] = origin->number;
@@ -52,7 +52,8 @@ class TextWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) override {
+    void write(const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin) override {
         if (origin) {
             put("Frame                : " + std::to_string(origin->number) + " (" +
                 subtypeName(origin->subtype) + ")\n");
@@ -69,7 +70,8 @@ class JSONLinesWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) override {
+    void write(const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin) override {
         put(jsonWithOrigin(sighting, origin).dump() + '\n');
     }
     void finish() override {}
@@ -80,7 +82,8 @@ class JSONWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) override {
+    void write(const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin) override {
         put(isFirst_ ? "[\n" : ",\n");
         put(jsonWithOrigin(sighting, origin).dump(2));
         isFirst_ = false;
@@ -97,7 +100,7 @@ class PropertyListWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const Sighting& sighting, const std::optional<FrameOrigin>&) override {
+    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>&) override {
         PropertyListDictionary skeleton = sighting.record.skeletonRepresentation();
         if (const auto channel = sighting.otherRadioChannel()) {
             skeleton.set("RadioChannel", *channel);

@@ -9,8 +9,9 @@
 #include <memory>
 #include <optional>
 
-#include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/frame_record.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/frame_record.h"
+
 #include "tools/halvane/output/format.h"
 
 namespace halvane::tool {
@@ -18,14 +19,15 @@ namespace halvane::tool {
 // Where a record that is not folded comes from.
 struct FrameOrigin {
     std::uint64_t number = 0;  // 1-based, in the file
-    BeaconSubtype subtype = BeaconSubtype::Beacon;
+    capture::BeaconSubtype subtype = capture::BeaconSubtype::Beacon;
 };
 
 class RecordWriter {
   public:
     virtual ~RecordWriter() = default;
 
-    virtual void write(const Sighting& sighting, const std::optional<FrameOrigin>& origin) = 0;
+    virtual void write(const capture::Sighting& sighting,
+                       const std::optional<FrameOrigin>& origin) = 0;
 
     // Ends the document. REQUIRES: called once, after the last record.
     virtual void finish() = 0;

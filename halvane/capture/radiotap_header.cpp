@@ -8,11 +8,10 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/capture/radio_header.h"
+#include "halvane/capture/radio_header_internal.h"
 
-#include "tools/halvane/radio_header.h"
-#include "tools/halvane/radio_header_internal.h"
-
-namespace halvane::tool {
+namespace halvane::capture {
 
 namespace {
 
@@ -183,4 +182,4 @@ std::optional<RadioInfo> parseRadiotapHeader(std::span<const std::uint8_t> packe
     return info;
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture

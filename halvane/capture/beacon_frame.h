@@ -1,8 +1,8 @@
 // Beacons and probe responses: the two frames in which a BSS describes itself.
 //
 // Free functions without state; any thread may call them.
-#ifndef TOOLS_HALVANE_BEACON_FRAME_H
-#define TOOLS_HALVANE_BEACON_FRAME_H
+#ifndef HALVANE_CAPTURE_BEACON_FRAME_H
+#define HALVANE_CAPTURE_BEACON_FRAME_H
 
 #include <cstddef>
 #include <cstdint>
@@ -10,8 +10,9 @@
 #include <variant>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
 
-namespace halvane::tool {
+namespace halvane::capture {
 
 // Why a captured frame gives no record. The order is the one that summaries print in.
 enum class SkipReason {
@@ -36,8 +37,9 @@ struct BeaconFrame {
 
 // Reads an 802.11 frame that has no radio header and no frame check sequence any more. Answers
 // every reason but Damaged and MalformedHeader, which the frame itself cannot tell.
-std::variant<BeaconFrame, SkipReason> parseBeaconFrame(std::span<const std::uint8_t> frame);
+HALVANE_EXPORT std::variant<BeaconFrame, SkipReason> parseBeaconFrame(
+    std::span<const std::uint8_t> frame);
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture
 
 #endif

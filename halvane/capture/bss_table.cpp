@@ -1,10 +1,10 @@
-#include "tools/halvane/bss_table.h"
+#include "halvane/capture/bss_table.h"
 
 #include <utility>
 
 #include "halvane/base/property_list_value.h"
 
-namespace halvane::tool {
+namespace halvane::capture {
 
 namespace {
 
@@ -84,4 +84,4 @@ void BSSTable::add(const Sighting& sighting) {
     }
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture

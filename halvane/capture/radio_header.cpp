@@ -1,8 +1,8 @@
-#include "tools/halvane/radio_header.h"
+#include "halvane/capture/radio_header.h"
 
-#include "tools/halvane/radio_header_internal.h"
+#include "halvane/capture/radio_header_internal.h"
 
-namespace halvane::tool {
+namespace halvane::capture {
 
 std::optional<LinkType> linkTypeOfNumber(int number) {
     for (const LinkType linkType :
@@ -28,4 +28,4 @@ std::optional<RadioInfo> parseRadioHeader(LinkType linkType, std::span<const std
     return std::nullopt;
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture

@@ -1,4 +1,4 @@
-#include "tools/halvane/radio_header.h"
+#include "halvane/capture/radio_header.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 using halvane::ByteBuffer;
 using halvane::testing::Bytes;
-using namespace halvane::tool;
+using namespace halvane::capture;
 
 namespace {
 

@@ -1,20 +1,23 @@
-#include "tools/halvane/bss_table.h"
+#include "halvane/capture/bss_table.h"
 
 #include <gtest/gtest.h>
+#include <string>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/ie/mac.h"
 #include "halvane/platform/os/up_time_internal.h"
+#include "halvane/platform/plist/xml_property_list.h"
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
-#include "tools/halvane/output/json_value.h"
-#include "tools/halvane/output/record_json.h"
 
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;
 using halvane::Number;
 using namespace halvane::testing;
-using namespace halvane::tool;
+using namespace halvane::capture;
 
 namespace {
 
@@ -46,9 +49,13 @@ TEST(BSSTable, FoldsLaterSightingsIn) {
 
 // What a record tells, but for its stamps in full.
 std::string tellingOf(const HalvaneMAC& record) {
-    JSON object = JSON::object();
-    appendRecord(object, record);
-    return object.dump() + record.description();
+    auto skeleton = record.skeletonRepresentation();
+    skeleton.erase("FirstUpdated");
+    skeleton.erase("LastUpdated");
+    const auto orNone = [](const auto& value) { return value ? value->description() : "none"; };
+    return halvane::xmlPropertyList(skeleton).value_or("") + record.description() +
+           orNone(record.invalidIEs()) + orNone(record.SSID()) + orNone(record.maxPHYRate()) +
+           orNone(record.channelWidth()) + record.securityFriendlyName().value_or("none");
 }
 
 // Every sequence of four of these sightings, as the records themselves fold.

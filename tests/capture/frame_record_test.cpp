@@ -1,17 +1,17 @@
-#include "tools/halvane/frame_record.h"
+#include "halvane/capture/frame_record.h"
 
 #include <gtest/gtest.h>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/capture/beacon_frame.h"
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
-#include "tools/halvane/beacon_frame.h"
 
 using halvane::ByteBuffer;
 using halvane::Number;
 using namespace halvane::testing;
-using namespace halvane::tool;
+using namespace halvane::capture;
 
 namespace {
 

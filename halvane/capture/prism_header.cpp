@@ -7,11 +7,10 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/capture/radio_header.h"
+#include "halvane/capture/radio_header_internal.h"
 
-#include "tools/halvane/radio_header.h"
-#include "tools/halvane/radio_header_internal.h"
-
-namespace halvane::tool {
+namespace halvane::capture {
 
 namespace {
 
@@ -153,4 +152,4 @@ std::optional<RadioInfo> parseAVSHeader(std::span<const std::uint8_t> packet) {
     return info;
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture

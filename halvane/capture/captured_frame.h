@@ -1,8 +1,8 @@
 // A captured packet, examined for what a BSS record needs.
 //
 // Free functions and plain values; any thread may use them.
-#ifndef TOOLS_HALVANE_CAPTURED_FRAME_H
-#define TOOLS_HALVANE_CAPTURED_FRAME_H
+#ifndef HALVANE_CAPTURE_CAPTURED_FRAME_H
+#define HALVANE_CAPTURE_CAPTURED_FRAME_H
 
 #include <cstddef>
 #include <cstdint>
@@ -10,10 +10,11 @@
 #include <span>
 #include <variant>
 
-#include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/radio_header.h"
+#include "halvane/base/export.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/radio_header.h"
 
-namespace halvane::tool {
+namespace halvane::capture {
 
 struct CapturedFrame {
     RadioInfo radio{};  // all absent after a malformed radio header
@@ -29,9 +30,10 @@ struct CapturedFrame {
 //
 // `originalLength` is the packet's length, in octets, before the capture cut its end off. Absent,
 // or below the length of `packet`: the packet is whole. The result borrows from `packet`.
-CapturedFrame examinePacket(LinkType linkType, std::span<const std::uint8_t> packet,
-                            std::optional<std::size_t> originalLength = std::nullopt);
+HALVANE_EXPORT CapturedFrame
+examinePacket(LinkType linkType, std::span<const std::uint8_t> packet,
+              std::optional<std::size_t> originalLength = std::nullopt);
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture
 
 #endif

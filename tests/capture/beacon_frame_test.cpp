@@ -1,4 +1,4 @@
-#include "tools/halvane/beacon_frame.h"
+#include "halvane/capture/beacon_frame.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -7,7 +7,7 @@
 
 using halvane::ByteBuffer;
 using halvane::testing::Bytes;
-using namespace halvane::tool;
+using namespace halvane::capture;
 
 namespace {
 

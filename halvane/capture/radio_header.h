@@ -1,14 +1,16 @@
 // What the receiving card said of a frame: the header that stands before it in a capture.
 //
 // Free functions without state; any thread may call them.
-#ifndef TOOLS_HALVANE_RADIO_HEADER_H
-#define TOOLS_HALVANE_RADIO_HEADER_H
+#ifndef HALVANE_CAPTURE_RADIO_HEADER_H
+#define HALVANE_CAPTURE_RADIO_HEADER_H
 
 #include <cstdint>
 #include <optional>
 #include <span>
 
-namespace halvane::tool {
+#include "halvane/base/export.h"
+
+namespace halvane::capture {
 
 // The link types whose packets hold an 802.11 frame, numbered as in
 // https://www.tcpdump.org/linktypes.html.
@@ -21,7 +23,7 @@ enum class LinkType : int {
 };
 
 // Absent for every other link type.
-std::optional<LinkType> linkTypeOfNumber(int number);
+HALVANE_EXPORT std::optional<LinkType> linkTypeOfNumber(int number);
 
 struct RadioInfo {
     std::optional<int> frequencyMHz{};      // middle of the primary channel
@@ -36,8 +38,9 @@ struct RadioInfo {
 // Takes the radio header off `packet`. Absent for a malformed header: one longer than the packet,
 // of an unknown version or magic, with fields beyond its own length, or around another medium's
 // frame.
-std::optional<RadioInfo> parseRadioHeader(LinkType linkType, std::span<const std::uint8_t> packet);
+HALVANE_EXPORT std::optional<RadioInfo> parseRadioHeader(LinkType linkType,
+                                                         std::span<const std::uint8_t> packet);
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture
 
 #endif

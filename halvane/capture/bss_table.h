@@ -2,8 +2,8 @@
 //
 // Between sightings a BSS is kept as what its record is made of, for a record takes many times the
 // bytes of its frame.
-#ifndef TOOLS_HALVANE_BSS_TABLE_H
-#define TOOLS_HALVANE_BSS_TABLE_H
+#ifndef HALVANE_CAPTURE_BSS_TABLE_H
+#define HALVANE_CAPTURE_BSS_TABLE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -13,14 +13,14 @@
 #include <optional>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
 #include "halvane/base/number.h"
+#include "halvane/capture/frame_record.h"
 #include "halvane/ie/mac.h"
 
-#include "tools/halvane/frame_record.h"
+namespace halvane::capture {
 
-namespace halvane::tool {
-
-class BSSTable {
+class HALVANE_EXPORT BSSTable {
   public:
     // Adds a sighting, or folds it into those of the same BSSID, as mergeEntries() folds records.
     // But a channel that only the radio tells takes no place of one that the BSS told itself.
@@ -67,6 +67,6 @@ class BSSTable {
     std::map<ByteBuffer, std::size_t> indexOfAddress_;
 };
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture
 
 #endif

@@ -1,6 +1,6 @@
 // The parsers behind parseRadioHeader, one for each kind of header.
-#ifndef TOOLS_HALVANE_RADIO_HEADER_INTERNAL_H
-#define TOOLS_HALVANE_RADIO_HEADER_INTERNAL_H
+#ifndef HALVANE_CAPTURE_RADIO_HEADER_INTERNAL_H
+#define HALVANE_CAPTURE_RADIO_HEADER_INTERNAL_H
 
 #include <cstddef>
 #include <cstdint>
@@ -8,10 +8,9 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/capture/radio_header.h"
 
-#include "tools/halvane/radio_header.h"
-
-namespace halvane::tool {
+namespace halvane::capture {
 
 std::optional<RadioInfo> parseRadiotapHeader(std::span<const std::uint8_t> packet);
 std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet);
@@ -47,6 +46,6 @@ inline void setIfAbsent(std::optional<int>& slot, int value) {
     if (!slot) slot = value;
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture
 
 #endif

@@ -1,10 +1,10 @@
-#include "tools/halvane/beacon_frame.h"
+#include "halvane/capture/beacon_frame.h"
 
 #include <utility>
 
 #include "halvane/base/byte_cursor.h"
 
-namespace halvane::tool {
+namespace halvane::capture {
 
 namespace {
 
@@ -56,4 +56,4 @@ std::variant<BeaconFrame, SkipReason> parseBeaconFrame(std::span<const std::uint
     return SkipReason::OtherFrame;
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture

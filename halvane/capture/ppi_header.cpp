@@ -5,11 +5,10 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/capture/radio_header.h"
+#include "halvane/capture/radio_header_internal.h"
 
-#include "tools/halvane/radio_header.h"
-#include "tools/halvane/radio_header_internal.h"
-
-namespace halvane::tool {
+namespace halvane::capture {
 
 namespace {
 
@@ -78,4 +77,4 @@ std::optional<RadioInfo> parsePPIHeader(std::span<const std::uint8_t> packet) {
     return info;
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture

@@ -1,15 +1,15 @@
 // From a captured frame to its BSS record.
-#ifndef TOOLS_HALVANE_FRAME_RECORD_H
-#define TOOLS_HALVANE_FRAME_RECORD_H
+#ifndef HALVANE_CAPTURE_FRAME_RECORD_H
+#define HALVANE_CAPTURE_FRAME_RECORD_H
 
 #include <optional>
 
+#include "halvane/base/export.h"
 #include "halvane/base/number.h"
+#include "halvane/capture/captured_frame.h"
 #include "halvane/ie/mac.h"
 
-#include "tools/halvane/captured_frame.h"
-
-namespace halvane::tool {
+namespace halvane::capture {
 
 // A record, and what the radio header tells of where it was received.
 struct Sighting {
@@ -28,8 +28,8 @@ struct Sighting {
 // Operation element, else the one of the DS Parameter Set, else the radio's, which is the one of
 // its frequency, else of its channel number. A number of 0 names no channel.
 // REQUIRES: frame.beacon() is not null.
-Sighting sightingOfFrame(const CapturedFrame& frame);
+HALVANE_EXPORT Sighting sightingOfFrame(const CapturedFrame& frame);
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture
 
 #endif

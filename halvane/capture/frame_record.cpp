@@ -1,4 +1,4 @@
-#include "tools/halvane/frame_record.h"
+#include "halvane/capture/frame_record.h"
 
 #include <utility>
 
@@ -6,12 +6,11 @@
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
 #include "halvane/base/number.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/radio_header.h"
 #include "halvane/regulatory/channel.h"
 
-#include "tools/halvane/beacon_frame.h"
-#include "tools/halvane/radio_header.h"
-
-namespace halvane::tool {
+namespace halvane::capture {
 
 namespace {
 
@@ -74,4 +73,4 @@ Sighting sightingOfFrame(const CapturedFrame& frame) {
     return {std::move(record), radioChannel, !ownChannel && radioChannel};
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture

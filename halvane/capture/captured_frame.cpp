@@ -1,10 +1,10 @@
-#include "tools/halvane/captured_frame.h"
+#include "halvane/capture/captured_frame.h"
 
 #include <algorithm>
 
-#include "tools/halvane/fcs.h"
+#include "halvane/capture/fcs.h"
 
-namespace halvane::tool {
+namespace halvane::capture {
 
 namespace {
 
@@ -24,4 +24,4 @@ CapturedFrame examinePacket(LinkType linkType, std::span<const std::uint8_t> pac
             .isCut = missing > 0};
 }
 
-}  // namespace halvane::tool
+}  // namespace halvane::capture
