@@ -1,12 +1,51 @@
 #include "halvane/capture/fcs.h"
 
 #include <algorithm>
+#include <array>
 
 #include "halvane/base/byte_cursor.h"
 
 namespace halvane::capture {
 
-std::span<const std::uint8_t> withoutFCS(std::span<const std::uint8_t> frame, std::size_t missing) {
+namespace {
+
+// The generator polynomial of 9.2.4.8 but for x^32, with the coefficient of x^31 in bit 0: octets
+// enter the sum, as they are sent, with their least significant bit first.
+constexpr std::uint32_t kPolynomial = 0xEDB88320;
+constexpr std::uint32_t kAllOnes = 0xFFFFFFFF;
+
+// The remainder that each octet leaves.
+constexpr std::array<std::uint32_t, 256> kRemainders = [] {
+    std::array<std::uint32_t, 256> remainders{};
+    for (std::uint32_t octet = 0; octet < remainders.size(); ++octet) {
+        std::uint32_t remainder = octet;
+        for (int bit = 0; bit < 8; ++bit) {
+            remainder = (remainder >> 1) ^ ((remainder & 1) != 0 ? kPolynomial : 0);
+        }
+        remainders[octet] = remainder;
+    }
+    return remainders;
+}();
+
+}  // namespace
+
+std::uint32_t frameCheckSequence(std::span<const std::uint8_t> frame) noexcept {
+    std::uint32_t sum = kAllOnes;
+    for (const std::uint8_t octet : frame) {
+        sum = (sum >> 8) ^ kRemainders[(sum ^ octet) & 0xFF];
+    }
+    return sum ^ kAllOnes;
+}
+
+bool endsInItsFCS(std::span<const std::uint8_t> frame) noexcept {
+    if (frame.size() < kFCSSize) return false;
+    ByteCursor cursor(frame);
+    const auto content = cursor.take(frame.size() - kFCSSize);
+    return content && cursor.u32le() == frameCheckSequence(*content);
+}
+
+std::span<const std::uint8_t> withoutFCS(std::span<const std::uint8_t> frame,
+                                         std::size_t missing) noexcept {
     const std::size_t kept = kFCSSize - std::min(missing, kFCSSize);
     return ByteCursor(frame).take(frame.size() - std::min(kept, frame.size())).value_or(frame);
 }
