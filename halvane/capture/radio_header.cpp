@@ -4,14 +4,6 @@
 
 namespace halvane::capture {
 
-std::optional<LinkType> linkTypeOfNumber(int number) {
-    for (const LinkType linkType :
-         {LinkType::IEEE80211, LinkType::Prism, LinkType::Radiotap, LinkType::AVS, LinkType::PPI}) {
-        if (static_cast<int>(linkType) == number) return linkType;
-    }
-    return std::nullopt;
-}
-
 std::optional<RadioInfo> parseRadioHeader(LinkType linkType, std::span<const std::uint8_t> packet) {
     switch (linkType) {
         case LinkType::IEEE80211:

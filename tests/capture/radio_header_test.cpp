@@ -167,15 +167,6 @@ TEST(RadioHeader, ReadsTheHeadersOfRealCaptures) {
     }
 }
 
-TEST(RadioHeader, KnowsTheLinkTypesOf80211) {
-    for (const int number : {105, 119, 127, 163, 192}) {
-        const auto linkType = linkTypeOfNumber(number);
-        ASSERT_TRUE(linkType) << number;
-        EXPECT_EQ(static_cast<int>(*linkType), number);
-    }
-    for (const int number : {-1, 0, 1, 104, 106, 113, 276}) EXPECT_FALSE(linkTypeOfNumber(number));
-}
-
 // Radiotap.
 
 // Every field that the table knows, one after the other, then the dBm noise that only a second
