@@ -1,8 +1,15 @@
 #include "halvane/capture/bss_table.h"
 
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <optional>
 #include <utility>
 
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/ie/mac.h"
 
 namespace halvane::capture {
 
@@ -20,14 +27,41 @@ HalvaneMAC recordSince(const ByteBuffer& mac, std::uint64_t firstAdded) {
     return HalvaneMAC::initWithSkeletonRepresentation(skeleton);
 }
 
-}  // namespace
+// The elements of one frame, with its capability field, on which what a record derives from them
+// depends.
+struct Elements {
+    explicit Elements(const HalvaneMAC& record)
+        : bytes(record.ieBuffer()), capabilities(record.capabilities()) {}
 
-void BSSTable::Elements::putInto(HalvaneMAC& record) const {
-    record.setCapabilityField(capabilities);
-    if (bytes) record.setInformationElements(*bytes);
-}
+    void putInto(HalvaneMAC& record) const {
+        record.setCapabilityField(capabilities);
+        if (bytes) record.setInformationElements(*bytes);
+    }
 
-BSSTable::Entry::Entry(const Sighting& sighting)
+    std::optional<ByteBuffer> bytes;
+    std::uint16_t capabilities;
+};
+
+// One BSS.
+class Entry {
+  public:
+    explicit Entry(const Sighting& sighting);
+
+    void fold(const Sighting& sighting);
+    Sighting sighting() const;
+
+  private:
+    ByteBuffer mac_;
+    std::uint64_t firstAdded_;
+    Elements elements_;
+    std::unique_ptr<Elements> revealing_;  // those that came later and told the SSID
+    std::optional<Number> channel_, noise_, RSSI_, beaconInterval_, radioChannel_;
+    std::uint16_t capabilities_;
+    bool isChannelOfRadio_;
+    bool hasSSID_;
+};
+
+Entry::Entry(const Sighting& sighting)
     : mac_(sighting.record.mac()),
       firstAdded_(sighting.record.firstAdded()),
       elements_(sighting.record),
@@ -40,7 +74,7 @@ BSSTable::Entry::Entry(const Sighting& sighting)
       isChannelOfRadio_(sighting.isChannelOfRadio),
       hasSSID_(sighting.record.SSID().has_value()) {}
 
-void BSSTable::Entry::fold(const Sighting& sighting) {
+void Entry::fold(const Sighting& sighting) {
     const HalvaneMAC& newer = sighting.record;
     if (!hasSSID_ && newer.SSID()) {
         revealing_ = std::make_unique<Elements>(newer);
@@ -58,7 +92,7 @@ void BSSTable::Entry::fold(const Sighting& sighting) {
     capabilities_ = newer.capabilities();
 }
 
-Sighting BSSTable::Entry::sighting() const {
+Sighting Entry::sighting() const {
     HalvaneMAC record = recordSince(mac_, firstAdded_);
     elements_.putInto(record);
     if (revealing_) revealing_->putInto(record);
@@ -70,18 +104,49 @@ Sighting BSSTable::Entry::sighting() const {
     return {std::move(record), radioChannel_, isChannelOfRadio_};
 }
 
-void BSSTable::add(const Sighting& sighting) {
-    const ByteBuffer& address = sighting.record.mac();
-    const auto known = indexOfAddress_.find(address);
-    if (known != indexOfAddress_.end()) return entries_[known->second].fold(sighting);
-    // Both or none, where memory runs out.
-    const auto added = indexOfAddress_.emplace(address, entries_.size()).first;
-    try {
-        entries_.emplace_back(sighting);
-    } catch (...) {
-        indexOfAddress_.erase(added);
-        throw;
+}  // namespace
+
+class HALVANE_HIDDEN BSSTable::Entries {
+  public:
+    void add(const Sighting& sighting) {
+        const ByteBuffer& address = sighting.record.mac();
+        const auto known = indexOfAddress_.find(address);
+        if (known != indexOfAddress_.end()) return entries_[known->second].fold(sighting);
+        // Both or none, where memory runs out.
+        const auto added = indexOfAddress_.emplace(address, entries_.size()).first;
+        try {
+            entries_.emplace_back(sighting);
+        } catch (...) {
+            indexOfAddress_.erase(added);
+            throw;
+        }
     }
+
+    std::size_t size() const { return entries_.size(); }
+    Sighting at(std::size_t index) const { return entries_[index].sighting(); }
+
+  private:
+    std::deque<Entry> entries_;
+    // By the octets, for a record of a skeleton may have any number of them.
+    std::map<ByteBuffer, std::size_t> indexOfAddress_;
+};
+
+BSSTable::BSSTable() noexcept = default;
+BSSTable::BSSTable(BSSTable&& other) noexcept = default;
+BSSTable& BSSTable::operator=(BSSTable&& other) noexcept = default;
+BSSTable::~BSSTable() = default;
+
+void BSSTable::add(const Sighting& sighting) {
+    if (!entries_) entries_ = std::make_unique<Entries>();
+    entries_->add(sighting);
+}
+
+std::size_t BSSTable::size() const {
+    return entries_ ? entries_->size() : 0;
+}
+
+Sighting BSSTable::at(std::size_t index) const {
+    return entries_->at(index);
 }
 
 }  // namespace halvane::capture
