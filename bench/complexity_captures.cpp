@@ -31,7 +31,7 @@ BSSTable tableOf(const std::string& path) {
     requireRow(error.c_str(), reader.has_value());
     BSSTable table;
     while (const auto frame = reader->next()) {
-        if (frame->beacon() != nullptr) table.add(sightingOfFrame(*frame));
+        if (frame->beacon() != nullptr) table.add(sightingOf(*frame->beacon(), frame->radio));
     }
     return table;
 }
@@ -168,9 +168,7 @@ void addOutput(const char* row, Format format) {
             std::vector<Sighting> sightings;
             for (std::size_t i = 0; i < n; ++i) {
                 const Bytes frame = beacon(i, {0, 1, 'a', 1, 1, 12});
-                CapturedFrame captured;
-                captured.content = parseBeaconFrame(frame);
-                sightings.push_back(sightingOfFrame(captured));
+                sightings.push_back(sightingOf(*parseBeaconFrame(frame)));
             }
             return sightings;
         },

@@ -41,7 +41,7 @@ BSSTable tableOf(const std::string& path) {
     auto reader = CaptureReader::open(path, error);
     BSSTable table;
     while (const auto frame = reader ? reader->next() : std::nullopt) {
-        if (frame->beacon() != nullptr) table.add(sightingOfFrame(*frame));
+        if (frame->beacon() != nullptr) table.add(sightingOf(*frame->beacon(), frame->radio));
     }
     return table;
 }

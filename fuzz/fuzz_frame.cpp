@@ -4,8 +4,8 @@
 #include <span>
 
 #include "halvane/capture/beacon_frame.h"
-#include "halvane/capture/captured_frame.h"
 #include "halvane/capture/frame_record.h"
+#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 
 #include "fuzz/require.h"
@@ -18,14 +18,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::span<const std::uint8_t> packet(data, size);
     for (const LinkType linkType : kLinkTypes) {
         const auto radio = parseRadioHeader(linkType, packet);
+        const auto sighting = sightingOfPacket(linkType, packet);
+        REQUIRE(radio || (!sighting && sighting.error() == SkipReason::MalformedHeader));
         if (!radio) continue;
         REQUIRE(radio->frame.size() <= size);
-        CapturedFrame frame;
-        frame.radio = *radio;
-        frame.content = parseBeaconFrame(radio->frame);
-        if (frame.beacon() == nullptr) continue;
-        const auto record = sightingOfFrame(frame).record;
-        REQUIRE(record.ieBuffer()->size() <= radio->frame.size());
+        if (const auto beacon = parseBeaconFrame(radio->frame)) {
+            REQUIRE(beacon->elements.size() < radio->frame.size());
+        }
+        if (!sighting) continue;
+        REQUIRE(!radio->isBadFCS);
+        REQUIRE(sighting->record.ieBuffer()->size() <= radio->frame.size());
     }
     return 0;
 }

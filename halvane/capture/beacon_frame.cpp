@@ -1,7 +1,5 @@
 #include "halvane/capture/beacon_frame.h"
 
-#include <utility>
-
 #include "halvane/base/byte_cursor.h"
 
 namespace halvane::capture {
@@ -16,29 +14,30 @@ constexpr std::uint8_t kMoreFragments = 0x04;
 constexpr std::uint8_t kProtected = 0x40;
 constexpr std::uint8_t kHasHTControl = 0x80;  // +HTC/Order, in a management frame
 
-constexpr std::size_t kAddressSize = 6;
 constexpr std::size_t kTimestampSize = 8;
 constexpr std::size_t kHTControlSize = 4;
 constexpr std::uint16_t kFragmentNumber = 0x000F;  // of the Sequence Control field, 9.2.4.4
 
 // What stands after Frame Control: 9.3.3.1 (the management header), then 9.3.3.2 and 9.3.3.10.
-std::variant<BeaconFrame, SkipReason> readRest(ByteCursor& cursor, BeaconSubtype subtype,
-                                               std::uint8_t flags) {
-    if (flags & kMoreFragments) return SkipReason::Fragment;
-    if (!cursor.skip(2 + 2 * kAddressSize)) return SkipReason::Short;  // duration, addresses 1, 2
-    auto bssid = cursor.takeBuffer(kAddressSize);
+Result<BeaconFrame, SkipReason> readRest(ByteCursor& cursor, BeaconSubtype subtype,
+                                         std::uint8_t flags) {
+    if (flags & kMoreFragments) return Unexpected(SkipReason::Fragment);
+    if (!cursor.skip(2 + 2 * MacAddress::kSize))
+        return Unexpected(SkipReason::Short);  // duration, addresses 1, 2
+    const auto bssid = cursor.take(MacAddress::kSize);
     const auto sequenceControl = cursor.u16le();
-    if (!sequenceControl) return SkipReason::Short;
-    if (*sequenceControl & kFragmentNumber) return SkipReason::Fragment;
-    if (flags & kProtected) return SkipReason::Encrypted;
-    if ((flags & kHasHTControl) && !cursor.skip(kHTControlSize)) return SkipReason::Short;
+    if (!sequenceControl) return Unexpected(SkipReason::Short);
+    if (*sequenceControl & kFragmentNumber) return Unexpected(SkipReason::Fragment);
+    if (flags & kProtected) return Unexpected(SkipReason::Encrypted);
+    if ((flags & kHasHTControl) && !cursor.skip(kHTControlSize))
+        return Unexpected(SkipReason::Short);
 
-    if (!cursor.skip(kTimestampSize)) return SkipReason::Short;
+    if (!cursor.skip(kTimestampSize)) return Unexpected(SkipReason::Short);
     const auto interval = cursor.u16le();
     const auto capabilities = cursor.u16le();
-    if (!capabilities) return SkipReason::Short;
+    if (!capabilities) return Unexpected(SkipReason::Short);
     return BeaconFrame{.subtype = subtype,
-                       .bssid = std::move(*bssid),
+                       .bssid = MacAddress::fromBytes(*bssid).value_or(MacAddress()),
                        .beaconInterval = *interval,
                        .capabilities = *capabilities,
                        .elements = cursor.rest()};
@@ -46,14 +45,14 @@ std::variant<BeaconFrame, SkipReason> readRest(ByteCursor& cursor, BeaconSubtype
 
 }  // namespace
 
-std::variant<BeaconFrame, SkipReason> parseBeaconFrame(std::span<const std::uint8_t> frame) {
+Result<BeaconFrame, SkipReason> parseBeaconFrame(std::span<const std::uint8_t> frame) {
     ByteCursor cursor(frame);
     const auto kind = cursor.u8();
     const auto flags = cursor.u8();
-    if (!flags) return SkipReason::Short;
+    if (!flags) return Unexpected(SkipReason::Short);
     if (*kind == kBeacon) return readRest(cursor, BeaconSubtype::Beacon, *flags);
     if (*kind == kProbeResponse) return readRest(cursor, BeaconSubtype::ProbeResponse, *flags);
-    return SkipReason::OtherFrame;
+    return Unexpected(SkipReason::OtherFrame);
 }
 
 }  // namespace halvane::capture

@@ -1,4 +1,5 @@
-// Beacons and probe responses: the two frames in which a BSS describes itself.
+// Beacons and probe responses: the two frames in which a BSS describes itself (IEEE 802.11-2020,
+// 9.3.3.2 and 9.3.3.10).
 //
 // Free functions without state; any thread may call them.
 #ifndef HALVANE_CAPTURE_BEACON_FRAME_H
@@ -7,14 +8,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <variant>
 
-#include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
+#include "halvane/base/mac_address.h"
+#include "halvane/base/result.h"
 
 namespace halvane::capture {
 
-// Why a captured frame gives no record. The order is the one that summaries print in.
+// Why a captured frame gives no record. The values count from 0 on, for use as an index.
 enum class SkipReason {
     OtherFrame,       // neither a beacon nor a probe response
     Fragment,         // part of a frame that was sent in pieces
@@ -29,15 +30,16 @@ enum class BeaconSubtype { Beacon, ProbeResponse };
 
 struct BeaconFrame {
     BeaconSubtype subtype = BeaconSubtype::Beacon;
-    ByteBuffer bssid;                        // 6 bytes
-    std::uint16_t beaconInterval = 0;        // TU (1.024 ms)
-    std::uint16_t capabilities = 0;          // capability information field
-    std::span<const std::uint8_t> elements;  // borrowed from the frame; may be empty
+    MacAddress bssid{};
+    std::uint16_t beaconInterval = 0;          // TU (1.024 ms)
+    std::uint16_t capabilities = 0;            // capability information field (9.4.1.4)
+    std::span<const std::uint8_t> elements{};  // borrowed from the frame; may be empty
 };
 
-// Reads an 802.11 frame that has no radio header and no frame check sequence any more. Answers
-// every reason but Damaged and MalformedHeader, which the frame itself cannot tell.
-HALVANE_EXPORT std::variant<BeaconFrame, SkipReason> parseBeaconFrame(
+// Reads an 802.11 frame from its Frame Control field on, without radio header and frame check
+// sequence. The elements are not looked into. An error is any reason but Damaged and
+// MalformedHeader, which the frame itself cannot tell.
+HALVANE_EXPORT Result<BeaconFrame, SkipReason> parseBeaconFrame(
     std::span<const std::uint8_t> frame);
 
 }  // namespace halvane::capture

@@ -8,8 +8,8 @@ namespace halvane::capture {
 
 namespace {
 
-std::variant<BeaconFrame, SkipReason> read(const RadioInfo& radio, std::size_t missing) {
-    if (radio.isBadFCS) return SkipReason::Damaged;
+Result<BeaconFrame, SkipReason> read(const RadioInfo& radio, std::size_t missing) {
+    if (radio.isBadFCS) return Unexpected(SkipReason::Damaged);
     return parseBeaconFrame(radio.hasFCS ? withoutFCS(radio.frame, missing) : radio.frame);
 }
 
@@ -19,9 +19,10 @@ CapturedFrame examinePacket(LinkType linkType, std::span<const std::uint8_t> pac
                             std::optional<std::size_t> originalLength) {
     const std::size_t missing = std::max(originalLength.value_or(0), packet.size()) - packet.size();
     const auto radio = parseRadioHeader(linkType, packet);
-    return {.radio = radio.value_or(RadioInfo()),
-            .content = radio ? read(*radio, missing) : SkipReason::MalformedHeader,
-            .isCut = missing > 0};
+    if (!radio) {
+        return {.content = Unexpected(SkipReason::MalformedHeader), .isCut = missing > 0};
+    }
+    return {.radio = *radio, .content = read(*radio, missing), .isCut = missing > 0};
 }
 
 }  // namespace halvane::capture

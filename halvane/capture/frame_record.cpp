@@ -7,6 +7,7 @@
 #include "halvane/base/element_id.h"
 #include "halvane/base/number.h"
 #include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/captured_frame.h"
 #include "halvane/capture/radio_header.h"
 #include "halvane/regulatory/channel.h"
 
@@ -59,18 +60,25 @@ std::optional<Number> numberOf(std::optional<int> value) {
 
 }  // namespace
 
-Sighting sightingOfFrame(const CapturedFrame& frame) {
-    const BeaconFrame& beacon = *frame.beacon();
-    auto record = HalvaneMAC::initWithMAC(beacon.bssid);
-    record.setRSSI(numberOf(frame.radio.signalDBm));
-    record.setNoise(numberOf(frame.radio.noiseDBm));
+Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
+    auto record = HalvaneMAC::initWithMAC(beacon.bssid.buffer());
+    record.setRSSI(numberOf(radio.signalDBm));
+    record.setNoise(numberOf(radio.noiseDBm));
     record.setBeaconInterval(Number(beacon.beaconInterval));
     record.setCapabilityField(beacon.capabilities);
     record.setInformationElements(ByteBuffer(beacon.elements));
-    const auto radioChannel = channelOfRadio(frame.radio);
+    const auto radioChannel = channelOfRadio(radio);
     const auto ownChannel = channelOfElements(record);
     record.setChannel(ownChannel ? ownChannel : radioChannel);
     return {std::move(record), radioChannel, !ownChannel && radioChannel};
+}
+
+Result<Sighting, SkipReason> sightingOfPacket(LinkType linkType,
+                                              std::span<const std::uint8_t> packet,
+                                              std::optional<std::size_t> originalLength) {
+    const CapturedFrame frame = examinePacket(linkType, packet, originalLength);
+    if (!frame.content) return Unexpected(frame.content.error());
+    return sightingOf(*frame.content, frame.radio);
 }
 
 }  // namespace halvane::capture

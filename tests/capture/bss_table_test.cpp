@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -115,6 +116,32 @@ TEST(BSSTable, KeepsTheChannelThatTheBSSTold) {
     EXPECT_EQ(table.at(0).otherRadioChannel(), Number(4));
     EXPECT_EQ(see(153, std::nullopt, false).record.channel(), Number(153));
     EXPECT_EQ(table.at(0).otherRadioChannel(), Number(4));
+}
+
+TEST(BSSTable, IsEmptyAtFirstAndOnceItWasMovedFrom) {
+    BSSTable table;
+    EXPECT_TRUE(table.empty());
+    table.add(sighting(1, -50));
+    table.add(sighting(2, -60));
+    BSSTable other = std::move(table);
+    EXPECT_EQ(other.size(), 2u);
+    EXPECT_EQ(other.at(1).record.RSSI(), Number(-60));
+    EXPECT_EQ(table.size(), 0u);  // NOLINT: it is the point
+    table.add(sighting(3, -70));
+    EXPECT_EQ(table.at(0).record.RSSI(), Number(-70));
+    other = std::move(table);
+    EXPECT_EQ(other.size(), 1u);
+}
+
+TEST(BSSTable, TakesRecordsWithoutAnAddressForOneBSS) {
+    BSSTable table;
+    for (const int rssi : {-50, -60}) {
+        auto record = HalvaneMAC::initWithMAC(ByteBuffer());
+        record.setRSSI(Number(rssi));
+        table.add({record});
+    }
+    ASSERT_EQ(table.size(), 1u);
+    EXPECT_EQ(table.at(0).record.RSSI(), Number(-60));
 }
 
 }  // namespace

@@ -1,29 +1,32 @@
 #include "halvane/capture/frame_record.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <optional>
+#include <utility>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
+#include "halvane/base/number.h"
 #include "halvane/capture/beacon_frame.h"
 
+#include "tests/capture/packets.h"
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
 
 using halvane::ByteBuffer;
+using halvane::MacAddress;
 using halvane::Number;
 using namespace halvane::testing;
 using namespace halvane::capture;
 
 namespace {
 
-CapturedFrame frameOf(const Bytes& elements) {
-    CapturedFrame frame;
-    BeaconFrame beacon;
-    beacon.bssid = {0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E};
-    beacon.beaconInterval = 100;
-    beacon.capabilities = 0x0411;
-    beacon.elements = elements;
-    frame.content = beacon;
-    return frame;
+constexpr MacAddress kBSSID({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E});
+
+BeaconFrame beaconOf(const Bytes& elements) {
+    return {.bssid = kBSSID, .beaconInterval = 100, .capabilities = 0x0411, .elements = elements};
 }
 
 const Bytes kDSParameterSet = element(3, {11});
@@ -31,27 +34,21 @@ const Bytes kHTOperation = htOperationElement(44, 0);
 
 std::optional<Number> channelOf(const Bytes& elements, std::optional<int> frequency = {},
                                 std::optional<int> channel = {}) {
-    auto frame = frameOf(elements);
-    frame.radio.frequencyMHz = frequency;
-    frame.radio.channel = channel;
-    return sightingOfFrame(frame).record.channel();
+    const RadioInfo radio = {.frequencyMHz = frequency, .channel = channel};
+    return sightingOf(beaconOf(elements), radio).record.channel();
 }
 
 std::optional<Number> otherRadioChannel(const Bytes& elements, std::optional<int> frequency,
                                         std::optional<int> channel = {}) {
-    auto frame = frameOf(elements);
-    frame.radio.frequencyMHz = frequency;
-    frame.radio.channel = channel;
-    return sightingOfFrame(frame).otherRadioChannel();
+    const RadioInfo radio = {.frequencyMHz = frequency, .channel = channel};
+    return sightingOf(beaconOf(elements), radio).otherRadioChannel();
 }
 
 TEST(FrameRecord, HoldsWhatTheFrameAndItsRadioHeaderTell) {
     const Bytes elements = ssidElement("home");
-    auto frame = frameOf(elements);
-    frame.radio.signalDBm = -61;
-    frame.radio.noiseDBm = -95;
-    const auto record = sightingOfFrame(frame).record;
-    EXPECT_EQ(record.mac(), (ByteBuffer{0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}));
+    const RadioInfo radio = {.signalDBm = -61, .noiseDBm = -95};
+    const auto record = sightingOf(beaconOf(elements), radio).record;
+    EXPECT_EQ(record.mac(), kBSSID.buffer());
     EXPECT_EQ(record.RSSI(), Number(-61));
     EXPECT_EQ(record.noise(), Number(-95));
     EXPECT_EQ(record.beaconInterval(), Number(100));
@@ -61,7 +58,7 @@ TEST(FrameRecord, HoldsWhatTheFrameAndItsRadioHeaderTell) {
 }
 
 TEST(FrameRecord, LeavesOutWhatTheRadioHeaderDoesNotTell) {
-    const auto record = sightingOfFrame(frameOf({})).record;
+    const auto record = sightingOf(beaconOf({})).record;
     EXPECT_FALSE(record.RSSI() || record.noise());
 }
 
@@ -101,6 +98,44 @@ TEST(FrameRecord, PassesOverElementsTooShortForAChannel) {
     EXPECT_EQ(channelOf(joined({element(3, {}), kHTOperation})), Number(44));
     EXPECT_EQ(channelOf(element(61, {44, 0})), std::nullopt);
     EXPECT_EQ(channelOf({3, 255}), std::nullopt);
+}
+
+TEST(FrameRecord, IsMadeOfAPacket) {
+    const Bytes packet = withRadiotap(0, beaconPacket());
+    const auto sighting = sightingOfPacket(LinkType::Radiotap, packet);
+    ASSERT_TRUE(sighting);
+    EXPECT_EQ(sighting->record.mac(), (ByteBuffer{0x02, 0, 0, 0, 0, 0x01}));
+    EXPECT_EQ(sighting->record.RSSI(), Number(-60));
+    EXPECT_EQ(sighting->record.SSID(), ByteBuffer::fromText("a"));
+}
+
+TEST(FrameRecord, KeepsNothingOfThePacketThatItIsMadeOf) {
+    Bytes packet = withRadiotap(0, beaconPacket());
+    const auto sighting = sightingOfPacket(LinkType::Radiotap, packet);
+    std::ranges::fill(packet, std::uint8_t{0xFF});
+    ASSERT_TRUE(sighting);
+    EXPECT_EQ(sighting->record.ieBuffer(), (ByteBuffer{0x00, 0x01, 0x61}));
+}
+
+TEST(FrameRecord, IsMadeOfWhatTheCaptureKept) {
+    Bytes packet = withRadiotap(0x10, beaconPacket());  // the frame check sequence was cut off
+    const auto sighting = sightingOfPacket(LinkType::Radiotap, packet, packet.size() + 4);
+    ASSERT_TRUE(sighting);
+    EXPECT_EQ(sighting->record.SSID(), ByteBuffer::fromText("a"));
+}
+
+TEST(FrameRecord, IsNotMadeOfAPacketThatIsSkipped) {
+    Bytes data = beaconPacket();
+    data.at(0) = 0x08;
+    for (const auto& [packet, reason] : {
+             std::pair(withRadiotap(0, data), SkipReason::OtherFrame),
+             std::pair(withRadiotap(0x40, beaconPacket()), SkipReason::Damaged),
+             std::pair(beaconPacket(), SkipReason::MalformedHeader),
+         }) {
+        const auto sighting = sightingOfPacket(LinkType::Radiotap, packet);
+        ASSERT_FALSE(sighting);
+        EXPECT_EQ(sighting.error(), reason);
+    }
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ std::string lineOf(const CapturedFrame& frame) {
         return value ? std::to_string(*value) : "-";
     };
     halvane::ByteCursor elements(frame.beacon()->elements);
-    std::string line = frame.beacon()->bssid.hex().substr(10) + " ";
+    std::string line = frame.beacon()->bssid.text().substr(15) + " ";
     line += frame.beacon()->subtype == BeaconSubtype::Beacon ? "beacon " : "response ";
     line += text(frame.radio.frequencyMHz) + " MHz " + text(frame.radio.channel) + " " +
             text(frame.radio.signalDBm) + " dBm " + text(frame.radio.noiseDBm);

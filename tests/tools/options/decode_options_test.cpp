@@ -5,11 +5,13 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/mac_address.h"
+
 #include "tests/support/tool_command_line.h"
 #include "tools/halvane/commands/command.h"
 
 using namespace halvane::tool;
-using halvane::ByteBuffer;
+using halvane::MacAddress;
 using halvane::testing::ToolOptions;
 
 namespace {
@@ -48,7 +50,7 @@ TEST(DecodeOptions, MayStandAfterTheFiles) {
 }
 
 TEST(DecodeOptions, ReadAnAddressInEitherCase) {
-    const ByteBuffer address = {0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E};
+    const MacAddress address({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E});
     EXPECT_EQ(optionsOf({"--bssid=02:1A:2b:3C:4d:5E", "a"}).bssid, address);
     EXPECT_EQ(optionsOf({"--bssid=021a2b3c4d5e", "a"}).bssid, address);
 }

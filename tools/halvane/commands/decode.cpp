@@ -68,7 +68,8 @@ class Decoder {
             complain(error);
             return false;
         }
-        auto record = HalvaneMAC::initWithMAC(options_.bssid.value_or(ByteBuffer()));
+        const auto& bssid = options_.bssid;
+        auto record = HalvaneMAC::initWithMAC(bssid ? bssid->buffer() : ByteBuffer());
         record.setCapabilityField(options_.capabilities.value_or(0));
         record.setInformationElements(*elements);
         table_.add({record});
@@ -109,7 +110,7 @@ class Decoder {
             if (progress.isShown()) progress.update(reader.bytesRead());
             const capture::BeaconFrame* beacon = frame->beacon();
             if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
-            const capture::Sighting sighting = capture::sightingOfFrame(*frame);
+            const capture::Sighting sighting = capture::sightingOf(*beacon, frame->radio);
             if (sighting.record.invalidIEs()) cut.add(frame->number);
             if (!options_.isPerFrame) {
                 table_.add(sighting);

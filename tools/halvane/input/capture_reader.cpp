@@ -63,7 +63,7 @@ void CaptureSummary::add(const capture::CapturedFrame& frame) {
     if (const capture::BeaconFrame* beacon = frame.beacon()) {
         ++(beacon->subtype == capture::BeaconSubtype::Beacon ? beacons : probeResponses);
     } else {
-        ++skipped.at(static_cast<std::size_t>(std::get<capture::SkipReason>(frame.content)));
+        ++skipped.at(static_cast<std::size_t>(frame.content.error()));
     }
 }
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstddef>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"
@@ -14,8 +14,6 @@
 namespace halvane::tool {
 
 namespace {
-
-constexpr std::size_t kAddressLength = 6;
 
 // The options as they were typed; null, or 0, where they were not.
 struct Typed {
@@ -71,10 +69,9 @@ CLIOption gDecodeOptions[] = {
 
 namespace {
 
-std::optional<ByteBuffer> addressOf(std::string_view text) {
-    auto address = ByteBuffer::fromHex(text);
-    if (!address || address->size() != kAddressLength) return std::nullopt;
-    return address;
+std::optional<MacAddress> addressOf(std::string_view text) {
+    const auto octets = ByteBuffer::fromHex(text);
+    return octets ? MacAddress::fromBytes(octets->bytes()) : std::nullopt;
 }
 
 // A 16-bit number, hexadecimal after "0x".

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/format.h"
@@ -21,7 +21,7 @@ struct DecodeOptions {
     bool isPerFrame = false;
     bool isHex = false;
     std::optional<std::uint16_t> capabilities;  // of a hexadecimal element buffer
-    std::optional<ByteBuffer> bssid;
+    std::optional<MacAddress> bssid;
     std::optional<std::string> ssid;
 };
 

@@ -1,0 +1,118 @@
+#include "halvane/capture/captured_frame.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/capture/fcs.h"
+
+#include "tests/capture/packets.h"
+#include "tests/support/hostile_bytes.h"
+
+using halvane::ByteBuffer;
+using halvane::testing::beaconPacket;
+using halvane::testing::Bytes;
+using halvane::testing::withRadiotap;
+using namespace halvane::capture;
+
+namespace {
+
+constexpr std::uint8_t kFCSAtEnd = 0x10, kBadFCS = 0x40;  // of the radiotap flags
+
+const Bytes kWrongFCS = {0xDE, 0xAD, 0xBE, 0xEF};
+
+Bytes joined(Bytes bytes, const Bytes& more) {
+    bytes.insert(bytes.end(), more.begin(), more.end());
+    return bytes;
+}
+
+std::string elementsOf(const CapturedFrame& frame) {
+    return frame.beacon() != nullptr ? ByteBuffer(frame.beacon()->elements).hex() : "none";
+}
+
+TEST(CapturedFrame, HoldsWhatRadioHeaderAndFrameTell) {
+    const Bytes packet = withRadiotap(0, beaconPacket());
+    const auto frame = examinePacket(LinkType::Radiotap, packet);
+    EXPECT_EQ(frame.radio.signalDBm, -60);
+    EXPECT_EQ(frame.beacon()->bssid.text(), "02:00:00:00:00:01");
+    EXPECT_EQ(elementsOf(frame), "000161");
+    EXPECT_FALSE(frame.isCut);
+}
+
+TEST(CapturedFrame, HasNoRadioHeaderUnderTheLinkTypeOfBareFrames) {
+    const Bytes packet = beaconPacket();
+    const auto frame = examinePacket(LinkType::IEEE80211, packet);
+    EXPECT_EQ(frame.radio.signalDBm, std::nullopt);
+    EXPECT_EQ(elementsOf(frame), "000161");
+}
+
+TEST(CapturedFrame, EndsBeforeItsFrameCheckSequence) {
+    const Bytes frame = joined(beaconPacket(), kWrongFCS);
+    const Bytes announced = withRadiotap(kFCSAtEnd, frame);
+    const Bytes silent = withRadiotap(0, frame);
+    EXPECT_EQ(elementsOf(examinePacket(LinkType::Radiotap, announced)), "000161");
+    // Nothing announces it: these octets may be elements.
+    EXPECT_EQ(elementsOf(examinePacket(LinkType::Radiotap, silent)), "000161deadbeef");
+}
+
+TEST(CapturedFrame, IsDamagedOnlyWhereTheRadioHeaderSaysSo) {
+    const Bytes right = withRadiotap(
+        kFCSAtEnd | kBadFCS, joined(beaconPacket(), halvane::testing::fcsOf(beaconPacket())));
+    const Bytes wrong = withRadiotap(kFCSAtEnd, joined(beaconPacket(), kWrongFCS));
+    const auto damaged = examinePacket(LinkType::Radiotap, right);
+    ASSERT_FALSE(damaged.content);
+    EXPECT_EQ(damaged.content.error(), SkipReason::Damaged);
+    EXPECT_TRUE(endsInItsFCS(damaged.radio.frame));
+    const auto whole = examinePacket(LinkType::Radiotap, wrong);
+    EXPECT_TRUE(whole.content);
+    EXPECT_FALSE(endsInItsFCS(whole.radio.frame));
+}
+
+TEST(CapturedFrame, EndsWhereTheCaptureCutIt) {
+    const Bytes whole = withRadiotap(kFCSAtEnd, joined(beaconPacket(), kWrongFCS));
+    for (std::size_t missing = 0; missing <= 7; ++missing) {
+        const Bytes kept(whole.begin(), whole.end() - static_cast<std::ptrdiff_t>(missing));
+        const auto frame = examinePacket(LinkType::Radiotap, kept, whole.size());
+        const std::size_t octets = missing <= 4 ? 3 : 7 - missing;
+        EXPECT_EQ(elementsOf(frame), std::string("000161").substr(0, 2 * octets)) << missing;
+        EXPECT_EQ(frame.isCut, missing > 0) << missing;
+    }
+}
+
+TEST(CapturedFrame, IsWholeWhereItsOriginalLengthIsBelowItsOwn) {
+    const Bytes packet = withRadiotap(kFCSAtEnd, joined(beaconPacket(), kWrongFCS));
+    for (const std::size_t length : {std::size_t{0}, packet.size() - 1, packet.size()}) {
+        const auto frame = examinePacket(LinkType::Radiotap, packet, length);
+        EXPECT_FALSE(frame.isCut) << length;
+        EXPECT_EQ(elementsOf(frame), "000161") << length;
+    }
+}
+
+TEST(CapturedFrame, TellsThatItsRadioHeaderIsMalformed) {
+    const Bytes packet = {0x01, 0x00, 0x08, 0x00, 0x00, 0x00, 0x00, 0x00};
+    const auto frame = examinePacket(LinkType::Radiotap, packet, 100);
+    ASSERT_FALSE(frame.content);
+    EXPECT_EQ(frame.content.error(), SkipReason::MalformedHeader);
+    EXPECT_TRUE(frame.radio.frame.empty());
+    EXPECT_TRUE(frame.isCut);
+}
+
+TEST(CapturedFrame, IsShortInEveryPrefixUpToItsElements) {
+    const Bytes packet = withRadiotap(0, beaconPacket());
+    halvane::testing::forEachPrefix(packet, [&](const ByteBuffer& prefix) {
+        const auto frame = examinePacket(LinkType::Radiotap, prefix.bytes(), packet.size());
+        EXPECT_EQ(frame.isCut, prefix.size() < packet.size());
+        if (prefix.size() + 3 >= packet.size()) {
+            EXPECT_TRUE(frame.content) << prefix.size();
+        } else {
+            ASSERT_FALSE(frame.content) << prefix.size();
+            EXPECT_EQ(frame.content.error(),
+                      prefix.size() < 10 ? SkipReason::MalformedHeader : SkipReason::Short);
+        }
+    });
+}
+
+}  // namespace
