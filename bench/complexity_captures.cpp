@@ -26,9 +26,8 @@ namespace {
 
 // Folds all frames of a file.
 BSSTable tableOf(const std::string& path) {
-    std::string error;
-    auto reader = CaptureReader::open(path, error);
-    requireRow(error.c_str(), reader.has_value());
+    auto reader = CaptureReader::open(path);
+    requireRow(reader ? "" : reader.error().c_str(), reader.has_value());
     BSSTable table;
     while (const auto frame = reader->next()) {
         if (frame->beacon() != nullptr) table.add(sightingOf(*frame->beacon(), frame->radio));

@@ -37,8 +37,7 @@ constexpr std::size_t kInput = 1 << 20;
 constexpr std::size_t kLargestElements = 65535;  // of a record
 
 BSSTable tableOf(const std::string& path) {
-    std::string error;
-    auto reader = CaptureReader::open(path, error);
+    auto reader = CaptureReader::open(path);
     BSSTable table;
     while (const auto frame = reader ? reader->next() : std::nullopt) {
         if (frame->beacon() != nullptr) table.add(sightingOf(*frame->beacon(), frame->radio));

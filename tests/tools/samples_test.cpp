@@ -81,9 +81,8 @@ struct Reading {
 
 Reading readSample(const std::string& name) {
     Reading reading;
-    std::string error;
-    auto reader = CaptureReader::open((fs::path(HALVANE_SAMPLES) / name).string(), error);
-    EXPECT_TRUE(reader) << error;
+    auto reader = CaptureReader::open((fs::path(HALVANE_SAMPLES) / name).string());
+    EXPECT_TRUE(reader) << name;
     if (!reader) return reading;
     while (const auto frame = reader->next()) {
         if (frame->beacon()) reading.lines.push_back(lineOf(*frame));

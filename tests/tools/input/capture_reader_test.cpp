@@ -130,8 +130,11 @@ struct Reading {
 
 Reading readAll(const std::string& path) {
     Reading reading;
-    auto reader = CaptureReader::open(path, reading.error);
-    if (!reader) return reading;
+    auto reader = CaptureReader::open(path);
+    if (!reader) {
+        reading.error = reader.error();
+        return reading;
+    }
     while (auto frame = reader->next()) {
         if (frame->beacon()) {
             reading.elements.push_back(ByteBuffer(frame->beacon()->elements).hex());
@@ -255,9 +258,9 @@ TEST_F(CaptureReaderTest, SurvivesEveryCutOfAPcapngFile) {
 
 TEST_F(CaptureReaderTest, NamesTheFileAndWhatIsWrongWithIt) {
     const auto errorOf = [](const std::string& path) {
-        std::string error;
-        EXPECT_FALSE(CaptureReader::open(path, error));
-        return error;
+        const auto reader = CaptureReader::open(path);
+        EXPECT_FALSE(reader) << path;
+        return reader ? "" : reader.error();
     };
     const std::string missing = (folder_.path() / "missing.pcap").string();
     EXPECT_EQ(errorOf(missing), missing + ": No such file or directory");
@@ -278,9 +281,9 @@ TEST_F(CaptureReaderTest, NamesAFileThatMayNotBeRead) {
     const std::string path = folder_.write("secret.pcap", pcapFile(kBare, Order::Little, {}));
     std::filesystem::permissions(path, std::filesystem::perms::none);
     if (::access(path.c_str(), R_OK) == 0) GTEST_SKIP() << "this user may read everything";
-    std::string error;
-    EXPECT_FALSE(CaptureReader::open(path, error));
-    EXPECT_EQ(error, path + ": Permission denied");
+    const auto reader = CaptureReader::open(path);
+    ASSERT_FALSE(reader);
+    EXPECT_EQ(reader.error(), path + ": Permission denied");
 }
 
 TEST_F(CaptureReaderTest, ReadsACaptureWithoutFramesToItsEnd) {
@@ -291,9 +294,8 @@ TEST_F(CaptureReaderTest, ReadsACaptureWithoutFramesToItsEnd) {
 
 TEST_F(CaptureReaderTest, TellsHowFarItIs) {
     const Bytes bytes = pcapFile(kBare, Order::Little, {{beacon(1)}, {beacon(2)}});
-    std::string error;
-    auto reader = CaptureReader::open(folder_.write("file.pcap", bytes), error);
-    ASSERT_TRUE(reader) << error;
+    auto reader = CaptureReader::open(folder_.write("file.pcap", bytes));
+    ASSERT_TRUE(reader);
     EXPECT_EQ(reader->fileSize(), bytes.size());
     std::uint64_t previous = 0;
     while (reader->next()) {
@@ -321,8 +323,8 @@ TEST_F(CaptureReaderTest, ReadsStandardInput) {
     const std::string path = folder_.write("in.pcap", pcapFile(kBare, Order::Little, {{beacon()}}));
     const auto readInput = [&](const std::string& file) {
         if (!std::freopen(file.c_str(), "rb", stdin)) std::_Exit(2);
-        std::string error;
-        auto reader = CaptureReader::open("-", error);
+        auto reader = CaptureReader::open("-");
+        const std::string error = reader ? "" : reader.error();
         std::uint64_t frames = 0;
         while (reader && reader->next()) ++frames;
         std::fprintf(stderr, "frames %d, error '%s'", static_cast<int>(frames), error.c_str());

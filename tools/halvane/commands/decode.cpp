@@ -90,10 +90,9 @@ class Decoder {
 
     // False when the file, or a frame in it, could not be read to its end.
     bool decodeCapture(const std::string& path, CaptureSummary& summary) {
-        std::string error;
-        auto reader = CaptureReader::open(path, error);
+        auto reader = CaptureReader::open(path);
         if (!reader) {
-            complain(error);
+            complain(reader.error());
             return false;
         }
         const CutFrames cut = decodeFrames(*reader);

@@ -103,13 +103,10 @@ CaptureReader::CaptureReader(Handle handle, capture::LinkType linkType, std::str
       name_(std::move(name)),
       fileSize_(fileSize) {}
 
-std::optional<CaptureReader> CaptureReader::open(const std::string& path, std::string& error) {
+Result<CaptureReader, std::string> CaptureReader::open(const std::string& path) {
     const bool isStandardInput = path == "-";
     const std::string name = inputName(path);
-    const auto fail = [&](const std::string& text) {
-        error = name + ": " + text;
-        return std::nullopt;
-    };
+    const auto fail = [&](const std::string& text) { return Unexpected(name + ": " + text); };
 
     File file(isStandardInput ? stdin : std::fopen(path.c_str(), "rbe"));
     if (!file) return fail(errorText(errno));

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 
+#include "halvane/base/result.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/captured_frame.h"
 #include "halvane/capture/radio_header.h"
@@ -39,10 +40,10 @@ class CaptureReader {
         std::uint64_t number = 0;  // 1-based, counting every frame of the file
     };
 
-    // Opens a capture file; "-" is standard input, which stays open. Absent on failure, and
-    // `error` then names the file and what is wrong with it: it cannot be opened or read, it is a
-    // directory, empty or no capture, or its frames are not 802.11. Else `error` is untouched.
-    static std::optional<CaptureReader> open(const std::string& path, std::string& error);
+    // Opens a capture file; "-" is standard input, which stays open. An error names the file and
+    // what is wrong with it: it cannot be opened or read, it is a directory, empty or no capture,
+    // or its frames are not 802.11.
+    static Result<CaptureReader, std::string> open(const std::string& path);
 
     // The next frame; its spans are borrowed until the next call. Absent at the end of the file
     // and where it is damaged; error() tells which.
