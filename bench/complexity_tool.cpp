@@ -67,10 +67,7 @@ void addInputRows() {
             const std::string text = repeated("a7:\n", n / 4);
             return TemporaryFile(Bytes(text.begin(), text.end()));
         },
-        [](const TemporaryFile& file) {
-            std::string error;
-            return readHexFile(file.path(), error).has_value();
-        });
+        [](const TemporaryFile& file) { return readHexFile(file.path()).has_value(); });
     addGrowth(
         "escapedText", 262144, [](std::size_t n) { return repeated("\x1B\xE2\x82", n / 3); },
         [](const std::string& text) { return escapedText(text).size() > text.size(); });

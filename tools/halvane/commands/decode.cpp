@@ -62,10 +62,9 @@ class Decoder {
   private:
     bool decodeHex() {
         const std::string& path = options_.files.front();
-        std::string error;
-        const auto elements = readHexFile(path, error);
+        const auto elements = readHexFile(path);
         if (!elements) {
-            complain(error);
+            complain(elements.error());
             return false;
         }
         const auto& bssid = options_.bssid;

@@ -23,7 +23,7 @@ struct FileCloser {
 
 }  // namespace
 
-std::optional<ByteBuffer> readHexFile(const std::string& path, std::string& error) {
+Result<ByteBuffer, std::string> readHexFile(const std::string& path) {
     const bool isStandardInput = path == "-";
     const std::string name = inputName(path);
     const std::unique_ptr<std::FILE, FileCloser> file(
@@ -35,22 +35,13 @@ std::optional<ByteBuffer> readHexFile(const std::string& path, std::string& erro
            (count = std::fread(part.data(), 1, part.size(), file.get())) > 0) {
         text.append(part.data(), count);
     }
-    if (!file || std::ferror(file.get()) != 0) {
-        error = name + ": " + std::strerror(errno);
-        return std::nullopt;
-    }
-    if (text.size() > kMaximumText) {
-        error = name + ": too long for an element buffer";
-        return std::nullopt;
-    }
+    const auto fail = [&](const char* problem) { return Unexpected(name + ": " + problem); };
+    if (!file || std::ferror(file.get()) != 0) return fail(std::strerror(errno));
+    if (text.size() > kMaximumText) return fail("too long for an element buffer");
     auto bytes = ByteBuffer::fromHex(text);
-    if (!bytes) {
-        error = name + ": not hexadecimal text (pairs of digits)";
-    } else if (bytes->empty()) {
-        error = name + ": empty";
-        return std::nullopt;
-    }
-    return bytes;
+    if (!bytes) return fail("not hexadecimal text (pairs of digits)");
+    if (bytes->empty()) return fail("empty");
+    return *std::move(bytes);
 }
 
 }  // namespace halvane::tool
