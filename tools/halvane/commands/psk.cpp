@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -69,13 +68,12 @@ int pskCommand() {
     const auto ssid = ssidOf(words[0], isHex);
     if (!ssid) return refuse("psk", ssid.error());
 
-    const auto input = readPassphrase();
-    if (const auto* problem = std::get_if<std::string>(&input)) return fail(*problem);
-    const auto& passphrase = std::get<ByteBuffer>(input);
+    const auto passphrase = readPassphrase();
+    if (!passphrase) return fail(passphrase.error());
     std::optional<Error> error;
     const auto key =
-        HalvaneBSSConfig::wpaPasswordHash_withSSID_error(passphrase, ssid->buffer(), &error);
-    if (!key) return fail(passphraseProblem(passphrase, error));
+        HalvaneBSSConfig::wpaPasswordHash_withSSID_error(*passphrase, ssid->buffer(), &error);
+    if (!key) return fail(passphraseProblem(*passphrase, error));
     print(*key);
     return kExitDone;
 }

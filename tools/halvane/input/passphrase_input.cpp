@@ -13,6 +13,7 @@
 #include <termios.h>
 #include <unistd.h>
 #include <utility>
+#include <variant>
 
 #include "halvane/base/status.h"
 #include "halvane/model/bss_limits.h"
@@ -30,8 +31,11 @@ constexpr std::string_view kPrompt = "Passphrase: ";
 constexpr char kTooLong[] = "the passphrase is longer than 63 characters";
 constexpr char kNotPrintable[] = "the passphrase holds a character that is not printable ASCII";
 
-std::string systemError(const char* what) {
-    return std::string(what) + ": " + std::strerror(errno);
+// The octets of a passphrase, or why there are none.
+using Passphrase = Result<ByteBuffer, std::string>;
+
+Passphrase systemError(const char* what) {
+    return Unexpected(std::string(what) + ": " + std::strerror(errno));
 }
 
 // A line in the making, in the memory that it stays in.
@@ -54,10 +58,10 @@ class Line {
     // Whether it is longer than any passphrase, however it goes on.
     bool isTooLong() const { return isTooLong_; }
 
-    std::variant<ByteBuffer, std::string> take() {
-        if (isTooLong_) return kTooLong;
-        if (size_ == 0) return "no passphrase";
-        if (std::memchr(memory_.get(), '\0', size_) != nullptr) return kNotPrintable;
+    Passphrase take() {
+        if (isTooLong_) return Unexpected(kTooLong);
+        if (size_ == 0) return Unexpected("no passphrase");
+        if (std::memchr(memory_.get(), '\0', size_) != nullptr) return Unexpected(kNotPrintable);
         return ByteBuffer::sharing(std::move(memory_), size_);
     }
 
@@ -152,8 +156,6 @@ class File {
     int number_;
 };
 
-using Passphrase = std::variant<ByteBuffer, std::string>;
-
 // What was typed, or the signal that came before the line was complete.
 using Answer = std::variant<Passphrase, int>;
 
@@ -195,7 +197,7 @@ Passphrase askOnTerminal() {
 
 }  // namespace
 
-std::variant<ByteBuffer, std::string> readPassphrase() {
+Result<ByteBuffer, std::string> readPassphrase() {
     if (::isatty(STDIN_FILENO) != 0) return askOnTerminal();
     Line line;
     Line::State state = Line::State::Open;

@@ -221,12 +221,10 @@ std::variant<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions&
     HalvaneBSSConfig configuration = options.configuration;
     if (!options.needsPassphrase) return configuration;
     const auto input = readPassphrase();
-    if (const auto* problem = std::get_if<std::string>(&input)) return *problem;
-    const auto& passphrase = std::get<ByteBuffer>(input);
-    const auto octets = passphrase.bytes();
-    const std::string_view text(reinterpret_cast<const char*>(octets.data()), octets.size());
+    if (!input) return input.error();
+    const ByteBuffer& passphrase = *input;
     std::optional<Error> error;
-    if (!configuration.setWirelessPassphrase_error(text, &error)) {
+    if (!configuration.setWirelessPassphrase_error(passphrase.text(), &error)) {
         return std::string(error->code == kStatusUnsupported
                                ? "the passphrase is longer than 63 characters"
                                : "the passphrase is not UTF-8 text");
