@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
+#include "halvane/base/result.h"
 #include "halvane/utils/cli.h"
 
 #include "tests/support/captured_stream.h"
@@ -51,33 +51,28 @@ inline std::string outputOf(CLIOption* table, int (*command)(), std::vector<std:
 template <typename Options>
 class ToolOptions {
   public:
-    using Taken = std::variant<Options, tool::UsageError>;
+    using Taken = Result<Options, tool::UsageError>;
 
     ToolOptions(CLIOption* table, Taken (*take)(), std::vector<std::string> words) {
         ToolCommandLine line(std::move(words));
         const CapturedStream errors(stderr);
         const bool isParsed = line.parse(table);
         taken_ = take();
-        if (!isParsed) taken_ = tool::UsageError{errors.text()};
+        if (!isParsed) taken_ = Unexpected(tool::UsageError{errors.text()});
     }
 
     // The options; an error fails the test.
     Options options() const {
-        if (const auto* error = std::get_if<tool::UsageError>(&taken_)) {
-            ADD_FAILURE() << error->message;
-            return Options();
-        }
-        return std::get<Options>(taken_);
+        if (taken_) return *taken_;
+        ADD_FAILURE() << taken_.error().message;
+        return Options();
     }
 
     // The error's message; empty where there is none.
-    std::string error() const {
-        const auto* error = std::get_if<tool::UsageError>(&taken_);
-        return error != nullptr ? error->message : "";
-    }
+    std::string error() const { return taken_ ? "" : taken_.error().message; }
 
   private:
-    Taken taken_;
+    Taken taken_ = Options();
 };
 
 }  // namespace halvane::testing

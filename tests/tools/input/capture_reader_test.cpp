@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/fcs.h"
 
 #include "tests/support/hostile_bytes.h"
 #include "tests/support/temporary_folder.h"
@@ -358,6 +360,31 @@ TEST(CaptureReader, CountsTheFramesOfRealCaptures) {
         EXPECT_EQ(reading.summary.frames, row.frames) << row.name;
         EXPECT_EQ(reading.summary.beacons, row.beacons) << row.name;
         EXPECT_EQ(reading.summary.probeResponses, row.probeResponses) << row.name;
+    }
+}
+
+// Counts of another implementation of the check over real captures, of which the second holds
+// damaged frames that its radio headers do not tell of.
+TEST(CaptureReader, HandsOutFramesWithTheirCheckSequences) {
+    struct Row {
+        const char* name;
+        int intact, others;
+    };
+    const std::filesystem::path folder = HALVANE_CAPTURES;
+    if (!std::filesystem::exists(folder)) GTEST_SKIP() << folder << " is not there";
+    for (const Row& row : {
+             Row{"airodump-80211-sample3.pcap", 1934, 0},
+             Row{"sample-captures-wpa-Induction.pcap", 1080, 13},
+         }) {
+        auto reader = CaptureReader::open((folder / row.name).string());
+        ASSERT_TRUE(reader) << row.name;
+        int intact = 0, others = 0;
+        while (const auto frame = reader->next()) {
+            EXPECT_TRUE(frame->radio.hasFCS) << row.name;
+            ++(endsInItsFCS(frame->radio.frame) ? intact : others);
+        }
+        EXPECT_EQ(intact, row.intact) << row.name;
+        EXPECT_EQ(others, row.others) << row.name;
     }
 }
 

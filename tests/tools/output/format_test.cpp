@@ -8,13 +8,13 @@ using namespace halvane::tool;
 namespace {
 
 TEST(Format, IsTextUnlessTyped) {
-    EXPECT_EQ(std::get<Format>(takeFormat()), Format::Text);
+    EXPECT_EQ(*takeFormat(), Format::Text);
 }
 
 TEST(Format, IsForgottenOnceTaken) {
     gTypedFormat = "plist";
-    EXPECT_EQ(std::get<Format>(takeFormat()), Format::PropertyList);
-    EXPECT_EQ(std::get<Format>(takeFormat()), Format::Text);
+    EXPECT_EQ(*takeFormat(), Format::PropertyList);
+    EXPECT_EQ(*takeFormat(), Format::Text);
 }
 
 TEST(Format, HasFourNames) {
@@ -28,12 +28,11 @@ TEST(Format, IsRefusedUnderAnyOtherName) {
     for (const char* name : {"", "JSON", "jsonl ", "xml"}) {
         gTypedFormat = name;
         const auto format = takeFormat();
-        const auto* error = std::get_if<UsageError>(&format);
-        ASSERT_NE(error, nullptr) << name;
-        EXPECT_EQ(error->message,
+        ASSERT_FALSE(format) << name;
+        EXPECT_EQ(format.error().message,
                   "--format: '" + std::string(name) + "' is not text, json, jsonl or plist");
     }
-    EXPECT_EQ(std::get<Format>(takeFormat()), Format::Text) << "forgotten although refused";
+    EXPECT_EQ(*takeFormat(), Format::Text) << "forgotten although refused";
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "halvane/base/number.h"
@@ -122,7 +121,7 @@ CLIOption gChannelsOptions[] = {
 int channelsCommand() {
     const std::vector<std::string> arguments = takeArguments();
     const auto format = takeFormat();
-    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("channels", *error);
+    if (!format) return refuse("channels", format.error());
     std::vector<unsigned> asked;
     for (const std::string& argument : arguments) {
         const auto value = decimalOf(argument);
@@ -133,7 +132,7 @@ int channelsCommand() {
         asked.push_back(static_cast<unsigned>(*value));
     }
     bool areAllKnown = true;
-    print(asked.empty() ? allChannels() : channelsOf(asked, areAllKnown), std::get<Format>(format));
+    print(asked.empty() ? allChannels() : channelsOf(asked, areAllKnown), *format);
     return areAllKnown ? kExitDone : kExitFailed;
 }
 

@@ -1,6 +1,5 @@
 // The BSS configuration that options make.
 #include <string>
-#include <variant>
 
 #include "halvane/model/bss_config.h"
 #include "halvane/utils/cli.h"
@@ -44,14 +43,14 @@ int configCommand() {
     const auto format = takeFormat();
     // Not repeated, for it may be the passphrase.
     if (!words.empty()) return refuse("config", "takes options only");
-    if (const auto* error = std::get_if<UsageError>(&options)) return refuse("config", *error);
-    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("config", *error);
-    const auto configuration = configurationOf(std::get<ConfigOptions>(options));
-    if (const auto* problem = std::get_if<std::string>(&configuration)) {
-        complain("config: " + *problem);
+    if (!options) return refuse("config", options.error());
+    if (!format) return refuse("config", format.error());
+    const auto configuration = configurationOf(*options);
+    if (!configuration) {
+        complain("config: " + configuration.error());
         return kExitFailed;
     }
-    print(std::get<HalvaneBSSConfig>(configuration), std::get<Format>(format));
+    print(*configuration, *format);
     return kExitDone;
 }
 

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "halvane/regulatory/country.h"
@@ -84,7 +83,7 @@ int countriesCommand() {
     const char* const name = std::exchange(gSKU, nullptr);
     const std::vector<std::string> arguments = takeArguments();
     const auto format = takeFormat();
-    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("countries", *error);
+    if (!format) return refuse("countries", format.error());
     if (!arguments.empty()) {
         return refuse("countries", "takes no argument ('" + arguments[0] + "')");
     }
@@ -98,7 +97,7 @@ int countriesCommand() {
         }
         skus = {std::move(*found)};
     }
-    print(skus, std::get<Format>(format));
+    print(skus, *format);
     return kExitDone;
 }
 

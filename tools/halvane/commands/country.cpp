@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "halvane/regulatory/sku.h"
@@ -78,7 +77,7 @@ CLIOption gCountryOptions[] = {
 int countryCommand() {
     const std::vector<std::string> arguments = takeArguments();
     const auto format = takeFormat();
-    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("country", *error);
+    if (!format) return refuse("country", format.error());
     if (arguments.empty()) return refuse("country", "no country to print");
     if (arguments.size() > 1) {
         return refuse("country", "takes one country; quote a name of several words");
@@ -88,7 +87,7 @@ int countryCommand() {
         complain("country: no country '" + arguments[0] + "' ('halvane countries' lists them)");
         return kExitFailed;
     }
-    print(*country, std::get<Format>(format));
+    print(*country, *format);
     return kExitDone;
 }
 

@@ -85,19 +85,18 @@ std::variant<ActionInput, int> takeInput(const Action& action) {
     auto operands = takeOperands(action);
     const auto options = takeConfigOptions();
     if (const auto* error = std::get_if<UsageError>(&operands)) return refuse(action.name, *error);
-    if (const auto* error = std::get_if<UsageError>(&options)) return refuse(action.name, *error);
+    if (!options) return refuse(action.name, options.error());
     if (action.needs != Needs::Configuration) return std::get<ActionInput>(operands);
-    const auto& configOptions = std::get<ConfigOptions>(options);
-    if (!configOptions.configuration.ssid()) {
+    if (!options->configuration.ssid()) {
         return refuse(action.name, "needs --ssid or --ssid-hex");
     }
-    const auto configuration = configurationOf(configOptions);
-    if (const auto* problem = std::get_if<std::string>(&configuration)) {
-        complain(std::string(action.name) + ": " + *problem);
+    const auto configuration = configurationOf(*options);
+    if (!configuration) {
+        complain(std::string(action.name) + ": " + configuration.error());
         return kExitFailed;
     }
     auto& input = std::get<ActionInput>(operands);
-    input.configuration = std::get<HalvaneBSSConfig>(configuration);
+    input.configuration = *configuration;
     return input;
 }
 

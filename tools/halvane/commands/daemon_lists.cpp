@@ -5,10 +5,10 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "halvane/base/error.h"
+#include "halvane/base/escaped_text.h"
 #include "halvane/base/number.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/bss_config.h"
@@ -24,7 +24,6 @@
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/channel_table.h"
 #include "tools/halvane/output/config_json.h"
-#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/model_json.h"
 #include "tools/halvane/output/print_records.h"
@@ -186,7 +185,7 @@ template <const auto& list>
 int printList() {
     const std::vector<std::string> arguments = takeArguments();
     const auto format = takeFormat();
-    if (const auto* error = std::get_if<UsageError>(&format)) return refuse(list.name, *error);
+    if (!format) return refuse(list.name, format.error());
     if (const auto problem = problemOf(arguments, list.interface)) {
         return refuse(list.name, *problem);
     }
@@ -194,7 +193,7 @@ int printList() {
     std::optional<Error> error;
     const auto records = list.query(*connectToDaemon(), interface, &error);
     if (error) return failFor(list.name, *error);
-    print(records, std::get<Format>(format), list.printText);
+    print(records, *format, list.printText);
     return kExitDone;
 }
 

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <unistd.h>
-#include <variant>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/escaped_text.h"
@@ -140,10 +139,8 @@ class Decoder {
 
 int decodeCommand() {
     const auto options = takeDecodeOptions();
-    if (const auto* error = std::get_if<UsageError>(&options)) {
-        return refuse("decode", *error);
-    }
-    return Decoder(std::get<DecodeOptions>(options)).run();
+    if (!options) return refuse("decode", options.error());
+    return Decoder(*options).run();
 }
 
 }  // namespace halvane::tool

@@ -6,7 +6,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "halvane/daemon/xpc_client.h"
@@ -100,19 +99,18 @@ int watch(Format format) {
     return statusOf(end.wait());
 }
 
-std::variant<Format, UsageError> takeLineFormat() {
+Result<Format, UsageError> takeLineFormat() {
     auto format = takeFormat();
-    const auto* known = std::get_if<Format>(&format);
-    if (known == nullptr || *known == Format::Text || *known == Format::JSONLines) return format;
-    return UsageError{"prints lines: --format=text or jsonl"};
+    if (!format || *format == Format::Text || *format == Format::JSONLines) return format;
+    return Unexpected(UsageError{"prints lines: --format=text or jsonl"});
 }
 
 int run() {
     const std::vector<std::string> arguments = takeArguments();
     const auto format = takeLineFormat();
-    if (const auto* error = std::get_if<UsageError>(&format)) return refuse(kName, *error);
+    if (!format) return refuse(kName, format.error());
     if (!arguments.empty()) return refuse(kName, "takes no argument ('" + arguments[0] + "')");
-    return watch(std::get<Format>(format));
+    return watch(*format);
 }
 
 CLIOption gOptions[] = {

@@ -1,7 +1,6 @@
 // The SKUs that the library knows.
 #include <cstdio>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "halvane/regulatory/sku.h"
@@ -47,9 +46,9 @@ CLIOption gSKUsOptions[] = {
 int skusCommand() {
     const std::vector<std::string> arguments = takeArguments();
     const auto format = takeFormat();
-    if (const auto* error = std::get_if<UsageError>(&format)) return refuse("skus", *error);
+    if (!format) return refuse("skus", format.error());
     if (!arguments.empty()) return refuse("skus", "takes no argument ('" + arguments[0] + "')");
-    print(HalvaneSKU::createDefaultSKUList(), std::get<Format>(format));
+    print(HalvaneSKU::createDefaultSKUList(), *format);
     return kExitDone;
 }
 

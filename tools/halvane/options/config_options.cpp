@@ -207,33 +207,33 @@ Problem conflictIn(const ConfigOptions& options) {
 
 }  // namespace
 
-std::variant<ConfigOptions, UsageError> takeConfigOptions() {
+Result<ConfigOptions, UsageError> takeConfigOptions() {
     const TypedConfig typed = std::exchange(gTypedConfig, TypedConfig());
     ConfigOptions options;
-    if (auto problem = readAll(options.configuration, typed)) return *problem;
+    if (auto problem = readAll(options.configuration, typed)) return Unexpected(*problem);
     options.needsPassphrase = typed.passphrase != 0;
     options.needsKey = typed.key != 0;
-    if (auto problem = conflictIn(options)) return *problem;
+    if (auto problem = conflictIn(options)) return Unexpected(*problem);
     return options;
 }
 
-std::variant<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions& options) {
+Result<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions& options) {
     HalvaneBSSConfig configuration = options.configuration;
     if (!options.needsPassphrase) return configuration;
     const auto input = readPassphrase();
-    if (!input) return input.error();
+    if (!input) return Unexpected(input.error());
     const ByteBuffer& passphrase = *input;
     std::optional<Error> error;
     if (!configuration.setWirelessPassphrase_error(passphrase.text(), &error)) {
-        return std::string(error->code == kStatusUnsupported
-                               ? "the passphrase is longer than 63 characters"
-                               : "the passphrase is not UTF-8 text");
+        return Unexpected(error->code == kStatusUnsupported
+                              ? "the passphrase is longer than 63 characters"
+                              : "the passphrase is not UTF-8 text");
     }
     if (!options.needsKey) return configuration;
     configuration.generateKeyMaterial();
     if (configuration.keyMaterial()) return configuration;
     HalvaneBSSConfig::wpaPasswordHash_withSSID_error(passphrase, configuration.ssid(), &error);
-    return passphraseProblem(passphrase, error);
+    return Unexpected(passphraseProblem(passphrase, error));
 }
 
 }  // namespace halvane::tool

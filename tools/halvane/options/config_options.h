@@ -4,8 +4,8 @@
 
 #include <cstdint>
 #include <string>
-#include <variant>
 
+#include "halvane/base/result.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_words.h"
 #include "halvane/utils/cli.h"
@@ -106,10 +106,10 @@ struct ConfigOptions {
 };
 
 // What was typed since the last call, on top of the defaults.
-std::variant<ConfigOptions, UsageError> takeConfigOptions();
+Result<ConfigOptions, UsageError> takeConfigOptions();
 
-// Reads the passphrase and derives the key as asked for. A string tells why that cannot be done.
-std::variant<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions& options);
+// Reads the passphrase and derives the key as asked for. An error tells why that cannot be done.
+Result<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions& options);
 
 }  // namespace halvane::tool
 

@@ -100,8 +100,8 @@ UsageError badValue(const char* name, const char* value, const char* expected) {
 
 std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
     const auto format = takeFormat();
-    if (const auto* error = std::get_if<UsageError>(&format)) return *error;
-    options.format = std::get<Format>(format);
+    if (!format) return format.error();
+    options.format = *format;
     if (!read(typed.bssid, options.bssid, addressOf)) {
         return badValue("bssid", typed.bssid, "an address of six octets (02:1a:2b:3c:4d:5e)");
     }
@@ -127,12 +127,12 @@ std::optional<UsageError> conflictIn(const DecodeOptions& options) {
 
 }  // namespace
 
-std::variant<DecodeOptions, UsageError> takeDecodeOptions() {
+Result<DecodeOptions, UsageError> takeDecodeOptions() {
     const Typed typed = std::exchange(gTyped, Typed());
     DecodeOptions options;
     options.files = takeArguments();
-    if (auto error = readInto(options, typed)) return *error;
-    if (auto error = conflictIn(options)) return *error;
+    if (auto error = readInto(options, typed)) return Unexpected(*error);
+    if (auto error = conflictIn(options)) return Unexpected(*error);
     return options;
 }
 

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "halvane/base/mac_address.h"
+#include "halvane/base/result.h"
 
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/format.h"
@@ -26,7 +26,7 @@ struct DecodeOptions {
 };
 
 // What gDecodeOptions has read since the last call, and the arguments left.
-std::variant<DecodeOptions, UsageError> takeDecodeOptions();
+Result<DecodeOptions, UsageError> takeDecodeOptions();
 
 }  // namespace halvane::tool
 

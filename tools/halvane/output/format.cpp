@@ -25,11 +25,12 @@ std::optional<Format> formatNamed(std::string_view name) {
     return std::nullopt;
 }
 
-std::variant<Format, UsageError> takeFormat() {
+Result<Format, UsageError> takeFormat() {
     const char* const typed = std::exchange(gTypedFormat, nullptr);
     if (typed == nullptr) return Format::Text;
     if (const auto format = formatNamed(typed)) return *format;
-    return UsageError{std::string("--format: '") + typed + "' is not text, json, jsonl or plist"};
+    return Unexpected(
+        UsageError{std::string("--format: '") + typed + "' is not text, json, jsonl or plist"});
 }
 
 }  // namespace halvane::tool

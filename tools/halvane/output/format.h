@@ -4,8 +4,8 @@
 
 #include <optional>
 #include <string_view>
-#include <variant>
 
+#include "halvane/base/result.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/options/argument.h"
@@ -35,7 +35,7 @@ constexpr CLIOption formatOption(const char* longHelp,
 }
 
 // The format that was typed since the last call; text where none was.
-std::variant<Format, UsageError> takeFormat();
+Result<Format, UsageError> takeFormat();
 
 }  // namespace halvane::tool
 
