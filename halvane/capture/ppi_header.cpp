@@ -5,6 +5,7 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 #include "halvane/capture/radio_header_internal.h"
 

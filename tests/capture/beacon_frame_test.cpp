@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/support/hostile_bytes.h"
 
 using halvane::ByteBuffer;

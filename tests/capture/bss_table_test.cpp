@@ -1,6 +1,8 @@
 #include "halvane/capture/bss_table.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,8 +19,9 @@
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;
 using halvane::Number;
+using halvane::capture::BSSTable;
+using halvane::capture::Sighting;
 using namespace halvane::testing;
-using namespace halvane::capture;
 
 namespace {
 
