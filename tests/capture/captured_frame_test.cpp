@@ -37,6 +37,7 @@ TEST(CapturedFrame, HoldsWhatRadioHeaderAndFrameTell) {
     const Bytes packet = withRadiotap(0, beaconPacket());
     const auto frame = examinePacket(LinkType::Radiotap, packet);
     EXPECT_EQ(frame.radio.signalDBm, -60);
+    ASSERT_TRUE(frame.content);
     EXPECT_EQ(frame.beacon()->bssid.text(), "02:00:00:00:00:01");
     EXPECT_EQ(elementsOf(frame), "000161");
     EXPECT_FALSE(frame.isCut);
