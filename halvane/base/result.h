@@ -37,18 +37,24 @@ class Unexpected {
 };
 
 template <typename T, typename E = Error>
+class Result;
+
+// What a result's value can be made of, which a result itself is not.
+template <typename U, typename T, typename E>
+concept ResultValue =
+    std::constructible_from<T, U> && !std::same_as<std::remove_cvref_t<U>, Result<T, E>>;
+
+template <typename T, typename E>
 class [[nodiscard]] Result {
   public:
     using value_type = T;
     using error_type = E;
 
-    template <typename U = T>
-    requires std::constructible_from<T, U> &&
-        (!std::same_as<std::remove_cvref_t<U>, Result>)Result(U&& value)
-        : state_(std::in_place_index<0>, std::forward<U>(value)) {}
-    template <typename G>
-    requires std::constructible_from<E, G> Result(Unexpected<G> error)
-        : state_(std::in_place_index<1>, std::move(error).error()) {}
+    template <ResultValue<T, E> U = T>
+    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the concept leaves copies alone.
+    Result(U&& value) : state_(std::in_place_index<0>, std::forward<U>(value)) {}
+    template <std::convertible_to<E> G>
+    Result(Unexpected<G> error) : state_(std::in_place_index<1>, std::move(error).error()) {}
 
     bool has_value() const noexcept { return state_.index() == 0; }
     explicit operator bool() const noexcept { return has_value(); }
@@ -99,9 +105,8 @@ class [[nodiscard]] Result<void, E> {
     using error_type = E;
 
     Result() = default;
-    template <typename G>
-    requires std::constructible_from<E, G> Result(Unexpected<G> error)
-        : state_(std::in_place_index<1>, std::move(error).error()) {}
+    template <std::convertible_to<E> G>
+    Result(Unexpected<G> error) : state_(std::in_place_index<1>, std::move(error).error()) {}
 
     bool has_value() const noexcept { return state_.index() == 0; }
     explicit operator bool() const noexcept { return has_value(); }
