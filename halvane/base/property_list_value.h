@@ -28,27 +28,12 @@
 #include "halvane/base/date.h"
 #include "halvane/base/export.h"
 #include "halvane/base/number.h"
+#include "halvane/base/property_list_depth.h"   // IWYU pragma: export
+#include "halvane/base/property_list_object.h"  // IWYU pragma: export
 
 namespace halvane {
 
 class PropertyListValue;
-
-// How deep a value may nest where it is written out: the root is at level 1, what it holds at
-// level 2. XML refuses a deeper value; a text holds the other text in its place.
-inline constexpr int kPropertyListMaxDepth = 256;
-inline constexpr std::string_view kPropertyListTooDeepText = "<<NESTED TOO DEEP>>";
-
-// An object that is no property-list kind. It prints, but has no XML form.
-class HALVANE_EXPORT PropertyListObject {
-  public:
-    virtual ~PropertyListObject() = default;
-
-    // The object's own text; absent when it has none.
-    virtual std::optional<std::string> description() const = 0;
-
-    // What tells its type where it has no text.
-    virtual int typeNumber() const = 0;
-};
 
 // Entries in order of insertion, each key once, found by key in logarithmic time whatever the
 // keys are. What memory ends in leaves the dictionary as it was.
