@@ -25,90 +25,8 @@
 
 #include "halvane/base/export.h"
 #include "halvane/base/status.h"
-
-/* X(constant, value, name): ascending. */
-#define HALVANE_LOG_LEVELS(X)               \
-    X(kLogLevelAll, 0, "all")               \
-    X(kLogLevelMin, 1, "min")               \
-    X(kLogLevelChatty, 10, "chatty")        \
-    X(kLogLevelVerbose, 20, "verbose")      \
-    X(kLogLevelTrace, 30, "trace")          \
-    X(kLogLevelInfo, 40, "info")            \
-    X(kLogLevelNotice, 50, "notice")        \
-    X(kLogLevelWarning, 60, "warning")      \
-    X(kLogLevelAssert, 70, "assert")        \
-    X(kLogLevelRequire, 80, "require")      \
-    X(kLogLevelError, 90, "error")          \
-    X(kLogLevelCritical, 100, "critical")   \
-    X(kLogLevelAlert, 110, "alert")         \
-    X(kLogLevelEmergency, 120, "emergency") \
-    X(kLogLevelTragic, 130, "tragic")       \
-    X(kLogLevelMax, 254, "max")             \
-    X(kLogLevelOff, 255, "off")
-
-/* One enumeration, as C++20 wants of what is put together with '|'. */
-#define HALVANE_LOG_LEVEL_ENUMERATOR(constant, value, name) constant = (value),
-enum {
-    kLogLevelUninitialized = -1, /* the level of a category that was not tested yet */
-
-    /* A message's level word is a level in bits 0 to 7, and these. */
-    kLogLevelMask = 0xFF,
-    kLogFlagConsole = 0x40000,   /* copy the message to /dev/console */
-    kLogFlagRaw = 0x80000,       /* no header, no rate limit */
-    kLogFlagFunction = 0x100000, /* the function in the header, whatever the category says */
-
-    /* LogCategory.flags: what a header shows, as "[program:pid,category,function@level] ". */
-    kLogHeaderTime = 1 << 0, /* before the bracket */
-    kLogHeaderPID = 1 << 1,
-    kLogHeaderProgram = 1 << 2,
-    kLogHeaderCategory = 1 << 3,
-    kLogHeaderLevel = 1 << 4,
-    kLogHeaderPrefix = 1 << 5, /* without kLogHeaderCategory only */
-    kLogHeaderFunction = 1 << 6,
-
-    kLogLevelStringSize = 64, /* bytes of a buffer for __LogCategory_LevelToString */
-
-    HALVANE_LOG_LEVELS(HALVANE_LOG_LEVEL_ENUMERATOR)
-};
-#undef HALVANE_LOG_LEVEL_ENUMERATOR
-
-typedef struct LogOutput LogOutput;
-
-/* A category: one static record, defined with HALVANE_LOG_CATEGORY. A program may change
- * defaultLevel, initConfig and flags before the category's first use; from then on the record is
- * the library's. */
-typedef struct LogCategory LogCategory;
-struct LogCategory {
-    int32_t level; /* least level that passes; kLogLevelUninitialized before the first test */
-    int32_t defaultLevel;   /* a negative one is taken as 0 */
-    const char* initConfig; /* control string applied on the first test, or null */
-    uint32_t flags;         /* kLogHeader... */
-    const char* name;
-    const char* prefix;  /* the name up to its first '_' */
-    size_t prefixLength; /* of what is no terminated string */
-    LogCategory* next;
-    LogOutput* output;        /* shared between categories; null before the first test */
-    uint64_t ratePeriod;      /* up-ticks */
-    uint64_t rateIntervalEnd; /* up-ticks; 0 while no interval is open */
-    uint32_t rateMax;         /* messages in an interval; 0: no limit */
-    uint32_t rateCount;       /* messages so far in this interval */
-};
-
-/* Defines gLogCategory_<name>. `config` may be null. In C++ inside extern "C" where C uses it. */
-#define HALVANE_LOG_CATEGORY(name, level, headerFlags, config) \
-    LogCategory gLogCategory_##name = {kLogLevelUninitialized, \
-                                       level,                  \
-                                       config,                 \
-                                       headerFlags,            \
-                                       #name,                  \
-                                       #name,                  \
-                                       sizeof(#name) - 1,      \
-                                       0,                      \
-                                       0,                      \
-                                       0,                      \
-                                       0,                      \
-                                       0,                      \
-                                       0}
+#include "halvane/utils/log/categories.h"  // IWYU pragma: export
+#include "halvane/utils/log/level.h"       // IWYU pragma: export
 
 /* What a callback output learns about the message whose bytes it gets. */
 typedef struct LogMessage {
@@ -131,28 +49,6 @@ extern "C" {
 #else
 typedef struct HalvanePropertyListValue HalvanePropertyListValue;
 #endif
-
-/* --- Categories --- */
-
-/* The logging system's own: level "all", the time in its header, to the console. */
-HALVANE_EXPORT extern LogCategory gLogCategory_LogUtils;
-
-/* X(name): the Wi-Fi code's. Level "error", time and category in the header, to the file
- * /var/log/halvaned.log, or to the console where that cannot be opened. */
-#define HALVANE_WIFI_LOG_CATEGORIES(X) \
-    X(WiFi)                            \
-    X(WiFiBPF)                         \
-    X(WiFiEAPOL)                       \
-    X(WiFiIE)                          \
-    X(WiFiIO80211)                     \
-    X(WiFiJoin)                        \
-    X(WiFiScan)                        \
-    X(WiFiWPS)                         \
-    X(WiFiXPC)
-
-#define HALVANE_LOG_DECLARE_CATEGORY(name) HALVANE_EXPORT extern LogCategory gLogCategory_##name;
-HALVANE_WIFI_LOG_CATEGORIES(HALVANE_LOG_DECLARE_CATEGORY)
-#undef HALVANE_LOG_DECLARE_CATEGORY
 
 /* --- Messages --- */
 
@@ -252,17 +148,6 @@ HALVANE_EXPORT HalvaneStatus LogUtils_Show(char** out);
 
 /* Nonzero while the preferences are read. For reading only. */
 HALVANE_EXPORT extern int gLogUtilsInitializing;
-
-/* --- Levels --- */
-
-/* Writes the name of the nearest level, and the distance to it ("error+2"), of the lowest 8 bits of
- * `level` into `buffer`, of kLogLevelStringSize bytes, and returns that. */
-HALVANE_EXPORT char* __LogCategory_LevelToString(uint32_t level, char* buffer);
-
-/* The level that a text names: a decimal number; or the first level whose name begins with the
- * letters, moved by what follows as "+5" or "-1". 0 for an empty text. -1 for anything else: other
- * letters, other characters behind, a result below 0 or above INT32_MAX. */
-HALVANE_EXPORT int32_t __LogCategory_StringToLevel(const char* text);
 
 #ifdef __cplusplus
 }

@@ -1,5 +1,7 @@
 // The library's categories.
-#include "halvane/utils/log.h"
+#include "halvane/utils/log/categories.h"
+
+#include "halvane/utils/log/level.h"
 
 extern "C" {
 

@@ -1,4 +1,5 @@
-// The names of levels.
+#include "halvane/utils/log/level.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -10,7 +11,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 
 namespace {
@@ -20,9 +20,18 @@ struct LevelName {
     const char* name;
 };
 
-#define HALVANE_LOG_LEVEL_ROW(constant, value, name) {value, name},
-constexpr LevelName kLogLevelToStringTable[] = {HALVANE_LOG_LEVELS(HALVANE_LOG_LEVEL_ROW)};
-#undef HALVANE_LOG_LEVEL_ROW
+// Ascending.
+constexpr LevelName kLogLevelToStringTable[] = {
+    {kLogLevelAll, "all"},       {kLogLevelMin, "min"},
+    {kLogLevelChatty, "chatty"}, {kLogLevelVerbose, "verbose"},
+    {kLogLevelTrace, "trace"},   {kLogLevelInfo, "info"},
+    {kLogLevelNotice, "notice"}, {kLogLevelWarning, "warning"},
+    {kLogLevelAssert, "assert"}, {kLogLevelRequire, "require"},
+    {kLogLevelError, "error"},   {kLogLevelCritical, "critical"},
+    {kLogLevelAlert, "alert"},   {kLogLevelEmergency, "emergency"},
+    {kLogLevelTragic, "tragic"}, {kLogLevelMax, "max"},
+    {kLogLevelOff, "off"},
+};
 
 // The first of the nearest rows. The rows ascend, so the distances fall to the nearest and then
 // rise.

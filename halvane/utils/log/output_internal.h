@@ -10,6 +10,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
+#include "halvane/utils/log/categories.h"
 #include "halvane/utils/log/file_internal.h"
 
 enum LogOutputType { kLogOutputFile = 2, kLogOutputSyslog = 6, kLogOutputCallback = 11 };

@@ -1,0 +1,85 @@
+/* Categories of log messages, and the library's own. halvane/utils/log.h includes this header and
+ * tells how they are used. */
+#ifndef HALVANE_UTILS_LOG_CATEGORIES_H
+#define HALVANE_UTILS_LOG_CATEGORIES_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "halvane/base/export.h"
+#include "halvane/utils/log/level.h"
+
+typedef struct LogOutput LogOutput;
+
+/* A category: one static record, defined with HALVANE_LOG_CATEGORY. A program may change
+ * defaultLevel, initConfig and flags before the category's first use; from then on the record is
+ * the library's. */
+typedef struct LogCategory LogCategory;
+struct LogCategory {
+    int32_t level; /* least level that passes; kLogLevelUninitialized before the first test */
+    int32_t defaultLevel;   /* a negative one is taken as 0 */
+    const char* initConfig; /* control string applied on the first test, or null */
+    uint32_t flags;         /* kLogHeader... */
+    const char* name;
+    const char* prefix;  /* the name up to its first '_' */
+    size_t prefixLength; /* of what is no terminated string */
+    LogCategory* next;
+    LogOutput* output;        /* shared between categories; null before the first test */
+    uint64_t ratePeriod;      /* up-ticks */
+    uint64_t rateIntervalEnd; /* up-ticks; 0 while no interval is open */
+    uint32_t rateMax;         /* messages in an interval; 0: no limit */
+    uint32_t rateCount;       /* messages so far in this interval */
+};
+
+/* Defines gLogCategory_<name>. `config` may be null. In C++ inside extern "C" where C uses it. */
+#define HALVANE_LOG_CATEGORY(name, level, headerFlags, config) \
+    LogCategory gLogCategory_##name = {kLogLevelUninitialized, \
+                                       level,                  \
+                                       config,                 \
+                                       headerFlags,            \
+                                       #name,                  \
+                                       #name,                  \
+                                       sizeof(#name) - 1,      \
+                                       0,                      \
+                                       0,                      \
+                                       0,                      \
+                                       0,                      \
+                                       0,                      \
+                                       0}
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The logging system's own: level "all", the time in its header, to the console. */
+HALVANE_EXPORT extern LogCategory gLogCategory_LogUtils;
+
+/* The Wi-Fi code's. Level "error", time and category in the header, to the file
+ * /var/log/halvaned.log, or to the console where that cannot be opened. */
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFi;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiBPF;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiEAPOL;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiIE;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiIO80211;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiJoin;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiScan;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiWPS;
+HALVANE_EXPORT extern LogCategory gLogCategory_WiFiXPC;
+
+#ifdef __cplusplus
+}
+#endif
+
+/* X(name) of each of the Wi-Fi code's categories, for a program that treats all of them alike. */
+#define HALVANE_WIFI_LOG_CATEGORIES(X) \
+    X(WiFi)                            \
+    X(WiFiBPF)                         \
+    X(WiFiEAPOL)                       \
+    X(WiFiIE)                          \
+    X(WiFiIO80211)                     \
+    X(WiFiJoin)                        \
+    X(WiFiScan)                        \
+    X(WiFiWPS)                         \
+    X(WiFiXPC)
+
+#endif
