@@ -10,6 +10,7 @@
 #include "halvane/base/memory_allows_internal.h"
 #include "halvane/base/status.h"
 #include "halvane/base/utf8_internal.h"
+#include "halvane/model/bss_config_table_internal.h"
 #include "halvane/model/config_parser.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/model/fallible_internal.h"

@@ -19,122 +19,30 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 
-#include "halvane/base/boxed.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/error.h"
 #include "halvane/base/export.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/ssid.h"
+#include "halvane/model/bss_config_values.h"  // IWYU pragma: export
 #include "halvane/model/bss_limits.h"
+#include "halvane/model/security_kind.h"  // IWYU pragma: export
 
 namespace halvane {
 
-// The fields in the order of a skeleton, each with its key there:
-//
-//   GIVEN(type, getter, key)           may be absent; changed by an operation of its own
-//   NUMBER(getter, setter, key, value) signed 64-bit, with its value at init()
-//   FLAG(getter, setter, key, value)   likewise
-//   NAME(getter, setter, key)          text that may be absent
-//
-// The keys of two authentication flags have one word too many, which belongs to the format.
-#define HALVANE_BSS_CONFIG_FIELDS(GIVEN, NUMBER, FLAG, NAME)                                     \
-    GIVEN(ByteBuffer, ssid, "SSID")                                                              \
-    GIVEN(ByteBuffer, passphrase, "Passphrase")                                                  \
-    GIVEN(ByteBuffer, keyMaterial, "KeyMaterial")                                                \
-    NUMBER(preferredOrder, setPreferredOrder, "PreferredOrder", 0)                               \
-    NUMBER(channel, setChannel, "channel", 0)                                                    \
-    NUMBER(channelWidth, setChannelWidth, "channelWidth", 0)                                     \
-    NUMBER(eapolRetryCount, setEapolRetryCount, "eapolRetryCount", 3)                            \
-    NUMBER(eapolRetryInterval, setEapolRetryInterval, "eapolRetryInterval", 100)                 \
-    NUMBER(eapolGTKRotation, setEapolGTKRotation, "eapolGTKRotation", 300)                       \
-    GIVEN(std::string, country, "country")                                                       \
-    FLAG(allowAuthenticationOpen, setAllowAuthenticationOpen, "AuthenticationOpen", true)        \
-    FLAG(allowAuthenticationSharedKey, setAllowAuthenticationSharedKey,                          \
-         "AuthenticationOpenSharedKey", false)                                                   \
-    FLAG(allowAuthenticationLEAP, setAllowAuthenticationLEAP, "AuthenticationOpenLEAP", false)   \
-    FLAG(allowSecurityOpen, setAllowSecurityOpen, "SecurityOpen", true)                          \
-    FLAG(allowSecurityWEP, setAllowSecurityWEP, "SecurityWEP", false)                            \
-    FLAG(allowSecurityWPA, setAllowSecurityWPA, "SecurityWPA", false)                            \
-    FLAG(allowSecurityWPA2, setAllowSecurityWPA2, "SecurityWPA2", false)                         \
-    FLAG(allowSecurityWPS, setAllowSecurityWPS, "SecurityWPS", false)                            \
-    FLAG(allowUnicastCipherTKIP, setAllowUnicastCipherTKIP, "CipherUnicastTKIP", false)          \
-    FLAG(allowUnicastCipherCCMP, setAllowUnicastCipherCCMP, "CipherUnicastCCMP", false)          \
-    FLAG(allowUnicastCipherUseGroup, setAllowUnicastCipherUseGroup, "CipherUnicastUseGroup",     \
-         false)                                                                                  \
-    FLAG(allowMulticastCipherWEP40, setAllowMulticastCipherWEP40, "CipherMulticastWEP40", false) \
-    FLAG(allowMulticastCipherWEP104, setAllowMulticastCipherWEP104, "CipherMulticastWEP104",     \
-         false)                                                                                  \
-    FLAG(allowMulticastCipherTKIP, setAllowMulticastCipherTKIP, "CipherMulticastTKIP", false)    \
-    FLAG(allowMulticastCipherCCMP, setAllowMulticastCipherCCMP, "CipherMulticastCCMP", false)    \
-    FLAG(allowKeyManagementPSK, setAllowKeyManagementPSK, "KeyManagementPSK", false)             \
-    FLAG(allowKeyManagement8021X, setAllowKeyManagement8021X, "KeyManagement8021X", false)       \
-    FLAG(allowPHY80211b, setAllowPHY80211b, "PHYModes80211b", true)                              \
-    FLAG(allowPHY80211g, setAllowPHY80211g, "PHYModes80211g", true)                              \
-    FLAG(allowPHY80211a, setAllowPHY80211a, "PHYModes80211a", true)                              \
-    FLAG(allowPHY80211n, setAllowPHY80211n, "PHYModes80211n", true)                              \
-    FLAG(allowPIN, setAllowPIN, "allowPIN", false)                                               \
-    FLAG(allowPushbutton, setAllowPushbutton, "allowPushbutton", false)                          \
-    NAME(wpsDeviceName, setWpsDeviceName, "wpsDeviceName")                                       \
-    NAME(wpsManufacturerName, setWpsManufacturerName, "wpsManufacturerName")                     \
-    NAME(wpsModelName, setWpsModelName, "wpsModelName")                                          \
-    NAME(wpsModelNumber, setWpsModelNumber, "wpsModelNumber")                                    \
-    NUMBER(wpsPIN, setWpsPIN, "wpsPIN", 0)                                                       \
-    NAME(wpsSerialNumber, setWpsSerialNumber, "wpsSerialNumber")
-
-// What wifiSecurity() answers.
-enum HalvaneSecurityKind : unsigned {
-    kHalvaneSecurityNone = 0,
-    kHalvaneSecurityOpen = 1,
-    kHalvaneSecurityWEP = 2,
-    kHalvaneSecurityWEP8021X = 3,
-    kHalvaneSecurityWPAPSK = 4,  // WPA, WPA2 or both
-    kHalvaneSecurityWPA8021X = 5,
-    kHalvaneSecurityWPS = 6,
-};
-
-class HALVANE_EXPORT HalvaneBSSConfig {
+class HALVANE_EXPORT HalvaneBSSConfig : public BSSConfigValues {
   public:
-    // An open network of all PHY modes: the values above, everything else absent.
+    // An open network of all PHY modes: allowAuthenticationOpen(), allowSecurityOpen() and the four
+    // allowPHY...() are true, eapolRetryCount() is 3, eapolRetryInterval() 100, eapolGTKRotation()
+    // 300; everything else is 0, false or absent.
     static HalvaneBSSConfig init();
 
     // Missing keys read as 0, false or absent: the values of init() do not stand in for them.
     static HalvaneBSSConfig initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
-    // The keys above, in that order; those of absent fields are left out.
+    // The fields in the order of halvane/model/bss_config_values.h; absent ones are left out.
     PropertyListDictionary skeletonRepresentation() const;
-
-    // The fields. ssid() and passphrase() hold the octets that were set, keyMaterial() the 32 of a
-    // pre-shared key. country() comes from a skeleton alone.
-#define HALVANE_BSS_GIVEN(type, getter, key)    \
-    const std::optional<type>& getter() const { \
-        return fields_->getter;                 \
-    }
-#define HALVANE_BSS_VALUE(type, getter, setter) \
-    type getter() const {                       \
-        return fields_->getter;                 \
-    }                                           \
-    void setter(type value) {                   \
-        fields_.change().getter = value;        \
-    }
-#define HALVANE_BSS_NUMBER(getter, setter, key, value) \
-    HALVANE_BSS_VALUE(std::int64_t, getter, setter)
-#define HALVANE_BSS_FLAG(getter, setter, key, value) HALVANE_BSS_VALUE(bool, getter, setter)
-#define HALVANE_BSS_NAME(getter, setter, key)          \
-    const std::optional<std::string>& getter() const { \
-        return fields_->getter;                        \
-    }                                                  \
-    void setter(std::optional<std::string> name) {     \
-        fields_.change().getter = std::move(name);     \
-    }
-    HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_NUMBER, HALVANE_BSS_FLAG,
-                              HALVANE_BSS_NAME)
-#undef HALVANE_BSS_GIVEN
-#undef HALVANE_BSS_VALUE
-#undef HALVANE_BSS_NUMBER
-#undef HALVANE_BSS_FLAG
-#undef HALVANE_BSS_NAME
 
     // What kind of network the flags make: the strongest allowed of WPS, WPA, WEP and open decides,
     // and 802.1X key management tells the two kinds of WEP and WPA apart.
@@ -225,27 +133,8 @@ class HALVANE_EXPORT HalvaneBSSConfig {
     // A bare object: 0, false or absent.
     HalvaneBSSConfig() = default;
 
-    struct Fields {
-#define HALVANE_BSS_GIVEN(type, getter, key) std::optional<type> getter;
-#define HALVANE_BSS_NUMBER(getter, setter, key, value) std::int64_t getter = 0;
-#define HALVANE_BSS_FLAG(getter, setter, key, value) bool getter = false;
-#define HALVANE_BSS_NAME(getter, setter, key) std::optional<std::string> getter;
-        HALVANE_BSS_CONFIG_FIELDS(HALVANE_BSS_GIVEN, HALVANE_BSS_NUMBER, HALVANE_BSS_FLAG,
-                                  HALVANE_BSS_NAME)
-#undef HALVANE_BSS_GIVEN
-#undef HALVANE_BSS_NUMBER
-#undef HALVANE_BSS_FLAG
-#undef HALVANE_BSS_NAME
-
-        friend bool operator==(const Fields&, const Fields&) = default;
-    };
-
     // Null where there is no memory for them, which `error` tells then.
     Fields* fieldsToSet(std::optional<Error>* error);
-
-    // In a box, for a daemon's reply may hold a configuration in every few bytes of text, with next
-    // to nothing in each.
-    Boxed<Fields> fields_;
 };
 
 }  // namespace halvane

@@ -3,6 +3,7 @@
 
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
+#include "halvane/model/bss_config_table_internal.h"
 
 namespace halvane {
 

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "halvane/model/bss_config.h"
+#include "halvane/model/bss_config_table_internal.h"
 
 using namespace halvane;
 

@@ -5,6 +5,7 @@
 
 #include "halvane/base/number.h"
 #include "halvane/model/bss_config.h"
+#include "halvane/model/bss_config_table_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"
 

@@ -9,6 +9,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/ssid.h"
 #include "halvane/base/status.h"
+#include "halvane/model/bss_config_table_internal.h"
 #include "halvane/model/bss_limits.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/utils/log.h"

@@ -9,8 +9,10 @@
 #include <string_view>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
 #include "halvane/model/bss_config.h"
+#include "halvane/model/bss_config_table_internal.h"
 
 #include "tools/halvaned-sim/world_file_error.h"
 

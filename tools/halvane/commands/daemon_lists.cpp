@@ -12,7 +12,7 @@
 #include "halvane/base/number.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/bss_config.h"
-#include "halvane/model/bss_option_words.h"
+#include "halvane/model/bss_option_table_internal.h"
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
@@ -63,10 +63,10 @@ std::string secondsCell(std::uint64_t microseconds) {
 
 std::string securityCell(const HalvaneBSSConfig& config) {
     std::string words;
-#define HALVANE_ADD_WORD(word, getter, setter) \
-    if (config.getter()) words.append(words.empty() ? "" : ",").append(word);
-    HALVANE_BSS_SECURITY_WORDS(HALVANE_ADD_WORD)
-#undef HALVANE_ADD_WORD
+    for (const BSSOption& option : kSecurityOptions) {
+        if ((config.*option.isAllowed)())
+            words.append(words.empty() ? "" : ",").append(option.word);
+    }
     return cellOf(words);
 }
 

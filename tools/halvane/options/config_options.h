@@ -2,8 +2,12 @@
 #ifndef TOOLS_HALVANE_OPTIONS_CONFIG_OPTIONS_H
 #define TOOLS_HALVANE_OPTIONS_CONFIG_OPTIONS_H
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "halvane/base/result.h"
 #include "halvane/model/bss_config.h"
@@ -53,11 +57,28 @@ constexpr CLIOption configValue(const char* name, const char** place, const char
             .flags = kCLIBareName,
             .shortHelp = help};
 }
-// The help is a list of HALVANE_CONFIG_WORD, of which the first comma goes.
-constexpr CLIOption configWords(const char* name, const char** place, const char* list) {
-    return configValue(name, place, "WORDS", list + 1);
+// The words of a group, separated by commas and terminated.
+template <const auto& kWords>
+constexpr auto kWordList = [] {
+    constexpr std::size_t kSize = [] {
+        std::size_t size = 0;
+        for (const std::string_view word : kWords) size += word.size() + 1;
+        return size;
+    }();
+    std::array<char, kSize> list{};
+    char* end = list.data();
+    for (const std::string_view word : kWords) {
+        end = std::ranges::copy(word, end).out;
+        *end++ = ',';
+    }
+    list.back() = '\0';
+    return list;
+}();
+// The help is the list of the words.
+template <const auto& kWords>
+constexpr CLIOption configWords(const char* name, const char** place) {
+    return configValue(name, place, "WORDS", kWordList<kWords>.data());
 }
-#define HALVANE_CONFIG_WORD(word, getter, setter) "," word
 constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char* help) {
     return {.type = kCLIBoolean,
             .longName = name,
@@ -73,24 +94,19 @@ constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char
         configFlag("passphrase", &gTypedConfig.passphrase,                                         \
                    "read it from standard input, or ask for it"),                                  \
         configFlag("key", &gTypedConfig.key, "derive the pre-shared key of the passphrase"),       \
-        configWords("authentication", &gTypedConfig.authentication,                                \
-                    HALVANE_BSS_AUTHENTICATION_WORDS(HALVANE_CONFIG_WORD)),                        \
-        configWords("security", &gTypedConfig.security,                                            \
-                    HALVANE_BSS_SECURITY_WORDS(HALVANE_CONFIG_WORD)),                              \
-        configWords("unicast", &gTypedConfig.unicast,                                              \
-                    HALVANE_BSS_UNICAST_CIPHER_WORDS(HALVANE_CONFIG_WORD)),                        \
-        configWords("multicast", &gTypedConfig.multicast,                                          \
-                    HALVANE_BSS_MULTICAST_CIPHER_WORDS(HALVANE_CONFIG_WORD)),                      \
-        configWords("key-management", &gTypedConfig.keyManagement,                                 \
-                    HALVANE_BSS_KEY_MANAGEMENT_WORDS(HALVANE_CONFIG_WORD)),                        \
-        configWords("phy", &gTypedConfig.phy, HALVANE_BSS_PHY_MODE_WORDS(HALVANE_CONFIG_WORD)),    \
+        configWords<kBSSAuthenticationWords>("authentication", &gTypedConfig.authentication),      \
+        configWords<kBSSSecurityWords>("security", &gTypedConfig.security),                        \
+        configWords<kBSSUnicastCipherWords>("unicast", &gTypedConfig.unicast),                     \
+        configWords<kBSSMulticastCipherWords>("multicast", &gTypedConfig.multicast),               \
+        configWords<kBSSKeyManagementWords>("key-management", &gTypedConfig.keyManagement),        \
+        configWords<kBSSPHYModeWords>("phy", &gTypedConfig.phy),                                   \
         configValue("channel", &gTypedConfig.channel, "N", "channel number"),                      \
         configValue("channel-width", &gTypedConfig.channelWidth, "N", "MHz"),                      \
         configValue("preferred-order", &gTypedConfig.preferredOrder, "N", "place among others"),   \
         configValue("eapol-retries", &gTypedConfig.eapolRetries, "N", "count (default 3)"),        \
         configValue("eapol-interval", &gTypedConfig.eapolInterval, "N", "interval (default 100)"), \
         configValue("gtk-rotation", &gTypedConfig.gtkRotation, "N", "interval (default 300)"),     \
-        configWords("wps", &gTypedConfig.wps, HALVANE_BSS_WPS_METHOD_WORDS(HALVANE_CONFIG_WORD)),  \
+        configWords<kBSSWPSMethodWords>("wps", &gTypedConfig.wps),                                 \
         configValue("wps-pin", &gTypedConfig.wpsPIN, "PIN", "of 8 digits, the last one right"),    \
         configValue("device-name", &gTypedConfig.deviceName, "TEXT", "for WPS"),                   \
         configValue("manufacturer", &gTypedConfig.manufacturer, "TEXT", "for WPS"),                \

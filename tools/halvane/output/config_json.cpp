@@ -1,5 +1,7 @@
 #include "tools/halvane/output/config_json.h"
 
+#include "halvane/model/bss_config_table_internal.h"
+
 namespace halvane::tool {
 
 JSON jsonOf(const HalvaneBSSConfig& configuration) {
