@@ -39,11 +39,24 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
+constexpr void (HalvaneRSNIE::*kFlagSetters[])(bool) = {
+    &HalvaneRSNIE::setAllowUnicastCipherTKIP,
+    &HalvaneRSNIE::setAllowUnicastCipherCCMP,
+    &HalvaneRSNIE::setAllowUnicastCipherUseGroup,
+    &HalvaneRSNIE::setAllowMulticastCipherWEP40,
+    &HalvaneRSNIE::setAllowMulticastCipherWEP104,
+    &HalvaneRSNIE::setAllowMulticastCipherTKIP,
+    &HalvaneRSNIE::setAllowMulticastCipherCCMP,
+    &HalvaneRSNIE::setAllowKeyManagementPSK,
+    &HalvaneRSNIE::setAllowKeyManagement8021X,
+    &HalvaneRSNIE::setSupportsPreAuthentication,
+    &HalvaneRSNIE::setHasNoPairwise,
+    &HalvaneRSNIE::setIsPeerKeyEnabled,
+};
+
 void setFlags(HalvaneRSNIE& ie, std::uint16_t bits) {
     int bit = 0;
-#define HALVANE_FUZZ_FLAG(getter, setter) ie.setter((bits >> bit++ & 1) != 0);
-    HALVANE_RSN_FLAGS(HALVANE_FUZZ_FLAG)
-#undef HALVANE_FUZZ_FLAG
+    for (const auto set : kFlagSetters) (ie.*set)((bits >> bit++ & 1) != 0);
 }
 
 void checkRSNStages(fuzzing::ByteSource source) {

@@ -16,6 +16,19 @@ constexpr std::size_t kRoleOffset = 8;
 constexpr std::array kRoles = {"Inactive", "Master", "Relay", "Remote"};
 constexpr const char* kUnknownRole = "Unknown";
 
+struct FlagLine {
+    bool (HalvaneDWDSIE::*isSet)() const;
+    const char* label;
+};
+
+// The flags in the order of the description.
+constexpr FlagLine kFlagLines[] = {
+    {&HalvaneDWDSIE::isAMPDUNotSupportedOverDWDS, "AMPDU Not Supported"},
+    {&HalvaneDWDSIE::isAMPDUWorkaroundOverDWDS, "AMPDU Workaround"},
+    {&HalvaneDWDSIE::isAMPDUFullSupportOverDWDS, "AMPDU Full Support"},
+    {&HalvaneDWDSIE::isClosedNetworkOverDWDS, "Closed Network"},
+};
+
 }  // namespace
 
 HalvaneDWDSIE HalvaneDWDSIE::initWithIE(const ByteBuffer& ie) {
@@ -48,10 +61,9 @@ std::string HalvaneDWDSIE::description() const {
                  FancyFormatting::formattedHexData(rawIE_).c_str());
     if (!isValid_) return text;
     appendPrintF(text, "    Role                : %s\n", describe(role_).c_str());
-#define DESCRIBE_FLAG(property, bit, label) \
-    appendPrintF(text, "    %-20s: %s\n", label, yesNo(property()));
-    HALVANE_DWDS_FLAGS(DESCRIBE_FLAG)
-#undef DESCRIBE_FLAG
+    for (const auto& [isSet, label] : kFlagLines) {
+        appendPrintF(text, "    %-20s: %s\n", label, yesNo((this->*isSet)()));
+    }
     return text;
 }
 

@@ -23,13 +23,6 @@
 
 namespace halvane {
 
-// X(property, bit, label): the flags, in the order of the description.
-#define HALVANE_DWDS_FLAGS(X)                                \
-    X(isAMPDUNotSupportedOverDWDS, 0, "AMPDU Not Supported") \
-    X(isAMPDUWorkaroundOverDWDS, 1, "AMPDU Workaround")      \
-    X(isAMPDUFullSupportOverDWDS, 2, "AMPDU Full Support")   \
-    X(isClosedNetworkOverDWDS, 3, "Closed Network")
-
 class HALVANE_EXPORT HalvaneDWDSIE {
   public:
     // An empty object: nothing present, not valid.
@@ -48,12 +41,10 @@ class HALVANE_EXPORT HalvaneDWDSIE {
     const std::optional<std::string>& DWDSRole() const { return role_; }
 
     // All false for an element that ends before or within its flags.
-#define HALVANE_DWDS_FLAG(property, bit, label) \
-    bool property() const {                     \
-        return flags_ & 1u << (bit);            \
-    }
-    HALVANE_DWDS_FLAGS(HALVANE_DWDS_FLAG)
-#undef HALVANE_DWDS_FLAG
+    bool isAMPDUNotSupportedOverDWDS() const { return hasFlag(0); }
+    bool isAMPDUWorkaroundOverDWDS() const { return hasFlag(1); }
+    bool isAMPDUFullSupportOverDWDS() const { return hasFlag(2); }
+    bool isClosedNetworkOverDWDS() const { return hasFlag(3); }
 
     // Decodes rawIE() anew.
     void parseIE();
@@ -65,6 +56,8 @@ class HALVANE_EXPORT HalvaneDWDSIE {
     std::string description() const;
 
   private:
+    bool hasFlag(unsigned bit) const { return (flags_ >> bit & 1u) != 0; }
+
     std::optional<ByteBuffer> rawIE_;
     bool isValid_ = false;
     std::optional<std::string> role_;

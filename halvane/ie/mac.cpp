@@ -13,6 +13,7 @@
 #include "halvane/base/vendor.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/ie/link_quality.h"
+#include "halvane/ie/mac_record.h"
 #include "halvane/ie/mcs.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/scan_time.h"
@@ -28,6 +29,9 @@ constexpr unsigned kMaximumExtendedRates = 255;
 // The basic-rate bit stands above a rate in units of 500 kbit/s.
 constexpr unsigned kRateMask = 0x7F;
 constexpr double kRatesPerMbps = 2;
+
+using Walk = MACRecord::Walk;
+using Link = MACRecord::Link;
 
 std::uint64_t now() {
     return UpTicksToMicroseconds(UpTicks());
@@ -142,10 +146,29 @@ void logMerge(const char* format, const std::optional<ByteBuffer>& before,
               old ? &*old : nullptr, recent ? &*recent : nullptr);
 }
 
+// The first label that holds, or null.
+const char* securityLabelOf(const HalvaneMAC& record) {
+    struct Row {
+        bool (HalvaneMAC::*holds)() const;
+        const char* label;
+    };
+    static constexpr std::array kRows = {
+        Row{&HalvaneMAC::doesSupportSecurityWPAEnterprise, "WPA Enterprise"},
+        Row{&HalvaneMAC::doesSupportSecurityWPAPersonal, "WPA Personal"},
+        Row{&HalvaneMAC::doesSupportSecurityWEP, "WEP"},
+        Row{&HalvaneMAC::doesSupportSecurityWPS, "WPS"},
+        Row{&HalvaneMAC::doesSupportSecurityOpen, "Open"},
+    };
+    for (const auto& [holds, label] : kRows) {
+        if ((record.*holds)()) return label;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 HalvaneMAC::HalvaneMAC(const ByteBuffer& mac) {
-    Record& record = record_.change();
+    MACRecord& record = record_.change();
     record.mac = mac;
     record.firstAdded = now();
     record.ieBuffer.reset();
@@ -156,7 +179,7 @@ HalvaneMAC HalvaneMAC::initWithMAC(const ByteBuffer& mac) {
 }
 
 void HalvaneMAC::setCapabilityField(std::uint16_t field) {
-    Record& record = record_.change();
+    MACRecord& record = record_.change();
     record.capabilities = field;
     record.lastUpdated = now();
 }
@@ -164,7 +187,7 @@ void HalvaneMAC::setCapabilityField(std::uint16_t field) {
 // The walk changes the record as it goes, so what it replaces is kept until it has ended: where
 // memory is short all elements stay as they were.
 void HalvaneMAC::setInformationElements(const ByteBuffer& elements) {
-    Record& record = record_.change();
+    MACRecord& record = record_.change();
     std::optional<ByteBuffer> buffer = elements;
     std::vector<ByteBuffer> cut;
     Boxed<Walk> walk;
@@ -300,26 +323,7 @@ void HalvaneMAC::deriveRateAndSecurity() {
     if (!walk.maxPHYRate) return;
 
     walk.channelWidth = width;
-    if (const char* label = securityLabel()) walk.securityFriendlyName = label;
-}
-
-// The first label that holds, or null.
-const char* HalvaneMAC::securityLabel() const {
-    struct Row {
-        bool (HalvaneMAC::*holds)() const;
-        const char* label;
-    };
-    static constexpr std::array kRows = {
-        Row{&HalvaneMAC::doesSupportSecurityWPAEnterprise, "WPA Enterprise"},
-        Row{&HalvaneMAC::doesSupportSecurityWPAPersonal, "WPA Personal"},
-        Row{&HalvaneMAC::doesSupportSecurityWEP, "WEP"},
-        Row{&HalvaneMAC::doesSupportSecurityWPS, "WPS"},
-        Row{&HalvaneMAC::doesSupportSecurityOpen, "Open"},
-    };
-    for (const auto& [holds, label] : kRows) {
-        if ((this->*holds)()) return label;
-    }
-    return nullptr;
+    if (const char* label = securityLabelOf(*this)) walk.securityFriendlyName = label;
 }
 
 bool HalvaneMAC::doesSupportSecurityOpen() const {
@@ -347,7 +351,7 @@ bool HalvaneMAC::doesSupportSecurityWPS() const {
 void HalvaneMAC::mergeEntries(const HalvaneMAC& other) {
     if (mac() != other.mac()) return;
     logMerge("Old IEs <%@>\n, New IEs <%@>\n\n", ieBuffer(), other.ieBuffer(), bytesOf);
-    Record& record = record_.change();
+    MACRecord& record = record_.change();
     record.lastUpdated = now();
     takeOver(record.channel, other.channel());
     takeOver(record.noise, other.noise());

@@ -14,7 +14,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "halvane/base/boxed.h"
@@ -27,31 +26,12 @@
 #include "halvane/ie/ht_capabilities_ie.h"
 #include "halvane/ie/ht_operation_ie.h"
 #include "halvane/ie/link_quality_history.h"
+#include "halvane/ie/mac_record.h"
 #include "halvane/ie/rsn_ie.h"
 #include "halvane/ie/tessic_ie.h"
 #include "halvane/ie/wps_ie.h"
 
 namespace halvane {
-
-// X(bit, property, label): the capability information field, IEEE 802.11-2012, 8.4.1.4 (figure
-// 8-38); later editions reserve some of these bits. Bit 12 is not decoded. The labels are those of
-// a description, in the order of the bits.
-#define HALVANE_CAPABILITY_BITS(X)                            \
-    X(0, isESS, "ESS                  : %s\n")                \
-    X(1, isIBSS, "IBSS                 : %s\n")               \
-    X(2, isCFPollable, "CF Pollable          : %s\n")         \
-    X(3, isCFPollRequest, "CF Poll Request      : %s\n")      \
-    X(4, isPrivacy, "Privacy              : %s\n")            \
-    X(5, isShortPreamble, "Short Preamble       : %s\n")      \
-    X(6, isPBCC, "PBCC                 : %s\n")               \
-    X(7, isChannelAgility, "Channel Agility      : %s\n")     \
-    X(8, isSpectrumManagement, "Spectrum Management  : %s\n") \
-    X(9, isQoS, "QoS                  : %s\n")                \
-    X(10, isShortSlotTime, "Short Time Slot      : %s\n")     \
-    X(11, isAPSD, "APSD                 : %s\n")              \
-    X(13, isDSSSOFDM, "DSS OFDM             : %s\n")          \
-    X(14, isDelayedBlockAck, "Delayed Block-Ack    : %s\n")   \
-    X(15, isImmediateBlockAck, "Immediate Block-Ack  : %s\n")
 
 class HALVANE_EXPORT HalvaneMAC {
   public:
@@ -87,16 +67,25 @@ class HALVANE_EXPORT HalvaneMAC {
     const std::optional<Number>& beaconInterval() const { return record_->beaconInterval; }
     void setBeaconInterval(std::optional<Number> value) { record_.change().beaconInterval = value; }
 
-    // The capability information field, and its bits as booleans: isESS() ...
-    // isImmediateBlockAck().
+    // The capability information field (IEEE 802.11-2012, 8.4.1.4, figure 8-38; later editions
+    // reserve some of its bits), and its bits. Bit 12 is not decoded.
     std::uint16_t capabilities() const { return record_->capabilities; }
     void setCapabilityField(std::uint16_t field);
-#define HALVANE_CAPABILITY_BIT(bit, property, label)     \
-    bool property() const {                              \
-        return (record_->capabilities >> (bit)&1u) != 0; \
-    }
-    HALVANE_CAPABILITY_BITS(HALVANE_CAPABILITY_BIT)
-#undef HALVANE_CAPABILITY_BIT
+    bool isESS() const { return hasCapability(0); }
+    bool isIBSS() const { return hasCapability(1); }
+    bool isCFPollable() const { return hasCapability(2); }
+    bool isCFPollRequest() const { return hasCapability(3); }
+    bool isPrivacy() const { return hasCapability(4); }
+    bool isShortPreamble() const { return hasCapability(5); }
+    bool isPBCC() const { return hasCapability(6); }
+    bool isChannelAgility() const { return hasCapability(7); }
+    bool isSpectrumManagement() const { return hasCapability(8); }
+    bool isQoS() const { return hasCapability(9); }
+    bool isShortSlotTime() const { return hasCapability(10); }
+    bool isAPSD() const { return hasCapability(11); }
+    bool isDSSSOFDM() const { return hasCapability(13); }
+    bool isDelayedBlockAck() const { return hasCapability(14); }
+    bool isImmediateBlockAck() const { return hasCapability(15); }
 
     // Replaces the elements and derives everything again. The buffer's length counts modulo 65536.
     // An element is as long as its length byte plus 2, modulo 256: a length byte of 255 is a
@@ -104,50 +93,28 @@ class HALVANE_EXPORT HalvaneMAC {
     void setInformationElements(const ByteBuffer& elements);
 
     // The bytes as last handed in; absent before.
-    const std::optional<ByteBuffer>& ieBuffer() const {
-        return record_->ieBuffer;
-    }
+    const std::optional<ByteBuffer>& ieBuffer() const { return record_->ieBuffer; }
     // One buffer an element: ID, length and body.
-    const std::vector<ByteBuffer>& IEs() const {
-        return record_->IEs;
-    }
+    const std::vector<ByteBuffer>& IEs() const { return record_->IEs; }
     // The trailing bytes that form no whole element; absent when there are none.
-    const std::optional<ByteBuffer>& invalidIEs() const {
-        return record_->walk->invalidIEs;
-    }
+    const std::optional<ByteBuffer>& invalidIEs() const { return record_->walk->invalidIEs; }
 
     // Octets, not text. Absent where every SSID element is missing, empty, or all zeros (hidden);
     // one of those after a named one leaves the name.
-    const std::optional<ByteBuffer>& SSID() const {
-        return record_->walk->SSID;
-    }
+    const std::optional<ByteBuffer>& SSID() const { return record_->walk->SSID; }
     // Mbit/s, real, ascending, of both rate elements; duplicates are kept.
     const std::optional<std::vector<Number>>& supportedRates() const {
         return record_->walk->supportedRates;
     }
 
     // The decoded elements, each from the last element of its kind.
-    const std::optional<HalvaneRSNIE>& rsn() const {
-        return *record_->walk->rsn;
-    }
-    const std::optional<HalvaneRSNIE>& wpa() const {
-        return *record_->walk->wpa;
-    }
-    const std::optional<HalvaneCountryIE>& countryIE() const {
-        return *record_->walk->countryIE;
-    }
-    const std::optional<HalvaneTessicIE>& tessicIE() const {
-        return *record_->walk->tessicIE;
-    }
-    const std::optional<HalvaneDWDSIE>& dwdsIE() const {
-        return *record_->walk->dwdsIE;
-    }
-    const std::optional<HalvaneWPSIE>& wpsIE() const {
-        return *record_->walk->wpsIE;
-    }
-    const std::optional<HalvaneHTCapabilitiesIE>& HTCaps() const {
-        return *record_->walk->HTCaps;
-    }
+    const std::optional<HalvaneRSNIE>& rsn() const { return *record_->walk->rsn; }
+    const std::optional<HalvaneRSNIE>& wpa() const { return *record_->walk->wpa; }
+    const std::optional<HalvaneCountryIE>& countryIE() const { return *record_->walk->countryIE; }
+    const std::optional<HalvaneTessicIE>& tessicIE() const { return *record_->walk->tessicIE; }
+    const std::optional<HalvaneDWDSIE>& dwdsIE() const { return *record_->walk->dwdsIE; }
+    const std::optional<HalvaneWPSIE>& wpsIE() const { return *record_->walk->wpsIE; }
+    const std::optional<HalvaneHTCapabilitiesIE>& HTCaps() const { return *record_->walk->HTCaps; }
     const std::optional<HalvaneHTOperationIE>& HTOperation() const {
         return *record_->walk->HTOperation;
     }
@@ -155,12 +122,8 @@ class HALVANE_EXPORT HalvaneMAC {
     // Derived from the elements: Mbit/s; 20 or 40 MHz, or rate and width 0 where the HT Operation
     // element that should tell them is broken; one of "WPA Enterprise", "WPA Personal",
     // "WEP", "WPS", "Open". Elements that give no rate leave the other two as they were.
-    const std::optional<Number>& maxPHYRate() const {
-        return record_->walk->maxPHYRate;
-    }
-    const std::optional<Number>& channelWidth() const {
-        return record_->walk->channelWidth;
-    }
+    const std::optional<Number>& maxPHYRate() const { return record_->walk->maxPHYRate; }
+    const std::optional<Number>& channelWidth() const { return record_->walk->channelWidth; }
     const std::optional<std::string>& securityFriendlyName() const {
         return record_->walk->securityFriendlyName;
     }
@@ -180,20 +143,14 @@ class HALVANE_EXPORT HalvaneMAC {
     // Adds a sample (dBm, Mbit/s) to the history and computes averageRate() again.
     void updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate);
     // The newest 256 samples, oldest first.
-    const HalvaneLinkQualityHistory& linkQualityHistory() const {
-        return record_->link->history;
-    }
+    const HalvaneLinkQualityHistory& linkQualityHistory() const { return record_->link->history; }
     // Mbit/s over the samples of the last 30 seconds; absent before the first sample.
-    const std::optional<Number>& averageRate() const {
-        return record_->link->averageRate;
-    }
+    const std::optional<Number>& averageRate() const { return record_->link->averageRate; }
 
     // Sets maxClientRate() to the smaller of a client's rate (Mbit/s) and maxPHYRate(); to the
     // client's rate while there is no maxPHYRate().
     void determineMaximumClientRate(const Number& rate);
-    const std::optional<Number>& maxClientRate() const {
-        return record_->link->maxClientRate;
-    }
+    const std::optional<Number>& maxClientRate() const { return record_->link->maxClientRate; }
 
     // Several lines of padded labels, then each decoded element under its heading.
     std::string description() const;
@@ -220,60 +177,12 @@ class HALVANE_EXPORT HalvaneMAC {
     void cleanupIEs();
 
   private:
+    bool hasCapability(unsigned bit) const { return (record_->capabilities >> bit & 1u) != 0; }
     void deriveRateAndSecurity();
-    const char* securityLabel() const;
-    void appendElementLines(std::string& text) const;
-    void appendDecodedElements(std::string& text) const;
-
-    template <typename Element>
-    using BoxedElement = Boxed<std::optional<Element>>;
-
-    // What the walk over the elements gave.
-    struct Walk {
-        std::optional<ByteBuffer> invalidIEs;
-        std::optional<ByteBuffer> SSID;
-        std::optional<std::vector<Number>> supportedRates;
-        BoxedElement<HalvaneRSNIE> rsn;
-        BoxedElement<HalvaneRSNIE> wpa;
-        BoxedElement<HalvaneCountryIE> countryIE;
-        BoxedElement<HalvaneTessicIE> tessicIE;
-        BoxedElement<HalvaneDWDSIE> dwdsIE;
-        BoxedElement<HalvaneWPSIE> wpsIE;
-        BoxedElement<HalvaneHTCapabilitiesIE> HTCaps;
-        BoxedElement<HalvaneHTOperationIE> HTOperation;
-        std::optional<Number> maxPHYRate;
-        std::optional<Number> channelWidth;
-        std::optional<std::string> securityFriendlyName;
-    };
-
-    // What the link samples gave.
-    struct Link {
-        std::optional<Number> maxClientRate;
-        std::optional<Number> averageRate;
-        HalvaneLinkQualityHistory history;
-    };
-
-    // A fresh one is what an empty skeleton gives.
-    struct Record {
-        ByteBuffer mac;
-        std::uint64_t lastUpdated = 0;
-        std::uint64_t firstAdded = 0;
-        std::optional<Number> channel;
-        std::optional<Number> noise;
-        std::optional<Number> RSSI;
-        std::optional<Number> beaconInterval;
-        std::uint16_t capabilities = 0;
-        std::optional<ByteBuffer> ieBuffer{std::in_place};
-        std::vector<ByteBuffer> IEs;
-        Boxed<Walk> walk;
-        Boxed<Link> link;
-    };
-
-    static bool areEqual(const Record& a, const Record& b);
 
     // In boxes, for a daemon's reply may hold a record in every few bytes of text, with next to
     // nothing in each.
-    Boxed<Record> record_;
+    Boxed<MACRecord> record_;
 };
 
 }  // namespace halvane

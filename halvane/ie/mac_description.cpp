@@ -12,6 +12,30 @@ using FancyFormatting::formattedData_includeHex;
 using FancyFormatting::formattedHexData;
 using FancyFormatting::formattedMAC;
 
+struct CapabilityLine {
+    bool (HalvaneMAC::*isSet)() const;
+    const char* format;
+};
+
+// The lines of the capability field's bits, in the order of the bits.
+constexpr CapabilityLine kCapabilityLines[] = {
+    {&HalvaneMAC::isESS, "ESS                  : %s\n"},
+    {&HalvaneMAC::isIBSS, "IBSS                 : %s\n"},
+    {&HalvaneMAC::isCFPollable, "CF Pollable          : %s\n"},
+    {&HalvaneMAC::isCFPollRequest, "CF Poll Request      : %s\n"},
+    {&HalvaneMAC::isPrivacy, "Privacy              : %s\n"},
+    {&HalvaneMAC::isShortPreamble, "Short Preamble       : %s\n"},
+    {&HalvaneMAC::isPBCC, "PBCC                 : %s\n"},
+    {&HalvaneMAC::isChannelAgility, "Channel Agility      : %s\n"},
+    {&HalvaneMAC::isSpectrumManagement, "Spectrum Management  : %s\n"},
+    {&HalvaneMAC::isQoS, "QoS                  : %s\n"},
+    {&HalvaneMAC::isShortSlotTime, "Short Time Slot      : %s\n"},
+    {&HalvaneMAC::isAPSD, "APSD                 : %s\n"},
+    {&HalvaneMAC::isDSSSOFDM, "DSS OFDM             : %s\n"},
+    {&HalvaneMAC::isDelayedBlockAck, "Delayed Block-Ack    : %s\n"},
+    {&HalvaneMAC::isImmediateBlockAck, "Immediate Block-Ack  : %s\n"},
+};
+
 // Whole seconds since a time stamp; 0 for one that lies ahead (a record from another boot).
 unsigned long long secondsSince(std::uint64_t timestamp) {
     const std::uint64_t now = UpTicksToMicroseconds(UpTicks());
@@ -25,6 +49,42 @@ void appendPositive(std::string& text, const char* format, const std::optional<N
 template <typename Element>
 void appendElement(std::string& text, const char* heading, const std::optional<Element>& element) {
     if (element) appendPrintF(text, "%s\n%s\n\n", heading, element->description().c_str());
+}
+
+// The bytes as they came, whole and cut.
+void appendElementLines(std::string& text, const HalvaneMAC& record) {
+    appendPrintF(text, "IE Buffer            : \n%s\n",
+                 formattedHexData(record.ieBuffer()).c_str());
+    if (record.invalidIEs()) {
+        appendPrintF(text, "Invalid IE Chunk     : \n%s\n",
+                     formattedHexData(*record.invalidIEs()).c_str());
+    }
+    for (const ByteBuffer& element : record.IEs()) {
+        appendPrintF(text, "IE                   : %s\n", formattedHexData(element).c_str());
+    }
+    text += '\n';
+}
+
+void appendDecodedElements(std::string& text, const HalvaneMAC& record) {
+    if (record.SSID()) {
+        appendPrintF(text, "SSID                 : %s\n\n",
+                     formattedData_includeHex(*record.SSID(), true).c_str());
+    }
+    if (record.supportedRates()) {
+        text += "Supported Rates      : ";
+        for (const Number& rate : *record.supportedRates()) {
+            appendPrintF(text, "%s ", rate.description().c_str());
+        }
+        text += "\n\n";
+    }
+    appendElement(text, "RSN", record.rsn());
+    appendElement(text, "WPA", record.wpa());
+    appendElement(text, "Country", record.countryIE());
+    appendElement(text, "Tessic General", record.tessicIE());
+    appendElement(text, "DWDS", record.dwdsIE());
+    appendElement(text, "WPS", record.wpsIE());
+    appendElement(text, "HT Capabilities", record.HTCaps());
+    appendElement(text, "HT Operation", record.HTOperation());
 }
 
 }  // namespace
@@ -43,48 +103,13 @@ std::string HalvaneMAC::description() const {
     appendPositive(text, "Maximum Client Rate  : %s Mbps\n", maxClientRate());
     appendPositive(text, "Average PHY Rate     : %s Mbps\n", averageRate());
     appendPrintF(text, "Security              : %s\n", describe(securityFriendlyName()).c_str());
-#define HALVANE_CAPABILITY_LINE(bit, property, label) appendPrintF(text, label, yesNo(property()));
-    HALVANE_CAPABILITY_BITS(HALVANE_CAPABILITY_LINE)
-#undef HALVANE_CAPABILITY_LINE
+    for (const auto& [isSet, format] : kCapabilityLines) {
+        appendPrintF(text, format, yesNo((this->*isSet)()));
+    }
     text += '\n';
-    appendElementLines(text);
-    appendDecodedElements(text);
+    appendElementLines(text, *this);
+    appendDecodedElements(text, *this);
     return text;
-}
-
-// The bytes as they came, whole and cut.
-void HalvaneMAC::appendElementLines(std::string& text) const {
-    appendPrintF(text, "IE Buffer            : \n%s\n", formattedHexData(ieBuffer()).c_str());
-    if (invalidIEs()) {
-        appendPrintF(text, "Invalid IE Chunk     : \n%s\n",
-                     formattedHexData(*invalidIEs()).c_str());
-    }
-    for (const ByteBuffer& element : IEs()) {
-        appendPrintF(text, "IE                   : %s\n", formattedHexData(element).c_str());
-    }
-    text += '\n';
-}
-
-void HalvaneMAC::appendDecodedElements(std::string& text) const {
-    if (SSID()) {
-        appendPrintF(text, "SSID                 : %s\n\n",
-                     formattedData_includeHex(*SSID(), true).c_str());
-    }
-    if (supportedRates()) {
-        text += "Supported Rates      : ";
-        for (const Number& rate : *supportedRates()) {
-            appendPrintF(text, "%s ", rate.description().c_str());
-        }
-        text += "\n\n";
-    }
-    appendElement(text, "RSN", rsn());
-    appendElement(text, "WPA", wpa());
-    appendElement(text, "Country", countryIE());
-    appendElement(text, "Tessic General", tessicIE());
-    appendElement(text, "DWDS", dwdsIE());
-    appendElement(text, "WPS", wpsIE());
-    appendElement(text, "HT Capabilities", HTCaps());
-    appendElement(text, "HT Operation", HTOperation());
 }
 
 }  // namespace halvane

@@ -5,6 +5,7 @@
 
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/ie/mac.h"
+#include "halvane/ie/mac_record.h"
 
 namespace halvane {
 
@@ -39,6 +40,18 @@ std::vector<ByteBuffer> buffersFor(const PropertyListDictionary& skeleton, const
     return buffers;
 }
 
+// Whether two records carry the same in their skeletons. An absent element buffer counts as an
+// empty one.
+bool areEqual(const MACRecord& a, const MACRecord& b) {
+    const auto carried = [](const MACRecord& record) {
+        return std::tie(record.mac, record.IEs, record.lastUpdated, record.firstAdded,
+                        record.capabilities, record.channel, record.noise, record.RSSI,
+                        record.beaconInterval);
+    };
+    return carried(a) == carried(b) &&
+           a.ieBuffer.value_or(ByteBuffer()) == b.ieBuffer.value_or(ByteBuffer());
+}
+
 }  // namespace
 
 PropertyListDictionary HalvaneMAC::skeletonRepresentation() const {
@@ -63,7 +76,7 @@ HalvaneMAC HalvaneMAC::initWithSkeletonRepresentation(const PropertyListDictiona
 }
 
 HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton) {
-    Record record;
+    MACRecord record;
     record.mac = skeleton::dataFor(skeleton, kMAC);
     record.ieBuffer = skeleton::dataFor(skeleton, kRawIEBuffer);
     record.IEs = buffersFor(skeleton, kIEs);
@@ -79,19 +92,8 @@ HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton) {
     if (!record_->IEs.empty()) parseInformationElements();
 }
 
-// An absent element buffer counts as an empty one.
-bool HalvaneMAC::areEqual(const Record& a, const Record& b) {
-    const auto carried = [](const Record& record) {
-        return std::tie(record.mac, record.IEs, record.lastUpdated, record.firstAdded,
-                        record.capabilities, record.channel, record.noise, record.RSSI,
-                        record.beaconInterval);
-    };
-    return carried(a) == carried(b) &&
-           a.ieBuffer.value_or(ByteBuffer()) == b.ieBuffer.value_or(ByteBuffer());
-}
-
 bool operator==(const HalvaneMAC& a, const HalvaneMAC& b) {
-    return HalvaneMAC::areEqual(*a.record_, *b.record_);
+    return areEqual(*a.record_, *b.record_);
 }
 
 }  // namespace halvane

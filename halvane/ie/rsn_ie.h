@@ -24,25 +24,6 @@ namespace halvane {
 
 class HalvaneBSSConfig;
 
-// X(getter, setter): the read-write flags of an element.
-#define HALVANE_RSN_FLAGS(X)                                     \
-    /* pairwise cipher suites 2, 4 and 0 */                      \
-    X(allowUnicastCipherTKIP, setAllowUnicastCipherTKIP)         \
-    X(allowUnicastCipherCCMP, setAllowUnicastCipherCCMP)         \
-    X(allowUnicastCipherUseGroup, setAllowUnicastCipherUseGroup) \
-    /* group cipher suites 1, 5, 2 and 4 */                      \
-    X(allowMulticastCipherWEP40, setAllowMulticastCipherWEP40)   \
-    X(allowMulticastCipherWEP104, setAllowMulticastCipherWEP104) \
-    X(allowMulticastCipherTKIP, setAllowMulticastCipherTKIP)     \
-    X(allowMulticastCipherCCMP, setAllowMulticastCipherCCMP)     \
-    /* authentication and key management suites 2 and 1 */       \
-    X(allowKeyManagementPSK, setAllowKeyManagementPSK)           \
-    X(allowKeyManagement8021X, setAllowKeyManagement8021X)       \
-    /* RSN capabilities, bits 0, 1 and 9 */                      \
-    X(supportsPreAuthentication, setSupportsPreAuthentication)   \
-    X(hasNoPairwise, setHasNoPairwise)                           \
-    X(isPeerKeyEnabled, setIsPeerKeyEnabled)
-
 class HALVANE_EXPORT HalvaneRSNIE {
   public:
     // An empty object: version 1, no OUI, not valid.
@@ -67,38 +48,48 @@ class HALVANE_EXPORT HalvaneRSNIE {
 
     std::int64_t version() const { return version_; }
 
-#define HALVANE_RSN_FLAG(getter, setter) \
-    bool getter() const {                \
-        return getter##_;                \
-    }                                    \
-    void setter(bool value) {            \
-        getter##_ = value;               \
-    }
-    HALVANE_RSN_FLAGS(HALVANE_RSN_FLAG)
-#undef HALVANE_RSN_FLAG
+    // Pairwise cipher suites 2, 4 and 0.
+    bool allowUnicastCipherTKIP() const { return allowUnicastCipherTKIP_; }
+    void setAllowUnicastCipherTKIP(bool value) { allowUnicastCipherTKIP_ = value; }
+    bool allowUnicastCipherCCMP() const { return allowUnicastCipherCCMP_; }
+    void setAllowUnicastCipherCCMP(bool value) { allowUnicastCipherCCMP_ = value; }
+    bool allowUnicastCipherUseGroup() const { return allowUnicastCipherUseGroup_; }
+    void setAllowUnicastCipherUseGroup(bool value) { allowUnicastCipherUseGroup_ = value; }
+
+    // Group cipher suites 1, 5, 2 and 4.
+    bool allowMulticastCipherWEP40() const { return allowMulticastCipherWEP40_; }
+    void setAllowMulticastCipherWEP40(bool value) { allowMulticastCipherWEP40_ = value; }
+    bool allowMulticastCipherWEP104() const { return allowMulticastCipherWEP104_; }
+    void setAllowMulticastCipherWEP104(bool value) { allowMulticastCipherWEP104_ = value; }
+    bool allowMulticastCipherTKIP() const { return allowMulticastCipherTKIP_; }
+    void setAllowMulticastCipherTKIP(bool value) { allowMulticastCipherTKIP_ = value; }
+    bool allowMulticastCipherCCMP() const { return allowMulticastCipherCCMP_; }
+    void setAllowMulticastCipherCCMP(bool value) { allowMulticastCipherCCMP_ = value; }
+
+    // Authentication and key management suites 2 and 1.
+    bool allowKeyManagementPSK() const { return allowKeyManagementPSK_; }
+    void setAllowKeyManagementPSK(bool value) { allowKeyManagementPSK_ = value; }
+    bool allowKeyManagement8021X() const { return allowKeyManagement8021X_; }
+    void setAllowKeyManagement8021X(bool value) { allowKeyManagement8021X_ = value; }
+
+    // RSN capabilities: bits 0, 1 and 9.
+    bool supportsPreAuthentication() const { return supportsPreAuthentication_; }
+    void setSupportsPreAuthentication(bool value) { supportsPreAuthentication_ = value; }
+    bool hasNoPairwise() const { return hasNoPairwise_; }
+    void setHasNoPairwise(bool value) { hasNoPairwise_ = value; }
+    bool isPeerKeyEnabled() const { return isPeerKeyEnabled_; }
+    void setIsPeerKeyEnabled(bool value) { isPeerKeyEnabled_ = value; }
 
     // The replay counter fields of the RSN capabilities, 0 to 3: 1, 2, 4 or 16 counters. Only the
     // low two bits of what is set are generated.
-    std::uint64_t replayCounterPTKSA() const {
-        return replayCounterPTKSA_;
-    }
-    void setReplayCounterPTKSA(std::uint64_t value) {
-        replayCounterPTKSA_ = value;
-    }
-    std::uint64_t replayCounterGTKSA() const {
-        return replayCounterGTKSA_;
-    }
-    void setReplayCounterGTKSA(std::uint64_t value) {
-        replayCounterGTKSA_ = value;
-    }
+    std::uint64_t replayCounterPTKSA() const { return replayCounterPTKSA_; }
+    void setReplayCounterPTKSA(std::uint64_t value) { replayCounterPTKSA_ = value; }
+    std::uint64_t replayCounterGTKSA() const { return replayCounterGTKSA_; }
+    void setReplayCounterGTKSA(std::uint64_t value) { replayCounterGTKSA_ = value; }
 
     // 16 bytes each; absent when the element had no PMKID count.
-    const std::optional<std::vector<ByteBuffer>>& pmkids() const {
-        return pmkids_;
-    }
-    void setPmkids(std::optional<std::vector<ByteBuffer>> pmkids) {
-        pmkids_ = std::move(pmkids);
-    }
+    const std::optional<std::vector<ByteBuffer>>& pmkids() const { return pmkids_; }
+    void setPmkids(std::optional<std::vector<ByteBuffer>> pmkids) { pmkids_ = std::move(pmkids); }
 
     // Decodes rawIE() by the stages below, up to the first one that finds too few bytes.
     void parseIE();
@@ -151,9 +142,18 @@ class HALVANE_EXPORT HalvaneRSNIE {
     std::optional<ByteBuffer> oui_;
     std::optional<ByteBuffer> rawIE_;
     bool isValid_ = false;
-#define HALVANE_RSN_FLAG(getter, setter) bool getter##_ = false;
-    HALVANE_RSN_FLAGS(HALVANE_RSN_FLAG)
-#undef HALVANE_RSN_FLAG
+    bool allowUnicastCipherTKIP_ = false;
+    bool allowUnicastCipherCCMP_ = false;
+    bool allowUnicastCipherUseGroup_ = false;
+    bool allowMulticastCipherWEP40_ = false;
+    bool allowMulticastCipherWEP104_ = false;
+    bool allowMulticastCipherTKIP_ = false;
+    bool allowMulticastCipherCCMP_ = false;
+    bool allowKeyManagementPSK_ = false;
+    bool allowKeyManagement8021X_ = false;
+    bool supportsPreAuthentication_ = false;
+    bool hasNoPairwise_ = false;
+    bool isPeerKeyEnabled_ = false;
     std::int64_t version_ = 1;
     std::uint64_t replayCounterPTKSA_ = 0;
     std::uint64_t replayCounterGTKSA_ = 0;

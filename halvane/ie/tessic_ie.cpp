@@ -35,6 +35,24 @@ constexpr std::array kProductModels = {
     ProductModel{117, "Tessic Tower 3"},
 };
 
+struct FlagLine {
+    bool (HalvaneTessicIE::*isSet)() const;
+    const char* label;
+};
+
+// The flags in the order of the description. The labels are spelled as they are printed.
+constexpr FlagLine kFlagLines[] = {
+    {&HalvaneTessicIE::hasInterferenceRobustness, "Interferemce Robustness"},
+    {&HalvaneTessicIE::isUnconfigured, "Unfconigured"},
+    {&HalvaneTessicIE::isPPPoEServer, "PPPoE Server"},
+    {&HalvaneTessicIE::isGuestNetwork, "Guest Network"},
+    {&HalvaneTessicIE::hasLegacyWDS, "Legacy WDS"},
+    {&HalvaneTessicIE::isWPSCapable, "WPS Capable"},
+    {&HalvaneTessicIE::isWPSActive, "WPS Active"},
+    {&HalvaneTessicIE::isSAWCapable, "SAW Capable"},
+    {&HalvaneTessicIE::isWoWCapable, "WOW Capable"},
+};
+
 }  // namespace
 
 HalvaneTessicIE HalvaneTessicIE::initWithIE(const std::optional<ByteBuffer>& ie) {
@@ -76,10 +94,9 @@ std::string HalvaneTessicIE::description() const {
     if (!isValid_) return text;
     appendPrintF(text, "    Tessic Version            : %s\n", describe(version_).c_str());
     appendPrintF(text, "    Tessic Product            : %s\n", describe(productName_).c_str());
-#define DESCRIBE_FLAG(property, bit, label) \
-    appendPrintF(text, "    %-25s: %s\n", label, yesNo(property()));
-    HALVANE_TESSIC_FLAGS(DESCRIBE_FLAG)
-#undef DESCRIBE_FLAG
+    for (const auto& [isSet, label] : kFlagLines) {
+        appendPrintF(text, "    %-25s: %s\n", label, yesNo((this->*isSet)()));
+    }
     return text;
 }
 

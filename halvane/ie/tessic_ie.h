@@ -23,19 +23,6 @@
 
 namespace halvane {
 
-// X(property, bit, label): the feature flags, in the order of the description. Bits 1 to 7 are
-// not decoded. The labels are spelled as they are printed.
-#define HALVANE_TESSIC_FLAGS(X)                                \
-    X(hasInterferenceRobustness, 8, "Interferemce Robustness") \
-    X(isUnconfigured, 9, "Unfconigured")                       \
-    X(isPPPoEServer, 10, "PPPoE Server")                       \
-    X(isGuestNetwork, 11, "Guest Network")                     \
-    X(hasLegacyWDS, 12, "Legacy WDS")                          \
-    X(isWPSCapable, 13, "WPS Capable")                         \
-    X(isWPSActive, 14, "WPS Active")                           \
-    X(isSAWCapable, 15, "SAW Capable")                         \
-    X(isWoWCapable, 0, "WOW Capable")
-
 class HALVANE_EXPORT HalvaneTessicIE {
   public:
     // An empty object: nothing present, not valid.
@@ -57,12 +44,17 @@ class HALVANE_EXPORT HalvaneTessicIE {
     // The model's name, "Unknown" for a product ID that no model has.
     const std::optional<std::string>& TessicProductName() const { return productName_; }
 
-#define HALVANE_TESSIC_FLAG(property, bit, label) \
-    bool property() const {                       \
-        return flags_ & 1u << (bit);              \
-    }
-    HALVANE_TESSIC_FLAGS(HALVANE_TESSIC_FLAG)
-#undef HALVANE_TESSIC_FLAG
+    // The feature flags, in the order of the description; all false where the element ends before
+    // them. Bits 1 to 7 are not decoded.
+    bool hasInterferenceRobustness() const { return hasFlag(8); }
+    bool isUnconfigured() const { return hasFlag(9); }
+    bool isPPPoEServer() const { return hasFlag(10); }
+    bool isGuestNetwork() const { return hasFlag(11); }
+    bool hasLegacyWDS() const { return hasFlag(12); }
+    bool isWPSCapable() const { return hasFlag(13); }
+    bool isWPSActive() const { return hasFlag(14); }
+    bool isSAWCapable() const { return hasFlag(15); }
+    bool isWoWCapable() const { return hasFlag(0); }
 
     // Decodes rawIE() anew; without one, isValid() becomes false.
     void parseIE();
@@ -74,6 +66,8 @@ class HALVANE_EXPORT HalvaneTessicIE {
     std::string description() const;
 
   private:
+    bool hasFlag(unsigned bit) const { return (flags_ >> bit & 1u) != 0; }
+
     std::optional<ByteBuffer> rawIE_;
     bool isValid_ = false;
     std::optional<Number> version_;

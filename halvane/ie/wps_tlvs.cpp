@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <span>
 #include <utility>
 
@@ -17,19 +18,30 @@ constexpr std::uint16_t kAuthenticationType = 0x1003;
 constexpr std::uint16_t kAuthenticationTypeFlags = 0x1004;
 
 constexpr std::array kLabels = {
-#define LABEL(type, name, kind, shortest, longest, property, setter, label) label,
-#define NOTHING(...)
-    HALVANE_WPS_ATTRIBUTES(LABEL, NOTHING)
-#undef NOTHING
-#undef LABEL
+#define HALVANE_WPS_PROPERTY(type, name, kind, shortest, longest, property, setter, label) label,
+#include "halvane/ie/wps_attribute_list.h"
 };
 
 constexpr std::array kAttributes = {
-#define ROW(type, name, kind, shortest, longest, property, ...) \
+#define HALVANE_WPS_PROPERTY(type, name, kind, shortest, longest, property, ...) \
     WPSAttribute{type, WPSValueKind::kind, shortest, longest, WPSProperty::property},
-    HALVANE_WPS_ATTRIBUTES(ROW, ROW)
-#undef ROW
+#define HALVANE_WPS_PARSER_ONLY HALVANE_WPS_PROPERTY
+#include "halvane/ie/wps_attribute_list.h"
 };
+
+// The labels are found by property.
+constexpr WPSProperty kProperties[] = {
+#define HALVANE_WPS_PROPERTY(type, name, kind, shortest, longest, property, ...) \
+    WPSProperty::property,
+#include "halvane/ie/wps_attribute_list.h"
+};
+static_assert(std::size(kProperties) == kLabels.size());
+static_assert([] {
+    for (std::size_t i = 0; i < std::size(kProperties); ++i) {
+        if (kProperties[i] != WPSProperty{static_cast<std::uint8_t>(i)}) return false;
+    }
+    return true;
+}());
 
 constexpr std::uint8_t kNoRow = 0xFF;
 static_assert(kAttributes.size() < kNoRow);
@@ -224,18 +236,16 @@ void HalvaneWPSTLVs::set(WPSProperty property, std::optional<Held> value) {
                                                              std::size_t length) {      \
         file(*attributeOfType(type), ByteCursor(std::span(value, length)));             \
     }
-#define DEFINE_PROPERTY(type, name, kind, shortest, longest, property, setter, label)     \
-    const std::optional<WPSValue<WPSValueKind::kind>>& HalvaneWPSTLVs::property() const { \
-        return get<WPSValue<WPSValueKind::kind>>(WPSProperty::property);                  \
-    }                                                                                     \
-    void HalvaneWPSTLVs::setter(std::optional<WPSValue<WPSValueKind::kind>> value) {      \
-        set(WPSProperty::property, std::move(value));                                     \
-    }                                                                                     \
+#define HALVANE_WPS_PROPERTY(type, name, kind, shortest, longest, property, setter, label) \
+    const std::optional<WPSValue<WPSValueKind::kind>>& HalvaneWPSTLVs::property() const {  \
+        return get<WPSValue<WPSValueKind::kind>>(WPSProperty::property);                   \
+    }                                                                                      \
+    void HalvaneWPSTLVs::setter(std::optional<WPSValue<WPSValueKind::kind>> value) {       \
+        set(WPSProperty::property, std::move(value));                                      \
+    }                                                                                      \
     DEFINE_PARSER(type, name)
-#define DEFINE_PARSER_ONLY(type, name, ...) DEFINE_PARSER(type, name)
-HALVANE_WPS_ATTRIBUTES(DEFINE_PROPERTY, DEFINE_PARSER_ONLY)
-#undef DEFINE_PARSER_ONLY
-#undef DEFINE_PROPERTY
+#define HALVANE_WPS_PARSER_ONLY(type, name, ...) DEFINE_PARSER(type, name)
+#include "halvane/ie/wps_attribute_list.h"
 #undef DEFINE_PARSER
 
 std::string HalvaneWPSTLVs::description() const {

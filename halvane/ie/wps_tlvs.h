@@ -1,6 +1,6 @@
 // The attributes of a Wi-Fi Protected Setup element, each filed into a property of its own.
 //
-// wps_attributes.h is the table of attributes, hence of the properties and parsers here. A
+// wps_attribute_list.h is the table of attributes, hence of the properties and parsers here. A
 // property is absent until its attribute is met; where an attribute is repeated the last one
 // counts, except that device types add up.
 //
@@ -72,9 +72,7 @@ class HALVANE_EXPORT HalvaneWPSTLVs {
     HALVANE_WPS_PARSER(name)
 #define HALVANE_WPS_PARSER_ONLY(type, name, kind, shortest, longest, property) \
     HALVANE_WPS_PARSER(name)
-    HALVANE_WPS_ATTRIBUTES(HALVANE_WPS_PROPERTY, HALVANE_WPS_PARSER_ONLY)
-#undef HALVANE_WPS_PARSER_ONLY
-#undef HALVANE_WPS_PROPERTY
+#include "halvane/ie/wps_attribute_list.h"
 #undef HALVANE_WPS_PARSER
 
     // Walks rawTLVs() from its start to its end, a truncated header or a length that runs past the

@@ -29,13 +29,31 @@ HalvaneRSNIE decodeWPA(const Bytes& bytes) {
     return HalvaneRSNIE::initWithIE_withOUI(ByteBuffer(bytes), kWPA);
 }
 
+struct Flag {
+    const char* name;
+    bool (HalvaneRSNIE::*isSet)() const;
+};
+constexpr Flag kFlags[] = {
+    {"allowUnicastCipherTKIP", &HalvaneRSNIE::allowUnicastCipherTKIP},
+    {"allowUnicastCipherCCMP", &HalvaneRSNIE::allowUnicastCipherCCMP},
+    {"allowUnicastCipherUseGroup", &HalvaneRSNIE::allowUnicastCipherUseGroup},
+    {"allowMulticastCipherWEP40", &HalvaneRSNIE::allowMulticastCipherWEP40},
+    {"allowMulticastCipherWEP104", &HalvaneRSNIE::allowMulticastCipherWEP104},
+    {"allowMulticastCipherTKIP", &HalvaneRSNIE::allowMulticastCipherTKIP},
+    {"allowMulticastCipherCCMP", &HalvaneRSNIE::allowMulticastCipherCCMP},
+    {"allowKeyManagementPSK", &HalvaneRSNIE::allowKeyManagementPSK},
+    {"allowKeyManagement8021X", &HalvaneRSNIE::allowKeyManagement8021X},
+    {"supportsPreAuthentication", &HalvaneRSNIE::supportsPreAuthentication},
+    {"hasNoPairwise", &HalvaneRSNIE::hasNoPairwise},
+    {"isPeerKeyEnabled", &HalvaneRSNIE::isPeerKeyEnabled},
+};
+
 // The names of the flags that are set, so that one comparison also shows that no other is.
 std::set<std::string> flagsOf(const HalvaneRSNIE& ie) {
     std::set<std::string> names;
-#define COLLECT_FLAG(getter, setter) \
-    if (ie.getter()) names.insert(#getter);
-    HALVANE_RSN_FLAGS(COLLECT_FLAG)
-#undef COLLECT_FLAG
+    for (const auto& [name, isSet] : kFlags) {
+        if ((ie.*isSet)()) names.insert(name);
+    }
     return names;
 }
 

@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "halvane/base/escaped_text.h"
 #include "halvane/base/vendor.h"
 #include "halvane/ie/channel_tuple.h"
 #include "halvane/ie/country_ie.h"
@@ -17,8 +18,6 @@
 #include "halvane/ie/wps_device_type.h"
 #include "halvane/ie/wps_ie.h"
 #include "halvane/ie/wps_tlvs.h"
-
-#include "halvane/base/escaped_text.h"
 
 namespace halvane::tool {
 
@@ -55,18 +54,27 @@ JSON jsonOf(const std::optional<Value>& value) {
 #define HALVANE_MEMBER(property) putMember(object, #property, jsonOf(ie.property()))
 
 JSON jsonOf(const HalvaneRSNIE& ie) {
-#define HALVANE_FLAG_MEMBER(getter, setter) HALVANE_MEMBER(getter);
     JSON object = JSON::object();
     HALVANE_MEMBER(oui);
     HALVANE_MEMBER(rawIE);
     HALVANE_MEMBER(isValid);
     HALVANE_MEMBER(version);
-    HALVANE_RSN_FLAGS(HALVANE_FLAG_MEMBER)
+    HALVANE_MEMBER(allowUnicastCipherTKIP);
+    HALVANE_MEMBER(allowUnicastCipherCCMP);
+    HALVANE_MEMBER(allowUnicastCipherUseGroup);
+    HALVANE_MEMBER(allowMulticastCipherWEP40);
+    HALVANE_MEMBER(allowMulticastCipherWEP104);
+    HALVANE_MEMBER(allowMulticastCipherTKIP);
+    HALVANE_MEMBER(allowMulticastCipherCCMP);
+    HALVANE_MEMBER(allowKeyManagementPSK);
+    HALVANE_MEMBER(allowKeyManagement8021X);
+    HALVANE_MEMBER(supportsPreAuthentication);
+    HALVANE_MEMBER(hasNoPairwise);
+    HALVANE_MEMBER(isPeerKeyEnabled);
     HALVANE_MEMBER(replayCounterPTKSA);
     HALVANE_MEMBER(replayCounterGTKSA);
     HALVANE_MEMBER(pmkids);
     return object;
-#undef HALVANE_FLAG_MEMBER
 }
 
 JSON jsonOf(const HalvaneChannelTuple& ie) {
@@ -150,16 +158,13 @@ JSON jsonOf(const HalvaneWPSDeviceType& deviceType) {
 }
 
 JSON jsonOf(const HalvaneWPSTLVs& ie) {
-#define HALVANE_ATTRIBUTE_MEMBER(type, name, kind, shortest, longest, property, setter, label) \
-    HALVANE_MEMBER(property);
-#define HALVANE_NO_MEMBER(type, name, kind, shortest, longest, property)
     JSON object = JSON::object();
     HALVANE_MEMBER(rawTLVs);
     HALVANE_MEMBER(isValid);
-    HALVANE_WPS_ATTRIBUTES(HALVANE_ATTRIBUTE_MEMBER, HALVANE_NO_MEMBER)
+#define HALVANE_WPS_PROPERTY(type, name, kind, shortest, longest, property, setter, label) \
+    HALVANE_MEMBER(property);
+#include "halvane/ie/wps_attribute_list.h"
     return object;
-#undef HALVANE_NO_MEMBER
-#undef HALVANE_ATTRIBUTE_MEMBER
 }
 
 JSON jsonOf(const HalvaneWPSIE& ie) {
