@@ -178,6 +178,8 @@ HalvaneMAC HalvaneMAC::initWithMAC(const ByteBuffer& mac) {
     return HalvaneMAC(mac);
 }
 
+HalvaneMAC::~HalvaneMAC() = default;
+
 void HalvaneMAC::setCapabilityField(std::uint16_t field) {
     MACRecord& record = record_.change();
     record.capabilities = field;

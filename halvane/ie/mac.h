@@ -6,7 +6,9 @@
 // error: what could not be read stays in invalidIEs(), or in an element object whose isValid() is
 // false.
 //
-// A value type with shared buffers: copying one copies no element bytes. What a getter returns a
+// A value type with shared buffers: copying one copies no element bytes. A class on top of it, such
+// as HalvaneClient, tells the whole of its record through a reference to this one; a copy into a
+// HalvaneMAC keeps what this class holds, and nothing more. What a getter returns a
 // reference to is valid until the record is next changed. Used by one thread at a time.
 #ifndef HALVANE_IE_MAC_H
 #define HALVANE_IE_MAC_H
@@ -38,6 +40,12 @@ class HALVANE_EXPORT HalvaneMAC {
     // A record of `mac` (6 bytes), added now, with everything else empty.
     static HalvaneMAC initWithMAC(const ByteBuffer& mac);
 
+    HalvaneMAC(const HalvaneMAC&) = default;
+    HalvaneMAC(HalvaneMAC&&) noexcept = default;
+    HalvaneMAC& operator=(const HalvaneMAC&) = default;
+    HalvaneMAC& operator=(HalvaneMAC&&) noexcept = default;
+    virtual ~HalvaneMAC();
+
     // Rebuilds a record and decodes its elements again. Missing keys read as nothing, and so do
     // values of another kind. A stamp or capability field that is out of range reads as the nearest
     // one: "Capabilities" of 65536 as 65535. The raw buffer is not walked again, so invalidIEs()
@@ -46,7 +54,7 @@ class HALVANE_EXPORT HalvaneMAC {
 
     // "MAC", "RawIEBuffer", "IEs", "LastUpdated", "FirstUpdated" (firstAdded()), "Capabilities",
     // "Channel", "Noise", "RSSI", "BeaconInterval". What is derived from these is not written.
-    PropertyListDictionary skeletonRepresentation() const;
+    virtual PropertyListDictionary skeletonRepresentation() const;
 
     // The BSSID or station address.
     const ByteBuffer& mac() const { return record_->mac; }
@@ -153,7 +161,7 @@ class HALVANE_EXPORT HalvaneMAC {
     const std::optional<Number>& maxClientRate() const { return record_->link->maxClientRate; }
 
     // Several lines of padded labels, then each decoded element under its heading.
-    std::string description() const;
+    virtual std::string description() const;
 
     // Equal in what a skeleton representation carries, and in nothing else: what is derived does
     // not count, for it may stem from an earlier capability field or from earlier elements. An

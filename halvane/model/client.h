@@ -27,7 +27,7 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
 
     // The keys of a HalvaneMAC, then "isAssociated", "createTime", "joinTime", "leftTime" and
     // "deauthReason", always written.
-    PropertyListDictionary skeletonRepresentation() const;
+    PropertyListDictionary skeletonRepresentation() const override;
 
     bool isAssociated() const { return station_->isAssociated; }
     void setIsAssociated(bool value) { station_.change().isAssociated = value; }
@@ -46,7 +46,7 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
 
     // Five lines of padded labels ("Lifetime" is createTime()), the HalvaneMAC's description, and a
     // newline.
-    std::string description() const;
+    std::string description() const override;
 
     // Equal as HalvaneMAC records, and in the five fields.
     friend HALVANE_EXPORT bool operator==(const HalvaneClient& a, const HalvaneClient& b);

@@ -3,7 +3,9 @@
 #include <cfloat>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <memory>
 #include <optional>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -55,6 +57,50 @@ HalvaneClient read(const PropertyListDictionary& skeleton) {
     return HalvaneClient::initWithSkeletonRepresentation(skeleton);
 }
 
+// What a caller sees who knows of stations in the air only.
+TEST(Client, GivesItsWholeRecordThroughItsBase) {
+    const auto client = wholeClient();
+    const HalvaneMAC& record = client;
+    EXPECT_EQ(record.description(), client.description());
+    EXPECT_TRUE(record.description().starts_with("isAssociated         : YES\n"));
+    EXPECT_EQ(record.skeletonRepresentation(), client.skeletonRepresentation());
+    EXPECT_NE(record.skeletonRepresentation().find("deauthReason"), nullptr);
+}
+
+TEST(Client, GivesItsWholeRecordThroughAPointerThatOwnsIt) {
+    const std::unique_ptr<HalvaneMAC> record = std::make_unique<HalvaneClient>(wholeClient());
+    EXPECT_EQ(record->description(), wholeClient().description());
+}
+
+// A copy into a HalvaneMAC holds what a HalvaneMAC holds.
+TEST(Client, LeavesItsOwnFieldsBehindWhereItIsCopiedIntoARecord) {
+    const auto client = wholeClient();
+    const HalvaneMAC record = client;
+    EXPECT_EQ(record, static_cast<const HalvaneMAC&>(client));
+    EXPECT_EQ(record.skeletonRepresentation().find("isAssociated"), nullptr);
+    EXPECT_TRUE(record.description().starts_with("MAC                  : "));
+    EXPECT_TRUE(client.description().ends_with(record.description() + "\n"));
+}
+
+TEST(Client, KeepsItsOwnFieldsWhereARecordIsAssignedToItsBase) {
+    auto client = wholeClient();
+    HalvaneMAC& record = client;
+    record = HalvaneMAC::initWithMAC({1, 2, 3, 4, 5, 6});
+    EXPECT_EQ(client.mac(), ByteBuffer({1, 2, 3, 4, 5, 6}));
+    EXPECT_TRUE(client.isAssociated());
+    EXPECT_TRUE(record.description().starts_with("isAssociated         : YES\n"));
+}
+
+// A reply may hold a record in every few bytes of text.
+TEST(Client, IsAsSmallAsItsBoxes) {
+    EXPECT_LE(sizeof(HalvaneMAC), 2 * sizeof(void*));
+    EXPECT_LE(sizeof(HalvaneClient), 3 * sizeof(void*));
+    EXPECT_TRUE(std::is_nothrow_move_constructible_v<HalvaneMAC>);
+    EXPECT_TRUE(std::is_nothrow_move_assignable_v<HalvaneMAC>);
+    EXPECT_TRUE(std::is_nothrow_move_constructible_v<HalvaneClient>);
+    EXPECT_TRUE(std::is_nothrow_move_assignable_v<HalvaneClient>);
+}
+
 TEST(Client, IsCreatedNowAndNotAssociated) {
     const auto client = freshClient();
     EXPECT_EQ(client.mac(), kAddress);
@@ -78,8 +124,7 @@ TEST(Client, IsAStationAsSeenInTheAir) {
 
 TEST(ClientSkeleton, AddsItsKeysToThoseOfItsBase) {
     const auto client = wholeClient();
-    PropertyListDictionary expected =
-        static_cast<const HalvaneMAC&>(client).skeletonRepresentation();
+    PropertyListDictionary expected = HalvaneMAC(client).skeletonRepresentation();
     EXPECT_EQ(expected.size(), 10u);
     expected.set("isAssociated", true);
     expected.set("createTime", 1u);
@@ -212,7 +257,7 @@ TEST(ClientDescription, StandsBeforeThatOfItsBase) {
               "Lifetime             : 1\n"
               "Joined               : 9223372036854775808\n"
               "Left                 : 18446744073709551615\n" +
-                  static_cast<const HalvaneMAC&>(client).description() + "\n");
+                  HalvaneMAC(client).description() + "\n");
     EXPECT_TRUE(
         fresh.description().starts_with("isAssociated         : NO\n"
                                         "Last Deauth Reason   : 1\n"
