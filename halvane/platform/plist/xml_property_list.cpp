@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <nettle/base64.h>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -81,19 +82,10 @@ class Survey {
     std::size_t size_ = 0;
 };
 
-constexpr std::string_view kBase64Digits =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-// RFC 4648 clause 4: three bytes to four digits, a short last group padded with '='.
 void appendBase64(std::string& out, std::span<const std::uint8_t> bytes) {
-    for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(3, bytes.size()))) {
-        std::uint32_t group = 0;
-        for (std::size_t i = 0; i < 3; ++i) group = group << 8 | (i < bytes.size() ? bytes[i] : 0u);
-        for (std::size_t i = 0; i < 4; ++i) {
-            const std::uint32_t digit = group >> (18 - 6 * i) & 0x3F;
-            out += i <= bytes.size() ? kBase64Digits[digit] : '=';
-        }
-    }
+    const std::size_t before = out.size();
+    out.resize(before + BASE64_ENCODE_RAW_LENGTH(bytes.size()));
+    ::base64_encode_raw(out.data() + before, bytes.size(), bytes.data());
 }
 
 std::string realText(const Number& number) {

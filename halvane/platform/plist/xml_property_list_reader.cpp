@@ -8,12 +8,14 @@
 #include <deque>
 #include <iterator>
 #include <limits>
+#include <memory>
+#include <nettle/base64.h>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
-#include <vector>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/date.h"
@@ -27,32 +29,57 @@ namespace halvane {
 namespace {
 
 // The whole of `text` as a number in the form that std::from_chars reads.
-template <typename Value>
-std::errc readWhole(std::string_view text, Value& value) {
+template <typename Value, typename... Base>
+std::errc readWhole(std::string_view text, Value& value, Base... base) {
     const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
+    const auto result = std::from_chars(text.data(), end, value, base...);
     if (result.ec != std::errc()) return result.ec;
     return result.ptr == end ? std::errc() : std::errc::invalid_argument;
 }
 
+std::string_view withoutBlanksAround(std::string_view text) {
+    const auto isBlank = [](char c) { return isXmlSpace(static_cast<unsigned char>(c)); };
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+bool skip(std::string_view& text, std::string_view prefix) {
+    if (!text.starts_with(prefix)) return false;
+    text.remove_prefix(prefix.size());
+    return true;
+}
+
 std::errc readInteger(std::string_view text, Number& number) {
-    std::int64_t narrow = 0;
-    const std::errc status = readWhole(text, narrow);
-    number = narrow;
-    if (status != std::errc::result_out_of_range) return status;
-    std::uint64_t wide = 0;
-    if (text.starts_with('-')) return status;
-    const std::errc wideStatus = readWhole(text, wide);
-    number = wide;
-    return wideStatus;
+    const bool isNegative = skip(text, "-");
+    if (!isNegative) skip(text, "+");
+    const bool isHexadecimal = skip(text, "0x") || skip(text, "0X");
+    std::uint64_t magnitude = 0;
+    const std::errc status =
+        isHexadecimal ? readWhole(text, magnitude, 16) : readWhole(text, magnitude);
+    if (status != std::errc()) return status;
+    constexpr std::uint64_t kSignedLimit = std::uint64_t{1} << 63;
+    if (isNegative && magnitude > kSignedLimit) return std::errc::result_out_of_range;
+    if (isNegative) {
+        number = static_cast<std::int64_t>(0 - magnitude);
+    } else if (magnitude < kSignedLimit) {
+        number = static_cast<std::int64_t>(magnitude);
+    } else {
+        number = magnitude;
+    }
+    return {};
 }
 
 std::errc readReal(std::string_view text, Number& number) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    static constexpr std::array<std::pair<std::string_view, double>, 3> kNames = {
+    static constexpr std::array<std::pair<std::string_view, double>, 7> kNames = {
         {{"nan", std::numeric_limits<double>::quiet_NaN()},
          {"+infinity", kInfinity},
-         {"-infinity", -kInfinity}}};
+         {"-infinity", -kInfinity},
+         {"infinity", kInfinity},
+         {"+inf", kInfinity},
+         {"-inf", -kInfinity},
+         {"inf", kInfinity}}};
     for (const auto& [name, value] : kNames) {
         if (text != name) continue;
         number = value;
@@ -62,6 +89,8 @@ std::errc readReal(std::string_view text, Number& number) {
     if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
         return std::errc::invalid_argument;
     }
+    // A plus sign, which std::from_chars does not have.
+    if (skip(text, "+") && text.starts_with('-')) return std::errc::invalid_argument;
     double value = 0;
     const std::errc status = readWhole(text, value);
     number = value;
@@ -87,54 +116,25 @@ std::optional<Date> readDate(std::string_view text) {
     return Date::fromFields({static_cast<int>(year), month, day, hour, minute, second});
 }
 
-constexpr std::uint8_t kNoDigit = 0xFF;
-constexpr auto kBase64Values = [] {
-    std::array<std::uint8_t, 256> values{};
-    values.fill(kNoDigit);
-    std::uint8_t value = 0;
-    const auto fill = [&](unsigned char first, unsigned char last) {
-        for (unsigned byte = first; byte <= last; ++byte) values[byte] = value++;
-    };
-    fill('A', 'Z');
-    fill('a', 'z');
-    fill('0', '9');
-    fill('+', '+');
-    fill('/', '/');
-    return values;
-}();
-
 // RFC 4648 clause 4. Digits come in groups of four, the last one padded with "=", and bits that
 // belong to no byte are 0.
 std::optional<ByteBuffer> readBase64(std::string_view text) {
-    std::vector<std::uint8_t> bytes;
-    bytes.reserve(text.size() / 4 * 3 + 3);
-    std::uint32_t bits = 0;
-    std::size_t digits = 0, padding = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        const std::uint8_t value = kBase64Values[byte];
-        if (value == kNoDigit) {
-            if (isXmlSpace(byte)) continue;
-            if (c != '=') return std::nullopt;
-            ++padding;
-            continue;
-        }
-        if (padding > 0) return std::nullopt;
-        bits = bits << 6 | value;
-        if (++digits % 4 != 0) continue;
-        for (const int shift : {16, 8, 0})
-            bytes.push_back(static_cast<std::uint8_t>(bits >> shift));
-        bits = 0;
+    // White space to the decoder, but none to XML.
+    for (const char other : {'\v', '\f'}) {
+        if (text.find(other) != std::string_view::npos) return std::nullopt;
     }
-    const std::size_t rest = digits % 4;
-    if (rest == 1 || padding != (4 - rest) % 4) return std::nullopt;
-    bits <<= 6 * padding;
-    if (rest >= 2) bytes.push_back(static_cast<std::uint8_t>(bits >> 16));
-    if (rest == 3) bytes.push_back(static_cast<std::uint8_t>(bits >> 8));
-    const bool hasStrayBits =
-        (rest == 2 && (bits & 0xFFFF) != 0) || (rest == 3 && (bits & 0xFF) != 0);
-    if (hasStrayBits) return std::nullopt;
-    return ByteBuffer(bytes);
+    const auto bytes =
+        std::make_unique_for_overwrite<std::uint8_t[]>(BASE64_DECODE_LENGTH(text.size()));
+    std::size_t size = 0;
+    base64_decode_ctx context;
+    ::base64_decode_init(&context);
+    const bool isRead =
+        ::base64_decode_update(&context, &size, bytes.get(), text.size(), text.data()) != 0 &&
+        ::base64_decode_final(&context) != 0;
+    // The decoder takes a lone digit with three of padding.
+    constexpr unsigned kMostPadding = 2;
+    if (!isRead || context.padding > kMostPadding) return std::nullopt;
+    return ByteBuffer(std::span(bytes.get(), size));
 }
 
 // The name of an element as one word, which is quicker to compare than a text; 0 for one that is
@@ -415,7 +415,7 @@ class Reader {
                     std::string_view malformed, PropertyListValue& value) {
         if (!readText(tag, scratch_)) return false;
         Number number;
-        const std::errc status = readForm(scratch_, number);
+        const std::errc status = readForm(withoutBlanksAround(scratch_), number);
         if (status == std::errc::result_out_of_range) return refuse(tag, "number out of range");
         if (status != std::errc()) return refuse(tag, malformed);
         value = number;

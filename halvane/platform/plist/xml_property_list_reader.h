@@ -29,10 +29,11 @@ struct XmlPropertyListError {
 //   <dict>    <key> and value in turn, each key once; their order is kept
 //   <array>   values
 //   <string>  any text, also in CDATA sections; white space is kept
-//   <integer> decimal digits, "-" before them where negative, from -2^63 to 2^64-1; signed where
-//             the signed type holds it
-//   <real>    decimal digits with one point or none, "-" before them where negative, and an
-//             exponent ("e-7") or none; or "nan", "+infinity", "-infinity"
+//   <integer> decimal digits, or "0x" and hexadecimal ones, a sign before them or none, from -2^63
+//             to 2^64-1; signed where the signed type holds it; white space around is skipped
+//   <real>    decimal digits with one point or none, a sign before them or none, and an exponent
+//             ("e-7") or none; or "nan", or "inf" or "infinity" with a sign or none; white space
+//             around is skipped
 //   <true/>, <false/>  empty
 //   <date>    "2026-11-21T07:00:00Z", in the years 1 to 9999
 //   <data>    base64 (RFC 4648), padded; white space is skipped

@@ -164,6 +164,11 @@ TEST(XmlPropertyListReader, ReadsTextOfVersion11ByItsOwnRules) {
     for (const Row& row : rows) {
         EXPECT_EQ(stringIn(version11("<string>" + row.content + "</string>")), row.text);
     }
+    // No white space of XML, though it is some to others.
+    for (const char* character : {"&#11;", "&#12;"}) {
+        EXPECT_EQ(reasonOf(version11("<data>Zg" + std::string(character) + "==</data>")),
+                  "malformed base64");
+    }
     EXPECT_EQ(valueOf("<?xml version=\"1.1\"?>\xC2\x85<plist>\xC2\x85<array\xE2\x80\xA8>"
                       "\xE2\x80\xA8</array>\r\xC2\x85</plist>\xC2\x85"),
               PropertyListValue(PropertyListArray()));
@@ -186,6 +191,42 @@ TEST(XmlPropertyListReader, ReadsIntegersByTheTypeThatHoldsThem) {
     EXPECT_EQ(numberOf("1<!-- -->&#50;"), Number(12));
 }
 
+// Forms that other writers have.
+TEST(XmlPropertyListReader, ReadsIntegersWithAPlusSignInHexadecimalAndBetweenBlanks) {
+    struct Row {
+        const char* text;
+        Number number;
+    };
+    const std::vector<Row> rows = {
+        {"+5", 5},
+        {"+0", 0},
+        {"0x1F", 31},
+        {"0x1f", 31},
+        {"0X1F", 31},
+        {"+0x10", 16},
+        {"-0x10", -16},
+        {"0x0", 0},
+        {"0x00000000000000000001", 1},
+        {"0x7FFFFFFFFFFFFFFF", std::numeric_limits<std::int64_t>::max()},
+        {"0x8000000000000000", std::uint64_t{1} << 63},
+        {"0xFFFFFFFFFFFFFFFF", std::numeric_limits<std::uint64_t>::max()},
+        {"-0x8000000000000000", std::numeric_limits<std::int64_t>::min()},
+        {" 1", 1},
+        {"1 ", 1},
+        {"\n\t -7 \r\n", -7},
+        {" +0x2 ", 2},
+        {"&#32;3&#9;", 3},
+        {" <!-- -->4<!-- --> ", 4},
+    };
+    for (const Row& row : rows) {
+        const auto value = valueOf(plist("<integer>" + std::string(row.text) + "</integer>"));
+        EXPECT_EQ(value, PropertyListValue(row.number)) << row.text;
+        const auto* number = value.as<Number>();
+        ASSERT_NE(number, nullptr) << row.text;
+        EXPECT_EQ(number->isUnsigned(), row.number.isUnsigned()) << row.text;
+    }
+}
+
 TEST(XmlPropertyListReader, ReadsRealsBitForBit) {
     struct Row {
         const char* text;
@@ -205,6 +246,16 @@ TEST(XmlPropertyListReader, ReadsRealsBitForBit) {
         {"1.7976931348623157e+308", std::numeric_limits<double>::max()},
         {"+infinity", infinity},
         {"-infinity", -infinity},
+        {"infinity", infinity},
+        {"inf", infinity},
+        {"+inf", infinity},
+        {"-inf", -infinity},
+        {"+1.5", 1.5},
+        {"+0", 0.0},
+        {" 2", 2.0},
+        {"2 ", 2.0},
+        {"\n\t-2.5e1\r\n", -25.0},
+        {" -inf ", -infinity},
     };
     for (const Row& row : rows) {
         const auto value = valueOf(plist("<real>" + std::string(row.text) + "</real>"));
@@ -214,9 +265,11 @@ TEST(XmlPropertyListReader, ReadsRealsBitForBit) {
                   std::bit_cast<std::uint64_t>(row.value))
             << row.text;
     }
-    const auto nan = valueOf(plist("<real>nan</real>"));
-    ASSERT_NE(nan.as<Number>(), nullptr);
-    EXPECT_TRUE(std::isnan(nan.as<Number>()->real()));
+    for (const char* text : {"nan", " nan\n"}) {
+        const auto nan = valueOf(plist("<real>" + std::string(text) + "</real>"));
+        ASSERT_NE(nan.as<Number>(), nullptr);
+        EXPECT_TRUE(std::isnan(nan.as<Number>()->real()));
+    }
 }
 
 // RFC 4648 clause 10.
@@ -479,13 +532,43 @@ TEST(XmlPropertyListReader, RefusesMalformedNumbersDatesAndData) {
     const std::vector<Family> families = {
         {"integer",
          "malformed integer",
-         {"", "-", "+1", " 1", "1 ", "1.0", "0x10", "1e3", "--1", "one", "1,000"}},
+         {"",
+          " ",
+          "-",
+          "+",
+          "+-1",
+          "-+1",
+          "++1",
+          "- 1",
+          "+ 1",
+          "1 2",
+          "1.0",
+          "0x",
+          "0x ",
+          "-0x",
+          "0xG",
+          "0x-1",
+          "0x+1",
+          "0x0x1",
+          "0 x1",
+          "x1",
+          "1F",
+          "0b1",
+          "1e3",
+          "--1",
+          "one",
+          "1,000",
+          "\xC2\xA0"
+          "1"}},
         {"integer",
          "number out of range",
-         {"18446744073709551616", "-9223372036854775809", "99999999999999999999999"}},
-        {"real", "malformed real", {"",    "-",    "+1.5",   " 1",       "1 ",  ".",        "e5",
-                                    "1e",  "1e+",  "1.2.3",  "0x1p3",    "inf", "infinity", "+inf",
-                                    "NaN", "-nan", "nan(1)", "Infinity", "1f",  "1,5"}},
+         {"18446744073709551616", "-9223372036854775809", "99999999999999999999999",
+          "0x10000000000000000", "-0x8000000000000001", " 18446744073709551616 "}},
+        {"real",
+         "malformed real",
+         {"",      " ",   "-",   "+",    "+-1.5", "-+1.5",  "++1.5",    "- 1",   "1 2",
+          ".",     "e5",  "1e",  "1e+",  "1.2.3", "0x1p3",  "0x1F",     "+ inf", "+-inf",
+          "infin", "Inf", "NaN", "+nan", "-nan",  "nan(1)", "Infinity", "1f",    "1,5"}},
         {"real", "number out of range", {"1e309", "-1e309", "1e-400", "1e99999999999999999999"}},
         {"date",
          "malformed date",
@@ -495,10 +578,10 @@ TEST(XmlPropertyListReader, RefusesMalformedNumbersDatesAndData) {
           "2026-11-00T07:00:00Z", "2026-11-21T24:00:00Z", "2026-11-21T07:60:00Z",
           "2026-11-21T07:00:60Z", "0000-11-21T07:00:00Z", "-026-11-21T07:00:00Z",
           "2026-11-21T07:00:0xZ", "12026-11-21T07:00:00Z"}},
-        {"data",
-         "malformed base64",
-         {"A", "AA", "AAA", "AAAAA", "AA=", "AA===", "AAA==", "AAAA=", "=",
-          "====", "A===", "AB==", "AAB=", "AA=A", "AA==AAAA", "AA-_", "A.AA", "\xC2\xA0", "&amp;"}},
+        {"data", "malformed base64", {"A",        "AA",    "AAA",   "AAAAA",    "AA=",
+                                      "AA===",    "AAA==", "AAAA=", "=",        "====",
+                                      "A===",     "AB==",  "AAB=",  "AA=A",     "AA==AAAA",
+                                      "AA==A===", "AA-_",  "A.AA",  "\xC2\xA0", "&amp;"}},
     };
     for (const Family& family : families) {
         const std::string name = family.element;
