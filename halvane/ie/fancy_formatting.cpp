@@ -15,9 +15,8 @@ constexpr std::size_t kAddressLength = 6;
 constexpr std::size_t kBytesPerRow = 32;
 
 void appendUpperHex(std::string& text, std::uint8_t byte) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    text += kDigits[byte >> 4];
-    text += kDigits[byte & 0x0F];
+    text += kUpperHexDigits[byte >> 4];
+    text += kUpperHexDigits[byte & 0x0F];
 }
 
 }  // namespace

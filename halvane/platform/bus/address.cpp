@@ -1,6 +1,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/platform/bus/address_internal.h"
 
 namespace halvane {
@@ -15,7 +16,6 @@ constexpr std::string_view kPlain =
 // As a value in an address is written: other bytes than these as "%2C" (D-Bus Specification,
 // "Server Addresses").
 std::string escaped(std::string_view value) {
-    constexpr const char* kDigits = "0123456789abcdef";
     std::string text;
     for (const char character : value) {
         if (kPlain.find(character) != std::string_view::npos) {
@@ -23,8 +23,8 @@ std::string escaped(std::string_view value) {
         } else {
             const auto byte = static_cast<unsigned char>(character);
             text += '%';
-            text += kDigits[byte >> 4];
-            text += kDigits[byte & 15];
+            text += kLowerHexDigits[byte >> 4];
+            text += kLowerHexDigits[byte & 15];
         }
     }
     return text;

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/platform/os/file_internal.h"
 #include "halvane/platform/os/process_internal.h"
@@ -53,7 +54,6 @@ std::string preferencesFolder() {
 
 // `application` as the name of a file, without its suffix, that cannot lead to another folder.
 std::string fileNameOf(std::string_view application) {
-    constexpr std::string_view kHexDigits = "0123456789ABCDEF";
     std::string name;
     for (const char c : application) {
         const bool isPlain = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
@@ -65,8 +65,8 @@ std::string fileNameOf(std::string_view application) {
         }
         const auto byte = static_cast<unsigned char>(c);
         name += '%';
-        name += kHexDigits[byte >> 4];
-        name += kHexDigits[byte & 0xF];
+        name += kUpperHexDigits[byte >> 4];
+        name += kUpperHexDigits[byte & 0xF];
     }
     return name;
 }

@@ -67,13 +67,12 @@ std::uint64_t TextToHardwareAddressScalar(const char* text, std::size_t length, 
 }
 
 char* HardwareAddressToCString(const void* address, int count, char* buffer) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
     const auto* bytes = static_cast<const std::uint8_t*>(address);
     char* to = buffer;
     for (int i = 0; i < count; ++i) {
         if (i > 0) *to++ = ':';
-        *to++ = kDigits[bytes[i] >> 4];
-        *to++ = kDigits[bytes[i] & 0x0F];
+        *to++ = halvane::kUpperHexDigits[bytes[i] >> 4];
+        *to++ = halvane::kUpperHexDigits[bytes[i] & 0x0F];
     }
     *to = '\0';
     return buffer;

@@ -290,11 +290,10 @@ char* putText(char* to, std::string_view text) {
 }
 
 char* putGroup(char* to, unsigned group) {
-    constexpr char kDigits[] = "0123456789abcdef";
-    if (group > 0xFFF) *to++ = kDigits[group >> 12];
-    if (group > 0xFF) *to++ = kDigits[group >> 8 & 0xF];
-    if (group > 0xF) *to++ = kDigits[group >> 4 & 0xF];
-    *to++ = kDigits[group & 0xF];
+    if (group > 0xFFF) *to++ = halvane::kLowerHexDigits[group >> 12];
+    if (group > 0xFF) *to++ = halvane::kLowerHexDigits[group >> 8 & 0xF];
+    if (group > 0xF) *to++ = halvane::kLowerHexDigits[group >> 4 & 0xF];
+    *to++ = halvane::kLowerHexDigits[group & 0xF];
     return to;
 }
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/scan/scanf.h"
 #include "halvane/utils/text/cursor_internal.h"
 
@@ -28,14 +29,13 @@ void reverseFields(UUID& uuid) {
 }  // namespace
 
 char* UUIDtoCString(const void* bytes, bool isLittleEndian, char* buffer) {
-    constexpr char kDigits[] = "0123456789abcdef";
     UUID uuid = loaded(bytes);
     if (isLittleEndian) reverseFields(uuid);
     char* to = buffer;
     for (std::size_t i = 0; i < uuid.size(); ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10) *to++ = '-';
-        *to++ = kDigits[uuid[i] >> 4];
-        *to++ = kDigits[uuid[i] & 0x0F];
+        *to++ = halvane::kLowerHexDigits[uuid[i] >> 4];
+        *to++ = halvane::kLowerHexDigits[uuid[i] & 0x0F];
     }
     *to = '\0';
     return buffer;

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <span>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/conversions_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
@@ -21,8 +22,6 @@ constexpr std::size_t kBytesPerGroup = 4;
 
 enum HexForm : std::uint32_t { kInline, kLines, kBlock, kDigitsOnly };
 
-constexpr char kDigits[] = "0123456789abcdef";
-
 // The two columns of a dump line; missing bytes show as spaces.
 struct DumpLine {
     explicit DumpLine(Bytes bytes) {
@@ -30,8 +29,8 @@ struct DumpLine {
         std::fill(std::begin(characters), std::end(characters) - 1, ' ');
         for (std::size_t i = 0; i < bytes.size(); ++i) {
             const std::size_t column = 2 * i + i / kBytesPerGroup;
-            hex[column] = kDigits[bytes[i] >> 4];
-            hex[column + 1] = kDigits[bytes[i] & 0x0F];
+            hex[column] = kLowerHexDigits[bytes[i] >> 4];
+            hex[column + 1] = kLowerHexDigits[bytes[i] & 0x0F];
             characters[i] = printableOrCaret(bytes[i]);
         }
     }

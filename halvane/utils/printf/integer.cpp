@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/conversions_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
@@ -14,8 +15,6 @@ namespace halvane::printing {
 
 namespace {
 
-constexpr char kLowerDigits[] = "0123456789abcdef";
-constexpr char kUpperDigits[] = "0123456789ABCDEF";
 constexpr std::size_t kGroupSize = 3;
 constexpr unsigned kMostBits = 64;
 
@@ -71,14 +70,14 @@ class NumberText {
 void putDigits(NumberText& number, char code, std::uint64_t value) {
     switch (code) {
         case 'x':
-            return number.putBinary(value, 4, kLowerDigits);
+            return number.putBinary(value, 4, kLowerHexDigits);
         case 'X':
         case 'p':
-            return number.putBinary(value, 4, kUpperDigits);
+            return number.putBinary(value, 4, kUpperHexDigits);
         case 'o':
-            return number.putBinary(value, 3, kUpperDigits);
+            return number.putBinary(value, 3, kUpperHexDigits);
         case 'b':
-            return number.putBinary(value, 1, kUpperDigits);
+            return number.putBinary(value, 1, kUpperHexDigits);
         default:
             return number.putDecimal(value);
     }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdarg>
 
+#include "halvane/base/ascii_internal.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
 
@@ -76,9 +77,8 @@ void Scratch::print(const char* format, ...) {
 }
 
 void PieceBuilder::putHex(std::uint8_t byte) {
-    constexpr char kDigits[] = "0123456789abcdef";
-    put(kDigits[byte >> 4]);
-    put(kDigits[byte & 0x0F]);
+    put(kLowerHexDigits[byte >> 4]);
+    put(kLowerHexDigits[byte & 0x0F]);
 }
 
 std::size_t completeLength(std::string_view text) {
