@@ -6,12 +6,12 @@
 #include "halvane/base/ascii_internal.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
+#include "halvane/base/mac_address.h"
 
 namespace halvane::FancyFormatting {
 
 namespace {
 
-constexpr std::size_t kAddressLength = 6;
 constexpr std::size_t kBytesPerRow = 32;
 
 void appendUpperHex(std::string& text, std::uint8_t byte) {
@@ -24,7 +24,7 @@ void appendUpperHex(std::string& text, std::uint8_t byte) {
 std::string formattedMAC(const ByteBuffer& address) {
     std::string text;
     ByteCursor cursor(address);
-    for (std::size_t i = 0; i < kAddressLength; ++i) {
+    for (std::size_t i = 0; i < MacAddress::kSize; ++i) {
         const auto byte = cursor.u8();
         if (!byte) break;
         if (i > 0) text += ':';

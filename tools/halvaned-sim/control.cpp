@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 
 #include "tools/halvaned-sim/faults.h"
 #include "tools/halvaned-sim/status.h"
@@ -22,7 +23,6 @@ namespace halvane::sim {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr std::size_t kAddressLength = 6;
 constexpr std::uint64_t kReasonUnspecified = 1;
 
 using Words = std::vector<std::string>;
@@ -57,7 +57,7 @@ ControlResult resultOf(Status status) {
 
 std::optional<ByteBuffer> addressOf(const std::string& word) {
     auto address = ByteBuffer::fromHex(word);
-    if (address && address->size() != kAddressLength) address.reset();
+    if (address && address->size() != MacAddress::kSize) address.reset();
     return address;
 }
 

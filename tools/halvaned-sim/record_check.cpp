@@ -20,8 +20,6 @@ namespace halvane::sim {
 
 namespace {
 
-constexpr std::size_t kAddressLength = 6;
-
 struct KeyCheck {
     std::string_view key;
     RecordCheck check;
@@ -99,7 +97,7 @@ void data(const PropertyListValue& value, const Place& place) {
 void address(const PropertyListValue& value, const Place& place) {
     data(value, place);
     const std::size_t size = value.as<ByteBuffer>()->size();
-    if (size != 0 && size != kAddressLength) refuse(place, "has not 6 bytes");
+    if (size != 0 && size != MacAddress::kSize) refuse(place, "has not 6 bytes");
 }
 
 constexpr KeyCheck kDeviceKeys[] = {

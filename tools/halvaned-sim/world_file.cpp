@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/mac_address.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
@@ -30,8 +31,6 @@ constexpr const char* kDisabled = "Disabled";
 constexpr const char* kConfigs = "Configs";
 constexpr const char* kStations = "Stations";
 constexpr const char* kKeys[] = {kDevices, kInterfaces, kDisabled, kConfigs, kStations};
-
-constexpr std::size_t kAddressLength = 6;
 
 template <typename Kind>
 const Kind& held(const PropertyListValue& value, const Place& place, const char* kind) {
@@ -175,7 +174,7 @@ class Reader {
         for (const SimulatedInterface& interface : interfaces_) {
             Distinct<ByteBuffer> addresses(lists.at(interface.name()), "MAC");
             for (const HalvaneClient& station : interface.stations) {
-                if (station.mac().size() != kAddressLength) addresses.refuse("has not 6 bytes");
+                if (station.mac().size() != MacAddress::kSize) addresses.refuse("has not 6 bytes");
                 addresses.add(station.mac());
             }
         }

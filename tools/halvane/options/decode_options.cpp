@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"
