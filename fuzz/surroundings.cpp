@@ -11,10 +11,10 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "halvane/platform/os/console_device_internal.h"
-#include "halvane/platform/os/system_log_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
+
+#include "tests/support/replaced_system.h"
 
 // Where a sanitizer is linked.
 extern "C" __attribute__((weak)) void __sanitizer_set_report_fd(void* descriptor);

@@ -10,11 +10,11 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 #include "halvane/ie/mac.h"
-#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
+#include "tests/support/replaced_system.h"
 
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;

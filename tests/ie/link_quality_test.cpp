@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "halvane/platform/os/up_time_internal.h"
+#include "tests/support/replaced_system.h"
 
 using halvane::HalvaneLinkQuality;
 using halvane::Number;

@@ -12,11 +12,11 @@
 #include <vector>
 
 #include "halvane/ie/link_quality.h"
-#include "halvane/platform/os/up_time_internal.h"
 
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
 #include "tests/support/peak_memory.h"
+#include "tests/support/replaced_system.h"
 #include "tests/support/scarce_memory.h"
 
 using halvane::ByteBuffer;

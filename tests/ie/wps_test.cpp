@@ -5,7 +5,7 @@
 #include <set>
 #include <span>
 
-#include "halvane/platform/os/random_internal.h"
+#include "tests/support/replaced_system.h"
 
 using halvane::HalvaneWPS;
 using halvane::Number;

@@ -14,10 +14,10 @@
 #include "halvane/model/bss_config.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
-#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/regulatory/channel.h"
 
 #include "tests/model/model_test_support.h"
+#include "tests/support/replaced_system.h"
 #include "tests/support/scarce_memory.h"
 #include "tests/support/skeletons.h"
 

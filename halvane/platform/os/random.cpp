@@ -1,4 +1,3 @@
-#include <atomic>
 #include <cerrno>
 #include <exception>
 #include <features.h>
@@ -15,13 +14,9 @@
 
 namespace halvane {
 
-namespace {
-
-std::atomic<RandomSource> replacement = nullptr;
-
 #if HALVANE_HAS_ARC4RANDOM
 
-void fillBySystem(std::span<std::uint32_t> values) {
+void fillRandom(std::span<std::uint32_t> values) {
     ::arc4random_buf(values.data(), values.size_bytes());
 }
 
@@ -29,7 +24,7 @@ void fillBySystem(std::span<std::uint32_t> values) {
 
 // Where the kernel gives nothing the process ends, as it does in arc4random: there is nothing to go
 // on with that would not be taken for random.
-void fillBySystem(std::span<std::uint32_t> values) {
+void fillRandom(std::span<std::uint32_t> values) {
     auto bytes = std::as_writable_bytes(values);
     while (!bytes.empty()) {
         const ssize_t count = ::getrandom(bytes.data(), bytes.size(), 0);
@@ -39,16 +34,5 @@ void fillBySystem(std::span<std::uint32_t> values) {
 }
 
 #endif
-
-}  // namespace
-
-void fillRandom(std::span<std::uint32_t> values) {
-    const RandomSource source = replacement.load(std::memory_order_relaxed);
-    source != nullptr ? source(values) : fillBySystem(values);
-}
-
-void replaceRandomSource(RandomSource source) {
-    replacement.store(source, std::memory_order_relaxed);
-}
 
 }  // namespace halvane

@@ -1,6 +1,6 @@
-// The system's cryptographic random generator, replaceable so that tests know what comes of it.
+// The system's cryptographic random generator.
 //
-// Threads: both functions may be called from any thread.
+// Threads: the function may be called from any thread.
 #ifndef HALVANE_PLATFORM_OS_RANDOM_INTERNAL_H
 #define HALVANE_PLATFORM_OS_RANDOM_INTERNAL_H
 
@@ -9,14 +9,8 @@
 
 namespace halvane {
 
-// Fills all of `values`.
-using RandomSource = void (*)(std::span<std::uint32_t> values);
-
-// Random values, by the system's generator or the source that replaces it.
+// Fills all of `values` with random ones.
 void fillRandom(std::span<std::uint32_t> values);
-
-// Puts `source` in the system generator's place for the whole process; null puts that back.
-void replaceRandomSource(RandomSource source);
 
 }  // namespace halvane
 

@@ -1,6 +1,6 @@
-// The time of day, replaceable so that tests need not race the real clock.
+// The time of day.
 //
-// Threads: both functions may be called from any thread.
+// Threads: the function may be called from any thread.
 #ifndef HALVANE_PLATFORM_OS_WALL_CLOCK_INTERNAL_H
 #define HALVANE_PLATFORM_OS_WALL_CLOCK_INTERNAL_H
 
@@ -13,13 +13,8 @@ struct WallTime {
     std::uint32_t microseconds;  // 0 to 999999
 };
 
-using WallClock = WallTime (*)();
-
-// Now, by the system's clock or the one that replaces it.
+// Now, by the system's clock.
 WallTime wallTime();
-
-// Puts `clock` in the system clock's place for the whole process; null puts that back.
-void replaceWallClock(WallClock clock);
 
 }  // namespace halvane
 

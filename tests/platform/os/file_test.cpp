@@ -14,10 +14,10 @@
 #include <vector>
 
 #include "halvane/platform/os/file_internal.h"
-#include "halvane/platform/os/up_time_internal.h"
 
 #include "tests/support/child_process.h"
 #include "tests/support/file_size_limit.h"
+#include "tests/support/replaced_system.h"
 #include "tests/support/temporary_folder.h"
 
 namespace fs = std::filesystem;

@@ -5,6 +5,8 @@
 
 #include "halvane/platform/os/random_internal.h"
 
+#include "tests/support/replaced_system.h"
+
 namespace halvane {
 namespace {
 

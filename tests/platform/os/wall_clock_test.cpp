@@ -3,6 +3,8 @@
 
 #include "halvane/platform/os/wall_clock_internal.h"
 
+#include "tests/support/replaced_system.h"
+
 namespace {
 
 using halvane::wallTime;

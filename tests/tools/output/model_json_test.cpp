@@ -9,8 +9,9 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/regulatory/channel.h"
+
+#include "tests/support/replaced_system.h"
 
 using namespace halvane;
 using namespace halvane::tool;

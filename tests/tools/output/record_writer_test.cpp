@@ -9,11 +9,11 @@
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/ie/mac.h"
-#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 #include "tests/support/captured_stream.h"
 #include "tests/support/elements.h"
+#include "tests/support/replaced_system.h"
 
 using namespace halvane;
 using namespace halvane::testing;

@@ -18,11 +18,11 @@
 #include <unistd.h>
 #include <vector>
 
-#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/file_internal.h"
 
 #include "tests/support/file_size_limit.h"
+#include "tests/support/replaced_system.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/utils/log/test_support.h"
 

@@ -9,12 +9,11 @@
 #include <vector>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/os/console_device_internal.h"
 #include "halvane/platform/os/process_internal.h"
-#include "halvane/platform/os/up_time_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/scan/up_ticks.h"
 
+#include "tests/support/replaced_system.h"
 #include "tests/support/run_program.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/utils/log/test_support.h"

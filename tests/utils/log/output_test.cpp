@@ -9,12 +9,12 @@
 #include <vector>
 
 #include "halvane/base/status.h"
-#include "halvane/platform/os/system_log_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 
 #include "tests/support/file_size_limit.h"
 #include "tests/support/output_pipe.h"
+#include "tests/support/replaced_system.h"
 #include "tests/support/run_program.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/utils/log/test_support.h"

@@ -5,6 +5,7 @@
 
 #include "halvane/platform/os/wall_clock_internal.h"
 
+#include "tests/support/replaced_system.h"
 #include "tests/utils/printf/test_support.h"
 
 namespace {

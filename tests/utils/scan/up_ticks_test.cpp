@@ -9,6 +9,8 @@
 #include "halvane/platform/os/up_time_internal.h"
 #include "halvane/utils/scan/up_ticks_internal.h"
 
+#include "tests/support/replaced_system.h"
+
 using halvane::ScopedUpTime;
 using halvane::ticksPerSecondOf;
 using halvane::Timebase;

@@ -10,9 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "halvane/platform/os/random_internal.h"
-
 #include "tests/support/guarded_bytes.h"
+#include "tests/support/replaced_system.h"
 
 namespace {
 
