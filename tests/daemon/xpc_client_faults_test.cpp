@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <fcntl.h>
+#include <ostream>
 #include <string_view>
 #include <sys/wait.h>
 #include <systemd/sd-bus.h>
@@ -371,6 +372,9 @@ struct LineRow {
     std::string name;
     const char* line;
     void (*happen)(BusPeer& daemon, PrivateBus& bus);
+
+    // In the names of tests.
+    friend void PrintTo(const LineRow& row, std::ostream* stream) { *stream << row.name; }
 };
 
 void sendJoined(BusPeer& daemon, PrivateBus&) {

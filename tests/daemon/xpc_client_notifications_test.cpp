@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <thread>
 
 #include "halvane/base/byte_buffer.h"
@@ -25,6 +26,9 @@ struct Event {
     std::string method;  // of its handler
     void (HalvaneXPCClient::*handle)(const IPCMessage&);
     HalvaneXPCClientDelegate::Call HalvaneXPCClientDelegate::*call;
+
+    // In the names of tests.
+    friend void PrintTo(const Event& event, std::ostream* stream) { *stream << event.name; }
 };
 
 const Event kEvents[] = {

@@ -2,6 +2,8 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
+#include <ostream>
+#include <string>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/error.h"
@@ -179,28 +181,43 @@ TEST(XPCDeviceListReply, MakesDevicesOfEmptyDictionaries) {
 
 // --- Verdicts ---
 
-class XPCStatusReply : public ::testing::TestWithParam<bool (*)(const ServiceReply&)> {};
+struct StatusParser {
+    std::string name;
+    bool (*parse)(const ServiceReply&);
+
+    // In the names of tests.
+    friend void PrintTo(const StatusParser& parser, std::ostream* stream) {
+        *stream << parser.name;
+    }
+};
+
+const StatusParser kStatusParsers[] = {
+    {"bssConfigAdd", HalvaneXPCClient::bssConfigAddResponse},
+    {"bssConfigRemove", HalvaneXPCClient::bssConfigRemoveResponse},
+    {"enableInterface", HalvaneXPCClient::enableInterfaceResponse},
+    {"disableInterface", HalvaneXPCClient::disableInterfaceResponse},
+    {"changeInterfaceRole", HalvaneXPCClient::changeInterfaceRoleResponse},
+    {"bssStart", HalvaneXPCClient::bssStartResponse},
+    {"bssStop", HalvaneXPCClient::bssStopResponse},
+    {"registerNotifications", HalvaneXPCClient::registerNotificationsResponse},
+};
+
+class XPCStatusReply : public ::testing::TestWithParam<StatusParser> {};
 
 TEST_P(XPCStatusReply, IsTrueForStatus0Alone) {
     for (const StatusRow& row : kStatusRows) {
-        EXPECT_EQ(GetParam()(ipcMessage({{"status", row.arrived}})), row.status == 0) << row.why;
+        EXPECT_EQ(GetParam().parse(ipcMessage({{"status", row.arrived}})), row.status == 0)
+            << row.why;
     }
-    EXPECT_TRUE(GetParam()(IPCMessage())) << "a missing status is 0";
+    EXPECT_TRUE(GetParam().parse(IPCMessage())) << "a missing status is 0";
 }
 
 TEST_P(XPCStatusReply, IsFalseForAnError) {
-    for (const auto kind : kErrorKinds) EXPECT_FALSE(GetParam()(errorReply(kind)));
+    for (const auto kind : kErrorKinds) EXPECT_FALSE(GetParam().parse(errorReply(kind)));
 }
 
-INSTANTIATE_TEST_SUITE_P(AllParsers, XPCStatusReply,
-                         ::testing::Values(HalvaneXPCClient::bssConfigAddResponse,
-                                           HalvaneXPCClient::bssConfigRemoveResponse,
-                                           HalvaneXPCClient::enableInterfaceResponse,
-                                           HalvaneXPCClient::disableInterfaceResponse,
-                                           HalvaneXPCClient::changeInterfaceRoleResponse,
-                                           HalvaneXPCClient::bssStartResponse,
-                                           HalvaneXPCClient::bssStopResponse,
-                                           HalvaneXPCClient::registerNotificationsResponse));
+INSTANTIATE_TEST_SUITE_P(AllParsers, XPCStatusReply, ::testing::ValuesIn(kStatusParsers),
+                         [](const auto& row) { return row.param.name; });
 
 // --- Logging ---
 
