@@ -48,24 +48,14 @@ FileDescriptor openFile(const std::string& path, int flags, mode_t mode = 0) {
         uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
 }
 
-std::string folderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return ".";
-    return path.substr(0, std::max<std::size_t>(slash, 1));
-}
-
-bool writeAll(const FileDescriptor& file, std::string_view text) {
+// Writes all of `text`, whatever signal that raises.
+bool writeWhole(const FileDescriptor& file, std::string_view text) {
     WriteSignalBlock block;
-    while (!text.empty()) {
-        const auto count =
-            uninterrupted([&] { return ::write(file.number(), text.data(), text.size()); });
-        if (count < 0) {
-            block.takeBackSignal(errno);
-            return false;
-        }
-        text.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
+    const int error = writeAll(file.number(), text);
+    if (error == 0) return true;
+    block.takeBackSignal(error);
+    errno = error;
+    return false;
 }
 
 // Reads to the end of the file, or to one byte more than `limit`.
@@ -191,6 +181,28 @@ FileDescriptor::~FileDescriptor() {
     if (number_ >= 0) ::close(number_);
 }
 
+FileDescriptor aboveStandardStreams(FileDescriptor file) {
+    if (!file || file.number() > STDERR_FILENO) return file;
+    return FileDescriptor(::fcntl(file.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+int writeAll(int descriptor, std::string_view text) {
+    while (!text.empty()) {
+        const auto count =
+            uninterrupted([&] { return ::write(descriptor, text.data(), text.size()); });
+        if (count < 0) return errno;
+        if (count == 0) return EIO;
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return 0;
+}
+
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return path.substr(0, std::max<std::size_t>(slash, 1));
+}
+
 FileText readFile(const std::string& path, std::size_t limit) {
     FileText result;
     // Without O_NONBLOCK, a FIFO in the file's place would be waited for.
@@ -213,11 +225,11 @@ FileText readFile(const std::string& path, std::size_t limit) {
     return result;
 }
 
-HalvaneStatus makeFolders(const std::string& folder) {
+HalvaneStatus makeFolders(const std::string& folder, mode_t mode) {
     for (std::size_t end = 0; end != std::string::npos;) {
         end = folder.find('/', end + 1);
         const std::string part = folder.substr(0, end);
-        if (::mkdir(part.c_str(), 0700) == 0 || errno == EEXIST) continue;
+        if (::mkdir(part.c_str(), mode) == 0 || errno == EEXIST) continue;
         // One that could not be made, say on a read-only file system, may well be there.
         const int error = errno;
         struct stat facts {};
@@ -248,7 +260,7 @@ HalvaneStatus replaceFile(const std::string& path, std::string_view text) {
     if (!file) return statusOfLastError();
 
     TemporaryFile temporary(newPath);
-    const bool isReplaced = writeAll(file, text) && sync(file) && temporary.becomes(path);
+    const bool isReplaced = writeWhole(file, text) && sync(file) && temporary.becomes(path);
     if (!isReplaced) return statusOfLastError();
     sync(folder);  // a failure leaves the old file or the new, each of them whole
     return kStatusOK;

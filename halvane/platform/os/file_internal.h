@@ -1,4 +1,4 @@
-// Small files that are read and replaced as a whole.
+// Descriptors, and small files that are read and replaced as a whole.
 //
 // The functions may be called from any thread. Interrupted calls are taken up again, and no
 // descriptor outlives an exec.
@@ -30,9 +30,24 @@ class FileDescriptor {
     explicit operator bool() const { return number_ >= 0; }
     int number() const { return number_; }
 
+    // Gives the descriptor to the caller.
+    int release() { return std::exchange(number_, -1); }
+
   private:
     int number_ = -1;
 };
+
+// The same file under a number above those of the standard streams: where a program has closed one
+// of them, its number would be taken for the stream, and lost to whoever opens that anew. None
+// where there is none, or the process has no more descriptors.
+FileDescriptor aboveStandardStreams(FileDescriptor file);
+
+// Writes all of `text`; returns what failed, an errno value, and 0 for nothing.
+// REQUIRES: a WriteSignalBlock where the write may raise a signal (write_signal_internal.h).
+int writeAll(int descriptor, std::string_view text);
+
+// The folder that the file of a path is in: "." for a name alone.
+std::string folderOf(const std::string& path);
 
 struct FileText {
     HalvaneStatus status = kStatusOK;
@@ -45,9 +60,12 @@ struct FileText {
 // that is no regular file is kStatusCannotOpen, and is not waited for.
 FileText readFile(const std::string& path, std::size_t limit);
 
-// Makes `folder`, and those above it, for the user alone; those that are there are left as they
-// are.
-HalvaneStatus makeFolders(const std::string& folder);
+// Makes `folder`, and those above it, with that mode less the process's umask; those that are there
+// are left as they are.
+HalvaneStatus makeFolders(const std::string& folder, mode_t mode);
+
+// For the user alone.
+inline constexpr mode_t kPrivateFolderMode = 0700;
 
 // An advisory lock, exclusive between processes and between threads, held until destroyed. Its
 // file stays: removing it would let two holders in.

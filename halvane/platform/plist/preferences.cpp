@@ -203,7 +203,7 @@ PreferenceResult writePreference(std::string_view application, std::string_view 
         } else if (value && !canBeWritten(key, *value)) {
             result.status = kStatusConversionFailed;
         } else if (value || isThere(path)) {
-            result.status = makeFolders(path.substr(0, path.rfind('/')));
+            result.status = makeFolders(folderOf(path), kPrivateFolderMode);
             if (result.status == kStatusOK) write(linkTarget(path), key, value, result);
         }
     } catch (const std::bad_alloc&) {

@@ -12,6 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "halvane/platform/os/file_internal.h"
 #include "halvane/platform/os/up_time_internal.h"
 #include "halvane/platform/os/write_signal_internal.h"
 #include "halvane/utils/log/file_internal.h"
@@ -63,18 +64,7 @@ std::size_t folderLength(const std::string& path) {
 
 // One that cannot be made shows when the file is opened.
 void createFolders(const std::string& path) {
-    for (auto end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
-        ::mkdir(path.substr(0, end).c_str(), kFolderMode);
-    }
-}
-
-// Where a program has closed a standard stream, the file does not take its number: it would get
-// what others write to that.
-int aboveStandardStreams(int descriptor) {
-    if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
-    const int above = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    ::close(descriptor);
-    return above;
+    makeFolders(folderOf(path), kFolderMode);
 }
 
 // Of a path that the program's folder is no part of any more.
@@ -87,9 +77,7 @@ std::string absolutePath(const std::string& path) {
 
 bool isFolderOfThere(const std::string& path) {
     struct stat status {};
-    const auto slash = path.rfind('/');
-    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-    return ::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return ::stat(folderOf(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 }  // namespace
@@ -103,13 +91,8 @@ bool LookCount::take() {
     return true;
 }
 
-LogFile::~LogFile() {
-    close();
-}
-
 void LogFile::close() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-    descriptor_ = -1;
+    file_ = FileDescriptor();
     stream_ = nullptr;
 }
 
@@ -142,7 +125,7 @@ HalvaneStatus LogFile::open() {
 
 HalvaneStatus LogFile::reopen() {
     if (path_.empty()) return kStatusOK;
-    if (descriptor_ >= 0) heritage_ = heritageOf(descriptor_);
+    if (file_) heritage_ = heritageOf(file_.number());
     createFolders(path_);
     return openFile() ? kStatusOK : kStatusCannotOpen;
 }
@@ -153,22 +136,24 @@ HalvaneStatus LogFile::reopen() {
 bool LogFile::openFile() {
     // A pipe is not waited for, neither here for a reader nor later for a slow one.
     constexpr int kFlags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-    int opened = heritage_ ? aboveStandardStreams(createHeir(path_, kFlags, *heritage_)) : -1;
-    if (opened < 0) {
-        opened = aboveStandardStreams(::open(path_.c_str(), kFlags | O_CREAT, kFileMode));
+    FileDescriptor opened;
+    if (heritage_) opened = aboveStandardStreams(createHeir(path_, kFlags, *heritage_));
+    if (!opened) {
+        opened = aboveStandardStreams(
+            FileDescriptor(::open(path_.c_str(), kFlags | O_CREAT, kFileMode)));
     }
-    if (opened < 0) return false;
+    if (!opened) return false;
     close();
-    descriptor_ = opened;
+    file_ = std::move(opened);
     struct stat status {};
-    ::fstat(descriptor_, &status);
+    ::fstat(file_.number(), &status);
     device_ = status.st_dev;
     inode_ = status.st_ino;
     isRegular_ = S_ISREG(status.st_mode);
     isPipe_ = S_ISFIFO(status.st_mode);
     isSizeLimited_ = isFileSizeLimited();
     size_ = isRegular_ ? static_cast<std::uint64_t>(status.st_size) : 0;
-    if (!isPipe_) ::fcntl(descriptor_, F_SETFL, O_APPEND);
+    if (!isPipe_) ::fcntl(file_.number(), F_SETFL, O_APPEND);
     return true;
 }
 
@@ -237,7 +222,7 @@ bool LogFile::canRaiseSignal() const {
 }
 
 int LogFile::tryToPut(std::string_view text) {
-    return stream_ != nullptr ? putToStream(text) : writeAll(text);
+    return stream_ != nullptr ? putToStream(text) : writeAll(file_.number(), text);
 }
 
 int LogFile::putToStream(std::string_view text) {
@@ -245,17 +230,6 @@ int LogFile::putToStream(std::string_view text) {
     const int error = isWritten ? 0 : errno;
     const bool isFlushed = std::fflush(stream_) == 0;
     return error == 0 && !isFlushed ? errno : error;
-}
-
-int LogFile::writeAll(std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = ::write(descriptor_, text.data(), text.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return errno;
-        if (written == 0) return EIO;
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return 0;
 }
 
 void LogFile::backUp() {
@@ -266,14 +240,14 @@ void LogFile::backUp() {
 
 bool LogFile::isEmpty() const {
     struct stat status {};
-    return ::fstat(descriptor_, &status) == 0 && status.st_size == 0;
+    return ::fstat(file_.number(), &status) == 0 && status.st_size == 0;
 }
 
 // Where the file cannot be renamed, it is appended to until it has grown by as much again. An empty
 // one takes no other's place.
 void LogFile::rotate() {
     if (isEmpty()) return;
-    heritage_ = heritageOf(descriptor_);
+    heritage_ = heritageOf(file_.number());
     backUp();
     put(kEndedText);
     close();

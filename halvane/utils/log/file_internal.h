@@ -10,6 +10,7 @@
 #include <sys/types.h>
 
 #include "halvane/base/status.h"
+#include "halvane/platform/os/file_internal.h"
 #include "halvane/utils/log/rotation_internal.h"
 
 namespace halvane::logging {
@@ -31,7 +32,6 @@ class LookCount {
 class LogFile {
   public:
     LogFile() = default;
-    ~LogFile();
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
@@ -62,7 +62,7 @@ class LogFile {
     void write(std::string_view text);
 
   private:
-    bool isOpen() const { return stream_ != nullptr || descriptor_ >= 0; }
+    bool isOpen() const { return stream_ != nullptr || file_; }
     bool hasChanged();
     bool isElsewhere() const;
     bool isEmpty() const;
@@ -73,13 +73,12 @@ class LogFile {
     // Each returns what failed, an errno value; 0 for nothing.
     int tryToPut(std::string_view text);
     int putToStream(std::string_view text);
-    int writeAll(std::string_view text);
     void backUp();
     void rotate();
 
     std::FILE* stream_ = nullptr;  // a standard stream
     std::string path_;             // empty for that
-    int descriptor_ = -1;
+    FileDescriptor file_;
     dev_t device_ = 0;  // with the inode, which file that is
     ino_t inode_ = 0;
     LookCount looks_;

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "halvane/platform/os/file_internal.h"
 #include "halvane/platform/os/write_signal_internal.h"
 #include "halvane/utils/log/rotation_internal.h"
 
@@ -70,13 +71,11 @@ int copyAndClose(std::FILE* source, std::FILE* copy) {
 
 // Makes the file, and writes as much to it as can be; false where it cannot be made.
 bool copyTo(const std::string& path, std::FILE* source, const FileHeritage& heritage) {
-    const int descriptor = createHeir(path, O_WRONLY | O_CLOEXEC, heritage);
-    if (descriptor < 0) return false;
-    std::FILE* const copy = ::fdopen(descriptor, "w");
-    if (copy == nullptr) {
-        ::close(descriptor);
-        return false;
-    }
+    FileDescriptor file = createHeir(path, O_WRONLY | O_CLOEXEC, heritage);
+    if (!file) return false;
+    std::FILE* const copy = ::fdopen(file.number(), "w");
+    if (copy == nullptr) return false;
+    file.release();  // to the stream
     WriteSignalBlock block;
     if (const int error = copyAndClose(source, copy); error != 0) block.takeBackSignal(error);
     return true;
@@ -118,14 +117,16 @@ std::optional<FileHeritage> heritageOf(int descriptor) {
 }
 
 // The mode comes last: a change of owner takes bits from it, and nobody is let in before.
-int createHeir(const std::string& path, int flags, const FileHeritage& heritage) {
-    const int file = ::open(path.c_str(), flags | O_CREAT | O_EXCL, heritage.mode & kOwnersOnly);
-    if (file < 0) return file;
-    if (::fchown(file, heritage.owner, heritage.group) != 0) {
+FileDescriptor createHeir(const std::string& path, int flags, const FileHeritage& heritage) {
+    FileDescriptor file(
+        ::open(path.c_str(), flags | O_CREAT | O_EXCL, heritage.mode & kOwnersOnly));
+    if (!file) return file;
+    if (::fchown(file.number(), heritage.owner, heritage.group) != 0) {
         // Without the right to give a file away, the group may still be one of the process's.
-        [[maybe_unused]] const int kept = ::fchown(file, static_cast<uid_t>(-1), heritage.group);
+        [[maybe_unused]] const int kept =
+            ::fchown(file.number(), static_cast<uid_t>(-1), heritage.group);
     }
-    ::fchmod(file, heritage.mode);
+    ::fchmod(file.number(), heritage.mode);
     return file;
 }
 

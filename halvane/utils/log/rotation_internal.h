@@ -6,6 +6,8 @@
 #include <string>
 #include <sys/types.h>
 
+#include "halvane/platform/os/file_internal.h"
+
 namespace halvane::logging {
 
 inline constexpr int kMaxKeptFiles = 10000;  // a rotation renames them all, with the lock held
@@ -34,9 +36,9 @@ struct FileHeritage {
 };
 std::optional<FileHeritage> heritageOf(int descriptor);
 
-// Makes a file that is not there yet, with the heritage as far as the process may give it; -1 where
-// it cannot.
-int createHeir(const std::string& path, int flags, const FileHeritage& heritage);
+// Makes a file that is not there yet, with the heritage as far as the process may give it; none
+// where it cannot.
+FileDescriptor createHeir(const std::string& path, int flags, const FileHeritage& heritage);
 
 // Copies `from` into a new file. One that is there already, for it could not be renamed, stays as
 // it is. Until all is copied that can be, the copy has the number 0, which no kept file has: one

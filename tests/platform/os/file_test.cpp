@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <fcntl.h>
 #include <filesystem>
@@ -9,8 +10,11 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <sys/stat.h>
 #include <thread>
 #include <time.h>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "halvane/platform/os/file_internal.h"
@@ -22,11 +26,16 @@
 
 namespace fs = std::filesystem;
 
+using halvane::aboveStandardStreams;
+using halvane::FileDescriptor;
 using halvane::FileLock;
+using halvane::folderOf;
+using halvane::kPrivateFolderMode;
 using halvane::makeFolders;
 using halvane::readFile;
 using halvane::replaceFile;
 using halvane::setFileAside;
+using halvane::writeAll;
 using halvane::testing::isFileSizeSignalUntouched;
 using halvane::testing::isTrueInChild;
 using halvane::testing::limitFileSize;
@@ -105,17 +114,78 @@ TEST(File, StaysAsItWasWhereTheNewOneWouldBeTooLarge) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 
+TEST(FileDescriptor, IsGivenUpWhereItIsReleased) {
+    FileDescriptor file(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    ASSERT_TRUE(file);
+    const int number = file.release();
+    EXPECT_FALSE(file);
+    EXPECT_EQ(::close(number), 0);
+}
+
+TEST(FileDescriptor, StandsAboveTheStandardStreams) {
+    EXPECT_FALSE(aboveStandardStreams(FileDescriptor()));
+    EXPECT_TRUE(isTrueInChild([] {
+        ::close(STDIN_FILENO);
+        FileDescriptor low(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+        if (low.number() != STDIN_FILENO) return false;
+        const FileDescriptor file = aboveStandardStreams(std::move(low));
+        const int number = file.number();
+        const bool isClosedOnExec = (::fcntl(number, F_GETFD) & FD_CLOEXEC) != 0;
+        return number > STDERR_FILENO && isClosedOnExec && ::close(STDIN_FILENO) != 0;
+    }));
+}
+
+TEST(FileDescriptor, StaysWhereItIsAboveTheStandardStreams) {
+    FileDescriptor file(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    const int number = file.number();
+    ASSERT_GT(number, STDERR_FILENO);
+    EXPECT_EQ(aboveStandardStreams(std::move(file)).number(), number);
+}
+
+TEST(File, IsWrittenWholeOrTellsWhatFailed) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "file").string();
+    const std::string text(200000, 'x');
+    {
+        const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+        EXPECT_EQ(writeAll(file.number(), text), 0);
+        EXPECT_EQ(writeAll(file.number(), ""), 0);
+    }
+    EXPECT_EQ(readFile(path, 1000000).text, text);
+    const FileDescriptor forReading(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    EXPECT_EQ(writeAll(forReading.number(), "x"), EBADF);
+    EXPECT_EQ(writeAll(FileDescriptor(::open("/dev/full", O_WRONLY)).number(), "x"), ENOSPC);
+}
+
+TEST(File, HasAFolder) {
+    EXPECT_EQ(folderOf("/a/b"), "/a");
+    EXPECT_EQ(folderOf("/a"), "/");
+    EXPECT_EQ(folderOf("a/b/c"), "a/b");
+    EXPECT_EQ(folderOf("a"), ".");
+}
+
+TEST(File, GoesIntoFoldersOfTheModeThatIsWanted) {
+    const TemporaryFolder folder;
+    const auto path = folder.path() / "a" / "b";
+    const mode_t before = ::umask(0027);
+    EXPECT_EQ(makeFolders(path.string(), 0770), kStatusOK);
+    ::umask(before);
+    for (const auto& made : {path, folder.path() / "a"}) {
+        EXPECT_EQ(fs::status(made).permissions(), fs::perms(0750)) << made;
+    }
+}
+
 TEST(File, GoesIntoFoldersThatAreMade) {
     const TemporaryFolder folder;
     const auto path = folder.path() / "a" / "b" / "c";
-    EXPECT_EQ(makeFolders(path.string()), kStatusOK);
+    EXPECT_EQ(makeFolders(path.string(), kPrivateFolderMode), kStatusOK);
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
-    EXPECT_EQ(makeFolders(path.string()), kStatusOK);
-    EXPECT_EQ(makeFolders(path.string() + "//d/"), kStatusOK);
+    EXPECT_EQ(makeFolders(path.string(), kPrivateFolderMode), kStatusOK);
+    EXPECT_EQ(makeFolders(path.string() + "//d/", kPrivateFolderMode), kStatusOK);
     EXPECT_TRUE(fs::is_directory(path / "d"));
     put(path / "file", "");
-    EXPECT_EQ(makeFolders((path / "file" / "e").string()), kStatusBadPath);
-    EXPECT_EQ(makeFolders("/"), kStatusOK);
+    EXPECT_EQ(makeFolders((path / "file" / "e").string(), kPrivateFolderMode), kStatusBadPath);
+    EXPECT_EQ(makeFolders("/", kPrivateFolderMode), kStatusOK);
 }
 
 TEST(File, IsSetAsideUntilTheNamesRunOut) {
