@@ -266,17 +266,15 @@ HalvaneStatus replaceFile(const std::string& path, std::string_view text) {
     return kStatusOK;
 }
 
-std::optional<std::string> setFileAside(const std::string& path, HalvaneStatus& status) {
+Result<std::string, HalvaneStatus> setFileAside(const std::string& path) {
     for (int count = 1; count <= kMostSetAside; ++count) {
         std::string aside = path + ".damaged";
         if (count > 1) aside.append(".").append(std::to_string(count));
         if (renameToFreeName(path, aside)) return aside;
         if (errno == EEXIST) continue;
-        status = statusOfLastError();
-        return std::nullopt;
+        return Unexpected(statusOfLastError());
     }
-    status = kStatusNoRoom;
-    return std::nullopt;
+    return Unexpected(HalvaneStatus(kStatusNoRoom));
 }
 
 }  // namespace halvane

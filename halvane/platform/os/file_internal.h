@@ -6,11 +6,12 @@
 #define HALVANE_PLATFORM_OS_FILE_INTERNAL_H
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 #include <utility>
 
+#include "halvane/base/result.h"
 #include "halvane/base/status.h"
 
 namespace halvane {
@@ -101,9 +102,9 @@ class FileLock {
 HalvaneStatus replaceFile(const std::string& path, std::string_view text);
 
 // Gives the file a name behind its own that is free, ".damaged", ".damaged.2" and so on, and
-// answers the whole of it.
+// returns the whole of it.
 // REQUIRES: as for replaceFile().
-std::optional<std::string> setFileAside(const std::string& path, HalvaneStatus& status);
+Result<std::string, HalvaneStatus> setFileAside(const std::string& path);
 
 // The longest that the functions above put behind a path.
 inline constexpr std::string_view kLongestFileSuffix = ".damaged.9999";

@@ -115,7 +115,12 @@ Contents loadAndMend(const std::string& path, PreferenceResult& result) {
     Contents contents = load(path);
     if (!contents.isDamaged) return contents;
     contents.isDamaged = false;
-    if (auto aside = setFileAside(path, contents.status)) result.setAside = std::move(*aside);
+    auto aside = setFileAside(path);
+    if (aside) {
+        result.setAside = *std::move(aside);
+    } else {
+        contents.status = aside.error();
+    }
     return contents;
 }
 

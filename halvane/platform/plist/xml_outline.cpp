@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "halvane/platform/plist/xml_outline_internal.h"
 
@@ -11,20 +12,11 @@ constexpr auto kNowhere = std::string_view::npos;
 
 class Outliner {
   public:
-    Outliner(std::string_view document, std::size_t maxDepth, XmlRefusal& refusal)
-        : document_(document), maxDepth_(maxDepth), refusal_(refusal) {}
+    Outliner(std::string_view document, std::size_t maxDepth)
+        : document_(document), maxDepth_(maxDepth) {}
 
-    std::optional<XmlOutline> outline() {
-        for (;;) {
-            const std::size_t markup = std::min(document_.find('<', position_), document_.size());
-            if (depth_ == 0 && !isBlankUpTo(markup)) return std::nullopt;
-            position_ = markup;
-            if (markup == document_.size()) break;
-            if (!skipMarkup()) return std::nullopt;
-        }
-        if (depth_ > 0) refuse(position_, "element without an end");
-        if (!root_) refuse(position_, "no root element");
-        if (depth_ > 0 || !root_) return std::nullopt;
+    Result<XmlOutline, XmlRefusal> outline() {
+        if (!skipDocument()) return Unexpected(refusal_);
         return XmlOutline{*root_, isTextLiteral()};
     }
 
@@ -33,6 +25,18 @@ class Outliner {
         std::string_view opening;
         bool (Outliner::*skip)();
     };
+
+    bool skipDocument() {
+        for (;;) {
+            const std::size_t markup = std::min(document_.find('<', position_), document_.size());
+            if (depth_ == 0 && !isBlankUpTo(markup)) return false;
+            position_ = markup;
+            if (markup == document_.size()) break;
+            if (!skipMarkup()) return false;
+        }
+        if (!root_) return refuse(position_, "no root element");
+        return depth_ == 0 || refuse(position_, "element without an end");
+    }
 
     bool skipMarkup() {
         static constexpr std::array<Markup, 4> kRareMarkup = {{
@@ -172,7 +176,7 @@ class Outliner {
     std::string_view document_;
     std::size_t position_ = 0;
     std::size_t maxDepth_;
-    XmlRefusal& refusal_;
+    XmlRefusal refusal_{};
     std::size_t depth_ = 0;
     bool hasDoctype_ = false;
     std::optional<std::size_t> root_;
@@ -180,9 +184,8 @@ class Outliner {
 
 }  // namespace
 
-std::optional<XmlOutline> xmlOutline(std::string_view document, std::size_t maxDepth,
-                                     XmlRefusal& refusal) {
-    return Outliner(document, maxDepth, refusal).outline();
+Result<XmlOutline, XmlRefusal> xmlOutline(std::string_view document, std::size_t maxDepth) {
+    return Outliner(document, maxDepth).outline();
 }
 
 }  // namespace halvane

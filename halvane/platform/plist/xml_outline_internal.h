@@ -3,9 +3,9 @@
 #define HALVANE_PLATFORM_PLIST_XML_OUTLINE_INTERNAL_H
 
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/plist/xml_text_internal.h"
 
 namespace halvane {
@@ -18,13 +18,12 @@ struct XmlOutline {
 
 // The outline of `document`, which is one without its declaration and with plain line ends.
 //
-// Absent, and `refusal` set, for what a reader of elements does not see, or would pay for before
+// A refusal for what a reader of elements does not see, or would pay for before
 // it refuses: elements nested deeper than `maxDepth`, where the root is at depth 1; markup without
 // an end; more than one root; text, end tags or CDATA sections outside of it; a DOCTYPE line that
 // is not the only one and before it; "--" within a comment; a processing instruction of no name, or
 // of the reserved one. Whether the names of tags match is not looked at.
-std::optional<XmlOutline> xmlOutline(std::string_view document, std::size_t maxDepth,
-                                     XmlRefusal& refusal);
+Result<XmlOutline, XmlRefusal> xmlOutline(std::string_view document, std::size_t maxDepth);
 
 }  // namespace halvane
 

@@ -20,6 +20,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/date.h"
 #include "halvane/base/number.h"
+#include "halvane/base/result.h"
 #include "halvane/platform/plist/xml_outline_internal.h"
 #include "halvane/platform/plist/xml_source_internal.h"
 #include "halvane/platform/plist/xml_text_internal.h"
@@ -511,45 +512,45 @@ class Reader {
     std::deque<PropertyListValue> waiting_;  // those of the open arrays, the innermost behind
 };
 
+using Reading = Result<PropertyListValue, XmlRefusal>;
+
 // What follows the declaration, its line ends plain.
-std::optional<PropertyListValue> readBody(std::string_view body, XmlVersion version,
-                                          XmlRefusal& refusal) {
-    const auto outline = xmlOutline(body, kPropertyListMaxDepth + 1, refusal);
-    if (!outline) return std::nullopt;
+Reading readBody(std::string_view body, XmlVersion version) {
+    const auto outline = xmlOutline(body, kPropertyListMaxDepth + 1);
+    if (!outline) return Unexpected(outline.error());
+    XmlRefusal refusal{};
     Scanner scanner(body, outline->root, refusal);
-    std::optional<PropertyListValue> value(std::in_place);
-    if (!Reader(scanner, version, outline->isTextLiteral).readPlist(*value)) value.reset();
-    return value;
+    PropertyListValue value;
+    if (Reader(scanner, version, outline->isTextLiteral).readPlist(value)) return value;
+    return Unexpected(refusal);
 }
 
-std::optional<PropertyListValue> readDocument(std::string_view xml, XmlRefusal& refusal) {
-    const auto declaration = xmlDeclaration(xml, refusal);
-    if (!declaration) return std::nullopt;
+Reading readDocument(std::string_view xml) {
+    const auto declaration = xmlDeclaration(xml);
+    if (!declaration) return Unexpected(declaration.error());
     const XmlVersion version = declaration->version;
-    if (const auto refused = refusedXmlCharacter(xml, version)) {
-        refusal = *refused;
-        return std::nullopt;
-    }
+    if (const auto refused = refusedXmlCharacter(xml, version)) return Unexpected(*refused);
     const auto source = xml.substr(declaration->size);
     // Most documents have none but plain ones, and need no copy.
     const bool isPlain = !hasOtherLineEnds(source, version);
-    auto value = isPlain ? readBody(source, version, refusal)
-                         : readBody(withPlainLineEnds(source, version), version, refusal);
-    if (!value) {
-        refusal.offset =
-            declaration->size + offsetBeforePlainLineEnds(source, version, refusal.offset);
-    }
-    return value;
+    auto value =
+        isPlain ? readBody(source, version) : readBody(withPlainLineEnds(source, version), version);
+    if (value) return value;
+    const auto [offset, reason] = value.error();
+    const std::size_t before = offsetBeforePlainLineEnds(source, version, offset);
+    return Unexpected(XmlRefusal{declaration->size + before, reason});
 }
 
 }  // namespace
 
 std::optional<PropertyListValue> propertyListFromXml(std::string_view xml,
                                                      std::optional<XmlPropertyListError>* error) {
-    XmlRefusal refusal{};
-    auto value = readDocument(xml, refusal);
-    if (!value && error != nullptr) *error = XmlPropertyListError{refusal.offset, refusal.reason};
-    return value;
+    auto value = readDocument(xml);
+    if (value) return *std::move(value);
+    if (error != nullptr) {
+        *error = XmlPropertyListError{value.error().offset, value.error().reason};
+    }
+    return std::nullopt;
 }
 
 }  // namespace halvane

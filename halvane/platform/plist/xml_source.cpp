@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 
 #include "halvane/platform/plist/xml_source_internal.h"
 
@@ -16,11 +17,10 @@ class DeclarationReader {
     DeclarationReader(std::string_view text, std::size_t position)
         : text_(text), position_(position) {}
 
-    std::optional<XmlDeclaration> read(XmlRefusal& refusal) {
+    Result<XmlDeclaration, XmlRefusal> read() {
         XmlDeclaration declaration;
         const auto refuse = [&](std::string_view reason) {
-            refusal = {position_, reason};
-            return std::nullopt;
+            return Unexpected(XmlRefusal{position_, reason});
         };
         skip("<?xml");
         const auto version = attribute("version");
@@ -112,7 +112,7 @@ std::size_t nextLineEnd(std::string_view text, std::size_t offset, XmlVersion ve
 
 }  // namespace
 
-std::optional<XmlDeclaration> xmlDeclaration(std::string_view text, XmlRefusal& refusal) {
+Result<XmlDeclaration, XmlRefusal> xmlDeclaration(std::string_view text) {
     const std::size_t start = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
     const auto rest = text.substr(start);
     const auto afterTarget = rest.substr(std::min<std::size_t>(5, rest.size()));
@@ -121,7 +121,7 @@ std::optional<XmlDeclaration> xmlDeclaration(std::string_view text, XmlRefusal& 
         rest.starts_with("<?xml") && !afterTarget.empty() &&
         (isXmlSpace(static_cast<unsigned char>(afterTarget[0])) || afterTarget[0] == '?');
     if (!isDeclared) return XmlDeclaration{XmlVersion::V1_0, start};
-    return DeclarationReader(text, start).read(refusal);
+    return DeclarationReader(text, start).read();
 }
 
 bool hasOtherLineEnds(std::string_view text, XmlVersion version) {

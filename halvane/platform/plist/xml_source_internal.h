@@ -3,10 +3,10 @@
 #define HALVANE_PLATFORM_PLIST_XML_SOURCE_INTERNAL_H
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/plist/xml_text_internal.h"
 
 namespace halvane {
@@ -16,10 +16,10 @@ struct XmlDeclaration {
     std::size_t size = 0;  // in bytes, with a byte-order mark before it
 };
 
-// The declaration that `text` begins with; the default one where there is none. Absent, and
-// `refusal` set, for one that is malformed, of a version other than 1.0 and 1.1, or of an encoding
+// The declaration that `text` begins with; the default one where there is none. A refusal for
+// one that is malformed, of a version other than 1.0 and 1.1, or of an encoding
 // other than UTF-8.
-std::optional<XmlDeclaration> xmlDeclaration(std::string_view text, XmlRefusal& refusal);
+Result<XmlDeclaration, XmlRefusal> xmlDeclaration(std::string_view text);
 
 // Whether `text` has line ends that are no plain newlines.
 bool hasOtherLineEnds(std::string_view text, XmlVersion version);

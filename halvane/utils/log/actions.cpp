@@ -5,10 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <set>
+#include <map>
 #include <string_view>
 #include <system_error>
 
+#include "halvane/base/result.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/settings_internal.h"
@@ -114,16 +115,17 @@ void applyValues(LogCategory& category) {
 // Finds or makes the outputs of settings, and tries none twice that cannot be had.
 class OutputsOfSettings {
   public:
-    // Null with a status where the output cannot be had.
-    LogOutput* find(std::size_t place, HalvaneStatus& status) {
-        if (failed_.contains(place)) return nullptr;
-        LogOutput* const output = findOrCreateOutput(logState().actions[place].value, status);
-        if (output == nullptr) failed_.insert(place);
+    // A status where the output cannot be had.
+    Result<LogOutput*, HalvaneStatus> find(std::size_t place) {
+        const auto failure = failures_.find(place);
+        if (failure != failures_.end()) return Unexpected(failure->second);
+        auto output = findOrCreateOutput(logState().actions[place].value);
+        if (!output) failures_.emplace(place, output.error());
         return output;
     }
 
   private:
-    std::set<std::size_t> failed_;
+    std::map<std::size_t, HalvaneStatus> failures_;
 };
 
 // A new setting is tried even where it is for no category yet, so that who makes it hears what is
@@ -135,9 +137,8 @@ HalvaneStatus tryNewOutputs(OutputsOfSettings& outputs) {
     HalvaneStatus first = kStatusOK;
     for (const std::size_t place : places) {
         if (actions[place].name != kLogPassNames[std::size_t(LogPass::Output)]) continue;
-        HalvaneStatus status = kStatusOK;
-        outputs.find(place, status);
-        if (first == kStatusOK) first = status;
+        const auto output = outputs.find(place);
+        if (!output && first == kStatusOK) first = output.error();
     }
     return first;
 }
@@ -146,9 +147,7 @@ HalvaneStatus tryNewOutputs(OutputsOfSettings& outputs) {
 void applyOutput(LogCategory& category, OutputsOfSettings& outputs) {
     const auto& places = logState().actions.placesFor(category, LogPass::Output);
     for (auto place = places.rbegin(); place != places.rend(); ++place) {
-        HalvaneStatus status = kStatusOK;
-        LogOutput* const output = outputs.find(*place, status);
-        if (output != nullptr) return setCategoryOutput(category, output);
+        if (const auto output = outputs.find(*place)) return setCategoryOutput(category, *output);
     }
 }
 

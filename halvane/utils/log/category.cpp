@@ -45,9 +45,7 @@ bool initializeCategory(LogCategory& category) {
     }
     __LogCategory_ApplyActions(&category);
     if (category.output != nullptr) return mustStore;
-    HalvaneStatus status = kStatusOK;
-    LogOutput* const console = findOrCreateOutput("console", status);
-    if (console != nullptr) setCategoryOutput(category, console);
+    if (const auto console = findOrCreateOutput("console")) setCategoryOutput(category, *console);
     return mustStore;
 }
 

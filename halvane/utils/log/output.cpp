@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <utility>
 
+#include "halvane/base/result.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/log/output_internal.h"
 #include "halvane/utils/text/ignore_case_internal.h"
@@ -33,18 +33,18 @@ std::string_view parametersOf(std::string_view spec) {
 
 }  // namespace
 
-std::unique_ptr<LogOutput> __LogOutputCreate(const std::string& spec, HalvaneStatus& status) {
+Result<std::unique_ptr<LogOutput>, HalvaneStatus> __LogOutputCreate(const std::string& spec) {
     const std::string_view type = typeOf(spec);
     const auto kind = std::ranges::find_if(
         kOutputKinds, [type](const OutputKind& row) { return equalsIgnoringCase(row.name, type); });
     if (kind == kOutputKinds.end()) {
-        status = type.empty() ? kStatusEmptyType : kStatusUnsupported;
-        return nullptr;
+        return Unexpected(HalvaneStatus(type.empty() ? kStatusEmptyType : kStatusUnsupported));
     }
     auto output = std::make_unique<LogOutput>();
     output->spec = spec;
-    status = kind->setUp(*output, parametersOf(spec));
-    return status == kStatusOK ? std::move(output) : nullptr;
+    const HalvaneStatus status = kind->setUp(*output, parametersOf(spec));
+    if (status != kStatusOK) return Unexpected(status);
+    return output;
 }
 
 bool isCallbackOutput(std::string_view spec) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/base/result.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/categories.h"
@@ -32,8 +33,8 @@ struct LogOutput {
 
 namespace halvane::logging {
 
-// Makes the output of a specification; null with a status where it cannot be had.
-std::unique_ptr<LogOutput> __LogOutputCreate(const std::string& spec, HalvaneStatus& status);
+// Makes the output of a specification; a status where it cannot be had.
+Result<std::unique_ptr<LogOutput>, HalvaneStatus> __LogOutputCreate(const std::string& spec);
 
 bool isCallbackOutput(std::string_view spec);
 

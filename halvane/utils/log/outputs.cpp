@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "halvane/base/result.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/lock_internal.h"
@@ -12,14 +13,13 @@
 
 namespace halvane::logging {
 
-LogOutput* findOrCreateOutput(const std::string& spec, HalvaneStatus& status) {
+Result<LogOutput*, HalvaneStatus> findOrCreateOutput(const std::string& spec) {
     auto& outputs = logState().outputs;
     const auto found = outputs.find(spec);
-    status = kStatusOK;
     if (found != outputs.end()) return found->second.get();
-    auto output = __LogOutputCreate(spec, status);
-    if (output == nullptr) return nullptr;
-    return outputs.emplace(spec, std::move(output)).first->second.get();
+    auto output = __LogOutputCreate(spec);
+    if (!output) return Unexpected(output.error());
+    return outputs.emplace(spec, *std::move(output)).first->second.get();
 }
 
 void setCategoryOutput(LogCategory& category, LogOutput* output) {

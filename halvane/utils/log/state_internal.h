@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "halvane/base/result.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/log/output_internal.h"
@@ -60,8 +61,8 @@ bool canStoreNewActions();
 // category is left with. The status is that of the new actions; always success for `only`.
 HalvaneStatus __LogCategory_ApplyActions(LogCategory* only);
 
-// The output of a specification, found or made; null with a status where it cannot be had.
-LogOutput* findOrCreateOutput(const std::string& spec, HalvaneStatus& status);
+// The output of a specification, found or made; a status where it cannot be had.
+Result<LogOutput*, HalvaneStatus> findOrCreateOutput(const std::string& spec);
 
 // What settings change in a category. The level is read without the lock. An output's reference
 // moves; the prefix follows from the name.

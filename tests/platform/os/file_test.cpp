@@ -194,15 +194,16 @@ TEST(File, IsSetAsideUntilTheNamesRunOut) {
     put(path, "damaged");
     put(path + ".damaged", "earlier");
     for (int i = 2; i < 9999; ++i) put(path + ".damaged." + std::to_string(i), "");
-    HalvaneStatus status = kStatusOK;
-    EXPECT_EQ(setFileAside(path, status), path + std::string(halvane::kLongestFileSuffix));
-    EXPECT_EQ(status, kStatusOK);
+    const auto aside = setFileAside(path);
+    ASSERT_TRUE(aside);
+    EXPECT_EQ(*aside, path + std::string(halvane::kLongestFileSuffix));
     EXPECT_FALSE(fs::exists(path));
     EXPECT_EQ(readFile(path + ".damaged", 100).text, "earlier");
 
     put(path, "damaged again");
-    EXPECT_EQ(setFileAside(path, status), std::nullopt);
-    EXPECT_EQ(status, kStatusNoRoom);
+    const auto none = setFileAside(path);
+    ASSERT_FALSE(none);
+    EXPECT_EQ(none.error(), kStatusNoRoom);
     EXPECT_EQ(readFile(path, 100).text, "damaged again");
 }
 
