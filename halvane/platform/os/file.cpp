@@ -177,10 +177,6 @@ bool lockInTurn(const FileDescriptor& file) {
 
 }  // namespace
 
-FileDescriptor::~FileDescriptor() {
-    if (number_ >= 0) ::close(number_);
-}
-
 FileDescriptor aboveStandardStreams(FileDescriptor file) {
     if (!file || file.number() > STDERR_FILENO) return file;
     return FileDescriptor(::fcntl(file.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));

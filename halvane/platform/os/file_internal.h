@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <sys/types.h>
+#include <unistd.h>
 #include <utility>
 
 #include "halvane/base/result.h"
@@ -26,7 +27,9 @@ class FileDescriptor {
         std::swap(number_, other.number_);
         return *this;
     }
-    ~FileDescriptor();
+    ~FileDescriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
 
     explicit operator bool() const { return number_ >= 0; }
     int number() const { return number_; }

@@ -17,6 +17,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/model/bss_limits.h"
+#include "halvane/platform/os/file_internal.h"
 #include "halvane/platform/os/secret_internal.h"
 
 namespace halvane::tool {
@@ -92,28 +93,25 @@ class SignalWatch {
             if (::sigismember(&before_, signal) == 0) ::sigaddset(&watched_, signal);
         }
         ::sigprocmask(SIG_BLOCK, &watched_, nullptr);
-        file_ = ::signalfd(-1, &watched_, SFD_CLOEXEC);
+        file_ = FileDescriptor(::signalfd(-1, &watched_, SFD_CLOEXEC));
     }
     SignalWatch(const SignalWatch&) = delete;
     SignalWatch& operator=(const SignalWatch&) = delete;
-    ~SignalWatch() {
-        if (file_ >= 0) ::close(file_);
-        ::sigprocmask(SIG_SETMASK, &before_, nullptr);
-    }
+    ~SignalWatch() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
-    int file() const { return file_; }
+    int file() const { return file_.number(); }
 
     // REQUIRES: the file is readable.
     int take() const {
         signalfd_siginfo signal{};
-        if (::read(file_, &signal, sizeof(signal)) != sizeof(signal)) return 0;
+        if (::read(file_.number(), &signal, sizeof(signal)) != sizeof(signal)) return 0;
         return static_cast<int>(signal.ssi_signo);
     }
 
   private:
     sigset_t watched_{};
     sigset_t before_{};
-    int file_ = -1;
+    FileDescriptor file_;
 };
 
 // The terminal, showing nothing of what is typed but the end of the line. What was typed before, or
@@ -139,21 +137,6 @@ class SilentTerminal {
     int file_;
     termios before_{};
     bool isSilent_ = false;
-};
-
-class File {
-  public:
-    explicit File(int number) : number_(number) {}
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    ~File() {
-        if (number_ >= 0) ::close(number_);
-    }
-
-    int number() const { return number_; }
-
-  private:
-    int number_;
 };
 
 // What was typed, or the signal that came before the line was complete.
@@ -186,8 +169,8 @@ Answer askOnce(int terminal) {
 // A signal does what it would have done. Where the program goes on after it, it asks again: the
 // terminal may have changed hands, and shows again what is typed.
 Passphrase askOnTerminal() {
-    const File terminal(::open(kTerminal, O_RDWR | O_NOCTTY | O_CLOEXEC));
-    if (terminal.number() < 0) return systemError(kTerminal);
+    const FileDescriptor terminal(::open(kTerminal, O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (!terminal) return systemError(kTerminal);
     for (;;) {
         const Answer answer = askOnce(terminal.number());
         if (const auto* passphrase = std::get_if<Passphrase>(&answer)) return *passphrase;
