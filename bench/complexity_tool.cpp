@@ -22,6 +22,7 @@
 #include "tools/halvane/options/ssid_argument.h"
 #include "tools/halvane/output/config_json.h"
 #include "tools/halvane/output/format.h"
+#include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/model_json.h"
 #include "tools/halvane/output/station_event.h"
 #include "tools/halvane/output/text_table.h"
@@ -82,8 +83,11 @@ void addInputRows() {
 // What the daemon reports, up to the text of its JSON.
 template <typename Record>
 void addJSON(const char* row, std::size_t most, Record (*make)(std::size_t)) {
-    addGrowth(row, most, make,
-              [](const Record& record) { return jsonOf(record).dump().size() > 2; });
+    addGrowth(row, most, make, [](const Record& record) {
+        JSONWriter writer;
+        writeJSON(writer, record);
+        return writer.text().size() > 2;
+    });
 }
 
 void addJSONRows() {

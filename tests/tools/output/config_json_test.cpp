@@ -2,12 +2,15 @@
 
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "halvane/base/property_list_value.h"
 
+#include "tests/support/written_json.h"
+
 using halvane::HalvaneBSSConfig;
-using halvane::tool::JSON;
-using halvane::tool::jsonOf;
+using halvane::testing::jsonOf;
+using JSON = nlohmann::ordered_json;
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -12,9 +13,11 @@
 #include "halvane/regulatory/channel.h"
 
 #include "tests/support/replaced_system.h"
+#include "tests/support/written_json.h"
 
 using namespace halvane;
-using namespace halvane::tool;
+using namespace halvane::testing;
+using JSON = nlohmann::ordered_json;
 
 namespace {
 
@@ -28,15 +31,14 @@ HalvaneDevice deviceOfThreeChains() {
 
 TEST(ModelJSON, OfADeviceHasItsProperties) {
     EXPECT_EQ(
-        jsonOf(deviceOfThreeChains()).dump(),
+        jsonText(deviceOfThreeChains()),
         R"({"MACAddress":"02:1A:2B:3C:4D:5E","deviceIndex":18446744073709551615,"numRadioChains":3})");
 }
 
 TEST(ModelJSON, LeavesAnAbsentOrEmptyAddressOut) {
     const std::string expected = R"({"deviceIndex":0,"numRadioChains":0})";
-    EXPECT_EQ(jsonOf(HalvaneDevice::initWithMACAddress_withIndex(std::nullopt, 0)).dump(),
-              expected);
-    EXPECT_EQ(jsonOf(HalvaneDevice::initWithSkeletonRepresentation({})).dump(), expected);
+    EXPECT_EQ(jsonText(HalvaneDevice::initWithMACAddress_withIndex(std::nullopt, 0)), expected);
+    EXPECT_EQ(jsonText(HalvaneDevice::initWithSkeletonRepresentation({})), expected);
 }
 
 TEST(ModelJSON, OfAnInterfaceHoldsItsDeviceAndChannels) {
@@ -67,9 +69,8 @@ TEST(ModelJSON, OfAnInterfaceHoldsItsDeviceAndChannels) {
 }
 
 TEST(ModelJSON, OfAnInterfaceOfNothingIsAnEmptyListOfChannels) {
-    EXPECT_EQ(jsonOf(HalvaneInterface::initWithDevice_withMAC_withBSDName(nullptr, std::nullopt,
-                                                                          std::nullopt))
-                  .dump(),
+    EXPECT_EQ(jsonText(HalvaneInterface::initWithDevice_withMAC_withBSDName(nullptr, std::nullopt,
+                                                                            std::nullopt)),
               R"({"availableChannels":[]})");
 }
 
@@ -80,7 +81,7 @@ TEST(ModelJSON, OfAClientAddsToThatOfItsRecord) {
     client.setIsAssociated(true);
     client.setJoinTime(8);
     client.setLeftTime(UINT64_MAX);
-    EXPECT_EQ(jsonOf(client).dump(),
+    EXPECT_EQ(jsonText(client),
               R"({"mac":"02:1A:2B:3C:4D:5E","RSSI":-61,"capabilities":0,"isAssociated":true,)"
               R"("createTime":7000000,"joinTime":8,"leftTime":18446744073709551615,)"
               R"("deauthReason":1})");

@@ -2,23 +2,27 @@
 
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <optional>
 
+#include "tests/support/written_json.h"
+
 using namespace halvane;
-using namespace halvane::tool;
+using namespace halvane::testing;
+using JSON = nlohmann::ordered_json;
 
 namespace {
 
 TEST(RegulatoryJSON, HasTheSixPropertiesOfAChannel) {
     auto channel = HalvaneChannel::initWithChannel_withFrequency_isRadarProne(52, 5260, true);
     channel.setSupports40MHz(true);
-    EXPECT_EQ(jsonOf(channel).dump(),
+    EXPECT_EQ(jsonText(channel),
               R"({"channelNumber":52,"channelFrequency":5260,"isRadarProne":true,)"
               R"("isDisabled":false,"supports40MHz":true,"supports80MHz":false})");
     auto other = HalvaneChannel::initWithChannel_withFrequency_isRadarProne(INT64_MIN, -1, false);
     other.setIsDisabled(true);
     other.setSupports80MHz(true);
-    EXPECT_EQ(jsonOf(other).dump(),
+    EXPECT_EQ(jsonText(other),
               R"({"channelNumber":-9223372036854775808,"channelFrequency":-1,"isRadarProne":false,)"
               R"("isDisabled":true,"supports40MHz":false,"supports80MHz":true})");
 }
@@ -27,9 +31,9 @@ TEST(RegulatoryJSON, HasTheChannelsOfACountry) {
     auto country = HalvaneCountry::initWithFriendlyName_withISOName_withISOCode("\"A\"", "AA", -1);
     country.channels().push_back(
         HalvaneChannel::initWithChannel_withFrequency_isRadarProne(1, 2412, false));
-    EXPECT_EQ(jsonOf(country).dump(),
+    EXPECT_EQ(jsonText(country),
               R"({"friendlyName":"\"A\"","isoName":"AA","isoCode":-1,"channels":[)" +
-                  jsonOf(country.channels()[0]).dump() + "]}");
+                  jsonText(country.channels()[0]) + "]}");
 }
 
 TEST(RegulatoryJSON, HasTheCountriesOfASKU) {
@@ -44,9 +48,9 @@ TEST(RegulatoryJSON, HasTheCountriesOfASKU) {
 
 TEST(RegulatoryJSON, LeavesOutAbsentNamesAlone) {
     const auto country = HalvaneCountry::initWithSkeletonRepresentation({});
-    EXPECT_EQ(jsonOf(country).dump(), R"({"isoCode":0,"channels":[]})");
+    EXPECT_EQ(jsonText(country), R"({"isoCode":0,"channels":[]})");
     const auto sku = HalvaneSKU::initWithFriendlyName_withShortName(std::nullopt, "");
-    EXPECT_EQ(jsonOf(sku).dump(), R"({"shortName":"","countries":[]})");
+    EXPECT_EQ(jsonText(sku), R"({"shortName":"","countries":[]})");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "halvane/base/number.h"
@@ -13,9 +14,11 @@
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/format.h"
-#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/json_record.h"
+#include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/print_records.h"
+#include "tools/halvane/output/property_table.h"
 
 namespace halvane::tool {
 
@@ -30,6 +33,21 @@ struct Channel {
     unsigned frequency;  // MHz
     unsigned extension;  // the other half of a channel of 40 MHz; 0 for none
 };
+
+}  // namespace
+
+// What programs read of a channel.
+template <>
+inline constexpr auto kProperties<Channel> = std::tuple{
+    Property{"channelNumber", [](const Channel& channel) { return channel.number; }},
+    Property{"channelFrequency", [](const Channel& channel) { return channel.frequency; }},
+    Property{"extensionChannel",
+             [](const Channel& channel) {
+                 return channel.extension != 0 ? std::optional(channel.extension) : std::nullopt;
+             }},
+};
+
+namespace {
 
 std::optional<Channel> channelOfNumber(unsigned number) {
     const unsigned frequency = HalvaneChannel::channelFrequencyForNumber(number);
@@ -78,30 +96,22 @@ void printTable(const std::vector<Channel>& channels) {
     }
 }
 
-// What programs read of a channel: each name and its value.
-template <typename Take>
-void forEachMember(const Channel& channel, Take take) {
-    take("channelNumber", channel.number);
-    take("channelFrequency", channel.frequency);
-    if (channel.extension != 0) take("extensionChannel", channel.extension);
-}
-
-JSON jsonOf(const Channel& channel) {
-    JSON object = JSON::object();
-    forEachMember(channel, [&](const char* name, unsigned value) { object[name] = value; });
-    return object;
+void writeJSON(JSONWriter& writer, const Channel& channel) {
+    writeObject(writer, channel);
 }
 
 PropertyListDictionary propertyListOf(const Channel& channel) {
     PropertyListDictionary dictionary;
-    forEachMember(channel,
-                  [&](const char* name, unsigned value) { dictionary.set(name, Number(value)); });
+    forEachProperty<Channel>([&](const auto& row) {
+        const std::optional<unsigned> value = row.read(channel);
+        if (value) dictionary.set(std::string(row.key.text), Number(*value));
+    });
     return dictionary;
 }
 
 void print(const std::vector<Channel>& channels, Format format) {
     if (format == Format::Text) return printTable(channels);
-    printRecords(channels, format, jsonOf, propertyListOf);
+    printRecords(channels, format, propertyListOf);
 }
 
 }  // namespace

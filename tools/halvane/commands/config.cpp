@@ -19,7 +19,7 @@ namespace {
 
 void print(const HalvaneBSSConfig& configuration, Format format) {
     if (format != Format::Text) {
-        return printRecord(jsonOf(configuration), configuration.skeletonRepresentation(), format);
+        return printRecord(configuration, configuration.skeletonRepresentation(), format);
     }
     put(configuration.description());
 }

@@ -58,9 +58,8 @@ void print(const std::vector<HalvaneSKU>& skus, Format format) {
     for (const HalvaneSKU& sku : skus) {
         countries.insert(countries.end(), sku.countries().begin(), sku.countries().end());
     }
-    printRecords(
-        countries, format, [](const HalvaneCountry& country) { return jsonOf(country); },
-        [](const HalvaneCountry& country) { return country.skeletonRepresentation(); });
+    printRecords(countries, format,
+                 [](const HalvaneCountry& country) { return country.skeletonRepresentation(); });
 }
 
 }  // namespace

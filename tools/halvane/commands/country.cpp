@@ -56,7 +56,7 @@ void printTable(const HalvaneCountry& country) {
 
 void print(const HalvaneCountry& country, Format format) {
     if (format == Format::Text) return printTable(country);
-    printRecord(jsonOf(country), country.skeletonRepresentation(), format);
+    printRecord(country, country.skeletonRepresentation(), format);
 }
 
 }  // namespace

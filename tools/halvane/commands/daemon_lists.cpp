@@ -176,9 +176,8 @@ template <typename Record>
 void print(const std::vector<Record>& records, Format format,
            void (*printText)(const std::vector<Record>&)) {
     if (format == Format::Text) return printText(records);
-    printRecords(
-        records, format, [](const Record& record) { return jsonOf(record); },
-        [](const Record& record) { return record.skeletonRepresentation(); });
+    printRecords(records, format,
+                 [](const Record& record) { return record.skeletonRepresentation(); });
 }
 
 template <const auto& list>

@@ -26,9 +26,7 @@ void printTable(const std::vector<HalvaneSKU>& skus) {
 
 void print(const std::vector<HalvaneSKU>& skus, Format format) {
     if (format == Format::Text) return printTable(skus);
-    printRecords(
-        skus, format, [](const HalvaneSKU& sku) { return jsonOf(sku); },
-        [](const HalvaneSKU& sku) { return sku.skeletonRepresentation(); });
+    printRecords(skus, format, [](const HalvaneSKU& sku) { return sku.skeletonRepresentation(); });
 }
 
 }  // namespace

@@ -4,12 +4,12 @@
 
 #include "halvane/model/bss_config.h"
 
-#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/json_writer.h"
 
 namespace halvane::tool {
 
 // Keys are the properties' names; absent ones are left out.
-JSON jsonOf(const HalvaneBSSConfig& configuration);
+void writeJSON(JSONWriter& writer, const HalvaneBSSConfig& configuration);
 
 }  // namespace halvane::tool
 

@@ -1,7 +1,4 @@
-// What the Wi-Fi daemon reports, as JSON.
-//
-// Keys are the records' property names, and stay as they are: programs read them. Absent values are
-// left out, and so is an empty address.
+// What the Wi-Fi daemon reports, as JSON. Absent values are left out, and so is an empty address.
 #ifndef TOOLS_HALVANE_OUTPUT_MODEL_JSON_H
 #define TOOLS_HALVANE_OUTPUT_MODEL_JSON_H
 
@@ -9,17 +6,17 @@
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 
-#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/json_writer.h"
 
 namespace halvane::tool {
 
-JSON jsonOf(const HalvaneDevice& device);
+void writeJSON(JSONWriter& writer, const HalvaneDevice& device);
 
 // With its device and its channels.
-JSON jsonOf(const HalvaneInterface& interface);
+void writeJSON(JSONWriter& writer, const HalvaneInterface& interface);
 
-// The members of a BSS record (appendRecord()), then those that a client adds.
-JSON jsonOf(const HalvaneClient& client);
+// The members of its BSS record, then those that a client adds.
+void writeJSON(JSONWriter& writer, const HalvaneClient& client);
 
 }  // namespace halvane::tool
 

@@ -8,39 +8,61 @@
 #include "halvane/base/property_list_value.h"
 
 #include "tools/halvane/output/format.h"
-#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/property_list_output.h"
 #include "tools/halvane/output/standard_output.h"
 
 namespace halvane::tool {
 
-// `toJSON` gives a record's object, `toPropertyList` its dictionary.
-// REQUIRES: `format` is not text, which each command has its own way of.
-template <typename Record, typename ToJSON, typename ToPropertyList>
-void printRecords(const std::vector<Record>& records, Format format, ToJSON toJSON,
-                  ToPropertyList toPropertyList) {
-    if (format == Format::PropertyList) {
-        PropertyListArray array;
-        for (const Record& record : records) array.emplace_back(toPropertyList(record));
-        return putPropertyList(std::move(array));
-    }
-    JSON array = JSON::array();
+// REQUIRES: `format` is JSON or JSON lines.
+inline JSONWriter jsonWriterFor(Format format) {
+    return JSONWriter(format == Format::JSON ? JSONWriter::Layout::Indented
+                                             : JSONWriter::Layout::OneLine);
+}
+
+// Puts what was written, and clears it.
+inline void putJSON(JSONWriter& writer) {
+    put(writer.text());
+    writer.clear();
+}
+
+// One array, or a line a record. There is a writeJSON() of the record's type.
+template <typename Record>
+void printJSON(const std::vector<Record>& records, Format format) {
+    JSONWriter writer = jsonWriterFor(format);
+    if (format == Format::JSON) writer.beginArray();
     for (const Record& record : records) {
-        JSON object = toJSON(record);
-        if (format == Format::JSON) {
-            array.push_back(std::move(object));
-        } else {
-            put(object.dump() + '\n');
-        }
+        writeJSON(writer, record);
+        if (format != Format::JSON) writer.newline();
+        if (writer.text().size() >= kJSONBatchSize) putJSON(writer);
     }
-    if (format == Format::JSON) put(array.dump(2) + '\n');
+    if (format == Format::JSON) {
+        writer.endArray();
+        writer.newline();
+    }
+    putJSON(writer);
+}
+
+// `toPropertyList` gives a record's dictionary.
+// REQUIRES: `format` is not text, which each command has its own way of.
+template <typename Record, typename ToPropertyList>
+void printRecords(const std::vector<Record>& records, Format format,
+                  ToPropertyList toPropertyList) {
+    if (format != Format::PropertyList) return printJSON(records, format);
+    PropertyListArray array;
+    for (const Record& record : records) array.emplace_back(toPropertyList(record));
+    putPropertyList(std::move(array));
 }
 
 // The object of a record and nothing else, in one of those formats; as a property list its
 // dictionary alone.
-inline void printRecord(const JSON& json, PropertyListDictionary propertyList, Format format) {
+template <typename Record>
+void printRecord(const Record& record, PropertyListDictionary propertyList, Format format) {
     if (format == Format::PropertyList) return putPropertyList(std::move(propertyList));
-    put(json.dump(format == Format::JSON ? 2 : -1) + '\n');
+    JSONWriter writer = jsonWriterFor(format);
+    writeJSON(writer, record);
+    writer.newline();
+    putJSON(writer);
 }
 
 }  // namespace halvane::tool

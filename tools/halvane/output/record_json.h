@@ -1,22 +1,20 @@
-// A BSS record as JSON.
-//
-// Keys are the record's property names, and stay as they are: programs read them. Byte data is
-// lower-case hexadecimal; absent values are left out.
+// What is seen of a BSS, as JSON.
 #ifndef TOOLS_HALVANE_OUTPUT_RECORD_JSON_H
 #define TOOLS_HALVANE_OUTPUT_RECORD_JSON_H
 
-#include "halvane/base/byte_buffer.h"
-#include "halvane/ie/mac.h"
+#include <optional>
 
-#include "tools/halvane/output/json_value.h"
+#include "halvane/capture/frame_record.h"
+
+#include "tools/halvane/output/frame_origin.h"
+#include "tools/halvane/output/json_writer.h"
 
 namespace halvane::tool {
 
-// "02:1A:2B:3C:4D:5E"; null, and so left out, for an empty address.
-JSON addressOf(const ByteBuffer& address);
-
-// Adds the record's members to an object.
-void appendRecord(JSON& object, const HalvaneMAC& record);
+// One object: "frame" and "subtype" where the origin is known, "radioChannel" where it is another
+// than the record's channel, and the record's members.
+void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin);
 
 }  // namespace halvane::tool
 

@@ -1,13 +1,15 @@
 #include "tools/halvane/output/record_writer.h"
 
-#include <nlohmann/json.hpp>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <utility>
 
 #include "halvane/base/property_list_value.h"
 
-#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/property_list_output.h"
 #include "tools/halvane/output/record_json.h"
 #include "tools/halvane/output/standard_output.h"
@@ -15,27 +17,6 @@
 namespace halvane::tool {
 
 namespace {
-
-const char* subtypeName(capture::BeaconSubtype subtype) {
-    switch (subtype) {
-        case capture::BeaconSubtype::Beacon:
-            return "beacon";
-        case capture::BeaconSubtype::ProbeResponse:
-            return "probe-response";
-    }
-    return "";
-}
-
-JSON jsonWithOrigin(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin) {
-    JSON object = JSON::object();
-    if (origin) {
-        object["frame"] = origin->number;
-        object["subtype"] = subtypeName(origin->subtype);
-    }
-    putMember(object, "radioChannel", sighting.otherRadioChannel());
-    appendRecord(object, sighting.record);
-    return object;
-}
 
 class Writer : public RecordWriter {
   public:
@@ -66,31 +47,75 @@ class TextWriter : public Writer {
     void finish() override {}
 };
 
-class JSONLinesWriter : public Writer {
+// Text of whole records, put in one piece when it has grown to a batch. A terminal gets each record
+// at once. What is left goes out in the end, also when an exception leaves a record unfinished.
+class JSONBatch {
   public:
-    using Writer::Writer;
+    JSONBatch(JSONWriter::Layout layout, std::FILE* stream)
+        : writer_(layout), stream_(stream), isShown_(::isatty(::fileno(stream)) != 0) {}
+    JSONBatch(const JSONBatch&) = delete;
+    JSONBatch& operator=(const JSONBatch&) = delete;
+    ~JSONBatch() { flush(); }
 
-    void write(const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin) override {
-        put(jsonWithOrigin(sighting, origin).dump() + '\n');
+    JSONWriter& writer() { return writer_; }
+
+    // The text so far is whole.
+    void commit() {
+        whole_ = writer_.text().size();
+        if (isShown_ || whole_ >= kJSONBatchSize) flush();
     }
-    void finish() override {}
-};
 
-// One array, its brackets written around the records as they pass.
-class JSONWriter : public Writer {
-  public:
-    using Writer::Writer;
-
-    void write(const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin) override {
-        put(isFirst_ ? "[\n" : ",\n");
-        put(jsonWithOrigin(sighting, origin).dump(2));
-        isFirst_ = false;
+    // Puts what is whole, and drops the rest.
+    void flush() {
+        put(writer_.text().substr(0, whole_), stream_);
+        writer_.clear();
+        whole_ = 0;
     }
-    void finish() override { put(isFirst_ ? "[]\n" : "\n]\n"); }
 
   private:
+    JSONWriter writer_;
+    std::FILE* const stream_;
+    const bool isShown_;
+    std::size_t whole_ = 0;  // bytes of its text
+};
+
+class JSONLinesWriter : public RecordWriter {
+  public:
+    explicit JSONLinesWriter(std::FILE* stream) : batch_(JSONWriter::Layout::OneLine, stream) {}
+
+    void write(const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin) override {
+        writeJSON(batch_.writer(), sighting, origin);
+        batch_.writer().newline();
+        batch_.commit();
+    }
+    void finish() override { batch_.flush(); }
+
+  private:
+    JSONBatch batch_;
+};
+
+// One array, its brackets written around the records as they pass. The records are indented as
+// documents of their own.
+class JSONArrayWriter : public RecordWriter {
+  public:
+    explicit JSONArrayWriter(std::FILE* stream) : batch_(JSONWriter::Layout::Indented, stream) {}
+
+    void write(const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin) override {
+        batch_.writer().verbatim(isFirst_ ? "[\n" : ",\n");
+        writeJSON(batch_.writer(), sighting, origin);
+        batch_.commit();
+        isFirst_ = false;
+    }
+    void finish() override {
+        batch_.writer().verbatim(isFirst_ ? "[]\n" : "\n]\n");
+        batch_.commit();
+        batch_.flush();
+    }
+
+  private:
+    JSONBatch batch_;
     bool isFirst_ = true;
 };
 
@@ -131,7 +156,7 @@ std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* str
         case Format::Text:
             return std::make_unique<TextWriter>(stream);
         case Format::JSON:
-            return std::make_unique<JSONWriter>(stream);
+            return std::make_unique<JSONArrayWriter>(stream);
         case Format::JSONLines:
             return std::make_unique<JSONLinesWriter>(stream);
         case Format::PropertyList:

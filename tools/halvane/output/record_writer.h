@@ -1,26 +1,20 @@
 // Prints BSS records in one of the output formats.
 //
-// Records go out as they come, so that a stream of them needs no memory.
+// Records go out as they come, so that a stream of them needs no memory: JSON in batches of a fixed
+// size, and one by one on a terminal.
 #ifndef TOOLS_HALVANE_OUTPUT_RECORD_WRITER_H
 #define TOOLS_HALVANE_OUTPUT_RECORD_WRITER_H
 
-#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <optional>
 
-#include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/output/format.h"
+#include "tools/halvane/output/frame_origin.h"
 
 namespace halvane::tool {
-
-// Where a record that is not folded comes from.
-struct FrameOrigin {
-    std::uint64_t number = 0;  // 1-based, in the file
-    capture::BeaconSubtype subtype = capture::BeaconSubtype::Beacon;
-};
 
 class RecordWriter {
   public:

@@ -1,7 +1,4 @@
-// The regulatory records as JSON.
-//
-// Keys are the records' property names, and stay as they are: programs read them. Absent names are
-// left out, lists and flags never.
+// The regulatory records as JSON. Absent names are left out, lists and flags never.
 #ifndef TOOLS_HALVANE_OUTPUT_REGULATORY_JSON_H
 #define TOOLS_HALVANE_OUTPUT_REGULATORY_JSON_H
 
@@ -9,17 +6,17 @@
 #include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
 
-#include "tools/halvane/output/json_value.h"
+#include "tools/halvane/output/json_writer.h"
 
 namespace halvane::tool {
 
-JSON jsonOf(const HalvaneChannel& channel);
+void writeJSON(JSONWriter& writer, const HalvaneChannel& channel);
 
 // With its channels.
-JSON jsonOf(const HalvaneCountry& country);
+void writeJSON(JSONWriter& writer, const HalvaneCountry& country);
 
 // With its countries and their channels.
-JSON jsonOf(const HalvaneSKU& sku);
+void writeJSON(JSONWriter& writer, const HalvaneSKU& sku);
 
 }  // namespace halvane::tool
 

@@ -1,14 +1,27 @@
 #include "tools/halvane/output/station_event.h"
 
 #include <cstddef>
-
-#include "halvane/ie/fancy_formatting.h"
+#include <tuple>
 
 #include "halvane/base/escaped_text.h"
-#include "tools/halvane/output/json_value.h"
-#include "tools/halvane/output/record_json.h"
+#include "halvane/ie/fancy_formatting.h"
+
+#include "tools/halvane/output/json_record.h"
+#include "tools/halvane/output/json_writer.h"
+#include "tools/halvane/output/property_table.h"
 
 namespace halvane::tool {
+
+template <>
+inline constexpr auto kProperties<StationEvent> = std::tuple{
+    Property{"event", [](const StationEvent& event) { return event.event; }},
+    Property{"mac", [](const StationEvent& event) { return addressIn(event.mac); }},
+    Property{"interfaceName", [](const StationEvent& event) -> auto& {return event.interfaceName;
+}
+}
+,
+}
+;
 
 namespace {
 
@@ -58,11 +71,9 @@ std::shared_ptr<const Delegate> delegateFor(const std::function<void(const Stati
 
 std::string lineOf(const StationEvent& event, Format format) {
     if (format == Format::Text) return textOf(event);
-    JSON object = JSON::object();
-    putMember(object, "event", JSON(event.event));
-    putMember(object, "mac", addressOf(event.mac));
-    putMember(object, "interfaceName", JSON(event.interfaceName));
-    return object.dump();
+    JSONWriter writer;
+    writeObject(writer, event);
+    return std::string(writer.text());
 }
 
 }  // namespace halvane::tool

@@ -1,0 +1,29 @@
+// Where a record that is not folded comes from.
+#ifndef TOOLS_HALVANE_OUTPUT_FRAME_ORIGIN_H
+#define TOOLS_HALVANE_OUTPUT_FRAME_ORIGIN_H
+
+#include <cstdint>
+
+#include "halvane/capture/beacon_frame.h"
+
+namespace halvane::tool {
+
+struct FrameOrigin {
+    std::uint64_t number = 0;  // 1-based, in the file
+    capture::BeaconSubtype subtype = capture::BeaconSubtype::Beacon;
+};
+
+// "beacon" or "probe-response".
+constexpr const char* subtypeName(capture::BeaconSubtype subtype) {
+    switch (subtype) {
+        case capture::BeaconSubtype::Beacon:
+            return "beacon";
+        case capture::BeaconSubtype::ProbeResponse:
+            return "probe-response";
+    }
+    return "";
+}
+
+}  // namespace halvane::tool
+
+#endif

@@ -1,0 +1,29 @@
+// Names of JSON members.
+#ifndef TOOLS_HALVANE_OUTPUT_JSON_KEY_H
+#define TOOLS_HALVANE_OUTPUT_JSON_KEY_H
+
+#include <algorithm>
+#include <string_view>
+
+namespace halvane::tool {
+
+// A literal of letters, digits and underscores, so that nothing in it is ever escaped. Any other
+// does not compile.
+struct JSONKey {
+    std::string_view text;
+
+    template <std::size_t size>
+    consteval JSONKey(const char (&literal)[size]) : text(literal, size - 1) {
+        if (text.empty() || !std::ranges::all_of(text, isPlain)) throw "a key needs escapes";
+    }
+
+  private:
+    static constexpr bool isPlain(char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               c == '_';
+    }
+};
+
+}  // namespace halvane::tool
+
+#endif
