@@ -1,7 +1,12 @@
 #include "tools/halvane/output/record_writer.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <poll.h>
 #include <string>
 #include <vector>
 
@@ -9,11 +14,13 @@
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/ie/mac.h"
+#include "halvane/platform/os/file_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 #include "tests/support/captured_stream.h"
 #include "tests/support/elements.h"
 #include "tests/support/replaced_system.h"
+#include "tools/halvane/output/json_writer.h"
 
 using namespace halvane;
 using namespace halvane::testing;
@@ -80,6 +87,53 @@ TEST(RecordWriter, WritesOnePropertyListOfAllRecords) {
         }
         EXPECT_EQ(written(Format::PropertyList, sightings), xmlPropertyList(skeletons));
     }
+}
+
+// --- When JSON goes out ---
+
+TEST(RecordWriter, PutsJSONInBatchesOfWholeRecords) {
+    for (const Format format : {Format::JSON, Format::JSONLines}) {
+        const CapturedStream output(stdout);
+        const auto writer = RecordWriter::create(format, stdout);
+        const Sighting one = sighting(1, std::nullopt);
+        writer->write(one, std::nullopt);
+        EXPECT_EQ(output.text(), "");
+        std::size_t count = 1;
+        for (; output.text().empty() && count < 10000; ++count) writer->write(one, std::nullopt);
+        const std::string batch = output.text();
+        EXPECT_GE(batch.size(), kJSONBatchSize);
+        EXPECT_LT(batch.size(), kJSONBatchSize + 4096);
+        EXPECT_EQ(batch.back(), format == Format::JSON ? '}' : '\n');
+        writer->finish();
+        const std::string text = output.text();
+        EXPECT_EQ(text.substr(0, batch.size()), batch);
+        const auto records = format == Format::JSON
+                                 ? nlohmann::json::parse(text).size()
+                                 : static_cast<std::size_t>(std::ranges::count(text, '\n'));
+        EXPECT_EQ(records, count);
+    }
+}
+
+// As when memory ends: what was written before stays.
+TEST(RecordWriter, PutsWholeRecordsThoughItIsNotFinished) {
+    const std::string expected = written(Format::JSONLines, {sighting(1, std::nullopt)});
+    const CapturedStream output(stdout);
+    RecordWriter::create(Format::JSONLines, stdout)->write(sighting(1, std::nullopt), std::nullopt);
+    EXPECT_EQ(output.text(), expected);
+}
+
+TEST(RecordWriter, GivesATerminalEachRecordAtOnce) {
+    const FileDescriptor terminal(::posix_openpt(O_RDWR | O_NOCTTY));
+    ASSERT_TRUE(terminal && ::grantpt(terminal.number()) == 0 &&
+                ::unlockpt(terminal.number()) == 0);
+    std::FILE* const stream = std::fopen(::ptsname(terminal.number()), "w");
+    ASSERT_NE(stream, nullptr);
+    auto writer = RecordWriter::create(Format::JSONLines, stream);
+    writer->write(sighting(1, std::nullopt), std::nullopt);
+    pollfd readable = {terminal.number(), POLLIN, 0};
+    EXPECT_EQ(::poll(&readable, 1, 10000), 1);
+    writer.reset();
+    std::fclose(stream);
 }
 
 }  // namespace
