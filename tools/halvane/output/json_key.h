@@ -3,6 +3,7 @@
 #define TOOLS_HALVANE_OUTPUT_JSON_KEY_H
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace halvane::tool {

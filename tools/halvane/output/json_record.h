@@ -15,6 +15,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 
+#include "tools/halvane/output/json_key.h"
 #include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/property_table.h"
 

@@ -4,8 +4,6 @@
 #ifndef TOOLS_HALVANE_OUTPUT_RECORD_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_RECORD_PROPERTIES_H
 
-#include <optional>
-#include <string>
 #include <tuple>
 
 #include "halvane/base/vendor.h"
