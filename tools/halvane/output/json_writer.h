@@ -24,7 +24,7 @@
 namespace halvane::tool {
 
 // Text of this size is worth a write of its own, in bytes.
-inline constexpr std::size_t kJSONBatchSize = 60 * 1024;
+inline constexpr std::size_t kJSONBatchSize = std::size_t{60} * 1024;
 
 class JSONWriter {
   public:
