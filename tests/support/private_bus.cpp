@@ -54,7 +54,8 @@ constexpr const char kStrictPolicy[] =
 PrivateBus::PrivateBus() : PrivateBus(Options{}) {}
 
 PrivateBus::PrivateBus(const Options& options) {
-    start("--config-file=" + writeConfiguration(options));
+    configuration_ = "--config-file=" + writeConfiguration(options);
+    start(configuration_);
     environment_.emplace("DBUS_SYSTEM_BUS_ADDRESS", address_);
 }
 
@@ -67,6 +68,11 @@ void PrivateBus::kill() {
     ::kill(process_, SIGKILL);
     ::waitpid(process_, nullptr, 0);
     process_ = -1;
+}
+
+void PrivateBus::restart() {
+    kill();
+    start(configuration_);
 }
 
 // Of an abstract socket, for one with a path has no room for a long TMPDIR. The folder's name makes
@@ -104,6 +110,8 @@ void PrivateBus::start(const std::string& configuration) {
     if (process_ == 0) becomeBus(configuration.c_str(), ends[1]);
     ::close(ends[1]);
     address_ = process_ > 0 ? readLine(ends[0]) : "";
+    // Without the part that names this one process: a bus that is restarted is found by the rest.
+    address_ = address_.substr(0, address_.find(",guid="));
     ::close(ends[0]);
     if (address_.empty()) {
         kill();

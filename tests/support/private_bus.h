@@ -44,12 +44,17 @@ class PrivateBus {
     // Ends the bus at once, as a crash would. Its socket takes nobody any more.
     void kill();
 
+    // Begins anew after kill(), at the same address; returns as the constructor does. Its
+    // connections are gone.
+    void restart();
+
   private:
     std::string listenAddress() const;
     std::string writeConfiguration(const Options& options) const;
     void start(const std::string& configuration);
 
     const TemporaryFolder folder_;
+    std::string configuration_;
     pid_t process_ = -1;
     std::string address_;
     std::optional<ScopedEnvironment> environment_;

@@ -2,10 +2,13 @@
 
 #include <mutex>
 #include <new>
+#include <optional>
+#include <string>
 #include <thread>
 #include <utility>
 #include <variant>
 
+#include "halvane/platform/bus/address_internal.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/bus/service_link_internal.h"
 #include "halvane/platform/bus/service_mailbox_internal.h"
@@ -65,10 +68,20 @@ class HALVANE_HIDDEN ServiceConnection::Core
         if (state_ == State::Idle) isPrivileged_ = isPrivileged;
     }
 
+    void setBusAddress(std::string address) {
+        const std::lock_guard lock(mutex_);
+        if (state_ == State::Idle) busAddress_ = std::move(address);
+    }
+
     void setEventHandler(EventHandler handler) {
         const std::lock_guard lock(mutex_);
         if (state_ != State::Idle) return;
         eventHandler_ = handler ? std::make_shared<EventHandler>(std::move(handler)) : nullptr;
+    }
+
+    void setAbsenceHandler(std::function<void()> handler) {
+        const std::lock_guard lock(mutex_);
+        if (state_ == State::Idle) absenceHandler_ = std::move(handler);
     }
 
     bool isInHomeProcess() const { return home_.isCurrent(); }
@@ -92,13 +105,14 @@ class HALVANE_HIDDEN ServiceConnection::Core
                 queue.async(std::move(call));
             }
         };
-        const auto check = checkBusMessage(message, kServiceMessageLimit - kHeaderRoom);
-        if (!check.refusal.empty()) {
-            answer(ServiceError{ServiceError::Kind::Other, std::string(check.refusal)});
-            return;
-        }
-        ServiceRequest request = {std::move(message), std::move(answer)};
-        if (!mailbox_.put(request)) request.answer(invalidError());
+        post(std::move(message), std::move(answer));
+    }
+
+    void sendAtOnce(IPCMessage message, ReplyHandler handler) {
+        post(std::move(message),
+             [gate = gate_, handler = std::move(handler)](ServiceReply reply) mutable {
+                 gatedCall(std::move(gate), std::move(handler), std::move(reply))();
+             });
     }
 
     void cancel() {
@@ -124,6 +138,17 @@ class HALVANE_HIDDEN ServiceConnection::Core
   private:
     enum class State { Idle, Resumed };
 
+    void post(IPCMessage message, ServiceLink::Answer answer) {
+        const auto check = checkBusMessage(message, kServiceMessageLimit - kHeaderRoom);
+        if (!check.refusal.empty()) {
+            answer(ServiceError{ServiceError::Kind::Other, std::string(check.refusal),
+                                ServiceError::Cause::Unsendable});
+            return;
+        }
+        ServiceRequest request = {std::move(message), std::move(answer)};
+        if (!mailbox_.put(request)) request.answer(invalidError());
+    }
+
     // False where that has happened before. Afterwards what is set up changes no more.
     bool leaveIdle() {
         const std::lock_guard lock(mutex_);
@@ -133,10 +158,12 @@ class HALVANE_HIDDEN ServiceConnection::Core
     bool start() {
         try {
             const auto names = ServiceNames::of(serviceName_);
-            if (!names || !mailbox_.wake()) return false;
+            const auto address = busAddress();
+            if (!names || !address || !mailbox_.wake()) return false;
             std::shared_ptr<ServiceLink> link = ServiceLink::open(
-                *names, isPrivileged_,
-                [this](ServiceEvent event) { postEvent([&] { return std::move(event); }); });
+                *names, *address,
+                [this](ServiceEvent event) { postEvent([&] { return std::move(event); }); },
+                [this] { postAbsence(); });
             if (!link) return false;
             const std::lock_guard lock(mutex_);
             thread_ =
@@ -150,6 +177,11 @@ class HALVANE_HIDDEN ServiceConnection::Core
             return false;
         }
         return true;
+    }
+
+    std::optional<std::string> busAddress() const {
+        if (!busAddress_.empty()) return busAddress_;
+        return isPrivileged_ ? systemBusAddress() : sessionBusAddress();
     }
 
     // A handler may destroy the connection while another thread has not yet resumed it to the end.
@@ -183,6 +215,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         for (auto& request : mailbox_.close()) tellEnd(request.answer);
         postEvent([] { return invalidError(); });
         eventHandler_.reset();
+        absenceHandler_ = nullptr;
     }
 
     // Once the gate is closed nobody is to be told anything: then all that is to be called is
@@ -209,6 +242,15 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
+    void postAbsence() {
+        if (!absenceHandler_) return;
+        const auto call = [handler = absenceHandler_](int) { handler(); };
+        try {
+            targetQueue_.async(gatedCall(gate_, call, 0));
+        } catch (const std::bad_alloc&) {
+        }
+    }
+
     const HomeProcess home_;
     const std::string serviceName_;
     const SerialQueue::Handle targetQueue_;
@@ -221,6 +263,8 @@ class HALVANE_HIDDEN ServiceConnection::Core
     // The mutex is for these too while the connection is idle; then who resumed it has them, and
     // then who serves it.
     bool isPrivileged_ = false;
+    std::string busAddress_;  // empty: what the environment says
+    std::function<void()> absenceHandler_;
     std::shared_ptr<EventHandler> eventHandler_;
     std::shared_ptr<Core> self_;  // once abandoned
 };
@@ -247,11 +291,19 @@ void ServiceConnection::setPrivileged(bool isPrivileged) {
     if (core_->isInHomeProcess()) core_->setPrivileged(isPrivileged);
 }
 
+void ServiceConnection::setBusAddress(std::string address) {
+    if (core_->isInHomeProcess()) core_->setBusAddress(std::move(address));
+}
+
 void ServiceConnection::setEventHandler(EventHandler handler) {
     if (core_->isInHomeProcess()) core_->setEventHandler(std::move(handler));
 }
 
-// From the three that follow a handler may be called, and destroy the connection, before they have
+void ServiceConnection::setAbsenceHandler(std::function<void()> handler) {
+    if (core_->isInHomeProcess()) core_->setAbsenceHandler(std::move(handler));
+}
+
+// From the four that follow a handler may be called, and destroy the connection, before they have
 // returned: they hold what they work on.
 
 void ServiceConnection::resume() {
@@ -265,6 +317,11 @@ void ServiceConnection::sendMessageWithReply(IPCMessage message, const SerialQue
     if (core->isInHomeProcess()) {
         core->send(std::move(message), replyQueue.handle(), std::move(handler), thread);
     }
+}
+
+void ServiceConnection::sendMessageWithReplyAtOnce(IPCMessage message, ReplyHandler handler) {
+    const auto core = core_;
+    if (core->isInHomeProcess()) core->sendAtOnce(std::move(message), std::move(handler));
 }
 
 void ServiceConnection::cancel() {

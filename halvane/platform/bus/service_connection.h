@@ -97,6 +97,11 @@ class HALVANE_EXPORT ServiceConnection {
     // No effect after resume().
     void setPrivileged(bool isPrivileged);
 
+    // Names the bus to connect to, in place of the one that the environment names: a D-Bus address,
+    // "unix:path=/run/dbus/system_bus_socket". The environment is not read then. No effect after
+    // resume().
+    void setBusAddress(std::string address);
+
     // What events are handed to:
     // - IPCMessage: an event of the service
     // - ServiceAppeared: when the connection finds the service there, or it comes up later
@@ -108,10 +113,15 @@ class HALVANE_EXPORT ServiceConnection {
     // No effect after resume(). Without a handler events are dropped.
     void setEventHandler(EventHandler handler);
 
+    // Calls `handler` on the target queue if nobody owns the service's name when the connection
+    // first asks: between events, once at most. No effect after resume().
+    // REQUIRES: throws nothing.
+    void setAbsenceHandler(std::function<void()> handler);
+
     // Connects, and sends what was requested so far. Waits for nothing, but for the look-up of a
     // host's name where the bus's address holds one: a bus that is not there is the event Invalid.
     // Once only; a later call does nothing.
-    // REQUIRES: nobody changes the environment during the call.
+    // REQUIRES: nobody changes the environment during the call, unless the bus's address was set.
     void resume();
 
     // Sends `message`, once the connection has been resumed, and calls `handler` on `replyQueue`
@@ -126,6 +136,11 @@ class HALVANE_EXPORT ServiceConnection {
     // does.
     void sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
                               ReplyHandler handler, ReplyThread thread = ReplyThread::Queue);
+
+    // The same without a queue: calls `handler` at once, on the connection's own thread, or on the
+    // calling thread where the bus has no part in the reply.
+    // REQUIRES: `handler` is short and waits for nothing; it calls nothing of this connection.
+    void sendMessageWithReplyAtOnce(IPCMessage message, ReplyHandler handler);
 
     // Ends the connection for good, and returns at once: pending and later requests get an Invalid
     // error as their reply, the event handler the event Invalid, even where there was no resume().

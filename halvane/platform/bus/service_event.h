@@ -18,10 +18,22 @@ struct ServiceError {
         Other,        // the request alone failed
     };
 
+    // What became of a request alone, where the kind is Other.
+    enum class Cause {
+        Unknown,
+        NoBus,       // the bus went away before it took the request
+        NoService,   // nobody owns the service's name
+        Refused,     // the service, or the bus for its policy, replied with an error
+        Unreadable,  // the reply is no dictionary
+        Unsendable,  // the request breaks a rule of the bus, and was not sent
+    };
+
     Kind kind = Kind::Other;
 
     // For people: "org.freedesktop.DBus.Error.ServiceUnknown: The name ... was not provided ...".
     std::string text;
+
+    Cause cause = Cause::Unknown;
 };
 
 // The service has come up: its name has an owner that events are taken from now.

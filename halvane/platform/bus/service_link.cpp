@@ -11,7 +11,6 @@
 #include <systemd/sd-bus.h>
 #include <utility>
 
-#include "halvane/platform/bus/address_internal.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/message_reader_internal.h"
 #include "halvane/platform/bus/message_writer_internal.h"
@@ -26,6 +25,7 @@ namespace {
 constexpr const char* kBusName = "org.freedesktop.DBus";
 constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr std::string_view kNoReply = "org.freedesktop.DBus.Error.NoReply";
+constexpr std::string_view kUnknownService = "org.freedesktop.DBus.Error.ServiceUnknown";
 constexpr const char* kNoOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
 constexpr std::uint64_t kNoTimeLimit = UINT64_MAX;  // as sd-bus has it
 
@@ -35,8 +35,11 @@ std::string_view senderOf(sd_bus_message* message) {
 }
 
 ServiceError errorOfStatus(int status) {
+    using Cause = ServiceError::Cause;
+    const bool isLost = status == -ENOTCONN || status == -ECONNRESET || status == -EPIPE;
     return {ServiceError::Kind::Other,
-            "the request could not be sent: " + std::generic_category().message(-status)};
+            "the request could not be sent: " + std::generic_category().message(-status),
+            isLost ? Cause::NoBus : Cause::Unsendable};
 }
 
 // The bus answers so for who goes away before it has replied.
@@ -44,7 +47,9 @@ ServiceError errorOfReply(const sd_bus_error& error) {
     const std::string name = error.name != nullptr ? error.name : "";
     const auto kind =
         name == kNoReply ? ServiceError::Kind::Interrupted : ServiceError::Kind::Other;
-    return {kind, error.message != nullptr ? name + ": " + error.message : name};
+    const bool isAbsent = name == kUnknownService || name == kNoOwner;
+    return {kind, error.message != nullptr ? name + ": " + error.message : name,
+            isAbsent ? ServiceError::Cause::NoService : ServiceError::Cause::Refused};
 }
 
 ServiceReply replyOf(sd_bus_message* message) {
@@ -52,7 +57,8 @@ ServiceReply replyOf(sd_bus_message* message) {
         return errorOfReply(*error);
     }
     if (auto reply = readBusMessage(message)) return std::move(*reply);
-    return ServiceError{ServiceError::Kind::Other, "the reply is no dictionary that can be read"};
+    return ServiceError{ServiceError::Kind::Other, "the reply is no dictionary that can be read",
+                        ServiceError::Cause::Unreadable};
 }
 
 // How long until a point in time of the monotonic clock, in microseconds; null: for ever.
@@ -70,13 +76,12 @@ const timespec* timeUntil(std::uint64_t deadline, timespec& storage) {
 // sd_bus_open_user() make it, but none of its calls has a time limit: neither the one that greets
 // the bus, nor those that follow the service, which a bus without time for them must not end. It
 // takes no descriptors: a message with more of them than the process has room for would end it.
-BusPointer openBus(bool isSystemBus) {
-    const auto address = isSystemBus ? systemBusAddress() : sessionBusAddress();
+BusPointer openBus(const std::string& address) {
     sd_bus* bus = nullptr;
-    if (!address || ::sd_bus_new(&bus) < 0) return nullptr;
+    if (::sd_bus_new(&bus) < 0) return nullptr;
     BusPointer owner(bus);
     const bool isStarted =
-        ::sd_bus_set_address(bus, address->c_str()) >= 0 && ::sd_bus_set_bus_client(bus, 1) >= 0 &&
+        ::sd_bus_set_address(bus, address.c_str()) >= 0 && ::sd_bus_set_bus_client(bus, 1) >= 0 &&
         ::sd_bus_negotiate_fds(bus, 0) >= 0 &&
         ::sd_bus_set_method_call_timeout(bus, kNoTimeLimit) >= 0 && ::sd_bus_start(bus) >= 0;
     return isStarted ? std::move(owner) : nullptr;
@@ -95,16 +100,23 @@ std::optional<ServiceNames> ServiceNames::of(const std::string& serviceName) {
     return names;
 }
 
-std::unique_ptr<ServiceLink> ServiceLink::open(const ServiceNames& names, bool isSystemBus,
-                                               ServiceOwner::EventSink sink) {
-    BusPointer bus = openBus(isSystemBus);
+std::unique_ptr<ServiceLink> ServiceLink::open(const ServiceNames& names,
+                                               const std::string& address,
+                                               ServiceOwner::EventSink sink,
+                                               std::function<void()> absence) {
+    BusPointer bus = openBus(address);
     if (!bus) return nullptr;
-    std::unique_ptr<ServiceLink> link(new ServiceLink(names, std::move(bus), std::move(sink)));
+    std::unique_ptr<ServiceLink> link(
+        new ServiceLink(names, std::move(bus), std::move(sink), std::move(absence)));
     return link->follow() ? std::move(link) : nullptr;
 }
 
-ServiceLink::ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::EventSink sink)
-    : names_(std::move(names)), owner_(std::move(sink)), bus_(std::move(bus)) {}
+ServiceLink::ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::EventSink sink,
+                         std::function<void()> absence)
+    : names_(std::move(names)),
+      owner_(std::move(sink)),
+      absence_(std::move(absence)),
+      bus_(std::move(bus)) {}
 
 ServiceLink::~ServiceLink() = default;
 
@@ -210,6 +222,7 @@ int ServiceLink::ownerAnswered(sd_bus_message* message, void* link, sd_bus_error
          ::sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &owner) > 0)) {
         auto* self = static_cast<ServiceLink*>(link);
         self->noteOwner([&] { self->owner_.answered(owner); });
+        if (*owner == '\0' && self->absence_) self->absence_();
     }
     return 1;
 }

@@ -33,12 +33,13 @@ class ServiceLink {
   public:
     using Answer = std::function<void(ServiceReply)>;
 
-    // Begins to connect to the system's bus, or to that of the session, and to follow the service;
-    // waits for nothing. Null where that fails at once. Events go to `sink` from process(), all but
-    // Invalid.
-    // REQUIRES: `sink` throws nothing.
-    static std::unique_ptr<ServiceLink> open(const ServiceNames& names, bool isSystemBus,
-                                             ServiceOwner::EventSink sink);
+    // Begins to connect to the bus at a D-Bus address, and to follow the service; waits for
+    // nothing. Null where that fails at once. Events go to `sink` from process(), all but Invalid.
+    // `absence` is called from process(), once at most, if the bus says in the beginning that
+    // nobody owns the service's name. REQUIRES: `sink` and `absence` throw nothing.
+    static std::unique_ptr<ServiceLink> open(const ServiceNames& names, const std::string& address,
+                                             ServiceOwner::EventSink sink,
+                                             std::function<void()> absence = nullptr);
 
     ServiceLink(const ServiceLink&) = delete;
     ServiceLink& operator=(const ServiceLink&) = delete;
@@ -78,7 +79,8 @@ class ServiceLink {
         std::list<Pending>::iterator self;
     };
 
-    ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::EventSink sink);
+    ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::EventSink sink,
+                std::function<void()> absence);
     bool follow();
     int call(const IPCMessage& message, Pending& pending);
     void fail();
@@ -93,6 +95,7 @@ class ServiceLink {
 
     const ServiceNames names_;
     ServiceOwner owner_;
+    const std::function<void()> absence_;
     std::list<Pending> pending_;
     bool hasFailed_ = false;
     BusPointer bus_;  // closed first: its callbacks know the rest

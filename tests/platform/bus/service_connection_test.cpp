@@ -50,6 +50,7 @@ using halvane::testing::Arrivals;
 using halvane::testing::BusPeer;
 using halvane::testing::currentThreadName;
 using halvane::testing::drain;
+using halvane::testing::eventName;
 using halvane::testing::ipcMessage;
 using halvane::testing::isTrueInChild;
 using halvane::testing::PeerAnswer;
@@ -286,6 +287,75 @@ TEST(ServiceConnection, StartsNoService) {
     const ServiceError error = errorOf(client.request(command("x")));
     EXPECT_EQ(error.kind, ServiceError::Kind::Other);
     EXPECT_THAT(error.text, HasSubstr("NameHasNoOwner"));
+}
+
+TEST(ServiceConnection, TellsWhatBecameOfARequestAlone) {
+    using Cause = ServiceError::Cause;
+    const PrivateBus bus;
+    ServiceClient client;
+    EXPECT_EQ(errorOf(client.request(command("x"))).cause, Cause::NoService);
+    BusPeer service(bus);
+    service.answer(PeerError{"org.example.Error.Busy", "try later"});
+    EXPECT_EQ(errorOf(client.request(command("x"))).cause, Cause::Refused);
+    service.answer(PeerBody([](sd_bus_message*) {}));
+    EXPECT_EQ(errorOf(client.request(command("x"))).cause, Cause::Unreadable);
+    EXPECT_EQ(errorOf(client.request(command("\xFF"))).cause, Cause::Unsendable);
+}
+
+TEST(ServiceConnection, TellsOnceThatNobodyIsThereAtTheStart) {
+    const PrivateBus bus;
+    SerialQueue queue("test.queue");
+    Arrivals<std::string> events;
+    const auto connection = ServiceConnection::create(kDaemonServiceName, queue);
+    connection->setPrivileged(true);
+    connection->setEventHandler([&](ServiceEvent event) { events.add(eventName(event)); });
+    connection->setAbsenceHandler([&] { events.add("absent"); });
+    connection->resume();
+    EXPECT_EQ(events.wait(0), "absent");
+    {
+        BusPeer service(bus);
+        EXPECT_EQ(events.wait(1), "appeared");
+    }
+    EXPECT_EQ(events.wait(2), "interrupted");
+    BusPeer service(bus);
+    EXPECT_EQ(events.wait(3), "appeared");
+}
+
+TEST(ServiceConnection, ReachesTheBusThatItIsGiven) {
+    const PrivateBus bus;
+    BusPeer service(bus);
+    const ScopedEnvironment nowhere("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+    SerialQueue queue("test.queue");
+    Arrivals<std::string> events;
+    const auto connection = ServiceConnection::create(kDaemonServiceName, queue);
+    connection->setBusAddress(bus.address());
+    connection->setEventHandler([&](ServiceEvent event) { events.add(eventName(event)); });
+    connection->resume();
+    EXPECT_EQ(events.wait(0), "appeared");
+}
+
+// Also while the queue of its events is busy.
+TEST(ServiceConnection, HandlesRepliesAtOnceWithoutAQueue) {
+    const PrivateBus bus;
+    BusPeer service(bus);
+    ServiceClient client;
+    CountingSemaphore entered(0), released(0);
+    client.eventQueue.async([&] {
+        entered.signal();
+        released.wait();
+    });
+    entered.wait();
+    Arrivals<bool> replies;
+    const auto note = [&](const ServiceReply& reply) { replies.add(isAnswered(reply)); };
+    client.connection->sendMessageWithReplyAtOnce(command("x"), note);
+    EXPECT_TRUE(replies.wait(0));
+    client.connection->sendMessageWithReplyAtOnce(command("\xFF"), note);
+    ASSERT_EQ(replies.all().size(), 2u) << "on the calling thread";
+    EXPECT_FALSE(replies.wait(1));
+    client.connection->cancel();
+    client.connection->sendMessageWithReplyAtOnce(command("x"), note);
+    EXPECT_FALSE(replies.wait(2));
+    released.signal();
 }
 
 // The service comes and goes.

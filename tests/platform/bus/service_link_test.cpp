@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "halvane/model/daemon_service.h"
+#include "halvane/platform/bus/address_internal.h"
 #include "halvane/platform/bus/service_link_internal.h"
 
 #include "tests/support/scripted_bus.h"
@@ -61,7 +62,7 @@ class ServiceLink : public ::testing::Test {
     ScriptedBus bus_;
     std::vector<std::string> events_;
     std::unique_ptr<halvane::ServiceLink> link_ = halvane::ServiceLink::open(
-        *ServiceNames::of(kDaemonServiceName), true,
+        *ServiceNames::of(kDaemonServiceName), halvane::systemBusAddress(),
         [this](const ServiceEvent& event) { events_.push_back(eventName(event)); });
 };
 
