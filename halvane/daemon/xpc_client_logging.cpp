@@ -1,6 +1,8 @@
 // The requests that set and tell the daemon's logging.
 #include <utility>
 
+#include "halvane/daemon/daemon_log_controls.h"
+#include "halvane/daemon/daemon_requests_internal.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_request_internal.h"
 
@@ -13,24 +15,16 @@ bool HalvaneXPCClient::setLogging_inBPF_inEAPOL_inIE_inIO80211_inJoin_inScan_inW
     const std::optional<std::string>& inScan, const std::optional<std::string>& inWPS,
     const std::optional<std::string>& inXPC, std::optional<Error>* error) {
     std::optional<Error> failure;
-    // The keys are the names of the log categories.
-    const bool isSet = xpcQuery(*link_,
-                                xpcRequest("logging", {{"WiFi", inWiFi},
-                                                       {"WiFiBPF", inBPF},
-                                                       {"WiFiEAPOL", inEAPOL},
-                                                       {"WiFiIE", inIE},
-                                                       {"WiFiIO80211", inIO80211},
-                                                       {"WiFiJoin", inJoin},
-                                                       {"WiFiScan", inScan},
-                                                       {"WiFiWPS", inWPS},
-                                                       {"WiFiXPC", inXPC}}),
+    const DaemonLogControls controls = {inWiFi, inBPF,  inEAPOL, inIE, inIO80211,
+                                        inJoin, inScan, inWPS,   inXPC};
+    const bool isSet = xpcQuery(*link_, requests::setLogging(controls).message,
                                 setLoggingResponse_error, &failure);
     if (failure && error != nullptr) *error = std::move(failure);
     return isSet;
 }
 
 std::optional<std::string> HalvaneXPCClient::queryLogging(std::optional<Error>* /*error*/) {
-    return link_->request(xpcRequest("queryLogging"), queryLoggingResponse);
+    return link_->request(requests::logging().message, queryLoggingResponse);
 }
 
 }  // namespace halvane

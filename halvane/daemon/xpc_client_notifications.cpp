@@ -1,9 +1,11 @@
 // Notifications of stations: asking for them, and handing them to the delegate.
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/daemon/daemon_message_internal.h"
+#include "halvane/daemon/daemon_notification_internal.h"
+#include "halvane/daemon/daemon_requests_internal.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_link_internal.h"
-#include "halvane/daemon/xpc_message_internal.h"
 #include "halvane/daemon/xpc_request_internal.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/daemon_service.h"
@@ -15,27 +17,23 @@ namespace {
 
 using Delegate = HalvaneXPCClientDelegate;
 
-// X(event, Event): in the order in which a message's name is compared with theirs.
-#define HALVANE_XPC_NOTIFICATIONS(X) \
-    X(authorized, Authorized)        \
-    X(joined, Joined)                \
-    X(kicked, Kicked)                \
-    X(left, Left)
-
+// What the stated client makes of each notification, in the order of kDaemonNotifications.
 struct Notification {
     const char* name;
     const char* function;  // of its handler, as the log has it
     Delegate::Call Delegate::*call;
 };
 
-#define HALVANE_XPC_NOTIFICATION(event, Event)                     \
-    constexpr Notification k##Event = {                            \
-        HALVANE_DAEMON_SERVICE_NAME ".status.client." #event,      \
-        "-[HalvaneXPCClient handleNotificationClient" #Event ":]", \
-        &Delegate::client##Event##_forInterface,                   \
-    };
-HALVANE_XPC_NOTIFICATIONS(HALVANE_XPC_NOTIFICATION)
-#undef HALVANE_XPC_NOTIFICATION
+constexpr Notification kNotifications[] = {
+    {kDaemonNotifications[0].command, "-[HalvaneXPCClient handleNotificationClientAuthorized:]",
+     &Delegate::clientAuthorized_forInterface},
+    {kDaemonNotifications[1].command, "-[HalvaneXPCClient handleNotificationClientJoined:]",
+     &Delegate::clientJoined_forInterface},
+    {kDaemonNotifications[2].command, "-[HalvaneXPCClient handleNotificationClientKicked:]",
+     &Delegate::clientKicked_forInterface},
+    {kDaemonNotifications[3].command, "-[HalvaneXPCClient handleNotificationClientLeft:]",
+     &Delegate::clientLeft_forInterface},
+};
 
 template <typename... Value>
 void log(const Notification& notification, const char* format, Value... value) {
@@ -53,10 +51,10 @@ void handle(const Notification& notification, const IPCMessage& message,
             const std::shared_ptr<const Delegate>& delegate,
             const std::shared_ptr<const XPCLink>& link) {
     log(notification, "Command        : %s\n", notification.name);
-    const auto* interfaceName = xpcValue<std::string>(message, "BSDName");
+    const auto* interfaceName = daemonValue<std::string>(message, "BSDName");
     if (interfaceName == nullptr) return;
     log(notification, "Interface      : %s\n", interfaceName->c_str());
-    const auto* mac = xpcValue<ByteBuffer>(message, "MAC");
+    const auto* mac = daemonValue<ByteBuffer>(message, "MAC");
     if (mac == nullptr) return;
     logAddress(notification, *mac);
     if (delegate && (*delegate).*notification.call && !link->hasEnded()) {
@@ -66,25 +64,39 @@ void handle(const Notification& notification, const IPCMessage& message,
 
 }  // namespace
 
-#define HALVANE_XPC_HANDLER(event, Event)                                               \
-    void HalvaneXPCClient::handleNotificationClient##Event(const IPCMessage& message) { \
-        handle(k##Event, message, delegate(), std::shared_ptr<const XPCLink>(link_));   \
-    }
-HALVANE_XPC_NOTIFICATIONS(HALVANE_XPC_HANDLER)
-#undef HALVANE_XPC_HANDLER
+void HalvaneXPCClient::handleNotificationClientAuthorized(const IPCMessage& message) {
+    handle(kNotifications[0], message, delegate(), link_);
+}
+
+void HalvaneXPCClient::handleNotificationClientJoined(const IPCMessage& message) {
+    handle(kNotifications[1], message, delegate(), link_);
+}
+
+void HalvaneXPCClient::handleNotificationClientKicked(const IPCMessage& message) {
+    handle(kNotifications[2], message, delegate(), link_);
+}
+
+void HalvaneXPCClient::handleNotificationClientLeft(const IPCMessage& message) {
+    handle(kNotifications[3], message, delegate(), link_);
+}
 
 void HalvaneXPCClient::handleNewXPCDictionary(const IPCMessage& message) {
-    const auto* command = xpcValue<std::string>(message, "command");
-    if (command == nullptr) return;
-#define HALVANE_XPC_DISPATCH(event, Event) \
-    if (*command == k##Event.name) return handleNotificationClient##Event(message);
-    HALVANE_XPC_NOTIFICATIONS(HALVANE_XPC_DISPATCH)
-#undef HALVANE_XPC_DISPATCH
+    const auto* notification = notificationIn(message);
+    if (notification == nullptr) return;
+    switch (notification->kind) {
+        case StationChange::Kind::Authorized:
+            return handleNotificationClientAuthorized(message);
+        case StationChange::Kind::Joined:
+            return handleNotificationClientJoined(message);
+        case StationChange::Kind::Kicked:
+            return handleNotificationClientKicked(message);
+        case StationChange::Kind::Left:
+            return handleNotificationClientLeft(message);
+    }
 }
 
 void HalvaneXPCClient::registerNotifications() {
-    xpcAct(*link_, xpcRequest("subscribe", {{"notifyAP", subscribeAP()}}),
-           registerNotificationsResponse);
+    xpcAct(*link_, requests::subscribe(subscribeAP()).message, registerNotificationsResponse);
 }
 
 }  // namespace halvane

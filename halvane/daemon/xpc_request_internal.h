@@ -1,31 +1,16 @@
-// Requests: the messages, and how their replies become results.
+// How the replies to the requests of the stated client become results.
 #ifndef HALVANE_DAEMON_XPC_REQUEST_INTERNAL_H
 #define HALVANE_DAEMON_XPC_REQUEST_INTERNAL_H
 
-#include <initializer_list>
 #include <optional>
 #include <utility>
 
 #include "halvane/base/error.h"
-#include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_event.h"
 
 namespace halvane {
-
-// A key of a request; one without a value is left out.
-using XPCRequestEntry = std::pair<const char*, std::optional<PropertyListValue>>;
-
-inline IPCMessage xpcRequest(const char* command,
-                             std::initializer_list<XPCRequestEntry> entries = {}) {
-    IPCMessage message;
-    message.entries().set("command", command);
-    for (const auto& [key, value] : entries) {
-        if (value) message.entries().set(key, *value);
-    }
-    return message;
-}
 
 // Sends a request, and answers what `parse` makes of the reply. `error`, where it is given, becomes
 // what `parse` stored: absent where it stored none.
@@ -42,9 +27,10 @@ Result xpcQuery(XPCLink& link, IPCMessage message,
     return std::move(outcome.first);
 }
 
-// Sends a request, and waits for its reply, whose verdict is dropped.
-inline void xpcAct(XPCLink& link, IPCMessage message, bool (*parse)(const ServiceReply&)) {
+// Sends a request, and waits for its reply, whose verdict is dropped. True.
+inline bool xpcAct(XPCLink& link, IPCMessage message, bool (*parse)(const ServiceReply&)) {
     link.request(std::move(message), parse);
+    return true;
 }
 
 }  // namespace halvane

@@ -1,6 +1,6 @@
 // Reading messages of the daemon: a value of another type than the one asked for reads as missing.
-#ifndef HALVANE_DAEMON_XPC_MESSAGE_INTERNAL_H
-#define HALVANE_DAEMON_XPC_MESSAGE_INTERNAL_H
+#ifndef HALVANE_DAEMON_DAEMON_MESSAGE_INTERNAL_H
+#define HALVANE_DAEMON_DAEMON_MESSAGE_INTERNAL_H
 
 #include <cstdint>
 #include <string_view>
@@ -12,14 +12,14 @@ namespace halvane {
 
 // The value of `key`, or null. Valid until the message is next changed.
 template <typename Kind>
-const Kind* xpcValue(const IPCMessage& message, std::string_view key) {
+const Kind* daemonValue(const IPCMessage& message, std::string_view key) {
     const auto* value = message.entries().find(key);
     return value != nullptr ? value->as<Kind>() : nullptr;
 }
 
 // "status": the lowest 32 bits of a 64-bit integer; 0, which is success, for a missing one.
-inline std::int32_t xpcStatus(const IPCMessage& message) {
-    const auto* number = xpcValue<Number>(message, "status");
+inline std::int32_t daemonStatus(const IPCMessage& message) {
+    const auto* number = daemonValue<Number>(message, "status");
     if (number == nullptr || number->isReal()) return 0;
     return static_cast<std::int32_t>(number->exactInt64().value_or(0));
 }

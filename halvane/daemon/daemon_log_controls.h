@@ -1,0 +1,22 @@
+// The daemon's log categories, as it is asked to set them.
+#ifndef HALVANE_DAEMON_DAEMON_LOG_CONTROLS_H
+#define HALVANE_DAEMON_DAEMON_LOG_CONTROLS_H
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace halvane {
+
+inline constexpr std::array<std::string_view, 9> kDaemonLogCategories = {
+    "WiFi",     "WiFiBPF",  "WiFiEAPOL", "WiFiIE", "WiFiIO80211",
+    "WiFiJoin", "WiFiScan", "WiFiWPS",   "WiFiXPC"};
+
+// A control string (docs/logging.md) for each category, in that order. A category whose string is
+// absent stays as it is.
+using DaemonLogControls = std::array<std::optional<std::string>, kDaemonLogCategories.size()>;
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,35 @@
+// The notifications of the daemon's protocol.
+#ifndef HALVANE_DAEMON_DAEMON_NOTIFICATION_INTERNAL_H
+#define HALVANE_DAEMON_DAEMON_NOTIFICATION_INTERNAL_H
+
+#include <optional>
+
+#include "halvane/daemon/daemon_events.h"
+#include "halvane/model/daemon_service.h"
+#include "halvane/platform/bus/ipc_message.h"
+
+namespace halvane {
+
+struct DaemonNotification {
+    StationChange::Kind kind;
+    const char* command;  // as its message has it
+};
+
+// In the order in which a message's command is compared with theirs.
+inline constexpr DaemonNotification kDaemonNotifications[] = {
+    {StationChange::Kind::Authorized, HALVANE_DAEMON_SERVICE_NAME ".status.client.authorized"},
+    {StationChange::Kind::Joined, HALVANE_DAEMON_SERVICE_NAME ".status.client.joined"},
+    {StationChange::Kind::Kicked, HALVANE_DAEMON_SERVICE_NAME ".status.client.kicked"},
+    {StationChange::Kind::Left, HALVANE_DAEMON_SERVICE_NAME ".status.client.left"},
+};
+
+// Which notification a message is; null where it is none.
+const DaemonNotification* notificationIn(const IPCMessage& message);
+
+// What a message tells; absent where it is no notification, or lacks the interface or an address
+// of six bytes.
+std::optional<StationChange> stationChangeIn(const IPCMessage& message);
+
+}  // namespace halvane
+
+#endif

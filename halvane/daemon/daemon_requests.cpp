@@ -1,0 +1,161 @@
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+
+#include "halvane/base/number.h"
+#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/platform/plist/xml_property_list.h"
+
+namespace halvane {
+
+namespace {
+
+using Kind = DaemonError::Kind;
+
+// --- Messages ---
+
+constexpr const char* kInterface = "interface";
+constexpr const char* kRole = "role";  // a command, too
+
+// A key of a request; one without a value is left out.
+using Entry = std::pair<const char*, std::optional<PropertyListValue>>;
+
+IPCMessage messageOf(const char* command, std::initializer_list<Entry> entries = {}) {
+    IPCMessage message;
+    message.entries().set("command", command);
+    for (const auto& [key, value] : entries) {
+        if (value) message.entries().set(key, *value);
+    }
+    return message;
+}
+
+PropertyListValue textOf(std::string_view text) {
+    return std::string(text);
+}
+
+// The configuration as data. One that has no XML form is a null value, which is never sent.
+PropertyListValue dataOf(const HalvaneBSSConfig& configuration) {
+    const auto xml = xmlPropertyList(configuration.skeletonRepresentation());
+    return xml ? PropertyListValue(ByteBuffer::fromText(*xml)) : PropertyListValue();
+}
+
+// --- Replies ---
+
+// Absent where it is no integer, which is no reply of the protocol.
+std::optional<std::int64_t> statusIn(const IPCMessage& reply) {
+    const auto* number = daemonValue<Number>(reply, "status");
+    if (number == nullptr || number->isReal()) return std::nullopt;
+    return number->exactInt64();
+}
+
+DaemonResult<void> readStatus(const IPCMessage& reply) {
+    const auto status = statusIn(reply);
+    if (!status) return Unexpected(DaemonError{Kind::Undecodable});
+    if (*status != 0) return Unexpected(DaemonError{Kind::Refused, *status});
+    return {};
+}
+
+template <typename Record>
+DaemonResult<std::vector<Record>> readList(const IPCMessage& reply) {
+    if (const auto done = readStatus(reply); !done) return Unexpected(done.error());
+    auto records = recordsIn<Record>(reply);
+    if (!records) return Unexpected(DaemonError{Kind::Undecodable});
+    return std::move(*records);
+}
+
+// The settings are the answer whatever the status is, which need not be there.
+DaemonResult<std::string> readSettings(const IPCMessage& reply) {
+    if (const auto* settings = daemonValue<std::string>(reply, "params")) return *settings;
+    const auto status = statusIn(reply).value_or(0);
+    if (status != 0) return Unexpected(DaemonError{Kind::Refused, status});
+    return Unexpected(DaemonError{Kind::Undecodable});
+}
+
+DaemonRequest<void> interfaceAction(const char* command, std::string_view interface) {
+    return {messageOf(command, {{kInterface, textOf(interface)}}), readStatus};
+}
+
+DaemonRequest<void> configurationAction(const char* command, std::string_view interface,
+                                        const HalvaneBSSConfig& configuration) {
+    return {
+        messageOf(command, {{kInterface, textOf(interface)}, {"bssconfig", dataOf(configuration)}}),
+        readStatus};
+}
+
+}  // namespace
+
+namespace requests {
+
+DaemonRequest<std::vector<HalvaneDevice>> devices() {
+    return {messageOf("queryDeviceList"), readList<HalvaneDevice>};
+}
+
+DaemonRequest<std::vector<HalvaneInterface>> interfaces() {
+    return {messageOf("queryInterfaceList"), readList<HalvaneInterface>};
+}
+
+DaemonRequest<std::vector<HalvaneChannel>> channels(std::string_view interface) {
+    return {messageOf("queryChannelList", {{kInterface, textOf(interface)}}),
+            readList<HalvaneChannel>};
+}
+
+DaemonRequest<std::vector<HalvaneBSSConfig>> configurations(
+    std::optional<std::string_view> interface) {
+    std::optional<PropertyListValue> name;
+    if (interface) name = textOf(*interface);
+    return {messageOf("queryBSSConfigList", {{kInterface, std::move(name)}}),
+            readList<HalvaneBSSConfig>};
+}
+
+DaemonRequest<std::vector<HalvaneClient>> stations() {
+    return {messageOf("clientList"), readList<HalvaneClient>};
+}
+
+DaemonRequest<void> add(std::string_view interface, const HalvaneBSSConfig& configuration) {
+    return configurationAction("configAdd", interface, configuration);
+}
+
+DaemonRequest<void> remove(std::string_view interface, const HalvaneBSSConfig& configuration) {
+    return configurationAction("configRemove", interface, configuration);
+}
+
+DaemonRequest<void> enable(std::string_view interface) {
+    return interfaceAction("enable", interface);
+}
+
+DaemonRequest<void> disable(std::string_view interface) {
+    return interfaceAction("disable", interface);
+}
+
+DaemonRequest<void> role(std::string_view interface, std::string_view role) {
+    return {messageOf(kRole, {{kInterface, textOf(interface)}, {kRole, textOf(role)}}), readStatus};
+}
+
+DaemonRequest<void> start(std::string_view interface) {
+    return interfaceAction("bssStart", interface);
+}
+
+DaemonRequest<void> stop(std::string_view interface) {
+    return interfaceAction("bssStop", interface);
+}
+
+DaemonRequest<void> subscribe(bool isWanted) {
+    return {messageOf("subscribe", {{"notifyAP", isWanted}}), readStatus};
+}
+
+// The keys are the names of the log categories.
+DaemonRequest<void> setLogging(const DaemonLogControls& controls) {
+    IPCMessage message = messageOf("logging");
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+        if (controls[i]) message.entries().set(std::string(kDaemonLogCategories[i]), *controls[i]);
+    }
+    return {std::move(message), readStatus};
+}
+
+DaemonRequest<std::string> logging() {
+    return {messageOf("queryLogging"), readSettings};
+}
+
+}  // namespace requests
+
+}  // namespace halvane
