@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "halvane/base/number.h"
+#include "halvane/base/result.h"
 #include "halvane/daemon/daemon_requests_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 

@@ -64,8 +64,10 @@ class DaemonDeadline {
     template <typename Count, typename Period>
     DaemonDeadline(std::chrono::duration<Count, Period> left) {
         const auto now = Clock::now();
-        const std::chrono::duration<double> room = Clock::time_point::max() - now;
-        if (std::chrono::duration<double>(left) < room) {
+        const std::chrono::duration<double> seconds = left;
+        if (seconds.count() <= 0) {
+            end_ = now;
+        } else if (seconds < Clock::time_point::max() - now) {
             end_ = now + std::chrono::duration_cast<Clock::duration>(left);
         }
     }

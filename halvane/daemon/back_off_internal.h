@@ -1,0 +1,32 @@
+// How long to wait before each further try of what has failed: twice as long every time, within
+// bounds.
+//
+// Threads: used by one at a time.
+#ifndef HALVANE_DAEMON_BACK_OFF_INTERNAL_H
+#define HALVANE_DAEMON_BACK_OFF_INTERNAL_H
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace halvane {
+
+class BackOff {
+  public:
+    static constexpr std::chrono::milliseconds kShortest{100};
+    static constexpr std::chrono::milliseconds kLongest{10000};
+
+    std::chrono::milliseconds next() {
+        return std::exchange(delay_, std::min(delay_ * 2, kLongest));
+    }
+
+    // It has succeeded.
+    void reset() { delay_ = kShortest; }
+
+  private:
+    std::chrono::milliseconds delay_ = kShortest;
+};
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,196 @@
+#include "halvane/daemon/daemon_client.h"
+
+#include <new>
+#include <utility>
+
+#include "halvane/base/result.h"
+#include "halvane/daemon/daemon_link_internal.h"
+#include "halvane/daemon/daemon_pending_internal.h"
+#include "halvane/daemon/daemon_requests_internal.h"
+
+namespace halvane {
+
+namespace {
+
+using LinkPointer = std::shared_ptr<DaemonLink>;
+
+template <typename T>
+DaemonResult<T> readReply(DaemonReply reply, DaemonResult<T> (*read)(const IPCMessage&)) {
+    try {
+        return std::move(reply).and_then(read);
+    } catch (const std::bad_alloc&) {
+        return Unexpected(DaemonError{DaemonError::Kind::OutOfMemory});
+    }
+}
+
+// The two forms of every request. `make` makes it; what memory does not hold is a failure. The link
+// is held, for the client may be gone before the request is done.
+template <typename Make>
+auto call(LinkPointer link, const DaemonDeadline& deadline, Make make,
+          DaemonLink::Wish wish = std::nullopt) -> decltype(make().read(IPCMessage())) {
+    try {
+        auto [message, read] = make();
+        return readReply(link->request(std::move(message), deadline, wish), read);
+    } catch (const std::bad_alloc&) {
+        return Unexpected(DaemonError{DaemonError::Kind::OutOfMemory});
+    }
+}
+
+template <typename T, typename Make>
+void call(LinkPointer link, const DaemonCompletion<T>& done, Make make,
+          DaemonLink::Wish wish = std::nullopt) {
+    IPCMessage message;
+    DaemonLink::Completion completion;
+    try {
+        auto [made, read] = make();
+        message = std::move(made);
+        completion = [done, read = read](DaemonReply reply) {
+            done(readReply(std::move(reply), read));
+        };
+    } catch (const std::bad_alloc&) {
+        return done(Unexpected(DaemonError{DaemonError::Kind::OutOfMemory}));
+    }
+    link->request(std::move(message), std::move(completion), wish);
+}
+
+}  // namespace
+
+DaemonClient::DaemonClient(DaemonEvents events)
+    : link_(std::make_shared<DaemonLink>(std::move(events))) {
+    link_->start();
+}
+
+DaemonClient::~DaemonClient() {
+    if (link_->isInHomeProcess()) {
+        link_->end();
+    } else {
+        link_->abandon();
+    }
+}
+
+DaemonState DaemonClient::state() const {
+    return link_->state();
+}
+
+// --- Lists ---
+
+DaemonResult<DaemonClient::Devices> DaemonClient::devices(Deadline deadline) {
+    return call(link_, deadline, requests::devices);
+}
+void DaemonClient::devices(Done<Devices> done) {
+    call(link_, done, requests::devices);
+}
+
+DaemonResult<DaemonClient::Interfaces> DaemonClient::interfaces(Deadline deadline) {
+    return call(link_, deadline, requests::interfaces);
+}
+void DaemonClient::interfaces(Done<Interfaces> done) {
+    call(link_, done, requests::interfaces);
+}
+
+DaemonResult<DaemonClient::Channels> DaemonClient::channels(std::string_view interface,
+                                                            Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::channels(interface); });
+}
+void DaemonClient::channels(std::string_view interface, Done<Channels> done) {
+    call(link_, done, [&] { return requests::channels(interface); });
+}
+
+DaemonResult<DaemonClient::Configurations> DaemonClient::configurations(
+    std::optional<std::string_view> interface, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::configurations(interface); });
+}
+void DaemonClient::configurations(std::optional<std::string_view> interface,
+                                  Done<Configurations> done) {
+    call(link_, done, [&] { return requests::configurations(interface); });
+}
+
+DaemonResult<DaemonClient::Stations> DaemonClient::stations(Deadline deadline) {
+    return call(link_, deadline, requests::stations);
+}
+void DaemonClient::stations(Done<Stations> done) {
+    call(link_, done, requests::stations);
+}
+
+// --- Actions ---
+
+DaemonResult<void> DaemonClient::add(std::string_view interface,
+                                     const HalvaneBSSConfig& configuration, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::add(interface, configuration); });
+}
+void DaemonClient::add(std::string_view interface, const HalvaneBSSConfig& configuration,
+                       Done<void> done) {
+    call(link_, done, [&] { return requests::add(interface, configuration); });
+}
+
+DaemonResult<void> DaemonClient::remove(std::string_view interface,
+                                        const HalvaneBSSConfig& configuration, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::remove(interface, configuration); });
+}
+void DaemonClient::remove(std::string_view interface, const HalvaneBSSConfig& configuration,
+                          Done<void> done) {
+    call(link_, done, [&] { return requests::remove(interface, configuration); });
+}
+
+DaemonResult<void> DaemonClient::enable(std::string_view interface, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::enable(interface); });
+}
+void DaemonClient::enable(std::string_view interface, Done<void> done) {
+    call(link_, done, [&] { return requests::enable(interface); });
+}
+
+DaemonResult<void> DaemonClient::disable(std::string_view interface, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::disable(interface); });
+}
+void DaemonClient::disable(std::string_view interface, Done<void> done) {
+    call(link_, done, [&] { return requests::disable(interface); });
+}
+
+DaemonResult<void> DaemonClient::setRole(std::string_view interface, std::string_view role,
+                                         Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::role(interface, role); });
+}
+void DaemonClient::setRole(std::string_view interface, std::string_view role, Done<void> done) {
+    call(link_, done, [&] { return requests::role(interface, role); });
+}
+
+DaemonResult<void> DaemonClient::start(std::string_view interface, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::start(interface); });
+}
+void DaemonClient::start(std::string_view interface, Done<void> done) {
+    call(link_, done, [&] { return requests::start(interface); });
+}
+
+DaemonResult<void> DaemonClient::stop(std::string_view interface, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::stop(interface); });
+}
+void DaemonClient::stop(std::string_view interface, Done<void> done) {
+    call(link_, done, [&] { return requests::stop(interface); });
+}
+
+// --- Notifications and logging ---
+
+DaemonResult<void> DaemonClient::subscribe(bool isWanted, Deadline deadline) {
+    return call(
+        link_, deadline, [&] { return requests::subscribe(isWanted); }, isWanted);
+}
+void DaemonClient::subscribe(bool isWanted, Done<void> done) {
+    call(
+        link_, done, [&] { return requests::subscribe(isWanted); }, isWanted);
+}
+
+DaemonResult<void> DaemonClient::setLogging(const DaemonLogControls& controls, Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::setLogging(controls); });
+}
+void DaemonClient::setLogging(const DaemonLogControls& controls, Done<void> done) {
+    call(link_, done, [&] { return requests::setLogging(controls); });
+}
+
+DaemonResult<std::string> DaemonClient::logging(Deadline deadline) {
+    return call(link_, deadline, requests::logging);
+}
+void DaemonClient::logging(Done<std::string> done) {
+    call(link_, done, requests::logging);
+}
+
+}  // namespace halvane

@@ -1,0 +1,287 @@
+#include <new>
+#include <utility>
+#include <variant>
+
+#include "halvane/base/result.h"
+#include "halvane/daemon/daemon_link_internal.h"
+#include "halvane/daemon/daemon_notification_internal.h"
+#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/model/daemon_service.h"
+#include "halvane/platform/bus/address_internal.h"
+
+namespace halvane {
+
+namespace {
+
+using Kind = DaemonError::Kind;
+
+constexpr const char* kQueueLabel = HALVANE_DAEMON_SERVICE_NAME ".events";
+constexpr const char* kRetryLabel = HALVANE_DAEMON_SERVICE_NAME ".retry";
+
+Kind kindOf(ServiceError::Cause cause) {
+    switch (cause) {
+        case ServiceError::Cause::NoBus:
+            return Kind::BusGone;
+        case ServiceError::Cause::NoService:
+            return Kind::NoDaemon;
+        case ServiceError::Cause::Unreadable:
+            return Kind::Undecodable;
+        case ServiceError::Cause::Unsendable:
+            return Kind::Unsendable;
+        case ServiceError::Cause::Refused:
+        case ServiceError::Cause::Unknown:
+            break;
+    }
+    return Kind::Denied;
+}
+
+DaemonReply replyOf(ServiceReply reply, bool isEnding) {
+    if (auto* message = std::get_if<IPCMessage>(&reply)) return std::move(*message);
+    const auto& error = std::get<ServiceError>(reply);
+    if (error.kind == ServiceError::Kind::Interrupted) return daemonFailure(Kind::DaemonLeft);
+    if (error.kind == ServiceError::Kind::Other) return daemonFailure(kindOf(error.cause));
+    return daemonFailure(isEnding ? Kind::Ending : Kind::BusGone);
+}
+
+}  // namespace
+
+// The environment is read here alone, on the thread of the program that makes the client.
+DaemonLink::DaemonLink(DaemonEvents events)
+    : busAddress_(systemBusAddress()),
+      queue_(std::in_place, kQueueLabel),
+      queueHandle_(queue_->handle()),
+      events_(std::make_shared<const DaemonEvents>(std::move(events))),
+      retry_(kRetryLabel, [this] { reconnect(); }) {}
+
+DaemonLink::~DaemonLink() {
+    end();
+}
+
+void DaemonLink::start() {
+    connect();
+}
+
+// Whoever is called from the queue may end the link: from there on only what `self` holds is used.
+std::unique_ptr<ServiceConnection> DaemonLink::makeConnection() {
+    auto connection = ServiceConnection::create(kDaemonServiceName, *queue_);
+    connection->setPrivileged(true);
+    connection->setBusAddress(busAddress_);
+    connection->setEventHandler([weak = weak_from_this()](ServiceEvent event) {
+        if (const auto self = weak.lock()) self->handle(std::move(event));
+    });
+    connection->setAbsenceHandler([weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->lostDaemon();
+    });
+    return connection;
+}
+
+// The connection is destroyed by lostBus(), which nothing but its being resumed leads to, or by
+// end(), which waits for a try that is running.
+void DaemonLink::connect() {
+    auto made = makeConnection();
+    ServiceConnection* const connection = made.get();
+    {
+        const std::lock_guard lock(mutex_);
+        if (state_ == DaemonState::Ending) return;
+        connection_ = std::move(made);
+    }
+    connection->resume();
+}
+
+void DaemonLink::reconnect() {
+    try {
+        connect();
+    } catch (const std::bad_alloc&) {
+        const std::lock_guard lock(mutex_);
+        retry_.schedule(backOff_.next());
+    }
+}
+
+// What waits for a reply, on the queue or on other threads, is released before it is waited for.
+void DaemonLink::end() {
+    if (!enter(DaemonState::Ending)) return;
+    completions_->beginEnd();
+    retry_.stop();
+    std::unique_ptr<ServiceConnection> connection;
+    std::shared_ptr<const DaemonEvents> events;
+    {
+        const std::lock_guard lock(mutex_);
+        connection = std::move(connection_);
+        events = std::move(events_);
+    }
+    if (connection) connection->cancel();
+    connection.reset();
+    queue_.reset();
+    completions_->finishAll();
+}
+
+DaemonState DaemonLink::state() const {
+    if (!isInHomeProcess()) return DaemonState::Ending;
+    const std::lock_guard lock(mutex_);
+    return state_;
+}
+
+// --- Requests ---
+
+DaemonError DaemonLink::failure() const {
+    return {completions_->isEnding() ? Kind::Ending : Kind::BusGone};
+}
+
+// The wish and its request go together, or the daemon could end up with another's. False where
+// there is nothing to send by. Nobody else's function is called under the lock: replies go to
+// blocked threads or to the queue.
+template <typename Send>
+bool DaemonLink::post(Wish wish, Send send) {
+    const std::lock_guard lock(mutex_);
+    if (state_ == DaemonState::Ending) return false;
+    if (wish) isSubscribed_ = *wish;
+    if (!connection_) return false;
+    send(*connection_);
+    return true;
+}
+
+DaemonReply DaemonLink::request(IPCMessage message, const DaemonDeadline& deadline, Wish wish) {
+    if (!isInHomeProcess()) return daemonFailure(Kind::Ending);
+    if (deadline.hasPassed()) return daemonFailure(Kind::DeadlinePassed);
+    try {
+        const auto waiter = std::make_shared<DaemonWaiter>();
+        auto request = std::make_shared<DaemonBlockedRequest>(waiter, completions_);
+        ServiceConnection::ReplyHandler handler = [request = std::move(request),
+                                                   others = completions_](ServiceReply reply) {
+            request->finish(replyOf(std::move(reply), others->isEnding()));
+        };
+        const bool isPosted = post(wish, [&](ServiceConnection& connection) {
+            connection.sendMessageWithReplyAtOnce(std::move(message), std::move(handler));
+        });
+        if (!isPosted) return Unexpected(failure());
+        return waiter->wait(deadline);
+    } catch (const std::bad_alloc&) {
+        return daemonFailure(Kind::OutOfMemory);
+    }
+}
+
+DaemonLink::Numbered DaemonLink::number(Completion& done) {
+    const auto number = completions_->add(done);
+    try {
+        return std::make_shared<DaemonNumberedRequest>(completions_, number);
+    } catch (const std::bad_alloc&) {
+        done = completions_->take(number);
+        throw;
+    }
+}
+
+ServiceConnection::ReplyHandler DaemonLink::handlerFor(const Numbered& request) const {
+    return [request, completions = completions_](ServiceReply reply) {
+        request->finish(replyOf(std::move(reply), completions->isEnding()));
+    };
+}
+
+// Where memory is short the request is finished by what destroys it: at the latest, the return from
+// here.
+void DaemonLink::request(IPCMessage message, Completion done, Wish wish) {
+    if (!isInHomeProcess()) return done(daemonFailure(Kind::Ending));
+    Numbered request;
+    try {
+        request = number(done);
+    } catch (const std::bad_alloc&) {
+        return done(daemonFailure(Kind::OutOfMemory));
+    }
+    try {
+        const auto handler = handlerFor(request);
+        const bool isPosted = post(wish, [&](ServiceConnection& connection) {
+            connection.sendMessageWithReply(std::move(message), *queue_, handler);
+        });
+        if (isPosted) return;
+        if (completions_->isEnding()) return request->finish(daemonFailure(Kind::Ending));
+        queueHandle_.async([request] { request->finish(daemonFailure(Kind::BusGone)); });
+    } catch (const std::bad_alloc&) {
+    }
+}
+
+// --- Events ---
+
+void DaemonLink::handle(ServiceEvent event) {
+    try {
+        if (const auto* message = std::get_if<IPCMessage>(&event)) {
+            const auto change = stationChangeIn(*message);
+            const auto told = events();
+            if (change && told && told->station) told->station(*change);
+        } else if (std::holds_alternative<ServiceAppeared>(event)) {
+            appeared();
+        } else if (std::get<ServiceError>(event).kind == ServiceError::Kind::Interrupted) {
+            lostDaemon();
+        } else {
+            lostBus();
+        }
+    } catch (const std::bad_alloc&) {
+        // No room for what the event says: it is dropped.
+    }
+}
+
+void DaemonLink::appeared() {
+    const bool isNew = enter(DaemonState::Connected);
+    renew();
+    if (isNew) tell(DaemonState::Connected);
+}
+
+void DaemonLink::lostDaemon() {
+    if (enter(DaemonState::DaemonGone)) tell(DaemonState::DaemonGone);
+}
+
+// The connection's last event. It may be destroyed from its own handler.
+void DaemonLink::lostBus() {
+    const bool isNew = enter(DaemonState::BusGone);
+    {
+        std::unique_ptr<ServiceConnection> lost;
+        const std::lock_guard lock(mutex_);
+        if (state_ == DaemonState::Ending) return;
+        lost = std::move(connection_);
+        retry_.schedule(backOff_.next());
+    }
+    if (isNew) tell(DaemonState::BusGone);
+}
+
+// Asks the daemon anew for notifications, if it went away while they were wanted.
+void DaemonLink::renew() {
+    {
+        const std::lock_guard lock(mutex_);
+        if (!isSubscriptionLost_ || !isSubscribed_) return;
+    }
+    auto [message, read] = requests::subscribe(true);
+    Completion done = [weak = weak_from_this(), read = read](DaemonReply reply) {
+        if (const auto self = weak.lock()) self->tellRenewal(std::move(reply).and_then(read));
+    };
+    const auto request = number(done);
+    const auto handler = handlerFor(request);
+    const std::lock_guard lock(mutex_);
+    if (state_ != DaemonState::Connected || !isSubscribed_) return request->forget();
+    connection_->sendMessageWithReply(std::move(message), *queue_, handler);
+    isSubscriptionLost_ = false;
+}
+
+// Whether that is another state than before.
+bool DaemonLink::enter(DaemonState state) {
+    const std::lock_guard lock(mutex_);
+    if (state_ == DaemonState::Ending) return false;
+    if (state == DaemonState::Connected || state == DaemonState::DaemonGone) backOff_.reset();
+    const bool isLoss = state == DaemonState::DaemonGone || state == DaemonState::BusGone;
+    if (isLoss) isSubscriptionLost_ = true;
+    return std::exchange(state_, state) != state;
+}
+
+std::shared_ptr<const DaemonEvents> DaemonLink::events() const {
+    const std::lock_guard lock(mutex_);
+    return events_;
+}
+
+void DaemonLink::tell(DaemonState state) {
+    const auto told = events();
+    if (told && told->state) told->state(state);
+}
+
+void DaemonLink::tellRenewal(const DaemonResult<void>& result) {
+    const auto told = events();
+    if (told && told->renewal) told->renewal(result);
+}
+
+}  // namespace halvane

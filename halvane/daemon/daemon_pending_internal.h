@@ -1,0 +1,149 @@
+// Requests that wait for their reply: a thread that is blocked, or a function to be called.
+//
+// Threads: any call from any thread.
+#ifndef HALVANE_DAEMON_DAEMON_PENDING_INTERNAL_H
+#define HALVANE_DAEMON_DAEMON_PENDING_INTERNAL_H
+
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+#include "halvane/base/result.h"
+#include "halvane/daemon/daemon_result.h"
+#include "halvane/platform/bus/ipc_message.h"
+
+namespace halvane {
+
+using DaemonReply = DaemonResult<IPCMessage>;
+
+inline DaemonReply daemonFailure(DaemonError::Kind kind) {
+    return Unexpected(DaemonError{kind});
+}
+
+// Where a blocked thread waits. Shared with whoever has the reply, who may come too late.
+class DaemonWaiter {
+  public:
+    // The first reply counts.
+    void set(DaemonReply reply) {
+        const std::lock_guard lock(mutex_);
+        if (!reply_) reply_.emplace(std::move(reply));
+        changed_.notify_one();
+    }
+
+    // REQUIRES: called once.
+    DaemonReply wait(const DaemonDeadline& deadline) {
+        std::unique_lock lock(mutex_);
+        const auto isThere = [this] { return reply_.has_value(); };
+        if (!deadline.end()) {
+            changed_.wait(lock, isThere);
+        } else if (!changed_.wait_until(lock, *deadline.end(), isThere)) {
+            return daemonFailure(DaemonError::Kind::DeadlinePassed);
+        }
+        return std::move(*reply_);
+    }
+
+  private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::optional<DaemonReply> reply_;
+};
+
+// The functions that wait for their reply, by the number of their request.
+class DaemonCompletions {
+  public:
+    using Completion = DaemonCompletion<IPCMessage>;
+    using Number = std::uint64_t;
+
+    // Throws std::bad_alloc, and has not taken the function then.
+    Number add(Completion& completion) {
+        const std::lock_guard lock(mutex_);
+        waiting_.emplace(++last_, std::move(completion));
+        return last_;
+    }
+
+    // Calls the function, on the calling thread; nothing where it was taken before.
+    void finish(Number number, DaemonReply reply) {
+        if (auto completion = take(number)) completion(std::move(reply));
+    }
+
+    // Takes it without calling it. Empty where it was taken before.
+    Completion take(Number number) {
+        const std::lock_guard lock(mutex_);
+        auto node = waiting_.extract(number);
+        return node ? std::move(node.mapped()) : Completion();
+    }
+
+    // From now on replies that get lost are left to finishAll().
+    void beginEnd() { isEnding_ = true; }
+    bool isEnding() const { return isEnding_; }
+
+    // Calls all that are left, in the order of their requests.
+    void finishAll() {
+        while (auto completion = takeFirst()) completion(daemonFailure(DaemonError::Kind::Ending));
+    }
+
+  private:
+    Completion takeFirst() {
+        const std::lock_guard lock(mutex_);
+        if (waiting_.empty()) return nullptr;
+        return std::move(waiting_.extract(waiting_.begin()).mapped());
+    }
+
+    std::atomic<bool> isEnding_ = false;
+    std::mutex mutex_;
+    std::map<Number, Completion> waiting_;
+    Number last_ = 0;
+};
+
+// What the connection has of a request, shared by the copies of the reply's handler. The connection
+// destroys it untold where memory does not hold the reply, and at its end.
+class DaemonBlockedRequest {
+  public:
+    DaemonBlockedRequest(std::shared_ptr<DaemonWaiter> waiter,
+                         std::shared_ptr<const DaemonCompletions> others)
+        : waiter_(std::move(waiter)), others_(std::move(others)) {}
+    DaemonBlockedRequest(const DaemonBlockedRequest&) = delete;
+    DaemonBlockedRequest& operator=(const DaemonBlockedRequest&) = delete;
+    ~DaemonBlockedRequest() {
+        waiter_->set(daemonFailure(others_->isEnding() ? DaemonError::Kind::Ending
+                                                       : DaemonError::Kind::OutOfMemory));
+    }
+
+    void finish(DaemonReply reply) { waiter_->set(std::move(reply)); }
+
+  private:
+    const std::shared_ptr<DaemonWaiter> waiter_;
+    const std::shared_ptr<const DaemonCompletions> others_;
+};
+
+// The same, for a function that is to be called.
+class DaemonNumberedRequest {
+  public:
+    DaemonNumberedRequest(std::shared_ptr<DaemonCompletions> completions,
+                          DaemonCompletions::Number number)
+        : completions_(std::move(completions)), number_(number) {}
+    DaemonNumberedRequest(const DaemonNumberedRequest&) = delete;
+    DaemonNumberedRequest& operator=(const DaemonNumberedRequest&) = delete;
+    ~DaemonNumberedRequest() {
+        if (completions_->isEnding()) return;
+        completions_->finish(number_, daemonFailure(DaemonError::Kind::OutOfMemory));
+    }
+
+    void finish(DaemonReply reply) { completions_->finish(number_, std::move(reply)); }
+
+    // The function is not called.
+    void forget() { completions_->take(number_); }
+
+  private:
+    const std::shared_ptr<DaemonCompletions> completions_;
+    const DaemonCompletions::Number number_;
+};
+
+}  // namespace halvane
+
+#endif

@@ -1,0 +1,101 @@
+#include <algorithm>
+#include <chrono>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "halvane/daemon/back_off_internal.h"
+#include "halvane/daemon/daemon_pending_internal.h"
+
+namespace {
+
+using namespace halvane;
+using namespace std::chrono_literals;
+using Kind = DaemonError::Kind;
+using ::testing::ElementsAre;
+
+class DaemonPending : public ::testing::Test {
+  protected:
+    DaemonCompletions::Number add(const std::string& name) {
+        DaemonCompletions::Completion completion = [this, name](const DaemonReply& reply) {
+            told_.push_back(name + (reply ? ": done" : std::string(": ") + reply.error().text()));
+        };
+        return completions_->add(completion);
+    }
+    auto request(const std::string& name) {
+        return std::make_unique<DaemonNumberedRequest>(completions_, add(name));
+    }
+
+    const std::shared_ptr<DaemonCompletions> completions_ = std::make_shared<DaemonCompletions>();
+    std::vector<std::string> told_;
+};
+
+TEST_F(DaemonPending, TellsAReplyOnce) {
+    const auto first = request("first");
+    first->finish(IPCMessage());
+    first->finish(daemonFailure(Kind::BusGone));
+    EXPECT_THAT(told_, ElementsAre("first: done"));
+}
+
+TEST_F(DaemonPending, TellsOfAReplyThatWasDropped) {
+    request("first");
+    EXPECT_THAT(told_, ElementsAre("first: out of memory"));
+}
+
+TEST_F(DaemonPending, TellsNothingOfAForgottenRequest) {
+    request("first")->forget();
+    EXPECT_THAT(told_, ElementsAre());
+}
+
+TEST_F(DaemonPending, LeavesWhatIsDroppedAtTheEndToTheEnd) {
+    auto first = request("first"), second = request("second"), third = request("third");
+    completions_->beginEnd();
+    third.reset();
+    first.reset();
+    second->finish(IPCMessage());
+    EXPECT_THAT(told_, ElementsAre("second: done"));
+    completions_->finishAll();
+    EXPECT_THAT(told_, ElementsAre("second: done", "first: the client is ending",
+                                   "third: the client is ending"));
+}
+
+TEST_F(DaemonPending, ReleasesABlockedThreadWhoseReplyWasDropped) {
+    for (const bool isEnding : {false, true}) {
+        if (isEnding) completions_->beginEnd();
+        const auto waiter = std::make_shared<DaemonWaiter>();
+        DaemonBlockedRequest(waiter, completions_);
+        const auto reply = waiter->wait({});
+        ASSERT_FALSE(reply);
+        EXPECT_EQ(reply.error().kind, isEnding ? Kind::Ending : Kind::OutOfMemory);
+    }
+}
+
+TEST_F(DaemonPending, GivesABlockedThreadTheFirstReply) {
+    const auto waiter = std::make_shared<DaemonWaiter>();
+    DaemonBlockedRequest(waiter, completions_).finish(IPCMessage());
+    EXPECT_TRUE(waiter->wait(1h));
+}
+
+TEST(BackOff, WaitsTwiceAsLongEachTimeWithinBounds) {
+    BackOff backOff;
+    EXPECT_EQ(backOff.next(), 100ms);
+    EXPECT_EQ(backOff.next(), 200ms);
+    EXPECT_EQ(backOff.next(), 400ms);
+    for (int i = 0; i < 100; ++i) EXPECT_LE(backOff.next(), 10s);
+    EXPECT_EQ(backOff.next(), 10s);
+    backOff.reset();
+    EXPECT_EQ(backOff.next(), 100ms);
+}
+
+TEST(DaemonError, HasATextForEachKind) {
+    std::vector<std::string> texts;
+    for (int kind = 0; kind <= static_cast<int>(Kind::OutOfMemory); ++kind) {
+        texts.emplace_back(DaemonError{static_cast<Kind>(kind)}.text());
+        EXPECT_NE(texts.back(), "unknown");
+        EXPECT_EQ(std::count(texts.begin(), texts.end(), texts.back()), 1) << texts.back();
+    }
+}
+
+}  // namespace
