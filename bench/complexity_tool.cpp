@@ -9,6 +9,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/escaped_text.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/daemon/daemon_events.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
 #include "halvane/model/interface.h"
@@ -34,6 +35,7 @@ using halvane::HalvaneChannel;
 using halvane::HalvaneClient;
 using halvane::HalvaneInterface;
 using halvane::PropertyListDictionary;
+using halvane::StationChange;
 using namespace halvane::tool;
 
 namespace bench {
@@ -119,12 +121,10 @@ void addJSONRows() {
     });
     addGrowth(
         "watch: an event of a long name", 262144,
-        [](std::size_t n) {
-            return StationEvent{"joined", {2, 0, 0, 0, 0, 1}, repeated("\x1B\"", n / 2)};
-        },
-        [](const StationEvent& event) {
-            return lineOf(event, Format::Text).size() > event.interfaceName.size() &&
-                   lineOf(event, Format::JSON).size() > event.interfaceName.size();
+        [](std::size_t n) { return StationChange{.interface = repeated("\x1B\"", n / 2)}; },
+        [](const StationChange& change) {
+            return lineOf(change, Format::Text).size() > change.interface.size() &&
+                   lineOf(change, Format::JSON).size() > change.interface.size();
         });
 }
 

@@ -9,15 +9,15 @@ namespace {
 
 TEST(WaitedEnd, ComesFromAnotherThread) {
     WaitedEnd end;
-    std::thread other([&] { end.end(WaitedEnd::Reason::DaemonGone); });
-    EXPECT_EQ(end.wait(), WaitedEnd::Reason::DaemonGone);
+    std::thread other([&] { end.end(WaitedEnd::Reason::DaemonRefused); });
+    EXPECT_EQ(end.wait(), WaitedEnd::Reason::DaemonRefused);
     other.join();
 }
 
 TEST(WaitedEnd, HasTheReasonThatCameFirst) {
     WaitedEnd end;
     end.end(WaitedEnd::Reason::OutputLost);
-    end.end(WaitedEnd::Reason::DaemonGone);
+    end.end(WaitedEnd::Reason::DaemonRefused);
     EXPECT_EQ(end.wait(), WaitedEnd::Reason::OutputLost);
 }
 

@@ -1,18 +1,17 @@
-// What the Wi-Fi daemon is asked to do. The library answers true to each request, whatever the
-// daemon says, so that the commands cannot tell whether it was done; they can tell that the daemon
-// went away over it.
+// What the Wi-Fi daemon is asked to do: one request each, and its verdict is the command's.
 #include <optional>
 #include <span>
 #include <string>
 #include <variant>
 #include <vector>
 
+#include "halvane/daemon/daemon_client.h"
+#include "halvane/daemon/daemon_result.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/commands/daemon_session.h"
-#include "tools/halvane/commands/daemon_watch.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/config_options.h"
 #include "tools/halvane/output/message.h"
@@ -32,32 +31,29 @@ enum class Needs { Nothing, Role, Configuration };
 struct Action {
     const char* name;
     Needs needs;  // besides an interface
-    bool (*send)(HalvaneXPCClient&, const ActionInput&);
+    DaemonResult<void> (*send)(DaemonClient&, const ActionInput&);
 };
 
-constexpr Action kAdd = {"add", Needs::Configuration, [](auto& client, const auto& input) {
-                             return client.bssConfigAdd_forInterface_error(input.configuration,
-                                                                           input.interface);
+constexpr Action kAdd = {"add", Needs::Configuration, [](auto& daemon, const auto& input) {
+                             return daemon.add(input.interface, input.configuration);
                          }};
-constexpr Action kRemove = {"remove", Needs::Configuration, [](auto& client, const auto& input) {
-                                return client.bssConfigRemove_forInterface_error(
-                                    input.configuration, input.interface);
+constexpr Action kRemove = {"remove", Needs::Configuration, [](auto& daemon, const auto& input) {
+                                return daemon.remove(input.interface, input.configuration);
                             }};
-constexpr Action kEnable = {"enable", Needs::Nothing, [](auto& client, const auto& input) {
-                                return client.enableInterface_error(input.interface);
+constexpr Action kEnable = {"enable", Needs::Nothing, [](auto& daemon, const auto& input) {
+                                return daemon.enable(input.interface);
                             }};
-constexpr Action kDisable = {"disable", Needs::Nothing, [](auto& client, const auto& input) {
-                                 return client.disableInterface_error(input.interface);
+constexpr Action kDisable = {"disable", Needs::Nothing, [](auto& daemon, const auto& input) {
+                                 return daemon.disable(input.interface);
                              }};
-constexpr Action kRole = {"role", Needs::Role, [](auto& client, const auto& input) {
-                              return client.changeInterfaceRole_role_error(input.interface,
-                                                                           input.role);
+constexpr Action kRole = {"role", Needs::Role, [](auto& daemon, const auto& input) {
+                              return daemon.setRole(input.interface, input.role);
                           }};
-constexpr Action kStart = {"start", Needs::Nothing, [](auto& client, const auto& input) {
-                               return client.bssStart_error(input.interface);
+constexpr Action kStart = {"start", Needs::Nothing, [](auto& daemon, const auto& input) {
+                               return daemon.start(input.interface);
                            }};
-constexpr Action kStop = {"stop", Needs::Nothing, [](auto& client, const auto& input) {
-                              return client.bssStop_error(input.interface);
+constexpr Action kStop = {"stop", Needs::Nothing, [](auto& daemon, const auto& input) {
+                              return daemon.stop(input.interface);
                           }};
 
 // The operands, in their order.
@@ -105,17 +101,11 @@ int act() {
     const auto taken = takeInput(action);
     if (const int* status = std::get_if<int>(&taken)) return *status;
     const auto& input = std::get<ActionInput>(taken);
-    const auto client = connectToDaemon();
-    const auto interfaces = findDaemon(action.name, *client);
-    if (!interfaces) return kExitFailed;
-    if (!interfaces->mayHave(input.interface)) {
-        complain(std::string(action.name) + ": the daemon lists no interface '" + input.interface +
-                 "' ('halvane interfaces' prints its list)");
-        return kExitFailed;
+    DaemonClient daemon;
+    if (const auto done = action.send(daemon, input); !done) {
+        return failFor(action.name, done.error());
     }
-    DaemonWatch watch;
-    action.send(*client, input);
-    return watch.hasDaemonLeft() ? failForLoss(action.name) : kExitDone;
+    return kExitDone;
 }
 
 // --- Their options ---
@@ -127,38 +117,26 @@ constexpr CLIOption exitStatus(const char* text) {
     return {.type = kCLISection, .shortHelp = "EXIT STATUS", .longHelp = text};
 }
 
-constexpr CLIOption kEnabledExitStatus = exitStatus(
-    "0 the request was sent, which is all that is known: no list tells which interfaces are\n"
-    "enabled; 1 there is no daemon, it lists no such interface, or it went away meanwhile;\n"
-    "2 usage.");
-
-constexpr CLIOption kRoleExitStatus = exitStatus(
-    "0 the request was sent, which is all that is known: 'halvane interfaces' tells whether\n"
-    "the daemon did it; 1 there is no daemon, it lists no such interface, or it went away\n"
-    "meanwhile; 2 usage.");
-
-constexpr CLIOption kNetworkExitStatus = exitStatus(
-    "0 the request was sent, which is all that is known: only the stations that come and go,\n"
-    "in 'halvane clients', show whether the daemon did it; 1 there is no daemon, it lists no\n"
-    "such interface, or it went away meanwhile; 2 usage.");
+constexpr CLIOption kActionExitStatus = exitStatus(
+    "0 the daemon has done it; 1 the daemon answered with a status other than 0,\n"
+    "there is no daemon, or it went away before it answered; 2 usage.");
 
 constexpr CLIOption kConfigExitStatus = exitStatus(
-    "0 the request was sent, which is all that is known: 'halvane configs' tells whether the\n"
-    "daemon did it; 1 there is no daemon, it lists no such interface, it went away\n"
-    "meanwhile, the passphrase could not be read, it is too long, or no key is made of it;\n"
-    "2 usage.");
+    "0 the daemon has done it; 1 the daemon answered with a status other than 0,\n"
+    "there is no daemon, it went away before it answered, the passphrase cannot\n"
+    "be read, it is too long, or no key can be made of it; 2 usage.");
 
 CLIOption gInterfaceOptions[][3] = {
-    {kInterface, kEnabledExitStatus, {.type = kCLIEnd}},
-    {kInterface, kEnabledExitStatus, {.type = kCLIEnd}},
-    {kInterface, kNetworkExitStatus, {.type = kCLIEnd}},
-    {kInterface, kNetworkExitStatus, {.type = kCLIEnd}},
+    {kInterface, kActionExitStatus, {.type = kCLIEnd}},
+    {kInterface, kActionExitStatus, {.type = kCLIEnd}},
+    {kInterface, kActionExitStatus, {.type = kCLIEnd}},
+    {kInterface, kActionExitStatus, {.type = kCLIEnd}},
 };
 
 CLIOption gRoleOptions[] = {
     kInterface,
     {.type = kCLIArgument, .longName = "ROLE", .shortHelp = "a word of the daemon's: AP"},
-    kRoleExitStatus,
+    kActionExitStatus,
     {.type = kCLIEnd},
 };
 
@@ -181,10 +159,9 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<act<kRemove>>,
      .subOptions = gRemoveOptions,
      .shortHelp = "remove a BSS configuration from an interface",
-     .longHelp =
-         "Asks the Wi-Fi daemon to remove a configuration from those of an interface. It is given\n"
-         "the whole configuration that the options make; by what it finds its own is its affair.\n"
-         "To 'halvaned-sim' the SSID is enough."},
+     .longHelp = "Asks the Wi-Fi daemon to remove a configuration from those of an interface.\n"
+                 "The daemon gets the whole configuration that the options make, and decides\n"
+                 "which of its own matches. For 'halvaned-sim' the SSID is enough."},
     {.type = kCLICommand,
      .longName = kEnable.name,
      .handler = handle<act<kEnable>>,

@@ -7,9 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "halvane/base/error.h"
 #include "halvane/base/escaped_text.h"
 #include "halvane/base/number.h"
+#include "halvane/daemon/daemon_client.h"
+#include "halvane/daemon/daemon_result.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_option_table_internal.h"
@@ -125,39 +126,30 @@ template <typename Record>
 struct List {
     const char* name;
     Operand interface;
-    std::vector<Record> (*query)(HalvaneXPCClient&, const InterfaceName&, std::optional<Error>*);
+    DaemonResult<std::vector<Record>> (*query)(DaemonClient&, const InterfaceName&);
     void (*printText)(const std::vector<Record>&);
 };
 
 constexpr List<HalvaneDevice> kDevices = {
-    "devices", Operand::None,
-    [](auto& client, const auto&, auto* error) { return client.queryDeviceList(error); },
+    "devices", Operand::None, [](auto& daemon, const auto&) { return daemon.devices(); },
     [](const auto& devices) { printTable<HalvaneDevice>(kDeviceColumns, devices); }};
 
 constexpr List<HalvaneInterface> kInterfaces = {
-    "interfaces", Operand::None,
-    [](auto& client, const auto&, auto* error) { return client.queryInterfaceList(error); },
+    "interfaces", Operand::None, [](auto& daemon, const auto&) { return daemon.interfaces(); },
     [](const auto& interfaces) { printTable<HalvaneInterface>(kInterfaceColumns, interfaces); }};
 
 constexpr List<HalvaneChannel> kChannelList = {
     "channel-list", Operand::Required,
-    [](auto& client, const auto& interface, auto* error) {
-        return client.queryChannelList_error(*interface, error);
-    },
+    [](auto& daemon, const auto& interface) { return daemon.channels(*interface); },
     printChannelTable};
 
 constexpr List<HalvaneBSSConfig> kConfigs = {
     "configs", Operand::Optional,
-    [](auto& client, const auto& interface, auto* error) {
-        return client.queryBSSConfigList_error(interface, error);
-    },
+    [](auto& daemon, const auto& interface) { return daemon.configurations(interface); },
     [](const auto& configs) { printTable<HalvaneBSSConfig>(kConfigColumns, configs); }};
 
 constexpr List<HalvaneClient> kClients = {
-    "clients", Operand::None,
-    [](auto& client, const auto& interface, auto* error) {
-        return client.queryClientList_error(interface, error);
-    },
+    "clients", Operand::None, [](auto& daemon, const auto&) { return daemon.stations(); },
     [](const auto& clients) { printTable<HalvaneClient>(kClientColumns, clients); }};
 
 std::optional<UsageError> problemOf(const std::vector<std::string>& arguments, Operand interface) {
@@ -189,10 +181,10 @@ int printList() {
         return refuse(list.name, *problem);
     }
     const auto interface = arguments.empty() ? InterfaceName() : InterfaceName(arguments[0]);
-    std::optional<Error> error;
-    const auto records = list.query(*connectToDaemon(), interface, &error);
-    if (error) return failFor(list.name, *error);
-    print(records, *format, list.printText);
+    DaemonClient daemon;
+    const auto records = list.query(daemon, interface);
+    if (!records) return failFor(list.name, records.error());
+    print(*records, *format, list.printText);
     return kExitDone;
 }
 
@@ -202,8 +194,9 @@ constexpr CLIOption kExitStatus = {
     .type = kCLISection,
     .shortHelp = "EXIT STATUS",
     .longHelp =
-        "0 done; 1 there is no daemon, it answered with a status other than 0, or the output\n"
-        "could not be written; 2 usage."};
+        "0 done; 1 there is no daemon, it answered with a status other than 0 or with\n"
+        "what cannot be read, it went away before it answered, or writing fails;\n"
+        "2 usage."};
 
 CLIOption gListOptions[][3] = {
     {formatOption("json, plist: one document; jsonl: a line a device."),

@@ -1,54 +1,45 @@
 #include "tools/halvane/commands/daemon_session.h"
 
 #include <algorithm>
+#include <vector>
 
+#include "halvane/model/daemon_service.h"
 #include "halvane/platform/plist/xml_property_list.h"
-#include "halvane/utils/log.h"
 
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/output/message.h"
 
 namespace halvane::tool {
 
-std::unique_ptr<HalvaneXPCClient> connectToDaemon() {
-    LogControl("?^WiFiXPC$:level=off");
-    return HalvaneXPCClient::init();
+namespace {
+
+using Kind = DaemonError::Kind;
+
+// What may help, line by line.
+std::vector<std::string> hintsFor(Kind kind) {
+    if (kind == Kind::Denied) return {"are you root or in the group netdev?"};
+    if (kind != Kind::NoDaemon && kind != Kind::BusGone) return {};
+    return {"is it running, is DBUS_SYSTEM_BUS_ADDRESS right, are you root or in the group netdev?",
+            "'halvaned-sim --private -- halvane interfaces' shows a simulated one at work"};
 }
 
-int failFor(const char* command, const Error& error) {
-    const std::string start = std::string(command) + ": ";
-    if (error != noAnswer()) {
-        complain(start + "the daemon answered with status " + std::to_string(error.code));
-        return kExitFailed;
+std::string reasonOf(const DaemonError& error) {
+    if (error.kind == Kind::Refused) {
+        return "the daemon answered with status " + std::to_string(error.status);
     }
-    complain(start + "no answer from the Wi-Fi daemon, " + kDaemonServiceName +
-             " on the system bus");
-    complain(start + "is it running, is DBUS_SYSTEM_BUS_ADDRESS right, " +
-             "are you root or in the group netdev?");
-    complain(start +
-             "'halvaned-sim --private -- halvane interfaces' shows a simulated one at work");
+    if (error.kind == Kind::DaemonLeft) return "the daemon went away meanwhile";
+    if (error.kind != Kind::NoDaemon && error.kind != Kind::BusGone) return error.text();
+    return std::string("no answer from the Wi-Fi daemon, ") + kDaemonServiceName +
+           " on the system bus";
+}
+
+}  // namespace
+
+int failFor(const char* command, const DaemonError& error) {
+    const std::string start = std::string(command) + ": ";
+    complain(start + reasonOf(error));
+    for (const std::string& hint : hintsFor(error.kind)) complain(start + hint);
     return kExitFailed;
-}
-
-int failForLoss(const char* command) {
-    complain(std::string(command) + ": the daemon went away meanwhile");
-    return kExitFailed;
-}
-
-bool DaemonInterfaces::mayHave(const std::string& interfaceName) const {
-    return !isListed || std::ranges::any_of(list, [&](const HalvaneInterface& interface) {
-        return interface.ifName() == interfaceName;
-    });
-}
-
-std::optional<DaemonInterfaces> findDaemon(const char* command, HalvaneXPCClient& client) {
-    std::optional<Error> error;
-    DaemonInterfaces interfaces;
-    interfaces.list = client.queryInterfaceList(&error);
-    interfaces.isListed = !error;
-    if (!error || *error != noAnswer()) return interfaces;
-    failFor(command, *error);
-    return std::nullopt;
 }
 
 bool isText(const std::string& text) {

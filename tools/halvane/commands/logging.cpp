@@ -1,6 +1,5 @@
 // The daemon's log categories: what they are set to, and setting them.
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -9,16 +8,15 @@
 #include <variant>
 #include <vector>
 
-#include "halvane/base/error.h"
-#include "halvane/daemon/xpc_client.h"
+#include "halvane/base/escaped_text.h"
+#include "halvane/daemon/daemon_client.h"
+#include "halvane/daemon/daemon_log_controls.h"
+#include "halvane/daemon/daemon_result.h"
 #include "halvane/utils/cli.h"
-#include "halvane/utils/log.h"
 
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/commands/daemon_session.h"
-#include "tools/halvane/commands/daemon_watch.h"
 #include "tools/halvane/options/argument.h"
-#include "halvane/base/escaped_text.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_output.h"
 
@@ -28,25 +26,18 @@ namespace {
 
 constexpr const char* kName = "logging";
 
-#define HALVANE_CATEGORY_NAME(name) std::string_view(#name),
-constexpr std::array kCategories = {HALVANE_WIFI_LOG_CATEGORIES(HALVANE_CATEGORY_NAME)};
-#undef HALVANE_CATEGORY_NAME
-
-// By category.
-using Controls = std::array<std::optional<std::string>, kCategories.size()>;
-
-std::optional<UsageError> readControl(Controls& controls, const std::string& word) {
+std::optional<UsageError> readControl(DaemonLogControls& controls, const std::string& word) {
     const auto equals = word.find('=');
     if (equals == word.npos) return UsageError{"'" + word + "' is not CATEGORY=CONTROL"};
     const std::string name = word.substr(0, equals);
-    const auto category = std::ranges::find(kCategories, name);
-    if (category == kCategories.end()) {
+    const auto category = std::ranges::find(kDaemonLogCategories, name);
+    if (category == kDaemonLogCategories.end()) {
         std::string known;
-        for (const auto each : kCategories)
+        for (const auto each : kDaemonLogCategories)
             known += (known.empty() ? "" : ", ") + std::string(each);
         return UsageError{"no category '" + name + "'; there are " + known};
     }
-    auto& control = controls[static_cast<std::size_t>(category - kCategories.begin())];
+    auto& control = controls[static_cast<std::size_t>(category - kDaemonLogCategories.begin())];
     if (control) return UsageError{"'" + name + "' is set twice"};
     control = word.substr(equals + 1);
     if (!isText(*control)) return UsageError{"'" + *control + "' is no text of a control string"};
@@ -54,13 +45,13 @@ std::optional<UsageError> readControl(Controls& controls, const std::string& wor
 }
 
 // Absent for "show".
-std::variant<std::optional<Controls>, UsageError> controlsOf(
+std::variant<std::optional<DaemonLogControls>, UsageError> controlsOf(
     const std::vector<std::string>& words) {
     if (words.empty() || words == std::vector<std::string>{"show"}) return std::nullopt;
     if (words[0] == "show") return UsageError{"'show' takes nothing else"};
     if (words[0] != "set") return UsageError{"'" + words[0] + "' is not 'show' or 'set'"};
     if (words.size() == 1) return UsageError{"'set' takes CATEGORY=CONTROL"};
-    Controls controls;
+    DaemonLogControls controls;
     for (std::size_t i = 1; i < words.size(); ++i) {
         if (auto problem = readControl(controls, words[i])) return *problem;
     }
@@ -76,34 +67,30 @@ void printLines(std::string_view text) {
     }
 }
 
-int show(HalvaneXPCClient& client) {
-    if (!findDaemon(kName, client)) return kExitFailed;
-    DaemonWatch watch;
-    if (const auto settings = client.queryLogging()) {
+int show(DaemonClient& daemon) {
+    const auto settings = daemon.logging();
+    if (settings) {
         printLines(*settings);
         return kExitDone;
     }
-    if (watch.hasDaemonLeft()) return failForLoss(kName);
+    if (settings.error().kind != DaemonError::Kind::Undecodable) {
+        return failFor(kName, settings.error());
+    }
     complain(std::string(kName) + ": the daemon does not tell its settings");
     return kExitFailed;
 }
 
-int set(HalvaneXPCClient& client, const Controls& controls) {
-    const auto& [wifi, bpf, eapol, ie, io80211, join, scan, wps, xpc] = controls;
-    std::optional<Error> error;
-    if (client.setLogging_inBPF_inEAPOL_inIE_inIO80211_inJoin_inScan_inWPS_inXPC_error(
-            wifi, bpf, eapol, ie, io80211, join, scan, wps, xpc, &error)) {
-        return kExitDone;
-    }
-    return failFor(kName, error.value_or(noAnswer()));
+int set(DaemonClient& daemon, const DaemonLogControls& controls) {
+    const auto done = daemon.setLogging(controls);
+    return done ? kExitDone : failFor(kName, done.error());
 }
 
 int run() {
     const auto controls = controlsOf(takeArguments());
     if (const auto* error = std::get_if<UsageError>(&controls)) return refuse(kName, *error);
-    const auto client = connectToDaemon();
-    const auto& given = std::get<std::optional<Controls>>(controls);
-    return given ? set(*client, *given) : show(*client);
+    DaemonClient daemon;
+    const auto& given = std::get<std::optional<DaemonLogControls>>(controls);
+    return given ? set(daemon, *given) : show(daemon);
 }
 
 CLIOption gOptions[] = {
@@ -113,10 +100,9 @@ CLIOption gOptions[] = {
      .shortHelp = "print the settings (default), or change these"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp =
-         "0 done; 1 there is no daemon, it went away, it answered with a status other than 0\n"
-         "('set'), it does not tell its settings ('show'), or the output could not be written;\n"
-         "2 usage."},
+     .longHelp = "0 done; 1 there is no daemon, it went away before it answered, it answered\n"
+                 "with a status other than 0, it does not tell its settings ('show'), or\n"
+                 "writing fails; 2 usage."},
     {.type = kCLIEnd},
 };
 

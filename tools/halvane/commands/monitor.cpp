@@ -1,16 +1,16 @@
 // Prints the notifications of stations as they come.
+#include <atomic>
 #include <cerrno>
-#include <cstdio>
 #include <new>
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "halvane/daemon/xpc_client.h"
+#include "halvane/daemon/daemon_client.h"
+#include "halvane/daemon/daemon_events.h"
+#include "halvane/daemon/daemon_result.h"
 #include "halvane/utils/cli.h"
-#include "halvane/utils/log.h"
 
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/commands/daemon_session.h"
@@ -34,10 +34,10 @@ class LinePrinter {
     LinePrinter(Format format, WaitedEnd& end) : format_(format), end_(end) {}
 
     // Called on the client's queue.
-    void print(const StationEvent& event) noexcept {
+    void print(const StationChange& change) noexcept {
         if (isLost_) return;
         try {
-            isLost_ = !putAtOnce(lineOf(event, format_) + '\n');
+            isLost_ = !putAtOnce(lineOf(change, format_) + '\n');
         } catch (const std::bad_alloc&) {
             noteLostOutput(ENOMEM);
             isLost_ = true;
@@ -51,52 +51,69 @@ class LinePrinter {
     bool isLost_ = false;
 };
 
-// The client tells nobody but its log that the daemon is gone: on the queue that notifications come
-// from, so behind the last of them.
-void hearOfLoss(const LogMessage*, const char* text, std::size_t length, void* end) {
-    const std::string_view message(text, length);
-    for (const std::string_view loss :
-         {"connection was interrupted\n", "connection was invalidated\n"}) {
-        if (message == loss) static_cast<WaitedEnd*>(end)->end(WaitedEnd::Reason::DaemonGone);
+void say(const char* text) noexcept {
+    try {
+        complain(std::string(kName) + ": " + text);
+    } catch (const std::bad_alloc&) {
+        // No room for the message: it is left out.
     }
 }
 
-// From now on what the client logs is heard, and not shown. No setting of the preferences stands
-// against that.
-void listenToLog(WaitedEnd& end) {
-    LogIsEnabled(&gLogCategory_WiFiXPC, kLogLevelMax);  // reads them
-    LogControl(nullptr);
-    char control[160];
-    std::snprintf(control, sizeof(control),
-                  "^WiFiXPC$:level=error,^WiFiXPC$:flags=none,^WiFiXPC$:rate=0,"
-                  "^WiFiXPC$:output=callback;func=%p;arg=%p",
-                  reinterpret_cast<void*>(hearOfLoss), static_cast<void*>(&end));
-    LogControl(control);
+// Whether a request failed because somebody went away.
+bool isLoss(DaemonError::Kind kind) {
+    using Kind = DaemonError::Kind;
+    return kind == Kind::NoDaemon || kind == Kind::DaemonLeft || kind == Kind::BusGone ||
+           kind == Kind::Ending;
 }
 
-// That output was lost is told by main(), as for every command.
-int statusOf(WaitedEnd::Reason reason) {
-    switch (reason) {
-        case WaitedEnd::Reason::DaemonGone:
-            complain(std::string(kName) + ": the daemon is gone");
-            break;
-        case WaitedEnd::Reason::OutputLost:
-            break;
+// Tells what becomes of the daemon, behind the last notification from before. Called on the
+// client's queue.
+class DaemonTeller {
+  public:
+    explicit DaemonTeller(WaitedEnd& end) : end_(end) {}
+
+    // From now on there is something to tell: it has been asked for notifications.
+    void begin() { isAsked_ = true; }
+
+    void tell(DaemonState state) noexcept {
+        if (!isAsked_) return;
+        if (state == DaemonState::DaemonGone) say("the daemon is gone; waiting for it");
+        if (state == DaemonState::BusGone) say("the bus is gone; waiting for it");
     }
-    return kExitFailed;
-}
+
+    // What went away meanwhile is told by the state that it leads to.
+    void tellRenewal(const DaemonResult<void>& result) noexcept {
+        if (!isAsked_) return;
+        if (result) return say("the daemon is back; asked for notifications again");
+        if (isLoss(result.error().kind)) return;
+        refusal_ = result.error();
+        end_.end(WaitedEnd::Reason::DaemonRefused);
+    }
+
+    // REQUIRES: the end had the reason DaemonRefused.
+    const DaemonError& refusal() const { return refusal_; }
+
+  private:
+    std::atomic<bool> isAsked_ = false;
+    DaemonError refusal_;
+    WaitedEnd& end_;
+};
 
 int watch(Format format) {
     WaitedEnd end;
     LinePrinter printer(format, end);
-    listenToLog(end);
-    const auto client = HalvaneXPCClient::init();
-    client->setDelegate(delegateFor([&](const StationEvent& event) { printer.print(event); }));
-    if (!findDaemon(kName, *client)) return kExitFailed;
-    client->setSubscribeAP(true);
+    DaemonTeller teller(end);
+    DaemonClient daemon(
+        {.station = [&](const StationChange& change) { printer.print(change); },
+         .state = [&](DaemonState state) { teller.tell(state); },
+         .renewal = [&](const DaemonResult<void>& result) { teller.tellRenewal(result); }});
+    if (const auto asked = daemon.subscribe(true); !asked) return failFor(kName, asked.error());
+    teller.begin();
     endOnSignals();  // not before: what waits for an answer is ended by them in any case
     complain(std::string(kName) + ": asked for notifications; Control-C ends");
-    return statusOf(end.wait());
+    // That output was lost is told by main(), as for every command.
+    if (end.wait() == WaitedEnd::Reason::OutputLost) return kExitFailed;
+    return failFor(kName, teller.refusal());
 }
 
 Result<Format, UsageError> takeLineFormat() {
@@ -119,8 +136,9 @@ CLIOption gOptions[] = {
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp =
-         "0 ended by SIGINT (Control-C) or SIGTERM once it has asked; 1 there is no daemon, it\n"
-         "went away, or the output could not be written; 2 usage."},
+         "0 ended by SIGINT (Control-C) or SIGTERM once it has asked; 1 there is no daemon when "
+         "it\n"
+         "starts, the daemon answered with a status other than 0, or writing fails; 2 usage."},
     {.type = kCLIEnd},
 };
 
@@ -130,11 +148,10 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<run>,
      .subOptions = gOptions,
      .shortHelp = "print stations that come and go",
-     .longHelp = "Asks the Wi-Fi daemon for notifications and prints each as it comes: stations "
-                 "that join,\n"
-                 "are authorized, are kicked, or leave. Says on standard error once it has asked. "
-                 "A daemon\n"
-                 "that goes away ends it: one that comes back would have to be asked again."},
+     .longHelp = "Asks the Wi-Fi daemon for notifications and prints each as it comes:\n"
+                 "stations that join, are authorized, are kicked, or leave. Says on standard\n"
+                 "error once it has asked. Where the daemon or the bus goes away, it says so,\n"
+                 "waits, and asks anew."},
 };
 
 }  // namespace

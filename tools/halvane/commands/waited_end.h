@@ -10,7 +10,7 @@ namespace halvane::tool {
 
 class WaitedEnd {
   public:
-    enum class Reason : int { DaemonGone, OutputLost };
+    enum class Reason : int { DaemonRefused, OutputLost };
 
     WaitedEnd() = default;
     WaitedEnd(const WaitedEnd&) = delete;

@@ -13,30 +13,13 @@
 namespace halvane::tool {
 
 template <>
-inline constexpr auto kProperties<StationEvent> = std::tuple{
-    Property{"event", [](const StationEvent& event) { return event.event; }},
-    Property{"mac", [](const StationEvent& event) { return addressIn(event.mac); }},
-    Property{"interfaceName", [](const StationEvent& event) -> auto& {return event.interfaceName;
-}
-}
-,
-}
-;
+inline constexpr auto kProperties<StationChange> = std::tuple{
+    Property{"event", [](const StationChange& change) { return nameOf(change.kind); }},
+    Property{"mac", [](const StationChange& change) { return Address{change.address.octets()}; }},
+    Property{"interfaceName", &StationChange::interface},
+};
 
 namespace {
-
-using Delegate = HalvaneXPCClientDelegate;
-
-struct Kind {
-    const char* name;
-    Delegate::Call Delegate::*call;
-};
-constexpr Kind kKinds[] = {
-    {"authorized", &Delegate::clientAuthorized_forInterface},
-    {"joined", &Delegate::clientJoined_forInterface},
-    {"kicked", &Delegate::clientKicked_forInterface},
-    {"left", &Delegate::clientLeft_forInterface},
-};
 
 // What is short of `width` is filled with blanks.
 std::string padded(std::string text, std::size_t width) {
@@ -49,30 +32,19 @@ std::string orDash(const std::string& text) {
     return text.empty() ? "-" : text;
 }
 
-std::string textOf(const StationEvent& event) {
-    constexpr std::size_t kEventWidth = 10, kAddressWidth = 17;
-    const std::string address = orDash(FancyFormatting::formattedMAC(event.mac));
-    return padded(event.event, kEventWidth) + "  " + padded(address, kAddressWidth) + "  " +
-           orDash(escapedText(event.interfaceName));
+std::string textOf(const StationChange& change) {
+    constexpr std::size_t kEventWidth = 10;
+    return padded(nameOf(change.kind), kEventWidth) + "  " +
+           FancyFormatting::formattedMAC(change.address.buffer()) + "  " +
+           orDash(escapedText(change.interface));
 }
 
 }  // namespace
 
-std::shared_ptr<const Delegate> delegateFor(const std::function<void(const StationEvent&)>& take) {
-    auto delegate = std::make_shared<Delegate>();
-    for (const auto& [name, call] : kKinds) {
-        (*delegate).*
-            call = [take, kind = name](const ByteBuffer& mac, const std::string& interfaceName) {
-            take({kind, mac, interfaceName});
-        };
-    }
-    return delegate;
-}
-
-std::string lineOf(const StationEvent& event, Format format) {
-    if (format == Format::Text) return textOf(event);
+std::string lineOf(const StationChange& change, Format format) {
+    if (format == Format::Text) return textOf(change);
     JSONWriter writer;
-    writeObject(writer, event);
+    writeObject(writer, change);
     return std::string(writer.text());
 }
 
