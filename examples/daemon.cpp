@@ -1,50 +1,49 @@
 // The Wi-Fi daemon's interfaces, and the first station that is authorized. To try it without a
 // daemon: halvaned-sim --private -- example_daemon
+#include <chrono>
 #include <cstdio>
 #include <future>
-#include <memory>
-#include <optional>
 #include <string>
 
-#include "halvane/base/byte_buffer.h"
-#include "halvane/base/error.h"
-#include "halvane/daemon/xpc_client.h"
-#include "halvane/daemon/xpc_client_delegate.h"
-#include "halvane/ie/fancy_formatting.h"
+#include "halvane/daemon/daemon_client.h"
+#include "halvane/daemon/daemon_events.h"
 #include "halvane/model/interface.h"
-#include "halvane/utils/log.h"
+
+using namespace halvane;
+using namespace std::chrono_literals;
+
+namespace {
+
+int fail(const DaemonError& error) {
+    std::fprintf(stderr, "%s\n", error.text());
+    return 1;
+}
+
+}  // namespace
 
 int main() {
-    using namespace halvane;
+    std::promise<void> authorized;  // outlives the client, whose events use it
+    bool isFirst = true;
+    DaemonClient daemon({.station = [&](const StationChange& change) {
+        std::printf("%s %s on %s\n", change.address.text().c_str(), nameOf(change.kind),
+                    change.interface.c_str());
+        // Events come one at a time.
+        if (change.kind != StationChange::Kind::Authorized || !isFirst) return;
+        isFirst = false;
+        authorized.set_value();
+    }});
 
-    gLogCategory_WiFiXPC.level = kLogLevelOff;  // else each notification is logged, too
-    std::promise<void> authorized;              // outlives the client, whose delegate keeps it
-    const auto client = HalvaneXPCClient::init();
-    std::optional<Error> error;
-    const auto interfaces = client->queryInterfaceList(&error);
-    if (error || interfaces.empty()) {
-        std::fputs("There is no daemon, or it has no interface.\n", stderr);
-        return 1;
-    }
-    for (const HalvaneInterface& interface : interfaces) {
+    const auto interfaces = daemon.interfaces(5s);
+    if (!interfaces) return fail(interfaces.error());
+    for (const HalvaneInterface& interface : *interfaces) {
         std::printf("%s is in the role %s\n", interface.ifName()->c_str(),
                     interface.ifRole()->c_str());
     }
+    if (interfaces->empty()) return 1;
 
-    auto delegate = std::make_shared<HalvaneXPCClientDelegate>();
-    delegate->clientJoined_forInterface = [](const ByteBuffer& mac, const std::string& name) {
-        std::printf("%s joined %s\n", FancyFormatting::formattedMAC(mac).c_str(), name.c_str());
-    };
-    delegate->clientAuthorized_forInterface = [&](const ByteBuffer& mac, const std::string& name) {
-        static bool isFirst = true;  // calls come one at a time
-        if (!isFirst) return;
-        isFirst = false;
-        std::printf("%s is authorized on %s\n", FancyFormatting::formattedMAC(mac).c_str(),
-                    name.c_str());
-        authorized.set_value();
-    };
-    client->setDelegate(delegate);
-    client->setSubscribeAP(true);
-    client->bssStart_error(*interfaces[0].ifName());  // its stations come, if any are in range
-    authorized.get_future().wait();
+    if (const auto done = daemon.subscribe(true, 5s); !done) return fail(done.error());
+    if (const auto done = daemon.start(*(*interfaces)[0].ifName(), 5s); !done) {
+        return fail(done.error());
+    }
+    authorized.get_future().wait();  // its stations come, if any are in range
 }
