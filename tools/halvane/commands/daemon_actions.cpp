@@ -2,9 +2,9 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <variant>
 #include <vector>
 
+#include "halvane/base/result.h"
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_result.h"
 #include "halvane/model/bss_config.h"
@@ -57,52 +57,53 @@ constexpr Action kStop = {"stop", Needs::Nothing, [](auto& daemon, const auto& i
                           }};
 
 // The operands, in their order.
-std::variant<ActionInput, UsageError> takeOperands(const Action& action) {
+Result<ActionInput, UsageError> takeOperands(const Action& action) {
     const std::vector<std::string> words = takeArguments();
     const bool hasRole = action.needs == Needs::Role;
     if (words.size() != (hasRole ? 2u : 1u)) {
         // Not repeated, for one of them may be the passphrase.
-        return UsageError{hasRole ? "takes an interface and a role" : "takes one interface"};
+        return Unexpected(
+            UsageError{hasRole ? "takes an interface and a role" : "takes one interface"});
     }
     if (!isInterfaceName(words[0])) {
-        return UsageError{"'" + words[0] + "' is no name of an interface"};
+        return Unexpected(UsageError{"'" + words[0] + "' is no name of an interface"});
     }
     ActionInput input = {.interface = words[0]};
     if (hasRole) {
         const std::string& role = words[1];
-        if (role.empty() || !isText(role)) return UsageError{"'" + role + "' is no text of a role"};
+        if (role.empty() || !isText(role)) {
+            return Unexpected(UsageError{"'" + role + "' is no text of a role"});
+        }
         input.role = role;
     }
     return input;
 }
 
 // What is to be sent; where that cannot be had, an exit status, and it has been told why.
-std::variant<ActionInput, int> takeInput(const Action& action) {
+Result<ActionInput, int> takeInput(const Action& action) {
     auto operands = takeOperands(action);
     const auto options = takeConfigOptions();
-    if (const auto* error = std::get_if<UsageError>(&operands)) return refuse(action.name, *error);
-    if (!options) return refuse(action.name, options.error());
-    if (action.needs != Needs::Configuration) return std::get<ActionInput>(operands);
+    if (!operands) return Unexpected(refuse(action.name, operands.error()));
+    if (!options) return Unexpected(refuse(action.name, options.error()));
+    if (action.needs != Needs::Configuration) return *operands;
     if (!options->configuration.ssid()) {
-        return refuse(action.name, "needs --ssid or --ssid-hex");
+        return Unexpected(refuse(action.name, "needs --ssid or --ssid-hex"));
     }
     const auto configuration = configurationOf(*options);
     if (!configuration) {
         complain(std::string(action.name) + ": " + configuration.error());
-        return kExitFailed;
+        return Unexpected(kExitFailed);
     }
-    auto& input = std::get<ActionInput>(operands);
-    input.configuration = *configuration;
-    return input;
+    operands->configuration = *configuration;
+    return *operands;
 }
 
 template <const Action& action>
 int act() {
-    const auto taken = takeInput(action);
-    if (const int* status = std::get_if<int>(&taken)) return *status;
-    const auto& input = std::get<ActionInput>(taken);
+    const auto input = takeInput(action);
+    if (!input) return input.error();
     DaemonClient daemon;
-    if (const auto done = action.send(daemon, input); !done) {
+    if (const auto done = action.send(daemon, *input); !done) {
         return failFor(action.name, done.error());
     }
     return kExitDone;

@@ -5,13 +5,12 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "halvane/base/escaped_text.h"
+#include "halvane/base/result.h"
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_log_controls.h"
-#include "halvane/daemon/daemon_result.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"
@@ -45,15 +44,18 @@ std::optional<UsageError> readControl(DaemonLogControls& controls, const std::st
 }
 
 // Absent for "show".
-std::variant<std::optional<DaemonLogControls>, UsageError> controlsOf(
+Result<std::optional<DaemonLogControls>, UsageError> controlsOf(
     const std::vector<std::string>& words) {
-    if (words.empty() || words == std::vector<std::string>{"show"}) return std::nullopt;
-    if (words[0] == "show") return UsageError{"'show' takes nothing else"};
-    if (words[0] != "set") return UsageError{"'" + words[0] + "' is not 'show' or 'set'"};
-    if (words.size() == 1) return UsageError{"'set' takes CATEGORY=CONTROL"};
+    if (words.empty() || words == std::vector<std::string>{"show"}) {
+        return std::optional<DaemonLogControls>();
+    }
+    if (words[0] == "show") return Unexpected(UsageError{"'show' takes nothing else"});
+    if (words[0] != "set")
+        return Unexpected(UsageError{"'" + words[0] + "' is not 'show' or 'set'"});
+    if (words.size() == 1) return Unexpected(UsageError{"'set' takes CATEGORY=CONTROL"});
     DaemonLogControls controls;
     for (std::size_t i = 1; i < words.size(); ++i) {
-        if (auto problem = readControl(controls, words[i])) return *problem;
+        if (auto problem = readControl(controls, words[i])) return Unexpected(*problem);
     }
     return controls;
 }
@@ -87,10 +89,9 @@ int set(DaemonClient& daemon, const DaemonLogControls& controls) {
 
 int run() {
     const auto controls = controlsOf(takeArguments());
-    if (const auto* error = std::get_if<UsageError>(&controls)) return refuse(kName, *error);
+    if (!controls) return refuse(kName, controls.error());
     DaemonClient daemon;
-    const auto& given = std::get<std::optional<DaemonLogControls>>(controls);
-    return given ? set(daemon, *given) : show(daemon);
+    return *controls ? set(daemon, **controls) : show(daemon);
 }
 
 CLIOption gOptions[] = {
