@@ -1,9 +1,12 @@
 #include "tools/halvane/output/json_record.h"
 
+#include <chrono>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <random>
@@ -19,12 +22,15 @@
 #include "halvane/ie/mac.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
+#include "halvane/model/device.h"
 #include "halvane/regulatory/sku.h"
 
 #include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
 #include "tests/support/json_tree.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/config_properties.h"
+#include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/frame_properties.h"
 #include "tools/halvane/output/model_properties.h"
 #include "tools/halvane/output/record_json.h"

@@ -1,6 +1,9 @@
 #include "tools/halvane/output/property_table.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <set>

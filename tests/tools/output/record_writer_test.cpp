@@ -1,6 +1,7 @@
 #include "tools/halvane/output/record_writer.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
