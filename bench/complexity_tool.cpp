@@ -121,7 +121,9 @@ void addJSONRows() {
     });
     addGrowth(
         "watch: an event of a long name", 262144,
-        [](std::size_t n) { return StationChange{.interface = repeated("\x1B\"", n / 2)}; },
+        [](std::size_t n) {
+            return StationChange{.address = {}, .interface = repeated("\x1B\"", n / 2)};
+        },
         [](const StationChange& change) {
             return lineOf(change, Format::Text).size() > change.interface.size() &&
                    lineOf(change, Format::JSON).size() > change.interface.size();
