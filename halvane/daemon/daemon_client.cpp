@@ -26,6 +26,7 @@ DaemonResult<T> readReply(DaemonReply reply, DaemonResult<T> (*read)(const IPCMe
 // The two forms of every request. `make` makes it; what memory does not hold is a failure. The link
 // is held, for the client may be gone before the request is done.
 template <typename Make>
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 auto call(LinkPointer link, const DaemonDeadline& deadline, Make make,
           DaemonLink::Wish wish = std::nullopt) -> decltype(make().read(IPCMessage())) {
     try {
@@ -37,6 +38,7 @@ auto call(LinkPointer link, const DaemonDeadline& deadline, Make make,
 }
 
 template <typename T, typename Make>
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void call(LinkPointer link, const DaemonCompletion<T>& done, Make make,
           DaemonLink::Wish wish = std::nullopt) {
     IPCMessage message;
@@ -77,14 +79,14 @@ DaemonState DaemonClient::state() const {
 DaemonResult<DaemonClient::Devices> DaemonClient::devices(Deadline deadline) {
     return call(link_, deadline, requests::devices);
 }
-void DaemonClient::devices(Done<Devices> done) {
+void DaemonClient::devices(const Done<Devices>& done) {
     call(link_, done, requests::devices);
 }
 
 DaemonResult<DaemonClient::Interfaces> DaemonClient::interfaces(Deadline deadline) {
     return call(link_, deadline, requests::interfaces);
 }
-void DaemonClient::interfaces(Done<Interfaces> done) {
+void DaemonClient::interfaces(const Done<Interfaces>& done) {
     call(link_, done, requests::interfaces);
 }
 
@@ -92,7 +94,7 @@ DaemonResult<DaemonClient::Channels> DaemonClient::channels(std::string_view int
                                                             Deadline deadline) {
     return call(link_, deadline, [&] { return requests::channels(interface); });
 }
-void DaemonClient::channels(std::string_view interface, Done<Channels> done) {
+void DaemonClient::channels(std::string_view interface, const Done<Channels>& done) {
     call(link_, done, [&] { return requests::channels(interface); });
 }
 
@@ -101,14 +103,14 @@ DaemonResult<DaemonClient::Configurations> DaemonClient::configurations(
     return call(link_, deadline, [&] { return requests::configurations(interface); });
 }
 void DaemonClient::configurations(std::optional<std::string_view> interface,
-                                  Done<Configurations> done) {
+                                  const Done<Configurations>& done) {
     call(link_, done, [&] { return requests::configurations(interface); });
 }
 
 DaemonResult<DaemonClient::Stations> DaemonClient::stations(Deadline deadline) {
     return call(link_, deadline, requests::stations);
 }
-void DaemonClient::stations(Done<Stations> done) {
+void DaemonClient::stations(const Done<Stations>& done) {
     call(link_, done, requests::stations);
 }
 
@@ -119,7 +121,7 @@ DaemonResult<void> DaemonClient::add(std::string_view interface,
     return call(link_, deadline, [&] { return requests::add(interface, configuration); });
 }
 void DaemonClient::add(std::string_view interface, const HalvaneBSSConfig& configuration,
-                       Done<void> done) {
+                       const Done<void>& done) {
     call(link_, done, [&] { return requests::add(interface, configuration); });
 }
 
@@ -128,21 +130,21 @@ DaemonResult<void> DaemonClient::remove(std::string_view interface,
     return call(link_, deadline, [&] { return requests::remove(interface, configuration); });
 }
 void DaemonClient::remove(std::string_view interface, const HalvaneBSSConfig& configuration,
-                          Done<void> done) {
+                          const Done<void>& done) {
     call(link_, done, [&] { return requests::remove(interface, configuration); });
 }
 
 DaemonResult<void> DaemonClient::enable(std::string_view interface, Deadline deadline) {
     return call(link_, deadline, [&] { return requests::enable(interface); });
 }
-void DaemonClient::enable(std::string_view interface, Done<void> done) {
+void DaemonClient::enable(std::string_view interface, const Done<void>& done) {
     call(link_, done, [&] { return requests::enable(interface); });
 }
 
 DaemonResult<void> DaemonClient::disable(std::string_view interface, Deadline deadline) {
     return call(link_, deadline, [&] { return requests::disable(interface); });
 }
-void DaemonClient::disable(std::string_view interface, Done<void> done) {
+void DaemonClient::disable(std::string_view interface, const Done<void>& done) {
     call(link_, done, [&] { return requests::disable(interface); });
 }
 
@@ -150,21 +152,22 @@ DaemonResult<void> DaemonClient::setRole(std::string_view interface, std::string
                                          Deadline deadline) {
     return call(link_, deadline, [&] { return requests::role(interface, role); });
 }
-void DaemonClient::setRole(std::string_view interface, std::string_view role, Done<void> done) {
+void DaemonClient::setRole(std::string_view interface, std::string_view role,
+                           const Done<void>& done) {
     call(link_, done, [&] { return requests::role(interface, role); });
 }
 
 DaemonResult<void> DaemonClient::start(std::string_view interface, Deadline deadline) {
     return call(link_, deadline, [&] { return requests::start(interface); });
 }
-void DaemonClient::start(std::string_view interface, Done<void> done) {
+void DaemonClient::start(std::string_view interface, const Done<void>& done) {
     call(link_, done, [&] { return requests::start(interface); });
 }
 
 DaemonResult<void> DaemonClient::stop(std::string_view interface, Deadline deadline) {
     return call(link_, deadline, [&] { return requests::stop(interface); });
 }
-void DaemonClient::stop(std::string_view interface, Done<void> done) {
+void DaemonClient::stop(std::string_view interface, const Done<void>& done) {
     call(link_, done, [&] { return requests::stop(interface); });
 }
 
@@ -174,7 +177,7 @@ DaemonResult<void> DaemonClient::subscribe(bool isWanted, Deadline deadline) {
     return call(
         link_, deadline, [&] { return requests::subscribe(isWanted); }, isWanted);
 }
-void DaemonClient::subscribe(bool isWanted, Done<void> done) {
+void DaemonClient::subscribe(bool isWanted, const Done<void>& done) {
     call(
         link_, done, [&] { return requests::subscribe(isWanted); }, isWanted);
 }
@@ -182,14 +185,14 @@ void DaemonClient::subscribe(bool isWanted, Done<void> done) {
 DaemonResult<void> DaemonClient::setLogging(const DaemonLogControls& controls, Deadline deadline) {
     return call(link_, deadline, [&] { return requests::setLogging(controls); });
 }
-void DaemonClient::setLogging(const DaemonLogControls& controls, Done<void> done) {
+void DaemonClient::setLogging(const DaemonLogControls& controls, const Done<void>& done) {
     call(link_, done, [&] { return requests::setLogging(controls); });
 }
 
 DaemonResult<std::string> DaemonClient::logging(Deadline deadline) {
     return call(link_, deadline, requests::logging);
 }
-void DaemonClient::logging(Done<std::string> done) {
+void DaemonClient::logging(const Done<std::string>& done) {
     call(link_, done, requests::logging);
 }
 

@@ -102,59 +102,62 @@ class HALVANE_EXPORT DaemonClient final {
     // --- Lists: without what makes no record ---
 
     DaemonResult<Devices> devices(Deadline deadline = {});
-    void devices(Done<Devices> done);
+    void devices(const Done<Devices>& done);
     DaemonResult<Interfaces> interfaces(Deadline deadline = {});
-    void interfaces(Done<Interfaces> done);
+    void interfaces(const Done<Interfaces>& done);
     DaemonResult<Channels> channels(std::string_view interface, Deadline deadline = {});
-    void channels(std::string_view interface, Done<Channels> done);
+    void channels(std::string_view interface, const Done<Channels>& done);
 
     // Of one interface, or of all.
     DaemonResult<Configurations> configurations(std::optional<std::string_view> interface,
                                                 Deadline deadline = {});
-    void configurations(std::optional<std::string_view> interface, Done<Configurations> done);
+    void configurations(std::optional<std::string_view> interface,
+                        const Done<Configurations>& done);
 
     // Of all interfaces.
     DaemonResult<Stations> stations(Deadline deadline = {});
-    void stations(Done<Stations> done);
+    void stations(const Done<Stations>& done);
 
     // --- Actions ---
 
     // A configuration with a text that has no XML form is Unsendable.
     DaemonResult<void> add(std::string_view interface, const HalvaneBSSConfig& configuration,
                            Deadline deadline = {});
-    void add(std::string_view interface, const HalvaneBSSConfig& configuration, Done<void> done);
+    void add(std::string_view interface, const HalvaneBSSConfig& configuration,
+             const Done<void>& done);
 
     // The daemon decides which of its configurations is meant.
     DaemonResult<void> remove(std::string_view interface, const HalvaneBSSConfig& configuration,
                               Deadline deadline = {});
-    void remove(std::string_view interface, const HalvaneBSSConfig& configuration, Done<void> done);
+    void remove(std::string_view interface, const HalvaneBSSConfig& configuration,
+                const Done<void>& done);
 
     DaemonResult<void> enable(std::string_view interface, Deadline deadline = {});
-    void enable(std::string_view interface, Done<void> done);
+    void enable(std::string_view interface, const Done<void>& done);
     DaemonResult<void> disable(std::string_view interface, Deadline deadline = {});
-    void disable(std::string_view interface, Done<void> done);
+    void disable(std::string_view interface, const Done<void>& done);
     DaemonResult<void> setRole(std::string_view interface, std::string_view role,
                                Deadline deadline = {});
-    void setRole(std::string_view interface, std::string_view role, Done<void> done);
+    void setRole(std::string_view interface, std::string_view role, const Done<void>& done);
     DaemonResult<void> start(std::string_view interface, Deadline deadline = {});
-    void start(std::string_view interface, Done<void> done);
+    void start(std::string_view interface, const Done<void>& done);
     DaemonResult<void> stop(std::string_view interface, Deadline deadline = {});
-    void stop(std::string_view interface, Done<void> done);
+    void stop(std::string_view interface, const Done<void>& done);
 
     // --- Notifications and logging ---
 
     // Whether the daemon is to tell of stations from now on. The client keeps the wish, whatever
     // comes of the request, and renews it when the daemon comes back.
     DaemonResult<void> subscribe(bool isWanted, Deadline deadline = {});
-    void subscribe(bool isWanted, Done<void> done);
+    void subscribe(bool isWanted, const Done<void>& done);
 
     // Changes the daemon's log categories of the same names.
     DaemonResult<void> setLogging(const DaemonLogControls& controls, Deadline deadline = {});
-    void setLogging(const DaemonLogControls& controls, Done<void> done);
+    void setLogging(const DaemonLogControls& controls, const Done<void>& done);
 
     // The daemon's logging settings in its own words.
     DaemonResult<std::string> logging(Deadline deadline = {});
-    void logging(Done<std::string> done);
+    void logging(const Done<std::string>& done);
 
   private:
     const std::shared_ptr<DaemonLink> link_;
