@@ -8,6 +8,7 @@
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/bss_table.h"
 #include "halvane/capture/frame_record.h"
+#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 
 #include "bench/capture_input.h"

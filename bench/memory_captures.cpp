@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/bss_table.h"
 #include "halvane/capture/frame_record.h"
 #include "halvane/ie/country_ie.h"

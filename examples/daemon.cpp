@@ -7,6 +7,7 @@
 
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_events.h"
+#include "halvane/daemon/daemon_result.h"
 #include "halvane/model/interface.h"
 
 using namespace halvane;

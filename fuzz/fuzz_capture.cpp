@@ -8,7 +8,10 @@
 #include <unistd.h>
 #include <vector>
 
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/captured_frame.h"
 #include "halvane/capture/frame_record.h"
+#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 
 #include "fuzz/byte_source.h"

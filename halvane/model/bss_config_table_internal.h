@@ -2,6 +2,8 @@
 #ifndef HALVANE_MODEL_BSS_CONFIG_TABLE_INTERNAL_H
 #define HALVANE_MODEL_BSS_CONFIG_TABLE_INTERNAL_H
 
+#include <string>
+
 // The fields in the order of a skeleton, each with its key there:
 //
 //   GIVEN(type, getter, key)           may be absent; changed by an operation of its own

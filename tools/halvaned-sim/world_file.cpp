@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"

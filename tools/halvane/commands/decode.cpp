@@ -18,6 +18,7 @@
 #include "tools/halvane/input/hex_input.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
+#include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
 #include "tools/halvane/output/record_writer.h"

@@ -11,6 +11,7 @@
 #include "halvane/base/result.h"
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_log_controls.h"
+#include "halvane/daemon/daemon_result.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "halvane/base/result.h"
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_events.h"
 #include "halvane/daemon/daemon_result.h"

@@ -14,6 +14,7 @@
 #include "halvane/base/result.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/captured_frame.h"
+#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 
 struct pcap;

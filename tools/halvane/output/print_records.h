@@ -2,6 +2,8 @@
 #ifndef TOOLS_HALVANE_OUTPUT_PRINT_RECORDS_H
 #define TOOLS_HALVANE_OUTPUT_PRINT_RECORDS_H
 
+// The writeJSON() of a record's type is its caller's to include.
+// IWYU pragma: no_include "tools/halvane/output/config_json.h"
 #include <utility>
 #include <vector>
 
