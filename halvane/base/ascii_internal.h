@@ -1,4 +1,4 @@
-// Classes of ASCII characters, whatever the locale is.
+// Classes of ASCII characters, independent of the locale.
 #ifndef HALVANE_BASE_ASCII_INTERNAL_H
 #define HALVANE_BASE_ASCII_INTERNAL_H
 
@@ -11,10 +11,10 @@ namespace halvane {
 inline constexpr char kLowerHexDigits[] = "0123456789abcdef";
 inline constexpr char kUpperHexDigits[] = "0123456789ABCDEF";
 
-// Above every digit of every base.
+// Greater than every digit of every base.
 inline constexpr std::uint8_t kNoDigit = 0xFF;
 
-// The value of every character as a digit, of bases up to 36.
+// The value of each character as a digit, for bases up to 36.
 inline constexpr auto kDigitValues = [] {
     std::array<std::uint8_t, 256> values{};
     values.fill(kNoDigit);

@@ -1,7 +1,7 @@
-// A value that takes memory of its own only once it is changed.
+// A value that allocates memory only when it is first changed.
 //
-// A box that nobody has changed is as small as a pointer and reads as a fresh value. Copying one
-// copies the value. Only change() and copying allocate.
+// An unchanged box is as small as a pointer and reads as a fresh value. Copying a box copies the
+// value. Only change() and copying allocate.
 //
 // Threads: as for the value.
 #ifndef HALVANE_BASE_BOXED_H
@@ -12,7 +12,7 @@
 
 namespace halvane {
 
-// A value that the end of the process leaves as it is.
+// A value whose destructor never runs, so that it stays valid until the process ends.
 template <typename Value>
 union NeverDestroyed {
     constexpr NeverDestroyed() : value() {}
@@ -32,12 +32,12 @@ class Boxed {
     Boxed(const Boxed& other)
         : value_(other.value_ ? std::make_unique<Value>(*other.value_) : nullptr) {}
     Boxed& operator=(const Boxed& other) { return *this = Boxed(other); }
-    // What is moved from becomes fresh.
+    // A moved-from box holds a fresh value.
     Boxed(Boxed&&) noexcept = default;
     Boxed& operator=(Boxed&&) noexcept = default;
     ~Boxed() = default;
 
-    // Valid until the box is next assigned to, made fresh, or first changed.
+    // The reference is valid until the box is next assigned to, made fresh, or first changed.
     const Value& operator*() const { return value_ ? *value_ : kFresh.value; }
     const Value* operator->() const { return &**this; }
     Value& change() {
@@ -45,7 +45,7 @@ class Boxed {
         return *value_;
     }
 
-    // Gives the memory back.
+    // Releases the memory; the box then holds a fresh value.
     void makeFresh() { value_.reset(); }
 
     friend bool operator==(const Boxed& a, const Boxed& b) { return *a == *b; }

@@ -45,7 +45,7 @@ class HALVANE_EXPORT ByteBuffer {
     }
     ByteBuffer(std::initializer_list<std::uint8_t> bytes);
 
-    // The slice of `whole` that whole.slice(offset, length) is.
+    // The same as whole.slice(offset, length).
     ByteBuffer(const ByteBuffer& whole, std::size_t offset, std::size_t length) {
         const auto from = std::min(offset, whole.size_);
         const auto part = whole.bytes().subspan(from, std::min(length, whole.size_ - from));
@@ -92,25 +92,25 @@ class HALVANE_EXPORT ByteBuffer {
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
 
-    // The bytes; valid until this object is assigned to, moved from or destroyed.
+    // The bytes. The span is valid until this object is assigned to, moved from or destroyed.
     std::span<const std::uint8_t> bytes() const& {
         return {shared_ ? shared_.get() : inline_.data(), size_};
     }
     std::span<const std::uint8_t> bytes() const&& = delete;
 
-    // The same bytes, to go over. Valid as bytes() is.
+    // Iterators over the same bytes, valid as long as bytes() is.
     const std::uint8_t* begin() const& { return bytes().data(); }
     const std::uint8_t* end() const& { return begin() + size_; }
     const std::uint8_t* begin() const&& = delete;
     const std::uint8_t* end() const&& = delete;
 
-    // The same bytes, taken for text of any encoding. Valid as bytes() is.
+    // The same bytes as text, whose encoding is not checked. Valid as long as bytes() is.
     std::string_view text() const& {
         return {reinterpret_cast<const char*>(bytes().data()), size_};
     }
     std::string_view text() const&& = delete;
 
-    // `length` bytes from `offset` on; both are cut to what the buffer holds.
+    // Returns `length` bytes from `offset` on. Both are clamped to what the buffer holds.
     ByteBuffer slice(std::size_t offset, std::size_t length = SIZE_MAX) const {
         return ByteBuffer(*this, offset, length);
     }
@@ -121,18 +121,18 @@ class HALVANE_EXPORT ByteBuffer {
     // Groups of four bytes between angle brackets: "<00112233 4455>".
     std::string description() const;
 
-    // Same length and same bytes.
+    // Equal buffers have the same length and the same bytes.
     friend HALVANE_EXPORT bool operator==(const ByteBuffer& a, const ByteBuffer& b);
-    // By the first byte that differs, as unsigned; a buffer stands before the longer ones that
-    // begin with it.
+    // Orders by the first byte that differs, as an unsigned value. A buffer comes before a longer
+    // one that begins with it.
     friend HALVANE_EXPORT std::strong_ordering operator<=>(const ByteBuffer& a,
                                                            const ByteBuffer& b);
 
   private:
     static std::shared_ptr<const std::uint8_t[]> sharedCopyOf(std::span<const std::uint8_t> bytes);
 
-    // Two words of fixed size that may overlap, since elements are short and many, and a copy of
-    // variable length is a call. REQUIRES: bytes.size() <= kInlineCapacity.
+    // Copies two words of fixed size, which may overlap. Elements are short and many, and a copy of
+    // variable length costs a function call. REQUIRES: bytes.size() <= kInlineCapacity.
     void copyInline(std::span<const std::uint8_t> bytes) {
         const auto copyEnds = [&]<typename Word>(Word) {
             const std::size_t last = bytes.size() - sizeof(Word);
@@ -155,7 +155,7 @@ class HALVANE_EXPORT ByteBuffer {
 
 }  // namespace halvane
 
-// Equal buffers have the same hash, in this process.
+// Within one process equal buffers have the same hash.
 template <>
 struct std::hash<halvane::ByteBuffer> {
     std::size_t operator()(const halvane::ByteBuffer& buffer) const noexcept {

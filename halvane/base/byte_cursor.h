@@ -1,12 +1,13 @@
 // The one reader of received bytes: bounds-checked, little- and big-endian.
 //
-// A read that does not fit returns std::nullopt (or false), consumes nothing and fails the cursor
-// for good: every later read fails too, however few bytes it asks for. So a decoder may read
-// several fields and look at the last one alone: where that is there, all before it are. What the
-// failed read left unread is still told (position, remaining, atEnd) and handed out whole (rest,
-// restBuffer), so "nothing left" and "part of a field left" stay two different things.
-// A copy of a cursor fails on its own: read ahead with a copy.
-// A cursor borrows its bytes: it must not outlive them. Not for sharing between threads.
+// A read that does not fit returns std::nullopt (or false), consumes nothing, and puts the cursor
+// in a failed state for good: every later read fails too, however few bytes it asks for. A decoder
+// may therefore read several fields and check only the last one: if that field is present, all
+// fields before it are. After a failed read, position(), remaining() and atEnd() still describe the
+// unread bytes, and rest() and restBuffer() still return all of them. A decoder can therefore tell
+// "nothing left" from "part of a field left".
+// A copy of a cursor fails separately, so a decoder can read ahead with a copy.
+// A cursor borrows its bytes and must not outlive them. Threads must not share a cursor.
 #ifndef HALVANE_BASE_BYTE_CURSOR_H
 #define HALVANE_BASE_BYTE_CURSOR_H
 
@@ -41,8 +42,8 @@ class ByteCursor {
     std::optional<std::uint32_t> u32be() { return bigEndian<std::uint32_t>(); }
     std::optional<std::uint64_t> u64be() { return bigEndian<std::uint64_t>(); }
 
-    // The byte `offset` bytes ahead, without consuming anything. A look past the end fails no later
-    // read.
+    // Returns the byte `offset` bytes ahead and consumes nothing. A peek past the end does not make
+    // later reads fail.
     std::optional<std::uint8_t> peek(std::size_t offset = 0) const {
         if (hasFailed_ || offset >= remaining()) return std::nullopt;
         return bytes_[position_ + offset];
@@ -54,7 +55,7 @@ class ByteCursor {
         return true;
     }
 
-    // The next `count` bytes, borrowed.
+    // The next `count` bytes, borrowed from the cursor's bytes.
     std::optional<std::span<const std::uint8_t>> take(std::size_t count) {
         if (!fits(count)) return std::nullopt;
         const auto part = bytes_.subspan(position_, count);
@@ -62,7 +63,7 @@ class ByteCursor {
         return part;
     }
 
-    // The next `count` bytes, owned: a slice where the cursor stands on a buffer, else a copy.
+    // The next `count` bytes, owned: a slice if the cursor reads a ByteBuffer, otherwise a copy.
     std::optional<ByteBuffer> takeBuffer(std::size_t count) {
         const std::size_t start = position_;
         const auto part = take(count);
@@ -70,7 +71,7 @@ class ByteCursor {
         return partFrom(start, *part);
     }
 
-    // Everything left, after a failed read too; the cursor is at its end afterwards.
+    // All unread bytes, also after a failed read. The cursor is at its end afterwards.
     std::span<const std::uint8_t> rest() {
         const auto part = bytes_.subspan(position_);
         position_ = bytes_.size();
@@ -82,18 +83,19 @@ class ByteCursor {
     }
 
   private:
-    // Whether `count` more bytes are there to read; where not, no read succeeds from here on.
+    // Returns whether `count` more bytes are left. If not, no read succeeds any more.
     bool fits(std::size_t count) {
         if (count > remaining()) hasFailed_ = true;
         return !hasFailed_;
     }
 
-    // `part`, which starts at `start`, owned.
+    // Returns `part`, which starts at `start`, as an owned buffer.
     ByteBuffer partFrom(std::size_t start, std::span<const std::uint8_t> part) const {
         return buffer_ ? buffer_->slice(start, part.size()) : ByteBuffer(part);
     }
 
-    // Built by shifts: the same on every host, and one instruction where it can be.
+    // Shifts give the same result on every host, and compilers turn them into one instruction where
+    // they can.
     template <std::unsigned_integral Integer>
     std::optional<Integer> littleEndian() {
         const auto part = take(sizeof(Integer));

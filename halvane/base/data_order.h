@@ -1,4 +1,4 @@
-// An order of byte buffers by the bytes that they have in common.
+// An order of byte buffers by the bytes that both have.
 //
 // Free functions without state; any thread may call them.
 #ifndef HALVANE_BASE_DATA_ORDER_H
@@ -13,17 +13,17 @@
 
 namespace halvane::NSData_Halvane {
 
-// -1, 0 or 1: how `buffer` stands to `other`, by the first bytes of both, as many as the shorter
-// one has, taken as unsigned. A longer buffer that begins with the shorter one is its equal, which
-// makes the empty buffer the equal of every other.
+// Compares the first bytes of both buffers as unsigned values, as many as the shorter one has, and
+// returns -1, 0 or 1. A longer buffer that begins with the shorter one is equal to it, so the empty
+// buffer is equal to every buffer.
 //
-// No order to sort mixed lengths by: 01 equals 01 02 and 01 03, which differ.
+// Do not sort buffers of different lengths with it: 01 equals 01 02 and 01 03, which differ.
 HALVANE_EXPORT int compare(const ByteBuffer& buffer, const ByteBuffer& other);
 
-// The same; 1 where there is no other buffer.
+// The same; returns 1 if `other` is absent.
 HALVANE_EXPORT int compare(const ByteBuffer& buffer, const std::optional<ByteBuffer>& other);
 
-// The same for bytes in braces. Empty ones are the empty buffer, not none.
+// The same for bytes in braces. Empty braces mean the empty buffer, not an absent one.
 inline int compare(const ByteBuffer& buffer, std::initializer_list<std::uint8_t> other) {
     return compare(buffer, ByteBuffer(other));
 }

@@ -28,7 +28,7 @@ Date Date::fromUnixTime(std::int64_t value) {
 std::optional<Date> Date::fromFields(const Fields& fields) {
     const bool isYearCarried = fields.year >= 1 && fields.year <= 9999;
     const bool isTimeOfDay = fields.hour < 24 && fields.minute < 60 && fields.second < 60;
-    // The calendar types hold a month and a day in a byte: 257 would come out as 1.
+    // The calendar types store a month and a day in one byte each, so 257 would become 1.
     if (!isYearCarried || fields.month > 12 || fields.day > 31 || !isTimeOfDay) return std::nullopt;
     const year_month_day day(std::chrono::year(fields.year), std::chrono::month(fields.month),
                              std::chrono::day(fields.day));

@@ -27,11 +27,11 @@ class HALVANE_EXPORT Date {
     // 1970-01-01 00:00:00.
     Date() = default;
 
-    // Seconds since 1970-01-01 00:00:00; what lies outside the years 1 to 9999 becomes the nearest
-    // second inside.
+    // Converts seconds since 1970-01-01 00:00:00. A time outside the years 1 to 9999 becomes the
+    // nearest second inside.
     static Date fromUnixTime(std::int64_t seconds);
 
-    // Absent for fields that name no date ("February 30").
+    // Absent if the fields name no date ("February 30").
     static std::optional<Date> fromFields(const Fields& fields);
 
     std::int64_t unixTime() const { return seconds_; }

@@ -1,4 +1,4 @@
-// The text of a value in a description: its own, or "(null)" for an absent one.
+// The text of a value in a description. An absent value gives "(null)".
 #ifndef HALVANE_BASE_DESCRIBE_H
 #define HALVANE_BASE_DESCRIBE_H
 

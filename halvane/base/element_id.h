@@ -7,7 +7,7 @@
 
 namespace halvane {
 
-// ID and length, one octet each, stand before the body.
+// An element's header is its ID and its length, one octet each.
 inline constexpr std::size_t kElementHeaderSize = 2;
 
 inline constexpr std::uint8_t kElementIDSSID = 0;

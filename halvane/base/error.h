@@ -1,4 +1,4 @@
-// A failure: a domain, and a code within it. Carries no text.
+// A failure: a domain and a code within the domain. It carries no text.
 #ifndef HALVANE_BASE_ERROR_H
 #define HALVANE_BASE_ERROR_H
 
@@ -13,23 +13,23 @@
 
 namespace halvane {
 
-// The name of a domain. One made by constant() allocates nothing, and neither do its copies: the
-// errors of the library are made so, that a lack of memory can be told while memory lacks. Any
-// other one owns its text, as std::string does.
+// The name of a domain. A domain made by constant() allocates nothing, and neither do its copies.
+// The library makes all its errors this way, so that it can report a lack of memory while memory is
+// short. Any other domain owns its text, as std::string does.
 class ErrorDomain {
   public:
     ErrorDomain() = default;
     ErrorDomain(std::string text) : own_(std::move(text)) {}
     ErrorDomain(const char* text) : own_(text) {}
 
-    // REQUIRES: `text` is never changed and never goes, as a literal.
+    // REQUIRES: `text` never changes and lives until the process ends, as a literal does.
     static ErrorDomain constant(const char* text) noexcept {
         ErrorDomain domain;
         domain.constant_ = text;
         return domain;
     }
 
-    // Valid until the domain is assigned to, moved from or destroyed.
+    // The text is valid until the domain is assigned to, moved from or destroyed.
     const char* c_str() const noexcept { return constant_ != nullptr ? constant_ : own_.c_str(); }
     std::string_view view() const noexcept {
         return constant_ != nullptr ? std::string_view(constant_) : std::string_view(own_);
@@ -40,7 +40,7 @@ class ErrorDomain {
     operator std::string_view() const noexcept { return view(); }
     operator std::string() const { return std::string(view()); }
 
-    // The same text, wherever it stands.
+    // Domains are equal if their texts are, wherever the texts are stored.
     friend bool operator==(const ErrorDomain& a, const ErrorDomain& b) noexcept {
         return a.view() == b.view();
     }
@@ -54,7 +54,7 @@ class ErrorDomain {
     friend std::strong_ordering operator<=>(const ErrorDomain& a, const ErrorDomain& b) noexcept {
         return a.view() <=> b.view();
     }
-    // The two texts behind each other; one of them may be of another kind.
+    // Returns the two texts joined. One of them may be of another type.
     template <typename A, typename B>
     requires((std::same_as<A, ErrorDomain> ||
               std::same_as<B, ErrorDomain>)&&std::convertible_to<const A&, std::string_view>&&
@@ -67,7 +67,7 @@ class ErrorDomain {
     }
 
   private:
-    const char* constant_ = nullptr;  // null: the text is own_
+    const char* constant_ = nullptr;  // null if own_ holds the text
     std::string own_;
 };
 

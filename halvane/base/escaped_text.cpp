@@ -56,7 +56,7 @@ std::string escapedText(std::string_view text) {
     escaped.reserve(text.size());
     while (!text.empty()) {
         const auto character = firstUtf8Character(text);
-        // An octet that starts no character is escaped alone; the next may start one.
+        // An octet that starts no character is escaped alone. The next octet may start one.
         const std::string_view octets = text.substr(0, character ? character->size : 1);
         if (!character || !isShowable(character->codePoint)) {
             appendEscaped(escaped, octets);

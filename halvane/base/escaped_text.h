@@ -1,4 +1,4 @@
-// Received octets as text that is safe to show.
+// Makes received octets safe to show.
 //
 // Free functions without state; any thread may call them.
 #ifndef HALVANE_BASE_ESCAPED_TEXT_H
@@ -13,11 +13,13 @@
 
 namespace halvane {
 
-// Characters of well-formed UTF-8 stay as they are. Each octet of what could deceive a reader or
-// command a terminal becomes \xNN (upper-case digits): octets that are no well-formed UTF-8,
-// control characters (C0, DEL, C1), and characters that show nothing but change how others are
-// shown (zero-width, bidirectional, line and paragraph separators). A backslash becomes two, so
-// that the text leads back to the octets.
+// Returns `text` in a form that is safe to show. Well-formed UTF-8 characters stay as they are.
+// Octets that could deceive a reader or command a terminal become \xNN each (upper-case digits):
+// - octets that are not well-formed UTF-8
+// - control characters (C0, DEL, C1)
+// - characters that show nothing but change how others are shown (zero-width characters,
+//   bidirectional controls, line and paragraph separators)
+// A backslash becomes two, so that the octets can be recovered from the text.
 HALVANE_EXPORT std::string escapedText(std::string_view text);
 HALVANE_EXPORT std::string escapedText(std::span<const std::uint8_t> octets);
 

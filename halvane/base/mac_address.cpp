@@ -6,11 +6,11 @@ namespace halvane {
 
 namespace {
 
-// The length of the text with separators, and without.
+// The lengths of the text with and without separators.
 constexpr std::size_t kSeparatedLength = 3 * MacAddress::kSize - 1;
 constexpr std::size_t kPlainLength = 2 * MacAddress::kSize;
 
-// The characters from one pair to the next; absent where `text` is no address by its length.
+// The distance from one pair to the next. Absent if the length or the first separator is wrong.
 std::optional<std::size_t> strideOf(std::string_view text) {
     if (text.size() == kPlainLength) return 2;
     if (text.size() != kSeparatedLength || (text[2] != ':' && text[2] != '-')) return std::nullopt;

@@ -29,10 +29,10 @@ class HALVANE_EXPORT MacAddress {
     // 00:00:00:00:00:00.
     constexpr MacAddress() = default;
 
-    // The octets in the order in which they are sent, which is the one that they are written in.
+    // The octets in transmission order, which is also the order in which they are written.
     constexpr explicit MacAddress(const Octets& octets) : octets_(octets) {}
 
-    // Absent for any other number of octets than six.
+    // Absent unless there are exactly six octets.
     static constexpr std::optional<MacAddress> fromBytes(std::span<const std::uint8_t> bytes) {
         if (bytes.size() != kSize) return std::nullopt;
         MacAddress address;
@@ -40,8 +40,8 @@ class HALVANE_EXPORT MacAddress {
         return address;
     }
 
-    // Six pairs of hexadecimal digits of either case; ':' or '-' separates all of them, or none.
-    // Absent for every other text.
+    // Reads six pairs of hexadecimal digits of either case. One of ':' and '-' separates all pairs,
+    // or no separator stands anywhere. Absent for any other text.
     static std::optional<MacAddress> fromText(std::string_view text);
 
     constexpr const Octets& octets() const { return octets_; }
@@ -50,22 +50,23 @@ class HALVANE_EXPORT MacAddress {
     // "00:1a:2b:3c:4d:5e".
     std::string text() const;
 
-    // The address of a group of stations (the I/G bit).
+    // Whether the address names a group of stations (the I/G bit).
     constexpr bool isGroup() const { return (octets_[0] & 0x01) != 0; }
-    // ff:ff:ff:ff:ff:ff, the group of all stations.
+    // Whether the address is ff:ff:ff:ff:ff:ff, the group of all stations.
     constexpr bool isBroadcast() const {
         return std::ranges::all_of(octets_, [](std::uint8_t octet) { return octet == 0xFF; });
     }
-    // No maker assigned it (the U/L bit): a station made it up for privacy, or an access point
-    // derived it for one more network.
+    // Whether the address is locally administered (the U/L bit). No manufacturer assigns such an
+    // address: a station makes one up for privacy, or an access point derives one for an additional
+    // network.
     constexpr bool isLocal() const { return (octets_[0] & 0x02) != 0; }
 
-    // The first three octets. Where the address is not local, they tell its maker.
+    // The first three octets. They identify the manufacturer unless the address is local.
     constexpr std::array<std::uint8_t, 3> oui() const {
         return {octets_[0], octets_[1], octets_[2]};
     }
 
-    // As 48-bit numbers.
+    // Addresses are ordered as 48-bit numbers.
     friend constexpr auto operator<=>(const MacAddress&, const MacAddress&) = default;
 
     friend std::ostream& operator<<(std::ostream& stream, const MacAddress& address) {

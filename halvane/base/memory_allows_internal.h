@@ -1,4 +1,4 @@
-// Telling a lack of memory as an absent value.
+// Reports a lack of memory as an absent value.
 #ifndef HALVANE_BASE_MEMORY_ALLOWS_INTERNAL_H
 #define HALVANE_BASE_MEMORY_ALLOWS_INTERNAL_H
 
@@ -7,7 +7,7 @@
 
 namespace halvane {
 
-// What `make` returns; absent where there is no memory for it.
+// Returns what `make` returns; absent if memory runs out.
 template <typename Make>
 auto ifMemoryAllows(Make make) -> std::optional<decltype(make())> {
     try {

@@ -10,7 +10,7 @@ namespace halvane {
 
 namespace {
 
-// The first doubles beyond the integer types; both are exact.
+// The first double beyond each integer type. Both are exact.
 constexpr double kTwoTo63 = 9223372036854775808.0;
 constexpr double kTwoTo64 = 18446744073709551616.0;
 
@@ -45,7 +45,8 @@ std::strong_ordering compareIntegers(std::uint64_t a, std::int64_t b) {
     return 0 <=> compareIntegers(b, a);
 }
 
-// Exact: the integer part is compared as an integer, and only a tie looks at the fraction.
+// The comparison is exact: it compares the integer part as an integer, and the fraction decides
+// only a tie.
 template <typename Integer>
 std::partial_ordering compareWithReal(Integer a, double b, double belowLimit) {
     if (std::isnan(b)) return std::partial_ordering::unordered;
@@ -62,7 +63,7 @@ std::partial_ordering compareWithReal(std::int64_t a, double b) {
     return compareWithReal(a, b, kTwoTo63);
 }
 
-// A double between -1 and 0 has the whole part 0 too, yet lies below every unsigned integer.
+// A double between -1 and 0 also has the integer part 0, but is less than every unsigned integer.
 std::partial_ordering compareWithReal(std::uint64_t a, double b) {
     if (b < 0) return std::partial_ordering::greater;
     return compareWithReal(a, b, kTwoTo64);

@@ -31,17 +31,17 @@ class HALVANE_EXPORT Number {
     template <std::floating_point Real>
     Number(Real value) : value_(static_cast<double>(value)) {}
 
-    // Booleans are property-list values of their own.
+    // Booleans are property-list values of their own, not numbers.
     template <std::same_as<bool> Boolean>
     Number(Boolean) = delete;
 
-    // How the value is held, not what it is: Number(1.0) is real, Number(1u) unsigned.
+    // How the number holds its value: Number(1.0) is real, Number(1u) unsigned.
     bool isSigned() const { return std::holds_alternative<std::int64_t>(value_); }
     bool isUnsigned() const { return std::holds_alternative<std::uint64_t>(value_); }
     bool isReal() const { return std::holds_alternative<double>(value_); }
 
-    // The value as another type. A fraction is dropped; what the type cannot hold becomes its
-    // nearest limit, and a NaN becomes 0.
+    // Converts the value. The fraction is dropped. A value out of range becomes the nearest limit
+    // of the type, and a NaN becomes 0.
     std::int64_t int64() const {
         const auto* value = std::get_if<std::int64_t>(&value_);
         return value != nullptr ? *value : convertedToInt64();
@@ -55,12 +55,12 @@ class HALVANE_EXPORT Number {
         return value != nullptr ? *value : convertedToReal();
     }
 
-    // The value where the type holds it exactly, else absent.
+    // Absent unless the type holds the value exactly.
     std::optional<std::int64_t> exactInt64() const;
     std::optional<std::uint64_t> exactUInt64() const;
 
-    // An integer without a fraction, a double in the shortest form that reads back equal:
-    // "54", "6.5", "-61".
+    // The number as text: an integer without a fraction, a double in the shortest form that reads
+    // back equal. "54", "6.5", "-61".
     std::string description() const;
 
     friend HALVANE_EXPORT std::partial_ordering operator<=>(const Number& a, const Number& b);

@@ -1,4 +1,4 @@
-// The depth of property-list values.
+// How deep property-list values may nest.
 #ifndef HALVANE_BASE_PROPERTY_LIST_DEPTH_H
 #define HALVANE_BASE_PROPERTY_LIST_DEPTH_H
 
@@ -6,8 +6,8 @@
 
 namespace halvane {
 
-// How deep a value may nest where it is written out: the root is at level 1, what it holds at
-// level 2. XML refuses a deeper value; a text holds the other text in its place.
+// The greatest depth of a value that is written out. The root is at level 1, its members are at
+// level 2. The XML writer refuses a deeper value; a description shows the text below in its place.
 inline constexpr int kPropertyListMaxDepth = 256;
 inline constexpr std::string_view kPropertyListTooDeepText = "<<NESTED TOO DEEP>>";
 

@@ -1,4 +1,4 @@
-// Foreign objects among property-list values.
+// Foreign objects inside property-list values.
 #ifndef HALVANE_BASE_PROPERTY_LIST_OBJECT_H
 #define HALVANE_BASE_PROPERTY_LIST_OBJECT_H
 
@@ -9,15 +9,15 @@
 
 namespace halvane {
 
-// An object that is no property-list kind. It prints, but has no XML form.
+// An object of a kind that property lists lack. It can be printed but has no XML form.
 class HALVANE_EXPORT PropertyListObject {
   public:
     virtual ~PropertyListObject() = default;
 
-    // The object's own text; absent when it has none.
+    // The object's own text; absent if it has none.
     virtual std::optional<std::string> description() const = 0;
 
-    // What tells its type where it has no text.
+    // A number for the object's type, for objects without a text.
     virtual int typeNumber() const = 0;
 };
 

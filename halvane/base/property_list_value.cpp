@@ -12,8 +12,9 @@
 namespace halvane {
 
 struct PropertyListDictionary::Index {
-    std::map<std::string, std::size_t, std::less<>> positions;  // of those that are not erased
-    std::size_t first = 0;                                      // the first of those
+    std::map<std::string, std::size_t, std::less<>> positions;  // of the entries that are not
+                                                                // erased
+    std::size_t first = 0;                                      // the first such entry
 };
 
 PropertyListDictionary::PropertyListDictionary() = default;
@@ -72,15 +73,15 @@ std::pair<PropertyListValue*, bool> PropertyListDictionary::enter(std::string ke
     try {
         indexLastEntry();
     } catch (const std::bad_alloc&) {
-        // An entry that look-ups miss would be entered twice.
+        // Look-ups would miss the entry, and its key could be entered twice.
         slots_.pop_back();
         throw;
     }
     return {&slots_.back().entry.second, true};
 }
 
-// A dictionary of one entry stays that small, and a skeleton, of about eight, is soon done with. A
-// large one grows by half, since foreign texts are full of them.
+// A dictionary of one entry stays that small, and a skeleton of about eight entries allocates only
+// a few times. A large dictionary grows by half, since received texts contain many of them.
 void PropertyListDictionary::makeRoom() {
     constexpr std::size_t kFew = 4;
     constexpr std::size_t kUsual = 8;
@@ -118,7 +119,8 @@ bool PropertyListDictionary::erase(std::string_view key) {
     return true;
 }
 
-// Takes as many steps as there were erasures since the last time, or nearly so, and no memory.
+// Its time is about proportional to the number of erasures since the last call. It allocates
+// nothing.
 void PropertyListDictionary::removeErased() {
     std::erase_if(slots_, [](const Slot& slot) { return slot.isErased; });
     if (slots_.size() <= kScanLimit) return index_.reset();
@@ -139,13 +141,13 @@ bool operator==(const PropertyListValue& a, const PropertyListValue& b) {
     return a.value_ == b.value_;
 }
 
-// Takes containers within containers apart one at a time, where destructors would recurse a call a
-// level. It allocates nothing: containers that wait form a chain, each holding the next as its
-// first child, in the room that the child taken last has left. Such a first child comes up when the
-// chain behind its holder is empty, so that every container is put into the chain once a child.
+// Takes nested containers apart one at a time, where destructors would recurse one call per level.
+// It allocates nothing. Containers that wait form a chain: each holds the next one as its first
+// child, in the room that the child taken last has left. That displaced first child is taken when
+// the chain behind its holder is empty. Every container therefore enters the chain once per child.
 class PropertyListDismantler {
   public:
-    // A container without containers in it needs no help.
+    // A container without nested containers needs no help.
     static bool isNeededFor(const PropertyListValue& value) {
         if (const auto* array = value.as<PropertyListArray>()) {
             return std::ranges::any_of(*array, hasChildren);
@@ -178,7 +180,7 @@ class PropertyListDismantler {
 
     static const PropertyListValue& valueOf(const Slot& slot) { return slot.entry.second; }
 
-    // Those of erased entries, which are nulls, included.
+    // Counts the values of erased entries too, which are null.
     static bool hasChildren(const PropertyListValue& value) {
         if (const auto* array = value.as<PropertyListArray>()) return !array->empty();
         const auto* dictionary = value.as<PropertyListDictionary>();
@@ -198,7 +200,7 @@ class PropertyListDismantler {
                         [](Slot& slot) -> PropertyListValue& { return slot.entry.second; });
     }
 
-    // Puts `value` in the place of the first child, which becomes the last one.
+    // Moves the first child to the end and puts `value` in its place.
     // REQUIRES: hasChildren(container), and a child was taken from it before
     static void putFirst(PropertyListValue& container, PropertyListValue value) {
         if (auto* array = container.as<PropertyListArray>()) {
@@ -211,7 +213,7 @@ class PropertyListDismantler {
     }
 };
 
-// Destructors are quicker where the levels are few, as they are in most values.
+// Destructors are faster if the levels are few, as in most values.
 void PropertyListValue::dismantle() noexcept {
     constexpr int kFewLevels = 16;
     thread_local int level = 0;

@@ -1,10 +1,11 @@
 // A property-list value: dictionary, array, string, number, data, boolean or date.
 //
-// Skeleton representations and daemon messages are built from these. Beside the kinds that a
-// property list carries, a value may hold nothing (null), or a foreign object that only prints.
+// Skeleton representations and daemon messages are built from these. A value may also be null, or
+// hold a foreign object that can only be printed; a property list carries neither.
 //
 // A value of any depth can be built, moved and destroyed. Copying and comparing recurse, one call
-// a level: REQUIRES: a depth that the stack holds, kPropertyListMaxDepth on any.
+// per level. REQUIRES of both: the stack has room for the depth, as any stack has for
+// kPropertyListMaxDepth.
 //
 // Threads: distinct values may be used from distinct threads; one value follows the rules of a
 // standard container.
@@ -35,8 +36,8 @@ namespace halvane {
 
 class PropertyListValue;
 
-// Entries in order of insertion, each key once, found by key in logarithmic time whatever the
-// keys are. What memory ends in leaves the dictionary as it was.
+// Entries in order of insertion, with unique keys. Finding a key takes logarithmic time whatever
+// the keys are. If memory runs out, the dictionary stays as it was.
 class HALVANE_EXPORT PropertyListDictionary {
   public:
     using Entry = std::pair<std::string, PropertyListValue>;
@@ -52,32 +53,32 @@ class HALVANE_EXPORT PropertyListDictionary {
     std::size_t size() const;
     bool empty() const;
 
-    // The value of `key`, or null. Valid until the dictionary is next changed.
+    // Returns the value of `key`, or null. Valid until the dictionary is next changed.
     const PropertyListValue* find(std::string_view key) const;
 
-    // Replaces the value of `key` in place, or appends a new entry.
+    // Sets the value of `key` in place, or appends a new entry.
     void set(std::string key, PropertyListValue value);
 
-    // The place of the value of `key`, and whether its entry was appended just now, with null.
-    // Valid until the dictionary is next changed.
+    // Finds the entry of `key`, or appends one with the null value. Returns the place of its value,
+    // and whether it was appended. Valid until the dictionary is next changed.
     std::pair<PropertyListValue*, bool> enter(std::string key);
 
-    // Removes the entry of `key`, which may be the entry's own; false when there is none. The time
-    // is logarithmic, on the average of many.
+    // Removes the entry of `key`; returns false if there is none. `key` may refer to the entry's
+    // own key. The time is logarithmic, amortised over many calls.
     bool erase(std::string_view key);
 
-    // In order of insertion. Valid until the dictionary is next changed.
+    // Iterates in order of insertion. Valid until the dictionary is next changed.
     Iterator begin() const;
     Iterator end() const;
 
-    // The same keys with equal values, in any order.
+    // Equal dictionaries have the same keys with equal values, in any order.
     friend HALVANE_EXPORT bool operator==(const PropertyListDictionary& a,
                                           const PropertyListDictionary& b);
 
   private:
     friend class PropertyListDismantler;
 
-    // Scanning a handful of entries beats a tree; a larger dictionary is indexed.
+    // Scanning a few entries is faster than searching a tree. A larger dictionary has an index.
     static constexpr std::size_t kScanLimit = 16;
     static constexpr std::size_t kNowhere = SIZE_MAX;
     struct Slot;
@@ -87,10 +88,10 @@ class HALVANE_EXPORT PropertyListDictionary {
     void indexLastEntry();
     void removeErased();
 
-    // Those of an indexed dictionary may be erased ones, which go when there are many: to close up
-    // behind each would take linear time.
+    // If there is an index, erased entries stay until there are many. Closing the gap after each
+    // erasure would take linear time.
     std::vector<Slot> slots_;
-    std::unique_ptr<Index> index_;  // null up to kScanLimit entries: most dictionaries have few
+    std::unique_ptr<Index> index_;  // null up to kScanLimit entries, as in most dictionaries
 };
 
 using PropertyListArray = std::vector<PropertyListValue>;
@@ -135,7 +136,7 @@ class HALVANE_EXPORT PropertyListValue {
 
     bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
 
-    // The value as one of the alternatives of Variant, or null when it is another kind.
+    // Returns the value as one of the alternatives of Variant, or null if it is of another kind.
     template <typename Kind>
     const Kind* as() const {
         return std::get_if<Kind>(&value_);
@@ -147,11 +148,11 @@ class HALVANE_EXPORT PropertyListValue {
 
     const Variant& variant() const { return value_; }
 
-    // The same kind and the same value; numbers by value, objects by identity.
+    // Equal values have the same kind and content. Numbers compare by value, objects by identity.
     friend HALVANE_EXPORT bool operator==(const PropertyListValue& a, const PropertyListValue& b);
 
   private:
-    // Empties containers within containers, however deep they nest.
+    // Destroys nested containers of any depth.
     void dismantle() noexcept;
 
     Variant value_;

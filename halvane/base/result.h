@@ -1,5 +1,5 @@
-// What an operation gives, or why it gives nothing: std::expected (C++23), as far as this library
-// uses it and with the same names, so that the standard one can take its place.
+// The value of an operation, or the error that it failed with. It offers the part of std::expected
+// (C++23) that this library uses, with the same names, so that the standard class can replace it.
 //
 //     Result<int> half(int number) {
 //         if (number % 2 != 0) return Unexpected(Error{...});
@@ -9,7 +9,7 @@
 //     if (const auto result = half(4)) use(*result);
 //     else tell(result.error());
 //
-// A value type; threads as for what it holds.
+// A value type. Threads: as for the value or error that it holds.
 #ifndef HALVANE_BASE_RESULT_H
 #define HALVANE_BASE_RESULT_H
 
@@ -23,7 +23,7 @@
 
 namespace halvane {
 
-// The error of a Result, so that it is never taken for a value.
+// Wraps the error of a Result, so that it is never taken for a value.
 template <typename E>
 class Unexpected {
   public:
@@ -39,7 +39,7 @@ class Unexpected {
 template <typename T, typename E = Error>
 class Result;
 
-// What a result's value can be made of, which a result itself is not.
+// A type that a result's value can be constructed from, other than the result itself.
 template <typename U, typename T, typename E>
 concept ResultValue =
     std::constructible_from<T, U> && !std::same_as<std::remove_cvref_t<U>, Result<T, E>>;
@@ -79,14 +79,14 @@ class [[nodiscard]] Result {
         return has_value() ? *std::move(*this) : static_cast<T>(std::forward<U>(other));
     }
 
-    // The result of `next` for the value; the same error where there is none.
+    // Returns the result of `next` for the value, or the same error if there is no value.
     template <typename F>
     auto and_then(F&& next) && -> std::invoke_result_t<F, T&&> {
         if (!has_value()) return Unexpected(std::move(*this).error());
         return std::invoke(std::forward<F>(next), *std::move(*this));
     }
 
-    // The same, for a `next` that cannot fail.
+    // The same for a `next` that cannot fail.
     template <typename F>
     auto transform(F&& next) && -> Result<std::invoke_result_t<F, T&&>, E> {
         if (!has_value()) return Unexpected(std::move(*this).error());
@@ -97,7 +97,7 @@ class [[nodiscard]] Result {
     std::variant<T, E> state_;
 };
 
-// Of what gives nothing but may fail.
+// The result of an operation that returns nothing but may fail.
 template <typename E>
 class [[nodiscard]] Result<void, E> {
   public:

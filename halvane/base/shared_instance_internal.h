@@ -1,4 +1,4 @@
-// An object that a process shares: made on first request, never destroyed.
+// An object that a process shares. It is created on first request and never destroyed.
 #ifndef HALVANE_BASE_SHARED_INSTANCE_INTERNAL_H
 #define HALVANE_BASE_SHARED_INSTANCE_INTERNAL_H
 
@@ -7,8 +7,8 @@
 
 namespace halvane {
 
-// What the slot holds, made first where it is empty. One lock for each class, so that threads that
-// come at once make one instance only.
+// Returns the instance in the slot, and creates it first if the slot is empty. Each class has one
+// lock, so that concurrent callers create only one instance.
 template <typename Class>
 const Class& sharedInstance(std::atomic<const Class*>& slot) {
     static std::mutex creation;

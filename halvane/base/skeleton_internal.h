@@ -1,8 +1,8 @@
-// Reading and writing skeleton representations.
+// Reads and writes skeleton representations.
 //
 // Reading never validates and never fails. A missing key reads as nothing. A number and a boolean
-// stand in for each other; any other value of the wrong kind reads as a missing one. A number that
-// the type asked for cannot hold reads as the nearest one.
+// substitute for each other. Any other value of the wrong kind reads as a missing one. A number out
+// of the requested type's range reads as the nearest limit.
 #ifndef HALVANE_BASE_SKELETON_INTERNAL_H
 #define HALVANE_BASE_SKELETON_INTERNAL_H
 
@@ -48,7 +48,7 @@ inline bool boolFor(const PropertyListDictionary& skeleton, std::string_view key
     return numberFor(skeleton, key).value_or(0) != Number(0);
 }
 
-// Absent for a missing key.
+// Absent if the key is missing.
 template <typename Kind>
 std::optional<Kind> valueFor(const PropertyListDictionary& skeleton, std::string_view key) {
     const auto* value = skeleton.find(key);
@@ -56,7 +56,7 @@ std::optional<Kind> valueFor(const PropertyListDictionary& skeleton, std::string
     return kind != nullptr ? std::optional(*kind) : std::nullopt;
 }
 
-// The empty buffer for a missing key.
+// Empty if the key is missing.
 inline ByteBuffer dataFor(const PropertyListDictionary& skeleton, std::string_view key) {
     return valueFor<ByteBuffer>(skeleton, key).value_or(ByteBuffer());
 }
@@ -66,7 +66,7 @@ inline std::optional<std::string> textFor(const PropertyListDictionary& skeleton
     return valueFor<std::string>(skeleton, key);
 }
 
-// The empty dictionary for a missing key.
+// Empty if the key is missing.
 inline const PropertyListDictionary& dictionaryFor(const PropertyListDictionary& skeleton,
                                                    std::string_view key) {
     static const PropertyListDictionary nothing;
@@ -79,15 +79,15 @@ inline bool isDictionary(const PropertyListValue& value) {
     return value.as<PropertyListDictionary>() != nullptr;
 }
 
-// One record for each dictionary of an array, in order. What is no dictionary is passed over, and
-// so is a skeleton that no record can be built from. An array that is moved from is
-// emptied item by item, so that skeleton and record need memory one after the other.
+// Returns one record for each dictionary of an array, in order. Items that are not dictionaries are
+// skipped, and so are skeletons that no record can be built from. Items of a moved-from array are
+// freed one by one, so that a skeleton and its record do not both take memory for long.
 template <typename Record, typename Array>
 std::vector<Record> recordsOf(Array&& array) {
     using Built = decltype(Record::initWithSkeletonRepresentation({}));
     std::vector<Record> records;
-    // Room for the dictionaries alone: an array of another kind may be long. Where a skeleton need
-    // not make a record, how many there are is not known.
+    // Only dictionaries need room: an array of other items may be long. If a skeleton may fail to
+    // make a record, the number of records is not known in advance.
     if constexpr (std::is_same_v<Built, Record>) {
         records.reserve(static_cast<std::size_t>(std::ranges::count_if(array, isDictionary)));
     }
@@ -105,7 +105,7 @@ std::vector<Record> recordsOf(Array&& array) {
     return records;
 }
 
-// The same for the array of a key; the empty list for a missing one.
+// The same for the array under a key; empty if the key is missing.
 template <typename Record>
 std::vector<Record> recordsFor(const PropertyListDictionary& skeleton, std::string_view key) {
     const auto* value = skeleton.find(key);
@@ -113,7 +113,7 @@ std::vector<Record> recordsFor(const PropertyListDictionary& skeleton, std::stri
     return array != nullptr ? recordsOf<Record>(*array) : std::vector<Record>();
 }
 
-// The skeletons of the records, in order.
+// Returns the skeletons of the records, in order.
 template <typename Records>
 PropertyListArray skeletonsOf(const Records& records) {
     PropertyListArray array;
@@ -122,7 +122,7 @@ PropertyListArray skeletonsOf(const Records& records) {
     return array;
 }
 
-// Writes the value where there is one.
+// Writes the value if there is one.
 template <typename Value>
 void setIfPresent(PropertyListDictionary& skeleton, const char* key,
                   const std::optional<Value>& value) {

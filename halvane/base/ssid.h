@@ -1,4 +1,4 @@
-// The name of a network (IEEE 802.11-2020, 9.4.2.2): 0 to 32 octets, of any encoding or none.
+// The name of a network (IEEE 802.11-2020, 9.4.2.2): 0 to 32 octets of any encoding, or of none.
 //
 // A plain value; threads as for an integer.
 #ifndef HALVANE_BASE_SSID_H
@@ -25,10 +25,10 @@ class HALVANE_EXPORT Ssid {
   public:
     static constexpr std::size_t kMaxSize = 32;
 
-    // The wildcard: no octets.
+    // The wildcard SSID: no octets.
     constexpr Ssid() = default;
 
-    // Absent where there are more than 32.
+    // Absent if there are more than 32 octets.
     static constexpr std::optional<Ssid> fromBytes(std::span<const std::uint8_t> bytes) {
         if (bytes.size() > kMaxSize) return std::nullopt;
         Ssid ssid;
@@ -37,7 +37,7 @@ class HALVANE_EXPORT Ssid {
         return ssid;
     }
 
-    // The octets of the text as they are.
+    // Takes the octets of the text unchanged. Absent if there are more than 32.
     static std::optional<Ssid> fromText(std::string_view text) {
         return fromBytes({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
     }
@@ -45,20 +45,20 @@ class HALVANE_EXPORT Ssid {
     constexpr std::size_t size() const { return size_; }
     constexpr bool empty() const { return size_ == 0; }
 
-    // Whether a beacon with it keeps the network's name to itself: no octets, or zeros alone.
+    // Whether a beacon with this SSID hides the network's name: the SSID is empty or all zeros.
     constexpr bool isHidden() const {
         return std::ranges::all_of(bytes(), [](std::uint8_t octet) { return octet == 0; });
     }
 
-    // The octets; valid until this object is assigned to or destroyed.
+    // The octets. The span is valid until this object is assigned to or destroyed.
     constexpr std::span<const std::uint8_t> bytes() const& { return {octets_.data(), size_}; }
     constexpr std::span<const std::uint8_t> bytes() const&& = delete;
     ByteBuffer buffer() const { return ByteBuffer(bytes()); }
 
-    // For people, safe on a terminal: escapedText() of the octets.
+    // The octets as escapedText(): for people to read, safe on a terminal.
     std::string text() const;
 
-    // By the first octet that differs; a name stands before the longer ones that begin with it.
+    // Orders by the first octet that differs. A name comes before a longer one that begins with it.
     friend constexpr bool operator==(const Ssid& a, const Ssid& b) {
         return std::ranges::equal(a.bytes(), b.bytes());
     }

@@ -34,7 +34,7 @@ enum {
 extern "C" {
 #endif
 
-/* The text of a status, a static string; "unknown status" for a code of no row. */
+/* Returns the text of a status, a static string, or "unknown status" for an unlisted code. */
 HALVANE_EXPORT const char* HalvaneStatusText(HalvaneStatus status);
 
 #ifdef __cplusplus

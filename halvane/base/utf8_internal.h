@@ -20,12 +20,12 @@ struct Utf8Character {
     std::size_t size;  // in bytes
 };
 
-// A byte of a character other than its first.
+// Whether the byte belongs to a character but is not its first.
 constexpr bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-// A row of the table of well-formed byte sequences: the second byte is what excludes overlong
+// A row of the table of well-formed byte sequences. The range of the second byte excludes overlong
 // forms, surrogates and values beyond U+10FFFF.
 struct Utf8Form {
     std::uint8_t firstMin, firstMax;
@@ -61,7 +61,7 @@ inline std::optional<Utf8Character> multiByteCharacter(std::string_view text) {
     return Utf8Character{codePoint, form->size};
 }
 
-// The character that `text` begins with; absent where that is no UTF-8.
+// Returns the first character of `text`; absent if `text` does not begin with valid UTF-8.
 // REQUIRES: `text` is not empty.
 inline std::optional<Utf8Character> firstUtf8Character(std::string_view text) {
     const std::uint8_t first = byteAt(text, 0);
@@ -69,10 +69,11 @@ inline std::optional<Utf8Character> firstUtf8Character(std::string_view text) {
     return multiByteCharacter(text);
 }
 
-// Whether all of `text` is characters.
+// Whether all of `text` is valid UTF-8.
 bool isUtf8(std::string_view text);
 
-// The length of `text` in UTF-16 code units. A byte that belongs to no character counts as one.
+// Returns the length of `text` in UTF-16 code units. A byte that belongs to no character counts as
+// one.
 std::size_t utf16Length(std::string_view text);
 
 }  // namespace halvane
