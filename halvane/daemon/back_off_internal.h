@@ -1,7 +1,6 @@
-// How long to wait before each further try of what has failed: twice as long every time, within
-// bounds.
+// How long to wait before each further attempt: twice as long every time, within bounds.
 //
-// Threads: used by one at a time.
+// Threads: only one thread at a time may use an object.
 #ifndef HALVANE_DAEMON_BACK_OFF_INTERNAL_H
 #define HALVANE_DAEMON_BACK_OFF_INTERNAL_H
 
@@ -20,7 +19,7 @@ class BackOff {
         return std::exchange(delay_, std::min(delay_ * 2, kLongest));
     }
 
-    // It has succeeded.
+    // The attempt succeeded: the next delay is the shortest again.
     void reset() { delay_ = kShortest; }
 
   private:

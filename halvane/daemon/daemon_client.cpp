@@ -23,8 +23,8 @@ DaemonResult<T> readReply(DaemonReply reply, DaemonResult<T> (*read)(const IPCMe
     }
 }
 
-// The two forms of every request. `make` makes it; what memory does not hold is a failure. The link
-// is held, for the client may be gone before the request is done.
+// The two forms of every request. `make` builds the request; a lack of memory is a failure. The
+// link is held, since the client may be destroyed before the request is done.
 template <typename Make>
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 auto call(LinkPointer link, const DaemonDeadline& deadline, Make make,

@@ -1,12 +1,12 @@
-// A client of the Wi-Fi daemon that tells what happened: every request has a result, the daemon may
-// be restarted, and several threads may ask at once.
+// A client of the Wi-Fi daemon that reports what happened: every request has a result, the client
+// survives a restart of the daemon, and several threads may send requests at once.
 //
 //     DaemonClient daemon({.station = [](const StationChange& change) { ... }});
 //     if (const auto done = daemon.subscribe(true, 5s); !done) return
 //     complain(done.error().text()); daemon.start("wlan0", [](DaemonResult<void> done) { ... });
 //
-// It makes one connection to the service kDaemonServiceName on the system bus, the one that
-// DBUS_SYSTEM_BUS_ADDRESS names when the client is made, and keeps it up:
+// It makes one connection to the service kDaemonServiceName on the system bus, and keeps the
+// connection up. DBUS_SYSTEM_BUS_ADDRESS may name another bus; the constructor reads it.
 //
 //   Connecting --- the daemon is there ----> Connected <---- the daemon is back (2) ----+
 //    |      |                                 |     ^                                   |
@@ -22,30 +22,31 @@
 //   Any of them --- the client is destroyed ---> Ending
 //
 // (1) The client tries again after 0.1 s, then after twice as long each time, up to 10 s.
-// (2) If notifications were asked for, the client asks for them anew, and tells what came of it.
+// (2) If notifications were asked for, the client asks for them again and reports the result.
 //
-// A request is sent in every state but BusGone and Ending, where it fails at once; one that waits
-// when the daemon or the bus goes fails then. None is sent twice. docs/protocol.md tells what goes
-// over the bus. The client logs nothing.
+// A request is sent in every state but BusGone and Ending, where it fails at once. A pending
+// request fails when the daemon or the bus goes away. No request is sent twice. docs/protocol.md
+// describes the messages on the bus. The client logs nothing.
 //
 // Requests. Each has two forms:
-// - with a deadline, which blocks until there is a result or the deadline has passed; without one
-//   it waits as long as the daemon takes. An answer that comes too late is dropped, but up to then
-//   the request counts to the 128 that a bus lets a client have under way. It throws nothing, and
-//   sends nothing where the deadline has passed already.
-// - with a completion, which is called exactly once. That is on the client's queue; where memory is
-//   short on whatever thread finds so; and by the destructor, on its thread, for what still waits.
-// Names and roles are text in UTF-8 without U+0000; others are Unsendable.
+// - With a deadline: it blocks until there is a result or the deadline has passed. Without a
+//   deadline it waits as long as the daemon takes. A late answer is dropped; until it comes, the
+//   request counts towards the 128 that a bus lets a client have pending. The call throws nothing.
+//   If the deadline has already passed, it sends nothing.
+// - With a completion, which is called exactly once. It is normally called on the client's queue.
+//   If memory is short, the thread that finds so calls it. The destructor calls it on its own
+//   thread for a request that is still pending.
+// Names and roles are UTF-8 text without U+0000; any other text makes the request Unsendable.
 //
-// Order. Requests of one thread reach the daemon in their order. Events and completions are called
-// one at a time, in the order in which their messages came from the bus; the results of blocking
-// requests come beside that order. They hold up only each other, and may make requests of either
-// form.
+// Order. The requests of one thread reach the daemon in their order. Events and completions are
+// called one at a time, in the order in which their messages came from the bus. The results of
+// blocking requests are not part of that order. An event or completion delays only the others, and
+// may make requests of either form.
 //
-// Threads: any call from any thread, events and completions included, also at once. Where memory is
-// short events are dropped. In a child that fork() makes of the process requests fail with Ending,
-// and destroying the client waits for nothing and leaves its memory behind; the child may make a
-// client of its own.
+// Threads: any thread may call any function at any time, also from events and completions. If
+// memory is short, events are dropped. In a child process made by fork(), requests fail with
+// Ending, and destroying the client waits for nothing and leaves its memory allocated; the child
+// may create a client of its own.
 #ifndef HALVANE_DAEMON_DAEMON_CLIENT_H
 #define HALVANE_DAEMON_DAEMON_CLIENT_H
 
@@ -80,8 +81,8 @@ class HALVANE_EXPORT DaemonClient final {
     using Configurations = std::vector<HalvaneBSSConfig>;
     using Stations = std::vector<HalvaneClient>;
 
-    // Begins to connect, and waits for nothing but the look-up of a host's name where the bus's
-    // address holds one. Events may be told before it has returned. Throws std::bad_alloc where
+    // Begins to connect. It waits for nothing except the look-up of a host name, if the bus's
+    // address holds one. Events may come before the constructor returns. Throws std::bad_alloc if
     // there is no room for the client or one of its three threads.
     // REQUIRES: nobody changes the environment during the call.
     explicit DaemonClient(DaemonEvents events = {});
@@ -89,17 +90,16 @@ class HALVANE_EXPORT DaemonClient final {
     DaemonClient(const DaemonClient&) = delete;
     DaemonClient& operator=(const DaemonClient&) = delete;
 
-    // Ends the connection. Blocked requests, on whatever thread, return with Ending; so do the
-    // completions that wait, which are called from here. Waits for an event or completion that is
-    // running, unless called from that one. Afterwards none is called.
-    // REQUIRES: no other thread begins a call, and what is running does not wait for the destroying
-    // thread.
+    // Ends the connection. Blocked requests of any thread return with Ending. Pending completions
+    // are called from here with Ending. The destructor waits for an event or completion that is
+    // running, unless called from it. Nothing is called afterwards. REQUIRES: no other thread
+    // begins a call, and no running event or completion waits for the destroying thread.
     ~DaemonClient();
 
-    // May be out of date when it is read.
+    // The state may have changed by the time that the caller reads it.
     DaemonState state() const;
 
-    // --- Lists: without what makes no record ---
+    // --- Lists. Items that make no record are left out. ---
 
     DaemonResult<Devices> devices(Deadline deadline = {});
     void devices(const Done<Devices>& done);
@@ -108,7 +108,7 @@ class HALVANE_EXPORT DaemonClient final {
     DaemonResult<Channels> channels(std::string_view interface, Deadline deadline = {});
     void channels(std::string_view interface, const Done<Channels>& done);
 
-    // Of one interface, or of all.
+    // Of one interface, or of all if `interface` is absent.
     DaemonResult<Configurations> configurations(std::optional<std::string_view> interface,
                                                 Deadline deadline = {});
     void configurations(std::optional<std::string_view> interface,
@@ -120,13 +120,13 @@ class HALVANE_EXPORT DaemonClient final {
 
     // --- Actions ---
 
-    // A configuration with a text that has no XML form is Unsendable.
+    // A configuration that holds text without an XML form is Unsendable.
     DaemonResult<void> add(std::string_view interface, const HalvaneBSSConfig& configuration,
                            Deadline deadline = {});
     void add(std::string_view interface, const HalvaneBSSConfig& configuration,
              const Done<void>& done);
 
-    // The daemon decides which of its configurations is meant.
+    // The daemon decides which of its configurations matches.
     DaemonResult<void> remove(std::string_view interface, const HalvaneBSSConfig& configuration,
                               Deadline deadline = {});
     void remove(std::string_view interface, const HalvaneBSSConfig& configuration,
@@ -146,16 +146,16 @@ class HALVANE_EXPORT DaemonClient final {
 
     // --- Notifications and logging ---
 
-    // Whether the daemon is to tell of stations from now on. The client keeps the wish, whatever
-    // comes of the request, and renews it when the daemon comes back.
+    // Sets whether the daemon reports stations from now on. The client remembers the setting
+    // whatever the result is, and sends it again when the daemon comes back.
     DaemonResult<void> subscribe(bool isWanted, Deadline deadline = {});
     void subscribe(bool isWanted, const Done<void>& done);
 
-    // Changes the daemon's log categories of the same names.
+    // Changes the daemon's log categories, which have the same names as the library's.
     DaemonResult<void> setLogging(const DaemonLogControls& controls, Deadline deadline = {});
     void setLogging(const DaemonLogControls& controls, const Done<void>& done);
 
-    // The daemon's logging settings in its own words.
+    // Returns the daemon's logging settings as the daemon words them.
     DaemonResult<std::string> logging(Deadline deadline = {});
     void logging(const Done<std::string>& done);
 

@@ -1,4 +1,4 @@
-// What the daemon's client tells unasked: stations that come and go, and what becomes of the
+// What the daemon client reports without being asked: stations that come and go, and changes of the
 // connection.
 //
 // Plain values; threads as for what they hold.
@@ -14,7 +14,7 @@
 
 namespace halvane {
 
-// The states of a client; DaemonClient draws how they follow each other.
+// The states of a client. DaemonClient documents the transitions.
 enum class DaemonState {
     Connecting,  // nothing is known yet
     Connected,   // the daemon is on the bus
@@ -29,7 +29,7 @@ struct StationChange {
 
     Kind kind = Kind::Joined;
     MacAddress address;
-    std::string interface;  // that hosts the network
+    std::string interface;  // the interface that hosts the network
 
     friend bool operator==(const StationChange&, const StationChange&) = default;
 };
@@ -37,18 +37,18 @@ struct StationChange {
 // "authorized", "joined", "kicked" or "left". Static text.
 HALVANE_EXPORT const char* nameOf(StationChange::Kind kind) noexcept;
 
-// Who is told. Each function may be left empty.
+// The functions that receive the events. Each may be empty.
 // REQUIRES of each: throws nothing; an exception ends the program.
 struct DaemonEvents {
     std::function<void(const StationChange& change)> station = nullptr;
 
-    // The client has passed into that state, which is never Connecting or Ending. The client's
-    // state() may be another by then.
+    // The client has entered `state`, which is never Connecting or Ending. state() may already
+    // return a later one.
     std::function<void(DaemonState state)> state = nullptr;
 
-    // The client had asked for notifications, the daemon came back, and the client has asked it
-    // anew. Behind that state change; behind the result notifications come again, if the daemon
-    // agreed.
+    // The daemon came back, and the client asked it again for notifications, which the program
+    // wants. `result` tells whether the daemon agreed; if so, notifications come again. The call
+    // follows that of the state change.
     std::function<void(const DaemonResult<void>& result)> renewal = nullptr;
 };
 

@@ -45,7 +45,7 @@ DaemonReply replyOf(ServiceReply reply, bool isEnding) {
 
 }  // namespace
 
-// The environment is read here alone, on the thread of the program that makes the client.
+// Only this constructor reads the environment, on the thread that creates the client.
 DaemonLink::DaemonLink(DaemonEvents events)
     : busAddress_(systemBusAddress()),
       queue_(std::in_place, kQueueLabel),
@@ -61,7 +61,7 @@ void DaemonLink::start() {
     connect();
 }
 
-// Whoever is called from the queue may end the link: from there on only what `self` holds is used.
+// Any function called from the queue may end the link. Afterwards only members of `self` are used.
 std::unique_ptr<ServiceConnection> DaemonLink::makeConnection() {
     auto connection = ServiceConnection::create(kDaemonServiceName, *queue_);
     connection->setPrivileged(true);
@@ -75,8 +75,8 @@ std::unique_ptr<ServiceConnection> DaemonLink::makeConnection() {
     return connection;
 }
 
-// The connection is destroyed by lostBus(), which nothing but its being resumed leads to, or by
-// end(), which waits for a try that is running.
+// lostBus() destroys the connection, and can run only once it is resumed. end() destroys it too,
+// after waiting for a running attempt to connect.
 void DaemonLink::connect() {
     auto made = makeConnection();
     ServiceConnection* const connection = made.get();
@@ -97,7 +97,7 @@ void DaemonLink::reconnect() {
     }
 }
 
-// What waits for a reply, on the queue or on other threads, is released before it is waited for.
+// Releases pending requests, on the queue and on other threads, before it waits for them.
 void DaemonLink::end() {
     if (!enter(DaemonState::Ending)) return;
     completions_->beginEnd();
@@ -127,9 +127,9 @@ DaemonError DaemonLink::failure() const {
     return {completions_->isEnding() ? Kind::Ending : Kind::BusGone};
 }
 
-// The wish and its request go together, or the daemon could end up with another's. False where
-// there is nothing to send by. Nobody else's function is called under the lock: replies go to
-// blocked threads or to the queue.
+// Sets the wish and sends its request in one step; otherwise another thread's request could reach
+// the daemon last. Returns false if there is no connection. No foreign function is called under the
+// lock: replies go to blocked threads or to the queue.
 template <typename Send>
 bool DaemonLink::post(Wish wish, Send send) {
     const std::lock_guard lock(mutex_);
@@ -176,8 +176,7 @@ ServiceConnection::ReplyHandler DaemonLink::handlerFor(const Numbered& request) 
     };
 }
 
-// Where memory is short the request is finished by what destroys it: at the latest, the return from
-// here.
+// If memory is short, destroying the request finishes it, at the latest when this function returns.
 void DaemonLink::request(IPCMessage message, Completion done, Wish wish) {
     if (!isInHomeProcess()) return done(daemonFailure(Kind::Ending));
     Numbered request;
@@ -214,7 +213,7 @@ void DaemonLink::handle(ServiceEvent event) {
             lostBus();
         }
     } catch (const std::bad_alloc&) {
-        // No room for what the event says: it is dropped.
+        // Memory does not hold the event: it is dropped.
     }
 }
 
@@ -228,7 +227,7 @@ void DaemonLink::lostDaemon() {
     if (enter(DaemonState::DaemonGone)) tell(DaemonState::DaemonGone);
 }
 
-// The connection's last event. It may be destroyed from its own handler.
+// Handles the last event of a connection, which may be destroyed from its own handler.
 void DaemonLink::lostBus() {
     const bool isNew = enter(DaemonState::BusGone);
     {
@@ -241,7 +240,7 @@ void DaemonLink::lostBus() {
     if (isNew) tell(DaemonState::BusGone);
 }
 
-// Asks the daemon anew for notifications, if it went away while they were wanted.
+// Asks the daemon again for notifications, if it went away while they were wanted.
 void DaemonLink::renew() {
     {
         const std::lock_guard lock(mutex_);
@@ -259,7 +258,7 @@ void DaemonLink::renew() {
     isSubscriptionLost_ = false;
 }
 
-// Whether that is another state than before.
+// Returns whether the state has changed.
 bool DaemonLink::enter(DaemonState state) {
     const std::lock_guard lock(mutex_);
     if (state_ == DaemonState::Ending) return false;

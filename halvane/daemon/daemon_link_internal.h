@@ -1,9 +1,9 @@
-// The core of the daemon's client: a connection that is made anew when the bus comes back, requests
-// in both forms, and the events.
+// The core of the daemon client: a connection that is renewed when the bus comes back, requests in
+// both forms, and the events.
 //
-// Threads: any call from any thread, but for what end() says. The events and completions run on one
-// queue; the connection's own thread releases blocked requests, so that these may be made on that
-// queue; a third thread makes connections anew.
+// Threads: any thread may make any call, except as end() states. Events and completions run on one
+// queue. The connection's own thread releases blocked requests, so that code on that queue may make
+// them. A third thread reconnects.
 #ifndef HALVANE_DAEMON_DAEMON_LINK_INTERNAL_H
 #define HALVANE_DAEMON_DAEMON_LINK_INTERNAL_H
 
@@ -29,7 +29,7 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
   public:
     using Completion = DaemonCompletions::Completion;
 
-    // Whether a request asks for notifications, or to have no more; absent for any other.
+    // Whether a request turns notifications on or off; absent for any other request.
     using Wish = std::optional<bool>;
 
     explicit DaemonLink(DaemonEvents events);
@@ -40,12 +40,12 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     // Begins to connect.
     void start();
 
-    // Releases what waits, and waits for the events and completions that run, unless called from
-    // one: none is called afterwards.
-    // REQUIRES: what runs does not wait for the calling thread.
+    // Releases pending requests, and waits for running events and completions, unless called from
+    // one. Nothing is called afterwards.
+    // REQUIRES: what is running does not wait for the calling thread.
     void end();
 
-    // In another process than its own, instead: leaves everything as it is, for good.
+    // Replaces end() in a forked child: leaves everything as it is, for good.
     void abandon() { self_ = shared_from_this(); }
     bool isInHomeProcess() const { return home_.isCurrent(); }
 
@@ -54,7 +54,7 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     // Throws nothing.
     DaemonReply request(IPCMessage message, const DaemonDeadline& deadline, Wish wish);
 
-    // Calls `done` once, where it may throw nothing.
+    // Calls `done` once. `done` throws nothing.
     void request(IPCMessage message, Completion done, Wish wish);
 
   private:
@@ -83,19 +83,19 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     const HomeProcess home_;
     const std::string busAddress_;
     const std::shared_ptr<DaemonCompletions> completions_ = std::make_shared<DaemonCompletions>();
-    std::optional<SerialQueue> queue_;  // until the end
+    std::optional<SerialQueue> queue_;  // until end()
     const SerialQueue::Handle queueHandle_;
 
     mutable std::mutex mutex_;
     std::shared_ptr<const DaemonEvents> events_;
     DaemonState state_ = DaemonState::Connecting;
-    std::unique_ptr<ServiceConnection> connection_;  // null while there is none
+    std::unique_ptr<ServiceConnection> connection_;  // null while there is no connection
     BackOff backOff_;
-    bool isSubscribed_ = false;        // what was last wished
-    bool isSubscriptionLost_ = false;  // with the daemon that knew of it
+    bool isSubscribed_ = false;        // the last request's setting
+    bool isSubscriptionLost_ = false;  // the daemon that knew of it is gone
 
     DelayedCall retry_;
-    std::shared_ptr<DaemonLink> self_;  // once abandoned
+    std::shared_ptr<DaemonLink> self_;  // set once abandoned
 };
 
 }  // namespace halvane

@@ -1,4 +1,4 @@
-// The daemon's log categories, as it is asked to set them.
+// The daemon's log categories, and the controls that set them.
 #ifndef HALVANE_DAEMON_DAEMON_LOG_CONTROLS_H
 #define HALVANE_DAEMON_DAEMON_LOG_CONTROLS_H
 
@@ -13,8 +13,8 @@ inline constexpr std::array<std::string_view, 9> kDaemonLogCategories = {
     "WiFi",     "WiFiBPF",  "WiFiEAPOL", "WiFiIE", "WiFiIO80211",
     "WiFiJoin", "WiFiScan", "WiFiWPS",   "WiFiXPC"};
 
-// A control string (docs/logging.md) for each category, in that order. A category whose string is
-// absent stays as it is.
+// One control string (docs/logging.md) for each category, in that order. An absent string leaves
+// its category unchanged.
 using DaemonLogControls = std::array<std::optional<std::string>, kDaemonLogCategories.size()>;
 
 }  // namespace halvane

@@ -1,4 +1,4 @@
-// Reading messages of the daemon: a value of another type than the one asked for reads as missing.
+// Reads the daemon's messages. A value of another type than the requested one reads as missing.
 #ifndef HALVANE_DAEMON_DAEMON_MESSAGE_INTERNAL_H
 #define HALVANE_DAEMON_DAEMON_MESSAGE_INTERNAL_H
 
@@ -10,14 +10,14 @@
 
 namespace halvane {
 
-// The value of `key`, or null. Valid until the message is next changed.
+// Returns the value of `key`, or null. Valid until the message is next changed.
 template <typename Kind>
 const Kind* daemonValue(const IPCMessage& message, std::string_view key) {
     const auto* value = message.entries().find(key);
     return value != nullptr ? value->as<Kind>() : nullptr;
 }
 
-// "status": the lowest 32 bits of a 64-bit integer; 0, which is success, for a missing one.
+// Returns "status", the lowest 32 bits of a 64-bit integer; 0, success, if it is missing.
 inline std::int32_t daemonStatus(const IPCMessage& message) {
     const auto* number = daemonValue<Number>(message, "status");
     if (number == nullptr || number->isReal()) return 0;

@@ -12,10 +12,10 @@ namespace halvane {
 
 struct DaemonNotification {
     StationChange::Kind kind;
-    const char* command;  // as its message has it
+    const char* command;  // as the message carries it
 };
 
-// In the order in which a message's command is compared with theirs.
+// A message's command is compared with these in this order.
 inline constexpr DaemonNotification kDaemonNotifications[] = {
     {StationChange::Kind::Authorized, HALVANE_DAEMON_SERVICE_NAME ".status.client.authorized"},
     {StationChange::Kind::Joined, HALVANE_DAEMON_SERVICE_NAME ".status.client.joined"},
@@ -23,11 +23,11 @@ inline constexpr DaemonNotification kDaemonNotifications[] = {
     {StationChange::Kind::Left, HALVANE_DAEMON_SERVICE_NAME ".status.client.left"},
 };
 
-// Which notification a message is; null where it is none.
+// Returns the notification that a message carries; null if there is none.
 const DaemonNotification* notificationIn(const IPCMessage& message);
 
-// What a message tells; absent where it is no notification, or lacks the interface or an address
-// of six bytes.
+// Returns the change that a message reports; absent if it is no notification, or lacks the
+// interface or an address of six bytes.
 std::optional<StationChange> stationChangeIn(const IPCMessage& message);
 
 }  // namespace halvane

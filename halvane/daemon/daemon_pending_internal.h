@@ -1,6 +1,6 @@
-// Requests that wait for their reply: a thread that is blocked, or a function to be called.
+// Requests that await their reply: either a thread blocks, or a function is called.
 //
-// Threads: any call from any thread.
+// Threads: any thread may make any call.
 #ifndef HALVANE_DAEMON_DAEMON_PENDING_INTERNAL_H
 #define HALVANE_DAEMON_DAEMON_PENDING_INTERNAL_H
 
@@ -25,10 +25,10 @@ inline DaemonReply daemonFailure(DaemonError::Kind kind) {
     return Unexpected(DaemonError{kind});
 }
 
-// Where a blocked thread waits. Shared with whoever has the reply, who may come too late.
+// A blocked thread waits here. It shares this with the sender of the reply, who may come too late.
 class DaemonWaiter {
   public:
-    // The first reply counts.
+    // Only the first reply counts.
     void set(DaemonReply reply) {
         const std::lock_guard lock(mutex_);
         if (!reply_) reply_.emplace(std::move(reply));
@@ -53,36 +53,36 @@ class DaemonWaiter {
     std::optional<DaemonReply> reply_;
 };
 
-// The functions that wait for their reply, by the number of their request.
+// The functions that await a reply, by request number.
 class DaemonCompletions {
   public:
     using Completion = DaemonCompletion<IPCMessage>;
     using Number = std::uint64_t;
 
-    // Throws std::bad_alloc, and has not taken the function then.
+    // Throws std::bad_alloc, and leaves the function with the caller then.
     Number add(Completion& completion) {
         const std::lock_guard lock(mutex_);
         waiting_.emplace(++last_, std::move(completion));
         return last_;
     }
 
-    // Calls the function, on the calling thread; nothing where it was taken before.
+    // Calls the function on the calling thread. Does nothing if it was already taken.
     void finish(Number number, DaemonReply reply) {
         if (auto completion = take(number)) completion(std::move(reply));
     }
 
-    // Takes it without calling it. Empty where it was taken before.
+    // Removes the function and returns it; empty if it was already taken.
     Completion take(Number number) {
         const std::lock_guard lock(mutex_);
         auto node = waiting_.extract(number);
         return node ? std::move(node.mapped()) : Completion();
     }
 
-    // From now on replies that get lost are left to finishAll().
+    // From now on finishAll() completes the requests whose replies are lost.
     void beginEnd() { isEnding_ = true; }
     bool isEnding() const { return isEnding_; }
 
-    // Calls all that are left, in the order of their requests.
+    // Calls all remaining functions in the order of their requests.
     void finishAll() {
         while (auto completion = takeFirst()) completion(daemonFailure(DaemonError::Kind::Ending));
     }
@@ -100,8 +100,8 @@ class DaemonCompletions {
     Number last_ = 0;
 };
 
-// What the connection has of a request, shared by the copies of the reply's handler. The connection
-// destroys it untold where memory does not hold the reply, and at its end.
+// The connection's share of a request, held by the copies of the reply handler. The connection
+// destroys it without a reply if memory cannot hold the reply, and when the connection ends.
 class DaemonBlockedRequest {
   public:
     DaemonBlockedRequest(std::shared_ptr<DaemonWaiter> waiter,
@@ -121,7 +121,7 @@ class DaemonBlockedRequest {
     const std::shared_ptr<const DaemonCompletions> others_;
 };
 
-// The same, for a function that is to be called.
+// The same for a function to call.
 class DaemonNumberedRequest {
   public:
     DaemonNumberedRequest(std::shared_ptr<DaemonCompletions> completions,
@@ -136,7 +136,7 @@ class DaemonNumberedRequest {
 
     void finish(DaemonReply reply) { completions_->finish(number_, std::move(reply)); }
 
-    // The function is not called.
+    // Drops the function without calling it.
     void forget() { completions_->take(number_); }
 
   private:

@@ -16,9 +16,9 @@ using Kind = DaemonError::Kind;
 // --- Messages ---
 
 constexpr const char* kInterface = "interface";
-constexpr const char* kRole = "role";  // a command, too
+constexpr const char* kRole = "role";  // also a command
 
-// A key of a request; one without a value is left out.
+// A key of a request and its value. A key without a value is left out.
 using Entry = std::pair<const char*, std::optional<PropertyListValue>>;
 
 IPCMessage messageOf(const char* command, std::initializer_list<Entry> entries = {}) {
@@ -34,7 +34,8 @@ PropertyListValue textOf(std::string_view text) {
     return std::string(text);
 }
 
-// The configuration as data. One that has no XML form is a null value, which is never sent.
+// Returns the configuration as data. Without an XML form it becomes a null value, which cannot be
+// sent.
 PropertyListValue dataOf(const HalvaneBSSConfig& configuration) {
     const auto xml = xmlPropertyList(configuration.skeletonRepresentation());
     return xml ? PropertyListValue(ByteBuffer::fromText(*xml)) : PropertyListValue();
@@ -42,7 +43,7 @@ PropertyListValue dataOf(const HalvaneBSSConfig& configuration) {
 
 // --- Replies ---
 
-// Absent where it is no integer, which is no reply of the protocol.
+// Absent if "status" is not an integer; such a reply breaks the protocol.
 std::optional<std::int64_t> statusIn(const IPCMessage& reply) {
     const auto* number = daemonValue<Number>(reply, "status");
     if (number == nullptr || number->isReal()) return std::nullopt;
@@ -64,7 +65,7 @@ DaemonResult<std::vector<Record>> readList(const IPCMessage& reply) {
     return std::move(*records);
 }
 
-// The settings are the answer whatever the status is, which need not be there.
+// The settings are the result whatever the status is. The reply may lack a status.
 DaemonResult<std::string> readSettings(const IPCMessage& reply) {
     if (const auto* settings = daemonValue<std::string>(reply, "params")) return *settings;
     const auto status = statusIn(reply).value_or(0);

@@ -1,4 +1,4 @@
-// The requests of the daemon's protocol: what each sends, and how its reply is read.
+// The requests of the daemon's protocol: what each one sends, and how its reply is read.
 #ifndef HALVANE_DAEMON_DAEMON_REQUESTS_INTERNAL_H
 #define HALVANE_DAEMON_DAEMON_REQUESTS_INTERNAL_H
 
@@ -28,11 +28,11 @@ template <typename T>
 struct DaemonRequest {
     IPCMessage message;
 
-    // What a reply comes to. It may throw std::bad_alloc, and nothing else.
+    // Converts a reply to the result. It may throw std::bad_alloc, and nothing else.
     DaemonResult<T> (*read)(const IPCMessage& reply);
 };
 
-// The data of a reply that each list of records is under.
+// The key in a reply under which each kind of record is listed.
 template <typename Record>
 inline constexpr const char* kDaemonListKey = nullptr;
 template <>
@@ -46,7 +46,7 @@ inline constexpr const char* kDaemonListKey<HalvaneBSSConfig> = "configs";
 template <>
 inline constexpr const char* kDaemonListKey<HalvaneClient> = "clients";
 
-// The records in a reply, without what makes no record; absent where it holds no such list.
+// Returns the records in a reply, without items that make no record; absent if it holds no list.
 template <typename Record>
 std::optional<std::vector<Record>> recordsIn(const IPCMessage& reply) {
     const auto* data = daemonValue<ByteBuffer>(reply, kDaemonListKey<Record>);
@@ -67,7 +67,7 @@ DaemonRequest<std::vector<HalvaneBSSConfig>> configurations(
     std::optional<std::string_view> interface);
 DaemonRequest<std::vector<HalvaneClient>> stations();
 
-// A configuration that has no XML form makes a message that cannot be sent.
+// If the configuration has no XML form, the message cannot be sent.
 DaemonRequest<void> add(std::string_view interface, const HalvaneBSSConfig& configuration);
 DaemonRequest<void> remove(std::string_view interface, const HalvaneBSSConfig& configuration);
 

@@ -1,4 +1,4 @@
-// What a request of the daemon comes to: its result, or why there is none.
+// The outcome of a request to the daemon: its result, or the reason why there is none.
 //
 // Plain values; threads as for what they hold.
 #ifndef HALVANE_DAEMON_DAEMON_RESULT_H
@@ -14,29 +14,31 @@
 
 namespace halvane {
 
-// Why a request has no result. Making one allocates nothing.
+// The reason why a request has no result. Creating an error allocates nothing.
 struct HALVANE_EXPORT DaemonError {
     enum class Kind {
-        Refused,         // the daemon answered with a status other than 0
-        Denied,          // the bus does not let the caller through, or the daemon answered with an
-                         // error of D-Bus
-        NoDaemon,        // nobody owns the daemon's name: the request was not delivered
-        DaemonLeft,      // the daemon went away before it answered; it may have done what was asked
-        BusGone,         // there is no bus, or it went away before the answer; the same
-        DeadlinePassed,  // the daemon has not answered in time; it may yet do what was asked
-        Undecodable,     // the answer is not what the protocol has for the request
-        Unsendable,      // a text in the request has no form on the bus, or all of it is too long
+        Refused,         // the daemon returned a status other than 0
+        Denied,          // the bus's policy forbids the request, or the daemon returned a D-Bus
+                         // error
+        NoDaemon,        // nobody owns the daemon's name, so the request was not delivered
+        DaemonLeft,      // the daemon went away before its answer; it may have acted all the same
+        BusGone,         // the bus is missing or went away; in the latter case the daemon may have
+                         // acted
+        DeadlinePassed,  // the daemon has not answered in time; it may still act
+        Undecodable,     // the answer does not follow the protocol
+        Unsendable,      // a text in the request cannot be sent over the bus, or the request is too
+                         // long
         Ending,          // the client is being destroyed, or belongs to another process
-        OutOfMemory,     // the request or its answer does not fit
+        OutOfMemory,     // the request or its answer does not fit into memory
     };
 
     Kind kind = Kind::BusGone;
 
-    // The daemon's status, where it refused; else 0.
+    // The daemon's status if the kind is Refused, otherwise 0.
     std::int64_t status = 0;
 
-    // The kind in words, as the end of a sentence: "the daemon answered with an error status".
-    // Static text.
+    // The kind in words, as the end of a sentence: "the daemon answered with an error status". The
+    // text is static.
     const char* text() const noexcept;
 
     friend bool operator==(const DaemonError&, const DaemonError&) = default;
@@ -45,12 +47,12 @@ struct HALVANE_EXPORT DaemonError {
 template <typename T>
 using DaemonResult = Result<T, DaemonError>;
 
-// Who takes a result that is not waited for.
+// Receives the result of a request that does not block.
 // REQUIRES: throws nothing; an exception ends the program.
 template <typename T>
 using DaemonCompletion = std::function<void(DaemonResult<T>)>;
 
-// When a blocking request gives up: never, or at a point of the steady clock.
+// When a blocking request gives up: at a point of the steady clock, or never.
 class DaemonDeadline {
   public:
     using Clock = std::chrono::steady_clock;
@@ -60,7 +62,7 @@ class DaemonDeadline {
 
     constexpr DaemonDeadline(Clock::time_point end) : end_(end) {}
 
-    // So long from now on; never, for what is beyond the clock's range.
+    // The given time from now on. A time beyond the clock's range means never.
     template <typename Count, typename Period>
     DaemonDeadline(std::chrono::duration<Count, Period> left) {
         const auto now = Clock::now();

@@ -1,5 +1,5 @@
-// The holder of the Wi-Fi code's logging. The categories themselves are those of
-// halvane/utils/log.h: gLogCategory_WiFi, gLogCategory_WiFiScan and so on.
+// Represents the logging of the Wi-Fi code. The categories themselves are in halvane/utils/log.h:
+// gLogCategory_WiFi, gLogCategory_WiFiScan and so on.
 #ifndef HALVANE_DAEMON_LOGGING_H
 #define HALVANE_DAEMON_LOGGING_H
 
@@ -11,15 +11,15 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneLogging {
   public:
-    // An instance of its own; all are alike.
+    // Creates a separate instance. All instances are alike.
     static HalvaneLogging init() { return {}; }
 
-    // The shared instance, made on the first call; it lives until the process ends. May be called
-    // from any thread, also at once.
+    // Returns the shared instance. The first call creates it, and it lives until the process ends.
+    // Any thread may call this at any time.
     static const HalvaneLogging& sharedSystem();
 };
 
-// The shared instance; null until sharedSystem() is first called.
+// The shared instance; null until the first call of sharedSystem().
 extern HALVANE_EXPORT std::atomic<const HalvaneLogging*> gHalvaneLogging;
 
 }  // namespace halvane

@@ -31,7 +31,7 @@ const char* textOf(ServiceError::Kind kind) {
 
 }  // namespace
 
-// Events find the link in its place, so the connection starts when all else is there.
+// Event handlers use link_, so the connection starts only when all members are ready.
 HalvaneXPCClient::HalvaneXPCClient()
     : link_(
           std::make_shared<XPCLink>([this](const ServiceEvent& event) { handleXPCEvent(event); })) {
@@ -55,7 +55,7 @@ std::shared_ptr<const HalvaneXPCClientDelegate> HalvaneXPCClient::delegate() con
 void HalvaneXPCClient::setDelegate(std::shared_ptr<const HalvaneXPCClientDelegate> delegate) {
     if (!link_->isInHomeProcess()) return;
     const std::lock_guard lock(delegateMutex_);
-    delegate_.swap(delegate);  // the former one goes with the argument, when the lock is released
+    delegate_.swap(delegate);  // the former delegate is released with the argument, after the lock
 }
 
 void HalvaneXPCClient::setSubscribeAP(bool value) {
@@ -63,7 +63,7 @@ void HalvaneXPCClient::setSubscribeAP(bool value) {
     registerNotifications();
 }
 
-// Whoever is given a line may end the client.
+// A receiver of log lines may destroy the client.
 void HalvaneXPCClient::handleXPCEvent(const ServiceEvent& event) {
     const auto link = link_;
     if (const auto* message = std::get_if<IPCMessage>(&event)) {

@@ -5,29 +5,26 @@
 //     for (const HalvaneInterface& interface : client->queryInterfaceList(&error)) ...
 //
 // One client is one connection to the service kDaemonServiceName on the system bus, and two serial
-// queues: events are handled on the connection queue, "<service>.connection.queue", replies on the
-// reply queue, "<service>.reply.queue". When the connection has become invalid, since there is no
-// bus or it went away, it stays so: every later request fails at once, and a new connection needs a
-// new client. When the daemon goes away and comes back, later requests find it again;
-// notifications have to be registered for anew. docs/protocol.md tells what goes over the bus.
+// queues. Events are handled on the connection queue, "<service>.connection.queue", replies on the
+// reply queue, "<service>.reply.queue". If there is no bus, or the bus goes away, the connection
+// becomes invalid for good: every later request fails at once, and the program needs a new client.
+// If the daemon goes away and comes back, later requests find it again, but notifications must be
+// registered again. docs/protocol.md describes the messages on the bus.
 //
-// Requests block until the daemon's reply was handled, without a time limit: a daemon that never
-// answers blocks its caller for good. A request that cannot be answered any more, since the daemon
-// or the bus went away or a text cannot be sent (it is not UTF-8, or holds U+0000), is answered
-// with an error. That error, and a reply that does not fit into memory, read as code -6700.
+// A request blocks until the daemon's reply was handled, without a time limit: a daemon that never
+// replies blocks its caller forever. A request fails with code -6700 if the daemon or the bus goes
+// away, if a text cannot be sent (it is not UTF-8, or holds U+0000), or if memory cannot hold the
+// reply. A request that does not fit into memory itself throws std::bad_alloc. If memory is short,
+// notifications are dropped.
 //
-// A child that fork() makes of the process may not use the client, for it has none of the threads:
-// there requests fail at once, with -6700, it has no delegate, and ending it waits for nothing and
-// leaves its memory behind. The child may make a client of its own.
+// A child process made by fork() must not use the client: it has none of the client's threads.
+// There requests fail at once with -6700, delegate() returns null, and destroying the client waits
+// for nothing and leaves its memory allocated. The child may create a client of its own.
 //
-// Where memory is short notifications are dropped, and a request whose reply does not fit fails
-// with -6700; one that cannot even be made throws std::bad_alloc.
-//
-// Threads: requests may come from any thread but the reply queue's, delegate calls included, one
-// after the other: callers take turns. Of two requests at once either may be released by the
-// other's reply; one that is released before its own reply was handled fails with -6700 (an action
-// answers true all the same). delegate(), setDelegate() and subscribeAP() may be called at any
-// time. The parsers of replies are pure and may be called from any thread.
+// Threads: any thread but the reply queue's may make requests, delegate calls included. Callers
+// must take turns: of two concurrent requests, each may be released by the other's reply, and one
+// released before its own reply was handled fails with -6700 (an action still returns true). Any
+// thread may call delegate(), setDelegate(), subscribeAP() and the parsers of replies at any time.
 #ifndef HALVANE_DAEMON_XPC_CLIENT_H
 #define HALVANE_DAEMON_XPC_CLIENT_H
 
@@ -55,62 +52,61 @@ class XPCLink;
 
 class HALVANE_EXPORT HalvaneXPCClient final {
   public:
-    // A client whose connection is being made; nothing is sent yet, and nothing waited for. Never
-    // null.
+    // Returns a client that is connecting, never null. It sends nothing yet and waits for nothing.
     // REQUIRES: nobody changes the environment during the call.
     static std::unique_ptr<HalvaneXPCClient> init();
 
     HalvaneXPCClient(const HalvaneXPCClient&) = delete;
     HalvaneXPCClient& operator=(const HalvaneXPCClient&) = delete;
 
-    // Ends the connection; waits for a delegate call that is running. No delegate call is made
-    // afterwards. A request that such a call waits for is released as failed.
-    // REQUIRES: other threads are done with their requests, and the delegate call that is running
-    // does not wait for the destroying thread. It may itself be the one that destroys, and so may
-    // the callback of a log output that is given one of the client's lines; of a notification it is
-    // given the further lines all the same.
+    // Ends the connection and waits for a running delegate call; none is made afterwards. A request
+    // that the delegate call waits for is released as failed. The delegate call itself may destroy
+    // the client. So may a log output's callback that receives one of the client's lines; it still
+    // receives a notification's remaining lines.
+    // REQUIRES: other threads' requests have returned, and a running delegate call does not wait
+    // for the destroying thread.
     ~HalvaneXPCClient();
 
     // --- Notifications ---
 
-    // Who is called for notifications; held until it is replaced. Null, as at the start, for
-    // nobody. A call to the one that is replaced may still be running when setDelegate() returns.
+    // The delegate receives the notifications; null, as at the start, for none. The client holds it
+    // until it is replaced. A call to the former delegate may still run when setDelegate() returns.
     std::shared_ptr<const HalvaneXPCClientDelegate> delegate() const;
     void setDelegate(std::shared_ptr<const HalvaneXPCClientDelegate> delegate);
 
-    // Whether the daemon is asked for notifications of hosted networks; false at the start. Setting
-    // it, to whatever value, is a request: it stores the flag and calls registerNotifications().
+    // Whether the program wants notifications of hosted networks; false at the start. Setting it,
+    // even to the same value, stores the flag and makes the request registerNotifications().
     bool subscribeAP() const { return subscribeAP_; }
     void setSubscribeAP(bool value);
 
-    // Tells the daemon the flag. The daemon's verdict is dropped.
+    // Sends the flag to the daemon and ignores the daemon's status.
     void registerNotifications();
 
     // --- Lists ---
     //
-    // An empty list may be a failure. `error`, where it is given, is set then, and cleared where
-    // the request succeeded: its domain is kDaemonErrorDomain, its code the daemon's status, or
-    // -6700 where there was no reply.
+    // An empty list may mean a failure. `error`, if given, is set on failure and cleared on
+    // success. Its domain is kDaemonErrorDomain, its code the daemon's status, or -6700 if there
+    // was no reply.
 
     std::vector<HalvaneDevice> queryDeviceList(std::optional<Error>* error = nullptr);
     std::vector<HalvaneInterface> queryInterfaceList(std::optional<Error>* error = nullptr);
     std::vector<HalvaneChannel> queryChannelList_error(const std::string& interfaceName,
                                                        std::optional<Error>* error = nullptr);
 
-    // Of all interfaces where no name is given.
+    // Of all interfaces if no name is given.
     std::vector<HalvaneBSSConfig> queryBSSConfigList_error(
         const std::optional<std::string>& interfaceName, std::optional<Error>* error = nullptr);
 
-    // Of all interfaces, always: the name is not sent.
+    // Always of all interfaces: the name is not sent.
     std::vector<HalvaneClient> queryClientList_error(
         const std::optional<std::string>& interfaceName, std::optional<Error>* error = nullptr);
 
     // --- Actions ---
     //
-    // True whatever the daemon answered, and also where it did not: who wants to know asks for the
-    // lists afterwards. `error` is never touched.
+    // An action returns true whatever the daemon replied, even if it did not reply. The lists show
+    // its effect afterwards. `error` is never changed.
 
-    // A configuration that has no XML form, for a text in it, is not sent.
+    // A configuration that holds text without an XML form is not sent.
     bool bssConfigAdd_forInterface_error(const HalvaneBSSConfig& config,
                                          const std::string& interfaceName,
                                          std::optional<Error>* error = nullptr);
@@ -129,10 +125,10 @@ class HALVANE_EXPORT HalvaneXPCClient final {
 
     // --- The daemon's logging ---
 
-    // Changes the daemon's log categories of the same names: one control string each
-    // (docs/logging.md), WiFi's first; a category whose string is absent stays as it is. Answers
-    // whether the daemon took them. `error`, where it is given, is set to what it answered instead,
-    // and else untouched: also where there was no reply, which is just false.
+    // Changes the daemon's log categories of the same names, each by a control string
+    // (docs/logging.md). An absent string leaves its category unchanged. Returns whether the daemon
+    // replied with status 0. `error`, if given, is set for another status, and unchanged otherwise,
+    // even if there was no reply.
     bool setLogging_inBPF_inEAPOL_inIE_inIO80211_inJoin_inScan_inWPS_inXPC_error(
         const std::optional<std::string>& inWiFi, const std::optional<std::string>& inBPF,
         const std::optional<std::string>& inEAPOL, const std::optional<std::string>& inIE,
@@ -140,19 +136,19 @@ class HALVANE_EXPORT HalvaneXPCClient final {
         const std::optional<std::string>& inScan, const std::optional<std::string>& inWPS,
         const std::optional<std::string>& inXPC, std::optional<Error>* error = nullptr);
 
-    // The daemon's logging settings in its own words; absent where it did not tell. `error` is
-    // never touched.
+    // Returns the daemon's logging settings as the daemon words them; absent if it sent none.
+    // `error` is never changed.
     std::optional<std::string> queryLogging(std::optional<Error>* error = nullptr);
 
     // --- Parsers of replies ---
     //
-    // A key of the wrong type reads as a missing one, and so does a "status" that is no signed
-    // 64-bit number; a missing "status" is 0, success. A status is the lowest 32 bits of the
+    // A value of the wrong type reads as missing, and so does a "status" that is not a signed
+    // 64-bit number. A missing "status" is 0, success. A status is the lowest 32 bits of the
     // number, with their sign.
 
-    // The list under "devices", "interfaces", "channels", "configs" or "clients", in order, without
-    // what makes no record. Empty, and without an error, for a success that holds no such list.
-    // `error`, where it is given, is set for a failure, and else untouched.
+    // Return the list under "devices", "interfaces", "channels", "configs" or "clients" in order,
+    // without items that make no record. A success without such a list gives an empty list and no
+    // error. `error`, if given, is set on failure and otherwise unchanged.
     static std::vector<HalvaneDevice> queryDeviceListResponse_error(
         const ServiceReply& reply, std::optional<Error>* error = nullptr);
     static std::vector<HalvaneInterface> queryInterfaceListResponse_error(
@@ -164,7 +160,7 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     static std::vector<HalvaneClient> queryClientListResponse_error(
         const ServiceReply& reply, std::optional<Error>* error = nullptr);
 
-    // Whether the daemon replied, and with success.
+    // Return whether the daemon replied with success.
     static bool bssConfigAddResponse(const ServiceReply& reply);
     static bool bssConfigRemoveResponse(const ServiceReply& reply);
     static bool enableInterfaceResponse(const ServiceReply& reply);
@@ -174,27 +170,27 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     static bool bssStopResponse(const ServiceReply& reply);
     static bool registerNotificationsResponse(const ServiceReply& reply);
 
-    // The same, with `error`, where it is given, set for a status other than 0, and else untouched.
+    // The same. `error`, if given, is set for a status other than 0, and otherwise unchanged.
     static bool setLoggingResponse_error(const ServiceReply& reply,
                                          std::optional<Error>* error = nullptr);
 
-    // The text under "params", whatever the status is.
+    // Returns the text under "params", whatever the status is.
     static std::optional<std::string> queryLoggingResponse(const ServiceReply& reply);
 
     // --- Handlers of events ---
     //
-    // The connection calls handleXPCEvent() on the connection queue. They log to WiFiXPC, errors
-    // and notifications at level "error", other events at "verbose".
+    // The connection calls handleXPCEvent() on the connection queue. The handlers log to WiFiXPC:
+    // errors and notifications at level "error", other events at "verbose".
 
-    // Hands a dictionary on; an Invalid error releases the connection, but not before the replies
-    // that came before it were handled.
+    // Passes a dictionary on. An Invalid error releases the connection after all earlier replies
+    // were handled.
     void handleXPCEvent(const ServiceEvent& event);
 
-    // Calls the handler of the notification that "command" names; no other message does anything.
+    // Calls the handler of the notification that "command" names; ignores any other message.
     void handleNewXPCDictionary(const IPCMessage& message);
 
-    // Log the notification, its "BSDName" and its "MAC", up to the first that is missing, and make
-    // the delegate's call where neither is.
+    // Log the notification, its "BSDName" and its "MAC", up to the first missing one, and call the
+    // delegate if both are present.
     void handleNotificationClientAuthorized(const IPCMessage& message);
     void handleNotificationClientJoined(const IPCMessage& message);
     void handleNotificationClientKicked(const IPCMessage& message);
@@ -203,14 +199,15 @@ class HALVANE_EXPORT HalvaneXPCClient final {
   private:
     HalvaneXPCClient();
 
-    mutable std::mutex delegateMutex_;  // in another process it may be taken for good
+    mutable std::mutex delegateMutex_;  // locked forever in a child process if fork() ran while it
+                                        // was held
     std::shared_ptr<const HalvaneXPCClientDelegate> delegate_;
     std::atomic<bool> subscribeAP_ = false;
-    std::shared_ptr<XPCLink> link_;  // outlives the client in an event that ends it
+    std::shared_ptr<XPCLink> link_;  // an event that destroys the client keeps it alive
 };
 
-// The application's client, for its parts to share: empty until the application fills it; the
-// library never does. What is left in it goes with the static objects of the process.
+// A client that the parts of an application may share. It is empty until the application sets it;
+// the library never does. It is destroyed with the static objects of the process.
 extern HALVANE_EXPORT std::shared_ptr<HalvaneXPCClient> gHalvaneXPCClient;
 
 }  // namespace halvane

@@ -1,7 +1,7 @@
-// Who hears of the stations of hosted networks.
+// The functions that receive the events of stations on hosted networks.
 //
-// Threads: the calls come from the client's connection queue, one at a time, in the order of the
-// notifications. They are not changed while a client holds the delegate.
+// Threads: the client calls them on its connection queue, one at a time, in the order of the
+// notifications. Nobody may change them while a client holds the delegate.
 #ifndef HALVANE_DAEMON_XPC_CLIENT_DELEGATE_H
 #define HALVANE_DAEMON_XPC_CLIENT_DELEGATE_H
 
@@ -12,10 +12,10 @@
 
 namespace halvane {
 
-// Each call may be left empty, and is not made then.
+// Each function may be empty; it is not called then.
 struct HalvaneXPCClientDelegate {
-    // The station's address as the daemon sent it, usually 6 bytes, and the name of the interface
-    // that hosts the network.
+    // Receives the station's address as the daemon sent it, usually 6 bytes, and the name of the
+    // interface that hosts the network.
     // REQUIRES: throws nothing; an exception ends the program.
     using Call = std::function<void(const ByteBuffer& mac, const std::string& interfaceName)>;
 

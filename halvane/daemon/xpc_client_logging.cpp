@@ -1,4 +1,4 @@
-// The requests that set and tell the daemon's logging.
+// The requests that set and return the daemon's logging.
 #include <utility>
 
 #include "halvane/daemon/daemon_log_controls.h"

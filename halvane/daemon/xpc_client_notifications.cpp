@@ -1,4 +1,4 @@
-// Notifications of stations: asking for them, and handing them to the delegate.
+// Notifications of stations: requesting them and passing them to the delegate.
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/daemon_message_internal.h"
@@ -17,10 +17,10 @@ namespace {
 
 using Delegate = HalvaneXPCClientDelegate;
 
-// What the stated client makes of each notification, in the order of kDaemonNotifications.
+// The log text and delegate member for each notification, in the order of kDaemonNotifications.
 struct Notification {
     const char* name;
-    const char* function;  // of its handler, as the log has it
+    const char* function;  // the handler's name as the log shows it
     Delegate::Call Delegate::*call;
 };
 
@@ -46,7 +46,8 @@ void logAddress(const Notification& notification, const ByteBuffer& mac) {
     log(notification, "Client MAC     : %@\n", &text);
 }
 
-// Whoever is given a line, or the call, may end the client: from there on it is not used.
+// The delegate's function, or a receiver of log lines, may destroy the client. The client is not
+// used after that.
 void handle(const Notification& notification, const IPCMessage& message,
             const std::shared_ptr<const Delegate>& delegate,
             const std::shared_ptr<const XPCLink>& link) {

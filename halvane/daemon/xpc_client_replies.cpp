@@ -1,4 +1,4 @@
-// What replies come to.
+// How replies become results.
 #include <cstdint>
 #include <string>
 #include <variant>
@@ -13,7 +13,7 @@ namespace halvane {
 
 namespace {
 
-// The status that a reply holds; that of a failed reply for an error.
+// Returns the status of a reply. An error counts as a failed reply.
 std::int32_t statusOf(const ServiceReply& reply) {
     const auto* message = std::get_if<IPCMessage>(&reply);
     return message != nullptr ? daemonStatus(*message) : kStatusConversionFailed;

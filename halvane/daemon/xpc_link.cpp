@@ -6,8 +6,8 @@
 
 namespace halvane {
 
-// Releases the waiting thread once: when the reply was handled, or when it is certain that it never
-// will be, since nobody holds this any more.
+// Releases the waiting thread once: when the reply was handled, or when it can no longer be handled
+// because nobody holds this object.
 class XPCLink::PendingReply {
   public:
     PendingReply(ReplyHandler handler, std::shared_ptr<CountingSemaphore> semaphore)
@@ -21,7 +21,7 @@ class XPCLink::PendingReply {
         try {
             handler_(reply);
         } catch (const std::bad_alloc&) {
-            // No room for the result: the request stays failed.
+            // Memory does not hold the result: the request stays failed.
         }
         release();
     }
@@ -48,7 +48,7 @@ XPCLink::XPCLink(EventHandler handler)
             try {
                 handler(event);
             } catch (const std::bad_alloc&) {
-                // No room for what the event says: it is dropped.
+                // Memory does not hold the event: it is dropped.
             }
         });
 }
@@ -59,8 +59,8 @@ void XPCLink::resume() {
     xpcConnection_->resume();
 }
 
-// Before the rest, which a handler that runs on the connection queue may use. The connection is
-// released before its queue goes, so that a handler that waits for a reply gets one.
+// The connection queue ends before the other members, which its handlers may use. The connection is
+// released before its queue, so that a handler that waits for a reply gets one.
 void XPCLink::end() {
     if (!isInHomeProcess()) return;
     hasEnded_ = true;
@@ -68,9 +68,8 @@ void XPCLink::end() {
     xpcConnectionQueue_.reset();
 }
 
-// Of no use any more, the connection is destroyed with the link: that drops the replies that have
-// arrived but were not yet handled. That the cancelling makes an event of its own is nobody's
-// concern.
+// The released connection is destroyed with the link. Destroying it now would drop replies that
+// have arrived but were not yet handled. Nobody handles the event that cancelling causes.
 void XPCLink::releaseConnection() {
     isReleased_ = true;
     xpcConnection_->cancel();
@@ -86,7 +85,8 @@ void XPCLink::sendAndWait(IPCMessage message, ReplyHandler handler) {
             [pending = std::move(pending)](const ServiceReply& reply) { pending->handle(reply); },
             ServiceConnection::ReplyThread::Any);
     } catch (const std::bad_alloc&) {
-        // Not sent, or it was: either way the reply is waited for until its handler is gone.
+        // Whether or not the request was sent, the caller waits for its reply until the handler is
+        // gone.
     }
     semaphore->wait();
 }

@@ -1,10 +1,9 @@
 // The client's end of the connection: its queues, and how a request waits for its reply.
 //
-// One semaphore is shared by all requests, so callers take turns. It counts one signal for each
-// request whatever becomes of its reply, so that nobody waits for good where there is no reply, and
-// every later request finds the count at 0. What a waiting thread needs is shared with the reply's
-// handler and not part of the link: a thread that the link's end, or a reply to another, released
-// finds it in order.
+// All requests share one semaphore, so callers take turns. It counts one signal per request, even
+// if no reply comes. Therefore no caller waits forever for a lost reply, and every later request
+// finds the count at 0. The reply handler shares what a waiting thread needs, and the link does not
+// own it: a thread that is released by the link's end or by another reply can still use it.
 #ifndef HALVANE_DAEMON_XPC_LINK_INTERNAL_H
 #define HALVANE_DAEMON_XPC_LINK_INTERNAL_H
 
@@ -26,7 +25,7 @@
 
 namespace halvane {
 
-// What a request comes to: a failure, until a reply says otherwise.
+// The outcome of a request: a failure until a reply says otherwise.
 template <typename Result>
 class XPCOutcome {
   public:
@@ -42,7 +41,7 @@ class XPCOutcome {
     }
 
   private:
-    std::mutex mutex_;  // for requests at once, the one case of both calls at once
+    std::mutex mutex_;  // for concurrent requests, which alone may make both calls at once
     Result result_;
 };
 
@@ -54,7 +53,8 @@ class XPCLink {
   public:
     using EventHandler = std::function<void(const ServiceEvent&)>;
 
-    // A link whose events go to `handler`, on the connection queue; none before resume().
+    // Creates a link that passes events to `handler` on the connection queue. No event comes before
+    // resume().
     explicit XPCLink(EventHandler handler);
 
     XPCLink(const XPCLink&) = delete;
@@ -64,17 +64,17 @@ class XPCLink {
 
     void resume();
 
-    // Ends the connection, and waits until the handler has returned, unless called from it: it is
-    // not called again. A reply that the handler waits for becomes an error.
+    // Ends the connection, and waits until the handler has returned, unless called from it. The
+    // handler is not called again. A reply that the handler waits for becomes an error.
     void end();
 
     bool hasEnded() const { return hasEnded_; }
     bool isInHomeProcess() const { return home_.isCurrent(); }
 
-    // Sends `message`, and answers what `parse` makes of its reply. The reply is parsed on the
-    // reply queue, a small one without waking the queue's thread. std::bad_alloc while it is parsed
-    // makes it an error. In a child that fork() made of the link's process nothing is sent, and the
-    // answer is what `parse` makes of an error.
+    // Sends `message` and returns what `parse` makes of its reply. The reply is parsed on the reply
+    // queue; a small one is parsed without waking the queue's thread. If parsing throws
+    // std::bad_alloc, the reply counts as an error. In a child process made by fork() nothing is
+    // sent, and the result is what `parse` makes of an error.
     // REQUIRES: `parse` waits for nothing.
     template <typename Parse>
     auto request(IPCMessage&& message, Parse parse) {
@@ -87,8 +87,8 @@ class XPCLink {
         return outcome->take();
     }
 
-    // Ends the connection, for good: no event is told any more, and requests that wait for their
-    // reply, and later ones, fail. Replies that came before are still handled.
+    // Ends the connection for good: no more events come, and pending and later requests fail.
+    // Replies that arrived before are still handled.
     void releaseConnection();
 
   private:
@@ -100,7 +100,7 @@ class XPCLink {
     const HomeProcess home_;
     std::atomic<bool> isReleased_ = false;
     std::atomic<bool> hasEnded_ = false;
-    std::optional<SerialQueue> xpcConnectionQueue_;  // until the end
+    std::optional<SerialQueue> xpcConnectionQueue_;  // until end()
     const std::unique_ptr<ServiceConnection> xpcConnection_;
     SerialQueue xpcReplyQueue_;
     const std::shared_ptr<CountingSemaphore> xpcCommandSemaphore_;

@@ -1,4 +1,4 @@
-// How the replies to the requests of the stated client become results.
+// Turns the replies to the requests of HalvaneXPCClient into results.
 #ifndef HALVANE_DAEMON_XPC_REQUEST_INTERNAL_H
 #define HALVANE_DAEMON_XPC_REQUEST_INTERNAL_H
 
@@ -12,8 +12,8 @@
 
 namespace halvane {
 
-// Sends a request, and answers what `parse` makes of the reply. `error`, where it is given, becomes
-// what `parse` stored: absent where it stored none.
+// Sends a request and returns what `parse` makes of the reply. `error`, if given, receives the
+// error that `parse` stores, and is cleared if it stores none.
 template <typename Result>
 Result xpcQuery(XPCLink& link, IPCMessage message,
                 Result (*parse)(const ServiceReply&, std::optional<Error>*),
@@ -27,7 +27,7 @@ Result xpcQuery(XPCLink& link, IPCMessage message,
     return std::move(outcome.first);
 }
 
-// Sends a request, and waits for its reply, whose verdict is dropped. True.
+// Sends a request, waits for its reply, ignores the daemon's status and returns true.
 inline bool xpcAct(XPCLink& link, IPCMessage message, bool (*parse)(const ServiceReply&)) {
     link.request(std::move(message), parse);
     return true;
