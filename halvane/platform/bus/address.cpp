@@ -13,8 +13,8 @@ constexpr const char* kSystemBus = "unix:path=/run/dbus/system_bus_socket";
 constexpr std::string_view kPlain =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_/.";
 
-// As a value in an address is written: other bytes than these as "%2C" (D-Bus Specification,
-// "Server Addresses").
+// Escapes a value for an address: bytes other than these become "%2C" and the like (D-Bus
+// Specification, "Server Addresses").
 std::string escaped(std::string_view value) {
     std::string text;
     for (const char character : value) {

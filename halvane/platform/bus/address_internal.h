@@ -1,4 +1,4 @@
-// Where the message buses of the machine are.
+// The addresses of the machine's message buses.
 #ifndef HALVANE_PLATFORM_BUS_ADDRESS_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_ADDRESS_INTERNAL_H
 
@@ -7,15 +7,15 @@
 
 namespace halvane {
 
-// The system's bus: DBUS_SYSTEM_BUS_ADDRESS, or else the well-known socket.
+// The system bus: DBUS_SYSTEM_BUS_ADDRESS, otherwise the well-known socket.
 std::string systemBusAddress();
 
-// The bus of the user's session: DBUS_SESSION_BUS_ADDRESS, or else the socket in XDG_RUNTIME_DIR.
-// Absent where neither is set.
+// The user's session bus: DBUS_SESSION_BUS_ADDRESS, otherwise the socket in XDG_RUNTIME_DIR. Absent
+// if neither variable is set.
 std::optional<std::string> sessionBusAddress();
 
-// Both read the environment, except in a program that has more rights than who runs it: there the
-// environment is taken for unset.
+// Both functions read the environment, except in a program with more rights than its user: there
+// they treat the variables as unset.
 
 }  // namespace halvane
 

@@ -10,7 +10,7 @@ namespace halvane {
 
 namespace {
 
-// Appends the lines of one message, each value after the label that names it.
+// Appends the lines of one message: each value follows the label that names it.
 class DescriptionWriter {
   public:
     explicit DescriptionWriter(std::string& text) : text_(text) {}
@@ -20,7 +20,7 @@ class DescriptionWriter {
     }
 
   private:
-    // The message itself is at level 1 of a property list, its entries at level 2.
+    // In a property list the message is at level 1 and its entries at level 2.
     static constexpr std::size_t kDeepestIndent = kPropertyListMaxDepth - 2;
 
     void writeEntry(const std::string& label, const PropertyListValue& value, std::size_t level) {

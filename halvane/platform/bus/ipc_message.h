@@ -15,7 +15,7 @@ namespace halvane {
 
 class HALVANE_EXPORT IPCMessage {
   public:
-    // A message that holds nothing.
+    // An empty message.
     IPCMessage() = default;
 
     explicit IPCMessage(PropertyListDictionary entries) : entries_(std::move(entries)) {}
@@ -23,10 +23,10 @@ class HALVANE_EXPORT IPCMessage {
     const PropertyListDictionary& entries() const { return entries_; }
     PropertyListDictionary& entries() { return entries_; }
 
-    // One line an entry, "key = value", the entries of a nested dictionary or array indented by
-    // four spaces below their own line; every line ends in a newline. What is deeper than
-    // kPropertyListMaxDepth shows as kPropertyListTooDeepText. Absent for a message that holds
-    // nothing.
+    // The message as text, with one line per entry: "key = value". The entries of a nested
+    // dictionary or array follow their own line, indented by four spaces. Every line ends in a
+    // newline. Values deeper than kPropertyListMaxDepth show as kPropertyListTooDeepText. Absent
+    // for an empty message.
     std::optional<std::string> description() const;
 
   private:

@@ -13,16 +13,16 @@ namespace halvane {
 
 namespace {
 
-// Arrays, dictionary entries and variants in one another, of all kinds together: 32 arrays and 32
-// structures (D-Bus Specification, "Valid Signatures"), to which the reference bus adds variants.
+// The nesting limit of arrays, dictionary entries and variants together: 32 arrays and 32
+// structures (D-Bus Specification, "Valid Signatures"). The reference bus counts variants too.
 constexpr int kMaxDepth = 64;
 
-// Adds up sizes as D-Bus lays values out: each aligned to its own size.
+// Adds up sizes by the D-Bus layout, which aligns each value to its own size.
 class Measurer {
   public:
     explicit Measurer(std::size_t limit) : limit_(limit) {}
 
-    // Each of these is false where the value cannot be sent; refusal() is why.
+    // Each function returns false if the value cannot be sent; refusal() then tells why.
     bool addDictionary(const PropertyListDictionary& entries, int depth) {
         if (!addArrayHead(8)) return false;
         for (const auto& [key, value] : entries) {
@@ -94,7 +94,7 @@ class Measurer {
     }
     template <typename Other>
     bool addHeld(const Other&, int) {
-        return false;  // has no signature
+        return false;  // it has no signature
     }
 
     const std::size_t limit_;

@@ -1,5 +1,5 @@
-// What a message is on D-Bus, and whether it can be sent. A bus ends the connection of who sends a
-// message that breaks the rules of D-Bus, so that nothing of the kind may reach it.
+// The form of a message on D-Bus, and whether it can be sent. A bus disconnects the sender of a
+// message that breaks the rules of D-Bus, so no such message may reach it.
 #ifndef HALVANE_PLATFORM_BUS_MESSAGE_CHECK_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_MESSAGE_CHECK_INTERNAL_H
 
@@ -11,12 +11,12 @@
 
 namespace halvane {
 
-// The type of a value, as it stands in a signature; null for a value that has none.
+// The type code of a value, as used in a signature; null for a value that has none.
 const char* busSignatureOf(const PropertyListValue& value);
 
 struct BusMessageCheck {
-    std::string_view refusal;  // why the message cannot be sent; empty where it can. Static text
-    std::size_t size = 0;      // of the whole a{sv}, in bytes, where it can
+    std::string_view refusal;  // why the message cannot be sent, static text; empty if it can
+    std::size_t size = 0;      // of the whole a{sv}, in bytes, if it can be sent
 };
 
 BusMessageCheck checkBusMessage(const IPCMessage& message, std::size_t sizeLimit);

@@ -45,13 +45,14 @@ constexpr std::array<BasicType, 12> kBasicTypes = {{
     {SD_BUS_TYPE_SIGNATURE, readBasic<SD_BUS_TYPE_SIGNATURE, const char*, std::string>},
 }};
 
-// Reads on from where the message stands. Each function is false where the message is malformed.
-// sd-bus bounds how deep containers nest, and so how deep these recurse.
+// Reads from the message's current position. Each function returns false if the message is
+// malformed. sd-bus limits how deep containers nest, which limits the recursion here.
 class Reader {
   public:
     explicit Reader(sd_bus_message* source) : source_(source) {}
 
-    // A dictionary whose entries have the signature `contents` between braces, and strings as keys.
+    // Reads a dictionary with string keys, whose entries have the signature `contents`, braces
+    // included.
     bool readDictionary(const char* contents, PropertyListDictionary& entries) {
         const std::string entry(contents + 1, std::strlen(contents) - 2);
         return readContainer(SD_BUS_TYPE_ARRAY, contents, [&] {
@@ -69,7 +70,7 @@ class Reader {
     }
 
   private:
-    // Nothing is the last thing in a container, and no failure.
+    // Whether nothing is left in the container, which is not a failure.
     bool isAtEnd() const { return ::sd_bus_message_at_end(source_, 0) > 0; }
 
     template <typename ReadElement>
@@ -83,7 +84,7 @@ class Reader {
 
     bool skip() { return ::sd_bus_message_skip(source_, nullptr) >= 0; }
 
-    // The next value; null where its type is skipped.
+    // Reads the next value. It becomes null if its type is skipped.
     bool readValue(PropertyListValue& value) {
         char type = 0;
         const char* contents = nullptr;
@@ -104,13 +105,13 @@ class Reader {
             return readDictionary(contents, *value.as<PropertyListDictionary>());
         }
         if (element.starts_with('{') || element.starts_with('(')) return skip();
-        // A value takes 24 times the room of such a number.
+        // As a value, such a number would take 24 times its room.
         if (element == "n" || element == "q") return skip();
         value = PropertyListArray();
         return readElements(contents, *value.as<PropertyListArray>());
     }
 
-    // The elements are counted first: an array that grows takes three times the room.
+    // Counts the elements first: an array that grows takes three times the room.
     bool readElements(const char* contents, PropertyListArray& array) {
         bool isCounted = false;
         return readContainer(SD_BUS_TYPE_ARRAY, contents, [&] {
@@ -126,7 +127,8 @@ class Reader {
         });
     }
 
-    // Of the container that the message stands at the beginning of, and stands there again.
+    // Counts the elements of the container at whose beginning the message stands, and returns
+    // there.
     bool countElements(std::size_t& count) {
         for (count = 0; !isAtEnd(); ++count) {
             if (!skip()) return false;

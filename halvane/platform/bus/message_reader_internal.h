@@ -1,4 +1,4 @@
-// Reads the dictionary of a message of D-Bus.
+// Reads the dictionary of a D-Bus message.
 #ifndef HALVANE_PLATFORM_BUS_MESSAGE_READER_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_MESSAGE_READER_INTERNAL_H
 
@@ -9,9 +9,9 @@
 
 namespace halvane {
 
-// The a{sv} that `source` begins with, its values read as service_connection.h says; data is copied
-// once. Absent for a message that begins with something else, that is malformed, or that memory
-// does not hold.
+// Returns the a{sv} at the beginning of `source`, with its values as service_connection.h
+// describes. Data is copied once. Absent if the message begins with something else, is malformed,
+// or does not fit into memory.
 std::optional<IPCMessage> readBusMessage(sd_bus_message* source);
 
 }  // namespace halvane

@@ -13,7 +13,7 @@ namespace halvane {
 
 namespace {
 
-// After the first failure nothing is written any more.
+// Writes nothing after the first failure.
 class Writer {
   public:
     explicit Writer(sd_bus_message* target) : target_(target) {}
@@ -83,7 +83,7 @@ class Writer {
     }
     template <typename Other>
     void write(const Other&) {
-        attempt([] { return -EINVAL; });  // has no signature
+        attempt([] { return -EINVAL; });  // it has no signature
     }
 
     sd_bus_message* const target_;

@@ -1,4 +1,4 @@
-// Puts the dictionary of a message into a message of D-Bus.
+// Writes the dictionary of a message into a D-Bus message.
 #ifndef HALVANE_PLATFORM_BUS_MESSAGE_WRITER_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_MESSAGE_WRITER_INTERNAL_H
 
@@ -8,8 +8,9 @@
 
 namespace halvane {
 
-// Appends `source` as one a{sv}. Negative, an errno, on failure; `target` is to be thrown away
-// then. REQUIRES: checkBusMessage() does not refuse it.
+// Appends `source` as one a{sv}. Returns a negative errno value on failure; the caller must then
+// discard `target`.
+// REQUIRES: checkBusMessage() does not refuse `source`.
 int writeBusMessage(sd_bus_message* target, const IPCMessage& source);
 
 }  // namespace halvane

@@ -1,4 +1,4 @@
-// Owners of what sd-bus counts references of. None of it may be used by two threads at a time.
+// Owning pointers for sd-bus objects. Two threads must not use one object at the same time.
 #ifndef HALVANE_PLATFORM_BUS_POINTERS_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_POINTERS_INTERNAL_H
 
@@ -14,7 +14,7 @@ struct BusMessageReleaser {
     void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
 };
 
-// Closes the connection, without sending what has not yet been sent.
+// Closes the connection and discards unsent data.
 using BusPointer = std::unique_ptr<sd_bus, BusCloser>;
 using BusMessagePointer = std::unique_ptr<sd_bus_message, BusMessageReleaser>;
 

@@ -22,14 +22,14 @@ namespace {
 
 constexpr std::size_t kHeaderRoom = 2048;
 
-// How many messages are read before requests get their turn.
+// How many messages are read before requests are sent.
 constexpr int kMessagesAtOnce = 64;
 
 ServiceError invalidError() {
     return {ServiceError::Kind::Invalid, "the connection to the service is invalid"};
 }
 
-// Whether the reply can be gone through while a bus waits.
+// Whether the reply is small enough to be handled while the bus waits.
 bool isSmall(const ServiceReply& reply) {
     constexpr std::size_t kMost = 65536;
     if (const auto* error = std::get_if<ServiceError>(&reply)) return error->text.size() <= kMost;
@@ -39,8 +39,8 @@ bool isSmall(const ServiceReply& reply) {
 // The gate of the connection that the calling thread serves; null on any other thread.
 thread_local const CallbackGate* servedGate = nullptr;
 
-// Work that calls `handler` with `argument` if the gate lets it. What the handler holds is gone
-// before its callback counts as over.
+// Returns work that calls `handler` with `argument` if the gate is open. The handler is destroyed
+// before its callback counts as finished.
 template <typename Handler, typename Argument>
 SerialQueue::Work gatedCall(std::shared_ptr<CallbackGate> gate, Handler handler,
                             Argument argument) {
@@ -55,8 +55,8 @@ SerialQueue::Work gatedCall(std::shared_ptr<CallbackGate> gate, Handler handler,
 
 }  // namespace
 
-// Outlives the connection where that is destroyed on the thread that serves it: a handler that is
-// dropped there may have held the connection.
+// Outlives a connection that is destroyed on the thread that serves it: a handler that is dropped
+// there may have owned the connection.
 class HALVANE_HIDDEN ServiceConnection::Core
     : public std::enable_shared_from_this<ServiceConnection::Core> {
   public:
@@ -120,7 +120,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         if (leaveIdle()) end();
     }
 
-    // For who is in another process: nothing here may be used or destroyed.
+    // For another process, where nothing here may be used or destroyed.
     void abandon() { self_ = shared_from_this(); }
 
     void destroy() {
@@ -149,7 +149,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         if (!mailbox_.put(request)) request.answer(invalidError());
     }
 
-    // False where that has happened before. Afterwards what is set up changes no more.
+    // Returns false if this has happened before. The setters have no effect any more.
     bool leaveIdle() {
         const std::lock_guard lock(mutex_);
         return std::exchange(state_, State::Resumed) == State::Idle;
@@ -184,13 +184,13 @@ class HALVANE_HIDDEN ServiceConnection::Core
         return isPrivileged_ ? systemBusAddress() : sessionBusAddress();
     }
 
-    // A handler may destroy the connection while another thread has not yet resumed it to the end.
+    // A handler may destroy the connection while another thread is still inside resume().
     std::thread takeThread() {
         const std::lock_guard lock(mutex_);
         return std::move(thread_);
     }
 
-    // Until the connection is of no use, or of no use any more.
+    // Runs until the connection fails or ends.
     void serve(ServiceLink& link) {
         bool hasInput = true;
         while (link.isOpen()) {
@@ -202,7 +202,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
-    // A request that there is no room for is dropped, its handler with it.
+    // If memory is short, the request is dropped with its handler.
     static void send(ServiceLink& link, ServiceRequest& request) {
         try {
             link.send(request.message, std::move(request.answer));
@@ -210,7 +210,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
-    // What still waits is answered, and the last event told.
+    // Answers the pending requests and reports the last event.
     void end() {
         for (auto& request : mailbox_.close()) tellEnd(request.answer);
         postEvent([] { return invalidError(); });
@@ -218,8 +218,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         absenceHandler_ = nullptr;
     }
 
-    // Once the gate is closed nobody is to be told anything: then all that is to be called is
-    // merely destroyed.
+    // Once the gate is closed, handlers are destroyed without being called.
     void tellEnd(ServiceLink::Answer& answer) {
         const ServiceLink::Answer last = std::move(answer);
         if (gate_->isClosed()) return;
@@ -229,7 +228,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
-    // Tells the event that `make` makes. One that there is no room for is dropped.
+    // Reports the event that `make` returns. If memory is short, the event is dropped.
     template <typename Make>
     void postEvent(Make make) {
         if (!eventHandler_) return;
@@ -260,13 +259,13 @@ class HALVANE_HIDDEN ServiceConnection::Core
     std::mutex mutex_;
     State state_ = State::Idle;
     std::thread thread_;
-    // The mutex is for these too while the connection is idle; then who resumed it has them, and
-    // then who serves it.
+    // While the connection is idle, the mutex guards these too. Then they belong to the thread in
+    // resume(), and then to the thread that serves the connection.
     bool isPrivileged_ = false;
-    std::string busAddress_;  // empty: what the environment says
+    std::string busAddress_;  // empty: the address comes from the environment
     std::function<void()> absenceHandler_;
     std::shared_ptr<EventHandler> eventHandler_;
-    std::shared_ptr<Core> self_;  // once abandoned
+    std::shared_ptr<Core> self_;  // set once abandoned
 };
 
 std::unique_ptr<ServiceConnection> ServiceConnection::create(std::string serviceName,
@@ -285,7 +284,7 @@ ServiceConnection::~ServiceConnection() {
     }
 }
 
-// Another process has neither the thread that serves the connection nor the right to the socket.
+// Another process lacks the thread that serves the connection and must not use the socket.
 
 void ServiceConnection::setPrivileged(bool isPrivileged) {
     if (core_->isInHomeProcess()) core_->setPrivileged(isPrivileged);
@@ -303,8 +302,8 @@ void ServiceConnection::setAbsenceHandler(std::function<void()> handler) {
     if (core_->isInHomeProcess()) core_->setAbsenceHandler(std::move(handler));
 }
 
-// From the four that follow a handler may be called, and destroy the connection, before they have
-// returned: they hold what they work on.
+// A handler that is called from one of the next four functions may destroy the connection before
+// they return. They therefore hold the object that they use.
 
 void ServiceConnection::resume() {
     const auto core = core_;

@@ -1,8 +1,8 @@
 // A connection to a named service of the system: requests with replies, and events.
 //
-// It runs over D-Bus. The service `name` owns the bus name `name` and has an object whose path is
-// the name with slashes for dots, "/org/halvane/halvaned" for org.halvane.halvaned. A request is
-// the method call name.Request(a{sv}) -> a{sv} on that object, an event the signal
+// It runs over D-Bus. The service `name` owns the bus name `name`. It has an object whose path is
+// the name with slashes for dots: "/org/halvane/halvaned" for org.halvane.halvaned. A request is
+// the method call name.Request(a{sv}) -> a{sv} on that object. An event is the signal
 // name.Event(a{sv}) from it. On the bus
 //
 //   string         is "s"
@@ -12,39 +12,39 @@
 //   dictionary     is "a{sv}"
 //   array          is "av"
 //
-// and what arrives may also hold the other integer types, which become numbers, object paths and
-// signatures, which become strings, and arrays and dictionaries of one type. Values of other types,
-// structures and arrays of 16-bit integers among them, are skipped. Of a key that is there twice
-// the last value counts. A bus passes no message that holds a descriptor: the connection takes
-// none, or who sends them could leave the process without any.
+// A received message may also hold other integer types, which become numbers; object paths and
+// signatures, which become strings; and arrays and dictionaries of one type. Values of other types
+// are skipped, such as structures and arrays of 16-bit integers. If a key occurs twice, the last
+// value counts. The connection accepts no file descriptors: otherwise a sender could use up those
+// of the process. The bus therefore passes it no message that holds one.
 //
-// Requests have no time limit, and neither has what the connection asks of the bus itself. A bus
-// that takes the connection but does not let it in is given up after 90 seconds: the connection is
-// Invalid then.
+// Neither a request nor the connection's own calls to the bus have a time limit. One exception: if
+// a bus accepts the connection but does not authenticate it within 90 seconds, the connection
+// becomes Invalid.
 //
-// Requests start no service: where nobody owns the name, the reply is an error. Events are taken
-// from the current owner of the name alone; a signal of anybody else is dropped, whatever it claims
-// to be. That nobody but who was asked replies is the bus's to see to, as every system bus does.
+// A request never starts the service: if nobody owns the name, the reply is an error. Only events
+// of the current owner of the name are accepted; a signal from any other sender is dropped,
+// whatever it claims to be. The connection relies on the bus to accept replies from the receiver of
+// the request alone, as every system bus does.
 //
-// A message is at most kServiceMessageLimit bytes on the wire, which is what a bus takes unless it
-// was told otherwise. Who sends a longer one loses the connection to the bus, so that a longer
-// request is not sent, and a service that answers with one is gone for a moment.
+// A message has at most kServiceMessageLimit bytes on the wire, which is the default limit of a
+// bus. A bus disconnects the sender of a longer one. The connection therefore does not send a
+// longer request, and a service that sends a longer reply disappears for a moment.
 //
-// A bus lets nobody wait for more than so many replies at a time, 128 unless it was told otherwise;
-// it answers a request beyond that with an error.
+// A bus limits how many replies a client may wait for at a time, by default 128. It replies to a
+// further request with an error.
 //
-// The connection reads what the bus has for it at all times: while a queue is behind, memory grows.
-// What memory does not hold is dropped, be it an event or a request with its reply, whose handler
-// is destroyed without having been called; a reply whose values alone do not fit is an error.
+// The connection always reads everything that the bus has for it, so memory grows while a queue is
+// behind. If memory runs out, an event is dropped, or a request with its reply: its handler is
+// destroyed without being called. If only the values of a reply do not fit, the reply is an error.
 //
-// A child that fork() makes of the process may not use the connection, for it has none of the
-// threads: there calls do nothing, but that handlers of replies are destroyed at once, without
-// having been called, and destroying the connection waits for nothing and leaves its memory behind.
-// The bus takes the connection for open as long as the child has its descriptor, which is closed by
-// exec.
+// A child process made by fork() must not use the connection: it has none of the threads. There
+// calls do nothing except destroy the reply handlers that they get, uncalled. Destroying the
+// connection waits for nothing and leaves its memory allocated. The bus considers the connection
+// open as long as the child has its descriptor, which exec closes.
 //
-// Threads: any call from any thread, the threads of the queues included. Replies and events are
-// handed to their queues in order of arrival.
+// Threads: any thread may make any call, the threads of the queues included. Replies and events are
+// put on their queues in order of arrival.
 #ifndef HALVANE_PLATFORM_BUS_SERVICE_CONNECTION_H
 #define HALVANE_PLATFORM_BUS_SERVICE_CONNECTION_H
 
@@ -60,90 +60,89 @@
 
 namespace halvane {
 
-// Bytes, of which 2048 are set aside for what is not the dictionary.
+// In bytes. Of these, 2048 are reserved for everything but the dictionary.
 inline constexpr std::size_t kServiceMessageLimit = 33554432;
 
 class HALVANE_EXPORT ServiceConnection {
   public:
-    // REQUIRES of both: throws nothing, as SerialQueue::Work.
+    // REQUIRES of both: throws nothing, like SerialQueue::Work.
     using EventHandler = std::function<void(ServiceEvent)>;
     using ReplyHandler = std::function<void(ServiceReply)>;
 
-    // Which thread calls the handler of a reply: that of its queue; or, where the queue has nothing
-    // to do and the reply is small (64 KiB), the connection's own in its place, which is sooner,
-    // and reads nothing meanwhile. Replies that the bus has no part in, such as that of a message
-    // which cannot be sent, are handled on the queue's thread in any case.
+    // The thread that calls the handler of a reply.
+    // - Queue: that of the reply queue.
+    // - Any: the connection's own thread instead, if the queue is idle and the reply small (64
+    //   KiB). That is faster, but meanwhile the connection reads nothing. Replies that the bus has
+    //   no part in are handled on the queue's thread all the same, such as that of a message that
+    //   cannot be sent.
     enum class ReplyThread { Queue, Any };
 
-    // A connection to the service `serviceName` whose events are handled on `targetQueue`. It does
-    // nothing before resume(). A queue may go before the connection: what would have been handled
-    // on it is dropped then.
+    // Creates a connection to the service `serviceName` that handles events on `targetQueue`. It
+    // does nothing before resume(). A queue may be destroyed before the connection; what it should
+    // have handled is then dropped.
     static std::unique_ptr<ServiceConnection> create(std::string serviceName,
                                                      const SerialQueue& targetQueue);
 
     ServiceConnection(const ServiceConnection&) = delete;
     ServiceConnection& operator=(const ServiceConnection&) = delete;
 
-    // Ends the connection. Waits for handlers that are running; none is called afterwards, and
-    // those of requests that wait for their reply are destroyed without having been called: who
-    // needs every reply calls cancel() and waits for them first. Called from a handler, it does not
-    // wait for that one.
-    // REQUIRES: handlers that are running do not wait for the destroying thread, nor for a reply
-    // on this connection.
+    // Ends the connection, and waits for running handlers unless called from one. No handler is
+    // called afterwards; those of pending requests are destroyed uncalled. A program that needs
+    // every reply calls cancel() and waits for the replies first.
+    // REQUIRES: running handlers wait neither for the destroying thread nor for a reply on this
+    // connection.
     ~ServiceConnection();
 
-    // Whether the service is on the system bus (DBUS_SYSTEM_BUS_ADDRESS names another one), or, as
-    // it is unless this is called, on the bus of the user's session (DBUS_SESSION_BUS_ADDRESS).
-    // No effect after resume().
+    // Selects the bus: the system bus, or by default the user's session bus.
+    // DBUS_SYSTEM_BUS_ADDRESS and DBUS_SESSION_BUS_ADDRESS may name others. No effect after
+    // resume().
     void setPrivileged(bool isPrivileged);
 
-    // Names the bus to connect to, in place of the one that the environment names: a D-Bus address,
-    // "unix:path=/run/dbus/system_bus_socket". The environment is not read then. No effect after
-    // resume().
+    // Sets the D-Bus address of the bus, such as "unix:path=/run/dbus/system_bus_socket". The
+    // environment is not read then. No effect after resume().
     void setBusAddress(std::string address);
 
-    // What events are handed to:
-    // - IPCMessage: an event of the service
-    // - ServiceAppeared: when the connection finds the service there, or it comes up later
-    // - ServiceError, Interrupted: the service went away, the bus did not. Its pending requests get
-    //   an error reply, except where the service gave up its name alone and answers them still.
-    // - ServiceError, Invalid: there was no bus to be reached, or one with no room for another
-    //   connection at the moment; it is gone; or cancel() was called.
-    //   The last event, once; afterwards the handler is destroyed.
-    // No effect after resume(). Without a handler events are dropped.
+    // Sets the handler of events:
+    // - IPCMessage: an event of the service.
+    // - ServiceAppeared: the connection finds the service running, or the service comes up later.
+    // - ServiceError, Interrupted: the service went away, but not the bus. Pending requests get an
+    //   error reply, unless the service only gave up its name and still replies.
+    // - ServiceError, Invalid: the bus cannot be reached, has no room for another connection at
+    //   present, or is gone; or cancel() was called. This is the last event and comes once. The
+    //   handler is destroyed afterwards.
+    // Without a handler events are dropped. No effect after resume().
     void setEventHandler(EventHandler handler);
 
-    // Calls `handler` on the target queue if nobody owns the service's name when the connection
-    // first asks: between events, once at most. No effect after resume().
+    // Sets a handler that is called on the target queue, between events and at most once, if nobody
+    // owns the service's name when the connection first asks. No effect after resume().
     // REQUIRES: throws nothing.
     void setAbsenceHandler(std::function<void()> handler);
 
-    // Connects, and sends what was requested so far. Waits for nothing, but for the look-up of a
-    // host's name where the bus's address holds one: a bus that is not there is the event Invalid.
-    // Once only; a later call does nothing.
+    // Connects and sends the requests made so far. It waits for nothing except the look-up of a
+    // host name, if the bus's address holds one. A missing bus causes the event Invalid. Only the
+    // first call has an effect.
     // REQUIRES: nobody changes the environment during the call, unless the bus's address was set.
     void resume();
 
-    // Sends `message`, once the connection has been resumed, and calls `handler` on `replyQueue`
-    // with the reply, once. That is an error where
-    // - the connection is Invalid, or becomes so before the reply is there
-    // - the service goes away before it has replied (Interrupted), or nobody owns its name
-    // - the service replies with an error, or with something else than a dictionary
-    // - `message` cannot be sent: a string or key is not UTF-8 or holds U+0000, a value is a date,
-    //   an object or null, containers nest deeper than D-Bus allows, which is 20 dictionaries or 30
-    //   arrays in one another, or the whole is longer than kServiceMessageLimit.
-    // REQUIRES: where any thread may call it, `handler` waits for nothing that this connection
-    // does.
+    // Sends `message` once the connection is resumed, and calls `handler` on `replyQueue` with the
+    // reply, once. The reply is an error if
+    // - the connection is Invalid, or becomes so before the reply arrives
+    // - the service goes away before it replies (Interrupted), or nobody owns its name
+    // - the service replies with an error, or with something other than a dictionary
+    // - `message` cannot be sent: a string or key is not UTF-8 or holds U+0000; a value is a date,
+    //   an object or null; containers nest deeper than D-Bus allows, which is 20 dictionaries or 30
+    //   arrays in one another; or the message is longer than kServiceMessageLimit.
+    // REQUIRES: if `thread` is Any, `handler` waits for nothing that this connection does.
     void sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
                               ReplyHandler handler, ReplyThread thread = ReplyThread::Queue);
 
-    // The same without a queue: calls `handler` at once, on the connection's own thread, or on the
-    // calling thread where the bus has no part in the reply.
-    // REQUIRES: `handler` is short and waits for nothing; it calls nothing of this connection.
+    // The same without a queue. Calls `handler` at once, on the connection's own thread, or on the
+    // calling thread if the bus has no part in the reply.
+    // REQUIRES: `handler` is short, waits for nothing and calls nothing of this connection.
     void sendMessageWithReplyAtOnce(IPCMessage message, ReplyHandler handler);
 
-    // Ends the connection for good, and returns at once: pending and later requests get an Invalid
-    // error as their reply, the event handler the event Invalid, even where there was no resume().
+    // Ends the connection for good and returns at once. Pending and later requests get an Invalid
+    // error as their reply. The event handler gets the event Invalid, even without a resume().
     void cancel();
 
   private:

@@ -27,7 +27,7 @@ constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr std::string_view kNoReply = "org.freedesktop.DBus.Error.NoReply";
 constexpr std::string_view kUnknownService = "org.freedesktop.DBus.Error.ServiceUnknown";
 constexpr const char* kNoOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
-constexpr std::uint64_t kNoTimeLimit = UINT64_MAX;  // as sd-bus has it
+constexpr std::uint64_t kNoTimeLimit = UINT64_MAX;  // sd-bus's value
 
 std::string_view senderOf(sd_bus_message* message) {
     const char* sender = ::sd_bus_message_get_sender(message);
@@ -42,7 +42,7 @@ ServiceError errorOfStatus(int status) {
             isLost ? Cause::NoBus : Cause::Unsendable};
 }
 
-// The bus answers so for who goes away before it has replied.
+// The bus sends kNoReply if the receiver goes away before it replies.
 ServiceError errorOfReply(const sd_bus_error& error) {
     const std::string name = error.name != nullptr ? error.name : "";
     const auto kind =
@@ -61,7 +61,7 @@ ServiceReply replyOf(sd_bus_message* message) {
                         ServiceError::Cause::Unreadable};
 }
 
-// How long until a point in time of the monotonic clock, in microseconds; null: for ever.
+// Returns the time until a point of the monotonic clock, in microseconds; null means forever.
 const timespec* timeUntil(std::uint64_t deadline, timespec& storage) {
     if (deadline == ServiceLink::kNever) return nullptr;
     constexpr std::uint64_t kMicro = 1000000;
@@ -72,10 +72,11 @@ const timespec* timeUntil(std::uint64_t deadline, timespec& storage) {
     return &storage;
 }
 
-// A connection that begins to connect, null where that fails at once. As sd_bus_open_system() and
-// sd_bus_open_user() make it, but none of its calls has a time limit: neither the one that greets
-// the bus, nor those that follow the service, which a bus without time for them must not end. It
-// takes no descriptors: a message with more of them than the process has room for would end it.
+// Returns a connection that begins to connect; null if that fails at once. It equals a connection
+// of sd_bus_open_system() or sd_bus_open_user(), but its calls have no time limit. This covers the
+// greeting of the bus and the calls that follow the service: a slow bus must not end them. The
+// connection accepts no descriptors: a message with more of them than the process has room for
+// would end it.
 BusPointer openBus(const std::string& address) {
     sd_bus* bus = nullptr;
     if (::sd_bus_new(&bus) < 0) return nullptr;
@@ -124,8 +125,8 @@ bool ServiceLink::isOpen() const {
     return !hasFailed_ && ::sd_bus_is_open(bus_.get()) > 0;
 }
 
-// Changes are asked for before the owner, so that none is missed between the two, and events after
-// the owner, so that none of the owner's comes before it is known who that is.
+// The matches for owner changes come before the question for the owner, so that no change between
+// the two is missed. The match for events comes last, so that the owner is known before its events.
 bool ServiceLink::follow() {
     const std::string changes =
         std::string("type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',") +
@@ -145,7 +146,7 @@ void ServiceLink::fail() {
     hasFailed_ = true;
 }
 
-// Who has no room to note the owner cannot tell whose events are whose.
+// Without room for the owner's name its events cannot be recognised, so the connection fails.
 template <typename Note>
 void ServiceLink::noteOwner(Note note) {
     try {
@@ -201,20 +202,20 @@ bool ServiceLink::wait(WakeEvent& wake) const {
     return count <= 0 || polled[0].revents != 0;
 }
 
-// Where sd-bus cannot tell, process() can tell why.
+// If sd-bus cannot tell the deadline, process() can find out why.
 std::uint64_t ServiceLink::deadline() const {
     std::uint64_t deadline = kNever;
     return ::sd_bus_get_timeout(bus_.get(), &deadline) < 0 ? 0 : deadline;
 }
 
 void ServiceLink::close(const std::function<void(Answer&)>& take) {
-    bus_.reset();  // no reply may arrive for who is gone
+    bus_.reset();  // first, so that no reply arrives for a destroyed object
     for (Pending& pending : pending_) take(pending.answer);
     pending_.clear();
 }
 
-// A bus that does not say who owns the name, say for its policy, says nothing of it: events wait
-// for a change that tells.
+// If the bus refuses to name the owner, for example by its policy, nothing is known about the
+// owner. Events are dropped until a change names it.
 int ServiceLink::ownerAnswered(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
     const char* owner = "";
     if (::sd_bus_message_is_method_error(message, kNoOwner) > 0 ||
@@ -227,7 +228,7 @@ int ServiceLink::ownerAnswered(sd_bus_message* message, void* link, sd_bus_error
     return 1;
 }
 
-// Anybody can send a signal of this name straight to us, but only the bus bears its name.
+// Anybody can send this signal directly to the connection, but only the bus has the bus's name.
 int ServiceLink::ownerChanged(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
     const char *name = nullptr, *before = nullptr, *now = nullptr;
     if (senderOf(message) != kBusName ||
@@ -247,7 +248,7 @@ int ServiceLink::eventArrived(sd_bus_message* message, void* link, sd_bus_error*
     return 1;
 }
 
-// Without its matches the connection would miss what happens.
+// Without its matches the connection would miss events.
 int ServiceLink::matchAnswered(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
     if (::sd_bus_message_is_method_error(message, nullptr) > 0) {
         static_cast<ServiceLink*>(link)->fail();
@@ -262,7 +263,7 @@ int ServiceLink::replyArrived(sd_bus_message* message, void* pending, sd_bus_err
     try {
         answer(replyOf(message));
     } catch (const std::bad_alloc&) {
-        // No room for the reply: nobody gets it.
+        // Memory does not hold the reply: it is dropped.
     }
     return 1;
 }

@@ -1,6 +1,6 @@
-// A service as it is seen over one connection to a bus.
+// A service as seen over one connection to a bus.
 //
-// Threads: used by one at a time.
+// Threads: only one thread at a time may use a link.
 #ifndef HALVANE_PLATFORM_BUS_SERVICE_LINK_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_SERVICE_LINK_INTERNAL_H
 
@@ -20,12 +20,12 @@
 
 namespace halvane {
 
-// What a service's name makes on the bus.
+// The names on the bus that follow from a service's name.
 struct ServiceNames {
-    std::string name;  // of the service, and of its interface
+    std::string name;  // of the service and of its interface
     std::string path;  // of its object
 
-    // Absent for a name that D-Bus has no place for.
+    // Absent if D-Bus cannot express the name.
     static std::optional<ServiceNames> of(const std::string& serviceName);
 };
 
@@ -33,10 +33,11 @@ class ServiceLink {
   public:
     using Answer = std::function<void(ServiceReply)>;
 
-    // Begins to connect to the bus at a D-Bus address, and to follow the service; waits for
-    // nothing. Null where that fails at once. Events go to `sink` from process(), all but Invalid.
-    // `absence` is called from process(), once at most, if the bus says in the beginning that
-    // nobody owns the service's name. REQUIRES: `sink` and `absence` throw nothing.
+    // Begins to connect to the bus at a D-Bus address and to follow the service. It waits for
+    // nothing, and returns null if this fails at once. process() passes events to `sink`, all but
+    // Invalid. It calls `absence`, at most once, if the bus says at the beginning that nobody owns
+    // the service's name.
+    // REQUIRES: `sink` and `absence` throw nothing.
     static std::unique_ptr<ServiceLink> open(const ServiceNames& names, const std::string& address,
                                              ServiceOwner::EventSink sink,
                                              std::function<void()> absence = nullptr);
@@ -44,31 +45,31 @@ class ServiceLink {
     ServiceLink(const ServiceLink&) = delete;
     ServiceLink& operator=(const ServiceLink&) = delete;
 
-    // Closes the connection. What was not answered never is.
+    // Closes the connection. Pending requests get no reply.
     ~ServiceLink();
 
-    // Whether the bus is there, or may yet be.
+    // Whether the bus is connected or still may become so.
     bool isOpen() const;
 
-    // Sends a request whose reply goes to `answer`, from process(), or at once where it cannot be
-    // sent. Throws std::bad_alloc instead, and has not sent it. A reply that memory does not hold
-    // is dropped: `answer` is destroyed.
+    // Sends a request. process() passes the reply to `answer`; if the request cannot be sent,
+    // `answer` is called at once. Throws std::bad_alloc without sending the request. If memory
+    // cannot hold the reply, it is dropped and `answer` is destroyed.
     void send(const IPCMessage& message, Answer answer);
 
-    // Handles what has arrived, up to `most` messages. Whether more may be there.
+    // Handles up to `most` received messages. Returns whether there may be more.
     bool process(int most);
 
-    // Waits until there is something to process, or `wake` is signalled, and clears that. Whether
-    // there is something to process.
+    // Waits until there is something to process or `wake` is signalled, and clears `wake`. Returns
+    // whether there is something to process.
     bool wait(WakeEvent& wake) const;
 
-    // When process() has something to do even though nothing arrives, in microseconds of the
-    // monotonic clock; kNever: not at all.
+    // Returns when process() has something to do even if nothing arrives, in microseconds of the
+    // monotonic clock; kNever if that never happens.
     static constexpr std::uint64_t kNever = UINT64_MAX;
     std::uint64_t deadline() const;
 
-    // Closes the connection, and calls `take` with each that waits for a reply, in order of their
-    // requests; they get none any more.
+    // Closes the connection and calls `take` with the handler of each pending request, in the order
+    // of the requests. They get no replies any more.
     // REQUIRES: `take` throws nothing.
     void close(const std::function<void(Answer&)>& take);
 
@@ -98,7 +99,7 @@ class ServiceLink {
     const std::function<void()> absence_;
     std::list<Pending> pending_;
     bool hasFailed_ = false;
-    BusPointer bus_;  // closed first: its callbacks know the rest
+    BusPointer bus_;  // closed first: its callbacks use the other members
 };
 
 }  // namespace halvane

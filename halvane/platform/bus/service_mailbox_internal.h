@@ -1,6 +1,6 @@
-// What the threads of the program want of the one that serves a connection.
+// What the program's threads pass to the thread that serves a connection.
 //
-// Threads: any call from any thread.
+// Threads: any thread may make any call.
 #ifndef HALVANE_PLATFORM_BUS_SERVICE_MAILBOX_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_SERVICE_MAILBOX_INTERNAL_H
 
@@ -22,10 +22,11 @@ struct ServiceRequest {
 
 class ServiceMailbox {
   public:
-    // Signalled when there is something new for a thread that has taken what there was.
+    // Signalled when something new arrives after the reader has taken everything.
     WakeEvent& wake() { return wake_; }
 
-    // Leaves the request; false, and it stays with the caller, where the mailbox is closed.
+    // Adds the request. If the mailbox is closed, returns false and leaves the request with the
+    // caller.
     bool put(ServiceRequest& request) {
         const std::lock_guard lock(mutex_);
         if (isClosed_) return false;
@@ -34,15 +35,15 @@ class ServiceMailbox {
         return true;
     }
 
-    // Asks the thread to end.
+    // Tells the reader to end.
     void stop() {
         const std::lock_guard lock(mutex_);
         isStopped_ = true;
         wakeReader();
     }
 
-    // The requests so far, in order; absent where the thread is to end, and then they stay for
-    // close(). The next put() or stop() wakes.
+    // Returns the requests so far, in order. Absent if the reader is to end; the requests then stay
+    // for close(). The next put() or stop() wakes the reader.
     std::optional<std::vector<ServiceRequest>> take() {
         const std::lock_guard lock(mutex_);
         if (isStopped_) return std::nullopt;
@@ -50,7 +51,7 @@ class ServiceMailbox {
         return std::exchange(requests_, {});
     }
 
-    // Takes what is left; nothing can be put any more.
+    // Returns the remaining requests. Nothing can be added any more.
     std::vector<ServiceRequest> close() {
         const std::lock_guard lock(mutex_);
         isClosed_ = true;
@@ -58,7 +59,7 @@ class ServiceMailbox {
     }
 
   private:
-    // Once is enough until the reader has looked.
+    // One signal suffices until the reader has looked.
     void wakeReader() {
         if (std::exchange(isReaderWaiting_, false)) wake_.signal();
     }

@@ -8,7 +8,7 @@ void ServiceOwner::answered(std::string_view owner) {
     become(owner);
 }
 
-// As the first word on the owner a change tells of two of them: the former came and went.
+// If the first report is a change, it names two owners: the former one came and went.
 void ServiceOwner::changed(std::string_view before, std::string_view now) {
     if (!owner_) become(before);
     become(now);

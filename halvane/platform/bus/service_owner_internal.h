@@ -1,10 +1,10 @@
-// Who owns a service's name on the bus, and so whose events are the service's.
+// Tracks the owner of a service's name on the bus, whose events are the service's.
 //
-// A bus tells of changes, and on request who the owner is, in the order in which it all happened
-// and between the messages of the owners. Who asks for the service's messages after he has asked
-// for the owner, as ServiceLink does, gets none of them before the first word on the owner.
+// A bus reports changes of the owner, and on request the current owner. Its reports and the owners'
+// messages come in the order in which everything happened. ServiceLink asks for the owner first and
+// for the service's messages second, so no message comes before the first report.
 //
-// Threads: used by one at a time.
+// Threads: only one thread at a time may use an object.
 #ifndef HALVANE_PLATFORM_BUS_SERVICE_OWNER_INTERNAL_H
 #define HALVANE_PLATFORM_BUS_SERVICE_OWNER_INTERNAL_H
 
@@ -21,30 +21,30 @@ namespace halvane {
 
 class ServiceOwner {
   public:
-    // What becomes of it: messages of the owner, the service appearing, and Interrupted.
+    // Receives the owner's messages, ServiceAppeared, and Interrupted.
     using EventSink = std::function<void(ServiceEvent)>;
 
-    // Reads a message that has arrived; absent where it is none that can be read.
+    // Reads a received message; absent if it cannot be read.
     using Reading = std::function<std::optional<IPCMessage>()>;
 
     explicit ServiceOwner(EventSink sink) : sink_(std::move(sink)) {}
 
-    // The bus has answered who the owner is. Empty is nobody, here and below.
+    // The bus has named the owner. Here and below, an empty name means nobody.
     void answered(std::string_view owner);
 
-    // The bus has told of a change.
+    // The bus has reported a change of the owner.
     void changed(std::string_view before, std::string_view now);
 
-    // Somebody has sent a message that claims to be the service's. `sender` is the bus's own name
-    // for who it is, which nobody else can bear. Anybody may send as much as the bus takes, so that
-    // `read` is called for the owner's messages alone.
+    // A message has arrived that claims to be the service's. `sender` is the bus's unique name for
+    // its sender, which nobody else can have. Since anybody may send messages in any number, `read`
+    // is called only for the owner's.
     void received(std::string_view sender, const Reading& read);
 
   private:
     void become(std::string_view owner);
 
     EventSink sink_;
-    std::optional<std::string> owner_;  // absent before the first word
+    std::optional<std::string> owner_;  // absent before the first report
 };
 
 }  // namespace halvane

@@ -1,7 +1,7 @@
-// Lets callbacks through until somebody closes it for good: who calls back checks the gate first,
-// and who closes it knows that no callback runs any more.
+// Lets callbacks run until the gate is closed for good. A caller checks the gate before each
+// callback; once the gate is closed, no callback runs any more.
 //
-// Threads: any call from any thread.
+// Threads: any thread may make any call.
 #ifndef HALVANE_PLATFORM_OS_CALLBACK_GATE_INTERNAL_H
 #define HALVANE_PLATFORM_OS_CALLBACK_GATE_INTERNAL_H
 
@@ -14,7 +14,7 @@ namespace halvane {
 
 class CallbackGate {
   public:
-    // Stands for one callback that runs on the thread that makes it, if the gate lets it.
+    // One callback on the calling thread, if the gate is open.
     class Pass {
       public:
         explicit Pass(CallbackGate& gate) : gate_(gate), isGranted_(gate.enter(*this)) {}
@@ -29,7 +29,7 @@ class CallbackGate {
         friend class CallbackGate;
         CallbackGate& gate_;
         const std::thread::id thread_ = std::this_thread::get_id();
-        Pass* next_ = nullptr;  // of those inside
+        Pass* next_ = nullptr;  // the next callback inside the gate
         const bool isGranted_;
     };
 
@@ -38,7 +38,7 @@ class CallbackGate {
         return isClosed_;
     }
 
-    // Lets nobody in any more, and waits for those that are in, but not for the calling thread.
+    // Closes the gate and waits for all callbacks inside, except those of the calling thread.
     void close() {
         std::unique_lock lock(mutex_);
         isClosed_ = true;
@@ -52,7 +52,7 @@ class CallbackGate {
         return !isClosed_;
     }
 
-    // Notifies under the lock: behind it the one who closes may have destroyed the gate.
+    // Notifies under the lock: after it, the closing thread may have destroyed the gate.
     void leave(const Pass& pass) {
         const std::lock_guard lock(mutex_);
         Pass** link = &first_;
@@ -69,7 +69,7 @@ class CallbackGate {
 
     mutable std::mutex mutex_;
     std::condition_variable left_;
-    Pass* first_ = nullptr;  // those inside: a list that needs no memory
+    Pass* first_ = nullptr;  // the callbacks inside: a list that allocates nothing
     bool isClosed_ = false;
 };
 

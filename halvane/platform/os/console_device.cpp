@@ -9,7 +9,7 @@
 namespace halvane {
 
 bool writeToConsoleDevice(std::string_view text, const char* device) {
-    // Not to become the controlling terminal of a daemon, nor that of a program it starts.
+    // O_NOCTTY: the console must not become the controlling terminal of a daemon or its children.
     const FileDescriptor console(::open(device, O_WRONLY | O_NOCTTY | O_CLOEXEC));
     if (!console) return false;
     WriteSignalBlock block;

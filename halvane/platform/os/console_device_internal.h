@@ -10,8 +10,8 @@ namespace halvane {
 
 inline constexpr const char* kConsoleDevice = "/dev/console";
 
-// Opens the device, writes and closes it again. False where it cannot be opened; what it does not
-// take is lost.
+// Opens the device, writes and closes it. Returns false if the device cannot be opened. Text that
+// the device does not accept is lost.
 bool writeToConsoleDevice(std::string_view text, const char* device = kConsoleDevice);
 
 }  // namespace halvane

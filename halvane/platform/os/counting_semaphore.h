@@ -1,7 +1,7 @@
 // A counting semaphore.
 //
-// Threads: any call from any thread. A thread that wait() has released may destroy the semaphore,
-// even while the signal() that released it has not yet returned.
+// Threads: any thread may make any call. A thread that wait() has released may destroy the
+// semaphore, even before the signal() that released it returns.
 #ifndef HALVANE_PLATFORM_OS_COUNTING_SEMAPHORE_H
 #define HALVANE_PLATFORM_OS_COUNTING_SEMAPHORE_H
 
@@ -11,19 +11,19 @@ namespace halvane {
 
 class CountingSemaphore {
   public:
-    // The count to start from.
-    // REQUIRES: at most SEM_VALUE_MAX, 2147483647, as ever later.
+    // Sets the initial count.
+    // REQUIRES: the count never exceeds SEM_VALUE_MAX, 2147483647, now or later.
     explicit CountingSemaphore(unsigned initialValue) { ::sem_init(&semaphore_, 0, initialValue); }
 
     CountingSemaphore(const CountingSemaphore&) = delete;
     CountingSemaphore& operator=(const CountingSemaphore&) = delete;
 
-    // REQUIRES: no thread waits.
+    // REQUIRES: no thread is waiting.
     ~CountingSemaphore() { ::sem_destroy(&semaphore_); }
 
-    // Waits, without a time limit, until the count is above 0, and takes 1 from it.
+    // Waits, without a time limit, until the count is above 0, and subtracts 1.
     void wait() {
-        // A signal handler that ran meanwhile is the one other reason to return.
+        // The only other reason to return is that a signal handler ran.
         while (::sem_wait(&semaphore_) != 0) {
         }
     }

@@ -1,6 +1,6 @@
-// Calls a function some time after it is asked to, on a thread of its own.
+// Calls a function after a delay, on a thread of its own.
 //
-// Threads: any call from any thread, but for what stop() says.
+// Threads: any thread may make any call, except as stop() states.
 #ifndef HALVANE_PLATFORM_OS_DELAYED_CALL_INTERNAL_H
 #define HALVANE_PLATFORM_OS_DELAYED_CALL_INTERNAL_H
 
@@ -16,21 +16,21 @@ namespace halvane {
 
 class DelayedCall {
   public:
-    // `label` names the thread (threadName()). Throws std::bad_alloc where the system has no room
-    // for one more.
+    // `label` names the thread (threadName()). Throws std::bad_alloc if the system has no room for
+    // another thread.
     // REQUIRES: `call` throws nothing.
     DelayedCall(std::string_view label, std::function<void()> call);
     DelayedCall(const DelayedCall&) = delete;
     DelayedCall& operator=(const DelayedCall&) = delete;
 
-    // stop().
+    // Calls stop().
     ~DelayedCall();
 
-    // Makes one call so long from now on, in place of one that still waits for its time.
+    // Schedules one call after `delay`. It replaces a call that is still scheduled.
     void schedule(std::chrono::steady_clock::duration delay);
 
-    // Waits for a call that is running. None is made afterwards.
-    // REQUIRES: not called from `call`, nor by two threads at once.
+    // Waits for a running call. None is made afterwards.
+    // REQUIRES: neither called from `call`, nor by two threads at once.
     void stop();
 
   private:

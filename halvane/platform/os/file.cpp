@@ -48,7 +48,7 @@ FileDescriptor openFile(const std::string& path, int flags, mode_t mode = 0) {
         uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
 }
 
-// Writes all of `text`, whatever signal that raises.
+// Writes all of `text`, whatever signal the write raises.
 bool writeWhole(const FileDescriptor& file, std::string_view text) {
     WriteSignalBlock block;
     const int error = writeAll(file.number(), text);
@@ -58,7 +58,7 @@ bool writeWhole(const FileDescriptor& file, std::string_view text) {
     return false;
 }
 
-// Reads to the end of the file, or to one byte more than `limit`.
+// Reads up to the end of the file, or `limit` + 1 bytes.
 bool readAll(const FileDescriptor& file, std::size_t limit, std::string& text) {
     constexpr std::size_t kStep = 65536;
     for (;;) {
@@ -77,7 +77,8 @@ bool renameToFreeName(const std::string& from, const std::string& to) {
     constexpr int kHere = AT_FDCWD;
     if (::renameat2(kHere, from.c_str(), kHere, to.c_str(), RENAME_NOREPLACE) == 0) return true;
     if (errno != EINVAL && errno != ENOSYS) return false;
-    // The file system cannot. A link replaces nothing either, but for a moment there are both.
+    // The file system does not support that. link() does not replace a file either, but for a
+    // moment both names exist.
     return ::link(from.c_str(), to.c_str()) == 0 && ::unlink(from.c_str()) == 0;
 }
 
@@ -85,7 +86,7 @@ bool sync(const FileDescriptor& file) {
     return uninterrupted([&] { return ::fsync(file.number()); }) == 0;
 }
 
-// Removes a file on the way out, unless it has become what it was for.
+// Removes a file on destruction, unless the file was put to its purpose.
 class TemporaryFile {
   public:
     explicit TemporaryFile(const std::string& path) : path_(path) {}
@@ -104,11 +105,11 @@ class TemporaryFile {
     bool isKept_ = false;
 };
 
-// The bytes of a lock's file that stand for something; it need not have them.
+// The bytes of a lock file that are locked. The file may be shorter.
 enum class LockByte : off_t { Held, Turn };
 
-// Whether the byte is locked now (F_WRLCK), or unlocked (F_UNLCK). By the open file description, as
-// flock() does it, so that threads exclude each other, too.
+// Locks (F_WRLCK) or unlocks (F_UNLCK) the byte without waiting; returns whether that worked. The
+// lock belongs to the open file description, as with flock(), so it excludes other threads too.
 bool setLock(const FileDescriptor& file, LockByte byte, short type) {
     struct flock range {};
     range.l_type = type;
@@ -118,10 +119,10 @@ bool setLock(const FileDescriptor& file, LockByte byte, short type) {
     return uninterrupted([&] { return ::fcntl(file.number(), F_OFD_SETLK, &range); }) == 0;
 }
 
-// Counts what was slept, not what went by: a process that gets no processor has not waited.
+// Counts the time slept, not the time elapsed: a process that gets no processor has not waited.
 class Patience {
   public:
-    // False, at once, where all of it has been slept.
+    // Returns false at once if the whole time has been slept.
     bool nap() {
         const std::uint64_t ticksPerSecond = ticksPerSecondOf(upTimeTimebase());
         if (slept_ >= kSeconds * ticksPerSecond) return false;
@@ -130,8 +131,8 @@ class Patience {
         const bool isWhole = upTimeSleep({0, pause}) == 0;
         const auto meant = std::max<std::uint64_t>(
             static_cast<std::uint64_t>(pause) * ticksPerSecond / 1'000'000'000, 1);
-        // One that a signal ends counts in part; one that fails counts too, so that there is an
-        // end.
+        // A pause that a signal interrupts counts in part. A pause that fails counts in full, so
+        // that the wait ends.
         const bool isCutShort = !isWhole && errno == EINTR;
         slept_ += isCutShort ? std::min(upTimeNow() - start, meant) : meant;
         return true;
@@ -139,17 +140,17 @@ class Patience {
 
   private:
     static constexpr std::uint64_t kSeconds = 10;
-    // How often a second the pauses become shorter.
+    // How often per second the pauses become shorter.
     static constexpr std::uint64_t kStepsPerSecond = 10;
 
-    // Nanoseconds. Who has waited for longer looks more often: else two that want the lock again
-    // and again would hand it to each other, past all others.
+    // Returns the pause in nanoseconds. A thread that has waited longer tries more often. Otherwise
+    // two threads that keep asking for the lock would pass it to each other, ahead of all others.
     static long pauseAfter(std::uint64_t steps) {
         constexpr std::uint64_t kFirst = 1'000'000, kShortest = 100'000;
         return static_cast<long>(std::max(kFirst / (1 + steps), kShortest));
     }
 
-    std::uint64_t slept_ = 0;  // ticks
+    std::uint64_t slept_ = 0;  // in ticks
 };
 
 bool lockWithPatience(const FileDescriptor& file, LockByte byte, Patience& patience) {
@@ -163,8 +164,8 @@ bool lockWithPatience(const FileDescriptor& file, LockByte byte, Patience& patie
     return true;
 }
 
-// Whoever wants the lock waits for the turn first, and keeps it until the lock is there. So who has
-// just released the lock, and wants it back at once, stands behind the one whose turn it is.
+// A thread first waits for the turn and keeps it until it has the lock. A thread that has just
+// released the lock and wants it back therefore waits behind the one whose turn it is.
 bool lockInTurn(const FileDescriptor& file) {
     Patience patience;
     if (!lockWithPatience(file, LockByte::Turn, patience)) return false;
@@ -201,7 +202,7 @@ std::string folderOf(const std::string& path) {
 
 FileText readFile(const std::string& path, std::size_t limit) {
     FileText result;
-    // Without O_NONBLOCK, a FIFO in the file's place would be waited for.
+    // Without O_NONBLOCK the call would wait for the writer of a FIFO.
     const FileDescriptor file = openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (!file) {
         const bool isNoFile = errno == ENOENT || errno == ENOTDIR;
@@ -226,7 +227,8 @@ HalvaneStatus makeFolders(const std::string& folder, mode_t mode) {
         end = folder.find('/', end + 1);
         const std::string part = folder.substr(0, end);
         if (::mkdir(part.c_str(), mode) == 0 || errno == EEXIST) continue;
-        // One that could not be made, say on a read-only file system, may well be there.
+        // mkdir() can fail on an existing folder with another error, for example on a read-only
+        // file system.
         const int error = errno;
         struct stat facts {};
         if (::stat(part.c_str(), &facts) == 0) continue;
@@ -241,24 +243,24 @@ FileLock::FileLock(const std::string& path)
     if (!file_ || !lockInTurn(file_)) status_ = statusOfLastError();
 }
 
-// Unlocked rather than closed alone: a child that another thread forks has the descriptor, too.
+// Unlocks rather than only closes: a child that another thread forks has the descriptor too.
 FileLock::~FileLock() {
     if (file_) setLock(file_, LockByte::Held, F_UNLCK);
 }
 
 HalvaneStatus replaceFile(const std::string& path, std::string_view text) {
     const std::string newPath = path + ".new";
-    // Opened before the old file is gone, when a failure can still be told.
+    // The folder is opened while the old file still exists and a failure can still be reported.
     const FileDescriptor folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
     if (!folder) return statusOfLastError();
-    ::unlink(newPath.c_str());  // what a crash has left
+    ::unlink(newPath.c_str());  // a leftover of a crash
     const FileDescriptor file = openFile(newPath, O_WRONLY | O_CREAT | O_EXCL, 0600);
     if (!file) return statusOfLastError();
 
     TemporaryFile temporary(newPath);
     const bool isReplaced = writeWhole(file, text) && sync(file) && temporary.becomes(path);
     if (!isReplaced) return statusOfLastError();
-    sync(folder);  // a failure leaves the old file or the new, each of them whole
+    sync(folder);  // a failure leaves either the old or the new file, complete
     return kStatusOK;
 }
 

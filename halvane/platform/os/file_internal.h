@@ -1,7 +1,7 @@
 // Descriptors, and small files that are read and replaced as a whole.
 //
-// The functions may be called from any thread. Interrupted calls are taken up again, and no
-// descriptor outlives an exec.
+// Any thread may call the functions. They resume interrupted system calls. No descriptor outlives
+// an exec.
 #ifndef HALVANE_PLATFORM_OS_FILE_INTERNAL_H
 #define HALVANE_PLATFORM_OS_FILE_INTERNAL_H
 
@@ -17,7 +17,7 @@
 
 namespace halvane {
 
-// Owns a descriptor; -1 is none.
+// Owns a descriptor; -1 means none.
 class FileDescriptor {
   public:
     FileDescriptor() = default;
@@ -34,63 +34,65 @@ class FileDescriptor {
     explicit operator bool() const { return number_ >= 0; }
     int number() const { return number_; }
 
-    // Gives the descriptor to the caller.
+    // Passes ownership of the descriptor to the caller.
     int release() { return std::exchange(number_, -1); }
 
   private:
     int number_ = -1;
 };
 
-// The same file under a number above those of the standard streams: where a program has closed one
-// of them, its number would be taken for the stream, and lost to whoever opens that anew. None
-// where there is none, or the process has no more descriptors.
+// Returns the same file under a number above those of the standard streams. If a program has closed
+// a standard stream, a file under that number would be mistaken for the stream, and whoever reopens
+// the stream would close the file. The result holds no descriptor if `file` holds none, or if the
+// process has no more.
 FileDescriptor aboveStandardStreams(FileDescriptor file);
 
-// Writes all of `text`; returns what failed, an errno value, and 0 for nothing.
-// REQUIRES: a WriteSignalBlock where the write may raise a signal (write_signal_internal.h).
+// Writes all of `text`. Returns 0, or the errno value of the failure.
+// REQUIRES: a WriteSignalBlock if the write may raise a signal (write_signal_internal.h).
 int writeAll(int descriptor, std::string_view text);
 
-// The folder that the file of a path is in: "." for a name alone.
+// Returns the folder of a path; "." for a name alone.
 std::string folderOf(const std::string& path);
 
 struct FileText {
     HalvaneStatus status = kStatusOK;
     bool isThere = false;
     bool isTooLong = false;
-    std::string text;  // empty but for a file that is there, and not too long
+    std::string text;  // empty unless the file exists and is not too long
 };
 
-// The contents of a regular file of at most `limit` bytes. No file is no failure; anything else
-// that is no regular file is kStatusCannotOpen, and is not waited for.
+// Reads a regular file of at most `limit` bytes. A missing file is not a failure. Anything else
+// that is not a regular file gives kStatusCannotOpen, without waiting for it.
 FileText readFile(const std::string& path, std::size_t limit);
 
-// Makes `folder`, and those above it, with that mode less the process's umask; those that are there
-// are left as they are.
+// Creates `folder` and its missing parents with the given mode, less the process's umask. Existing
+// folders stay unchanged.
 HalvaneStatus makeFolders(const std::string& folder, mode_t mode);
 
-// For the user alone.
+// Only the user has access.
 inline constexpr mode_t kPrivateFolderMode = 0700;
 
-// An advisory lock, exclusive between processes and between threads, held until destroyed. Its
-// file stays: removing it would let two holders in.
+// An advisory lock, held until the object is destroyed. It excludes other processes and other
+// threads. The lock file stays: removing it could let two holders in.
 class FileLock {
   public:
-    // Waits for the lock, for ten seconds at most: who holds it that long is stuck, and must not
-    // stop everybody else. Then the status is kStatusCannotOpen. The seconds are those that were
-    // slept between attempts, in pauses of a millisecond, which become shorter the longer the wait
-    // takes. On a busy machine, where each pause takes longer than it was meant to, the wait takes
-    // longer, but has as many attempts.
+    // Waits for the lock, but at most ten seconds: a holder that takes longer is stuck and must not
+    // block everybody else. The status is then kStatusCannotOpen. Only the time slept between
+    // attempts counts. Each pause takes a millisecond, and less the longer the wait lasts. On a
+    // busy machine, where pauses take longer than intended, the wait takes longer but makes as many
+    // attempts.
     //
-    // The wait is fair: a holder that comes back stands behind who waited meanwhile. For that there
-    // are two locks of the file's open description (fcntl, F_OFD_SETLK), of one byte each: the one
-    // of byte 0 is held, the one of byte 1 is the turn of the next. The kernel's own waits are
-    // neither bounded nor fair: they wake who waits, and leave the lock to who comes first.
+    // The wait is fair: a holder that returns queues behind those that waited meanwhile. To this
+    // end there are two locks of the file's open description (fcntl, F_OFD_SETLK), of one byte
+    // each: byte 0 is the lock itself, byte 1 is the turn of the next holder. The kernel's own
+    // waits are neither bounded nor fair: they wake the waiting threads and give the lock to the
+    // first one that comes.
     explicit FileLock(const std::string& path);
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
     ~FileLock();
 
-    // Whether the lock is held, and if not, why.
+    // kStatusOK if the lock is held, otherwise the reason why not.
     HalvaneStatus status() const { return status_; }
 
   private:
@@ -98,18 +100,18 @@ class FileLock {
     HalvaneStatus status_ = kStatusOK;
 };
 
-// Puts a file that holds `text`, for the user alone, in the place of `path`: a reader, and a crash
-// at any time, finds the old one or the new one. On failure the old one is untouched. What is
-// written first is a file of the same name with ".new" behind it.
-// REQUIRES: a lock that every writer of `path` takes is held.
+// Replaces `path` by a file that holds `text` and that only the user can access. A reader, and a
+// crash at any time, finds the old file or the new one. On failure the old file is unchanged. The
+// text is first written to a file of the same name with ".new" appended.
+// REQUIRES: the caller holds a lock that every writer of `path` takes.
 HalvaneStatus replaceFile(const std::string& path, std::string_view text);
 
-// Gives the file a name behind its own that is free, ".damaged", ".damaged.2" and so on, and
-// returns the whole of it.
+// Renames the file to the first free name with ".damaged", ".damaged.2" and so on appended, and
+// returns the new path.
 // REQUIRES: as for replaceFile().
 Result<std::string, HalvaneStatus> setFileAside(const std::string& path);
 
-// The longest that the functions above put behind a path.
+// The longest suffix that the functions above append to a path.
 inline constexpr std::string_view kLongestFileSuffix = ".damaged.9999";
 
 }  // namespace halvane

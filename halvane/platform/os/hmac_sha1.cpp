@@ -18,7 +18,7 @@ constexpr std::uint8_t kOuterPad = 0x5C;
 
 static_assert(kSHA1DigestSize == SHA1_DIGEST_SIZE && kSHA1BlockSize == SHA1_BLOCK_SIZE);
 
-// Most significant byte first. Compilers make one instruction of each word.
+// Most significant byte first. Compilers turn each word into one instruction.
 void store(const SHA1State& state, std::uint8_t* to) {
     for (const std::uint32_t word : state) {
         for (int shift = 24; shift >= 0; shift -= CHAR_BIT) {
@@ -37,7 +37,7 @@ void update(Secret<sha1_ctx>& hash, std::span<const std::uint8_t> bytes) {
     nettle_sha1_update(&*hash, bytes.size(), bytes.data());
 }
 
-// The state after a block of the key, zeros behind it, each byte exclusive or `pad`.
+// Sets the state after one block: the key, padded with zeros, each byte exclusive or `pad`.
 void startWith(std::uint8_t pad, const std::array<std::uint8_t, kSHA1BlockSize>& key,
                SHA1State& state) {
     Secret<std::array<std::uint8_t, kSHA1BlockSize>> block;
@@ -49,7 +49,7 @@ void startWith(std::uint8_t pad, const std::array<std::uint8_t, kSHA1BlockSize>&
     nettle_sha1_compress(state.data(), block->data());
 }
 
-// Goes on from the state after one block.
+// Continues from the state after one block.
 void finish(const SHA1State& start, std::span<const std::uint8_t> message,
             std::span<const std::uint8_t> rest, SHA1Digest& digest) {
     Secret<sha1_ctx> hash;
@@ -67,7 +67,7 @@ HMACSHA1::HMACSHA1(std::span<const std::uint8_t> key) {
     Secret<std::array<std::uint8_t, kSHA1BlockSize>> block;
     if (key.size() <= kSHA1BlockSize) {
         std::ranges::copy(key, block->begin());
-    } else {  // its digest takes its place
+    } else {  // a long key is replaced by its digest
         Secret<sha1_ctx> hash;
         nettle_sha1_init(&*hash);
         update(hash, key);
@@ -91,7 +91,7 @@ HMACSHA1Chain::HMACSHA1Chain(const HMACSHA1& hmac, std::span<const std::uint8_t>
     hmac.authenticate(message, rest, *first);
     std::ranges::copy(*first, work_->block.begin());
     load(work_->sum, first->data());
-    // The padding of a message of the pad's block and a digest: a bit, zeros, the length in bits.
+    // The padding of a message of one pad block and a digest: a bit, zeros, and the length in bits.
     constexpr std::size_t kBits = CHAR_BIT * (kSHA1BlockSize + kSHA1DigestSize);
     work_->block[kSHA1DigestSize] = 0x80;
     work_->block[kSHA1BlockSize - 2] = kBits >> CHAR_BIT;

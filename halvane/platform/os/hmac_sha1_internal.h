@@ -1,7 +1,8 @@
-// HMAC-SHA1 (RFC 2104, FIPS 180-4) for many messages under one key: what the key contributes is
-// compressed once, so that a short message costs two compressions and no more.
+// HMAC-SHA1 (RFC 2104, FIPS 180-4) for many messages under one key. The key's blocks are compressed
+// once, so a short message costs only two compressions.
 //
-// Whatever the objects hold is wiped when they go. Threads: a const object may be used by several.
+// The objects wipe their contents when destroyed. Threads: several threads may use one const
+// object.
 #ifndef HALVANE_PLATFORM_OS_HMAC_SHA1_INTERNAL_H
 #define HALVANE_PLATFORM_OS_HMAC_SHA1_INTERNAL_H
 
@@ -18,15 +19,15 @@ inline constexpr std::size_t kSHA1DigestSize = 20;
 inline constexpr std::size_t kSHA1BlockSize = 64;
 
 using SHA1Digest = std::array<std::uint8_t, kSHA1DigestSize>;
-// The digest as the compression function has it: five integers.
+// The digest in the compression function's form: five integers.
 using SHA1State = std::array<std::uint32_t, kSHA1DigestSize / sizeof(std::uint32_t)>;
 
 class HMACSHA1 {
   public:
-    // A key of any length.
+    // The key may have any length.
     explicit HMACSHA1(std::span<const std::uint8_t> key);
 
-    // Writes the code of a message of any length, the two parts one behind the other.
+    // Writes the code of a message of any length. Its two parts are joined.
     void authenticate(std::span<const std::uint8_t> message, std::span<const std::uint8_t> rest,
                       SHA1Digest& code) const;
     void authenticate(std::span<const std::uint8_t> message, SHA1Digest& code) const {
@@ -36,23 +37,22 @@ class HMACSHA1 {
   private:
     friend class HMACSHA1Chain;
 
-    Secret<SHA1State> inner_;  // after the block of the inner pad
-    Secret<SHA1State> outer_;  // likewise
+    Secret<SHA1State> inner_;  // the state after the block of the inner pad
+    Secret<SHA1State> outer_;  // the state after the block of the outer pad
 };
 
-// U1 = HMAC(message), U2 = HMAC(U1), and so on, with their exclusive or: what PBKDF2 iterates.
+// U1 = HMAC(message), U2 = HMAC(U1) and so on, and their exclusive or, which PBKDF2 iterates.
 //
-// Each step is two compressions, of which the second waits for the first. Taken in turns with those
-// of another chain they overlap, for processors do not wait: two chains together take little more
-// time than one.
+// Each step is two compressions, and the second needs the first one's result. Steps of two chains
+// that alternate overlap in the processor, so two chains together take little more time than one.
 class HMACSHA1Chain {
   public:
-    // Starts at U1, the code of a message of any length in up to two parts. `hmac` must outlive the
-    // chain.
+    // Starts at U1, the code of a message of any length in up to two parts.
+    // REQUIRES: `hmac` outlives the chain.
     HMACSHA1Chain(const HMACSHA1& hmac, std::span<const std::uint8_t> message,
                   std::span<const std::uint8_t> rest = {});
 
-    // One step is the first half and then the second.
+    // One step is stepInner() and then stepOuter().
     void stepInner();
     void stepOuter();
 
@@ -60,8 +60,8 @@ class HMACSHA1Chain {
     void takeSum(SHA1Digest& sum) const;
 
   private:
-    // A digest as a message of its own that follows a block of 64 bytes, padded: it is the same
-    // block in either half of a step but for the digest.
+    // A digest as a padded message that follows a block of 64 bytes. The block is the same in both
+    // halves of a step except for the digest.
     struct Work {
         alignas(16) std::array<std::uint8_t, kSHA1BlockSize> block;
         SHA1State state;

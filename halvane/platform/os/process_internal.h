@@ -10,11 +10,11 @@ namespace halvane {
 // The name that the program was started by, without its folder.
 std::string programName();
 
-// Remembers the process that made it. A child that fork() made of that one has none of its threads,
-// and finds its locks as they happened to be.
+// Remembers the process that created the object. A child made by fork() has none of its threads,
+// and finds its locks in the state of that moment.
 class HomeProcess {
   public:
-    // Whether the calling process is the one.
+    // Whether the calling process is that process.
     bool isCurrent() const { return ::getpid() == process_; }
 
   private:

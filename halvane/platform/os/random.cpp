@@ -22,8 +22,8 @@ void fillRandom(std::span<std::uint32_t> values) {
 
 #else
 
-// Where the kernel gives nothing the process ends, as it does in arc4random: there is nothing to go
-// on with that would not be taken for random.
+// If the kernel returns no random data, the process ends, as in arc4random: any other data would be
+// mistaken for random.
 void fillRandom(std::span<std::uint32_t> values) {
     auto bytes = std::as_writable_bytes(values);
     while (!bytes.empty()) {

@@ -9,7 +9,7 @@
 
 namespace halvane {
 
-// Fills all of `values` with random ones.
+// Fills `values` with random numbers.
 void fillRandom(std::span<std::uint32_t> values);
 
 }  // namespace halvane

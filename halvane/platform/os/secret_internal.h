@@ -1,4 +1,4 @@
-// Memory that holds a secret while it is worked on, and nothing of it afterwards.
+// Memory that holds a secret while it is in use and is wiped afterwards.
 #ifndef HALVANE_PLATFORM_OS_SECRET_INTERNAL_H
 #define HALVANE_PLATFORM_OS_SECRET_INTERNAL_H
 
@@ -15,7 +15,7 @@
 
 namespace halvane {
 
-// A value that is overwritten when it goes, on whatever way. It can be neither copied nor moved: a
+// A value that is overwritten when it is destroyed. It can be neither copied nor moved, since a
 // copy would have to be wiped too.
 template <typename Value>
 requires std::is_trivially_copyable_v<Value>
@@ -35,7 +35,8 @@ class Secret {
     Value value_{};
 };
 
-// Bytes whose number is known at run time only, zeros at first. The last owner wipes them.
+// Memory for a number of bytes that is known only at run time, initially zero. The last owner wipes
+// it.
 inline std::shared_ptr<std::uint8_t[]> secretMemory(std::size_t size) {
     const auto wipe = [size](std::uint8_t* bytes) {
         ::explicit_bzero(bytes, size);
@@ -44,8 +45,8 @@ inline std::shared_ptr<std::uint8_t[]> secretMemory(std::size_t size) {
     return {new std::uint8_t[size](), wipe};
 }
 
-// A copy in such memory, however few bytes there are: inside a buffer, where short ones live, every
-// move would leave them behind. Copies of the buffer share the memory, and the last one wipes it.
+// Returns a copy in such memory, even of a few bytes. Short bytes inside a ByteBuffer would stay
+// behind at every move. Copies of the buffer share the memory, and the last one wipes it.
 inline ByteBuffer secretBuffer(std::span<const std::uint8_t> bytes) {
     auto memory = secretMemory(bytes.size());
     std::copy(bytes.begin(), bytes.end(), memory.get());

@@ -12,7 +12,7 @@
 
 namespace halvane {
 
-// Shared with the thread, which outlives a queue that is destroyed from it, and with handles.
+// Shared with handles and with the thread, which outlives a queue that its own work destroys.
 class HALVANE_HIDDEN SerialQueue::State {
   public:
     explicit State(std::string label) : label_(std::move(label)) {}
@@ -29,7 +29,7 @@ class HALVANE_HIDDEN SerialQueue::State {
         if (!work || !isInHomeProcess()) return;
         {
             const std::lock_guard lock(mutex_);
-            if (isClosed_) return;  // the work dies with the call, when the lock is released
+            if (isClosed_) return;  // the caller destroys the work after the lock is released
             waiting_.push_back(std::move(work));
             if (!std::exchange(isIdle_, false)) return;
         }
@@ -42,7 +42,7 @@ class HALVANE_HIDDEN SerialQueue::State {
         leave();
     }
 
-    // Once. It takes no memory, for a destructor calls it.
+    // Called once. It allocates nothing, since a destructor calls it.
     void close() {
         bool isForeignGuestIn = false;
         {
@@ -58,14 +58,14 @@ class HALVANE_HIDDEN SerialQueue::State {
         } else {
             thread_.join();
         }
-        dropped_.clear();  // last: that may call anything
+        dropped_.clear();  // last, since destroying work may call anything
     }
 
   private:
     static bool isOn(std::thread::id thread) { return thread == std::this_thread::get_id(); }
 
-    // Takes the place of the thread, which stays idle until leave(). Else the work waits for its
-    // turn, or stays with the caller where the queue is closed.
+    // Takes the thread's place; the thread stays idle until leave(). If the queue is busy, the work
+    // is queued. If the queue is closed, the work stays with the caller.
     bool enter(Work& work) {
         const std::lock_guard lock(mutex_);
         if (isClosed_) return false;
@@ -82,8 +82,7 @@ class HALVANE_HIDDEN SerialQueue::State {
         work = nullptr;
     }
 
-    // Leaves to the thread what has come meanwhile. In a child that the work has made there is
-    // none.
+    // Leaves newer work to the thread. A child process that the work has forked has no such thread.
     void leave() {
         if (!isInHomeProcess()) return;
         CountingSemaphore* next = nullptr;
@@ -101,7 +100,8 @@ class HALVANE_HIDDEN SerialQueue::State {
         while (Work work = next()) work();
     }
 
-    // Waits for work; none once the queue is closed, and in a child that the last work has made.
+    // Waits for work. Returns none once the queue is closed, or in a child that the last work
+    // forked.
     Work next() {
         while (isInHomeProcess()) {
             {
@@ -123,19 +123,19 @@ class HALVANE_HIDDEN SerialQueue::State {
     const HomeProcess home_;
     std::thread thread_;
     std::mutex mutex_;
-    std::atomic<std::thread::id> guest_{};  // who runs work in the place of the thread
+    std::atomic<std::thread::id> guest_{};  // the thread that runs work in the queue thread's place
     CountingSemaphore changed_{0};
-    CountingSemaphore guestLeft_{0};  // once the queue is closed
+    CountingSemaphore guestLeft_{0};  // used once the queue is closed
     std::deque<Work> waiting_;
     std::deque<Work> dropped_;
-    // The thread waits, or is about to, and was not yet woken; nobody is in its place.
+    // The thread waits or is about to, nobody has woken it, and nobody is in its place.
     bool isIdle_ = false;
     bool isClosed_ = false;
 };
 
 SerialQueue::Handle::Handle(std::shared_ptr<State> state) : state_(std::move(state)) {}
 
-// The work may run, and destroy the queue and the handle with it, before the call has returned.
+// The work may run before the call returns, and destroy the queue and the handle.
 void SerialQueue::Handle::async(Work work) const {
     const auto state = state_;
     state->async(std::move(work));
@@ -150,8 +150,8 @@ SerialQueue::SerialQueue(std::string label) : state_(std::make_shared<State>(std
     State::start(state_);
 }
 
-// In another process the thread is not there to be waited for, and the state may be locked for
-// good. It stays, for what the thread has of it is never given back.
+// In another process there is no thread to wait for, and the state may be locked forever. The state
+// is never freed, since the thread's reference to it is never released.
 SerialQueue::~SerialQueue() {
     if (state_->isInHomeProcess()) state_->close();
 }

@@ -1,14 +1,13 @@
-// A serial queue: runs what it is given one after the other, in order of arrival, on one thread of
-// its own, or in that one's place.
+// A serial queue: runs work items one at a time, in order of arrival, on a thread of its own or on
+// a thread that takes its place.
 //
-// The thread takes no signals, and bears the end of the label as its name, the last 15 bytes.
+// The queue's thread receives no signals. Its name is the last 15 bytes of the label.
 //
-// A child that fork() makes of the process has no such thread: there nothing runs on the queue,
-// work that is given to it is destroyed at once, and destroying the queue waits for nothing and
-// leaves its memory behind.
+// A child process made by fork() has no such thread. There nothing runs on the queue, new work is
+// destroyed at once, and destroying the queue waits for nothing and leaves its memory allocated.
 //
-// Threads: any call from any thread. As with every object, destroying must not race with another
-// call on the same object; a Handle is for who cannot know.
+// Threads: any thread may make any call. As with every object, no call may overlap the destruction
+// of the queue; a caller that cannot be sure of that uses a Handle.
 #ifndef HALVANE_PLATFORM_OS_SERIAL_QUEUE_H
 #define HALVANE_PLATFORM_OS_SERIAL_QUEUE_H
 
@@ -28,17 +27,17 @@ class HALVANE_EXPORT SerialQueue {
     // REQUIRES: throws nothing; an exception ends the program, as it does on any thread.
     using Work = std::function<void()>;
 
-    // A way to the queue that may outlive it. Copies lead to the same queue.
+    // A reference to the queue that may outlive it. Copies refer to the same queue.
     class HALVANE_EXPORT Handle {
       public:
-        // As SerialQueue::async(). Once the queue is gone, `work` is destroyed on the calling
-        // thread, without having run.
+        // Like SerialQueue::async(). Once the queue is destroyed, `work` is destroyed on the
+        // calling thread without having run.
         void async(Work work) const;
 
-        // The same, but where the queue has nothing to do `work` runs before the call returns, on
-        // the calling thread, which is the queue's meanwhile, but for its name and its signals:
-        // that saves the way to the other.
-        // REQUIRES: `work` does not wait for what the calling thread has yet to do.
+        // The same, but if the queue is idle, `work` runs on the calling thread before the call
+        // returns, which saves waking the queue's thread. The calling thread acts as the queue's
+        // thread meanwhile, except for its name and its signals.
+        // REQUIRES: `work` does not wait for anything that the calling thread has yet to do.
         void runOrAsync(Work work) const;
 
       private:
@@ -47,24 +46,22 @@ class HALVANE_EXPORT SerialQueue {
         std::shared_ptr<State> state_;
     };
 
-    // Throws std::bad_alloc where the system has no room for one more thread, too.
+    // Throws std::bad_alloc also if the system has no room for another thread.
     explicit SerialQueue(std::string label);
 
     SerialQueue(const SerialQueue&) = delete;
     SerialQueue& operator=(const SerialQueue&) = delete;
 
-    // Waits for the work that is running, and destroys the rest without running it: nothing runs
-    // on the queue afterwards. From the queue's own thread it does not wait: the work that
-    // destroys the queue is the last to run.
-    // REQUIRES: the work that is running does not wait for the destroying thread.
+    // Waits for running work and destroys the rest: nothing runs on the queue afterwards. On the
+    // queue's own thread it does not wait; the work that destroys the queue is the last to run.
+    // REQUIRES: running work does not wait for the destroying thread.
     ~SerialQueue();
 
-    // Runs `work` after all that was given before, and returns at once. `work` is destroyed on the
-    // queue's thread right after it has run. It may destroy the queue. Empty work is nothing to
-    // run.
+    // Runs `work` after all earlier work, and returns at once. `work` is destroyed on the queue's
+    // thread right after it has run. It may destroy the queue. Empty work is ignored.
     void async(Work work);
 
-    // Whether the calling thread is the queue's, or runs work in its place.
+    // Whether the calling thread is the queue's thread, or runs work in its place.
     bool isCurrent() const;
 
     const std::string& label() const;

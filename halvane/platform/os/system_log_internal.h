@@ -8,7 +8,7 @@
 
 namespace halvane {
 
-// Hands a text to syslog(3), cut where it holds a NUL.
+// Passes a text to syslog(3); a NUL ends it.
 void writeToSystemLog(int priority, std::string_view text);
 
 }  // namespace halvane

@@ -14,8 +14,9 @@ namespace {
 
 constexpr std::size_t kThreadNameCapacity = 15;
 
-// Blocks signals on the calling thread, and so on those that it starts, while it lives. What a
-// fault of the thread itself raises is left alone, for no other thread can take that.
+// While an object lives, signals are blocked on the calling thread and on threads that it starts.
+// Signals that a fault of the thread itself raises stay unblocked: no other thread can receive
+// them.
 class SignalsBlocked {
   public:
     SignalsBlocked() {

@@ -1,4 +1,4 @@
-// Threads of the library's own.
+// The library's own threads.
 #ifndef HALVANE_PLATFORM_OS_THREAD_INTERNAL_H
 #define HALVANE_PLATFORM_OS_THREAD_INTERNAL_H
 
@@ -9,12 +9,13 @@
 
 namespace halvane {
 
-// What a thread is called: the end of `label`, which tells more than its beginning, in the 15 bytes
-// that Linux has for it, without part of a UTF-8 character in front.
+// Returns the name of a thread: the last 15 bytes of `label`, which is Linux's limit. The end of a
+// label says more than its beginning. A partial UTF-8 character at the front is dropped.
 std::string threadName(std::string_view label);
 
-// Starts a thread that bears threadName(label). It takes no signals: those of the program are for
-// the threads of the program. Throws std::bad_alloc where the system has no room for one more.
+// Starts a thread with the name threadName(label). It receives no signals, since the program's
+// signals are for the program's threads. Throws std::bad_alloc if the system has no room for
+// another thread.
 std::thread startThread(std::string_view label, std::function<void()> run);
 
 }  // namespace halvane

@@ -1,6 +1,6 @@
 // The system's monotonic clock.
 //
-// Everything here may be called from any thread.
+// Threads: any thread may call any function.
 #ifndef HALVANE_PLATFORM_OS_UP_TIME_INTERNAL_H
 #define HALVANE_PLATFORM_OS_UP_TIME_INTERNAL_H
 
@@ -16,19 +16,20 @@ struct Timebase {
     std::uint32_t denominator;
 };
 
-// That of the clock; absent where the system cannot tell it.
+// The timebase of the clock; absent if the system cannot tell it.
 std::optional<Timebase> upTimeTimebase();
 
-// Ticks in a second: 1000000000 where there is no timebase or either part of it is 0.
+// Ticks per second; 1000000000 if there is no timebase or either part of it is 0.
 std::uint64_t ticksPerSecondOf(const std::optional<Timebase>& timebase);
 
-// The ticks now.
+// The current ticks.
 std::uint64_t upTimeNow();
 
-// The ticks at the clock's last step, some milliseconds ago at most: for a quarter of the cost.
+// The ticks at the clock's last step, at most some milliseconds ago. This costs a quarter of
+// upTimeNow().
 std::uint64_t upTimeLastStep();
 
-// nanosleep(2) without the time left: 0, or -1 and errno.
+// nanosleep(2) without the remaining time: returns 0, or -1 with errno set.
 int upTimeSleep(const timespec& duration);
 
 }  // namespace halvane

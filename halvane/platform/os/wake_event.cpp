@@ -7,7 +7,7 @@ namespace halvane {
 WakeEvent::WakeEvent()
     : file_(aboveStandardStreams(FileDescriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)))) {}
 
-// Fails where the count is at its end, far off, and the descriptor readable anyway.
+// The write fails only if the count is at its maximum; the descriptor is readable then anyway.
 void WakeEvent::signal() {
     if (file_) ::eventfd_write(file_.number(), 1);
 }

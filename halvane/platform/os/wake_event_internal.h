@@ -1,6 +1,6 @@
 // Wakes a thread that polls descriptors.
 //
-// Threads: any call from any thread.
+// Threads: any thread may make any call.
 #ifndef HALVANE_PLATFORM_OS_WAKE_EVENT_INTERNAL_H
 #define HALVANE_PLATFORM_OS_WAKE_EVENT_INTERNAL_H
 
@@ -12,10 +12,10 @@ class WakeEvent {
   public:
     WakeEvent();
 
-    // Whether the system had a descriptor for it. If not, the other calls do nothing.
+    // Whether the system had a descriptor for the event. If not, the other calls do nothing.
     explicit operator bool() const { return static_cast<bool>(file_); }
 
-    // What to poll: readable from signal() to clear().
+    // The descriptor to poll: readable from signal() to clear().
     int descriptor() const { return file_.number(); }
 
     void signal();

@@ -13,7 +13,7 @@ struct WallTime {
     std::uint32_t microseconds;  // 0 to 999999
 };
 
-// Now, by the system's clock.
+// The current time by the system's clock.
 WallTime wallTime();
 
 }  // namespace halvane

@@ -25,7 +25,7 @@ sigset_t writeSignals() {
     return signals;
 }
 
-// A signal waits only for a thread that blocks it.
+// A signal can be pending only if the thread blocks it.
 void removeWaiting(sigset_t& signals, const sigset_t& blocked) {
     const auto isBlocked = [&](int signal) { return sigismember(&blocked, signal) == 1; };
     if (std::ranges::none_of(kWriteSignals, isBlocked, &WriteSignal::signal)) return;

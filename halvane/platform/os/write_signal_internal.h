@@ -1,6 +1,6 @@
-// Writing where an error comes with a signal, which ends a program that does nothing about it:
-// SIGPIPE of a pipe or socket whose reader has gone, SIGXFSZ of a file that has reached the size
-// that the process may give one (RLIMIT_FSIZE).
+// Writes whose failure raises a signal that by default ends the program: SIGPIPE for a pipe or
+// socket without a reader, SIGXFSZ for a file at the largest size that the process may write
+// (RLIMIT_FSIZE).
 #ifndef HALVANE_PLATFORM_OS_WRITE_SIGNAL_INTERNAL_H
 #define HALVANE_PLATFORM_OS_WRITE_SIGNAL_INTERNAL_H
 
@@ -8,15 +8,15 @@
 
 namespace halvane {
 
-// Whether a write to the descriptor can raise one of the signals.
+// Whether a write to the descriptor can raise one of these signals.
 bool canRaiseWriteSignal(int descriptor);
 
-// The same of a regular file.
+// The same for any regular file.
 bool isFileSizeLimited();
 
-// While one lives, what raises these signals is an error of the calling thread's writes, and not
-// the end of the program. What the program does about the signals stays as it is, and so does one
-// that was waiting before.
+// While an object lives, writes of the calling thread fail with an error instead of ending the
+// program. The program's handling of the signals stays unchanged, and so does a signal that was
+// already pending.
 class WriteSignalBlock {
   public:
     WriteSignalBlock();
@@ -24,13 +24,14 @@ class WriteSignalBlock {
     WriteSignalBlock(const WriteSignalBlock&) = delete;
     WriteSignalBlock& operator=(const WriteSignalBlock&) = delete;
 
-    // After a write that failed with the error, an errno value: takes the signal back that it has
-    // raised, SIGPIPE for EPIPE and SIGXFSZ for EFBIG. Another's that has come meanwhile stays.
+    // To be called after a write that failed with `error`, an errno value. Removes the pending
+    // signal that the write raised, SIGPIPE for EPIPE and SIGXFSZ for EFBIG. A signal from
+    // elsewhere that came meanwhile stays.
     void takeBackSignal(int error);
 
   private:
     sigset_t before_;
-    sigset_t own_;  // those that were not waiting before
+    sigset_t own_;  // the signals that were not pending before
 };
 
 }  // namespace halvane

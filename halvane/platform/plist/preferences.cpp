@@ -22,7 +22,7 @@ namespace halvane {
 
 namespace {
 
-// The home folder that the user database tells; empty: none.
+// Returns the home folder from the user database; empty if there is none.
 std::string homeFolderOfUser() {
     std::vector<char> texts(1024);
     passwd entry{};
@@ -38,7 +38,7 @@ std::string homeFolderOfUser() {
     return found != nullptr && found->pw_dir != nullptr ? found->pw_dir : "";
 }
 
-// Empty: there is none.
+// Returns an empty path if there is none.
 std::string preferencesFolder() {
     const auto absolutePathIn = [](const char* variable) -> std::string {
         const char* const value = ::secure_getenv(variable);
@@ -52,7 +52,7 @@ std::string preferencesFolder() {
     return home.starts_with('/') ? home + "/.config/halvane" : "";
 }
 
-// `application` as the name of a file, without its suffix, that cannot lead to another folder.
+// Turns `application` into a file name without suffix that cannot lead to another folder.
 std::string fileNameOf(std::string_view application) {
     std::string name;
     for (const char c : application) {
@@ -71,7 +71,7 @@ std::string fileNameOf(std::string_view application) {
     return name;
 }
 
-// The file of an application; empty: it can have none.
+// Returns the path of an application's file; empty if there is none.
 std::string preferencesPath(std::string_view application) {
     const auto folder = preferencesFolder();
     const auto name = fileNameOf(application.empty() ? programName() : application);
@@ -81,7 +81,7 @@ std::string preferencesPath(std::string_view application) {
     return (folder + "/").append(name).append(kSuffix);
 }
 
-// What the link at `path` leads to, else `path`: a link is not replaced but followed.
+// Returns the target of a link at `path`, otherwise `path`: a link is followed, not replaced.
 std::string linkTarget(const std::string& path) {
     struct Free {
         void operator()(char* text) const { std::free(text); }
@@ -90,7 +90,7 @@ std::string linkTarget(const std::string& path) {
     return target ? std::string(target.get()) : path;
 }
 
-// What a file of preferences holds.
+// The contents of a preferences file.
 struct Contents {
     HalvaneStatus status = kStatusOK;
     bool isDamaged = false;
@@ -109,7 +109,7 @@ Contents load(const std::string& path) {
     return contents;
 }
 
-// As load(), but sets a damaged file aside: what is left then is no file.
+// Like load(), but sets a damaged file aside, which then counts as missing.
 // REQUIRES: the file's lock is held.
 Contents loadAndMend(const std::string& path, PreferenceResult& result) {
     Contents contents = load(path);
@@ -131,7 +131,7 @@ std::string lockPath(const std::string& path) {
 void read(const std::string& path, std::string_view key, PreferenceResult& result) {
     Contents contents = load(path);
     if (contents.isDamaged) {
-        // Another process may have mended it since.
+        // Another process may have repaired it meanwhile.
         const FileLock lock(lockPath(path));
         contents.status = lock.status();
         if (lock.status() == kStatusOK) contents = loadAndMend(path, result);
@@ -142,7 +142,7 @@ void read(const std::string& path, std::string_view key, PreferenceResult& resul
     if (text != nullptr) result.value = *text;
 }
 
-// Whether the value of `key` was another one.
+// Returns whether the value of `key` has changed.
 bool change(PropertyListDictionary& values, std::string_view key,
             std::optional<std::string_view> value) {
     if (!value) return values.erase(key);
@@ -175,7 +175,7 @@ void write(const std::string& path, std::string_view key, std::optional<std::str
     if (!xml) {
         result.status = kStatusConversionFailed;
     } else if (xml->size() > kPreferencesFileLimit) {
-        result.status = kStatusNoRoom;  // it would be taken for damaged
+        result.status = kStatusNoRoom;  // a longer file would count as damaged
     } else {
         result.status = replaceFile(path, *xml);
     }

@@ -61,7 +61,8 @@ class Outliner {
         if (!root_) root_ = position_;
         const std::size_t start = position_;
         if (!skipThrough(">", position_, "tag without an end")) return false;
-        // One that ends in quotes is cut short here; no tag of a property list holds a ">".
+        // A tag with ">" in a quoted value ends too early here. No tag of a property list holds a
+        // ">".
         const bool isEmptyElement = position_ - start > 2 && document_[position_ - 2] == '/';
         if (!isEmptyElement) ++depth_;
         return true;
@@ -86,7 +87,7 @@ class Outliner {
         return skipThrough("]]>", position_ + 9, "CDATA section without an end");
     }
 
-    // XML 1.0 production 16: the name "xml" is kept for declarations.
+    // XML 1.0 production 16: the name "xml" is reserved for declarations.
     bool skipInstruction() {
         const std::size_t name = position_ + 2;
         const std::size_t nameEnd =
@@ -98,7 +99,7 @@ class Outliner {
         return skipThrough("?>", nameEnd, "processing instruction without an end");
     }
 
-    // Declarations of an internal subset are markup within the line's own.
+    // Declarations of an internal subset are markup nested in that of the DOCTYPE line.
     bool skipDoctype() {
         if (root_ || hasDoctype_) return refuse(position_, "DOCTYPE line out of place");
         if (!isSpaceAt(position_ + 9)) return refuse(position_, "malformed DOCTYPE line");
@@ -160,7 +161,7 @@ class Outliner {
         return refuse(position_ + before, "text outside of the root element");
     }
 
-    // Goes behind the next `end` from `from` on; else refuses what begins at the position.
+    // Moves behind the next `end` from `from` on. Without one, refuses the markup at the position.
     bool skipThrough(std::string_view end, std::size_t from, std::string_view reason) {
         const std::size_t found = document_.find(end, from);
         if (found == kNowhere) return refuse(position_, reason);

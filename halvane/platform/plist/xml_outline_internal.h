@@ -1,4 +1,4 @@
-// The markup of an XML document looked over from end to end, before values are made of it.
+// Checks the markup of a whole XML document before values are built from it.
 #ifndef HALVANE_PLATFORM_PLIST_XML_OUTLINE_INTERNAL_H
 #define HALVANE_PLATFORM_PLIST_XML_OUTLINE_INTERNAL_H
 
@@ -12,17 +12,21 @@ namespace halvane {
 
 struct XmlOutline {
     std::size_t root = 0;  // the offset of the root element
-    // Whether every text stands for itself: there is no reference, and no "]]>".
+    // Whether all text is literal: there is no reference and no "]]>".
     bool isTextLiteral = false;
 };
 
-// The outline of `document`, which is one without its declaration and with plain line ends.
+// Returns the outline of `document`, which has no declaration and only plain line ends.
 //
-// A refusal for what a reader of elements does not see, or would pay for before
-// it refuses: elements nested deeper than `maxDepth`, where the root is at depth 1; markup without
-// an end; more than one root; text, end tags or CDATA sections outside of it; a DOCTYPE line that
-// is not the only one and before it; "--" within a comment; a processing instruction of no name, or
-// of the reserved one. Whether the names of tags match is not looked at.
+// It refuses what an element reader does not see, or would spend much on before it refuses:
+// - elements nested deeper than `maxDepth`, where the root is at depth 1
+// - markup without an end
+// - more than one root
+// - text, end tags or CDATA sections outside the root
+// - a DOCTYPE line that is repeated or does not come before the root
+// - "--" within a comment
+// - a processing instruction without a name, or of the reserved name
+// It does not check whether the names of tags match.
 Result<XmlOutline, XmlRefusal> xmlOutline(std::string_view document, std::size_t maxDepth);
 
 }  // namespace halvane

@@ -23,9 +23,8 @@ namespace {
 
 constexpr std::size_t kBytesPerDataLine = 57;  // 76 digits (RFC 2045 clause 6.8)
 
-// Looks through a whole value before a line is written: whether XML can carry it, why not, and
-// about how long the document will be. The depth limit also bounds the recursion here and in the
-// writer.
+// Examines a whole value before a line is written: whether XML can carry it, why not, and about how
+// long the document will be. The depth limit also bounds the recursion here and in the writer.
 class Survey {
   public:
     bool accepts(const PropertyListValue& value, int level) {
@@ -39,7 +38,7 @@ class Survey {
 
   private:
     void countElement(int level) {
-        constexpr std::size_t kUsualSize = 24;  // of two short tags, with a number between them
+        constexpr std::size_t kUsualSize = 24;  // two short tags with a number between them
         size_ += static_cast<std::size_t>(level) + kUsualSize;
     }
 
@@ -104,7 +103,7 @@ std::string dateText(const Date& date) {
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
-// The two tags of an element, and the end of its line.
+// The tags of an element, and the line end.
 struct Tags {
     std::string_view start, end;
 };
@@ -127,7 +126,8 @@ class Writer {
     }
 
   private:
-    static constexpr std::size_t kEnvelopeSize = 80;  // what document() puts around the value
+    static constexpr std::size_t kEnvelopeSize = 80;  // the text that document() puts around the
+                                                      // value
 
     void write(const PropertyListValue& value) {
         std::visit([this](const auto& held) { writeHeld(held); }, value.variant());
@@ -186,7 +186,7 @@ class Writer {
         text_.append(tag) += '\n';
     }
 
-    // The content stands for itself: digits and the like.
+    // Writes content that needs no escaping, such as digits.
     void element(const Tags& tags, std::string_view content) {
         indent();
         text_.append(tags.start).append(content).append(tags.end);

@@ -13,17 +13,17 @@
 
 namespace halvane {
 
-// How deep a property list may nest as XML: the root is at level 1, what it holds at level 2.
+// The greatest depth of a property list in XML. The root is at level 1, its members are at level 2.
 inline constexpr int kXmlPropertyListMaxDepth = kPropertyListMaxDepth;
 
-// Why a value has no XML form.
+// The reason why a value has no XML form.
 struct XmlPropertyListRefusal {
-    std::string_view reason;            // static text, for people: what is somewhere in the value
-    std::optional<char32_t> character;  // where it is a character
+    std::string_view reason;            // what the value contains, for people; static text
+    std::optional<char32_t> character;  // set if the reason is a character
 };
 
-// The value as an XML property list in UTF-8: a declaration of XML 1.0, no DOCTYPE line, and one
-// <plist version="1.0">, indented with tabs, with a newline at the end. Equal values whose
+// Returns the value as an XML property list in UTF-8: an XML 1.0 declaration, no DOCTYPE line, and
+// one <plist version="1.0">, indented with tabs, with a newline at the end. Equal values whose
 // dictionaries have the same order of insertion give the same text.
 //
 //   dictionary  <dict>, or <dict/> when empty; <key> and value, in order of insertion
@@ -37,10 +37,12 @@ struct XmlPropertyListRefusal {
 //
 // Strings and keys read back byte for byte.
 //
-// Absent, and `refusal` set where it is given, where the value has no such form: for a null or a
-// PropertyListObject anywhere inside; a string or key that is not UTF-8, or holds a character that
-// XML 1.0 does not have, not even as a reference, which are U+0000 to U+001F but for tab, newline
-// and carriage return, U+FFFE and U+FFFF; or a value deeper than kXmlPropertyListMaxDepth.
+// Absent if the value has no such form; `refusal`, if given, is then set. A value has no such form
+// if
+// - it contains a null or a PropertyListObject
+// - a string or key is not UTF-8, or holds a character that XML 1.0 lacks even as a reference:
+//   U+0000 to U+001F except tab, newline and carriage return, U+FFFE and U+FFFF
+// - it is deeper than kXmlPropertyListMaxDepth.
 HALVANE_EXPORT std::optional<std::string> xmlPropertyList(
     const PropertyListValue& value, std::optional<XmlPropertyListRefusal>* refusal = nullptr);
 

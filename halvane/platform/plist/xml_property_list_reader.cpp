@@ -29,7 +29,7 @@ namespace halvane {
 
 namespace {
 
-// The whole of `text` as a number in the form that std::from_chars reads.
+// Reads all of `text` as a number in the form of std::from_chars.
 template <typename Value, typename... Base>
 std::errc readWhole(std::string_view text, Value& value, Base... base) {
     const char* const end = text.data() + text.size();
@@ -86,11 +86,11 @@ std::errc readReal(std::string_view text, Number& number) {
         number = value;
         return {};
     }
-    // What is left of names, which std::from_chars has more of.
+    // Refuses names that std::from_chars accepts beside those above.
     if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
         return std::errc::invalid_argument;
     }
-    // A plus sign, which std::from_chars does not have.
+    // A plus sign, which std::from_chars does not accept.
     if (skip(text, "+") && text.starts_with('-')) return std::errc::invalid_argument;
     double value = 0;
     const std::errc status = readWhole(text, value);
@@ -98,7 +98,7 @@ std::errc readReal(std::string_view text, Number& number) {
     return status;
 }
 
-// "2026-11-21T07:00:00Z": the form as a pattern, where a digit stands for the field it belongs to.
+// Reads the form "2026-11-21T07:00:00Z". In the pattern a digit is the index of its field.
 std::optional<Date> readDate(std::string_view text) {
     constexpr std::string_view kForm = "0000-11-22T33:44:55Z";
     std::array<unsigned, 6> fields{};
@@ -120,7 +120,7 @@ std::optional<Date> readDate(std::string_view text) {
 // RFC 4648 clause 4. Digits come in groups of four, the last one padded with "=", and bits that
 // belong to no byte are 0.
 std::optional<ByteBuffer> readBase64(std::string_view text) {
-    // White space to the decoder, but none to XML.
+    // The decoder skips these as white space, but they are not white space in XML.
     for (const char other : {'\v', '\f'}) {
         if (text.find(other) != std::string_view::npos) return std::nullopt;
     }
@@ -132,14 +132,14 @@ std::optional<ByteBuffer> readBase64(std::string_view text) {
     const bool isRead =
         ::base64_decode_update(&context, &size, bytes.get(), text.size(), text.data()) != 0 &&
         ::base64_decode_final(&context) != 0;
-    // The decoder takes a lone digit with three of padding.
+    // The decoder accepts a single digit with three "=".
     constexpr unsigned kMostPadding = 2;
     if (!isRead || context.padding > kMostPadding) return std::nullopt;
     return ByteBuffer(std::span(bytes.get(), size));
 }
 
-// The name of an element as one word, which is quicker to compare than a text; 0 for one that is
-// longer than any of a property list.
+// Returns an element name as one word, which compares faster than a text; 0 for a name longer than
+// all names of property lists.
 constexpr std::uint64_t nameWord(std::string_view name) {
     std::uint64_t word = 0;
     if (name.size() > sizeof word) return 0;
@@ -152,28 +152,29 @@ constexpr std::uint64_t kKeyName = nameWord("key");
 // A start tag, or the tag of an element without content.
 struct Tag {
     std::string_view name;
-    std::size_t offset = 0;  // of its "<"
+    std::size_t offset = 0;  // the offset of its "<"
     bool isWhole = false;    // "<array/>": there is no end tag
     bool hasAttribute = false;
     bool isVersion10Alone = false;  // the attributes are version="1.0" and nothing else
 };
 
-// What stands within an element, piece by piece.
+// A part of an element's content.
 struct Piece {
     enum class Kind { Text, Cdata, Start, End };
     Kind kind = Kind::End;
-    std::string_view text;  // of text, its references as they are, and of CDATA sections
-    Tag tag;                // of a start
+    std::string_view text;  // text with its references unresolved, or the contents of a CDATA
+                            // section
+    Tag tag;                // the tag of a Start
 };
 
-// Takes the markup of a document apart. Comments and processing instructions are passed over.
-// REQUIRES: there is an outline of the document, which has looked at the ends of all markup.
+// Splits the markup of a document into pieces. Comments and processing instructions are skipped.
+// REQUIRES: xmlOutline() accepted the document, so that all markup is known to end.
 class Scanner {
   public:
     Scanner(std::string_view document, std::size_t root, XmlRefusal& refusal)
         : document_(document), position_(root), refusal_(refusal) {}
 
-    // The tag that begins at the position.
+    // Reads the tag at the position.
     bool readTag(Tag& tag) {
         tag = {};
         tag.offset = position_++;
@@ -191,7 +192,7 @@ class Scanner {
         }
     }
 
-    // The next piece of the content of `tag`'s element; its end tag is one.
+    // Reads the next piece of the content of `tag`'s element. Its end tag is a piece too.
     bool readPiece(const Tag& tag, Piece& piece) {
         for (;;) {
             if (tag.isWhole) {
@@ -250,7 +251,7 @@ class Scanner {
         return skip(">") || refuse(position_, "malformed tag");
     }
 
-    // As far as an element of a property list may have one.
+    // Skips an attribute. `isVersion10` receives whether it is version="1.0".
     bool skipAttribute(bool& isVersion10) {
         const auto attribute = name();
         skipSpace();
@@ -309,8 +310,8 @@ class Scanner {
     XmlRefusal& refusal_;
 };
 
-// Values from a document, as its markup comes. No tree is made of it: that would need more memory
-// than the values do.
+// Builds values while it reads the markup. A tree of the document would need more memory than the
+// values.
 class Reader {
   public:
     Reader(Scanner& scanner, XmlVersion version, bool isTextLiteral)
@@ -342,7 +343,7 @@ class Reader {
     }
 
     bool read(const Tag& tag, std::uint64_t name, int level, PropertyListValue& value) {
-        // The more frequent come first.
+        // Frequent kinds come first.
         static constexpr std::array<Kind, 9> kKinds = {{
             {nameWord("string"), &Reader::readString},
             {nameWord("integer"), &Reader::readInteger},
@@ -447,7 +448,7 @@ class Reader {
         return true;
     }
 
-    // The text of an element that holds nothing else, in one piece or around comments.
+    // Reads the text of an element that holds only text, in one piece or around comments.
     bool readText(const Tag& tag, std::string& text) {
         text.clear();
         for (Piece piece; scanner_.readPiece(tag, piece);) {
@@ -476,7 +477,7 @@ class Reader {
         return scanner_.refuse(scanner_.offsetOf(data) + refusal->offset, refusal->reason);
     }
 
-    // Visits the elements of one that holds elements alone, until `visit` answers false.
+    // Visits the children of an element that holds only elements, until `visit` returns false.
     template <typename Visit>
     bool eachElement(const Tag& tag, Visit visit) {
         for (Piece piece; scanner_.readPiece(tag, piece);) {
@@ -509,12 +510,13 @@ class Reader {
     XmlVersion version_;
     bool isTextLiteral_;
     std::string scratch_;
-    std::deque<PropertyListValue> waiting_;  // those of the open arrays, the innermost behind
+    std::deque<PropertyListValue> waiting_;  // the values of the open arrays, those of the
+                                             // innermost last
 };
 
 using Reading = Result<PropertyListValue, XmlRefusal>;
 
-// What follows the declaration, its line ends plain.
+// Reads the document after its declaration, with plain line ends.
 Reading readBody(std::string_view body, XmlVersion version) {
     const auto outline = xmlOutline(body, kPropertyListMaxDepth + 1);
     if (!outline) return Unexpected(outline.error());
@@ -531,7 +533,7 @@ Reading readDocument(std::string_view xml) {
     const XmlVersion version = declaration->version;
     if (const auto refused = refusedXmlCharacter(xml, version)) return Unexpected(*refused);
     const auto source = xml.substr(declaration->size);
-    // Most documents have none but plain ones, and need no copy.
+    // Most documents have only plain line ends and need no copy.
     const bool isPlain = !hasOtherLineEnds(source, version);
     auto value =
         isPlain ? readBody(source, version) : readBody(withPlainLineEnds(source, version), version);

@@ -11,7 +11,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kNextLine = "\xC2\x85";           // U+0085
 constexpr std::string_view kLineSeparator = "\xE2\x80\xA8";  // U+2028
 
-// XML 1.0 production 23, read from left to right.
+// Reads XML 1.0 production 23 from left to right.
 class DeclarationReader {
   public:
     DeclarationReader(std::string_view text, std::size_t position)
@@ -63,7 +63,7 @@ class DeclarationReader {
         return static_cast<unsigned char>(text_[position]);
     }
 
-    // The value of the attribute `name`, if that comes next; else nothing is read.
+    // Returns the value of the attribute `name` if that comes next. Otherwise nothing is consumed.
     std::optional<std::string_view> attribute(std::string_view name) {
         const std::size_t start = position_;
         const auto value = skipSpace() && skip(name) ? assignedValue() : std::nullopt;
@@ -90,7 +90,7 @@ class DeclarationReader {
     std::size_t position_;
 };
 
-// How many bytes the line end at `offset` has; 0 where there is none.
+// Returns the number of bytes of the line end at `offset`; 0 if there is none.
 std::size_t lineEndSize(std::string_view text, std::size_t offset, XmlVersion version) {
     const auto rest = text.substr(offset);
     const bool is11 = version == XmlVersion::V1_1;
@@ -103,7 +103,8 @@ std::size_t lineEndSize(std::string_view text, std::size_t offset, XmlVersion ve
     return rest.starts_with(kLineSeparator) ? kLineSeparator.size() : 0;
 }
 
-// Where the next line end other than a newline is, from `offset` on; the size of `text` for none.
+// Returns the offset of the next line end other than a newline, from `offset` on; the size of
+// `text` if there is none.
 std::size_t nextLineEnd(std::string_view text, std::size_t offset, XmlVersion version) {
     if (version == XmlVersion::V1_0) return std::min(text.find('\r', offset), text.size());
     while (offset < text.size() && lineEndSize(text, offset, version) == 0) ++offset;

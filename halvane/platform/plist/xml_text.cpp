@@ -13,7 +13,7 @@ namespace halvane {
 
 namespace {
 
-// What no version holds, not even as a reference, beside the surrogates, which UTF-8 does not know.
+// Characters that no version allows, not even as references. UTF-8 itself excludes surrogates.
 bool isInNone(char32_t codePoint) {
     return codePoint == 0 || codePoint == 0xFFFE || codePoint == 0xFFFF;
 }
@@ -22,7 +22,7 @@ bool isIn10(char32_t codePoint) {
     return codePoint >= 0x20 || isXmlSpace(codePoint);
 }
 
-// XML 1.1 production 2a, whose characters stand in a document as references alone.
+// XML 1.1 production 2a: characters that a document holds only as references.
 bool isRestrictedIn11(char32_t codePoint) {
     return !isIn10(codePoint) || (codePoint >= 0x7F && codePoint <= 0x9F && codePoint != 0x85);
 }
@@ -32,20 +32,21 @@ bool isLiteral(char32_t codePoint, XmlVersion version) {
     return version == XmlVersion::V1_0 ? isIn10(codePoint) : !isRestrictedIn11(codePoint);
 }
 
-// Whether a byte is a character by itself in either version, as nearly all of most documents are.
+// Whether the byte is a whole character in either version, as most bytes of most documents are.
 constexpr bool isPlain(std::uint8_t byte) {
     const bool isPrinting = static_cast<std::uint8_t>(byte - 0x20) < 0x5F;
     return isPrinting | (byte == '\t') | (byte == '\n') | (byte == '\r');
 }
 
-// The same of a byte that also stands for itself in what is written.
+// The same, for a byte that is also written unchanged.
 constexpr bool isVerbatim(std::uint8_t byte) {
     const bool isMeant = (byte != '&') & (byte != '<') & (byte != '>') & (byte != '\r');
     return isPlain(byte) & isMeant;
 }
 
-// Where the first byte is that the predicate does not hold for, from `from` on; the size of `text`
-// for none. A block at a time, without a branch a byte: compilers make vectors of it.
+// Returns the offset of the first byte from `from` on for which the predicate is false; the size of
+// `text` if there is none. It checks whole blocks without a branch per byte, which compilers turn
+// into vector code.
 template <bool (*kHolds)(std::uint8_t)>
 std::size_t firstOther(std::string_view text, std::size_t from) {
     constexpr std::size_t kBlock = 32;
@@ -72,7 +73,7 @@ void appendCharacter(std::string& out, std::string_view bytes, char32_t codePoin
         out += "&lt;";
     } else if (codePoint == '>') {  // "]]>" must not stand in character data
         out += "&gt;";
-    } else if (codePoint == '\r') {  // it would be read as a newline
+    } else if (codePoint == '\r') {  // a reader would take it for a newline
         appendReference(out, codePoint);
     } else {
         out += bytes;
@@ -95,7 +96,7 @@ void appendUtf8(std::string& out, char32_t codePoint) {
 constexpr std::array<std::pair<std::string_view, char>, 5> kEntities = {
     {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}}};
 
-// `name` is what stands between "&" and ";".
+// `name` is the text between "&" and ";".
 std::optional<char32_t> referencedCharacter(std::string_view name, XmlVersion version) {
     if (!name.starts_with('#')) {
         const auto row =
@@ -149,7 +150,7 @@ std::optional<XmlRefusal> refusedXmlCharacter(std::string_view document, XmlVers
 
 void appendXmlText(std::string& out, std::string_view text) {
     if (!text.empty() && isXmlBlank(text)) {
-        // Readers drop character data that is nothing but white space; a reference keeps it.
+        // Readers drop character data that is only white space. A reference preserves it.
         appendReference(out, byteAt(text, 0));
         text.remove_prefix(1);
     }
