@@ -4,8 +4,8 @@
 // hold a foreign object that can only be printed; a property list carries neither.
 //
 // A value of any depth can be built, moved and destroyed. Copying and comparing recurse, one call
-// per level. REQUIRES of both: the stack has room for the depth, as any stack has for
-// kPropertyListMaxDepth.
+// per level.
+// REQUIRES of both: the stack has room for the depth, as any has for kPropertyListMaxDepth.
 //
 // Threads: distinct values may be used from distinct threads; one value follows the rules of a
 // standard container.
