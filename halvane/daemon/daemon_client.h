@@ -92,8 +92,9 @@ class HALVANE_EXPORT DaemonClient final {
 
     // Ends the connection. Blocked requests of any thread return with Ending. Pending completions
     // are called from here with Ending. The destructor waits for an event or completion that is
-    // running, unless called from it. Nothing is called afterwards. REQUIRES: no other thread
-    // begins a call, and no running event or completion waits for the destroying thread.
+    // running, unless called from it. Nothing is called afterwards.
+    // REQUIRES: no other thread begins a call, and no running event or completion waits for the
+    // destroying thread.
     ~DaemonClient();
 
     // The state may have changed by the time that the caller reads it.
