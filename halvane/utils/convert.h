@@ -1,5 +1,5 @@
-/* Conversions: addresses, bytes, identifiers and numbers to and from text; byte order, arithmetic,
- * random data. All their headers at once.
+/* All conversions: addresses, bytes, identifiers and numbers to and from text; byte order,
+ * arithmetic, random data.
  * Usable from C11 and C++20. */
 #ifndef HALVANE_UTILS_CONVERT_H
 #define HALVANE_UTILS_CONVERT_H

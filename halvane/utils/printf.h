@@ -1,5 +1,5 @@
-/* Formatted output: printf with conversions for addresses, hex dumps, property-list values,
- * 802.11 elements and more. docs/printf.md is the reference of the conversions.
+/* Formatted output: printf with conversions for addresses, hex dumps, property-list values, 802.11
+ * elements and more. docs/printf.md is the reference of the conversions.
  * Usable from C11 and C++20.
  *
  * Conventions of the C layer:
@@ -10,13 +10,13 @@
  *  5. Lengths and counts are bytes, not characters; text is UTF-8.
  *  6. Nothing prints, exits or throws on its own account.
  *
- * Every front end returns the length of the full output, without terminator and whatever was
- * stored of it (INT32_MAX where it is longer), or a negative status: -1 for a malformed size
- * modifier ("%hld"), what an output callback answered, or kStatusNoMemory. Anything else that is
- * wrong with a format or an argument shows as text inside the output.
+ * Every front end returns the length of the full output, without the terminator and however much
+ * was stored (INT32_MAX if it is longer), or a negative status: -1 for a malformed size modifier
+ * ("%hld"), the status of an output callback, or kStatusNoMemory. Every other fault of a format
+ * or an argument shows as text in the output.
  *
- * A format is trusted as code is; arguments need not be. Compilers do not know the conversions
- * beyond C's own, so no function here can carry the format attribute.
+ * A format must be trusted like code; arguments need not be. Compilers do not know the
+ * additional conversions, so no function has the format attribute.
  *
  * Threads: reentrant. A call keeps all its state on the caller's stack, and callbacks run on the
  * caller's thread. */
@@ -42,7 +42,7 @@ enum {
     kPrintFFlagPrecision = 1 << 3    /* a precision was given */
 };
 
-/* What stands between '%' and the conversion character. */
+/* The specification between '%' and the conversion character. */
 typedef struct PrintFFormat {
     uint8_t flags;       /* kPrintFFlag... */
     uint8_t hCount;      /* 'h' modifiers, 0 to 2 */
@@ -60,15 +60,15 @@ HALVANE_EXPORT extern const PrintFFormat kPrintFFormatDefault;
 
 typedef struct PrintFContext PrintFContext;
 
-/* Takes one piece of output, never an empty one. Answers the count of bytes it accepted, or a
- * negative status, which ends the call and becomes its result. No callback may throw. */
+/* Receives one piece of output, never an empty one. Returns the number of bytes it accepted, or
+ * a negative status, which ends the call and becomes its result. No callback may throw. */
 typedef int32_t (*PrintFOutputCallback)(const char* text, size_t length, PrintFContext* context);
 
-/* The same for CPrintF, with the caller's own context; called once more with an empty text after
- * the last piece. */
+/* The same for CPrintF, with the caller's own context. It is called once more with an empty text
+ * after the last piece. */
 typedef int32_t (*PrintFUserCallback)(const char* text, size_t length, void* userContext);
 
-/* Where the output of one call goes. A callback handed to PrintFCore may use the fields after
+/* The destination of one call's output. A callback passed to PrintFCore may use the fields after
  * `callback` as it likes. */
 struct PrintFContext {
     PrintFOutputCallback callback;
@@ -85,44 +85,44 @@ struct PrintFContext {
 };
 
 /* Stores at most size - 1 bytes, never a part of a UTF-8 character, and a terminator if size is
- * above 0 (also when the call fails). The output comes in pieces, one for each run of literal text
- * and for each text of a conversion: one that does not fit is shortened, and a later one that fits
- * is stored, so "%s%s" of a text that was cut and a short one holds both. `buffer` may be null if
+ * above 0 (also if the call fails). The output comes in pieces, one for each run of literal text
+ * and one for each text of a conversion. A piece that does not fit is cut, and a later piece
+ * that fits is stored: "%s%s" of a cut text and a short one stores both. `buffer` may be null if
  * size is 0. */
 HALVANE_EXPORT int SNPrintF(char* buffer, size_t size, const char* format, ...);
 HALVANE_EXPORT int VSNPrintF(char* buffer, size_t size, const char* format, va_list arguments);
 
-/* Appends at *cursor, before `end`. 0: it fitted, terminated, and *cursor stands on the
- * terminator. kStatusTruncated: cut as SNPrintF cuts, and *cursor is `end`. kStatusNoRoom:
- * *cursor was `end` already. After another status *cursor is unchanged. */
+/* Appends at *cursor, before `end`. 0: the text fits and is terminated, and *cursor points to
+ * the terminator. kStatusTruncated: the text is cut as SNPrintF does, and *cursor is `end`.
+ * kStatusNoRoom: *cursor was already `end`. After any other status *cursor is unchanged. */
 HALVANE_EXPORT int SNPrintF_Add(char** cursor, char* end, const char* format, ...);
 
-/* Like SNPrintF, but all of `size` is used and no terminator is written. */
+/* Like SNPrintF, but uses all of `size` and writes no terminator. */
 HALVANE_EXPORT int MemPrintF(void* buffer, size_t size, const char* format, ...);
 HALVANE_EXPORT int VMemPrintF(void* buffer, size_t size, const char* format, va_list arguments);
 
-/* Stores a heap string in *text; untouched on failure. */
+/* Stores a heap string in *text, which is unchanged on failure. */
 HALVANE_EXPORT int ASPrintF(char** text, const char* format, ...);
 HALVANE_EXPORT int VASPrintF(char** text, const char* format, va_list arguments);
 
-/* Replaces the heap string *text (null: empty) by itself and the formatted text; untouched on
- * failure. Returns the length of the whole. The arguments may point into *text. The old text is
- * measured at each call, but moves only now and then. */
+/* Appends the formatted text to the heap string *text (null: empty), which is unchanged on
+ * failure. Returns the length of the whole string. The arguments may point into *text. Each call
+ * measures the old text but rarely moves it. */
 HALVANE_EXPORT int AppendPrintF(char** text, const char* format, ...);
 
-/* Hands every piece to `callback`, and after the last one an empty text of length 0. That end
- * signal is not sent after a failure. `userContext` may be null. */
+/* Passes every piece to `callback`, and after the last one an empty text of length 0. No such
+ * end signal follows a failure. `userContext` may be null. */
 HALVANE_EXPORT int CPrintF(PrintFUserCallback callback, void* userContext, const char* format, ...);
 HALVANE_EXPORT int VCPrintF(PrintFUserCallback callback, void* userContext, const char* format,
                             va_list arguments);
 
-/* Writes with fwrite; kStatusTruncated if the stream takes less than it is given. A null stream
- * discards the text but still counts it. The stream is held (flockfile) for the whole call, so that
- * what other threads write stands before or behind the message, never within it. */
+/* Writes with fwrite; kStatusTruncated if the stream accepts less. A null stream discards the
+ * text but counts it. The stream is locked (flockfile) during the whole call, so the output of
+ * other threads comes before or after the message, never inside it. */
 HALVANE_EXPORT int FPrintF(FILE* stream, const char* format, ...);
 HALVANE_EXPORT int VFPrintF(FILE* stream, const char* format, va_list arguments);
 
-/* The core under all of these: pieces go to context->callback. */
+/* The core of all these functions: pieces go to context->callback. */
 HALVANE_EXPORT int PrintFCore(PrintFContext* context, const char* format, ...);
 HALVANE_EXPORT int PrintFCoreVAList(PrintFContext* context, const char* format, va_list arguments);
 

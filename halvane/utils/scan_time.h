@@ -1,4 +1,4 @@
-/* Formatted scanning and the time base: both headers at once.
+/* Formatted scanning and the time base: both headers.
  * Usable from C11 and C++20. */
 #ifndef HALVANE_UTILS_SCAN_TIME_H
 #define HALVANE_UTILS_SCAN_TIME_H

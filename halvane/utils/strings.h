@@ -1,17 +1,16 @@
-/* The string utilities: all of their headers at once.
+/* The string utilities: all of their headers.
  * Usable from C11 and C++20. Write "halvane/utils/strings.h": <strings.h> is the system's.
  *
- * What the C library has is not here: strnlen and strndup are declared by <string.h> under POSIX
- * (_POSIX_C_SOURCE of 200809L, _DEFAULT_SOURCE or _GNU_SOURCE), memrchr under _GNU_SOURCE. C++
- * compilers define _GNU_SOURCE; nothing here needs it.
+ * Functions of the C library are not repeated here: <string.h> declares strnlen and strndup
+ * under POSIX (_POSIX_C_SOURCE of 200809L, _DEFAULT_SOURCE or _GNU_SOURCE), and memrchr under
+ * _GNU_SOURCE. C++ compilers define _GNU_SOURCE; nothing here needs it.
  *
- * Conventions, beside those of halvane/utils/printf.h:
- *  1. A `length` of SIZE_MAX is that of a NUL-terminated text. With any other, a NUL is a byte like
- *     any other, but for strncasestr, strnspn, strnspnx, strtoi, tolowerstr, toupperstr and
- *     UTF16strlen: to them a text ends at a NUL before it too.
- *  2. Nothing is read past the length, nor written past a capacity or a size.
- *  3. Upper and lower case are those of ASCII, and white space and digits too, whatever the locale
- *     is. */
+ * Conventions, in addition to those of halvane/utils/printf.h:
+ *  1. A `length` of SIZE_MAX means a NUL-terminated text. With any other length a NUL is an
+ *     ordinary byte, except for strncasestr, strnspn, strnspnx, strtoi, tolowerstr, toupperstr
+ *     and UTF16strlen: for them a NUL before that length ends the text too.
+ *  2. Nothing is read past the length, or written past a capacity or a size.
+ *  3. Letter case, white space and digits are those of ASCII, whatever the locale is. */
 #ifndef HALVANE_UTILS_STRINGS_H
 #define HALVANE_UTILS_STRINGS_H
 

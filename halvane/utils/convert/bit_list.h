@@ -16,14 +16,14 @@ extern "C" {
 
 enum { kBitListTextSize = 86 /* of all 32 bits, with the terminator */ };
 
-/* Writes the numbers of the set bits, ascending, with ',' between, into a buffer of
- * kBitListTextSize, which it answers. The least significant bit is 0. No bit gives an empty text.
- * *length (may be null) is that of the text, without the terminator. */
+/* Writes the numbers of the set bits, ascending and separated by ',', into a buffer of
+ * kBitListTextSize bytes, and returns the buffer. The least significant bit is 0. Without a set
+ * bit the text is empty. *length (may be null) is the length of the text without the terminator. */
 HALVANE_EXPORT char* BitListString_Make(uint32_t bits, char* buffer, size_t* length);
 
-/* Reads numbers from 0 to 31 with ',' between, in any order and also repeated, from a text of
- * `length` characters (SIZE_MAX: NUL-terminated). An empty text is the list of no bit. *bits (may
- * be null) is untouched after a failure:
+/* Reads numbers from 0 to 31, separated by ',', in any order and with repetitions, from a text of
+ * `length` characters (SIZE_MAX: NUL-terminated). An empty text sets no bit. *bits (may be null) is
+ * unchanged after a failure:
  *
  *   kStatusMalformed    a number is missing, or another character is in the list
  *   kStatusOutOfRange   a number is above 31

@@ -1,12 +1,12 @@
-/* Reversal of byte order in memory.
+/* Reverses the byte order of data in memory.
  *
  * Usable from C11 and C++20. Every function may be called from any thread.
  *
- * Sizes are bytes. No address needs an alignment. The ...Copy functions leave the source alone; the
- * destination takes as many bytes as the source has, and must not overlap it, but may be the same.
- * Pointers may be null for a size of 0.
+ * Sizes are in bytes. No address needs an alignment. The ...Copy functions do not change the
+ * source. The destination has the size of the source and must be the source itself or not
+ * overlap it. Pointers may be null if the size is 0.
  *
- * EndianSwapUUIDMove stands in halvane/utils/convert/uuid.h. */
+ * EndianSwapUUIDMove is in halvane/utils/convert/uuid.h. */
 #ifndef HALVANE_UTILS_CONVERT_ENDIAN_SWAP_H
 #define HALVANE_UTILS_CONVERT_ENDIAN_SWAP_H
 
@@ -19,14 +19,14 @@
 extern "C" {
 #endif
 
-/* Reverse the bytes of each 16- or 32-bit integer of an array of `size` bytes. What is left at the
- * end, shorter than an integer, stays or is copied as it is. */
+/* Reverse the bytes of each 16- or 32-bit integer of an array of `size` bytes. Bytes at the end
+ * that do not fill an integer stay or are copied unchanged. */
 HALVANE_EXPORT void EndianSwap16Mem(void* memory, size_t size);
 HALVANE_EXPORT void EndianSwap32Mem(void* memory, size_t size);
 HALVANE_EXPORT void EndianSwap16MemCopy(const void* source, size_t size, void* destination);
 HALVANE_EXPORT void EndianSwap32MemCopy(const void* source, size_t size, void* destination);
 
-/* The number whose representation is that of `value`, last byte first. */
+/* Return `value` with the bytes of its representation reversed. */
 HALVANE_EXPORT float EndianSwapFloat32(float value);
 HALVANE_EXPORT double EndianSwapFloat64(double value);
 

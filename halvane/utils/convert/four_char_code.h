@@ -15,12 +15,12 @@ extern "C" {
 
 enum { kFourCharCodeTextSize = 5 /* with the terminator */ };
 
-/* Writes the four characters, with a space for a 0 byte, into a buffer of kFourCharCodeTextSize,
- * which it answers. Other bytes are written as they are, printable or not. */
+/* Writes the four characters, with a space for a 0 byte, into a buffer of kFourCharCodeTextSize
+ * bytes, and returns the buffer. Other bytes are written unchanged, printable or not. */
 HALVANE_EXPORT char* FourCharCodeToCString(uint32_t code, char* buffer);
 
-/* The code of the first four of `length` characters (SIZE_MAX: NUL-terminated), with spaces for NUL
- * characters and for those that are missing. A null text is taken as an empty one. */
+/* Returns the code of the first four of `length` characters (SIZE_MAX: NUL-terminated). NUL and
+ * missing characters become spaces. A null text counts as an empty one. */
 HALVANE_EXPORT uint32_t TextToFourCharCode(const char* text, size_t length);
 
 #ifdef __cplusplus

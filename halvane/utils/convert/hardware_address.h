@@ -1,7 +1,7 @@
 /* Hardware (MAC) addresses to and from hexadecimal text.
  *
  * Usable from C11 and C++20. Every function may be called from any thread. The conventions of the
- * C layer stand in halvane/utils/printf.h. */
+ * C layer are in halvane/utils/printf.h. */
 #ifndef HALVANE_UTILS_CONVERT_HARDWARE_ADDRESS_H
 #define HALVANE_UTILS_CONVERT_HARDWARE_ADDRESS_H
 
@@ -15,32 +15,32 @@
 extern "C" {
 #endif
 
-/* The buffer that the text of `count` bytes needs, with the terminator. */
+/* The buffer size for the text of `count` bytes, terminator included. */
 #define HALVANE_HARDWARE_ADDRESS_TEXT_SIZE(count) ((count) > 0 ? 3 * (size_t)(count) : 1)
 
 enum { kMACAddressSize = 6, kMACAddressTextSize = 18 };
 
-/* Reads `count` bytes from a text of `length` characters (SIZE_MAX: NUL-terminated) into `address`,
- * which may be null: then the text is only checked. A byte is one hexadecimal digit of either case,
- * or two with nothing between. After a byte one character of any kind, but no digit, separates it
- * from the next; after two digits the next may also follow at once: "0:1a:2b:3c:4d:5e",
- * "00-1A-2B-3C-4D-5E", "001a2b3c4d5e". Any number of ':', '-' and ' ' may stand before a byte. What
- * follows the last byte is not looked at.
+/* Reads `count` bytes from a text of `length` characters (SIZE_MAX: NUL-terminated) into
+ * `address`. A null `address` only checks the text. A byte is one hexadecimal digit of either
+ * case, or two adjacent ones. One character that is not a digit may separate two bytes. After a
+ * byte of two digits the next byte may also follow at once: "0:1a:2b:3c:4d:5e",
+ * "00-1A-2B-3C-4D-5E", "001a2b3c4d5e". Any number of ':', '-' and ' ' may come before a byte.
+ * Text after the last byte is ignored.
  *
- *   kStatusMalformed    another character, or the end of the text, stands where a byte has to begin
+ *   kStatusMalformed    another character, or the end of the text, is where a byte must begin
  *   kStatusUnsupported  the text is null
  *
- * `address` is untouched after a failure. */
+ * `address` is unchanged after a failure. */
 HALVANE_EXPORT HalvaneStatus TextToHardwareAddress(const char* text, size_t length, size_t count,
                                                    void* address);
 
-/* The same as an integer, the first byte the most significant one. 0 for a text that
- * TextToHardwareAddress refuses, and for a count other than 6 and 8. */
+/* Returns the same as an integer; the first byte is the most significant one. Returns 0 for a
+ * text that TextToHardwareAddress refuses, and for a count other than 6 and 8. */
 HALVANE_EXPORT uint64_t TextToHardwareAddressScalar(const char* text, size_t length, size_t count);
 
-/* Writes each of `count` bytes as two upper-case hexadecimal digits, with ':' between, into a
- * buffer of HALVANE_HARDWARE_ADDRESS_TEXT_SIZE(count), which it answers. A count of 0 or less gives
- * an empty text. */
+/* Writes each of `count` bytes as two upper-case hexadecimal digits, separated by ':', into a
+ * buffer of HALVANE_HARDWARE_ADDRESS_TEXT_SIZE(count) bytes, and returns the buffer. A count of
+ * 0 or less gives an empty text. */
 HALVANE_EXPORT char* HardwareAddressToCString(const void* address, int count, char* buffer);
 
 #ifdef __cplusplus

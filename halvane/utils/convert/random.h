@@ -1,4 +1,4 @@
-/* Random bytes, fit for keys, and random texts, which are not.
+/* Random bytes, which are fit for keys, and random texts, which are not.
  *
  * Usable from C11 and C++20. Every function may be called from any thread. */
 #ifndef HALVANE_UTILS_CONVERT_RANDOM_H
@@ -13,19 +13,19 @@
 extern "C" {
 #endif
 
-/* Fills the buffer from the system's cryptographic generator; always 0. May wait while the system
- * starts. `buffer` may be null for a length of 0.
+/* Fills the buffer from the system's cryptographic generator and returns 0. It may wait while the
+ * system starts. `buffer` may be null if the length is 0.
  *
- * Each value of 32 bits gives four bytes, the most significant one first; the last one to three
- * bytes are the upper ones of one more value. */
+ * Each 32-bit value gives four bytes, the most significant one first. The last one to three bytes
+ * are the upper bytes of one more value. */
 HALVANE_EXPORT HalvaneStatus RandomBytes(void* buffer, size_t length);
 
-/* Writes letters and digits of ASCII and a terminator into the buffer, of maxLength + 1, which it
- * answers. There are minLength to maxLength of them; a minimum above the maximum counts as it.
+/* Writes minLength to maxLength ASCII letters and digits and a terminator into the buffer of
+ * maxLength + 1 bytes, and returns the buffer. A minimum above the maximum counts as the maximum.
  *
- * NOT for keys and passwords: the numbers come from rand(3), the first for the length, modulo the
- * count of lengths, then one for each character, modulo 62. Until a program calls srand(3) they are
- * the same each time it runs. */
+ * NOT for keys and passwords: the numbers come from rand(3). The first, modulo the number of
+ * possible lengths, determines the length; one more, modulo 62, each character. They are the same
+ * in every run of a program until it calls srand(3). */
 HALVANE_EXPORT char* RandomString(size_t minLength, size_t maxLength, char* buffer);
 
 #ifdef __cplusplus

@@ -1,11 +1,10 @@
 /* Packed version numbers to and from text.
  *
  * Usable from C11 and C++20. Every function may be called from any thread. Texts have a length in
- * characters; SIZE_MAX is that of a NUL-terminated text. A null text is taken as an empty one.
+ * characters; SIZE_MAX means NUL-terminated. A null text counts as an empty one.
  *
  * Reading skips leading white space and ends before the first character that does not continue the
- * number, whatever follows. A text without a number, and one with a part that is too large, give
- * 0. */
+ * number. A text without a number, or with a part that is too large, gives 0. */
 #ifndef HALVANE_UTILS_CONVERT_VERSION_NUMBER_H
 #define HALVANE_UTILS_CONVERT_VERSION_NUMBER_H
 
@@ -28,23 +27,23 @@ enum {
     kNumVersionTextSize = 14            /* with the terminator */
 };
 
-/* Writes "major.minor", ".bugfix" where that is not 0, and the letter of the stage with the
- * revision: "1.2.3b4". The final stage is left out where the revision is 0, and so is a stage of
- * another value with its revision. Answers the buffer, of kNumVersionTextSize. */
+/* Writes "major.minor", then ".bugfix" if that is not 0, then the stage's letter and the revision:
+ * "1.2.3b4". A final stage with revision 0 is omitted, and so are an unknown stage and its
+ * revision. Returns the buffer, which has kNumVersionTextSize bytes. */
 HALVANE_EXPORT char* NumVersionToCString(uint32_t version, char* buffer);
 
-/* The inverse. Major is at most 255, minor and bug fix 15, revision 255; what the text lacks is 0,
- * and the stage final. The letter of the stage may be of either case. */
+/* The inverse. Major is at most 255, minor and bug fix 15, revision 255. Missing parts are 0, and
+ * a missing stage is final. The letter of the stage may be of either case. */
 HALVANE_EXPORT uint32_t TextToNumVersion(const char* text, size_t length);
 
 /* A source version: major * 10000 + minor * 100 + revision. */
 enum { kSourceVersionTextSize = 16 /* with the terminator */ };
 
-/* Writes "major.minor.revision", without the parts at its end that are 0: "2", "2.1", "2.0.1".
- * Answers the buffer, of kSourceVersionTextSize. */
+/* Writes "major.minor.revision", without zero parts at the end: "2", "2.1", "2.0.1". Returns
+ * the buffer, which has kSourceVersionTextSize bytes. */
 HALVANE_EXPORT char* SourceVersionToCString(uint32_t version, char* buffer);
 
-/* The inverse. Major is at most 214747, minor and revision 99; what the text lacks is 0. */
+/* The inverse. Major is at most 214747, minor and revision 99. Missing parts are 0. */
 HALVANE_EXPORT uint32_t TextToSourceVersion(const char* text, size_t length);
 
 #ifdef __cplusplus

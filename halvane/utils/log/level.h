@@ -1,5 +1,5 @@
-/* The levels of log messages, level words, and what a header shows. halvane/utils/log.h includes
- * this header and tells how they are used. */
+/* Levels of log messages, level words, and the contents of a header. halvane/utils/log.h
+ * includes this header and describes their use. */
 #ifndef HALVANE_UTILS_LOG_LEVEL_H
 #define HALVANE_UTILS_LOG_LEVEL_H
 
@@ -7,17 +7,18 @@
 
 #include "halvane/base/export.h"
 
-/* One enumeration, as C++20 wants of what is put together with '|'. */
+/* One enumeration, since C++20 requires that for values combined with '|'. */
 enum {
     kLogLevelUninitialized = -1, /* the level of a category that was not tested yet */
 
-    /* A message's level word is a level in bits 0 to 7, and these. */
+    /* A message's level word combines a level in bits 0 to 7 with these flags. */
     kLogLevelMask = 0xFF,
     kLogFlagConsole = 0x40000,   /* copy the message to /dev/console */
     kLogFlagRaw = 0x80000,       /* no header, no rate limit */
-    kLogFlagFunction = 0x100000, /* the function in the header, whatever the category says */
+    kLogFlagFunction = 0x100000, /* show the function in the header, whatever the category's
+                                    flags are */
 
-    /* LogCategory.flags: what a header shows, as "[program:pid,category,function@level] ". */
+    /* LogCategory.flags: the parts of a header, "[program:pid,category,function@level] ". */
     kLogHeaderTime = 1 << 0, /* before the bracket */
     kLogHeaderPID = 1 << 1,
     kLogHeaderProgram = 1 << 2,
@@ -52,13 +53,14 @@ enum {
 extern "C" {
 #endif
 
-/* Writes the name of the nearest level, and the distance to it ("error+2"), of the lowest 8 bits of
- * `level` into `buffer`, of kLogLevelStringSize bytes, and returns that. */
+/* Writes the name of the level nearest to the lowest 8 bits of `level`, and the distance to it
+ * ("error+2"), into `buffer` of kLogLevelStringSize bytes. Returns `buffer`. */
 HALVANE_EXPORT char* __LogCategory_LevelToString(uint32_t level, char* buffer);
 
-/* The level that a text names: a decimal number; or the first level whose name begins with the
- * letters, moved by what follows as "+5" or "-1". 0 for an empty text. -1 for anything else: other
- * letters, other characters behind, a result below 0 or above INT32_MAX. */
+/* Returns the level that a text names: a decimal number, or the first level whose name begins with
+ * the text's letters, plus an offset such as "+5" or "-1". Returns 0 for an empty text, and -1 for
+ * any other text: unknown letters, other characters after them, or a result below 0 or above
+ * INT32_MAX. */
 HALVANE_EXPORT int32_t __LogCategory_StringToLevel(const char* text);
 
 #ifdef __cplusplus

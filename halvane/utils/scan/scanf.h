@@ -1,11 +1,11 @@
 /* Formatted scanning of a text of known length.
  *
- * Usable from C11 and C++20. Every function may be called from any thread; the text and the
- * destinations are the caller's.
+ * Usable from C11 and C++20. Any thread may call any function; the caller owns the text and the
+ * destinations.
  *
- * The input ends after `length` characters or at a NUL, whichever comes first; a length of
- * SIZE_MAX is that of a NUL-terminated text. Nothing past it is read. White space is that of
- * the "C" locale. A null text or format is taken as an empty one.
+ * The input ends after `length` characters or at a NUL, whichever comes first. SIZE_MAX is the
+ * length of a NUL-terminated text. Nothing past the end is read. White space is that of the "C"
+ * locale. A null text or format counts as an empty one.
  *
  * The format holds:
  *
@@ -33,13 +33,12 @@
  *           A size, a width or * ends scanning.
  *   %       a '%'
  *
- * Integers and s skip white space first, the others do not. An integer may have a sign; the
- * sign and the prefix are part of the width, and a prefix is one only before a digit of its
- * base: "0x" alone is 0, and leaves the "x". The value is computed modulo 2^64 and cut to
- * the size.
+ * Integers and s skip white space first, the others do not. An integer may have a sign. The
+ * width includes the sign and the prefix. A prefix counts only before a digit of its base: "0x"
+ * alone is 0 and leaves the "x". The value is computed modulo 2^64 and truncated to the size.
  *
- * Scanning stops at the first mismatch, at a null destination, and at what is no conversion of
- * this list; destinations not reached stay untouched. */
+ * Scanning stops at the first mismatch, at a null destination, and at anything that is not a
+ * conversion of this list. Destinations that were not reached are unchanged. */
 #ifndef HALVANE_UTILS_SCAN_SCANF_H
 #define HALVANE_UTILS_SCAN_SCANF_H
 
@@ -52,11 +51,11 @@
 extern "C" {
 #endif
 
-/* The number of items assigned. There is no format attribute, since the conversions and sizes
- * differ from those of scanf. */
+/* Returns the number of items assigned. The function has no format attribute, since the
+ * conversions and sizes differ from those of scanf. */
 HALVANE_EXPORT int SNScanF(const char* text, size_t length, const char* format, ...);
 
-/* The same. `arguments` is indeterminate afterwards, as after vsscanf. */
+/* The same. `arguments` is indeterminate after the call, as after vsscanf. */
 HALVANE_EXPORT int VSNScanF(const char* text, size_t length, const char* format, va_list arguments);
 
 #ifdef __cplusplus

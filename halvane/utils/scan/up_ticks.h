@@ -1,10 +1,10 @@
 /* The time base: up-ticks, an unsigned 64-bit count of the monotonic clock.
  *
- * Usable from C11 and C++20. Every function may be called from any thread.
+ * Usable from C11 and C++20. Any thread may call any function.
  *
- * The conversions work in double precision, as the ticks times a constant factor,
- * truncated: they are exact to 53 bits, and a result just below a whole number may
- * be truncated to the number before. A result beyond 64 bits becomes UINT64_MAX. */
+ * A conversion multiplies the ticks by a constant factor in double precision and truncates the
+ * product. It is exact to 53 bits, and a result just below a whole number may become the number
+ * before. A result beyond 64 bits becomes UINT64_MAX. */
 #ifndef HALVANE_UTILS_SCAN_UP_TICKS_H
 #define HALVANE_UTILS_SCAN_UP_TICKS_H
 
@@ -16,10 +16,10 @@
 extern "C" {
 #endif
 
-/* The ticks now. Never goes back; where it counts from is the system's affair. */
+/* Returns the current ticks, which never go back. The system decides where they start. */
 HALVANE_EXPORT uint64_t UpTicks(void);
 
-/* 1000000000 where the clock counts nanoseconds. Does not change while a process runs. */
+/* 1000000000 if the clock counts nanoseconds. Does not change while a process runs. */
 HALVANE_EXPORT uint64_t UpTicksPerSecond(void);
 
 HALVANE_EXPORT uint64_t UpTicksToSeconds(uint64_t ticks);
@@ -32,17 +32,17 @@ HALVANE_EXPORT uint64_t MillisecondsToUpTicks(uint64_t milliseconds);
 HALVANE_EXPORT uint64_t MicrosecondsToUpTicks(uint64_t microseconds);
 HALVANE_EXPORT uint64_t NanosecondsToUpTicks(uint64_t nanoseconds);
 
-/* NTP fixed-point time (RFC 5905 clause 6): seconds in the upper 32 bits, the binary fraction
- * of a second in the lower 32. Integer arithmetic: exact but for the truncated last bit of
- * the result. Seconds beyond 32 bits lose their upper part. */
+/* NTP fixed-point time (RFC 5905 clause 6): seconds in the upper 32 bits, the binary fraction of
+ * a second in the lower 32. The functions use integer arithmetic, which is exact except for the
+ * truncated last bit of the result. Seconds beyond 32 bits lose their upper part. */
 HALVANE_EXPORT uint64_t UpTicksToNTP(uint64_t ticks);
 HALVANE_EXPORT uint64_t NTPtoUpTicks(uint64_t ntp);
 
-/* Sleeps for `ticks`, whose whole seconds are taken modulo 2^32. The result is that of
- * nanosleep(2): 0, or -1 with errno set, which is EINTR when a signal ended the sleep early. */
+/* Sleeps for `ticks`, whose whole seconds are taken modulo 2^32. Returns the result of
+ * nanosleep(2): 0, or -1 with errno set, which is EINTR if a signal ended the sleep early. */
 HALVANE_EXPORT int SleepForUpTicks(uint64_t ticks);
 
-/* Sleeps until UpTicks() reaches `deadline`; returns at once where it has. A signal may end
+/* Sleeps until UpTicks() reaches `deadline`; returns at once if that has passed. A signal may end
  * the sleep early. */
 HALVANE_EXPORT void SleepUntilUpTicks(uint64_t deadline);
 

@@ -1,7 +1,7 @@
-/* Names made fit to be shown.
+/* Makes names fit to be shown.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. A text has `length`
- * bytes, NULs included; a length of SIZE_MAX is that of a NUL-terminated text. */
+ * Usable from C11 and C++20. Any thread may call any function. A text has `length` bytes, NULs
+ * included. SIZE_MAX is the length of a NUL-terminated text. */
 #ifndef HALVANE_UTILS_TEXT_CLEAN_TEXT_H
 #define HALVANE_UTILS_TEXT_CLEAN_TEXT_H
 
@@ -14,15 +14,17 @@
 extern "C" {
 #endif
 
-/* Whether every byte is printable ASCII, 0x20 to 0x7E. An empty text is. */
+/* Whether every byte is printable ASCII, 0x20 to 0x7E. True for an empty text. */
 HALVANE_EXPORT bool IsASCII7PrintableString(const char* text, size_t length);
 
-/* Copy a text without the spaces and unprintable characters at its start and its end; those within
- * become '^', as in formatted output. At most size - 1 bytes are copied, and a terminator, unless
- * `size` is 0. `buffer` may be `text`. Answers `buffer`.
+/* Copy a text without the spaces and unprintable characters at its start and end. Unprintable
+ * characters in between become '^', as in formatted output. At most size - 1 bytes and a
+ * terminator are copied, or nothing if `size` is 0. `buffer` may be `text`. The functions return
+ * `buffer`.
  *
- * Names that disks tell of themselves are ASCII: every byte but 0x20 to 0x7E is unprintable. Names
- * of volumes are UTF-8: only control characters of ASCII are, and no character is cut in two. */
+ * CleanseDiskString is for the names that disks report, which are ASCII: every byte except 0x20
+ * to 0x7E is unprintable. CleanseHFSVolumeName is for the names of volumes, which are UTF-8:
+ * only ASCII control characters are unprintable, and no character is split. */
 HALVANE_EXPORT char* CleanseDiskString(const char* text, size_t length, char* buffer, size_t size);
 HALVANE_EXPORT char* CleanseHFSVolumeName(const char* text, size_t length, char* buffer,
                                           size_t size);

@@ -1,16 +1,16 @@
-/* Comparison of texts, whole, by their start and by their end.
+/* Compares texts: whole texts, prefixes and suffixes.
  *
- * Usable from C11 and C++20. Every function may be called from any thread.
+ * Usable from C11 and C++20. Any thread may call any function.
  *
- * Each answers 0 where what it looks for holds; else -1 or 1, as the first byte that differs,
- * unsigned, is less or greater in the text than in what the text is compared with. Where one of
- * them ends first, it is the lesser. The forms with an "i" take the letters A-Z for a-z, whatever
- * the locale is; bytes of other characters are compared as they are.
+ * Each function returns 0 for a match. Otherwise it returns -1 or 1: the first byte that
+ * differs, as an unsigned value, is less or greater in the text than in the other one. If one of
+ * them ends first, it is less. The functions with an "i" treat the letters A-Z as a-z, whatever
+ * the locale is; bytes of other characters are compared unchanged.
  *
- * A text has `length` bytes, NULs included: "ab" and a NUL behind it, of length 3, is greater than
- * the C string "ab". A length of SIZE_MAX is that of a NUL-terminated text. Nothing past it is
- * read, nor is anything of a text past the first difference, but for its length where its end is
- * looked at. */
+ * A text has `length` bytes, NULs included: "ab" followed by a NUL, of length 3, is greater than
+ * the C string "ab". SIZE_MAX is the length of a NUL-terminated text. Nothing past the end is
+ * read. Nothing past the first difference is read either, except to measure a text whose end is
+ * compared. */
 #ifndef HALVANE_UTILS_TEXT_COMPARE_H
 #define HALVANE_UTILS_TEXT_COMPARE_H
 
@@ -22,23 +22,23 @@
 extern "C" {
 #endif
 
-/* The text with the whole of `cstring`: "Cons" is less than "console" without regard to case. */
+/* Compare the text with all of `cstring`: "Cons" is less than "console", ignoring case. */
 HALVANE_EXPORT int strncmpx(const char* text, size_t length, const char* cstring);
 HALVANE_EXPORT int strnicmpx(const char* text, size_t length, const char* cstring);
 
-/* 0: the text starts with `prefix`. */
+/* Return 0 if the text starts with `prefix`. */
 HALVANE_EXPORT int strcmp_prefix(const char* text, const char* prefix);
 HALVANE_EXPORT int stricmp_prefix(const char* text, const char* prefix);
 HALVANE_EXPORT int strncmp_prefix(const char* text, size_t length, const char* prefix);
 HALVANE_EXPORT int strnicmp_prefix(const char* text, size_t length, const char* prefix);
 
-/* 0: the text ends with `suffix`. Else its last bytes, as many as `suffix` has, are compared with
- * it; a shorter text is less. */
+/* Return 0 if the text ends with `suffix`. Otherwise they compare its last bytes, as many as
+ * `suffix` has, with `suffix`. A shorter text is less. */
 HALVANE_EXPORT int strncmp_suffix(const char* text, size_t length, const char* suffix);
 HALVANE_EXPORT int strnicmp_suffix(const char* text, size_t length, const char* suffix);
 
-/* All of the `length` bytes at `a` with those at `b`: a NUL ends neither, and SIZE_MAX has no
- * meaning of its own. Both may be null where `length` is 0. */
+/* Compares `length` bytes at `a` with those at `b`. A NUL ends neither, and SIZE_MAX has no
+ * special meaning. Both may be null if `length` is 0. */
 HALVANE_EXPORT int memicmp(const void* a, const void* b, size_t length);
 
 #ifdef __cplusplus

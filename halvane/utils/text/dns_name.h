@@ -15,23 +15,24 @@ enum {
     kDNSLabelBufferSize = 64 /* a label of 63 characters and its terminator */
 };
 
-/* Makes a label of a NUL-terminated name in UTF-8: "Anna's Mac" becomes "Annas-Mac". Letters and
- * digits of ASCII are kept, apostrophes (' and U+2019) dropped. Anything else becomes a '-', but
- * not at the start of the label and not after a '-'. A '-' of the name is kept wherever it stands,
- * but for one at the end of the name, which is treated like anything else.
+/* Makes a label from a NUL-terminated UTF-8 name: "Anna's Mac" becomes "Annas-Mac". ASCII
+ * letters and digits are kept; apostrophes (' and U+2019) are dropped. Every other character
+ * becomes a '-', unless it is at the start of the label or follows a '-'. A '-' of the name is
+ * always kept, except at the end of the name, where it is treated like every other character.
  *
- * `buffer` holds kDNSLabelBufferSize bytes: at most 63 characters are written, and a terminator.
+ * `buffer` has kDNSLabelBufferSize bytes: at most 63 characters and a terminator are written.
  * Neither argument may be null. */
 HALVANE_EXPORT void ConvertUTF8StringToRFC1034LabelString(const char* text, char* buffer);
 
-/* Whether a NUL-terminated name is well formed: labels of 1 to 63 characters with dots between
- * them, also behind the last, and 254 characters in all. A backslash and three decimal digits, of a
- * value up to 255, are one character; a backslash before anything else makes one with the character
- * behind it. A null name is an empty one.
+/* Checks whether a NUL-terminated name is well formed: labels of 1 to 63 characters, separated
+ * by dots, optionally a dot at the end, and at most 254 characters in all. A backslash and three
+ * decimal digits with a value up to 255 are one character. A backslash and any other character
+ * are one character too. A null name counts as an empty one.
  *
- * kStatusOK, or what is wrong first from the left: kStatusTooFew for an empty name,
- * kStatusMalformed for an empty label, a backslash at the end and one before a value above 255,
- * kStatusWrongLength for a label that is too long, kStatusTruncated for a name that is. */
+ * Returns kStatusOK or the status of the first fault from the left: kStatusTooFew for an empty
+ * name; kStatusMalformed for an empty label, a backslash at the end or one before a value above
+ * 255; kStatusWrongLength for a label that is too long; kStatusTruncated for a name that is too
+ * long. */
 HALVANE_EXPORT HalvaneStatus ValidDNSName(const char* name);
 
 #ifdef __cplusplus

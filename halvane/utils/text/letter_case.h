@@ -1,7 +1,6 @@
-/* Letters changed to lower or to upper case.
+/* Changes letters to lower or upper case.
  *
- * Usable from C11 and C++20. Every function may be called from any thread; the text is the
- * caller's. */
+ * Usable from C11 and C++20. Any thread may call any function; the caller owns the text. */
 #ifndef HALVANE_UTILS_TEXT_LETTER_CASE_H
 #define HALVANE_UTILS_TEXT_LETTER_CASE_H
 
@@ -13,9 +12,9 @@
 extern "C" {
 #endif
 
-/* Changes the letters A-Z to a-z, or the other way, in place and whatever the locale is; all other
- * bytes stay. The text ends after `length` bytes or at a NUL, whichever comes first; a length of
- * SIZE_MAX is that of a NUL-terminated text. Answers `text`. */
+/* Change the letters A-Z to a-z, or the reverse, in place and whatever the locale is. All other
+ * bytes stay. The text ends after `length` bytes or at a NUL, whichever comes first. SIZE_MAX is
+ * the length of a NUL-terminated text. The functions return `text`. */
 HALVANE_EXPORT char* tolowerstr(char* text, size_t length);
 HALVANE_EXPORT char* toupperstr(char* text, size_t length);
 

@@ -10,13 +10,13 @@
 extern "C" {
 #endif
 
-/* The extension of files of a media type, "jpg" for "image/jpeg", without a dot; "" for a type that
- * is not known or has none. Upper and lower case are the same. A type with parameters is not known.
- * The result is a static string. */
+/* Returns the file name extension of a media type, "jpg" for "image/jpeg", without a dot.
+ * Returns "" for an unknown type or one without an extension. Case is ignored. A type with
+ * parameters counts as unknown. The result is a static string. */
 HALVANE_EXPORT const char* MIMETypeToExtension(const char* type);
 
-/* The text behind the last '.' of `text`, within it; its end where there is no '.'. Slashes have no
- * meaning: of a path, hand in the last part. */
+/* Returns the part of `text` after its last '.', as a pointer into `text`; the end of `text` if
+ * there is no '.'. Slashes have no meaning: for a path, pass its last component. */
 HALVANE_EXPORT const char* GetFileExtensionFromString(const char* text);
 
 #ifdef __cplusplus

@@ -1,7 +1,7 @@
-/* Heap strings that belong to a variable or to a list, and their release.
+/* Heap strings that a variable or a list owns, and how to free them.
  *
- * Usable from C11 and C++20. Functions may be called from any thread, on one string or list by one
- * thread at a time. */
+ * Usable from C11 and C++20. Any thread may call the functions, but only one thread at a time
+ * for one string or list. */
 #ifndef HALVANE_UTILS_TEXT_OWNED_TEXT_H
 #define HALVANE_UTILS_TEXT_OWNED_TEXT_H
 
@@ -12,29 +12,30 @@
 extern "C" {
 #endif
 
-/* A list of texts. Each node and each text is a heap block of its own, made with malloc or what
- * uses it; a text may be null. A null list is an empty one. */
+/* A list of texts. Each node and each text is a separate heap block, allocated with malloc or a
+ * function that uses it. A text may be null. A null list is an empty list. */
 typedef struct StringList {
     struct StringList* next;
     char* text;
 } StringList;
 
-/* A list of named values, made likewise. */
+/* A list of named values, allocated in the same way. */
 typedef struct NameValueList {
     struct NameValueList* next;
     char* name;
     char* value;
 } NameValueList;
 
-/* Release every node with what it holds. The list may be null. */
+/* Free every node and its texts. The list may be null. */
 HALVANE_EXPORT void StringListFree(StringList* list);
 HALVANE_EXPORT void NameValueListFree(NameValueList* list);
 
-/* Makes the heap string *text a copy of `replacement`, unless it is equal to it already. Either may
- * be null, which equals no text; `replacement` may be a part of *text.
+/* Makes the heap string *text a copy of `replacement`, unless both are equal. Either may be
+ * null, and null equals no text. `replacement` may be a part of *text.
  *
- * 1: *text is the copy, or null as `replacement` is, and what it was has been freed. 0: they were
- * equal, *text is the same pointer. kStatusNoMemory: *text is unchanged. */
+ * Returns 1 if *text is now the copy, or null like `replacement`; the former string has been
+ * freed. Returns 0 if they were equal; *text is the same pointer. kStatusNoMemory: *text is
+ * unchanged. */
 HALVANE_EXPORT int ReplaceDifferentString(char** text, const char* replacement);
 
 #ifdef __cplusplus

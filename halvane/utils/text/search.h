@@ -1,14 +1,14 @@
-/* Search in texts: for a part, with or without regard to case, and for how far they hold accepted
- * characters only.
+/* Searches texts for another text, with or without regard to case, and measures how much of a
+ * text consists of accepted characters.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. The time a search takes
- * grows with the length of the text and that of what is searched for, never with their product.
+ * Usable from C11 and C++20. Any thread may call any function. The time of a search is
+ * proportional to the sum of both lengths, never to their product.
  *
- * Strings end after `length` bytes or at a NUL, whichever comes first; a length of SIZE_MAX is that
- * of a NUL-terminated text. Nothing past it is read. Without regard to case the letters A-Z are
- * a-z, whatever the locale is.
+ * A string ends after `length` bytes or at a NUL, whichever comes first. SIZE_MAX is the length
+ * of a NUL-terminated text. Nothing past the end is read. Functions that ignore case treat the
+ * letters A-Z as a-z, whatever the locale is.
  *
- * The last occurrence of a byte is found by memrchr of <string.h>, which that declares where
+ * To find the last occurrence of a byte, use memrchr of <string.h>, which is declared if
  * _GNU_SOURCE is defined. */
 #ifndef HALVANE_UTILS_TEXT_SEARCH_H
 #define HALVANE_UTILS_TEXT_SEARCH_H
@@ -22,23 +22,23 @@
 extern "C" {
 #endif
 
-/* The first place of `pattern` in the text without regard to case; null: there is none. An empty
- * pattern is found at the start. The result points into the text. */
+/* Return the first occurrence of `pattern` in the text, ignoring case; null if there is none. An
+ * empty pattern is found at the start. The result points into the text. */
 HALVANE_EXPORT char* stristr(const char* text, const char* pattern);
 HALVANE_EXPORT char* strncasestr(const char* text, size_t length, const char* pattern);
 
-/* How many bytes at the start of the text are characters of `accepted`. No NUL is, so that one ends
- * the span whatever the length. One function under two names. */
+/* Return the number of bytes at the start of the text that are in `accepted`. NUL is never
+ * accepted, so it ends the span whatever the length is. Both names are the same function. */
 HALVANE_EXPORT size_t strnspn(const char* text, size_t length, const char* accepted);
 HALVANE_EXPORT size_t strnspnx(const char* text, size_t length, const char* accepted);
 
-/* The first place of the bytes of `pattern` in those of `text`; null: there is none. An empty
- * pattern is found at the start. NULs are bytes like others, unless a length is SIZE_MAX: then that
- * side is a NUL-terminated text. Either may be null where its length is 0. The result points into
- * `text`.
+/* Returns the first occurrence of the bytes of `pattern` in `text`; null if there is none. An
+ * empty pattern is found at the start. A NUL is an ordinary byte, but a side whose length is
+ * SIZE_MAX is a NUL-terminated text. Either pointer may be null if its length is 0. The result
+ * points into `text`.
  *
- * By the method of Boyer and Moore: the end of the window tells how far the pattern can move on, so
- * that most bytes of the text are never looked at. */
+ * The method is Boyer and Moore's: the end of the search window determines how far the pattern
+ * can advance, so most bytes of the text are never read. */
 HALVANE_EXPORT void* BoyerMooreSearch(const void* text, size_t textLength, const void* pattern,
                                       size_t patternLength);
 

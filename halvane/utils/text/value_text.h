@@ -12,21 +12,21 @@
 extern "C" {
 #endif
 
-/* The text that belongs to `value` in the pairs behind `size`: each a const char* and an int, in
- * this order, with a null const char* behind the last:
+/* Returns the text for `value` from the pairs after `size`. Each pair is a const char* and an
+ * int, in this order. A null const char* ends the list:
  *
  *   MapValueToString(state, "state %d", buffer, sizeof(buffer),
  *                    "idle", 0, "running", 1, (const char*)NULL)
  *
- * For a value of no pair, snprintf of <stdio.h> formats `value`, an int, with `format` into
- * `buffer`, and the answer is `buffer`; the text is cut to size - 1 bytes and terminated. Without a
- * buffer, that is a null one or a `size` of 0, the answer is `format`, which may be null. A format
- * is trusted as code is. */
+ * For a value without a pair, snprintf of <stdio.h> formats `value`, an int, with `format` into
+ * `buffer`, and the function returns `buffer`. The text is cut to size - 1 bytes and terminated.
+ * If `buffer` is null or `size` is 0, the function returns `format`, which may be null. `format`
+ * must be trusted like code. */
 HALVANE_EXPORT const char* MapValueToString(int value, const char* format, char* buffer,
                                             size_t size, ...);
 
-/* What English writes behind an ordinal number: "st", "nd", "rd" or "th", a static string. The sign
- * of `number` makes no difference. */
+/* Returns the English suffix of an ordinal number: "st", "nd", "rd" or "th", a static string.
+ * The sign of `number` makes no difference. */
 HALVANE_EXPORT const char* NumberToOrdinalSuffixCString(int number);
 
 #ifdef __cplusplus

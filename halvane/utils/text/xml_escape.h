@@ -1,10 +1,10 @@
-/* Text made fit to stand in XML, as content and as the value of an attribute.
+/* Escapes text for XML, as content and as the value of an attribute.
  *
- * Usable from C11 and C++20. Every function may be called from any thread.
+ * Usable from C11 and C++20. Any thread may call any function.
  *
- * '&' becomes "&amp;", '"' "&quot;", ''' "&#39;", '<' "&lt;" and '>' "&gt;". All other bytes stay,
- * also those of characters that XML does not allow. The text has `length` bytes, NULs included; a
- * length of SIZE_MAX is that of a NUL-terminated text, and a null text is an empty one. */
+ * '&' becomes "&amp;", '"' "&quot;", ''' "&#39;", '<' "&lt;" and '>' "&gt;". All other bytes
+ * stay unchanged, including characters that XML does not allow. The text has `length` bytes,
+ * NULs included. SIZE_MAX is the length of a NUL-terminated text. A null text is an empty one. */
 #ifndef HALVANE_UTILS_TEXT_XML_ESCAPE_H
 #define HALVANE_UTILS_TEXT_XML_ESCAPE_H
 
@@ -17,13 +17,13 @@
 extern "C" {
 #endif
 
-/* Stores in *escapedLength how many bytes the escaped text has, and, unless `buffer` is null, the
- * text in `buffer`: that many bytes, no terminator. Six times the text's length is always enough.
- * `escapedLength` may be null. */
+/* Stores the length of the escaped text in *escapedLength. Unless `buffer` is null, also stores
+ * the text there, without a terminator. A buffer of six times the text's length is always large
+ * enough. `escapedLength` may be null. */
 HALVANE_EXPORT void XMLEscape(const char* text, size_t length, char* buffer, size_t* escapedLength);
 
-/* Stores the escaped text in *copy as a heap string, terminated, and its length in *escapedLength,
- * which may be null. kStatusNoMemory: both untouched. */
+/* Stores the escaped text in *copy as a terminated heap string, and its length in
+ * *escapedLength, which may be null. kStatusNoMemory: both are unchanged. */
 HALVANE_EXPORT HalvaneStatus XMLEscapeCopy(const char* text, size_t length, char** copy,
                                            size_t* escapedLength);
 
