@@ -18,7 +18,7 @@ constexpr std::size_t kTimestampSize = 8;
 constexpr std::size_t kHTControlSize = 4;
 constexpr std::uint16_t kFragmentNumber = 0x000F;  // of the Sequence Control field, 9.2.4.4
 
-// What stands after Frame Control: 9.3.3.1 (the management header), then 9.3.3.2 and 9.3.3.10.
+// Reads the frame after Frame Control: 9.3.3.1 (the management header), then 9.3.3.2 and 9.3.3.10.
 Result<BeaconFrame, SkipReason> readRest(ByteCursor& cursor, BeaconSubtype subtype,
                                          std::uint8_t flags) {
     if (flags & kMoreFragments) return Unexpected(SkipReason::Fragment);

@@ -1,5 +1,5 @@
-// Beacons and probe responses: the two frames in which a BSS describes itself (IEEE 802.11-2020,
-// 9.3.3.2 and 9.3.3.10).
+// Reads beacons and probe responses, the two frames in which a BSS describes itself (IEEE
+// 802.11-2020, 9.3.3.2 and 9.3.3.10).
 //
 // Free functions without state; any thread may call them.
 #ifndef HALVANE_CAPTURE_BEACON_FRAME_H
@@ -15,14 +15,14 @@
 
 namespace halvane::capture {
 
-// Why a captured frame gives no record. The values count from 0 on, for use as an index.
+// The reason why a captured frame gives no record. The values start at 0 and serve as an index.
 enum class SkipReason {
     OtherFrame,       // neither a beacon nor a probe response
     Fragment,         // part of a frame that was sent in pieces
     Encrypted,        // its body is protected
     Short,            // ends before its elements start
     Damaged,          // received with a wrong frame check sequence
-    MalformedHeader,  // the radio header before it cannot be read
+    MalformedHeader,  // the radio header in front of it cannot be read
 };
 inline constexpr std::size_t kSkipReasonCount = 6;
 
@@ -36,9 +36,9 @@ struct BeaconFrame {
     std::span<const std::uint8_t> elements{};  // borrowed from the frame; may be empty
 };
 
-// Reads an 802.11 frame from its Frame Control field on, without radio header and frame check
-// sequence. The elements are not looked into. An error is any reason but Damaged and
-// MalformedHeader, which the frame itself cannot tell.
+// Reads an 802.11 frame that begins with its Frame Control field and has neither radio header nor
+// frame check sequence. The elements are not parsed. The error is never Damaged or MalformedHeader,
+// which the frame itself cannot show.
 HALVANE_EXPORT Result<BeaconFrame, SkipReason> parseBeaconFrame(
     std::span<const std::uint8_t> frame);
 

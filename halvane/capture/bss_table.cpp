@@ -19,7 +19,7 @@ void takeOver(std::optional<Number>& number, const std::optional<Number>& newer)
     if (newer) number = newer;
 }
 
-// An empty record that was added then.
+// Returns an empty record with that time of addition.
 HalvaneMAC recordSince(const ByteBuffer& mac, std::uint64_t firstAdded) {
     PropertyListDictionary skeleton;
     skeleton.set("MAC", mac);
@@ -27,8 +27,8 @@ HalvaneMAC recordSince(const ByteBuffer& mac, std::uint64_t firstAdded) {
     return HalvaneMAC::initWithSkeletonRepresentation(skeleton);
 }
 
-// The elements of one frame, with its capability field, on which what a record derives from them
-// depends.
+// The elements of one frame with its capability field. The values that a record derives depend on
+// both.
 struct Elements {
     explicit Elements(const HalvaneMAC& record)
         : bytes(record.ieBuffer()), capabilities(record.capabilities()) {}
@@ -54,7 +54,7 @@ class Entry {
     ByteBuffer mac_;
     std::uint64_t firstAdded_;
     Elements elements_;
-    std::unique_ptr<Elements> revealing_;  // those that came later and told the SSID
+    std::unique_ptr<Elements> revealing_;  // later elements that revealed the SSID
     std::optional<Number> channel_, noise_, RSSI_, beaconInterval_, radioChannel_;
     std::uint16_t capabilities_;
     bool isChannelOfRadio_;
@@ -112,7 +112,7 @@ class HALVANE_HIDDEN BSSTable::Entries {
         const ByteBuffer& address = sighting.record.mac();
         const auto known = indexOfAddress_.find(address);
         if (known != indexOfAddress_.end()) return entries_[known->second].fold(sighting);
-        // Both or none, where memory runs out.
+        // If memory runs out, neither entry is added.
         const auto added = indexOfAddress_.emplace(address, entries_.size()).first;
         try {
             entries_.emplace_back(sighting);
@@ -127,7 +127,7 @@ class HALVANE_HIDDEN BSSTable::Entries {
 
   private:
     std::deque<Entry> entries_;
-    // By the octets, for a record of a skeleton may have any number of them.
+    // Keyed by octets, since a record from a skeleton may have any number of them.
     std::map<ByteBuffer, std::size_t> indexOfAddress_;
 };
 

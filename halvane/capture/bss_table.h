@@ -1,9 +1,9 @@
-// The BSSs that were seen, one record each, in the order of their first sightings.
+// The BSSs that were seen, with one record each, in the order of their first sightings.
 //
-// Between sightings the table keeps of each BSS only what its record is made of, because a record
-// takes many times the bytes of its frame.
+// Between sightings the table keeps only the data from which the record of each BSS is made,
+// because a record takes many times the bytes of its frame.
 //
-// Movable, not copyable. Used by one thread at a time.
+// A table can be moved but not copied. Threads: only one thread at a time may use a table.
 #ifndef HALVANE_CAPTURE_BSS_TABLE_H
 #define HALVANE_CAPTURE_BSS_TABLE_H
 
@@ -17,30 +17,30 @@ namespace halvane::capture {
 
 class HALVANE_EXPORT BSSTable {
   public:
-    // Takes no memory before the first sighting. A moved-from table is empty.
+    // Allocates nothing before the first sighting. A moved-from table is empty.
     BSSTable() noexcept;
     BSSTable(BSSTable&& other) noexcept;
     BSSTable& operator=(BSSTable&& other) noexcept;
     ~BSSTable();
 
-    // Adds a sighting, or folds it into those of the same address as HalvaneMAC::mergeEntries()
-    // folds records. A channel that only the radio tells never replaces one that the BSS told.
-    // Takes time in proportion to the logarithm of size(). If memory runs out, a new address is
-    // not added.
+    // Adds a sighting, or merges it with those of the same address as HalvaneMAC::mergeEntries()
+    // merges records. A channel from the radio header alone never replaces one that the BSS stated.
+    // The time is proportional to the logarithm of size(). If memory runs out, a new address is not
+    // added.
     void add(const Sighting& sighting);
 
-    // How many addresses there are.
+    // The number of addresses.
     std::size_t size() const;
     bool empty() const { return size() == 0; }
 
-    // The BSS that was first seen as number `index`, counted from 0. The record is made anew at
-    // each call: of its stamps, only firstAdded() is that of the first sighting.
+    // Returns the BSS that was first seen as number `index`, counted from 0. Each call creates the
+    // record again: of its time stamps only firstAdded() is that of the first sighting.
     // REQUIRES: index < size().
     Sighting at(std::size_t index) const;
 
   private:
     class Entries;
-    std::unique_ptr<Entries> entries_;  // null while there are none
+    std::unique_ptr<Entries> entries_;  // null while the table is empty
 };
 
 }  // namespace halvane::capture

@@ -1,4 +1,4 @@
-// A captured packet, taken apart into what a BSS record needs.
+// Splits a captured packet into the parts that a BSS record needs.
 //
 // Free functions and plain values; any thread may use them.
 #ifndef HALVANE_CAPTURE_CAPTURED_FRAME_H
@@ -18,11 +18,11 @@
 namespace halvane::capture {
 
 struct CapturedFrame {
-    RadioInfo radio{};  // all absent after a malformed radio header
+    RadioInfo radio{};  // all absent if the radio header is malformed
     Result<BeaconFrame, SkipReason> content = Unexpected(SkipReason::OtherFrame);
     bool isCut = false;  // the capture kept only the frame's start (its snapshot length)
 
-    // The beacon or probe response, borrowed from this object; null for a skipped frame.
+    // The beacon or probe response, which this object owns; null for a skipped frame.
     const BeaconFrame* beacon() const { return content ? &*content : nullptr; }
 };
 

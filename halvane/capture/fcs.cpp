@@ -9,12 +9,12 @@ namespace halvane::capture {
 
 namespace {
 
-// The generator polynomial of 9.2.4.8 but for x^32, with the coefficient of x^31 in bit 0: octets
-// enter the sum, as they are sent, with their least significant bit first.
+// The generator polynomial of 9.2.4.8 without x^32. The coefficient of x^31 is in bit 0, since
+// octets enter the sum as they are sent, least significant bit first.
 constexpr std::uint32_t kPolynomial = 0xEDB88320;
 constexpr std::uint32_t kAllOnes = 0xFFFFFFFF;
 
-// The remainder that each octet leaves.
+// The remainder for each octet.
 constexpr std::array<std::uint32_t, 256> kRemainders = [] {
     std::array<std::uint32_t, 256> remainders{};
     for (std::uint32_t octet = 0; octet < remainders.size(); ++octet) {

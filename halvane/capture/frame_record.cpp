@@ -15,8 +15,8 @@ namespace halvane::capture {
 
 namespace {
 
-// The look-up leaves the last frequency of the map behind for one that it does not know, so the
-// answer is checked the other way round.
+// For an unknown frequency the look-up returns the last frequency of the map, so the result is
+// checked by the inverse look-up.
 std::optional<Number> channelOfFrequency(std::optional<int> frequency) {
     if (!frequency || *frequency <= 0) return std::nullopt;
     const auto megahertz = static_cast<unsigned>(*frequency);
@@ -43,7 +43,7 @@ std::optional<Number> channelOfHTOperation(const HalvaneMAC& record) {
     return Number(operation->primaryChannel());
 }
 
-// What the BSS says of itself.
+// Returns the channel that the BSS itself states.
 std::optional<Number> channelOfElements(const HalvaneMAC& record) {
     if (const auto channel = channelOfHTOperation(record)) return channel;
     return channelOfDSParameterSet(record);

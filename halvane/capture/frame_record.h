@@ -1,4 +1,4 @@
-// From a captured frame to the record of its BSS.
+// Turns a captured frame into the record of its BSS.
 //
 // Free functions and plain values. Any thread may call the functions.
 #ifndef HALVANE_CAPTURE_FRAME_RECORD_H
@@ -19,29 +19,31 @@
 
 namespace halvane::capture {
 
-// A record, and what the radio header tells of where it was received. It owns all that it holds.
+// A record, and the channel on which the radio received it. It owns all its data.
 struct Sighting {
     HalvaneMAC record;
-    std::optional<Number> radioChannel{};  // the channel that the radio was on, if the header tells
-    bool isChannelOfRadio = false;         // the record's channel is that one, for want of another
+    std::optional<Number> radioChannel{};  // the radio's channel, if its header states it
+    bool isChannelOfRadio = false;         // the record's channel is the radio's, as no element
+                                           // states one
 
-    // The radio's channel if the record's is another one. A radio that scans hears its neighbours,
-    // or names the channel that it has just left.
+    // Returns the radio's channel if the record's differs from it. A scanning radio also hears
+    // neighbouring channels, or still states the channel that it has just left.
     std::optional<Number> otherRadioChannel() const {
         return radioChannel != record.channel() ? radioChannel : std::nullopt;
     }
 };
 
-// The sighting of a beacon or probe response: a record that is added now, with the elements and
-// fixed fields of `beacon` and the levels of `radio`, in dBm.
+// Returns the sighting of a beacon or probe response. Its record is added now and holds the
+// elements and fixed fields of `beacon` and the levels of `radio`, in dBm.
 //
 // The record's channel is the primary channel of the HT Operation element (IEEE 802.11-2020,
-// 9.4.2.56), else the one of the DS Parameter Set (9.4.2.4), else the radio's. The radio's is the
-// one of its frequency, else of its channel number. A number of 0 names no channel.
+// 9.4.2.56), otherwise the channel of the DS Parameter Set (9.4.2.4), otherwise the radio's
+// channel. The radio's channel is that of its frequency, otherwise its channel number. The number 0
+// names no channel.
 HALVANE_EXPORT Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio = {});
 
-// The same of a captured packet; examinePacket() tells what the parameters are. The error is the
-// reason why the packet gives no record.
+// The same for a captured packet; examinePacket() describes the parameters. The error is the reason
+// why the packet gives no record.
 HALVANE_EXPORT Result<Sighting, SkipReason> sightingOfPacket(
     LinkType linkType, std::span<const std::uint8_t> packet,
     std::optional<std::size_t> originalLength = std::nullopt);

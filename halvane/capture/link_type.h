@@ -1,4 +1,4 @@
-// The link types of captures whose packets hold an 802.11 frame.
+// The link types of captures whose packets contain an 802.11 frame.
 //
 // Free functions without state; any thread may call them.
 #ifndef HALVANE_CAPTURE_LINK_TYPE_H
@@ -10,7 +10,7 @@
 
 namespace halvane::capture {
 
-// What stands before the frame in each packet. The numbers are those of
+// The header before the frame in each packet. The numbers are those of
 // https://www.tcpdump.org/linktypes.html.
 enum class LinkType : int {
     IEEE80211 = 105,  // nothing: the frame alone
@@ -20,8 +20,7 @@ enum class LinkType : int {
     PPI = 192,
 };
 
-// The link type of a number as capture files state it. Absent for every number that is not one of
-// those above.
+// Returns the link type of a number from a capture file; absent for every other number.
 HALVANE_EXPORT std::optional<LinkType> linkTypeOfNumber(int number);
 
 }  // namespace halvane::capture

@@ -1,5 +1,5 @@
-// The Per-Packet Information header (PPI specification 1.0.7): little-endian, a list of fields of
-// a type and a length.
+// Parses the Per-Packet Information header (PPI specification 1.0.7): a little-endian list of
+// fields, each with a type and a length.
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -18,7 +18,7 @@ constexpr std::uint8_t kFieldsAre32BitAligned = 0x01;
 constexpr std::uint16_t kCommonFieldType = 2;  // 802.11-Common
 constexpr std::uint16_t kCommonFieldSize = 20;
 
-// The flags of 802.11-Common; bit 1 tells the unit of its timer.
+// The flags of 802.11-Common. Bit 1 tells the unit of its timer.
 constexpr std::uint16_t kFCSPresent = 0x0001;
 constexpr std::uint16_t kFCSInvalid = 0x0004;
 constexpr std::uint16_t kPHYError = 0x0008;
@@ -43,7 +43,7 @@ void readCommonField(ByteCursor field, RadioInfo& info) {
     storeLevel(field.u8(), info.noiseDBm);
 }
 
-// Reads one field. False where it does not fit into the header.
+// Reads one field. Returns false if it does not fit into the header.
 bool readField(ByteCursor& header, bool isAligned, RadioInfo& info) {
     const auto type = header.u16le();
     const auto size = header.u16le();
@@ -53,7 +53,7 @@ bool readField(ByteCursor& header, bool isAligned, RadioInfo& info) {
     if (type == kCommonFieldType && *size >= kCommonFieldSize) {
         readCommonField(ByteCursor(*body), info);
     }
-    // The last field's padding may be left out.
+    // The last field may lack its padding.
     if (isAligned && !skipToAlignment(header, 4)) header.rest();
     return true;
 }

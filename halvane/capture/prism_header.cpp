@@ -1,5 +1,5 @@
-// The Prism header, in the byte order of the capturing host, and the AVS header that came after
-// it, always big-endian.
+// Parses the Prism header, in the byte order of the capturing host, and its successor, the AVS
+// header, which is always big-endian.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -14,8 +14,8 @@ namespace halvane::capture {
 
 namespace {
 
-// The message codes of a received frame; the second is that of later drivers. The low byte of each
-// item's identifier repeats it.
+// The message codes of a received frame. Later drivers use the second. The low byte of each item's
+// identifier repeats the code.
 constexpr std::uint32_t kMessageCode = 0x0044;
 constexpr std::uint32_t kLaterMessageCode = 0x0041;
 
@@ -25,7 +25,7 @@ constexpr std::size_t kValueSize = 4;
 constexpr std::uint16_t kStatusSupplied = 0;
 constexpr int kLastChannelNumber = 255;
 
-// A cursor over fields of the order that the header is in.
+// A cursor over fields in the header's byte order.
 struct HostOrderCursor {
     ByteCursor cursor;
     bool isBigEndian;
@@ -38,8 +38,8 @@ void storeChannel(std::int32_t value, std::optional<int>& slot) {
     if (value > 0 && value <= kLastChannelNumber) setIfAbsent(slot, value);
 }
 
-// The unit is not stated, and many drivers give a count of their own, from 0 up. Only a negative
-// level can be in dBm.
+// The header does not state the unit, and many drivers give a count of their own, from 0 up. Only a
+// negative level can be in dBm.
 void storeLevel(std::int32_t value, std::optional<int>& slot) {
     if (value < 0 && value >= INT8_MIN) setIfAbsent(slot, value);
 }
@@ -50,7 +50,7 @@ struct Item {
     void (*store)(std::int32_t value, std::optional<int>& slot);
 };
 
-// RSSI (0x00040044) is left aside: it has no unit.
+// RSSI (0x00040044) is ignored: it has no unit.
 constexpr std::array<Item, 6> kItems = {{
     {0x00030044, &RadioInfo::channel, storeChannel},
     {0x00003041, &RadioInfo::channel, storeChannel},
@@ -68,7 +68,7 @@ void storeItem(std::uint32_t identifier, std::uint32_t value, RadioInfo& info) {
     }
 }
 
-// Reads one item of 12 bytes: identifier, status, length of the value, value.
+// Reads one item of 12 bytes: identifier, status, length of the value, and value.
 bool readItem(HostOrderCursor& header, RadioInfo& info) {
     const auto identifier = header.u32();
     const auto status = header.u16();
@@ -83,7 +83,7 @@ bool isMessageCode(std::optional<std::uint32_t> code) {
     return code && (*code == kMessageCode || *code == kLaterMessageCode);
 }
 
-// Where the packet starts with a message code, in which order it stands; else absent.
+// If the packet starts with a message code, returns whether it is big-endian; otherwise absent.
 std::optional<bool> isBigEndianMessage(ByteCursor packet) {
     ByteCursor other = packet;
     if (isMessageCode(packet.u32le())) return false;
@@ -96,7 +96,8 @@ bool startsWithAVSMagic(ByteCursor packet) {
     return magic && (*magic & kAVSMagicMask) == kAVSMagic;
 }
 
-// The AVS channel field is a number, or a frequency in MHz, or one in kHz; the drivers differ.
+// The AVS channel field is a number, a frequency in MHz, or a frequency in kHz, depending on the
+// driver.
 void storeAVSChannel(std::uint32_t value, RadioInfo& info) {
     constexpr std::uint32_t kFirstKHz = 10000;
     if (value == 0) return;

@@ -1,4 +1,4 @@
-// What the receiving card said of a frame: the radio header that stands before it in a capture.
+// Reads the radio header, in which the receiving card describes a frame of a capture.
 //
 // The formats are radiotap (https://www.radiotap.org), PPI (Per-Packet Information specification
 // 1.0.7), Prism and AVS (the header of the linux-wlan drivers, versions 1 and 2).
@@ -16,23 +16,24 @@
 
 namespace halvane::capture {
 
-// A value that the header does not state is absent.
+// Values that the header lacks are absent.
 struct RadioInfo {
     std::optional<int> frequencyMHz{};      // middle of the primary channel
-    std::optional<int> channel{};           // its number, as the header states it
-    std::optional<int> signalDBm{};         // of several antennas, the first; never another unit
+    std::optional<int> channel{};           // its number as the header states it
+    std::optional<int> signalDBm{};         // of the first antenna, if there are several; never in
+                                            // another unit
     std::optional<int> noiseDBm{};          // likewise
     bool hasFCS = false;                    // the frame ends in its frame check sequence
     bool isBadFCS = false;                  // the card received the frame damaged
-    std::span<const std::uint8_t> frame{};  // what follows the header; borrowed from the packet
+    std::span<const std::uint8_t> frame{};  // the packet after the header; borrowed from the packet
 };
 
-// Reads the radio header at the start of `packet`. The frame that the result holds ends where the
-// packet ends, with its frame check sequence if the capture kept one: see withoutFCS().
+// Reads the radio header at the start of `packet`. The resulting frame ends with the packet. It
+// includes its frame check sequence if the capture kept one: see withoutFCS().
 //
-// Absent for a malformed header: one longer than the packet, of an unknown version or magic, with
-// fields beyond its own length, or around another medium's frame. A header with fields of an
-// unknown kind is not malformed: where their length is not known, it is read up to them.
+// Absent for a malformed header: one that is longer than the packet, has an unknown version or
+// magic, has fields beyond its own length, or precedes another medium's frame. A header with fields
+// of an unknown kind is not malformed: if their length is unknown, the fields before them are read.
 HALVANE_EXPORT std::optional<RadioInfo> parseRadioHeader(LinkType linkType,
                                                          std::span<const std::uint8_t> packet);
 

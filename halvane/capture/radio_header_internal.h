@@ -1,4 +1,4 @@
-// The parsers behind parseRadioHeader, one for each kind of header.
+// The parsers of parseRadioHeader, one for each kind of header.
 #ifndef HALVANE_CAPTURE_RADIO_HEADER_INTERNAL_H
 #define HALVANE_CAPTURE_RADIO_HEADER_INTERNAL_H
 
@@ -21,13 +21,13 @@ std::optional<RadioInfo> parsePPIHeader(std::span<const std::uint8_t> packet);
 inline constexpr std::uint32_t kAVSMagic = 0x80211000;
 inline constexpr std::uint32_t kAVSMagicMask = 0xFFFFF000;
 
-// The header of a stated length, cut off the front of a packet.
+// A packet split into its header of a stated length and the rest.
 struct SplitPacket {
     ByteCursor header;
     std::span<const std::uint8_t> frame;
 };
 
-// Absent where the packet is shorter than that.
+// Absent if the packet is shorter than the header.
 inline std::optional<SplitPacket> splitPacket(std::span<const std::uint8_t> packet,
                                               std::size_t headerLength) {
     ByteCursor cursor(packet);
@@ -36,12 +36,12 @@ inline std::optional<SplitPacket> splitPacket(std::span<const std::uint8_t> pack
     return SplitPacket{ByteCursor(*header), cursor.rest()};
 }
 
-// Skips to the next multiple of `alignment` bytes from the cursor's first byte.
+// Skips to the next multiple of `alignment` bytes, counted from the cursor's first byte.
 inline bool skipToAlignment(ByteCursor& cursor, std::size_t alignment) {
     return cursor.skip((alignment - cursor.position() % alignment) % alignment);
 }
 
-// The first value that a header gives stays.
+// Keeps the first value that a header gives.
 inline void setIfAbsent(std::optional<int>& slot, int value) {
     if (!slot) slot = value;
 }

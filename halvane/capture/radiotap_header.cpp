@@ -1,5 +1,5 @@
-// The radiotap header (https://www.radiotap.org): a chain of presence words, then the fields whose
-// bits are set, each aligned from the header's first byte. Everything is little-endian.
+// Parses the radiotap header (https://www.radiotap.org): a chain of presence words, then the fields
+// whose bits are set, each aligned from the header's first byte. All integers are little-endian.
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -15,8 +15,8 @@ namespace halvane::capture {
 
 namespace {
 
-// Presence bits with a meaning of their own. Bit 28 (TLV fields follow) has no row in the table
-// below: it ends the walk, as every bit of an unknown size does.
+// Presence bits with a special meaning. Bit 28 (TLV fields follow) has no row in the table below:
+// like every bit of unknown size, it ends the walk.
 constexpr std::uint32_t kRadiotapNamespace = 1u << 29;  // the next word starts again at bit 0
 constexpr std::uint32_t kVendorNamespace = 1u << 30;    // the next word is a vendor's
 constexpr std::uint32_t kMoreWords = 1u << 31;
@@ -109,7 +109,8 @@ Outcome readField(unsigned bit, ByteCursor& data, RadioInfo& info) {
     return Outcome::Done;
 }
 
-// The fields of one presence word, whose lowest bit is number `firstBit` of its namespace.
+// Reads the fields of one presence word, whose lowest bit has the number `firstBit` in its
+// namespace.
 Outcome readFields(std::uint32_t word, unsigned firstBit, ByteCursor& data, RadioInfo& info) {
     for (std::uint32_t left = word & kFieldBits; left != 0; left &= left - 1) {
         const auto bit = firstBit + static_cast<unsigned>(std::countr_zero(left));
@@ -119,8 +120,8 @@ Outcome readFields(std::uint32_t word, unsigned firstBit, ByteCursor& data, Radi
     return Outcome::Done;
 }
 
-// A vendor namespace stands as OUI (3), sub-namespace (1), length (2) and that many bytes, which
-// hold all that the vendor's own presence words announce.
+// A vendor namespace is an OUI (3), a sub-namespace (1), a length (2) and that many bytes. They
+// contain all fields of the vendor's own presence words.
 bool skipVendorData(ByteCursor& data) {
     if (!skipToAlignment(data, 2) || !data.skip(4)) return false;
     const auto length = data.u16le();
@@ -135,8 +136,8 @@ bool skipPresenceWords(ByteCursor& cursor) {
     }
 }
 
-// Reads the fields at `data` that the words at `words` announce. UnknownField: where the rest of
-// the fields stand cannot be known; those before it have been read.
+// Reads the fields at `data` that the words at `words` announce. UnknownField: the positions of the
+// remaining fields are unknown; the fields before them have been read.
 Outcome walk(ByteCursor words, ByteCursor data, RadioInfo& info) {
     bool isVendor = false;
     unsigned firstBit = 0;
@@ -159,7 +160,7 @@ Outcome walk(ByteCursor words, ByteCursor data, RadioInfo& info) {
     return Outcome::Done;
 }
 
-// Version (0), pad, length of the whole header.
+// Reads the version (0), a pad octet, and the length of the whole header.
 std::optional<std::size_t> headerLength(std::span<const std::uint8_t> packet) {
     ByteCursor cursor(packet);
     const auto version = cursor.u8();
