@@ -11,8 +11,8 @@ namespace halvane {
 
 namespace {
 
-// Every `step`th character from `first` to `last`, the first of which becomes `folded`, and the
-// others those as far behind it.
+// Every `step`th character from `first` to `last`. The first becomes `folded`, the others the
+// characters at the same distance behind it.
 struct Run {
     char16_t first;
     char16_t last;
@@ -20,9 +20,9 @@ struct Run {
     char16_t step;
 };
 
-// The Unicode Character Database 14.0, CaseFolding.txt: the rows of status C and S where the script
-// of the character, or of what it becomes, is Latin, Greek or Cyrillic, and the Coptic letters in
-// the block of the Greek ones. ASCII needs no table.
+// The rows of the Unicode Character Database 14.0, CaseFolding.txt, with status C or S if the
+// character or its folded form is Latin, Greek or Cyrillic. The Coptic letters in the Greek block
+// are included. ASCII needs no table.
 constexpr Run kRuns[] = {
     {0x00B5, 0x00B5, 0x03BC, 1}, {0x00C0, 0x00D6, 0x00E0, 1}, {0x00D8, 0x00DE, 0x00F8, 1},
     {0x0100, 0x012E, 0x0101, 2}, {0x0132, 0x0136, 0x0133, 2}, {0x0139, 0x0147, 0x013A, 2},
@@ -91,8 +91,8 @@ static_assert(std::ranges::is_sorted(kRuns, std::ranges::less_equal(), &Run::las
 constexpr char32_t kLastASCII = 0x7F;
 constexpr char32_t kBehindUnicode = 0x110000;
 
-// Takes the first character off a text that is not empty, and returns it folded. A byte that
-// belongs to no character is one of its own, behind all others.
+// Removes the first character of a non-empty text and returns it folded. A byte that belongs to no
+// character counts as a character of its own, after all others.
 char32_t takeFolded(std::string_view& text) {
     const std::uint8_t byte = byteAt(text, 0);
     if (byte <= kLastASCII) {

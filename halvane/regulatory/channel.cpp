@@ -8,7 +8,7 @@ namespace halvane {
 
 namespace {
 
-// Never destroyed, so that lookups stay good while the process ends.
+// Never destroyed, so that lookups work while the process ends.
 union ProcessMap {
     constexpr ProcessMap() : map() {}
     ProcessMap(const ProcessMap&) = delete;

@@ -1,7 +1,7 @@
 // One 802.11 channel of the regulatory data, and the process-wide map of channels and frequencies.
 //
-// A record is a value type, used by one thread at a time. The class-level map operations may be
-// called from any thread.
+// A record is a value type; only one thread at a time may use it. Any thread may call the
+// class-level map operations.
 #ifndef HALVANE_REGULATORY_CHANNEL_H
 #define HALVANE_REGULATORY_CHANNEL_H
 
@@ -16,12 +16,12 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneChannel {
   public:
-    // The flags that are not given start false.
+    // The other flags are false.
     static HalvaneChannel initWithChannel_withFrequency_isRadarProne(const Number& channel,
                                                                      const Number& frequency,
                                                                      bool isRadarProne);
 
-    // The same with a number for the flag: true unless it is 0.
+    // The same with a number for the flag: any number but 0 means true.
     static HalvaneChannel initWithChannel_withFrequency_isRadarProne(const Number& channel,
                                                                      const Number& frequency,
                                                                      const Number& isRadarProne) {
@@ -32,8 +32,8 @@ class HALVANE_EXPORT HalvaneChannel {
     // A missing key reads as 0 or false.
     static HalvaneChannel initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
-    // "ChannelNumber", "ChannelFrequency", "isRadarProne", "isDisabled", "supports40MHz" and
-    // "supports80MHz", all always written.
+    // Always writes "ChannelNumber", "ChannelFrequency", "isRadarProne", "isDisabled",
+    // "supports40MHz" and "supports80MHz".
     PropertyListDictionary skeletonRepresentation() const;
 
     // IEEE channel number.
@@ -44,47 +44,47 @@ class HALVANE_EXPORT HalvaneChannel {
     std::int64_t channelFrequency() const { return channelFrequency_; }
     void setChannelFrequency(std::int64_t value) { channelFrequency_ = value; }
 
-    // Needs radar detection (DFS).
+    // Whether the channel needs radar detection (DFS).
     bool isRadarProne() const { return isRadarProne_; }
     void setIsRadarProne(bool value) { isRadarProne_ = value; }
 
-    // Listed, but not to be used.
+    // Whether the channel is listed but must not be used.
     bool isDisabled() const { return isDisabled_; }
     void setIsDisabled(bool value) { isDisabled_ = value; }
 
-    // Can be part of a 40 MHz, or an 80 MHz, channel.
+    // Whether the channel can be part of a 40 MHz or an 80 MHz channel.
     bool supports40MHz() const { return supports40MHz_; }
     void setSupports40MHz(bool value) { supports40MHz_ = value; }
     bool supports80MHz() const { return supports80MHz_; }
     void setSupports80MHz(bool value) { supports80MHz_ = value; }
 
-    // "Channel <52> Frequency <5260> Radar Prone <YES> Supports HT40 <YES>"; the frequency is left
-    // out unless it is above 0.
+    // "Channel <52> Frequency <5260> Radar Prone <YES> Supports HT40 <YES>". A frequency of 0 or
+    // less is omitted.
     std::string description() const;
 
-    // All properties are equal.
+    // Equal channels have equal properties.
     friend bool operator==(const HalvaneChannel& a, const HalvaneChannel& b) = default;
 
-    // Builds the map of the 42 channels of the 2.4 GHz and 5 GHz bands unless it exists already;
-    // every lookup does so first. Building it and looking up its channels needs no memory and takes
-    // no lock.
+    // Builds the map of the 42 channels of the 2.4 GHz and 5 GHz bands unless it exists. Every
+    // lookup does so first. Building the map and looking up these channels allocates nothing and
+    // takes no lock.
     static void initChannelMapTable();
 
-    // Appends a row to the map, with an extension channel of 0 for none. While the map does not
-    // exist the row is dropped. Where there is no memory for the row, std::bad_alloc is thrown and
-    // the map stays as it was.
+    // Appends a row to the map. An extension channel of 0 means none. If the map does not exist,
+    // the row is dropped. If memory runs out, std::bad_alloc is thrown and the map is unchanged.
     static void addChannelToMapTable_frequency_extensionChannel(unsigned channel,
                                                                 unsigned frequency,
                                                                 unsigned extensionChannel);
 
-    // The channel at a centre frequency in MHz. For an unknown frequency the result is the
-    // frequency of the map's last row (5825), not 0: check with channelFrequencyForNumber().
+    // Returns the channel at a centre frequency in MHz. An unknown frequency does not give 0, but
+    // the frequency in the map's last row (5825): check the result with
+    // channelFrequencyForNumber().
     static unsigned channelNumberForFrequency(unsigned frequency);
 
-    // The centre frequency in MHz; 0 for an unknown channel.
+    // Returns the centre frequency in MHz; 0 for an unknown channel.
     static unsigned channelFrequencyForNumber(unsigned channel);
 
-    // The other half of the channel's 40 MHz channel; 0 where there is none.
+    // Returns the other half of the channel's 40 MHz channel; 0 if there is none.
     static unsigned channelExtensionForNumber(unsigned channel);
 
   private:

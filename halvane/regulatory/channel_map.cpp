@@ -31,7 +31,7 @@ constexpr StandardChannel kStandardChannels[] = {
     {136, 132}, {140, 0},   {149, 153}, {153, 149}, {157, 161}, {161, 157}, {165, 0},
 };
 
-// IEEE 802.11-2020, 17.3.8.4.2 and 15.4.4.3: channels stand 5 MHz apart, but channel 14.
+// IEEE 802.11-2020, 17.3.8.4.2 and 15.4.4.3: channels are 5 MHz apart, except channel 14.
 constexpr unsigned centreFrequency(unsigned channel) {
     if (channel == 14) return 2484;
     return (channel < 14 ? 2407 : 5000) + 5 * channel;
@@ -50,11 +50,11 @@ constexpr auto kStandardRows = [] {
     });
     return rows;
 }();
-// No number and no frequency stands there twice, and either is searched by halves.
+// Numbers and frequencies are unique and ascending, so both can be found by binary search.
 static_assert(std::ranges::is_sorted(kStandardRows, std::ranges::less_equal(), &Row::channel));
 static_assert(std::ranges::is_sorted(kStandardRows, std::ranges::less_equal(), &Row::frequency));
 
-// The standard row whose `column` is `key`, or null.
+// Returns the standard row whose `column` is `key`, or null.
 const Row* standardRow(unsigned Row::*column, unsigned key) {
     const auto found = std::ranges::lower_bound(kStandardRows, key, {}, column);
     return found != kStandardRows.end() && (*found).*column == key ? &*found : nullptr;
@@ -62,8 +62,7 @@ const Row* standardRow(unsigned Row::*column, unsigned key) {
 
 }  // namespace
 
-// Of the rows that have the same number, or the same frequency, the first is found, so that none of
-// the others is kept.
+// Only the first row with a number or a frequency can be found, so no other one is kept.
 class ChannelMap::AddedRows {
   public:
     void add(const Row& row) {
@@ -72,7 +71,7 @@ class ChannelMap::AddedRows {
         columns.frequencies.emplace(row.channel, row.frequency);
         columns.numbers.emplace(row.frequency, row.channel);
         if (row.extension != 0) columns.extensions.emplace(row.channel, row.extension);
-        // Merging moves what is new, and allocates nothing.
+        // merge() moves the new nodes and allocates nothing.
         columns_.frequencies.merge(columns.frequencies);
         columns_.numbers.merge(columns.numbers);
         columns_.extensions.merge(columns.extensions);
@@ -87,7 +86,7 @@ class ChannelMap::AddedRows {
         const std::shared_lock lock(mutex_);
         return find(columns_.extensions, channel).value_or(0);
     }
-    // The frequency of the last row where no row has `frequency`.
+    // If no row has `frequency`, returns the frequency of the last row.
     unsigned numberForFrequency(unsigned frequency) const {
         const std::shared_lock lock(mutex_);
         return find(columns_.numbers, frequency).value_or(lastFrequency_);
@@ -115,7 +114,7 @@ ChannelMap::~ChannelMap() {
     delete added_.load();
 }
 
-// Made by the first thread that has a row.
+// The first thread that adds a row creates the object.
 ChannelMap::AddedRows& ChannelMap::addedRows() {
     if (auto* added = added_.load()) return *added;
     auto made = std::make_unique<AddedRows>();
@@ -128,8 +127,8 @@ void ChannelMap::add(unsigned channel, unsigned frequency, unsigned extensionCha
     if (exists_) addedRows().add({channel, frequency, extensionChannel});
 }
 
-// When no row matches, the frequency of the last row examined is what remains: 5825 with the
-// standard rows. Callers rely on that leftover, so it is not mended to 0.
+// If no row matches, the result is the frequency of the last row: 5825 with the standard rows.
+// Callers rely on that, so it must not become 0.
 unsigned ChannelMap::numberForFrequency(unsigned frequency) {
     build();
     if (const Row* row = standardRow(&Row::frequency, frequency)) return row->channel;

@@ -1,9 +1,10 @@
-// The rows of a channel map, in order of insertion. The process has one; see HalvaneChannel.
+// The rows of a channel map, in order of insertion. The process has one map; see HalvaneChannel.
 //
-// The standard rows are constants: to look them up neither allocates, nor locks, nor fails. Rows
-// that are added stand in an index of their own, which is made with the first of them.
+// The standard rows are constants: looking them up neither allocates, nor locks, nor fails. Added
+// rows have a separate index, which is created with the first of them.
 //
-// Threads: any, at any time; a lookup sees the rows that were added before it.
+// Threads: any thread may make any call at any time. A lookup sees all rows that were added before
+// it.
 #ifndef HALVANE_REGULATORY_CHANNEL_MAP_INTERNAL_H
 #define HALVANE_REGULATORY_CHANNEL_MAP_INTERNAL_H
 
@@ -18,16 +19,16 @@ class ChannelMap {
     ChannelMap& operator=(const ChannelMap&) = delete;
     ~ChannelMap();
 
-    // Builds the 42 standard rows unless the map exists already.
+    // Builds the 42 standard rows unless the map exists.
     void build() {
         if (!exists_) exists_ = true;
     }
 
-    // Appends a row; an extension channel of 0 is none. Dropped while the map does not exist. Where
-    // there is no memory for the row, the map stays as it was and std::bad_alloc is thrown.
+    // Appends a row. An extension channel of 0 means none. The row is dropped if the map does not
+    // exist. If memory runs out, std::bad_alloc is thrown and the map is unchanged.
     void add(unsigned channel, unsigned frequency, unsigned extensionChannel);
 
-    // Each builds the map first, then takes the first row that matches.
+    // Each lookup first builds the map, and then uses the first matching row.
     unsigned numberForFrequency(unsigned frequency);
     unsigned frequencyForNumber(unsigned channel);
     unsigned extensionForNumber(unsigned channel);
@@ -38,7 +39,7 @@ class ChannelMap {
     AddedRows& addedRows();
 
     std::atomic<bool> exists_ = false;
-    std::atomic<AddedRows*> added_ = nullptr;  // null while there are none
+    std::atomic<AddedRows*> added_ = nullptr;  // null while there are no added rows
 };
 
 }  // namespace halvane

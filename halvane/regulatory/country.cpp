@@ -32,8 +32,8 @@ struct DefaultChannel {
     unsigned flags;
 };
 
-// The disabled ones are Japan's own: 14, and those of the low band from before its channels were
-// the world's.
+// The disabled channels are Japan's own: 14, and the low band's channels from before Japan adopted
+// those of the rest of the world.
 constexpr DefaultChannel kDefaultChannels[] = {
     {Band::TwoDot4GHz, 1, 2412, 0},
     {Band::TwoDot4GHz, 2, 2417, 0},
@@ -88,13 +88,13 @@ HalvaneChannel channelOf(const DefaultChannel& row) {
     return channel;
 }
 
-// Room for `count` more, by doubling, so that what is appended often is moved seldom.
+// Makes room for `count` more channels by doubling, so that repeated appending rarely moves them.
 void makeRoom(std::vector<HalvaneChannel>& channels, std::size_t count) {
     if (channels.capacity() - channels.size() >= count) return;
     channels.reserve(std::max(channels.size() + count, 2 * channels.size()));
 }
 
-// All channels of the band, or none where there is no memory for them.
+// Appends all channels of the band, or none if memory runs out.
 void appendDefaults(std::vector<HalvaneChannel>& channels, Band band) {
     const auto rows = rowsOf(kDefaultChannels, &DefaultChannel::band, band);
     makeRoom(channels, rows.size());

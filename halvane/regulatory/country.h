@@ -1,6 +1,6 @@
-// One regulatory country: its names, its number, and the channels that it allows.
+// One regulatory country: its names, its number, and its permitted channels.
 //
-// A value type, used by one thread at a time.
+// A value type; only one thread at a time may use it.
 #ifndef HALVANE_REGULATORY_COUNTRY_H
 #define HALVANE_REGULATORY_COUNTRY_H
 
@@ -19,18 +19,18 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneCountry {
   public:
-    // A country without channels.
+    // Creates a country without channels.
     static HalvaneCountry initWithFriendlyName_withISOName_withISOCode(std::string friendlyName,
                                                                        std::string isoName,
                                                                        const Number& isoCode);
 
-    // A missing key reads as absent, 0 or no channels.
+    // A missing key reads as absent, as 0, or as no channels.
     static HalvaneCountry initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
-    // "FriendlyName" and "ISOName" where there is one; "ISOCode" and "Channels" always.
+    // Writes "FriendlyName" and "ISOName" if present, and always "ISOCode" and "Channels".
     PropertyListDictionary skeletonRepresentation() const;
 
-    // For people: "United Kingdom".
+    // The name for people: "United Kingdom".
     const std::optional<std::string>& friendlyName() const { return friendlyName_; }
     void setFriendlyName(std::optional<std::string> value) { friendlyName_ = std::move(value); }
 
@@ -42,16 +42,16 @@ class HALVANE_EXPORT HalvaneCountry {
     std::int64_t isoCode() const { return isoCode_; }
     void setIsoCode(std::int64_t value) { isoCode_ = value; }
 
-    // In order of insertion unless sorted. The list may be changed in place.
+    // In order of insertion unless sorted. The caller may change the list in place.
     const std::vector<HalvaneChannel>& channels() const { return channels_; }
     std::vector<HalvaneChannel>& channels() { return channels_; }
     void setChannels(std::vector<HalvaneChannel> value) { channels_ = std::move(value); }
 
-    // Appends the six lists below, in their order: 42 channels, the same for every country. What
-    // is there already stays, so that a second call doubles the list.
+    // Appends the six lists below in their order: 42 channels, the same for every country. Existing
+    // channels stay, so a second call doubles the list.
     void createDefaultChannelList();
 
-    // Each appends the default channels of one band. None has supports80MHz().
+    // Each function appends the default channels of one band. No channel has supports80MHz().
     void createDefaultChannelList2Dot4GHz();        // 1 to 14; 14 disabled
     void createDefaultChannelList5GHzLowBand();     // 34 to 48; 34, 38, 42 and 46 disabled
     void createDefaultChannelList5GHzMiddleBand();  // 52 to 64, radar prone
@@ -59,17 +59,18 @@ class HALVANE_EXPORT HalvaneCountry {
     void createDefaultChannelList5GHzUpperBand();   // 149 to 161
     void createDefaultChannelList5GHzISMBand();     // 165, only 20 MHz wide
 
-    // Ascending; channels of the same frequency keep their order.
+    // Sorts by ascending frequency. Channels of the same frequency keep their order.
     void sortChannelsByFrequency();
 
-    // -1, 0 or 1: the frequency of `channel1` is lower, the same, or higher.
+    // Returns -1, 0 or 1 if the frequency of `channel1` is lower than, equal to or higher than the
+    // other.
     static int compareByFrequency_channel2(const HalvaneChannel& channel1,
                                            const HalvaneChannel& channel2);
 
     // "Friendly Name <United Kingdom>, ISO Code <GB>, ISO Number <826>"
     std::string description() const;
 
-    // All properties are equal, the channels in the same order.
+    // Equal countries have equal properties and the same channels in the same order.
     friend bool operator==(const HalvaneCountry& a, const HalvaneCountry& b) = default;
 
   private:
@@ -81,10 +82,10 @@ class HALVANE_EXPORT HalvaneCountry {
     std::vector<HalvaneChannel> channels_;
 };
 
-// -1, 0 or 1: the friendly name of `first` is less, the same, or greater. Case does not count in
-// Latin, Greek and Cyrillic letters, whatever the locale is (simple case folding of UTF-8);
-// characters are compared by their code points. An absent name is less than any other. `context` is
-// not used. Does not throw.
+// Returns -1, 0 or 1 if the friendly name of `first` is less than, equal to or greater than the
+// other. Latin, Greek and Cyrillic letters are compared without regard to case, whatever the locale
+// is (simple case folding of UTF-8). Characters are ordered by their code points. An absent name is
+// less than any other. `context` is not used. The function does not throw.
 extern "C" HALVANE_EXPORT int WiFiManagerCompareCountryByFriendlyName(const HalvaneCountry& first,
                                                                       const HalvaneCountry& second,
                                                                       void* context);

@@ -21,7 +21,7 @@ constexpr const char* kFriendlyName = "FriendlyName";
 constexpr const char* kShortName = "ShortName";
 constexpr const char* kCountries = "Countries";
 
-// What a search compares, and how it logs that.
+// What a search compares, and how it logs the comparison.
 struct Search {
     const std::optional<std::string>& (HalvaneCountry::*property)() const;
     const char* function;
@@ -39,8 +39,8 @@ constexpr Search kByISOName = {
     "Compare Country <%@> to ISO Name <%@>\n",
 };
 
-// The name that is looked for goes first, although the texts read the other way round: readers of
-// the log know the lines so.
+// The wanted name is the first argument, although the texts suggest the reverse order: readers of
+// the log know the lines in this form.
 void logComparison(const Search& search, std::string_view name,
                    const std::optional<std::string>& own) {
     if (!LogIsEnabled(&gLogCategory_WiFi, kLogLevelVerbose)) return;
@@ -50,7 +50,7 @@ void logComparison(const Search& search, std::string_view name,
               &found);
 }
 
-// `Countries` is the list, constant or not, and so is the country.
+// `countries` may be constant; the resulting country is constant then too.
 template <typename Countries>
 auto* findCountry(Countries& countries, const Search& search, std::string_view name) {
     const auto found = std::ranges::find_if(countries, [&](const HalvaneCountry& country) {
@@ -134,7 +134,8 @@ HalvaneCountry* HalvaneSKU::findCountryByISOName(std::string_view name) {
 std::optional<HalvaneCountry> HalvaneSKU::removeCountryByFriendlyName(std::string_view name) {
     const HalvaneCountry* const found = findCountryByFriendlyName(name);
     if (found == nullptr) return std::nullopt;
-    // A copy, for the country and `name`, which may be its own, go with the erasure.
+    // A copy, since the erasure destroys the country and may destroy `name`, which may belong to
+    // it.
     std::optional<HalvaneCountry> country = *found;
     std::erase(countries_, *country);
     return country;

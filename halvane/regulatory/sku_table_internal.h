@@ -1,9 +1,9 @@
 // The SKUs that the library knows, and the countries of each.
 //
-// Names stand as products know them, spelling and capitals included. Three rows are no slips to
-// mend, since programs look them up so: Norway has its number for an ISO name and 0 for a number,
-// Slovenia is "Solvenia", and "Unknown" stands for no country. TP, FX, AN, YU and ZR are names that
-// ISO 3166 has withdrawn.
+// Names keep the spelling and capitals that products use. Three rows look wrong but must stay,
+// since programs look them up in this form: Norway has its number as its ISO name and 0 as its
+// number, Slovenia is "Solvenia", and "Unknown" names no country. ISO 3166 has withdrawn the names
+// TP, FX, AN, YU and ZR.
 #ifndef HALVANE_REGULATORY_SKU_TABLE_INTERNAL_H
 #define HALVANE_REGULATORY_SKU_TABLE_INTERNAL_H
 

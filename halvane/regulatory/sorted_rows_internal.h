@@ -1,4 +1,4 @@
-// The rows of a constant table that belong together.
+// Finds the rows of a constant table that belong together.
 #ifndef HALVANE_REGULATORY_SORTED_ROWS_INTERNAL_H
 #define HALVANE_REGULATORY_SORTED_ROWS_INTERNAL_H
 
@@ -8,8 +8,9 @@
 
 namespace halvane {
 
-// Those whose `column` is `key`. REQUIRES: the table is sorted by that column.
-// (Two searches, for clang 14 cannot compile what std::ranges::equal_range answers.)
+// Returns the rows whose `column` is `key`. (clang 14 cannot compile the result of
+// std::ranges::equal_range, hence two searches.)
+// REQUIRES: the table is sorted by that column.
 template <typename Row, std::size_t count, typename Key>
 constexpr std::span<const Row> rowsOf(const Row (&table)[count], Key Row::*column, Key key) {
     return std::span(std::ranges::lower_bound(table, key, {}, column),
