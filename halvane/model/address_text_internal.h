@@ -1,4 +1,4 @@
-// A hardware address in a description: as FancyFormatting has it, or "(null)" for an absent one.
+// A hardware address in a description, in the form of FancyFormatting; "(null)" if it is absent.
 #ifndef HALVANE_MODEL_ADDRESS_TEXT_INTERNAL_H
 #define HALVANE_MODEL_ADDRESS_TEXT_INTERNAL_H
 

@@ -29,20 +29,20 @@ bool fail(std::optional<Error>* error, HalvaneStatus status) {
     return false;
 }
 
-// An SSID is no secret, but is set too seldom for a way of its own.
+// An SSID is not secret, but is set too rarely to deserve separate code.
 Octets secretOctets(std::span<const std::uint8_t> bytes) {
     return ifMemoryAllows([bytes] { return secretBuffer(bytes); });
 }
 
-// Whether text has up to `limit` characters.
+// Returns whether the text has at most `limit` characters.
 bool isWithin(std::string_view text, std::size_t limit, std::optional<Error>* error) {
     return utf16Length(text) <= limit || fail(error, kStatusUnsupported);
 }
 
-// Text as the value of `field`.
+// Sets `field` to the octets of a text.
 bool setText(Octets& field, std::string_view text, std::optional<Error>* error) {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    Octets octets;  // made before the old ones go, for the text may be those
+    Octets octets;  // made first, since the text may be the old octets
     if (isUtf8(text)) octets = secretOctets({bytes, text.size()});
     field = std::move(octets);
     if (!field) return fail(error, kStatusNoMemory);
@@ -50,7 +50,7 @@ bool setText(Octets& field, std::string_view text, std::optional<Error>* error) 
     return true;
 }
 
-// Octets of hexadecimal text, up to `limit` of them.
+// Sets `field` to at most `limit` octets of hexadecimal text.
 bool setHex(Octets& field, std::string_view digits, std::size_t limit,
             std::optional<Error>* error) {
     std::optional<Error> failure;

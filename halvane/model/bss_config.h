@@ -1,16 +1,16 @@
 // The configuration of one network (BSS) that an interface hosts.
 //
-// A caller fills it from typed values or from option words, as a command line or a file gives them,
-// and has it derive the key material. As its skeleton it travels to the daemon.
+// A caller sets its fields from typed values, or from option words of a command line or file, and
+// lets it derive the key material. Its skeleton is what goes to the daemon.
 //
-// Nothing is judged as a whole: a record may allow what does not go together. The operations that
-// end in _error answer whether they succeeded. A failure stores an error of kDaemonErrorDomain,
-// with a code of halvane/base/status.h, where there is a place for it; a success clears that place.
+// The record does not check whether its fields fit together. Operations that end in _error return
+// whether they succeeded. On failure they store an error of kDaemonErrorDomain, with a code of
+// halvane/base/status.h, in `error` if that is given; on success they clear it.
 //
 // A value type that holds secrets: the passphrase and the key are in its memory, its skeleton and
-// its description. The operations that make them make buffers whose bytes are wiped when the last
-// copy goes; other texts of them are the caller's to wipe. Used by one thread at a time; the
-// class-level operations may be called from any.
+// its description. The buffers in which operations store them are wiped when the last copy is
+// destroyed; the caller wipes all other copies of these texts. Threads: only one thread at a time
+// may use a record; any thread may call the class-level operations.
 #ifndef HALVANE_MODEL_BSS_CONFIG_H
 #define HALVANE_MODEL_BSS_CONFIG_H
 
@@ -33,55 +33,56 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneBSSConfig : public BSSConfigValues {
   public:
-    // An open network of all PHY modes: allowAuthenticationOpen(), allowSecurityOpen() and the four
-    // allowPHY...() are true, eapolRetryCount() is 3, eapolRetryInterval() 100, eapolGTKRotation()
-    // 300; everything else is 0, false or absent.
+    // Creates an open network of all PHY modes: allowAuthenticationOpen(), allowSecurityOpen() and
+    // the four allowPHY...() are true, eapolRetryCount() is 3, eapolRetryInterval() 100,
+    // eapolGTKRotation() 300. Every other field is 0, false or absent.
     static HalvaneBSSConfig init();
 
-    // Missing keys read as 0, false or absent: the values of init() do not stand in for them.
+    // A missing key reads as 0, false or absent, not as the value of init().
     static HalvaneBSSConfig initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
-    // The fields in the order of halvane/model/bss_config_values.h; absent ones are left out.
+    // Writes the fields in the order of halvane/model/bss_config_values.h. Absent fields are left
+    // out.
     PropertyListDictionary skeletonRepresentation() const;
 
-    // What kind of network the flags make: the strongest allowed of WPS, WPA, WEP and open decides,
-    // and 802.1X key management tells the two kinds of WEP and WPA apart.
+    // Returns the kind of network that the flags describe: the strongest allowed one of WPS, WPA,
+    // WEP and open. 802.1X key management distinguishes the two kinds of WEP and of WPA.
     HalvaneSecurityKind wifiSecurity() const;
 
-    // Set the octets of ssid() or passphrase() to those of UTF-8 text.
+    // Set the octets of ssid() or passphrase() to those of a UTF-8 text.
     //
-    //   kStatusUnsupported  33 or more characters of an SSID, 64 or more of a passphrase, in UTF-16
+    //   kStatusUnsupported  an SSID of 33 or more characters, or a passphrase of 64 or more, in
+    //   UTF-16
     //                       code units; the octets may be more. The old value stays.
-    //   kStatusNoMemory     the text is not UTF-8, or there is no memory for it. The field is
-    //                       absent.
+    //   kStatusNoMemory     the text is not UTF-8, or out of memory. The field becomes absent.
     bool setSSID_error(std::string_view ssid, std::optional<Error>* error = nullptr);
     bool setWirelessPassphrase_error(std::string_view passphrase,
                                      std::optional<Error>* error = nullptr);
 
-    // The same from hexadecimal text, as ConfigParser::convertToDataFromHex reads it and with its
-    // codes beside these. After any failure the field is absent.
+    // The same from hexadecimal text, as ConfigParser::convertToDataFromHex reads it. Its codes
+    // apply too. After any failure the field is absent.
     //
-    //   kStatusUnsupported  33 or more octets of an SSID; those of a passphrase have no limit
+    //   kStatusUnsupported  an SSID of 33 or more octets; a passphrase may have any number
     bool setSSIDFromHexString_error(std::string_view digits, std::optional<Error>* error = nullptr);
     bool setWirelessPassphraseFromHexString_error(std::string_view digits,
                                                   std::optional<Error>* error = nullptr);
 
-    // The same from octets, which are taken as they are; a passphrase may have any number of them,
-    // and no octets at all are a present, empty field. std::bad_alloc leaves the field as it was.
+    // The same from octets, which are not checked. A passphrase may have any number of octets. No
+    // octets give a field that is present and empty. After std::bad_alloc the field is unchanged.
     void setSSID(const Ssid& ssid);
     void setPassphrase(std::span<const std::uint8_t> passphrase);
 
-    // A pre-shared key that was derived elsewhere; generateKeyMaterial() replaces it.
+    // Sets a pre-shared key that was derived elsewhere. generateKeyMaterial() replaces it.
     void setKeyMaterial(std::span<const std::uint8_t, kBSSKeySize> key);
 
     // Set the flags of a group from a comma-separated list of the words in
-    // halvane/model/bss_option_words.h: those of its words become true, the others false, so that
-    // an empty list allows nothing.
+    // halvane/model/bss_option_words.h. Flags whose words are listed become true, the others false.
+    // An empty list therefore allows nothing.
     //
-    //   kStatusUnsupported  a piece of the list is no word of the group
-    //   kStatusNoMemory     there is no memory for the list
+    //   kStatusUnsupported  an item of the list is not a word of the group
+    //   kStatusNoMemory     out of memory
     //
-    // After a failure the flags are as they were.
+    // After a failure the flags are unchanged.
     bool setAuthenticationWithOptionString_error(std::string_view words,
                                                  std::optional<Error>* error = nullptr);
     bool setSecurityWithOptionString_error(std::string_view words,
@@ -97,43 +98,45 @@ class HALVANE_EXPORT HalvaneBSSConfig : public BSSConfigValues {
     bool setWPSConfigurationMethodsString_error(std::string_view words,
                                                 std::optional<Error>* error = nullptr);
 
-    // No country is accepted: false, always. Neither the record nor the error is touched.
+    // Always returns false: no country is accepted. The record and the error are unchanged.
     bool setCountry_error(std::string_view country, std::optional<Error>* error = nullptr);
 
-    // Derives keyMaterial() where wifiSecurity() is kHalvaneSecurityWPAPSK: the key of passphrase()
-    // and ssid(), or absent where wpaPasswordHash gives none. Does nothing for other kinds.
+    // Derives keyMaterial() from passphrase() and ssid() if wifiSecurity() is
+    // kHalvaneSecurityWPAPSK. If wpaPasswordHash returns no key, keyMaterial() becomes absent. Does
+    // nothing for other kinds.
     void generateKeyMaterial();
 
-    // The pre-shared key of a passphrase, 32 bytes (IEEE 802.11-2020, J.4.1: PBKDF2 with HMAC-SHA1
-    // and 4096 iterations). The error is written after a failure only.
+    // Returns the pre-shared key of a passphrase, 32 bytes (IEEE 802.11-2020, J.4.1: PBKDF2 with
+    // HMAC-SHA1 and 4096 iterations). The error is changed only by a failure.
     //
-    //   absent, no error    a passphrase of exactly 32 bytes: it is no ready key either
-    //   kStatusUnsupported  no SSID, or one that has not 1 to 32 bytes; a passphrase that has not 8
-    //                       to 63 bytes, or one that isprint() does not know in the current locale
-    //   kStatusNoMemory     there is no memory for the key
+    //   absent, no error    a passphrase of exactly 32 bytes, which is not a ready key either
+    //   kStatusUnsupported  no SSID, or one that does not have 1 to 32 bytes; a passphrase that
+    //   does not
+    //                       have 8 to 63 bytes, or that isprint() refuses in the current locale
+    //   kStatusNoMemory     out of memory
     static std::optional<ByteBuffer> wpaPasswordHash_withSSID_error(
         const std::optional<ByteBuffer>& passphrase, const std::optional<ByteBuffer>& ssid,
         std::optional<Error>* error = nullptr);
 
-    // One block of such a key, 20 bytes: the function F of PBKDF2 (RFC 8018, 5.2), of the block
-    // `count`, from 1 on. 0 iterations are taken for 1. Nothing is asked of the passphrase.
-    // REQUIRES: an SSID of at most 32 bytes, as there is no other; what is longer is hashed whole.
+    // Returns one block of such a key, 20 bytes: the function F of PBKDF2 (RFC 8018, 5.2) for block
+    // `count`, counted from 1. 0 iterations count as 1. The passphrase is not checked.
+    // REQUIRES: an SSID of at most 32 bytes, which every SSID has; a longer one is hashed whole.
     static ByteBuffer F_withSSID_withIterations_withCount(const ByteBuffer& passphrase,
                                                           const ByteBuffer& ssid,
                                                           std::uint32_t iterations,
                                                           std::uint32_t count);
 
-    // Lines of padded labels, passphrase and key among them.
+    // Lines of padded labels, including the passphrase and the key.
     std::string description() const;
 
-    // All fields are equal.
+    // Equal configurations have equal fields.
     friend bool operator==(const HalvaneBSSConfig&, const HalvaneBSSConfig&) = default;
 
   private:
-    // A bare object: 0, false or absent.
+    // An object whose fields are all 0, false or absent.
     HalvaneBSSConfig() = default;
 
-    // Null where there is no memory for them, which `error` tells then.
+    // Returns null, and stores the error, if memory runs out.
     Fields* fieldsToSet(std::optional<Error>* error);
 };
 

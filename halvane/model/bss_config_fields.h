@@ -1,4 +1,4 @@
-// What a BSS configuration holds (halvane/model/bss_config.h). Programs use that class and not
+// The fields of a BSS configuration (halvane/model/bss_config.h). Programs use that class and not
 // these fields.
 #ifndef HALVANE_MODEL_BSS_CONFIG_FIELDS_H
 #define HALVANE_MODEL_BSS_CONFIG_FIELDS_H
@@ -11,7 +11,7 @@
 
 namespace halvane {
 
-// A fresh one is what an empty skeleton gives: 0, false or nothing in each.
+// A fresh object equals that of an empty skeleton: each field is 0, false or absent.
 struct BSSConfigFields {
     std::optional<ByteBuffer> ssid;
     std::optional<ByteBuffer> passphrase;

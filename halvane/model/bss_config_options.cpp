@@ -14,7 +14,7 @@ namespace halvane {
 
 namespace {
 
-// The words of the group that `text` lists.
+// Returns the words of the group that `text` lists.
 template <std::size_t kCount>
 auto wordsListed(const std::array<BSSOption, kCount>& group, std::string_view text,
                  std::optional<Error>* error) {
@@ -23,7 +23,7 @@ auto wordsListed(const std::array<BSSOption, kCount>& group, std::string_view te
     return ConfigParser::convertParamStringToArray_error(text, words, error);
 }
 
-// The flags of the listed words become true, the group's others false.
+// Sets the flags of the listed words to true, and the group's other flags to false.
 template <std::size_t kCount>
 bool allowOnly(HalvaneBSSConfig& configuration, const std::array<BSSOption, kCount>& group,
                const std::optional<std::vector<std::string>>& listed) {

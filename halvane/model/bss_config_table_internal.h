@@ -1,17 +1,17 @@
-// The fields of a BSS configuration as one list, for whatever treats all of them alike.
+// The fields of a BSS configuration as one list, for code that treats all fields alike.
 #ifndef HALVANE_MODEL_BSS_CONFIG_TABLE_INTERNAL_H
 #define HALVANE_MODEL_BSS_CONFIG_TABLE_INTERNAL_H
 
 #include <string>
 
-// The fields in the order of a skeleton, each with its key there:
+// The fields in the order of a skeleton, each with its key:
 //
-//   GIVEN(type, getter, key)           may be absent; changed by an operation of its own
+//   GIVEN(type, getter, key)           may be absent; an operation of its own changes it
 //   NUMBER(getter, setter, key, value) signed 64-bit, with its value at init()
 //   FLAG(getter, setter, key, value)   likewise
 //   NAME(getter, setter, key)          text that may be absent
 //
-// The keys of two authentication flags have one word too many, which belongs to the format.
+// The keys of two authentication flags have one superfluous word, which the format requires.
 #define HALVANE_BSS_CONFIG_FIELDS(GIVEN, NUMBER, FLAG, NAME)                                     \
     GIVEN(ByteBuffer, ssid, "SSID")                                                              \
     GIVEN(ByteBuffer, passphrase, "Passphrase")                                                  \

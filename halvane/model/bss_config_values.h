@@ -1,5 +1,5 @@
-// The fields of a BSS configuration, each with its getter and, where it stands for itself, its
-// setter. Programs use them through HalvaneBSSConfig (halvane/model/bss_config.h).
+// The fields of a BSS configuration, with their getters and the setters of independent fields.
+// Programs use them through HalvaneBSSConfig (halvane/model/bss_config.h).
 //
 // A skeleton has the fields in this order.
 #ifndef HALVANE_MODEL_BSS_CONFIG_VALUES_H
@@ -18,23 +18,24 @@ namespace halvane {
 
 class BSSConfigValues {
   public:
-    // The octets that were set, and the 32 of a pre-shared key; changed by operations of the
-    // record.
+    // The octets of the SSID and of the passphrase, and the 32 of a pre-shared key. Operations of
+    // the record change them.
     const std::optional<ByteBuffer>& ssid() const { return fields_->ssid; }
     const std::optional<ByteBuffer>& passphrase() const { return fields_->passphrase; }
     const std::optional<ByteBuffer>& keyMaterial() const { return fields_->keyMaterial; }
 
-    // The place among several configurations.
+    // The position among several configurations.
     std::int64_t preferredOrder() const { return fields_->preferredOrder; }
     void setPreferredOrder(std::int64_t value) { fields_.change().preferredOrder = value; }
 
-    // The primary channel's number, and MHz.
+    // The primary channel's number, and a width in MHz.
     std::int64_t channel() const { return fields_->channel; }
     void setChannel(std::int64_t value) { fields_.change().channel = value; }
     std::int64_t channelWidth() const { return fields_->channelWidth; }
     void setChannelWidth(std::int64_t value) { fields_.change().channelWidth = value; }
 
-    // The retries of a handshake message, the interval between them, and that of new group keys.
+    // The number of retries of a handshake message, the interval between them, and the interval
+    // between new group keys.
     std::int64_t eapolRetryCount() const { return fields_->eapolRetryCount; }
     void setEapolRetryCount(std::int64_t value) { fields_.change().eapolRetryCount = value; }
     std::int64_t eapolRetryInterval() const { return fields_->eapolRetryInterval; }
@@ -42,7 +43,7 @@ class BSSConfigValues {
     std::int64_t eapolGTKRotation() const { return fields_->eapolGTKRotation; }
     void setEapolGTKRotation(std::int64_t value) { fields_.change().eapolGTKRotation = value; }
 
-    // From a skeleton alone.
+    // Only a skeleton sets this.
     const std::optional<std::string>& country() const { return fields_->country; }
 
     // Authentication.
@@ -123,7 +124,7 @@ class BSSConfigValues {
     bool allowPushbutton() const { return fields_->allowPushbutton; }
     void setAllowPushbutton(bool value) { fields_.change().allowPushbutton = value; }
 
-    // What WPS tells of the device.
+    // The device description that WPS sends.
     const std::optional<std::string>& wpsDeviceName() const { return fields_->wpsDeviceName; }
     void setWpsDeviceName(std::optional<std::string> name) {
         fields_.change().wpsDeviceName = std::move(name);
@@ -143,7 +144,7 @@ class BSSConfigValues {
         fields_.change().wpsModelNumber = std::move(name);
     }
 
-    // The PIN of 8 digits as a number; 0 where there is none.
+    // The PIN of 8 digits as a number; 0 if there is none.
     std::int64_t wpsPIN() const { return fields_->wpsPIN; }
     void setWpsPIN(std::int64_t value) { fields_.change().wpsPIN = value; }
 
@@ -164,8 +165,8 @@ class BSSConfigValues {
 
     friend bool operator==(const BSSConfigValues&, const BSSConfigValues&) = default;
 
-    // In a box, for a daemon's reply may hold a configuration in every few bytes of text, with next
-    // to nothing in each.
+    // In a box, since a daemon's reply may hold an almost empty configuration in every few bytes of
+    // text.
     Boxed<Fields> fields_;
 };
 

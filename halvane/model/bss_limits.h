@@ -1,4 +1,4 @@
-// The sizes of an SSID, and of a passphrase and the pre-shared key that is made of it.
+// The sizes of an SSID, of a passphrase, and of the pre-shared key derived from a passphrase.
 #ifndef HALVANE_MODEL_BSS_LIMITS_H
 #define HALVANE_MODEL_BSS_LIMITS_H
 

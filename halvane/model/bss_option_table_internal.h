@@ -1,4 +1,4 @@
-// The words of a group together with the flags that they stand for.
+// The words of each group with the flags that they set.
 #ifndef HALVANE_MODEL_BSS_OPTION_TABLE_INTERNAL_H
 #define HALVANE_MODEL_BSS_OPTION_TABLE_INTERNAL_H
 

@@ -1,8 +1,8 @@
-// A station associated with a network that the machine hosts: the record of a station as seen in
-// the air, with when it came and went.
+// A station associated with a network that the machine hosts: its record as seen in the air, and
+// the times when it came and went.
 //
-// Whoever tracks the station sets its fields; nothing here changes them. A value type, used by one
-// thread at a time.
+// The code that tracks the station sets the fields; nothing here changes them. A value type; only
+// one thread at a time may use it.
 #ifndef HALVANE_MODEL_CLIENT_H
 #define HALVANE_MODEL_CLIENT_H
 
@@ -19,20 +19,21 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
   public:
-    // A station of that address, created now, not associated, with deauthReason() 1.
+    // Creates the record of a station, created now, not associated, with deauthReason() 1.
     static HalvaneClient initWithMAC(const ByteBuffer& mac);
 
-    // Reads the keys of a HalvaneMAC and its own; a missing one reads as 0 or false.
+    // Reads the keys of a HalvaneMAC and its own. A missing key of its own reads as 0 or false.
     static HalvaneClient initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
-    // The keys of a HalvaneMAC, then "isAssociated", "createTime", "joinTime", "leftTime" and
-    // "deauthReason", always written.
+    // Writes the keys of a HalvaneMAC, and then always "isAssociated", "createTime", "joinTime",
+    // "leftTime" and "deauthReason".
     PropertyListDictionary skeletonRepresentation() const override;
 
     bool isAssociated() const { return station_->isAssociated; }
     void setIsAssociated(bool value) { station_.change().isAssociated = value; }
 
-    // Microseconds of system up-time: of creation, of joining, and of leaving; 0 before.
+    // Times of creation, of joining and of leaving, in microseconds of system up-time; 0 if not yet
+    // set.
     std::uint64_t createTime() const { return station_->createTime; }
     void setCreateTime(std::uint64_t value) { station_.change().createTime = value; }
     std::uint64_t joinTime() const { return station_->joinTime; }
@@ -40,7 +41,8 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
     std::uint64_t leftTime() const { return station_->leftTime; }
     void setLeftTime(std::uint64_t value) { station_.change().leftTime = value; }
 
-    // Why it was last sent away: a reason code of IEEE 802.11-2020, 9.4.1.7; 1 is "unspecified".
+    // The reason of the last deauthentication, a code of IEEE 802.11-2020, 9.4.1.7; 1 is
+    // "unspecified".
     std::uint64_t deauthReason() const { return station_->deauthReason; }
     void setDeauthReason(std::uint64_t value) { station_.change().deauthReason = value; }
 
@@ -48,7 +50,7 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
     // newline.
     std::string description() const override;
 
-    // Equal as HalvaneMAC records, and in the five fields.
+    // Equal clients are equal as HalvaneMAC records and in the five fields.
     friend HALVANE_EXPORT bool operator==(const HalvaneClient& a, const HalvaneClient& b);
 
   private:
@@ -65,7 +67,7 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
         friend bool operator==(const Station& a, const Station& b) = default;
     };
 
-    // Boxed as the base's fields are.
+    // Boxed like the fields of the base class.
     Boxed<Station> station_;
 };
 

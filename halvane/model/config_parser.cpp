@@ -35,12 +35,12 @@ std::string_view withoutLeadingSpace(std::string_view text) {
     return {std::ranges::find_if_not(text, isSpace), text.end()};
 }
 
-// What the C layer takes for a text; a null one would be a missing one to it.
+// The C layer takes a null pointer for a missing text, so an empty text needs another one.
 const char* placeOf(std::string_view text) {
     return text.data() != nullptr ? text.data() : "";
 }
 
-// Absent where a piece of the list is none of `words`.
+// Absent if an item of the list is not in `words`.
 std::optional<std::vector<std::string>> knownWordsOf(std::string_view text,
                                                      std::span<const std::string_view> words) {
     std::vector<std::string> found;
@@ -60,7 +60,7 @@ std::optional<std::vector<std::string>> knownWordsOf(std::string_view text,
 struct HexReading {
     std::size_t written = 0;
     std::size_t total = 0;
-    std::string_view rest;  // from where the digits ended
+    std::string_view rest;  // the text after the digits
 };
 
 HexReading readHex(std::string_view text, std::uint8_t* bytes, std::size_t capacity) {
@@ -72,7 +72,7 @@ HexReading readHex(std::string_view text, std::uint8_t* bytes, std::size_t capac
     return reading;
 }
 
-// Characters behind the digits are no harm, but digits behind a gap look like lost ones.
+// Characters after the digits are harmless, but digits after a gap suggest lost digits.
 HalvaneStatus statusOf(const HexReading& reading, std::size_t capacity) {
     const std::string_view rest = withoutLeadingSpace(reading.rest);
     if (rest.empty()) return kStatusOK;

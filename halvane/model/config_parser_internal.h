@@ -1,4 +1,4 @@
-// The part of a conversion that depends on how much it was given room for.
+// The part of the hexadecimal conversion that depends on the capacity of a buffer.
 #ifndef HALVANE_MODEL_CONFIG_PARSER_INTERNAL_H
 #define HALVANE_MODEL_CONFIG_PARSER_INTERNAL_H
 
@@ -11,9 +11,9 @@
 
 namespace halvane::ConfigParser {
 
-// convertToDataFromHex through a scratch buffer of `capacity` bytes. With one that the bytes do not
-// fit in, digits after a gap are kStatusTruncated; where nothing else is wrong, a caller that gave
-// a place for the error gets kStatusUnsupported, another one the bytes that fit.
+// convertToDataFromHex with a scratch buffer of `capacity` bytes. If the bytes do not fit, digits
+// after a gap give kStatusTruncated. Without another fault, a caller that gave `error` gets
+// kStatusUnsupported, and any other caller gets the bytes that fit.
 std::optional<ByteBuffer> dataFromHexWithin(std::string_view text, std::size_t capacity,
                                             std::optional<Error>* error);
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kMAC = "MAC";
 constexpr const char* kIndex = "Index";
-// The key that the format has for numRadioChains().
+// The format's key for numRadioChains().
 constexpr const char* kNumberSpatialStreams = "NumberSpatialStreams";
 
 }  // namespace

@@ -1,6 +1,6 @@
 // One Wi-Fi device, as the daemon reports it.
 //
-// A value type, used by one thread at a time.
+// A value type; only one thread at a time may use it.
 #ifndef HALVANE_MODEL_DEVICE_H
 #define HALVANE_MODEL_DEVICE_H
 
@@ -18,14 +18,14 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneDevice {
   public:
-    // A device without radio chains, so far. The address may be absent.
+    // Creates a device without radio chains. The address may be absent.
     static HalvaneDevice initWithMACAddress_withIndex(const std::optional<ByteBuffer>& address,
                                                       std::uint64_t index);
 
-    // A missing key reads as 0, a missing address as an empty one.
+    // A missing key reads as 0, and a missing address as an empty one.
     static HalvaneDevice initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
-    // "MAC" unless there is no address, "Index", and "NumberSpatialStreams" (numRadioChains()).
+    // Writes "MAC" if there is an address, "Index", and "NumberSpatialStreams" (numRadioChains()).
     PropertyListDictionary skeletonRepresentation() const;
 
     // The hardware address, 6 bytes.
@@ -33,7 +33,7 @@ class HALVANE_EXPORT HalvaneDevice {
 
     std::uint64_t deviceIndex() const { return fields_->deviceIndex; }
 
-    // Radio chains, and so spatial streams.
+    // The number of radio chains, which is that of spatial streams.
     std::uint64_t numRadioChains() const { return fields_->numRadioChains; }
     void setNumRadioChains(std::uint64_t value) { fields_.change().numRadioChains = value; }
 
@@ -45,7 +45,7 @@ class HALVANE_EXPORT HalvaneDevice {
   private:
     HalvaneDevice() = default;
 
-    // Fresh ones are those of an empty skeleton.
+    // Fresh fields equal those of an empty skeleton.
     struct Fields {
         std::optional<ByteBuffer> MACAddress{std::in_place};
         std::uint64_t deviceIndex = 0;
@@ -54,7 +54,7 @@ class HALVANE_EXPORT HalvaneDevice {
         friend bool operator==(const Fields&, const Fields&) = default;
     };
 
-    // In a box, for a daemon's reply may hold a device in every few bytes of text.
+    // In a box, since a daemon's reply may hold a device in every few bytes of text.
     Boxed<Fields> fields_;
 };
 

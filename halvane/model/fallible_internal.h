@@ -1,4 +1,4 @@
-// How a fallible operation of the model or the daemon client tells its outcome.
+// How an operation of the model or of the daemon client reports success or failure.
 #ifndef HALVANE_MODEL_FALLIBLE_INTERNAL_H
 #define HALVANE_MODEL_FALLIBLE_INTERNAL_H
 
@@ -10,7 +10,7 @@
 
 namespace halvane {
 
-// Both do nothing where the caller has given no place, and neither allocates.
+// Both functions do nothing if `place` is null. Neither allocates.
 inline void storeError(std::optional<Error>* place, std::int64_t code) noexcept {
     if (place != nullptr) *place = daemonError(code);
 }

@@ -22,7 +22,7 @@ bool areEqual(const HalvaneDevice* a, const HalvaneDevice* b) {
     return a == b || (a != nullptr && b != nullptr && *a == *b);
 }
 
-// What the engine prints for an array: each element's own text.
+// Returns the texts of the channels, which the engine prints as an array.
 PropertyListValue descriptionsOf(const std::vector<HalvaneChannel>& channels) {
     PropertyListArray texts;
     texts.reserve(channels.size());

@@ -9,7 +9,7 @@ namespace halvane {
 
 namespace {
 
-// The index of a block as it follows the SSID in what F starts with: most significant byte first.
+// Returns a block's index as it follows the SSID in the input of F: most significant byte first.
 std::array<std::uint8_t, sizeof(std::uint32_t)> bytesOf(std::uint32_t index) {
     std::array<std::uint8_t, sizeof(index)> bytes{};
     for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte, index >>= CHAR_BIT) {

@@ -1,10 +1,10 @@
-// The kind of network that a BSS configuration makes.
+// The kinds of network that a BSS configuration describes.
 #ifndef HALVANE_MODEL_SECURITY_KIND_H
 #define HALVANE_MODEL_SECURITY_KIND_H
 
 namespace halvane {
 
-// What HalvaneBSSConfig::wifiSecurity() returns.
+// The results of HalvaneBSSConfig::wifiSecurity().
 enum HalvaneSecurityKind : unsigned {
     kHalvaneSecurityNone = 0,
     kHalvaneSecurityOpen = 1,
