@@ -1,5 +1,5 @@
-// The 20/40 BSS Coexistence element (IEEE 802.11-2020, 9.4.2.59): a named placeholder. It holds no
-// fields and nothing builds it.
+// The 20/40 BSS Coexistence element (IEEE 802.11-2020, 9.4.2.59): a placeholder without fields.
+// Nothing builds it.
 #ifndef HALVANE_IE_BSS_COEXISTENCE_IE_H
 #define HALVANE_IE_BSS_COEXISTENCE_IE_H
 

@@ -1,6 +1,6 @@
 // A channel triplet of the Country element: a run of channels and its transmit power limit.
 //
-// IEEE 802.11-2020, 9.4.2.8: a triplet is one of these while its first octet is at most 200.
+// IEEE 802.11-2020, 9.4.2.8: a triplet whose first octet is at most 200 is a channel triplet.
 // A value type, used by one thread at a time.
 #ifndef HALVANE_IE_CHANNEL_TUPLE_H
 #define HALVANE_IE_CHANNEL_TUPLE_H
@@ -18,18 +18,17 @@ class HALVANE_EXPORT HalvaneChannelTuple {
     // All fields 0.
     HalvaneChannelTuple() = default;
 
-    // A triplet is 3 bytes: of a longer one the rest is ignored, and a field that a shorter one
-    // lacks stays 0.
+    // A triplet has 3 bytes. Bytes after them are ignored; fields that a shorter one lacks stay 0.
     // REQUIRES: `tuple` points to `length` bytes.
     static HalvaneChannelTuple initWithTuple_withLength(const std::uint8_t* tuple,
                                                         std::size_t length);
 
     std::uint8_t firstChannel() const { return firstChannel_; }
 
-    // How many channels the run has, the first one included.
+    // The number of channels in the run, the first one included.
     std::uint8_t numChannels() const { return numChannels_; }
 
-    // dBm, as the element carries it.
+    // In dBm, as the element carries it.
     std::uint8_t maxTxPower() const { return maxTxPower_; }
 
     // One line without a newline.

@@ -1,10 +1,10 @@
-// The Country element (ID 7): a country string, and triplets that tell where and how loudly a
-// station may transmit there.
+// The Country element (ID 7): a country string, and triplets that state on which channels and with
+// which power a station may transmit there.
 //
 // IEEE 802.11-2020, 9.4.2.8:
 //
 //     0     element ID 7
-//     1     length; not looked at: the buffer's own size counts
+//     1     length; ignored: the buffer's own size counts
 //     2-4   country string: two letters and the environment octet
 //     5-    triplets of 3 octets; 1 or 2 octets at the end are padding
 //
@@ -29,20 +29,20 @@ class HALVANE_EXPORT HalvaneCountryIE {
     // An empty object: nothing present, not valid.
     HalvaneCountryIE() = default;
 
-    // Decodes `ie`, the whole element with its header.
+    // Decodes `ie`, the whole element including its header.
     static HalvaneCountryIE initWithIE(const ByteBuffer& ie);
 
     // The whole element.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
 
-    // True once built from an element, however short: a short one lacks the country string or the
-    // triplets, and is not invalid for that.
+    // True once built from an element, however short. An element without country string or triplets
+    // is valid too.
     bool isValid() const { return isValid_; }
 
-    // 3 bytes, kept as bytes since nothing makes them text.
+    // 3 bytes. No operation converts them to text.
     const std::optional<ByteBuffer>& countryCode() const { return countryCode_; }
 
-    // Each kind in element order; absent, and not empty, while the element has none of it.
+    // The triplets of each kind in element order; absent, not empty, if the element has none.
     const std::optional<std::vector<HalvaneChannelTuple>>& channelTuples() const {
         return channelTuples_;
     }
@@ -50,10 +50,10 @@ class HALVANE_EXPORT HalvaneCountryIE {
         return regulatoryTuples_;
     }
 
-    // Decodes rawIE() anew.
+    // Decodes rawIE() again.
     void parseIE();
 
-    // Lines of four-space-indented, padded labels.
+    // Lines with padded labels, indented by four spaces.
     std::string description() const;
 
   private:

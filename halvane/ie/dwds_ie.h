@@ -1,12 +1,13 @@
-// The maker's dynamic WDS element: a base station's part in a wireless distribution system.
+// The manufacturer's dynamic WDS element: the role of a base station in a wireless distribution
+// system.
 //
 // A vendor-specific element (IEEE 802.11-2020, 9.4.2.25):
 //
 //     0      element ID 221
-//     1      length; not looked at: the buffer's own size counts
+//     1      length; ignored: the buffer's own size counts
 //     2-4    kVendorOUI
 //     5      vendor type 1
-//     6-7    not read
+//     6-7    ignored
 //     8      role
 //     9-12   flags, big-endian, unlike the fields of other elements
 //
@@ -28,7 +29,7 @@ class HALVANE_EXPORT HalvaneDWDSIE {
     // An empty object: nothing present, not valid.
     HalvaneDWDSIE() = default;
 
-    // Decodes `ie`, the whole element with its header.
+    // Decodes `ie`, the whole element including its header.
     static HalvaneDWDSIE initWithIE(const ByteBuffer& ie);
 
     // The whole element.
@@ -37,22 +38,22 @@ class HALVANE_EXPORT HalvaneDWDSIE {
     // True once built from an element, however short.
     bool isValid() const { return isValid_; }
 
-    // The role's text; "Unknown" too for an element that ends before its role.
+    // The role's text; also "Unknown" if the element ends before its role.
     const std::optional<std::string>& DWDSRole() const { return role_; }
 
-    // All false for an element that ends before or within its flags.
+    // All false if the element ends before or within its flags.
     bool isAMPDUNotSupportedOverDWDS() const { return hasFlag(0); }
     bool isAMPDUWorkaroundOverDWDS() const { return hasFlag(1); }
     bool isAMPDUFullSupportOverDWDS() const { return hasFlag(2); }
     bool isClosedNetworkOverDWDS() const { return hasFlag(3); }
 
-    // Decodes rawIE() anew.
+    // Decodes rawIE() again.
     void parseIE();
 
     // 0 "Inactive", 1 "Master", 2 "Relay", 3 "Remote", any other "Unknown".
     static std::string stringValueForDWDSRole(std::uint8_t role);
 
-    // Lines of four-space-indented, padded labels.
+    // Lines with padded labels, indented by four spaces.
     std::string description() const;
 
   private:

@@ -1,4 +1,4 @@
-// How the library prints addresses, byte strings and hex dumps: the one place where it is decided.
+// The one place that decides how the library prints addresses, byte strings and hex dumps.
 //
 // Free functions without state; any thread may call them.
 #ifndef HALVANE_IE_FANCY_FORMATTING_H
@@ -12,17 +12,17 @@
 
 namespace halvane::FancyFormatting {
 
-// The first six bytes as "02:1A:2B:3C:4D:5E"; a shorter buffer prints the octets that it has.
+// Returns the first six bytes as "02:1A:2B:3C:4D:5E", or all bytes of a shorter buffer.
 HALVANE_EXPORT std::string formattedMAC(const ByteBuffer& address);
 
-// Each byte as itself where it is printable ASCII (32 to 126), else as ".". With the flag the
-// buffer's lower-case hexadecimal digits and "  |  " stand before: "616200  |  ab.".
+// Prints each byte as a character if it is printable ASCII (32 to 126), otherwise as ".". With
+// `includeHex` the bytes in lower-case hexadecimal digits and "  |  " come first: "616200  |  ab.".
 HALVANE_EXPORT std::string formattedData_includeHex(const ByteBuffer& data, bool includeHex);
 
-// "%02X " of each byte, the trailing space included, with a newline between runs of 32 bytes.
+// Prints each byte as "%02X ", including the trailing space, with a newline after every 32 bytes.
 HALVANE_EXPORT std::string formattedHexData(const ByteBuffer& data);
 
-// The same of a buffer that may be absent: "(null)" then.
+// The same; returns "(null)" if the buffer is absent.
 HALVANE_EXPORT std::string formattedHexData(const std::optional<ByteBuffer>& data);
 
 }  // namespace halvane::FancyFormatting

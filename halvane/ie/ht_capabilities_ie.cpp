@@ -24,8 +24,8 @@ constexpr unsigned kDynamicSMPowerSave = 1;
 constexpr std::int64_t kShortAMSDULength = 3839;
 constexpr std::int64_t kLongAMSDULength = 7935;
 
-// The rows of the capability field in a description: a text where the value is a boolean, a
-// format for a number where it is not.
+// The rows of the capability field in a description: a text for a boolean value, a format for a
+// number.
 struct BooleanLine {
     const char* format;
     bool (HalvaneHTCapabilitiesIE::*value)() const;
@@ -121,7 +121,7 @@ void HalvaneHTCapabilitiesIE::parseCapabilities() {
     supportsLSIGTXOPProtectionSupport_ = bit(15);
 }
 
-// Bit i of the bitmask, counted through the bytes from the least significant bit of each, is MCS i.
+// Counted from the least significant bit of the first byte, bit i of the bitmask is MCS i.
 void HalvaneHTCapabilitiesIE::parseSupportedMCSSet() {
     if (!mcsRates_) mcsRates_.emplace();
     if (!supportedMCSSet_) return;

@@ -21,16 +21,16 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
     // An empty object: not valid, every field zero or absent.
     HalvaneHTCapabilitiesIE() = default;
 
-    // Decodes the whole element, ID and length included.
+    // Decodes the whole element, including ID and length.
     static HalvaneHTCapabilitiesIE initWithIE(const ByteBuffer& ie);
 
     // The whole element; absent in an empty object.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
 
-    // False for an element of any other size, of which nothing is decoded.
+    // False for an element of any other size, which is not decoded.
     bool isValid() const { return isValid_; }
 
-    // The HT capability information field (figure 9-376), and what its bits mean.
+    // The HT capability information field (figure 9-376) and its decoded bits.
     std::uint16_t capabilities() const { return capabilities_; }
     bool supportsLDPCCoding() const { return supportsLDPCCoding_; }
     bool supports40MHzOperation() const { return supports40MHzOperation_; }
@@ -40,10 +40,10 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
     bool supports20MHzShortGI() const { return supports20MHzShortGI_; }
     bool supports40MHzShortGI() const { return supports40MHzShortGI_; }
     bool supportsTxSTBC() const { return supportsTxSTBC_; }
-    // Spatial streams, 0 to 3.
+    // The number of spatial streams, 0 to 3.
     std::int64_t numSupportedRxSTBC() const { return numSupportedRxSTBC_; }
     bool supportsHTDelayedBlockAck() const { return supportsHTDelayedBlockAck_; }
-    // Octets: 3839 or 7935 once decoded.
+    // In octets: 3839 or 7935 once decoded.
     std::int64_t maximumAMSDULength() const { return maximumAMSDULength_; }
     bool supportsDSSSCCK40MHz() const { return supportsDSSSCCK40MHz_; }
     bool fortyMHzIntolerant() const { return fortyMHzIntolerant_; }
@@ -54,7 +54,7 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
     // The 16 bytes of the supported MCS set field (figure 9-378).
     const std::optional<ByteBuffer>& supportedMCSSet() const { return supportedMCSSet_; }
 
-    // The MCS indices, 0 to 76, whose bit is set in the receive bitmask, ascending.
+    // The MCS indices, 0 to 76, whose bits are set in the receive bitmask, ascending.
     const std::optional<std::vector<Number>>& mcsRates() const { return mcsRates_; }
 
     std::uint16_t extendedCapabilities() const { return extendedCapabilities_; }
@@ -63,17 +63,17 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
     }
     std::uint8_t aselCapability() const { return aselCapability_; }
 
-    // Decodes rawIE(): fixed size, then the two stages below.
+    // Decodes rawIE(): checks its size, then runs the two stages below.
     void parseIE();
 
-    // Decodes capabilities() into its booleans and numbers.
+    // Decodes capabilities() into booleans and numbers.
     void parseCapabilities();
 
-    // Appends the indices of supportedMCSSet() to mcsRates(), which is created if absent and not
-    // emptied first.
+    // Appends the indices of supportedMCSSet() to mcsRates(). It creates mcsRates() if absent and
+    // never empties it.
     void parseSupportedMCSSet();
 
-    // Lines of four-space-indented, padded labels.
+    // Lines with padded labels, indented by four spaces.
     std::string description() const;
 
   private:

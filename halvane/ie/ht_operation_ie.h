@@ -19,30 +19,30 @@ class HALVANE_EXPORT HalvaneHTOperationIE {
     // An empty object: not valid, every field zero or absent.
     HalvaneHTOperationIE() = default;
 
-    // Decodes the whole element, ID and length included.
+    // Decodes the whole element, including ID and length.
     static HalvaneHTOperationIE initWithIE(const ByteBuffer& ie);
 
     // The whole element; absent in an empty object.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
 
-    // False for an element of any other size, of which nothing is decoded.
+    // False for an element of any other size, which is not decoded.
     bool isValid() const { return isValid_; }
 
     std::int64_t primaryChannel() const { return primaryChannel_; }
 
-    // The five octets of the HT operation information after the primary channel (figure 9-385):
-    // the first is decoded below, the others are kept raw for callers that need their bits.
+    // The five octets of the HT operation information after the primary channel (figure 9-385). The
+    // first is decoded below; the others stay raw for callers that need their bits.
     std::uint8_t capabilities1() const { return capabilities1_; }
     std::uint16_t capabilities2() const { return capabilities2_; }
     std::uint16_t capabilities3() const { return capabilities3_; }
 
-    // 0 no secondary channel, 1 above the primary one, 3 below it.
+    // 0: no secondary channel, 1: above the primary channel, 3: below it.
     std::int64_t secondaryChannelOffset() const { return secondaryChannelOffset_; }
-    // MHz: 20 or 40 once decoded, 0 before.
+    // In MHz: 20 or 40 once decoded, 0 before.
     std::int64_t staChannelWidth() const { return staChannelWidth_; }
     bool supportsRIFS() const { return supportsRIFS_; }
 
-    // Declared for callers, never decoded: always 0 or false, whatever the raw fields hold.
+    // Never decoded: always 0 or false, whatever the raw fields contain.
     std::int64_t htProtectionMode() const { return 0; }
     bool nonGreenfieldHTSTAsPresent() const { return false; }
     bool nonHTSTAsPresentOBSS() const { return false; }
@@ -57,7 +57,7 @@ class HALVANE_EXPORT HalvaneHTOperationIE {
     // The 16 bytes of the basic HT-MCS set.
     const std::optional<ByteBuffer>& basicMCSSet() const { return basicMCSSet_; }
 
-    // Decodes rawIE(): fixed size, then the stage below.
+    // Decodes rawIE(): checks its size, then runs the stage below.
     void parseIE();
 
     // Decodes capabilities1().
@@ -66,7 +66,7 @@ class HALVANE_EXPORT HalvaneHTOperationIE {
     // "Not Present", "Above Primary" or "Below Primary"; absent for any other value.
     static std::optional<std::string> stringValueForSecondaryChannelOffset(std::int64_t offset);
 
-    // Lines of four-space-indented, padded labels.
+    // Lines with padded labels, indented by four spaces.
     std::string description() const;
 
   private:

@@ -1,4 +1,4 @@
-// One time-stamped sample of a link. It stores, it does not judge.
+// One time-stamped sample of a link. It only stores values.
 //
 // A value type, used by one thread at a time.
 #ifndef HALVANE_IE_LINK_QUALITY_H
@@ -13,16 +13,17 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneLinkQuality {
   public:
-    // A sample taken now: the signal level in dBm and the transmit rate in Mbit/s.
+    // Creates a sample of the present time: the signal level in dBm and the transmit rate in
+    // Mbit/s.
     static HalvaneLinkQuality initWithRSSI_withTxRate(const Number& rssi, const Number& txRate);
 
     // Microseconds of system up-time, unsigned.
     const Number& timestamp() const { return timestamp_; }
 
-    // dBm, real: the whole part of what was given.
+    // In dBm, real: the integer part of the given level.
     const Number& rssi() const { return rssi_; }
 
-    // Mbit/s, real.
+    // In Mbit/s, real.
     const Number& txRate() const { return txRate_; }
 
     // "<timestamp> RSSI <rssi>, Tx Rate <rate>"

@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::uint64_t kAveragingPeriod = 30'000'000;  // microseconds
 
-// Whether sums of as many such rates as the history holds need no rounding, and so are the same in
-// whatever order rates are added and taken away.
+// Returns whether sums of such rates, as many as the history holds, are exact. Their order does not
+// matter then.
 bool isEven(double rate) {
     constexpr double kLargest = 4294967296;
     constexpr double kSteps = 1024;
@@ -55,7 +55,7 @@ void HalvaneLinkQualityHistory::uncountOldest() {
     }
 }
 
-// A sum that rounds depends on the order.
+// Inexact sums depend on the order.
 double HalvaneLinkQualityHistory::averageRate() const {
     double sum = sum_;
     if (uneven_ > 0) {

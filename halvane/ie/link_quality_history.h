@@ -23,7 +23,7 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
     HalvaneLinkQualityHistory() = default;
     HalvaneLinkQualityHistory(const HalvaneLinkQualityHistory&) = default;
     HalvaneLinkQualityHistory& operator=(const HalvaneLinkQualityHistory&) = default;
-    // What is moved from becomes empty.
+    // A moved-from history is empty.
     HalvaneLinkQualityHistory(HalvaneLinkQualityHistory&& other) noexcept { exchange(other); }
     HalvaneLinkQualityHistory& operator=(HalvaneLinkQualityHistory&& other) noexcept {
         HalvaneLinkQualityHistory taken(std::move(other));
@@ -35,7 +35,8 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
     std::size_t size() const { return ring_.size(); }
     bool empty() const { return ring_.empty(); }
 
-    // Oldest first. REQUIRES: index < size()
+    // Samples are indexed from the oldest on.
+    // REQUIRES: index < size()
     const HalvaneLinkQuality& operator[](std::size_t index) const {
         return ring_[(oldest_ + index) % ring_.size()];
     }
@@ -43,16 +44,16 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
     const HalvaneLinkQuality& front() const { return (*this)[0]; }
     const HalvaneLinkQuality& back() const { return (*this)[size() - 1]; }
 
-    // Oldest first. Valid until the history is next changed.
+    // Iterates from the oldest on. Valid until the history is next changed.
     Iterator begin() const;
     Iterator end() const;
 
-    // Adds a sample no older than the ones there are. The oldest goes where they would be more than
-    // kMaxSamples.
+    // Adds a sample, which must not be older than the existing ones. If there are more than
+    // kMaxSamples, the oldest one is removed.
     void add(const HalvaneLinkQuality& sample);
 
-    // Mbit/s, over the samples of the 30 seconds up to the newest: their rates are added from the
-    // newest to the oldest.
+    // The average in Mbit/s over the samples of the last 30 seconds before the newest one, itself
+    // included. Their rates are added from the newest to the oldest.
     // REQUIRES: !empty()
     double averageRate() const;
 
@@ -69,10 +70,10 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
     }
 
     std::vector<HalvaneLinkQuality> ring_;
-    std::size_t oldest_ = 0;   // in the ring, once that is full
-    std::size_t counted_ = 0;  // the newest samples, of the last 30 seconds
-    std::size_t uneven_ = 0;   // those of them whose rates are not in the sum
-    double sum_ = 0;           // of the others' rates, without any rounding
+    std::size_t oldest_ = 0;   // its index in the ring, once that is full
+    std::size_t counted_ = 0;  // the number of newest samples within 30 seconds
+    std::size_t uneven_ = 0;   // how many of those have rates outside the sum
+    double sum_ = 0;           // the exact sum of the other samples' rates
 };
 
 class HalvaneLinkQualityHistory::Iterator {

@@ -26,7 +26,7 @@ constexpr std::size_t kOUISize = 3;
 constexpr unsigned kMaximumRates = 8;
 constexpr unsigned kMaximumExtendedRates = 255;
 
-// The basic-rate bit stands above a rate in units of 500 kbit/s.
+// The upper bit marks a basic rate. The bits below are the rate in units of 500 kbit/s.
 constexpr unsigned kRateMask = 0x7F;
 constexpr double kRatesPerMbps = 2;
 
@@ -37,14 +37,14 @@ std::uint64_t now() {
     return UpTicksToMicroseconds(UpTicks());
 }
 
-// The bytes after ID and length; absent for an element that has no length byte.
+// Returns the bytes after ID and length; absent if the element has no length byte.
 std::optional<ByteCursor> bodyOf(const ByteBuffer& element) {
     ByteCursor cursor(element);
     if (!cursor.skip(kElementHeaderSize)) return std::nullopt;
     return cursor;
 }
 
-// How long a rate element may be, without its header; absent for another element.
+// Returns the greatest body length of a rate element; absent for other elements.
 std::optional<unsigned> maximumRatesOf(const ByteBuffer& element) {
     const auto id = ByteCursor(element).u8();
     if (id == kElementIDSupportedRates) return kMaximumRates;
@@ -52,8 +52,8 @@ std::optional<unsigned> maximumRatesOf(const ByteBuffer& element) {
     return std::nullopt;
 }
 
-// How often each rate is there. Rates are counted and not sorted, for a hostile record may hold
-// hundreds of thousands, an element each.
+// Counts how often each rate occurs. Rates are counted instead of sorted, since a hostile record
+// may hold hundreds of thousands of elements.
 class RateCounts {
   public:
     explicit RateCounts(const std::optional<std::vector<Number>>& rates) : anyElements_(rates) {
@@ -63,7 +63,7 @@ class RateCounts {
         }
     }
 
-    // The octets of a rate element whose body is not longer than `maximumLength` bytes.
+    // Counts the octets of a rate element whose body has at most `maximumLength` bytes.
     void countElement(const ByteBuffer& element, unsigned maximumLength) {
         auto body = bodyOf(element);
         if (!body || body->remaining() > maximumLength) return;
@@ -71,7 +71,7 @@ class RateCounts {
         for (const std::uint8_t octet : body->rest()) count(octet);
     }
 
-    // Ascending; absent where there was no element.
+    // Ascending; absent if there was no element.
     std::optional<std::vector<Number>> numbers() const {
         if (!anyElements_) return std::nullopt;
         std::vector<Number> numbers;
@@ -90,12 +90,12 @@ class RateCounts {
     bool anyElements_;
 };
 
-// Calls each(offset, size) for every element, and returns where the trailing bytes begin that form
-// none.
+// Calls each(offset, size) for every element. Returns the offset of the trailing bytes that form no
+// element.
 template <typename Each>
 std::size_t walkElements(ByteCursor cursor, Each each) {
     while (!cursor.atEnd()) {
-        // The size of an element is 8 bits wide.
+        // The size of an element has 8 bits.
         const auto length = cursor.peek(1);
         const auto size = static_cast<std::uint8_t>(length.value_or(0) + kElementHeaderSize);
         if (!length || size == 0 || size > cursor.remaining()) break;
@@ -105,10 +105,10 @@ std::size_t walkElements(ByteCursor cursor, Each each) {
     return cursor.position();
 }
 
-// Cuts elements into `cut`, and returns the trailing bytes that form none. Elements are counted
-// first, for a list that grows takes several times the room.
+// Splits the buffer into elements, and returns the trailing bytes that form none. Elements are
+// counted first, since a list that grows takes several times the room.
 std::optional<ByteBuffer> cutElements(const ByteBuffer& elements, std::vector<ByteBuffer>& cut) {
-    // The count of remaining bytes is 16 bits wide.
+    // The number of remaining bytes has 16 bits.
     const auto size = static_cast<std::uint16_t>(elements.size());
     const ByteBuffer walked = elements.slice(0, size);
     std::size_t count = 0;
@@ -120,22 +120,22 @@ std::optional<ByteBuffer> cutElements(const ByteBuffer& elements, std::vector<By
     return end < walked.size() ? std::optional(walked.slice(end)) : std::nullopt;
 }
 
-// A number that the other sighting lacks is kept.
+// Keeps a number that the other sighting lacks.
 void takeOver(std::optional<Number>& number, const std::optional<Number>& other) {
     if (other && number != other) number = other;
 }
 
-// Absent bytes print as the value that is not there.
+// Absent bytes print as an absent value.
 std::optional<PropertyListValue> bytesOf(const std::optional<ByteBuffer>& bytes) {
     return bytes ? std::optional<PropertyListValue>(*bytes) : std::nullopt;
 }
 
-// Absent bytes print as none do.
+// Absent bytes print as empty ones.
 std::optional<PropertyListValue> textAndHexOf(const std::optional<ByteBuffer>& bytes) {
     return FancyFormatting::formattedData_includeHex(bytes.value_or(ByteBuffer()), true);
 }
 
-// Tells of two buffers, either of which may be absent, as the values that `valueOf` makes of them.
+// Logs two buffers, either of which may be absent, as the values that `valueOf` makes of them.
 void logMerge(const char* format, const std::optional<ByteBuffer>& before,
               const std::optional<ByteBuffer>& after,
               std::optional<PropertyListValue> (*valueOf)(const std::optional<ByteBuffer>&)) {
@@ -146,7 +146,7 @@ void logMerge(const char* format, const std::optional<ByteBuffer>& before,
               old ? &*old : nullptr, recent ? &*recent : nullptr);
 }
 
-// The first label that holds, or null.
+// Returns the first label that applies, or null.
 const char* securityLabelOf(const HalvaneMAC& record) {
     struct Row {
         bool (HalvaneMAC::*holds)() const;
@@ -186,8 +186,8 @@ void HalvaneMAC::setCapabilityField(std::uint16_t field) {
     record.lastUpdated = now();
 }
 
-// The walk changes the record as it goes, so what it replaces is kept until it has ended: where
-// memory is short all elements stay as they were.
+// The walk changes the record step by step, so the old elements are kept until it ends. If memory
+// runs out, all elements stay as they were.
 void HalvaneMAC::setInformationElements(const ByteBuffer& elements) {
     MACRecord& record = record_.change();
     std::optional<ByteBuffer> buffer = elements;
@@ -268,7 +268,7 @@ void HalvaneMAC::parseInformationElement(const ByteBuffer& element) {
         case kElementIDVendorSpecific:
             parseInformationElementVendorSpecific(element);
             break;
-        default:  // stays in IEs() only
+        default:  // it is only in IEs()
             break;
     }
 }

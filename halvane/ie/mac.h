@@ -1,15 +1,14 @@
 // The record of one BSS (or one station) as seen in the air.
 //
-// A caller creates it from the address, sets what it measured, and hands over the element bytes of
-// a beacon or probe response. The record cuts them into elements, keeps each one, decodes those it
-// knows, and derives rates, channel width and a security label. Nothing is ever reported as an
-// error: what could not be read stays in invalidIEs(), or in an element object whose isValid() is
-// false.
+// A caller creates the record from the address, sets the measured values, and passes the element
+// bytes of a beacon or probe response. The record splits them into elements, keeps each one,
+// decodes the known ones, and derives rates, channel width and a security label. It reports no
+// errors: unreadable bytes stay in invalidIEs(), or in an element object whose isValid() is false.
 //
-// A value type with shared buffers: copying one copies no element bytes. A class on top of it, such
-// as HalvaneClient, tells the whole of its record through a reference to this one; a copy into a
-// HalvaneMAC keeps what this class holds, and nothing more. What a getter returns a
-// reference to is valid until the record is next changed. Used by one thread at a time.
+// A value type with shared buffers: copying a record copies no element bytes. A derived class such
+// as HalvaneClient describes its whole record through a reference to this class; a copy into a
+// HalvaneMAC keeps only what this class stores. A reference that a getter returns is valid until
+// the record is next changed. Used by one thread at a time.
 #ifndef HALVANE_IE_MAC_H
 #define HALVANE_IE_MAC_H
 
@@ -37,7 +36,7 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneMAC {
   public:
-    // A record of `mac` (6 bytes), added now, with everything else empty.
+    // Creates a record of `mac` (6 bytes), added now, with everything else empty.
     static HalvaneMAC initWithMAC(const ByteBuffer& mac);
 
     HalvaneMAC(const HalvaneMAC&) = default;
@@ -46,26 +45,27 @@ class HALVANE_EXPORT HalvaneMAC {
     HalvaneMAC& operator=(HalvaneMAC&&) noexcept = default;
     virtual ~HalvaneMAC();
 
-    // Rebuilds a record and decodes its elements again. Missing keys read as nothing, and so do
-    // values of another kind. A stamp or capability field that is out of range reads as the nearest
-    // one: "Capabilities" of 65536 as 65535. The raw buffer is not walked again, so invalidIEs()
-    // stays absent.
+    // Rebuilds a record and decodes its elements again. Missing keys and values of another kind
+    // read as nothing. A stamp or capability field that is out of range reads as the nearest limit:
+    // "Capabilities" of 65536 as 65535. The raw buffer is not split again, so invalidIEs() stays
+    // absent.
     static HalvaneMAC initWithSkeletonRepresentation(const PropertyListDictionary& skeleton);
 
-    // "MAC", "RawIEBuffer", "IEs", "LastUpdated", "FirstUpdated" (firstAdded()), "Capabilities",
-    // "Channel", "Noise", "RSSI", "BeaconInterval". What is derived from these is not written.
+    // Writes "MAC", "RawIEBuffer", "IEs", "LastUpdated", "FirstUpdated" (firstAdded()),
+    // "Capabilities", "Channel", "Noise", "RSSI" and "BeaconInterval". Derived values are not
+    // written.
     virtual PropertyListDictionary skeletonRepresentation() const;
 
     // The BSSID or station address.
     const ByteBuffer& mac() const { return record_->mac; }
 
-    // Microseconds of system up-time: of the last change, and of creation.
+    // The times of the last change and of creation, in microseconds of system up-time.
     std::uint64_t lastUpdated() const { return record_->lastUpdated; }
     std::uint64_t firstAdded() const { return record_->firstAdded; }
 
-    // As the caller measured them: primary channel number, dBm, dBm, and the beacon interval as the
-    // frame states it (in TU of 1.024 ms; a description prints it with the unit "ms"). Setting one
-    // is no change in the sense of lastUpdated().
+    // Values that the caller measured: primary channel number, dBm, dBm, and the beacon interval as
+    // the frame states it (in TU of 1.024 ms; a description prints it with the unit "ms"). Setting
+    // one does not change lastUpdated().
     const std::optional<Number>& channel() const { return record_->channel; }
     void setChannel(std::optional<Number> value) { record_.change().channel = value; }
     const std::optional<Number>& noise() const { return record_->noise; }
@@ -96,26 +96,26 @@ class HALVANE_EXPORT HalvaneMAC {
     bool isImmediateBlockAck() const { return hasCapability(15); }
 
     // Replaces the elements and derives everything again. The buffer's length counts modulo 65536.
-    // An element is as long as its length byte plus 2, modulo 256: a length byte of 255 is a
-    // one-byte element, and one of 254, which would be no bytes at all, ends the walk.
+    // The size of an element is its length byte plus 2, modulo 256: with length byte 255 the
+    // element has one byte; length byte 254 would mean no bytes and ends the walk.
     void setInformationElements(const ByteBuffer& elements);
 
-    // The bytes as last handed in; absent before.
+    // The bytes of the last call; absent before.
     const std::optional<ByteBuffer>& ieBuffer() const { return record_->ieBuffer; }
-    // One buffer an element: ID, length and body.
+    // One buffer per element: ID, length and body.
     const std::vector<ByteBuffer>& IEs() const { return record_->IEs; }
-    // The trailing bytes that form no whole element; absent when there are none.
+    // The trailing bytes that form no whole element; absent if there are none.
     const std::optional<ByteBuffer>& invalidIEs() const { return record_->walk->invalidIEs; }
 
-    // Octets, not text. Absent where every SSID element is missing, empty, or all zeros (hidden);
-    // one of those after a named one leaves the name.
+    // Octets, not text. Absent if every SSID element is missing, empty or all zeros (hidden). A
+    // hidden one after a named one leaves the name.
     const std::optional<ByteBuffer>& SSID() const { return record_->walk->SSID; }
-    // Mbit/s, real, ascending, of both rate elements; duplicates are kept.
+    // In Mbit/s, real, ascending, from both rate elements. Duplicates are kept.
     const std::optional<std::vector<Number>>& supportedRates() const {
         return record_->walk->supportedRates;
     }
 
-    // The decoded elements, each from the last element of its kind.
+    // The decoded elements. The last element of each kind counts.
     const std::optional<HalvaneRSNIE>& rsn() const { return *record_->walk->rsn; }
     const std::optional<HalvaneRSNIE>& wpa() const { return *record_->walk->wpa; }
     const std::optional<HalvaneCountryIE>& countryIE() const { return *record_->walk->countryIE; }
@@ -127,9 +127,9 @@ class HALVANE_EXPORT HalvaneMAC {
         return *record_->walk->HTOperation;
     }
 
-    // Derived from the elements: Mbit/s; 20 or 40 MHz, or rate and width 0 where the HT Operation
-    // element that should tell them is broken; one of "WPA Enterprise", "WPA Personal",
-    // "WEP", "WPS", "Open". Elements that give no rate leave the other two as they were.
+    // Derived from the elements: the rate in Mbit/s; the width, 20 or 40 MHz; and the label, "WPA
+    // Enterprise", "WPA Personal", "WEP", "WPS" or "Open". Rate and width are 0 if the HT Operation
+    // element is broken. Elements without any rate leave the other two values unchanged.
     const std::optional<Number>& maxPHYRate() const { return record_->walk->maxPHYRate; }
     const std::optional<Number>& channelWidth() const { return record_->walk->channelWidth; }
     const std::optional<std::string>& securityFriendlyName() const {
@@ -140,40 +140,40 @@ class HALVANE_EXPORT HalvaneMAC {
     bool doesSupportSecurityWEP() const;
     bool doesSupportSecurityWPAPersonal() const;
     bool doesSupportSecurityWPAEnterprise() const;
-    // Whether there is a WPS element; privacy is not looked at.
+    // Whether there is a WPS element, whatever privacy() is.
     bool doesSupportSecurityWPS() const;
 
-    // Folds in a newer sighting of the same address; one of another address does nothing. The
-    // measured numbers that it has and its capability field are taken over. Its elements are taken
-    // only when they reveal the SSID that this record lacks.
+    // Merges a newer sighting of the same address; does nothing for another address. The measured
+    // numbers that `other` has and its capability field replace those of this record. Its elements
+    // do so only if they reveal the SSID that this record lacks.
     void mergeEntries(const HalvaneMAC& other);
 
-    // Adds a sample (dBm, Mbit/s) to the history and computes averageRate() again.
+    // Adds a sample (dBm, Mbit/s) to the history and updates averageRate().
     void updateLinkQuality_withTxRate(const Number& rssi, const Number& txRate);
     // The newest 256 samples, oldest first.
     const HalvaneLinkQualityHistory& linkQualityHistory() const { return record_->link->history; }
-    // Mbit/s over the samples of the last 30 seconds; absent before the first sample.
+    // In Mbit/s, over the samples of the last 30 seconds; absent before the first sample.
     const std::optional<Number>& averageRate() const { return record_->link->averageRate; }
 
-    // Sets maxClientRate() to the smaller of a client's rate (Mbit/s) and maxPHYRate(); to the
-    // client's rate while there is no maxPHYRate().
+    // Sets maxClientRate() to the smaller of a client's rate (Mbit/s) and maxPHYRate(), or to the
+    // client's rate if maxPHYRate() is absent.
     void determineMaximumClientRate(const Number& rate);
     const std::optional<Number>& maxClientRate() const { return record_->link->maxClientRate; }
 
     // Several lines of padded labels, then each decoded element under its heading.
     virtual std::string description() const;
 
-    // Equal in what a skeleton representation carries, and in nothing else: what is derived does
-    // not count, for it may stem from an earlier capability field or from earlier elements. An
-    // absent element buffer equals an empty one, as which it reads back. A NaN equals nothing, so
-    // a record that holds one does not even equal itself.
+    // Compares what a skeleton representation contains. Derived values do not count, since they may
+    // come from an earlier capability field or earlier elements. An absent element buffer equals an
+    // empty one, which is how it reads back. A NaN equals nothing: a record with a NaN does not
+    // even equal itself.
     friend HALVANE_EXPORT bool operator==(const HalvaneMAC& a, const HalvaneMAC& b);
 
   protected:
     explicit HalvaneMAC(const ByteBuffer& mac);
     explicit HalvaneMAC(const PropertyListDictionary& skeleton);
 
-    // The stages of the walk. Each takes one whole element of IEs().
+    // The stages of the decoding. Each takes one whole element of IEs().
     void parseInformationElements();
     void parseInformationElement(const ByteBuffer& element);
     void parseInformationElementSSID(const ByteBuffer& element);
@@ -181,15 +181,15 @@ class HALVANE_EXPORT HalvaneMAC {
     void parseInformationElementSupportedRates_withMaximumLength(const ByteBuffer& element,
                                                                  unsigned maximumLength);
     void parseInformationElementVendorSpecific(const ByteBuffer& element);
-    // Clears what the elements gave, but for maxPHYRate(), channelWidth() and the security label.
+    // Clears the results of the elements, except maxPHYRate(), channelWidth() and the security
+    // label.
     void cleanupIEs();
 
   private:
     bool hasCapability(unsigned bit) const { return (record_->capabilities >> bit & 1u) != 0; }
     void deriveRateAndSecurity();
 
-    // In boxes, for a daemon's reply may hold a record in every few bytes of text, with next to
-    // nothing in each.
+    // In a box, since a daemon's reply may hold an almost empty record in every few bytes of text.
     Boxed<MACRecord> record_;
 };
 

@@ -17,7 +17,7 @@ struct CapabilityLine {
     const char* format;
 };
 
-// The lines of the capability field's bits, in the order of the bits.
+// The lines of the capability field, in the order of its bits.
 constexpr CapabilityLine kCapabilityLines[] = {
     {&HalvaneMAC::isESS, "ESS                  : %s\n"},
     {&HalvaneMAC::isIBSS, "IBSS                 : %s\n"},
@@ -36,7 +36,7 @@ constexpr CapabilityLine kCapabilityLines[] = {
     {&HalvaneMAC::isImmediateBlockAck, "Immediate Block-Ack  : %s\n"},
 };
 
-// Whole seconds since a time stamp; 0 for one that lies ahead (a record from another boot).
+// Whole seconds since a time stamp; 0 for a future one (of a record from another boot).
 unsigned long long secondsSince(std::uint64_t timestamp) {
     const std::uint64_t now = UpTicksToMicroseconds(UpTicks());
     return now > timestamp ? (now - timestamp) / 1'000'000 : 0;
@@ -51,7 +51,7 @@ void appendElement(std::string& text, const char* heading, const std::optional<E
     if (element) appendPrintF(text, "%s\n%s\n\n", heading, element->description().c_str());
 }
 
-// The bytes as they came, whole and cut.
+// Appends the received bytes, whole and split.
 void appendElementLines(std::string& text, const HalvaneMAC& record) {
     appendPrintF(text, "IE Buffer            : \n%s\n",
                  formattedHexData(record.ieBuffer()).c_str());

@@ -1,4 +1,4 @@
-// What a HalvaneMAC holds (halvane/ie/mac.h). Programs use that class and not these fields.
+// The fields of a HalvaneMAC (halvane/ie/mac.h). Programs use that class and not these fields.
 #ifndef HALVANE_IE_MAC_RECORD_H
 #define HALVANE_IE_MAC_RECORD_H
 
@@ -22,12 +22,12 @@
 
 namespace halvane {
 
-// A fresh one is what an empty skeleton gives.
+// A fresh record equals that of an empty skeleton.
 struct MACRecord {
     template <typename Element>
     using BoxedElement = Boxed<std::optional<Element>>;
 
-    // What the walk over the elements gave.
+    // The results of decoding the elements.
     struct Walk {
         std::optional<ByteBuffer> invalidIEs;
         std::optional<ByteBuffer> SSID;
@@ -45,7 +45,7 @@ struct MACRecord {
         std::optional<std::string> securityFriendlyName;
     };
 
-    // What the link samples gave.
+    // The results of the link samples.
     struct Link {
         std::optional<Number> maxClientRate;
         std::optional<Number> averageRate;

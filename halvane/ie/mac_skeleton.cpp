@@ -15,7 +15,7 @@ constexpr const char* kMAC = "MAC";
 constexpr const char* kRawIEBuffer = "RawIEBuffer";
 constexpr const char* kIEs = "IEs";
 constexpr const char* kLastUpdated = "LastUpdated";
-// The key that the format has for firstAdded().
+// The format's key for firstAdded().
 constexpr const char* kFirstUpdated = "FirstUpdated";
 constexpr const char* kCapabilities = "Capabilities";
 constexpr const char* kChannel = "Channel";
@@ -27,7 +27,7 @@ bool isBuffer(const PropertyListValue& value) {
     return value.as<ByteBuffer>() != nullptr;
 }
 
-// The buffers of an array; what is no buffer is passed over.
+// Returns the buffers of an array. Other items are skipped.
 std::vector<ByteBuffer> buffersFor(const PropertyListDictionary& skeleton, const char* key) {
     std::vector<ByteBuffer> buffers;
     const auto* value = skeleton.find(key);
@@ -40,8 +40,8 @@ std::vector<ByteBuffer> buffersFor(const PropertyListDictionary& skeleton, const
     return buffers;
 }
 
-// Whether two records carry the same in their skeletons. An absent element buffer counts as an
-// empty one.
+// Returns whether the skeletons of two records have the same contents. An absent element buffer
+// equals an empty one.
 bool areEqual(const MACRecord& a, const MACRecord& b) {
     const auto carried = [](const MACRecord& record) {
         return std::tie(record.mac, record.IEs, record.lastUpdated, record.firstAdded,
@@ -87,7 +87,7 @@ HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton) {
     record.noise = skeleton::numberFor(skeleton, kNoise);
     record.RSSI = skeleton::numberFor(skeleton, kRSSI);
     record.beaconInterval = skeleton::numberFor(skeleton, kBeaconInterval);
-    if (areEqual(record, *record_)) return;  // nothing at all, which takes no memory
+    if (areEqual(record, *record_)) return;  // the record is unchanged, which allocates nothing
     record_.change() = std::move(record);
     if (!record_->IEs.empty()) parseInformationElements();
 }

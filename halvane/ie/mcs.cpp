@@ -60,7 +60,7 @@ Number HalvaneMCS::rateForMCSSet_withChannelWidth_shortGI(const std::vector<Numb
         const auto index = static_cast<std::uint64_t>(entry.int64());
         if (index < table->size()) best = std::max(best, (*table)[index].real());
     }
-    // No rate at all is the integer 0, not the real one.
+    // Without any rate the result is the integer 0, not the real one.
     return best > 0 ? Number(best) : Number(0);
 }
 

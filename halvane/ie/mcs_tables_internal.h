@@ -1,8 +1,8 @@
 // The four tables of HT data rates, in Mbit/s, indexed by MCS: IEEE 802.11-2012, 20.6.
 //
-// MCS 0 to 31 are equal modulation on one to four spatial streams, 33 to 76 unequal modulation on
-// two to four. Two entries depart from the standard on purpose: MCS 32, which exists at 40 MHz
-// only, is 0 at 20 MHz; and MCS 21 at 40 MHz with the short guard interval is 260.0, not 360.0.
+// MCS 0 to 31 use equal modulation on one to four spatial streams, 33 to 76 unequal modulation on
+// two to four. Two entries differ from the standard on purpose. MCS 32, which exists only at 40
+// MHz, is 0 at 20 MHz. MCS 21 at 40 MHz with the short guard interval is 260.0, not 360.0.
 #ifndef HALVANE_IE_MCS_TABLES_INTERNAL_H
 #define HALVANE_IE_MCS_TABLES_INTERNAL_H
 

@@ -1,5 +1,5 @@
-// The Overlapping BSS Scan Parameters element (IEEE 802.11-2020, 9.4.2.58): a named placeholder. It
-// holds no fields and nothing builds it.
+// The Overlapping BSS Scan Parameters element (IEEE 802.11-2020, 9.4.2.58): a placeholder without
+// fields. Nothing builds it.
 #ifndef HALVANE_IE_OVERLAPPING_BSS_IE_H
 #define HALVANE_IE_OVERLAPPING_BSS_IE_H
 

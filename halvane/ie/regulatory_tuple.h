@@ -1,7 +1,8 @@
 // A regulatory triplet of the Country element: an operating class and its coverage class.
 //
-// IEEE 802.11-2020, 9.4.2.8: a triplet is one of these when its first octet, the extension
-// identifier, is 201 or more. A value type, used by one thread at a time.
+// IEEE 802.11-2020, 9.4.2.8: a triplet whose first octet, the extension identifier, is 201 or more
+// is a regulatory triplet.
+// A value type, used by one thread at a time.
 #ifndef HALVANE_IE_REGULATORY_TUPLE_H
 #define HALVANE_IE_REGULATORY_TUPLE_H
 
@@ -18,8 +19,7 @@ class HALVANE_EXPORT HalvaneRegulatoryTuple {
     // All fields 0.
     HalvaneRegulatoryTuple() = default;
 
-    // A triplet is 3 bytes: of a longer one the rest is ignored, and a field that a shorter one
-    // lacks stays 0.
+    // A triplet has 3 bytes. Bytes after them are ignored; fields that a shorter one lacks stay 0.
     // REQUIRES: `tuple` points to `length` bytes.
     static HalvaneRegulatoryTuple initWithTuple_withLength(const std::uint8_t* tuple,
                                                            std::size_t length);

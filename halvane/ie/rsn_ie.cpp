@@ -47,7 +47,7 @@ constexpr std::array kAKMs = {
     SuiteFlag{kAKMPSK, "PSK", &HalvaneRSNIE::allowKeyManagementPSK},
 };
 
-// In order of weakness: an element has one group cipher, the weakest that is allowed.
+// From weak to strong: an element has one group cipher, the weakest allowed one.
 constexpr std::array kMulticastCiphers = {
     SuiteFlag{kCipherWEP40, "WEP40", &HalvaneRSNIE::allowMulticastCipherWEP40},
     SuiteFlag{kCipherWEP104, "WEP104", &HalvaneRSNIE::allowMulticastCipherWEP104},
@@ -59,7 +59,8 @@ bool isOUI(const std::optional<ByteBuffer>& buffer, const OUI& oui) {
     return buffer && std::ranges::equal(buffer->bytes(), oui);
 }
 
-// Where the version field stands: after the header, and in a WPA element after OUI and type.
+// Returns the offset of the version field: after the header, and in a WPA element after OUI and
+// type.
 std::optional<std::size_t> fieldsOffset(const std::optional<ByteBuffer>& oui) {
     if (isOUI(oui, kRSNOUI)) return 2;
     if (isOUI(oui, kWPAOUI)) return 6;
@@ -75,7 +76,7 @@ ByteCursor cursorAt(const std::optional<ByteBuffer>& element, std::size_t positi
     return ByteCursor(*whole.take(std::min(length, whole.remaining())));
 }
 
-// The type of a suite selector when its OUI is `oui`.
+// Returns the type of a suite selector if its OUI is `oui`.
 std::optional<std::uint8_t> takeSuiteType(ByteCursor& cursor,
                                           const std::optional<ByteBuffer>& oui) {
     const auto suiteOUI = cursor.take(kSuiteSize - 1);
@@ -156,8 +157,7 @@ std::size_t HalvaneRSNIE::parseGroupCipher_withLength(std::size_t position, std:
     return cursor.remaining();
 }
 
-// A 16-bit count and that many suite selectors; a count that promises more than there is makes the
-// element invalid.
+// Reads a 16-bit count and that many suite selectors. If there are fewer, the element is invalid.
 template <typename SuiteFound>
 std::size_t HalvaneRSNIE::parseSuites(std::size_t position, std::size_t length, SuiteFound found) {
     ByteCursor cursor = cursorAt(rawIE_, position, length);
@@ -177,7 +177,7 @@ std::size_t HalvaneRSNIE::parsePairwiseCipher_withLength(std::size_t position, s
     return parseSuites(position, length, [this](std::uint8_t type) { setUnicastCipher(type); });
 }
 
-// Unlike setAKM(), an AKM that is listed only ever sets its flag.
+// Unlike setAKM(), this sets the flag of each listed AKM and clears none.
 std::size_t HalvaneRSNIE::parseAKM_withLength(std::size_t position, std::size_t length) {
     return parseSuites(position, length, [this](std::uint8_t type) {
         if (type == kAKM8021X) allowKeyManagement8021X_ = true;
@@ -185,7 +185,7 @@ std::size_t HalvaneRSNIE::parseAKM_withLength(std::size_t position, std::size_t 
     });
 }
 
-// IEEE 802.11-2020, figure 9-285. A single stray byte is left for nobody.
+// IEEE 802.11-2020, figure 9-285. Nothing reads a single byte that is left.
 std::size_t HalvaneRSNIE::parseCapabilities_withLength(std::size_t position, std::size_t length) {
     ByteCursor cursor = cursorAt(rawIE_, position, length);
     if (const auto field = cursor.u16le()) {
@@ -252,7 +252,7 @@ std::uint8_t HalvaneRSNIE::groupCipherType() const {
     return kCipherUseGroup;
 }
 
-// The pairwise list, then the AKM list, each with its count before it.
+// Appends the pairwise list and the AKM list, each after its count.
 void HalvaneRSNIE::appendFlaggedSuites(std::vector<std::uint8_t>& element) const {
     const auto appendList = [&](const auto& suites) {
         appendU16(element, countSet(*this, suites));
@@ -264,7 +264,7 @@ void HalvaneRSNIE::appendFlaggedSuites(std::vector<std::uint8_t>& element) const
     appendList(kAKMs);
 }
 
-// The PeerKey bit is read, never written.
+// The PeerKey bit is only read, never written.
 void HalvaneRSNIE::appendCapabilities(std::vector<std::uint8_t>& element) const {
     appendU16(element, (supportsPreAuthentication_ ? 1u << 0 : 0u) |
                            (hasNoPairwise_ ? 1u << 1 : 0u) | (replayCounterPTKSA_ & 3) << 2 |

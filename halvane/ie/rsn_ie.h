@@ -1,10 +1,10 @@
 // The RSN element (ID 48) and the older WPA vendor element (ID 221, 00-50-F2 type 1), which share
 // one layout after their headers.
 //
-// The layout is IEEE 802.11-2020, 9.4.2.24 (figures 9-282 to 9-285); multi-byte fields are
-// little-endian. The object is told by its OUI which of the two it is, and compares every suite
-// with that OUI. What it knows of an element are the flags below; suites of other types and of
-// other OUIs are counted and skipped.
+// The layout is that of IEEE 802.11-2020, 9.4.2.24 (figures 9-282 to 9-285); multi-byte fields are
+// little-endian. The object's OUI determines which of the two elements it is. Every suite is
+// compared with that OUI. The flags below are all that the object knows of an element; suites of
+// other types and other OUIs are counted and skipped.
 //
 // A value type, used by one thread at a time.
 #ifndef HALVANE_IE_RSN_IE_H
@@ -29,21 +29,21 @@ class HALVANE_EXPORT HalvaneRSNIE {
     // An empty object: version 1, no OUI, not valid.
     HalvaneRSNIE() = default;
 
-    // Decodes `ie`, the whole element with its header. The OUI says what it is: 00-0F-AC an RSN
-    // element, 00-50-F2 a WPA one; under any other OUI nothing is decoded. Without an element the
-    // object is empty but for its OUI.
+    // Decodes `ie`, the whole element including its header. The OUI determines its kind: 00-0F-AC
+    // is an RSN element, 00-50-F2 a WPA element; for any other OUI nothing is decoded. Without an
+    // element the object has only its OUI.
     static HalvaneRSNIE initWithIE_withOUI(const std::optional<ByteBuffer>& ie,
                                            const ByteBuffer& oui);
 
-    // 3 bytes: the element's OUI, and that of every suite in it.
+    // 3 bytes: the OUI of the element and of every suite in it.
     const std::optional<ByteBuffer>& oui() const { return oui_; }
     void setOui(std::optional<ByteBuffer> oui) { oui_ = std::move(oui); }
 
     // The whole element, as decoded or generated.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
 
-    // False when the element was cut short, or could not be generated. The flags decoded before
-    // the cut stay set.
+    // False if the element is truncated or cannot be generated. Flags decoded before the truncation
+    // stay set.
     bool isValid() const { return isValid_; }
 
     std::int64_t version() const { return version_; }
@@ -81,21 +81,21 @@ class HALVANE_EXPORT HalvaneRSNIE {
     void setIsPeerKeyEnabled(bool value) { isPeerKeyEnabled_ = value; }
 
     // The replay counter fields of the RSN capabilities, 0 to 3: 1, 2, 4 or 16 counters. Only the
-    // low two bits of what is set are generated.
+    // low two bits are generated.
     std::uint64_t replayCounterPTKSA() const { return replayCounterPTKSA_; }
     void setReplayCounterPTKSA(std::uint64_t value) { replayCounterPTKSA_ = value; }
     std::uint64_t replayCounterGTKSA() const { return replayCounterGTKSA_; }
     void setReplayCounterGTKSA(std::uint64_t value) { replayCounterGTKSA_ = value; }
 
-    // 16 bytes each; absent when the element had no PMKID count.
+    // 16 bytes each; absent if the element has no PMKID count.
     const std::optional<std::vector<ByteBuffer>>& pmkids() const { return pmkids_; }
     void setPmkids(std::optional<std::vector<ByteBuffer>> pmkids) { pmkids_ = std::move(pmkids); }
 
-    // Decodes rawIE() by the stages below, up to the first one that finds too few bytes.
+    // Decodes rawIE() in the stages below, up to the first one that lacks bytes.
     void parseIE();
 
-    // The stages. Each takes a position in rawIE() and the count of bytes left there, and returns
-    // the count left after it; one that finds too few bytes for a required field clears isValid()
+    // The stages. Each takes a position in rawIE() and the number of bytes left there, and returns
+    // the number left after it. A stage that lacks the bytes of a required field clears isValid()
     // and consumes nothing. Capabilities and PMKIDs may be missing.
     std::size_t parseVersion_withLength(std::size_t position, std::size_t length);
     std::size_t parseGroupCipher_withLength(std::size_t position, std::size_t length);
@@ -104,31 +104,32 @@ class HALVANE_EXPORT HalvaneRSNIE {
     std::size_t parseCapabilities_withLength(std::size_t position, std::size_t length);
     std::size_t parsePMKIDs_withLength(std::size_t position, std::size_t length);
 
-    // Set the flag of a suite type; other types do nothing. No flag is ever cleared.
+    // Set the flag of a suite type; other types are ignored. No flag is ever cleared.
     void setUnicastCipher(std::uint8_t suiteType);
     void setMulticastCipher(std::uint8_t suiteType);
 
-    // 1 (802.1X) sets allowKeyManagement8021X. 2 (PSK) clears it, and leaves allowKeyManagementPSK
-    // to its own setter: that asymmetry is what callers rely on.
+    // 1 (802.1X) sets allowKeyManagement8021X. 2 (PSK) clears it, but only its own setter changes
+    // allowKeyManagementPSK: callers rely on that asymmetry.
     void setAKM(std::uint8_t suiteType);
 
-    // How many pairwise, and how many AKM, flags are set.
+    // The number of pairwise flags, and of AKM flags, that are set.
     std::size_t countUnicastCiphers() const;
     std::size_t countAKMs() const;
 
     // Appends oui() and the suite type.
     void appendSuite_cipher(std::vector<std::uint8_t>& buffer, std::uint8_t suiteType) const;
 
-    // Rebuilds rawIE() from the flags. Without an OUI of the two above, a pairwise cipher or an
-    // AKM there is no element: rawIE() is absent and isValid() false. The length byte counts modulo
-    // 256, so PMKIDs beyond the first 14 or so make an element that no frame can carry. A WPA
-    // element gets PMKIDs but no capabilities before them, hence does not decode to them again.
+    // Rebuilds rawIE() from the flags. An element requires one of the two OUIs above, a pairwise
+    // cipher and an AKM; otherwise rawIE() becomes absent and isValid() false. The length byte
+    // counts modulo 256, so an element with more than about 14 PMKIDs does not fit into a frame. A
+    // WPA element gets PMKIDs without capabilities before them, so decoding it does not restore the
+    // PMKIDs.
     void generateIE();
 
     // Reserved; does nothing.
     void generateMatchingConfig(const HalvaneBSSConfig& configuration);
 
-    // Lines of four-space-indented, padded labels.
+    // Lines with padded labels, indented by four spaces.
     std::string description() const;
 
   private:

@@ -1,5 +1,5 @@
-// The Secondary Channel Offset element (IEEE 802.11-2020, 9.4.2.19): a named placeholder. It holds
-// no fields and nothing builds it.
+// The Secondary Channel Offset element (IEEE 802.11-2020, 9.4.2.19): a placeholder without fields.
+// Nothing builds it.
 #ifndef HALVANE_IE_SECONDARY_CHANNEL_OFFSET_IE_H
 #define HALVANE_IE_SECONDARY_CHANNEL_OFFSET_IE_H
 

@@ -40,7 +40,7 @@ struct FlagLine {
     const char* label;
 };
 
-// The flags in the order of the description. The labels are spelled as they are printed.
+// The flags in the order of the description. The labels have the spelling of the printed text.
 constexpr FlagLine kFlagLines[] = {
     {&HalvaneTessicIE::hasInterferenceRobustness, "Interferemce Robustness"},
     {&HalvaneTessicIE::isUnconfigured, "Unfconigured"},
@@ -63,7 +63,7 @@ HalvaneTessicIE HalvaneTessicIE::initWithIE(const std::optional<ByteBuffer>& ie)
     return object;
 }
 
-// Valid is what reaches the last field; what stands before it is kept in any case.
+// An element that includes the last field is valid. Earlier fields are kept in any case.
 void HalvaneTessicIE::parseIE() {
     isValid_ = false;
     version_.reset();

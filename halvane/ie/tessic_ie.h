@@ -1,11 +1,11 @@
-// The maker's vendor-general element: what an own base station says about itself.
+// The manufacturer's vendor-general element, in which its base stations describe themselves.
 //
-// A vendor-specific element (IEEE 802.11-2020, 9.4.2.25), of any type:
+// A vendor-specific element (IEEE 802.11-2020, 9.4.2.25) of any type:
 //
 //     0     element ID 221
-//     1     length; not looked at: the buffer's own size counts
+//     1     length; ignored: the buffer's own size counts
 //     2-4   kVendorGeneralOUI
-//     5     version, where other vendor elements have their type
+//     5     version, in the place of other vendor elements' type
 //     6     product ID
 //     7-8   feature flags, little-endian
 //
@@ -28,23 +28,23 @@ class HALVANE_EXPORT HalvaneTessicIE {
     // An empty object: nothing present, not valid.
     HalvaneTessicIE() = default;
 
-    // Decodes `ie`, the whole element with its header.
+    // Decodes `ie`, the whole element including its header.
     static HalvaneTessicIE initWithIE(const std::optional<ByteBuffer>& ie);
 
     // The whole element.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
 
-    // True only for an element of at least 9 bytes. A shorter one keeps the fields it has whole:
-    // the version from 6 bytes on, the product from 7 on.
+    // True only for an element of at least 9 bytes. A shorter one keeps its complete fields: the
+    // version from 6 bytes on, the product from 7 on.
     bool isValid() const { return isValid_; }
 
     // 0 to 255.
     const std::optional<Number>& TessicVersion() const { return version_; }
 
-    // The model's name, "Unknown" for a product ID that no model has.
+    // The model's name; "Unknown" for an unknown product ID.
     const std::optional<std::string>& TessicProductName() const { return productName_; }
 
-    // The feature flags, in the order of the description; all false where the element ends before
+    // The feature flags, in the order of the description; all false if the element ends before
     // them. Bits 1 to 7 are not decoded.
     bool hasInterferenceRobustness() const { return hasFlag(8); }
     bool isUnconfigured() const { return hasFlag(9); }
@@ -56,13 +56,14 @@ class HALVANE_EXPORT HalvaneTessicIE {
     bool isSAWCapable() const { return hasFlag(15); }
     bool isWoWCapable() const { return hasFlag(0); }
 
-    // Decodes rawIE() anew; without one, isValid() becomes false.
+    // Decodes rawIE() again. Without rawIE(), isValid() becomes false.
     void parseIE();
 
-    // The name of the base-station model of that ID, or "Unknown".
+    // Returns the name of the base-station model with that ID, or "Unknown".
     static std::string stringValueForProductID(std::int64_t productID);
 
-    // Lines of four-space-indented, padded labels; only the element's bytes while it is not valid.
+    // Lines with padded labels, indented by four spaces; only the element's bytes if it is not
+    // valid.
     std::string description() const;
 
   private:

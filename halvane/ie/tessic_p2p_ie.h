@@ -1,4 +1,4 @@
-// The maker's peer-to-peer element, which is only generated, never decoded.
+// The manufacturer's peer-to-peer element, which is only generated, never decoded.
 //
 // A vendor-specific element (IEEE 802.11-2020, 9.4.2.25) without a body after its type:
 //
@@ -25,7 +25,7 @@ class HALVANE_EXPORT HalvaneTessicP2PIE {
     // An empty object: no element, not valid.
     HalvaneTessicP2PIE() = default;
 
-    // Keeps `ie`, the whole element with its header, as it is; the object is valid.
+    // Stores `ie`, the whole element including its header, unchanged. The object is valid.
     static HalvaneTessicP2PIE initWithIE(const ByteBuffer& ie);
 
     // The whole element, as given or generated.
@@ -33,16 +33,16 @@ class HALVANE_EXPORT HalvaneTessicP2PIE {
 
     bool isValid() const { return isValid_; }
 
-    // Bytes of the generated element less one: 5; 0 while none was generated.
+    // The size of the generated element less one: 5; 0 if none was generated.
     std::uint64_t signatureLength() const { return signatureLength_; }
 
-    // There is nothing to decode; does nothing.
+    // Does nothing, since there is nothing to decode.
     void parseIE();
 
-    // Replaces rawIE() by the element above; the object is valid then.
+    // Replaces rawIE() by the element above. The object is valid then.
     void generateIE();
 
-    // One four-space-indented line: the element's bytes.
+    // One line, indented by four spaces: the element's bytes.
     std::string description() const;
 
   private:

@@ -11,8 +11,8 @@ namespace {
 
 constexpr unsigned kDigits = 8;
 
-// Digits from the right, 0 being the check digit: odd ones weigh 3, even ones 1. A negative value
-// has digits of 0 or below.
+// Sums up the digits from the right; digit 0 is the check digit. Odd digits have weight 3, even
+// ones weight 1. The digits of a negative value are 0 or negative.
 template <typename Integer>
 constexpr Integer weightedSum(Integer value, unsigned firstDigit) {
     Integer sum = 0;
@@ -22,7 +22,7 @@ constexpr Integer weightedSum(Integer value, unsigned firstDigit) {
     return sum;
 }
 
-// Integers wrap around where the other signedness cannot hold them; reals are held at its limits.
+// An integer out of range wraps around; a real number becomes the nearest limit.
 std::uint64_t unsignedValue(const Number& number) {
     return number.isSigned() ? static_cast<std::uint64_t>(number.int64()) : number.uint64();
 }

@@ -1,22 +1,22 @@
-// The Wi-Fi Protected Setup attributes as one table: of each its type, its parser's name, how its
-// value is read, which lengths are accepted, and the property that it fills with its label in
-// descriptions. Whatever is the same for every attribute is generated from here.
+// The Wi-Fi Protected Setup attributes as one table. Each row states the type, the parser's name,
+// how the value is read, the accepted lengths, and the property that stores the value, with its
+// label in descriptions. Code for all attributes is generated from this table.
 //
-// An attribute is a 16-bit type, a 16-bit length, both big-endian, and that many value bytes.
-// Types and layouts: Wi-Fi Simple Configuration, "Data Element Definitions". Which lengths are
-// accepted is this library's own rule; Network Key (at most 1 byte) is tighter, and Message Type
-// (none or 1) looser, than what is defined there.
+// An attribute is a 16-bit type, a 16-bit length, both big-endian, and that many value bytes. Types
+// and layouts: Wi-Fi Simple Configuration, "Data Element Definitions". The accepted lengths are
+// this library's own rule: Network Key (at most 1 byte) is stricter, and Message Type (none or 1)
+// less strict, than defined there.
 //
-// Whoever includes this header defines what a row becomes, and gets all rows there:
+// A file that includes this header defines what each row becomes:
 //
 //   HALVANE_WPS_PROPERTY(type, parser, kind, shortest, longest length, property, setter, label)
 //       an attribute with a property of its own
 //   HALVANE_WPS_PARSER_ONLY(type, parser, kind, shortest, longest length, property)
-//       an attribute that files into the property of another
+//       an attribute that is stored in the property of another
 //
-// The header undefines both, and has no guard: it is included as often as it is needed. A macro
-// that is not defined makes nothing of its rows. The rows stand in the order of descriptions: that
-// of the types, but for the encryption rows.
+// The header undefines both macros and has no guard: it may be included repeatedly. Rows of an
+// undefined macro become nothing. The rows are in the order of descriptions, which is that of the
+// types, except for the encryption rows.
 
 // IWYU pragma: no_include "halvane/ie/wps_attributes.h"
 #ifndef HALVANE_WPS_PROPERTY
@@ -26,7 +26,7 @@
 #define HALVANE_WPS_PARSER_ONLY(...)
 #endif
 
-// One row one line, however wide, so that the columns can be checked by eye.
+// One row per line, however wide, so that the columns can be checked by eye.
 // clang-format off
 HALVANE_WPS_PROPERTY(0x1001,     APChannel,                      Integer,   2,       2, apChannel,                      setApChannel,                      "AP Channel")
 HALVANE_WPS_PROPERTY(0x1002,     AssociationState,               Integer,   2,       2, associationState,               setAssociationState,               "AssociationState")

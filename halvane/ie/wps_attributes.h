@@ -1,5 +1,5 @@
-// What the Wi-Fi Protected Setup attributes have in common: how a value is read, which types there
-// are, and a row of the table of attributes (halvane/ie/wps_attribute_list.h).
+// Common parts of the Wi-Fi Protected Setup attributes: how a value is read, the types, and a row
+// of the table of attributes (halvane/ie/wps_attribute_list.h).
 #ifndef HALVANE_IE_WPS_ATTRIBUTES_H
 #define HALVANE_IE_WPS_ATTRIBUTES_H
 
@@ -11,14 +11,14 @@ namespace halvane {
 enum class WPSValueKind : std::uint8_t {
     Integer,  // unsigned, big-endian, as wide as the longest length accepted: 1, 2 or 4 bytes
     Version,  // one byte: the major version in its high four bits, tenths in the low ones
-    Bytes,    // kept as they are
-    Vendor,   // a vendor extension: the only entry of an array that must exist already
+    Bytes,    // stored unchanged
+    Vendor,   // a vendor extension: the only item of an array that must already exist
     Devices,  // groups of 8 bytes, each appended to the array of device types
 };
 
 inline constexpr std::size_t kWPSAny = SIZE_MAX;
 
-// The types that the rows lie between. 0x1006, 0x1007, 0x1013, 0x1019, 0x1025, 0x102B, 0x102E,
+// The first and the last type of the rows. 0x1006, 0x1007, 0x1013, 0x1019, 0x1025, 0x102B, 0x102E,
 // 0x1043 and 0x105A to 0x105F are unassigned and have no row.
 inline constexpr std::uint16_t kWPSFirstType = 0x1001;
 inline constexpr std::uint16_t kWPSLastType = 0x1064;
@@ -112,7 +112,7 @@ enum class WPSProperty : std::uint8_t {
     wepTransmitKey,
 };
 
-// A row without its names.
+// A row of the table without its names.
 struct WPSAttribute {
     std::uint16_t type;
     WPSValueKind kind;

@@ -19,7 +19,7 @@ constexpr std::size_t kDeviceTypeSize = 8;
 constexpr std::size_t kSMISize = 4;
 constexpr std::array<std::uint8_t, kSMISize> kWFASMI = {0x00, 0x50, 0xF2, 0x04};
 
-// Null pointers are names that a category does not have.
+// A null pointer is a name that a category lacks.
 struct Category {
     std::uint16_t id;
     const char* name;
@@ -62,7 +62,7 @@ void addNames(Names& names, const Categories& categories) {
     }
 }
 
-// All there are.
+// Returns all existing names.
 Names makeNames() {
     Names names;
     names.try_emplace(kWFACompanyName, kWFACompanyName);
@@ -72,7 +72,7 @@ Names makeNames() {
     return names;
 }
 
-// As an object keeps it. Never destroyed, for objects may outlive what is.
+// Returns the stored copy of a name. It is never destroyed, since objects may outlive static data.
 const Name* storedName(std::string_view name) {
     static const Names& names = *new Names(makeNames());
     return &names.at(name);

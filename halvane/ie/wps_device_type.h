@@ -1,12 +1,13 @@
-// The device type of Wi-Fi Protected Setup: what kind of device it is, in whose numbering.
+// The device type of Wi-Fi Protected Setup: the kind of a device, in a numbering of some
+// organisation.
 //
 // Wi-Fi Simple Configuration, "Primary Device Type"; 8 bytes, integers big-endian:
 //
 //     0-1   category ID
-//     2-5   SMI: the OUI, and a type byte, of whoever defined the two IDs
+//     2-5   SMI: the OUI and a type byte of the organisation that defined the two IDs
 //     6-7   sub-category ID
 //
-// The IDs mean nothing without the SMI, so naming them is a second step that the caller takes:
+// The IDs are meaningless without the SMI. Naming them is therefore a second step for the caller:
 // parseDeviceTypeWFA() or parseDeviceTypeTessic().
 //
 // A value type, used by one thread at a time.
@@ -30,11 +31,11 @@ class HALVANE_EXPORT HalvaneWPSDeviceType {
     // Decodes the 8 bytes.
     static HalvaneWPSDeviceType initWithDeviceType(const ByteBuffer& deviceType);
 
-    // The bytes as given.
+    // The given bytes.
     const std::optional<ByteBuffer>& rawDeviceType() const { return rawDeviceType_; }
 
-    // False for another size than 8 bytes, and for an SMI that is neither the Wi-Fi Alliance's nor
-    // the maker's own; the IDs of the latter are decoded all the same.
+    // False for a size other than 8 bytes, and for an SMI that is neither the Wi-Fi Alliance's nor
+    // the manufacturer's own. The IDs with an unknown SMI are decoded all the same.
     bool isValid() const { return isValid_; }
 
     // 16 bits each; 0 until decoded.
@@ -44,25 +45,25 @@ class HALVANE_EXPORT HalvaneWPSDeviceType {
     // 4 bytes.
     const std::optional<ByteBuffer>& SMI() const { return smi_; }
 
-    // Whose the SMI is; absent for an unknown one.
+    // The organisation of the SMI; absent if it is unknown.
     const std::optional<std::string>& companyName() const;
 
-    // The names of the IDs; absent until a naming step below knows them.
+    // The names of the IDs; absent until a naming step below finds them.
     const std::optional<std::string>& category() const;
     const std::optional<std::string>& subCategory() const;
 
-    // Decodes rawDeviceType() anew. Only ever clears isValid(); names nothing.
+    // Decodes rawDeviceType() again. It can clear isValid() but not set it, and names nothing.
     void parseDeviceType();
 
-    // Names the IDs as the Wi-Fi Alliance does. A category that is not listed changes nothing, a
-    // sub-category that is not listed leaves subCategory() as it was. Category 3, printers and the
-    // like, is named in subCategory() and leaves category() as it was.
+    // Names the IDs in the Wi-Fi Alliance's numbering. An unlisted category changes nothing; an
+    // unlisted sub-category leaves subCategory() unchanged. Category 3, printers and the like, is
+    // named in subCategory() and leaves category() unchanged.
     void parseDeviceTypeWFA();
 
-    // The same in the maker's own numbering: categories 6 and 8.
+    // The same in the manufacturer's own numbering: categories 6 and 8.
     void parseDeviceTypeTessic();
 
-    // Lines of four-space-indented, padded labels.
+    // Lines with padded labels, indented by four spaces.
     std::string description() const;
 
   private:
@@ -70,8 +71,8 @@ class HALVANE_EXPORT HalvaneWPSDeviceType {
 
     std::optional<ByteBuffer> rawDeviceType_;
     std::optional<ByteBuffer> smi_;
-    // The names are few and last as long as the program, so that an object holds none of its own:
-    // a stranger's list may be long. Null for an absent one.
+    // Null if absent. The names are few and live as long as the program. An object therefore stores
+    // no names of its own, since a received list may be long.
     const Name* companyName_ = nullptr;
     const Name* category_ = nullptr;
     const Name* subCategory_ = nullptr;

@@ -1,8 +1,8 @@
 // The Wi-Fi Protected Setup element: a vendor-specific element (IEEE 802.11-2020, 9.4.2.25) whose
-// body is a run of attributes.
+// body is a sequence of attributes.
 //
 //     0     element ID 221
-//     1     length; not looked at: the buffer's own size counts
+//     1     length; ignored: the buffer's own size counts
 //     2-4   OUI 00-50-F2
 //     5     vendor type 4
 //     6-    attributes (wps_tlvs.h)
@@ -25,22 +25,22 @@ class HALVANE_EXPORT HalvaneWPSIE {
     // An empty object: nothing present.
     HalvaneWPSIE() = default;
 
-    // Decodes `ie`, the whole element with its header. Without one the object is empty.
+    // Decodes `ie`, the whole element including its header. Without an element the object is empty.
     static HalvaneWPSIE initWithIE(const std::optional<ByteBuffer>& ie);
 
     // The whole element.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
 
-    // Always false, for an element has no validity of its own here: ask tlvs()->isValid().
+    // Always false: the element itself has no validity here. Use tlvs()->isValid().
     bool isValid() const { return false; }
 
-    // The attributes; absent for an element without a byte of them.
+    // The attributes; absent if the element has no attribute bytes.
     const std::optional<HalvaneWPSTLVs>& tlvs() const { return tlvs_; }
 
-    // Decodes rawIE(). An element without attributes leaves tlvs() as it was.
+    // Decodes rawIE(). An element without attributes leaves tlvs() unchanged.
     void parseIE();
 
-    // Lines of four-space-indented, padded labels; empty without rawIE().
+    // Lines with padded labels, indented by four spaces; empty without rawIE().
     std::string description() const;
 
   private:

@@ -29,7 +29,7 @@ constexpr std::array kAttributes = {
 #include "halvane/ie/wps_attribute_list.h"
 };
 
-// The labels are found by property.
+// The labels are indexed by property.
 constexpr WPSProperty kProperties[] = {
 #define HALVANE_WPS_PROPERTY(type, name, kind, shortest, longest, property, ...) \
     WPSProperty::property,
@@ -67,7 +67,7 @@ struct TLV {
     ByteBuffer value;
 };
 
-// Absent where the header or the value is not there whole.
+// Absent if the header or the value is truncated.
 std::optional<TLV> takeTLV(ByteCursor& cursor) {
     const auto type = cursor.u16be();
     const auto length = cursor.u16be();
@@ -77,7 +77,7 @@ std::optional<TLV> takeTLV(ByteCursor& cursor) {
     return TLV{*type, *std::move(value)};
 }
 
-// Absent for an attribute that may come without a byte, and does.
+// Absent if an attribute that may be empty is empty.
 std::optional<Number> takeInteger(ByteCursor& value, std::size_t width) {
     if (width == 4) return value.u32be();
     if (width == 2) return value.u16be();
@@ -95,7 +95,7 @@ bool acceptsLength(const WPSAttribute& attribute, std::size_t length) {
     return attribute.kind != WPSValueKind::Devices || length % kDeviceTypeSize == 0;
 }
 
-// How many device types the attributes hold.
+// Returns the number of device types in the attributes.
 std::size_t countDeviceTypes(const ByteBuffer& tlvs) {
     std::size_t count = 0;
     for (ByteCursor cursor(tlvs);;) {
@@ -108,11 +108,11 @@ std::size_t countDeviceTypes(const ByteBuffer& tlvs) {
     }
 }
 
-// What a getter refers to while its property is absent.
+// The result of a getter whose property is absent.
 template <typename Held>
 constinit const std::optional<Held> kAbsent;
 
-// What stands after a label, its newline included.
+// Returns the text after a label, including the newline.
 std::string line(const Number& number) {
     return number.description() + '\n';
 }
@@ -137,7 +137,7 @@ std::string line(const std::vector<HalvaneWPSDeviceType>& deviceTypes) {
     return text += '\n';
 }
 
-// The colons stand in one column, but for the label of updatedDeviceName, one blank short.
+// The colons are aligned, except that the label of updatedDeviceName is one blank short.
 int labelWidth(WPSProperty property) {
     return property == WPSProperty::updatedDeviceName ? 33 : 34;
 }
@@ -194,7 +194,7 @@ void HalvaneWPSTLVs::storeValue(const WPSAttribute& attribute, ByteCursor& value
     }
 }
 
-// They are counted first, for a list that grows takes several times the room.
+// Counts them first, since a list that grows takes several times the room.
 void HalvaneWPSTLVs::appendDeviceTypes(WPSProperty property, ByteCursor& value) {
     using DeviceTypes = std::vector<HalvaneWPSDeviceType>;
     if (!find(property)) slot(property) = std::optional(DeviceTypes());

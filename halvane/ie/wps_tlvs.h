@@ -1,11 +1,11 @@
-// The attributes of a Wi-Fi Protected Setup element, each filed into a property of its own.
+// The attributes of a Wi-Fi Protected Setup element, each stored in a property.
 //
-// wps_attribute_list.h is the table of attributes, hence of the properties and parsers here. A
-// property is absent until its attribute is met; where an attribute is repeated the last one
-// counts, except that device types add up.
+// wps_attribute_list.h is the table of attributes, and so of the properties and parsers here. A
+// property is absent until its attribute occurs. If an attribute is repeated, the last one counts,
+// except that device types accumulate.
 //
-// The attributes met are all that is stored, and their bytes are shared with the buffer that they
-// came in: a set with few attributes is small and cheap to copy.
+// Only the attributes that occur are stored, and they share the bytes of the given buffer: a set of
+// few attributes is small and cheap to copy.
 //
 // A value type, used by one thread at a time.
 #ifndef HALVANE_IE_WPS_TLVS_H
@@ -30,7 +30,7 @@ namespace halvane {
 
 class ByteCursor;
 
-// What a property of each kind holds, in the order of WPSValueKind.
+// The type of a property of each kind, in the order of WPSValueKind.
 template <WPSValueKind kind>
 using WPSValue =
     std::tuple_element_t<static_cast<std::size_t>(kind),
@@ -42,28 +42,27 @@ class HALVANE_EXPORT HalvaneWPSTLVs {
     // An empty object: no attribute bytes, no property, not valid.
     HalvaneWPSTLVs() = default;
 
-    // Walks `data`, the attributes without an element's header. Without a buffer the set is that
-    // of an empty one.
+    // Decodes `data`, the attributes without an element's header. No buffer counts as an empty one.
     static HalvaneWPSTLVs initWithData(const std::optional<ByteBuffer>& data);
 
     // The attribute bytes.
     const std::optional<ByteBuffer>& rawTLVs() const { return rawTLVs_; }
 
-    // False after a walk that rejected some value and then did not end exactly on the last byte.
-    // A walk that ends there makes the flag true again, whatever was rejected before.
+    // False after a walk that refused a value and did not end exactly at the last byte. A walk that
+    // ends there sets the flag again, whatever was refused before.
     bool isValid() const { return isValid_; }
 
-    // Of each attribute X:
-    //   property()      the value, absent while the attribute was not met; a reference that
-    //                   lasts until the object is changed or destroyed
+    // For each attribute X:
+    //   property()      the value; absent if the attribute did not occur; a reference that is valid
+    //                   until the object is changed or destroyed
     //   setProperty()   stores a value, or clears it with std::nullopt
     //   parseDataElementX_withLength()
     //                   stores the value of `length` bytes, as the walk does; a length that is not
     //                   accepted stores nothing and clears isValid()
-    // version() is a fraction, 2.5 for the byte 0x25; the other integers are unsigned. A Message
-    // Type without a byte is accepted and stores nothing.
-    // No walk ever makes vendorExtensions() present: a vendor extension becomes the only entry of
-    // an array that was set before, and is dropped where there is none.
+    // version() is a fraction: 2.5 for the byte 0x25. The other integers are unsigned. A Message
+    // Type without a byte is accepted and stores nothing. A walk never makes vendorExtensions()
+    // present: a vendor extension becomes the only item of an array that was set before, and is
+    // dropped if there is none.
 #define HALVANE_WPS_PARSER(name) \
     void parseDataElement##name##_withLength(const std::uint8_t* value, std::size_t length);
 #define HALVANE_WPS_PROPERTY(type, name, kind, shortest, longest, property, setter, label) \
@@ -75,12 +74,12 @@ class HALVANE_EXPORT HalvaneWPSTLVs {
 #include "halvane/ie/wps_attribute_list.h"
 #undef HALVANE_WPS_PARSER
 
-    // Walks rawTLVs() from its start to its end, a truncated header or a length that runs past the
-    // end. Properties of attributes that are not met keep their values. Types without a row are
-    // skipped. Authentication Type (0x1003) fills authenticationTypeFlags() too.
+    // Walks rawTLVs() up to its end, a truncated header, or a length that exceeds the rest.
+    // Properties whose attributes do not occur keep their values. Types without a row are skipped.
+    // Authentication Type (0x1003) also sets authenticationTypeFlags().
     void parseTLVs();
 
-    // A line of each property that is present, four-space-indented, under padded labels; empty
+    // One line for each present property, with a padded label, indented by four spaces; empty
     // without rawTLVs().
     std::string description() const;
 
@@ -89,17 +88,17 @@ class HALVANE_EXPORT HalvaneWPSTLVs {
                                std::optional<std::vector<ByteBuffer>>,
                                std::optional<std::vector<HalvaneWPSDeviceType>>>;
 
-    // One property that is present, its value never std::nullopt: it is optional so that a getter
-    // can hand out a reference. The entries are sorted by property, of which each has one.
+    // One present property. Its value is optional only so that a getter can return a reference to
+    // it; it is never std::nullopt. The entries are sorted by property and unique.
     struct Entry {
         WPSProperty property;
         Value value;
     };
 
-    // The value, or null where the property is absent.
+    // Returns the value, or null if the property is absent.
     const Value* find(WPSProperty property) const;
 
-    // The value to assign to; made where the property is absent.
+    // Returns the value to assign to; creates it if the property is absent.
     Value& slot(WPSProperty property);
 
     template <typename Held>
