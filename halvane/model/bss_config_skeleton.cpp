@@ -9,7 +9,7 @@ namespace halvane {
 
 namespace {
 
-// Reads a field from `key`. If that is missing, the field keeps the value of an empty object.
+// Reads a field from `key`. A missing key gives the value of an empty object.
 template <typename Field>
 void read(Field& field, const PropertyListDictionary& skeleton, const char* key) {
     if constexpr (std::is_same_v<Field, bool>) {
