@@ -1,4 +1,4 @@
-// The command that the arguments name, and what has to hold before it runs.
+// The command that the arguments name, and the conditions for running it.
 #include <algorithm>
 #include <cstring>
 
@@ -41,7 +41,8 @@ bool isMissing(const CLIOption& option) {
     return isOption(option) && hasFlag(option, kCLIRequired) && !hasFlag(option, kCLISeen);
 }
 
-// Of the commands that lead to this level, outermost first. Global options are no command's own.
+// Visits the commands that lead to this level, outermost first. Global options belong to no
+// command.
 template <typename Action>
 void forEachMissing(const Level& level, Action act) {
     if (level.command == nullptr) return;
@@ -73,8 +74,8 @@ void adopt(CLIOption& command) {
     if (command.parent == nullptr) command.parent = gState.root;
 }
 
-// Options may follow the command's operands. Behind a "--" there are none. They may be those of the
-// commands above too, so that what is missing is known here, before any of the commands runs.
+// Parses the options after the command's operands; none follow a "--". They may be options of outer
+// commands too. Missing options are therefore known here, before any of the commands runs.
 std::int32_t parseRest(Level& level) {
     if (hasCommands(level.table)) return kStatusOK;
     const std::int32_t status =

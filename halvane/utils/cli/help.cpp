@@ -35,7 +35,8 @@ void printSections(Message& message, CLIOption* table) {
     }
 }
 
-// As many of the following arguments as name a command of the command before.
+// Follows the arguments as long as each names a command of the one before. Prints the last one's
+// help.
 void printHelpOfArguments(const Level& level) {
     const char* const name = argumentAt(gArgI);
     CLIOption* const next = name != nullptr ? findCommand(level.table, name) : nullptr;
@@ -44,7 +45,7 @@ void printHelpOfArguments(const Level& level) {
     printHelpOfArguments({next->subOptions, next, &level});
 }
 
-// Of the command that is parsed, or of the program where there is none.
+// Prints the help of the command being parsed, or of the program if there is none.
 void printHelpOf(const Level* level) {
     if (level == nullptr || level->command == nullptr) return printSummary();
     printCommandHelp(*level);

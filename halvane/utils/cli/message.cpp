@@ -12,7 +12,7 @@ void Message::write() {
     text_.clear();
 }
 
-// Without memory for the whole, the text goes out in pieces rather than not at all.
+// If memory runs out, the text is written in pieces.
 void Message::append(const char* text, std::size_t length) {
     if (stream_ == nullptr) return;
     try {

@@ -1,4 +1,4 @@
-// A text on its way to a stream, which gets it in one piece: one write where it does not buffer.
+// A text for a stream, written in one piece, so that an unbuffered stream makes one write.
 #ifndef HALVANE_UTILS_CLI_MESSAGE_INTERNAL_H
 #define HALVANE_UTILS_CLI_MESSAGE_INTERNAL_H
 
@@ -29,7 +29,7 @@ class Message {
         return VCPrintF(take, this, format, arguments);
     }
 
-    // Hands on what there is so far.
+    // Writes the text collected so far.
     void write();
 
   private:
@@ -41,7 +41,7 @@ class Message {
     std::string text_;
 };
 
-// A message of one format.
+// Writes a message of one format.
 template <typename... Arguments>
 void say(const char* format, Arguments... arguments) {
     Message().add(format, arguments...);

@@ -1,4 +1,4 @@
-// Lists of options in help: the name of each, and what it is for.
+// Lists of options in help: names and descriptions.
 #include <algorithm>
 
 #include "halvane/utils/cli/message_internal.h"
@@ -10,8 +10,8 @@ namespace {
 
 constexpr int kTextIndent = 8;
 
-// How a value is shown: by whether it may be left out, whether it stands behind a long name, and
-// whether its name stands without brackets.
+// The format of a value, by three properties: it is optional, it follows a long name, its name has
+// no brackets.
 constexpr const char* kValueFormats[2][2][2] = {
     {{" <%s>", " %s"}, {" <%s>", " %s"}},
     {{"[<%s>]", "[%s]"}, {"[=<%s>]", "[=%s]"}},

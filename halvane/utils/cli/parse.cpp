@@ -1,4 +1,4 @@
-// From arguments to options: the long form, the short form and -NUM.
+// Turns arguments into options: the long form, the short form and -NUM.
 #include <cstring>
 #include <string_view>
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kNegation = "no-";
 
-// In the level's table, then in those above it.
+// Searches the level's table, then the outer ones.
 template <typename Test>
 CLIOption* findOption(const Level& level, Test passes) {
     for (const Level* table = &level; table != nullptr; table = table->above) {
@@ -40,7 +40,7 @@ CLIOption* findNumber(const Level& level) {
     return findOption(level, [](const CLIOption& option) { return option.type == kCLINumber; });
 }
 
-// `text` stands behind "--".
+// `text` is after the "--".
 std::int32_t parseLong(const Level& level, const char* text) {
     const char* const equals = std::strchr(text, '=');
     std::string_view name(
@@ -56,7 +56,7 @@ std::int32_t parseLong(const Level& level, const char* text) {
     return _CLIGetValue(option, isNegated ? kNegated : 0);
 }
 
-// `text` stands on the first digit, and behind the last one afterwards.
+// `text` points to the first digit, and after the call behind the last one.
 std::int32_t parseNumber(CLIOption& option, const char*& text) {
     const char* end = text;
     int error = 0;
@@ -73,7 +73,7 @@ std::int32_t parseNumber(CLIOption& option, const char*& text) {
     return kStatusOK;
 }
 
-// The character at `text` is no option's name.
+// No option has the character at `text` as its name.
 std::int32_t parseNameless(const Level& level, const char*& text) {
     CLIOption* const number = isDigit(*text) ? findNumber(level) : nullptr;
     if (number != nullptr) return parseNumber(*number, text);
@@ -81,7 +81,7 @@ std::int32_t parseNameless(const Level& level, const char*& text) {
     return kCLIUsageError;
 }
 
-// `text` stands behind "-", on the first of the options.
+// `text` is after the "-", at the first of the options.
 std::int32_t parseShort(const Level& level, const char* text) {
     std::int32_t status = kStatusOK;
     while (status == kStatusOK && text != nullptr && *text != '\0') {
@@ -93,7 +93,7 @@ std::int32_t parseShort(const Level& level, const char* text) {
         ++text;
         gState.attached = *text != '\0' ? text : nullptr;
         status = _CLIGetValue(option, kShortForm);
-        text = gState.attached;  // null where the option took it for its value
+        text = gState.attached;  // null if the option used it as its value
     }
     return status;
 }
@@ -111,7 +111,7 @@ std::int32_t parseOne(const Level& level, const char* argument) {
     return status;
 }
 
-// `reordered` is null where the first operand ends the options.
+// `reordered` is null if the first operand ends the options.
 std::int32_t parseArguments(Level& level, Reordered* reordered) {
     for (; char* const argument = argumentAt(gArgI); ++gArgI) {
         if (isOperand(argument)) {
@@ -125,14 +125,14 @@ std::int32_t parseArguments(Level& level, Reordered* reordered) {
             break;
         }
         const std::int32_t status = parseOne(level, argument);
-        // The option that did it all is no argument left over.
+        // The option that ended parsing does not count as unused.
         if (status == kStatusDone) ++gArgI;
         if (status != kStatusOK) return status;
     }
     return kStatusOK;
 }
 
-// What the callbacks of one level find.
+// Makes a level the innermost one, in which callbacks look up options.
 class Within {
   public:
     explicit Within(const Level& level) : outer_(gState.level) { gState.level = &level; }
@@ -144,9 +144,9 @@ class Within {
     const Level* outer_;
 };
 
-// What a parsing that a callback or handler asks for leaves as it found it: the rest of the group
-// of short options, what is running, and the arguments that the callback may put back. A new
-// command line leaves nothing of the old one to go back to.
+// A parser call from a callback or handler restores this state: the rest of the group of short
+// options, the running option, and the vectors that the callback may restore. After a new command
+// line nothing is restored.
 class Nested {
   public:
     Nested()
@@ -213,7 +213,7 @@ extern "C" std::int32_t CLIParse(CLIOption* table, std::uint32_t flags) {
     Level level{table};
     const std::int32_t status = parseLevel(level, flags);
     if (status != kStatusOK && status != kStatusDone) return status;
-    // A program without commands has yet to read its arguments, unless all is done.
+    // A program without commands reads its arguments later, unless everything is done.
     const bool isOver = status == kStatusDone || hasCommands(table);
     if (isOver && (flags & kCLIOptionsOnly) == 0) warnOfUnused();
     return kStatusOK;

@@ -35,7 +35,7 @@ void forget() {
     gCLICurrentOption = nullptr;
 }
 
-// The program's own place may be null; from there on a null argument is the end of them.
+// The program's own argument may be null. After it, a null argument ends them.
 int countArguments(int argc, char** argv) {
     if (argv == nullptr || argc <= 0) return 0;
     int count = 1;

@@ -9,11 +9,12 @@
 
 namespace halvane::cli {
 
-// The table being parsed, and those above it, innermost first. Options are looked up along this
-// chain and not along CLIOption.parent, which cannot tell the table that a command stands in.
+// The table being parsed, and its outer tables, innermost first. Options are looked up along this
+// chain. CLIOption.parent cannot serve for that, since it does not tell which table a command
+// belongs to.
 struct Level {
     CLIOption* table = nullptr;    // null for a command without options
-    CLIOption* command = nullptr;  // that owns the table; null at the top
+    CLIOption* command = nullptr;  // the command that owns the table; null at the top
     const Level* above = nullptr;
     bool isEnded = false;  // by "--"
 };
@@ -23,10 +24,10 @@ class Message;
 struct State {
     CLIOption* root = nullptr;       // the first table since CLIInit() or CLIFree()
     const Level* level = nullptr;    // innermost; null outside of CLIParse()
-    const char* attached = nullptr;  // what is unread of the current argument
-    int depth = 0;                   // of CLIParse() inside of CLIParse()
-    // Vectors of the parser's own that gArgV was set to, or null: the newest of all, of those that
-    // the CLIParse() around this one may still use, and of those that this one may.
+    const char* attached = nullptr;  // the unread part of the current argument
+    int depth = 0;                   // the depth of nested CLIParse() calls
+    // Vectors of the parser to which gArgV was set, or null: the newest of all, the newest that the
+    // outer CLIParse() may still use, and the newest that this one may use.
     char** newestVector = nullptr;
     char** outerVector = nullptr;
     char** innerVector = nullptr;
@@ -34,13 +35,13 @@ struct State {
 };
 extern State gState;
 
-// Frees the vectors of the parser's own that are newer than `last`; all of them for null.
+// Frees the parser's vectors that are newer than `last`; all of them if it is null.
 void freeVectors(const char* const* last = nullptr);
 
-// Where help's texts start, below their titles.
+// The indent of texts below their titles in help.
 inline constexpr int kIndent = 4;
 
-// Bits of the mode of _CLIGetValue().
+// Mode bits of _CLIGetValue().
 inline constexpr std::uint32_t kShortForm = 1 << 0;
 inline constexpr std::uint32_t kNegated = 1 << 1;
 
@@ -56,17 +57,17 @@ constexpr bool takesNoValue(const CLIOption& option) {
     return hasFlag(option, kCLINoValue) || option.type == kCLINumber || option.type == kCLIBoolean;
 }
 
-// A command without a name cannot be called, and an option without one has its short form only.
+// A command without a name cannot be called. An option without one has only a short form.
 constexpr bool hasLongName(const CLIOption& option) {
     return option.longName != nullptr && *option.longName != '\0';
 }
 
-// The argument of that index; null where there is none.
+// Returns the argument at that index; null if there is none.
 inline char* argumentAt(int index) {
     return gArgV != nullptr && index < gArgC ? gArgV[index] : nullptr;
 }
 
-// The records of a table, without its end; none of a null table.
+// The records of a table, without its end. A null table has no records.
 class Table {
   public:
     explicit Table(CLIOption* first) : first_(first), end_(first) {
@@ -80,7 +81,7 @@ class Table {
     CLIOption* end_;
 };
 
-// The first record of the table that passes the test; null where none does.
+// Returns the first record of the table that passes the test; null if none does.
 template <typename Test>
 CLIOption* find(CLIOption* table, Test passes) {
     for (CLIOption& option : Table(table)) {
@@ -100,56 +101,56 @@ inline void forgetSeen(CLIOption* table) {
     for (CLIOption& option : Table(table)) option.flags &= ~std::uint32_t{kCLISeen};
 }
 
-// The command of that very name; null where there is none.
+// Returns the command of exactly that name; null if there is none.
 CLIOption* findCommand(CLIOption* table, const char* name);
 
-// Parses options from gArgI on, until the first operand unless they are reordered.
+// Parses options from gArgI on, up to the first operand unless options are reordered.
 std::int32_t parseOptions(Level& level, std::uint32_t flags);
 
 // Runs the command that the next argument names, if the table has commands.
 std::int32_t runCommand(Level& level, std::uint32_t flags);
 
-// The whole of one level: its options, then its command.
+// Parses one whole level: its options, then its command.
 std::int32_t parseLevel(Level& level, std::uint32_t flags);
 
-// The name of an option or argument as help shows it. Returns its length.
+// Prints the name of an option or argument as help shows it. Returns its length.
 int printName(Message& message, const CLIOption& option);
 int lengthOfName(const CLIOption& option);
 
-// What is printed of the records of a list: which, how much of each, and under which title.
+// Selects what to print of a list of records: which records, in how much detail, under which title.
 struct OptionList {
     const char* title;  // or null
     bool isLong;        // with longHelp
     bool isWithoutLocal;
 };
-// False where there was nothing to list.
+// Returns false if there is nothing to list.
 bool printOptions(Message& message, CLIOption* table, const OptionList& list);
 
-// How one calls the level's command, one line; one for each of its commands where it cannot run
-// itself.
+// Prints how to call the level's command, in one line. If the command cannot run by itself, prints
+// one line for each of its commands.
 void printUsage(Message& message, const Level& level);
 
-// "remote add" for a command of a command.
+// Prints the names of nested commands: "remote add".
 void printCommandPath(Message& message, const Level& level);
 
-// Each line of the text, those that are not empty behind that many blanks.
+// Prints the lines of the text. Lines that are not empty are indented by that many blanks.
 void printIndented(Message& message, const char* text, int indent);
 
 void printSummary();
 
-// The page of the level's command.
+// Prints the help page of the level's command.
 void printCommandHelp(const Level& level);
 
-// An absent text is an empty one.
+// Returns an empty text for a null one.
 inline const char* textOrEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
 
 }  // namespace halvane::cli
 
-// Takes an option's value: the attached text, the next argument or the default, whatever its type
-// and the mode say. 0, kCLIUsageError after a message, kCLIUnknownType, kCLINoMemory, or what the
-// callback answered.
+// Takes an option's value according to its type and the mode: the attached text, the next argument
+// or the default. Returns 0, kCLIUsageError after a message, kCLIUnknownType, kCLINoMemory, or the
+// result of the callback.
 extern "C" std::int32_t _CLIGetValue(CLIOption* option, std::uint32_t mode);
 
 #endif

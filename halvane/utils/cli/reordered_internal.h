@@ -1,4 +1,4 @@
-// The argument vector to come where operands are reordered: what was set aside, then what is left.
+// Builds the argument vector for reordered operands: first the operands set aside, then the rest.
 #ifndef HALVANE_UTILS_CLI_REORDERED_INTERNAL_H
 #define HALVANE_UTILS_CLI_REORDERED_INTERNAL_H
 
@@ -10,12 +10,11 @@ namespace halvane::cli {
 
 class Reordered {
   public:
-    // False where there is no memory for it.
+    // Returns false if memory runs out.
     bool setAside(char* operand);
 
-    // Puts it in place of gArgV. False where there is no memory for it, and nothing has changed.
-    // Frees the vectors that were put there before, but for those that a CLIParse() around this one
-    // may still use.
+    // Replaces gArgV by the vector. Returns false, without a change, if memory runs out. Frees the
+    // vectors installed before, except those that an outer CLIParse() may still use.
     bool install();
 
   private:
@@ -26,7 +25,7 @@ class Reordered {
     bool reserveOneMore();
 
     std::unique_ptr<char*[], Free> vector_;
-    std::size_t count_ = 1;  // with a place in front, for the vector before this one
+    std::size_t count_ = 1;  // including a first place for the vector before this one
     std::size_t capacity_ = 0;
 };
 

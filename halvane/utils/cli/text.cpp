@@ -15,10 +15,10 @@ namespace {
 
 constexpr std::size_t kGreatestCount = SIZE_MAX / sizeof(char*) / 2;
 
-// Room for one more. The size is a power of two that the count alone tells, so that the allocator
-// is asked for the size that it gave before, but where the count passes such a power. Nothing is
-// taken for granted of an array that was made elsewhere. Null where there is no memory, and the
-// array is then as it was.
+// Makes room for one more element. The capacity is a power of two computed from the count alone.
+// The allocator therefore gets the same size as before, unless the count passes such a power.
+// Nothing is assumed about an array from elsewhere. Returns null, and leaves the array unchanged,
+// if memory runs out.
 char** withRoomForOneMore(char** array, std::size_t count) {
     if (count >= kGreatestCount) return nullptr;
     const std::size_t size = std::bit_ceil(count + 1) * sizeof(char*);

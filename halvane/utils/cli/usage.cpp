@@ -1,4 +1,4 @@
-// The line that says how a command is called, and the words that name it.
+// The usage line of a command, and the words that name the command.
 #include "halvane/utils/cli/message_internal.h"
 #include "halvane/utils/cli/parser_internal.h"
 

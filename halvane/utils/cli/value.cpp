@@ -1,4 +1,4 @@
-// The value of an option: where it comes from, and how each type stores it.
+// The value of an option: its source, and how each type stores it.
 #include <bit>
 #include <cstdlib>
 
@@ -61,7 +61,7 @@ std::int32_t appendDefaultToArray(CLIOption& option) {
     return appendToArray(option, 0, defaultText(option));
 }
 
-// Signed and unsigned destinations take the same 32 bits.
+// Signed and unsigned destinations receive the same 32 bits.
 void storeInteger(CLIOption& option, std::int64_t value) {
     store(option, static_cast<std::uint32_t>(value));
 }
@@ -83,7 +83,7 @@ std::int32_t storeDefaultInteger(CLIOption& option) {
     return kStatusOK;
 }
 
-// What the types that take a text do with it.
+// How each type that takes a text handles it.
 struct Storage {
     void (*clear)(CLIOption& option);  // negated
     std::int32_t (*put)(CLIOption& option, std::uint32_t mode, const char* value);
@@ -93,7 +93,7 @@ constexpr Storage kString = {clearString, storeString, storeDefaultString};
 constexpr Storage kStringArray = {clearArray, appendToArray, appendDefaultToArray};
 constexpr Storage kInteger = {clearInteger, convertInteger, storeDefaultInteger};
 
-// The attached text, else the next argument.
+// Returns the attached text, otherwise the next argument.
 std::int32_t fetch(const CLIOption& option, std::uint32_t mode, const char*& value) {
     if (gState.attached != nullptr) {
         value = gState.attached;
@@ -107,7 +107,7 @@ std::int32_t fetch(const CLIOption& option, std::uint32_t mode, const char*& val
     return kStatusOK;
 }
 
-// An optional value is given only where it is attached.
+// An optional value is present only if it is attached.
 bool isLeftOut(const CLIOption& option) {
     return hasFlag(option, kCLIOptionalValue) && gState.attached == nullptr;
 }

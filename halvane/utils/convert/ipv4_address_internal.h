@@ -1,4 +1,4 @@
-// Dotted decimal text as a part of other texts.
+// Dotted decimal text inside other texts.
 #ifndef HALVANE_UTILS_CONVERT_IPV4_ADDRESS_INTERNAL_H
 #define HALVANE_UTILS_CONVERT_IPV4_ADDRESS_INTERNAL_H
 
@@ -24,13 +24,13 @@ struct AddressPart {
     }
 };
 
-// Reads an address in host byte order, with the statuses of ParseIPv4Address.
+// Reads an address in host byte order. The statuses are those of ParseIPv4Address.
 HalvaneStatus readIPv4Address(TextCursor& text, std::uint32_t& address);
 
-// Writes an address of host byte order, without a terminator, and answers where it ends.
+// Writes an address in host byte order, without a terminator. Returns the end of the text.
 char* putIPv4Address(char* to, std::uint32_t address);
 
-// Writes a ':' and a number, likewise.
+// Writes a ':' and a number. Returns the end of the text.
 char* putPort(char* to, int port);
 
 }  // namespace halvane

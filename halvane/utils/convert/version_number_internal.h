@@ -1,4 +1,4 @@
-// The development stages of a version and their letters.
+// The development stages of a version, with their letters.
 #ifndef HALVANE_UTILS_CONVERT_VERSION_NUMBER_INTERNAL_H
 #define HALVANE_UTILS_CONVERT_VERSION_NUMBER_INTERNAL_H
 
@@ -18,7 +18,7 @@ inline constexpr VersionStage kVersionStages[] = {
     {kNumVersionStageFinal, 'f'},
 };
 
-// 0 for a value that names no stage.
+// Returns 0 for a value that is not a stage.
 constexpr char stageLetter(unsigned value) {
     for (const VersionStage& stage : kVersionStages) {
         if (stage.value == value) return stage.letter;

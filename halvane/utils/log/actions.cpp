@@ -1,4 +1,4 @@
-// What settings do to categories.
+// The effects of settings on categories.
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -21,8 +21,8 @@ namespace halvane::logging {
 
 namespace {
 
-// Calls visit(category) for `only`, or for every category. One that waits for its first test is
-// left out: it takes all settings then.
+// Calls visit(category) for `only`, or for every category. A category before its first test is
+// skipped: that test applies all settings.
 template <typename Visit>
 void forEachCategory(LogCategory* only, Visit visit) {
     LogCategory* category = only != nullptr ? only : logState().categories;
@@ -37,7 +37,7 @@ void applyLevel(const LogAction& action, LogCategory& category) {
 
 struct HeaderFlag {
     std::string_view keyword;
-    std::uint32_t flag;  // 0 clears
+    std::uint32_t flag;  // 0 clears the flags
 };
 constexpr std::array<HeaderFlag, 8> kHeaderFlags = {{
     {"time", kLogHeaderTime},
@@ -67,7 +67,8 @@ void applyFlags(const LogAction& action, LogCategory& category) {
     if ((category.flags & kLogHeaderPrefix) != 0) setCategoryPrefix(category);
 }
 
-// Takes the digits that `text` begins with; a number too large is the largest, none is 0.
+// Removes the digits at the start of `text` and returns their number: the maximum if it is too
+// large, 0 if there are no digits.
 template <typename Number>
 Number takeDigits(std::string_view& text) {
     Number number = 0;
@@ -76,7 +77,7 @@ Number takeDigits(std::string_view& text) {
     return error == std::errc::result_out_of_range ? std::numeric_limits<Number>::max() : number;
 }
 
-// Exact, unlike MillisecondsToUpTicks; what is too long for 64 bits is the longest.
+// Exact, unlike MillisecondsToUpTicks. A time beyond 64 bits becomes the maximum.
 std::uint64_t rateTicks(std::uint64_t milliseconds) {
     constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
     const std::uint64_t perSecond = UpTicksPerSecond();
@@ -85,7 +86,7 @@ std::uint64_t rateTicks(std::uint64_t milliseconds) {
     return perSecond * seconds + perSecond * (milliseconds % 1000) / 1000;
 }
 
-// "<messages>/<milliseconds>", with any character for the '/'.
+// Applies "<messages>/<milliseconds>"; any character may replace the '/'.
 void applyRate(const LogAction& action, LogCategory& category) {
     std::string_view text = action.value;
     category.rateMax = takeDigits<std::uint32_t>(text);
@@ -103,7 +104,7 @@ constexpr std::array<ValuePass, 3> kValuePasses = {{
     {LogPass::Rate, applyRate},
 }};
 
-// Of the settings for a category the last one stays, so it alone is applied.
+// Only the last setting for a category counts, so only that one is applied.
 void applyValues(LogCategory& category) {
     LogActionList& actions = logState().actions;
     for (const auto& [pass, apply] : kValuePasses) {
@@ -112,10 +113,10 @@ void applyValues(LogCategory& category) {
     }
 }
 
-// Finds or makes the outputs of settings, and tries none twice that cannot be had.
+// Finds or creates the outputs of settings. A failed one is not tried again.
 class OutputsOfSettings {
   public:
-    // A status where the output cannot be had.
+    // Returns the status of the failure if the output cannot be created.
     Result<LogOutput*, HalvaneStatus> find(std::size_t place) {
         const auto failure = failures_.find(place);
         if (failure != failures_.end()) return Unexpected(failure->second);
@@ -128,8 +129,8 @@ class OutputsOfSettings {
     std::map<std::size_t, HalvaneStatus> failures_;
 };
 
-// A new setting is tried even where it is for no category yet, so that who makes it hears what is
-// wrong with it. The status is that of the first that cannot be had.
+// A new setting is tried even if it matches no category yet, so that its maker learns of faults.
+// Returns the status of the first failure.
 HalvaneStatus tryNewOutputs(OutputsOfSettings& outputs) {
     const LogActionList& actions = logState().actions;
     LogActionList::Places places = actions.newPlaces();
@@ -143,7 +144,7 @@ HalvaneStatus tryNewOutputs(OutputsOfSettings& outputs) {
     return first;
 }
 
-// The last one that can be had stays, so those before it are not even tried.
+// The last output that can be created counts, so earlier ones are not even tried.
 void applyOutput(LogCategory& category, OutputsOfSettings& outputs) {
     const auto& places = logState().actions.placesFor(category, LogPass::Output);
     for (auto place = places.rbegin(); place != places.rend(); ++place) {

@@ -1,4 +1,4 @@
-// A category's first test.
+// The first test of a category.
 #include <algorithm>
 #include <cstdint>
 #include <new>
@@ -16,14 +16,14 @@ namespace halvane::logging {
 
 namespace {
 
-// What points to the category in the list; to null where it is not there.
+// Returns the link of the list that points to the category; the null one if it is not in the list.
 LogCategory** linkTo(const LogCategory& category) {
     LogCategory** link = &logState().categories;
     while (*link != nullptr && *link != &category) link = &(*link)->next;
     return link;
 }
 
-// Keeps the list sorted by name. After LogUtils_Finalize() a category is in it already.
+// Keeps the list sorted by name. After LogUtils_Finalize() a category is already in the list.
 void linkCategory(LogCategory& category) {
     if (*linkTo(category) != nullptr) return;
     LogCategory** place = &logState().categories;
@@ -33,7 +33,7 @@ void linkCategory(LogCategory& category) {
     category.next = std::exchange(*place, &category);
 }
 
-// Tells whether the settings are to be stored.
+// Returns whether the settings must be stored.
 bool initializeCategory(LogCategory& category) {
     bool mustStore = false;
     setCategoryLevel(category, std::max(category.defaultLevel, 0));
@@ -49,7 +49,7 @@ bool initializeCategory(LogCategory& category) {
     return mustStore;
 }
 
-// A category that memory was lacking for is initialised on its next test.
+// If memory runs out, the category is initialised on its next test.
 bool tryToInitialize(LogCategory& category) try {
     return category.level == kLogLevelUninitialized && initializeCategory(category);
 } catch (const std::bad_alloc&) {

@@ -17,7 +17,7 @@ namespace halvane::logging {
 
 namespace {
 
-// Takes what stands before `separator`, and the separator; absent where there is none.
+// Removes the text before `separator`, and the separator; absent if there is no separator.
 std::optional<std::string_view> takeUpTo(std::string_view& text, char separator) {
     const auto end = text.find(separator);
     if (end == std::string_view::npos) return std::nullopt;
@@ -40,7 +40,7 @@ HalvaneStatus setActions(std::string_view entries, LogControlSource source) {
         if (!name) return kStatusMalformed;
         const std::string_view value = entries.substr(0, entries.find(','));
         entries.remove_prefix(std::min(value.size() + 1, entries.size()));
-        // In either case of the name, for it may take the place of a setting that acts.
+        // The name is compared without case, since the setting may replace an active one.
         const bool isForeign = source == LogControlSource::Preferences &&
                                equalsIgnoringCase(*name, "output") && isCallbackOutput(value);
         if (!isForeign) logState().actions.set(*pattern, *name, value);
@@ -66,7 +66,7 @@ LogControlResult __LogControlLocked(const char* control, LogControlSource source
     const HalvaneStatus applied = __LogCategory_ApplyActions(nullptr);
     if (source == LogControlSource::Preferences) return {applied};
 
-    // Also behind a default that failed: what the preferences say instead may not.
+    // This also follows a failed default, since the preferences may work.
     if (isDefault) readLogPreferences();
     if (isDefault || !isPersistent || applied != kStatusOK) return {applied};
     return {canStoreNewActions() ? kStatusOK : HalvaneStatus(kStatusConversionFailed), true};

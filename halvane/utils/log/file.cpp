@@ -26,8 +26,8 @@ constexpr mode_t kFolderMode = 0770;
 constexpr mode_t kFileMode = 0666;  // less the process's umask
 constexpr std::string_view kEndedText = "\nLOG ENDED, CONTINUES IN NEXT LOG FILE\n";
 
-// Takes a decimal number off the front of `text`; absent where none stands there, or a larger one
-// than `max`.
+// Removes a decimal number from the start of `text`; absent if there is none, or if it is above
+// `max`.
 std::optional<std::uint64_t> takeNumber(std::string_view& text, std::uint64_t max) {
     std::uint64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -36,7 +36,7 @@ std::optional<std::uint64_t> takeNumber(std::string_view& text, std::uint64_t ma
     return number;
 }
 
-// Takes the "#<count>" that a value ends in.
+// Removes the "#<count>" at the end of a value.
 std::optional<int> takeCount(std::string_view& text) {
     if (!text.starts_with('#')) return std::nullopt;
     text.remove_prefix(1);
@@ -45,7 +45,7 @@ std::optional<int> takeCount(std::string_view& text) {
     return static_cast<int>(*count);
 }
 
-// How many bytes the size's unit stands for; takes the unit.
+// Removes the size's unit and returns its number of bytes.
 std::uint64_t takeUnit(std::string_view& text) {
     static constexpr std::array<std::pair<char, std::uint64_t>, 3> kUnits = {
         {{'K', 1024}, {'M', 1048576}, {'B', 1}}};
@@ -62,7 +62,7 @@ std::size_t folderLength(const std::string& path) {
     return slash == std::string::npos ? 0 : slash;
 }
 
-// One that cannot be made shows when the file is opened.
+// A failure shows when the file is opened.
 void createFolders(const std::string& path) {
     makeFolders(folderOf(path), kFolderMode);
 }
@@ -130,11 +130,11 @@ HalvaneStatus LogFile::reopen() {
     return openFile() ? kStatusOK : kStatusCannotOpen;
 }
 
-// Always for appending: what another program wrote there meanwhile is never overwritten. Without a
-// buffer, so that a line is in the file when the program crashes. What is open stays so where the
-// path cannot be opened.
+// Opens the file for appending, so that text of other programs is never overwritten, and without a
+// buffer, so that all lines are in the file if the program crashes. If the path cannot be opened,
+// the old file stays open.
 bool LogFile::openFile() {
-    // A pipe is not waited for, neither here for a reader nor later for a slow one.
+    // The call does not wait for the reader of a pipe, and later writes do not wait for a slow one.
     constexpr int kFlags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
     FileDescriptor opened;
     if (heritage_) opened = aboveStandardStreams(createHeir(path_, kFlags, *heritage_));
@@ -157,13 +157,13 @@ bool LogFile::openFile() {
     return true;
 }
 
-// Looks at the file's surroundings; true where its path has to be opened anew.
+// Updates facts about the file. Returns true if its path must be reopened.
 bool LogFile::hasChanged() {
     isSizeLimited_ = isFileSizeLimited();
     return isElsewhere();
 }
 
-// The path leads to no file, or to another one: somebody has renamed or removed it.
+// Returns whether the path leads to no file or to another one: the file was renamed or removed.
 bool LogFile::isElsewhere() const {
     if (!isRegular_) return false;
     struct stat status {};
@@ -243,8 +243,8 @@ bool LogFile::isEmpty() const {
     return ::fstat(file_.number(), &status) == 0 && status.st_size == 0;
 }
 
-// Where the file cannot be renamed, it is appended to until it has grown by as much again. An empty
-// one takes no other's place.
+// If the file cannot be renamed, it is appended to until it has grown by the same size again. An
+// empty file never replaces another one.
 void LogFile::rotate() {
     if (isEmpty()) return;
     heritage_ = heritageOf(file_.number());

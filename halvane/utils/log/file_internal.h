@@ -1,4 +1,4 @@
-// A log file that rotates when it has grown, or a standard stream.
+// A log file that rotates when it is large, or a standard stream.
 #ifndef HALVANE_UTILS_LOG_FILE_INTERNAL_H
 #define HALVANE_UTILS_LOG_FILE_INTERNAL_H
 
@@ -15,18 +15,19 @@
 
 namespace halvane::logging {
 
-// Counts the looks at a path, each of them a system call: so many in each step of a clock, which
-// lasts some milliseconds. Thus who writes many lines at once does not pay for each of them.
+// Counts the checks of a path, each of which is a system call. It allows a limited number per step
+// of a clock, which lasts some milliseconds. A burst of lines therefore does not pay for a check of
+// each.
 class LookCount {
   public:
     static constexpr unsigned kMostInAStep = 64;
 
-    // Whether there is one more.
+    // Returns whether one more check is allowed.
     bool take();
 
   private:
     std::uint64_t step_ = 0;
-    unsigned taken_ = 0;  // in that step
+    unsigned taken_ = 0;  // taken in the current step
 };
 
 class LogFile {
@@ -35,30 +36,31 @@ class LogFile {
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
-    // Takes a stream that stays its owner's.
+    // Uses a stream that its owner keeps.
     void useStream(std::FILE* stream);
 
-    // Takes the path of a file.
+    // Sets the path of the file.
     HalvaneStatus setPath(std::string_view path);
 
-    // "<size>[K|M|B]#<count>": from which size on to rotate, and how many files to keep.
+    // Sets "<size>[K|M|B]#<count>": the size at which to rotate, and the number of files to keep.
     HalvaneStatus setRoll(std::string_view value);
-    // "<path>#<count>": where a rotation leaves a copy of the file, and how many copies to keep.
+    // Sets "<path>#<count>": where a rotation puts a copy of the file, and the number of copies to
+    // keep.
     HalvaneStatus setBackup(std::string_view value);
 
-    // Once all is set, opens the file for appending, with the folders to it. kStatusUnsupported
-    // where there is none, or where it and its backups would get in each other's way;
-    // kStatusBadPath where a path is too long for the names of rotated files, or where the backup's
-    // folder is not there. What a relative path leads to then it leads to for good.
+    // Opens the file for appending, and creates its missing folders. All settings must be made
+    // before. kStatusUnsupported if there is no path, or if the names of the file and its backups
+    // collide. kStatusBadPath if a path is too long for the names of rotated files, or if the
+    // backup's folder is missing. A relative path is resolved now, for good.
     HalvaneStatus open();
 
-    // Opens the file's path anew, with the folders to it; kStatusCannotOpen where that fails, and
-    // what was open stays so. A stream is left as it is.
+    // Reopens the file's path, and creates its missing folders. On failure, kStatusCannotOpen, the
+    // old file stays open. A stream is unchanged.
     HalvaneStatus reopen();
 
     // Rotates if these bytes would make the file too large, then writes them. Errors are ignored. A
-    // file that was renamed or removed, or that a rotation could not open, is opened anew before;
-    // in a burst of writes only some of them look for that.
+    // file that was renamed or removed, or that a rotation could not open, is first reopened. In a
+    // burst of writes only some check for that.
     void write(std::string_view text);
 
   private:
@@ -70,22 +72,22 @@ class LogFile {
     void close();
     void put(std::string_view text);
     bool canRaiseSignal() const;
-    // Each returns what failed, an errno value; 0 for nothing.
+    // Each returns 0, or the errno value of the failure.
     int tryToPut(std::string_view text);
     int putToStream(std::string_view text);
     void backUp();
     void rotate();
 
     std::FILE* stream_ = nullptr;  // a standard stream
-    std::string path_;             // empty for that
+    std::string path_;             // empty for a stream
     FileDescriptor file_;
-    dev_t device_ = 0;  // with the inode, which file that is
+    dev_t device_ = 0;  // identifies the file together with the inode
     ino_t inode_ = 0;
     LookCount looks_;
-    std::optional<FileHeritage> heritage_;  // of the file before the next one to be made
+    std::optional<FileHeritage> heritage_;  // of the previous file, for the next new one
     bool isRegular_ = false;                // a device or pipe is never rotated
     bool isPipe_ = false;
-    bool isSizeLimited_ = false;  // by RLIMIT_FSIZE, at the last look
+    bool isSizeLimited_ = false;  // by RLIMIT_FSIZE, at the last check
     std::uint64_t size_ = 0;      // bytes written so far
     std::uint64_t rollMaxSize_ = 0;
     int rollCount_ = 0;

@@ -33,8 +33,8 @@ constexpr LevelName kLogLevelToStringTable[] = {
     {kLogLevelOff, "off"},
 };
 
-// The first of the nearest rows. The rows ascend, so the distances fall to the nearest and then
-// rise.
+// Returns the first of the nearest rows. The rows ascend, so the distances fall up to the nearest
+// row and then rise.
 const LevelName& nearestLevel(std::int32_t level) {
     const LevelName* nearest = std::begin(kLogLevelToStringTable);
     for (const LevelName& row : kLogLevelToStringTable) {
@@ -50,7 +50,7 @@ bool isLetter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-// All of `text` as a decimal number; 0 for an empty one.
+// Reads all of `text` as a decimal number; 0 if it is empty.
 std::optional<std::int64_t> numberOf(std::string_view text) {
     std::uint32_t number = 0;
     if (text.empty()) return 0;
@@ -60,7 +60,7 @@ std::optional<std::int64_t> numberOf(std::string_view text) {
     return number;
 }
 
-// "", "+", "+5" or "-5".
+// Reads "", "+", "+5" or "-5".
 std::optional<std::int64_t> offsetOf(std::string_view text) {
     if (text.empty()) return 0;
     const char sign = text.front();

@@ -7,13 +7,13 @@ namespace halvane::logging {
 
 namespace {
 
-// Of the kind that refuses a second lock by its owner, instead of waiting for ever.
+// This kind of mutex refuses a second lock by its owner instead of waiting forever.
 constexpr pthread_mutex_t kUnlocked = PTHREAD_ERRORCHECK_MUTEX_INITIALIZER_NP;
 pthread_mutex_t mutex = kUnlocked;
 pthread_mutex_t storing = kUnlocked;
 
-// A child process must not inherit the lock from a thread that it has not. So a fork waits for
-// the lock, unless the forking thread itself is the one that has it.
+// A child process must not inherit the lock from a thread that it lacks. A fork therefore waits for
+// the lock, unless the forking thread holds it.
 thread_local bool forkHoldsLock = false;
 
 void beforeFork() {
@@ -22,17 +22,17 @@ void beforeFork() {
 void inParent() {
     if (forkHoldsLock) pthread_mutex_unlock(&mutex);
 }
-// The owner was the parent's thread, so that the child's cannot unlock what it inherits. A thread
-// that had the lock before it forked has it in the child too.
+// The parent's thread owns the inherited lock, so the child's thread cannot unlock it. If the
+// forking thread held the lock before, it also holds it in the child.
 void inChild() {
-    // The call fails, but from it a thread sanitizer learns that nobody holds the lock now.
+    // The call fails, but tells a thread sanitizer that nobody holds the lock now.
     if (forkHoldsLock) pthread_mutex_unlock(&mutex);
     mutex = kUnlocked;
     if (!forkHoldsLock) pthread_mutex_lock(&mutex);
-    storing = kUnlocked;  // a thread that was storing is the parent's alone
+    storing = kUnlocked;  // the storing thread exists only in the parent
 }
 
-// From when the library is loaded.
+// Active from when the library is loaded.
 [[maybe_unused]] const int watch = pthread_atfork(beforeFork, inParent, inChild);
 
 }  // namespace

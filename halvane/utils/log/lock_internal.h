@@ -1,12 +1,12 @@
-// The lock of the logging system, and the turn of storing its settings.
+// The lock of the logging system, and the turn to store its settings.
 #ifndef HALVANE_UTILS_LOG_LOCK_INTERNAL_H
 #define HALVANE_UTILS_LOG_LOCK_INTERNAL_H
 
 namespace halvane::logging {
 
-// Holds the lock while it lives, and keeps the thread from being cancelled, so that a message is
-// written whole or not at all. It leaves errno as it found it. The lock is not recursive: where the
-// thread has the lock already, a second LogLock is false and holds nothing.
+// Holds the lock during its lifetime. Meanwhile the thread cannot be cancelled, so that a message
+// is written as a whole or not at all. It preserves errno. The lock is not recursive: if the thread
+// already has it, a second LogLock is false and holds nothing.
 class [[nodiscard]] LogLock {
   public:
     LogLock();
@@ -22,9 +22,9 @@ class [[nodiscard]] LogLock {
     bool isHeld_ = false;
 };
 
-// Holds the turn of storing settings while it lives: one thread at a time, which may wait long for
-// another process, and does not hold up who logs. Keeps the thread from being cancelled, and errno
-// as it was, likewise. It is taken before the lock, where both are.
+// Holds the turn to store settings during its lifetime. Only one thread has it; that thread may
+// wait long for another process, and does not block threads that log. Meanwhile the thread cannot
+// be cancelled. It preserves errno. A thread that needs both takes the turn before the lock.
 class [[nodiscard]] LogStoringTurn {
   public:
     LogStoringTurn();

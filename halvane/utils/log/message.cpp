@@ -1,4 +1,4 @@
-// One message: its rate limit, header and text, and the pieces in which an output gets it.
+// One message: its rate limit, header and text, and the pieces that an output receives.
 #include <algorithm>
 #include <array>
 #include <climits>
@@ -25,9 +25,9 @@ namespace halvane::logging {
 namespace {
 
 constexpr std::size_t kBufferSize = 256;
-constexpr std::uint64_t kConsolePauseMicroseconds = 200;  // so as not to overrun a serial line
+constexpr std::uint64_t kConsolePauseMicroseconds = 200;  // keeps a serial line from overflowing
 
-// Collects a message's pieces, as what the engine writes to.
+// Collects a message's pieces from the engine.
 class LogPrintFContext : public PrintFContext {
   public:
     explicit LogPrintFContext(const LogMessage& message) : PrintFContext(), message_(message) {
@@ -62,7 +62,7 @@ class LogPrintFContext : public PrintFContext {
     std::array<char, kBufferSize> pieces_;
 };
 
-// Counts the message, and tells whether the category still has room for it.
+// Counts the message, and returns whether the category's limit allows it.
 bool passesRateLimit(LogCategory& category) {
     if (category.rateMax == 0) return true;
     const std::uint64_t now = UpTicks();
@@ -81,13 +81,13 @@ bool passesRateLimit(LogCategory& category) {
 constexpr std::uint32_t kInBracket = kLogHeaderPID | kLogHeaderProgram | kLogHeaderCategory |
                                      kLogHeaderLevel | kLogHeaderPrefix | kLogHeaderFunction;
 
-// "[program:pid,category,function@level] ", as far as it is wanted. The comma before the function
-// stands even where nothing precedes it.
+// Writes the wanted parts of "[program:pid,category,function@level] ". The comma before the
+// function is written even if nothing precedes it.
 class HeaderWriter {
   public:
     HeaderWriter(LogPrintFContext& output, std::uint32_t flags) : output_(output), flags_(flags) {}
 
-    // Answers the count of bytes.
+    // Returns the number of bytes.
     int write(const LogMessage& message) {
         if (has(kLogHeaderTime)) print("%N ");
         if (!has(kInBracket)) return length_;
@@ -119,7 +119,7 @@ class HeaderWriter {
                                        : std::string_view(category.prefix, category.prefixLength));
     }
 
-    // Writes the separator if something stands inside of the bracket.
+    // Writes the separator if the bracket already has contents.
     void separate(std::string_view separator) {
         if (length_ > bracketLength_) append(separator);
     }

@@ -17,7 +17,7 @@ void callBack(LogOutput& output, const LogMessage& message, std::string_view tex
     output.func(&message, text.data(), text.size(), output.arg);
 }
 
-// As "%p" prints it, with nothing behind.
+// Reads the form of "%p", with nothing after it.
 std::optional<std::uintptr_t> pointerOf(std::string_view text) {
     std::uint64_t pointer = 0;
     std::int32_t consumed = 0;

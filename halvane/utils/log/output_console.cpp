@@ -1,4 +1,5 @@
-// The output "console": standard error, or the system log for a program that has thrown that away.
+// The output "console": standard error, or the system log if the program has discarded standard
+// error.
 #include <sys/stat.h>
 #include <unistd.h>
 

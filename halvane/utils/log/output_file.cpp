@@ -1,4 +1,4 @@
-// The output "file": a file, with rotation if wanted, or a standard stream.
+// The output "file": a file, optionally with rotation, or a standard stream.
 #include <cstdio>
 
 #include "halvane/base/status.h"

@@ -1,4 +1,4 @@
-// Where messages go: the outputs that control strings name.
+// The destinations of messages: the outputs that control strings name.
 #ifndef HALVANE_UTILS_LOG_OUTPUT_INTERNAL_H
 #define HALVANE_UTILS_LOG_OUTPUT_INTERNAL_H
 
@@ -21,31 +21,31 @@ using LogOutputWriter = void (*)(LogOutput& output, const LogMessage& message,
 
 struct LogOutput {
     unsigned refCount = 0;
-    std::string spec;  // "type;key=value;...": outputs of one specification are one output
+    std::string spec;  // "type;key=value;...": equal specifications share one output
     LogOutputWriter writer = nullptr;
     LogOutputType type = kLogOutputFile;
 
     halvane::logging::LogFile file;                     // kLogOutputFile
-    std::int32_t syslogLevel = kLogLevelUninitialized;  // kLogOutputSyslog; negative: none
+    std::int32_t syslogLevel = kLogLevelUninitialized;  // kLogOutputSyslog; negative means none
     LogCallback func = nullptr;                         // kLogOutputCallback
     void* arg = nullptr;
 };
 
 namespace halvane::logging {
 
-// Makes the output of a specification; a status where it cannot be had.
+// Creates the output of a specification, or returns the status of the failure.
 Result<std::unique_ptr<LogOutput>, HalvaneStatus> __LogOutputCreate(const std::string& spec);
 
 bool isCallbackOutput(std::string_view spec);
 
-// Take the parameters behind the type, and set type and writer.
+// Parse the parameters after the type, and set type and writer.
 HalvaneStatus __LogOutputConsole_Setup(LogOutput& output, std::string_view parameters);
 HalvaneStatus __LogOutputFile_Setup(LogOutput& output, std::string_view parameters);
 HalvaneStatus __LogOutputSyslog_Setup(LogOutput& output, std::string_view parameters);
 HalvaneStatus __LogOutputCallback_Setup(LogOutput& output, std::string_view parameters);
 
-// Calls take(key, value), which answers a status, for each part of "key=value;key=value", until
-// one fails. A ';' at the end is no part.
+// Calls take(key, value), which returns a status, for each part of "key=value;key=value" until one
+// fails. A ';' at the end adds no part.
 template <typename Take>
 HalvaneStatus forEachParameter(std::string_view parameters, Take take) {
     while (!parameters.empty()) {

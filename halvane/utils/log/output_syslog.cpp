@@ -12,7 +12,8 @@ namespace {
 constexpr int kPriorityWithoutLevel = 5;  // LOG_NOTICE (RFC 5424 clause 6.2.1)
 constexpr std::size_t kMaxLevelText = 31;
 
-// With a level the message's own number is the priority as it stands: it is no syslog severity.
+// If the output has a level, the message's level becomes the priority unchanged, although it is not
+// a syslog severity.
 void writeToSyslog(LogOutput& output, const LogMessage& message, std::string_view text) {
     if (text.ends_with('\n')) text.remove_suffix(1);
     const int level = static_cast<int>(message.level & kLogLevelMask);

@@ -35,7 +35,7 @@ void deleteUnusedOutputs() {
 
 namespace {
 
-// Opens all files anew; the status is that of the first that cannot be had.
+// Reopens all files. Returns the status of the first failure.
 HalvaneStatus reopenFiles() {
     HalvaneStatus first = kStatusOK;
     for (const auto& [spec, output] : logState().outputs) {

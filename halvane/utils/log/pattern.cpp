@@ -1,4 +1,4 @@
-// Which categories a setting is for.
+// Matches the names of categories with the patterns of settings.
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -9,7 +9,7 @@ namespace halvane::logging {
 
 namespace {
 
-// One character of a pattern, with the '*' behind it.
+// One character of a pattern, with a '*' after it if there is one.
 struct Element {
     char character;
     bool isRepeated;
@@ -33,7 +33,7 @@ class Pattern {
         }
     }
 
-    // Follows every way through the pattern at once, so that no pattern is slow.
+    // Follows all ways through the pattern at once, so that no pattern is slow.
     bool matches(std::string_view name) const {
         Places places(elements_.size() + 1, false);
         places.front() = true;
@@ -46,10 +46,10 @@ class Pattern {
     }
 
   private:
-    // Which elements may come next; the last place is that of the whole pattern matched.
+    // The elements that may come next. The last place stands for a match of the whole pattern.
     using Places = std::vector<bool>;
 
-    // A repeated element need not be there at all.
+    // A repeated element may be absent.
     void skipRepeated(Places& places) const {
         for (std::size_t i = 0; i < elements_.size(); ++i) {
             if (places[i] && elements_[i].isRepeated) places[i + 1] = true;

@@ -6,8 +6,8 @@
 
 namespace halvane::logging {
 
-// Whether the pattern matches the name: '^', '$', '.' and '*' as in regular expressions, in time
-// proportional to the product of the lengths.
+// Returns whether the pattern matches the name. '^', '$', '.' and '*' work as in regular
+// expressions. The time is proportional to the product of the lengths.
 bool __LogCategory_match(std::string_view pattern, std::string_view name);
 
 }  // namespace halvane::logging

@@ -1,4 +1,4 @@
-// The settings that the preferences keep.
+// The settings in the preferences.
 #include "halvane/platform/plist/preferences.h"
 
 #include <algorithm>
@@ -27,7 +27,7 @@ constexpr std::string_view kPreferenceKey = "logconfig";
 std::atomic<bool> isBeingRead = false;
 thread_local bool isReader = false;
 
-// Nothing logs while it lives.
+// Nothing logs during its lifetime.
 class Initializing {
   public:
     Initializing() { set(true); }
@@ -48,7 +48,7 @@ bool isStorable(const LogAction& action) {
            !refusedXmlText(action.value);
 }
 
-// All that can be stored.
+// Returns all storable settings as one text.
 std::string joinedActions() {
     std::string text;
     for (const LogAction& action : logState().actions) {
@@ -57,12 +57,12 @@ std::string joinedActions() {
         text.append(action.pattern).append(":").append(action.name).append("=");
         text.append(action.value);
     }
-    // Read back, a '?' and a '+' at the head are taken off: not those of a pattern, then.
+    // Reading the text back removes a leading '?' and '+', which must not be those of a pattern.
     const bool looksPrefixed = text.starts_with('?') || text.starts_with('+');
     return looksPrefixed ? text.insert(0, "?+") : text;
 }
 
-// For the log, where that was not the last thing said of them.
+// Adds a notice about the preferences, unless the last one was the same.
 void notePreferences(const PreferenceResult& result) {
     LogState& state = logState();
     std::string notice;
@@ -78,13 +78,13 @@ void notePreferences(const PreferenceResult& result) {
 
 }  // namespace
 
-// Another thread's reading is waited for, behind the lock; a message is no less worth for it.
+// While another thread reads, this waits for it at the lock, so that its messages are not lost.
 bool isReadingLogPreferences() {
     if (__atomic_load_n(&gLogUtilsInitializing, __ATOMIC_SEQ_CST) == 0) return false;
     return isReader || !isBeingRead;
 }
 
-// Without memory it is as though they held nothing.
+// If memory runs out, the preferences count as empty.
 void readLogPreferences() try {
     const Initializing initializing;
     const auto preference = readPreference(logState().applicationID, kPreferenceKey);
@@ -101,8 +101,8 @@ bool canStoreNewActions() {
         actions.newPlaces(), [&actions](std::size_t place) { return isStorable(actions[place]); });
 }
 
-// Messages and control strings go on meanwhile. What is stored is read from the state within one's
-// turn, so that nobody stores older settings over newer ones.
+// Messages and control strings continue meanwhile. The settings are taken from the state during the
+// turn, so that no thread replaces newer settings by older ones.
 HalvaneStatus writeLogPreferences() try {
     const LogStoringTurn turn;
     std::string application;

@@ -33,14 +33,14 @@ bool isThere(const std::string& path) {
     return ::lstat(path.c_str(), &status) == 0 || errno != ENOENT;
 }
 
-// The lowest number that no file has; `count` where all below that are taken.
+// Returns the lowest number without a file; `count` if all numbers below are taken.
 int firstGap(const std::string& path, int count) {
     int number = 1;
     while (number < count && isThere(numberedName(path, number))) ++number;
     return number;
 }
 
-// The file's numbered names, or the file itself, are among the other's.
+// Returns whether the name is the path or one of its numbered names.
 bool isNumberedName(const std::string& name, const std::string& path) {
     if (!name.starts_with(path)) return false;
     std::string_view rest = std::string_view(name).substr(path.size());
@@ -57,7 +57,7 @@ std::string unfinishedCopyOf(const std::string& path) {
     return numberedName(path, 0);
 }
 
-// Returns what failed of the writing, an errno value; 0 for nothing.
+// Returns 0, or the errno value of a failed write.
 int copyAndClose(std::FILE* source, std::FILE* copy) {
     std::array<char, kCopyPiece> piece;
     std::size_t length = 0;
@@ -69,13 +69,13 @@ int copyAndClose(std::FILE* source, std::FILE* copy) {
     return error == 0 && !isClosed ? errno : error;
 }
 
-// Makes the file, and writes as much to it as can be; false where it cannot be made.
+// Creates the file and writes as much as possible to it. Returns false if it cannot be created.
 bool copyTo(const std::string& path, std::FILE* source, const FileHeritage& heritage) {
     FileDescriptor file = createHeir(path, O_WRONLY | O_CLOEXEC, heritage);
     if (!file) return false;
     std::FILE* const copy = ::fdopen(file.number(), "w");
     if (copy == nullptr) return false;
-    file.release();  // to the stream
+    file.release();  // the stream owns it now
     WriteSignalBlock block;
     if (const int error = copyAndClose(source, copy); error != 0) block.takeBackSignal(error);
     return true;
@@ -116,13 +116,13 @@ std::optional<FileHeritage> heritageOf(int descriptor) {
     return FileHeritage{status.st_mode & kPermissions, status.st_uid, status.st_gid};
 }
 
-// The mode comes last: a change of owner takes bits from it, and nobody is let in before.
+// Sets the mode last: a change of owner removes bits from it, and nobody has access before.
 FileDescriptor createHeir(const std::string& path, int flags, const FileHeritage& heritage) {
     FileDescriptor file(
         ::open(path.c_str(), flags | O_CREAT | O_EXCL, heritage.mode & kOwnersOnly));
     if (!file) return file;
     if (::fchown(file.number(), heritage.owner, heritage.group) != 0) {
-        // Without the right to give a file away, the group may still be one of the process's.
+        // A process that cannot give a file away may still set one of its own groups.
         [[maybe_unused]] const int kept =
             ::fchown(file.number(), static_cast<uid_t>(-1), heritage.group);
     }
@@ -138,7 +138,7 @@ void copyLogFile(const std::string& from, const std::string& to) {
     const auto heritage = heritageOf(::fileno(source.get()));
     if (!heritage) return;
     ::unlink(unfinished.c_str());
-    // One that could not be written whole stays, for the log file's own days are numbered.
+    // An incomplete copy stays too, since the log file will be removed in time.
     if (copyTo(unfinished, source.get(), *heritage)) {
         std::rename(unfinished.c_str(), to.c_str());
     }

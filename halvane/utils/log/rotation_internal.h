@@ -1,4 +1,4 @@
-// The numbered files that rotations leave: "<path>.1" is the newest of them.
+// The numbered files of rotations: "<path>.1" is the newest.
 #ifndef HALVANE_UTILS_LOG_ROTATION_INTERNAL_H
 #define HALVANE_UTILS_LOG_ROTATION_INTERNAL_H
 
@@ -10,25 +10,26 @@
 
 namespace halvane::logging {
 
-inline constexpr int kMaxKeptFiles = 10000;  // a rotation renames them all, with the lock held
+inline constexpr int kMaxKeptFiles = 10000;  // a rotation renames all of them under the lock
 
 std::string numberedName(const std::string& path, int number);
 
-// A file or nothing: what may be renamed away. Not a device, which other programs need in place.
+// Returns whether the path may be renamed: it is a regular file or missing. Other programs need a
+// device in its place.
 bool isReplaceable(const std::string& path);
 
-// Whether the names of `count` files are not too long.
+// Returns whether the names of `count` files are short enough.
 bool numberedNamesFit(const std::string& path, int count);
 
-// Whether one of the paths is the other, or a numbered name of the other.
+// Returns whether one path is the other, or one of its numbered names.
 bool numberedNamesCollide(const std::string& path, const std::string& other);
 
-// Renames the file to number 1, and each numbered file to the next number, as far as there is one
-// without a gap: the file that would fall out at the end is removed only where all numbers are
-// taken. So a program that is stopped between two renames loses no file by the next rotation.
+// Renames the file to number 1 and each numbered file to the next number, up to the first gap. The
+// file that drops out at the end is removed only if all numbers are taken. If the program stops
+// between two renames, the next rotation therefore loses no file.
 void shiftNumberedFiles(const std::string& path, int count);
 
-// What a file hands on to those that take its place or hold its copy.
+// The attributes that a file passes on to its successors and copies.
 struct FileHeritage {
     mode_t mode;
     uid_t owner;
@@ -36,13 +37,13 @@ struct FileHeritage {
 };
 std::optional<FileHeritage> heritageOf(int descriptor);
 
-// Makes a file that is not there yet, with the heritage as far as the process may give it; none
-// where it cannot.
+// Creates a file that does not exist, with the heritage as far as the process's rights allow;
+// returns none if that fails.
 FileDescriptor createHeir(const std::string& path, int flags, const FileHeritage& heritage);
 
-// Copies `from` into a new file. One that is there already, for it could not be renamed, stays as
-// it is. Until all is copied that can be, the copy has the number 0, which no kept file has: one
-// that a program leaves behind which is stopped meanwhile is taken for no backup, and overwritten.
+// Copies `from` into a new file. If `to` exists, because it could not be renamed, it stays
+// unchanged. The copy has the number 0, which no kept file has, until everything possible is
+// copied. A copy that a stopped program leaves behind is therefore no backup, and is overwritten.
 void copyLogFile(const std::string& from, const std::string& to);
 
 }  // namespace halvane::logging

@@ -9,7 +9,7 @@ namespace halvane::logging {
 
 namespace {
 
-// A pattern holds no colon, so that no two keys run into each other.
+// A pattern holds no colon, so keys are unique.
 std::string keyOf(std::string_view pattern, std::string_view name) {
     std::string key(pattern);
     key.append(":").append(name);
@@ -20,14 +20,14 @@ std::string keyOf(std::string_view pattern, std::string_view name) {
     return key;
 }
 
-// Lets one more be appended without a failure.
+// Reserves room, so that the next append cannot fail.
 template <typename Element>
 void makeRoomForOne(std::vector<Element>& elements) {
     if (elements.size() < elements.capacity()) return;
     elements.reserve(std::max<std::size_t>(2 * elements.size(), 8));
 }
 
-// Whether the value is one that its pass takes.
+// Returns whether the action's value is valid for its pass.
 bool isValid(const LogAction& action, LogPass pass) {
     return pass != LogPass::Level || __LogCategory_StringToLevel(action.value.c_str()) >= 0;
 }
@@ -55,7 +55,7 @@ void LogActionList::append(std::string key, LogAction action) {
     makeRoomForOne(newPlaces_);
     const std::size_t place = actions_.size();
     places_.emplace(std::move(key), place);
-    // From here on nothing fails.
+    // Nothing fails after this point.
     newPlaces_.push_back(place);
     actions_.push_back(std::move(action));
 }
@@ -84,7 +84,7 @@ const LogActionList::Places& LogActionList::placesFor(const LogCategory& categor
     return found->second[static_cast<std::size_t>(pass)];
 }
 
-// Without memory for what matches, that is found out anew when it is next asked for.
+// If memory runs out for the matches, they are computed again when next requested.
 void LogActionList::noteMatches(std::size_t place) try {
     for (auto& [category, matches] : matches_) noteMatch(*category, matches, place);
 } catch (const std::bad_alloc&) {

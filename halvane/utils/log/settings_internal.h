@@ -1,4 +1,4 @@
-// The settings that control strings have made.
+// The settings made by control strings.
 #ifndef HALVANE_UTILS_LOG_SETTINGS_INTERNAL_H
 #define HALVANE_UTILS_LOG_SETTINGS_INTERNAL_H
 
@@ -13,29 +13,30 @@
 
 namespace halvane::logging {
 
-// What a setting changes, in the order in which settings are applied.
+// The kind of a setting. Settings are applied in this order.
 enum class LogPass : std::size_t { Level, Flags, Rate, Output };
 inline constexpr std::array<std::string_view, 4> kLogPassNames = {"level", "flags", "rate",
                                                                   "output"};
 
-// One setting. Kept, and applied again whenever categories or settings change.
+// One setting. It is kept and applied again whenever categories or settings change.
 struct LogAction {
     std::string pattern;
     std::string name;
     std::string value;
-    bool isNew = true;  // set by the control string that is being applied
+    bool isNew = true;  // made by the control string that is being applied
 };
 
-// In the order first set. Where memory fails, all is as it was before the call.
+// The settings in the order in which they were first made. If memory runs out, a call changes
+// nothing.
 class LogActionList {
   public:
-    using Places = std::vector<std::size_t>;  // of actions, ascending
+    using Places = std::vector<std::size_t>;  // indices of actions, ascending
 
-    // Replaces the value of the action with this pattern and name, in upper or lower case, or
-    // appends one.
+    // Replaces the value of the action with this pattern and name, ignoring case, or appends an
+    // action.
     void set(std::string_view pattern, std::string_view name, std::string_view value);
 
-    // Whatever there is now is not new.
+    // Marks all actions as not new.
     void age();
     void clear();
 
@@ -43,12 +44,12 @@ class LogActionList {
     auto end() const { return actions_.end(); }
     const LogAction& operator[](std::size_t place) const { return actions_[place]; }
 
-    // The new actions, in the order set.
+    // The new actions in their order.
     const Places& newPlaces() const { return newPlaces_; }
 
-    // The actions of a pass that are for the category; of the levels only those that are one. Found
-    // out once, and then kept up to date until the category is forgotten: a control string costs
-    // what it changes, and not what was set before it.
+    // Returns the actions of a pass that match the category; for levels only those with a valid
+    // value. The result is computed once and kept up to date until the category is forgotten. The
+    // cost of a control string therefore depends on its own settings and not on earlier ones.
     // REQUIRES: the category keeps its name.
     const Places& placesFor(const LogCategory& category, LogPass pass);
     void forget(const LogCategory& category) { matches_.erase(&category); }

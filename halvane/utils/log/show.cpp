@@ -70,7 +70,7 @@ std::string report() {
     return text;
 }
 
-// Makes a heap string for a C caller.
+// Creates a heap string for a C caller.
 HalvaneStatus makeReport(char*& text) try {
     const LogLock lock;
     if (!lock) return kStatusUnsupported;

@@ -1,8 +1,8 @@
-// What the parts of the logging system share: its state, the lock over it, and the steps that run
-// with the lock held.
+// The common parts of the logging system: its state, its lock, and the steps that run under the
+// lock.
 //
-// Nothing here logs. What must be told is noted in the state, and logged by the entry point once
-// it has let the lock go.
+// Nothing here logs. A notice is stored in the state, and the entry point logs it after it has
+// released the lock.
 #ifndef HALVANE_UTILS_LOG_STATE_INTERNAL_H
 #define HALVANE_UTILS_LOG_STATE_INTERNAL_H
 
@@ -25,54 +25,56 @@ struct LogState {
     LogCategory* categories = nullptr;  // sorted by name
     LogActionList actions;
     std::map<std::string, std::unique_ptr<LogOutput>> outputs;  // by specification
-    std::vector<std::string> notices;                           // still to be logged
-    std::string lastNotice;                                     // said before
+    std::vector<std::string> notices;                           // not yet logged
+    std::string lastNotice;                                     // the last one that was logged
 };
 
-// REQUIRES: the lock, but for LogUtils_Finalize().
+// REQUIRES: the caller holds the lock, except in LogUtils_Finalize().
 LogState& logState();
 
-// Where a control string comes from.
+// The origin of a control string.
 enum class LogControlSource { Caller, Preferences };
 
 struct LogControlResult {
     HalvaneStatus status = kStatusOK;
-    bool mustStore = false;  // what writeLogPreferences() is for, once the lock is let go
+    bool mustStore = false;  // the caller calls writeLogPreferences() after it has released the
+                             // lock
 };
 
-// Applies a control string; null frees all actions. One from the preferences is never stored and
-// does not make them be read again, and it sets no callback outputs: its pointers are those of
-// another process.
+// Applies a control string; null removes all actions. A string from the preferences is never stored
+// and does not cause them to be read again. It cannot set callback outputs, since its pointers
+// belong to another process.
 LogControlResult __LogControlLocked(const char* control, LogControlSource source);
 
-// Applies what the preferences hold under "logconfig". Nothing logs meanwhile.
+// Applies the preferences under "logconfig". Nothing logs meanwhile.
 void readLogPreferences();
 bool isReadingLogPreferences();
 
-// Stores all actions under "logconfig" that can be stored; it may wait for another process. Without
-// memory the status says so.
-// REQUIRES: not the lock.
+// Stores all storable actions under "logconfig"; it may wait for another process. The status tells
+// if memory ran out.
+// REQUIRES: the caller does not hold the lock.
 HalvaneStatus writeLogPreferences();
 
-// Whether each new action can be stored.
+// Returns whether all new actions can be stored.
 bool canStoreNewActions();
 
-// Applies all actions to the initialised categories, or to `only`, and deletes the outputs that no
-// category is left with. The status is that of the new actions; always success for `only`.
+// Applies all actions to the initialised categories, or only to `only`, and deletes outputs that no
+// category uses any more. Returns the status of the new actions; success for `only`.
 HalvaneStatus __LogCategory_ApplyActions(LogCategory* only);
 
-// The output of a specification, found or made; a status where it cannot be had.
+// Finds or creates the output of a specification, or returns the status of the failure.
 Result<LogOutput*, HalvaneStatus> findOrCreateOutput(const std::string& spec);
 
-// What settings change in a category. The level is read without the lock. An output's reference
-// moves; the prefix follows from the name.
+// Set the parts of a category that settings change. The level is read without the lock. Setting the
+// output moves a reference. The prefix follows from the name.
 void setCategoryLevel(LogCategory& category, std::int32_t level);
 void setCategoryOutput(LogCategory& category, LogOutput* output);
 void setCategoryPrefix(LogCategory& category);
 
 void deleteUnusedOutputs();
 
-// Logs the notices. REQUIRES: not the lock.
+// Logs the notices.
+// REQUIRES: the caller does not hold the lock.
 void logNotices();
 
 }  // namespace halvane::logging

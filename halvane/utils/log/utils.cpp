@@ -1,4 +1,4 @@
-// The logging system's start and end.
+// The start and the end of the logging system.
 #include <atomic>
 #include <new>
 #include <string>
@@ -15,7 +15,7 @@ namespace {
 
 std::atomic<bool> isInitialized = false;
 
-// Never destroyed: what runs while the process ends may log too.
+// Never destroyed: code that runs while the process ends may log too.
 union Immortal {
     Immortal() : state() {}
     ~Immortal() {}
@@ -55,7 +55,7 @@ extern "C" HalvaneStatus LogUtils_EnsureInitialized() {
 extern "C" void LogSetAppID(const char* appID) try {
     if (const LogLock lock; lock) logState().applicationID = appID != nullptr ? appID : "";
 } catch (const std::bad_alloc&) {
-    // The application stays the one it was.
+    // The application does not change.
 }
 
 extern "C" void LogUtils_Finalize() {
