@@ -25,7 +25,7 @@ constexpr std::size_t kEthernetSize = kMACAddressSize;
 constexpr std::size_t kFibreChannelSize = 8;
 constexpr std::size_t kIPv6Size = kIPv6AddressSize;
 
-// What %#a points to: the type in host byte order, then the address.
+// The data of %#a: the type in host byte order, then the address.
 enum TaggedType : std::uint32_t { kTaggedIPv4 = 4, kTaggedIPv6 = 6 };
 constexpr std::size_t kTagSize = 4;
 
@@ -40,7 +40,7 @@ constexpr std::size_t kSocketHeaderSize = 2;
 constexpr std::size_t kSocketIPv4Size = 8;   // header, port, address
 constexpr std::size_t kSocketIPv6Size = 28;  // header, port, flow, address, scope
 
-// An integer that a structure holds in the byte order of the host.
+// Reads an integer that a structure stores in host byte order.
 std::uint32_t hostOrderU32(ByteCursor& cursor) {
     const auto value = std::endian::native == std::endian::little ? cursor.u32le() : cursor.u32be();
     return value.value_or(0);
@@ -51,7 +51,7 @@ void appendIPv4(Scratch& text, ByteCursor cursor, int port = 0) {
     text.append(IPv4AddressToCString(cursor.u32be().value_or(0), port, address));
 }
 
-// Upper-case octets with colons between.
+// Appends upper-case octets separated by colons.
 void appendHardware(Scratch& text, Bytes bytes) {
     char address[HALVANE_HARDWARE_ADDRESS_TEXT_SIZE(kFibreChannelSize)];
     text.append(HardwareAddressToCString(bytes.data(), static_cast<int>(bytes.size()), address));
@@ -73,11 +73,11 @@ void appendSocketIPv6(Scratch& text, ByteCursor cursor) {
 }
 
 struct LinkAddress {
-    std::size_t size = 0;  // as the structure tells it
-    Bytes bytes;           // what the structure holds of it
+    std::size_t size = 0;  // as the structure states it
+    Bytes bytes;           // the part of it inside the structure
 };
 
-// Index, type, the lengths of name, address and selector, then these three.
+// The fields are index, type, the lengths of name, address and selector, and then these three.
 LinkAddress linkAddress(ByteCursor cursor) {
     if (!cursor.skip(kSocketHeaderSize + 3)) return {};
     const auto nameSize = cursor.u8();
@@ -87,7 +87,7 @@ LinkAddress linkAddress(ByteCursor cursor) {
     return {*addressSize, rest.first(std::min<std::size_t>(rest.size(), *addressSize))};
 }
 
-// An address that its structure ends within is no hardware address, whatever is left of it.
+// A truncated address does not count as a hardware address, whatever is left of it.
 void appendSocketLink(Scratch& text, ByteCursor cursor) {
     const auto [size, bytes] = linkAddress(cursor);
     if (size == kEthernetSize && bytes.size() == size) {
@@ -97,7 +97,7 @@ void appendSocketLink(Scratch& text, ByteCursor cursor) {
     text.print("<< AF_LINK %H >>", bytes.data(), shown, shown);
 }
 
-// The family tells how long the address is, but for a link-level one, whose length byte does.
+// The family determines the length of the address. A link-level address has a length byte.
 void appendSocketAddress(Scratch& text, const std::uint8_t* data) {
     ByteCursor header(std::span(data, kSocketHeaderSize));
     const std::size_t length = header.u8().value_or(0);

@@ -1,4 +1,4 @@
-// Front ends that write into memory of the caller's.
+// Front ends that write into the caller's memory.
 #include <algorithm>
 #include <cstdarg>
 #include <cstring>
@@ -29,8 +29,8 @@ namespace halvane::printing {
 
 namespace {
 
-// Stores as many whole characters of a piece that does not fit as do. A character whose first bytes
-// came in pieces before is taken back.
+// Stores the characters of a piece that fit whole. A character whose first bytes came in earlier
+// pieces is removed again.
 void storeStart(std::string_view piece, std::size_t room, PrintFContext& output) {
     while (room > 0 && isContinuation(piece[room])) --room;
     if (room > 0) std::memcpy(output.buffer + output.used, piece.data(), room);
@@ -55,7 +55,7 @@ void store(std::string_view piece, FixedBufferContext& context) {
 
 }  // namespace
 
-// A piece that does not fit is shortened, and a later one that fits is stored.
+// A piece that does not fit is cut, and a later one that fits is stored.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context) {
     auto& fixed = *reinterpret_cast<FixedBufferContext*>(context);
     std::string_view piece(text, length);

@@ -1,4 +1,4 @@
-// The conversions of the formatting engine, each taking its own arguments.
+// The conversions of the formatting engine. Each takes its own arguments.
 #ifndef HALVANE_UTILS_PRINTF_CONVERSIONS_INTERNAL_H
 #define HALVANE_UTILS_PRINTF_CONVERSIONS_INTERNAL_H
 

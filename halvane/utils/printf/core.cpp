@@ -1,4 +1,4 @@
-// The core loop: literal runs, what stands between '%' and the conversion, and the choice of it.
+// The core loop: literal runs, the specification after '%', and the choice of the conversion.
 #include <array>
 #include <cstdarg>
 #include <cstdint>
@@ -54,13 +54,13 @@ void increment(std::uint8_t& count) {
     if (count < std::numeric_limits<std::uint8_t>::max()) ++count;
 }
 
-// Reads one specification, from behind its '%' on.
+// Reads one specification after its '%'.
 class SpecificationParser {
   public:
     SpecificationParser(const char* text, Arguments& arguments)
         : text_(text), arguments_(arguments) {}
 
-    // Fills `format` up to the conversion character; false for a malformed size modifier.
+    // Fills `format` up to the conversion character. Returns false for a malformed size modifier.
     bool parse(PrintFFormat& format) {
         parseFlags(format);
         parseWidth(format);
@@ -69,7 +69,7 @@ class SpecificationParser {
         return parseModifiers(format);
     }
 
-    // Stands on the conversion character after parse().
+    // Points to the conversion character after parse().
     const char* position() const { return text_; }
 
   private:
@@ -121,7 +121,7 @@ class SpecificationParser {
         }
     }
 
-    // A negative precision from the arguments counts as none, as in C.
+    // A negative precision from an argument counts as none, as in C.
     void parsePrecision(PrintFFormat& format) {
         if (*text_ != '.') return;
         ++text_;
@@ -137,7 +137,7 @@ class SpecificationParser {
         format.precision = static_cast<std::uint32_t>(precision);
     }
 
-    // Decimal digits, saturated.
+    // Reads decimal digits, saturated.
     std::uint32_t parseNumber() {
         std::uint64_t number = 0;
         for (; *text_ >= '0' && *text_ <= '9'; ++text_) {
@@ -172,8 +172,8 @@ class SpecificationParser {
     Arguments& arguments_;
 };
 
-// `text` stands behind "%{". Answers what follows the extension: the end of the format where no '}'
-// closes it, which then is no extension at all.
+// `text` is after "%{". Returns the text after the extension, or the end of the format if no '}'
+// closes it; it is then not an extension at all.
 const char* expandExtension(Output& output, const PrintFFormat& format, const char* text,
                             Arguments& arguments) {
     const char* const end = strchrnul(text, '}');
@@ -191,7 +191,7 @@ void expandUnknown(Output& output, const Conversion& conversion) {
                  conversion.code);
 }
 
-// Expands one specification, from behind its '%' on, and answers what follows it.
+// Expands one specification after its '%', and returns the text after it.
 const char* expandSpecification(Output& output, const char* text, Arguments& arguments) {
     Conversion conversion{};
     SpecificationParser parser(text, arguments);
@@ -228,7 +228,7 @@ void expand(Output& output, const char* format, Arguments& arguments) {
     }
 }
 
-// The caller's list is left as it was: whether a callee advances it differs between platforms.
+// The caller's list is not changed: whether a called function advances it depends on the platform.
 void convertNested(Output& output, Conversion& conversion, Arguments& arguments) {
     const auto* format = va_arg(arguments.list, const char*);
     auto* list = va_arg(arguments.list, va_list*);
@@ -254,9 +254,9 @@ extern "C" int PrintFCore(PrintFContext* context, const char* format, ...) {
 
 namespace {
 
-// Every front end passes here, so this is the one place where exceptions end: those of an
-// allocation for a value's text, or of a C++ callback. The cancelling of a thread is none. It has
-// no object to bind the handler's reference to, which the sanitizer takes for an error.
+// Every front end passes here, so exceptions end only here: those of an allocation for a value's
+// text, and those of a C++ callback. The cancelling of a thread is not an exception. It has no
+// object for the handler's reference, which the sanitizer takes for an error.
 __attribute__((no_sanitize("undefined"))) void expandOrAbort(Output& output, const char* format,
                                                              ArgumentsCopy& arguments) {
     try {

@@ -25,7 +25,7 @@ std::string_view textOf(std::span<const std::uint8_t> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-// The text of a name; the notes about a bad one have room of their own, so they are never cut.
+// The text of a name. Notes about a malformed name have separate room, so they are never cut.
 class NameText {
   public:
     bool fits(std::size_t size) const { return size_ + size <= kScratchText; }
@@ -59,7 +59,7 @@ void readName(ByteCursor cursor, NameText& name) {
     if (name.empty()) name.append(".");
 }
 
-// Prints the items of a packed record, `value` being what its string holds behind the start.
+// Prints the items of a packed record. `value` is the string after the start.
 class PackedRecordPrinter {
   public:
     PackedRecordPrinter(Output& output, int indent) : output_(output), indent_(indent) {}
@@ -93,11 +93,11 @@ class PackedRecordPrinter {
 
     Output& output_;
     int indent_;
-    std::array<char, 256> item_;  // a string of a record has 255 bytes at most
+    std::array<char, 256> item_;  // a string of a record has at most 255 bytes
     std::size_t size_ = 0;
 };
 
-// Whether such a record is there, whatever its length byte says.
+// Returns whether there is such a record, whatever its length byte is.
 bool isPackedRecord(ByteCursor cursor) {
     cursor.skip(1);
     const auto start = cursor.take(kPackedRecordStart.size());
@@ -127,8 +127,8 @@ void printStrings(Output& output, int indent, ByteCursor cursor) {
 
 }  // namespace
 
-// A text of n bytes stems from the first n + 1 bytes of the name, so that is all a precision of n
-// reads.
+// A text of n bytes comes from the first n + 1 bytes of the name. A precision of n therefore reads
+// no more than those.
 void writeDNSName(Output& output, const PrintFFormat& format, const char* name) {
     std::size_t limit = kScratchSize;
     if (hasPrecision(format)) {

@@ -1,4 +1,4 @@
-// 802.11 element lists, one line an element (IEEE 802.11-2020 clause 9.4.2.1).
+// 802.11 element lists, one line per element (IEEE 802.11-2020 clause 9.4.2.1).
 #include <algorithm>
 #include <array>
 #include <cstdarg>
@@ -43,7 +43,7 @@ const char* elementName(std::uint8_t id) {
     }
 }
 
-// How the body of a sub-element shows.
+// How the body of a sub-element is printed.
 enum class SubForm { kText, kHex };
 
 struct SubElement {

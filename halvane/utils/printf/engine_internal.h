@@ -1,8 +1,8 @@
-// What the parts of the formatting engine share: the output of one call, the arguments, and the
-// writers that every conversion ends in.
+// The common parts of the formatting engine: the output of one call, the arguments, and the writers
+// that every conversion uses.
 //
-// Errors are sticky: after a negative callback result an Output drops whatever is written to it,
-// so that a conversion need not look at each write. A long loop asks isOpen().
+// Errors are sticky: after a negative callback result an Output drops all further text, so a
+// conversion need not check each write. A long loop checks isOpen().
 #ifndef HALVANE_UTILS_PRINTF_ENGINE_INTERNAL_H
 #define HALVANE_UTILS_PRINTF_ENGINE_INTERNAL_H
 
@@ -20,58 +20,57 @@
 
 namespace halvane::printing {
 
-// A conversion that builds its text aside has this much room, the last byte for a terminator.
+// The size of the buffer in which a conversion builds its text. The last byte is for a terminator.
 inline constexpr std::size_t kScratchSize = 300;
 inline constexpr std::size_t kScratchText = kScratchSize - 1;
 
-// Spaces a level of indent.
+// Spaces per level of indent.
 inline constexpr std::uint64_t kIndentStep = 4;
 
 inline constexpr std::string_view kNullText = "<<NULL>>";
 
-// The context of the fixed-buffer front ends, which the callback below is handed the first member
-// of. While a character is cut, output.capacity is what is used, so that every piece goes to the
-// callback.
+// The context of the fixed-buffer front ends. The callback below receives its first member. While a
+// character is cut, output.capacity equals the used size, so that every piece reaches the callback.
 struct FixedBufferContext {
     PrintFContext output;
     std::size_t capacity;
-    bool isCut;  // the last piece did not fit whole: continuation bytes are parts of what was cut
+    bool isCut;  // the last piece did not fit: continuation bytes are parts of the cut character
 };
 
-// The output callback of the fixed-buffer front ends, and that of log messages.
+// The output callbacks of the fixed-buffer front ends and of log messages.
 std::int32_t storeInFixedBuffer(const char* text, std::size_t length, PrintFContext* context);
 std::int32_t __LogPrintFCallBack(const char* text, std::size_t length, PrintFContext* context);
 
-// The context of the heap front ends, which the callback below is handed the first member of.
+// The context of the heap front ends. The callback below receives its first member.
 struct HeapContext {
     PrintFContext output;
     HeapMemory memory;
-    // A text that the output begins with and that is counted but not stored, null for none or once
-    // it came; and its length then.
+    // A text before the output that is counted but not stored, with its length. It is null if there
+    // is none, and once it has arrived.
     const char* prefix = nullptr;
     std::size_t prefixLength = 0;
 };
 
-// The output callback of the heap front ends, and the growth under it: Output::pad announces a long
-// padding, so that it grows the string once, or fails at once.
+// The output callback of the heap front ends, and its growth. Output::pad announces long padding,
+// so that the string grows once or fails at once.
 std::int32_t storeInHeapString(const char* text, std::size_t length, PrintFContext* context);
 std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context);
 
-// VASPrintF, with memory from elsewhere.
+// VASPrintF with a given source of memory.
 std::int32_t printToHeapString(char** text, HeapMemory memory, const char* format,
                                va_list arguments);
 
-// AppendPrintF, with memory from elsewhere.
+// AppendPrintF with a given source of memory.
 std::int32_t appendToHeapString(char** text, HeapMemory memory, const char* format,
                                 va_list* arguments);
 
-// A va_list that can be handed down by reference on every platform.
+// A va_list that can be passed by reference on every platform.
 struct Arguments {
     va_list list;
 };
 
-// A copy of a list, ended on every way out, that of an exception too: any callback or description
-// may throw. va_end in another function than va_copy is what GCC and Clang allow on all platforms.
+// A copy of a list that ends on every exit, also by an exception: any callback or description may
+// throw. GCC and Clang allow va_end in another function than va_copy on all platforms.
 class ArgumentsCopy : public Arguments {
   public:
     explicit ArgumentsCopy(va_list original) { va_copy(list, original); }
@@ -80,7 +79,7 @@ class ArgumentsCopy : public Arguments {
     ArgumentsCopy& operator=(const ArgumentsCopy&) = delete;
 };
 
-// The running output of one call.
+// The output of one call.
 class Output {
   public:
     explicit Output(PrintFContext* context)
@@ -95,10 +94,10 @@ class Output {
     // Ends the call with a negative status.
     void abort(std::int32_t status) { status_ = status; }
 
-    // The negative status, or the count, saturated.
+    // Returns the negative status, or the count, saturated.
     std::int32_t result() const;
 
-    // Hands one piece to the callback, unless it is empty.
+    // Passes one piece to the callback, unless it is empty.
     void write(std::string_view piece) {
         if (piece.empty() || !isOpen()) return;
         count_ += piece.size();
@@ -119,7 +118,7 @@ class Output {
 
   private:
     PrintFContext* context_;
-    // Whether the callback would only store a piece that there is room for: then it is spared.
+    // Whether a piece that fits is stored without calling the callback.
     bool storesIfRoom_;
     std::uint64_t count_ = 0;
     std::int32_t status_ = 0;
@@ -128,7 +127,7 @@ class Output {
 // Expands `format` into `output`: the core loop.
 void expand(Output& output, const char* format, Arguments& arguments);
 
-// A short text built aside, cut like any fixed buffer.
+// A short text that is built separately and cut like any fixed buffer.
 class Scratch {
   public:
     std::string_view text() const { return {text_, size_}; }
@@ -140,8 +139,8 @@ class Scratch {
     std::size_t size_ = 0;
 };
 
-// Collects single characters into pieces worth a callback.
-// REQUIRES: flush() before it goes; a destructor must not call out.
+// Collects single characters into pieces, so that fewer callbacks are made.
+// REQUIRES: flush() before destruction; a destructor must not call the callback.
 class PieceBuilder {
   public:
     explicit PieceBuilder(Output& output) : output_(output) {}
@@ -170,20 +169,20 @@ inline bool hasFlag(const PrintFFormat& format, int flag) {
 inline bool hasPrecision(const PrintFFormat& format) {
     return hasFlag(format, kPrintFFlagPrecision);
 }
-// The precision, or 0 where none was given.
+// Returns the precision; 0 if none was given.
 inline std::uint32_t precisionOf(const PrintFFormat& format) {
     return hasPrecision(format) ? format.precision : 0;
 }
-// The indent that a width asks for in multi-line output.
+// Returns the indent of multi-line output that a width specifies.
 inline std::uint64_t indentOf(const PrintFFormat& format) {
     return format.fieldWidth * kIndentStep;
 }
 
-// An integer argument of the size that the modifiers name.
+// Return an integer argument of the size that the modifiers specify.
 std::uint64_t unsignedArgument(const PrintFFormat& format, Arguments& arguments);
 std::int64_t signedArgument(const PrintFFormat& format, Arguments& arguments);
 
-// Turns ' into the quote character and makes room for it within the precision.
+// Turns ' into the quote character and reserves room for it within the precision.
 void applyQuotes(PrintFFormat& format);
 
 // --- Text ---
@@ -192,19 +191,19 @@ inline char printableOrCaret(std::uint32_t code) {
     return isPrintable(code) ? static_cast<char>(code) : '^';
 }
 
-// The length of `text` without an incomplete UTF-8 sequence at its end.
+// Returns the length of `text` without an incomplete UTF-8 sequence at its end.
 std::size_t completeLength(std::string_view text);
 
-// `text` cut to the precision, at a character boundary.
+// Returns `text`, cut to the precision at a character boundary.
 std::string_view cutToPrecision(const PrintFFormat& format, std::string_view text);
 
 // --- Writers ---
 
-// Writes what stands before a text of `length` bytes in its field, and what stands after it.
+// Write the parts of a field before and after a text of `length` bytes.
 void openField(Output& output, const PrintFFormat& format, std::uint64_t length);
 void closeField(Output& output, const PrintFFormat& format, std::uint64_t length);
 
-// Writes `text`, quoted and padded to the field's width.
+// Writes `text`, quoted and padded to the width of the field.
 inline void PrintFWriteText(Output& output, const PrintFFormat& format, std::string_view text) {
     if (format.fieldWidth <= text.size() && format.quote == 0) return output.write(text);
     openField(output, format, text.size());
@@ -212,17 +211,17 @@ inline void PrintFWriteText(Output& output, const PrintFFormat& format, std::str
     closeField(output, format, text.size());
 }
 
-// PrintFWriteText of a formatted text.
+// PrintFWriteText for a formatted text.
 void writeMessage(Output& output, const PrintFFormat& format, const char* message, ...);
 
 // Writes each line of `text` after `indent` spaces; a blank line gets none.
 void PrintFWriteMultiLineText(Output& output, std::uint64_t indent, std::string_view text);
 
-// Dumps min(size, max) bytes, 16 a line, each line after `indent` spaces.
+// Dumps min(size, max) bytes, 16 per line, each line after `indent` spaces.
 void PrintFWriteHex(Output& output, std::uint64_t indent, const std::uint8_t* data,
                     std::size_t size, std::size_t max);
 
-// Dumps short data on the rest of the line, longer data on lines of its own below.
+// Dumps short data on the rest of the line, longer data on separate lines below.
 void writeHexBlock(Output& output, std::uint64_t indent, const std::uint8_t* data, std::size_t size,
                    std::size_t max);
 
@@ -234,18 +233,19 @@ enum ValueFlags : unsigned {
 
 struct ValueForm {
     unsigned flags = 0;  // kValueFlag...
-    int depth = 1;       // of the value in the one that is printed: 1 for that itself
+    int depth = 1;       // the depth of the value inside the printed one, which itself has depth 1
 
     ValueForm within() const { return {flags, depth + 1}; }
     bool isTooDeep() const { return depth > kPropertyListMaxDepth; }
 };
 
-// Prints an array, a dictionary or data at an indent level, without a final newline for the
-// containers. Other kinds print as their text. REQUIRES: !form.isTooDeep()
+// Prints an array, a dictionary or data at an indent level. A container ends without a newline.
+// Other kinds print as their text.
+// REQUIRES: !form.isTooDeep()
 void PrintFWriteCFObjectLevel(Output& output, const PropertyListValue& value, std::uint64_t level,
                               ValueForm form);
 
-// Prints one entry of a dictionary whose entries stand at `level`, with `form` that of the value.
+// Prints one entry of a dictionary whose entries are at `level`. `form` is that of the value.
 void PrintFWriteCFObjectApplier(Output& output, std::string_view key,
                                 const PropertyListValue& value, std::uint64_t level,
                                 ValueForm form);

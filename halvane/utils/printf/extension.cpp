@@ -1,4 +1,4 @@
-// The conversions with names, "%{name}".
+// The named conversions, "%{name}".
 #include <algorithm>
 #include <array>
 #include <cstdarg>

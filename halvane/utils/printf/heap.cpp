@@ -19,8 +19,8 @@ constexpr std::size_t capacityFor(std::size_t needed) {
     return (needed + kCapacityStep - 1) & ~(kCapacityStep - 1);
 }
 
-// Grows with the text, so that a text that is appended to often moves seldom; by no more than an
-// eighth, and at least as far as capacityFor().
+// Returns a capacity that grows with the text, so that repeated appending rarely moves it. It
+// exceeds the needed size by at most an eighth, and is at least capacityFor().
 constexpr std::size_t appendedCapacityFor(std::size_t needed) {
     const std::size_t step = std::max(kCapacityStep, std::bit_floor(needed) / 8);
     return needed < kFirstCapacity ? kFirstCapacity : (needed + step - 1) & ~(step - 1);
@@ -28,8 +28,7 @@ constexpr std::size_t appendedCapacityFor(std::size_t needed) {
 
 using halvane::printing::HeapContext;
 
-// Releases what was written where nobody takes it over: after a failure, or when the thread is
-// cancelled.
+// Frees the text if nobody takes it over: after a failure, or if the thread is cancelled.
 class PartialText {
   public:
     explicit PartialText(HeapContext& heap) : heap_(heap) {}
@@ -47,7 +46,7 @@ class PartialText {
 
 namespace halvane::printing {
 
-// A text longer than a count can tell is refused like one there is no memory for.
+// A text whose length a count cannot hold is refused as if memory had run out.
 std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context) {
     const auto& heap = *reinterpret_cast<HeapContext*>(context);
     if (length > INT32_MAX - heap.prefixLength - context->used) return kStatusNoMemory;
@@ -77,7 +76,7 @@ std::int32_t storeInHeapString(const char* text, std::size_t length, PrintFConte
 
 namespace {
 
-// `result` of a call, with a terminator put behind its text.
+// Returns the `result` of a call, after putting a terminator behind its text.
 std::int32_t terminated(std::int32_t result, HeapContext& heap) {
     if (result < 0) return result;
     const std::int32_t status = storeInHeapString("", 1, &heap.output);
@@ -96,8 +95,8 @@ std::int32_t printToHeapString(char** text, HeapMemory memory, const char* forma
     return result;
 }
 
-// The new text is written aside, since the old one may be among the arguments, and then put behind
-// the old one, which is copied only where it has to move.
+// The new text is built separately, since the old one may be among the arguments. It is then put
+// behind the old one, which is copied only if it must move.
 std::int32_t appendToHeapString(char** text, HeapMemory memory, const char* format,
                                 va_list* arguments) {
     const char* const old = *text != nullptr ? *text : "";

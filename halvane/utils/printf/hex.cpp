@@ -1,4 +1,4 @@
-// Hex dumps, inline and on lines of their own.
+// Hex dumps, inline and on separate lines.
 #include <algorithm>
 #include <cstdarg>
 #include <cstdint>
@@ -22,7 +22,7 @@ constexpr std::size_t kBytesPerGroup = 4;
 
 enum HexForm : std::uint32_t { kInline, kLines, kBlock, kDigitsOnly };
 
-// The two columns of a dump line; missing bytes show as spaces.
+// The two columns of a dump line. Missing bytes are printed as spaces.
 struct DumpLine {
     explicit DumpLine(Bytes bytes) {
         std::fill(std::begin(hex), std::end(hex) - 1, ' ');
@@ -97,7 +97,7 @@ void writeManyLines(Output& output, std::uint64_t indent, Bytes bytes, std::size
     }
 }
 
-// -1 stands for the length of a text; any other negative size or limit for nothing.
+// -1 means the length of a text. Any other negative size or limit means 0.
 std::size_t sizeArgument(const std::uint8_t* data, int size) {
     if (size == -1 && data != nullptr) return std::strlen(reinterpret_cast<const char*>(data));
     return static_cast<std::size_t>(std::max(size, 0));

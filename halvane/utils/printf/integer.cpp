@@ -1,4 +1,4 @@
-// Integers in any radix, lists of set bits, and the count so far.
+// Integers in any radix, lists of set bits, and the count of bytes so far.
 #include <algorithm>
 #include <array>
 #include <cstdarg>
@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kGroupSize = 3;
 constexpr unsigned kMostBits = 64;
 
-// "00" to "99", so that one division yields two digits.
+// "00" to "99": one division gives two digits.
 constexpr auto kDecimalPairs = [] {
     std::array<char, 200> pairs{};
     for (std::size_t i = 0; i < 100; ++i) {
@@ -28,7 +28,7 @@ constexpr auto kDecimalPairs = [] {
     return pairs;
 }();
 
-// The text of a number, built from its right end on.
+// The text of a number, built from its right end.
 class NumberText {
   public:
     NumberText() = default;
@@ -83,7 +83,7 @@ void putDigits(NumberText& number, char code, std::uint64_t value) {
     }
 }
 
-// What '#' puts before the digits; also before a zero.
+// Returns the prefix that '#' puts before the digits, also before a zero.
 std::string_view prefixOf(const Conversion& conversion) {
     if (conversion.code == 'p') return "0x";
     if (conversion.format.altForm == 0) return "";
@@ -107,8 +107,8 @@ std::size_t leastDigits(const PrintFFormat& format, std::size_t prefixSize) {
     return format.fieldWidth > prefixSize ? format.fieldWidth - prefixSize : 1;
 }
 
-// `digits` with a comma between groups of three; what `room` has no place for is lost at the left,
-// where only zeros can stand.
+// Puts a comma between groups of three `digits`. Digits beyond `room` are lost at the left, where
+// there can be only zeros.
 void putGrouped(NumberText& number, std::string_view digits, std::size_t room) {
     for (std::size_t i = 0; i < digits.size(); ++i) {
         const bool startsGroup = i > 0 && i % kGroupSize == 0;
@@ -118,7 +118,7 @@ void putGrouped(NumberText& number, std::string_view digits, std::size_t room) {
     }
 }
 
-// The whole text has at most kScratchText characters: leading zeros make way for the prefix.
+// The whole text has at most kScratchText characters: the prefix replaces leading zeros.
 void writeInteger(Output& output, const Conversion& conversion, std::uint64_t value, char sign) {
     const PrintFFormat& format = conversion.format;
     const auto prefix = prefixOf(conversion);
@@ -146,9 +146,9 @@ unsigned bitCount(const PrintFFormat& format) {
     return format.lCount > 0 ? 64 : 32;
 }
 
-// Two '#': bit 0 is the least significant one, and the highest comes first. More: bit 0 is the most
-// significant bit of the field, as IEEE 802.11 and RFC figures number them, and the lowest number
-// comes first. Either way the list starts at the most significant bit.
+// With two '#', bit 0 is the least significant one, and the highest number comes first. With more,
+// bit 0 is the most significant bit of the field, as in figures of IEEE 802.11 and RFCs, and the
+// lowest number comes first. Both lists start at the most significant bit.
 void writeBitList(Output& output, const PrintFFormat& format, std::uint64_t value) {
     const unsigned count = bitCount(format);
     if (count > kMostBits) {

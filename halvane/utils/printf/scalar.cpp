@@ -1,4 +1,4 @@
-// Reals, error codes, versions, UUIDs, the time of day and durations.
+// Reals, error codes, versions, UUIDs, the time of day, and durations.
 #include <algorithm>
 #include <array>
 #include <cstdarg>
@@ -35,7 +35,7 @@ bool isPrintableCode(std::uint32_t code) {
 
 }  // namespace
 
-// The system formatter pads no further than the scratch area holds; the field's writer pads the
+// The system formatter pads only as far as the scratch buffer reaches. The field's writer adds the
 // rest.
 void convertReal(Output& output, Conversion& conversion, Arguments& arguments) {
     const PrintFFormat& format = conversion.format;
@@ -90,14 +90,14 @@ void convertUUID(Output& output, Conversion& conversion, Arguments& arguments) {
 
 namespace {
 
-// Writes the last digits of a number over those that end at `end`.
+// Replaces the characters before `end` by the last digits of a number.
 void putDigits(char* end, unsigned number, unsigned count) {
     for (; count > 0; --count, number /= 10) *--end = static_cast<char>('0' + number % 10);
 }
 
 }  // namespace
 
-// By hand, since it stands at the head of most log lines.
+// Written by hand for speed, since most log lines begin with it.
 void convertNow(Output& output, Conversion& conversion, Arguments&) {
     const WallTime now = wallTime();
     const std::tm local = localTime(now.seconds);

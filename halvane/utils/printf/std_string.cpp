@@ -11,7 +11,7 @@ namespace halvane {
 
 namespace {
 
-// No exception may cross the C layer, so a lack of memory goes through it as a status.
+// No exception may cross the C layer, so a lack of memory passes it as a status.
 std::int32_t appendPiece(const char* piece, std::size_t length, void* text) try {
     static_cast<std::string*>(text)->append(piece, length);
     return 0;

@@ -1,8 +1,8 @@
-// The formatting engine writing into a std::string, for descriptions and messages.
+// The formatting engine with a std::string as its output, for descriptions and messages.
 //
-// A malformed size modifier ("%hld") ends the text where it stands: what was written before it is
-// kept, and nothing tells of the rest. Formats are constants, so that is a slip for tests to find.
-// Anything else that is wrong with a format shows in the text. Lack of memory is std::bad_alloc.
+// A malformed size modifier ("%hld") ends the output: the text before it is kept, and nothing
+// reports the rest. Formats are constants, so tests find such errors. Every other fault of a format
+// shows in the text. A lack of memory is std::bad_alloc.
 #ifndef HALVANE_UTILS_PRINTF_STD_STRING_INTERNAL_H
 #define HALVANE_UTILS_PRINTF_STD_STRING_INTERNAL_H
 
@@ -10,10 +10,10 @@
 
 namespace halvane {
 
-// The formatted text. The format is the engine's: SNPrintF's conversions and its extensions.
+// Returns the formatted text. The format is the engine's: SNPrintF's conversions and extensions.
 std::string stringPrintF(const char* format, ...);
 
-// Appends the formatted text to `text`; a part of it where std::bad_alloc is thrown.
+// Appends the formatted text to `text`. If std::bad_alloc is thrown, a part may have been appended.
 void appendPrintF(std::string& text, const char* format, ...);
 
 inline const char* yesNo(bool value) {

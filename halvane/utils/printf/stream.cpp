@@ -1,4 +1,4 @@
-// Front ends that hand the output on: to a callback or a stdio stream.
+// Front ends that pass the output on, to a callback or a stdio stream.
 #include <algorithm>
 #include <cstdio>
 
@@ -18,8 +18,8 @@ int32_t writeToStream(const char* text, size_t length, PrintFContext* context) {
     return static_cast<int32_t>(std::min<size_t>(length, INT32_MAX));
 }
 
-// Holds the stream, so that other threads' messages stand before or behind this one. A thread may
-// print to a stream that it holds.
+// Locks the stream, so that messages of other threads come before or after this one. A thread may
+// print to a stream that it has locked itself.
 class StreamLock {
   public:
     explicit StreamLock(FILE* stream) : stream_(stream) {

@@ -1,4 +1,4 @@
-// Characters, strings and what is written like one.
+// Characters, strings, and values that are written like strings.
 #include <algorithm>
 #include <bit>
 #include <cstdarg>
@@ -17,12 +17,12 @@ namespace {
 
 enum TextForm : std::uint8_t { kPlain, kPascal, kDNSName, kFunctionSignature };
 
-// A null pointer is an empty text where the precision is 0, as nothing would be read.
+// A null pointer is an empty text if the precision is 0, since nothing is read then.
 bool writesNull(const void* text, const PrintFFormat& format) {
     return text == nullptr && !(hasPrecision(format) && format.precision == 0);
 }
 
-// Nothing behind the precision is looked at, so a text that ends there needs no terminator.
+// Nothing after the precision is read, so a text that ends there needs no terminator.
 std::string_view plainText(const PrintFFormat& format, const char* text) {
     if (!hasPrecision(format)) return text;
     if (format.precision == 0) return "";
@@ -35,16 +35,16 @@ std::string_view pascalText(const char* text) {
     return {text + 1, static_cast<unsigned char>(*text)};
 }
 
-// Reads the code units of a UTF-16 string of a byte order found out at run time.
+// Reads the code units of a UTF-16 string whose byte order is known at run time.
 class UTF16Reader {
   public:
-    // Reads `limit` code units at most, not counting a byte-order mark; nothing if that is 0.
+    // Reads at most `limit` code units, not counting a byte-order mark; nothing if `limit` is 0.
     UTF16Reader(const unsigned char* text, bool bigEndian, std::size_t limit)
         : text_(text), bigEndian_(bigEndian), left_(limit) {
         if (left_ > 0) takeByteOrderMark();
     }
 
-    // The next code unit; 0 at the end.
+    // Returns the next code unit; 0 at the end.
     std::uint16_t next() {
         if (left_ == 0) return 0;
         const std::uint16_t unit = peek();
@@ -84,9 +84,9 @@ UTF16Reader readerOf(const PrintFFormat& format, const unsigned char* text) {
 
 }  // namespace
 
-// "+..." is printed whole, "-[C m:]" without what stands before its first space and behind its ']'.
-// Any other text is a declaration: its name begins behind the last space before the first "::" (or
-// before the first '(' where there is none) and ends at the next '(' or space.
+// "+..." is returned whole. "-[C m:]" loses the text up to its first space and from its ']' on. Any
+// other text is a declaration: its name begins after the last space before the first "::" (or
+// before the first '(' if there is no "::") and ends at the next '(' or space.
 std::string_view functionName(std::string_view signature) {
     if (signature.starts_with('+')) return signature;
     if (signature.starts_with('-')) {
@@ -122,7 +122,7 @@ void convertText(Output& output, Conversion& conversion, Arguments& arguments) {
     }
 }
 
-// Each code unit is one byte of output, so that a first pass tells the width.
+// Each code unit is one byte of output, so a first pass gives the width.
 void convertUTF16(Output& output, Conversion& conversion, Arguments& arguments) {
     constexpr int kMostAltForms = 2;
     PrintFFormat& format = conversion.format;

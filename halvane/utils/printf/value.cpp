@@ -1,4 +1,4 @@
-// Property-list values: scalars as text, containers as indented lines, or the whole as XML.
+// Property-list values: scalars as text, containers as indented lines, or the whole value as XML.
 #include <cmath>
 #include <cstdarg>
 #include <cstdint>
@@ -30,7 +30,7 @@ bool isContainer(const PropertyListValue& value) {
            value.as<PropertyListDictionary>() != nullptr;
 }
 
-// Writes a value that is neither container nor data; only a text heeds the precision.
+// Writes a value that is neither a container nor data. The precision applies only to texts.
 class ScalarWriter {
   public:
     ScalarWriter(Output& output, const PrintFFormat& format)
@@ -63,7 +63,7 @@ class ScalarWriter {
         writeMessage(output_, plain_, "<<UNKNOWN CF OBJECT TYPE: %d>>", value->typeNumber());
     }
 
-    // The kinds that PrintFWriteCFObjectLevel prints.
+    // PrintFWriteCFObjectLevel prints these kinds.
     void operator()(const ByteBuffer&) {}
     void operator()(const PropertyListArray&) {}
     void operator()(const PropertyListDictionary&) {}
@@ -93,13 +93,13 @@ void writeDataLines(Output& output, const ByteBuffer& data, std::uint64_t level)
     PrintFWriteHex(output, indent, bytes.data(), bytes.size(), bytes.size());
 }
 
-// Stands for what is so deep that printing it might overflow the stack.
+// Replaces a value that is so deep that printing it might overflow the stack.
 void writeTooDeep(Output& output) {
     output.write(kPropertyListTooDeepText);
     output.write("\n");
 }
 
-// One element of an array whose elements stand at `level`.
+// Writes one element of an array whose elements are at `level`.
 void writeElement(Output& output, const PropertyListValue& value, std::uint64_t level,
                   ValueForm form) {
     if (form.isTooDeep()) {

@@ -1,4 +1,4 @@
-// The writers that every conversion ends in.
+// The writers that every conversion uses.
 #include <algorithm>
 #include <array>
 #include <cstdarg>
@@ -19,7 +19,7 @@ constexpr auto kSpaces = [] {
     return spaces;
 }();
 
-// The length of the sequence that `lead` starts; 1 for what starts none.
+// Returns the length of the sequence that `lead` starts; 1 if it starts none.
 constexpr std::size_t sequenceLength(char lead) {
     const auto byte = static_cast<unsigned char>(lead);
     if (byte >= 0xF0) return 4;

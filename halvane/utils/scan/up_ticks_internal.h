@@ -1,7 +1,6 @@
-// The arithmetic of the up-ticks, for a clock of any rate.
-//
-// Everything here is a pure function of its arguments.
-// REQUIRES: perSecond is above 0, and below 2^32 for NTP time and sleeping, or products overflow.
+// The arithmetic of up-ticks for a clock of any rate. All functions are pure.
+// REQUIRES: perSecond is above 0. For NTP time and sleeping it is also below 2^32, otherwise
+// products overflow.
 #ifndef HALVANE_UTILS_SCAN_UP_TICKS_INTERNAL_H
 #define HALVANE_UTILS_SCAN_UP_TICKS_INTERNAL_H
 
@@ -10,7 +9,7 @@
 
 #include "halvane/utils/scan/up_ticks.h"
 
-// Each conversion with the factor that it multiplies by, where a second has `perSecond` ticks.
+// Each conversion with the factor by which it multiplies, if a second has `perSecond` ticks.
 #define HALVANE_UP_TICKS_CONVERSIONS(define)                                                  \
     define(UpTicksToSeconds, 1 / perSecond) define(UpTicksToMilliseconds, 1e3 / perSecond)    \
         define(UpTicksToMicroseconds, 1e6 / perSecond)                                        \
@@ -21,14 +20,14 @@
 
 namespace halvane::up_ticks {
 
-// The product in double precision, truncated; UINT64_MAX for one beyond 64 bits.
+// Returns the truncated double-precision product; UINT64_MAX if it is beyond 64 bits.
 inline std::uint64_t scaled(std::uint64_t value, double factor) {
     constexpr double kTwoTo64 = 18446744073709551616.0;
     const double product = static_cast<double>(value) * factor;
     return product < kTwoTo64 ? static_cast<std::uint64_t>(product) : UINT64_MAX;
 }
 
-// For each conversion factorOf...(perSecond), and ...(value, perSecond).
+// Defines factorOf...(perSecond) and ...(value, perSecond) for each conversion.
 #define HALVANE_UP_TICKS_DEFINE(name, factor)                                 \
     constexpr double factorOf##name(double perSecond) {                       \
         return (factor);                                                      \
@@ -48,7 +47,7 @@ constexpr std::uint64_t NTPtoUpTicks(std::uint64_t ntp, std::uint64_t perSecond)
     return ((fraction * perSecond) >> 32) + (ntp >> 32) * perSecond;
 }
 
-// What to ask nanosleep(2) for: whole seconds, as a 32-bit number, and the rest.
+// Returns the argument for nanosleep(2): the whole seconds as a 32-bit number, and the rest.
 inline timespec sleepOf(std::uint64_t ticks, std::uint64_t perSecond) {
     constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
     timespec duration{};

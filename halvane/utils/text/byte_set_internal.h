@@ -1,4 +1,4 @@
-// A set of bytes, asked for one at a time.
+// A set of bytes.
 #ifndef HALVANE_UTILS_TEXT_BYTE_SET_INTERNAL_H
 #define HALVANE_UTILS_TEXT_BYTE_SET_INTERNAL_H
 
@@ -14,7 +14,7 @@ class ByteSet {
         for (const char member : members) wordOf(member) |= bitOf(member);
     }
 
-    // Of the bytes that a class of characters has.
+    // The bytes of a class of characters.
     constexpr explicit ByteSet(bool (*isMember)(char)) {
         for (int value = 0; value <= UINT8_MAX; ++value) {
             const char byte = static_cast<char>(value);

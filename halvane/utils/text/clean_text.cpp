@@ -29,7 +29,7 @@ string_view trimmed(string_view text, IsPrintable isPrintable) {
     return {start, end};
 }
 
-// Copies forwards, so that `buffer` may begin where the text does.
+// Copies forwards, so that `buffer` may be the start of the text.
 template <typename IsPrintable>
 char* copyCleansed(string_view text, char* buffer, IsPrintable isPrintable) {
     char* out = buffer;

@@ -15,8 +15,8 @@ namespace halvane {
 
 namespace {
 
-// The pointers of a vector. Before the first argument stands that to the bytes of all of them, so
-// that it is found again whatever becomes of the others.
+// The pointers of a vector. A pointer to the bytes of all arguments is stored before the first one,
+// so that it can be found whatever happens to the others.
 class ArgumentVector {
   public:
     explicit ArgumentVector(HeapMemory memory) : memory_(memory) {}
@@ -28,14 +28,14 @@ class ArgumentVector {
         memory_.release(pointers_);
     }
 
-    // Appends a pointer; false where memory ran out.
+    // Appends a pointer. Returns false if memory runs out.
     bool append(char* pointer) {
         if (used_ == room_ && !grow()) return false;
         pointers_[used_++] = pointer;
         return true;
     }
 
-    // What the caller gets.
+    // Returns the pointers for the caller.
     char** handOver() { return std::exchange(pointers_, nullptr) + 1; }
 
   private:
@@ -71,7 +71,8 @@ HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, Hea
     constexpr ByteSet kWhiteSpace(isSpace);
     if (text == nullptr) return kStatusUnsupported;
     const std::size_t length = std::strlen(text);
-    // No argument is longer than what it was written as, and what ended it makes room for its NUL.
+    // An argument is never longer than its written form. The byte that ended it makes room for its
+    // NUL.
     auto* bytes = static_cast<char*>(memory.reallocate(nullptr, length + 1));
     if (bytes == nullptr) return kStatusNoMemory;
     ArgumentVector arguments(memory);

@@ -1,4 +1,4 @@
-// Splitting of command lines, with memory from elsewhere.
+// Splits command lines with a given source of memory.
 #ifndef HALVANE_UTILS_TEXT_COMMAND_LINE_TEXT_INTERNAL_H
 #define HALVANE_UTILS_TEXT_COMMAND_LINE_TEXT_INTERNAL_H
 

@@ -11,9 +11,10 @@ namespace {
 using halvane::orderIgnoringCase;
 using halvane::orderOfBytes;
 
-// Each comparison has the order of two bytes, -1, 0 or 1, as its parameter.
+// Each comparison has a parameter that orders two bytes: -1, 0 or 1.
 
-// The text up to the length of `prefix`, with it. A NUL of the text is less than any byte there.
+// Compares the text, up to the length of `prefix`, with `prefix`. A NUL of the text is less than
+// any byte there.
 template <auto order>
 int comparePrefix(const char* text, std::size_t length, const char* prefix) {
     for (std::size_t i = 0; prefix[i] != '\0'; ++i) {
@@ -27,7 +28,7 @@ template <auto order>
 int compareWhole(const char* text, std::size_t length, const char* cstring) {
     for (std::size_t i = 0; i < length; ++i) {
         if (const int found = order(text[i], cstring[i]); found != 0) return found;
-        // With the C string ends a text of no stated length; any other goes on with this NUL.
+        // A terminated text ends with the C string. Any other text continues with this NUL.
         if (cstring[i] == '\0') return length == SIZE_MAX ? 0 : 1;
     }
     return cstring[length] == '\0' ? 0 : -1;

@@ -1,4 +1,4 @@
-// Reading a text from its start, no further than it is asked for.
+// Reads a text from its start, and no further than requested.
 #ifndef HALVANE_UTILS_TEXT_CURSOR_INTERNAL_H
 #define HALVANE_UTILS_TEXT_CURSOR_INTERNAL_H
 
@@ -13,26 +13,27 @@
 
 namespace halvane {
 
-// The text that a pointer and a length tell: SIZE_MAX is the length of a NUL-terminated one. A null
-// text is an empty one. Measures a terminated text, so it is for functions that read all of it.
+// Returns the text of a pointer and a length; SIZE_MAX is the length of a NUL-terminated text. A
+// null text is an empty one. A terminated text is measured, so use this only in functions that read
+// all of it.
 inline std::string_view textOf(const char* text, std::size_t length) {
     if (text == nullptr) return {};
     return {text, length == SIZE_MAX ? std::strlen(text) : length};
 }
 
-// The first `most` characters of it. Nothing behind them is looked at.
+// Returns the first `most` characters of the text. Nothing after them is read.
 inline std::string_view startOf(const char* text, std::size_t length, std::size_t most) {
     if (text == nullptr) return {};
     return {text, length == SIZE_MAX ? strnlen(text, most) : std::min(length, most)};
 }
 
-// A cursor borrows its text: it must not outlive it.
+// A cursor borrows its text and must not outlive it.
 class TextCursor {
   public:
     explicit TextCursor(std::string_view text) : TextCursor(text.data(), text.size()) {}
 
-    // The text that a pointer and a length tell, as textOf() takes them, but a terminated one is
-    // not measured: however long it is, only what the cursor passes or looks at is read.
+    // Takes the same arguments as textOf(), but does not measure a terminated text. However long
+    // the text is, only what the cursor passes or peeks at is read.
     TextCursor(const char* text, std::size_t length)
         : at_(text), left_(text != nullptr ? length : 0), endsAtNUL_(length == SIZE_MAX) {}
 
@@ -41,14 +42,15 @@ class TextCursor {
     std::size_t remaining() const { return left_; }
     bool atEnd() const { return left_ == 0 || (endsAtNUL_ && *at_ == '\0'); }
 
-    // The character `offset` ahead; a NUL past the end, which no caller takes for part of anything.
-    // REQUIRES: no NUL among the characters before that one
+    // Returns the character `offset` ahead, or NUL past the end, which no caller accepts as a part
+    // of anything.
+    // REQUIRES: no NUL comes before that character
     char peek(std::size_t offset = 0) const {
-        // A null text has none left, which the analyzer loses sight of.
+        // A null text has no characters left, but the analyzer does not see that.
         return offset < left_ ? at_[offset] : '\0';  // NOLINT(clang-analyzer-core.NullDereference)
     }
 
-    // REQUIRES: there are so many
+    // REQUIRES: `count` characters are left
     void skip(std::size_t count) {
         at_ += count;
         left_ -= count;
@@ -66,7 +68,7 @@ class TextCursor {
     }
 
     // Consumes decimal digits. kStatusMalformed: there are none. kStatusOutOfRange: the number is
-    // above `max`, and the cursor stands within it.
+    // above `max`; the cursor is inside it.
     HalvaneStatus decimal(std::uint32_t max, std::uint32_t& value) {
         if (!isDigit(peek())) return kStatusMalformed;
         std::uint64_t number = 0;
@@ -80,7 +82,7 @@ class TextCursor {
 
   private:
     const char* at_;
-    std::size_t left_;  // at most; a terminator may come before
+    std::size_t left_;  // at most; a terminator may come earlier
     bool endsAtNUL_;
 };
 

@@ -17,7 +17,7 @@ constexpr bool isLetterOrDigit(char character) {
     return halvane::digitValue(character) != halvane::kNoDigit;
 }
 
-// The length of the apostrophe that `text` begins with; 0 where it is none.
+// Returns the length of the apostrophe at the start of `text`; 0 if there is none.
 std::size_t apostropheSize(string_view text) {
     for (const string_view apostrophe : {"'", "\xE2\x80\x99"}) {
         if (text.starts_with(apostrophe)) return apostrophe.size();
@@ -41,8 +41,8 @@ class LabelWriter {
     std::size_t size_ = 0;
 };
 
-// The length of the character, perhaps escaped, that `name` begins with; 0 where a backslash
-// stands alone or before a number that is no byte.
+// Returns the length of the character, possibly escaped, at the start of `name`; 0 for a backslash
+// at the end or before a number that does not fit into a byte.
 std::size_t characterSize(string_view name) {
     if (name.front() != '\\') return 1;
     if (name.size() == 1) return 0;
@@ -69,7 +69,7 @@ void ConvertUTF8StringToRFC1034LabelString(const char* text, char* buffer) {
         if (isLetterOrDigit(character) || (character == '-' && !rest.empty())) {
             label.put(character);
         } else {
-            label.separate();  // also for each further byte of the character, to no effect
+            label.separate();  // has no effect for the further bytes of the character
         }
     }
     label.terminate();

@@ -1,4 +1,4 @@
-// Where text on the heap gets its memory.
+// The source of memory for text on the heap.
 #ifndef HALVANE_UTILS_TEXT_HEAP_MEMORY_INTERNAL_H
 #define HALVANE_UTILS_TEXT_HEAP_MEMORY_INTERNAL_H
 
@@ -6,7 +6,7 @@
 
 namespace halvane {
 
-// realloc and free, but for a test.
+// realloc and free, except in a test.
 struct HeapMemory {
     void* (*reallocate)(void* memory, std::size_t size);
     void (*release)(void* memory);

@@ -1,5 +1,5 @@
-// Letters without their case, those of ASCII, whatever the locale is, and the order of bytes with
-// and without it.
+// ASCII letters without their case, whatever the locale is, and the order of bytes with and without
+// case.
 #ifndef HALVANE_UTILS_TEXT_IGNORE_CASE_INTERNAL_H
 #define HALVANE_UTILS_TEXT_IGNORE_CASE_INTERNAL_H
 
@@ -18,13 +18,13 @@ constexpr char upperOf(char character) {
     return isLower ? static_cast<char>(character - ('a' - 'A')) : character;
 }
 
-// -1, 0 or 1: `a` is less than `b`, its equal, or greater.
+// Returns -1, 0 or 1 if `a` is less than, equal to or greater than `b`.
 template <typename Value>
 constexpr int orderOf(Value a, Value b) {
     return (a > b) - (a < b);
 }
 
-// The same for bytes, which are unsigned whatever char is.
+// The same for bytes, which count as unsigned whatever char is.
 constexpr int orderOfBytes(char a, char b) {
     return orderOf(static_cast<unsigned char>(a), static_cast<unsigned char>(b));
 }

@@ -10,7 +10,7 @@ namespace halvane {
 
 namespace {
 
-// Consumes the prefix of a base, and tells the base.
+// Consumes the prefix of a base, and returns the base.
 unsigned takeBase(TextCursor& cursor, unsigned base) {
     const bool hasHexPrefix = cursor.peek() == '0' &&
                               (cursor.peek(1) == 'x' || cursor.peek(1) == 'X') &&
@@ -57,7 +57,7 @@ int strtoi(const char* text, std::size_t length, const char** end, int base) {
         errno = EINVAL;
         return 0;
     }
-    // A NUL is no part of a number, so it ends one whatever the length is.
+    // A NUL is not part of a number, so it ends the number whatever the length is.
     halvane::TextCursor cursor(text, length);
     const halvane::TextInteger integer = halvane::takeInteger(cursor, base);
     if (!integer.isThere) return 0;

@@ -1,4 +1,4 @@
-// Integers of any width at the start of a text, read in one way on every system.
+// Reads integers of any width at the start of a text, identically on every system.
 #ifndef HALVANE_UTILS_TEXT_INTEGER_INTERNAL_H
 #define HALVANE_UTILS_TEXT_INTEGER_INTERNAL_H
 
@@ -11,9 +11,9 @@
 namespace halvane {
 
 struct TextInteger {
-    bool isThere = false;  // or else there is no number
+    bool isThere = false;  // whether there is a number
     bool isNegative = false;
-    std::uint64_t magnitude = 0;  // UINT64_MAX for every greater one
+    std::uint64_t magnitude = 0;  // UINT64_MAX if it is greater
 };
 
 inline constexpr int kIntegerBaseMax = 36;
@@ -22,15 +22,16 @@ constexpr bool isIntegerBase(int base) {
     return base == 0 || (base >= 2 && base <= kIntegerBaseMax);
 }
 
-// Consumes white space, a sign, for base 16 a "0x", and digits. In base 0 "0x" tells 16, another
-// leading "0" 8, anything else 10; there is no other prefix. Where there is no number, the cursor
-// may stand anywhere. REQUIRES: isIntegerBase(base)
+// Consumes white space, a sign, for base 16 a "0x", and digits. In base 0 "0x" means 16, any other
+// leading "0" means 8, anything else 10; there is no other prefix. If there is no number, the
+// position of the cursor is unspecified.
+// REQUIRES: isIntegerBase(base)
 TextInteger takeInteger(TextCursor& cursor, int base);
 
 template <std::signed_integral Integer>
 struct ClampedInteger {
     Integer value = 0;
-    bool isOutOfRange = false;  // then the value is the nearer limit
+    bool isOutOfRange = false;  // the value is then the nearer limit
 };
 
 template <std::signed_integral Integer>

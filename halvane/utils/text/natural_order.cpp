@@ -13,8 +13,8 @@ namespace {
 using halvane::orderOf;
 using halvane::TextCursor;
 
-// A run of digits: how many zeros lead, and what they lead to. A run of nothing but zeros keeps
-// its last one as the number.
+// A run of digits: the number of leading zeros, and the digits after them. If all digits are zeros,
+// the last one counts as the number.
 struct Number {
     std::size_t zeros;
     std::string_view digits;
@@ -42,7 +42,7 @@ int TextCompareNatural(const char* a, std::size_t aLength, const char* b, std::s
     TextCursor second(b, bLength);
     const auto compareCharacters =
         caseSensitive ? halvane::orderOfBytes : halvane::orderIgnoringCase;
-    // What was compared so far is equal, so both stand before a run of digits or neither within.
+    // The texts are equal so far, so both are before a run of digits, or neither is inside one.
     while (!first.atEnd() && !second.atEnd()) {
         int order = 0;
         if (halvane::isDigit(first.peek()) && halvane::isDigit(second.peek())) {

@@ -19,7 +19,7 @@ namespace {
 
 using std::string_view;
 
-constexpr std::uint64_t kFirstNumber = 2;  // the name without a number is the first
+constexpr std::uint64_t kFirstNumber = 2;  // the name without a number counts as the first
 
 struct Suffix {
     std::size_t start;  // in the text
@@ -31,7 +31,7 @@ string_view trailingDigits(string_view text) {
     return {start, text.end()};
 }
 
-// The suffix that follows `name`, with what joins it to the name.
+// Returns the suffix after `name`, including the character that joins both.
 Suffix joinedSuffix(string_view name, char joint, string_view digits) {
     if (name.ends_with(joint)) name.remove_suffix(1);
     return {name.size(), digits};
@@ -65,7 +65,7 @@ std::uint64_t numberOf(string_view digits) {
     return result.ec == std::errc() ? number : UINT64_MAX;
 }
 
-// The text of a suffix: the digits of a number between what opens and what closes it.
+// The text of a suffix: opening characters, the digits of a number, and closing characters.
 class SuffixText {
   public:
     SuffixText(std::uint64_t number, bool parenthesised) {
@@ -97,8 +97,8 @@ std::uint64_t numberBehind(std::uint64_t number, std::uint64_t threshold) {
     return step <= UINT64_MAX - number ? number + step : kFirstNumber;
 }
 
-// Writes the first `nameLength` bytes of `text` with a suffix behind them within `capacity` bytes,
-// and a terminator where the text has one.
+// Writes a suffix after the first `nameLength` bytes of `text`, within `capacity` bytes, and a
+// terminator if the text has one.
 HalvaneStatus append(char* text, std::size_t nameLength, bool isTerminated, std::size_t capacity,
                      const SuffixText& written, std::size_t* newLength) {
     const string_view suffix = written.text();
@@ -111,7 +111,7 @@ HalvaneStatus append(char* text, std::size_t nameLength, bool isTerminated, std:
     return kStatusOK;
 }
 
-// A name as a suffix follows it.
+// Returns the part of a name that precedes the suffix.
 string_view trimmed(string_view name, bool parenthesised) {
     return parenthesised ? name.substr(0, name.find_last_not_of(' ') + 1) : name;
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Frees a list of any length without recursion. `freeTexts` is handed each node.
+// Frees a list of any length without recursion. `freeTexts` receives each node.
 template <typename List, typename FreeTexts>
 void freeList(List* list, FreeTexts freeTexts) {
     while (list != nullptr) {

@@ -20,7 +20,7 @@ char take(TextCursor& text) {
     return byte;
 }
 
-// The byte that is escaped by its number where the text stands at a backslash.
+// Returns the byte that is escaped by its number, if such an escape comes next.
 std::optional<char> takeNumberedByte(TextCursor& text) {
     const auto digit = [&](std::size_t offset) { return digitValue(text.peek(offset)); };
     unsigned value = 0;
@@ -37,7 +37,7 @@ std::optional<char> takeNumberedByte(TextCursor& text) {
     return static_cast<char>(value);
 }
 
-// Takes what a backslash begins. One before a byte that `canEscape` says no to stays itself.
+// Takes a backslash and what it escapes. If `canEscape` refuses the next byte, the backslash stays.
 template <typename CanEscape>
 void takeEscape(TextCursor& text, TokenBuffer& token, CanEscape canEscape) {
     if (isContinuedLine(text)) return text.skip(2);
@@ -96,7 +96,7 @@ TextCursor cursorOf(const char* text, const char* end) {
     return TextCursor(std::string_view(text, static_cast<std::size_t>(end - text)));
 }
 
-// Reports a token, and goes past the delimiter that the text stands at.
+// Reports a token, and skips the delimiter after it.
 void answer(TextCursor& text, const TokenBuffer& token, std::size_t* copied, std::size_t* total,
             const char** next) {
     if (!text.atEnd()) text.skip(1);

@@ -1,4 +1,4 @@
-// The tokens of a text with quotes and backslash escapes, for any set of delimiters.
+// Reads the tokens of a text with quotes and backslash escapes, for any set of delimiters.
 #ifndef HALVANE_UTILS_TEXT_QUOTED_TEXT_INTERNAL_H
 #define HALVANE_UTILS_TEXT_QUOTED_TEXT_INTERNAL_H
 
@@ -9,7 +9,7 @@
 
 namespace halvane {
 
-// Where the bytes of a token go: those beyond the capacity are counted only.
+// Stores the bytes of a token. Bytes beyond the capacity are only counted.
 class TokenBuffer {
   public:
     TokenBuffer(char* buffer, std::size_t capacity) : buffer_(buffer), capacity_(capacity) {}
@@ -28,12 +28,12 @@ class TokenBuffer {
     std::size_t total_ = 0;
 };
 
-// Whether the text stands at a backslash and a newline, which are no part of what is read.
+// Returns whether a backslash and a newline come next, which belong to no token.
 inline bool isContinuedLine(const TextCursor& text) {
     return text.peek() == '\\' && text.peek(1) == '\n';
 }
 
-// Reads up to a delimiter outside of quotes, which stays unread, or up to the end.
+// Reads up to the end, or up to a delimiter outside of quotes, which it does not consume.
 void takeQuotedToken(TextCursor& text, const ByteSet& delimiters, TokenBuffer& token);
 
 }  // namespace halvane

@@ -14,16 +14,16 @@ namespace {
 using std::string_view;
 using Find = std::size_t (*)(string_view text, string_view pattern);
 
-// As the C library's searches do, the functions take a text that they must not change, and hand
-// out a place in it that its owner may.
+// Like the searches of the C library, these functions take a constant text and return a mutable
+// place in it, which its owner may change.
 char* placeIn(string_view text, std::size_t position) {
     if (position == string_view::npos) return nullptr;
     return const_cast<char*>(text.data()) + position;
 }
 
-// Searches a text that ends after `length` bytes or at a NUL. It is measured and searched in parts,
-// each of which is twice as long as the one before: what is read behind a place is in proportion to
-// what is before it, so that a walk from place to place takes linear time.
+// Searches a text that ends after `length` bytes or at a NUL. The text is measured and searched in
+// parts, each twice as long as the one before. The part read after a match is therefore
+// proportional to the part before it, and a walk from match to match takes linear time.
 char* placeBeforeNUL(const char* text, std::size_t length, string_view pattern, Find find) {
     constexpr std::size_t kFirstPart = 512;
     if (text == nullptr || pattern.empty()) return const_cast<char*>(text);
@@ -32,7 +32,7 @@ char* placeBeforeNUL(const char* text, std::size_t length, string_view pattern, 
         const string_view part(text, strnlen(text, std::min(size, length)));
         const std::size_t position = find(part, pattern);
         if (position != string_view::npos || part.size() < size) return placeIn(part, position);
-        // The next place may begin in this part and end in the next one.
+        // The next match may begin in this part and end in the next one.
         const std::size_t passed = size - (pattern.size() - 1);
         text += passed;
         length -= passed;

@@ -24,14 +24,14 @@ string_view between(const char* text, const char* end) {
     return {text, static_cast<std::size_t>(end - text)};
 }
 
-// The start of `text` up to a byte of `ends`. It is looked for one byte after the other: a search
-// for each by itself would read the rest of the text for every piece.
+// Returns the start of `text` up to a byte of `ends`. It checks one byte after the other: a search
+// for each separator would read the rest of the text for every piece.
 string_view pieceBefore(string_view text, const ByteSet& ends) {
     const auto isEnd = [&](char byte) { return ends.contains(byte); };
     return {text.begin(), std::ranges::find_if(text, isEnd)};
 }
 
-// Likewise, but over bytes with a backslash before them.
+// The same, but ignores bytes with a backslash before them.
 string_view unescapedBefore(string_view text, const ByteSet& ends) {
     std::size_t size = 0;
     while (size < text.size() && !ends.contains(text[size])) {
@@ -40,7 +40,7 @@ string_view unescapedBefore(string_view text, const ByteSet& ends) {
     return text.substr(0, size);
 }
 
-// Appends nodes to a list that is released unless it is handed over.
+// Appends nodes to a list, and frees the list unless it is handed over.
 class ListBuilder {
   public:
     ListBuilder() = default;
@@ -48,7 +48,7 @@ class ListBuilder {
     ListBuilder& operator=(const ListBuilder&) = delete;
     ~ListBuilder() { StringListFree(first_); }
 
-    // False where memory ran out.
+    // Returns false if memory runs out.
     bool append(string_view text) {
         auto* const node = static_cast<StringList*>(std::calloc(1, sizeof(StringList)));
         if (node == nullptr) return false;

@@ -1,10 +1,11 @@
 // Two searches, each for patterns with and without regard to case.
 //
-// The skipping one is that of Boyer and Moore (Communications of the ACM 20, 1977) with Horspool's
-// simplification, over pairs of bytes: the last two bytes of the window tell how far it can move.
-// It looks at few bytes of most texts, but compares one again and again where pattern and text
-// repeat themselves. It counts that, and when it is no longer in proportion to the text, the
-// two-way search takes over, which needs at most twice as many comparisons as the text has bytes.
+// The skipping search is that of Boyer and Moore (Communications of the ACM 20, 1977) with
+// Horspool's simplification, over pairs of bytes: the last two bytes of the window determine how
+// far it can move. It reads few bytes of most texts, but compares many bytes repeatedly if pattern
+// and text are repetitive. It counts these comparisons. When they exceed their proportion to the
+// text, the two-way search takes over, which needs at most twice as many comparisons as the text
+// has bytes.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -20,7 +21,7 @@ namespace {
 
 using std::string_view;
 
-// How bytes are compared: as they are, or as lower-case letters. Pairs that compare equal have the
+// How bytes are compared: unchanged, or as lower-case letters. Pairs that compare equal have the
 // same key.
 struct Exact {
     static constexpr std::uint16_t keyOf(std::uint16_t pair) { return pair; }
@@ -33,8 +34,8 @@ struct Exact {
 };
 
 struct IgnoringCase {
-    // The bit that tells a capital letter tells other characters apart too, of which some will be
-    // met in vain.
+    // The bit that marks a capital letter also differs between other characters, so some pairs have
+    // the same key without being equal.
     static constexpr std::uint16_t keyOf(std::uint16_t pair) { return pair | 0x2020; }
     static constexpr unsigned char at(string_view text, std::size_t index) {
         return static_cast<unsigned char>(lowerOf(text[index]));
@@ -46,18 +47,18 @@ struct IgnoringCase {
 
 // --- Two-way search (Crochemore and Perrin, Journal of the ACM 38, 1991) ---
 
-// Where the greatest suffix of a pattern begins, and that suffix's period.
+// The start of a pattern's greatest suffix, and the period of that suffix.
 struct MaximalSuffix {
     std::size_t start;
     std::size_t period;
 };
 
-// Of the order of the bytes, or of its reverse.
+// In the order of the bytes, or in the reverse order.
 template <typename Bytes>
 MaximalSuffix maximalSuffix(string_view pattern, bool reversed) {
     MaximalSuffix suffix = {0, 1};
     std::size_t candidate = 1;  // where a greater suffix may begin
-    std::size_t matched = 0;    // bytes that it shares with the greatest so far
+    std::size_t matched = 0;    // bytes in common with the greatest one so far
     while (candidate + matched < pattern.size()) {
         const auto a = Bytes::at(pattern, candidate + matched);
         const auto b = Bytes::at(pattern, suffix.start + matched);
@@ -92,12 +93,12 @@ class TwoWaySearch {
         period_ = critical.period;
         isPeriodic_ = split_ + period_ <= pattern.size() &&
                       Bytes::equal(pattern.data(), pattern.data() + period_, split_);
-        // Without a period of its own a pattern cannot match again within the longer half.
+        // A pattern without a period cannot match again within its longer half.
         if (!isPeriodic_) period_ = std::max(split_, pattern.size() - split_) + 1;
     }
 
     std::size_t find(string_view text) const {
-        std::size_t known = 0;  // bytes of the pattern's start that are known to match
+        std::size_t known = 0;  // bytes at the pattern's start that are known to match
         for (std::size_t position = 0; position + pattern_.size() <= text.size();) {
             const string_view window = text.substr(position, pattern_.size());
             const std::size_t right = matchRight(window, known);
@@ -115,7 +116,7 @@ class TwoWaySearch {
     }
 
   private:
-    // The first index from the split on that differs.
+    // Returns the first index from the split on that differs.
     std::size_t matchRight(string_view window, std::size_t known) const {
         std::size_t index = std::max(split_, known);
         while (index < pattern_.size() && Bytes::at(window, index) == Bytes::at(pattern_, index)) {
@@ -137,14 +138,14 @@ class TwoWaySearch {
 
 // --- Skipping search ---
 
-// What a window that came to nothing costs at most: the bytes compared in vain may be this many
-// times those that the search went past.
+// Limits the cost of failed windows: at most this many bytes may be compared in vain for each byte
+// that the search has passed.
 constexpr std::size_t kPatience = 4;
 
 template <typename Bytes>
 class SkippingSearch {
   public:
-    // REQUIRES: the pattern has two bytes at least.
+    // REQUIRES: the pattern has at least two bytes.
     explicit SkippingSearch(string_view pattern)
         : pattern_(pattern), last_(pattern.size() - 2), stride_(std::min(last_ + 1, kReach)) {
         for (std::size_t i = last_ - (stride_ - 1); i < last_; ++i) {
@@ -155,12 +156,12 @@ class SkippingSearch {
         entry = 1;
     }
 
-    // The place, or npos; or kGaveUp with `position` where to go on.
-    // REQUIRES: the text is no shorter than the pattern.
+    // Returns the position, or npos. If it returns kGaveUp, the search must continue at `position`.
+    // REQUIRES: the text is not shorter than the pattern.
     static constexpr std::size_t kGaveUp = string_view::npos - 1;
     std::size_t find(string_view text, std::size_t& position) const {
         const std::size_t end = text.size() - pattern_.size();
-        const char* const lastPair = text.data() + last_;  // of the window at 0
+        const char* const lastPair = text.data() + last_;  // of the window at position 0
         std::size_t compared = 0;
         for (position = firstMet(lastPair, 0, end); position <= end;
              position = firstMet(lastPair, position, end)) {
@@ -182,23 +183,23 @@ class SkippingSearch {
     }
 
   private:
-    // What an entry can tell; longer patterns are skipped by less than they could.
+    // The greatest distance that an entry holds. Longer patterns are moved by less than possible.
     static constexpr std::size_t kReach = 254;
 
-    // With a quarter of these, pairs of the text that the pattern lacks would share entries with
-    // its own too often; more take longer to clear than a short search lasts.
+    // With a quarter of these entries, too many pairs of the text would share an entry with pairs
+    // of the pattern. More entries would take longer to clear than a short search lasts.
     static constexpr unsigned kHashBits = 10;
 
     static std::size_t hashAt(const char* pair) {
-        constexpr std::uint32_t kSpread = 0x6A4D;  // odd, and with bits all over
+        constexpr std::uint32_t kSpread = 0x6A4D;  // odd, with bits spread over the word
         std::uint16_t both;
         std::memcpy(&both, pair, sizeof(both));
         return (Bytes::keyOf(both) * kSpread & 0xFFFF) >> (16 - kHashBits);
     }
 
-    // The first window from `position` on, in steps of the stride, whose last pair may be in the
-    // pattern. What is looked at next does not depend on what was found, so that a processor can
-    // look ahead.
+    // Returns the first window from `position` on, in steps of the stride, whose last pair may be
+    // in the pattern. The next position to check does not depend on a result, so the processor can
+    // read ahead.
     std::size_t firstMet(const char* lastPair, std::size_t position, std::size_t end) const {
         while (position <= end && distances_[hashAt(lastPair + position)] == 0) {
             position += stride_;
@@ -209,7 +210,8 @@ class SkippingSearch {
     string_view pattern_;
     std::size_t last_;    // where the last pair of the pattern begins
     std::size_t stride_;  // how far a pair that is not in the pattern lets it move
-    // By the hash of a pair: 1 and its distance from the last one of the pattern, 0 if it has none.
+    // Indexed by the hash of a pair: 1 plus its distance from the last pair of the pattern; 0 if it
+    // is not there.
     std::array<std::uint8_t, 1 << kHashBits> distances_{};
     std::size_t repeat_;  // how far the last pair lets the pattern move
 };

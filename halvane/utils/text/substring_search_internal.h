@@ -1,4 +1,4 @@
-// The first place of one text in another, in linear time.
+// Finds the first occurrence of one text in another, in linear time.
 #ifndef HALVANE_UTILS_TEXT_SUBSTRING_SEARCH_INTERNAL_H
 #define HALVANE_UTILS_TEXT_SUBSTRING_SEARCH_INTERNAL_H
 
@@ -7,13 +7,13 @@
 
 namespace halvane {
 
-// The first position of `pattern` in `text`, 0 for an empty one; npos where there is none.
+// Returns the first position of `pattern` in `text`, 0 for an empty one; npos if there is none.
 std::size_t findBytes(std::string_view text, std::string_view pattern);
 
-// The same, with the letters A-Z taken for a-z.
+// The same, treating the letters A-Z as a-z.
 std::size_t findIgnoringCase(std::string_view text, std::string_view pattern);
 
-// The slower search that both fall back to where the text defeats the faster one, for tests.
+// For tests: the slower search to which both switch if the text makes the faster one inefficient.
 std::size_t findBytesTwoWay(std::string_view text, std::string_view pattern);
 std::size_t findIgnoringCaseTwoWay(std::string_view text, std::string_view pattern);
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The bytes that a lead byte announces, itself among them; 0 for a byte that leads nothing.
+// Returns the number of bytes that a lead byte announces, itself included; 0 for other bytes.
 std::size_t announcedSize(char lead) {
     constexpr int kLongest = 6;
     const int marks = std::countl_one(static_cast<unsigned char>(lead));
@@ -17,12 +17,13 @@ std::size_t announcedSize(char lead) {
     return marks == 1 || marks > kLongest ? 0 : static_cast<std::size_t>(marks);
 }
 
-// The first half of a surrogate pair, written as if it were a character.
+// Returns whether the sequence is the first half of a surrogate pair, written as a character.
 bool isHighSurrogate(std::string_view sequence) {
     return sequence.size() > 1 && sequence[0] == '\xED' && (sequence[1] & 0xF0) == 0xA0;
 }
 
-// Without what stands behind the last whole character: the last lead byte too, where it leads none.
+// Returns the text up to its last whole character, without a lead byte whose character is
+// incomplete.
 std::string_view withoutPartialEnd(std::string_view text) {
     std::size_t lead = text.size();
     while (lead > 0 && halvane::isContinuation(text[lead - 1])) --lead;
@@ -38,7 +39,7 @@ std::string_view withoutPartialEnd(std::string_view text) {
 
 std::size_t TruncateUTF8(const char* text, std::size_t length, std::size_t maximum) {
     if (length == SIZE_MAX) {
-        // One more byte tells whether the text ends there.
+        // One more byte shows whether the text ends there.
         length = strnlen(text, maximum);
         if (length < maximum || text[maximum] == '\0') return length;
     } else if (length <= maximum) {

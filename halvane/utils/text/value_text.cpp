@@ -22,7 +22,7 @@ const char* MapValueToString(int value, const char* format, char* buffer, std::s
     va_end(pairs);
     if (text != nullptr) return text;
     if (format == nullptr || buffer == nullptr || size == 0) return format;
-    buffer[0] = '\0';  // where the format fails
+    buffer[0] = '\0';  // stays if the format fails
     std::snprintf(buffer, size, format, value);
     return buffer;
 }

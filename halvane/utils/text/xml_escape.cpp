@@ -9,7 +9,7 @@ namespace {
 
 using std::string_view;
 
-// What a byte is written as; empty for one that stays.
+// Returns the escaped form of a byte; empty if the byte stays.
 constexpr string_view replacementOf(char byte) {
     switch (byte) {
         case '&':
@@ -36,7 +36,7 @@ std::size_t escapedSize(string_view text) {
     return size;
 }
 
-// Answers the end of what was written.
+// Returns the end of the written text.
 char* writeEscaped(string_view text, char* out) {
     for (const char byte : text) {
         const string_view replacement = replacementOf(byte);
