@@ -33,7 +33,7 @@ HalvaneStatus BitListString_Parse(const char* text, std::size_t length, std::uin
         const HalvaneStatus status = cursor.decimal(kLastBit, bit);
         if (status != kStatusOK) return status;
         read |= std::uint32_t{1} << bit;
-        // A ',' asks for another number.
+        // Another number must follow a ','.
         if (!cursor.atEnd() && (!cursor.skipIf(',') || cursor.atEnd())) return kStatusMalformed;
     }
     if (bits != nullptr) *bits = read;

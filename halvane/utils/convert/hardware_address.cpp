@@ -31,7 +31,7 @@ bool readByte(TextCursor& text, std::uint8_t& byte) {
     return true;
 }
 
-// Hands each byte to `store`; whether there were all of them.
+// Passes each byte to `store`. Returns whether all bytes were there.
 template <typename Store>
 bool readBytes(TextCursor text, std::size_t count, Store store) {
     for (; count > 0; --count) {
@@ -44,7 +44,7 @@ bool readBytes(TextCursor text, std::size_t count, Store store) {
 
 }  // namespace
 
-// Twice over the text, so that a failure late in it leaves the address alone.
+// Reads the text twice, so that a late failure leaves the address unchanged.
 HalvaneStatus TextToHardwareAddress(const char* text, std::size_t length, std::size_t count,
                                     void* address) {
     if (text == nullptr) return kStatusUnsupported;

@@ -15,14 +15,14 @@ namespace {
 
 using halvane::digitValue;
 
-// Loops over whole blocks have a fixed count of turns and no branch, so that compilers make vector
-// instructions of them. GCC does from 32 turns on; shorter loops it unrolls first.
+// Loops over whole blocks have a fixed count and no branches, so that compilers turn them into
+// vector instructions. GCC does so from 32 iterations on, and unrolls shorter loops instead.
 constexpr std::size_t kBlockBytes = 32;
 constexpr std::size_t kBlockDigits = 2 * kBlockBytes;
 
 // --- From text ---
 
-// Takes bytes, stores those that there is room for, and counts them all.
+// Stores bytes as long as there is room, and counts all of them.
 class Sink {
   public:
     Sink(void* buffer, std::size_t capacity)
@@ -41,7 +41,7 @@ class Sink {
         }
         add(kBlockBytes);
     }
-    // For bytes that are put in place by another.
+    // For code that stores bytes itself.
     std::size_t room() const { return total_ < capacity_ ? capacity_ - total_ : 0; }
     std::uint8_t* place() const { return room() > 0 ? buffer_ + total_ : nullptr; }
     void add(std::size_t count) { total_ += count; }
@@ -64,8 +64,8 @@ struct DecodedBlock {
     std::uint8_t bytes[kBlockBytes];
 };
 
-// Whether all characters of a block are digits; then `block.bytes` holds what they stand for. The
-// two never overlap, which compilers do not see by themselves.
+// Returns whether all characters of a block are digits; `block.bytes` then holds their bytes. The
+// text and the block never overlap, which compilers cannot see.
 bool decodeBlock(const char* __restrict text, DecodedBlock& __restrict block) {
     auto& [values, bytes] = block;
     std::uint8_t strangers = 0;
@@ -84,8 +84,8 @@ bool decodeBlock(const char* __restrict text, DecodedBlock& __restrict block) {
     return strangers == 0;
 }
 
-// How many of `count` pairs of digits there are before another character. Their values go to
-// `bytes`, which may be null.
+// Returns the number of pairs of digits, at most `count`, before another character. Stores their
+// values in `bytes`, which may be null.
 std::size_t decodePairs(const char* text, std::size_t count, std::uint8_t* bytes) {
     std::size_t i = 0;
     for (; i < count; ++i) {
@@ -111,7 +111,7 @@ class HexReader {
     void read() {
         skipPrefix();
         do {
-            // A block with a stranger in it is not tried again before its last character.
+            // After a block with another character, no block is tried before that block's end.
             if (nextBlock_ == nullptr || at_ >= nextBlock_) {
                 if (remaining() >= kBlockDigits) blocks();
                 nextBlock_ = at_ + std::min(kBlockDigits, remaining());
@@ -130,15 +130,16 @@ class HexReader {
         if (remaining() >= 2 && at_[0] == '0' && (at_[1] == 'x' || at_[1] == 'X')) at_ += 2;
     }
 
-    // Apart from the rest, so that short texts do not pay for it.
+    // A separate function, so that short texts do not pay for it.
     [[gnu::noinline]] void blocks() {
-        halvane::Secret<DecodedBlock> block;  // for keys and passphrases come this way too
+        halvane::Secret<DecodedBlock> block;  // keys and passphrases are read here too
         for (; remaining() >= kBlockDigits && decodeBlock(at_, *block); at_ += kBlockDigits) {
             sink_.putBlock(block->bytes);
         }
     }
 
-    // With nothing between, up to the end of the buffer, and then without one.
+    // Reads adjacent pairs: up to the end of the buffer if it has room, otherwise only counting
+    // them.
     void pairs() {
         const std::size_t left = remaining() / 2;
         const std::size_t room = sink_.room();
@@ -148,14 +149,14 @@ class HexReader {
         at_ += 2 * count;
     }
 
-    // The next digit, past what is skipped; kNoDigit where there is none.
+    // Returns the next digit after skipped characters; kNoDigit if there is none.
     unsigned digit() {
         while (at_ != end_ && isSkipped(*at_, flags_)) ++at_;
         return at_ != end_ && halvane::isHexDigit(*at_) ? digitValue(*at_++)
                                                         : unsigned{halvane::kNoDigit};
     }
 
-    // Whether there may be more.
+    // Reads one pair whose digits may be separated. Returns whether more may follow.
     bool separatedPair() {
         if (at_ == end_) return false;
         const unsigned high = digit();
@@ -177,8 +178,8 @@ class HexReader {
     Sink& sink_;
 };
 
-// The text that a pointer and a length tell, as a HexReader reads it: of a NUL-terminated one just
-// what it would consume, so that the rest, however long it is, is not looked at.
+// Returns the text of a pointer and a length, as a HexReader reads it. Of a NUL-terminated text it
+// returns only the part that the reader would consume, so the rest, however long, is not read.
 std::string_view hexIn(const char* text, std::size_t length, std::uint32_t flags) {
     if (length != SIZE_MAX) return {text, length};
     const char* end = text;
@@ -192,7 +193,7 @@ constexpr std::uint32_t kAsPeopleWrite = kHexToDataFlagSkipSpace | kHexToDataFla
 
 // --- To text ---
 
-// Whether the characters follow each other, as those of "0123456789" do.
+// Returns whether each character is one more than the character before it, as in "0123456789".
 bool areConsecutive(std::string_view characters) {
     for (std::size_t i = 1; i < characters.size(); ++i) {
         if (characters[i] != static_cast<char>(characters[0] + static_cast<char>(i))) return false;
@@ -200,7 +201,7 @@ bool areConsecutive(std::string_view characters) {
     return true;
 }
 
-// A table whose digits below and from 10 on each follow one another, as sums.
+// A table whose digits up to 9 are consecutive, and so are those from 10 on, as sums.
 struct Alphabet {
     explicit Alphabet(const char* digits)
         : zero(static_cast<std::uint8_t>(digits[0])),
@@ -211,10 +212,10 @@ struct Alphabet {
     }
 
     std::uint8_t zero;
-    std::uint8_t gap;  // from what would follow 9 to the digit of 10
+    std::uint8_t gap;  // from the successor of the digit 9 to the digit 10
 };
 
-// From and to memory of its own, of which compilers see that nothing overlaps.
+// Uses local memory, so that compilers can see that nothing overlaps.
 void encodeBlock(const std::uint8_t* bytes, char* text, Alphabet alphabet) {
     std::uint8_t block[kBlockBytes];
     std::uint8_t high[kBlockBytes];

@@ -9,7 +9,7 @@
 
 namespace {
 
-// 1, 10, 100, ... as far as the type goes.
+// 1, 10, 100, ... up to the limit of the type.
 template <typename Integer, std::size_t kCount>
 constexpr auto kPowersOf10 = [] {
     std::array<Integer, kCount> powers{1};
@@ -31,8 +31,8 @@ Integer ceil2(Integer x) {
 
 }  // namespace
 
-// What subtracting the smaller from the larger number comes to, in as many steps as they have
-// digits.
+// Gives the result of repeatedly subtracting the smaller number from the larger one, in a number of
+// steps proportional to their digits.
 std::int64_t gcd64(std::int64_t a, std::int64_t b) {
     if (a <= 0) return b;
     return b <= 0 ? a : std::gcd(a, b);
@@ -66,8 +66,8 @@ std::uint64_t ipow10_64(std::uint32_t n) {
     return powerOf10<std::uint64_t, 20>(n);
 }
 
-// A cosine of x, which is the angle less a quarter turn: 1 - (B - C x^2) x^2 with x in quarter
-// turns. Nothing leaves 31 bits: x is at most 2^13 and y 2^14 in magnitude.
+// Computes the cosine of x, the angle less a quarter turn: 1 - (B - C x^2) x^2 with x in quarter
+// turns. Everything fits into 31 bits: the magnitudes of x and y are at most 2^13 and 2^14.
 int isin(int angle) {
     constexpr std::int32_t kQuarterTurn = kSineFullTurn / 4;
     constexpr std::uint32_t kHalfTurn = kSineFullTurn / 2;

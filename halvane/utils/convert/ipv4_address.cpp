@@ -9,7 +9,7 @@ namespace halvane {
 
 namespace {
 
-// What may follow an address.
+// The optional parts after an address.
 struct Suffix {
     AddressPart port;
     AddressPart prefix;
@@ -30,7 +30,7 @@ HalvaneStatus readSuffix(TextCursor& text, std::uint32_t flags, Suffix& suffix) 
     return readPart(text, '/', isPrefixForbidden, kIPv4PrefixMax, suffix.prefix);
 }
 
-// The shift count is taken modulo 32, so that a prefix of 0 masks like one of 32.
+// The shift count is taken modulo 32, so a prefix of 0 gives the same mask as one of 32.
 std::uint32_t maskOf(std::uint32_t prefix) {
     return UINT32_MAX << ((32 - prefix) % 32);
 }

@@ -24,7 +24,7 @@ constexpr std::size_t kGroupCount = 8;
 
 using Groups = std::array<std::uint16_t, kGroupCount>;
 
-// Keeps errno as it is while the system is asked about interfaces.
+// Preserves errno while the system is asked about interfaces.
 class ErrnoKeeper {
   public:
     ErrnoKeeper() = default;
@@ -38,7 +38,7 @@ class ErrnoKeeper {
 
 // --- From text ---
 
-// The groups of an address as they are read, and where the run of zeros stands among them.
+// The groups of an address during reading, and the position of the run of zeros among them.
 class GroupReader {
   public:
     explicit GroupReader(TextCursor& text) : text_(text) {}
@@ -53,7 +53,7 @@ class GroupReader {
         return isGapSet() || count_ == kGroupCount ? kStatusOK : kStatusTooFew;
     }
 
-    // REQUIRES: read() answered kStatusOK
+    // REQUIRES: read() returned kStatusOK
     Groups groups() const {
         Groups groups{};
         const std::size_t before = gap_.value_or(count_);
@@ -65,10 +65,10 @@ class GroupReader {
   private:
     bool isGapSet() const { return gap_.has_value(); }
 
-    // How many groups may still come: a run of zeros takes the place of one at least.
+    // The number of groups that may still follow. A run of zeros replaces at least one group.
     std::size_t room() const { return kGroupCount - count_ - (isGapSet() ? 1 : 0); }
 
-    // What stands before a group. An address may end after "::", but not after a ':'.
+    // Reads the separator before a group. An address may end after "::", but not after a ':'.
     HalvaneStatus separator() {
         if (text_.peek() != ':') {
             isDone_ = count_ > 0;
@@ -133,13 +133,14 @@ bool isScopeCharacter(char next) {
     return next != '\0' && next != '/' && next != ':' && next != ']' && !isSpace(next);
 }
 
-// What people name interfaces with. Other characters stand in a name only where the system says so.
+// The usual characters in names of interfaces. Other characters count only if the system knows the
+// name.
 bool isUsualNameCharacter(char next) {
     return digitValue(next) != kNoDigit || next == '.' || next == '-' || next == '_' || next == '@';
 }
 
-// The characters ahead that are `isPart`, as far as they may be the name of an interface; one more
-// where they are too many.
+// Returns the next characters that satisfy `isPart`, up to the greatest length of an interface
+// name. If there are too many, it returns one more.
 template <typename IsPart>
 std::string_view nameAhead(TextCursor text, IsPart isPart) {
     const char* const start = text.position();
@@ -148,7 +149,7 @@ std::string_view nameAhead(TextCursor text, IsPart isPart) {
     return {start, size};
 }
 
-// The index of the interface of a name, 0 where there is none.
+// Returns the index of the interface of that name; 0 if there is none.
 std::uint32_t indexOf(std::string_view name) {
     if (name.empty() || name.size() >= IF_NAMESIZE) return 0;
     const ErrnoKeeper keeper;
@@ -157,8 +158,8 @@ std::uint32_t indexOf(std::string_view name) {
     return ::if_nametoindex(terminated);
 }
 
-// Consumes the name of an interface, or else an index in decimal. The longest name goes first, and
-// names before numbers, since a name may consist of any characters.
+// Consumes the name of an interface, otherwise a decimal index. The longest name is tried first,
+// and names before numbers, since a name may consist of any characters.
 HalvaneStatus takeScope(TextCursor& text, std::uint32_t& index) {
     const std::string_view whole = nameAhead(text, isScopeCharacter);
     const std::string_view usual = nameAhead(text, isUsualNameCharacter);
@@ -178,7 +179,7 @@ HalvaneStatus takeScope(TextCursor& text, std::uint32_t& index) {
     return kStatusOK;
 }
 
-// What may follow an address.
+// The optional parts after an address.
 class Suffix {
   public:
     Suffix(TextCursor& text, std::uint32_t flags, bool isBracketed)
@@ -274,7 +275,7 @@ struct Run {
     std::size_t length = 0;
 };
 
-// The first of the longest runs of zero groups; of length 0 where no group is zero.
+// Returns the first of the longest runs of zero groups; its length is 0 if no group is zero.
 Run longestZeroRun(const Groups& groups) {
     Run best;
     Run current;
@@ -297,7 +298,7 @@ char* putGroup(char* to, unsigned group) {
     return to;
 }
 
-// Unlike RFC 5952, a run of a single zero group is shortened too.
+// Unlike RFC 5952, this also shortens a run of a single zero group.
 char* putGroups(char* to, const Groups& groups) {
     const Run run = longestZeroRun(groups);
     for (std::size_t i = 0; i < groups.size(); ++i) {
@@ -312,8 +313,8 @@ char* putGroups(char* to, const Groups& groups) {
     return to;
 }
 
-// ::ffff:a.b.c.d (RFC 4291 clause 2.5.5.2) and ::a.b.c.d (clause 2.5.5.1), which the unspecified
-// and the loopback address are not.
+// Handles ::ffff:a.b.c.d (RFC 4291 clause 2.5.5.2) and ::a.b.c.d (clause 2.5.5.1). The unspecified
+// and the loopback address are not among the latter.
 char* putAddress(char* to, const Groups& groups) {
     const bool beginsWithZeros =
         std::all_of(groups.begin(), groups.begin() + 5, [](auto group) { return group == 0; });
@@ -323,7 +324,7 @@ char* putAddress(char* to, const Groups& groups) {
     return putIPv4Address(putText(to, isMapped ? "::ffff:" : "::"), lastTwo(groups));
 }
 
-// An interface name, or the index where the system knows none.
+// Writes an interface name, or the index if the system knows no name.
 char* putScope(char* to, std::uint32_t scope) {
     const ErrnoKeeper keeper;
     *to++ = '%';

@@ -14,13 +14,13 @@ namespace {
 
 constexpr std::size_t kValueSize = sizeof(std::uint32_t);
 
-// A system call for this many values rather than for each.
+// One system call reads this many values.
 constexpr std::size_t kBatch = 64;
 
 constexpr std::string_view kCharacters =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
 
-// The upper bytes of a value, from its most significant one on.
+// Stores the upper bytes of a value, the most significant one first.
 void store(std::uint32_t value, std::span<std::uint8_t> bytes) {
     for (std::uint8_t& byte : bytes) {
         byte = static_cast<std::uint8_t>(value >> 24);
@@ -54,7 +54,7 @@ char* RandomString(std::size_t minLength, std::size_t maxLength, char* buffer) {
     minLength = std::min(minLength, maxLength);
     const std::size_t lengths = maxLength - minLength + 1;
     const std::size_t number = randomNumber();
-    // Of as many lengths as there are numbers, and one more, each number is one.
+    // If there are more lengths than a size_t can count, `lengths` is 0; every number is then one.
     const std::size_t length = minLength + (lengths == 0 ? number : number % lengths);
     std::generate_n(buffer, length,
                     [] { return kCharacters[randomNumber() % kCharacters.size()]; });

@@ -19,7 +19,7 @@ bool isConstant(Values values) {
     return std::ranges::all_of(values, [&](double value) { return value == values.front(); });
 }
 
-// The power of two that is just above all magnitudes.
+// Returns the exponent of the power of two just above all magnitudes.
 template <typename At>
 int exponentOf(std::size_t n, At at) {
     double greatest = 0;
@@ -29,7 +29,7 @@ int exponentOf(std::size_t n, At at) {
     return exponent;
 }
 
-// How far each value is from the mean, in units that keep squares and sums well inside a double.
+// The distance of each value from the mean, in units for which squares and sums fit into a double.
 class Deviations {
   public:
     explicit Deviations(Values values)
@@ -51,7 +51,7 @@ class Deviations {
     int spread_ = 0;
 };
 
-// How the values lie to a guess, with the neighbours of the guess among them.
+// The distribution of the values around a guess, and the nearest values on both sides.
 struct Split {
     std::size_t below = 0;
     std::size_t equal = 0;
@@ -76,7 +76,7 @@ Split splitAt(Values values, double guess, double min, double max) {
     return split;
 }
 
-// Between the two, and finite where one of them is.
+// Returns a value between both, which is finite if one of them is.
 double middleOf(double min, double max) {
     if (min == max) return min;
     constexpr double kMax = std::numeric_limits<double>::max();
@@ -89,13 +89,13 @@ double EuclideanDistance(const double* a, const double* b, std::size_t n) {
     double sum = 0;
     for (std::size_t i = 0; i < n; ++i) sum += (a[i] - b[i]) * (a[i] - b[i]);
     if (std::isnormal(sum)) return std::sqrt(sum);
-    // The squares left the range of a double; the distance need not.
+    // The squares left the range of a double, but the distance may be within it.
     double distance = 0;
     for (std::size_t i = 0; i < n; ++i) distance = std::hypot(distance, a[i] - b[i]);
     return distance;
 }
 
-// From deviations: sums of products less products of sums would lose the digits that matter.
+// Uses deviations from the mean: differences of sums of products would lose the significant digits.
 double PearsonCorrelation(const double* a, const double* b, std::size_t n) {
     const Values valuesA(a, n);
     const Values valuesB(b, n);
@@ -116,8 +116,8 @@ double PearsonCorrelation(const double* a, const double* b, std::size_t n) {
     return std::clamp(products / std::sqrt(squaresA * squaresB), -1.0, 1.0);
 }
 
-// Halves the range that the median is in, and narrows it to values that occur: each turn leaves out
-// one value at least.
+// Halves the range that contains the median, and narrows it to existing values. Each pass excludes
+// at least one value.
 double TorbenMedian(const double* data, std::size_t n) {
     if (n == 0) return 0;
     const Values values(data, n);

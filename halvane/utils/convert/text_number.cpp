@@ -21,7 +21,7 @@ struct Prefix {
 
 constexpr Prefix kPrefixes[] = {{'x', 16}, {'b', 2}};
 
-// Consumes a prefix, and tells the base.
+// Consumes a prefix, and returns the base.
 unsigned readBase(TextCursor& text, unsigned defaultBase) {
     for (const Prefix& prefix : kPrefixes) {
         const bool isThere = text.peek() == '0' && (text.peek(1) | 0x20) == prefix.letter &&
@@ -44,7 +44,7 @@ std::int32_t TextToInt32(const char* text, std::size_t length, int defaultBase) 
     if (!isNegative) cursor.skipIf('+');
     const unsigned base = readBase(cursor, static_cast<unsigned>(defaultBase));
 
-    // One more than INT32_MAX, which only a negative number may reach.
+    // INT32_MAX + 1, which only a negative number may reach.
     constexpr std::int64_t kMagnitudeMax = -std::int64_t{INT32_MIN};
     std::int64_t magnitude = 0;
     for (; digitValue(cursor.peek()) < base; cursor.skip(1)) {

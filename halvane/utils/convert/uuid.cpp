@@ -43,7 +43,7 @@ char* UUIDtoCString(const void* bytes, bool isLittleEndian, char* buffer) {
 
 HalvaneStatus StringToUUID(const char* text, std::size_t length, bool isLittleEndian, void* bytes) {
     if (text == nullptr) return kStatusUnsupported;
-    // One character too many tells enough.
+    // One character more than allowed shows that the text is too long.
     const std::string_view input = halvane::startOf(text, length, kUUIDTextSize);
     if (input.size() != kUUIDTextSize - 1) return kStatusWrongLength;
 

@@ -15,7 +15,7 @@ using halvane::TextCursor;
 
 constexpr std::uint32_t kMinorMax = 0x0F;
 
-// 99 for both of the lower parts, and what that leaves for the major one in 31 bits.
+// Both lower parts have at most 99; 31 bits leave this maximum for the major one.
 constexpr std::uint32_t kSourceMajorMax = 214747;
 constexpr std::uint32_t kSourceMinorMax = 99;
 
@@ -29,14 +29,14 @@ char* putNumber(char* to, char mark, std::uint32_t number) {
     return putNumber(to, number);
 }
 
-// A '.' and a number, if both are there. Whether the number is none that is too large.
+// Reads a '.' and a number, if both are there. Returns false if the number is too large.
 bool readPart(TextCursor& text, std::uint32_t max, std::uint32_t& part) {
     if (text.peek() != '.' || !halvane::isDigit(text.peek(1))) return true;
     text.skip(1);
     return text.decimal(max, part) == kStatusOK;
 }
 
-// A letter and a revision, if the letter is there.
+// Reads a letter and a revision, if the letter is there.
 bool readStage(TextCursor& text, std::uint32_t& stage, std::uint32_t& revision) {
     const char letter = static_cast<char>(text.peek() | 0x20);
     for (const auto& known : halvane::kVersionStages) {

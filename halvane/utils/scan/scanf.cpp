@@ -27,7 +27,7 @@ struct Directive {
 
 template <typename Integer>
 void storeAs(void* destination, std::uint64_t value) {
-    // The caller's object may be of either signedness, and "64 bits" is more than one type.
+    // The caller's object may be signed or unsigned, and there is more than one 64-bit type.
     const auto cut = static_cast<Integer>(value);
     std::memcpy(destination, &cut, sizeof cut);
 }
@@ -45,7 +45,7 @@ void store(void* destination, std::uint64_t value, Size size) {
     }
 }
 
-// One call of VSNScanF. What answers bool answers whether scanning goes on.
+// One call of VSNScanF. A function that returns bool returns whether scanning continues.
 class Scanner {
   public:
     // The input ends at the first NUL, or after `length` characters.
@@ -135,7 +135,7 @@ class Scanner {
     }
 
     bool convert(Directive& directive) {
-        // Not past the terminator, which is no conversion.
+        // Stops at the terminator, which is not a conversion.
         const char conversion = *format_ == '\0' ? '\0' : *format_++;
         switch (conversion) {
             case 'd':
@@ -185,8 +185,8 @@ class Scanner {
         return true;
     }
 
-    // The field that begins here. It ends after `room` characters or at a NUL, whichever comes
-    // first, and nothing behind that is looked at.
+    // The field at the current position. It ends after `room` characters or at a NUL, whichever
+    // comes first; nothing after that is read.
     struct Field {
         const char* text;
         std::size_t room;
@@ -203,8 +203,9 @@ class Scanner {
         return {at_, std::min(directive.width, left_)};
     }
 
-    // The length of the field's part before the first character that is not `isPart`.
-    // REQUIRES: a NUL is not
+    // Returns the length of the field's part before the first character for which `isPart` is
+    // false.
+    // REQUIRES: isPart('\0') is false
     template <typename IsPart>
     static std::size_t lengthOf(const Field& field, IsPart isPart) {
         std::size_t length = 0;
@@ -217,7 +218,7 @@ class Scanner {
                field.isDigit(2, base);
     }
 
-    // Skips the prefix of the base, and tells the base where the prefix decides it.
+    // Skips the prefix of the base. Returns the base, which the prefix may determine.
     template <unsigned kBase>
     static unsigned readBase(Field& field) {
         if constexpr (kBase == 16 || kBase == kDetectBase) {
@@ -299,7 +300,7 @@ class Scanner {
 
     enum class Ending { Bare, Terminated };
 
-    // Consumes `size` characters, and hands them over.
+    // Consumes `size` characters and stores them.
     bool assignText(std::size_t size, const Directive& directive, Ending ending) {
         const char* const text = at_;
         if (size == 0 && !directive.allowsEmpty) return false;
@@ -336,7 +337,7 @@ class Scanner {
 
     const char* begin_;
     const char* at_;
-    std::size_t left_;  // at most; a NUL may come before
+    std::size_t left_;  // at most; a NUL may come earlier
     const char* format_;
     va_list arguments_;
     int assigned_ = 0;

@@ -12,7 +12,7 @@ std::uint64_t UpTicksPerSecond() {
     return perSecond;
 }
 
-// A function static is computed by the first caller, once, whatever the number of threads.
+// The first caller computes a function's static variable, only once even with several threads.
 #define HALVANE_UP_TICKS_DEFINE(name, unused)                                           \
     std::uint64_t name(std::uint64_t value) {                                           \
         static const double factor =                                                    \
