@@ -1,11 +1,10 @@
 // Immutable bytes with shared ownership.
 //
-// Copying a buffer, or slicing it, shares its memory; a buffer of up to
-// kInlineCapacity bytes (a MAC address, most element bodies) lives inside the
-// object and needs no allocation.
+// Copying or slicing a buffer shares its memory. A buffer of up to kInlineCapacity bytes (a MAC
+// address, most element bodies) is stored inside the object and allocates nothing.
 //
-// Threads: distinct objects may be used from distinct threads even where they
-// share memory; one object follows the rules of a standard container.
+// Threads: distinct objects may be used from distinct threads even if they share memory. One object
+// follows the rules of a standard container.
 #ifndef HALVANE_BASE_BYTE_BUFFER_H
 #define HALVANE_BASE_BYTE_BUFFER_H
 
@@ -35,7 +34,7 @@ class HALVANE_EXPORT ByteBuffer {
     // The empty buffer.
     ByteBuffer() = default;
 
-    // A private copy of `bytes`.
+    // Holds a private copy of `bytes`.
     explicit ByteBuffer(std::span<const std::uint8_t> bytes) : size_(bytes.size()) {
         if (size_ <= kInlineCapacity) {
             copyInline(bytes);
@@ -60,7 +59,7 @@ class HALVANE_EXPORT ByteBuffer {
     // A private copy of the text's bytes, without a terminator.
     static ByteBuffer fromText(std::string_view text);
 
-    // Shares memory that the caller owns already; no byte is copied.
+    // Shares memory that the caller already owns; no byte is copied.
     // REQUIRES: `owner` holds at least `size` bytes, and nobody writes to them any more.
     static ByteBuffer sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size) {
         ByteBuffer buffer;
@@ -69,7 +68,7 @@ class HALVANE_EXPORT ByteBuffer {
         return buffer;
     }
 
-    // Reads pairs of hexadecimal digits of either case; white space, ':' and '-' may stand between
+    // Reads pairs of hexadecimal digits of either case. White space, ':' and '-' may separate
     // pairs. Absent for an odd digit or any other character.
     static std::optional<ByteBuffer> fromHex(std::string_view text);
 

@@ -25,7 +25,7 @@ class ByteCursor {
   public:
     explicit ByteCursor(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
 
-    // A cursor over a buffer hands out slices that share the buffer's memory.
+    // A cursor over a buffer returns slices that share the buffer's memory.
     explicit ByteCursor(const ByteBuffer& buffer) : bytes_(buffer.bytes()), buffer_(&buffer) {}
     explicit ByteCursor(ByteBuffer&&) = delete;
 

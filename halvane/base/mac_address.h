@@ -1,6 +1,6 @@
 // The 48-bit address of a station or an access point (IEEE 802-2014, 8.2: EUI-48).
 //
-// A plain value; threads as for an integer.
+// A plain value. Threads: as for an integer.
 #ifndef HALVANE_BASE_MAC_ADDRESS_H
 #define HALVANE_BASE_MAC_ADDRESS_H
 

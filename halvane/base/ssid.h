@@ -1,6 +1,6 @@
 // The name of a network (IEEE 802.11-2020, 9.4.2.2): 0 to 32 octets of any encoding, or of none.
 //
-// A plain value; threads as for an integer.
+// A plain value. Threads: as for an integer.
 #ifndef HALVANE_BASE_SSID_H
 #define HALVANE_BASE_SSID_H
 
