@@ -24,7 +24,7 @@
 // (1) The client tries again after 0.1 s, then after twice as long each time, up to 10 s.
 // (2) If notifications were asked for, the client asks for them again and reports the result.
 //
-// A request is sent in every state but BusGone and Ending, where it fails at once. A pending
+// A request is sent in every state except BusGone and Ending, where it fails at once. A pending
 // request fails when the daemon or the bus goes away. No request is sent twice. docs/protocol.md
 // describes the messages on the bus. The client logs nothing.
 //

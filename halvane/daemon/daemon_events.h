@@ -1,7 +1,7 @@
 // What the daemon client reports without being asked: stations that come and go, and changes of the
 // connection.
 //
-// Plain values; threads as for what they hold.
+// Plain values. Threads: as for their members.
 #ifndef HALVANE_DAEMON_DAEMON_EVENTS_H
 #define HALVANE_DAEMON_DAEMON_EVENTS_H
 

@@ -26,7 +26,7 @@ inline constexpr DaemonNotification kDaemonNotifications[] = {
 // Returns the notification that a message carries; null if there is none.
 const DaemonNotification* notificationIn(const IPCMessage& message);
 
-// Returns the change that a message reports; absent if it is no notification, or lacks the
+// Returns the change that a message reports; absent if it is not a notification, or lacks the
 // interface or an address of six bytes.
 std::optional<StationChange> stationChangeIn(const IPCMessage& message);
 

@@ -1,6 +1,6 @@
 // The outcome of a request to the daemon: its result, or the reason why there is none.
 //
-// Plain values; threads as for what they hold.
+// Plain values. Threads: as for their members.
 #ifndef HALVANE_DAEMON_DAEMON_RESULT_H
 #define HALVANE_DAEMON_DAEMON_RESULT_H
 

@@ -49,7 +49,6 @@
 namespace halvane {
 
 class XPCLink;
-
 class HALVANE_EXPORT HalvaneXPCClient final {
   public:
     // Returns a client that is connecting, never null. It sends nothing yet and waits for nothing.
@@ -59,16 +58,14 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     HalvaneXPCClient(const HalvaneXPCClient&) = delete;
     HalvaneXPCClient& operator=(const HalvaneXPCClient&) = delete;
 
-    // Ends the connection and waits for a running delegate call; none is made afterwards. A request
-    // that the delegate call waits for is released as failed. The delegate call itself may destroy
-    // the client. So may a log output's callback that receives one of the client's lines; it still
-    // receives a notification's remaining lines.
+    // Ends the connection and waits for a running delegate call; none follows. A request that this
+    // call waits for is released as failed. This call may destroy the client. So may a log output's
+    // callback that receives one of its lines; it still receives a notification's other lines.
     // REQUIRES: other threads' requests have returned, and a running delegate call does not wait
     // for the destroying thread.
     ~HalvaneXPCClient();
 
     // --- Notifications ---
-
     // The delegate receives the notifications; null, as at the start, for none. The client holds it
     // until it is replaced. A call to the former delegate may still run when setDelegate() returns.
     std::shared_ptr<const HalvaneXPCClientDelegate> delegate() const;
@@ -83,11 +80,8 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     void registerNotifications();
 
     // --- Lists ---
-    //
-    // An empty list may mean a failure. `error`, if given, is set on failure and cleared on
-    // success. Its domain is kDaemonErrorDomain, its code the daemon's status, or -6700 if there
-    // was no reply.
-
+    // An empty list may mean a failure. `error`, if given, is set on failure (kDaemonErrorDomain,
+    // with the daemon's status, or -6700 if there was no reply) and cleared on success.
     std::vector<HalvaneDevice> queryDeviceList(std::optional<Error>* error = nullptr);
     std::vector<HalvaneInterface> queryInterfaceList(std::optional<Error>* error = nullptr);
     std::vector<HalvaneChannel> queryChannelList_error(const std::string& interfaceName,
@@ -102,7 +96,6 @@ class HALVANE_EXPORT HalvaneXPCClient final {
         const std::optional<std::string>& interfaceName, std::optional<Error>* error = nullptr);
 
     // --- Actions ---
-    //
     // An action returns true whatever the daemon replied, even if it did not reply. The lists show
     // its effect afterwards. `error` is never changed.
 
@@ -113,7 +106,6 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     bool bssConfigRemove_forInterface_error(const HalvaneBSSConfig& config,
                                             const std::string& interfaceName,
                                             std::optional<Error>* error = nullptr);
-
     bool enableInterface_error(const std::string& interfaceName,
                                std::optional<Error>* error = nullptr);
     bool disableInterface_error(const std::string& interfaceName,
@@ -124,11 +116,9 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     bool bssStop_error(const std::string& interfaceName, std::optional<Error>* error = nullptr);
 
     // --- The daemon's logging ---
-
-    // Changes the daemon's log categories of the same names, each by a control string
-    // (docs/logging.md). An absent string leaves its category unchanged. Returns whether the daemon
-    // replied with status 0. `error`, if given, is set for another status, and unchanged otherwise,
-    // even if there was no reply.
+    // Changes the daemon's log categories of the same names by control strings (docs/logging.md);
+    // an absent string changes nothing. Returns whether the daemon replied with status 0. `error`,
+    // if given, is set for another status, and unchanged otherwise, even without a reply.
     bool setLogging_inBPF_inEAPOL_inIE_inIO80211_inJoin_inScan_inWPS_inXPC_error(
         const std::optional<std::string>& inWiFi, const std::optional<std::string>& inBPF,
         const std::optional<std::string>& inEAPOL, const std::optional<std::string>& inIE,
@@ -136,15 +126,13 @@ class HALVANE_EXPORT HalvaneXPCClient final {
         const std::optional<std::string>& inScan, const std::optional<std::string>& inWPS,
         const std::optional<std::string>& inXPC, std::optional<Error>* error = nullptr);
 
-    // Returns the daemon's logging settings as the daemon words them; absent if it sent none.
-    // `error` is never changed.
+    // Returns the daemon's logging settings in its own words, if any. `error` is never changed.
     std::optional<std::string> queryLogging(std::optional<Error>* error = nullptr);
 
     // --- Parsers of replies ---
-    //
-    // A value of the wrong type reads as missing, and so does a "status" that is not a signed
-    // 64-bit number. A missing "status" is 0, success. A status is the lowest 32 bits of the
-    // number, with their sign.
+    // A value of the wrong type, or a "status" that is not a signed 64-bit number, reads as
+    // missing. A missing "status" is 0, success. A status is the number's lowest 32 bits, with
+    // their sign.
 
     // Return the list under "devices", "interfaces", "channels", "configs" or "clients" in order,
     // without items that make no record. A success without such a list gives an empty list and no
@@ -178,12 +166,10 @@ class HALVANE_EXPORT HalvaneXPCClient final {
     static std::optional<std::string> queryLoggingResponse(const ServiceReply& reply);
 
     // --- Handlers of events ---
-    //
     // The connection calls handleXPCEvent() on the connection queue. The handlers log to WiFiXPC:
     // errors and notifications at level "error", other events at "verbose".
 
-    // Passes a dictionary on. An Invalid error releases the connection after all earlier replies
-    // were handled.
+    // Passes a dictionary on. After earlier replies an Invalid error releases the connection.
     void handleXPCEvent(const ServiceEvent& event);
 
     // Calls the handler of the notification that "command" names; ignores any other message.
@@ -199,8 +185,7 @@ class HALVANE_EXPORT HalvaneXPCClient final {
   private:
     HalvaneXPCClient();
 
-    mutable std::mutex delegateMutex_;  // locked forever in a child process if fork() ran while it
-                                        // was held
+    mutable std::mutex delegateMutex_;  // a forked child may inherit it locked
     std::shared_ptr<const HalvaneXPCClientDelegate> delegate_;
     std::atomic<bool> subscribeAP_ = false;
     std::shared_ptr<XPCLink> link_;  // an event that destroys the client keeps it alive
