@@ -210,7 +210,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
-    // Answers the pending requests and reports the last event.
+    // Replies to the pending requests with errors and reports the last event.
     void end() {
         for (auto& request : mailbox_.close()) tellEnd(request.answer);
         postEvent([] { return invalidError(); });

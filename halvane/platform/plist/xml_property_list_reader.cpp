@@ -86,7 +86,7 @@ std::errc readReal(std::string_view text, Number& number) {
         number = value;
         return {};
     }
-    // Refuses names that std::from_chars accepts beside those above.
+    // Refuses the other names that std::from_chars accepts.
     if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
         return std::errc::invalid_argument;
     }
