@@ -5,10 +5,10 @@
  * Conventions of the C layer:
  *  1. Success is 0 or a count; failure is a negative status of halvane/base/status.h.
  *  2. A pointer may be null only where its comment says so.
- *  3. A heap string handed out is freed by the caller with free().
+ *  3. The caller frees each heap string that it receives with free().
  *  4. A result parameter is written on success only, unless its comment says otherwise.
  *  5. Lengths and counts are bytes, not characters; text is UTF-8.
- *  6. Nothing prints, exits or throws on its own account.
+ *  6. No function prints, exits or throws by itself.
  *
  * Every front end returns the length of the full output, without the terminator and however much
  * was stored (INT32_MAX if it is longer), or a negative status: -1 for a malformed size modifier

@@ -1,6 +1,6 @@
 /* Binary-coded decimals, as decimal text: 99 is 0x99 in BCD, which is 153 in decimal.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_CONVERT_BCD_H
 #define HALVANE_UTILS_CONVERT_BCD_H
 

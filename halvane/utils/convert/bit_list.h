@@ -1,6 +1,6 @@
 /* Lists of the bits that are set in an integer: "0,2,4" is 0x15.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_CONVERT_BIT_LIST_H
 #define HALVANE_UTILS_CONVERT_BIT_LIST_H
 

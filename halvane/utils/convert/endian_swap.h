@@ -1,6 +1,6 @@
 /* Reverses the byte order of data in memory.
  *
- * Usable from C11 and C++20. Every function may be called from any thread.
+ * Usable from C11 and C++20. Any thread may call any function.
  *
  * Sizes are in bytes. No address needs an alignment. The ...Copy functions do not change the
  * source. The destination has the size of the source and must be the source itself or not

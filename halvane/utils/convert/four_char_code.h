@@ -1,6 +1,6 @@
 /* Four-character codes: four characters in an integer, the first in its most significant byte.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_CONVERT_FOUR_CHAR_CODE_H
 #define HALVANE_UTILS_CONVERT_FOUR_CHAR_CODE_H
 

@@ -1,6 +1,6 @@
 /* Bytes to and from hexadecimal text.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. The conventions of the
+ * Usable from C11 and C++20. Any thread may call any function. The conventions of the
  * C layer are in halvane/utils/printf.h. Texts have a length in characters; SIZE_MAX is that of a
  * NUL-terminated text. */
 #ifndef HALVANE_UTILS_CONVERT_HEX_DATA_H

@@ -1,6 +1,6 @@
 /* Integer functions that are defined for every argument: they neither overflow nor divide by 0.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_CONVERT_INTEGER_MATH_H
 #define HALVANE_UTILS_CONVERT_INTEGER_MATH_H
 

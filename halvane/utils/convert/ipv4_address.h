@@ -1,6 +1,6 @@
 /* IPv4 addresses to and from dotted decimal text, with a port and a prefix.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. The conventions of the
+ * Usable from C11 and C++20. Any thread may call any function. The conventions of the
  * C layer are in halvane/utils/printf.h.
  *
  * Texts are NUL-terminated. Each output pointer may be null, and every output is unchanged after

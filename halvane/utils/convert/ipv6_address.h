@@ -1,7 +1,7 @@
 /* IPv6 addresses to and from text (RFC 4291 clause 2.2), with a scope (RFC 4007 clause 11), a
  * prefix and a port.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. The conventions of the
+ * Usable from C11 and C++20. Any thread may call any function. The conventions of the
  * C layer are in halvane/utils/printf.h. errno keeps its value. */
 #ifndef HALVANE_UTILS_CONVERT_IPV6_ADDRESS_H
 #define HALVANE_UTILS_CONVERT_IPV6_ADDRESS_H

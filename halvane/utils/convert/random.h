@@ -1,6 +1,6 @@
 /* Random bytes, which are fit for keys, and random texts, which are not.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_CONVERT_RANDOM_H
 #define HALVANE_UTILS_CONVERT_RANDOM_H
 

@@ -1,6 +1,6 @@
 /* Statistics of arrays of doubles.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. Arrays hold `n` numbers
+ * Usable from C11 and C++20. Any thread may call any function. Arrays hold `n` numbers
  * and may be null if n is 0. Infinities and NaN follow the arithmetic of IEEE 754 unless stated
  * otherwise. */
 #ifndef HALVANE_UTILS_CONVERT_STATISTICS_H

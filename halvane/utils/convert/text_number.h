@@ -1,6 +1,6 @@
 /* Numbers from text.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_CONVERT_TEXT_NUMBER_H
 #define HALVANE_UTILS_CONVERT_TEXT_NUMBER_H
 

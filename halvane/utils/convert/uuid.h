@@ -1,6 +1,6 @@
 /* UUIDs (RFC 4122) to and from text.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. The conventions of the
+ * Usable from C11 and C++20. Any thread may call any function. The conventions of the
  * C layer are in halvane/utils/printf.h.
  *
  * A UUID is 16 bytes. Its first three fields (4, 2 and 2 bytes) have their most significant byte

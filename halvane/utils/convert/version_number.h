@@ -1,6 +1,6 @@
 /* Packed version numbers to and from text.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. Texts have a length in
+ * Usable from C11 and C++20. Any thread may call any function. Texts have a length in
  * characters; SIZE_MAX means NUL-terminated. A null text counts as an empty one.
  *
  * Reading skips leading white space and ends before the first character that does not continue the

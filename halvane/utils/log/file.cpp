@@ -67,7 +67,7 @@ void createFolders(const std::string& path) {
     makeFolders(folderOf(path), kFolderMode);
 }
 
-// Of a path that the program's folder is no part of any more.
+// Returns the path in a form that does not depend on the program's working folder.
 std::string absolutePath(const std::string& path) {
     if (path.starts_with('/')) return path;
     std::error_code error;

@@ -9,28 +9,28 @@
  *
  * The format holds:
  *
- *   white space   skips any white space in the input, also none
+ *   white space   skips any white space in the input, possibly none
  *   %             a conversion: %[flags][width][size]conversion
- *   another       must equal the next character of the input
+ *   any other     must equal the next character of the input
  *
  *   flags   *  scans without assigning, and takes no destination
- *           &  for c, s and [: the text in place, into const char** and size_t* (a null one is
- *              skipped), instead of a copy
- *           #  allows c, s and [ an empty field, which ends scanning otherwise
- *   width   digits, or '.' for an int argument (negative ends scanning): the most characters a
- *           field takes, without the white space before it; 2147483647 by default
- *   size    hh int8_t, h int16_t, none int32_t, l ll j t z int64_t: what the integer is stored
- *           as, of either signedness. p is always uint64_t.
+ *           &  for c, s and [: stores the place and length of the text, in const char** and
+ *              size_t* (a null one is skipped), instead of a copy
+ *           #  allows an empty field of c, s and [, which otherwise ends scanning
+ *   width   digits, or '.' for an int argument (negative ends scanning): the greatest number of
+ *           characters in a field, without the white space before it; 2147483647 by default
+ *   size    hh int8_t, h int16_t, none int32_t, l ll j t z int64_t: the type of the stored
+ *           integer, signed or unsigned. p is always uint64_t.
  *
  *   d u  o  x X p  b   an integer of base 10, 8, 16 ("0x" may lead), 2 ("0b" may lead)
- *   i       an integer of the base its prefix tells: "0x", "0b", "0", else base 10
- *   c       `width` characters, 1 without a width, not terminated. With & the characters up to
- *           the width, all that is left without one.
+ *   i       an integer whose prefix sets the base: "0x", "0b", "0", otherwise 10
+ *   c       `width` characters, 1 without a width, not terminated. With & and without a width,
+ *           all remaining characters; with both, at most that many.
  *   s       characters up to white space, terminated: the destination holds width + 1
  *   [set]   characters of the set, or not of it after '^', terminated as for s. A ']' that comes
  *           first belongs to the set; a '-' is a '-'. A size ends scanning.
- *   n       the count of characters consumed so far, into int32_t, which is no assigned item.
- *           A size, a width or * ends scanning.
+ *   n       the number of characters consumed so far, into int32_t. It does not count as an
+ *           assigned item. A size, a width or * ends scanning.
  *   %       a '%'
  *
  * Integers and s skip white space first, the others do not. An integer may have a sign. The

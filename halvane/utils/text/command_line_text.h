@@ -1,6 +1,6 @@
 /* Splits command lines that people write as one text.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_TEXT_COMMAND_LINE_TEXT_H
 #define HALVANE_UTILS_TEXT_COMMAND_LINE_TEXT_H
 

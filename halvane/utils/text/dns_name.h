@@ -1,6 +1,6 @@
 /* Names of the domain name system (RFC 1034 clause 3.5, RFC 1035 clauses 2.3.4 and 5.1).
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_TEXT_DNS_NAME_H
 #define HALVANE_UTILS_TEXT_DNS_NAME_H
 

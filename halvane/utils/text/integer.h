@@ -1,6 +1,6 @@
 /* Integers at the start of a text of known length.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_TEXT_INTEGER_H
 #define HALVANE_UTILS_TEXT_INTEGER_H
 

@@ -1,6 +1,6 @@
 /* MIME types and the extensions of file names.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_TEXT_MIME_TYPE_H
 #define HALVANE_UTILS_TEXT_MIME_TYPE_H
 

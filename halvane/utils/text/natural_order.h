@@ -1,6 +1,6 @@
 /* The order in which people list names: numbers in names are ordered by value.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_TEXT_NATURAL_ORDER_H
 #define HALVANE_UTILS_TEXT_NATURAL_ORDER_H
 

@@ -1,6 +1,6 @@
 /* The length of Unicode texts, and where they can be cut.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_TEXT_UTF_TEXT_H
 #define HALVANE_UTILS_TEXT_UTF_TEXT_H
 

@@ -1,6 +1,6 @@
 /* Texts for numbers.
  *
- * Usable from C11 and C++20. Every function may be called from any thread. */
+ * Usable from C11 and C++20. Any thread may call any function. */
 #ifndef HALVANE_UTILS_TEXT_VALUE_TEXT_H
 #define HALVANE_UTILS_TEXT_VALUE_TEXT_H
 
