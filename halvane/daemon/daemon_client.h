@@ -2,8 +2,9 @@
 // survives a restart of the daemon, and several threads may send requests at once.
 //
 //     DaemonClient daemon({.station = [](const StationChange& change) { ... }});
-//     if (const auto done = daemon.subscribe(true, 5s); !done) return
-//     complain(done.error().text()); daemon.start("wlan0", [](DaemonResult<void> done) { ... });
+//     const auto asked = daemon.subscribe(true, 5s);
+//     if (!asked) return complain(asked.error().text());
+//     daemon.start("wlan0", [](DaemonResult<void> done) { ... });
 //
 // It makes one connection to the service kDaemonServiceName on the system bus, and keeps the
 // connection up. DBUS_SYSTEM_BUS_ADDRESS may name another bus; the constructor reads it.
