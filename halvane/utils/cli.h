@@ -133,11 +133,9 @@ HALVANE_EXPORT extern char** gArgV;
  * know a command (kCLIUsageError). */
 HALVANE_EXPORT extern int gExitCode;
 
-HALVANE_EXPORT extern const char* gProgramName;     /* the part of gProgramPath after the last
-                                                       '/' */
+HALVANE_EXPORT extern const char* gProgramName;     /* after the last '/' of gProgramPath */
 HALVANE_EXPORT extern const char* gProgramPath;     /* argv[0]; "?" if there is none */
-HALVANE_EXPORT extern const char* gProgramLongName; /* set by the program for the version output,
-                                                       or null */
+HALVANE_EXPORT extern const char* gProgramLongName; /* for the version; the program may set it */
 
 /* The command or callback option that is running or ran last. A command without a handler counts
  * as running. After an inner command has run, this is the outer command. Null before the first
