@@ -13,6 +13,14 @@
 
 namespace halvane {
 
+class ErrorDomain;
+
+// What operator+ of ErrorDomain takes: two texts, one of which is a domain.
+template <typename T>
+concept ErrorDomainText = std::convertible_to<const T&, std::string_view>;
+template <typename A, typename B>
+concept ErrorDomainIsEither = std::same_as<A, ErrorDomain> || std::same_as<B, ErrorDomain>;
+
 // The name of a domain. A domain made by constant() allocates nothing, and neither do its copies.
 // The library makes all its errors this way, so that it can report a lack of memory while memory is
 // short. Any other domain owns its text, as std::string does.
@@ -55,11 +63,9 @@ class ErrorDomain {
         return a.view() <=> b.view();
     }
     // Returns the two texts joined. One of them may be of another type.
-    template <typename A, typename B>
-    requires((std::same_as<A, ErrorDomain> ||
-              std::same_as<B, ErrorDomain>)&&std::convertible_to<const A&, std::string_view>&&
-                 std::convertible_to<const B&, std::string_view>) friend std::string
-    operator+(const A& a, const B& b) {
+    template <ErrorDomainText A, ErrorDomainText B>
+    requires ErrorDomainIsEither<A, B>
+    friend std::string operator+(const A& a, const B& b) {
         return std::string(std::string_view(a)).append(std::string_view(b));
     }
     friend std::ostream& operator<<(std::ostream& stream, const ErrorDomain& domain) {
