@@ -5,11 +5,18 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace halvane {
 
 inline constexpr char kLowerHexDigits[] = "0123456789abcdef";
 inline constexpr char kUpperHexDigits[] = "0123456789ABCDEF";
+
+// Appends the two digits of an octet. `digits` is one of the tables above.
+inline void appendHexOctet(std::string& text, std::uint8_t octet, const char (&digits)[17]) {
+    text += digits[octet >> 4];
+    text += digits[octet & 0x0F];
+}
 
 // Greater than every digit of every base.
 inline constexpr std::uint8_t kNoDigit = 0xFF;

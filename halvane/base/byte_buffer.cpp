@@ -4,15 +4,6 @@
 
 namespace halvane {
 
-namespace {
-
-void appendHex(std::string& text, std::uint8_t byte) {
-    text += kLowerHexDigits[byte >> 4];
-    text += kLowerHexDigits[byte & 0x0F];
-}
-
-}  // namespace
-
 std::shared_ptr<const std::uint8_t[]> ByteBuffer::sharedCopyOf(
     std::span<const std::uint8_t> bytes) {
     auto copy = std::make_shared_for_overwrite<std::uint8_t[]>(bytes.size());
@@ -49,7 +40,7 @@ std::optional<ByteBuffer> ByteBuffer::fromHex(std::string_view text) {
 std::string ByteBuffer::hex() const {
     std::string text;
     text.reserve(size_ * 2);
-    for (std::uint8_t byte : bytes()) appendHex(text, byte);
+    for (std::uint8_t byte : bytes()) appendHexOctet(text, byte, kLowerHexDigits);
     return text;
 }
 
@@ -59,7 +50,7 @@ std::string ByteBuffer::description() const {
     std::size_t index = 0;
     for (std::uint8_t byte : bytes()) {
         if (index > 0 && index % 4 == 0) text += ' ';
-        appendHex(text, byte);
+        appendHexOctet(text, byte, kLowerHexDigits);
         ++index;
     }
     return text += '>';

@@ -44,8 +44,7 @@ bool isShowable(char32_t character) {
 void appendEscaped(std::string& text, std::string_view octets) {
     for (const char octet : octets) {
         text += "\\x";
-        text += kUpperHexDigits[static_cast<std::uint8_t>(octet) >> 4];
-        text += kUpperHexDigits[static_cast<std::uint8_t>(octet) & 0x0F];
+        appendHexOctet(text, static_cast<std::uint8_t>(octet), kUpperHexDigits);
     }
 }
 

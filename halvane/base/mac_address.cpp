@@ -37,8 +37,7 @@ std::string MacAddress::text() const {
     text.reserve(kSeparatedLength);
     for (const std::uint8_t octet : octets_) {
         if (!text.empty()) text += ':';
-        text += kLowerHexDigits[octet >> 4];
-        text += kLowerHexDigits[octet & 0x0F];
+        appendHexOctet(text, octet, kLowerHexDigits);
     }
     return text;
 }

@@ -14,11 +14,6 @@ namespace {
 
 constexpr std::size_t kBytesPerRow = 32;
 
-void appendUpperHex(std::string& text, std::uint8_t byte) {
-    text += kUpperHexDigits[byte >> 4];
-    text += kUpperHexDigits[byte & 0x0F];
-}
-
 }  // namespace
 
 std::string formattedMAC(const ByteBuffer& address) {
@@ -28,7 +23,7 @@ std::string formattedMAC(const ByteBuffer& address) {
         const auto byte = cursor.u8();
         if (!byte) break;
         if (i > 0) text += ':';
-        appendUpperHex(text, *byte);
+        appendHexOctet(text, *byte, kUpperHexDigits);
     }
     return text;
 }
@@ -48,7 +43,7 @@ std::string formattedHexData(const ByteBuffer& data) {
     std::size_t index = 0;
     for (std::uint8_t byte : data.bytes()) {
         if (index > 0 && index % kBytesPerRow == 0) text += '\n';
-        appendUpperHex(text, byte);
+        appendHexOctet(text, byte, kUpperHexDigits);
         text += ' ';
         ++index;
     }

@@ -21,10 +21,8 @@ std::string escaped(std::string_view value) {
         if (kPlain.find(character) != std::string_view::npos) {
             text += character;
         } else {
-            const auto byte = static_cast<unsigned char>(character);
             text += '%';
-            text += kLowerHexDigits[byte >> 4];
-            text += kLowerHexDigits[byte & 15];
+            appendHexOctet(text, static_cast<unsigned char>(character), kLowerHexDigits);
         }
     }
     return text;

@@ -63,10 +63,8 @@ std::string fileNameOf(std::string_view application) {
             name += c;
             continue;
         }
-        const auto byte = static_cast<unsigned char>(c);
         name += '%';
-        name += kUpperHexDigits[byte >> 4];
-        name += kUpperHexDigits[byte & 0xF];
+        appendHexOctet(name, static_cast<unsigned char>(c), kUpperHexDigits);
     }
     return name;
 }
