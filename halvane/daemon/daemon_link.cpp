@@ -160,14 +160,8 @@ DaemonReply DaemonLink::request(IPCMessage message, const DaemonDeadline& deadli
     }
 }
 
-DaemonLink::Numbered DaemonLink::number(Completion& done) {
-    const auto number = completions_->add(done);
-    try {
-        return std::make_shared<DaemonNumberedRequest>(completions_, number);
-    } catch (const std::bad_alloc&) {
-        done = completions_->take(number);
-        throw;
-    }
+DaemonLink::Numbered DaemonLink::number(Completion& done) const {
+    return std::make_shared<DaemonNumberedRequest>(completions_, done);
 }
 
 ServiceConnection::ReplyHandler DaemonLink::handlerFor(const Numbered& request) const {

@@ -77,7 +77,7 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     template <typename Send>
     bool post(Wish wish, Send send);
     using Numbered = std::shared_ptr<DaemonNumberedRequest>;
-    Numbered number(Completion& done);
+    Numbered number(Completion& done) const;
     ServiceConnection::ReplyHandler handlerFor(const Numbered& request) const;
 
     const HomeProcess home_;

@@ -124,9 +124,10 @@ class DaemonBlockedRequest {
 // The same for a function to call.
 class DaemonNumberedRequest {
   public:
+    // Throws std::bad_alloc, and has not taken the function then.
     DaemonNumberedRequest(std::shared_ptr<DaemonCompletions> completions,
-                          DaemonCompletions::Number number)
-        : completions_(std::move(completions)), number_(number) {}
+                          DaemonCompletions::Completion& completion)
+        : completions_(std::move(completions)), number_(completions_->add(completion)) {}
     DaemonNumberedRequest(const DaemonNumberedRequest&) = delete;
     DaemonNumberedRequest& operator=(const DaemonNumberedRequest&) = delete;
     ~DaemonNumberedRequest() {

@@ -9,23 +9,26 @@
 #include "halvane/daemon/back_off_internal.h"
 #include "halvane/daemon/daemon_pending_internal.h"
 
+#include "tests/support/scarce_memory.h"
+
 namespace {
 
 using namespace halvane;
 using namespace std::chrono_literals;
 using Kind = DaemonError::Kind;
+using halvane::testing::withEachAllocationFailing;
 using ::testing::ElementsAre;
 
 class DaemonPending : public ::testing::Test {
   protected:
-    DaemonCompletions::Number add(const std::string& name) {
-        DaemonCompletions::Completion completion = [this, name](const DaemonReply& reply) {
+    DaemonCompletions::Completion completion(const std::string& name) {
+        return [this, name](const DaemonReply& reply) {
             told_.push_back(name + (reply ? ": done" : std::string(": ") + reply.error().text()));
         };
-        return completions_->add(completion);
     }
     auto request(const std::string& name) {
-        return std::make_unique<DaemonNumberedRequest>(completions_, add(name));
+        auto done = completion(name);
+        return std::make_unique<DaemonNumberedRequest>(completions_, done);
     }
 
     const std::shared_ptr<DaemonCompletions> completions_ = std::make_shared<DaemonCompletions>();
@@ -47,6 +50,23 @@ TEST_F(DaemonPending, TellsOfAReplyThatWasDropped) {
 TEST_F(DaemonPending, TellsNothingOfAForgottenRequest) {
     request("first")->forget();
     EXPECT_THAT(told_, ElementsAre());
+}
+
+// What the client's end takes at the same time cannot be given back.
+TEST_F(DaemonPending, TakesNoFunctionWhereThereIsNoRoomForItsRequest) {
+    auto done = completion("first");
+    std::shared_ptr<DaemonNumberedRequest> request;
+    const auto failures = withEachAllocationFailing(
+        [&] { request = std::make_shared<DaemonNumberedRequest>(completions_, done); },
+        [&] {
+            EXPECT_TRUE(done);
+            completions_->finishAll();
+            EXPECT_THAT(told_, ElementsAre());
+        });
+    EXPECT_GE(failures, 2u);
+    EXPECT_FALSE(done);
+    request->finish(IPCMessage());
+    EXPECT_THAT(told_, ElementsAre("first: done"));
 }
 
 TEST_F(DaemonPending, LeavesWhatIsDroppedAtTheEndToTheEnd) {
