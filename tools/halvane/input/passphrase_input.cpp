@@ -13,7 +13,6 @@
 #include <termios.h>
 #include <unistd.h>
 #include <utility>
-#include <variant>
 
 #include "halvane/base/status.h"
 #include "halvane/model/bss_limits.h"
@@ -140,7 +139,7 @@ class SilentTerminal {
 };
 
 // What was typed, or the signal that came before the line was complete.
-using Answer = std::variant<Passphrase, int>;
+using Answer = Result<Passphrase, int>;
 
 Answer readLine(int terminal, const SignalWatch& signals) {
     Line line;
@@ -150,7 +149,7 @@ Answer readLine(int terminal, const SignalWatch& signals) {
             if (errno == EINTR) continue;
             return systemError(kTerminal);
         }
-        if (files[1].revents != 0) return signals.take();
+        if (files[1].revents != 0) return Unexpected(signals.take());
         const Line::State state = line.read(terminal);
         if (state == Line::State::Complete) return line.take();
         if (state == Line::State::Failed) return systemError(kTerminal);
@@ -173,8 +172,8 @@ Passphrase askOnTerminal() {
     if (!terminal) return systemError(kTerminal);
     for (;;) {
         const Answer answer = askOnce(terminal.number());
-        if (const auto* passphrase = std::get_if<Passphrase>(&answer)) return *passphrase;
-        ::raise(std::get<int>(answer));
+        if (answer) return *answer;
+        ::raise(answer.error());
     }
 }
 
