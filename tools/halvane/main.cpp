@@ -17,7 +17,7 @@ CLIOption gHelpOptions[] = {
     {.type = kCLIArgument,
      .longName = "COMMAND",
      .flags = kCLIOptionalValue,
-     .shortHelp = "explain this one instead of listing them all"},
+     .shortHelp = "explain this command instead of listing all"},
     {.type = kCLIEnd},
 };
 
@@ -27,7 +27,7 @@ const CLIOption kCommands[] = {
      .longName = "help",
      .flags = kCLINoValue | kCLINoNegation | kCLILocal,
      .callback = _CLIHelpOption,
-     .shortHelp = "print this help, or that of the command"},
+     .shortHelp = "print this help, or the help of the command"},
     {.type = kCLICallback,
      .longName = "version",
      .valuePtr = CLI_TEXT(HALVANE_VERSION),
@@ -40,71 +40,64 @@ const CLIOption kCommands[] = {
      .handler = handle<decodeCommand>,
      .subOptions = gDecodeOptions,
      .shortHelp = "print the BSS records of capture files",
-     .longHelp =
-         "Prints the BSS records of the beacons and probe responses in capture files (pcap or\n"
-         "pcapng; 802.11, radiotap, Prism, AVS or PPI). One record per BSSID, in order of first\n"
-         "sighting, later frames folded in. A summary of the frames read and skipped goes to\n"
-         "standard error."},
+     .longHelp = "Prints the BSS records of the beacons and probe responses in capture files\n"
+                 "(pcap or pcapng; 802.11, radiotap, Prism, AVS or PPI): one record per BSSID,\n"
+                 "in order of first sighting. Later frames update the record. A summary of the\n"
+                 "frames read and skipped goes to standard error."},
     {.type = kCLICommand,
      .longName = "channels",
      .handler = handle<channelsCommand>,
      .subOptions = gChannelsOptions,
      .shortHelp = "print channels and their frequencies",
-     .longHelp =
-         "Prints the channels of the 2.4 GHz and 5 GHz bands: number, centre frequency and\n"
-         "the channel that is the other half of its 40 MHz channel."},
+     .longHelp = "Prints the channels of the 2.4 GHz and 5 GHz bands: number, centre\n"
+                 "frequency, and the channel that is the other half of the 40 MHz channel."},
     {.type = kCLICommand,
      .longName = "skus",
      .handler = handle<skusCommand>,
      .subOptions = gSKUsOptions,
      .shortHelp = "print the regulatory regions",
-     .longHelp =
-         "Prints the SKUs, the regions that variants of a product are made for: short name,\n"
-         "number of countries and name."},
+     .longHelp = "Prints the SKUs, the regions for which variants of a product are made:\n"
+                 "short name, number of countries and name."},
     {.type = kCLICommand,
      .longName = "countries",
      .handler = handle<countriesCommand>,
      .subOptions = gCountriesOptions,
      .shortHelp = "print the countries of the regions",
-     .longHelp =
-         "Prints the countries of all SKUs, or of one: ISO name and number, the short name of\n"
-         "their SKU, and their own."},
+     .longHelp = "Prints the countries of all SKUs, or of one SKU: ISO name, ISO number, short\n"
+                 "name of the SKU, and name of the country."},
     {.type = kCLICommand,
      .longName = "country",
      .handler = handle<countryCommand>,
      .subOptions = gCountryOptions,
      .shortHelp = "print a country and its channels",
-     .longHelp =
-         "Prints a country and the channels that it allows, each with its frequency: whether\n"
-         "it is listed but disabled, is radar prone, and can be 40 MHz wide."},
+     .longHelp = "Prints a country and its channels. Each channel has its frequency, and flags\n"
+                 "that tell whether it is disabled, radar prone, and able to be 40 MHz wide."},
     {.type = kCLICommand,
      .longName = "pin",
      .handler = handle<pinCommand>,
      .subOptions = gPINOptions,
-     .shortHelp = "print a fresh WPS PIN, or check one",
-     .longHelp =
-         "Prints a random WPS device PIN: seven digits and the one that checks them.\n"
-         "With 'check N' prints no PIN but tells by the exit status whether the last digit\n"
-         "of the PIN N, of eight digits, is the one that checks the others."},
+     .shortHelp = "print a new WPS PIN, or check one",
+     .longHelp = "Prints a random WPS device PIN: seven random digits and their check digit.\n"
+                 "'check N' prints no PIN. It checks the last digit of the PIN N, and the exit\n"
+                 "status tells whether that digit is right."},
     {.type = kCLICommand,
      .longName = "psk",
      .handler = handle<pskCommand>,
      .subOptions = gPSKOptions,
      .shortHelp = "print the WPA pre-shared key of a passphrase",
-     .longHelp =
-         "Prints the pre-shared key of WPA and WPA2 that a passphrase makes for the SSID, as 64\n"
-         "hexadecimal digits. The passphrase is the first line of standard input; where that is\n"
-         "a terminal it is asked for and not shown. It has 8 to 63 characters of printable\n"
-         "ASCII, but not 32."},
+     .longHelp = "Prints the pre-shared key of WPA and WPA2 for a passphrase and the SSID, as\n"
+                 "64 hexadecimal digits. The passphrase is the first line of standard input.\n"
+                 "If that is a terminal, the command asks for it and does not show it. A\n"
+                 "passphrase has 8 to 63 characters of printable ASCII, but not exactly 32."},
     {.type = kCLICommand,
      .longName = "config",
      .handler = handle<configCommand>,
      .subOptions = gConfigOptions,
-     .shortHelp = "print the BSS configuration that options make",
-     .longHelp =
-         "Prints the configuration of a network as the daemon would be given it, passphrase\n"
-         "and key included. Without options it is an open network of all PHY modes. WORDS are\n"
-         "separated by commas, in any case; those of a group take the place of its defaults."},
+     .shortHelp = "print the BSS configuration that its options make",
+     .longHelp = "Prints the configuration of a network in the form that the daemon would\n"
+                 "receive, passphrase and key included. Without options it is an open network\n"
+                 "of all PHY modes. Commas separate WORDS, and their case does not matter. The\n"
+                 "words of a group replace its defaults."},
 };
 
 const CLIOption kLastCommands[] = {
@@ -112,7 +105,7 @@ const CLIOption kLastCommands[] = {
      .longName = "help",
      .handler = _CLIHelpCommand,
      .subOptions = gHelpOptions,
-     .shortHelp = "print this help, or that of a command"},
+     .shortHelp = "print this help, or the help of a command"},
     {.type = kCLIEnd},
 };
 

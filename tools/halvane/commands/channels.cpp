@@ -117,14 +117,14 @@ void print(const std::vector<Channel>& channels, Format format) {
 }  // namespace
 
 CLIOption gChannelsOptions[] = {
-    formatOption("json, plist: one document; jsonl: a line a channel."),
+    formatOption("json, plist: one document; jsonl: one line per channel."),
     {.type = kCLIArgument,
      .longName = "NUMBER|FREQUENCY...",
      .flags = kCLIOptionalValue,
-     .shortHelp = "only these: up to 255 a channel, above a frequency in MHz"},
+     .shortHelp = "up to 255 a channel, above it a frequency in MHz"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 done; 1 a channel is not known, or the output could not be written; 2 usage."},
+     .longHelp = "0 success; 1 a channel is unknown, or writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

@@ -31,9 +31,8 @@ CLIOption gConfigOptions[] = {
     formatOption("json, plist: one document; jsonl: one line; plist: the skeleton."),
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp =
-         "0 done; 1 the passphrase could not be read, it is too long, or no key is made of\n"
-         "it, or the output could not be written; 2 usage."},
+     .longHelp = "0 success; 1 the passphrase cannot be read, is too long, or makes no key, or\n"
+                 "writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

@@ -65,16 +65,17 @@ void print(const std::vector<HalvaneSKU>& skus, Format format) {
 }  // namespace
 
 CLIOption gCountriesOptions[] = {
-    formatOption("json, plist: one document; jsonl: a line a country; each with its channels."),
+    formatOption("json, plist: one document; jsonl: one line per country.\n"
+                 "All include the channels of each country."),
     {.type = kCLIString,
      .longName = "sku",
      .valuePtr = &gSKU,
      .argName = "NAME",
      .flags = kCLIBareName,
-     .shortHelp = "only those of this SKU, by its short or long name"},
+     .shortHelp = "only the countries of this SKU (short or long name)"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 done; 1 there is no such SKU, or the output could not be written; 2 usage."},
+     .longHelp = "0 success; 1 there is no such SKU, or writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

@@ -62,15 +62,15 @@ void print(const HalvaneCountry& country, Format format) {
 }  // namespace
 
 CLIOption gCountryOptions[] = {
-    formatOption("json, jsonl: its object, on several lines or on one; plist: its skeleton."),
+    formatOption("json: an object on several lines; jsonl: an object on one line;\n"
+                 "plist: the skeleton."),
     {.type = kCLIArgument,
      .longName = "NAME|ISO",
-     .shortHelp = "its name, or its ISO name or number (GB, 826)",
-     .longHelp = "A number below 0 stands behind the end of the options: halvane country -- -1."},
+     .shortHelp = "the name, the ISO name or the ISO number (GB, 826)",
+     .longHelp = "To pass a negative number, end the options: halvane country -- -1."},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp =
-         "0 done; 1 there is no such country, or the output could not be written; 2 usage."},
+     .longHelp = "0 success; 1 there is no such country, or writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

@@ -111,21 +111,22 @@ int act() {
 
 // --- Their options ---
 
-constexpr CLIOption kInterface = {
-    .type = kCLIArgument, .longName = "INTERFACE", .shortHelp = "its name: wlan0"};
+constexpr CLIOption kInterface = {.type = kCLIArgument,
+                                  .longName = "INTERFACE",
+                                  .shortHelp = "the name of the interface, such as wlan0"};
 
 constexpr CLIOption exitStatus(const char* text) {
     return {.type = kCLISection, .shortHelp = "EXIT STATUS", .longHelp = text};
 }
 
 constexpr CLIOption kActionExitStatus = exitStatus(
-    "0 the daemon has done it; 1 the daemon answered with a status other than 0,\n"
-    "there is no daemon, or it went away before it answered; 2 usage.");
+    "0 the daemon has done it; 1 there is no daemon, it refused, or it went away\n"
+    "before it replied; 2 usage error.");
 
 constexpr CLIOption kConfigExitStatus = exitStatus(
-    "0 the daemon has done it; 1 the daemon answered with a status other than 0,\n"
-    "there is no daemon, it went away before it answered, the passphrase cannot\n"
-    "be read, it is too long, or no key can be made of it; 2 usage.");
+    "0 the daemon has done it; 1 there is no daemon, it refused, or it went away\n"
+    "before it replied, or the passphrase cannot be read, is too long, or makes\n"
+    "no key; 2 usage error.");
 
 CLIOption gInterfaceOptions[][3] = {
     {kInterface, kActionExitStatus, {.type = kCLIEnd}},
@@ -136,7 +137,9 @@ CLIOption gInterfaceOptions[][3] = {
 
 CLIOption gRoleOptions[] = {
     kInterface,
-    {.type = kCLIArgument, .longName = "ROLE", .shortHelp = "a word of the daemon's: AP"},
+    {.type = kCLIArgument,
+     .longName = "ROLE",
+     .shortHelp = "a role that the daemon knows, such as AP"},
     kActionExitStatus,
     {.type = kCLIEnd},
 };
@@ -153,16 +156,16 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<act<kAdd>>,
      .subOptions = gAddOptions,
      .shortHelp = "add a BSS configuration to an interface",
-     .longHelp = "Asks the Wi-Fi daemon to add the configuration that the options make, which\n"
-                 "'halvane config' prints, to those of an interface."},
+     .longHelp = "Asks the Wi-Fi daemon to add a configuration to those of an interface. The\n"
+                 "options make the configuration; 'halvane config' prints it."},
     {.type = kCLICommand,
      .longName = kRemove.name,
      .handler = handle<act<kRemove>>,
      .subOptions = gRemoveOptions,
      .shortHelp = "remove a BSS configuration from an interface",
      .longHelp = "Asks the Wi-Fi daemon to remove a configuration from those of an interface.\n"
-                 "The daemon gets the whole configuration that the options make, and decides\n"
-                 "which of its own matches. For 'halvaned-sim' the SSID is enough."},
+                 "The daemon receives the whole configuration that the options make, and\n"
+                 "decides which of its own matches. 'halvaned-sim' compares the SSID alone."},
     {.type = kCLICommand,
      .longName = kEnable.name,
      .handler = handle<act<kEnable>>,
@@ -186,7 +189,7 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<act<kStart>>,
      .subOptions = gInterfaceOptions[2],
      .shortHelp = "start the network of an interface",
-     .longHelp = "Asks the Wi-Fi daemon to start the network that an interface is configured for."},
+     .longHelp = "Asks the Wi-Fi daemon to start the network configured for an interface."},
     {.type = kCLICommand,
      .longName = kStop.name,
      .handler = handle<act<kStop>>,

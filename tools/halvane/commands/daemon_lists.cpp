@@ -194,39 +194,39 @@ constexpr CLIOption kExitStatus = {
     .type = kCLISection,
     .shortHelp = "EXIT STATUS",
     .longHelp =
-        "0 done; 1 there is no daemon, it answered with a status other than 0 or with\n"
-        "what cannot be read, it went away before it answered, or writing fails;\n"
-        "2 usage."};
+        "0 success; 1 there is no daemon, it refused, it went away before it replied,\n"
+        "its reply cannot be read, or writing failed; 2 usage error."};
 
 CLIOption gListOptions[][3] = {
-    {formatOption("json, plist: one document; jsonl: a line a device."),
+    {formatOption("json, plist: one document; jsonl: one line per device."),
      kExitStatus,
      {.type = kCLIEnd}},
-    {formatOption(
-         "json, plist: one document; jsonl: a line an interface; each with its device and\n"
-         "its channels."),
+    {formatOption("json, plist: one document; jsonl: one line per interface. All include\n"
+                  "the device and the channels of each interface."),
      kExitStatus,
      {.type = kCLIEnd}},
-    {formatOption("json, plist: one document; jsonl: a line a client; each with its BSS record."),
+    {formatOption("json, plist: one document; jsonl: one line per client. All include the\n"
+                  "BSS record of each client."),
      kExitStatus,
      {.type = kCLIEnd}},
 };
 
 CLIOption gChannelListOptions[] = {
-    formatOption("json, plist: one document; jsonl: a line a channel."),
-    {.type = kCLIArgument, .longName = "INTERFACE", .shortHelp = "its name: wlan0"},
+    formatOption("json, plist: one document; jsonl: one line per channel."),
+    {.type = kCLIArgument,
+     .longName = "INTERFACE",
+     .shortHelp = "the name of the interface, such as wlan0"},
     kExitStatus,
     {.type = kCLIEnd},
 };
 
 CLIOption gConfigsOptions[] = {
-    formatOption(
-        "json, plist: one document; jsonl: a line a configuration; each with its passphrase\n"
-        "and key."),
+    formatOption("json, plist: one document; jsonl: one line per configuration. All\n"
+                 "include passphrases and keys."),
     {.type = kCLIArgument,
      .longName = "INTERFACE",
      .flags = kCLIOptionalValue,
-     .shortHelp = "only those of this one"},
+     .shortHelp = "only those of this interface"},
     kExitStatus,
     {.type = kCLIEnd},
 };
@@ -237,40 +237,37 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<printList<kDevices>>,
      .subOptions = gListOptions[0],
      .shortHelp = "print the daemon's Wi-Fi devices",
-     .longHelp = "Prints the devices that the Wi-Fi daemon has: number, radio chains, address."},
+     .longHelp = "Prints the Wi-Fi daemon's devices: number, radio chains, address."},
     {.type = kCLICommand,
      .longName = kInterfaces.name,
      .handler = handle<printList<kInterfaces>>,
      .subOptions = gListOptions[1],
      .shortHelp = "print the daemon's interfaces",
-     .longHelp =
-         "Prints the network interfaces that the Wi-Fi daemon has: name, role, subsystem, count\n"
-         "of channels, address."},
+     .longHelp = "Prints the Wi-Fi daemon's network interfaces: name, role, subsystem, number\n"
+                 "of channels, address."},
     {.type = kCLICommand,
      .longName = kChannelList.name,
      .handler = handle<printList<kChannelList>>,
      .subOptions = gChannelListOptions,
      .shortHelp = "print the channels of an interface",
-     .longHelp =
-         "Prints the channels that the Wi-Fi daemon has for an interface, with the flags that\n"
-         "'halvane country' tells."},
+     .longHelp = "Prints the Wi-Fi daemon's channels of an interface, with the same flags as\n"
+                 "'halvane country'."},
     {.type = kCLICommand,
      .longName = kConfigs.name,
      .handler = handle<printList<kConfigs>>,
      .subOptions = gConfigsOptions,
      .shortHelp = "print the daemon's BSS configurations",
-     .longHelp =
-         "Prints the configurations of networks that the Wi-Fi daemon holds, of all interfaces\n"
-         "or of one: preferred order, channel, security, SSID."},
+     .longHelp = "Prints the Wi-Fi daemon's configurations of networks, of all interfaces or\n"
+                 "of one: preferred order, channel, security, SSID."},
     {.type = kCLICommand,
      .longName = kClients.name,
      .handler = handle<printList<kClients>>,
      .subOptions = gListOptions[2],
      .shortHelp = "print the stations of hosted networks",
-     .longHelp =
-         "Prints the stations that the Wi-Fi daemon knows, of all interfaces: address, whether it\n"
-         "is associated, its signal in dBm, when it joined and left in seconds of the daemon's\n"
-         "up-time, and the reason code of its last deauthentication."},
+     .longHelp = "Prints the stations that the Wi-Fi daemon knows, of all interfaces: address,\n"
+                 "whether the station is associated, its signal in dBm, when it joined and\n"
+                 "left in seconds of the daemon's up-time, and the reason code of its last\n"
+                 "deauthentication."},
 };
 
 }  // namespace

@@ -99,12 +99,11 @@ CLIOption gOptions[] = {
     {.type = kCLIArgument,
      .longName = "show | set CATEGORY=CONTROL...",
      .flags = kCLIOptionalValue,
-     .shortHelp = "print the settings (default), or change these"},
+     .shortHelp = "print (default) or set"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 done; 1 there is no daemon, it went away before it answered, it answered\n"
-                 "with a status other than 0, it does not tell its settings ('show'), or\n"
-                 "writing fails; 2 usage."},
+     .longHelp = "0 success; 1 there is no daemon, it refused, it went away before it replied,\n"
+                 "its reply holds no settings ('show'), or writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 
@@ -114,10 +113,10 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<run>,
      .subOptions = gOptions,
      .shortHelp = "print or set the daemon's logging",
-     .longHelp =
-         "Prints the Wi-Fi daemon's logging settings in its own words, or gives its categories\n"
-         "control strings: WiFi, WiFiBPF, WiFiEAPOL, WiFiIE, WiFiIO80211, WiFiJoin, WiFiScan,\n"
-         "WiFiWPS, WiFiXPC. One that is not named stays as it is."},
+     .longHelp = "Prints the Wi-Fi daemon's logging settings in its own words, or sends it\n"
+                 "control strings for its categories: WiFi, WiFiBPF, WiFiEAPOL, WiFiIE,\n"
+                 "WiFiIO80211, WiFiJoin, WiFiScan, WiFiWPS, WiFiXPC. The other categories stay\n"
+                 "as they are."},
 };
 
 }  // namespace

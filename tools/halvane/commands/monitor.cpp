@@ -132,14 +132,13 @@ int run() {
 }
 
 CLIOption gOptions[] = {
-    formatOption("text: event, address and interface; jsonl: an object a line.",
+    formatOption("text: event, address and interface; jsonl: one object per line.",
                  "text (default) or jsonl"),
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp =
-         "0 ended by SIGINT (Control-C) or SIGTERM once it has asked; 1 there is no daemon when "
-         "it\n"
-         "starts, the daemon answered with a status other than 0, or writing fails; 2 usage."},
+     .longHelp = "0 ended by SIGINT (Control-C) or SIGTERM after it has said that it asked;\n"
+                 "1 there is no daemon at the start, the daemon refused, or writing failed;\n"
+                 "2 usage error."},
     {.type = kCLIEnd},
 };
 
@@ -149,10 +148,10 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<run>,
      .subOptions = gOptions,
      .shortHelp = "print stations that come and go",
-     .longHelp = "Asks the Wi-Fi daemon for notifications and prints each as it comes:\n"
-                 "stations that join, are authorized, are kicked, or leave. Says on standard\n"
-                 "error once it has asked. Where the daemon or the bus goes away, it says so,\n"
-                 "waits, and asks anew."},
+     .longHelp = "Asks the Wi-Fi daemon for notifications and prints each as it arrives:\n"
+                 "stations that join, are authorized, are kicked, or leave. When the daemon\n"
+                 "has agreed, the command says so on standard error. If the daemon or the bus\n"
+                 "goes away, the command says so, waits, and asks again."},
 };
 
 }  // namespace

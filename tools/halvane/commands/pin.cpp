@@ -34,11 +34,11 @@ CLIOption gPINOptions[] = {
     {.type = kCLIArgument,
      .longName = "check N",
      .flags = kCLIOptionalValue,
-     .shortHelp = "check the PIN N, of 8 digits, instead"},
+     .shortHelp = "check N, a PIN of 8 digits, instead"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 done, or the check digit is right; 1 it is wrong, or the output could not be\n"
-                 "written; 2 usage."},
+     .longHelp = "0 success, or the check digit is right; 1 the check digit is wrong, or\n"
+                 "writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

@@ -56,8 +56,8 @@ CLIOption gPSKOptions[] = {
     {.type = kCLIArgument, .longName = "SSID", .shortHelp = "the network's name, 1 to 32 octets"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 done; 1 the passphrase could not be read, no key is made of it, or the output\n"
-                 "could not be written; 2 usage."},
+     .longHelp = "0 success; 1 the passphrase cannot be read or makes no key, or writing\n"
+                 "failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

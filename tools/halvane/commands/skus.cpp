@@ -32,12 +32,11 @@ void print(const std::vector<HalvaneSKU>& skus, Format format) {
 }  // namespace
 
 CLIOption gSKUsOptions[] = {
-    formatOption(
-        "json, plist: one document; jsonl: a line a SKU; each with the countries and their\n"
-        "channels."),
+    formatOption("json, plist: one document; jsonl: one line per SKU. All include the\n"
+                 "countries of each SKU and their channels."),
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 done; 1 the output could not be written; 2 usage."},
+     .longHelp = "0 success; 1 writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

@@ -29,12 +29,12 @@ Typed gTyped;
 }  // namespace
 
 CLIOption gDecodeOptions[] = {
-    formatOption("json: one document; jsonl: a line a record; plist: the records' skeletons."),
+    formatOption("json: one document; jsonl: one line per record; plist: skeletons."),
     {.type = kCLIBoolean,
      .longName = "per-frame",
      .valuePtr = &gTyped.perFrame,
      .flags = kCLINoValue,
-     .shortHelp = "one record per frame, not folded"},
+     .shortHelp = "one record per frame, without folding"},
     {.type = kCLIString,
      .longName = "bssid",
      .valuePtr = &gTyped.bssid,
@@ -57,14 +57,14 @@ CLIOption gDecodeOptions[] = {
      .valuePtr = &gTyped.capabilities,
      .argName = "FIELD",
      .flags = kCLIBareName,
-     .shortHelp = "with --hex: the capability information field (default 0)"},
+     .shortHelp = "with --hex: the capability field (default 0)"},
     {.type = kCLIArgument,
      .longName = "FILE...",
      .shortHelp = "pcap or pcapng; '-' is standard input"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 done; 1 a file or a frame could not be read to its end, or the output not be\n"
-                 "written; 2 usage."},
+     .longHelp = "0 success; 1 a file or a frame is damaged or cannot be read, or writing\n"
+                 "failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 
