@@ -46,10 +46,10 @@ struct WireEvent {
     std::string summary() const;
 };
 
-// Used by one thread. What has no answer is waited for without end.
+// Used by one thread. A call waits for its reply without limit.
 class BusCaller {
   public:
-    // Connects to the bus, and listens to events of whatever sender.
+    // Connects to the bus, and listens to events from any sender.
     explicit BusCaller(const std::string& address);
     BusCaller(const BusCaller&) = delete;
     BusCaller& operator=(const BusCaller&) = delete;
@@ -58,22 +58,24 @@ class BusCaller {
 
     WireReply request(const WireMessage& message);
 
-    // The same without waiting: the reply is found at the result once it has come.
+    // The same without waiting: the result points to the reply once it has arrived.
     std::shared_ptr<WireReply> requestLater(const WireMessage& message);
     void waitFor(const WireReply& later);  // until it has a message, a sender or an error
 
-    // Any method without arguments but a text, with a text or nothing as its result.
+    // Calls any method whose only argument, if any, is a text, and whose result is a text or
+    // nothing.
     std::string call(const char* destination, const char* path, const char* interface,
                      const char* member, const std::string& text = {});
 
-    // A control line; throws std::runtime_error with the message where it is refused.
+    // Sends a control line. Throws std::runtime_error with the message if it is refused.
     std::string control(const std::string& line);
 
-    // The next event, waited for.
+    // Waits for the next event.
     WireEvent nextEvent();
-    // Their summaries; `count` are waited for.
+    // Waits for `count` events, and returns their summaries.
     std::vector<std::string> nextEvents(std::size_t count);
-    // Those that have come: all that were sent before the answer to the last request or line.
+    // The events that have arrived: all that were sent before the reply to the last request or
+    // line.
     std::vector<std::string> eventsSoFar();
 
     // The process that is connected under a name.

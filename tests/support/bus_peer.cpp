@@ -36,7 +36,7 @@ BusPointer connect(const std::string& address) {
     return owner;
 }
 
-// The object of a service has its name with slashes for dots as its path.
+// The path of a service's object is the service's name with slashes for dots.
 std::string pathOf(const std::string& service) {
     std::string path = "/" + service;
     std::ranges::replace(path, '.', '/');
@@ -248,7 +248,7 @@ std::size_t BusPeer::countConnections() {
     return count;
 }
 
-// What the task throws is thrown to the caller.
+// An exception of the task reaches the caller.
 void BusPeer::perform(const Task& task) {
     CountingSemaphore done(0);
     std::exception_ptr failure;

@@ -1,5 +1,5 @@
-// Somebody else on the bus, as a script: a service that answers requests and sends events, or one
-// who pretends to be it.
+// A scripted peer on the bus: a service that replies to requests and sends events, or an impostor
+// of that service.
 #ifndef TESTS_SUPPORT_BUS_PEER_H
 #define TESTS_SUPPORT_BUS_PEER_H
 
@@ -34,7 +34,7 @@ inline IPCMessage ipcMessage(std::initializer_list<PropertyListDictionary::Entry
     return IPCMessage(std::move(dictionary));
 }
 
-// A request as it came over the wire, read by other code than the library's.
+// A request as it arrived on the wire, read by code other than the library's.
 struct ReceivedRequest {
     struct Entry {
         std::string key;
@@ -59,7 +59,7 @@ struct ReceivedRequest {
     std::string keysAndTypes() const;
 };
 
-// What a request is answered with, beside a message, whose values are of the four types.
+// Replies to a request other than a message whose values have the four types.
 struct PeerError {
     std::string name;  // "org.example.Error.Busy"
     std::string text;
@@ -69,30 +69,30 @@ struct PeerLeaves {};   // nothing: the peer loses its connection, as a process 
 using PeerBody = std::function<void(sd_bus_message* message)>;  // appends any body
 using PeerAnswer = std::variant<IPCMessage, PeerError, PeerSilence, PeerLeaves, PeerBody>;
 
-// Runs on a thread of its own. Its calls are made by one thread, the test's; each returns when it
-// has been done.
+// The peer runs on its own thread. Only the test's thread calls its functions; each returns when
+// its work is done.
 class BusPeer {
   public:
     using Script = std::function<PeerAnswer(const ReceivedRequest& request)>;
 
-    // Connects to the bus, and owns `name` there; none where it is empty. Until another answer is
-    // given, requests are answered with {"status": 0}.
+    // Connects to the bus, and owns `name` there, unless `name` is empty. The peer replies to
+    // requests with {"status": 0} until a test sets another reply.
     explicit BusPeer(const PrivateBus& bus, const std::string& name = kDaemonServiceName);
     BusPeer(const BusPeer&) = delete;
     BusPeer& operator=(const BusPeer&) = delete;
 
-    // Leaves the bus, as disconnect().
+    // Leaves the bus, like disconnect().
     ~BusPeer();
 
     // The bus's own name for the peer: ":1.7".
     const std::string& uniqueName() const { return uniqueName_; }
 
-    // How later requests are answered: all alike, or by a function, which is called on the thread
-    // of the peer.
+    // Sets the reply to later requests: one reply for all, or a function, which the peer calls on
+    // its thread.
     void answer(PeerAnswer answer);
     void answerBy(Script script);
 
-    // Answers all that PeerSilence has left, in order.
+    // Replies, in order, to all requests that PeerSilence left without a reply.
     void answerHeld(const PeerAnswer& answer);
 
     // The requests so far.
@@ -101,8 +101,8 @@ class BusPeer {
     // Waits for the request number `index`, counted from 0.
     ReceivedRequest waitForRequest(std::size_t index = 0);
 
-    // Sends the signal that is an event of the service `name`, to `destination`; to all who listen
-    // where that is empty.
+    // Sends the signal that is an event of the service `name` to `destination`, or to all listeners
+    // if that is empty.
     void sendEvent(const IPCMessage& event, const std::string& destination,
                    const std::string& name = kDaemonServiceName);
     void sendEventBody(const PeerBody& body, const std::string& destination,
@@ -115,14 +115,14 @@ class BusPeer {
     };
     void sendSignal(const Signal& signal, const PeerBody& body);
 
-    // Gives the name up, or takes it, in place of who has it, and lets others take it.
+    // Gives up the name; or takes it, replaces its owner, and lets others take it.
     void releaseName(const std::string& name = kDaemonServiceName);
     void ownName(const std::string& name = kDaemonServiceName);
 
-    // Loses the connection at once. What was sent has been written before.
+    // Loses the connection at once, after writing what was sent.
     void disconnect();
 
-    // Waits until the bus has put the peer out.
+    // Waits until the bus has disconnected the peer.
     void waitUntilDisconnected();
 
     // How many connections the bus has, this one included.

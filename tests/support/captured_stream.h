@@ -1,4 +1,4 @@
-// Takes what goes to a standard stream of this process into a file, until it goes out of scope.
+// Redirects a standard stream of this process into a file until the object goes out of scope.
 #ifndef TESTS_SUPPORT_CAPTURED_STREAM_H
 #define TESTS_SUPPORT_CAPTURED_STREAM_H
 
@@ -28,7 +28,7 @@ class CapturedStream {
         std::fclose(file_);
     }
 
-    // All that was written so far.
+    // Everything written so far.
     std::string text() const {
         std::fflush(stream_);
         std::string text;

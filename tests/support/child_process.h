@@ -1,4 +1,4 @@
-// A child that fork() makes of the test program: it has one thread, whatever the program has.
+// A child that fork() makes of the test program. It has one thread, however many the program has.
 #ifndef TESTS_SUPPORT_CHILD_PROCESS_H
 #define TESTS_SUPPORT_CHILD_PROCESS_H
 
@@ -10,7 +10,7 @@
 
 namespace halvane::testing {
 
-// Runs `run` in a child, and ends that without anything else: with 0 where it answers true.
+// Runs `run` in a child, and then ends the child at once: with status 0 if `run` returns true.
 template <typename Run>
 pid_t startChild(Run run) {
     const pid_t child = ::fork();
@@ -20,7 +20,7 @@ pid_t startChild(Run run) {
     ::_exit(run() ? 0 : 1);
 }
 
-// Whether `run` answers true in a child.
+// Whether `run` returns true in a child.
 template <typename Run>
 bool isTrueInChild(Run run) {
     const pid_t child = startChild(run);

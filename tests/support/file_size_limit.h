@@ -1,4 +1,5 @@
-// A limit of the size of files, as `ulimit -f` sets it: for a child process, which it stays with.
+// A limit on file sizes, as `ulimit -f` sets it. It is for a child process, because it cannot be
+// undone.
 #ifndef TESTS_SUPPORT_FILE_SIZE_LIMIT_H
 #define TESTS_SUPPORT_FILE_SIZE_LIMIT_H
 
@@ -7,13 +8,13 @@
 
 namespace halvane::testing {
 
-// A write beyond that many bytes raises SIGXFSZ from here on, which ends the process.
+// From now on a write beyond that many bytes raises SIGXFSZ, which ends the process.
 inline bool limitFileSize(rlim_t bytes) {
     const rlimit limit{bytes, bytes};
     return ::signal(SIGXFSZ, SIG_DFL) != SIG_ERR && ::setrlimit(RLIMIT_FSIZE, &limit) == 0;
 }
 
-// Whether that signal would still end the process, and does not wait to do so.
+// Whether that signal would still end the process, and is not pending.
 inline bool isFileSizeSignalUntouched() {
     sigset_t pending;
     sigset_t blocked;

@@ -1,5 +1,5 @@
-// Looks for secrets in memory that is given back. A program that links freed_memory.cpp has its
-// global allocation functions replaced.
+// Looks for secrets in freed memory. A program that links freed_memory.cpp has its global
+// allocation functions replaced.
 #ifndef TESTS_SUPPORT_FREED_MEMORY_H
 #define TESTS_SUPPORT_FREED_MEMORY_H
 
@@ -8,8 +8,9 @@
 
 namespace halvane::testing {
 
-// Counts the blocks of operator new that hold the secret when they are deleted. Of the thread that
-// makes it, one at a time. The secret must outlive it, and stand in no such block itself.
+// Counts the blocks of operator new that hold the secret when they are deleted. It watches the
+// thread that makes it; one may live at a time. The secret must outlive it, and must not lie in
+// such a block itself.
 class FreedMemoryWatch {
   public:
     explicit FreedMemoryWatch(std::string_view secret);

@@ -1,4 +1,4 @@
-// Texts held as files. To write them anew: HALVANE_UPDATE_GOLDEN=1 in the environment.
+// Expected texts in files. HALVANE_UPDATE_GOLDEN=1 in the environment updates the files.
 #ifndef TESTS_SUPPORT_GOLDEN_FILE_H
 #define TESTS_SUPPORT_GOLDEN_FILE_H
 

@@ -1,5 +1,5 @@
-// Bytes that end where a page begins that nobody may touch: one byte read or written past them ends
-// the test program, in every build and in every library.
+// Bytes that end right before an inaccessible page. Reading or writing one byte past them ends the
+// test program, in every build and in every library.
 #ifndef TESTS_SUPPORT_GUARDED_BYTES_H
 #define TESTS_SUPPORT_GUARDED_BYTES_H
 

@@ -1,5 +1,5 @@
-// Every truncation and every length lie of a sample, on exactly sized heap copies, so that the
-// address sanitizer sees a read of one byte too many.
+// Every truncation of a sample, and every false value of its length fields, in exactly sized heap
+// copies. The address sanitizer therefore detects a read of one byte too many.
 #ifndef TESTS_SUPPORT_HOSTILE_BYTES_H
 #define TESTS_SUPPORT_HOSTILE_BYTES_H
 
@@ -18,7 +18,7 @@ namespace halvane::testing {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// A buffer whose memory starts and ends at a heap block's edges, however short it is.
+// A buffer that fills its heap block exactly, however short it is.
 inline ByteBuffer exactHeapCopy(std::span<const std::uint8_t> bytes) {
     std::shared_ptr<std::uint8_t[]> block(new std::uint8_t[bytes.size()]);
     std::ranges::copy(bytes, block.get());
@@ -45,8 +45,8 @@ void forEachValueAt(const Bytes& sample, std::span<const std::size_t> offsets, D
     }
 }
 
-// Every prefix of `sample`, and every value of its length fields, which stand at `lengthOffsets`
-// (each byte of a wider field is an offset of its own).
+// Calls `decode` with every prefix of `sample`, and with every value of its length fields. These
+// stand at `lengthOffsets`; each byte of a wider field has its own offset.
 template <typename Decode>
 void forEachHostileForm(const Bytes& sample, std::initializer_list<std::size_t> lengthOffsets,
                         Decode decode) {

@@ -1,4 +1,4 @@
-// The document tree of a record, made from the same tables by another library.
+// The document tree of a record. Another library makes it from the same tables.
 #ifndef TESTS_SUPPORT_JSON_TREE_H
 #define TESTS_SUPPORT_JSON_TREE_H
 

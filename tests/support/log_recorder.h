@@ -1,4 +1,4 @@
-// An output "callback" that keeps what it is given.
+// An output "callback" that records its messages.
 #ifndef TESTS_SUPPORT_LOG_RECORDER_H
 #define TESTS_SUPPORT_LOG_RECORDER_H
 
@@ -12,7 +12,7 @@
 
 namespace halvane::testing {
 
-// Keeps each piece that an output "callback" is handed.
+// Records each piece that the output "callback" receives.
 class LogRecorder {
   public:
     // As the value of an "output" setting.
@@ -29,7 +29,7 @@ class LogRecorder {
         return all;
     }
 
-    // The text so far, which is forgotten.
+    // Returns the text so far, and clears it.
     std::string take() {
         const std::string all = text();
         pieces.clear();

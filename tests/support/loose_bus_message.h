@@ -1,4 +1,4 @@
-// Messages of D-Bus that are on no bus: written, sealed, and read again.
+// D-Bus messages without a bus: written, sealed, and read again.
 #ifndef TESTS_SUPPORT_LOOSE_BUS_MESSAGE_H
 #define TESTS_SUPPORT_LOOSE_BUS_MESSAGE_H
 
@@ -14,7 +14,7 @@ namespace halvane::testing {
 
 class LooseBusMessage {
   public:
-    // A message can only be made on a connection; here nobody is at the other end.
+    // Only a connection can make a message; this one has no peer.
     LooseBusMessage() {
         sd_bus* bus = nullptr;
         std::array<int, 2> ends{};

@@ -1,4 +1,4 @@
-// Somebody else: a thread whose user and group are not those of the test.
+// Another user: a thread whose user and group are not those of the test.
 #ifndef TESTS_SUPPORT_OTHER_USER_H
 #define TESTS_SUPPORT_OTHER_USER_H
 
@@ -10,20 +10,20 @@
 
 namespace halvane::testing {
 
-// Runs `work` as `user`, whose only group is `group`. False, and nothing is run, where the test may
-// not do that; root may, as a rule.
+// Runs `work` as `user`, whose only group is `group`. Returns false without running it if the test
+// may not do so. Root usually may.
 template <typename Work>
 bool runAs(uid_t user, gid_t group, Work work) {
     bool isOther = false;
     std::thread thread([&] {
-        // The calls of the C library would change all threads.
+        // The functions of the C library would change all threads.
         isOther = ::syscall(SYS_setgroups, 0, nullptr) == 0 &&
                   ::syscall(SYS_setresgid, group, group, group) == 0 &&
                   ::syscall(SYS_setresuid, user, user, user) == 0;
         if (isOther) work();
     });
     thread.join();
-    ::prctl(PR_SET_DUMPABLE, 1);  // a debugger, and who looks for leaks, can attach again
+    ::prctl(PR_SET_DUMPABLE, 1);  // debuggers and leak checkers can attach again
     return isOther;
 }
 

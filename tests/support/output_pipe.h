@@ -27,11 +27,12 @@ class OutputPipe {
 
     void closeReader() { close(ends_[0]); }
 
-    // The stream ends with the programs that write to it once the test itself does not.
+    // Closes the test's own end for writing. The stream then ends with the programs that write to
+    // it.
     void closeWriter() { close(ends_[1]); }
 
-    // The next line, waited for, with its newline; what is left, and then nothing, where the stream
-    // has ended.
+    // Waits for the next line, and returns it with its newline. At the end of the stream it returns
+    // the rest, and then nothing.
     std::string readLine() const {
         std::string line;
         char byte = 0;

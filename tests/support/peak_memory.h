@@ -1,4 +1,4 @@
-// How much memory is in use at most. For programs that link replaced_new.cpp.
+// The peak of memory in use. For programs that link replaced_new.cpp.
 #ifndef TESTS_SUPPORT_PEAK_MEMORY_H
 #define TESTS_SUPPORT_PEAK_MEMORY_H
 
@@ -10,8 +10,8 @@
 
 namespace halvane::testing {
 
-// Of this thread's operator new, from its beginning on; what was there before does not count. One
-// at a time.
+// Counts this thread's operator new from the object's construction on. Earlier memory does not
+// count. One may live at a time.
 class PeakMemory {
   public:
     PeakMemory() {

@@ -14,7 +14,7 @@ namespace halvane::testing {
 
 namespace {
 
-// Runs in the child: calls only what is safe between fork and exec.
+// Runs in the child, so it calls only functions that are safe between fork and exec.
 [[noreturn]] void becomeBus(const char* configuration, int addressPipe) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test that crashes leaves no bus behind
     sigset_t none;
@@ -28,7 +28,7 @@ namespace {
     ::_exit(127);
 }
 
-// The first line that comes out of `descriptor`; what there is where it ends before.
+// The first line from `descriptor`, or the rest if that ends before a newline.
 std::string readLine(int descriptor) {
     std::string line;
     char byte = 0;
@@ -75,8 +75,8 @@ void PrivateBus::restart() {
     start(configuration_);
 }
 
-// Of an abstract socket, for one with a path has no room for a long TMPDIR. The folder's name makes
-// its name the test's own.
+// The address of an abstract socket, because one with a path has no room for a long TMPDIR. The
+// folder's name makes the address unique.
 std::string PrivateBus::listenAddress() const {
     return "unix:abstract=" + folder_.path().filename().string() + "-" + std::to_string(::getpid());
 }
@@ -110,7 +110,7 @@ void PrivateBus::start(const std::string& configuration) {
     if (process_ == 0) becomeBus(configuration.c_str(), ends[1]);
     ::close(ends[1]);
     address_ = process_ > 0 ? readLine(ends[0]) : "";
-    // Without the part that names this one process: a bus that is restarted is found by the rest.
+    // Without the part that names this process: clients find a restarted bus by the rest.
     address_ = address_.substr(0, address_.find(",guid="));
     ::close(ends[0]);
     if (address_.empty()) {

@@ -1,4 +1,4 @@
-// A message bus of the test's own: a real dbus-daemon that nobody else knows.
+// A private message bus for the test: a real dbus-daemon that nobody else knows.
 #ifndef TESTS_SUPPORT_PRIVATE_BUS_H
 #define TESTS_SUPPORT_PRIVATE_BUS_H
 
@@ -12,27 +12,27 @@
 
 namespace halvane::testing {
 
-// While one is there it is the system's bus for this process: DBUS_SYSTEM_BUS_ADDRESS names it.
+// While it lives, it is the system bus of this process: DBUS_SYSTEM_BUS_ADDRESS names it.
 // REQUIRES: as for ScopedEnvironment, when it is made and when it is destroyed.
 class PrivateBus {
   public:
     struct Options {
-        // By the names that dbus-daemon's configuration has for them: {"max_message_size", 1 <<
+        // Limits, by their names in the configuration of dbus-daemon: {"max_message_size", 1 <<
         // 20}.
         std::map<std::string, long> limits = {};
 
-        // A service that the bus would start if it were asked to, with a program that fails.
+        // A service that the bus would start on request, with a program that fails.
         std::string activatableService = {};
 
         // A file of further policy.
         std::string policyFile = {};
 
-        // Whether nobody may do anything but what that file allows, as on a system's bus; else
-        // anybody may do anything but what it denies.
+        // If true, the bus allows only what that file allows, like a system bus. Otherwise it
+        // allows all but what the file denies.
         bool isStrict = false;
     };
 
-    // Returns once the bus takes connections. Throws std::runtime_error where it does not start.
+    // Returns when the bus accepts connections. Throws std::runtime_error if it does not start.
     PrivateBus();
     explicit PrivateBus(const Options& options);
     PrivateBus(const PrivateBus&) = delete;
@@ -41,10 +41,10 @@ class PrivateBus {
 
     const std::string& address() const { return address_; }
 
-    // Ends the bus at once, as a crash would. Its socket takes nobody any more.
+    // Ends the bus at once, as a crash would. Its socket accepts no more connections.
     void kill();
 
-    // Begins anew after kill(), at the same address; returns as the constructor does. Its
+    // Starts again after kill(), at the same address, and returns like the constructor. The earlier
     // connections are gone.
     void restart();
 

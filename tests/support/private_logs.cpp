@@ -1,5 +1,5 @@
-// Linked into every test program with the library in it: what the Wi-Fi categories log goes to
-// standard error, and not to the log file of the machine.
+// Linked into every test program that contains the library. It sends the messages of the Wi-Fi
+// categories to standard error, not to the log file of the machine.
 #include "tests/support/private_logs.h"
 
 #include <utility>

@@ -1,4 +1,4 @@
-// Where the library's categories would log, were they not kept from it while tests run.
+// Where the library's categories would log if private_logs.cpp did not redirect them.
 #ifndef TESTS_SUPPORT_PRIVATE_LOGS_H
 #define TESTS_SUPPORT_PRIVATE_LOGS_H
 

@@ -1,4 +1,4 @@
-// Linked into every test program: preferences are read and written in a folder of its own.
+// Linked into every test program. It keeps the program's preferences in a private folder.
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <stdlib.h>

@@ -1,5 +1,5 @@
-// The global allocation functions, replaced: what a program that links replaced_new.cpp allocates
-// by operator new is shown to hooks.
+// Replaces the global allocation functions. In a program that links replaced_new.cpp, hooks see
+// every allocation by operator new.
 #ifndef TESTS_SUPPORT_REPLACED_NEW_H
 #define TESTS_SUPPORT_REPLACED_NEW_H
 
@@ -14,7 +14,7 @@ struct MemoryHooks {
     void (*isReleased)(const void* memory) = nullptr;   // while it is still the caller's
 };
 
-// Those of the calling thread.
+// The hooks of the calling thread.
 MemoryHooks& memoryHooks();
 
 }  // namespace halvane::testing

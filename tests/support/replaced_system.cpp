@@ -8,8 +8,8 @@
 #include "halvane/platform/os/system_log_internal.h"
 #include "halvane/platform/os/up_time_internal.h"
 
-// What the linker makes of a wrapped function: the name that calls of it go to, and the name that
-// reaches it. Of functions as the compiler names them: tests/support/wrapped_functions.cmake.
+// The linker gives a wrapped function two names: one to which its calls go, and one that reaches
+// the original. For the names that the compiler uses, see tests/support/wrapped_functions.cmake.
 #define WRAP(mangled) asm("__wrap_" mangled)
 #define REAL(mangled) asm("__real_" mangled)
 

@@ -1,8 +1,8 @@
-// Clocks, random values, the console and the system log, others in their places. A program that
-// links this gets the system's own until a test replaces them.
+// Replacements for clocks, random values, the console and the system log. A program that links this
+// uses the system's own until a test replaces them.
 //
-// The linker binds the calls of the library to the functions of replaced_system.cpp (--wrap), so
-// that the library itself knows of no replacement.
+// The linker binds the library's calls to the functions of replaced_system.cpp (--wrap), so the
+// library does not know of them.
 #ifndef TESTS_SUPPORT_REPLACED_SYSTEM_H
 #define TESTS_SUPPORT_REPLACED_SYSTEM_H
 
@@ -15,8 +15,8 @@
 
 namespace halvane {
 
-// While one lives the monotonic clock stands still, and sleeping moves it on instead of waiting.
-// At most one may live at a time; threads that use the clock meanwhile see the simulated one.
+// While one lives, the monotonic clock stands still, and sleeping advances it instead of waiting.
+// At most one may live at a time. All threads see the simulated clock.
 class ScopedUpTime {
   public:
     explicit ScopedUpTime(std::uint64_t ticks = 0);
@@ -28,15 +28,16 @@ class ScopedUpTime {
     void set(std::uint64_t ticks);
     void advance(std::uint64_t ticks);
 
-    // How often the clock was asked to sleep, and for how long the last time.
+    // The number of sleeps, and the duration of the last one.
     unsigned sleepCount() const;
     timespec lastSleep() const;
 
-    // What sleeping answers from now on: 0, or an error number. A sleep that fails takes no time.
+    // Sets what sleeping returns from now on: 0, or an error number. A sleep that fails takes no
+    // time.
     void failSleepsWith(int error);
 };
 
-// Each puts another in the system's place for the whole process; null puts that back.
+// Each replaces the system's function for the whole process; null restores it.
 using WallClock = WallTime (*)();
 void replaceWallClock(WallClock clock);
 

@@ -46,7 +46,7 @@ inline ProgramResult runProgram(std::vector<std::string> words, std::string_view
             result.peakMemory = usage.ru_maxrss;
         }
     } catch (const std::runtime_error&) {
-        // It did not start: its status stays -1.
+        // The program did not start, so its status stays -1.
     }
     result.output = contentsOf(out);
     result.errors = contentsOf(err);

@@ -1,4 +1,4 @@
-// A program that runs beside the test, which reads what it prints line by line and ends it.
+// A program that runs beside the test. The test reads its output line by line, and ends it.
 #ifndef TESTS_SUPPORT_RUNNING_PROGRAM_H
 #define TESTS_SUPPORT_RUNNING_PROGRAM_H
 
@@ -24,19 +24,19 @@ class RunningProgram {
         errors_.closeWriter();
     }
 
-    // The next line that it printed, waited for, with its newline; what is left, and then nothing,
-    // where the stream has ended.
+    // Waits for the program's next line, and returns it with its newline. At the end of the stream
+    // it returns the rest, and then nothing.
     std::string outputLine() const { return output_.readLine(); }
     std::string errorLine() const { return errors_.readLine(); }
 
-    // Nobody reads its standard output any more.
+    // Closes the reading end of the program's standard output.
     void closeOutput() { output_.closeReader(); }
 
-    // Lets little lie unread, and answers how many bytes: a whole page, which is filled up with
-    // writes that fit.
+    // Makes the pipe hold little unread output, and returns how many bytes: a whole page, which
+    // fitting writes fill up.
     int narrowOutput() const { return ::fcntl(output_.reader(), F_SETPIPE_SZ, 1); }
 
-    // Waits until that many bytes of its output lie unread, or the stream has ended.
+    // Waits until that many bytes of its output are unread, or the stream has ended.
     void waitForUnreadOutput(int bytes) const {
         pollfd end = {output_.reader(), 0, 0};
         for (int unread = 0; unread < bytes && ::poll(&end, 1, 0) == 0; ::sched_yield()) {

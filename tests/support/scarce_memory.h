@@ -1,4 +1,4 @@
-// Memory that ends. For programs that link replaced_new.cpp.
+// Simulates a lack of memory. For programs that link replaced_new.cpp.
 #ifndef TESTS_SUPPORT_SCARCE_MEMORY_H
 #define TESTS_SUPPORT_SCARCE_MEMORY_H
 
@@ -16,8 +16,8 @@ enum class Shortage {
     Once,     // one allocation fails, and the later ones do not
 };
 
-// As long as it lives, this thread's operator new succeeds `left` times, and fails then. One at a
-// time.
+// While it lives, this thread's operator new succeeds `left` times and then fails. One may live at
+// a time.
 class ScarceMemory {
   public:
     static constexpr std::size_t kPlenty = std::numeric_limits<std::size_t>::max();
@@ -32,7 +32,7 @@ class ScarceMemory {
 
     // Whether an allocation has failed.
     bool hasEnded() const { return state().hasEnded; }
-    // The number of allocations, the failed ones among them.
+    // The number of allocations, including failed ones.
     std::size_t allocations() const { return state().allocations; }
 
   private:
@@ -55,8 +55,8 @@ class ScarceMemory {
     }
 };
 
-// Runs `attempt()` with memory for no allocation, for one, and so on, until one attempt has
-// had enough; `check(hasEnded)` follows each, with memory again. Returns the number of attempts.
+// Runs `attempt()` with memory for no allocation, for one, and so on, until one attempt has enough.
+// After each attempt it calls `check(hasEnded)`, with memory again. Returns the number of attempts.
 template <typename Attempt, typename Check>
 std::size_t withEverLessScarceMemory(Attempt attempt, Check check,
                                      Shortage shortage = Shortage::Lasting) {
@@ -73,15 +73,15 @@ std::size_t withEverLessScarceMemory(Attempt attempt, Check check,
     }
 }
 
-// The same with one allocation failing at a time.
+// The same, but only one allocation fails in each attempt.
 template <typename Attempt, typename Check>
 void failEachAllocation(Attempt attempt, Check check) {
     withEverLessScarceMemory(
         attempt, [&check](bool) { check(); }, Shortage::Once);
 }
 
-// As withEverLessScarceMemory(), for an action that std::bad_alloc may leave: runs it until it ends
-// well, and calls `afterFailure()` each time that it did not. Returns how often that was.
+// Like withEverLessScarceMemory(), for an action that may throw std::bad_alloc. Runs it until it
+// succeeds, and calls `afterFailure()` after each failure. Returns the number of failures.
 template <typename Action, typename AfterFailure>
 std::size_t withEachAllocationFailing(Action action, AfterFailure afterFailure) {
     for (std::size_t left = 0;; ++left) {

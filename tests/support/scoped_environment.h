@@ -1,4 +1,4 @@
-// An environment variable for the time of a test.
+// An environment variable for the duration of a test.
 #ifndef TESTS_SUPPORT_SCOPED_ENVIRONMENT_H
 #define TESTS_SUPPORT_SCOPED_ENVIRONMENT_H
 
@@ -9,8 +9,8 @@
 
 namespace halvane::testing {
 
-// Sets a variable, or unsets it where `value` is absent, and puts back what was there before.
-// No other thread may look at the environment when one is made or destroyed.
+// Sets a variable, or unsets it if `value` is absent, and restores the previous value at the end.
+// No other thread may read the environment while one is made or destroyed.
 class ScopedEnvironment {
   public:
     ScopedEnvironment(std::string name, const std::optional<std::string>& value)

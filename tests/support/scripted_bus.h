@@ -1,5 +1,5 @@
-// A message bus that does nothing by itself: it lets one client in, keeps what that calls, and says
-// what the test says. Everything happens on the test's thread.
+// A message bus that does nothing by itself. It admits one client, records the client's calls, and
+// sends what the test tells it to send. Everything happens on the test's thread.
 #ifndef TESTS_SUPPORT_SCRIPTED_BUS_H
 #define TESTS_SUPPORT_SCRIPTED_BUS_H
 
@@ -24,7 +24,7 @@
 
 namespace halvane::testing {
 
-// While one is there it is the system's bus for this process.
+// While it lives, it is the system bus of this process.
 class ScriptedBus {
   public:
     static constexpr const char* kName = "org.freedesktop.DBus";
@@ -33,7 +33,8 @@ class ScriptedBus {
     ScriptedBus(const ScriptedBus&) = delete;
     ScriptedBus& operator=(const ScriptedBus&) = delete;
 
-    // Lets in the client that connects, which it does no later than now.
+    // Admits the client.
+    // REQUIRES: the client has connected, or is connecting.
     void accept() {
         const int client = ::accept4(listener_.number(), nullptr, nullptr, SOCK_CLOEXEC);
         sd_bus* bus = nullptr;
@@ -45,7 +46,7 @@ class ScriptedBus {
         check(::sd_bus_start(bus));
     }
 
-    // Handles one message of the client. Whether there was something to do.
+    // Handles one message of the client. Returns whether there was one.
     bool process() {
         const int status = ::sd_bus_process(bus_.get(), nullptr);
         check(status);
@@ -59,7 +60,7 @@ class ScriptedBus {
         return members;
     }
 
-    // Answers the call number `index`, counted from 0.
+    // Replies to the call number `index`, counted from 0.
     template <typename... Values>
     void answer(std::size_t index, const char* types, Values... values) {
         check(::sd_bus_reply_method_return(calls_.at(index).get(), types, values...));
@@ -69,13 +70,13 @@ class ScriptedBus {
         check(::sd_bus_reply_method_error(calls_.at(index).get(), &error));
     }
 
-    // Tells that a name has passed from one owner to another.
+    // Announces that a name has passed from one owner to another.
     void tellOwner(const char* name, const char* before, const char* now) {
         signal(kName, {"/org/freedesktop/DBus", kName, "NameOwnerChanged"}, "sss", name, before,
                now);
     }
 
-    // Sends a signal of `sender`: its path, interface and member, and what it holds.
+    // Sends a signal as `sender`, with a path, an interface, a member and a body.
     template <typename... Values>
     void signal(const char* sender, std::array<const char*, 3> what, const char* types,
                 Values... values) {
@@ -92,8 +93,8 @@ class ScriptedBus {
         if (status < 0) throw std::runtime_error(std::strerror(-status));
     }
 
-    // On a name that the kernel picks, in no folder: however long the path of those for temporary
-    // files is, the name fits.
+    // Listens at an abstract name that the kernel picks. The name fits however long the path for
+    // temporary files is.
     void listen() {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;

@@ -1,4 +1,4 @@
-// A connection to a service with its two queues, and a record of what came over it.
+// A connection to a service with its two queues, and a record of what arrived.
 #ifndef TESTS_SUPPORT_SERVICE_CLIENT_H
 #define TESTS_SUPPORT_SERVICE_CLIENT_H
 
@@ -20,7 +20,7 @@
 
 namespace halvane::testing {
 
-// What arrives on a queue, in order, for a test that waits for it.
+// Collects what arrives on a queue, in order, and lets a test wait for it.
 template <typename Item>
 class Arrivals {
   public:

@@ -1,4 +1,4 @@
-// halvaned-sim as a process of the test's own, up to its end.
+// Runs halvaned-sim as a process for a test.
 #ifndef TESTS_SUPPORT_SIM_PROCESS_H
 #define TESTS_SUPPORT_SIM_PROCESS_H
 
@@ -15,7 +15,7 @@ namespace halvane::testing {
 
 class SimProcess {
   public:
-    // Starts it with the options, and returns once it is ready, or has closed its standard output.
+    // Starts it with the options. Returns when it is ready, or has closed its standard output.
     explicit SimProcess(std::vector<std::string> options = {"--private"})
         : process_(wordsWith(std::move(options)), {.output = output_.writer()}) {
         output_.closeWriter();
@@ -28,7 +28,7 @@ class SimProcess {
     SimProcess& operator=(const SimProcess&) = delete;
     ~SimProcess() { stop(SIGTERM); }
 
-    // What it printed until it was ready, newlines included.
+    // Its output up to readiness, newlines included.
     const std::vector<std::string>& lines() const { return lines_; }
 
     // The rest of a line "export DBUS_SYSTEM_BUS_ADDRESS=".

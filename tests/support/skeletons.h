@@ -1,4 +1,4 @@
-// Skeletons as other processes may hand them over: through XML, and with any value at any key.
+// Skeletons as other processes may send them: through XML, and with any value at any key.
 #ifndef TESTS_SUPPORT_SKELETONS_H
 #define TESTS_SUPPORT_SKELETONS_H
 
@@ -25,7 +25,7 @@ inline PropertyListDictionary throughXml(const PropertyListDictionary& skeleton)
     return dictionary != nullptr ? *dictionary : PropertyListDictionary();
 }
 
-// One value of each kind, empty ones and extreme ones among them.
+// One value of each kind, including empty and extreme ones.
 inline std::vector<PropertyListValue> valuesOfEveryKind() {
     PropertyListDictionary dictionary;
     dictionary.set("key", "value");

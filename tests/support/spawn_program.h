@@ -16,8 +16,8 @@ extern char** environ;
 
 namespace halvane::testing {
 
-// What becomes a standard stream: the test's own, an open descriptor, or a file, which is made
-// where a program is to write to it.
+// What becomes a standard stream: the test's own stream, an open descriptor, or a file. A file to
+// which a program writes is created.
 using StreamSource = std::variant<std::monostate, int, std::filesystem::path>;
 
 struct StandardStreams {
@@ -26,7 +26,7 @@ struct StandardStreams {
     StreamSource errors = {};
 };
 
-// What exec takes: it ends with a null pointer, and lasts as long as the words.
+// The array that exec requires. It ends with a null pointer, and is valid as long as the words.
 inline std::vector<char*> argumentsOf(std::vector<std::string>& words) {
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
@@ -34,7 +34,7 @@ inline std::vector<char*> argumentsOf(std::vector<std::string>& words) {
     return arguments;
 }
 
-// What a new process does before it becomes the program.
+// The steps of a new process before it becomes the program.
 class SpawnActions {
   public:
     SpawnActions() { check(::posix_spawn_file_actions_init(&actions_)); }
@@ -61,7 +61,7 @@ class SpawnActions {
     posix_spawn_file_actions_t actions_;
 };
 
-// words[0] is the program's path. Throws std::system_error, a std::runtime_error, where it does not
+// words[0] is the program's path. Throws std::system_error, a std::runtime_error, if it does not
 // start. The caller waits for its end.
 inline pid_t spawnProgram(std::vector<std::string> words, const StandardStreams& streams) {
     SpawnActions actions;

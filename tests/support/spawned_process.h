@@ -1,4 +1,4 @@
-// A process that the test started, up to its end.
+// A process that the test has started.
 #ifndef TESTS_SUPPORT_SPAWNED_PROCESS_H
 #define TESTS_SUPPORT_SPAWNED_PROCESS_H
 
@@ -12,7 +12,7 @@
 
 namespace halvane::testing {
 
-// Once its end has been waited for, nothing is sent any more: its number may be another's.
+// After a wait for its end no signal is sent, because another process may have its number.
 class SpawnedProcess {
   public:
     SpawnedProcess(std::vector<std::string> words, const StandardStreams& streams)
@@ -27,8 +27,8 @@ class SpawnedProcess {
         return wait();
     }
 
-    // The exit status, once it has ended, and whenever asked again; the number of a signal that
-    // ended it, negative.
+    // Waits for the end, and returns the exit status, or the negative number of the signal that
+    // ended it. Later calls return the same.
     int wait() {
         if (process_ > 0) ::waitpid(process_, &status_, 0);
         process_ = -1;

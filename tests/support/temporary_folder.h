@@ -1,4 +1,4 @@
-// A folder of the test's own, gone with everything in it when the test ends.
+// A private folder of the test. It goes with everything in it when the test ends.
 #ifndef TESTS_SUPPORT_TEMPORARY_FOLDER_H
 #define TESTS_SUPPORT_TEMPORARY_FOLDER_H
 
@@ -31,7 +31,7 @@ class TemporaryFolder {
 
     const std::filesystem::path& path() const { return path_; }
 
-    // Writes a file and answers its path.
+    // Writes a file and returns its path.
     std::string write(const std::string& name, std::span<const std::uint8_t> bytes) const {
         const auto file = path_ / name;
         std::ofstream stream(file, std::ios::binary);

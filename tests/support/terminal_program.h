@@ -1,4 +1,4 @@
-// A program that runs on a terminal of its own, with the test at the keyboard.
+// A program that runs on its own terminal, with the test at the keyboard.
 #ifndef TESTS_SUPPORT_TERMINAL_PROGRAM_H
 #define TESTS_SUPPORT_TERMINAL_PROGRAM_H
 
@@ -21,13 +21,13 @@
 
 namespace halvane::testing {
 
-// Leaves the test where the system has no terminals to give, as without /dev/pts.
+// Skips the test if the system has no terminals, as without /dev/pts.
 #define HALVANE_SKIP_WITHOUT_TERMINALS()                                     \
     if (const int missing = halvane::testing::terminalError(); missing != 0) \
     GTEST_SKIP() << "no terminal can be opened here (openpty): "             \
                  << std::generic_category().message(missing)
 
-// Why no terminal can be opened; 0 where one can.
+// The error number for which no terminal can be opened, or 0 if one can.
 inline int terminalError() {
     int keyboard = -1, terminal = -1;
     if (::openpty(&keyboard, &terminal, nullptr, nullptr, nullptr) != 0) return errno;
@@ -59,8 +59,8 @@ class TerminalProgram {
         ::close(terminal_);
     }
 
-    // Waits until `text` stands on the screen, which is cleared then; what stood there before it.
-    // Half a minute without anything new gives up.
+    // Waits until `text` is on the screen. Then clears the screen, and returns what was on it
+    // before `text`. Gives up after half a minute without new output.
     std::string waitFor(std::string_view text) {
         std::size_t found = 0;
         while ((found = screen_.find(text)) == std::string::npos) {
@@ -81,14 +81,14 @@ class TerminalProgram {
 
     pid_t process() const { return process_; }
 
-    // Waits for its end; as waitpid tells it.
+    // Waits for the program's end, and returns the status of waitpid().
     int wait() {
         if (process_ > 0) ::waitpid(process_, &status_, 0);
         process_ = 0;
         return status_;
     }
 
-    // What stands on the screen, after the program's end.
+    // What is on the screen after the program's end.
     std::string screen() {
         while (readScreen(0)) continue;
         return screen_;
@@ -112,7 +112,7 @@ class TerminalProgram {
     }
 
     int keyboard_ = -1;
-    int terminal_ = -1;  // held open, so that its settings can be looked at afterwards
+    int terminal_ = -1;  // held open, so that the test can read its settings afterwards
     pid_t process_ = 0;
     int status_ = -1;
     std::string screen_;

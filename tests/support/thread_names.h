@@ -1,4 +1,4 @@
-// The names of threads, of which the system keeps the last 15 bytes.
+// The names of threads. The system keeps their last 15 bytes.
 #ifndef TESTS_SUPPORT_THREAD_NAMES_H
 #define TESTS_SUPPORT_THREAD_NAMES_H
 
@@ -16,7 +16,7 @@ inline std::string currentThreadName() {
     return name;
 }
 
-// Those of this process's threads; a thread that ends meanwhile may have an empty one.
+// The names of this process's threads. A thread that is ending may have an empty name.
 inline std::multiset<std::string> threadNames() {
     std::multiset<std::string> names;
     for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {

@@ -1,4 +1,4 @@
-// A command line as the tool takes it: through the option parser, within the test's process.
+// A command line as the tool reads it: through the option parser, within the test's process.
 #ifndef TESTS_SUPPORT_TOOL_COMMAND_LINE_H
 #define TESTS_SUPPORT_TOOL_COMMAND_LINE_H
 
@@ -46,8 +46,8 @@ inline std::string outputOf(CLIOption* table, int (*command)(), std::vector<std:
     return output.text();
 }
 
-// What becomes of `words`: the options that `take` answers, or an error, the parser's own messages
-// among them.
+// The result of `words`: the options that `take` returns, or an error. Errors include the parser's
+// own messages.
 template <typename Options>
 class ToolOptions {
   public:
@@ -68,7 +68,7 @@ class ToolOptions {
         return Options();
     }
 
-    // The error's message; empty where there is none.
+    // The error's message; empty if there is no error.
     std::string error() const { return taken_ ? "" : taken_.error().message; }
 
   private:

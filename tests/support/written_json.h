@@ -9,7 +9,7 @@
 
 namespace halvane::testing {
 
-// There is a writeJSON() of the record's type.
+// REQUIRES: the record's type has a writeJSON().
 template <typename Record>
 std::string jsonText(const Record& record,
                      tool::JSONWriter::Layout layout = tool::JSONWriter::Layout::OneLine) {
