@@ -46,5 +46,5 @@ int main() {
     if (const auto done = daemon.start(*(*interfaces)[0].ifName(), 5s); !done) {
         return fail(done.error());
     }
-    authorized.get_future().wait();  // its stations come, if any are in range
+    authorized.get_future().wait();  // its stations join, if any are in range
 }

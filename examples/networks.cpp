@@ -1,5 +1,5 @@
-// The table of networks in captured packets. A real program takes the packets from a capture file,
-// or from an interface in monitor mode.
+// Prints the table of networks in captured packets. A real program gets the packets from a capture
+// file, or from an interface in monitor mode.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -20,26 +20,28 @@ namespace {
 using namespace halvane;
 using Packet = std::vector<std::uint8_t>;
 
-// Each is a radiotap header with the frequency and the signal, then a frame.
-// clang-format off
+// Each packet is a radiotap header with frequency and signal, followed by a frame. clang-format off
 const Packet kPackets[] = {
-    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0, 0xC3,  // 2437 MHz, -61 dBm
-     0x80, 0, 0, 0, 255, 255, 255, 255, 255, 255,            // beacon to everyone
-     2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x10, 0,
-     0, 0, 0, 0, 0, 0, 0, 0, 100, 0, 0x01, 0,                // every 100 TU; ESS
-     0, 0, 1, 4, 0x82, 0x84, 0x8B, 0x96},                    // hidden SSID, Supported Rates
-    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x9E, 0x09, 0xA0, 0, 0xB5,  // 2462 MHz, -75 dBm
-     0x80, 0, 0, 0, 255, 255, 255, 255, 255, 255,
-     2, 0, 0, 0, 0, 7, 2, 0, 0, 0, 0, 7, 0x20, 0,
-     0, 0, 0, 0, 0, 0, 0, 0, 100, 0, 0x11, 0,                // ESS, privacy
-     0, 5, 'a', 't', 't', 'i', 'c', 1, 4, 0x82, 0x84, 0x8B, 0x96},
-    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0, 0xC6,  // 2437 MHz, -58 dBm
-     0x50, 0, 0, 0, 2, 0, 0, 0, 0, 9,                        // probe response to one station
-     2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x30, 0,
-     0, 0, 0, 0, 0, 0, 0, 0, 100, 0, 0x01, 0,
-     0, 4, 'h', 'o', 'm', 'e', 1, 4, 0x82, 0x84, 0x8B, 0x96},
-    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0, 0xC3,
-     0xD4, 0, 0, 0, 2, 0, 0, 0, 0, 9},                       // an acknowledgement: no record
+    {0,    0,    13,   0,    0x28, 0,    0,    0,    0x85, 0x09, 0xA0, 0,    0xC3,  // 2437 MHz, -61
+                                                                                    // dBm
+     0x80, 0,    0,    0,    255,  255,  255,  255,  255,  255,  // beacon to everyone
+     2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x10, 0,
+     0,    0,    0,    0,    0,    0,    0,    0,    100,  0,    0x01, 0,  // every 100 TU; ESS
+     0,    0,    1,    4,    0x82, 0x84, 0x8B, 0x96},  // hidden SSID, Supported Rates
+    {
+        0,    0, 13,  0,   0x28, 0,   0,   0,   0x9E, 0x09, 0xA0, 0,    0xB5,  // 2462 MHz, -75 dBm
+        0x80, 0, 0,   0,   255,  255, 255, 255, 255,  255,  2,    0,    0,
+        0,    0, 7,   2,   0,    0,   0,   0,   7,    0x20, 0,    0,    0,
+        0,    0, 0,   0,   0,    0,   100, 0,   0x11, 0,  // ESS, privacy
+        0,    5, 'a', 't', 't',  'i', 'c', 1,   4,    0x82, 0x84, 0x8B, 0x96},
+    {0,    0,    13,   0,    0x28, 0,    0,    0,    0x85, 0x09, 0xA0, 0,    0xC6,  // 2437 MHz, -58
+                                                                                    // dBm
+     0x50, 0,    0,    0,    2,    0,    0,    0,    0,    9,  // probe response to one station
+     2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x30, 0,
+     0,    0,    0,    0,    0,    0,    0,    0,    100,  0,    0x01, 0,    0,    4,
+     'h',  'o',  'm',  'e',  1,    4,    0x82, 0x84, 0x8B, 0x96},
+    {0,    0,    13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0,
+     0xC3, 0xD4, 0,  0, 0,    2, 0, 0, 0,    0,    9},  // an acknowledgement: no record
 };
 // clang-format on
 
@@ -64,7 +66,7 @@ int main() {
         if (const auto sighting = capture::sightingOfPacket(capture::LinkType::Radiotap, packet)) {
             networks.add(*sighting);
         } else {
-            ++skipped;  // sighting.error() tells why
+            ++skipped;  // sighting.error() is the reason
         }
     }
     for (std::size_t i = 0; i < networks.size(); ++i) print(networks.at(i).record);

@@ -118,14 +118,15 @@ std::vector<CLIOption> allCommands() {
     return commands;
 }
 
-// The log file is the daemon's; what the library has to say here goes to standard error.
+// The log file belongs to the daemon, so the library logs to standard error here.
 void keepFromLogFile() {
 #define HALVANE_KEEP_FROM_LOG_FILE(name) gLogCategory_##name.initConfig = nullptr;
     HALVANE_WIFI_LOG_CATEGORIES(HALVANE_KEEP_FROM_LOG_FILE)
 #undef HALVANE_KEEP_FROM_LOG_FILE
 }
 
-// Results that did not reach standard output (a full disk, say) are a failure too.
+// It is also a failure if results do not reach standard output (because of a full disk, for
+// example).
 int flushed(int status) {
     if (flushOutput()) return status;
     complain(std::string("standard output: ") + lostOutputReason());

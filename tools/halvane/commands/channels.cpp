@@ -1,4 +1,4 @@
-// The channels of the 2.4 GHz and 5 GHz bands: all of them, or those asked for.
+// The channels of the 2.4 GHz and 5 GHz bands: all of them, or those that the arguments name.
 #include <cstdint>
 #include <cstdio>
 #include <optional>
@@ -24,7 +24,7 @@ namespace halvane::tool {
 
 namespace {
 
-// A channel number is one octet in every element; each frequency in MHz is far above.
+// A channel number is one octet in every element. Every frequency in MHz is larger.
 constexpr std::uint64_t kLastNumber = 255;
 constexpr std::uint64_t kLastFrequency = 99999;
 
@@ -36,7 +36,7 @@ struct Channel {
 
 }  // namespace
 
-// What programs read of a channel.
+// The properties of a channel for programs.
 template <>
 inline constexpr auto kProperties<Channel> = std::tuple{
     Property{"channelNumber", [](const Channel& channel) { return channel.number; }},
@@ -55,7 +55,7 @@ std::optional<Channel> channelOfNumber(unsigned number) {
     return Channel{number, frequency, HalvaneChannel::channelExtensionForNumber(number)};
 }
 
-// The map answers something for an unknown frequency too: only its own frequency counts.
+// The map returns a channel for an unknown frequency too, so the frequency must match.
 std::optional<Channel> channelOfFrequency(unsigned frequency) {
     const auto channel = channelOfNumber(HalvaneChannel::channelNumberForFrequency(frequency));
     if (!channel || channel->frequency != frequency) return std::nullopt;
@@ -70,7 +70,7 @@ std::vector<Channel> allChannels() {
     return channels;
 }
 
-// The channels asked for; `areAllKnown` becomes false where there is no such channel.
+// Returns the requested channels. Sets `areAllKnown` to false if one does not exist.
 std::vector<Channel> channelsOf(const std::vector<unsigned>& asked, bool& areAllKnown) {
     std::vector<Channel> channels;
     for (const unsigned value : asked) {

@@ -12,7 +12,7 @@ namespace halvane::tool {
 
 namespace {
 
-// Takes no memory itself.
+// Allocates no memory itself.
 int failWithoutMemory() {
     std::fputs("halvane: out of memory\n", stderr);
     return kExitFailed;

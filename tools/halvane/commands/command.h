@@ -17,21 +17,21 @@ inline constexpr int kExitDone = 0;
 inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
-// What a command does once its options are parsed; it answers the exit status.
+// Runs after the options are parsed, and returns the exit status.
 using Command = int (*)();
 
-// Tells why the command cannot do what is asked of it, and answers kExitUsage.
+// Prints why the command cannot carry out the command line, and returns kExitUsage.
 int refuse(const char* command, const std::string& message);
 int refuse(const char* command, const UsageError& error);
 
-// Runs it. What it throws becomes a message and kExitFailed.
+// Runs the command. An exception becomes a message and kExitFailed.
 int exitStatusOf(Command command) noexcept;
 
-// The exit status for what CLIParse() answered; for 0 it is that of the command. Says where memory
-// ran out, for the parser does not.
+// The exit status for a result of CLIParse(); for 0 it is the status of the command. Reports a lack
+// of memory, because the parser does not.
 int exitStatusOfParser(std::int32_t status) noexcept;
 
-// A command as the handler of an option table: its status goes to gExitCode.
+// A command as the handler of an option table. The handler stores the status in gExitCode.
 template <Command command>
 void handle() {
     gExitCode = exitStatusOf(command);

@@ -1,4 +1,4 @@
-// The BSS configuration that options make.
+// Prints the BSS configuration that the options make.
 #include <string>
 
 #include "halvane/model/bss_config.h"
@@ -40,7 +40,7 @@ int configCommand() {
     const auto words = takeArguments();
     const auto options = takeConfigOptions();
     const auto format = takeFormat();
-    // Not repeated, for it may be the passphrase.
+    // The message does not repeat the argument, because it may be the passphrase.
     if (!words.empty()) return refuse("config", "takes options only");
     if (!options) return refuse("config", options.error());
     if (!format) return refuse("config", format.error());

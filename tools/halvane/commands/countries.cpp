@@ -1,4 +1,4 @@
-// The countries that the library knows: all of them, or those of a SKU.
+// Prints the countries that the library knows: all of them, or those of a SKU.
 #include <algorithm>
 #include <cstdio>
 #include <optional>

@@ -22,7 +22,7 @@ namespace halvane::tool {
 
 namespace {
 
-// Ways to find a country of a SKU; null where it has none.
+// Ways to find a country of a SKU. Null if the SKU has no such country.
 const HalvaneCountry* findByFriendlyName(const HalvaneSKU& sku, const std::string& text) {
     return sku.findCountryByFriendlyName(text);
 }

@@ -1,4 +1,4 @@
-// What the Wi-Fi daemon is asked to do: one request each, and its verdict is the command's.
+// The actions of the Wi-Fi daemon. Each command sends one request, and reports the daemon's status.
 #include <optional>
 #include <span>
 #include <string>
@@ -61,7 +61,7 @@ Result<ActionInput, UsageError> takeOperands(const Action& action) {
     const std::vector<std::string> words = takeArguments();
     const bool hasRole = action.needs == Needs::Role;
     if (words.size() != (hasRole ? 2u : 1u)) {
-        // Not repeated, for one of them may be the passphrase.
+        // The message does not repeat the arguments, because one may be the passphrase.
         return Unexpected(
             UsageError{hasRole ? "takes an interface and a role" : "takes one interface"});
     }
@@ -79,7 +79,7 @@ Result<ActionInput, UsageError> takeOperands(const Action& action) {
     return input;
 }
 
-// What is to be sent; where that cannot be had, an exit status, and it has been told why.
+// The request to send. If there is none, the exit status; the reason has been printed.
 Result<ActionInput, int> takeInput(const Action& action) {
     auto operands = takeOperands(action);
     const auto options = takeConfigOptions();

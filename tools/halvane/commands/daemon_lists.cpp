@@ -1,4 +1,4 @@
-// The lists that the Wi-Fi daemon answers with.
+// Prints the lists of the Wi-Fi daemon.
 #include <cinttypes>
 #include <cstdint>
 #include <cstdio>
@@ -35,7 +35,7 @@ namespace halvane::tool {
 
 namespace {
 
-// --- Cells of tables; "-" for what is absent ---
+// --- Cells of tables; "-" for an absent value ---
 
 std::string cellOf(const std::string& text) {
     return text.empty() ? "-" : escapedText(text);
@@ -53,7 +53,7 @@ std::string cellOf(const std::optional<Number>& number) {
     return number ? number->description() : "-";
 }
 
-// Microseconds of up-time, 0 for never, in seconds.
+// Microseconds of up-time as seconds. 0 means never.
 std::string secondsCell(std::uint64_t microseconds) {
     if (microseconds == 0) return "-";
     char text[32];

@@ -15,7 +15,7 @@ namespace {
 
 using Kind = DaemonError::Kind;
 
-// What may help, line by line.
+// Hints for the user, line by line.
 std::vector<std::string> hintsFor(Kind kind) {
     if (kind == Kind::Denied) return {"are you root or in the group netdev?"};
     if (kind != Kind::NoDaemon && kind != Kind::BusGone) return {};
@@ -43,7 +43,7 @@ int failFor(const char* command, const DaemonError& error) {
 }
 
 bool isText(const std::string& text) {
-    // A text of the bus may hold control characters, which property lists do not have.
+    // A text on the bus may hold control characters, but a property list may not.
     const auto isControl = [](char character) {
         return static_cast<unsigned char>(character) < ' ';
     };

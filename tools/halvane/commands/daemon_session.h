@@ -1,5 +1,5 @@
-// What the commands that ask the Wi-Fi daemon share: texts that it takes, and what they say where
-// it gives no result.
+// Shared by the commands that ask the Wi-Fi daemon: the texts that the daemon accepts, and the
+// messages for requests without a result.
 #ifndef TOOLS_HALVANE_COMMANDS_DAEMON_SESSION_H
 #define TOOLS_HALVANE_COMMANDS_DAEMON_SESSION_H
 
@@ -9,13 +9,13 @@
 
 namespace halvane::tool {
 
-// Tells why `command` has no result, and returns kExitFailed.
+// Prints why `command` has no result, and returns kExitFailed.
 int failFor(const char* command, const DaemonError& error);
 
-// Whether a text can be sent, and stand in a list of the daemon's: whether it is UTF-8.
+// Whether a text can be sent, and can be in a list of the daemon: whether it is UTF-8.
 bool isText(const std::string& text);
 
-// The name of an interface: such a text, and not an empty one.
+// Whether a text can be the name of an interface: it is such a text, and not empty.
 bool isInterfaceName(const std::string& text);
 
 }  // namespace halvane::tool

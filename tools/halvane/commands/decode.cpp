@@ -27,7 +27,7 @@ namespace halvane::tool {
 
 namespace {
 
-// The asked SSID may be given as its octets, or as the tool prints them.
+// The user may give the SSID as its octets, or as the tool prints them.
 bool isSSID(const std::optional<ByteBuffer>& ssid, const std::string& asked) {
     return ssid && (*ssid == ByteBuffer::fromText(asked) || escapedText(ssid->bytes()) == asked);
 }
@@ -87,7 +87,7 @@ class Decoder {
         return isWhole;
     }
 
-    // False when the file, or a frame in it, could not be read to its end.
+    // Returns false if the file, or a frame in it, could not be read to its end.
     bool decodeCapture(const std::string& path, CaptureSummary& summary) {
         auto reader = CaptureReader::open(path);
         if (!reader) {
@@ -114,20 +114,20 @@ class Decoder {
                 table_.add(sighting);
                 continue;
             }
-            // Bar and records share a terminal's lines.
+            // The bar and the records share the lines of a terminal.
             if (isOutputTerminal_) progress.clear();
             print(sighting, FrameOrigin{frame->number, beacon->subtype});
         }
         return cut;
     }
 
-    // A hidden SSID may be revealed by a later frame, so folded records are filtered here.
+    // A later frame may reveal a hidden SSID, so folded records are filtered here.
     void print(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin) {
         if (options_.ssid && !isSSID(sighting.record.SSID(), *options_.ssid)) return;
         writer_->write(sighting, origin);
     }
 
-    // Nobody reads on, or the disk is full: main() tells, and going on would be for nothing.
+    // The reader is gone, or the disk is full. main() reports it, and more output is useless.
     static bool isOutputLost() { return std::ferror(stdout) != 0; }
 
     const DecodeOptions& options_;

@@ -10,7 +10,7 @@ namespace halvane::tool {
 
 namespace {
 
-// Nothing else is safe here: another thread may hold what exit() needs.
+// Only _exit() is safe here: another thread may hold a lock that exit() needs.
 void endNow(int) {
     ::_exit(kExitDone);
 }

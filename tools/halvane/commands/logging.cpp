@@ -1,4 +1,4 @@
-// The daemon's log categories: what they are set to, and setting them.
+// Prints and sets the daemon's log categories.
 #include <algorithm>
 #include <cstddef>
 #include <optional>
@@ -61,7 +61,7 @@ Result<std::optional<DaemonLogControls>, UsageError> controlsOf(
     return controls;
 }
 
-// Line by line, each safe to show.
+// Prints the text line by line, each safe to show.
 void printLines(std::string_view text) {
     while (!text.empty()) {
         const auto line = text.substr(0, text.find('\n'));

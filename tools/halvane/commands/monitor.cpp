@@ -1,4 +1,4 @@
-// Prints the notifications of stations as they come.
+// Prints the notifications of stations as they arrive.
 #include <atomic>
 #include <cerrno>
 #include <new>
@@ -56,24 +56,24 @@ void say(const char* text) noexcept {
     try {
         complain(std::string(kName) + ": " + text);
     } catch (const std::bad_alloc&) {
-        // No room for the message: it is left out.
+        // There is no memory for the message, so it is left out.
     }
 }
 
-// Whether a request failed because somebody went away.
+// Whether a request failed because the daemon or the bus went away.
 bool isLoss(DaemonError::Kind kind) {
     using Kind = DaemonError::Kind;
     return kind == Kind::NoDaemon || kind == Kind::DaemonLeft || kind == Kind::BusGone ||
            kind == Kind::Ending;
 }
 
-// Tells what becomes of the daemon, behind the last notification from before. Called on the
-// client's queue.
+// Reports when the daemon or the bus goes away and comes back, after the last notification from
+// before. Called on the client's queue.
 class DaemonTeller {
   public:
     explicit DaemonTeller(WaitedEnd& end) : end_(end) {}
 
-    // From now on there is something to tell: it has been asked for notifications.
+    // From now on there is something to report: the daemon has agreed to send notifications.
     void begin() { isAsked_ = true; }
 
     void tell(DaemonState state) noexcept {
@@ -82,7 +82,7 @@ class DaemonTeller {
         if (state == DaemonState::BusGone) say("the bus is gone; waiting for it");
     }
 
-    // What went away meanwhile is told by the state that it leads to.
+    // If the daemon or the bus went away meanwhile, the new state reports it.
     void tellRenewal(const DaemonResult<void>& result) noexcept {
         if (!isAsked_) return;
         if (result) return say("the daemon is back; asked for notifications again");
@@ -91,7 +91,7 @@ class DaemonTeller {
         end_.end(WaitedEnd::Reason::DaemonRefused);
     }
 
-    // REQUIRES: the end had the reason DaemonRefused.
+    // REQUIRES: the reason of the end is DaemonRefused.
     const DaemonError& refusal() const { return refusal_; }
 
   private:
@@ -110,9 +110,9 @@ int watch(Format format) {
          .renewal = [&](const DaemonResult<void>& result) { teller.tellRenewal(result); }});
     if (const auto asked = daemon.subscribe(true); !asked) return failFor(kName, asked.error());
     teller.begin();
-    endOnSignals();  // not before: what waits for an answer is ended by them in any case
+    endOnSignals();  // not before: until then the signals end the program anyway
     complain(std::string(kName) + ": asked for notifications; Control-C ends");
-    // That output was lost is told by main(), as for every command.
+    // main() reports lost output, as for every command.
     if (end.wait() == WaitedEnd::Reason::OutputLost) return kExitFailed;
     return failFor(kName, teller.refusal());
 }

@@ -1,4 +1,4 @@
-// WPS device PINs: a fresh one, or the check of one.
+// Prints a new WPS device PIN, or checks one.
 #include <cstdio>
 #include <string>
 #include <vector>

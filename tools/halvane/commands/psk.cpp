@@ -33,7 +33,7 @@ int fail(const std::string& message) {
     return kExitFailed;
 }
 
-// Through no memory but its own, which is wiped.
+// The line stands only in this function's own memory, which is wiped.
 void print(const ByteBuffer& key) {
     Secret<std::array<char, HALVANE_HEX_TEXT_SIZE(kBSSKeySize)>> line;
     char* at = line->data();

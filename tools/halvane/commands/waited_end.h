@@ -1,4 +1,4 @@
-// Waiting for the end of a command that has none of its own, until it finds one.
+// Waits for the end of a command that does not end by itself.
 #ifndef TOOLS_HALVANE_COMMANDS_WAITED_END_H
 #define TOOLS_HALVANE_COMMANDS_WAITED_END_H
 
@@ -16,7 +16,7 @@ class WaitedEnd {
     WaitedEnd(const WaitedEnd&) = delete;
     WaitedEnd& operator=(const WaitedEnd&) = delete;
 
-    // Ends the waiting, from any thread. The first reason counts.
+    // Ends the wait, from any thread. The first reason counts.
     void end(Reason reason) noexcept;
 
     // REQUIRES: called once.

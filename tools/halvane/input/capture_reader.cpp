@@ -25,7 +25,7 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-// Independent of the locale, and safe beside other threads.
+// Independent of the locale, and safe with other threads.
 std::string errorText(int code) {
     return std::generic_category().message(code);
 }
@@ -36,8 +36,8 @@ std::optional<std::uint64_t> sizeOfRegularFile(std::FILE* file) {
     return static_cast<std::uint64_t>(status.st_size);
 }
 
-// Whether there is a first byte; what there is stays unread. On a pipe only reading tells.
-// The text of what is wrong, or absent.
+// Checks for a first byte, and leaves it unread. On a pipe only reading can tell. Returns the text
+// of the fault, or absent.
 std::optional<std::string> findNothingToRead(std::FILE* file) {
     const int first = std::fgetc(file);
     if (first != EOF) {

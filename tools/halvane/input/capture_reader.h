@@ -1,4 +1,4 @@
-// A capture file as a stream of its frames, each examined for what a BSS record needs.
+// Reads a capture file as a stream of frames, and examines each for what a BSS record needs.
 //
 // pcap of either byte order and pcapng, through libpcap. Memory does not grow with the file.
 // A reader belongs to one thread at a time; distinct readers are independent.
@@ -42,21 +42,21 @@ class CaptureReader {
     };
 
     // Opens a capture file; "-" is standard input, which stays open. An error names the file and
-    // what is wrong with it: it cannot be opened or read, it is a directory, empty or no capture,
-    // or its frames are not 802.11.
+    // the fault: the file cannot be opened or read, is a directory, is empty or no capture, or its
+    // frames are not 802.11.
     static Result<CaptureReader, std::string> open(const std::string& path);
 
-    // The next frame; its spans are borrowed until the next call. Absent at the end of the file
-    // and where it is damaged; error() tells which.
+    // Returns the next frame; its spans are valid until the next call. Absent at the end of the
+    // file, and if the file is damaged; error() tells which.
     std::optional<Frame> next();
 
-    // The file's name and what ended the reading early; absent as long as nothing did.
+    // The file's name and the fault that ended the reading early. Absent if there was none.
     const std::optional<std::string>& error() const { return error_; }
 
-    // Of the frames that next() has answered.
+    // Counts the frames that next() has returned.
     const CaptureSummary& summary() const { return summary_; }
 
-    // Bytes, for showing progress. What is no regular file has no size.
+    // Bytes, for showing progress. Only a regular file has a size.
     std::uint64_t bytesRead() const;
     std::optional<std::uint64_t> fileSize() const { return fileSize_; }
 

@@ -13,7 +13,7 @@ namespace halvane::tool {
 
 namespace {
 
-// Far beyond the text of any element buffer, which 16 bits count.
+// Far more than the text of any element buffer, whose length has 16 bits.
 constexpr std::size_t kMaximumText = std::size_t{1} << 20;
 
 struct FileCloser {

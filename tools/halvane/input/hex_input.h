@@ -9,8 +9,8 @@
 
 namespace halvane::tool {
 
-// Reads a file ("-" is standard input) of pairs of hexadecimal digits, with white space or colons
-// between them as one likes. An error names the file and what is wrong with it.
+// Reads a file ("-" is standard input) of pairs of hexadecimal digits, with any white space or
+// colons between them. An error names the file and the fault.
 Result<ByteBuffer, std::string> readHexFile(const std::string& path);
 
 }  // namespace halvane::tool

@@ -31,31 +31,31 @@ constexpr std::string_view kPrompt = "Passphrase: ";
 constexpr char kTooLong[] = "the passphrase is longer than 63 characters";
 constexpr char kNotPrintable[] = "the passphrase holds a character that is not printable ASCII";
 
-// The octets of a passphrase, or why there are none.
+// The octets of a passphrase, or the reason why there are none.
 using Passphrase = Result<ByteBuffer, std::string>;
 
 Passphrase systemError(const char* what) {
     return Unexpected(std::string(what) + ": " + std::strerror(errno));
 }
 
-// A line in the making, in the memory that it stays in.
+// A line while it is read. It stays in this memory.
 class Line {
   public:
     enum class State { Open, Complete, Failed };
 
-    // Waits for one more octet.
+    // Waits for another octet.
     State read(int file) {
         const ssize_t count = ::read(file, memory_.get() + size_, 1);
         if (count < 0) return mayGoOn(file) ? State::Open : State::Failed;
         const bool isNewline = count > 0 && memory_.get()[size_] == '\n';
         if (isNewline && size_ > 0 && memory_.get()[size_ - 1] == '\r') --size_;
         if (isNewline || count == 0) return State::Complete;
-        isTooLong_ |= size_ == kCapacity - 1;  // then the next one takes its place
+        isTooLong_ |= size_ == kCapacity - 1;  // then the next one replaces it
         if (!isTooLong_) ++size_;
         return State::Open;
     }
 
-    // Whether it is longer than any passphrase, however it goes on.
+    // Whether the line is longer than any passphrase, however it continues.
     bool isTooLong() const { return isTooLong_; }
 
     Passphrase take() {
@@ -66,8 +66,8 @@ class Line {
     }
 
   private:
-    // After a failed read, whether another may succeed. Waits where there is nothing yet in a file
-    // that does not wait by itself.
+    // Returns, after a failed read, whether another may succeed. Waits for input if the file is
+    // non-blocking and empty.
     static bool mayGoOn(int file) {
         if (errno == EINTR) return true;
         if (errno != EAGAIN) return false;
@@ -80,9 +80,10 @@ class Line {
     bool isTooLong_ = false;
 };
 
-// The signals that end or stop a program from its terminal, or end it in any case, and the one that
-// a program goes on with after a stop that no program sees, kept back to be read from a file. One
-// that was kept back already, by who started the program, stays so: it would do nothing.
+// Blocks signals, so that the program can read them from a file. These are the signals that end or
+// stop a program from its terminal, those that end it anyway, and SIGCONT, which follows a stop
+// that a program cannot see. A signal that was blocked at the start stays out: it would have no
+// effect.
 class SignalWatch {
   public:
     SignalWatch() {
@@ -113,8 +114,8 @@ class SignalWatch {
     FileDescriptor file_;
 };
 
-// The terminal, showing nothing of what is typed but the end of the line. What was typed before, or
-// is left behind the line, is thrown away.
+// The terminal, without echo except for the end of the line. It discards input that was typed
+// before the question, or after the line.
 class SilentTerminal {
   public:
     explicit SilentTerminal(int file) : file_(file) {
@@ -138,7 +139,7 @@ class SilentTerminal {
     bool isSilent_ = false;
 };
 
-// What was typed, or the signal that came before the line was complete.
+// The typed line, or the signal that arrived before the line was complete.
 using Answer = Result<Passphrase, int>;
 
 Answer readLine(int terminal, const SignalWatch& signals) {
@@ -156,7 +157,7 @@ Answer readLine(int terminal, const SignalWatch& signals) {
     }
 }
 
-// Before a signal is answered, what was typed is wiped and the terminal is as it was.
+// Before the program handles a signal, it wipes the typed line and restores the terminal.
 Answer askOnce(int terminal) {
     const SignalWatch signals;
     const SilentTerminal silent(terminal);
@@ -165,8 +166,8 @@ Answer askOnce(int terminal) {
     return readLine(terminal, signals);
 }
 
-// A signal does what it would have done. Where the program goes on after it, it asks again: the
-// terminal may have changed hands, and shows again what is typed.
+// A signal has its normal effect. If the program continues after it, it asks again: another program
+// may have used the terminal, and has its echo restored.
 Passphrase askOnTerminal() {
     const FileDescriptor terminal(::open(kTerminal, O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (!terminal) return systemError(kTerminal);

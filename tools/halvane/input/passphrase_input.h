@@ -1,4 +1,4 @@
-// Passphrases, which are never arguments: other users of the machine see those.
+// Reads passphrases. They are never arguments, because other users of the machine can see those.
 #ifndef TOOLS_HALVANE_INPUT_PASSPHRASE_INPUT_H
 #define TOOLS_HALVANE_INPUT_PASSPHRASE_INPUT_H
 
@@ -11,17 +11,17 @@
 
 namespace halvane::tool {
 
-// The first line of standard input, without the newline, or CR LF, that ends it; nothing behind it
-// is read. Where standard input is a terminal, the line is asked for on /dev/tty, which shows
-// nothing of it; signals that end or stop the program meanwhile find the terminal as it was.
+// Reads the first line of standard input, without its newline or CR LF, and nothing after it. If
+// standard input is a terminal, asks for the line on /dev/tty without echo. Signals that end or
+// stop the program meanwhile find the terminal restored.
 //
-// The octets are wiped when the last copy of the buffer goes. An error tells why there are none: no
-// line, an empty one, one that is longer than any passphrase, one with a NUL in it, a failure of
-// the system. A line that is too long is read to its end from a terminal only.
+// The octets are wiped when the last copy of the buffer goes. An error states why there are none:
+// the line is missing, empty, longer than any passphrase, or has a NUL in it, or the system failed.
+// A line that is too long is read to its end only from a terminal.
 Result<ByteBuffer, std::string> readPassphrase();
 
-// Why no pre-shared key is made of the passphrase, although there is an SSID; it tells nothing else
-// of it. `error` is that of HalvaneBSSConfig::wpaPasswordHash.
+// The text of why the passphrase makes no pre-shared key although there is an SSID. It reveals
+// nothing else about the passphrase. `error` is that of HalvaneBSSConfig::wpaPasswordHash.
 std::string passphraseProblem(const ByteBuffer& passphrase, const std::optional<Error>& error);
 
 }  // namespace halvane::tool

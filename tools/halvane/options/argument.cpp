@@ -10,7 +10,7 @@ namespace halvane::tool {
 
 namespace {
 
-// The whole text as a number of the type, which takes a minus sign if it is a signed one.
+// Reads the whole text as a number of the type. A signed type accepts a minus sign.
 template <typename Integer>
 std::optional<Integer> integerOf(std::string_view text) {
     Integer value = 0;

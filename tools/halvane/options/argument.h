@@ -1,4 +1,4 @@
-// What stands on a command line besides options.
+// The arguments of a command line that are not options.
 #ifndef TOOLS_HALVANE_OPTIONS_ARGUMENT_H
 #define TOOLS_HALVANE_OPTIONS_ARGUMENT_H
 
@@ -12,22 +12,22 @@
 
 namespace halvane::tool {
 
-// Why a command line cannot be followed.
+// Why a command line cannot be carried out.
 struct UsageError {
     std::string message;
 };
 
-// The arguments that the parser left to the command, which have been used thereby.
+// Takes the arguments that the parser left for the command, and marks them as used.
 std::vector<std::string> takeArguments();
 
-// A number of decimal digits only, leading zeros or not; absent for any other text, and for one
-// beyond 64 bits.
+// A number of decimal digits only, which may have leading zeros. Absent for any other text, and for
+// a number beyond 64 bits.
 std::optional<std::uint64_t> decimalOf(std::string_view text);
 
-// The same with a minus sign in front or without; absent for a number beyond signed 64 bits.
+// The same, with an optional minus sign. Absent for a number beyond signed 64 bits.
 std::optional<std::int64_t> signedDecimalOf(std::string_view text);
 
-// A WPS PIN: eight decimal digits, leading zeros among them. The last one need not be right.
+// A WPS PIN: eight decimal digits, including leading zeros. The check digit may be wrong.
 std::optional<Number> pinOf(std::string_view text);
 
 }  // namespace halvane::tool

@@ -131,7 +131,7 @@ Problem readNumber(HalvaneBSSConfig& configuration, const NumberOption& option, 
     return std::nullopt;
 }
 
-// Names travel as text of property lists, whatever the format that is printed.
+// Names travel as text in property lists, whatever the output format is.
 Problem readName(HalvaneBSSConfig& configuration, const NameOption& option, const char* name) {
     std::optional<XmlPropertyListRefusal> refusal;
     if (xmlPropertyList(name, &refusal)) {
@@ -148,7 +148,7 @@ Problem readPIN(HalvaneBSSConfig& configuration, const char* text) {
     if (!pin || !HalvaneWPS::validateChecksum(pin)) {
         return badValue("wps-pin", text, "a PIN of 8 digits with the right check digit");
     }
-    // Its check digit is right, but the field would say that there is no PIN.
+    // The check digit of 00000000 is right, but the field would mean that there is no PIN.
     if (*pin == Number(0)) return badValue("wps-pin", text, "a PIN: zero stands for none");
     configuration.setWpsPIN(pin->int64());
     return std::nullopt;
@@ -167,7 +167,7 @@ Problem readSSID(HalvaneBSSConfig& configuration, const TypedConfig& typed) {
     return std::nullopt;
 }
 
-// Calls `read` for each option of the table that was typed, up to the first problem.
+// Calls `read` for each typed option of the table, up to the first problem.
 template <typename Option>
 Problem readEach(std::span<const Option> options, HalvaneBSSConfig& configuration,
                  const TypedConfig& typed,

@@ -18,8 +18,8 @@
 
 namespace halvane::tool {
 
-// Where the parser leaves what was typed; null, or 0, where it was not. One place does for all
-// commands, since one runs at a time.
+// The parser stores the typed values here; null or 0 means not typed. All commands share one place,
+// because only one runs at a time.
 struct TypedConfig {
     const char* ssid = nullptr;
     const char* ssidHex = nullptr;
@@ -87,7 +87,7 @@ constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char
             .shortHelp = help};
 }
 
-// All of them, to be written into a command's table.
+// All options, for the table of a command.
 #define HALVANE_CONFIG_OPTIONS                                                                   \
     configValue("ssid", &gTypedConfig.ssid, "SSID", "the network's name, 1 to 32 octets"),       \
         configValue("ssid-hex", &gTypedConfig.ssidHex, "HEX", "the SSID as hexadecimal text"),   \
@@ -115,17 +115,18 @@ constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char
         configValue("model-number", &gTypedConfig.modelNumber, "TEXT", "for WPS"),               \
         configValue("serial-number", &gTypedConfig.serialNumber, "TEXT", "for WPS")
 
-// A configuration to which its secrets are yet to be added.
+// A configuration without its secrets, which are added later.
 struct ConfigOptions {
     HalvaneBSSConfig configuration = HalvaneBSSConfig::init();
     bool needsPassphrase = false;
     bool needsKey = false;
 };
 
-// What was typed since the last call, on top of the defaults.
+// Returns the options that were typed since the last call, added to the defaults.
 Result<ConfigOptions, UsageError> takeConfigOptions();
 
-// Reads the passphrase and derives the key as asked for. An error tells why that cannot be done.
+// Reads the passphrase and derives the key if the options ask for them. An error states why that
+// failed.
 Result<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions& options);
 
 }  // namespace halvane::tool

@@ -16,7 +16,7 @@ namespace halvane::tool {
 
 namespace {
 
-// The options as they were typed; null, or 0, where they were not.
+// The options as typed; null or 0 means not typed.
 struct Typed {
     const char* bssid = nullptr;
     const char* ssid = nullptr;
@@ -86,7 +86,7 @@ std::optional<std::uint16_t> fieldOf(std::string_view text) {
     return value;
 }
 
-// Reads an option's text if there is one; false if it cannot be read.
+// Reads an option's text if there is one. Returns false if the text cannot be read.
 template <typename Place, typename Value>
 bool read(const char* text, Place& place, std::optional<Value> (*valueOf)(std::string_view)) {
     if (text == nullptr) return true;

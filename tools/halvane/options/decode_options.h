@@ -1,4 +1,4 @@
-// What the command line of `halvane decode` asks for.
+// The options of `halvane decode`.
 #ifndef TOOLS_HALVANE_OPTIONS_DECODE_OPTIONS_H
 #define TOOLS_HALVANE_OPTIONS_DECODE_OPTIONS_H
 
@@ -25,7 +25,7 @@ struct DecodeOptions {
     std::optional<std::string> ssid;
 };
 
-// What gDecodeOptions has read since the last call, and the arguments left.
+// Returns what gDecodeOptions has read since the last call, and the remaining arguments.
 Result<DecodeOptions, UsageError> takeDecodeOptions();
 
 }  // namespace halvane::tool

@@ -11,8 +11,8 @@
 
 namespace halvane::tool {
 
-// An SSID of 1 to 32 octets: those of the argument, or those that it is hexadecimal text of. An
-// error does not repeat the argument, for it may be a passphrase at the wrong place.
+// An SSID of 1 to 32 octets. The argument holds the octets, or hexadecimal text of them. An error
+// does not repeat the argument, because it may be a misplaced passphrase.
 Result<Ssid, UsageError> ssidOf(const std::string& argument, bool isHex);
 
 }  // namespace halvane::tool

@@ -8,7 +8,7 @@
 
 namespace halvane::tool {
 
-// Number, frequency and flags, a line a channel.
+// Number, frequency and flags, one line per channel.
 void printChannelTable(const std::vector<HalvaneChannel>& channels);
 
 }  // namespace halvane::tool

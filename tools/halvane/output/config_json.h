@@ -8,7 +8,7 @@
 
 namespace halvane::tool {
 
-// Keys are the properties' names; absent ones are left out.
+// Keys are the names of the properties. Absent properties are left out.
 void writeJSON(JSONWriter& writer, const HalvaneBSSConfig& configuration);
 
 }  // namespace halvane::tool

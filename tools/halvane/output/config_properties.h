@@ -1,7 +1,7 @@
 // The properties of BSS configurations.
 //
-// Keys are the properties' names, and stay as they are: programs read them. The passphrase and the
-// key are among them.
+// Keys are the names of the properties. They are stable, because programs read them. The passphrase
+// and the key are included.
 #ifndef TOOLS_HALVANE_OUTPUT_CONFIG_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_CONFIG_PROPERTIES_H
 

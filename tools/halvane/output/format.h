@@ -14,15 +14,16 @@ namespace halvane::tool {
 
 enum class Format { Text, JSON, JSONLines, PropertyList };
 
-// As --format names it: "text", "json", "jsonl", "plist". Absent for another name.
+// The format with this name for --format: "text", "json", "jsonl", "plist". Absent for another
+// name.
 std::optional<Format> formatNamed(std::string_view name);
 
-// Where the parser leaves the text of --format; null where it was not typed. One place does for all
-// commands, since one runs at a time.
+// The parser stores the text of --format here; null means not typed. All commands share one place,
+// because only one runs at a time.
 extern const char* gTypedFormat;
 
-// --format as a row of a command's options. `longHelp` tells what each format is there, `names`
-// which there are.
+// --format as a row of a command's options. `longHelp` describes the formats, and `names` lists
+// them.
 constexpr CLIOption formatOption(const char* longHelp,
                                  const char* names = "text (default), json, jsonl or plist") {
     return {.type = kCLIString,
@@ -34,7 +35,7 @@ constexpr CLIOption formatOption(const char* longHelp,
             .longHelp = longHelp};
 }
 
-// The format that was typed since the last call; text where none was.
+// Returns the format that was typed since the last call, or text if none was.
 Result<Format, UsageError> takeFormat();
 
 }  // namespace halvane::tool

@@ -1,4 +1,4 @@
-// Where a record that is not folded comes from.
+// The origin of a record that is not folded.
 #ifndef TOOLS_HALVANE_OUTPUT_FRAME_ORIGIN_H
 #define TOOLS_HALVANE_OUTPUT_FRAME_ORIGIN_H
 
@@ -9,7 +9,7 @@
 namespace halvane::tool {
 
 struct FrameOrigin {
-    std::uint64_t number = 0;  // 1-based, in the file
+    std::uint64_t number = 0;  // in the file, counted from 1
     capture::BeaconSubtype subtype = capture::BeaconSubtype::Beacon;
 };
 

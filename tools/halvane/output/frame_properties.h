@@ -1,6 +1,6 @@
-// The properties of single frames, which stand before those of the record in them.
+// The properties of single frames. They precede the properties of the record.
 //
-// Keys stay as they are: programs read them.
+// Keys are stable, because programs read them.
 #ifndef TOOLS_HALVANE_OUTPUT_FRAME_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_FRAME_PROPERTIES_H
 
@@ -19,7 +19,7 @@ inline constexpr auto kProperties<FrameOrigin> = std::tuple{
     Property{"subtype", [](const FrameOrigin& origin) { return subtypeName(origin.subtype); }},
 };
 
-// Those of the sighting alone; its record has a table of its own.
+// The properties of the sighting alone. Its record has its own table.
 template <>
 inline constexpr auto kProperties<capture::Sighting> = std::tuple{
     Property{"radioChannel",

@@ -8,8 +8,8 @@
 
 namespace halvane::tool {
 
-// A literal of letters, digits and underscores, so that nothing in it is ever escaped. Any other
-// does not compile.
+// A literal of letters, digits and underscores, which needs no escapes. Any other literal does not
+// compile.
 struct JSONKey {
     std::string_view text;
 

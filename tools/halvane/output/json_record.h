@@ -75,7 +75,7 @@ void writeMember(JSONWriter& writer, JSONKey key, const std::shared_ptr<Value>& 
     if (value) writeMember(writer, key, *value);
 }
 
-// Into an object that is open.
+// Writes into an open object.
 template <Tabled Record>
 void writeMembers(JSONWriter& writer, const Record& record) {
     forEachProperty<Record>(

@@ -18,10 +18,11 @@ namespace {
 
 constexpr std::size_t kFirstCapacity = 4096;
 
-// Of a double: its sign, 17 digits, a point, and "0.000" before them or "e-308" behind.
+// The most characters of a double: sign, 17 digits, point, and "0.000" before or "e-308" after the
+// digits.
 constexpr std::size_t kMostRealCharacters = 32;
 
-// What a string takes as it is: ASCII without controls, quotes and backslashes.
+// Characters that need no escape: ASCII without controls, quotes and backslashes.
 constexpr auto kIsPlain = [] {
     std::array<bool, 256> isPlain{};
     for (std::size_t c = 0x20; c < 0x80; ++c) isPlain[c] = c != '"' && c != '\\';
@@ -36,7 +37,7 @@ std::size_t plainLength(std::string_view text) {
     return static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
 }
 
-// The letter of a short escape; 0 where the character has none.
+// The letter of a short escape, or 0 if the character has none.
 char escapeLetter(char character) {
     switch (character) {
         case '"':
@@ -67,8 +68,8 @@ void JSONWriter::grow(std::size_t count) {
     capacity_ = capacity;
 }
 
-// The two forms of std::to_chars, each in its shortest digits; a whole number gets a fraction, so
-// that it stays a real one for who reads it.
+// The two forms of std::to_chars, each with its shortest digits. A whole number gets a fraction, so
+// that readers keep it as a real number.
 void JSONWriter::real(double value) {
     constexpr double kLeastFixed = 1e-4, kFirstBeyondFixed = 1e15;
     if (!std::isfinite(value)) return null();
@@ -92,8 +93,8 @@ void JSONWriter::number(const Number& value) {
     if (!putTenths(real)) this->real(real);
 }
 
-// Most rates are tenths, whose digits need no search: a number that a count of tenths below 2^53
-// is the nearest to has none shorter.
+// Most rates are tenths, and their digits need no search: if a count of tenths below 2^53 rounds to
+// the number, no shorter digits exist.
 bool JSONWriter::putTenths(double value) {
     constexpr double kMost = 1e12;
     const double tenths = value * 10;
@@ -147,7 +148,7 @@ void JSONWriter::putEscaped(char character) {
 }
 
 void JSONWriter::hexString(std::span<const std::uint8_t> bytes) {
-    // The terminator goes where the closing quote comes.
+    // The terminator goes to the place of the closing quote.
     beforeValue(HALVANE_HEX_TEXT_SIZE(bytes.size()) + 1);
     put('"');
     DataToHexCStringEx(bytes.data(), bytes.size(), buffer_.get() + size_, kHexDigitsLowercase);
@@ -169,7 +170,7 @@ void JSONWriter::addressString(std::span<const std::uint8_t> address) {
 
 void JSONWriter::shownString(std::span<const std::uint8_t> octets) {
     const std::string_view text(reinterpret_cast<const char*>(octets.data()), octets.size());
-    // Nothing is escaped of what takes no escape here either.
+    // This loop also escapes only characters that need an escape.
     const bool isPlainText = plainLength(text) == text.size() && text.find('\x7F') == text.npos;
     string(isPlainText ? text : std::string_view(escapedText(octets)));
 }

@@ -1,8 +1,8 @@
-// Writes JSON (RFC 8259) straight into a buffer, which grows to what is needed once and is then
-// used again.
+// Writes JSON (RFC 8259) straight into a buffer. The buffer grows once to the necessary size, and
+// is then reused.
 //
-// There are two layouts: all on one line without blanks, and indented by two columns a level with
-// each member and each item on a line of its own. An empty object or array is "{}" or "[]" in both.
+// There are two layouts: one line without blanks, and one line for each member and item, indented
+// by two columns per level. An empty object or array is "{}" or "[]" in both.
 //
 // Threads: one writer is used by one thread at a time.
 #ifndef TOOLS_HALVANE_OUTPUT_JSON_WRITER_H
@@ -23,7 +23,7 @@
 
 namespace halvane::tool {
 
-// Text of this size is worth a write of its own, in bytes.
+// Text of this size, in bytes, is worth a separate write.
 inline constexpr std::size_t kJSONBatchSize = std::size_t{60} * 1024;
 
 class JSONWriter {
@@ -32,10 +32,10 @@ class JSONWriter {
 
     explicit JSONWriter(Layout layout = Layout::OneLine) : layout_(layout) {}
 
-    // What was written since the last clear(); valid until the writer is next changed.
+    // The text since the last clear(). Valid until the writer changes.
     std::string_view text() const { return {buffer_.get(), size_}; }
 
-    // Drops the text and keeps its memory. An object or array that is open stays open.
+    // Drops the text and keeps its memory. Open objects and arrays stay open.
     void clear() { size_ = 0; }
 
     // Each container holds members or items until it is ended.
@@ -55,7 +55,7 @@ class JSONWriter {
         isAfterKey_ = true;
     }
 
-    // A value: a member's, an array's next item, or the whole document.
+    // Writes a value: that of a member, the next item of an array, or the whole document.
     void null() { literal("null"); }
     void boolean(bool value) { literal(value ? "true" : "false"); }
     void integer(std::integral auto value) {
@@ -65,27 +65,28 @@ class JSONWriter {
             buffer_.get());
     }
 
-    // In the shortest digits that read back equal: with a fraction from 0.0001 up to below 1e15,
-    // and with an exponent otherwise. Null where the number is not finite, for JSON has none such.
+    // Writes the shortest digits that read back equal: with a fraction from 0.0001 up to below
+    // 1e15, otherwise with an exponent. Writes null for a number that is not finite, because JSON
+    // has none.
     void real(double value);
 
-    // An integer wherever the value is one that 64 bits hold, however it is held.
+    // Writes an integer if the value is one that 64 bits can hold, whatever type holds it.
     void number(const Number& value);
 
-    // Escapes what JSON wants escaped, and nothing else. Each octet that belongs to no character of
-    // UTF-8 becomes U+FFFD.
+    // Escapes only what JSON requires. Each octet that belongs to no UTF-8 character becomes
+    // U+FFFD.
     void string(std::string_view text);
 
     // Lower-case digits.
     void hexString(std::span<const std::uint8_t> bytes);
 
-    // "02:1A:2B:3C:4D:5E": the first six bytes, or as many as there are.
+    // "02:1A:2B:3C:4D:5E": the first six bytes, or fewer if there are fewer.
     void addressString(std::span<const std::uint8_t> address);
 
-    // Received octets as escapedText() shows them.
+    // Writes received octets as escapedText() shows them.
     void shownString(std::span<const std::uint8_t> octets);
 
-    // Puts text as it is, between two documents or around them.
+    // Appends text unchanged, between or around documents.
     void verbatim(std::string_view text) {
         makeRoom(text.size() + 1);
         putRoomed(text);
@@ -107,7 +108,8 @@ class JSONWriter {
         size_ += text.size();
     }
 
-    // What stands before a member or an item; leaves room for `count` characters behind it.
+    // Writes the separator before a member or an item, and leaves room for `count` characters after
+    // it.
     void separate(std::size_t count) {
         makeRoom(count + 2 + kIndent * depth_);
         if (depth_ == 0) return;
@@ -148,7 +150,7 @@ class JSONWriter {
     }
     bool putTenths(double value);
     void putCharacters(std::string_view text);
-    // What a string cannot take as it is; returns the octets of `text` that it stood for.
+    // Writes the escape for the start of `text`, and returns the number of octets that it replaces.
     std::size_t putSpecial(std::string_view text);
     void putEscaped(char character);
 
@@ -159,7 +161,7 @@ class JSONWriter {
     std::size_t size_ = 0;
     std::size_t capacity_ = 0;
     std::size_t depth_ = 0;
-    bool isFirst_ = true;  // nothing stands in the innermost container yet
+    bool isFirst_ = true;  // the innermost container is empty so far
     bool isAfterKey_ = false;
 };
 

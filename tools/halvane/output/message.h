@@ -6,8 +6,8 @@
 
 namespace halvane::tool {
 
-// "halvane: MESSAGE". Arguments and file names may stand in it as they came: what could command a
-// terminal is escaped.
+// Prints "halvane: MESSAGE". The message may hold arguments and file names unchanged, because
+// characters that could control a terminal are escaped.
 void complain(const std::string& message);
 
 // How messages name an input: "standard input" for "-", two quotes for an empty name.

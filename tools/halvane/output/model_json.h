@@ -1,4 +1,4 @@
-// What the Wi-Fi daemon reports, as JSON. Absent values are left out, and so is an empty address.
+// Records of the Wi-Fi daemon as JSON. Absent values and empty addresses are left out.
 #ifndef TOOLS_HALVANE_OUTPUT_MODEL_JSON_H
 #define TOOLS_HALVANE_OUTPUT_MODEL_JSON_H
 
@@ -12,10 +12,10 @@ namespace halvane::tool {
 
 void writeJSON(JSONWriter& writer, const HalvaneDevice& device);
 
-// With its device and its channels.
+// Includes the device and the channels of the interface.
 void writeJSON(JSONWriter& writer, const HalvaneInterface& interface);
 
-// The members of its BSS record, then those that a client adds.
+// Writes the members of the BSS record, then those that a client adds.
 void writeJSON(JSONWriter& writer, const HalvaneClient& client);
 
 }  // namespace halvane::tool

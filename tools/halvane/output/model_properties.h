@@ -1,7 +1,7 @@
 // The properties of what the Wi-Fi daemon reports.
 //
-// Keys are the properties' names, and stay as they are: programs read them. An empty address is
-// absent.
+// Keys are the names of the properties. They are stable, because programs read them. An empty
+// address is absent.
 #ifndef TOOLS_HALVANE_OUTPUT_MODEL_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_MODEL_PROPERTIES_H
 
@@ -37,7 +37,7 @@ inline constexpr auto kProperties<HalvaneInterface> = std::tuple{
     HALVANE_PROPERTY(availableChannels),
 };
 
-// Those of a BSS record, then those that a client adds.
+// The properties of a BSS record, then those that a client adds.
 template <>
 inline constexpr auto kProperties<HalvaneClient> =
     std::tuple_cat(kProperties<HalvaneMAC>,

@@ -22,13 +22,14 @@ inline JSONWriter jsonWriterFor(Format format) {
                                              : JSONWriter::Layout::OneLine);
 }
 
-// Puts what was written, and clears it.
+// Outputs the text of the writer, and clears it.
 inline void putJSON(JSONWriter& writer) {
     put(writer.text());
     writer.clear();
 }
 
-// One array, or a line a record. There is a writeJSON() of the record's type.
+// Prints one array, or one line per record.
+// REQUIRES: the record's type has a writeJSON().
 template <typename Record>
 void printJSON(const std::vector<Record>& records, Format format) {
     JSONWriter writer = jsonWriterFor(format);
@@ -45,8 +46,8 @@ void printJSON(const std::vector<Record>& records, Format format) {
     putJSON(writer);
 }
 
-// `toPropertyList` gives a record's dictionary.
-// REQUIRES: `format` is not text, which each command has its own way of.
+// `toPropertyList` returns a record's dictionary.
+// REQUIRES: `format` is not text, which each command prints in its own way.
 template <typename Record, typename ToPropertyList>
 void printRecords(const std::vector<Record>& records, Format format,
                   ToPropertyList toPropertyList) {
@@ -56,8 +57,8 @@ void printRecords(const std::vector<Record>& records, Format format,
     putPropertyList(std::move(array));
 }
 
-// The object of a record and nothing else, in one of those formats; as a property list its
-// dictionary alone.
+// Prints the object of one record, and nothing else, in one of those formats. A property list holds
+// only the dictionary.
 template <typename Record>
 void printRecord(const Record& record, PropertyListDictionary propertyList, Format format) {
     if (format == Format::PropertyList) return putPropertyList(std::move(propertyList));

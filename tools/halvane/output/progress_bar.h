@@ -9,31 +9,31 @@
 
 namespace halvane::tool {
 
-// "[=====>    ]  54%": exactly `width` columns. Empty where they are too few for a bar, or where
-// `total` is 0. More than `total` counts as all of it.
+// "[=====>    ]  54%": exactly `width` columns. Empty if they are too few for a bar, or if `total`
+// is 0. More than `total` counts as `total`.
 std::string progressBarText(std::uint64_t done, std::uint64_t total, std::size_t width);
 
 // Whether a file deserves a bar: it is larger than 4 MiB (an absent size is not), the output is a
-// terminal, and NO_COLOR (https://no-color.org; null where it is not set) is unset or empty.
+// terminal, and NO_COLOR (https://no-color.org; null if it is not set) is unset or empty.
 bool wantsProgressBar(std::optional<std::uint64_t> fileSize, bool isTerminal, const char* noColor);
 
-// Draws on `stream` for as long as it lives, and wipes the line when it goes. For one thread.
+// Draws on `stream` as long as it lives, and clears the line at the end. For one thread.
 class ProgressBar {
   public:
-    // Draws nothing where wantsProgressBar says no, of this stream and this environment.
+    // Draws nothing if wantsProgressBar() returns false for this stream and environment.
     // REQUIRES: `stream` outlives the bar.
     ProgressBar(std::FILE* stream, std::optional<std::uint64_t> fileSize);
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
 
-    // Whether there is a bar at all, so that nobody counts bytes for nothing.
+    // Whether there is a bar at all. If not, the caller need not count bytes.
     bool isShown() const { return total_ > 0; }
 
-    // Cheap where the text does not change.
+    // Cheap if the text does not change.
     void update(std::uint64_t done);
 
-    // Wipes the line until the next update that changes it; call it before other output.
+    // Clears the line until the next update that changes it. Call it before other output.
     void clear();
 
   private:

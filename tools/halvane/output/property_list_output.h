@@ -10,10 +10,11 @@
 
 namespace halvane::tool {
 
-// The value as XML. One that has no XML form is lost output, whose reason is noted.
+// Returns the value as XML. A value without an XML form counts as lost output, and its reason is
+// noted.
 std::optional<std::string> propertyListText(const PropertyListValue& value);
 
-// Puts propertyListText().
+// Prints propertyListText().
 void putPropertyList(const PropertyListValue& value, std::FILE* stream = stdout);
 
 // "U+0001"

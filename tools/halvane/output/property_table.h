@@ -1,8 +1,7 @@
-// Records as programs read them: one table of properties for each record class, and from it
-// everything that is printed for programs.
+// Tables of properties, one for each record class. All JSON output comes from these tables.
 //
-// A table is a tuple of rows in the order of output. A row has a key and a reader; what the reader
-// returns tells the property's kind, and whether it may be absent:
+// A table is a tuple of rows in the order of output. A row has a key and a reader. The return type
+// of the reader determines the property's kind, and whether it may be absent:
 //
 //   bool                       Boolean
 //   any other integer          Integer
@@ -52,7 +51,7 @@ struct ShownOctets {
     std::span<const std::uint8_t> octets;
 };
 
-// Absent where the address is empty. Valid as long as the buffer's bytes.
+// Absent if the address is empty. Valid as long as the buffer's bytes.
 inline std::optional<Address> addressIn(const ByteBuffer& address) {
     if (address.empty()) return std::nullopt;
     return Address{address.bytes()};
@@ -82,7 +81,7 @@ Property(JSONKey, Read) -> Property<Read>;
 #getter, [](const auto& record) -> decltype(auto) { return record.getter(); } \
     }
 
-// The table of a record class; empty for a class that has none.
+// The table of a record class; empty for a class without one.
 template <typename Record>
 inline constexpr std::tuple<> kProperties;
 
@@ -95,7 +94,7 @@ constexpr void forEachProperty(Take take) {
     std::apply([&take](const auto&... row) { (take(row), ...); }, kProperties<Record>);
 }
 
-// --- What a table tells without a record ---
+// --- Descriptions of tables, without a record ---
 
 enum class PropertyKind : std::uint8_t {
     Boolean,
@@ -113,7 +112,7 @@ struct PropertyDescription {
     PropertyKind kind;
     bool mayBeAbsent;
     PropertyKind itemKind;  // of an array; `kind` otherwise
-    // Of an object, or of an array's objects; no rows for any other kind.
+    // The rows of an object, or of an array's objects. Empty for any other kind.
     std::span<const PropertyDescription> members;
 };
 

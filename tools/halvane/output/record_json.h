@@ -1,4 +1,4 @@
-// What is seen of a BSS, as JSON.
+// Sightings of BSSs as JSON.
 #ifndef TOOLS_HALVANE_OUTPUT_RECORD_JSON_H
 #define TOOLS_HALVANE_OUTPUT_RECORD_JSON_H
 
@@ -11,8 +11,8 @@
 
 namespace halvane::tool {
 
-// One object: "frame" and "subtype" where the origin is known, "radioChannel" where it is another
-// than the record's channel, and the record's members.
+// Writes one object: "frame" and "subtype" if the origin is known, "radioChannel" if it differs
+// from the record's channel, and the record's members.
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
                const std::optional<FrameOrigin>& origin);
 

@@ -1,6 +1,6 @@
 // The properties of BSS records and of the elements in them.
 //
-// Keys are the properties' names, and stay as they are: programs read them.
+// Keys are the names of the properties. They are stable, because programs read them.
 #ifndef TOOLS_HALVANE_OUTPUT_RECORD_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_RECORD_PROPERTIES_H
 
@@ -92,7 +92,7 @@ inline constexpr auto kProperties<HalvaneDWDSIE> = std::tuple{
     HALVANE_PROPERTY(isClosedNetworkOverDWDS),
 };
 
-// The names of a device type are found on request, by the company that defines them.
+// The company that defines a device type determines its names. The record looks them up on request.
 inline HalvaneWPSDeviceType withNames(HalvaneWPSDeviceType deviceType) {
     if (deviceType.companyName() == kVendorCompanyName) {
         deviceType.parseDeviceTypeTessic();

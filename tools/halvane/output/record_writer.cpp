@@ -47,8 +47,9 @@ class TextWriter : public Writer {
     void finish() override {}
 };
 
-// Text of whole records, put in one piece when it has grown to a batch. A terminal gets each record
-// at once. What is left goes out in the end, also when an exception leaves a record unfinished.
+// Collects the text of whole records, and writes it as one piece when it has the size of a batch. A
+// terminal gets each record at once. The rest goes out at the end, even if an exception leaves a
+// record unfinished.
 class JSONBatch {
   public:
     JSONBatch(JSONWriter::Layout layout, std::FILE* stream)
@@ -59,13 +60,13 @@ class JSONBatch {
 
     JSONWriter& writer() { return writer_; }
 
-    // The text so far is whole.
+    // Marks the text so far as whole.
     void commit() {
         whole_ = writer_.text().size();
         if (isShown_ || whole_ >= kJSONBatchSize) flush();
     }
 
-    // Puts what is whole, and drops the rest.
+    // Writes the whole records, and drops the rest.
     void flush() {
         put(writer_.text().substr(0, whole_), stream_);
         writer_.clear();
@@ -95,8 +96,8 @@ class JSONLinesWriter : public RecordWriter {
     JSONBatch batch_;
 };
 
-// One array, its brackets written around the records as they pass. The records are indented as
-// documents of their own.
+// Writes one array, with its brackets around the records as they pass. The records are indented
+// like separate documents.
 class JSONArrayWriter : public RecordWriter {
   public:
     explicit JSONArrayWriter(std::FILE* stream) : batch_(JSONWriter::Layout::Indented, stream) {}
@@ -119,8 +120,8 @@ class JSONArrayWriter : public RecordWriter {
     bool isFirst_ = true;
 };
 
-// One array. Each record is written as the document of an array of its own, of which only the part
-// between the array's tags goes out.
+// Writes one array. Each record is first written as a document with its own array, and only the
+// part between the array's tags goes out.
 class PropertyListWriter : public Writer {
   public:
     using Writer::Writer;

@@ -1,7 +1,7 @@
 // Prints BSS records in one of the output formats.
 //
-// Records go out as they come, so that a stream of them needs no memory: JSON in batches of a fixed
-// size, and one by one on a terminal.
+// Records go out as they arrive, so a stream of them needs no memory. JSON goes out in batches of a
+// fixed size, but one by one on a terminal.
 #ifndef TOOLS_HALVANE_OUTPUT_RECORD_WRITER_H
 #define TOOLS_HALVANE_OUTPUT_RECORD_WRITER_H
 

@@ -1,4 +1,4 @@
-// The regulatory records as JSON. Absent names are left out, lists and flags never.
+// The regulatory records as JSON. Absent names are left out, but lists and flags never are.
 #ifndef TOOLS_HALVANE_OUTPUT_REGULATORY_JSON_H
 #define TOOLS_HALVANE_OUTPUT_REGULATORY_JSON_H
 
@@ -12,10 +12,10 @@ namespace halvane::tool {
 
 void writeJSON(JSONWriter& writer, const HalvaneChannel& channel);
 
-// With its channels.
+// Includes the channels of the country.
 void writeJSON(JSONWriter& writer, const HalvaneCountry& country);
 
-// With its countries and their channels.
+// Includes the countries of the SKU and their channels.
 void writeJSON(JSONWriter& writer, const HalvaneSKU& sku);
 
 }  // namespace halvane::tool

@@ -1,6 +1,6 @@
 // The properties of the regulatory records.
 //
-// Keys are the properties' names, and stay as they are: programs read them.
+// Keys are the names of the properties. They are stable, because programs read them.
 #ifndef TOOLS_HALVANE_OUTPUT_REGULATORY_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_REGULATORY_PROPERTIES_H
 

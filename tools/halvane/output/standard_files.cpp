@@ -6,7 +6,7 @@
 
 namespace halvane::tool {
 
-// In this order, since open() takes the lowest number that is free.
+// In this order, because open() returns the lowest free number.
 void openStandardFiles() noexcept {
     for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(file, F_GETFD) >= 0) continue;

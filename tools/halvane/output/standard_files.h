@@ -4,8 +4,8 @@
 
 namespace halvane::tool {
 
-// Opens what is closed of descriptors 0 to 2, so that no file or socket of the program's takes
-// their number and what is printed goes astray. To use them fails as before, with EBADF.
+// Opens those of the descriptors 0 to 2 that are closed. No file or socket of the program can then
+// get their number and receive output by mistake. Using them still fails with EBADF.
 // REQUIRES: called before anything else is opened.
 void openStandardFiles() noexcept;
 

@@ -10,10 +10,10 @@ namespace halvane::tool {
 
 namespace {
 
-// Of errno; 0 for none that is known.
+// An errno; 0 if none is known.
 int gReason = 0;
 
-// Any other; empty for none.
+// Any other reason; empty for none.
 std::string gOtherReason;
 
 }  // namespace
@@ -27,7 +27,7 @@ bool putAtOnce(std::string_view text) noexcept {
         const ssize_t count = ::write(STDOUT_FILENO, text.data(), text.size());
         if (count >= 0) {
             text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno == EAGAIN) {  // who shares the file made it one that does not wait
+        } else if (errno == EAGAIN) {  // another user of the file made it non-blocking
             pollfd writable = {STDOUT_FILENO, POLLOUT, 0};
             ::poll(&writable, 1, -1);
         } else if (errno != EINTR) {

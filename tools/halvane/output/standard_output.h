@@ -1,10 +1,9 @@
-// What commands print, and why some of it did not get there.
+// Writes the output of commands, and keeps the reason if some of it is lost.
 //
-// The reason of a failed write is gone when the command has done something else, so that it is
-// noted at once. What is printed by the standard library's own functions is found missing at the
-// end.
+// The reason of a failed write is overwritten by later calls, so these functions note it at once.
+// Output lost by the standard library's own functions is detected at the end.
 //
-// Threads: used by one at a time.
+// Threads: one thread at a time may call these functions.
 #ifndef TOOLS_HALVANE_OUTPUT_STANDARD_OUTPUT_H
 #define TOOLS_HALVANE_OUTPUT_STANDARD_OUTPUT_H
 
@@ -14,24 +13,23 @@
 
 namespace halvane::tool {
 
-// Puts text on standard output, or on a stream that stands for it.
+// Writes text to standard output, or to a stream that replaces it.
 void put(std::string_view text, std::FILE* stream = stdout) noexcept;
 
-// The same at once, through no buffer and behind no lock, so that the program can end whoever is
-// slow to read. False where it was lost.
-// REQUIRES: nothing was put otherwise.
+// Writes text at once, without a buffer and without a lock. The program can therefore end even if a
+// reader is slow. Returns false if the text was lost.
+// REQUIRES: no other function has written output.
 bool putAtOnce(std::string_view text) noexcept;
 
-// Notes that something could not be put, for a reason of errno's or another one. The first reason
-// counts.
+// Notes that output was lost, with an errno or another reason. The first reason counts.
 void noteLostOutput(int error) noexcept;
 void noteLostOutput(std::string reason) noexcept;
 
-// Writes what standard output still holds. False where anything was lost, now or before.
+// Flushes standard output. Returns false if anything was lost, now or before.
 bool flushOutput() noexcept;
 
-// Why.
-// REQUIRES: flushOutput() answered false.
+// The reason of the loss.
+// REQUIRES: flushOutput() returned false.
 std::string lostOutputReason();
 
 }  // namespace halvane::tool

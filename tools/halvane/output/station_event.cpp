@@ -21,13 +21,13 @@ inline constexpr auto kProperties<StationChange> = std::tuple{
 
 namespace {
 
-// What is short of `width` is filled with blanks.
+// Pads the text with blanks up to `width`.
 std::string padded(std::string text, std::size_t width) {
     if (text.size() < width) text.resize(width, ' ');
     return text;
 }
 
-// As in the tables of lists.
+// The same as in the tables of lists.
 std::string orDash(const std::string& text) {
     return text.empty() ? "-" : text;
 }

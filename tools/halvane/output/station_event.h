@@ -10,7 +10,7 @@
 
 namespace halvane::tool {
 
-// Without its newline: as text, which is safe to show, or as JSON.
+// The line without its newline: as text, which is safe to show, or as JSON.
 std::string lineOf(const StationChange& change, Format format);
 
 }  // namespace halvane::tool

@@ -1,4 +1,4 @@
-// Tables for people: a line of titles, then a line a row.
+// Tables for people: a line of titles, then one line per row.
 #ifndef TOOLS_HALVANE_OUTPUT_TEXT_TABLE_H
 #define TOOLS_HALVANE_OUTPUT_TEXT_TABLE_H
 
@@ -22,12 +22,12 @@ struct Column {
     std::string (*cell)(const Record& record);
 };
 
-// A cell that is longer than this shifts the rest of its own line, and no other line.
+// A cell that is longer than this shifts the rest of its own line, but no other line.
 inline constexpr std::size_t kGreatestColumnWidth = 128;
 
-// Columns are as wide as their widest cell, counted in octets, and two blanks apart. Nothing pads
-// the last one where it is aligned to the left, so that what is not ASCII belongs there. A row is
-// one cell a column, which the layout does not keep.
+// Columns are as wide as their widest cell, counted in octets, and two blanks apart. The last
+// column has no padding if it is aligned to the left, so text that is not ASCII belongs there. A
+// row has one cell per column. The layout does not keep the cells.
 class TableLayout {
   public:
     void addColumn(const char* title, Align align);
@@ -52,7 +52,7 @@ std::vector<std::string> cellsOf(std::span<const Column<Record>> columns, const 
     return cells;
 }
 
-// The cells are made twice, once for the widths, and no line is kept.
+// Makes the cells twice, the first time for the widths, and keeps no line.
 template <typename Record>
 void printTable(std::span<const Column<Record>> columns, const std::vector<Record>& records) {
     TableLayout layout;
