@@ -14,7 +14,7 @@ class BusError : public std::runtime_error {
     using runtime_error::runtime_error;
 };
 
-// Throws where the call answered a negative errno: "joining the bus: Connection refused".
+// Throws if the call returned a negative errno: "joining the bus: Connection refused".
 inline int check(int result, const char* attempt) {
     if (result == -ENOMEM) throw std::bad_alloc();
     if (result < 0) throw BusError(std::string(attempt) + ": " + std::strerror(-result));

@@ -1,5 +1,5 @@
-// The configurations of an interface, each with an SSID of its own, in the order in which their
-// SSIDs first came.
+// The configurations of an interface, with unique SSIDs, in the order in which the SSIDs first
+// arrived.
 #ifndef TOOLS_HALVANED_SIM_CONFIG_LIST_H
 #define TOOLS_HALVANED_SIM_CONFIG_LIST_H
 
@@ -21,15 +21,15 @@ class ConfigList {
     ConfigList(ConfigList&&) noexcept = default;
     ConfigList& operator=(ConfigList&&) noexcept = default;
 
-    // Adds the configuration, in the place of one that has the same SSID. Where memory runs out,
-    // the list is as it was.
+    // Adds the configuration, or replaces the one with the same SSID. If memory runs out, the list
+    // is unchanged.
     // REQUIRES: it has an SSID.
     void put(const HalvaneBSSConfig& config);
 
-    // Null where there is none. Valid until it is removed.
+    // Null if there is none. Valid until the configuration is removed.
     const HalvaneBSSConfig* find(const ByteBuffer& ssid) const;
 
-    // Does nothing where there is none.
+    // Does nothing if there is none.
     void remove(const ByteBuffer& ssid);
 
     bool empty() const { return configs_.empty(); }
@@ -40,7 +40,7 @@ class ConfigList {
     bool operator==(const ConfigList& other) const { return configs_ == other.configs_; }
 
   private:
-    using Configs = std::list<HalvaneBSSConfig>;  // which stay where they are
+    using Configs = std::list<HalvaneBSSConfig>;  // whose elements never move
 
     Configs configs_;
     std::map<ByteBuffer, Configs::iterator> placeOfSSID_;

@@ -27,7 +27,7 @@ constexpr std::uint64_t kReasonUnspecified = 1;
 
 using Words = std::vector<std::string>;
 
-// A line while it is followed; the first of its words says what to do.
+// A line while it is carried out. Its first word is the command.
 struct Line {
     Simulation& simulation;
     const Words& words;

@@ -1,4 +1,4 @@
-// Lines that tell the simulation what happens, and how to misbehave.
+// Control lines: they tell the simulation what happens, and how to misbehave.
 #ifndef TOOLS_HALVANED_SIM_CONTROL_H
 #define TOOLS_HALVANED_SIM_CONTROL_H
 
@@ -11,7 +11,7 @@
 
 namespace halvane::sim {
 
-// What a line asks of the connection to the bus.
+// The action that a line requires of the connection to the bus.
 struct BusAction {
     enum class Kind {
         Drop,     // give up the service's name
@@ -25,15 +25,15 @@ struct BusAction {
 };
 
 struct ControlResult {
-    std::string refusal;  // why the line cannot be followed; nothing has happened then. Else empty
-    std::string text;     // what the line asked to be told
-    std::optional<BusAction> action;  // what is left to do
+    std::string refusal;              // why the line was refused and nothing happened; else empty
+    std::string text;                 // the text that the line asked for
+    std::optional<BusAction> action;  // the action that is left to do
 };
 
-// Does what one line says. Its words are separated by blanks.
+// Carries out one line. Blanks separate its words.
 ControlResult control(Simulation& simulation, std::string_view line);
 
-// What lines there are, for people: one each, with what it does.
+// The list of lines for people: one line each, with its meaning.
 std::string controlHelp();
 
 }  // namespace halvane::sim

@@ -58,7 +58,7 @@ ControlResult ControlService::follow(std::string_view line) {
     return result;
 }
 
-// Answers why it cannot be done; empty where it has been.
+// Returns why it cannot be done; empty if it was done.
 std::string ControlService::perform(const BusAction& action) {
     switch (action.kind) {
         case BusAction::Kind::Drop:

@@ -1,7 +1,7 @@
-// The way to the simulation that a daemon does not have: control lines that come over the bus.
+// Accepts control lines over the bus. A real daemon has no such service.
 //
-// It has a connection of its own, which stays where the daemon's is lost on purpose. A line is
-// answered once what it makes happen has been told to subscribers.
+// The service has its own connection, which stays when the daemon's is lost on purpose. It replies
+// to a line after subscribers have been notified of the line's effects.
 #ifndef TOOLS_HALVANED_SIM_CONTROL_SERVICE_H
 #define TOOLS_HALVANED_SIM_CONTROL_SERVICE_H
 
@@ -22,18 +22,18 @@ class ControlService {
   public:
     using QuitHandler = std::function<void()>;
 
-    // Joins the bus, and offers itself there. Throws BusError where that fails.
+    // Joins the bus and publishes the service there. Throws BusError if that fails.
     ControlService(sd_event* event, Simulation& simulation, Service& service, QuitHandler onQuit);
     ControlService(const ControlService&) = delete;
     ControlService& operator=(const ControlService&) = delete;
 
-    // Leaves the bus, with everything sent.
+    // Leaves the bus after sending everything.
     ~ControlService();
 
-    // Whether lines can come over the bus: its policy may not let the name be owned.
+    // Whether lines can arrive over the bus. The policy of the bus may not allow owning the name.
     bool isReachable() const { return isReachable_; }
 
-    // Does what a line says; the result has no action left.
+    // Carries out a line. The result has no action left.
     ControlResult follow(std::string_view line);
 
   private:

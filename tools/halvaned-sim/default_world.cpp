@@ -44,7 +44,7 @@ std::vector<HalvaneChannel> channelsOf(const Band (&bands)[count]) {
     return channels;
 }
 
-// What a station with one stream sends as it associates with a WPA2 network (IEEE 802.11-2020,
+// The elements of a station with one stream that associates with a WPA2 network (IEEE 802.11-2020,
 // 9.3.3.5): Supported Rates, Extended Supported Rates, RSN with CCMP and a pre-shared key, HT
 // Capabilities.
 ByteBuffer stationElements() {

@@ -1,4 +1,4 @@
-// The world that the simulation has where it is told of no other.
+// The world of a simulation without a state file.
 #ifndef TOOLS_HALVANED_SIM_DEFAULT_WORLD_H
 #define TOOLS_HALVANED_SIM_DEFAULT_WORLD_H
 

@@ -1,4 +1,4 @@
-// The loop that waits for everything: the bus, signals, a child, the time.
+// The loop that waits for the bus, signals, a child and the time.
 #ifndef TOOLS_HALVANED_SIM_EVENT_LOOP_H
 #define TOOLS_HALVANED_SIM_EVENT_LOOP_H
 
@@ -27,7 +27,7 @@ inline EventPointer newEventLoop() {
     return EventPointer(event);
 }
 
-// What C code calls may not throw: it answers a negative errno instead.
+// A function that C code calls must not throw. It returns a negative errno instead.
 template <typename Work>
 int guarded(Work work) noexcept {
     try {

@@ -16,7 +16,7 @@ constexpr std::string_view kWords[] = {"",     "status",  "silent",  "error",
 
 constexpr std::string_view kGarbage = "<plist version=\"1.0\"><array><dict>";
 
-// What a message is told by: it stays where the rest goes missing.
+// The key that identifies a message. It stays when the rest is missing.
 bool isFrame(std::string_view key, const IPCMessage& message) {
     return key == "command" || (key == "status" && message.entries().size() > 1);
 }

@@ -1,4 +1,4 @@
-// How the simulation misbehaves where it was told to: for one command each, or for notifications.
+// How the simulation misbehaves on request: for single commands, or for notifications.
 #ifndef TOOLS_HALVANED_SIM_FAULTS_H
 #define TOOLS_HALVANED_SIM_FAULTS_H
 
@@ -16,11 +16,11 @@ namespace halvane::sim {
 enum class Fault {
     None,
     // The command is not carried out.
-    Status,  // another status than 0 is the answer
-    Silent,  // there is never an answer; of notifications: none is sent
-    Error,   // an error of D-Bus is the answer
+    Status,  // the reply has a status other than 0
+    Silent,  // there is never a reply, or no notification
+    Error,   // the reply is a D-Bus error
     Gone,    // the daemon leaves the bus, and comes back as another connection
-    // The command is carried out, the answer is spoilt.
+    // The command is carried out, but its reply is damaged.
     Garbled,   // data is no property list
     Missing,   // lacks what was asked for, or the status where that is all; of notifications: all
                // but the command
@@ -32,7 +32,7 @@ struct FaultSetting {
     std::int64_t status = 0;  // of Fault::Status
 };
 
-// What stands for notifications among the names of commands.
+// The word for notifications among the names of commands.
 inline constexpr std::string_view kEventTarget = "event";
 
 class Faults {
@@ -46,7 +46,7 @@ class Faults {
         return found != settings_.end() ? found->second : FaultSetting();
     }
 
-    // "enable: status 5\n", a line a target, in the order of their names.
+    // "enable: status 5\n": one line per target, in the order of names.
     std::string text() const;
 
   private:
@@ -57,7 +57,7 @@ class Faults {
 std::string_view wordOf(Fault fault);
 std::optional<Fault> faultFor(std::string_view word);
 
-// The message with the fault that spoils it; as it is for those that do not.
+// The message after the fault has damaged it. Other faults leave it unchanged.
 IPCMessage spoilt(const IPCMessage& message, Fault fault);
 
 }  // namespace halvane::sim

@@ -7,7 +7,7 @@ namespace halvane::sim {
 
 namespace {
 
-// Backslashes stay: who shows the text to people escapes it in their own way.
+// Backslashes stay unchanged: a program that shows the text to people escapes them itself.
 std::string withoutControls(const std::string& text) {
     constexpr unsigned char kDelete = 0x7F;
     std::string shown;

@@ -1,5 +1,5 @@
-// The control strings of the Wi-Fi log categories, as the daemon was last told. The simulation
-// keeps them, and logs nothing.
+// The latest control strings of the Wi-Fi log categories. The simulation stores them, and logs
+// nothing.
 #ifndef TOOLS_HALVANED_SIM_LOGGING_SETTINGS_H
 #define TOOLS_HALVANED_SIM_LOGGING_SETTINGS_H
 
@@ -14,7 +14,7 @@
 
 namespace halvane::sim {
 
-// The categories that a daemon has.
+// The log categories of a daemon.
 #define HALVANE_SIM_CATEGORY_NAME(name) #name,
 inline constexpr const char* kLogCategoryNames[] = {
     HALVANE_WIFI_LOG_CATEGORIES(HALVANE_SIM_CATEGORY_NAME)};
@@ -22,14 +22,14 @@ inline constexpr const char* kLogCategoryNames[] = {
 
 class LoggingSettings {
   public:
-    // The file of the daemon for each.
+    // By default each category logs to the daemon's file.
     LoggingSettings();
 
-    // Takes the strings under the names of categories; all of them, or none where one is no string.
+    // Stores the strings under the names of categories: all of them, or none if one is no string.
     Status change(const PropertyListDictionary& request);
 
-    // A line a category: "WiFi: ?WiFi:output=file;path=/var/log/halvaned.log\n". Control
-    // characters of ASCII, which could make another line of it, are written as \xNN.
+    // One line per category: "WiFi: ?WiFi:output=file;path=/var/log/halvaned.log\n". ASCII control
+    // characters, which could break the line, become \xNN.
     std::string text() const;
 
   private:

@@ -99,7 +99,7 @@ CLIOption gOptions[] = {
     {.type = kCLIEnd},
 };
 
-// What the library has to say goes to no log file: that is the daemon's.
+// The library logs to no file here, because the log file belongs to the daemon.
 void keepFromLogFile() {
 #define HALVANE_KEEP_FROM_LOG_FILE(name) gLogCategory_##name.initConfig = nullptr;
     HALVANE_WIFI_LOG_CATEGORIES(HALVANE_KEEP_FROM_LOG_FILE)

@@ -1,4 +1,4 @@
-// What the program says to people.
+// Messages of the program to people.
 #ifndef TOOLS_HALVANED_SIM_MESSAGE_H
 #define TOOLS_HALVANED_SIM_MESSAGE_H
 
@@ -6,10 +6,11 @@
 
 namespace halvane::sim {
 
-// "halvaned-sim: MESSAGE" on standard error, with what could command a terminal escaped.
+// Prints "halvaned-sim: MESSAGE" on standard error. Characters that could control a terminal are
+// escaped.
 void complain(const std::string& message);
 
-// Puts text on standard output, at once. False, and it has complained, where that fails.
+// Writes text to standard output at once. If that fails, prints a message and returns false.
 bool print(const std::string& text);
 
 }  // namespace halvane::sim

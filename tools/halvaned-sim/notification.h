@@ -1,4 +1,4 @@
-// What happens to a station, and the message that tells subscribers.
+// Events of stations, and the messages that notify subscribers.
 #ifndef TOOLS_HALVANED_SIM_NOTIFICATION_H
 #define TOOLS_HALVANED_SIM_NOTIFICATION_H
 
@@ -13,7 +13,7 @@ namespace halvane::sim {
 
 enum class Happening { Authorized, Joined, Kicked, Left };
 
-// "authorized", "joined", "kicked", "left"; and back, absent for any other word.
+// Converts to "authorized", "joined", "kicked", "left", and back. Absent for any other word.
 std::string_view wordOf(Happening happening);
 std::optional<Happening> happeningFor(std::string_view word);
 

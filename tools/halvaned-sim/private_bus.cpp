@@ -19,16 +19,17 @@ namespace halvane::sim {
 
 namespace {
 
-// What dbus-daemon takes for a path, which is less than an address of a socket holds.
+// The longest path that dbus-daemon accepts. It is shorter than a socket address can hold.
 constexpr std::size_t kLongestSocketPath = 99;
 
-// Between fork and exec.
+// Runs between fork and exec.
 [[noreturn]] void becomeBus(const char* configuration, const char* errors, int addressPipe,
                             pid_t parent) {
-    // Control-C on a terminal is for the simulation, which needs the bus until it has stopped.
+    // Control-C on a terminal must not end the bus, because the simulation needs it until it has
+    // stopped.
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-    if (::getppid() != parent) ::_exit(1);  // it was gone before it could be watched
+    if (::getppid() != parent) ::_exit(1);  // the parent ended before the child could watch it
     sigset_t none;
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -40,7 +41,7 @@ constexpr std::size_t kLongestSocketPath = 99;
     ::_exit(127);
 }
 
-// The first line that comes out of `descriptor`; what there is where it ends before.
+// The first line from `descriptor`, or the rest if that ends before a newline.
 std::string readLine(int descriptor) {
     std::string line;
     char byte = 0;
@@ -58,7 +59,7 @@ std::string firstLineOf(const std::string& path) {
     return std::getline(file, line) ? line : std::string("is it installed?");
 }
 
-// As an address of D-Bus has it, which is safe in XML too.
+// Escapes the path for a D-Bus address. The result is safe in XML too.
 std::string escapedPath(const std::string& path) {
     std::string escaped;
     for (const char character : path) {
@@ -76,7 +77,8 @@ std::string escapedPath(const std::string& path) {
     throw std::runtime_error("no folder can be made in " + parent + ": " + reason);
 }
 
-// Where new folders go. It is told to programs that may have another working directory.
+// The parent of new folders. It is absolute, because it is passed to programs that may have another
+// working directory.
 std::string absoluteParent() {
     const char* const named = std::getenv("TMPDIR");
     const std::string parent = named != nullptr && *named != '\0' ? named : "/tmp";
@@ -108,8 +110,8 @@ PrivateBus::~PrivateBus() {
     stop();
 }
 
-// A socket in the folder. Where the folder's name leaves no room for it, one without a path, whose
-// name is the folder's last part, which is like no other, and the process.
+// The address of a socket in the folder. If the folder's path leaves no room for it, an abstract
+// socket, whose name is the unique last part of the path, and the process number.
 std::string PrivateBus::listenAddress() const {
     const std::string path = folder_.path() + "/bus";
     if (path.size() <= kLongestSocketPath) return "unix:path=" + escapedPath(path);
@@ -117,9 +119,8 @@ std::string PrivateBus::listenAddress() const {
     return "unix:abstract=" + escapedPath(name) + "-" + std::to_string(::getpid());
 }
 
-// Everybody may do anything, but for replies that nobody waits for, as on any bus. The limits are
-// those of a bus that is not short of memory: a burst of notifications has to wait for slow
-// readers.
+// The policy allows everything except replies that nobody expects, as on any bus. The limits are
+// those of a bus with enough memory, because a burst of notifications has to wait for slow readers.
 std::string PrivateBus::writeConfiguration() const {
     std::string path = folder_.path() + "/bus.conf";
     std::ofstream file(path);
@@ -159,7 +160,7 @@ void PrivateBus::start(const std::string& configuration) {
     }
 }
 
-// It is a child until it has been waited for, so that its number cannot mean another process.
+// The process stays a child until it has been waited for, so no other process can have its number.
 void PrivateBus::stop() {
     if (process_ <= 0) return;
     ::kill(process_, SIGTERM);

@@ -1,5 +1,4 @@
-// A message bus of the simulation's own: a dbus-daemon that nobody knows but who is told its
-// address.
+// The simulation's private message bus: a dbus-daemon whose address only the simulation gives out.
 #ifndef TOOLS_HALVANED_SIM_PRIVATE_BUS_H
 #define TOOLS_HALVANED_SIM_PRIVATE_BUS_H
 
@@ -8,8 +7,7 @@
 
 namespace halvane::sim {
 
-// A new folder for temporary files, where TMPDIR says or in /tmp, gone with everything in it at the
-// end.
+// A new folder for temporary files, in TMPDIR or /tmp. It is removed with its content at the end.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -17,7 +15,7 @@ class TemporaryFolder {
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder();
 
-    // From the root on.
+    // The absolute path.
     const std::string& path() const { return path_; }
 
   private:
@@ -26,8 +24,8 @@ class TemporaryFolder {
 
 class PrivateBus {
   public:
-    // Returns once the bus takes connections, of this user alone. Throws std::runtime_error where
-    // it does not start. Does not outlive this process, whatever ends it.
+    // Returns when the bus accepts connections, from this user alone. Throws std::runtime_error if
+    // the bus does not start. The bus ends with this process, whatever ends that.
     PrivateBus();
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
@@ -35,7 +33,7 @@ class PrivateBus {
     // Ends the bus, and removes its folder.
     ~PrivateBus();
 
-    // As DBUS_SYSTEM_BUS_ADDRESS takes it.
+    // The address in the form of DBUS_SYSTEM_BUS_ADDRESS.
     const std::string& address() const { return address_; }
 
   private:

@@ -76,7 +76,7 @@ void Program::terminate() {
     patience_.reset(source);
 }
 
-// The loop waits for the process once this has returned.
+// The loop waits for the process after this returns.
 int Program::ended(sd_event_source*, const siginfo_t* info, void* userData) {
     return guarded([=] {
         auto& program = *static_cast<Program*>(userData);

@@ -1,4 +1,4 @@
-// The program that is run beside the simulation.
+// The program that runs beside the simulation.
 #ifndef TOOLS_HALVANED_SIM_PROGRAM_H
 #define TOOLS_HALVANED_SIM_PROGRAM_H
 
@@ -16,26 +16,26 @@ namespace halvane::sim {
 
 class Program {
   public:
-    // The status that a shell would tell: 128 and the number of the signal for one that was killed.
+    // The status that a shell would report: 128 plus the signal number for a killed program.
     using EndHandler = std::function<void(int status)>;
 
-    // Runs words[0], looked for where PATH says, with the signals that `mask` blocks.
-    // `onEnd` is called from the loop. Throws CannotStart.
+    // Runs words[0], found through PATH, with the signals of `mask` blocked. `onEnd` is called from
+    // the loop. Throws CannotStart.
     // REQUIRES: SIGCHLD is blocked.
     Program(sd_event* event, std::vector<std::string> words, const sigset_t& mask,
             EndHandler onEnd);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    // Ends the program at once, if it still runs.
+    // Kills the program if it is still running.
     ~Program();
 
-    // Asks the program to end, and makes it where it has not done so in three seconds.
+    // Asks the program to end, and kills it if it has not ended after three seconds.
     void terminate();
 
     class CannotStart : public std::runtime_error {
       public:
-        // 127 where there is no such program, 126 where it cannot be run.
+        // 127 if there is no such program, 126 if it cannot be run.
         CannotStart(const std::string& name, int error);
         int status() const { return status_; }
 
@@ -48,7 +48,7 @@ class Program {
 
     sd_event* const event_;
     const EndHandler onEnd_;
-    pid_t process_ = -1;  // -1 once it has been waited for
+    pid_t process_ = -1;  // -1 after it has been waited for
     EventSourcePointer child_;
     EventSourcePointer patience_;
 };

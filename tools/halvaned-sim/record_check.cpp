@@ -60,7 +60,7 @@ bool isInteger(const PropertyListValue& value) {
     return number != nullptr ? !number->isReal() : value.as<bool>() != nullptr;
 }
 
-// What the record holds as an Integer.
+// A value that the record holds as an Integer.
 template <typename Integer>
 void number(const PropertyListValue& value, const Place& place) {
     using Limits = std::numeric_limits<Integer>;

@@ -1,7 +1,7 @@
-// What the records of a state file have to be like, key by key, as docs/protocol.md has them.
+// Checks the records of a state file, key by key, against docs/protocol.md.
 //
-// A record itself reads anything: what it does not understand is as though it were not there. In a
-// file that somebody has written that is a mistake, and is told.
+// A record itself accepts any dictionary, and ignores what it does not understand. In a file that a
+// person has written, this is an error, so the check reports it.
 #ifndef TOOLS_HALVANED_SIM_RECORD_CHECK_H
 #define TOOLS_HALVANED_SIM_RECORD_CHECK_H
 
@@ -11,10 +11,10 @@
 
 namespace halvane::sim {
 
-// They throw WorldFileError for a value at `place` that is no such record: no dictionary, or one
-// with a key that is not known, whose value is of another kind, out of its range or of no use, or
-// that is missing. A boolean and an integer stand in for each other; a real does for neither. An
-// address may be empty, as a missing one is.
+// These throw WorldFileError for a value at `place` that is no such record: it is no dictionary, or
+// it has an unknown key, lacks a key, or has a value of another kind, out of range or without use.
+// A boolean and an integer may replace each other; a real may replace neither. An address may be
+// empty, which is the same as missing.
 using RecordCheck = void (*)(const PropertyListValue& value, const Place& place);
 void checkDevice(const PropertyListValue& value, const Place& place);
 void checkInterface(const PropertyListValue& value, const Place& place);

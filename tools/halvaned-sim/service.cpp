@@ -19,7 +19,7 @@ namespace halvane::sim {
 
 namespace {
 
-// sd-bus keeps what the bus has not yet taken, up to a limit; a burst may be longer.
+// sd-bus queues messages that the bus has not yet accepted, up to a limit. A burst may exceed it.
 constexpr std::size_t kEventsBetweenFlushes = 1024;
 
 }  // namespace
@@ -42,7 +42,7 @@ void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscrib
 Service::Service(sd_event* event, Simulation& simulation, Handlers handlers)
     : event_(event), simulation_(simulation), handlers_(std::move(handlers)) {
     join();
-    // Last: who sees the daemon's name finds everything there.
+    // The name comes last: a program that sees it finds everything ready.
     if (const std::string refusal = takeName(); !refusal.empty()) throw BusError(refusal);
 }
 
@@ -65,7 +65,7 @@ void Service::leave() {
     simulation_.subscribers.clear();
 }
 
-// Who has taken the name meanwhile keeps it, as after dropName().
+// A connection that has taken the name meanwhile keeps it, as after dropName().
 std::string Service::restart() {
     leave();
     try {
@@ -78,7 +78,7 @@ std::string Service::restart() {
     return takeName();
 }
 
-// Once the loop has come back from the connection that is to be left.
+// Runs after the loop has returned from the connection that is to be left.
 void Service::restartSoon() {
     sd_event_source* source = nullptr;
     const auto handler = [](sd_event_source*, void* service) {
@@ -91,7 +91,7 @@ void Service::restartSoon() {
     restart_.reset(source);
 }
 
-// A loss has been told already.
+// A loss has already been reported.
 void Service::restartUnasked() {
     const std::string refusal = restart();
     if (bus_ && !refusal.empty()) handlers_.onNameless(refusal);
@@ -175,7 +175,7 @@ void Service::send(const std::vector<Notification>& notifications) {
 
 void Service::deliver() {
     send(simulation_.world.takeNotifications());
-    // The bus takes messages of one connection in order, so that its answer comes after them all.
+    // The bus handles messages of one connection in order, so its reply comes after all of them.
     ::sd_bus_call_method(bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                          "org.freedesktop.DBus.Peer", "Ping", nullptr, nullptr, "");
 }

@@ -1,6 +1,6 @@
-// The daemon's connection to the bus: takes requests, and sends notifications.
+// The daemon's connection to the bus: receives requests, and sends notifications.
 //
-// A request is answered first, what it makes happen is told afterwards.
+// The service replies to a request first, and notifies of its effects afterwards.
 #ifndef TOOLS_HALVANED_SIM_SERVICE_H
 #define TOOLS_HALVANED_SIM_SERVICE_H
 
@@ -17,40 +17,41 @@
 
 namespace halvane::sim {
 
-// A connection to the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name. Throws BusError.
+// Connects to the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name. Throws BusError.
 BusPointer openSystemBus();
 
-// Sends a notification, of the daemon or as though it were, to the subscriber alone.
+// Sends a notification, real or forged, to one subscriber.
 void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscriber);
 
 class Service {
   public:
-    // What happens to it in the loop, when there is nobody to answer.
+    // Events of the service in the loop that have no caller to return to.
     struct Handlers {
         // The bus is gone, or cannot be joined again.
         std::function<void()> onLoss;
-        // A fault had it leave the bus, and it came back without the daemon's name: takeName() says
-        // why.
+        // A fault made the service leave the bus, and it came back without the daemon's name.
+        // takeName() returns why.
         std::function<void(const std::string& reason)> onNameless;
     };
 
-    // Joins the bus, and owns the daemon's name there. Throws BusError where that fails.
+    // Joins the bus, and owns the daemon's name there. Throws BusError if that fails.
     Service(sd_event* event, Simulation& simulation, Handlers handlers);
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
 
-    // Leaves the bus, with everything sent.
+    // Leaves the bus after sending everything.
     ~Service();
 
-    // Tells the subscribers what has happened. When it returns the bus has it all.
+    // Notifies the subscribers of what has happened. When it returns, the bus has all
+    // notifications.
     void deliver();
 
-    // Gives up the daemon's name, or owns it again. Answers why not; empty where it was done.
+    // Gives up the daemon's name, or owns it again. Returns why that failed; empty if it succeeded.
     std::string dropName();
     std::string takeName();
 
-    // Leaves the bus, and comes back as another connection, without subscribers. Answers as
-    // takeName(); where the bus is gone the loss is handled.
+    // Leaves the bus, and comes back as another connection, without subscribers. Returns the same
+    // as takeName(). If the bus is gone, handles the loss.
     std::string restart();
 
   private:

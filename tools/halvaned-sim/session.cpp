@@ -30,7 +30,7 @@ constexpr int kStopSignals[] = {SIGTERM, SIGINT, SIGHUP, SIGQUIT};
 constexpr const char kAddressVariable[] = "DBUS_SYSTEM_BUS_ADDRESS";
 constexpr const char kNotice[] = "a simulation of the Wi-Fi daemon; no radio is touched";
 
-// From here on signals are what the loop reads: none ends the program before it has cleaned up.
+// From here on the loop reads the signals, so none ends the program before the cleanup.
 class BlockedSignals {
   public:
     BlockedSignals() {
@@ -42,14 +42,14 @@ class BlockedSignals {
         ::signal(SIGPIPE, SIG_IGN);
     }
 
-    // What was blocked before.
+    // The signals that were blocked before.
     const sigset_t& before() const { return before_; }
 
   private:
     sigset_t before_;
 };
 
-// Members end in the opposite order: the program before the bus that it uses.
+// Members are destroyed in reverse order: the program before the bus that it uses.
 class Session {
   public:
     Session(World world, const SessionOptions& options);
@@ -121,7 +121,7 @@ void Session::watchSignals() {
     }
 }
 
-// Fit to be read by a shell, up to the last line.
+// A shell can read this output, up to the last line.
 bool Session::announce() const {
     std::string text = std::string("# halvaned-sim: ") + kNotice + '\n';
     if (privateBus_) {
@@ -130,7 +130,7 @@ bool Session::announce() const {
     return print(text + "ready\n");
 }
 
-// Standard output is the program's.
+// Standard output belongs to the program.
 void Session::startProgram() {
     complain(kNotice);
     program_ =
@@ -138,7 +138,7 @@ void Session::startProgram() {
                                   [this](int status) { ::sd_event_exit(event_.get(), status); });
 }
 
-// With a status other than 0, that is the session's, whatever the program's may be.
+// A status other than 0 is the session's status, whatever the program's status is.
 void Session::stop(int status) {
     status_ = status_ != EXIT_SUCCESS ? status_ : status;
     if (program_) {
@@ -151,7 +151,7 @@ void Session::stop(int status) {
 int Session::signalArrived(sd_event_source*, const signalfd_siginfo* info, void* userData) {
     return guarded([=] {
         auto& session = *static_cast<Session*>(userData);
-        // Control-C and Control-\ on a terminal reach the program too, which knows what they mean.
+        // Control-C and Control-\ on a terminal reach the program too, which handles them itself.
         const bool isOfKeyboard = info->ssi_signo == SIGINT || info->ssi_signo == SIGQUIT;
         const bool isProgrammes = session.program_ && isOfKeyboard && info->ssi_code == SI_KERNEL;
         if (!isProgrammes) session.stop(EXIT_SUCCESS);

@@ -11,19 +11,19 @@
 namespace halvane::sim {
 
 struct SessionOptions {
-    bool isPrivate = false;            // on a bus of its own
-    std::vector<std::string> lines;    // control lines to follow before it is ready
-    std::vector<std::string> command;  // to be run beside it; none where it is empty
+    bool isPrivate = false;            // on a private bus
+    std::vector<std::string> lines;    // control lines to carry out before it is ready
+    std::vector<std::string> command;  // runs beside it; empty for none
 };
 
-// Simulates until SIGTERM, SIGINT, SIGHUP or SIGQUIT comes, the line "quit" says so, the bus is
-// gone, or the command has ended. Answers the exit status: that of the command, if there is one;
-// else 0, or 1 where the bus was lost. Whatever it started has ended then, and what it wrote is
-// removed. Throws std::exception where it cannot start.
+// Simulates until SIGTERM, SIGINT, SIGHUP or SIGQUIT arrives, the line "quit" arrives, the bus is
+// gone, or the command has ended. Returns the exit status: that of the command if there is one,
+// else 0, or 1 if the bus was lost. By then everything that it started has ended, and its files are
+// removed. Throws std::exception if it cannot start.
 int simulate(World world, const SessionOptions& options);
 
-// Sends control lines to the simulation that is on the system bus, and prints what it tells.
-// Answers 0, or 1 after a message where one is refused; those behind it are not sent.
+// Sends control lines to the simulation on the system bus, and prints its replies. Returns 0; or,
+// if a line is refused, prints a message and returns 1 without sending the later lines.
 int sendLines(const std::vector<std::string>& lines);
 
 }  // namespace halvane::sim

@@ -18,7 +18,7 @@ namespace halvane::sim {
 
 namespace {
 
-// A request while it is carried out. Commands add to the reply what they answer beside the status.
+// A request while it is carried out. Commands add their results to the reply, beside the status.
 struct Request {
     Simulation& simulation;
     const std::string& sender;
@@ -29,7 +29,7 @@ struct Request {
     std::optional<std::string> text(const char* key) const { return skeleton::textFor(keys, key); }
 };
 
-// XML holds each of the texts: no request and no world file brings others in.
+// XML can hold each of the texts, because requests and world files cannot add others.
 ByteBuffer dataOf(PropertyListArray list) {
     return ByteBuffer::fromText(xmlPropertyList(std::move(list)).value_or(""));
 }
@@ -74,8 +74,8 @@ Status listConfigs(Request& request) {
     return Status::Done;
 }
 
-// However many stations come, the answer tells of them all.
-constexpr std::size_t kListAround = 1024;  // what is around the stations
+// The reply lists all stations, however many there are.
+constexpr std::size_t kListAround = 1024;  // everything around the stations
 static_assert(kMaximumStations * kLargestNewcomer + kLargestStationsInRange + kListAround <=
               kLargestReply);
 

@@ -1,4 +1,4 @@
-// All that the simulation knows, and what it answers. Nothing here knows of a bus.
+// The state of the simulation, and its replies. This code does not know of a bus.
 #ifndef TOOLS_HALVANED_SIM_SIMULATION_H
 #define TOOLS_HALVANED_SIM_SIMULATION_H
 
@@ -18,7 +18,7 @@
 
 namespace halvane::sim {
 
-// What a reply may have: the limit, without what the bus adds.
+// The largest reply: the limit of the bus, without what the bus adds.
 inline constexpr std::size_t kLargestReply = kServiceMessageLimit - 2048;
 
 struct Simulation {
@@ -31,9 +31,9 @@ struct Simulation {
 struct Answer {
     enum class Kind {
         Reply,
-        Silence,  // there is none, ever
+        Silence,  // there is never a reply
         Error,    // an error of D-Bus
-        Gone,     // the daemon leaves the bus without one
+        Gone,     // the daemon leaves the bus without a reply
     };
     Kind kind = Kind::Reply;
     IPCMessage reply;  // of Kind::Reply
@@ -42,13 +42,13 @@ struct Answer {
 // A reply that holds nothing but a status.
 IPCMessage statusReply(std::int64_t status);
 
-// Carries out a request of the connection `sender`, unless a fault says otherwise.
+// Carries out a request of the connection `sender`, unless a fault prevents it.
 Answer answer(Simulation& simulation, const std::string& sender, const IPCMessage& request);
 
-// What subscribers are sent; nothing where notifications are silent.
+// The message for subscribers; absent if notifications are silent.
 std::optional<IPCMessage> eventFor(const Simulation& simulation, const Notification& notification);
 
-// The commands of requests, and those among them that are answered with data.
+// The commands of requests, and those of them whose reply has data.
 bool isCommand(std::string_view name);
 bool isListCommand(std::string_view name);
 

@@ -16,7 +16,7 @@ namespace {
 constexpr const char kStandardInput[] = "-";
 constexpr std::size_t kStep = 65536;
 
-// False where that fails, and errno is set.
+// Returns false and sets errno if that fails.
 bool readAll(int descriptor, std::string& text) {
     while (text.size() <= kLargestState) {
         const std::size_t size = text.size();

@@ -1,7 +1,7 @@
-// The stations that have ever been associated, in the order in which they first came.
+// The stations that have ever been associated, in the order in which they first joined.
 //
-// A station is told by its address and the interface that it came to: one that comes to another
-// interface is another station.
+// Address and interface identify a station: the same address at another interface is another
+// station.
 #ifndef TOOLS_HALVANED_SIM_STATION_LIST_H
 #define TOOLS_HALVANED_SIM_STATION_LIST_H
 
@@ -25,10 +25,10 @@ class StationList {
 
     bool has(const std::string& interface, const ByteBuffer& mac) const;
 
-    // Null where there is none. Valid until the next add().
+    // Null if there is none. Valid until the next add().
     HalvaneClient* find(const std::string& interface, const ByteBuffer& mac);
 
-    // Both the station and its place in the index are added, or neither, where memory runs out.
+    // Adds both the station and its place in the index, or neither if memory runs out.
     // REQUIRES: find() has none of its address on the interface.
     HalvaneClient& add(const std::string& interface, HalvaneClient client);
 
@@ -36,10 +36,10 @@ class StationList {
 
     std::vector<HalvaneClient> clients() const;
 
-    // The addresses of those that are associated there now.
+    // The addresses of the stations that are associated there now.
     std::vector<ByteBuffer> associatedWith(const std::string& interface) const;
 
-    // How many are associated now, by interface; none of an interface that has none.
+    // The number of associated stations by interface, without interfaces that have none.
     std::map<std::string, std::size_t> associated() const;
 
   private:

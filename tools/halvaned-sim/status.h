@@ -1,4 +1,4 @@
-// What the simulation answers as "status", and the text of it for people.
+// The values of "status" in replies, and their texts for people.
 #ifndef TOOLS_HALVANED_SIM_STATUS_H
 #define TOOLS_HALVANED_SIM_STATUS_H
 

@@ -1,4 +1,4 @@
-// Who wants notifications, by their unique names on the bus.
+// The connections that want notifications, by their unique names on the bus.
 #ifndef TOOLS_HALVANED_SIM_SUBSCRIBERS_H
 #define TOOLS_HALVANED_SIM_SUBSCRIBERS_H
 
@@ -14,7 +14,7 @@ class Subscribers {
     Subscribers(Subscribers&&) noexcept = default;
     Subscribers& operator=(Subscribers&&) noexcept = default;
 
-    // Does nothing where it is there. Where memory runs out, the list is as it was.
+    // Does nothing if the name is there. If memory runs out, the list is unchanged.
     void add(const std::string& name) {
         if (places_.contains(name)) return;
         std::list<std::string> added = {name};
@@ -22,7 +22,7 @@ class Subscribers {
         names_.splice(names_.end(), added);
     }
 
-    // Does nothing where there is none.
+    // Does nothing if there is none.
     void remove(const std::string& name) {
         const auto found = places_.find(name);
         if (found == places_.end()) return;
@@ -35,11 +35,11 @@ class Subscribers {
         places_.clear();
     }
 
-    // In the order in which they came.
+    // In the order in which they subscribed.
     const std::list<std::string>& names() const { return names_; }
 
   private:
-    std::list<std::string> names_;  // which stay where they are
+    std::list<std::string> names_;  // whose elements never move
     std::map<std::string, std::list<std::string>::iterator> places_;
 };
 

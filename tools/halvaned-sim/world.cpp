@@ -30,21 +30,21 @@ bool isRole(const std::string& role) {
     return !role.empty() && xmlPropertyList(role).has_value();
 }
 
-// A record has no way to change its role alone.
+// A record has no setter for its role alone.
 HalvaneInterface withRole(const HalvaneInterface& record, const std::string& role) {
     PropertyListDictionary skeleton = record.skeletonRepresentation();
     skeleton.set("Role", role);
     return *HalvaneInterface::initWithSkeletonRepresentation(skeleton);
 }
 
-// A station that nobody knows anything of.
+// A station without any known properties.
 HalvaneClient newcomer(const ByteBuffer& mac) {
     auto station = HalvaneClient::initWithMAC(mac);
     station.setDeauthReason(kReasonNone);
     return station;
 }
 
-// Locally administered, and of no station that a state file is likely to hold.
+// A locally administered address that a state file is unlikely to hold.
 ByteBuffer burstAddress(std::size_t interface, std::uint32_t number) {
     return {0x02,
             0xB0,
@@ -54,7 +54,7 @@ ByteBuffer burstAddress(std::size_t interface, std::uint32_t number) {
             static_cast<std::uint8_t>(number)};
 }
 
-// The channel that the BSS is on; any is the first that there is.
+// The channel of the BSS; for "any" it is the first one.
 std::int64_t hostChannel(const SimulatedInterface& interface) {
     const HalvaneBSSConfig* const hosted =
         interface.hostedSSID ? interface.configs.find(*interface.hostedSSID) : nullptr;
@@ -89,7 +89,7 @@ std::size_t World::indexOf(const SimulatedInterface& interface) const {
     return static_cast<std::size_t>(&interface - interfaces_.data());
 }
 
-// How many of those in range have never come.
+// The number of stations in range that have never joined.
 std::size_t World::newStationsOf(const SimulatedInterface& interface) const {
     const auto isNew = [&](const HalvaneClient& station) {
         return !stations_.has(interface.name(), station.mac());
@@ -109,7 +109,7 @@ Status World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
 Status World::removeConfig(std::string_view name, const HalvaneBSSConfig& config) {
     SimulatedInterface* const interface = find(name);
     if (interface == nullptr) return Status::UnknownInterface;
-    // SSIDs are unique, so that the equal configuration is the one of the same SSID.
+    // SSIDs are unique, so the equal configuration is the one with the same SSID.
     const std::optional<ByteBuffer>& ssid = config.ssid();
     if (!ssid || interface->configs.find(*ssid) == nullptr) return Status::UnknownConfiguration;
     if (interface->hostedSSID == ssid) takeDown(*interface);

@@ -1,7 +1,7 @@
-// What the simulation pretends to have: devices, interfaces, their configurations, and stations.
+// The simulated devices, interfaces, configurations and stations.
 //
-// Nothing here knows of a bus. What happens to stations is kept until somebody takes it. An action
-// that fails changes nothing, and nothing happens.
+// This code does not know of a bus. It stores the events of stations until the caller takes them. A
+// failed action changes nothing, and causes no event.
 #ifndef TOOLS_HALVANED_SIM_WORLD_H
 #define TOOLS_HALVANED_SIM_WORLD_H
 
@@ -27,9 +27,9 @@
 
 namespace halvane::sim {
 
-// The most stations that there may ever have been. The list of so many has to fit into one message
-// of the bus: there it takes kLargestNewcomer bytes for each, whatever their numbers are, and what
-// stations in range bring along of their own, kLargestStationsInRange for them all.
+// The most stations that may ever join. The list of all of them has to fit into one message of the
+// bus. It takes up to kLargestNewcomer bytes for each station, and kLargestStationsInRange for
+// everything that the stations in range add.
 inline constexpr std::size_t kMaximumStations = 32768;
 inline constexpr std::size_t kLargestNewcomer = 704;
 inline constexpr std::size_t kLargestStationsInRange = 8 << 20;
@@ -37,20 +37,20 @@ inline constexpr std::size_t kLargestStationsInRange = 8 << 20;
 // The deauthReason() of a station that was never sent away, and never left.
 inline constexpr std::uint64_t kReasonNone = 0;
 
-// The role in which an interface hosts a BSS; of either case.
+// The role in which an interface hosts a BSS, in any case.
 inline constexpr const char kHostRole[] = "AP";
 
 struct SimulatedInterface {
     HalvaneInterface record;
     bool isEnabled = true;
     ConfigList configs = {};
-    std::vector<HalvaneClient> stations = {};   // those in range: they join whatever BSS is started
+    std::vector<HalvaneClient> stations = {};   // stations in range, which join any BSS that starts
     std::optional<ByteBuffer> hostedSSID = {};  // of the BSS that is up
 
     const std::string& name() const { return *record.ifName(); }
 };
 
-// Whether the configuration has an SSID that can be told from others.
+// Whether the configuration has an SSID that can distinguish it from others.
 bool isUsable(const HalvaneBSSConfig& config);
 
 class World {
@@ -63,21 +63,21 @@ class World {
     const std::vector<SimulatedInterface>& interfaces() const { return interfaces_; }
     const SimulatedInterface* interfaceFor(std::string_view name) const;
 
-    // Associated or not, those that have been.
+    // All stations that have ever been associated.
     std::vector<HalvaneClient> clients() const { return stations_.clients(); }
 
-    // How many of them are associated with the interface now.
+    // The number of stations that are associated with the interface now.
     std::size_t associatedStations(const std::string& interface) const {
         return stations_.associatedWith(interface).size();
     }
-    // The same of every interface that has some.
+    // The same for every interface that has some.
     std::map<std::string, std::size_t> associatedStations() const { return stations_.associated(); }
 
-    // Adds the configuration, in the place of one that has the same SSID.
+    // Adds the configuration, or replaces the one with the same SSID.
     Status addConfig(std::string_view interface, const HalvaneBSSConfig& config);
 
-    // Removes the equal configuration or, where there is none, the one of the same SSID. A BSS that
-    // is up with it is stopped.
+    // Removes the equal configuration or, if there is none, the one with the same SSID. Stops a BSS
+    // that is up with it.
     Status removeConfig(std::string_view interface, const HalvaneBSSConfig& config);
 
     Status enable(std::string_view interface);
@@ -85,31 +85,30 @@ class World {
     // Stops the BSS, if one is up.
     Status disable(std::string_view interface);
 
-    // Any text but the empty one, and one that no property list holds. Stops the BSS, if one is up
-    // and the role is no host's.
+    // Accepts any text that is not empty and that a property list can hold. Stops the BSS if one is
+    // up and the role is not that of a host.
     Status changeRole(std::string_view interface, const std::string& role);
 
-    // Starts the configuration of the lowest preferred order, the first of those that share it. The
-    // stations in range join and are authorized, one after the other. Does nothing while a BSS is
-    // up.
+    // Starts the configuration with the lowest preferred order; of several, the first. The stations
+    // in range join and are authorized, one after the other. Does nothing while a BSS is up.
     Status startBSS(std::string_view interface);
 
-    // The associated stations leave, in the order in which they first came. Does nothing while no
-    // BSS is up.
+    // Stops the BSS. The associated stations leave, in the order in which they first joined. Does
+    // nothing while no BSS is up.
     Status stopBSS(std::string_view interface);
 
-    // What a station does, or what is done to it, at an interface whose BSS is up. One that has
-    // joined may join again; it has to have joined for the others. The reason is kept as the
-    // client's deauthReason().
+    // Actions by or on a station, at an interface whose BSS is up. A station that has joined may
+    // join again. The other actions require that it has joined. The reason becomes the client's
+    // deauthReason().
     Status join(std::string_view interface, const ByteBuffer& mac);
     Status authorize(std::string_view interface, const ByteBuffer& mac);
     Status leave(std::string_view interface, const ByteBuffer& mac);
     Status kick(std::string_view interface, const ByteBuffer& mac, std::uint64_t reason);
 
-    // As many stations join as `count` says, none of which was there before.
+    // `count` new stations join.
     Status burst(std::string_view interface, std::size_t count);
 
-    // What happened since the last call, in order.
+    // The events since the last call, in order.
     std::vector<Notification> takeNotifications();
 
   private:
@@ -122,7 +121,7 @@ class World {
     void dismiss(HalvaneClient& client, std::uint64_t reason);
     void tell(Happening happening, const SimulatedInterface& interface, const ByteBuffer& mac);
 
-    // Calls `change` with the interface and the station, which is associated there.
+    // Calls `change` with the interface and a station that is associated there.
     template <typename Change>
     Status withStation(std::string_view interface, const ByteBuffer& mac, Change change);
 

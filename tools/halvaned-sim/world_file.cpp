@@ -48,7 +48,8 @@ const PropertyListDictionary& dictionaryIn(const PropertyListValue& value, const
     return held<PropertyListDictionary>(value, place, "dictionary");
 }
 
-// What the check takes is what a record can be built from, so that there is one for each element.
+// A record can be built from every dictionary that the check accepts, so there is one for each
+// element.
 template <typename Record>
 std::vector<Record> recordsIn(const PropertyListValue& value, const Place& place,
                               RecordCheck check) {
@@ -57,7 +58,7 @@ std::vector<Record> recordsIn(const PropertyListValue& value, const Place& place
     return skeleton::recordsOf<Record>(array);
 }
 
-// What a list has seen of a key by which its records are told apart.
+// The values that a list has seen of a key that identifies its records.
 template <typename Value>
 class Distinct {
   public:
@@ -80,7 +81,7 @@ class Distinct {
     std::set<Value> values_;
 };
 
-// Calls `use` with the value of the key where there is one.
+// Calls `use` with the value of the key if there is one.
 template <typename Use>
 void withValueOf(const PropertyListDictionary& file, const char* key, Use use) {
     if (const auto* value = file.find(key)) use(*value);
@@ -146,7 +147,7 @@ class Reader {
         }
     }
 
-    // `listOf` returns where the records of an interface go.
+    // `listOf` returns the list for the records of an interface.
     template <typename Record, typename ListOf>
     void readLists(const char* key, RecordCheck check, ListOf listOf) {
         const Place lists(key);

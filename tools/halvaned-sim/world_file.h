@@ -6,7 +6,7 @@
 //   Configs     dictionary: by interface, an array of BSS configurations, with an SSID of their own
 //   Stations    dictionary: by interface, an array of clients, those in range
 //
-// A key may be left out, but for Interfaces. Records are what docs/protocol.md says they are.
+// Every key except Interfaces may be missing. docs/protocol.md defines the records.
 #ifndef TOOLS_HALVANED_SIM_WORLD_FILE_H
 #define TOOLS_HALVANED_SIM_WORLD_FILE_H
 
@@ -19,12 +19,12 @@
 
 namespace halvane::sim {
 
-// Throws WorldFileError for anything but the above: a misspelt key is told, not passed over, in the
-// records too.
+// Throws WorldFileError for anything else. Misspelt keys are errors too, also in records.
 World worldFromPropertyList(const PropertyListValue& value);
 World worldFromText(std::string_view xml);
 
-// What is read back as an equal world. BSSs that are up and stations that have come are not in it.
+// Returns a dictionary that reads back as an equal world. It does not include BSSs that are up and
+// stations that have joined.
 PropertyListDictionary propertyListOf(const World& world);
 
 }  // namespace halvane::sim

@@ -9,15 +9,15 @@
 
 namespace halvane::sim {
 
-// Where something stands in the file: "Configs: wlan0: element 2". The text is made where it is
-// told, and not for each value that is right. What a place is made from outlives it.
+// A place in the file: "Configs: wlan0: element 2". The text is made only for a message, not for
+// each correct value. The parts of a place must outlive it.
 class Place {
   public:
     explicit Place(std::string_view name) : name_(name) {}
 
     Place at(std::string_view name) const { return {this, name, 0}; }
 
-    // The element of an array, as people count: the first is number 1.
+    // The element of an array, counted from 1.
     Place element(std::size_t index) const { return {this, {}, index + 1}; }
 
     std::string text() const {

@@ -20,7 +20,7 @@ Bytes ssid(std::string_view octets);
 Bytes hiddenSSID(std::size_t size);  // zeros in place of the name
 Bytes channelElement(std::uint8_t channel);
 
-// Rates in units of 500 kb/s; bit 7 marks a basic rate. What Supported Rates cannot hold goes to
+// Rates in units of 500 kb/s; bit 7 marks a basic rate. Rates that do not fit Supported Rates go to
 // Extended Supported Rates.
 Bytes rates(const Bytes& all);
 extern const Bytes kRates11b;   // 1 to 11 Mb/s

@@ -31,7 +31,7 @@ Bytes withHTControl(const Bytes& frame);  // flag and field
 Bytes withFCS(const Bytes& frame);
 Bytes withBadFCS(const Bytes& frame);
 
-// What the radio headers tell. Each kind writes what it has a field for.
+// The values of the radio headers. Each kind of header writes those for which it has a field.
 struct Radio {
     std::uint8_t channel = 1;
     std::uint16_t frequencyMHz = 2412;

@@ -1,4 +1,5 @@
-// Writes the captures of samples/ into a folder: make_samples <folder>. The same bytes every time.
+// Writes the captures of samples/ into a folder: make_samples <folder>. It writes the same bytes
+// every time.
 #include <cstdint>
 #include <cstdio>
 #include <fstream>

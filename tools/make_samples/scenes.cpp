@@ -20,7 +20,7 @@ Bytes basics(std::string_view name, std::uint8_t channel) {
     return join({ssid(name), rates(kRates11bg), channelElement(channel)});
 }
 
-// The same at 5 GHz, where no DS Parameter Set tells the channel.
+// The same at 5 GHz, where no DS Parameter Set states the channel.
 Bytes basics5GHz(std::string_view name) {
     return join({ssid(name), rates(kRates11a)});
 }
@@ -94,7 +94,7 @@ Network atticStudio() {
     return {5, kSecured, join({basics("Attic Studio", 1), mixedSecurity()})};
 }
 
-// Its beacons hide the name that its probe responses tell.
+// Its beacons hide the name, and its probe responses state it.
 Network quietRoom(bool isHidden) {
     const Bytes name = isHidden ? hiddenSSID(10) : ssid("Quiet Room");
     return {6, kSecured,
@@ -148,7 +148,7 @@ Network vendorElementsWhole() {
                   peerToPeer()})};
 }
 
-// Each a byte or more shorter than its decoder wants.
+// Each is at least one byte shorter than its decoder requires.
 Network vendorElementsShort() {
     const Bytes general = {221, 6, 0x0A, 0x7E, 0x56, 0x01, kFirstProduct, 0x01};
     const Bytes roleOnly = {221, 7, 0x0A, 0x7E, 0x55, 0x01, 0x00, 0x00, 0x03};
@@ -159,7 +159,8 @@ Network latin1Name() {
     return {3, kOpen, basics("Caf\xE9 am Markt", 11)};
 }
 
-// Would clear a terminal, and looks like another network behind an override of the direction.
+// The name would clear a terminal, and an override of the text direction makes it look like another
+// name.
 Network deceivingName() {
     return {4, kOpen, basics("\x1B[2J\\free \xE2\x80\xAEretupmoc", 11)};
 }
@@ -294,7 +295,7 @@ Bytes setupCapture() {
 
 Bytes countryCapture() {
     const Radio radio2GHz{11, 2462, -59, -96}, radio5GHz{149, 5745, -72, -99};
-    // Triplets that start with 201 or more tell the operating class of the channels after them.
+    // A triplet that starts with 201 or more states the operating class of the channels after it.
     const Bytes bothKinds = country(
         "US\x04", {Bytes{201, 1, 0}, Bytes{36, 4, 23}, Bytes{201, 5, 0}, Bytes{149, 5, 30}});
     const Bytes codeOnly = element(7, text("NO "));

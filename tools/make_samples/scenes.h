@@ -1,5 +1,5 @@
-// The captures of samples/, each a function that answers the file's bytes. What each holds is told
-// in samples/README.md.
+// The captures of samples/. Each function returns the bytes of a file. samples/README.md describes
+// the files.
 #ifndef TOOLS_MAKE_SAMPLES_SCENES_H
 #define TOOLS_MAKE_SAMPLES_SCENES_H
 
