@@ -1,5 +1,5 @@
-// The bytes of an input as decisions and values, taken from the front. Where they have run out
-// every decision is 0 and every text is empty.
+// Turns the bytes of an input into decisions and values, from the front. After the last byte every
+// decision is 0 and every text is empty.
 #ifndef FUZZ_BYTE_SOURCE_H
 #define FUZZ_BYTE_SOURCE_H
 
@@ -46,7 +46,7 @@ class ByteSource {
         return items[below(std::size(items))];
     }
 
-    // A byte tells how many follow.
+    // The first byte is the number of bytes that follow.
     std::span<const std::uint8_t> bytes(std::size_t maximum = 255) {
         const std::size_t size = std::min({std::size_t{byte()}, maximum, rest_.size()});
         const auto taken = rest_.first(size);

@@ -1,5 +1,5 @@
-// Addresses and other identifiers in text: what is taken agrees with the C library or with naive
-// code, and what was written reads back the same.
+// Addresses and other identifiers in text: the results agree with the C library or with naive code,
+// and written text reads back the same.
 #include <algorithm>
 #include <arpa/inet.h>
 #include <cctype>
@@ -28,7 +28,7 @@ void checkIPv4(const std::string& text, std::uint32_t flags) {
     const char* end = nullptr;
     const bool isTaken = ParseIPv4Address(text.c_str(), bytes, &end) == kStatusOK;
     in_addr expected{};
-    // The C library takes no leading zeros.
+    // The C library accepts no leading zeros.
     if (::inet_pton(AF_INET, text.c_str(), &expected) == 1) {
         REQUIRE(isTaken && *end == '\0' && std::memcmp(bytes, &expected, 4) == 0);
     }

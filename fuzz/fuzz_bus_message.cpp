@@ -1,5 +1,5 @@
-// Messages of D-Bus: a body of any types is read, and what was read, or any dictionary, that is not
-// refused can be written and reads back the same.
+// D-Bus messages: a body of any types can be read. What was read, and any dictionary, is either
+// refused, or can be written and reads back the same.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +29,7 @@ namespace {
 
 constexpr std::size_t kLimit = 1048576;
 
-// A message can only be made on a connection; here nobody is at the other end.
+// Only a connection can make a message; this one has no peer.
 sd_bus* busWithoutPeer() {
     static const BusPointer owner = [] {
         sd_bus* bus = nullptr;
@@ -149,7 +149,7 @@ void checkWritten(const IPCMessage& message) {
     REQUIRE(writeBusMessage(wire.get(), message) >= 0);
     const auto again = readBusMessage(sealed(wire));
     REQUIRE(again.has_value());
-    // As texts, since a "nan" is equal to nothing.
+    // Compares texts, because a NaN is equal to nothing.
     REQUIRE(again->description() == message.description());
 }
 

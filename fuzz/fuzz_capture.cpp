@@ -1,5 +1,5 @@
 // A capture file of any bytes, pcap or pcapng, and one of any packets under each link type: every
-// frame is counted once, and what a frame lends lies within it.
+// frame counts once, and the spans of a frame lie within it.
 #include <cstdint>
 #include <cstdio>
 #include <span>

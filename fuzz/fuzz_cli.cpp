@@ -1,5 +1,5 @@
-// Any option table and any arguments: parsing keeps to the arguments, stores only where it was told
-// to, and answers a status of its own or of a callback.
+// Any option table and any arguments: the parser stays within the arguments, stores values only in
+// the options' places, and returns a status of its own or of a callback.
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -27,7 +27,7 @@ constexpr std::int32_t kUntouched = 0x5A5A5A5A;
 
 CLIOption* nestedTable = nullptr;
 
-// What the value says: success, done, another status, or one more parsing inside.
+// The value chooses the outcome: success, done, another status, or a nested call of the parser.
 std::int32_t called(CLIOption* option, const char* value, int negated) {
     REQUIRE(option != nullptr && gArgI < gArgC);
     REQUIRE(negated == 0 || value == nullptr);

@@ -1,5 +1,5 @@
-// Configuration text and network configurations: words, digits, numbers and addresses are taken as
-// naive code takes them, and a failure leaves what its contract says.
+// Configuration text and network configurations: words, digits, numbers and addresses read as naive
+// code reads them, and a failure leaves what its contract states.
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
@@ -29,7 +29,7 @@ using namespace halvane;
 
 namespace {
 
-// The outcome, and that an error tells of a failure and of nothing else.
+// Returns the outcome. Checks that there is an error if and only if the call failed.
 template <typename Operation>
 bool succeeds(Operation operation) {
     std::optional<Error> error = Error{"before", 1};
@@ -43,7 +43,7 @@ std::string lowered(std::string text) {
     return text;
 }
 
-// Whether every piece, of which a comma at the end adds none, is one of the words.
+// Whether every piece is one of the words. A comma at the end adds no piece.
 bool areWords(const std::string& text, std::span<const std::string_view> words) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t stop = std::min(text.find(',', at), text.size());
@@ -125,21 +125,21 @@ void checkConversions(const std::string& text, std::size_t capacity) {
     REQUIRE(!address || address->size() == 6);
 }
 
-// Derives with few iterations, and compares with F as its definition has it.
+// Derives with few iterations, and compares with F, written as its definition says.
 void checkKeys(std::span<const std::uint8_t> passphrase, std::span<const std::uint8_t> ssid) {
     const ByteBuffer block = HalvaneBSSConfig::F_withSSID_withIterations_withCount(
         ByteBuffer(passphrase), ByteBuffer(ssid), 3, 1);
     SHA1Digest digest{};
     derivePassphraseBlock(passphrase, ssid, 3, 1, digest);
     REQUIRE(block == ByteBuffer(std::span<const std::uint8_t>(digest)));
-    // What is no passphrase costs no iteration.
+    // An invalid passphrase costs no iteration.
     if (passphrase.size() >= 8 && passphrase.size() <= 63) return;
     const auto key =
         HalvaneBSSConfig::wpaPasswordHash_withSSID_error(ByteBuffer(passphrase), ByteBuffer(ssid));
     REQUIRE(!key);
 }
 
-// The iterations of a key take their time: one input in many is worth them.
+// The iterations of a key take long, so only one input in many runs them.
 void checkWholeKey(fuzzing::ByteSource source) {
     if (source.integer<std::uint16_t>() != 0x4B21) return;
     auto config = HalvaneBSSConfig::init();

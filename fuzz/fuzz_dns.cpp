@@ -1,5 +1,5 @@
-// DNS names in wire form agree with naive code at every precision, and TXT records are bounded;
-// nothing behind what a name ends with is read.
+// DNS names in wire form agree with naive code at every precision, and the code reads nothing after
+// the end of a name. TXT records are bounded.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -53,7 +53,7 @@ void checkName(const Name& name) {
     REQUIRE(text == name.text);
     if (!isASCII(text)) return;  // a precision cuts between characters
     for (std::size_t size = 0; size <= text.size(); ++size) {
-        // All that a precision of that size may read.
+        // All bytes that a precision of that size may read.
         const Bytes part(
             name.wire.begin(),
             name.wire.begin() + static_cast<std::ptrdiff_t>(std::min(size + 1, name.wire.size())));
@@ -69,7 +69,7 @@ void checkRecord(const std::uint8_t* data, std::size_t size) {
     REQUIRE(printed("%{txt}", shifted.data(), size) == text);
 }
 
-// The items of a packed record, a backslash before each byte that it may stand before.
+// The items of a packed record, with a backslash before each byte that may have one.
 void checkPacked(halvane::fuzzing::ByteSource& source) {
     const auto items = source.bytes(200);
     Bytes record = {0};
@@ -88,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkName(nameFrom(source));
     checkPacked(source);
     checkRecord(data, size);
-    // Any bytes as a name: it ends in a zero at the latest.
+    // Any bytes as a name. A zero ends it at the latest.
     Bytes wire(data, data + size);
     wire.insert(wire.end(), 64, 0);
     REQUIRE(!printed("%##s", wire.data()).empty());

@@ -1,5 +1,5 @@
-// Formats of any conversions, flags, widths and precisions: where C's printf means the same the
-// output is C's, and every front end tells the same length.
+// Formats of any conversions, flags, widths and precisions: the output is that of C's printf where
+// both mean the same, and every front end returns the same length.
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -56,10 +56,10 @@ std::string check(const std::string& format, std::size_t room, Arguments... argu
     return text;
 }
 
-// "%", flags, width and precision, with a star for some, whose value the source tells.
+// "%", flags, width and precision. Some are a star, whose value comes from the source.
 struct Specification {
     std::string text = "%";
-    bool isPlain = true;  // nothing in it means something else to C
+    bool isPlain = true;  // C gives every part of it the same meaning
 
     explicit Specification(ByteSource& source) {
         for (std::size_t i = source.below(4); i > 0; --i)
@@ -124,7 +124,7 @@ void checkReals(ByteSource& source, std::size_t room) {
 
 void checkTexts(ByteSource& source, std::size_t room) {
     Specification specification(source);
-    std::erase(specification.text, '#');  // which would ask for an argument of another kind
+    std::erase(specification.text, '#');  // which would require an argument of another kind
     const std::string text = source.text();
     const char* const cText = text.c_str();
     for (const char* own : {"s", "'s", "''s", "###s", "{bogus}", "k"}) {

@@ -1,6 +1,6 @@
-// Any control string, and messages under what it sets: levels and patterns agree with naive code,
-// and a category writes exactly what its level lets through. The input may name files, which lie
-// in the target's own folder, and functions, all of which are the target's own.
+// Any control string, and messages under its settings: levels and patterns agree with naive code,
+// and a category writes exactly what its level admits. The input may name files, which lie in the
+// target's own folder, and functions, which are the target's own.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -41,7 +41,7 @@ void replaceAll(std::string& text, std::string_view from, const std::string& to)
     }
 }
 
-// Keeps paths within the folder, and puts the target's function in the place of every other.
+// Keeps paths within the folder, and replaces every function by the target's own.
 std::string tamed(std::string text) {
     std::erase(text, '/');
     std::erase(text, '\0');
@@ -59,7 +59,7 @@ std::string tamed(std::string text) {
     return text;
 }
 
-// Whether the pattern matches from here on, by trying every way.
+// Whether the pattern matches from here on. Tries every way.
 bool matchesHere(std::string_view pattern, std::string_view name) {
     if (pattern.empty()) return true;
     if (pattern == "$") return name.empty();
@@ -78,7 +78,7 @@ bool matches(std::string_view pattern, std::string_view name) {
 }
 
 void checkPattern(std::string_view pattern) {
-    if (pattern.size() > 12) return;  // trying every way takes its time
+    if (pattern.size() > 12) return;  // trying every way takes long
     for (const char* name : {"WiFi", "WiFiXPC", "aaab", ""}) {
         REQUIRE(logging::__LogCategory_match(pattern, name) == matches(pattern, name));
     }
@@ -135,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     {
         const fuzzing::QuietStreams quiet;
         logSomething();
-        // Line by line, so that settings meet others.
+        // Applies line by line, so that settings meet others.
         std::size_t start = 0;
         while (start <= control.size()) {
             const std::size_t end = std::min(control.find('\n', start), control.size());

@@ -1,5 +1,5 @@
-// Numbers: what a text holds agrees with naive code, what was written reads back the same, and the
-// arithmetic agrees with that of a wider type.
+// Numbers: reading agrees with naive code, written numbers read back the same, and arithmetic
+// agrees with that of a wider type.
 #include <algorithm>
 #include <bit>
 #include <cerrno>
@@ -40,7 +40,7 @@ struct Naive {
     std::size_t end = 0;  // 0: no number
 };
 
-// White space, a sign, a prefix and digits; base 0 is told by the prefix.
+// White space, a sign, a prefix and digits. For base 0 the prefix determines the base.
 Naive naiveInteger(const std::string& text, int base) {
     std::size_t at = std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size());
     const bool isNegative = at < text.size() && text[at] == '-';
@@ -69,7 +69,7 @@ void checkIntegers(const std::string& text, int base) {
     REQUIRE(end == text.data() + naive.end);
     REQUIRE(strtoi(text.c_str(), SIZE_MAX, nullptr, base) == clamped);
     const std::int32_t number = TextToInt32(text.data(), text.size(), base);
-    // A "0b" is a prefix to this one alone.
+    // Only this function accepts the prefix "0b".
     const bool isBinary = text.find_first_of("bB") != std::string::npos;
     if (text == cText && !isBinary && base != 0) {
         const Naive prefixed = naiveInteger(text, base < 34 ? 0 : base);

@@ -1,4 +1,4 @@
-// Any text as an XML property list; what is read can be written, and reads back equal.
+// Any text as an XML property list: a value that was read can be written, and reads back equal.
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -24,13 +24,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto written = halvane::xmlPropertyList(*value, &refusal);
     REQUIRE(written.has_value() != refusal.has_value());
     if (refusal) {
-        // XML 1.1 has characters that XML 1.0, as it is written, does not have.
+        // XML 1.1 has characters that XML 1.0, the written form, does not have.
         REQUIRE(refusal->character.has_value() && *refusal->character < 0x20);
         return 0;
     }
     const auto again = halvane::propertyListFromXml(*written);
     REQUIRE(again.has_value());
-    // As texts, since a "nan" is equal to nothing.
+    // Compares texts, because a NaN is equal to nothing.
     REQUIRE(halvane::xmlPropertyList(*again) == written);
     return 0;
 }

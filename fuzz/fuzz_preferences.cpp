@@ -1,5 +1,5 @@
-// A preferences file of any bytes: it is read, or set aside with its bytes, and what is written
-// into it afterwards is there.
+// A preferences file of any bytes: it is read, or set aside with its bytes. Values that are written
+// afterwards are in the file.
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>

@@ -1,5 +1,5 @@
-// Elements, TXT records and DNS names of any bytes: what a short buffer holds is the whole text
-// with bytes left out.
+// Elements, TXT records and DNS names of any bytes: a short buffer holds the whole text with bytes
+// left out.
 #include <cstdint>
 #include <cstring>
 #include <string>

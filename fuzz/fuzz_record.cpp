@@ -1,5 +1,5 @@
 // A BSS record of any element bytes: the walk loses no byte, the record survives its skeleton, and
-// a later sighting and measurements change what they may and nothing else.
+// a later sighting and measurements change only what they may.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Channels, countries and SKUs under any operations: look-ups agree with a walk over the rows, and
-// sorting and removal keep to their order.
+// sorting and removal keep the order.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -36,7 +36,7 @@ void checkMap(unsigned number) {
     if (frequency != 0) REQUIRE(found->channelFrequency() == frequency);
 }
 
-// A map of the input's own rows behind the standard ones.
+// A map with rows from the input after the standard ones.
 void checkOwnMap(fuzzing::ByteSource source) {
     ChannelMap map;
     map.add(1, 1, 1);  // dropped: there is no map yet

@@ -1,4 +1,4 @@
-// Any reply and any event of the daemon: every parser keeps to the status, and lists hold no more
+// Any reply and any event of the daemon: every parser follows the status, and lists hold no more
 // than what arrived.
 #include <algorithm>
 #include <atomic>
@@ -68,7 +68,7 @@ std::int32_t statusOf(const IPCMessage& message) {
     return static_cast<std::int32_t>(number->exactInt64().value_or(0));
 }
 
-// How many dictionaries the list under `key` has.
+// The number of dictionaries in the list under `key`.
 std::size_t countOf(const IPCMessage& message, const char* key) {
     const auto* value = message.entries().find(key);
     const auto* data = value != nullptr ? value->as<ByteBuffer>() : nullptr;

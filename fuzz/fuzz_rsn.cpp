@@ -1,4 +1,5 @@
-// An RSN or WPA element of any bytes; what it decodes to can be generated, and decodes the same.
+// An RSN or WPA element of any bytes: the decoded element can be generated, and decodes to the
+// same.
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -22,7 +23,8 @@ void check(const ByteBuffer& bytes, const ByteBuffer& oui) {
     auto generated = ie;
     generated.generateIE();
     if (!generated.isValid() || generated.rawIE()->size() > 257) return;
-    // A WPA element is generated without capabilities, so its PMKIDs would be read as those.
+    // A WPA element is generated without capabilities, so a decoder would read its PMKIDs as
+    // capabilities.
     const bool hasPMKIDs = ie.pmkids() && !ie.pmkids()->empty();
     if (hasPMKIDs && oui == ByteBuffer(halvane::kWPAOUI)) return;
     const auto again = HalvaneRSNIE::initWithIE_withOUI(generated.rawIE(), oui);

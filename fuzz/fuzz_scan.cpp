@@ -1,5 +1,5 @@
 // Any text under formats of every conversion, also chosen by the input: never reads past the stated
-// length, integers agree with naive code, and what was stored lies where it may.
+// length, integers agree with naive code, and values are stored only where they may be.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -51,14 +51,14 @@ void checkDecimal(const std::string& text) {
     REQUIRE(narrow == static_cast<std::int16_t>(expected));
 }
 
-// The members of a set, with no second conversion behind a bracket that ends it early.
+// The members of a set. A bracket that ends the set early is not followed by a second conversion.
 std::string setOf(halvane::fuzzing::ByteSource& source) {
     std::string members = source.text(8);
     if (members.find(']') != std::string::npos) std::ranges::replace(members, '%', '/');
     return members;
 }
 
-// One conversion of the input's own, with room for all that its width lets in.
+// A conversion that the input chooses, with room for everything that its width admits.
 void checkOwnFormat(halvane::fuzzing::ByteSource source) {
     std::string format = "%";
     constexpr const char* kFlags[] = {"", "#", "*", "&", "&#"};

@@ -1,5 +1,5 @@
-// A client of the daemon on a bus that says what the input says: every request returns, whatever
-// becomes of its reply, and the client ends in order.
+// A client of the daemon on a bus whose messages come from the input: every request returns,
+// whatever happens to its reply, and the client ends in order.
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -40,7 +40,7 @@ namespace {
 constexpr const char* kBus = "org.freedesktop.DBus";
 constexpr const char* kOwner = ":1.5";
 
-// The system's bus for one client, on a thread of its own, until that client has gone.
+// The system bus for one client, on its own thread, until that client has gone.
 class OtherEnd {
   public:
     explicit OtherEnd(fuzzing::ByteSource source) : source_(source) { listen(); }
@@ -140,7 +140,7 @@ class OtherEnd {
         const std::string text = source_.text(20);
         sd_bus_error error = {source_.oneOf(kNames), text.c_str(), 0};
         if (::sd_bus_reply_method_error(call, &error) >= 0) return;
-        error.message = "text";  // what the input says is no UTF-8
+        error.message = "text";  // the bytes of the input are no UTF-8
         if (::sd_bus_reply_method_error(call, &error) < 0) leave();
     }
 
@@ -167,7 +167,7 @@ class OtherEnd {
         return signal;
     }
 
-    // Sends an empty dictionary in the place of one that cannot be sent.
+    // Sends an empty dictionary instead of one that cannot be sent.
     void send(sd_bus_message* message, PropertyListDictionary entries) {
         const BusMessagePointer owner(message);
         IPCMessage body(std::move(entries));

@@ -1,5 +1,5 @@
-// Any dictionary as the skeleton of each record: what was read is written, and reads back the same,
-// through XML too.
+// Any dictionary as the skeleton of each record: a record that was read can be written, and reads
+// back the same, also through XML.
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -44,7 +44,7 @@ PropertyListDictionary writtenBack(const PropertyListDictionary& skeleton) {
 template <typename Record>
 void check(const PropertyListDictionary& skeleton) {
     const auto once = writtenBack<Record>(skeleton);
-    // As texts, since a "nan" is equal to nothing.
+    // Compares texts, because a NaN is equal to nothing.
     const auto xml = xmlPropertyList(once);
     REQUIRE(xmlPropertyList(writtenBack<Record>(once)) == xml);
     if (!xml) return;  // a text that no XML holds

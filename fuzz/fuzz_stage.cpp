@@ -187,7 +187,7 @@ void checkFormatting(const ByteBuffer& bytes) {
     REQUIRE(FancyFormatting::formattedMAC(bytes).size() <= 17);
 }
 
-// Hands the stages of the walk elements of its own.
+// Passes its own elements to the stages of the walk.
 struct StageMAC : HalvaneMAC {
     StageMAC() : HalvaneMAC(ByteBuffer{2, 0, 0, 0, 0, 1}) {}
 

@@ -1,5 +1,5 @@
-// The values that everything is made of: buffers, numbers, dates and dictionaries agree with naive
-// code, and every value can be printed.
+// The basic values: buffers, numbers, dates and dictionaries agree with naive code, and every value
+// can be printed.
 #include <algorithm>
 #include <cmath>
 #include <compare>

@@ -1,5 +1,5 @@
-// Elements as %{ie} prints them: of every ID and, for vendor elements, of every vendor that the
-// text knows; every element has its line, and one that is cut short is told as such.
+// Elements as %{ie} prints them: every ID and, for vendor elements, every vendor that the text
+// knows. Every element has its line, and the text reports an element that is cut short.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

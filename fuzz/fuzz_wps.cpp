@@ -1,5 +1,5 @@
-// Wi-Fi Protected Setup: of any bytes as attributes, as an element, as the value of each attribute
-// and as a device type, what is filed was in the buffer; any number as a PIN.
+// Wi-Fi Protected Setup: any bytes as attributes, as an element, as the value of each attribute and
+// as a device type; every filed value was in the buffer. Also any number as a PIN.
 #include <cstddef>
 #include <cstdint>
 #include <optional>

@@ -1,5 +1,4 @@
-// Property-list values as the bytes of an input choose them, with the keys that skeletons and
-// messages have.
+// Property-list values that the bytes of an input choose, with the keys of skeletons and messages.
 #ifndef FUZZ_PROPERTY_LIST_SOURCE_H
 #define FUZZ_PROPERTY_LIST_SOURCE_H
 

@@ -1,4 +1,4 @@
-// Runs a fuzz target over the files of a corpus folder, where libFuzzer is not linked.
+// Runs a fuzz target over the files of a corpus folder, in builds without libFuzzer.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>

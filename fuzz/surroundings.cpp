@@ -1,5 +1,5 @@
-// Linked into every target: preferences are those of a folder of its own, there is no bus, and the
-// Wi-Fi categories log everything, to nobody.
+// Linked into every target: preferences are in a private folder, there is no bus, and the Wi-Fi
+// categories log everything, but to nobody.
 #include "fuzz/surroundings.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@
 
 #include "tests/support/replaced_system.h"
 
-// Where a sanitizer is linked.
+// Defined only if a sanitizer is linked.
 extern "C" __attribute__((weak)) void __sanitizer_set_report_fd(void* descriptor);
 
 namespace halvane::fuzzing {
@@ -55,7 +55,7 @@ void restore(std::FILE* stream, int descriptor, int saved) {
     ::close(saved);
 }
 
-// Not /dev/null itself, for which the console is the system log.
+// Not /dev/null itself, because the console would then be the system log.
 int discard() {
     static const int descriptor = ::open("/dev/zero", O_WRONLY | O_CLOEXEC);
     return descriptor;
@@ -83,7 +83,7 @@ const std::string& privateFolder() {
 QuietStreams::QuietStreams()
     : output_(redirect(stdout, STDOUT_FILENO, discard())),
       errors_(redirect(stderr, STDERR_FILENO, discard())) {
-    // Of the first one, which is that of the process.
+    // The first one is that of the process.
     static const int reports = ::dup(errors_);
     if (__sanitizer_set_report_fd != nullptr) {
         __sanitizer_set_report_fd(reinterpret_cast<void*>(static_cast<std::intptr_t>(reports)));

@@ -1,4 +1,4 @@
-// What a target may touch: a folder of its own, and nothing else of the machine.
+// Isolates a target: it may use its own folder, and nothing else of the machine.
 #ifndef FUZZ_SURROUNDINGS_H
 #define FUZZ_SURROUNDINGS_H
 
@@ -6,10 +6,10 @@
 
 namespace halvane::fuzzing {
 
-// The folder, which goes when the process ends well.
+// The folder. It is removed when the process ends normally.
 const std::string& privateFolder();
 
-// Standard output and standard error thrown away while one lives. What sanitizers report is not.
+// Discards standard output and standard error while one lives, but not the reports of sanitizers.
 class QuietStreams {
   public:
     QuietStreams();
