@@ -5,7 +5,7 @@
 
 namespace {
 
-// Not atomic: counting must cost a program that allocates much next to nothing.
+// Not atomic, because counting must cost almost nothing in a program that allocates much.
 thread_local std::uint64_t allocations = 0;
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Counts what a benchmark allocates. A program that links allocation_count.cpp has its global
-// allocation functions replaced.
+// Counts the allocations of a benchmark. Linking allocation_count.cpp replaces the program's global
+// allocation functions.
 #ifndef BENCH_ALLOCATION_COUNT_H
 #define BENCH_ALLOCATION_COUNT_H
 
@@ -7,7 +7,7 @@
 
 namespace bench {
 
-// Allocations by operator new since the program started, by the calling thread.
+// The number of allocations by operator new in the calling thread since the program started.
 std::uint64_t allocationCount();
 
 }  // namespace bench

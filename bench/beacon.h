@@ -39,7 +39,7 @@ inline constexpr std::uint8_t kBeacon[] = {
 };
 static_assert(sizeof(kBeacon) == 200);
 
-// What stands before its elements.
+// The length of the part before the elements.
 inline constexpr std::size_t kFixedSize = 36;
 
 inline halvane::HalvaneMAC decodedBeacon() {

@@ -1,4 +1,4 @@
-// Captures as a stranger may write them, in files that are gone with their object.
+// Captures as a stranger may write them, in files that are removed with their object.
 #ifndef BENCH_CAPTURE_INPUT_H
 #define BENCH_CAPTURE_INPUT_H
 

@@ -1,5 +1,6 @@
-// How the time of each reader of foreign bytes and text grows with what it reads: a table of fits.
-// --benchmark_filter chooses rows, --benchmark_out writes every size of them.
+// Measures how the time of each reader of foreign bytes and text grows with the size of its input,
+// and prints a table of fits. --benchmark_filter chooses rows, and --benchmark_out writes all their
+// sizes.
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <malloc.h>
@@ -9,8 +10,8 @@
 
 namespace {
 
-// Large blocks come from the heap as small ones do, and freed ones stay there: the system's time to
-// map fresh pages from some size on would look like growth.
+// Large blocks come from the heap like small ones, and freed blocks stay there. Otherwise the
+// system's time to map new pages, from some size on, would look like growth.
 bool keepMemory() {
     constexpr int kNever = 1 << 30;
     return ::mallopt(M_MMAP_THRESHOLD, kNever) == 1 && ::mallopt(M_TRIM_THRESHOLD, kNever) == 1;
@@ -20,7 +21,7 @@ bool keepMemory() {
 
 int main(int argc, char** argv) {
     if (!keepMemory()) return EXIT_FAILURE;
-    // Nobody's own preferences are read.
+    // The benchmark reads no preferences of the user.
     if (::setenv("XDG_CONFIG_HOME", "/nonexistent", 1) != 0) return EXIT_FAILURE;
     bench::logToNobody();
     benchmark::Initialize(&argc, argv);

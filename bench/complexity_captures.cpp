@@ -1,4 +1,4 @@
-// Captures: their frames, radio headers, and the table that they are folded into.
+// Captures: frames, radio headers, and the table that folds the frames.
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -105,7 +105,7 @@ void addPcapngRows() {
     });
 }
 
-// A packet of one long radio header, read n / 4 times so that small ones count.
+// A packet with one long radio header, read n / 4 times so that small ones are measurable.
 void addHeader(const char* row, LinkType linkType, Bytes (*make)(std::size_t)) {
     addGrowth(row, 16384, make, [linkType](const Bytes& packet) {
         return parseRadioHeader(linkType, packet).has_value();
@@ -143,7 +143,7 @@ void addOldHeaderRows() {
         append32(packet, 24 + 12 * n);
         append(packet, Bytes(16));  // the device's name
         for (std::size_t i = 0; i < n; ++i) {
-            append32(packet, 0x00060044);  // the signal, of a value that is no level
+            append32(packet, 0x00060044);  // the signal, with a value that is no level
             append(packet, {0, 0, 4, 0, 0, 0, 0, 0});
         }
         append(packet, beacon(0, {}));
@@ -160,7 +160,7 @@ void addOldHeaderRows() {
     });
 }
 
-// The output of n records, thrown away.
+// Prints n records, and discards the output.
 void addOutput(const char* row, Format format) {
     addGrowth(
         row, 4096,

@@ -40,7 +40,7 @@ class Arguments {
     }
     Arguments(Arguments&&) = default;
 
-    // True where all of them were read, but for `left`.
+    // Returns true if all arguments except `left` were read.
     bool parse(std::uint32_t flags, std::size_t left) {
         auto vector = pointers_;
         CLIInit(static_cast<int>(texts_.size()), vector.data());

@@ -39,7 +39,8 @@ HalvaneMAC recordOf(const ByteBuffer& elements) {
     return record;
 }
 
-// Of each kind of element that is decoded, in turn. REQUIRES: 16 * count < 65536.
+// Elements of each decoded kind, in turn.
+// REQUIRES: 16 * count < 65536.
 Bytes manyKinds(std::size_t count) {
     Bytes bytes;
     for (std::size_t i = 0; i < count; ++i) {

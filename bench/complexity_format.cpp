@@ -20,7 +20,7 @@ namespace bench {
 
 namespace {
 
-// Bytes and a size, which "%{...}" takes.
+// Bytes and a size, as "%{...}" requires.
 void addExtension(const char* row, const char* format, Bytes (*make)(std::size_t)) {
     addGrowth(row, 65536, make, [format](const Bytes& bytes) {
         return SNPrintF(nullptr, 0, format, bytes.data(), bytes.size()) > 0;

@@ -15,7 +15,7 @@ namespace bench {
 
 namespace {
 
-// Each of them is a system call or more.
+// Each message makes at least one system call.
 constexpr std::size_t kMostSettings = 1024;
 
 HALVANE_LOG_CATEGORY(Bench, kLogLevelInfo, 0, nullptr);
@@ -24,7 +24,7 @@ std::string controlOf(std::size_t index) {
     return "Pattern" + std::to_string(index) + ":level=error";
 }
 
-// Settings are the process's; each measurement begins with none.
+// Settings belong to the process. Each measurement starts without any.
 bool forgetSettings() {
     return LogControl(nullptr) == kStatusOK;
 }

@@ -1,4 +1,4 @@
-// Notifications of the daemon, up to the delegate's call.
+// Notifications of the daemon, up to the call of the delegate.
 #include <cstddef>
 #include <memory>
 #include <string>

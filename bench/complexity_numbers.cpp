@@ -1,7 +1,7 @@
 // Numbers, addresses and bytes read from foreign text.
 //
-// A caller who reads one number after the other out of a long text hands the rest of the text to
-// each call: such a walk is linear only where a call looks at no more than it reads.
+// A caller that reads one number after the other from a long text passes the rest of the text to
+// each call. Such a walk is linear only if a call looks at no more text than it reads.
 #include <algorithm>
 #include <array>
 #include <benchmark/benchmark.h>
@@ -25,7 +25,7 @@ namespace bench {
 
 namespace {
 
-// Reads one item at `text` and returns where it ends, or `text` where there is none.
+// Reads one item at `text` and returns its end, or `text` if there is none.
 using ReadOne = const char* (*)(const char* text);
 
 // A NUL-terminated text of n items, `item` each, read one after the other.

@@ -204,7 +204,7 @@ void addDictionaryRows() {
     });
 }
 
-// A message of D-Bus that holds what `make(n)` does, read and written.
+// Reads and writes a D-Bus message that holds the value of `make(n)`.
 void addMessage(const char* readingRow, const char* writingRow,
                 PropertyListDictionary (*make)(std::size_t)) {
     addGrowth(

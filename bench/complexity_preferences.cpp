@@ -20,7 +20,7 @@ namespace {
 
 constexpr const char* kApplication = "bench";
 
-// A folder of preferences with the file `text`, gone with its object.
+// A folder of preferences with the file `text`. It is removed with its object.
 class PreferencesFolder {
   public:
     explicit PreferencesFolder(const std::string& text) {
@@ -37,7 +37,7 @@ class PreferencesFolder {
         if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
     }
 
-    // For as long as a call lasts.
+    // Valid for the duration of a call.
     template <typename Call>
     bool during(Call call) const {
         const char* const before = std::getenv("XDG_CONFIG_HOME");
@@ -75,7 +75,7 @@ bool readKey() {
     return halvane::readPreference(kApplication, "key").value.has_value();
 }
 
-// Another value each time, so that the file is written.
+// A different value each time, so that the file is written.
 bool writeKey() {
     static std::size_t count = 0;
     const std::string value = std::to_string(++count);

@@ -43,7 +43,7 @@ HalvaneSKU skuOf(std::size_t count) {
     return sku;
 }
 
-// The map of the process gets n channels of its own, those of smaller sizes among them.
+// Adds n channels to the map of the process, including those of smaller sizes.
 std::size_t fillMap(std::size_t count) {
     static std::size_t filled = 0;
     HalvaneChannel::initChannelMapTable();
@@ -76,7 +76,7 @@ void addMapRows() {
     addLookUps("channel map: look up all extensions", [](unsigned channel) {
         return HalvaneChannel::channelExtensionForNumber(channel) == channel;
     });
-    // Once a size: the map keeps what it was given. These channels come behind all others.
+    // Runs once per size, because the map keeps its channels. These channels come after all others.
     benchmark::RegisterBenchmark(
         "channel map: add",
         [](benchmark::State& state) {

@@ -1,4 +1,4 @@
-// Foreign text cut, searched, compared, escaped and cleaned.
+// Foreign text: cutting, searching, comparing, escaping and cleaning.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -118,7 +118,7 @@ void addQuoteRows() {
     addText("ParseCommandLineIntoArgV: continued lines", "", "\\\n", "a", splitLine);
 }
 
-// n characters that match the start of a pattern of n / 4 nearly everywhere.
+// n characters that match the start of a pattern of n / 4 characters nearly everywhere.
 struct Search {
     std::string text;
     std::string pattern;
@@ -173,7 +173,8 @@ void addSearchRows() {
     });
 }
 
-// A call at each 8th character of a NUL-terminated text, which it need not look at to its end.
+// Makes a call at each 8th character of a NUL-terminated text. The call need not read to the end of
+// the text.
 template <typename Look>
 void addLooks(const char* row, Look look) {
     addText(

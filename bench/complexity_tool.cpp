@@ -1,4 +1,4 @@
-// What the tool reads beside captures, and shows of it.
+// What the tool reads, apart from captures, and what it prints.
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -82,7 +82,7 @@ void addInputRows() {
         [](const std::string& text) { return decimalOf(text) == 7 && signedDecimalOf(text) == 7; });
 }
 
-// What the daemon reports, up to the text of its JSON.
+// Records of the daemon, up to their JSON text.
 template <typename Record>
 void addJSON(const char* row, std::size_t most, Record (*make)(std::size_t)) {
     addGrowth(row, most, make, [](const Record& record) {

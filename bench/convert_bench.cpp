@@ -77,7 +77,7 @@ std::vector<std::uint8_t> someBytes(std::size_t size) {
     return bytes;
 }
 
-// What one would write by hand: a look-up for each digit. A call like any other, as ours is.
+// A plain loop with a look-up for each digit. It is not inlined, just as our function is not.
 [[gnu::noinline]] void plainToText(const std::uint8_t* bytes, std::size_t count, char* text) {
     constexpr char kDigits[] = "0123456789abcdef";
     for (std::size_t i = 0; i < count; ++i) {
@@ -110,7 +110,7 @@ constexpr auto kValues = [] {
     return count;
 }
 
-// Bytes a second are those of the data, not of its text.
+// The rate counts the bytes of the data, not of its text.
 void setRate(benchmark::State& state, std::size_t size) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
 }

@@ -1,5 +1,5 @@
-// A request of the daemon's client, and its notifications, beside a bare sd-bus client on the same
-// bus that asks the same service for the same bytes.
+// A request of the daemon's client, and its notifications, beside a bare sd-bus client. Both ask
+// the same service on the same bus for the same bytes.
 #include <benchmark/benchmark.h>
 #include <csignal>
 #include <cstdint>
@@ -104,7 +104,7 @@ void sendNotification(sd_bus* bus, const char* destination) {
     check(::sd_bus_send(bus, signal, nullptr));
 }
 
-// "bssStart" is answered with a burst of notifications before its reply, everything else with the
+// "bssStart" causes a burst of notifications before its reply. The reply to everything else is the
 // list.
 int answer(sd_bus_message* request, void* list, sd_bus_error*) {
     const char *key = nullptr, *command = nullptr;
@@ -172,7 +172,7 @@ class Stage {
 
 // --- The bare client ---
 
-// Asks, and takes the bytes of the list out of the reply.
+// Sends a request, and gets the bytes of the list from the reply.
 std::size_t bareRequest(sd_bus* bus, const char* command) {
     sd_bus_message* request = nullptr;
     check(::sd_bus_message_new_method_call(bus, &request, kDaemonServiceName, kPath,
@@ -213,14 +213,14 @@ void requestHalvane(benchmark::State& state) {
     for (auto _ : state) expect(client->queryInterfaceList().size() == count);
 }
 
-// The same bytes, passed over: what the way through the client's threads costs.
+// The same bytes, ignored: the cost of the way through the client's threads.
 void requestHalvaneUnread(benchmark::State& state) {
     const Stage stage(static_cast<unsigned>(state.range(0)));
     const auto client = HalvaneXPCClient::init();
     for (auto _ : state) benchmark::DoNotOptimize(client->queryLogging());
 }
 
-// What the client does beside waiting: the reply's list, read.
+// The client's own work: reading the list in the reply.
 void parseHalvane(benchmark::State& state) {
     const auto count = static_cast<unsigned>(state.range(0));
     PropertyListDictionary entries;

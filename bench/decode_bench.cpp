@@ -1,5 +1,5 @@
 // A 200-byte beacon decoded in full - walk, elements, rates, label - beside libtins, which parses
-// the same bytes and is asked for its rates, RSN information and SSID.
+// the same bytes and returns rates, RSN information and SSID.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdlib>

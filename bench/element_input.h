@@ -1,4 +1,4 @@
-// Elements of which a record makes lists, as long as an element may be.
+// Elements from which a record makes lists, as long as an element may be.
 #ifndef BENCH_ELEMENT_INPUT_H
 #define BENCH_ELEMENT_INPUT_H
 
@@ -24,7 +24,7 @@ inline Bytes attributeOfDeviceTypes(std::size_t count) {
     return attribute;
 }
 
-// Device types in as few lists as can be, and in one each.
+// Device types in as few lists as possible, and each in its own list.
 inline Bytes deviceTypesOfWPS() {
     Bytes attributes = attributeOfDeviceTypes(16);
     append(attributes, attributeOfDeviceTypes(14));

@@ -1,4 +1,4 @@
-// Rows that tell how the time of a reader grows with what it reads.
+// Rows that show how the time of a reader grows with the size of its input.
 #ifndef BENCH_GROWTH_H
 #define BENCH_GROWTH_H
 
@@ -10,12 +10,13 @@
 
 namespace bench {
 
-// A row is measured at its greatest size and at 1/4, 1/16, 1/64 and 1/256 of it. A quarter as
-// smallest step tells linear (4 times the time) from quadratic (16 times) past all noise.
+// A row is measured at its greatest size and at 1/4, 1/16, 1/64 and 1/256 of it. A step of 4
+// distinguishes linear growth (4 times the time) from quadratic growth (16 times) despite all
+// noise.
 inline constexpr int kStep = 4;
 inline constexpr std::int64_t kSpan = 256;
 
-// Enough for the greatest size of every row to run; what is told is a ratio, not a time.
+// Long enough for the greatest size of every row. The result is a ratio, not a time.
 inline constexpr double kSecondsPerSize = 0.02;
 
 inline void requireRow(const char* row, bool condition) {
@@ -24,9 +25,9 @@ inline void requireRow(const char* row, bool condition) {
     std::abort();
 }
 
-// `make(n)` returns an input of size n, which is made once a size and not measured. `read(input)`
-// is measured; it returns true where it found in the input what is there, so that no row measures a
-// refusal. REQUIRES: `most` is a power of 4 and at least kSpan.
+// `make(n)` returns an input of size n. It runs once per size, and is not measured. `read(input)`
+// is measured. It returns true if it read the input correctly, so that no row measures a refusal.
+// REQUIRES: `most` is a power of 4 and at least kSpan.
 template <typename Make, typename Read>
 void addGrowth(const char* row, std::size_t most, Make make, Read read) {
     const auto run = [row, make, read](benchmark::State& state) {
@@ -42,10 +43,10 @@ void addGrowth(const char* row, std::size_t most, Make make, Read read) {
         ->Complexity();
 }
 
-// What the library logs of what it reads goes to no file.
+// The library's log messages go to no file.
 void logToNobody();
 
-// The rows, by what is read.
+// The rows, by kind of input.
 void addElementRows();
 void addFormatRows();
 void addNumberRows();

@@ -1,4 +1,4 @@
-// What growth rows come to, as one table.
+// Prints the results of growth rows as one table.
 #ifndef BENCH_GROWTH_TABLE_H
 #define BENCH_GROWTH_TABLE_H
 
@@ -10,15 +10,15 @@
 
 namespace bench {
 
-// A line a row, in Markdown: how it grows by Google Benchmark's fit, the constant and the error of
-// that fit, the time at the greatest size, and how many times that of the size before.
+// One line of Markdown per row: growth by Google Benchmark's fit, constant and error of that fit,
+// time at the greatest size, and the ratio of that time to the time at the previous size.
 class GrowthTable : public benchmark::BenchmarkReporter {
   public:
     bool ReportContext(const Context& context) override;
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 
-    // How many rows grow faster than n log n.
+    // The number of rows that grow faster than n log n.
     std::size_t steepRows() const { return steepRows_; }
 
   private:

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <malloc.h>
 
-// glibc's own, under names that nobody replaces.
+// glibc's own functions, under names that nobody replaces.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -54,7 +54,7 @@ void* calloc(std::size_t count, std::size_t size) {
     return taken(__libc_calloc(count, size));
 }
 
-// Old and new block may exist side by side while their bytes are copied, so both count.
+// The old and the new block may coexist while bytes are copied, so both count.
 void* realloc(void* memory, std::size_t size) {
     const std::size_t before = memory != nullptr ? ::malloc_usable_size(memory) : 0;
     void* const result = __libc_realloc(memory, size);

@@ -1,5 +1,5 @@
-// How much of the heap a piece of work needs. A program that links heap_peak.cpp has its malloc,
-// and what builds on it, replaced, in every library that it loads.
+// Measures how much heap a piece of work needs. Linking heap_peak.cpp replaces malloc and
+// everything built on it, in the program and in every library that it loads.
 #ifndef BENCH_HEAP_PEAK_H
 #define BENCH_HEAP_PEAK_H
 
@@ -7,15 +7,15 @@
 
 namespace bench {
 
-// Watches the heap from its making on; one at a time.
+// Watches the heap from its construction on. One may live at a time.
 class HeapPeak {
   public:
     HeapPeak();
     HeapPeak(const HeapPeak&) = delete;
     HeapPeak& operator=(const HeapPeak&) = delete;
 
-    // The most bytes that were in use at once, beyond those that were at the start; what the
-    // allocator rounds up to counts, its own records do not.
+    // The most bytes in use at one time, without those in use at the start. It includes the
+    // allocator's rounding, but not the allocator's own records.
     std::size_t bytes() const;
 
   private:

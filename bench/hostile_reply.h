@@ -1,4 +1,4 @@
-// Replies of a daemon that is none of ours.
+// Replies of a hostile daemon.
 #ifndef BENCH_HOSTILE_REPLY_H
 #define BENCH_HOSTILE_REPLY_H
 
@@ -20,7 +20,7 @@ inline halvane::ServiceReply replyOf(const char* key, std::string_view xml) {
     return halvane::ServiceReply(std::move(message));
 }
 
-// The list of `items`, XML of one value after the other.
+// The XML list of `items`, which is XML of one value after the other.
 inline std::string listXml(std::string_view items) {
     return "<plist><array>" + std::string(items) + "</array></plist>";
 }

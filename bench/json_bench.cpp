@@ -1,5 +1,5 @@
-// A record as a line of JSON, beside nlohmann-json, which builds a tree of the same record from the
-// same tables and dumps it.
+// A record as a line of JSON, beside nlohmann-json. That builds a tree of the same record from the
+// same tables, and dumps it.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// A line to a log file, beside spdlog set to flush each line, and beside a bare write(2) of the
-// same bytes; and a line that the level holds back.
+// A line to a log file, beside spdlog, which flushes each line, and beside a bare write(2) of the
+// same bytes. Also a line that does not go out because of its level.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdio>
@@ -27,7 +27,7 @@ constexpr int kChannel = 6;
 constexpr char kNeighbour[] = "neighbour-12";
 constexpr std::string_view kMessage = "42 frames from neighbour-12 on channel 6\n";
 
-// A file in the folder for temporary ones, gone with the object.
+// A file in the folder for temporary files. It is removed with the object.
 class TemporaryFile {
   public:
     TemporaryFile() {
@@ -114,7 +114,7 @@ void disabledLine(benchmark::State& state) {
     LogUtils_Finalize();
 }
 
-// A control string with a pattern of its own at each call.
+// A control string with a new pattern at each call.
 void controlPatterns(benchmark::State& state) {
     LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
     for (auto _ : state) {
@@ -128,7 +128,7 @@ void controlPatterns(benchmark::State& state) {
     LogUtils_Finalize();
 }
 
-// A line to standard output that is a pipe, whose reader has gone.
+// A line to standard output, which is a pipe without a reader.
 void lineToBrokenPipe(benchmark::State& state) {
     int ends[2];
     if (::pipe(ends) != 0) std::abort();

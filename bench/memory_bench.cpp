@@ -1,5 +1,5 @@
-// How much memory readers of hostile input need, for each byte of it. An argument chooses the rows
-// whose names hold it.
+// Measures how much memory readers need for each byte of a hostile input. An argument selects the
+// rows whose names contain it.
 #include <cstdlib>
 
 #include "bench/memory_table.h"

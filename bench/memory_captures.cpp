@@ -46,7 +46,7 @@ BSSTable tableOf(const std::string& path) {
     return table;
 }
 
-// Folds the capture, and throws the output away.
+// Folds the capture, and discards the output.
 BSSTable printed(const std::string& path, Format format) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen("/dev/null", "w"),
                                                                  std::fclose);
@@ -57,7 +57,7 @@ BSSTable printed(const std::string& path, Format format) {
     return table;
 }
 
-// Frames of as many networks as make a capture of that size, each with `elements`.
+// A capture of that size with frames of distinct networks, each with `elements`.
 void measureCapture(MemoryTable& table, std::string_view row, const Bytes& elements,
                     std::optional<Format> format = std::nullopt) {
     table.measure(
@@ -74,7 +74,7 @@ void measureCapture(MemoryTable& table, std::string_view row, const Bytes& eleme
         });
 }
 
-// `element` as often as a frame's elements have room for it.
+// `element`, repeated as often as a frame has room for it.
 Bytes frameFullOf(const Bytes& element) {
     Bytes elements;
     while (elements.size() + element.size() <= kLargestElements) append(elements, element);
@@ -136,7 +136,7 @@ void measureAttributes(MemoryTable& table, std::string_view row,
                   [](const ByteBuffer& buffer) { return HalvaneWPSTLVs::initWithData(buffer); });
 }
 
-// Elements that hold nothing but rates, which a record keeps one by one.
+// Elements that hold only rates. A record keeps rates one by one.
 void measureRates(MemoryTable& table) {
     constexpr std::size_t kBody = 253;
     table.measure(

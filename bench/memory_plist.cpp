@@ -62,7 +62,7 @@ void measureItems(MemoryTable& table) {
     measureXml(table, "dictionaries 250 deep", "<array>", deepKeys, "</array>");
 }
 
-// Of as few letters as tell them apart.
+// Keys with as few letters as make them distinct.
 std::string shortKey(std::size_t index) {
     std::string key;
     for (; key.empty() || index > 0; index /= 26) key += static_cast<char>('a' + index % 26);
@@ -98,7 +98,7 @@ void measureMarkup(MemoryTable& table) {
     measureXml(table, "texts between values, refused", "<array>", "a<a/>", "</array>");
 }
 
-// A list of `item`, again and again.
+// A list that repeats `item`.
 template <typename Parse>
 void measureReply(MemoryTable& table, const char* key, std::string_view row, std::string_view item,
                   Parse parse) {
@@ -150,7 +150,7 @@ std::string clientOf(const Bytes& element) {
     return "<dict><key>IEs</key><array><data>" + base64Of(element) + "</data></array></dict>";
 }
 
-// A client of one element that is as long as the reply, longer than any frame can hold.
+// A client with one element that is as long as the reply, and longer than any frame can hold.
 void measureLongElement(MemoryTable& table, const std::string& row, const Bytes& head,
                         const Bytes& piece) {
     table.measure(
@@ -185,7 +185,7 @@ void measureElementsOfClients(MemoryTable& table) {
     measureLongElement(table, "rates", {50, 255}, {12});
     measureLongElement(table, "channel triplets", {7, 255, 'D', 'E', ' '}, {1, 13, 20});
     measureLongElement(table, "regulatory triplets", {7, 255, 'D', 'E', ' '}, {201, 1, 0});
-    // 32768 of them, where the reply has room.
+    // 32768 elements, if the reply has room.
     measureLongElement(table, "PMKIDs", {48,  255, 1, 0, 0, 15, 172, 4, 1, 0, 0,    15,
                                          172, 4,   1, 0, 0, 15, 172, 2, 0, 0, 0x00, 0x80},
                        Bytes(16, 1));
@@ -212,7 +212,7 @@ void measureRecords(MemoryTable& table) {
                  });
 }
 
-// A message of D-Bus whose one entry is an array of `signature`, filled with what `put` appends.
+// A D-Bus message whose only entry is an array of `signature`. `put` appends its items.
 template <typename Put>
 void measureMessage(MemoryTable& table, std::string_view row, const char* signature,
                     std::size_t itemSize, Put put) {

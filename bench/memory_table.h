@@ -1,4 +1,4 @@
-// What readers of hostile input need of the heap, as one table.
+// Prints how much heap readers of hostile input need, as one table.
 #ifndef BENCH_MEMORY_TABLE_H
 #define BENCH_MEMORY_TABLE_H
 
@@ -31,11 +31,12 @@ class MemoryTable {
             "| --- | --- | --- | --- | --- |");
     }
 
-    // `make(size)` returns an input of about that size, which counts as the caller's. `read(value)`
-    // returns what it keeps of it, which counts, as everything does that it makes on the way.
+    // `make(size)` returns an input of about that size, which does not count. `read(value)` returns
+    // what it keeps of the input. The row counts this, and everything that `read` allocates
+    // meanwhile.
     //
-    // A list that grows is twice as large as it has to be after some sizes, so that the row tells
-    // the worst of kSizes sizes from `most` / 2 up to `most`.
+    // At some sizes a growing list is twice as large as necessary, so the row shows the worst of
+    // kSizes sizes from `most` / 2 up to `most`.
     template <typename Make, typename Read>
     void measure(const std::string& row, std::size_t most, Make make, Read read) {
         if (row.find(filter_) == row.npos) return;
@@ -82,7 +83,7 @@ class MemoryTable {
     std::size_t high_ = 0;
 };
 
-// The rows, by what is read.
+// The rows, by kind of input.
 void measurePropertyLists(MemoryTable& table);
 void measureReplies(MemoryTable& table);
 void measureCaptures(MemoryTable& table);

@@ -1,4 +1,4 @@
-// A list of interfaces to XML and back, beside pugixml; and the way from records to records.
+// A list of interfaces to XML and back, beside pugixml; and the same from records to records.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdlib>
@@ -67,7 +67,7 @@ std::vector<HalvaneInterface> interfaces() {
     return list;
 }
 
-// What every row starts from; each checks that it is what it ends with.
+// The data with which every row starts. Each row checks that it ends with the same data.
 struct Subject {
     std::vector<HalvaneInterface> records = interfaces();
     PropertyListValue value = halvane::skeleton::skeletonsOf(records);
@@ -92,7 +92,7 @@ void writeHalvane(benchmark::State& state) {
     measure(state, run);
 }
 
-// The same text, from a tree that stands already.
+// The same text, from an existing tree.
 void writePugixml(benchmark::State& state) {
     struct Text : pugi::xml_writer {
         void write(const void* data, std::size_t size) override {
@@ -120,7 +120,7 @@ void readHalvane(benchmark::State& state) {
     measure(state, run);
 }
 
-// The tree alone, no values.
+// Only the tree, without values.
 void readPugixml(benchmark::State& state) {
     const auto run = [] {
         pugi::xml_document tree;

@@ -1,5 +1,5 @@
-// Pre-shared keys beside PKCS5_PBKDF2_HMAC of OpenSSL, and beside the compressions of SHA-1 that a
-// key is made of and nothing else.
+// Pre-shared keys, beside PKCS5_PBKDF2_HMAC of OpenSSL, and beside only the SHA-1 compressions that
+// a key needs.
 #include <array>
 #include <benchmark/benchmark.h>
 #include <cstdint>

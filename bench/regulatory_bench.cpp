@@ -1,5 +1,4 @@
-// The default SKUs with their countries and channels, beside the same figures put into plain
-// structs as any program would.
+// The default SKUs with their countries and channels, beside the same data in plain structs.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdlib>

@@ -15,7 +15,7 @@
 
 namespace {
 
-// The pattern of a size: the bytes of a last line that no other line holds.
+// The pattern of a size: bytes of the last line that no other line holds.
 constexpr std::string_view kLastLine = "WPA handshake failed: group key MIC is wrong, code 7\n";
 
 std::string logText() {
