@@ -1,4 +1,4 @@
-// A dictionary whose memory ends stays what it was: its entries and their index agree.
+// If memory runs out, a dictionary stays unchanged: its entries and their index agree.
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <new>

@@ -60,7 +60,7 @@ TEST(UTF8, RefusesWhatIsNoCharacter) {
              "\xF4\x90\x80\x80",  // above U+10FFFF
              "\xF5\x80\x80\x80",  // above U+10FFFF
              "\xFF",
-             "\xC2x",  // continuations that are none
+             "\xC2x",  // false continuations
              "\xE1\x80x",
              "\xF1\x80\x80x",
          }) {

@@ -98,8 +98,8 @@ TEST(BeaconFrame, TellsWhyAFrameIsSkipped) {
     }
 }
 
-// Where the frame ends within the BSSID, its first octets are no Sequence Control field, whatever
-// they hold, and the Protected flag tells of no body that is there.
+// If the frame ends within the BSSID, the octets there are no Sequence Control field, whatever they
+// hold, and the Protected flag does not refer to a body.
 TEST(BeaconFrame, CallsAFrameShortThatEndsWithinTheBSSID) {
     constexpr std::size_t kBSSIDOffset = 16;
     for (const std::uint8_t flags : Bytes{0x00, 0x40, 0x80, 0xC0}) {

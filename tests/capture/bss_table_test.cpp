@@ -51,7 +51,7 @@ TEST(BSSTable, FoldsLaterSightingsIn) {
     EXPECT_EQ(table.at(0).record.SSID(), ByteBuffer::fromText("revealed"));
 }
 
-// What a record tells, but for its stamps in full.
+// The text of a record, without its exact time stamps.
 std::string tellingOf(const HalvaneMAC& record) {
     auto skeleton = record.skeletonRepresentation();
     skeleton.erase("FirstUpdated");
@@ -64,7 +64,7 @@ std::string tellingOf(const HalvaneMAC& record) {
 
 // Every sequence of four of these sightings, as the records themselves fold.
 TEST(BSSTable, FoldsAsRecordsDo) {
-    const halvane::ScopedUpTime clock;  // a description tells the age in seconds
+    const halvane::ScopedUpTime clock;  // a description states the age in seconds
     std::vector<Sighting> sightings;
     for (const Bytes& elements :
          {Bytes{}, element(0, {}), joined({element(0, {0, 0}), element(1, {0x82, 0x96})}),

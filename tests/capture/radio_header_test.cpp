@@ -30,7 +30,7 @@ Bytes changed(Bytes bytes, std::size_t offset, std::uint8_t value) {
     return bytes;
 }
 
-// What a header says, as one line: absent values are "-".
+// The values of a header as one line; absent values are "-".
 std::string summaryOf(const std::optional<RadioInfo>& info) {
     if (!info) return "malformed";
     const auto text = [](const std::optional<int>& value) {

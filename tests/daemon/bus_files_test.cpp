@@ -104,7 +104,8 @@ class BusPolicy : public ::testing::TestWithParam<bool> {
         return path;
     }
 
-    // What nobody may do, as a member of the group alone; absent where that cannot be told here.
+    // The rights of the user nobody as a member of this group alone. Absent if the test cannot find
+    // out here.
     std::optional<Rights> rightsOfNobody(gid_t group) const {
         const passwd* const nobody = ::getpwnam("nobody");
         if (nobody == nullptr) return std::nullopt;

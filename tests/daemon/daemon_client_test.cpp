@@ -33,7 +33,7 @@ HalvaneBSSConfig unsendableConfig() {
     return configNamed("\x01");
 }
 
-// --- What is sent: the requests of the stated client, to the byte ---
+// --- Requests: the same bytes as those of HalvaneXPCClient ---
 
 struct RequestRow {
     const char* name;

@@ -51,7 +51,7 @@ inline std::string textOf(DaemonKind kind) {
     return DaemonError{kind}.text();
 }
 
-// Keeps what a client tells: "joined 02:00:00:00:01:2a wlan0", "connected", "renewal: done".
+// Records what a client reports: "joined 02:00:00:00:01:2a wlan0", "connected", "renewal: done".
 class EventRecorder : public Arrivals<std::string> {
   public:
     DaemonEvents events() {
@@ -67,7 +67,7 @@ class EventRecorder : public Arrivals<std::string> {
     }
 };
 
-// A client on a bus of its own, with a daemon that answers {"status": 0}.
+// A client on a private bus, with a daemon that replies {"status": 0}.
 class DaemonClientTest : public ::testing::Test {
   protected:
     template <typename Run>
@@ -75,7 +75,7 @@ class DaemonClientTest : public ::testing::Test {
         return std::async(std::launch::async, std::move(run));
     }
 
-    // Waits until the client has told that it is connected.
+    // Waits until the client has reported that it is connected.
     void connect() { EXPECT_EQ(events_.wait(0), "connected"); }
 
     // The client's name on the bus.

@@ -11,7 +11,7 @@ namespace {
 using halvane::gHalvaneLogging;
 using halvane::HalvaneLogging;
 
-// A process of its own, since any other test may have asked for the shared instance.
+// Runs in its own process, because any other test may have used the shared instance.
 TEST(LoggingDeathTest, IsSharedFromFirstUseOn) {
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(

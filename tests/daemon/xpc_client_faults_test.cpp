@@ -1,5 +1,5 @@
-// What goes wrong around the client: a daemon or a bus that goes away, replies that are not what
-// they should be, and an end at any moment.
+// Faults around the client: a daemon or a bus that goes away, wrong replies, and an end at any
+// moment.
 #include <array>
 #include <atomic>
 #include <csignal>
@@ -71,8 +71,8 @@ TEST_F(XPCClientFaults, ReleasesTheCallerWhenTheDaemonDisconnects) {
     EXPECT_EQ(request.get(), kNoReply);
 }
 
-// Owns the daemon's name, and never answers. Runs in a child, to its end by a signal: writes to
-// `progress` when it has the name, and for every request.
+// Owns the daemon's name, and never replies. It runs in a child until a signal ends it. It writes
+// to `progress` when it has the name, and for every request.
 [[noreturn]] void runSilentDaemon(const std::string& address, int progress) {
     sd_bus* bus = nullptr;
     const auto tell = [](sd_bus_message* message, void* pipe, sd_bus_error*) noexcept {
@@ -402,8 +402,8 @@ class XPCClientLine : public XPCClientTest, public ::testing::WithParamInterface
         test.hasEnded_.signal();
     }
 
-    // The queue's thread, on which the client ends, goes on for a while. What it did up to its last
-    // line is seen through the log's lock.
+    // The queue's thread, on which the client ends, runs on for a while. The lock of the log makes
+    // its work up to its last line visible.
     static void waitUntilTheQueueIsGone() {
         while (threadNames().count("onnection.queue") > 0) std::this_thread::yield();
         LogControl("^WiFiXPC$:level=off");

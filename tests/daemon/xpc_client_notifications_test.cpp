@@ -1,4 +1,4 @@
-// Notifications: what they log, whom they reach, and in which order they come over the bus.
+// Notifications: their log messages, their receivers, and their order on the bus.
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
@@ -43,7 +43,7 @@ const Event kEvents[] = {
      &HalvaneXPCClientDelegate::clientLeft_forInterface},
 };
 
-// On a bus where the service is not: no notification but the test's.
+// On a bus without the service: the only notifications are the test's.
 class XPCNotifications : public ::testing::TestWithParam<Event> {
   protected:
     XPCNotifications() { client_->setDelegate(stations_.delegate()); }
@@ -218,7 +218,7 @@ INSTANTIATE_TEST_SUITE_P(All, XPCDispatch, ::testing::ValuesIn(kEvents),
 
 // --- Over the bus ---
 
-// A station's address that tells its number.
+// A station's address, which holds its number.
 ByteBuffer numbered(unsigned number) {
     return {0x02,
             0x00,
@@ -266,7 +266,7 @@ TEST_F(XPCNotificationsOverTheBus, AreNotHeldUpOnTheWayOfReplies) {
     daemon_->answer(listReply<DeviceList>());
     EXPECT_EQ(client_->queryDeviceList(), DeviceList::records());
     left.signal();
-    client_.reset();  // the call is over before what it uses goes
+    client_.reset();  // the call ends before the objects that it uses
 }
 
 TEST_F(XPCNotificationsOverTheBus, AreNotLostInABurstWhileRequestsRun) {
@@ -302,7 +302,7 @@ TEST_F(XPCNotificationsOverTheBus, OfAnybodyButTheDaemonAreDropped) {
     BusPeer impostor(bus_, "");
     impostor.sendEvent(notification("kicked"), client);
     impostor.sendEvent(notification("kicked"), "");
-    impostor.countConnections();  // the bus has taken both when that is answered
+    impostor.countConnections();  // the reply shows that the bus has accepted both
     daemon_->sendEvent(notification("joined"), client);
     EXPECT_EQ(stations_.wait(0), "joined 02:00:00:00:01:2A wlan0");
 }

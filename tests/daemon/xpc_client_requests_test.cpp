@@ -1,4 +1,4 @@
-// What requests put on the bus, and what they answer.
+// What requests send over the bus, and what they return.
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -242,7 +242,7 @@ TEST_F(XPCClientRequests, ActionsWaitForTheReply) {
         order.add("returned");
     });
     daemon_->waitForRequest();
-    daemon_->countConnections();  // time enough for who does not wait
+    daemon_->countConnections();  // time enough for a caller that does not wait
     order.add("answered");
     daemon_->answerHeld(ipcMessage({{"status", 0}}));
     action.get();

@@ -22,7 +22,7 @@ static_assert(!std::is_copy_assignable_v<HalvaneXPCClient>);
 
 constexpr const char* kFunction = "-[HalvaneXPCClient handleXPCEvent:]";
 
-// On a bus where the service is not: no event but the test's.
+// On a bus without the service: the only events are the test's.
 class XPCClientEvents : public ::testing::Test {
   protected:
     XPCLog log_{"verbose"};
@@ -40,7 +40,7 @@ TEST_F(XPCClientEvents, FillsNoSharedSlot) {
     EXPECT_EQ(gHalvaneXPCClient, nullptr);
 }
 
-// A process of its own, which ends with the slot filled.
+// Runs in its own process, which ends with the slot filled.
 TEST(XPCClientDeathTest, InTheSharedSlotGoesWithTheProcess) {
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(

@@ -172,7 +172,7 @@ class DelegateRecorder : public Arrivals<std::string> {
     }
 };
 
-// What the client logs, while it lives, as "[,function@level] text".
+// Records the client's log messages while it lives, as "[,function@level] text".
 class XPCLog {
   public:
     explicit XPCLog(const std::string& level = "error") {
@@ -221,7 +221,7 @@ class XPCLog {
     std::size_t taken_ = 0;
 };
 
-// A client on a bus of its own, with a daemon that answers {"status": 0}.
+// A client on a private bus, with a daemon that replies {"status": 0}.
 class XPCClientTest : public ::testing::Test {
   protected:
     // Calls `run` on another thread.
@@ -230,7 +230,8 @@ class XPCClientTest : public ::testing::Test {
         return std::async(std::launch::async, std::move(run));
     }
 
-    // The client's name on the bus; its events are followed from now on, for a request was made.
+    // The client's name on the bus. The client receives its events from now on, because a request
+    // was made.
     std::string clientName() {
         const std::size_t before = daemon_->requests().size();
         client_->queryLogging();

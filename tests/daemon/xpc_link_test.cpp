@@ -21,7 +21,7 @@ namespace {
 using namespace halvane;
 using namespace halvane::testing;
 
-// What the reply queue got for a request: "message", or "error".
+// The reply queue's result of a request: "message" or "error".
 std::string nameOf(const ServiceReply& reply) {
     return std::holds_alternative<IPCMessage>(reply) ? "message" : "error";
 }
@@ -39,9 +39,9 @@ TEST(XPCLink, HandlesTheRepliesThatCameBeforeItWasReleased) {
     });
     link->resume();
 
-    // The first reply, which is too large to be handled on the way, holds the queue up while the
-    // second arrives and the bus goes. What its request comes to before it has a reply is asked on
-    // the caller's thread.
+    // The first reply is too large for the connection's thread, so it occupies the queue while the
+    // second arrives and the bus goes. Before that request has a reply, the link calls its handler
+    // on the caller's thread.
     CountingSemaphore entered(0), released(0);
     auto first = std::async(std::launch::async, [&] {
         return link->request(ipcMessage({{"command", "first"}}), [&](const ServiceReply& reply) {

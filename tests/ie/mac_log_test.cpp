@@ -1,4 +1,4 @@
-// What merging records tells the log.
+// What merging records logs.
 #include <gtest/gtest.h>
 
 #include "halvane/ie/mac.h"

@@ -1063,7 +1063,7 @@ TEST(MACDescription, ShowsEverythingThatIsThere) {
         "ESS                  : YES\n";
     EXPECT_EQ(text.substr(0, head.size()), head);
 
-    // What follows, in this order, each line or block where it belongs.
+    // The later lines and blocks, in this order.
     std::size_t position = head.size();
     const std::string blocks[] = {
         "Immediate Block-Ack  : YES\n\nIE Buffer            : \n00 02 61 01 01 04 82 84 8B 96 3D ",

@@ -184,7 +184,7 @@ TEST(MCSTables, AreMadeAnewBySettingThemUp) {
     for (const TableCase& row : kTables) EXPECT_EQ((mcs.*row.table)().size(), 77u) << row.name;
 }
 
-// A process of its own, since any other test may have asked for the shared instance.
+// Runs in its own process, because any other test may have used the shared instance.
 TEST(MCSDeathTest, IsSharedFromFirstUseOn) {
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(

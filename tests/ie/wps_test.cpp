@@ -78,7 +78,7 @@ TEST(WPSPin, JudgesAnUnsignedNumberAsTheSignedOneOfItsBits) {
     EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(9223372036854775808.0 + 22528)));
 }
 
-// Gives the bytes 251, 2, 13, 24, then 35, 46, 58 and one that nobody asks for, while it lives.
+// Gives the bytes 251, 2, 13, 24, then 35, 46, 58 and one that nobody reads, while it lives.
 class KnownBytes {
   public:
     KnownBytes() {

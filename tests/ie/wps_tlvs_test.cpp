@@ -66,8 +66,8 @@ struct Row {
             [](const Bytes& value) { return expectedText(value, HalvaneWPSTLVs().property()); } \
     }
 
-// The attributes that fill a property of a number or of bytes; the four others have tests of
-// their own. Written down apart from the library's table, so that neither vouches for itself.
+// The attributes that fill a property of a number or of bytes; the four others have separate tests.
+// The list is independent of the library's table, so that the two check each other.
 const std::vector<Row> kRows = {
     ROW(0x1001, exactly(2), APChannel, apChannel),
     ROW(0x1002, exactly(2), AssociationState, associationState),

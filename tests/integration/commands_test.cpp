@@ -312,7 +312,7 @@ TEST(Countries, OfAnUnknownSKUAreToldWhichThereAre) {
                 "halvane: countries: --format: 'xml' is not text, json, jsonl or plist\n");
 }
 
-// The first line of what is printed of a country.
+// The first printed line of a country.
 std::string countryLine(const std::string& name) {
     const auto result = runTool({"country", name});
     EXPECT_EQ(result.status, 0) << name;

@@ -45,7 +45,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// What it prints where it succeeds, and prints nothing else.
+// The output of a command, which must succeed and print no messages.
 std::string outputOf(Words words, std::string_view input = {}) {
     const std::string name = words[0];
     const auto result = runTool(std::move(words), input);
@@ -87,7 +87,7 @@ std::string lossMessage(const std::string& command) {
     return "halvane: " + command + ": the daemon went away meanwhile\n";
 }
 
-// Every command, with what it needs.
+// Every command, with its arguments.
 const Words kCommands[] = {
     {"devices"},
     {"interfaces"},
@@ -106,7 +106,7 @@ const Words kCommands[] = {
     {"monitor"},
 };
 
-// A simulation on a bus of its own, which is the system's bus for the tool.
+// A simulation on a private bus, which is the system bus for the tool.
 class DaemonCommands : public ::testing::Test {
   protected:
     const TemporaryFolder folder_;
@@ -115,7 +115,7 @@ class DaemonCommands : public ::testing::Test {
     const ScopedEnvironment address_{"DBUS_SYSTEM_BUS_ADDRESS", sim_.address()};
     BusCaller bus_{sim_.address()};
 
-    // What the simulation tells about an interface: "role AP, enabled, no BSS".
+    // What the simulation reports about an interface: "role AP, enabled, no BSS".
     std::string stateOf(const std::string& interface) {
         const std::string text = bus_.control("show");
         const auto start = text.find(interface + ": ") + interface.size() + 2;
@@ -537,7 +537,7 @@ TEST_F(DaemonMonitor, SpoilsNothingWhereItsOutputIsClosed) {
     EXPECT_EQ(monitor.wait(), 1);
 }
 
-// A daemon that answers nothing.
+// A daemon that never replies.
 class SilentDaemon {
   public:
     explicit SilentDaemon(const PrivateBus& bus) : caller_(bus.address()) {
@@ -597,7 +597,7 @@ TEST(NoDaemon, IsHelpedByASimulatedOne) {
 
 // --- Usage ---
 
-// Nobody is asked: there is no bus, which would be a failure of another kind.
+// The tool sends no request: there is no bus, which would be a failure of another kind.
 class DaemonUsage : public ::testing::Test {
   protected:
     const ScopedEnvironment address_{"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/dev/null/none"};

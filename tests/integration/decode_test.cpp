@@ -139,7 +139,7 @@ TEST(Decode, EscapesAnSSIDThatIsNotText) {
     }
     const auto printed = records[2]["SSID"].get<std::string>();
     EXPECT_NE(printed.find("\\x"), std::string::npos) << printed;
-    // What is printed can be given back.
+    // The tool accepts what it has printed.
     const auto again =
         linesOf(decode({"--format=jsonl", "--ssid=" + printed, sample("elements.pcap")}).output);
     ASSERT_EQ(again.size(), 1u);

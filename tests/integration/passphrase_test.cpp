@@ -271,15 +271,16 @@ TEST(PassphrasePrompt, IsRepeatedAfterAStop) {
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     program.waitFor("Passphrase: ");
     ASSERT_EQ(::kill(program.process(), SIGTSTP), 0);
-    // A process group that nobody could continue is not stopped: the prompt comes at once.
+    // The system does not stop a process group that nobody could continue: the prompt comes at
+    // once.
     EXPECT_EQ(program.waitFor("Passphrase: "), "");
     program.type("password\n");
     const int status = program.wait();
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
 }
 
-// A shell that controls jobs, as one that people type at. The job prints its number, is stopped,
-// and goes on once a line is typed.
+// A shell with job control, like an interactive one. The job prints its number, is stopped, and
+// continues after a line is typed.
 TerminalProgram stoppableJob() {
     return TerminalProgram({"/bin/sh", "-c",
                             "set -m\n"
@@ -312,7 +313,8 @@ TEST(PassphrasePrompt, HidesAgainWhatIsTypedAfterAnyStop) {
     }
 }
 
-// Whether the text stands in the writable memory of a process; absent where none may look.
+// Whether the text is in the writable memory of a process. Absent if the test may not read that
+// memory.
 std::optional<bool> holds(pid_t process, std::string_view text) {
     const std::string folder = "/proc/" + std::to_string(process);
     std::ifstream memory(folder + "/mem", std::ios::binary);
@@ -342,7 +344,7 @@ TEST(PassphrasePrompt, IsStoppedWithNothingOfWhatWasTyped) {
     TerminalProgram program = stoppableJob();
     const pid_t job = numberOfJob(program);
     program.waitFor("Passphrase: ");
-    program.type("half a pass\x04");  // end of file hands out what there is of a line
+    program.type("half a pass\x04");  // end of file delivers the line so far
     using Clock = std::chrono::steady_clock;
     const auto end = Clock::now() + std::chrono::seconds(30);
     std::optional<bool> isThere = holds(job, "half a pass");

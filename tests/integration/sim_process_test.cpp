@@ -45,7 +45,7 @@ ProgramResult sim(Words words) {
     return runProgram(std::move(words));
 }
 
-// Temporary files of what runs meanwhile are in a folder of the test's own.
+// Programs that run meanwhile have their temporary files in a folder of the test.
 class SimProgram : public ::testing::Test {
   protected:
     const TemporaryFolder folder_;
@@ -236,7 +236,7 @@ TEST_F(SimProgram, JoinsTheSystemBus) {
     EXPECT_EQ(BusCaller(bus.address()).ownerOf(kName), "");
 }
 
-// The bus's policy as docs/halvaned-sim.md has it.
+// The policy of the bus from docs/halvaned-sim.md.
 constexpr const char kControlPolicy[] =
     "  <policy user=\"root\">\n"
     "    <allow own=\"org.halvane.halvaned.Simulation\"/>\n"
@@ -290,7 +290,7 @@ TEST_F(SimProgram, FailsWhereThereIsNoBus) {
               "halvaned-sim: dbus-daemon does not start: is it installed?\n");
 }
 
-// Who waits for the name is its owner as soon as the daemon has left.
+// A connection that waits for the name owns it as soon as the daemon has left.
 TEST_F(SimProgram, SaysThatItCameBackWithoutItsName) {
     const PrivateBus bus;
     RunningProgram process({HALVANE_SIM, "--control", "gone clientList"});

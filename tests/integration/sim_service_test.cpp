@@ -186,7 +186,8 @@ TEST_F(SimService, ForgetsASubscriberThatLeavesTheBus) {
                 HasSubstr("subscribers: " + caller_.name() + ' ' + name + '\n'));
     other.reset();
     caller_.waitUntilGone(name);
-    // That the name is gone was told to the daemon's connection; its answer shows it has read so.
+    // The bus has told the daemon's connection that the name is gone. The reply shows that the
+    // daemon has read this.
     caller_.request(command("clientList"));
     EXPECT_THAT(caller_.control("show"), HasSubstr("subscribers: " + caller_.name() + '\n'));
 }
@@ -282,7 +283,7 @@ TEST_F(SimService, LeavesTheBusInsteadOfAnswering) {
     statusOf(subscribe(true));
     caller_.control("gone clientList");
     EXPECT_EQ(caller_.request(command("clientList")).error, "org.freedesktop.DBus.Error.NoReply");
-    caller_.control("normal");  // answered once the daemon has come back
+    caller_.control("normal");  // the reply comes when the daemon is back
     EXPECT_NE(caller_.ownerOf(kName), before);
     EXPECT_THAT(caller_.control("show"), HasSubstr("subscribers:\n"));
     EXPECT_EQ(countIn(caller_.request(command("clientList")), "clients"), 0u);

@@ -1,4 +1,4 @@
-// What is left of passphrases and keys in memory that is given back.
+// What remains of passphrases and keys in freed memory.
 #include <array>
 #include <gtest/gtest.h>
 #include <memory>
@@ -37,7 +37,7 @@ ByteBuffer inPlace(std::string_view text) {
     return ByteBuffer::sharing({bytes, [](const std::uint8_t*) {}}, text.size());
 }
 
-// Where the record itself is a block that is looked at.
+// The record itself is one of the watched blocks.
 std::unique_ptr<HalvaneBSSConfig> wpaNetwork() {
     auto configuration = std::make_unique<HalvaneBSSConfig>(HalvaneBSSConfig::init());
     EXPECT_TRUE(configuration->setSSID_error("IEEE"));

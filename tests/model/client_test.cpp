@@ -57,7 +57,7 @@ HalvaneClient read(const PropertyListDictionary& skeleton) {
     return HalvaneClient::initWithSkeletonRepresentation(skeleton);
 }
 
-// What a caller sees who knows of stations in the air only.
+// The view of a caller that knows only stations in the air.
 TEST(Client, GivesItsWholeRecordThroughItsBase) {
     const auto client = wholeClient();
     const HalvaneMAC& record = client;

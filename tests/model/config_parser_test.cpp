@@ -24,7 +24,7 @@ const Error kEarlier = {"earlier", 1};
 
 constexpr std::string_view kAuthentication[] = {"Open", "SharedKey", "LEAP"};
 
-// The words; the code as a word where there are none.
+// The words; if there are none, the error code as a word.
 Words wordsOf(std::string_view text) {
     std::optional<Error> error = kEarlier;
     const auto words = convertParamStringToArray_error(text, kAuthentication, &error);

@@ -1,4 +1,4 @@
-// Pre-shared keys: the standard's vectors, another implementation's keys, and what is refused.
+// Pre-shared keys: the standard's vectors, another implementation's keys, and refused input.
 #include <array>
 #include <clocale>
 #include <cstddef>
@@ -80,7 +80,7 @@ TEST(PassphraseHash, IsMadeOfTheFirstTwoBlocks) {
     EXPECT_EQ(key->hex(), derived("password", "IEEE", 4096, 32));
 }
 
-// RFC 6070, but for the row of 16777216 iterations, which takes seconds.
+// RFC 6070, without the row of 16777216 iterations, which takes seconds.
 TEST(PassphraseBlock, GivesTheKeysOfPBKDF2) {
     EXPECT_EQ(derived("password", "salt", 1, 20), "0c60c80f961f0e71f3a9b524af6012062fe037a6");
     EXPECT_EQ(derived("password", "salt", 2, 20), "ea6c014dc72d6f8ccd1ed92ace1d41f0d8de8957");

@@ -1,4 +1,4 @@
-// What the operations tell where memory ends at any of their allocations, and stays at its end.
+// What the operations report if any of their allocations fails, and all later ones too.
 #include "tests/support/scarce_memory.h"
 
 #include <gtest/gtest.h>
@@ -86,7 +86,7 @@ TEST(BSSConfigSetters, ClearTheirFieldAndTellWhereMemoryEnds) {
                     EXPECT_EQ((configuration.*setter.field)().has_value(), !hasEnded);
                     const auto code = hasEnded ? std::optional(daemonError(-6728)) : std::nullopt;
                     EXPECT_EQ(error, hasPlace ? code : kEarlier);
-                    // What the next attempt finds.
+                    // The state that the next attempt finds.
                     EXPECT_TRUE((configuration.*setter.set)("4142434445464748", nullptr));
                     error = kEarlier;
                 });

@@ -17,7 +17,7 @@ namespace {
 
 constexpr char32_t kEnd = 0x110000;
 
-// The characters that fold, with what they become.
+// The characters that fold, with their results.
 std::map<char32_t, char32_t> foldingCharacters() {
     std::map<char32_t, char32_t> found;
     for (char32_t character = 0; character < kEnd; ++character) {
@@ -54,7 +54,7 @@ TEST(CaseFolding, OfWhatIsFoldedChangesNothing) {
     }
 }
 
-// The C library's own tables: folding is what the small letter of the capital letter is.
+// By the C library's tables, folding gives the small letter of the capital letter.
 class CaseFoldingOfTheCLibrary : public ::testing::Test {
   protected:
     void SetUp() override {

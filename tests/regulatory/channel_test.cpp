@@ -161,7 +161,7 @@ TEST(ChannelMap, IsBuiltOnceByThreadsThatRace) {
     for (const unsigned result : results) EXPECT_EQ(result, 5825u);
 }
 
-// A process of its own, since any other test may have built the process's map.
+// Runs in its own process, because any other test may have built the process's map.
 TEST(ChannelMapDeathTest, OfTheProcessIsBuiltOnRequest) {
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(

@@ -1,4 +1,4 @@
-// What the simulated daemon answers, and how it misbehaves, without a bus.
+// The replies and the faults of the simulated daemon, without a bus.
 #include "tools/halvaned-sim/simulation.h"
 
 #include <algorithm>

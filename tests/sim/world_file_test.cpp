@@ -40,7 +40,7 @@ PropertyListDictionary withData(const char* key, std::initializer_list<std::uint
     return skeleton;
 }
 
-// What is said of a file that is refused.
+// The message for a refused file.
 std::string refusalOf(const PropertyListValue& file) {
     try {
         worldFromPropertyList(file);

@@ -1,4 +1,4 @@
-// What the simulated daemon pretends to have, and what happens in it.
+// The simulated devices, interfaces and stations, and their events.
 #include "tools/halvaned-sim/world.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
-// The captures of samples/: they are what the generator writes, and read as their README says.
+// The captures of samples/: they equal the output of the generator, and decode as their README
+// says.
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -57,7 +58,7 @@ TEST(Samples, TheGeneratorTellsWhatItCannotDo) {
     EXPECT_EQ(runGenerator(quiet), 2);
 }
 
-// What a reader sees of a beacon or probe response, as one line.
+// A beacon or probe response as one line.
 std::string lineOf(const CapturedFrame& frame) {
     const auto text = [](const std::optional<int>& value) {
         return value ? std::to_string(*value) : "-";

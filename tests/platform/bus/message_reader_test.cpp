@@ -24,7 +24,7 @@ using halvane::readBusMessage;
 using halvane::testing::ipcMessage;
 using halvane::testing::LooseBusMessage;
 
-// What is read of a message that `append` writes; an entry "unreadable" where nothing is.
+// Reads a message that `append` writes. The result has the entry "unreadable" if it cannot be read.
 template <typename... Arguments>
 PropertyListDictionary readBack(const char* signature, Arguments... arguments) {
     const LooseBusMessage message;

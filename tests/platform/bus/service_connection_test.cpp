@@ -184,7 +184,7 @@ TEST(ServiceConnection, LeavesTheBusWhenDestroyed) {
     client->request(command("x"));
     EXPECT_EQ(service.countConnections(), before + 1);
     client.reset();
-    // Its going is told by the bus like that of any owner, here of a name that it had.
+    // The bus ends the client's connection some time after the client.
     while (service.countConnections() != before) std::this_thread::yield();
 }
 
@@ -240,7 +240,7 @@ TEST(ServiceConnection, TakesRequestsOfManyThreads) {
     for (auto& thread : threads) thread.join();
 }
 
-// Errors that a service or the bus answers.
+// Error replies of a service or the bus.
 
 TEST(ServiceConnection, PassesOnTheErrorOfTheService) {
     const PrivateBus bus;
@@ -454,7 +454,8 @@ class ForgedEvents : public ::testing::Test {
         EXPECT_EQ(client_.events.wait(0), "appeared");
     }
 
-    // What the service sends after the bus has taken what the attacker sent comes after it.
+    // The service sends after the bus has accepted the attacker's message, so the service's message
+    // arrives later.
     void expectNothingButTheServicesEvent() {
         attacker_.countConnections();
         service_.sendEvent(event("true"), subscriber_);
@@ -611,7 +612,7 @@ TEST(ServiceConnection, IsOnTheBusOfTheSessionUnlessPrivileged) {
     EXPECT_TRUE(isAnswered(arrivals.wait(0)));
 }
 
-// What cannot be sent, and what is large.
+// Messages that cannot be sent, and large messages.
 
 TEST(ServiceConnection, AnswersWithAnErrorWhatCannotBeSent) {
     const PrivateBus bus;
@@ -807,11 +808,12 @@ TEST(ServiceConnection, CallsNoHandlerOnceDestroyed) {
     EXPECT_THAT(client.events.all(), ElementsAre("appeared"));
 }
 
-// --- Replies in the place of the queue's thread ---
+// --- Replies that the connection's thread handles instead of the queue's thread ---
 
 class AnyThreadReplies : public ::testing::Test {
   protected:
-    // Has a request answered; the thread that calls the handler while the queue's waits.
+    // Sends a request, and returns the thread that calls the handler while the queue's thread
+    // waits.
     std::string threadOfReply() {
         waitUntilIdle(client_.replyQueue);
         std::string name;
@@ -983,7 +985,7 @@ TEST(ServiceConnection, MayBeDestroyedByItsEventHandler) {
     connection->setPrivileged(true);
     connection->setEventHandler([&, token = std::make_shared<int>(42)](const ServiceEvent&) {
         connection.reset();
-        EXPECT_EQ(*token, 42);  // what the handler holds is there until it returns
+        EXPECT_EQ(*token, 42);  // the objects of the handler live until it returns
         done.signal();
     });
     connection->resume();

@@ -30,20 +30,21 @@ class ServiceLink : public ::testing::Test {
         serve(4);
     }
 
-    // Lets both sides talk until the client has called so many methods and nobody has more to say.
+    // Lets both sides run until the client has called that many methods, and neither has more to
+    // do.
     void serve(std::size_t calls) {
         while (link_->process(1) || bus_.process() || bus_.members().size() < calls) {
         }
     }
 
-    // Lets the client in, and tells it of changes from now on.
+    // Admits the client, which learns of changes from now on.
     void letIn() {
         bus_.answer(0, "s", ":1.1");
         bus_.answer(1, "");
         serve(4);
     }
 
-    // Answers who the owner is; the client gets events from now on.
+    // Replies with the owner's name. The client receives events from now on.
     void nameOwner() {
         bus_.answer(2, "s", kOwner);
         bus_.answer(3, "");

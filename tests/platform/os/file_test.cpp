@@ -83,7 +83,7 @@ TEST(File, IsReplacedAsAWhole) {
     const auto path = (folder.path() / "file").string();
     EXPECT_EQ(replaceFile(path, "first"), kStatusOK);
     EXPECT_EQ(readFile(path, 100).text, "first");
-    // Who has the old one open keeps it.
+    // A program that has the old file open keeps it.
     std::ifstream old(path, std::ios::binary);
     EXPECT_EQ(replaceFile(path, ""), kStatusOK);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(old), {}), "first");
@@ -260,7 +260,7 @@ TEST(File, GivesALockToWhoWaitsBeforeItsHolderHasItAgain) {
     }
 }
 
-// Who has the lock here keeps it for longer than any waiter pauses, so that all who want it wait.
+// Each owner keeps the lock for longer than any waiter pauses, so all others wait for it.
 TEST(File, HandsALockRoundAmongAllWhoWantItAgain) {
     constexpr std::size_t kWaiters = 4;
     constexpr std::size_t kTurns = 120;

@@ -21,8 +21,8 @@ bool isAllZeros(const unsigned char* bytes, std::size_t size) {
 
 using Memory = std::array<unsigned char, sizeof(Secret<Key>)>;
 
-// Runs `use` on memory where compilers cannot follow it, for what an object leaves behind is
-// nothing that they would care about.
+// Runs `use` on memory that compilers cannot follow. Otherwise they may drop stores to an object
+// that ends.
 Memory memoryAfter(void (*use)(void*)) {
     void (*volatile const hidden)(void*) = use;
     alignas(Secret<Key>) Memory memory;

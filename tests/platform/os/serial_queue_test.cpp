@@ -96,7 +96,7 @@ TEST(SerialQueue, DestroysWorkOnceItHasRun) {
     EXPECT_TRUE(watch.expired());
 }
 
-// --- In the place of the thread ---
+// --- Work that runs instead of the queue's thread ---
 
 TEST(SerialQueue, RunsWorkAtOnceWhileThereIsNoOther) {
     SerialQueue queue("guest");
@@ -181,7 +181,7 @@ TEST(SerialQueue, MayBeDestroyedByAGuest) {
     handle.runOrAsync([] { ADD_FAILURE() << "ran on a queue that is gone"; });
 }
 
-// Returns once the queue is closed: from then on a handle destroys what it is given.
+// Returns when the queue is closed. From then on a handle destroys the work that it receives.
 void waitUntilClosed(const SerialQueue::Handle& handle) {
     std::weak_ptr<int> watch;
     do {
@@ -345,7 +345,7 @@ TEST(SerialQueue, MayBeDestroyedInAnotherProcess) {
     queue->async([token = std::move(token)] {});
     EXPECT_TRUE(isTrueInChild([&] {
         queue.reset();
-        return !watch.expired();  // who knows what the thread was doing to it
+        return !watch.expired();  // the thread may have been using it at the fork
     }));
     released.signal();
     drain(*queue);

@@ -41,7 +41,7 @@ class Preferences : public ::testing::Test {
     fs::path folder() const { return configuration_.path() / "halvane"; }
     fs::path file(const std::string& name) const { return folder() / (name + ".plist"); }
 
-    // The names in the folder, but for locks.
+    // The names in the folder, without locks.
     std::vector<std::string> names() const {
         std::vector<std::string> names;
         if (!fs::exists(folder())) return names;
@@ -350,7 +350,7 @@ TEST_F(Preferences, LieInTheHomeFolderWithoutAnAbsoluteConfigurationFolder) {
     EXPECT_FALSE(fs::exists("relative"));
 }
 
-// Writes `count` keys of its own, and answers whether every one could be written.
+// Writes `count` keys, and returns whether all were written.
 bool writeKeys(const std::string& name, int count) {
     bool isWritten = true;
     for (int i = 0; i < count; ++i) {
@@ -360,7 +360,7 @@ bool writeKeys(const std::string& name, int count) {
     return isWritten;
 }
 
-// Reads until told to stop, and answers whether the file was whole and the keys were there to stay.
+// Reads until it has to stop, and returns whether the file was always whole and no key was lost.
 bool readWhileWritten(const std::atomic<bool>& isDone, const std::string& name, int count) {
     int found = 0;
     bool isWhole = true;

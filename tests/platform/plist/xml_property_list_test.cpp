@@ -44,8 +44,8 @@ PropertyListDictionary dictionary(std::initializer_list<PropertyListDictionary::
     return result;
 }
 
-// The character data of the only element of a written string, as an XML reader tells it. The
-// reader takes the defaults of its users: it drops character data that is only white space.
+// The character data of the only element of a written string, as an XML reader returns it. The
+// reader has its default options: it drops character data that is only white space.
 std::string readBack(const std::string& xml) {
     pugi::xml_document parsed;
     const auto result = parsed.load_buffer(xml.data(), xml.size());

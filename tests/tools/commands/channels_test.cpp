@@ -1,4 +1,4 @@
-// What the channels command keeps, and not, from one run to the next.
+// What the channels command keeps between runs, and what it does not.
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-// What the countries command keeps, and not, from one run to the next.
+// What the countries command keeps between runs, and what it does not.
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <string>

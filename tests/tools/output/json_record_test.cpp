@@ -98,7 +98,8 @@ void expectDescribed(const JSON& object, std::span<const PropertyDescription> ta
     EXPECT_TRUE(member == object.end()) << member.key() << " has no row";
 }
 
-// The record in both layouts is what the other library makes of its tree, and what its table says.
+// In both layouts the record equals the output of the other library from its tree, and matches its
+// table.
 template <typename Record>
 void expectAsOfTree(const Record& record) {
     const JSON tree = treeOf(record);

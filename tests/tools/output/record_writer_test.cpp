@@ -48,7 +48,7 @@ std::string written(Format format, const std::vector<Sighting>& sightings,
 }
 
 TEST(RecordWriter, TellsTheRadiosChannelWhereItIsAnother) {
-    const halvane::ScopedUpTime clock;  // a description tells the age in seconds
+    const halvane::ScopedUpTime clock;  // a description states the age in seconds
     const Sighting other = sighting(1, Number(1));
     const std::string text = other.record.description();
     EXPECT_EQ(written(Format::Text, {other}), "Radio Channel        : 1\n" + text);

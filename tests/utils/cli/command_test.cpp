@@ -1,4 +1,4 @@
-// Commands: look-up, nesting, required options, what is printed about them.
+// Commands: look-up, nesting, required options, and their messages.
 #include <array>
 #include <cstddef>
 #include <cstdint>

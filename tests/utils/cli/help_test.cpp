@@ -128,7 +128,7 @@ class CLIHelpTest : public ::testing::Test {
   protected:
     CLIHelpTest() { gHasRun = false; }
 
-    // What the arguments print, which ends well and runs nothing.
+    // The output for the arguments. Parsing succeeds, and runs no command.
     static std::string help(Words words) {
         const CommandLine line(std::move(words), gRoot);
         EXPECT_EQ(line.status, 0);

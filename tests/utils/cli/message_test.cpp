@@ -14,8 +14,8 @@ using namespace halvane::testing;
 
 namespace {
 
-// What goes to a stream of this process, one text for each write. A socket of packets keeps them
-// apart; what it has no room for is lost, so that no writer waits.
+// Captures a stream of this process, one text for each write. A packet socket keeps the writes
+// apart. It drops writes that exceed its buffer, so that no writer waits.
 class CapturedWrites {
   public:
     explicit CapturedWrites(std::FILE* stream) : stream_(stream), saved_(::dup(::fileno(stream))) {

@@ -163,7 +163,7 @@ TEST_F(CLIParseTest, StoresANumberOption) {
     }
 }
 
-// Each on a line of its own, and nothing stored but what stood before.
+// Each error is one line, and only the arguments before it are stored.
 TEST_F(CLIParseTest, RefusesWithOneMessage) {
     struct Row {
         Words words;

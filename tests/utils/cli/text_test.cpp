@@ -100,7 +100,7 @@ TEST(StringArray, AppendsACopyAndFreesAll) {
     StringArray_Free(array, count);
 }
 
-// What StringArray_Append() asks the allocator for, until the end of the scope.
+// Counts the requests of StringArray_Append() to the allocator until the end of the scope.
 class ArraySizes {
   public:
     ArraySizes() {
@@ -117,7 +117,7 @@ class ArraySizes {
     ArraySizes& operator=(const ArraySizes&) = delete;
     ~ArraySizes() { halvane::cli::gState.reallocate = std::realloc; }
 
-    // An allocator moves nothing where it is asked for the size that it gave.
+    // An allocator moves nothing if the requested size equals the current one.
     static std::size_t bytesToMove() {
         std::size_t bytes = 0;
         for (std::size_t i = 1; i < gSizes.size(); ++i) {

@@ -25,7 +25,7 @@ struct Parsed {
     bool operator==(const Parsed&) const = default;
 };
 
-// Of a text that ends at a page nobody may touch, into bytes that do.
+// Reads a text that ends at an inaccessible page, into bytes that do too.
 Parsed parsed(std::string_view text, std::size_t count) {
     GuardedBytes guarded(text);
     GuardedBytes bytes(count, 0xEE);

@@ -42,7 +42,7 @@ std::ostream& operator<<(std::ostream& stream, const Parsed& parsed) {
     return stream << std::dec << parsed.written << '/' << parsed.total << " @" << parsed.end;
 }
 
-// Of a text that ends at a page nobody may touch, into a buffer that does.
+// Reads a text that ends at an inaccessible page, into a buffer that does too.
 Parsed parsed(std::string_view text, std::uint32_t flags, std::size_t capacity) {
     GuardedBytes guarded(text);
     GuardedBytes buffer(capacity, kUntouched);
@@ -56,7 +56,7 @@ Parsed parsed(std::string_view text, std::uint32_t flags, std::size_t capacity) 
     return result;
 }
 
-// The whole text, where the buffer is just large enough.
+// The whole text, if the buffer is just large enough.
 Parsed whole(std::string_view text, const Bytes& bytes) {
     return {bytes, bytes.size(), bytes.size(), text.size()};
 }

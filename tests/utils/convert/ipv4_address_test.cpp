@@ -253,7 +253,8 @@ bool hasLeadingZero(const std::string& text) {
     return false;
 }
 
-// The one departure from inet_pton, but for the text that may follow: leading zeros are allowed.
+// The only difference from inet_pton, apart from the text that may follow: leading zeros are
+// allowed.
 TEST(ParseIPv4Address, AgreesWithTheSystemButForLeadingZeros) {
     std::mt19937 random(2);
     int accepted = 0;

@@ -442,8 +442,8 @@ bool hasDottedPartWithLeadingZero(const std::string& text) {
     return false;
 }
 
-// The one departure from inet_pton, but for what may follow or surround an address: the parts of a
-// dotted address may have leading zeros.
+// The only difference from inet_pton, apart from text that may follow or surround an address: the
+// parts of a dotted address may have leading zeros.
 TEST(StringToIPv6Address, AgreesWithTheSystemButForLeadingZeros) {
     std::mt19937 random(6);
     int accepted = 0;

@@ -37,7 +37,7 @@ using Names = std::vector<std::string>;
 
 class LogCategoryTest : public LogTest {
   protected:
-    // The names in the order of the list. Fails the test where the list has no end.
+    // The names in the order of the list. Fails the test if the list has no end.
     static Names listedNames() {
         Names names;
         const LogCategory* category = halvane::logging::logState().categories;
@@ -206,7 +206,7 @@ TEST_F(LogCategoryTest, AMalformedControlStringLeavesADefaultCategory) {
 TEST_F(LogCategoryTest, AFileThatCannotBeOpenedGivesWayToTheConsole) {
     const TemporaryFolder folder;
     const std::string errors = (folder.path() / "errors").string();
-    // A folder cannot be opened for writing, whoever tries.
+    // Nobody can open a folder for writing.
     const std::string config = std::string("?TestOwn:output=file;path=") + folder.path().string();
     TestCategory category("TestOwn");
     category.initConfig = config.c_str();
@@ -452,12 +452,12 @@ struct Gate {
 
 Gate* gateOfFork = nullptr;
 
-// Runs before what the library does at a fork, for it is registered later.
+// Runs before the library's fork handler, because it is registered later.
 void openGateOfFork() {
     if (gateOfFork != nullptr) gateOfFork->open();
 }
 
-// Runs behind what the library does at a fork, for it is registered earlier.
+// Runs after the library's fork handler, because it is registered earlier.
 bool isLockedAtFork = false;
 void seeLockAtFork() {
     const halvane::logging::LogLock lock;

@@ -118,7 +118,7 @@ TEST_F(LogControlTest, AnEqualPatternAndNameReplaceTheValueInPlace) {
 TEST_F(LogControlTest, PatternsAndNamesAreTheSameInEitherCase) {
     EXPECT_EQ(LogControl("Alpha:level=1,Beta:level=2"), kStatusOK);
     EXPECT_EQ(LogControl("ALPHA:Level=8"), kStatusOK);
-    // The spelling stays the one first used, and so what it is for.
+    // The first spelling stays, and so do the categories that it matches.
     EXPECT_EQ(settings(), (Texts{"Alpha:level=8", "Beta:level=2"}));
     EXPECT_EQ(alpha.level, 8);
 }
@@ -231,7 +231,7 @@ TEST_F(LogControlTest, FlagsAreTheirWordsInEitherCase) {
              Row{"time;pid;program;category;level;prefix;function", 127},
              Row{"function;time", 65},
              Row{"TIME;PiD", 3},
-             Row{"time;none", 0},  // clears what stands before
+             Row{"time;none", 0},  // clears the keywords before it
              Row{"time;none;pid", 2},
              Row{"NONE;pid;None;level", 16},
              Row{"time;bogus;pid", 3},  // an unknown word is ignored
@@ -429,7 +429,7 @@ TEST_F(LogControlTest, AFailingSettingIsKeptAndFailsNoLaterString) {
     EXPECT_EQ(settings(), Texts{"WiFi:output=bogus"});
     EXPECT_EQ(LogControl("Alpha:level=7"), kStatusOK);
     EXPECT_EQ(alpha.level, 7);
-    // Made again, it is answered again.
+    // The same mistake returns the same error again.
     EXPECT_EQ(LogControl("WiFi:output=bogus"), kStatusUnsupported);
     EXPECT_EQ(LogControl("WiFi:output=console"), kStatusOK);
     EXPECT_EQ(settings(), (Texts{"WiFi:output=console", "Alpha:level=7"}));

@@ -357,7 +357,7 @@ TEST_F(LogFileTest, LeavesErrnoAlone) {
     EXPECT_EQ(errno, EDOM);
 }
 
-// A backup is no reason to move what is no file: a device may be what stands there.
+// A backup does not move what is no plain file: a device may stand there.
 TEST_F(LogFileTest, LeavesAloneWhatIsNoFile) {
     ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
     ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("pipe") + "#2"), kStatusOK);
@@ -410,7 +410,7 @@ TEST_F(LogFileTest, GoesOnBehindAFileThatWasRemoved) {
     ASSERT_EQ(setFile("path=" + path() + ";roll=4#2"), kStatusOK);
     log("abc\n");
     std::filesystem::remove(path());
-    EXPECT_EQ(LogPrintF(&category, "", kLogLevelInfo, "d\n"), 2);  // rotates what is not there
+    EXPECT_EQ(LogPrintF(&category, "", kLogLevelInfo, "d\n"), 2);  // rotates a missing file
     EXPECT_EQ(files(), (Files{{"log", "d\n"}}));
 }
 
@@ -457,7 +457,7 @@ TEST_F(LogFileTest, CountsAnewInTheFileThatItOpensAnew) {
     EXPECT_EQ(contents("log.1"), "efg" + kEnded);
 }
 
-// In a burst not each line looks where its path leads; the clock's next step brings looks again.
+// In a burst not every line checks its path. The next step of the clock allows checks again.
 TEST_F(LogFileTest, LooksForARenamedFileInABurstAtLeastOnceAStep) {
     constexpr unsigned kLooks = halvane::logging::LookCount::kMostInAStep;
     halvane::ScopedUpTime clock(1'000'000);
@@ -552,7 +552,7 @@ TEST_F(LogFileTest, HandsItsOwnerOn) {
 
 // --- Gaps ---
 
-// What is left when a process ends between two renames.
+// The files that remain if a process ends between two renames.
 TEST_F(LogFileTest, ShiftsFilesNoFurtherThanToTheFirstGap) {
     struct Row {
         std::vector<int> numbers;
@@ -618,7 +618,7 @@ bool endAtLongWrite() {
            ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-// Rotates in a child that ends within the copy; -1 where it did.
+// Rotates in a child that ends during the copy; -1 if it did.
 int endWithinCopy(const std::string& setting) {
     return resultInChild([&] {
         if (LogControl(setting.c_str()) != kStatusOK) return 2;
@@ -745,7 +745,7 @@ TEST_F(LogFileTest, OpensNoFileOfASettingThatALaterOneHides) {
     EXPECT_EQ(files(), (Files{{"log", ""}}));
 }
 
-// Where the last one fails, the one before it stands in.
+// If the last one fails, the one before it is used.
 TEST_F(LogFileTest, OpensTheFileBehindASettingThatFails) {
     ASSERT_EQ(setFile("path=" + path()), kStatusOK);
     EXPECT_EQ(LogControl("File:output=bogus"), kStatusUnsupported);
@@ -760,7 +760,7 @@ TEST_F(LogFileTest, TriesASettingThatFailsAgainWithTheNextControlString) {
     ASSERT_EQ(setFile("path=" + path("log")), kStatusOK);
     EXPECT_EQ(LogControl(("FileTest:output=file;path=" + path("sub/log")).c_str()),
               kStatusCannotOpen);
-    EXPECT_EQ(LogControl("Another:level=info"), kStatusOK);  // tells of what is new alone
+    EXPECT_EQ(LogControl("Another:level=info"), kStatusOK);  // reports only new faults
     EXPECT_EQ(outputOf(category), "file;path=" + path("log"));
     std::filesystem::remove(path("sub"));
     EXPECT_EQ(LogControl("Another:level=info"), kStatusOK);

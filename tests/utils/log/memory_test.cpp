@@ -1,4 +1,4 @@
-// What is left of the logging system's state where memory fails, and how much memory it takes.
+// The state of the logging system after a lack of memory, and how much memory logging takes.
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -23,7 +23,7 @@ using halvane::testing::TestCategory;
 
 using Texts = std::vector<std::string>;
 
-// Too long for the room that a string has of its own.
+// Too long for a string's internal buffer.
 const std::string kPattern = "a pattern that is longer than a string's own room";
 const std::string kName = "a name that is longer than a string's own room";
 const std::string kValue = "a value that is longer than a string's own room";
@@ -99,7 +99,7 @@ TEST_F(LogMemoryTest, AControlStringThatFailsIsTakenTheNextTime) {
     EXPECT_GT(failures, 0u);
 }
 
-// What a failure says is said again; what has the settings right is not.
+// A failed setup is repeated; a complete one is not.
 TEST_F(LogMemoryTest, ACategoryWithoutMemorySetsItselfUpOnItsNextTest) {
     ASSERT_EQ(LogControl("Late:level=error,Late:output=syslog,Late:flags=pid"), kStatusOK);
     TestCategory late("LateTest");

@@ -50,7 +50,7 @@ class LogMessageTest : public LogTest {
 const std::string kProgram(halvane::programName());
 const std::string kPID = std::to_string(::getpid());
 
-// What is logged where the header's bracket holds this.
+// The log line with this text in the header's bracket.
 std::string headed(const std::string& bracket) {
     return std::string("[") + bracket + "] text";
 }
@@ -358,7 +358,7 @@ TEST_F(LogRateTest, EachCategoryHasItsOwnCount) {
 
 class LogPiecesTest : public LogMessageTest {
   protected:
-    // Logs one formatted piece of each of these lengths, and answers the lengths that arrived.
+    // Logs one formatted piece of each of these lengths, and returns the lengths that arrived.
     std::vector<std::size_t> arrived(const std::vector<std::size_t>& lengths) {
         std::array<std::string, 4> texts;
         std::string all;

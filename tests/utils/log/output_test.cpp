@@ -32,7 +32,7 @@ using halvane::testing::TestCategory;
 
 namespace {
 
-// What the system log was given: priority and text.
+// What the system log received: priority and text.
 using SystemLogEntries = std::vector<std::pair<int, std::string>>;
 SystemLogEntries systemLogEntries;
 
@@ -158,8 +158,8 @@ TEST_F(LogOutputTest, AStandardStreamStaysOpenBehindTheOutput) {
 
 // --- Readers that have gone ---
 
-// Whether the program outlives its messages to a pipe, or a socket, in the place of a descriptor;
-// and what else is to hold afterwards.
+// Whether the program survives its messages to a pipe or a socket that replaces a descriptor; and
+// the other conditions afterwards.
 template <typename Check>
 int resultWithoutReader(int descriptor, int writer, const char* spec, Check check) {
     return resultInChild([&] {
@@ -411,7 +411,7 @@ TEST_F(LogOutputTest, ACallbackNeedsAFunctionAndWholePointers) {
               kStatusUnknownParameter);
 }
 
-// What the program itself prints goes out at once too, in its order.
+// The program's own output also goes out at once, in order.
 TEST_F(LogOutputTest, AStandardStreamIsUnbuffered) {
     const int status = resultInChild([this] {
         if (std::freopen(printed.c_str(), "w", stdout) == nullptr) return 1;

@@ -209,7 +209,7 @@ TEST(LogPattern, AgreesWithRegularExpressionsWhereBothMeanTheSame) {
             matches += expected ? 1 : 0;
         }
     }
-    // Neither answer is rare.
+    // Neither result is rare.
     EXPECT_GT(matches, kPatterns * 63 / 10);
     EXPECT_LT(matches, kPatterns * 63 * 9 / 10);
 }

@@ -71,7 +71,7 @@ TEST_F(LogPreferencesTest, APlusStoresAllSettings) {
     EXPECT_EQ(stored(), "(none)");
     EXPECT_EQ(LogControl("+WiFiScan:flags=time;level,b:LEVEL=5"), kStatusOK);
     EXPECT_EQ(stored(), "B:level=5,A:bogus=x=y:z,WiFiScan:flags=time;level");
-    // Also without an entry of its own.
+    // Also without its own entry.
     EXPECT_EQ(LogControl("C:level=1"), kStatusOK);
     EXPECT_EQ(LogControl("+"), kStatusOK);
     EXPECT_EQ(stored(), "B:level=5,A:bogus=x=y:z,WiFiScan:flags=time;level,C:level=1");
@@ -204,7 +204,7 @@ TEST_F(LogPreferencesTest, AStoredPlusIsNotStoredAgain) {
 }
 
 TEST_F(LogPreferencesTest, CallbacksInThemAreIgnored) {
-    // Whoever wrote them was another process, where these addresses meant something else.
+    // Another process wrote them, and these addresses meant something else there.
     LogRecorder recorder;
     const std::string callback = recorder.spec();
     for (const char* name : {"output", "OUTPUT", "Output"}) {
@@ -282,7 +282,7 @@ TEST_F(LogPreferencesTest, FinalizingReleasesTheApplication) {
 
 // --- Damage ---
 
-// Preferences in a folder that the test knows, in the place of the program's own.
+// Preferences in a folder of the test, instead of the program's own.
 class PreferencesFolder {
   public:
     const std::filesystem::path& path() const { return folder_.path(); }
@@ -306,7 +306,7 @@ class PreferencesFolder {
         FAIL() << "the setting is in no file";
     }
 
-    // Puts a folder where the file of the settings was, which cannot be read then.
+    // Replaces the file of the settings by a folder, which cannot be read.
     void replaceByFolders() const {
         for (const auto& file : files()) {
             if (file.extension() != ".plist") continue;
@@ -386,7 +386,7 @@ void countBytes(const LogMessage*, const char*, std::size_t length, void*) {
     bytesTold += length;
 }
 
-// A notice that memory was lacking for is not taken for one that was given.
+// A notice that failed for lack of memory does not count as given.
 TEST_F(LogPreferencesTest, AWarningThatMemoryIsLackingForIsGivenLater) {
     std::array<char, 100> output;
     SNPrintF(output.data(), output.size(), "output=callback;func=%p",

@@ -37,7 +37,7 @@ struct TestCategory : LogCategory {
     TestCategory& operator=(const TestCategory&) = delete;
     ~TestCategory() { LogCategory_Remove(this); }
 
-    // As it was defined, but for its place in the list.
+    // Restores the category to its definition, except for its place in the list.
     void reset() {
         level = kLogLevelUninitialized;
         initConfig = nullptr;
@@ -100,7 +100,7 @@ class LogTest : public ::testing::Test {
     }
 };
 
-// Puts a file in the place of a descriptor, standard error for one, while it lives.
+// Replaces a descriptor, such as standard error, by a file while it lives.
 class ScopedDescriptor {
   public:
     ScopedDescriptor(int descriptor, const char* path)

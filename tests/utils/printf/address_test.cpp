@@ -178,8 +178,8 @@ TEST(PrintFSocketAddress, ReadsALinkAddressWithinItsLengthByte) {
     }
 }
 
-// The address begins behind 8 bytes of header and the name. What is left of it is no MAC, even
-// where 6 bytes are left.
+// The address begins after 8 bytes of header and the name. The rest of a cut address is no MAC
+// address, even if 6 bytes remain.
 TEST(PrintFSocketAddress, PrintsWhatTheLengthByteLeavesOfALinkAddress) {
     struct Row {
         Bytes hardware;

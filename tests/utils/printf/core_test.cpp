@@ -60,7 +60,7 @@ TEST(PrintFParsing, RefusesMalformedSizeModifiers) {
     }
 }
 
-// j, z and t count as one l, so that one more may follow.
+// j, z and t count as one l, so one more l may follow.
 TEST(PrintFParsing, TakesOneLBehindTheSizesOfTheStandardTypes) {
     EXPECT_EQ(printed("%jld|%zlu|%tld", std::numeric_limits<std::int64_t>::min(), SIZE_MAX,
                       std::int64_t{-1}),

@@ -46,7 +46,7 @@ TEST(PrintFDNSName, StopsWhereTheOutputAreaEnds) {
     for (int i = 0; i < 4; ++i) name += label(63);
     const std::string four = printed("%##s", name.c_str());
     EXPECT_EQ(four.size(), 256u);
-    // 256 + 43 characters are just what the area holds.
+    // The area holds exactly 256 + 43 characters.
     EXPECT_EQ(printed("%##s", (name + label(42, 'b')).c_str()), four + std::string(42, 'b') + ".");
     EXPECT_EQ(printed("%##s", (name + label(43, 'b')).c_str()), four + "<<DNS NAME TOO LONG>>");
     EXPECT_EQ(printed("%##s", (name + label(63)).c_str()), four + "<<DNS NAME TOO LONG>>");

@@ -275,7 +275,7 @@ TEST(CPrintF, SendsNoEndSignalAfterAFormatError) {
     EXPECT_EQ(pieces.pieces, std::vector<std::string>{"a"});
 }
 
-// A hex dump, a value or an element list has many writes of its own.
+// A hex dump, a value or an element list takes many writes.
 TEST(CPrintF, AbortsInsideALongConversion) {
     const std::vector<std::uint8_t> bytes(4096, 0x41);
     const int size = static_cast<int>(bytes.size());
@@ -288,7 +288,7 @@ TEST(CPrintF, AbortsInsideALongConversion) {
     EXPECT_EQ(CPrintF(collect, &pieces, "%{ie}", bytes.data(), bytes.size()), -7);
 }
 
-// Formats a line of its own for each piece, through two front ends.
+// Formats a new line for each piece, through two front ends.
 std::int32_t formatInTurn(const char* text, std::size_t length, void* context) {
     auto& lines = *static_cast<std::string*>(context);
     char line[64];

@@ -1,5 +1,4 @@
-// Where the engine's memory comes from: how heap strings grow and fail, and that nothing else
-// allocates.
+// The engine's memory: heap strings grow and fail in a defined way, and nothing else allocates.
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -265,7 +264,7 @@ TEST(PrintFAllocation, HappensInNoConversionOfBytesAndObjects) {
 
 #if !HALVANE_IS_SANITIZED
 
-// The C library's own names for what these replace. A sanitizer replaces them itself.
+// The C library's own names for the replaced functions. A sanitizer replaces them itself.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);

@@ -18,8 +18,8 @@ inline std::int32_t appendToString(const char* text, std::size_t length, void* s
     return static_cast<std::int32_t>(length);
 }
 
-// The output, which may hold NUL bytes. Fails the test where the count, the heap string or an exact
-// memory area tells something else, or the call fails.
+// The output, which may hold NUL bytes. Fails the test if the count, the heap string or an exact
+// memory area differs, or if the call fails.
 inline std::string printed(const char* format, ...) {
     std::string text;
     va_list arguments;

@@ -45,7 +45,7 @@ TEST(PrintFText, KeepsMalformedTextThatIsNotCut) {
     EXPECT_EQ(printed("%.3s", "\x80\x80\x80\x80\x80"), "\x80\x80\x80");
 }
 
-// The terminator may be missing where the precision ends the text.
+// The terminator may be missing if the precision ends the text.
 TEST(PrintFText, ReadsNothingBehindThePrecision) {
     const std::vector<char> text = {'a', 'b', 'c'};
     EXPECT_EQ(printed("%.3s", text.data()), "abc");
@@ -164,7 +164,7 @@ TEST(PrintFUTF16, LimitsCodeUnitsToThePrecision) {
     EXPECT_EQ(printed("%.2S|%.9S|%.0S", u"abc", u"abc", u"abc"), "ab|abc|");
     const std::vector<char16_t> unterminated = {u'x', u'y'};
     EXPECT_EQ(printed("%.2S", unterminated.data()), "xy");
-    // The mark is none of the units.
+    // The mark does not count as a unit.
     const std::vector<char16_t> marked = {0xFEFF, u'x', u'y'};
     EXPECT_EQ(printed("%.2S|%.1S", marked.data(), marked.data()), "xy|x");
     EXPECT_EQ(printed("%.2S", u"\uFEFFabc"), "ab");

@@ -438,7 +438,7 @@ TEST(Scan, AgreesWithTheStandardLibrary) {
             long theirs[2] = {-99, -99};
             const int assigned = scan(text, format, &ours[0], &ours[1]);
             const int expected = std::sscanf(text.c_str(), format, &theirs[0], &theirs[1]);
-            // libc tells the end of the input before the first item apart from a mismatch.
+            // libc distinguishes the end of the input before the first item from a mismatch.
             ASSERT_EQ(assigned, std::max(expected, 0)) << "\"" << text << "\" " << format;
             ASSERT_EQ(ours[0], theirs[0]) << "\"" << text << "\" " << format;
             ASSERT_EQ(ours[1], theirs[1]) << "\"" << text << "\" " << format;

@@ -147,7 +147,7 @@ TEST(UpTicks, ConvertToAndFromNtpAtAnyRate) {
         std::uint64_t perSecond;
         std::uint64_t ticks;
         std::uint64_t ntp;
-        std::uint64_t back;  // a tick less where the fraction was truncated
+        std::uint64_t back;  // one tick less if the fraction was truncated
     };
     const std::vector<Row> rows = {
         {24'000'000, 1, 0xB2, 0},  // 2^32 / 24000000 is 178.96

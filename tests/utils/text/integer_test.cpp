@@ -96,7 +96,7 @@ TEST(TextInteger, LeavesErrnoAlone) {
     EXPECT_EQ(errno, EDOM);
 }
 
-// strtol, whose range is wider, is the judge of what is read, but for "0b" of newer C libraries.
+// strtol, whose range is wider, gives the expected results, except for "0b" in newer C libraries.
 TEST(TextInteger, AgreesWithStrtolOnGeneratedTexts) {
     std::mt19937 random(5);
     const std::string alphabet = "00123789abfxX+- ";

@@ -149,8 +149,8 @@ TEST(NumericSuffix, IsRefusedWhereItDoesNotFitAlone) {
     EXPECT_EQ(length, 99u);
 }
 
-// What is left in `capacity` bytes of memory of a terminated text and its suffix: the text and its
-// terminator; a status where it was refused.
+// The content of `capacity` bytes of memory with a terminated text after the change of its suffix:
+// the text and its terminator, or a status if the call failed.
 std::string ofTerminated(const std::string& text, std::size_t capacity, auto&& change) {
     GuardedBytes buffer(std::max(capacity, text.size() + 1), 'x');
     text.copy(buffer.chars(), text.size());

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The address sanitizer sees what is not freed, and what is freed twice.
+// The address sanitizer detects memory that is not freed, or freed twice.
 TEST(OwnedText, ListsAreFreedWithAllTheyHold) {
     StringList* strings = nullptr;
     NameValueList* values = nullptr;

@@ -21,7 +21,7 @@ using Parse = bool (*)(const char*, const char*, char, char*, std::size_t, std::
 // All tokens of a text, which is read at the end of a page.
 Words tokens(Parse parse, std::string_view text, char delimiter) {
     GuardedBytes guarded(text);
-    GuardedBytes buffer(text.size());  // no token is longer than what it is written as
+    GuardedBytes buffer(text.size());  // no token is longer than its written form
     const char* at = guarded.chars();
     const char* const end = at + guarded.size();
     std::size_t copied = 0;

@@ -31,7 +31,7 @@ std::size_t boyerMoore(string_view text, string_view pattern) {
                    text.data());
 }
 
-// The C library is the judge of what is where.
+// The C library gives the expected places.
 std::size_t judged(string_view text, string_view pattern) {
     return placeOf(::memmem(text.data(), text.size(), pattern.data(), pattern.size()), text.data());
 }
@@ -219,7 +219,7 @@ TEST(BoyerMoore, AgreesWithMemmemOnAllShortTexts) {
     });
 }
 
-// A text that repeats itself, but for some changes.
+// A text that repeats itself, with some changes.
 std::string repetitiveText(std::mt19937& random, std::size_t size, unsigned letters) {
     const std::size_t period = 1 + random() % 7;
     std::string text(size, 'a');

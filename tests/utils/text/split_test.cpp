@@ -184,7 +184,7 @@ TEST(TextSplit, OfManyPiecesNeedsNoRecursion) {
     EXPECT_EQ(split(std::string(500'000, ','), ",").size(), 500'000u);
 }
 
-// Joined with commas the pieces are the text again, but for a comma at the end.
+// Joined with commas, the pieces equal the text, except for a comma at the end.
 TEST(TextSplit, LosesNothing) {
     std::mt19937 random(9);
     for (int i = 0; i < 5000; ++i) {

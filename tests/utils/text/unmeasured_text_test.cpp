@@ -1,6 +1,6 @@
-// What reads the start of a NUL-terminated text reads no more than that: measuring all of it at
-// each call would make a walk through a long text take the square of its length. Each text here
-// ends, without a terminator, where nobody may read on.
+// A function that reads the start of a NUL-terminated text reads only that start. If each call
+// measured the whole text, a walk through a long text would take quadratic time. Each text here
+// ends at an inaccessible page, without a terminator.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

@@ -29,8 +29,8 @@ TEST(UTFText, IsCutBetweenCharacters) {
         {"\xF8\x88\x80\x80\x80.", {0, 0, 0, 0, 0, 5, 6}},
         {"\xFC\x84\x80\x80\x80\x80.", {0, 0, 0, 0, 0, 0, 6, 7}},
         {"\xED\x95\x9C.", {0, 0, 0, 3, 4}},  // ED before 80 to 9F is a character
-        // U+1F600 as a surrogate pair: its first half goes where it would be the end. Where a part
-        // of the second goes, what stands before is not looked at again.
+        // U+1F600 as a surrogate pair: the function drops the first half if that would be the end.
+        // If it drops a part of the second half, it does not look at the text before it again.
         {"a\xED\xA0\xBD\xED\xB8\x80z", {0, 1, 1, 1, 1, 4, 4, 7, 8}},
         {"\xED\xAF\xBF\xED\xB0\x80.", {0, 0, 0, 0, 3, 3, 6, 7}},
     };
