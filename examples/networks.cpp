@@ -20,28 +20,26 @@ namespace {
 using namespace halvane;
 using Packet = std::vector<std::uint8_t>;
 
-// Each packet is a radiotap header with frequency and signal, followed by a frame. clang-format off
+// Each packet is a radiotap header with frequency and signal, followed by a frame.
+// clang-format off
 const Packet kPackets[] = {
-    {0,    0,    13,   0,    0x28, 0,    0,    0,    0x85, 0x09, 0xA0, 0,    0xC3,  // 2437 MHz, -61
-                                                                                    // dBm
-     0x80, 0,    0,    0,    255,  255,  255,  255,  255,  255,  // beacon to everyone
-     2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x10, 0,
-     0,    0,    0,    0,    0,    0,    0,    0,    100,  0,    0x01, 0,  // every 100 TU; ESS
-     0,    0,    1,    4,    0x82, 0x84, 0x8B, 0x96},  // hidden SSID, Supported Rates
-    {
-        0,    0, 13,  0,   0x28, 0,   0,   0,   0x9E, 0x09, 0xA0, 0,    0xB5,  // 2462 MHz, -75 dBm
-        0x80, 0, 0,   0,   255,  255, 255, 255, 255,  255,  2,    0,    0,
-        0,    0, 7,   2,   0,    0,   0,   0,   7,    0x20, 0,    0,    0,
-        0,    0, 0,   0,   0,    0,   100, 0,   0x11, 0,  // ESS, privacy
-        0,    5, 'a', 't', 't',  'i', 'c', 1,   4,    0x82, 0x84, 0x8B, 0x96},
-    {0,    0,    13,   0,    0x28, 0,    0,    0,    0x85, 0x09, 0xA0, 0,    0xC6,  // 2437 MHz, -58
-                                                                                    // dBm
-     0x50, 0,    0,    0,    2,    0,    0,    0,    0,    9,  // probe response to one station
-     2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2,    0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x30, 0,
-     0,    0,    0,    0,    0,    0,    0,    0,    100,  0,    0x01, 0,    0,    4,
-     'h',  'o',  'm',  'e',  1,    4,    0x82, 0x84, 0x8B, 0x96},
-    {0,    0,    13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0,
-     0xC3, 0xD4, 0,  0, 0,    2, 0, 0, 0,    0,    9},  // an acknowledgement: no record
+    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0, 0xC3,  // 2437 MHz, -61 dBm
+     0x80, 0, 0, 0, 255, 255, 255, 255, 255, 255,            // beacon to everyone
+     2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x10, 0,
+     0, 0, 0, 0, 0, 0, 0, 0, 100, 0, 0x01, 0,                // every 100 TU; ESS
+     0, 0, 1, 4, 0x82, 0x84, 0x8B, 0x96},                    // hidden SSID, Supported Rates
+    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x9E, 0x09, 0xA0, 0, 0xB5,  // 2462 MHz, -75 dBm
+     0x80, 0, 0, 0, 255, 255, 255, 255, 255, 255,
+     2, 0, 0, 0, 0, 7, 2, 0, 0, 0, 0, 7, 0x20, 0,
+     0, 0, 0, 0, 0, 0, 0, 0, 100, 0, 0x11, 0,                // ESS, privacy
+     0, 5, 'a', 't', 't', 'i', 'c', 1, 4, 0x82, 0x84, 0x8B, 0x96},
+    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0, 0xC6,  // 2437 MHz, -58 dBm
+     0x50, 0, 0, 0, 2, 0, 0, 0, 0, 9,                        // probe response to one station
+     2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 2, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E, 0x30, 0,
+     0, 0, 0, 0, 0, 0, 0, 0, 100, 0, 0x01, 0,
+     0, 4, 'h', 'o', 'm', 'e', 1, 4, 0x82, 0x84, 0x8B, 0x96},
+    {0, 0, 13, 0, 0x28, 0, 0, 0, 0x85, 0x09, 0xA0, 0, 0xC3,
+     0xD4, 0, 0, 0, 2, 0, 0, 0, 0, 9},                       // an acknowledgement: no record
 };
 // clang-format on
 
