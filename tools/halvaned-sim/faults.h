@@ -22,8 +22,8 @@ enum class Fault {
     Gone,    // the daemon leaves the bus, and comes back as another connection
     // The command is carried out, but its reply is damaged.
     Garbled,   // data is no property list
-    Missing,   // lacks what was asked for, or the status where that is all; of notifications: all
-               // but the command
+    Missing,   // lacks its data, or the status if it has no data; a notification holds only the
+               // command
     Mistyped,  // every value is of another type
 };
 

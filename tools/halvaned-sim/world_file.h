@@ -3,7 +3,7 @@
 //   Devices     array of devices
 //   Interfaces  array of interfaces; their names are unique
 //   Disabled    array of strings: the interfaces that are disabled
-//   Configs     dictionary: by interface, an array of BSS configurations, with an SSID of their own
+//   Configs     dictionary: by interface, an array of BSS configurations, with unique SSIDs
 //   Stations    dictionary: by interface, an array of clients, those in range
 //
 // Every key except Interfaces may be missing. docs/protocol.md defines the records.
