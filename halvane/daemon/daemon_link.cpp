@@ -166,7 +166,8 @@ DaemonLink::Numbered DaemonLink::number(Completion& done) const {
 
 ServiceConnection::ReplyHandler DaemonLink::handlerFor(const Numbered& request) const {
     return [request, completions = completions_](ServiceReply reply) {
-        request->finish(replyOf(std::move(reply), completions->isEnding()));
+        if (completions->isEnding()) return;  // left to finishAll(), which calls it on its thread
+        request->finish(replyOf(std::move(reply), false));
     };
 }
 
