@@ -42,7 +42,7 @@ enum {
     kPrintFFlagPrecision = 1 << 3    /* a precision was given */
 };
 
-/* The specification between '%' and the conversion character. */
+/* The flags, width, precision and length between '%' and the conversion character. */
 typedef struct PrintFFormat {
     uint8_t flags;       /* kPrintFFlag... */
     uint8_t hCount;      /* 'h' modifiers, 0 to 2 */

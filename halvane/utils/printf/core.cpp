@@ -1,4 +1,4 @@
-// The core loop: literal runs, the specification after '%', and the choice of the conversion.
+// The core loop: literal runs, what follows '%', and the choice of the conversion.
 #include <array>
 #include <cstdarg>
 #include <cstdint>
