@@ -16,6 +16,7 @@
 #include "halvane/ie/mac.h"
 
 #include "fuzz/require.h"
+#include "tests/support/capability_bits.h"
 
 using halvane::ByteBuffer;
 using halvane::HalvaneMAC;
@@ -58,32 +59,10 @@ void checkMeasurements(HalvaneMAC record, const std::uint8_t* data, std::size_t 
     REQUIRE(record.maxClientRate() == std::min(Number(54), record.maxPHYRate().value_or(54)));
 }
 
-struct Capability {
-    unsigned bit;
-    bool (HalvaneMAC::*isSet)() const;
-};
-constexpr Capability kCapabilities[] = {
-    {0, &HalvaneMAC::isESS},
-    {1, &HalvaneMAC::isIBSS},
-    {2, &HalvaneMAC::isCFPollable},
-    {3, &HalvaneMAC::isCFPollRequest},
-    {4, &HalvaneMAC::isPrivacy},
-    {5, &HalvaneMAC::isShortPreamble},
-    {6, &HalvaneMAC::isPBCC},
-    {7, &HalvaneMAC::isChannelAgility},
-    {8, &HalvaneMAC::isSpectrumManagement},
-    {9, &HalvaneMAC::isQoS},
-    {10, &HalvaneMAC::isShortSlotTime},
-    {11, &HalvaneMAC::isAPSD},
-    {13, &HalvaneMAC::isDSSSOFDM},
-    {14, &HalvaneMAC::isDelayedBlockAck},
-    {15, &HalvaneMAC::isImmediateBlockAck},
-};
-
 // Each bit is the property that it is listed for.
 void checkCapabilities(HalvaneMAC record, std::uint16_t field) {
     record.setCapabilityField(field);
-    for (const auto& [bit, isSet] : kCapabilities) {
+    for (const auto& [bit, isSet] : halvane::testing::kCapabilityBits) {
         REQUIRE((record.*isSet)() == ((field >> bit & 1) != 0));
     }
     REQUIRE(!record.doesSupportSecurityOpen() || !record.isPrivacy());

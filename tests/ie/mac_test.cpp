@@ -13,6 +13,7 @@
 
 #include "halvane/ie/link_quality.h"
 
+#include "tests/support/capability_bits.h"
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
 #include "tests/support/peak_memory.h"
@@ -104,32 +105,13 @@ TEST(MAC, StampsCreationAndChangesButNotMeasurements) {
 }
 
 TEST(MAC, DecodesEachCapabilityBitAlone) {
-    struct Row {
-        unsigned bit;
-        bool (HalvaneMAC::*flag)() const;
-    };
-    const Row rows[] = {
-        {0, &HalvaneMAC::isESS},
-        {1, &HalvaneMAC::isIBSS},
-        {2, &HalvaneMAC::isCFPollable},
-        {3, &HalvaneMAC::isCFPollRequest},
-        {4, &HalvaneMAC::isPrivacy},
-        {5, &HalvaneMAC::isShortPreamble},
-        {6, &HalvaneMAC::isPBCC},
-        {7, &HalvaneMAC::isChannelAgility},
-        {8, &HalvaneMAC::isSpectrumManagement},
-        {9, &HalvaneMAC::isQoS},
-        {10, &HalvaneMAC::isShortSlotTime},
-        {11, &HalvaneMAC::isAPSD},
-        {13, &HalvaneMAC::isDSSSOFDM},
-        {14, &HalvaneMAC::isDelayedBlockAck},
-        {15, &HalvaneMAC::isImmediateBlockAck},
-    };
     for (unsigned bit = 0; bit < 16; ++bit) {
         auto record = HalvaneMAC::initWithMAC(kAddress);
         record.setCapabilityField(static_cast<std::uint16_t>(1u << bit));
         EXPECT_EQ(record.capabilities(), 1u << bit);
-        for (const Row& row : rows) EXPECT_EQ((record.*row.flag)(), row.bit == bit) << bit;
+        for (const auto& row : kCapabilityBits) {
+            EXPECT_EQ((record.*row.isSet)(), row.bit == bit) << bit;
+        }
     }
 }
 
