@@ -133,7 +133,7 @@ PropertyListDictionary fileOfLongName(std::size_t count) {
 
 void addState(const char* row, PropertyListDictionary (*make)(std::size_t)) {
     addGrowth(
-        row, 4096, [make](std::size_t n) { return halvane::xmlPropertyList(make(n)).value(); },
+        row, 4096, [make](std::size_t n) { return *halvane::xmlPropertyList(make(n)); },
         [](const std::string& text) { return !worldFromText(text).interfaces().empty(); });
 }
 

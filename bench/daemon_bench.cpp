@@ -78,7 +78,7 @@ std::string interfaceList(unsigned count) {
         skeleton.set("Subsystem", "nl80211");
         interfaces.emplace_back(std::move(skeleton));
     }
-    return xmlPropertyList(interfaces).value();
+    return *xmlPropertyList(interfaces);
 }
 
 void appendStatusAndData(sd_bus_message* message, const std::string& data) {

@@ -70,6 +70,14 @@ class [[nodiscard]] Result {
     const E& error() const& noexcept { return *std::get_if<1>(&state_); }
     E&& error() && noexcept { return std::move(*std::get_if<1>(&state_)); }
 
+    // Equal if both hold equal values, or both hold equal errors.
+    friend bool operator==(const Result& a, const Result& b) {
+        if (!a) return !b && a.error() == b.error();
+        return b && *a == *b;
+    }
+    // Equal if the result holds a value equal to `value`.
+    friend bool operator==(const Result& a, const T& value) { return a && *a == value; }
+
     template <typename U>
     T value_or(U&& other) const& {
         return has_value() ? **this : static_cast<T>(std::forward<U>(other));

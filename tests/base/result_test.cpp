@@ -45,6 +45,19 @@ TEST(Result, TellsAValueFromAnErrorOfTheSameType) {
     EXPECT_EQ(bad.error(), "text");
 }
 
+TEST(Result, IsEqualToAnEqualResultOrValue) {
+    EXPECT_EQ(half(8), half(8));
+    EXPECT_NE(half(8), half(6));
+    EXPECT_EQ(half(7), half(9));
+    EXPECT_NE(half(7), half(8));
+    EXPECT_NE(half(8), half(7));
+    const Result<int> otherError = Unexpected(Error{"org.example", -8});
+    EXPECT_NE(half(7), otherError);
+    EXPECT_EQ(half(8), 4);
+    EXPECT_NE(half(8), 5);
+    EXPECT_NE(half(1), 0);
+}
+
 TEST(Result, MovesWhatCannotBeCopied) {
     Result<std::unique_ptr<int>> result = std::make_unique<int>(5);
     ASSERT_TRUE(result);

@@ -40,7 +40,7 @@ PropertyListDictionary dictionary(Entries entries) {
 }
 
 ByteBuffer xml(const PropertyListValue& value) {
-    return ByteBuffer::fromText(xmlPropertyList(value).value());
+    return ByteBuffer::fromText(xmlPropertyList(value).value_or("no XML"));
 }
 
 template <typename Record>

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <iterator>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -211,11 +210,10 @@ World worldFromPropertyList(const PropertyListValue& value) {
 }
 
 World worldFromText(std::string_view xml) {
-    std::optional<XmlPropertyListError> error;
-    const auto value = propertyListFromXml(xml, &error);
+    const auto value = propertyListFromXml(xml);
     if (!value) {
-        const std::string byte = "byte " + std::to_string(error->offset);
-        refuse(Place(byte), "is no property list: " + std::string(error->reason));
+        const std::string byte = "byte " + std::to_string(value.error().offset);
+        refuse(Place(byte), "is no property list: " + std::string(value.error().reason));
     }
     // XML 1.1 has characters that no reply could hold.
     if (!xmlPropertyList(*value))

@@ -100,10 +100,13 @@ Contents load(const std::string& path) {
     const FileText file = readFile(path, kPreferencesFileLimit);
     contents.status = file.status;
     if (file.status != kStatusOK || !file.isThere) return contents;
-    auto root = file.isTooLong ? std::nullopt : propertyListFromXml(file.text);
+    contents.isDamaged = true;
+    if (file.isTooLong) return contents;
+    auto root = propertyListFromXml(file.text);
     auto* const values = root ? root->as<PropertyListDictionary>() : nullptr;
-    contents.isDamaged = values == nullptr;
-    if (values != nullptr) contents.values = std::move(*values);
+    if (values == nullptr) return contents;
+    contents.isDamaged = false;
+    contents.values = std::move(*values);
     return contents;
 }
 

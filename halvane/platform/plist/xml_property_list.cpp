@@ -205,12 +205,10 @@ class Writer {
 
 }  // namespace
 
-std::optional<std::string> xmlPropertyList(const PropertyListValue& value,
-                                           std::optional<XmlPropertyListRefusal>* refusal) {
+Result<std::string, XmlPropertyListRefusal> xmlPropertyList(const PropertyListValue& value) {
     Survey survey;
-    if (survey.accepts(value, 1)) return Writer(survey).document(value);
-    if (refusal != nullptr) *refusal = survey.refusal();
-    return std::nullopt;
+    if (!survey.accepts(value, 1)) return Unexpected(survey.refusal());
+    return Writer(survey).document(value);
 }
 
 }  // namespace halvane

@@ -10,6 +10,7 @@
 
 #include "halvane/base/export.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/result.h"
 
 namespace halvane {
 
@@ -20,6 +21,8 @@ inline constexpr int kXmlPropertyListMaxDepth = kPropertyListMaxDepth;
 struct XmlPropertyListRefusal {
     std::string_view reason;            // what the value contains, for people; static text
     std::optional<char32_t> character;  // set if the reason is a character
+
+    friend bool operator==(const XmlPropertyListRefusal&, const XmlPropertyListRefusal&) = default;
 };
 
 // Returns the value as an XML property list in UTF-8: an XML 1.0 declaration, no DOCTYPE line, and
@@ -37,14 +40,13 @@ struct XmlPropertyListRefusal {
 //
 // Strings and keys read back byte for byte.
 //
-// Absent if the value has no such form; `refusal`, if given, is then set. A value has no such form
-// if
+// Refuses a value that has no such form. A value has no such form if
 // - it contains a null or a PropertyListObject
 // - a string or key is not UTF-8, or holds a character that XML 1.0 lacks even as a reference:
 //   U+0000 to U+001F except tab, newline and carriage return, U+FFFE and U+FFFF
 // - it is deeper than kXmlPropertyListMaxDepth.
-HALVANE_EXPORT std::optional<std::string> xmlPropertyList(
-    const PropertyListValue& value, std::optional<XmlPropertyListRefusal>* refusal = nullptr);
+HALVANE_EXPORT Result<std::string, XmlPropertyListRefusal> xmlPropertyList(
+    const PropertyListValue& value);
 
 }  // namespace halvane
 

@@ -545,14 +545,10 @@ Reading readDocument(std::string_view xml) {
 
 }  // namespace
 
-std::optional<PropertyListValue> propertyListFromXml(std::string_view xml,
-                                                     std::optional<XmlPropertyListError>* error) {
+Result<PropertyListValue, XmlPropertyListError> propertyListFromXml(std::string_view xml) {
     auto value = readDocument(xml);
     if (value) return *std::move(value);
-    if (error != nullptr) {
-        *error = XmlPropertyListError{value.error().offset, value.error().reason};
-    }
-    return std::nullopt;
+    return Unexpected(XmlPropertyListError{value.error().offset, value.error().reason});
 }
 
 }  // namespace halvane

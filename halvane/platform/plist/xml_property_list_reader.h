@@ -5,11 +5,11 @@
 #define HALVANE_PLATFORM_PLIST_XML_PROPERTY_LIST_READER_H
 
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
 #include "halvane/base/export.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/result.h"
 
 namespace halvane {
 
@@ -17,11 +17,12 @@ namespace halvane {
 struct XmlPropertyListError {
     std::size_t offset;       // the byte of the text where the error shows
     std::string_view reason;  // static text, for people
+
+    friend bool operator==(const XmlPropertyListError&, const XmlPropertyListError&) = default;
 };
 
 // Returns the value of an XML property list. The reader accepts everything that xmlPropertyList()
-// writes and what other writers produce in that format. For any other text the value is absent, and
-// `error`, if given, is set.
+// writes and what other writers produce in that format, and refuses any other text.
 //
 //   document  UTF-8, with or without a byte-order mark; XML 1.0 or 1.1, with or without a
 //             declaration. A DOCTYPE line and its internal subset are skipped, so only the five
@@ -40,8 +41,8 @@ struct XmlPropertyListError {
 //
 // A value may nest kPropertyListMaxDepth levels deep. Except for finding keys, the time is linear
 // in the length of the text. The memory is at most 16 times that length, whatever the text is.
-HALVANE_EXPORT std::optional<PropertyListValue> propertyListFromXml(
-    std::string_view xml, std::optional<XmlPropertyListError>* error = nullptr);
+HALVANE_EXPORT Result<PropertyListValue, XmlPropertyListError> propertyListFromXml(
+    std::string_view xml);
 
 }  // namespace halvane
 

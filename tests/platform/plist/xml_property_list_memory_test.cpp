@@ -106,7 +106,7 @@ TEST(XmlPropertyListMemory, EndsInNoValueAndNoLoss) {
     withEverLessScarceMemory(
         [&] {
             try {
-                value = propertyListFromXml(text);
+                if (auto read = propertyListFromXml(text)) value = *std::move(read);
             } catch (const std::bad_alloc&) {
                 isThrown = true;
             }

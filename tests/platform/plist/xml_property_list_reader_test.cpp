@@ -26,7 +26,6 @@ using halvane::PropertyListDictionary;
 using halvane::propertyListFromXml;
 using halvane::PropertyListValue;
 using halvane::xmlPropertyList;
-using halvane::XmlPropertyListError;
 using namespace std::string_literals;
 
 namespace {
@@ -46,23 +45,22 @@ std::string version11(const std::string& content) {
 
 // The value of a document that must have one.
 PropertyListValue valueOf(const std::string& xml) {
-    std::optional<XmlPropertyListError> error;
-    auto value = propertyListFromXml(xml, &error);
+    auto value = propertyListFromXml(xml);
     if (!value) {
-        ADD_FAILURE() << xml.substr(0, 300) << "\nat " << error->offset << ": " << error->reason;
+        const auto& [offset, reason] = value.error();
+        ADD_FAILURE() << xml.substr(0, 300) << "\nat " << offset << ": " << reason;
         return {};
     }
-    EXPECT_FALSE(error.has_value());
-    return std::move(*value);
+    return *std::move(value);
 }
 
 // "reason at offset" for a document that must have no value.
 std::string refusalOf(const std::string& xml) {
-    std::optional<XmlPropertyListError> error;
-    if (propertyListFromXml(xml, &error)) return "accepted";
-    if (!error) return "no error";
-    EXPECT_LE(error->offset, xml.size());
-    return std::string(error->reason) + " at " + std::to_string(error->offset);
+    const auto value = propertyListFromXml(xml);
+    if (value) return "accepted";
+    const auto& [offset, reason] = value.error();
+    EXPECT_LE(offset, xml.size());
+    return std::string(reason) + " at " + std::to_string(offset);
 }
 std::string reasonOf(const std::string& xml) {
     const std::string refusal = refusalOf(xml);
@@ -605,8 +603,8 @@ TEST(XmlPropertyListReader, TellsOffsetsOfTheTextBeforeLineEndsAreMadePlain) {
               "end tag of another element at 28");
 }
 
-TEST(XmlPropertyListReader, NeedsNoPlaceForTheError) {
-    EXPECT_EQ(propertyListFromXml("<plist>"), std::nullopt);
+TEST(XmlPropertyListReader, ReturnsAValueOrAnError) {
+    EXPECT_FALSE(propertyListFromXml("<plist>"));
     EXPECT_EQ(propertyListFromXml(plist("<true/>")), PropertyListValue(true));
 }
 
@@ -764,11 +762,10 @@ std::string_view textOf(const ByteBuffer& buffer) {
 TEST(XmlPropertyListReader, RefusesEveryTruncation) {
     const std::string sample = sampleDocument();
     halvane::testing::forEachPrefix(bytesOf(sample), [&](const ByteBuffer& prefix) {
-        std::optional<XmlPropertyListError> error;
-        const bool isRead = propertyListFromXml(textOf(prefix), &error).has_value();
-        EXPECT_EQ(isRead, prefix.size() == sample.size()) << prefix.size();
-        if (error) {
-            EXPECT_LE(error->offset, prefix.size());
+        const auto value = propertyListFromXml(textOf(prefix));
+        EXPECT_EQ(value.has_value(), prefix.size() == sample.size()) << prefix.size();
+        if (!value) {
+            EXPECT_LE(value.error().offset, prefix.size());
         }
     });
 }
@@ -779,21 +776,18 @@ TEST(XmlPropertyListReader, SurvivesEveryOneByteMutation) {
     for (std::size_t i = 0; i < offsets.size(); ++i) offsets[i] = i;
     std::size_t read = 0;
     halvane::testing::forEachValueAt(bytesOf(sample), offsets, [&](const ByteBuffer& mutant) {
-        std::optional<XmlPropertyListError> error;
-        const auto value = propertyListFromXml(textOf(mutant), &error);
-        ASSERT_NE(value.has_value(), error.has_value());
-        if (error) {
-            EXPECT_LE(error->offset, mutant.size());
+        const auto value = propertyListFromXml(textOf(mutant));
+        if (!value) {
+            EXPECT_LE(value.error().offset, mutant.size());
             return;
         }
         ++read;
         // A control character of XML 1.1 is read, but not written.
-        std::optional<halvane::XmlPropertyListRefusal> refusal;
-        const auto again = xmlPropertyList(*value, &refusal);
+        const auto again = xmlPropertyList(*value);
         if (again) {
             EXPECT_EQ(propertyListFromXml(*again), value);
         } else {
-            EXPECT_LT(refusal->character.value_or(U' '), U' ');
+            EXPECT_LT(again.error().character.value_or(U' '), U' ');
         }
     });
     EXPECT_GT(read, sample.size());  // the sample itself, once for each byte

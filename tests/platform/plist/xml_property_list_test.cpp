@@ -245,41 +245,39 @@ TEST(XmlPropertyList, ReadsBackOrRefusesEveryControlCharacterAlone) {
         SCOPED_TRACE(static_cast<unsigned>(codePoint));
         const std::string text = utf8(codePoint);
         for (const std::string& whole : {text, "a" + text + "\xC2\x85" + text + "b"}) {
-            std::optional<XmlPropertyListRefusal> refusal;
-            const auto xml = xmlPropertyList(whole, &refusal);
+            const auto xml = xmlPropertyList(whole);
             ASSERT_EQ(xml.has_value(), hasXmlPlace(codePoint));
-            ASSERT_EQ(refusal.has_value(), !xml);
             if (xml) {
                 EXPECT_EQ(readBack(*xml), whole);
             } else {
-                EXPECT_EQ(refusal->character, codePoint);
+                EXPECT_EQ(xml.error().character, codePoint);
             }
         }
     }
 }
 
 TEST(XmlPropertyList, TellsTheFirstThatXmlDoesNotHave) {
-    std::optional<XmlPropertyListRefusal> refusal;
-    const auto reasonOf = [&refusal](const PropertyListValue& value) {
-        EXPECT_EQ(xmlPropertyList(value, &refusal), std::nullopt);
-        return refusal ? refusal->reason : "";
+    const auto refusalOf = [](const PropertyListValue& value) {
+        const auto xml = xmlPropertyList(value);
+        EXPECT_FALSE(xml);
+        return xml ? XmlPropertyListRefusal() : xml.error();
     };
-    constexpr std::string_view kCharacter = "a character that XML 1.0 does not have";
-    EXPECT_EQ(reasonOf(PropertyListArray{"a", "b\x1B\x01"}), kCharacter);
-    EXPECT_EQ(refusal->character, U'\x1B');
-    EXPECT_EQ(reasonOf(dictionary({{"key\x07", "\x08"}})), kCharacter);
-    EXPECT_EQ(refusal->character, U'\x07');
-    EXPECT_EQ(reasonOf("\xEF\xBF\xBE"), kCharacter);
-    EXPECT_EQ(refusal->character, U'\uFFFE');
-    EXPECT_EQ(reasonOf("\xFF"), "text that is not UTF-8");
-    EXPECT_EQ(refusal->character, std::nullopt);
-    EXPECT_EQ(reasonOf(PropertyListArray{PropertyListValue()}), "a null value");
-    EXPECT_EQ(reasonOf(PropertyListValue::Object()), "a value of no property-list kind");
+    const auto isRefusedFor = [&](const PropertyListValue& value, char32_t character) {
+        constexpr std::string_view kReason = "a character that XML 1.0 does not have";
+        return refusalOf(value) == XmlPropertyListRefusal{kReason, character};
+    };
+    EXPECT_TRUE(isRefusedFor(PropertyListArray{"a", "b\x1B\x01"}, U'\x1B'));
+    EXPECT_TRUE(isRefusedFor(dictionary({{"key\x07", "\x08"}}), U'\x07'));
+    EXPECT_TRUE(isRefusedFor("\xEF\xBF\xBE", U'\uFFFE'));
+    EXPECT_EQ(refusalOf("\xFF").reason, "text that is not UTF-8");
+    EXPECT_EQ(refusalOf("\xFF").character, std::nullopt);
+    EXPECT_EQ(refusalOf(PropertyListArray{PropertyListValue()}).reason, "a null value");
+    EXPECT_EQ(refusalOf(PropertyListValue::Object()).reason, "a value of no property-list kind");
     PropertyListValue deep;
     for (int level = 0; level <= kXmlPropertyListMaxDepth; ++level) {
         deep = PropertyListArray{std::move(deep)};
     }
-    EXPECT_EQ(reasonOf(deep), "a value that is nested too deep");
+    EXPECT_EQ(refusalOf(deep).reason, "a value that is nested too deep");
 }
 
 // Every character that XML 1.0 knows (production 2), ascending, in texts of some thousands.
@@ -411,10 +409,10 @@ TEST(XmlPropertyList, IsAbsentForTextThatXmlCannotCarry) {
         "\xFF"s,
     };
     for (const auto& text : texts) {
-        EXPECT_EQ(xmlPropertyList(text), std::nullopt);
-        EXPECT_EQ(xmlPropertyList("good" + text), std::nullopt);
-        EXPECT_EQ(xmlPropertyList(dictionary({{text, 1}})), std::nullopt);
-        EXPECT_EQ(xmlPropertyList(PropertyListArray{1, dictionary({{"k", text}})}), std::nullopt);
+        EXPECT_FALSE(xmlPropertyList(text));
+        EXPECT_FALSE(xmlPropertyList("good" + text));
+        EXPECT_FALSE(xmlPropertyList(dictionary({{text, 1}})));
+        EXPECT_FALSE(xmlPropertyList(PropertyListArray{1, dictionary({{"k", text}})}));
     }
 }
 
@@ -425,9 +423,9 @@ TEST(XmlPropertyList, IsAbsentForNullsAndForeignObjectsAnywhere) {
         PropertyListValue::Object(),
     };
     for (const auto& value : values) {
-        EXPECT_EQ(xmlPropertyList(value), std::nullopt);
-        EXPECT_EQ(xmlPropertyList(PropertyListArray{1, value}), std::nullopt);
-        EXPECT_EQ(xmlPropertyList(dictionary({{"a", PropertyListArray{value}}})), std::nullopt);
+        EXPECT_FALSE(xmlPropertyList(value));
+        EXPECT_FALSE(xmlPropertyList(PropertyListArray{1, value}));
+        EXPECT_FALSE(xmlPropertyList(dictionary({{"a", PropertyListArray{value}}})));
     }
 }
 
@@ -453,10 +451,10 @@ PropertyListValue nestedDictionaries(int levels) {
 
 TEST(XmlPropertyList, IsAbsentBeyondTheDepthLimit) {
     EXPECT_TRUE(xmlPropertyList(nestedArrays(256)).has_value());
-    EXPECT_EQ(xmlPropertyList(nestedArrays(257)), std::nullopt);
+    EXPECT_FALSE(xmlPropertyList(nestedArrays(257)));
     EXPECT_TRUE(xmlPropertyList(nestedDictionaries(256)).has_value());
-    EXPECT_EQ(xmlPropertyList(nestedDictionaries(257)), std::nullopt);
-    EXPECT_EQ(xmlPropertyList(nestedArrays(2000)), std::nullopt);
+    EXPECT_FALSE(xmlPropertyList(nestedDictionaries(257)));
+    EXPECT_FALSE(xmlPropertyList(nestedArrays(2000)));
 }
 
 // Long texts are looked through in blocks.

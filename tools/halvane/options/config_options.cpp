@@ -133,14 +133,15 @@ Problem readNumber(HalvaneBSSConfig& configuration, const NumberOption& option, 
 
 // Names travel as text in property lists, whatever the output format is.
 Problem readName(HalvaneBSSConfig& configuration, const NameOption& option, const char* name) {
-    std::optional<XmlPropertyListRefusal> refusal;
-    if (xmlPropertyList(name, &refusal)) {
+    const auto xml = xmlPropertyList(name);
+    if (xml) {
         (configuration.*option.set)(name);
         return std::nullopt;
     }
-    if (!refusal->character) return badValue(option.name, name, "UTF-8 text");
+    const auto character = xml.error().character;
+    if (!character) return badValue(option.name, name, "UTF-8 text");
     return badValue(option.name, name,
-                    "text of a property list, which has no " + codePointName(*refusal->character));
+                    "text of a property list, which has no " + codePointName(*character));
 }
 
 Problem readPIN(HalvaneBSSConfig& configuration, const char* text) {

@@ -12,10 +12,11 @@
 namespace halvane::tool {
 
 std::optional<std::string> propertyListText(const PropertyListValue& value) {
-    std::optional<XmlPropertyListRefusal> refusal;
-    if (auto xml = xmlPropertyList(value, &refusal)) return xml;
-    std::string reason = "no property list holds " + std::string(refusal->reason);
-    if (refusal->character) reason += ", " + codePointName(*refusal->character);
+    auto xml = xmlPropertyList(value);
+    if (xml) return *std::move(xml);
+    const auto& [refused, character] = xml.error();
+    std::string reason = "no property list holds " + std::string(refused);
+    if (character) reason += ", " + codePointName(*character);
     noteLostOutput(std::move(reason));
     return std::nullopt;
 }
