@@ -36,8 +36,8 @@ Kind kindOf(ServiceError::Cause cause) {
 }
 
 DaemonReply replyOf(ServiceReply reply, bool isEnding) {
-    if (auto* message = std::get_if<IPCMessage>(&reply)) return std::move(*message);
-    const auto& error = std::get<ServiceError>(reply);
+    if (reply) return *std::move(reply);
+    const ServiceError& error = reply.error();
     if (error.kind == ServiceError::Kind::Interrupted) return daemonFailure(Kind::DaemonLeft);
     if (error.kind == ServiceError::Kind::Other) return daemonFailure(kindOf(error.cause));
     return daemonFailure(isEnding ? Kind::Ending : Kind::BusGone);

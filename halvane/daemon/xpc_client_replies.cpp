@@ -1,7 +1,6 @@
 // How replies become results.
 #include <cstdint>
 #include <string>
-#include <variant>
 
 #include "halvane/base/status.h"
 #include "halvane/daemon/daemon_message_internal.h"
@@ -15,8 +14,7 @@ namespace {
 
 // Returns the status of a reply. An error counts as a failed reply.
 std::int32_t statusOf(const ServiceReply& reply) {
-    const auto* message = std::get_if<IPCMessage>(&reply);
-    return message != nullptr ? daemonStatus(*message) : kStatusConversionFailed;
+    return reply ? daemonStatus(*reply) : kStatusConversionFailed;
 }
 
 void setError(std::optional<Error>* error, std::int32_t status) {
@@ -26,8 +24,7 @@ void setError(std::optional<Error>* error, std::int32_t status) {
 template <typename Record>
 std::vector<Record> listOf(const ServiceReply& reply, std::optional<Error>* error) {
     const std::int32_t status = statusOf(reply);
-    if (status == 0)
-        return recordsIn<Record>(std::get<IPCMessage>(reply)).value_or(std::vector<Record>());
+    if (status == 0) return recordsIn<Record>(*reply).value_or(std::vector<Record>());
     setError(error, status);
     return {};
 }
@@ -93,17 +90,14 @@ bool HalvaneXPCClient::registerNotificationsResponse(const ServiceReply& reply) 
 
 bool HalvaneXPCClient::setLoggingResponse_error(const ServiceReply& reply,
                                                 std::optional<Error>* error) {
-    const auto* message = std::get_if<IPCMessage>(&reply);
-    if (message == nullptr) return false;
-    const std::int32_t status = daemonStatus(*message);
+    if (!reply) return false;
+    const std::int32_t status = daemonStatus(*reply);
     if (status != 0) setError(error, status);
     return status == 0;
 }
 
 std::optional<std::string> HalvaneXPCClient::queryLoggingResponse(const ServiceReply& reply) {
-    const auto* message = std::get_if<IPCMessage>(&reply);
-    const auto* params =
-        message != nullptr ? daemonValue<std::string>(*message, "params") : nullptr;
+    const auto* params = reply ? daemonValue<std::string>(*reply, "params") : nullptr;
     return params != nullptr ? std::optional(*params) : std::nullopt;
 }
 

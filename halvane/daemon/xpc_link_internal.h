@@ -79,7 +79,8 @@ class XPCLink {
     template <typename Parse>
     auto request(IPCMessage&& message, Parse parse) {
         using Result = std::invoke_result_t<Parse, const ServiceReply&>;
-        const auto outcome = std::make_shared<XPCOutcome<Result>>(parse(ServiceError{}));
+        const auto outcome =
+            std::make_shared<XPCOutcome<Result>>(parse(Unexpected(ServiceError{})));
         sendAndWait(std::move(message),
                     [outcome, parse = std::move(parse)](const ServiceReply& reply) {
                         outcome->set(parse(reply));

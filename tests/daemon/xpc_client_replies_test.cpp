@@ -24,7 +24,7 @@ using namespace halvane::testing;
 const Error kBefore = daemonError(77);
 
 ServiceReply errorReply(ServiceError::Kind kind) {
-    return ServiceError{kind, "text"};
+    return Unexpected(ServiceError{kind, "text"});
 }
 
 constexpr ServiceError::Kind kErrorKinds[] = {

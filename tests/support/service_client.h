@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -77,14 +78,17 @@ class ServiceClient {
     // Sends a request and waits for its reply.
     ServiceReply request(IPCMessage message) {
         CountingSemaphore done(0);
-        ServiceReply result;
+        std::optional<ServiceReply> result;
         connection->sendMessageWithReply(std::move(message), replyQueue, [&](ServiceReply reply) {
             result = std::move(reply);
             done.signal();
         });
         done.wait();
-        return result;
+        return *std::move(result);
     }
+
+    // The same for a request whose reply does not matter.
+    void exchange(IPCMessage message) { static_cast<void>(request(std::move(message))); }
 };
 
 }  // namespace halvane::testing

@@ -6,7 +6,6 @@
 #include <string>
 #include <thread>
 #include <utility>
-#include <variant>
 
 #include "halvane/platform/bus/address_internal.h"
 #include "halvane/platform/bus/message_check_internal.h"
@@ -32,8 +31,8 @@ ServiceError invalidError() {
 // Whether the reply is small enough to be handled while the bus waits.
 bool isSmall(const ServiceReply& reply) {
     constexpr std::size_t kMost = 65536;
-    if (const auto* error = std::get_if<ServiceError>(&reply)) return error->text.size() <= kMost;
-    return checkBusMessage(std::get<IPCMessage>(reply), kMost).refusal.empty();
+    if (!reply) return reply.error().text.size() <= kMost;
+    return checkBusMessage(*reply, kMost).refusal.empty();
 }
 
 // The gate of the connection that the calling thread serves; null on any other thread.
@@ -141,12 +140,12 @@ class HALVANE_HIDDEN ServiceConnection::Core
     void post(IPCMessage message, ServiceLink::Answer answer) {
         const auto check = checkBusMessage(message, kServiceMessageLimit - kHeaderRoom);
         if (!check.refusal.empty()) {
-            answer(ServiceError{ServiceError::Kind::Other, std::string(check.refusal),
-                                ServiceError::Cause::Unsendable});
+            answer(Unexpected(ServiceError{ServiceError::Kind::Other, std::string(check.refusal),
+                                           ServiceError::Cause::Unsendable}));
             return;
         }
         ServiceRequest request = {std::move(message), std::move(answer)};
-        if (!mailbox_.put(request)) request.answer(invalidError());
+        if (!mailbox_.put(request)) request.answer(Unexpected(invalidError()));
     }
 
     // Returns false if this has happened before. The setters have no effect any more.
@@ -223,7 +222,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         const ServiceLink::Answer last = std::move(answer);
         if (gate_->isClosed()) return;
         try {
-            last(invalidError());
+            last(Unexpected(invalidError()));
         } catch (const std::bad_alloc&) {
         }
     }

@@ -6,6 +6,7 @@
 #include <string>
 #include <variant>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/bus/ipc_message.h"
 
 namespace halvane {
@@ -43,7 +44,7 @@ struct ServiceAppeared {};
 
 // As an event, an error is Invalid or Interrupted.
 using ServiceEvent = std::variant<IPCMessage, ServiceAppeared, ServiceError>;
-using ServiceReply = std::variant<IPCMessage, ServiceError>;
+using ServiceReply = Result<IPCMessage, ServiceError>;
 
 }  // namespace halvane
 

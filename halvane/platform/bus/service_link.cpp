@@ -54,11 +54,12 @@ ServiceError errorOfReply(const sd_bus_error& error) {
 
 ServiceReply replyOf(sd_bus_message* message) {
     if (const sd_bus_error* error = ::sd_bus_message_get_error(message)) {
-        return errorOfReply(*error);
+        return Unexpected(errorOfReply(*error));
     }
-    if (auto reply = readBusMessage(message)) return std::move(*reply);
-    return ServiceError{ServiceError::Kind::Other, "the reply is no dictionary that can be read",
-                        ServiceError::Cause::Unreadable};
+    if (auto reply = readBusMessage(message)) return *std::move(reply);
+    return Unexpected(ServiceError{ServiceError::Kind::Other,
+                                   "the reply is no dictionary that can be read",
+                                   ServiceError::Cause::Unreadable});
 }
 
 // Returns the time until a point of the monotonic clock, in microseconds; null means forever.
@@ -164,7 +165,7 @@ void ServiceLink::send(const IPCMessage& message, Answer answer) {
     if (status >= 0) return;
     const Answer failed = std::move(pending->answer);
     pending_.erase(pending);
-    failed(errorOfStatus(status));
+    failed(Unexpected(errorOfStatus(status)));
 }
 
 int ServiceLink::call(const IPCMessage& message, Pending& pending) {
