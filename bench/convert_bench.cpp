@@ -79,7 +79,7 @@ std::vector<std::uint8_t> someBytes(std::size_t size) {
 
 // A plain loop with a look-up for each digit. It is not inlined, just as our function is not.
 [[gnu::noinline]] void plainToText(const std::uint8_t* bytes, std::size_t count, char* text) {
-    constexpr char kDigits[] = "0123456789abcdef";
+    constexpr char kDigits[] = kHexDigitsLowercase;
     for (std::size_t i = 0; i < count; ++i) {
         *text++ = kDigits[bytes[i] >> 4];
         *text++ = kDigits[bytes[i] & 0x0F];

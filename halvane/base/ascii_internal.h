@@ -7,10 +7,12 @@
 #include <cstdint>
 #include <string>
 
+#include "halvane/base/hex_digits.h"
+
 namespace halvane {
 
-inline constexpr char kLowerHexDigits[] = "0123456789abcdef";
-inline constexpr char kUpperHexDigits[] = "0123456789ABCDEF";
+inline constexpr char kLowerHexDigits[] = kHexDigitsLowercase;
+inline constexpr char kUpperHexDigits[] = kHexDigitsUppercase;
 
 // Appends the two digits of an octet. `digits` is one of the tables above.
 inline void appendHexOctet(std::string& text, std::uint8_t octet, const char (&digits)[17]) {

@@ -10,6 +10,7 @@
 #include <stdint.h>
 
 #include "halvane/base/export.h"
+#include "halvane/base/hex_digits.h"
 #include "halvane/base/status.h"
 
 #ifdef __cplusplus
@@ -63,13 +64,9 @@ HALVANE_EXPORT HalvaneStatus HexTextToDataCopy(const char* text, size_t length, 
 /* The buffer size for the text of `count` bytes, terminator included. */
 #define HALVANE_HEX_TEXT_SIZE(count) (2 * (size_t)(count) + 1)
 
-/* Digit tables for DataToHexCStringEx. */
-#define kHexDigitsLowercase "0123456789abcdef"
-#define kHexDigitsUppercase "0123456789ABCDEF"
-
 /* Writes two characters of the table `digits`, which has 16, for each byte into a buffer of
- * HALVANE_HEX_TEXT_SIZE(count) bytes, and returns the buffer. `data` may be null if the count is
- * 0. */
+ * HALVANE_HEX_TEXT_SIZE(count) bytes, and returns the buffer. The tables kHexDigitsLowercase and
+ * kHexDigitsUppercase are in halvane/base/hex_digits.h. `data` may be null if the count is 0. */
 HALVANE_EXPORT char* DataToHexCStringEx(const void* data, size_t count, char* buffer,
                                         const char* digits);
 

@@ -1,0 +1,10 @@
+/* The hexadecimal digits, as literals.
+ *
+ * Usable from C11 and C++20. */
+#ifndef HALVANE_BASE_HEX_DIGITS_H
+#define HALVANE_BASE_HEX_DIGITS_H
+
+#define kHexDigitsLowercase "0123456789abcdef"
+#define kHexDigitsUppercase "0123456789ABCDEF"
+
+#endif
