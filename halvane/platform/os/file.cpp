@@ -44,8 +44,8 @@ auto uninterrupted(Call call) {
 }
 
 FileDescriptor openFile(const std::string& path, int flags, mode_t mode = 0) {
-    return FileDescriptor(
-        uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+    return aboveStandardStreams(FileDescriptor(
+        uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); })));
 }
 
 // Writes all of `text`, whatever signal the write raises.

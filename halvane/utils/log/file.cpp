@@ -137,7 +137,7 @@ bool LogFile::openFile() {
     // The call does not wait for the reader of a pipe, and later writes do not wait for a slow one.
     constexpr int kFlags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
     FileDescriptor opened;
-    if (heritage_) opened = aboveStandardStreams(createHeir(path_, kFlags, *heritage_));
+    if (heritage_) opened = createHeir(path_, kFlags, *heritage_);
     if (!opened) {
         opened = aboveStandardStreams(
             FileDescriptor(::open(path_.c_str(), kFlags | O_CREAT, kFileMode)));

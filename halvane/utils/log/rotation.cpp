@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "halvane/platform/os/file_internal.h"
 #include "halvane/platform/os/write_signal_internal.h"
@@ -57,27 +58,32 @@ std::string unfinishedCopyOf(const std::string& path) {
     return numberedName(path, 0);
 }
 
+// Returns a stream that owns the file; null if there is no file or no stream.
+File streamOf(FileDescriptor file, const char* mode) {
+    File stream(file ? ::fdopen(file.number(), mode) : nullptr);
+    if (stream) file.release();
+    return stream;
+}
+
 // Returns 0, or the errno value of a failed write.
-int copyAndClose(std::FILE* source, std::FILE* copy) {
+int copyAndClose(std::FILE* source, File copy) {
     std::array<char, kCopyPiece> piece;
     std::size_t length = 0;
     int error = 0;
     while (error == 0 && (length = std::fread(piece.data(), 1, piece.size(), source)) > 0) {
-        if (std::fwrite(piece.data(), 1, length, copy) != length) error = errno;
+        if (std::fwrite(piece.data(), 1, length, copy.get()) != length) error = errno;
     }
-    const bool isClosed = std::fclose(copy) == 0;
+    const bool isClosed = std::fclose(copy.release()) == 0;
     return error == 0 && !isClosed ? errno : error;
 }
 
 // Creates the file and writes as much as possible to it. Returns false if it cannot be created.
 bool copyTo(const std::string& path, std::FILE* source, const FileHeritage& heritage) {
-    FileDescriptor file = createHeir(path, O_WRONLY | O_CLOEXEC, heritage);
-    if (!file) return false;
-    std::FILE* const copy = ::fdopen(file.number(), "w");
-    if (copy == nullptr) return false;
-    file.release();  // the stream owns it now
+    File copy = streamOf(createHeir(path, O_WRONLY | O_CLOEXEC, heritage), "w");
+    if (!copy) return false;
     WriteSignalBlock block;
-    if (const int error = copyAndClose(source, copy); error != 0) block.takeBackSignal(error);
+    const int error = copyAndClose(source, std::move(copy));
+    if (error != 0) block.takeBackSignal(error);
     return true;
 }
 
@@ -118,8 +124,8 @@ std::optional<FileHeritage> heritageOf(int descriptor) {
 
 // Sets the mode last: a change of owner removes bits from it, and nobody has access before.
 FileDescriptor createHeir(const std::string& path, int flags, const FileHeritage& heritage) {
-    FileDescriptor file(
-        ::open(path.c_str(), flags | O_CREAT | O_EXCL, heritage.mode & kOwnersOnly));
+    FileDescriptor file = aboveStandardStreams(FileDescriptor(
+        ::open(path.c_str(), flags | O_CREAT | O_EXCL, heritage.mode & kOwnersOnly)));
     if (!file) return file;
     if (::fchown(file.number(), heritage.owner, heritage.group) != 0) {
         // A process that cannot give a file away may still set one of its own groups.
@@ -133,7 +139,8 @@ FileDescriptor createHeir(const std::string& path, int flags, const FileHeritage
 void copyLogFile(const std::string& from, const std::string& to) {
     const std::string unfinished = unfinishedCopyOf(to);
     if (isThere(to) || !isReplaceable(unfinished)) return;
-    const File source(std::fopen(from.c_str(), "re"));
+    const File source = streamOf(
+        aboveStandardStreams(FileDescriptor(::open(from.c_str(), O_RDONLY | O_CLOEXEC))), "r");
     if (!source) return;
     const auto heritage = heritageOf(::fileno(source.get()));
     if (!heritage) return;

@@ -38,7 +38,7 @@ struct FileHeritage {
 std::optional<FileHeritage> heritageOf(int descriptor);
 
 // Creates a file that does not exist, with the heritage as far as the process's rights allow;
-// returns none if that fails.
+// returns none if that fails. Its descriptor is above those of the standard streams.
 FileDescriptor createHeir(const std::string& path, int flags, const FileHeritage& heritage);
 
 // Copies `from` into a new file. If `to` exists, because it could not be renamed, it stays

@@ -22,6 +22,7 @@
 #include "tests/support/child_process.h"
 #include "tests/support/file_size_limit.h"
 #include "tests/support/replaced_system.h"
+#include "tests/support/scarce_descriptors.h"
 #include "tests/support/temporary_folder.h"
 
 namespace fs = std::filesystem;
@@ -38,6 +39,7 @@ using halvane::setFileAside;
 using halvane::writeAll;
 using halvane::testing::isFileSizeSignalUntouched;
 using halvane::testing::isTrueInChild;
+using halvane::testing::leaveDescriptorsAboveStandardStreams;
 using halvane::testing::limitFileSize;
 using halvane::testing::TemporaryFolder;
 
@@ -140,6 +142,26 @@ TEST(FileDescriptor, StaysWhereItIsAboveTheStandardStreams) {
     const int number = file.number();
     ASSERT_GT(number, STDERR_FILENO);
     EXPECT_EQ(aboveStandardStreams(std::move(file)).number(), number);
+}
+
+// A program that has closed its standard streams may open them again at any time.
+TEST(File, IsOpenedAboveTheStandardStreams) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "file").string();
+    ASSERT_EQ(replaceFile(path, "text"), kStatusOK);
+    const auto isTrueWithDescriptors = [](rlim_t count, auto isTrue) {
+        return isTrueInChild(
+            [&] { return leaveDescriptorsAboveStandardStreams(count) && isTrue(); });
+    };
+    const auto isRead = [&] { return readFile(path, 100).status == kStatusOK; };
+    const auto isLocked = [&] { return FileLock(path + ".lock").status() == kStatusOK; };
+    const auto isReplaced = [&] { return replaceFile(path, "new") == kStatusOK; };
+    EXPECT_FALSE(isTrueWithDescriptors(0, isRead));
+    EXPECT_TRUE(isTrueWithDescriptors(1, isRead));
+    EXPECT_FALSE(isTrueWithDescriptors(0, isLocked));
+    EXPECT_TRUE(isTrueWithDescriptors(1, isLocked));
+    EXPECT_FALSE(isTrueWithDescriptors(1, isReplaced));
+    EXPECT_TRUE(isTrueWithDescriptors(2, isReplaced));
 }
 
 TEST(File, IsWrittenWholeOrTellsWhatFailed) {
