@@ -13,7 +13,7 @@
 #include "halvane/platform/bus/service_event.h"
 
 #include "tests/daemon/xpc_client_test_support.h"
-#include "tests/model/model_test_support.h"
+#include "tests/model/test_support.h"
 #include "tests/support/scoped_environment.h"
 
 namespace {

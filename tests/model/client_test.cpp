@@ -16,7 +16,7 @@
 #include "halvane/model/interface.h"
 #include "halvane/regulatory/channel.h"
 
-#include "tests/model/model_test_support.h"
+#include "tests/model/test_support.h"
 #include "tests/support/replaced_system.h"
 #include "tests/support/scarce_memory.h"
 #include "tests/support/skeletons.h"

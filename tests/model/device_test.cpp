@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 
-#include "tests/model/model_test_support.h"
+#include "tests/model/test_support.h"
 #include "tests/support/skeletons.h"
 
 using namespace halvane;

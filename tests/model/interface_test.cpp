@@ -6,7 +6,7 @@
 
 #include "halvane/base/skeleton_internal.h"
 
-#include "tests/model/model_test_support.h"
+#include "tests/model/test_support.h"
 #include "tests/support/skeletons.h"
 
 using namespace halvane;

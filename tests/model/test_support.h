@@ -1,6 +1,6 @@
 // Values for a key of a skeleton that expects another kind.
-#ifndef TESTS_MODEL_MODEL_TEST_SUPPORT_H
-#define TESTS_MODEL_MODEL_TEST_SUPPORT_H
+#ifndef TESTS_MODEL_TEST_SUPPORT_H
+#define TESTS_MODEL_TEST_SUPPORT_H
 
 #include <vector>
 

@@ -1,6 +1,6 @@
-#include "halvane/utils/convert.h"
-
 #include <gtest/gtest.h>
+
+#include "halvane/utils/convert.h"
 
 extern "C" int firstFailingLineOfConvertFromC(void);
 

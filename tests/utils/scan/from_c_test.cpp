@@ -1,6 +1,6 @@
-#include "halvane/utils/scan_time.h"
-
 #include <gtest/gtest.h>
+
+#include "halvane/utils/scan_time.h"
 
 extern "C" int firstFailingLineOfScanTimeFromC(void);
 
