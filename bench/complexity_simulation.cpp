@@ -134,7 +134,7 @@ PropertyListDictionary fileOfLongName(std::size_t count) {
 void addState(const char* row, PropertyListDictionary (*make)(std::size_t)) {
     addGrowth(
         row, 4096, [make](std::size_t n) { return *halvane::xmlPropertyList(make(n)); },
-        [](const std::string& text) { return !worldFromText(text).interfaces().empty(); });
+        [](const std::string& text) { return !worldFromText(text)->interfaces().empty(); });
 }
 
 void addStateRows() {
@@ -148,7 +148,7 @@ void addStateRows() {
 
 // A simulation of one interface with n stations in range.
 std::unique_ptr<Simulation> simulationOf(const PropertyListDictionary& file) {
-    return std::make_unique<Simulation>(Simulation{worldFromPropertyList(file), {}, {}, {}});
+    return std::make_unique<Simulation>(Simulation{*worldFromPropertyList(file), {}, {}, {}});
 }
 
 bool isFollowed(Simulation& simulation, const std::string& line) {

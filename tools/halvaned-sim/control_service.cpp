@@ -12,24 +12,31 @@ namespace halvane::sim {
 
 ControlService::ControlService(sd_event* event, Simulation& simulation, Service& service,
                                QuitHandler onQuit)
-    : simulation_(simulation),
-      service_(service),
-      onQuit_(std::move(onQuit)),
-      bus_(openSystemBus()) {
+    : event_(event), simulation_(simulation), service_(service), onQuit_(std::move(onQuit)) {}
+
+Result<void, std::string> ControlService::start() {
+    auto bus = openSystemBus();
+    if (!bus) return Unexpected(std::move(bus).error());
+    bus_ = *std::move(bus);
     static const sd_bus_vtable methods[] = {
         SD_BUS_VTABLE_START(0),
         SD_BUS_METHOD_WITH_NAMES("Control", "s", SD_BUS_PARAM(line), "s", SD_BUS_PARAM(text),
                                  lineArrived, SD_BUS_VTABLE_UNPRIVILEGED),
         SD_BUS_VTABLE_END,
     };
-    check(
+    auto published = attempted(
         ::sd_bus_add_object_vtable(bus_.get(), nullptr, kControlPath, kControlName, methods, this),
         "publishing the control");
-    check(::sd_bus_attach_event(bus_.get(), event, SD_EVENT_PRIORITY_NORMAL), "using the bus");
+    if (!published) return published;
+    auto attached = attempted(::sd_bus_attach_event(bus_.get(), event_, SD_EVENT_PRIORITY_NORMAL),
+                              "using the bus");
+    if (!attached) return attached;
     isReachable_ = ::sd_bus_request_name(bus_.get(), kControlName, 0) >= 0;
+    return {};
 }
 
 ControlService::~ControlService() {
+    if (!bus_) return;
     ::sd_bus_flush(bus_.get());
     ::sd_bus_detach_event(bus_.get());
 }

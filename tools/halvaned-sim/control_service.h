@@ -11,6 +11,7 @@
 #include <systemd/sd-bus.h>
 #include <systemd/sd-event.h>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/bus/pointers_internal.h"
 
 #include "tools/halvaned-sim/control.h"
@@ -22,13 +23,16 @@ class ControlService {
   public:
     using QuitHandler = std::function<void()>;
 
-    // Joins the bus and publishes the service there. Throws BusError if that fails.
     ControlService(sd_event* event, Simulation& simulation, Service& service, QuitHandler onQuit);
     ControlService(const ControlService&) = delete;
     ControlService& operator=(const ControlService&) = delete;
 
     // Leaves the bus after sending everything.
     ~ControlService();
+
+    // Joins the bus and publishes the service there, or returns why that fails. The other functions
+    // require that it has succeeded.
+    Result<void, std::string> start();
 
     // Whether lines can arrive over the bus. The policy of the bus may not allow owning the name.
     bool isReachable() const { return isReachable_; }
@@ -42,10 +46,11 @@ class ControlService {
 
     static int lineArrived(sd_bus_message*, void* control, sd_bus_error*);
 
+    sd_event* const event_;
     Simulation& simulation_;
     Service& service_;
     const QuitHandler onQuit_;
-    const BusPointer bus_;
+    BusPointer bus_;
     bool isReachable_ = false;
 };
 

@@ -4,10 +4,11 @@
 #include <exception>
 #include <iterator>
 #include <new>
-#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "halvane/base/result.h"
 #include "halvane/base/status.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/cli.h"
@@ -21,7 +22,6 @@
 #include "tools/halvaned-sim/state_text.h"
 #include "tools/halvaned-sim/world.h"
 #include "tools/halvaned-sim/world_file.h"
-#include "tools/halvaned-sim/world_file_error.h"
 
 namespace halvane::sim {
 namespace {
@@ -106,18 +106,18 @@ void keepFromLogFile() {
 #undef HALVANE_KEEP_FROM_LOG_FILE
 }
 
-int refuse(const std::string& message) {
+int refuse(const std::string& message, int status = kExitUsage) {
     complain(message);
-    return kExitUsage;
+    return status;
 }
 
-World worldOf(const char* path) {
+Result<World, std::string> worldOf(const char* path) {
     if (path == nullptr) return defaultWorld();
-    try {
-        return worldFromText(stateText(path));
-    } catch (const WorldFileError& error) {
-        throw std::runtime_error(stateName(path) + ": " + error.what());
-    }
+    auto text = stateText(path);
+    if (!text) return Unexpected(std::move(text).error());
+    auto world = worldFromText(*text);
+    if (!world) return Unexpected(stateName(path) + ": " + world.error());
+    return world;
 }
 
 std::vector<std::string> takeCommand() {
@@ -127,7 +127,9 @@ std::vector<std::string> takeCommand() {
 }
 
 int printState() {
-    const auto text = xmlPropertyList(propertyListOf(worldOf(gState)));
+    const auto world = worldOf(gState);
+    if (!world) return refuse(world.error(), EXIT_FAILURE);
+    const auto text = xmlPropertyList(propertyListOf(*world));
     return text && print(*text) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
@@ -143,7 +145,9 @@ int run() {
     if (gPrintsState != 0) {
         return wouldRun ? refuse("--print-state goes with --state alone") : printState();
     }
-    return simulate(worldOf(gState), session);
+    auto world = worldOf(gState);
+    if (!world) return refuse(world.error(), EXIT_FAILURE);
+    return simulate(*std::move(world), session);
 }
 
 int exitStatus() noexcept {

@@ -9,7 +9,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -73,37 +72,46 @@ std::string escapedPath(const std::string& path) {
     return escaped;
 }
 
-[[noreturn]] void refuseFolder(const std::string& parent, const std::string& reason) {
-    throw std::runtime_error("no folder can be made in " + parent + ": " + reason);
+Unexpected<std::string> refuseFolder(const std::string& parent, const std::string& reason) {
+    return Unexpected("no folder can be made in " + parent + ": " + reason);
 }
 
 // The parent of new folders. It is absolute, because it is passed to programs that may have another
 // working directory.
-std::string absoluteParent() {
+Result<std::string, std::string> absoluteParent() {
     const char* const named = std::getenv("TMPDIR");
     const std::string parent = named != nullptr && *named != '\0' ? named : "/tmp";
     std::error_code error;
     const auto absolute = std::filesystem::absolute(parent, error);
-    if (error) refuseFolder(parent, error.message());
+    if (error) return refuseFolder(parent, error.message());
     return absolute.string();
 }
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder() {
-    const std::string parent = absoluteParent();
-    std::string name = parent + "/halvaned-sim-XXXXXX";
-    if (::mkdtemp(name.data()) == nullptr) refuseFolder(parent, std::strerror(errno));
-    path_ = name;
+Result<TemporaryFolder, std::string> TemporaryFolder::make() {
+    auto parent = absoluteParent();
+    if (!parent) return Unexpected(std::move(parent).error());
+    std::string name = *parent + "/halvaned-sim-XXXXXX";
+    if (::mkdtemp(name.data()) == nullptr) return refuseFolder(*parent, std::strerror(errno));
+    return TemporaryFolder(std::move(name));
 }
 
 TemporaryFolder::~TemporaryFolder() {
+    if (path_.empty()) return;
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
 }
 
-PrivateBus::PrivateBus() {
-    start("--config-file=" + writeConfiguration());
+Result<std::unique_ptr<PrivateBus>, std::string> PrivateBus::start() {
+    auto folder = TemporaryFolder::make();
+    if (!folder) return Unexpected(std::move(folder).error());
+    std::unique_ptr<PrivateBus> bus(new PrivateBus(*std::move(folder)));
+    const std::string path = bus->folder_.path() + "/bus.conf";
+    if (!bus->writeConfiguration(path)) return Unexpected(path + " cannot be written");
+    auto running = bus->run("--config-file=" + path);
+    if (!running) return Unexpected(std::move(running).error());
+    return bus;
 }
 
 PrivateBus::~PrivateBus() {
@@ -121,8 +129,7 @@ std::string PrivateBus::listenAddress() const {
 
 // The policy allows everything except replies that nobody expects, as on any bus. The limits are
 // those of a bus with enough memory, because a burst of notifications has to wait for slow readers.
-std::string PrivateBus::writeConfiguration() const {
-    std::string path = folder_.path() + "/bus.conf";
+bool PrivateBus::writeConfiguration(const std::string& path) const {
     std::ofstream file(path);
     file << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
             " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
@@ -140,13 +147,12 @@ std::string PrivateBus::writeConfiguration() const {
             "  <limit name=\"max_outgoing_bytes\">1000000000</limit>\n"
             "  <limit name=\"max_replies_per_connection\">50000</limit>\n"
             "</busconfig>\n";
-    if (!file.flush()) throw std::runtime_error(path + " cannot be written");
-    return path;
+    return file.flush().good();
 }
 
-void PrivateBus::start(const std::string& configuration) {
+Result<void, std::string> PrivateBus::run(const std::string& configuration) {
     std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("there is no pipe left");
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) return Unexpected("there is no pipe left");
     const pid_t parent = ::getpid();
     const std::string errors = folder_.path() + "/errors";
     process_ = ::fork();
@@ -154,10 +160,9 @@ void PrivateBus::start(const std::string& configuration) {
     ::close(ends[1]);
     address_ = process_ > 0 ? readLine(ends[0]) : "";
     ::close(ends[0]);
-    if (address_.empty()) {
-        stop();
-        throw std::runtime_error("dbus-daemon does not start: " + firstLineOf(errors));
-    }
+    if (!address_.empty()) return {};
+    stop();
+    return Unexpected("dbus-daemon does not start: " + firstLineOf(errors));
 }
 
 // The process stays a child until it has been waited for, so no other process can have its number.

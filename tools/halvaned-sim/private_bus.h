@@ -2,31 +2,37 @@
 #ifndef TOOLS_HALVANED_SIM_PRIVATE_BUS_H
 #define TOOLS_HALVANED_SIM_PRIVATE_BUS_H
 
+#include <memory>
 #include <string>
 #include <sys/types.h>
+#include <utility>
+
+#include "halvane/base/result.h"
 
 namespace halvane::sim {
 
 // A new folder for temporary files, in TMPDIR or /tmp. It is removed with its content at the end.
 class TemporaryFolder {
   public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    static Result<TemporaryFolder, std::string> make();
+    TemporaryFolder(TemporaryFolder&& other) noexcept : path_(std::exchange(other.path_, {})) {}
+    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
     ~TemporaryFolder();
 
     // The absolute path.
     const std::string& path() const { return path_; }
 
   private:
-    std::string path_;
+    explicit TemporaryFolder(std::string path) : path_(std::move(path)) {}
+
+    std::string path_;  // empty after a move
 };
 
 class PrivateBus {
   public:
-    // Returns when the bus accepts connections, from this user alone. Throws std::runtime_error if
-    // the bus does not start. The bus ends with this process, whatever ends that.
-    PrivateBus();
+    // Returns when the bus accepts connections, from this user alone, or returns why it does not
+    // start. The bus ends with this process, whatever ends that.
+    static Result<std::unique_ptr<PrivateBus>, std::string> start();
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
 
@@ -37,9 +43,11 @@ class PrivateBus {
     const std::string& address() const { return address_; }
 
   private:
+    explicit PrivateBus(TemporaryFolder folder) : folder_(std::move(folder)) {}
+
     std::string listenAddress() const;
-    std::string writeConfiguration() const;
-    void start(const std::string& configuration);
+    bool writeConfiguration(const std::string& path) const;
+    Result<void, std::string> run(const std::string& configuration);
     void stop();
 
     const TemporaryFolder folder_;

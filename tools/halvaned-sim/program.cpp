@@ -42,13 +42,22 @@ int spawn(std::vector<std::string>& words, const sigset_t& mask, pid_t& process)
 
 }  // namespace
 
-Program::CannotStart::CannotStart(const std::string& name, int error)
-    : runtime_error(name + ": " + std::strerror(error)), status_(error == ENOENT ? 127 : 126) {}
+Program::Program(sd_event* event, EndHandler onEnd) : event_(event), onEnd_(std::move(onEnd)) {}
 
-Program::Program(sd_event* event, std::vector<std::string> words, const sigset_t& mask,
-                 EndHandler onEnd)
-    : event_(event), onEnd_(std::move(onEnd)) {
-    if (const int error = spawn(words, mask, process_)) throw CannotStart(words[0], error);
+Result<std::unique_ptr<Program>, Program::Refusal> Program::start(sd_event* event,
+                                                                  std::vector<std::string> words,
+                                                                  const sigset_t& mask,
+                                                                  EndHandler onEnd) {
+    std::unique_ptr<Program> program(new Program(event, std::move(onEnd)));
+    if (const int error = spawn(words, mask, program->process_)) {
+        return Unexpected(
+            Refusal{words[0] + ": " + std::strerror(error), error == ENOENT ? 127 : 126});
+    }
+    program->watch();
+    return program;
+}
+
+void Program::watch() {
     sd_event_source* source = nullptr;
     check(::sd_event_add_child(event_, &source, process_, WEXITED, ended, this),
           "watching a child");

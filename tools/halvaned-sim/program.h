@@ -4,11 +4,13 @@
 
 #include <csignal>
 #include <functional>
-#include <stdexcept>
+#include <memory>
 #include <string>
 #include <sys/types.h>
 #include <systemd/sd-event.h>
 #include <vector>
+
+#include "halvane/base/result.h"
 
 #include "tools/halvaned-sim/event_loop.h"
 
@@ -19,11 +21,18 @@ class Program {
     // The status that a shell would report: 128 plus the signal number for a killed program.
     using EndHandler = std::function<void(int status)>;
 
+    // Why a program could not be started.
+    struct Refusal {
+        std::string reason;  // names the program
+        int status = 0;      // 127 if there is no such program, 126 if it cannot be run
+    };
+
     // Runs words[0], found through PATH, with the signals of `mask` blocked. `onEnd` is called from
-    // the loop. Throws CannotStart.
+    // the loop.
     // REQUIRES: SIGCHLD is blocked.
-    Program(sd_event* event, std::vector<std::string> words, const sigset_t& mask,
-            EndHandler onEnd);
+    static Result<std::unique_ptr<Program>, Refusal> start(sd_event* event,
+                                                           std::vector<std::string> words,
+                                                           const sigset_t& mask, EndHandler onEnd);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -33,17 +42,11 @@ class Program {
     // Asks the program to end, and kills it if it has not ended after three seconds.
     void terminate();
 
-    class CannotStart : public std::runtime_error {
-      public:
-        // 127 if there is no such program, 126 if it cannot be run.
-        CannotStart(const std::string& name, int error);
-        int status() const { return status_; }
-
-      private:
-        int status_;
-    };
-
   private:
+    Program(sd_event* event, EndHandler onEnd);
+
+    void watch();
+
     static int ended(sd_event_source*, const siginfo_t* info, void* program);
 
     sd_event* const event_;

@@ -26,33 +26,37 @@ struct KeyCheck {
     bool isRequired = false;
 };
 
-void checkRecord(const PropertyListValue& value, std::span<const KeyCheck> keys,
-                 const Place& place) {
+Checked checkRecord(const PropertyListValue& value, std::span<const KeyCheck> keys,
+                    const Place& place) {
     const auto* const record = value.as<PropertyListDictionary>();
-    if (record == nullptr) refuse(place, "is no dictionary");
+    if (record == nullptr) return refuse(place, "is no dictionary");
     for (const auto& [key, held] : *record) {
         const auto known = std::ranges::find(keys, key, &KeyCheck::key);
         const Place at = place.at(key);
-        if (known == keys.end()) refuse(at, "there is no such key");
-        known->check(held, at);
+        if (known == keys.end()) return refuse(at, "there is no such key");
+        if (auto checked = known->check(held, at); !checked) return checked;
     }
     for (const KeyCheck& key : keys) {
         if (key.isRequired && record->find(key.key) == nullptr) {
-            refuse(place.at(key.key), "is missing");
+            return refuse(place.at(key.key), "is missing");
         }
     }
+    return {};
 }
 
 template <const auto& keys>
-void checkKeys(const PropertyListValue& value, const Place& place) {
-    checkRecord(value, keys, place);
+Checked checkKeys(const PropertyListValue& value, const Place& place) {
+    return checkRecord(value, keys, place);
 }
 
 template <RecordCheck check>
-void checkEach(const PropertyListValue& value, const Place& place) {
+Checked checkEach(const PropertyListValue& value, const Place& place) {
     const auto* const array = value.as<PropertyListArray>();
-    if (array == nullptr) refuse(place, "is no array");
-    for (std::size_t i = 0; i < array->size(); ++i) check((*array)[i], place.element(i));
+    if (array == nullptr) return refuse(place, "is no array");
+    for (std::size_t i = 0; i < array->size(); ++i) {
+        if (auto checked = check((*array)[i], place.element(i)); !checked) return checked;
+    }
+    return {};
 }
 
 bool isInteger(const PropertyListValue& value) {
@@ -62,42 +66,48 @@ bool isInteger(const PropertyListValue& value) {
 
 // A value that the record holds as an Integer.
 template <typename Integer>
-void number(const PropertyListValue& value, const Place& place) {
+Checked number(const PropertyListValue& value, const Place& place) {
     using Limits = std::numeric_limits<Integer>;
-    if (!isInteger(value)) refuse(place, "is no integer");
+    if (!isInteger(value)) return refuse(place, "is no integer");
     const auto* const number = value.as<Number>();
-    if (number == nullptr) return;  // 0 or 1
+    if (number == nullptr) return {};  // 0 or 1
     if (*number < Number(Limits::min()) || *number > Number(Limits::max())) {
-        refuse(place, "is not from " + std::to_string(Limits::min()) + " to " +
-                          std::to_string(Limits::max()));
+        return refuse(place, "is not from " + std::to_string(Limits::min()) + " to " +
+                                 std::to_string(Limits::max()));
     }
+    return {};
 }
 
 constexpr RecordCheck signed64 = number<std::int64_t>;
 constexpr RecordCheck unsigned64 = number<std::uint64_t>;
 constexpr RecordCheck unsigned16 = number<std::uint16_t>;
 
-void boolean(const PropertyListValue& value, const Place& place) {
-    if (!isInteger(value)) refuse(place, "is no boolean");
+Checked boolean(const PropertyListValue& value, const Place& place) {
+    if (!isInteger(value)) return refuse(place, "is no boolean");
+    return {};
 }
 
-void text(const PropertyListValue& value, const Place& place) {
-    if (value.as<std::string>() == nullptr) refuse(place, "is no string");
+Checked text(const PropertyListValue& value, const Place& place) {
+    if (value.as<std::string>() == nullptr) return refuse(place, "is no string");
+    return {};
 }
 
-void name(const PropertyListValue& value, const Place& place) {
-    text(value, place);
-    if (value.as<std::string>()->empty()) refuse(place, "is empty");
+Checked name(const PropertyListValue& value, const Place& place) {
+    if (auto checked = text(value, place); !checked) return checked;
+    if (value.as<std::string>()->empty()) return refuse(place, "is empty");
+    return {};
 }
 
-void data(const PropertyListValue& value, const Place& place) {
-    if (value.as<ByteBuffer>() == nullptr) refuse(place, "is no data");
+Checked data(const PropertyListValue& value, const Place& place) {
+    if (value.as<ByteBuffer>() == nullptr) return refuse(place, "is no data");
+    return {};
 }
 
-void address(const PropertyListValue& value, const Place& place) {
-    data(value, place);
+Checked address(const PropertyListValue& value, const Place& place) {
+    if (auto checked = data(value, place); !checked) return checked;
     const std::size_t size = value.as<ByteBuffer>()->size();
-    if (size != 0 && size != MacAddress::kSize) refuse(place, "has not 6 bytes");
+    if (size != 0 && size != MacAddress::kSize) return refuse(place, "has not 6 bytes");
+    return {};
 }
 
 constexpr KeyCheck kDeviceKeys[] = {
@@ -158,20 +168,20 @@ constexpr KeyCheck kConfigKeys[] = {HALVANE_BSS_CONFIG_FIELDS(HALVANE_SIM_GIVEN,
 
 }  // namespace
 
-void checkDevice(const PropertyListValue& value, const Place& place) {
-    checkRecord(value, kDeviceKeys, place);
+Checked checkDevice(const PropertyListValue& value, const Place& place) {
+    return checkRecord(value, kDeviceKeys, place);
 }
 
-void checkInterface(const PropertyListValue& value, const Place& place) {
-    checkRecord(value, kInterfaceKeys, place);
+Checked checkInterface(const PropertyListValue& value, const Place& place) {
+    return checkRecord(value, kInterfaceKeys, place);
 }
 
-void checkConfig(const PropertyListValue& value, const Place& place) {
-    checkRecord(value, kConfigKeys, place);
+Checked checkConfig(const PropertyListValue& value, const Place& place) {
+    return checkRecord(value, kConfigKeys, place);
 }
 
-void checkClient(const PropertyListValue& value, const Place& place) {
-    checkRecord(value, kClientKeys, place);
+Checked checkClient(const PropertyListValue& value, const Place& place) {
+    return checkRecord(value, kClientKeys, place);
 }
 
 }  // namespace halvane::sim

@@ -11,15 +11,15 @@
 
 namespace halvane::sim {
 
-// These throw WorldFileError for a value at `place` that is no such record: it is no dictionary, or
-// it has an unknown key, lacks a key, or has a value of another kind, out of range or without use.
+// These refuse a value at `place` that is no such record: it is no dictionary, or it has an unknown
+// key, lacks a key, or has a value of another kind, out of range or without use.
 // A boolean and an integer may replace each other; a real may replace neither. An address may be
 // empty, which is the same as missing.
-using RecordCheck = void (*)(const PropertyListValue& value, const Place& place);
-void checkDevice(const PropertyListValue& value, const Place& place);
-void checkInterface(const PropertyListValue& value, const Place& place);
-void checkConfig(const PropertyListValue& value, const Place& place);
-void checkClient(const PropertyListValue& value, const Place& place);
+using RecordCheck = Checked (*)(const PropertyListValue& value, const Place& place);
+Checked checkDevice(const PropertyListValue& value, const Place& place);
+Checked checkInterface(const PropertyListValue& value, const Place& place);
+Checked checkConfig(const PropertyListValue& value, const Place& place);
+Checked checkClient(const PropertyListValue& value, const Place& place);
 
 }  // namespace halvane::sim
 

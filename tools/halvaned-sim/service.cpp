@@ -24,9 +24,10 @@ constexpr std::size_t kEventsBetweenFlushes = 1024;
 
 }  // namespace
 
-BusPointer openSystemBus() {
+Result<BusPointer, std::string> openSystemBus() {
     sd_bus* bus = nullptr;
-    check(::sd_bus_open_system(&bus), "joining the bus");
+    const int result = ::sd_bus_open_system(&bus);
+    if (result < 0) return Unexpected(problemOf(result, "joining the bus"));
     return BusPointer(bus);
 }
 
@@ -40,21 +41,27 @@ void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscrib
 }
 
 Service::Service(sd_event* event, Simulation& simulation, Handlers handlers)
-    : event_(event), simulation_(simulation), handlers_(std::move(handlers)) {
-    join();
-    // The name comes last: a program that sees it finds everything ready.
-    if (const std::string refusal = takeName(); !refusal.empty()) throw BusError(refusal);
-}
+    : event_(event), simulation_(simulation), handlers_(std::move(handlers)) {}
 
 Service::~Service() {
     leave();
 }
 
-void Service::join() {
-    bus_ = openSystemBus();
-    publish();
-    watch();
-    check(::sd_bus_attach_event(bus_.get(), event_, SD_EVENT_PRIORITY_NORMAL), "using the bus");
+Result<void, std::string> Service::start() {
+    if (auto joined = join(); !joined) return joined;
+    // The name comes last: a program that sees it finds everything ready.
+    if (std::string refusal = takeName(); !refusal.empty()) return Unexpected(std::move(refusal));
+    return {};
+}
+
+Result<void, std::string> Service::join() {
+    auto bus = openSystemBus();
+    if (!bus) return Unexpected(std::move(bus).error());
+    bus_ = *std::move(bus);
+    if (auto published = publish(); !published) return published;
+    if (auto watched = watch(); !watched) return watched;
+    return attempted(::sd_bus_attach_event(bus_.get(), event_, SD_EVENT_PRIORITY_NORMAL),
+                     "using the bus");
 }
 
 void Service::leave() {
@@ -68,12 +75,10 @@ void Service::leave() {
 // A connection that has taken the name meanwhile keeps it, as after dropName().
 std::string Service::restart() {
     leave();
-    try {
-        join();
-    } catch (const BusError& error) {
+    if (auto joined = join(); !joined) {
         bus_.reset();
         handlers_.onLoss();
-        return error.what();
+        return std::move(joined).error();
     }
     return takeName();
 }
@@ -97,7 +102,7 @@ void Service::restartUnasked() {
     if (bus_ && !refusal.empty()) handlers_.onNameless(refusal);
 }
 
-void Service::publish() {
+Result<void, std::string> Service::publish() {
     static const sd_bus_vtable daemon[] = {
         SD_BUS_VTABLE_START(0),
         SD_BUS_METHOD_WITH_NAMES("Request", "a{sv}", SD_BUS_PARAM(message), "a{sv}",
@@ -105,22 +110,24 @@ void Service::publish() {
         SD_BUS_SIGNAL_WITH_NAMES("Event", "a{sv}", SD_BUS_PARAM(message), 0),
         SD_BUS_VTABLE_END,
     };
-    check(::sd_bus_add_object_vtable(bus_.get(), nullptr, kObjectPath, kDaemonServiceName, daemon,
-                                     this),
-          "publishing the daemon");
+    return attempted(::sd_bus_add_object_vtable(bus_.get(), nullptr, kObjectPath,
+                                                kDaemonServiceName, daemon, this),
+                     "publishing the daemon");
 }
 
-void Service::watch() {
-    check(::sd_bus_add_match(bus_.get(), nullptr,
-                             "type='signal',sender='org.freedesktop.DBus',"
-                             "path='/org/freedesktop/DBus',interface='org.freedesktop.DBus',"
-                             "member='NameOwnerChanged',arg2=''",
-                             nameLeft, this),
-          "watching names");
-    check(::sd_bus_match_signal(bus_.get(), nullptr, "org.freedesktop.DBus.Local",
-                                "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
-                                "Disconnected", disconnected, this),
-          "watching the bus");
+Result<void, std::string> Service::watch() {
+    constexpr const char kNamesLeft[] =
+        "type='signal',sender='org.freedesktop.DBus',"
+        "path='/org/freedesktop/DBus',interface='org.freedesktop.DBus',"
+        "member='NameOwnerChanged',arg2=''";
+    auto watched = attempted(::sd_bus_add_match(bus_.get(), nullptr, kNamesLeft, nameLeft, this),
+                             "watching names");
+    if (!watched) return watched;
+    return attempted(
+        ::sd_bus_match_signal(bus_.get(), nullptr, "org.freedesktop.DBus.Local",
+                              "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
+                              "Disconnected", disconnected, this),
+        "watching the bus");
 }
 
 int Service::requestArrived(sd_bus_message* message, void* userData, sd_bus_error* error) {

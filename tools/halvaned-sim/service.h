@@ -10,6 +10,7 @@
 #include <systemd/sd-event.h>
 #include <vector>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/bus/pointers_internal.h"
 
 #include "tools/halvaned-sim/event_loop.h"
@@ -17,8 +18,8 @@
 
 namespace halvane::sim {
 
-// Connects to the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name. Throws BusError.
-BusPointer openSystemBus();
+// Connects to the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name, or returns why that fails.
+Result<BusPointer, std::string> openSystemBus();
 
 // Sends a notification, real or forged, to one subscriber.
 void sendEvent(sd_bus* bus, const IPCMessage& event, const std::string& subscriber);
@@ -34,13 +35,16 @@ class Service {
         std::function<void(const std::string& reason)> onNameless;
     };
 
-    // Joins the bus, and owns the daemon's name there. Throws BusError if that fails.
     Service(sd_event* event, Simulation& simulation, Handlers handlers);
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
 
     // Leaves the bus after sending everything.
     ~Service();
+
+    // Joins the bus, and owns the daemon's name there, or returns why that fails. The other
+    // functions require that it has succeeded.
+    Result<void, std::string> start();
 
     // Notifies the subscribers of what has happened. When it returns, the bus has all
     // notifications.
@@ -55,10 +59,10 @@ class Service {
     std::string restart();
 
   private:
-    void join();
+    Result<void, std::string> join();
     void leave();
-    void publish();
-    void watch();
+    Result<void, std::string> publish();
+    Result<void, std::string> watch();
     void restartSoon();
     void restartUnasked();
     void send(const std::vector<Notification>& notifications);

@@ -3,12 +3,12 @@
 #include <csignal>
 #include <cstdlib>
 #include <memory>
-#include <stdexcept>
 #include <sys/signalfd.h>
 #include <systemd/sd-bus.h>
 #include <systemd/sd-event.h>
 #include <utility>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/bus/pointers_internal.h"
 
 #include "tools/halvaned-sim/bus_error.h"
@@ -49,6 +49,12 @@ class BlockedSignals {
     sigset_t before_;
 };
 
+// Tells why a run ends, and returns its status.
+int failed(const std::string& reason, int status = EXIT_FAILURE) {
+    complain(reason);
+    return status;
+}
+
 // Members are destroyed in reverse order: the program before the bus that it uses.
 class Session {
   public:
@@ -57,9 +63,11 @@ class Session {
     int run();
 
   private:
+    Result<void, std::string> start();
+    Result<void, std::string> startPrivateBus();
     void watchSignals();
     bool announce() const;
-    void startProgram();
+    int startProgram();
     void stop(int status);
 
     static int signalArrived(sd_event_source*, const signalfd_siginfo* info, void* session);
@@ -77,10 +85,19 @@ class Session {
 };
 
 Session::Session(World world, const SessionOptions& options)
-    : options_(options), simulation_{std::move(world), {}, {}, {}} {
+    : options_(options), simulation_{std::move(world), {}, {}, {}} {}
+
+Result<void, std::string> Session::startPrivateBus() {
+    auto bus = PrivateBus::start();
+    if (!bus) return Unexpected(std::move(bus).error());
+    privateBus_ = *std::move(bus);
+    ::setenv(kAddressVariable, privateBus_->address().c_str(), 1);
+    return {};
+}
+
+Result<void, std::string> Session::start() {
     if (options_.isPrivate) {
-        privateBus_ = std::make_unique<PrivateBus>();
-        ::setenv(kAddressVariable, privateBus_->address().c_str(), 1);
+        if (auto started = startPrivateBus(); !started) return started;
     }
     watchSignals();
     const auto onLoss = [this] {
@@ -92,19 +109,22 @@ Session::Session(World world, const SessionOptions& options)
     };
     service_ =
         std::make_unique<Service>(event_.get(), simulation_, Service::Handlers{onLoss, onNameless});
+    if (auto started = service_->start(); !started) return started;
     control_ = std::make_unique<ControlService>(event_.get(), simulation_, *service_,
                                                 [this] { stop(EXIT_SUCCESS); });
+    return control_->start();
 }
 
 int Session::run() {
+    if (const auto started = start(); !started) return failed(started.error());
     if (!control_->isReachable()) complain("the bus lets nobody control the simulation");
     for (const std::string& line : options_.lines) {
         const ControlResult result = control_->follow(line);
-        if (!result.refusal.empty()) throw std::runtime_error(line + ": " + result.refusal);
+        if (!result.refusal.empty()) return failed(line + ": " + result.refusal);
         if (!print(result.text)) return EXIT_FAILURE;
     }
     if (!options_.command.empty()) {
-        startProgram();
+        if (const int status = startProgram(); status != EXIT_SUCCESS) return status;
     } else if (!announce()) {
         return EXIT_FAILURE;
     }
@@ -130,12 +150,15 @@ bool Session::announce() const {
     return print(text + "ready\n");
 }
 
-// Standard output belongs to the program.
-void Session::startProgram() {
+// Returns the status of the session if the program cannot be started. Standard output belongs to
+// the program.
+int Session::startProgram() {
     complain(kNotice);
-    program_ =
-        std::make_unique<Program>(event_.get(), options_.command, signals_.before(),
+    auto program = Program::start(event_.get(), options_.command, signals_.before(),
                                   [this](int status) { ::sd_event_exit(event_.get(), status); });
+    if (!program) return failed(program.error().reason, program.error().status);
+    program_ = *std::move(program);
+    return EXIT_SUCCESS;
 }
 
 // A status other than 0 is the session's status, whatever the program's status is.
@@ -164,37 +187,35 @@ struct BusErrorOwner {
     ~BusErrorOwner() { ::sd_bus_error_free(&error); }
 };
 
-std::string sendLine(sd_bus* bus, const std::string& line) {
+Result<std::string, std::string> sendLine(sd_bus* bus, const std::string& line) {
     BusErrorOwner owner;
     sd_bus_message* reply = nullptr;
     const int result = ::sd_bus_call_method(bus, kControlName, kControlPath, kControlName,
                                             "Control", &owner.error, &reply, "s", line.c_str());
     const BusMessagePointer replyOwner(reply);
     if (result < 0 && owner.error.message != nullptr) {
-        throw std::runtime_error(line + ": " + owner.error.message);
+        return Unexpected(line + ": " + owner.error.message);
     }
-    check(result, line.c_str());
     const char* text = nullptr;
-    check(::sd_bus_message_read(reply, "s", &text), line.c_str());
+    auto sent = attempted(result, line.c_str());
+    if (sent) sent = attempted(::sd_bus_message_read(reply, "s", &text), line.c_str());
+    if (!sent) return Unexpected(std::move(sent).error());
     return text;
 }
 
 }  // namespace
 
 int simulate(World world, const SessionOptions& options) {
-    Session session(std::move(world), options);
-    try {
-        return session.run();
-    } catch (const Program::CannotStart& error) {
-        complain(error.what());
-        return error.status();
-    }
+    return Session(std::move(world), options).run();
 }
 
 int sendLines(const std::vector<std::string>& lines) {
-    const BusPointer bus = openSystemBus();
+    const auto bus = openSystemBus();
+    if (!bus) return failed(bus.error());
     for (const std::string& line : lines) {
-        if (!print(sendLine(bus.get(), line))) return EXIT_FAILURE;
+        const auto text = sendLine(bus->get(), line);
+        if (!text) return failed(text.error());
+        if (!print(*text)) return EXIT_FAILURE;
     }
     return EXIT_SUCCESS;
 }

@@ -19,7 +19,8 @@ struct SessionOptions {
 // Simulates until SIGTERM, SIGINT, SIGHUP or SIGQUIT arrives, the line "quit" arrives, the bus is
 // gone, or the command has ended. Returns the exit status: that of the command if there is one,
 // else 0, or 1 if the bus was lost. By then everything that it started has ended, and its files are
-// removed. Throws std::exception if it cannot start.
+// removed. If it cannot start, prints a message and returns 1; if the command cannot, the status is
+// that of a shell.
 int simulate(World world, const SessionOptions& options);
 
 // Sends control lines to the simulation on the system bus, and prints its replies. Returns 0; or,

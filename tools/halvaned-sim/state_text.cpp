@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <stdexcept>
 #include <unistd.h>
 
 #include "halvane/platform/os/file_internal.h"
@@ -37,16 +36,16 @@ std::string stateName(const std::string& path) {
     return path == kStandardInput ? "standard input" : path;
 }
 
-std::string stateText(const std::string& path) {
+Result<std::string, std::string> stateText(const std::string& path) {
     const bool isFile = path != kStandardInput;
     const FileDescriptor file(isFile ? ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY) : -1);
     std::string text;
     if ((isFile && !file) || !readAll(isFile ? file.number() : STDIN_FILENO, text)) {
-        throw std::runtime_error(stateName(path) + ": " + std::strerror(errno));
+        return Unexpected(stateName(path) + ": " + std::strerror(errno));
     }
     if (text.size() > kLargestState) {
-        throw std::runtime_error(stateName(path) + ": is longer than " +
-                                 std::to_string(kLargestState) + " bytes");
+        return Unexpected(stateName(path) + ": is longer than " + std::to_string(kLargestState) +
+                          " bytes");
     }
     return text;
 }

@@ -32,29 +32,35 @@ constexpr const char* kConfigs = "Configs";
 constexpr const char* kStations = "Stations";
 constexpr const char* kKeys[] = {kDevices, kInterfaces, kDisabled, kConfigs, kStations};
 
+// The value is not null.
 template <typename Kind>
-const Kind& held(const PropertyListValue& value, const Place& place, const char* kind) {
+Read<const Kind*> held(const PropertyListValue& value, const Place& place, const char* kind) {
     const Kind* const found = value.as<Kind>();
-    if (found == nullptr) refuse(place, std::string("is no ") + kind);
-    return *found;
+    if (found == nullptr) return refuse(place, std::string("is no ") + kind);
+    return found;
 }
 
-const PropertyListArray& arrayIn(const PropertyListValue& value, const Place& place) {
+Read<const PropertyListArray*> arrayIn(const PropertyListValue& value, const Place& place) {
     return held<PropertyListArray>(value, place, "array");
 }
 
-const PropertyListDictionary& dictionaryIn(const PropertyListValue& value, const Place& place) {
+Read<const PropertyListDictionary*> dictionaryIn(const PropertyListValue& value,
+                                                 const Place& place) {
     return held<PropertyListDictionary>(value, place, "dictionary");
 }
 
 // A record can be built from every dictionary that the check accepts, so there is one for each
 // element.
 template <typename Record>
-std::vector<Record> recordsIn(const PropertyListValue& value, const Place& place,
-                              RecordCheck check) {
-    const PropertyListArray& array = arrayIn(value, place);
-    for (std::size_t i = 0; i < array.size(); ++i) check(array[i], place.element(i));
-    return skeleton::recordsOf<Record>(array);
+Read<std::vector<Record>> recordsIn(const PropertyListValue& value, const Place& place,
+                                    RecordCheck check) {
+    auto array = arrayIn(value, place);
+    if (!array) return reasonOf(std::move(array));
+    for (std::size_t i = 0; i < (*array)->size(); ++i) {
+        auto checked = check((**array)[i], place.element(i));
+        if (!checked) return reasonOf(std::move(checked));
+    }
+    return skeleton::recordsOf<Record>(**array);
 }
 
 // The values that a list has seen of a key that identifies its records.
@@ -63,14 +69,15 @@ class Distinct {
   public:
     Distinct(const Place& place, const char* key) : place_(place), key_(key) {}
 
-    void add(const Value& value) {
-        if (!values_.insert(value).second) refuse("another has the same");
+    Checked add(const Value& value) {
+        if (!values_.insert(value).second) return refuse("another has the same");
         ++index_;
+        return {};
     }
 
-    [[noreturn]] void refuse(const std::string& problem) const {
+    Unexpected<std::string> refuse(const std::string& problem) const {
         const Place element = place_.element(index_);
-        sim::refuse(element.at(key_), problem);
+        return sim::refuse(element.at(key_), problem);
     }
 
   private:
@@ -80,10 +87,11 @@ class Distinct {
     std::set<Value> values_;
 };
 
-// Calls `use` with the value of the key if there is one.
+// Returns the result of `use` for the value of the key; success if there is none.
 template <typename Use>
-void withValueOf(const PropertyListDictionary& file, const char* key, Use use) {
-    if (const auto* value = file.find(key)) use(*value);
+Checked withValueOf(const PropertyListDictionary& file, const char* key, Use use) {
+    const auto* value = file.find(key);
+    return value != nullptr ? use(*value) : Checked();
 }
 
 // Reads a world piece by piece; everything else refers to the interfaces, which come first.
@@ -91,97 +99,139 @@ class Reader {
   public:
     explicit Reader(const PropertyListDictionary& file) : file_(file) {}
 
-    World read() {
-        refuseUnknownKeys();
-        readInterfaces();
-        withValueOf(file_, kDevices, [&](const PropertyListValue& value) {
-            devices_ = recordsIn<HalvaneDevice>(value, Place(kDevices), checkDevice);
-        });
-        withValueOf(file_, kDisabled, [&](const PropertyListValue& value) { disable(value); });
-        readLists<HalvaneBSSConfig>(kConfigs, checkConfig,
-                                    [&](std::size_t index) { return &configs_[index]; });
-        readLists<HalvaneClient>(kStations, checkClient,
-                                 [&](std::size_t index) { return &interfaces_[index].stations; });
-        takeConfigs();
-        checkStations();
-        checkSizeOfStations();
+    Read<World> read() {
+        using Step = Checked (Reader::*)();
+        constexpr Step kSteps[] = {
+            &Reader::refuseUnknownKeys, &Reader::readInterfaces, &Reader::readDevices,
+            &Reader::readDisabled,      &Reader::readConfigs,    &Reader::readStations,
+            &Reader::takeConfigs,       &Reader::checkStations,  &Reader::checkSizeOfStations,
+        };
+        for (const Step step : kSteps) {
+            auto checked = (this->*step)();
+            if (!checked) return reasonOf(std::move(checked));
+        }
         return World(std::move(devices_), std::move(interfaces_));
     }
 
   private:
-    void refuseUnknownKeys() const {
+    Checked refuseUnknownKeys() {
         for (const auto& [key, value] : file_) {
             if (std::find(std::begin(kKeys), std::end(kKeys), key) == std::end(kKeys)) {
-                refuse(Place(key), "there is no such key");
+                return refuse(Place(key), "there is no such key");
             }
         }
+        return {};
     }
 
-    void readInterfaces() {
+    Checked readInterfaces() {
         const auto* value = file_.find(kInterfaces);
         const Place interfaces(kInterfaces);
-        if (value == nullptr) refuse(interfaces, "is missing");
+        if (value == nullptr) return refuse(interfaces, "is missing");
+        auto records = recordsIn<HalvaneInterface>(*value, interfaces, checkInterface);
+        if (!records) return reasonOf(std::move(records));
         Distinct<std::string> names(interfaces, "InterfaceName");
-        for (auto& record : recordsIn<HalvaneInterface>(*value, interfaces, checkInterface)) {
-            names.add(*record.ifName());
+        for (auto& record : *records) {
+            if (auto added = names.add(*record.ifName()); !added) return added;
             indexOfName_.emplace(*record.ifName(), interfaces_.size());
             interfaces_.push_back({.record = std::move(record)});
         }
         configs_.resize(interfaces_.size());
+        return {};
     }
 
-    std::size_t indexOf(const std::string& name, const Place& place) const {
+    Checked readDevices() {
+        return withValueOf(file_, kDevices, [&](const PropertyListValue& value) -> Checked {
+            auto devices = recordsIn<HalvaneDevice>(value, Place(kDevices), checkDevice);
+            if (!devices) return reasonOf(std::move(devices));
+            devices_ = *std::move(devices);
+            return {};
+        });
+    }
+
+    Read<std::size_t> indexOf(const std::string& name, const Place& place) const {
         const auto found = indexOfName_.find(name);
-        if (found != indexOfName_.end()) return found->second;
-        refuse(place, "there is no interface " + name);
+        if (found == indexOfName_.end()) return refuse(place, "there is no interface " + name);
+        return found->second;
     }
 
-    void disable(const PropertyListValue& value) {
-        const Place disabled(kDisabled);
-        const PropertyListArray& names = arrayIn(value, disabled);
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            const Place place = disabled.element(i);
-            interfaces_[indexOf(held<std::string>(names[i], place, "string"), place)].isEnabled =
-                false;
-        }
+    Checked readDisabled() {
+        return withValueOf(file_, kDisabled, [&](const PropertyListValue& value) -> Checked {
+            const Place disabled(kDisabled);
+            auto names = arrayIn(value, disabled);
+            if (!names) return reasonOf(std::move(names));
+            for (std::size_t i = 0; i < (*names)->size(); ++i) {
+                auto disabling = disable((**names)[i], disabled.element(i));
+                if (!disabling) return disabling;
+            }
+            return {};
+        });
+    }
+
+    Checked disable(const PropertyListValue& value, const Place& place) {
+        auto name = held<std::string>(value, place, "string");
+        if (!name) return reasonOf(std::move(name));
+        auto index = indexOf(**name, place);
+        if (!index) return reasonOf(std::move(index));
+        interfaces_[*index].isEnabled = false;
+        return {};
+    }
+
+    Checked readConfigs() {
+        return readLists<HalvaneBSSConfig>(kConfigs, checkConfig,
+                                           [&](std::size_t index) { return &configs_[index]; });
+    }
+
+    Checked readStations() {
+        return readLists<HalvaneClient>(kStations, checkClient, [&](std::size_t index) {
+            return &interfaces_[index].stations;
+        });
     }
 
     // `listOf` returns the list for the records of an interface.
     template <typename Record, typename ListOf>
-    void readLists(const char* key, RecordCheck check, ListOf listOf) {
+    Checked readLists(const char* key, RecordCheck check, ListOf listOf) {
         const Place lists(key);
-        withValueOf(file_, key, [&](const PropertyListValue& value) {
-            for (const auto& [name, records] : dictionaryIn(value, lists)) {
-                const std::size_t index = indexOf(name, lists);
-                *listOf(index) = recordsIn<Record>(records, lists.at(name), check);
+        return withValueOf(file_, key, [&](const PropertyListValue& value) -> Checked {
+            auto byName = dictionaryIn(value, lists);
+            if (!byName) return reasonOf(std::move(byName));
+            for (const auto& [name, list] : **byName) {
+                auto index = indexOf(name, lists);
+                if (!index) return reasonOf(std::move(index));
+                auto records = recordsIn<Record>(list, lists.at(name), check);
+                if (!records) return reasonOf(std::move(records));
+                *listOf(*index) = *std::move(records);
             }
+            return {};
         });
     }
 
-    void takeConfigs() {
+    Checked takeConfigs() {
         const Place lists(kConfigs);
         for (std::size_t i = 0; i < interfaces_.size(); ++i) {
             Distinct<ByteBuffer> names(lists.at(interfaces_[i].name()), "SSID");
             for (const HalvaneBSSConfig& config : configs_[i]) {
-                if (!isUsable(config)) names.refuse("has not 1 to 32 bytes");
-                names.add(*config.ssid());
+                if (!isUsable(config)) return names.refuse("has not 1 to 32 bytes");
+                if (auto added = names.add(*config.ssid()); !added) return added;
                 interfaces_[i].configs.put(config);
             }
         }
+        return {};
     }
 
-    void checkStations() const {
+    Checked checkStations() {
         const Place lists(kStations);
         for (const SimulatedInterface& interface : interfaces_) {
             Distinct<ByteBuffer> addresses(lists.at(interface.name()), "MAC");
             for (const HalvaneClient& station : interface.stations) {
-                if (station.mac().size() != MacAddress::kSize) addresses.refuse("has not 6 bytes");
-                addresses.add(station.mac());
+                const bool isWhole = station.mac().size() == MacAddress::kSize;
+                if (!isWhole) return addresses.refuse("has not 6 bytes");
+                if (auto added = addresses.add(station.mac()); !added) return added;
             }
         }
+        return {};
     }
 
-    void checkSizeOfStations() const {
+    Checked checkSizeOfStations() {
         PropertyListArray stations;
         for (const SimulatedInterface& interface : interfaces_) {
             for (PropertyListValue& station : skeleton::skeletonsOf(interface.stations)) {
@@ -190,10 +240,11 @@ class Reader {
         }
         const auto text = xmlPropertyList(std::move(stations));
         if (text && text->size() > kLargestStationsInRange) {
-            refuse(Place(kStations), "they are longer than " +
-                                         std::to_string(kLargestStationsInRange) +
-                                         " bytes as one property list");
+            return refuse(Place(kStations), "they are longer than " +
+                                                std::to_string(kLargestStationsInRange) +
+                                                " bytes as one property list");
         }
+        return {};
     }
 
     const PropertyListDictionary& file_;
@@ -205,19 +256,22 @@ class Reader {
 
 }  // namespace
 
-World worldFromPropertyList(const PropertyListValue& value) {
-    return Reader(dictionaryIn(value, Place("the whole"))).read();
+Read<World> worldFromPropertyList(const PropertyListValue& value) {
+    auto file = dictionaryIn(value, Place("the whole"));
+    if (!file) return reasonOf(std::move(file));
+    return Reader(**file).read();
 }
 
-World worldFromText(std::string_view xml) {
+Read<World> worldFromText(std::string_view xml) {
     const auto value = propertyListFromXml(xml);
     if (!value) {
         const std::string byte = "byte " + std::to_string(value.error().offset);
-        refuse(Place(byte), "is no property list: " + std::string(value.error().reason));
+        return refuse(Place(byte), "is no property list: " + std::string(value.error().reason));
     }
     // XML 1.1 has characters that no reply could hold.
-    if (!xmlPropertyList(*value))
-        refuse(Place("the whole"), "holds characters that XML 1.0 does not have");
+    if (!xmlPropertyList(*value)) {
+        return refuse(Place("the whole"), "holds characters that XML 1.0 does not have");
+    }
     return worldFromPropertyList(*value);
 }
 

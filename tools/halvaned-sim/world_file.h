@@ -19,9 +19,9 @@
 
 namespace halvane::sim {
 
-// Throws WorldFileError for anything else. Misspelt keys are errors too, also in records.
-World worldFromPropertyList(const PropertyListValue& value);
-World worldFromText(std::string_view xml);
+// They refuse anything else. Misspelt keys are errors too, also in records.
+Read<World> worldFromPropertyList(const PropertyListValue& value);
+Read<World> worldFromText(std::string_view xml);
 
 // Returns a dictionary that reads back as an equal world. It does not include BSSs that are up and
 // stations that have joined.

@@ -1,11 +1,13 @@
-// Why a file holds no world.
+// Why a file holds no world, and where in the file.
 #ifndef TOOLS_HALVANED_SIM_WORLD_FILE_ERROR_H
 #define TOOLS_HALVANED_SIM_WORLD_FILE_ERROR_H
 
 #include <cstddef>
-#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "halvane/base/result.h"
 
 namespace halvane::sim {
 
@@ -35,13 +37,22 @@ class Place {
     std::size_t number_ = 0;  // of an element
 };
 
-// what() names the place in the file: "Configs: wlan0: element 2: SSID: has not 1 to 32 bytes".
-class WorldFileError : public std::runtime_error {
-    using runtime_error::runtime_error;
-};
+// What a reader makes of a file, or why it refuses the file. The reason names the place in the
+// file: "Configs: wlan0: element 2: SSID: has not 1 to 32 bytes".
+template <typename Content>
+using Read = Result<Content, std::string>;
 
-[[noreturn]] inline void refuse(const Place& place, const std::string& problem) {
-    throw WorldFileError(place.text() + ": " + problem);
+// The result of a check of the file.
+using Checked = Read<void>;
+
+inline Unexpected<std::string> refuse(const Place& place, const std::string& problem) {
+    return Unexpected(place.text() + ": " + problem);
+}
+
+// Passes the reason of a failed result on.
+template <typename Content>
+Unexpected<std::string> reasonOf(Read<Content>&& failed) {
+    return Unexpected(std::move(failed).error());
 }
 
 }  // namespace halvane::sim
