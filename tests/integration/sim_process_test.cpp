@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
+#include <string>
 #include <sys/wait.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
@@ -339,7 +341,7 @@ TEST_F(SimProgram, SaysWhatIsWrongWithAFile) {
     const auto refused = sim({"--private", "--state", bad});
     EXPECT_EQ(refused.status, 1);
     EXPECT_THAT(refused.errors,
-                StartsWith("halvaned-sim: " + bad + ": byte 3: is no property list: "));
+                StartsWith("halvaned-sim: " + bad + ": byte 3: is not a property list: "));
     EXPECT_EQ(sim({"--private", "--state", bad + "x"}).errors,
               "halvaned-sim: " + bad + "x: No such file or directory\n");
     EXPECT_EQ(sim({"--private", "--state", folder_.path().string()}).errors,
@@ -347,7 +349,7 @@ TEST_F(SimProgram, SaysWhatIsWrongWithAFile) {
     EXPECT_EQ(sim({"--private", "--state", "/dev/zero"}).errors,
               "halvaned-sim: /dev/zero: is longer than 67108864 bytes\n");
     EXPECT_EQ(runProgram({HALVANE_SIM, "--private", "--state", "-"}, "<x>").errors,
-              "halvaned-sim: standard input: byte 3: is no property list: element without an "
+              "halvaned-sim: standard input: byte 3: is not a property list: element without an "
               "end\n");
 }
 
@@ -403,10 +405,12 @@ TEST_F(SimProgram, ExplainsItself) {
     const auto help = sim({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.output, "");
-    EXPECT_THAT(help.errors, HasSubstr("A simulation of the Wi-Fi daemon"));
+    EXPECT_THAT(help.errors, HasSubstr("Simulates the Wi-Fi daemon"));
     EXPECT_THAT(help.errors, HasSubstr("SIGTERM, SIGINT, SIGHUP or SIGQUIT"));
     EXPECT_THAT(help.errors, HasSubstr("128+N"));
     EXPECT_THAT(help.errors, HasSubstr("\nkick IF MAC [REASON] "));
+    std::istringstream lines(help.errors);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
     const auto version = sim({"--version"});
     EXPECT_EQ(version.status, 0);
     EXPECT_THAT(version.output,

@@ -66,16 +66,16 @@ TEST_F(ControlTest, SaysWhatItCannotDo) {
     EXPECT_EQ(refusalOf("join wlan0 02:00"), "'02:00' is not an address of 6 bytes");
     EXPECT_EQ(refusalOf("kick wlan0 x"), "'x' is not an address of 6 bytes");
     EXPECT_EQ(refusalOf("kick wlan0 020000000101 65536"),
-              "'65536' is not a number, or too large a one");
-    EXPECT_EQ(refusalOf("burst wlan0 -1"), "'-1' is not a number, or too large a one");
+              "'65536' is not a number, or is too large");
+    EXPECT_EQ(refusalOf("burst wlan0 -1"), "'-1' is not a number, or is too large");
     EXPECT_EQ(refusalOf("join wlan0 020000000101"), "the interface hosts no BSS");
     EXPECT_EQ(refusalOf("start wlan7"), "there is no such interface");
     EXPECT_EQ(refusalOf("start wlan1"), "the interface's role is not AP");
-    EXPECT_EQ(refusalOf("status enable x"), "'x' is not a number, or too large a one");
-    EXPECT_EQ(refusalOf("status event 1"), "'status' does not go with 'event'");
-    EXPECT_EQ(refusalOf("silent dance"), "'silent' does not go with 'dance'");
-    EXPECT_EQ(refusalOf("garbled enable"), "'garbled' does not go with 'enable'");
-    EXPECT_EQ(refusalOf("normal dance"), "'dance' is no command");
+    EXPECT_EQ(refusalOf("status enable x"), "'x' is not a number, or is too large");
+    EXPECT_EQ(refusalOf("status event 1"), "'status' does not apply to 'event'");
+    EXPECT_EQ(refusalOf("silent dance"), "'silent' does not apply to 'dance'");
+    EXPECT_EQ(refusalOf("garbled enable"), "'garbled' does not apply to 'enable'");
+    EXPECT_EQ(refusalOf("normal dance"), "'dance' is not a command");
     EXPECT_EQ(refusalOf("spoof lost wlan0 020000000101"),
               "'lost' is not authorized, joined, kicked or left");
     EXPECT_EQ(refusalOf("spoof left wlan0 x"), "'x' is not an address of 6 bytes");
@@ -127,7 +127,7 @@ TEST_F(ControlTest, ShowsWhatThereIs) {
 TEST_F(ControlTest, HelpsWithEveryLine) {
     const std::string help = control(simulation_, "help").text;
     EXPECT_EQ(help, controlHelp());
-    EXPECT_THAT(help, HasSubstr("kick IF MAC [REASON]      it is sent away\n"));
+    EXPECT_THAT(help, HasSubstr("kick IF MAC [REASON]      the station is sent away\n"));
     EXPECT_THAT(help, HasSubstr("\nquit                      end the simulation\n"));
 }
 

@@ -75,24 +75,24 @@ TEST(WorldFile, NeedsInterfacesAlone) {
 TEST(WorldFile, SaysWhatIsWrongAndWhere) {
     const auto wlan0 =
         PropertyListValue(defaultWorld().interfaces()[0].record.skeletonRepresentation());
-    EXPECT_EQ(refusalOf("text"), "the whole: is no dictionary");
+    EXPECT_EQ(refusalOf("text"), "the whole: is not a dictionary");
     EXPECT_EQ(refusalOf(fileOf("Clients", 1)), "Clients: there is no such key");
-    EXPECT_EQ(refusalOf(fileOf("Interfaces", 1)), "Interfaces: is no array");
+    EXPECT_EQ(refusalOf(fileOf("Interfaces", 1)), "Interfaces: is not an array");
     EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{wlan0, 1})),
-              "Interfaces: element 2: is no dictionary");
+              "Interfaces: element 2: is not a dictionary");
     EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{PropertyListDictionary()})),
               "Interfaces: element 1: InterfaceName: is missing");
     EXPECT_EQ(refusalOf(fileOf("Interfaces", PropertyListArray{wlan0, wlan0})),
               "Interfaces: element 2: InterfaceName: another has the same");
     EXPECT_EQ(refusalOf(fileOf("Devices", PropertyListArray{"x"})),
-              "Devices: element 1: is no dictionary");
+              "Devices: element 1: is not a dictionary");
     EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{"wlan0", "wlan7"})),
               "Disabled: element 2: there is no interface wlan7");
     EXPECT_EQ(refusalOf(fileOf("Disabled", PropertyListArray{7})),
-              "Disabled: element 1: is no string");
-    EXPECT_EQ(refusalOf(fileOf("Configs", PropertyListArray())), "Configs: is no dictionary");
+              "Disabled: element 1: is not a string");
+    EXPECT_EQ(refusalOf(fileOf("Configs", PropertyListArray())), "Configs: is not a dictionary");
     EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({1}))),
-              "Configs: wlan0: element 1: is no dictionary");
+              "Configs: wlan0: element 1: is not a dictionary");
 }
 
 // The default file with one value of its first interface changed.
@@ -109,36 +109,36 @@ TEST(WorldFile, SaysWhichKeyOfARecordIsWrong) {
               "Interfaces: element 1: InterfaceName: is empty");
     EXPECT_EQ(refusalOf(withInterface("Role", "")), "Interfaces: element 1: Role: is empty");
     EXPECT_EQ(refusalOf(withInterface("Subsystem", one)),
-              "Interfaces: element 1: Subsystem: is no string");
+              "Interfaces: element 1: Subsystem: is not a string");
     EXPECT_EQ(refusalOf(withInterface("MAC", ByteBuffer{2, 0})),
-              "Interfaces: element 1: MAC: has not 6 bytes");
-    EXPECT_EQ(refusalOf(withInterface("MAC", text)), "Interfaces: element 1: MAC: is no data");
+              "Interfaces: element 1: MAC: does not have 6 bytes");
+    EXPECT_EQ(refusalOf(withInterface("MAC", text)), "Interfaces: element 1: MAC: is not data");
     EXPECT_EQ(refusalOf(withInterface("role", "AP")),
               "Interfaces: element 1: role: there is no such key");
     EXPECT_EQ(refusalOf(withInterface("Device", text)),
-              "Interfaces: element 1: Device: is no dictionary");
+              "Interfaces: element 1: Device: is not a dictionary");
     EXPECT_EQ(refusalOf(withInterface("Device", withData("MAC", {2}))),
-              "Interfaces: element 1: Device: MAC: has not 6 bytes");
+              "Interfaces: element 1: Device: MAC: does not have 6 bytes");
     EXPECT_EQ(refusalOf(withInterface("Channels", one)),
-              "Interfaces: element 1: Channels: is no array");
+              "Interfaces: element 1: Channels: is not an array");
     PropertyListDictionary channel;
     channel.set("isDisabled", text);
     EXPECT_EQ(
         refusalOf(withInterface("Channels", PropertyListArray{PropertyListDictionary(), channel})),
-        "Interfaces: element 1: Channels: element 2: isDisabled: is no boolean");
+        "Interfaces: element 1: Channels: element 2: isDisabled: is not a boolean");
 }
 
 TEST(WorldFile, SaysWhichKeyIsWrongInEveryList) {
     auto station = withData("MAC", {2, 0, 0, 0, 0, 1});
     station.set("IEs", PropertyListArray{ByteBuffer{0, 0}, 1});
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({station}))),
-              "Stations: wlan0: element 1: IEs: element 2: is no data");
+              "Stations: wlan0: element 1: IEs: element 2: is not data");
     auto config = withData("SSID", {'x'});
     config.set("channel", "6");
     EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({withData("SSID", {'y'}), config}))),
-              "Configs: wlan0: element 2: channel: is no integer");
+              "Configs: wlan0: element 2: channel: is not an integer");
     EXPECT_EQ(refusalOf(fileOf("Devices", PropertyListArray{withData("Index", {1})})),
-              "Devices: element 1: Index: is no integer");
+              "Devices: element 1: Index: is not an integer");
 }
 
 // Of any other number they would hold another.
@@ -165,7 +165,7 @@ TEST(WorldFile, TakesNumbersThatTheirRecordsHold) {
          {"LastUpdated", "FirstUpdated", "createTime", "joinTime", "leftTime", "deauthReason"}) {
         EXPECT_EQ(problemOf("Stations", key, kLargest), "none");
         EXPECT_EQ(problemOf("Stations", key, -1), beyondUnsigned);
-        EXPECT_EQ(problemOf("Stations", key, 1.0), "is no integer");
+        EXPECT_EQ(problemOf("Stations", key, 1.0), "is not an integer");
     }
     for (const auto& [list, key] : {std::pair("Stations", "Channel"),
                                     {"Stations", "Noise"},
@@ -176,10 +176,10 @@ TEST(WorldFile, TakesNumbersThatTheirRecordsHold) {
         EXPECT_EQ(problemOf(list, key, kMinimum), "none");
         EXPECT_EQ(problemOf(list, key, kMaximum), "none");
         EXPECT_EQ(problemOf(list, key, kLargest), beyondSigned);
-        EXPECT_EQ(problemOf(list, key, 6.0), "is no integer");
+        EXPECT_EQ(problemOf(list, key, 6.0), "is not an integer");
     }
-    EXPECT_EQ(problemOf("Stations", "isAssociated", 0.5), "is no boolean");
-    EXPECT_EQ(problemOf("Configs", "SecurityWPA2", 1.0), "is no boolean");
+    EXPECT_EQ(problemOf("Stations", "isAssociated", 0.5), "is not a boolean");
+    EXPECT_EQ(problemOf("Configs", "SecurityWPA2", 1.0), "is not a boolean");
 }
 
 TEST(WorldFile, TakesNumbersThatChannelsAndDevicesHold) {
@@ -194,7 +194,7 @@ TEST(WorldFile, TakesNumbersThatChannelsAndDevicesHold) {
         EXPECT_EQ(channel(key.c_str(), kLargest),
                   place + key + ": is not from -9223372036854775808 to 9223372036854775807");
     }
-    EXPECT_EQ(channel("isDisabled", 0.5), place + "isDisabled: is no boolean");
+    EXPECT_EQ(channel("isDisabled", 0.5), place + "isDisabled: is not a boolean");
     for (const std::string key : {"Index", "NumberSpatialStreams"}) {
         const auto device = [&](const PropertyListValue& value) {
             PropertyListDictionary skeleton;
@@ -204,7 +204,7 @@ TEST(WorldFile, TakesNumbersThatChannelsAndDevicesHold) {
         EXPECT_EQ(device(kLargest), "none");
         EXPECT_EQ(device(-1),
                   "Devices: element 1: " + key + ": is not from 0 to 18446744073709551615");
-        EXPECT_EQ(device(1.5), "Devices: element 1: " + key + ": is no integer");
+        EXPECT_EQ(device(1.5), "Devices: element 1: " + key + ": is not an integer");
     }
 }
 
@@ -229,15 +229,15 @@ TEST(WorldFile, RefusesRecordsThatCannotBeToldApart) {
     const auto ssid = withData("SSID", {'x'});
     const auto mac = withData("MAC", {2, 0, 0, 0, 0, 1});
     EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({PropertyListDictionary()}))),
-              "Configs: wlan0: element 1: SSID: has not 1 to 32 bytes");
+              "Configs: wlan0: element 1: SSID: does not have 1 to 32 bytes");
     EXPECT_EQ(refusalOf(fileOf("Configs", forWlan0({ssid, ssid}))),
               "Configs: wlan0: element 2: SSID: another has the same");
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({withData("MAC", {1})}))),
-              "Stations: wlan0: element 1: MAC: has not 6 bytes");
+              "Stations: wlan0: element 1: MAC: does not have 6 bytes");
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac, mac}))),
               "Stations: wlan0: element 2: MAC: another has the same");
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({PropertyListDictionary()}))),
-              "Stations: wlan0: element 1: MAC: has not 6 bytes");
+              "Stations: wlan0: element 1: MAC: does not have 6 bytes");
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac}))), "none");
 }
 
@@ -257,11 +257,11 @@ TEST(WorldFile, TakesNoValueOfTheWrongKind) {
     for (const auto& value : testing::valuesOfEveryKind()) {
         for (const char* key : {"Devices", "Interfaces", "Disabled"}) {
             if (value.as<PropertyListArray>() != nullptr) continue;
-            EXPECT_EQ(refusalOf(fileOf(key, value)), std::string(key) + ": is no array");
+            EXPECT_EQ(refusalOf(fileOf(key, value)), std::string(key) + ": is not an array");
         }
         for (const char* key : {"Configs", "Stations"}) {
             if (value.as<PropertyListDictionary>() != nullptr) continue;
-            EXPECT_EQ(refusalOf(fileOf(key, value)), std::string(key) + ": is no dictionary");
+            EXPECT_EQ(refusalOf(fileOf(key, value)), std::string(key) + ": is not a dictionary");
         }
     }
 }
@@ -309,7 +309,7 @@ TEST(WorldFile, CopiesALongNameForNoneOfTheRecordsUnderIt) {
 TEST(WorldFile, NamesTheByteWhereXMLEnds) {
     const auto world = worldFromText("<plist><dict>");
     ASSERT_FALSE(world);
-    EXPECT_THAT(world.error(), ::testing::StartsWith("byte 13: is no property list: "));
+    EXPECT_THAT(world.error(), ::testing::StartsWith("byte 13: is not a property list: "));
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ ControlResult refuseAddress(const std::string& word) {
 }
 
 ControlResult refuseNumber(const std::string& word) {
-    return refuse("'" + word + "' is not a number, or too large a one");
+    return refuse("'" + word + "' is not a number, or is too large");
 }
 
 template <Status (World::*action)(std::string_view)>
@@ -126,7 +126,7 @@ ControlResult misbehave(const Line& line) {
     FaultSetting setting{.fault = *faultFor(line.words[0])};
     const std::string& target = line.words[1];
     if (!fits(setting.fault, target)) {
-        return refuse("'" + line.words[0] + "' does not go with '" + target + "'");
+        return refuse("'" + line.words[0] + "' does not apply to '" + target + "'");
     }
     if (setting.fault == Fault::Status) {
         const auto status = numberOf<std::int64_t>(line.words[2]);
@@ -143,7 +143,7 @@ ControlResult behave(const Line& line) {
     } else if (isCommand(line.words[1]) || line.words[1] == kEventTarget) {
         line.simulation.faults.clear(line.words[1]);
     } else {
-        return refuse("'" + line.words[1] + "' is no command");
+        return refuse("'" + line.words[1] + "' is not a command");
     }
     return done();
 }
@@ -197,24 +197,24 @@ constexpr Rule kRules[] = {
     {"start", "IF", 1, 1, withInterface<&World::startBSS>, "start a BSS; stations in range join"},
     {"stop", "IF", 1, 1, withInterface<&World::stopBSS>, "stop the BSS; its stations leave"},
     {"join", "IF MAC", 2, 2, withStation<&World::join>, "a station joins"},
-    {"authorize", "IF MAC", 2, 2, withStation<&World::authorize>, "it is authorized"},
-    {"leave", "IF MAC", 2, 2, withStation<&World::leave>, "it leaves"},
-    {"kick", "IF MAC [REASON]", 2, 3, kick, "it is sent away"},
+    {"authorize", "IF MAC", 2, 2, withStation<&World::authorize>, "the station is authorized"},
+    {"leave", "IF MAC", 2, 2, withStation<&World::leave>, "the station leaves"},
+    {"kick", "IF MAC [REASON]", 2, 3, kick, "the station is sent away"},
     {"burst", "IF N", 2, 2, burst, "N new stations join"},
-    {"status", "COMMAND N", 2, 2, misbehave, "answer status N, and do nothing"},
-    {"silent", "COMMAND|event", 1, 1, misbehave, "never answer, and do nothing"},
-    {"error", "COMMAND", 1, 1, misbehave, "answer an error of D-Bus, and do nothing"},
-    {"gone", "COMMAND", 1, 1, misbehave, "restart instead of an answer"},
-    {"garbled", "COMMAND", 1, 1, misbehave, "answer a list that cannot be read"},
-    {"missing", "COMMAND|event", 1, 1, misbehave, "leave out what was asked for"},
-    {"mistyped", "COMMAND|event", 1, 1, misbehave, "give values of the wrong types"},
-    {"normal", "[COMMAND|event]", 0, 1, behave, "behave again, in this or in all"},
+    {"status", "COMMAND N", 2, 2, misbehave, "reply with status N, and do nothing"},
+    {"silent", "COMMAND|event", 1, 1, misbehave, "do not reply, and do nothing"},
+    {"error", "COMMAND", 1, 1, misbehave, "reply with a D-Bus error, and do nothing"},
+    {"gone", "COMMAND", 1, 1, misbehave, "restart instead of replying"},
+    {"garbled", "COMMAND", 1, 1, misbehave, "reply with a list that cannot be read"},
+    {"missing", "COMMAND|event", 1, 1, misbehave, "leave the values out of replies or events"},
+    {"mistyped", "COMMAND|event", 1, 1, misbehave, "give the values wrong types"},
+    {"normal", "[COMMAND|event]", 0, 1, behave, "end this fault, or all faults"},
     {"spoof", "EVENT IF MAC", 3, 3, spoof, "send a notification from another connection"},
     {"drop", "", 0, 0, onBus<BusAction::Kind::Drop>, "give up the daemon's name"},
-    {"take", "", 0, 0, onBus<BusAction::Kind::Take>, "own it again"},
+    {"take", "", 0, 0, onBus<BusAction::Kind::Take>, "own the daemon's name again"},
     {"restart", "", 0, 0, onBus<BusAction::Kind::Restart>, "leave the bus and come back"},
     {"quit", "", 0, 0, onBus<BusAction::Kind::Quit>, "end the simulation"},
-    {"show", "", 0, 0, show, "tell about interfaces, subscribers and faults"},
+    {"show", "", 0, 0, show, "print the interfaces, subscribers and faults"},
     {"help", "", 0, 0, help, "list these lines"},
 };
 

@@ -60,7 +60,7 @@ ControlResult ControlService::follow(std::string_view line) {
     if (result.action) result.refusal = perform(*result.action);
     result.action.reset();
     if (result.text.size() > kLargestReply) {
-        result.refusal = "the answer is larger than a bus takes";
+        result.refusal = "the reply is larger than a bus accepts";
     }
     return result;
 }

@@ -43,17 +43,19 @@ Texts gLinesToSend;
 
 std::int32_t help(CLIOption* option, const char* value, int negated) {
     const std::int32_t status = _CLIHelpOption(option, value, negated);
-    std::fprintf(stderr,
-                 "A simulation of the Wi-Fi daemon, to try and test its clients with; no radio is\n"
-                 "touched. It runs until SIGTERM, SIGINT, SIGHUP or SIGQUIT, or for as long as a\n"
-                 "command does:\n\n"
-                 "    halvaned-sim [options]\n"
-                 "    halvaned-sim [options] [--] COMMAND [ARGUMENTS]\n\n"
-                 "It joins the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name, or starts one.\n"
-                 "Exit status: that of the command, 128+N where signal N ended it, 127 where\n"
-                 "there is none, 126 where it cannot be run; else 0, 1 failed, 2 usage.\n\n"
-                 "Control lines:\n\n%s\n",
-                 controlHelp().c_str());
+    std::fprintf(
+        stderr,
+        "Simulates the Wi-Fi daemon, so that its clients can be tried and tested. It uses\n"
+        "no radio. It runs until SIGTERM, SIGINT, SIGHUP or SIGQUIT arrives, or until its\n"
+        "command ends:\n\n"
+        "    halvaned-sim [options]\n"
+        "    halvaned-sim [options] [--] COMMAND [ARGUMENTS]\n\n"
+        "It joins the system bus, which DBUS_SYSTEM_BUS_ADDRESS may name, or starts a bus\n"
+        "of its own. The exit status is that of the command: 128+N if signal N ended it,\n"
+        "127 if it does not exist, 126 if it cannot be run. Without a command it is 0,\n"
+        "1 after a failure, or 2 after wrong usage.\n\n"
+        "Control lines:\n\n%s\n",
+        controlHelp().c_str());
     return status;
 }
 
@@ -74,28 +76,28 @@ CLIOption gOptions[] = {
     {.type = kCLIBoolean,
      .longName = "private",
      .valuePtr = &gIsPrivate,
-     .shortHelp = "start a bus for the simulation alone, and print its address"},
+     .shortHelp = "start a private bus, and print its address"},
     {.type = kCLIString,
      .longName = "state",
      .valuePtr = &gState,
      .argName = "FILE",
-     .shortHelp = "what to simulate, a property list; - is standard input"},
+     .shortHelp = "simulate the world in FILE; \"-\" is standard input"},
     {.type = kCLIBoolean,
      .longName = "print-state",
      .valuePtr = &gPrintsState,
-     .shortHelp = "print what would be simulated, as --state takes it, and exit"},
+     .shortHelp = "print the simulated world for --state, and exit"},
     {.type = kCLIStringArray,
      .longName = "control",
      .valuePtr = &gLines.items,
      .countPtr = &gLines.count,
      .argName = "LINE",
-     .shortHelp = "follow a control line before being ready; may be repeated"},
+     .shortHelp = "carry out a control line at the start; may be repeated"},
     {.type = kCLIStringArray,
      .longName = "send",
      .valuePtr = &gLinesToSend.items,
      .countPtr = &gLinesToSend.count,
      .argName = "LINE",
-     .shortHelp = "send a control line to a running simulation, and exit; may be repeated"},
+     .shortHelp = "send the line to a running simulation; may be repeated"},
     {.type = kCLIEnd},
 };
 
@@ -138,12 +140,12 @@ int run() {
     const bool wouldRun = session.isPrivate || !session.lines.empty() || !session.command.empty();
     if (gLinesToSend.count > 0) {
         if (wouldRun || gState != nullptr || gPrintsState != 0) {
-            return refuse("--send goes with no other option, and with no command");
+            return refuse("--send takes no other option and no command");
         }
         return sendLines(gLinesToSend.strings());
     }
     if (gPrintsState != 0) {
-        return wouldRun ? refuse("--print-state goes with --state alone") : printState();
+        return wouldRun ? refuse("--print-state takes only --state") : printState();
     }
     auto world = worldOf(gState);
     if (!world) return refuse(world.error(), EXIT_FAILURE);

@@ -29,7 +29,7 @@ struct KeyCheck {
 Checked checkRecord(const PropertyListValue& value, std::span<const KeyCheck> keys,
                     const Place& place) {
     const auto* const record = value.as<PropertyListDictionary>();
-    if (record == nullptr) return refuse(place, "is no dictionary");
+    if (record == nullptr) return refuse(place, "is not a dictionary");
     for (const auto& [key, held] : *record) {
         const auto known = std::ranges::find(keys, key, &KeyCheck::key);
         const Place at = place.at(key);
@@ -52,7 +52,7 @@ Checked checkKeys(const PropertyListValue& value, const Place& place) {
 template <RecordCheck check>
 Checked checkEach(const PropertyListValue& value, const Place& place) {
     const auto* const array = value.as<PropertyListArray>();
-    if (array == nullptr) return refuse(place, "is no array");
+    if (array == nullptr) return refuse(place, "is not an array");
     for (std::size_t i = 0; i < array->size(); ++i) {
         if (auto checked = check((*array)[i], place.element(i)); !checked) return checked;
     }
@@ -68,7 +68,7 @@ bool isInteger(const PropertyListValue& value) {
 template <typename Integer>
 Checked number(const PropertyListValue& value, const Place& place) {
     using Limits = std::numeric_limits<Integer>;
-    if (!isInteger(value)) return refuse(place, "is no integer");
+    if (!isInteger(value)) return refuse(place, "is not an integer");
     const auto* const number = value.as<Number>();
     if (number == nullptr) return {};  // 0 or 1
     if (*number < Number(Limits::min()) || *number > Number(Limits::max())) {
@@ -83,12 +83,12 @@ constexpr RecordCheck unsigned64 = number<std::uint64_t>;
 constexpr RecordCheck unsigned16 = number<std::uint16_t>;
 
 Checked boolean(const PropertyListValue& value, const Place& place) {
-    if (!isInteger(value)) return refuse(place, "is no boolean");
+    if (!isInteger(value)) return refuse(place, "is not a boolean");
     return {};
 }
 
 Checked text(const PropertyListValue& value, const Place& place) {
-    if (value.as<std::string>() == nullptr) return refuse(place, "is no string");
+    if (value.as<std::string>() == nullptr) return refuse(place, "is not a string");
     return {};
 }
 
@@ -99,14 +99,14 @@ Checked name(const PropertyListValue& value, const Place& place) {
 }
 
 Checked data(const PropertyListValue& value, const Place& place) {
-    if (value.as<ByteBuffer>() == nullptr) return refuse(place, "is no data");
+    if (value.as<ByteBuffer>() == nullptr) return refuse(place, "is not data");
     return {};
 }
 
 Checked address(const PropertyListValue& value, const Place& place) {
     if (auto checked = data(value, place); !checked) return checked;
     const std::size_t size = value.as<ByteBuffer>()->size();
-    if (size != 0 && size != MacAddress::kSize) return refuse(place, "has not 6 bytes");
+    if (size != 0 && size != MacAddress::kSize) return refuse(place, "does not have 6 bytes");
     return {};
 }
 

@@ -21,7 +21,7 @@ namespace halvane::sim {
     X(NoBSS, 9, "the interface hosts no BSS")                                        \
     X(UnknownStation, 10, "no such station is associated")                           \
     X(TooManyStations, 11, "there would be too many stations")                       \
-    X(TooLarge, 12, "the answer is larger than a bus takes")
+    X(TooLarge, 12, "the reply is larger than a bus accepts")
 
 enum class Status : std::int64_t {
 #define HALVANE_SIM_STATUS(name, value, text) name = (value),

@@ -36,17 +36,17 @@ constexpr const char* kKeys[] = {kDevices, kInterfaces, kDisabled, kConfigs, kSt
 template <typename Kind>
 Read<const Kind*> held(const PropertyListValue& value, const Place& place, const char* kind) {
     const Kind* const found = value.as<Kind>();
-    if (found == nullptr) return refuse(place, std::string("is no ") + kind);
+    if (found == nullptr) return refuse(place, "is not " + std::string(kind));
     return found;
 }
 
 Read<const PropertyListArray*> arrayIn(const PropertyListValue& value, const Place& place) {
-    return held<PropertyListArray>(value, place, "array");
+    return held<PropertyListArray>(value, place, "an array");
 }
 
 Read<const PropertyListDictionary*> dictionaryIn(const PropertyListValue& value,
                                                  const Place& place) {
-    return held<PropertyListDictionary>(value, place, "dictionary");
+    return held<PropertyListDictionary>(value, place, "a dictionary");
 }
 
 // A record can be built from every dictionary that the check accepts, so there is one for each
@@ -168,7 +168,7 @@ class Reader {
     }
 
     Checked disable(const PropertyListValue& value, const Place& place) {
-        auto name = held<std::string>(value, place, "string");
+        auto name = held<std::string>(value, place, "a string");
         if (!name) return reasonOf(std::move(name));
         auto index = indexOf(**name, place);
         if (!index) return reasonOf(std::move(index));
@@ -210,7 +210,7 @@ class Reader {
         for (std::size_t i = 0; i < interfaces_.size(); ++i) {
             Distinct<ByteBuffer> names(lists.at(interfaces_[i].name()), "SSID");
             for (const HalvaneBSSConfig& config : configs_[i]) {
-                if (!isUsable(config)) return names.refuse("has not 1 to 32 bytes");
+                if (!isUsable(config)) return names.refuse("does not have 1 to 32 bytes");
                 if (auto added = names.add(*config.ssid()); !added) return added;
                 interfaces_[i].configs.put(config);
             }
@@ -224,7 +224,7 @@ class Reader {
             Distinct<ByteBuffer> addresses(lists.at(interface.name()), "MAC");
             for (const HalvaneClient& station : interface.stations) {
                 const bool isWhole = station.mac().size() == MacAddress::kSize;
-                if (!isWhole) return addresses.refuse("has not 6 bytes");
+                if (!isWhole) return addresses.refuse("does not have 6 bytes");
                 if (auto added = addresses.add(station.mac()); !added) return added;
             }
         }
@@ -266,7 +266,7 @@ Read<World> worldFromText(std::string_view xml) {
     const auto value = propertyListFromXml(xml);
     if (!value) {
         const std::string byte = "byte " + std::to_string(value.error().offset);
-        return refuse(Place(byte), "is no property list: " + std::string(value.error().reason));
+        return refuse(Place(byte), "is not a property list: " + std::string(value.error().reason));
     }
     // XML 1.1 has characters that no reply could hold.
     if (!xmlPropertyList(*value)) {

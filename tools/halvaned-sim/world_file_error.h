@@ -38,7 +38,7 @@ class Place {
 };
 
 // What a reader makes of a file, or why it refuses the file. The reason names the place in the
-// file: "Configs: wlan0: element 2: SSID: has not 1 to 32 bytes".
+// file: "Configs: wlan0: element 2: SSID: does not have 1 to 32 bytes".
 template <typename Content>
 using Read = Result<Content, std::string>;
 
