@@ -21,7 +21,7 @@ std::vector<std::uint8_t> counting(std::size_t size) {
     return bytes;
 }
 
-// Both sides of the inline capacity, and both ends of what an element holds.
+// Sizes on both sides of the inline capacity, and the least and greatest size of an element.
 constexpr std::array<std::size_t, 8> kSizes = {0, 1, 6, 15, 16, 17, 32, 255};
 
 bool holds(const ByteBuffer& buffer, const std::vector<std::uint8_t>& bytes) {
@@ -111,13 +111,13 @@ TEST(ByteBuffer, IsEmptyWhenMovedFrom) {
         ByteBuffer source(counting(size));
         ByteBuffer constructed(std::move(source));
         EXPECT_TRUE(holds(constructed, counting(size)));
-        EXPECT_TRUE(source.empty());  // NOLINT(bugprone-use-after-move): what is tested
+        EXPECT_TRUE(source.empty());  // NOLINT(bugprone-use-after-move): the test is about it
         EXPECT_TRUE(source.bytes().empty());
 
         ByteBuffer assigned(counting(20));
         assigned = std::move(constructed);
         EXPECT_TRUE(holds(assigned, counting(size)));
-        EXPECT_TRUE(constructed.empty());  // NOLINT(bugprone-use-after-move): what is tested
+        EXPECT_TRUE(constructed.empty());  // NOLINT(bugprone-use-after-move): the test is about it
     }
 }
 

@@ -68,7 +68,7 @@ TEST(ByteCursor, AReadThatDoesNotFitConsumesNothing) {
     }
 }
 
-// Each way to read a byte that is there, and whether it did.
+// Every way to read one byte. Each returns whether it read the byte.
 const std::vector<bool (*)(ByteCursor&)> kOneByteReads = {
     [](ByteCursor& cursor) { return cursor.u8().has_value(); },
     [](ByteCursor& cursor) { return cursor.peek().has_value(); },
@@ -80,7 +80,7 @@ const std::vector<bool (*)(ByteCursor&)> kOneByteReads = {
     [](ByteCursor& cursor) { return cursor.takeBuffer(0).has_value(); },
 };
 
-// Each way to read more than three bytes.
+// Every way to read more than three bytes. Each returns whether it read them.
 const std::vector<bool (*)(ByteCursor&)> kFailingReads = {
     [](ByteCursor& cursor) { return cursor.u32le().has_value(); },
     [](ByteCursor& cursor) { return cursor.u64be().has_value(); },

@@ -19,7 +19,7 @@ TEST(Error, EqualsInDomainAndCode) {
     EXPECT_NE(error, (Error{"org.example", -6705}));
 }
 
-// What programs do with the text of a domain.
+// Programs use the text of a domain in these ways.
 TEST(ErrorDomain, StandsForItsText) {
     const Error constant{ErrorDomain::constant("org.example"), 5};
     const Error own{std::string("org.example"), 5};

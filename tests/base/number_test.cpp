@@ -102,7 +102,7 @@ TEST(Number, IsUnorderedWhenNotANumber) {
     }
 }
 
-// Doubles of any bit pattern, and the ones around each power of two.
+// Doubles of random bit patterns, and those around each power of two.
 std::vector<double> hostileReals() {
     std::vector<double> values = {0.0, -0.0};
     std::mt19937_64 random(20261121);
@@ -139,7 +139,7 @@ TEST(Number, ConvertsAnyRealToItsNearestWholeNumber) {
     }
 }
 
-// Where a long double holds every 64-bit integer, it can judge the comparison.
+// If a long double holds every 64-bit integer, it serves as the judge of the comparison.
 TEST(Number, ComparesAnyRealExactlyWithIntegers) {
     if (std::numeric_limits<long double>::digits < 64) GTEST_SKIP() << "no wider real here";
     std::vector<std::uint64_t> integers = {0, 1, 2, 1ull << 63, (1ull << 63) - 1, kMaxUInt64};

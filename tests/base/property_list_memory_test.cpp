@@ -24,7 +24,7 @@ PropertyListDictionary numbered(int count) {
     return dictionary;
 }
 
-// The entries in their order are those numbers, and each is found.
+// The dictionary holds the numbers from `first` on, in order, and finds each.
 void expectNumbers(const PropertyListDictionary& dictionary, int first, int count) {
     ASSERT_EQ(dictionary.size(), static_cast<std::size_t>(count - first));
     int number = first;
@@ -37,7 +37,7 @@ void expectNumbers(const PropertyListDictionary& dictionary, int first, int coun
     EXPECT_EQ(dictionary.find(key(count)), nullptr);
 }
 
-// Calls `attempt`; whether memory ended in it.
+// Calls `attempt`, and returns whether it ran out of memory.
 template <typename Attempt>
 bool isOutOfMemory(Attempt attempt) {
     try {

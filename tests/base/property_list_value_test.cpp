@@ -59,10 +59,10 @@ TEST(PropertyListValue, TakesANullTextAsNothing) {
     EXPECT_TRUE(dictionary.find("key")->isNull());
 }
 
-// Deeper than any stack: a frame a level would need megabytes.
+// Deeper than any stack: one frame for each level would need megabytes.
 constexpr int kGreatDepth = 100'000;
 
-// Builds a level from the level inside of it.
+// Wraps a value again and again.
 PropertyListValue nested(PropertyListValue (*wrapped)(PropertyListValue inner)) {
     PropertyListValue value = 1;
     for (int level = 0; level < kGreatDepth; ++level) value = wrapped(std::move(value));
@@ -81,7 +81,7 @@ PropertyListValue inDictionary(PropertyListValue inner) {
     return dictionary;
 }
 
-// Other containers stand before and behind the deep one, so that each level has more to do.
+// Other containers stand before and after the deep one, so that each level has more work left.
 PropertyListValue amongOthers(PropertyListValue inner) {
     PropertyListArray array;
     array.push_back(PropertyListArray{PropertyListArray{1}});
@@ -222,7 +222,7 @@ TEST(PropertyListDictionary, EntersAKeyOnce) {
     EXPECT_EQ(*dictionary.find("17"), PropertyListValue(17));
 }
 
-// Across the size where an index takes over, and back.
+// The sizes lie on both sides of the one from which the dictionary has an index.
 TEST(PropertyListDictionary, ErasesAnyEntryAtEverySize) {
     for (int count = 1; count <= 40; ++count) {
         for (int erased = 0; erased < count; ++erased) {
@@ -252,7 +252,7 @@ TEST(PropertyListDictionary, ErasesByItsOwnKey) {
     }
 }
 
-// In a loop, to close up behind each would take the square of the number.
+// If each erasure closed the gap behind it, a loop of erasures would take quadratic time.
 TEST(PropertyListDictionary, LeavesTheOthersWhereTheyAreWhenItErasesAFew) {
     auto dictionary = numbered(1000);
     const auto* const last = dictionary.find("key999");

@@ -98,8 +98,8 @@ TEST(BeaconFrame, TellsWhyAFrameIsSkipped) {
     }
 }
 
-// If the frame ends within the BSSID, the octets there are no Sequence Control field, whatever they
-// hold, and the Protected flag does not refer to a body.
+// If the frame ends within the BSSID, it has no Sequence Control field, and the Protected flag does
+// not refer to a body.
 TEST(BeaconFrame, CallsAFrameShortThatEndsWithinTheBSSID) {
     constexpr std::size_t kBSSIDOffset = 16;
     for (const std::uint8_t flags : Bytes{0x00, 0x40, 0x80, 0xC0}) {

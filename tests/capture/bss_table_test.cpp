@@ -62,7 +62,7 @@ std::string tellingOf(const HalvaneMAC& record) {
            orNone(record.channelWidth()) + record.securityFriendlyName().value_or("none");
 }
 
-// Every sequence of four of these sightings, as the records themselves fold.
+// Every sequence of four of these sightings gives what merging the records gives.
 TEST(BSSTable, FoldsAsRecordsDo) {
     const halvane::ScopedUpTime clock;  // a description states the age in seconds
     std::vector<Sighting> sightings;

@@ -55,7 +55,7 @@ TEST(CapturedFrame, EndsBeforeItsFrameCheckSequence) {
     const Bytes announced = withRadiotap(kFCSAtEnd, frame);
     const Bytes silent = withRadiotap(0, frame);
     EXPECT_EQ(elementsOf(examinePacket(LinkType::Radiotap, announced)), "000161");
-    // Nothing announces it: these octets may be elements.
+    // The header does not announce an FCS, so these octets may be elements.
     EXPECT_EQ(elementsOf(examinePacket(LinkType::Radiotap, silent)), "000161deadbeef");
 }
 

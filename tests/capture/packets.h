@@ -26,14 +26,14 @@ inline Bytes beaconPacket() {
     };
 }
 
-// The frame behind a radiotap header of 10 octets with these flags and a signal of -60 dBm.
+// The frame behind a radiotap header of 10 octets, which holds these flags and a signal of -60 dBm.
 inline Bytes withRadiotap(std::uint8_t flags, const Bytes& frame) {
     Bytes packet = {0x00, 0x00, 0x0A, 0x00, 0x22, 0x00, 0x00, 0x00, flags, 0xC4};
     packet.insert(packet.end(), frame.begin(), frame.end());
     return packet;
 }
 
-// The frame check sequence that a frame ends in.
+// The octets of the frame's check sequence, as they follow the frame.
 inline Bytes fcsOf(const Bytes& frame) {
     const std::uint32_t number = capture::frameCheckSequence(frame);
     Bytes octets;

@@ -96,7 +96,7 @@ const Bytes kRadiotapRelativeSignal = {
     0x00,                    // antenna 0
     0x2B,                    // signal 43 dB over an unstated reference
     0x00, 0x00,              // RX flags: none
-    0x9F, 0x61, 0xC9, 0x5C,  // within the header, but of no field
+    0x9F, 0x61, 0xC9, 0x5C,  // within the header, but part of no field
 };
 
 const Bytes kRadiotapTimer = {
@@ -124,8 +124,8 @@ const Bytes kPPI = {
     0x9C,                                            // noise -100 dBm
 };
 
-// The items' values in order: host time, MAC time, channel, RSSI, (absent) signal quality, signal,
-// (absent) noise, rate, is-transmitted, frame length.
+// The values of the items, in order: host time, MAC time, channel, RSSI, signal quality (absent),
+// signal, noise (absent), rate, is-transmitted, frame length.
 const Bytes kPrism = {
     0x44, 0x00, 0x00, 0x00, 0x90, 0x00, 0x00, 0x00,  // message code, length 144
     0x61, 0x74, 0x68, 0x30, 0x00, 0x00, 0x00, 0x00,  // device name "ath0"
@@ -169,8 +169,8 @@ TEST(RadioHeader, ReadsTheHeadersOfRealCaptures) {
 
 // Radiotap.
 
-// Every field that the table knows, one after the other, then the dBm noise that only a second
-// namespace can hold: it is read right only if every size and alignment before it is right.
+// Holds every field that the table knows, one after the other, and then a dBm noise of a second
+// namespace. The reader finds that noise only if every size and alignment before it is right.
 const Bytes kRadiotapEveryField = {
     0x00, 0x00, 0xA5, 0x00,                          // 0: version 0, pad, length 165
     0xBF, 0xFF, 0xFF, 0xAF,                          // 4: bits 0-5 and 7-27; bits 29 and 31
@@ -197,7 +197,7 @@ const Bytes kRadiotapEveryField = {
     0x11, 0x00,                                      // 130: 0-length PSDU; alignment
     0x11, 0x11, 0x11, 0x11,                          // 132: L-SIG
     0xA1,                                            // 136: noise -95 dBm
-    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  // 137: of no field
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  // 137: part of no field
     0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
     0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
 };
@@ -210,10 +210,10 @@ const Bytes kRadiotapVendor = {
     0x10,                    // 16: flags: FCS at end
     0x00,                    // 17: alignment
     0x02, 0x7E, 0x55, 0x01,  // 18: OUI, sub-namespace
-    0x03, 0x00,              // 22: 3 bytes of the vendor's
+    0x03, 0x00,              // 22: 3 bytes of the vendor
     0x81, 0x82, 0x83,        // 24
     0xCE, 0xA4,              // 27: signal -50 dBm, noise -92 dBm
-    0x00,                    // 29: of no field
+    0x00,                    // 29: part of no field
 };
 
 TEST(RadioHeader, FindsTheFieldsOfRadiotap) {
@@ -295,7 +295,7 @@ TEST(RadioHeader, RefusesMalformedRadiotap) {
 
 // Prism and AVS.
 
-// Swaps each field of a little-endian Prism header, whose sizes the layout gives.
+// Reverses the bytes of each field of a little-endian Prism header. The layout gives the sizes.
 Bytes bigEndianPrism(const Bytes& header) {
     Bytes swapped = header;
     const auto swap = [&](std::size_t offset, std::size_t size) {
@@ -451,7 +451,7 @@ TEST(RadioHeader, RefusesMalformedPPI) {
     }
 }
 
-// Hostile forms of each.
+// Hostile forms of each header.
 
 TEST(RadioHeader, HandlesEveryPrefixAndEveryLength) {
     struct Sample {

@@ -27,7 +27,7 @@ HalvaneDWDSIE decode(const Bytes& bytes) {
     return HalvaneDWDSIE::initWithIE(ByteBuffer(bytes));
 }
 
-// Not supported, workaround, full support, closed network.
+// The flags in the order: not supported, workaround, full support, closed network.
 std::vector<bool> flagsOf(const HalvaneDWDSIE& ie) {
     return {ie.isAMPDUNotSupportedOverDWDS(), ie.isAMPDUWorkaroundOverDWDS(),
             ie.isAMPDUFullSupportOverDWDS(), ie.isClosedNetworkOverDWDS()};

@@ -60,7 +60,7 @@ std::vector<Number> numbers(std::initializer_list<double> values) {
     return {values.begin(), values.end()};
 }
 
-// The stages of the walk, as a subclass calls them.
+// Makes the stages of the walk public, which are for subclasses.
 class Station : public HalvaneMAC {
   public:
     Station() : HalvaneMAC(kAddress) {}
@@ -161,7 +161,7 @@ TEST(MACWalk, KeepsTheTrailingBytesThatFormNoElement) {
 
 TEST(MACWalk, TakesALengthByteOf255AsAOneByteElement) {
     const auto record = recordOf({7, 255, 1, 0x07, 0x00, 0x01, 'a'});
-    // 07 | FF 01 07 would be next: its size is 3, then 00 01 'a'.
+    // The next attempt starts at FF 01 07, which has the size 3. Then comes 00 01 'a'.
     ASSERT_EQ(record.IEs().size(), 3u);
     EXPECT_EQ(record.IEs()[0], ByteBuffer{7});
     EXPECT_EQ(record.IEs()[1], (ByteBuffer{255, 1, 7}));
@@ -216,7 +216,7 @@ TEST(MACWalk, ReplacesWhatEarlierElementsGave) {
     EXPECT_EQ(record.SSID(), ByteBuffer::fromText("second"));
     EXPECT_FALSE(record.rsn() || record.supportedRates() || record.maxPHYRate());
     EXPECT_EQ(record.invalidIEs(), ByteBuffer{9});
-    // No rate, so width and label are those from before.
+    // The element list has no rate, so width and label stay as before.
     EXPECT_EQ(record.channelWidth(), Number(20));
     EXPECT_EQ(record.securityFriendlyName(), "WPA Personal");
     record.setInformationElements(ByteBuffer(ssidElement("third")));
@@ -400,7 +400,7 @@ TEST(MACRates, StaySortedOverManyElements) {
     EXPECT_EQ(record.maxPHYRate(), Number(63.5));
 }
 
-// How many allocations a record of `count` elements of one rate each takes.
+// The number of allocations for a record of `count` elements with one rate each.
 std::size_t allocationsOfRates(std::size_t count) {
     Bytes elements;
     for (std::size_t i = 0; i < count; ++i) {
@@ -413,7 +413,7 @@ std::size_t allocationsOfRates(std::size_t count) {
     return memory.allocations();
 }
 
-// Rates that are merged after each element take memory, and time, for each.
+// A record that merged the rates after each element would allocate for each.
 TEST(MACRates, OfAllElementsArePutInOrderAtOnce) {
     EXPECT_LT(allocationsOfRates(20'000), allocationsOfRates(20) + 20);
 }
@@ -668,7 +668,7 @@ TEST(MACLinkQuality, KeepsTheNewest256Samples) {
     EXPECT_EQ(history.back().timestamp(), Number(256'000'000u));
 }
 
-// A list of elements that grew while they are cut would take twice or three times as much.
+// A list of elements that grows during the walk takes two or three times as much.
 TEST(MACElements, TakeTheirRoomOnce) {
     constexpr std::size_t kElements = 32'000;
     const ByteBuffer elements(std::vector<std::uint8_t>(2 * kElements));
@@ -683,7 +683,7 @@ TEST(MACElements, TakeTheirRoomOnce) {
     EXPECT_LT(most, kElements * sizeof(ByteBuffer) + 4096);
 }
 
-// As the array that it is, whatever the ring behind it does.
+// The history reads as an array, although a ring stores it.
 TEST(MACLinkQuality, GoesThroughItsSamplesFromTheOldestOn) {
     auto record = HalvaneMAC::initWithMAC(kAddress);
     EXPECT_EQ(record.linkQualityHistory().begin(), record.linkQualityHistory().end());
@@ -736,7 +736,7 @@ TEST(MACLinkQuality, AveragesTheSamplesOfTheLast30Seconds) {
     EXPECT_TRUE(record.averageRate()->isReal());
 }
 
-// Bit for bit, whatever rounding the sum takes, and also when samples leave it.
+// Equal in every bit, however the sum is rounded, and also after samples have left.
 TEST(MACLinkQuality, AveragesAsTheSumFromTheNewestToTheOldestDoes) {
     struct Sample {
         std::uint64_t microseconds;
@@ -747,7 +747,7 @@ TEST(MACLinkQuality, AveragesAsTheSumFromTheNewestToTheOldestDoes) {
     auto record = HalvaneMAC::initWithMAC(kAddress);
     std::vector<Sample> samples;
     for (std::uint64_t i = 0; i < 3000; ++i) {
-        // At first more samples than are kept, later fewer, and runs without any that round.
+        // First more samples than the history keeps, later fewer; and some runs without rounding.
         const std::uint64_t pause = i < 1500 ? 1'000 + i : 200'000 + i * 1'000;
         const double rate = i % 700 < 300 ? double(i % 16) / 2 : kUneven[i % kUneven.size()];
         const std::uint64_t now = (samples.empty() ? 0 : samples.back().microseconds) + pause;
@@ -857,7 +857,7 @@ TEST(MACSkeleton, RoundTripsAndDecodesAgain) {
     EXPECT_EQ(back.securityFriendlyName(), "WPA Personal");
     EXPECT_EQ(back.lastUpdated(), record.lastUpdated());
     EXPECT_EQ(back.firstAdded(), record.firstAdded());
-    // The raw buffer is kept, not walked.
+    // The raw buffer is kept, and not parsed again.
     EXPECT_EQ(back.ieBuffer(), record.ieBuffer());
     EXPECT_FALSE(back.invalidIEs());
 }
@@ -906,7 +906,7 @@ TEST(MACSkeleton, ReadsACapabilityFieldOutOfRangeAsTheNearest) {
     EXPECT_EQ(read(1041.9), 1041);
 }
 
-// The record that a skeleton of it leads to.
+// The record that is read back from the record's skeleton.
 HalvaneMAC readBack(const HalvaneMAC& record) {
     return HalvaneMAC::initWithSkeletonRepresentation(record.skeletonRepresentation());
 }
@@ -1045,7 +1045,7 @@ TEST(MACDescription, ShowsEverythingThatIsThere) {
         "ESS                  : YES\n";
     EXPECT_EQ(text.substr(0, head.size()), head);
 
-    // The later lines and blocks, in this order.
+    // The later lines and blocks appear in this order.
     std::size_t position = head.size();
     const std::string blocks[] = {
         "Immediate Block-Ack  : YES\n\nIE Buffer            : \n00 02 61 01 01 04 82 84 8B 96 3D ",

@@ -63,8 +63,9 @@ std::vector<Modulation> unequalModulations() {
     return rows;
 }
 
-// 13 (20 MHz) or 27 (40 MHz) times the sum of bits times coding rate; the short guard interval
-// multiplies by 10/9 and rounds to one decimal. In integers, so that no rounding error hides.
+// 13 (20 MHz) or 27 (40 MHz) times the sum of bits times coding rate. The short guard interval
+// multiplies by 10/9 and rounds to one decimal. The formula uses integers, so that no rounding
+// error stays hidden.
 double rateOf(const Modulation& row, int factor, bool shortGI) {
     const int bits = std::accumulate(row.bitsPerStream.begin(), row.bitsPerStream.end(), 0);
     const int numerator = 10 * factor * bits * row.rateNumerator * (shortGI ? 10 : 1);

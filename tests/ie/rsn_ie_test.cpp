@@ -48,7 +48,7 @@ constexpr Flag kFlags[] = {
     {"isPeerKeyEnabled", &HalvaneRSNIE::isPeerKeyEnabled},
 };
 
-// The names of the flags that are set, so that one comparison also shows that no other is.
+// The names of the flags that are set. One comparison thus also shows that no other flag is set.
 std::set<std::string> flagsOf(const HalvaneRSNIE& ie) {
     std::set<std::string> names;
     for (const auto& [name, isSet] : kFlags) {
@@ -261,7 +261,7 @@ TEST(RSNIE, DecodesEachCapabilityBit) {
     EXPECT_EQ(others.replayCounterPTKSA() + others.replayCounterGTKSA(), 0u);
 }
 
-// Which cut points leave a valid element, and how far the decoding went at each.
+// Lists the cut points that leave a valid element, and what the decoder has read at each.
 TEST(RSNIE, IsValidOnlyWhenCutAtTheEndOfAnOptionalField) {
     const std::set<std::size_t> validSizes = {
         20,  // after the AKM suites: no capabilities

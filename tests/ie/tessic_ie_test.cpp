@@ -29,7 +29,7 @@ HalvaneTessicIE decode(const Bytes& bytes) {
     return HalvaneTessicIE::initWithIE(ByteBuffer(bytes));
 }
 
-// The names of the flags that are set, so that one comparison also shows that no other is.
+// The names of the flags that are set. One comparison thus also shows that no other flag is set.
 using Flags = std::set<std::string>;
 
 Flags flagsOf(const HalvaneTessicIE& ie) {

@@ -46,7 +46,7 @@ TEST(WPSPin, ComputesTheCheckDigitOfAnyNumber) {
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(100000.9)), 7u);
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(123456780)),
               HalvaneWPS::computeChecksum(Number(23456780)));
-    // Negative: of 4294867296, the low 32 bits of the two's complement.
+    // A negative number counts as the low 32 bits of its two's complement: here 4294867296.
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(-100000)), 9u);
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(-1)), 6u);  // of 94967295
     EXPECT_EQ(HalvaneWPS::computeChecksum(Number(INT64_MIN)), 0u);
@@ -73,12 +73,12 @@ TEST(WPSPin, JudgesAnUnsignedNumberAsTheSignedOneOfItsBits) {
     EXPECT_TRUE(HalvaneWPS::validateChecksum(Number(-std::uint64_t{12345670})));
     EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(-std::uint64_t{12345671})));
     EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(UINT64_MAX)));  // -1
-    // A real one is held at INT64_MAX; the bits of this value would be valid.
+    // A real number is limited to INT64_MAX. The bits of this value would be valid.
     EXPECT_TRUE(HalvaneWPS::validateChecksum(Number((std::uint64_t{1} << 63) + 22528)));
     EXPECT_FALSE(HalvaneWPS::validateChecksum(Number(9223372036854775808.0 + 22528)));
 }
 
-// Gives the bytes 251, 2, 13, 24, then 35, 46, 58 and one that nobody reads, while it lives.
+// While it lives, random bytes are 251, 2, 13, 24, then 35, 46, 58 and one that nobody reads.
 class KnownBytes {
   public:
     KnownBytes() {
@@ -111,7 +111,8 @@ TEST(WPSPin, GeneratesFreshValidPINs) {
         pins.insert(pin.int64());
         topDigits.insert(pin.int64() / 10000000);
     }
-    // Seventeen twins among 500 of 10^7 have a chance below 10^-20; so has a missing top digit.
+    // The chance of seventeen twins among 500 of 10^7 is below 10^-20, and so is that of a missing
+    // top digit.
     EXPECT_GT(pins.size(), kCount - 17);
     EXPECT_EQ(topDigits.size(), 10u);
 }

@@ -27,7 +27,7 @@ using halvane::testing::PeakMemory;
 
 namespace {
 
-// What a length row accepts, in bytes, both ends included.
+// The lengths in bytes that a row accepts, both ends included.
 struct Lengths {
     std::size_t shortest, longest;
     bool accept(std::size_t length) const { return length >= shortest && length <= longest; }
@@ -201,13 +201,13 @@ HalvaneWPSTLVs walk(const Bytes& bytes) {
     return HalvaneWPSTLVs::initWithData(halvane::testing::exactHeapCopy(bytes));
 }
 
-// With a stray byte at the end, which keeps what a rejected value did to the flag.
+// Adds a stray byte at the end. The flag then stays as a rejected value has left it.
 HalvaneWPSTLVs walkWithTail(Bytes bytes) {
     bytes.push_back(0x00);
     return walk(bytes);
 }
 
-// Each property that is present prints one line, device types apart.
+// Counts the lines: each property that is present prints one, except device types.
 std::size_t presentProperties(const HalvaneWPSTLVs& tlvs) {
     const auto text = tlvs.description();
     return static_cast<std::size_t>(std::ranges::count(text, '\n'));
@@ -326,7 +326,7 @@ TEST(WPSTLVs, AuthenticationTypeFillsTheFlagsToo) {
 }
 
 TEST(WPSTLVs, MessageTypeWithoutAByteIsAcceptedAndStoresNothing) {
-    // The byte that follows belongs to the next attribute.
+    // The byte after the empty value belongs to the next attribute.
     const auto tlvs = walkWithTail(joined({attribute(0x1022, {}), attribute(0x103C, {0x01})}));
     EXPECT_TRUE(tlvs.isValid());
     EXPECT_FALSE(tlvs.messageType());
@@ -420,7 +420,7 @@ TEST(WPSTLVs, AVendorExtensionReplacesAnArrayThatWasSet) {
     EXPECT_EQ(tlvs.vendorExtensions(), std::vector<ByteBuffer>{ByteBuffer{0x02}});
 }
 
-// A rejected value clears the flag; only an end exactly on the last byte sets it again.
+// A rejected value clears the flag. Only an end exactly at the last byte sets it again.
 TEST(WPSTLVs, ValidityDependsOnRejectionsAndOnTheEnd) {
     const Bytes good = attribute(0x1001, {0x00, 0x06});
     const Bytes rejected = attribute(0x1011, Bytes(33, 'n'));
@@ -500,7 +500,7 @@ TEST(WPSTLVs, SettersClearWithAnAbsentValue) {
     EXPECT_EQ(presentProperties(tlvs), 1u);
 }
 
-// Set backwards, so that the order of the lines is not that of the calls.
+// Calls the setters in reverse order, so that the order of the lines is not that of the calls.
 HalvaneWPSTLVs everyPropertySet() {
     auto tlvs = walk({});
     tlvs.setWepTransmitKey(85);
@@ -760,7 +760,7 @@ TEST(WPSTLVs, ManyDeviceTypesAreKept) {
     EXPECT_EQ(tlvs.deviceTypes()->size(), 5000u);
 }
 
-// A stranger's list may be long, in as few attributes as can be or in one each.
+// A stranger's list of device types may be long. It may be in one attribute or in many.
 TEST(WPSTLVsMemory, IsSixteenTimesTheDeviceTypesAtMost) {
     constexpr std::size_t kSize = 400000;
     for (const std::size_t count : {1u, 2u, 16u}) {

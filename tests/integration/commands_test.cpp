@@ -29,7 +29,7 @@ constexpr const char* kCommands[] = {
     "devices", "interfaces", "channel-list", "configs",   "clients", "add",     "remove", "enable",
     "disable", "role",       "start",        "stop",      "logging", "monitor", "help"};
 
-// Status 2, nothing on standard output, and a message.
+// Expects status 2, no standard output, and a message.
 void expectUsage(const Words& words, const std::string& message) {
     expectMessage(runTool(words), 2, message);
 }
@@ -122,7 +122,7 @@ TEST(PIN, IsCheckedByItsLastDigit) {
     }
     expectMessage(runTool({"pin", "check", "12345671"}), 1,
                   "halvane: pin: 12345671: the check digit would be 0\n");
-    // Read as octal it would be 32774, with 3 for a check digit.
+    // Read as an octal number it would be 32774, whose check digit is 3.
     EXPECT_EQ(runTool({"pin", "check", "00100006"}).errors,
               "halvane: pin: 00100006: the check digit would be 7\n");
 }

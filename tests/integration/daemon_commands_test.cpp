@@ -59,7 +59,7 @@ json jsonFrom(Words words) {
     return json::parse(outputOf(std::move(words)), nullptr, false);
 }
 
-// Nothing on standard output, and one message.
+// Expects no standard output, and one message.
 void expectFailure(Words words, int status, const std::string& message) {
     expectMessage(runTool(std::move(words)), status, message);
 }
@@ -377,7 +377,7 @@ TEST_F(DaemonLogging, TellsWhatTheDaemonMadeOfIt) {
 
 class DaemonMonitor : public DaemonCommands {
   protected:
-    // One that has asked for notifications.
+    // Returns a monitor that has subscribed.
     static std::unique_ptr<RunningProgram> start(Words options = {}) {
         options.insert(options.begin(), "monitor");
         auto monitor = std::make_unique<RunningProgram>(toolWords(std::move(options)));
@@ -466,7 +466,7 @@ TEST_F(DaemonMonitor, WaitsForABusThatIsGone) {
     const auto monitor = start();
     EXPECT_EQ(sim_.stop(SIGTERM), 0);
     std::string line = monitor->errorLine();
-    if (line == kGone) line = monitor->errorLine();  // the daemon went first
+    if (line == kGone) line = monitor->errorLine();  // the daemon left first
     EXPECT_EQ(line, "halvane: monitor: the bus is gone; waiting for it\n");
     EXPECT_EQ(monitor->stop(SIGINT), 0);
 }
@@ -544,7 +544,7 @@ class SilentDaemon {
         if (::sd_bus_request_name(caller_.bus(), kName, 0) < 0) throw std::runtime_error("no name");
     }
 
-    // Returns once a request has come.
+    // Returns after a request has arrived.
     void waitForRequest() {
         for (bool hasCome = false; !hasCome;) {
             sd_bus_message* message = nullptr;
@@ -597,7 +597,7 @@ TEST(NoDaemon, IsHelpedByASimulatedOne) {
 
 // --- Usage ---
 
-// The tool sends no request: there is no bus, which would be a failure of another kind.
+// The tool must not send a request: there is no bus, so a request would fail in another way.
 class DaemonUsage : public ::testing::Test {
   protected:
     const ScopedEnvironment address_{"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/dev/null/none"};

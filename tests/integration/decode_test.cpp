@@ -56,7 +56,7 @@ json recordOf(const json& records, const std::string& lastOctet) {
     return json::object();
 }
 
-// "halvane: NAME: ..." on standard error.
+// Expects "halvane: NAME: ..." on standard error.
 void expectComplaint(const ProgramResult& result, const std::string& name,
                      const std::string& what) {
     EXPECT_EQ(result.status, 1) << name;
@@ -139,7 +139,7 @@ TEST(Decode, EscapesAnSSIDThatIsNotText) {
     }
     const auto printed = records[2]["SSID"].get<std::string>();
     EXPECT_NE(printed.find("\\x"), std::string::npos) << printed;
-    // The tool accepts what it has printed.
+    // The tool accepts the SSID in the form that it prints.
     const auto again =
         linesOf(decode({"--format=jsonl", "--ssid=" + printed, sample("elements.pcap")}).output);
     ASSERT_EQ(again.size(), 1u);
@@ -181,8 +181,8 @@ TEST(Decode, ShowsSetupAttributesUnderTheirNames) {
     EXPECT_TRUE(hasDevices);
 }
 
-// Every key and value of every sample, held as files: what programs read stays as it is. To change
-// it on purpose, write the tool's output there.
+// The output for every sample, with every key and value, is kept in files, so that it stays as
+// programs read it. To change it on purpose, write the tool's output there.
 TEST(Decode, PrintsTheSamplesAsEverBefore) {
     for (const char* name : {"neighbourhood.pcap", "elements.pcap", "security.pcap", "setup.pcap",
                              "country.pcapng", "damaged.pcap"}) {
@@ -200,7 +200,7 @@ TEST(Decode, HeadsTheTextOfAFrameWithWhereItComesFrom) {
 }
 
 #if !HALVANE_IS_SANITIZED
-// Sanitizers hold freed memory back, so they cannot show this.
+// A sanitizer holds freed memory back, so this cannot be measured under one.
 TEST(Decode, NeedsNoMoreMemoryForALongerFile) {
     const TemporaryFolder folder;
     const auto whole = contentsOf(sample("neighbourhood.pcap"));
@@ -302,7 +302,7 @@ TEST(DecodeFailure, PrintsEverythingBeforeTheDamage) {
     EXPECT_EQ(all.substr(0, result.output.size()), result.output);
     EXPECT_NE(result.errors.find("frames read: 11"), std::string::npos) << result.errors;
 
-    // The other files are decoded all the same.
+    // The tool still decodes the other files.
     const auto both = decode({"--format=json", path, sample("security.pcap")});
     EXPECT_EQ(both.status, 1);
     EXPECT_EQ(json::parse(both.output).size(), 9u);  // eight, and one that only the second has

@@ -106,7 +106,7 @@ TEST(PSK, ReadsNoFurtherThanALineMayBe) {
     expectMessage(result, 1, "halvane: psk: the passphrase is longer than 63 characters\n");
 }
 
-// Both ends of a pipe that does not wait; the program reads before anything is there.
+// Both ends of the pipe are non-blocking, and the program reads before there is any input.
 TEST(PSK, WaitsForAnInputThatDoesNotWaitByItself) {
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
@@ -260,7 +260,7 @@ TEST(PassphrasePrompt, LeavesASignalThatWasBlockedToWhoBlockedIt) {
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     program.waitFor("Passphrase: ");
-    // The terminal throws away with the signal what was typed before it.
+    // With the signal, the terminal discards what was typed before it.
     program.type("wrong\x03password\n");
     EXPECT_EQ(program.waitFor(kIEEEKey), "\r\n");
     EXPECT_EQ(WEXITSTATUS(program.wait()), 0);
@@ -271,7 +271,7 @@ TEST(PassphrasePrompt, IsRepeatedAfterAStop) {
     TerminalProgram program({HALVANE_TOOL, "psk", "IEEE"});
     program.waitFor("Passphrase: ");
     ASSERT_EQ(::kill(program.process(), SIGTSTP), 0);
-    // The system does not stop a process group that nobody could continue: the prompt comes at
+    // The system does not stop a process group that nobody could continue, so the prompt comes at
     // once.
     EXPECT_EQ(program.waitFor("Passphrase: "), "");
     program.type("password\n");
@@ -279,8 +279,8 @@ TEST(PassphrasePrompt, IsRepeatedAfterAStop) {
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
 }
 
-// A shell with job control, like an interactive one. The job prints its number, is stopped, and
-// continues after a line is typed.
+// A shell with job control, like an interactive one. The job prints its process number and is
+// stopped. It continues after a line is typed.
 TerminalProgram stoppableJob() {
     return TerminalProgram({"/bin/sh", "-c",
                             "set -m\n"

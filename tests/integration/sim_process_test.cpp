@@ -47,7 +47,7 @@ ProgramResult sim(Words words) {
     return runProgram(std::move(words));
 }
 
-// Programs that run meanwhile have their temporary files in a folder of the test.
+// The programs that a test runs keep their temporary files in a folder of the test.
 class SimProgram : public ::testing::Test {
   protected:
     const TemporaryFolder folder_;
@@ -56,11 +56,11 @@ class SimProgram : public ::testing::Test {
     bool isFolderEmpty() const { return std::filesystem::is_empty(folder_.path()); }
 };
 
-// Of names of folders that leave room for a socket's, which is longer by
+// The longest folder name that leaves room for the name of a socket, which adds
 // "/halvaned-sim-XXXXXX/bus".
 constexpr std::size_t kLongestFolder = 99 - 24;
 
-// How the address of a bus begins that has TMPDIR in its environment.
+// The start of a bus's address if TMPDIR is `folder`.
 std::string startOfAddress(const std::filesystem::path& folder) {
     const std::string name = folder.string();
     return name.size() <= kLongestFolder ? "unix:path=" + name + "/halvaned-sim-"
@@ -90,7 +90,7 @@ TEST_F(SimProgram, LeavesNothingBehindWhenItIsStopped) {
     }
 }
 
-// The keyboard's signals reach the command, which is left to decide.
+// Signals of the keyboard reach the command, which decides what to do.
 TEST_F(SimProgram, LeavesTheKeyboardToItsCommand) {
     HALVANE_SKIP_WITHOUT_TERMINALS();
     for (const char* key : {"\x03", "\x1C"}) {
@@ -144,11 +144,11 @@ TEST_F(SimProgram, NamesTheFolderThatHoldsNoTemporaryFiles) {
                                      ": No such file or directory\n");
 }
 
-// One that leaves no room for a socket's name has a bus, too.
+// A bus also starts in a folder whose name leaves no room for the name of a socket.
 TEST_F(SimProgram, TakesFoldersOfAnyLength) {
     const std::string start = folder_.path().string() + '/';
     for (const std::size_t size : {kLongestFolder, kLongestFolder + 1, std::size_t{250}}) {
-        if (size <= start.size() || size - start.size() > 255) continue;  // it cannot be made here
+        if (size <= start.size() || size - start.size() > 255) continue;  // cannot be made here
         const std::string folder = start + std::string(size - start.size(), 'x');
         std::filesystem::create_directory(folder);
         const ScopedEnvironment temporary("TMPDIR", folder);
@@ -175,7 +175,7 @@ TEST_F(SimProgram, RunsACommandOnItsBus) {
 TEST_F(SimProgram, EndsAsItsCommandDoes) {
     EXPECT_EQ(sim({"--private", "--", "sh", "-c", "exit 7"}).status, 7);
     EXPECT_EQ(sim({"--private", "sh", "-c", "kill -KILL $$"}).status, 128 + SIGKILL);
-    // Looked for where everybody may look.
+    // Every user may look in these folders.
     const ScopedEnvironment path("PATH", "/usr/bin:/bin");
     const auto missing = sim({"--private", "--", "halvane-is-no-such-program"});
     EXPECT_EQ(missing.status, 127);
@@ -192,7 +192,7 @@ TEST_F(SimProgram, LeavesTheCommandsSignalsAsTheyWere) {
 }
 
 TEST_F(SimProgram, EndsItsCommandWhenItIsStopped) {
-    // The pipe is open for as long as the command and the simulation run.
+    // The pipe stays open while the command or the simulation runs.
     SimProcess process({"--private", "--", "sh", "-c",
                         "echo $DBUS_SYSTEM_BUS_ADDRESS; echo ready; exec tail -f /dev/null"});
     ASSERT_EQ(process.lines().size(), 2u);
@@ -280,7 +280,7 @@ TEST_F(SimProgram, IsTheOnlyDaemonOfABus) {
 }
 
 TEST_F(SimProgram, FailsWhereThereIsNoBus) {
-    // No path below the temporary folder, which may be too long for a socket's name.
+    // The path is not below the temporary folder, which may be too long for a socket's name.
     const ScopedEnvironment address("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/proc/none");
     for (const Words& words : {Words{}, Words{"--send", "show"}}) {
         const auto result = sim(words);
@@ -292,7 +292,7 @@ TEST_F(SimProgram, FailsWhereThereIsNoBus) {
               "halvaned-sim: dbus-daemon does not start: is it installed?\n");
 }
 
-// A connection that waits for the name owns it as soon as the daemon has left.
+// A connection that waits for the name gets it as soon as the daemon leaves.
 TEST_F(SimProgram, SaysThatItCameBackWithoutItsName) {
     const PrivateBus bus;
     RunningProgram process({HALVANE_SIM, "--control", "gone clientList"});
@@ -362,7 +362,7 @@ TEST_F(SimProgram, ReadsAFileFromPipesAndStandardInput) {
     EXPECT_TRUE(outputOf(R"("$0" --print-state --state - <"$1")") == text);
     EXPECT_TRUE(outputOf(R"(cat "$1" | "$0" --print-state --state -)") == text);
     EXPECT_TRUE(outputOf(R"(cat "$1" | "$0" --print-state --state /dev/stdin)") == text);
-    // Each end of one that has a name waits for the other.
+    // A named pipe opens only when both ends are there.
     EXPECT_TRUE(outputOf(R"(mkfifo "$1".pipe; cat "$1" >"$1".pipe &
                             "$0" --print-state --state "$1".pipe)") == text);
 }

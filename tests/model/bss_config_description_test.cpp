@@ -80,7 +80,7 @@ TEST(BSSConfigDescription, HasEveryLineInItsOrder) {
               "WPS PIN               : 12345670\n");
 }
 
-// Turns each flag alone on and looks at its line, so that no two are mixed up.
+// Turns on one flag at a time and looks at its line, so that a mixed-up pair shows.
 TEST(BSSConfigDescription, NamesEachFlagAlone) {
     struct Row {
         void (HalvaneBSSConfig::*allow)(bool);

@@ -65,14 +65,15 @@ const std::vector<Group> kGroups = {
      {{"PIN", &HalvaneBSSConfig::allowPIN}, {"PushButton", &HalvaneBSSConfig::allowPushbutton}}},
 };
 
-// The group's flags, the first word's first.
+// The flags of the group, in the order of its words.
 std::vector<bool> flagsOf(const HalvaneBSSConfig& configuration, const Group& group) {
     std::vector<bool> flags;
     for (const Word& word : group.words) flags.push_back((configuration.*word.flag)());
     return flags;
 }
 
-// The text of the words whose bits are set, and the flags that it makes.
+// Returns the text that lists the words whose bits are set, and the flags that this text should
+// set.
 std::pair<std::string, std::vector<bool>> listing(const Group& group, unsigned bits) {
     std::pair<std::string, std::vector<bool>> result;
     for (std::size_t i = 0; i < group.words.size(); ++i) {

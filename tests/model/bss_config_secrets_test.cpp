@@ -18,7 +18,7 @@ using halvane::testing::FreedMemoryWatch;
 
 namespace {
 
-// One that a buffer holds inside, and one that it does not.
+// One secret that fits inside of a buffer, and one that does not.
 constexpr std::string_view kShort = "sekret1234";
 constexpr std::string_view kShortHex = "73656b72657431323334";
 constexpr std::string_view kLong = "a secret of more than forty characters";
@@ -31,7 +31,7 @@ struct Row {
 };
 constexpr Row kRows[] = {{kShort, kShortHex}, {kLong, kLongHex}};
 
-// A buffer of the characters themselves, which are no block of operator new.
+// A buffer that refers to the characters themselves, which are not from operator new.
 ByteBuffer inPlace(std::string_view text) {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     return ByteBuffer::sharing({bytes, [](const std::uint8_t*) {}}, text.size());
@@ -135,7 +135,7 @@ constexpr std::array<char, 32> kIEEEKey = {
     '\x70', '\xe2', '\x3a', '\xed', '\x76', '\x2e', '\x97', '\x10', '\xa1', '\x2e'};
 constexpr std::string_view kKey(kIEEEKey.data(), kIEEEKey.size());
 
-// A part of either block that the key is made of.
+// A part of each of the two blocks that make up the key.
 constexpr std::string_view kKeyParts[] = {kKey.substr(0, 8), kKey.substr(20, 8)};
 
 TEST(BSSConfigSecrets, OfTheKeyGoWithIt) {

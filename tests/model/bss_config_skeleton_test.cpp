@@ -161,7 +161,7 @@ TEST(BSSConfigSkeleton, KeepsWhatIsPresentAndEmpty) {
     EXPECT_EQ(fromSkeleton(skeleton), configuration);
 }
 
-// Of nothing, not of the values of init().
+// A missing key gives an empty value, not the default of init().
 TEST(BSSConfigSkeleton, ReadsAMissingKeyAsNothing) {
     const auto bare = fromSkeleton({});
     EXPECT_NE(bare, HalvaneBSSConfig::init());
@@ -251,7 +251,8 @@ TEST(BSSConfigSkeleton, CarriesNumbersAtTheirLimits) {
     }
 }
 
-// Every control character but NUL, which no XML carries; quotes, markup and astral characters.
+// Covers every control character that XML can carry (so not NUL), quotes, markup and astral
+// characters.
 TEST(BSSConfigSkeleton, CarriesEveryTextOfXmlAndEveryOctet) {
     auto configuration = HalvaneBSSConfig::init();
     configuration.setWpsDeviceName("\x7F\xC2\x80\xC2\x85\xC2\x9F");

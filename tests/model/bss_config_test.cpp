@@ -67,7 +67,7 @@ TEST(BSSConfig, StartsAsAnOpenNetworkOfAllPHYModes) {
     EXPECT_EQ(configuration.wifiSecurity(), 1u);
 }
 
-// Sets each field by its setter to a value that it does not have at first, and looks at it.
+// Sets each field to a value that differs from its default, and reads it.
 TEST(BSSConfig, KeepsWhatItsPropertiesAreSetTo) {
     auto configuration = HalvaneBSSConfig::init();
 #define IGNORE(...)
@@ -123,7 +123,8 @@ const TextField kPassphrase = {&HalvaneBSSConfig::setWirelessPassphrase_error,
                                &HalvaneBSSConfig::setWirelessPassphraseFromHexString_error,
                                &HalvaneBSSConfig::passphrase, 63};
 
-// A record whose field is "before", on which `set` succeeds and clears the error; the field after.
+// Sets the field of a record to "before" and then calls `set`, which must succeed and clear the
+// error. Returns the field.
 std::optional<ByteBuffer> fieldSet(const TextField& field, Setter set, std::string_view value) {
     auto configuration = HalvaneBSSConfig::init();
     EXPECT_TRUE((configuration.*field.set)("before", nullptr));
@@ -136,7 +137,7 @@ std::optional<ByteBuffer> fieldSet(const TextField& field, Setter set, std::stri
     return (configuration.*field.get)();
 }
 
-// Likewise, on which it fails with that code.
+// The same for a `set` that must fail with that code.
 std::optional<ByteBuffer> fieldLeft(const TextField& field, Setter set, std::string_view value,
                                     HalvaneStatus code) {
     auto configuration = HalvaneBSSConfig::init();
@@ -221,7 +222,7 @@ TEST(BSSConfigHex, LimitsAnSSIDTo32BytesAndAPassphraseToNothing) {
 
 // --- From the old value ---
 
-// Of sizes that a buffer holds inside and outside of itself.
+// The sizes fit inside of a buffer, and do not.
 TEST(BSSConfigText, MayBeOfTheOldValueItself) {
     const auto viewOf = [](const std::optional<ByteBuffer>& octets) {
         return std::string_view(reinterpret_cast<const char*>(octets->bytes().data()),
@@ -253,7 +254,7 @@ TEST(BSSConfig, AcceptsNoCountry) {
     EXPECT_EQ(configuration, HalvaneBSSConfig::init());
 }
 
-// Every combination of the flags that count, against the order in which they are asked.
+// Compares every combination of the flags that count with the order in which they are examined.
 TEST(BSSConfig, TellsItsKindOfSecurity) {
     for (unsigned flags = 0; flags < 64; ++flags) {
         const auto has = [flags](unsigned bit) { return (flags >> bit & 1) != 0; };

@@ -57,7 +57,7 @@ HalvaneClient read(const PropertyListDictionary& skeleton) {
     return HalvaneClient::initWithSkeletonRepresentation(skeleton);
 }
 
-// The view of a caller that knows only stations in the air.
+// The caller knows only the base class.
 TEST(Client, GivesItsWholeRecordThroughItsBase) {
     const auto client = wholeClient();
     const HalvaneMAC& record = client;
@@ -72,7 +72,7 @@ TEST(Client, GivesItsWholeRecordThroughAPointerThatOwnsIt) {
     EXPECT_EQ(record->description(), wholeClient().description());
 }
 
-// A copy into a HalvaneMAC holds what a HalvaneMAC holds.
+// A HalvaneMAC copied from a client holds only the part of HalvaneMAC.
 TEST(Client, LeavesItsOwnFieldsBehindWhereItIsCopiedIntoARecord) {
     const auto client = wholeClient();
     const HalvaneMAC record = client;
@@ -91,7 +91,7 @@ TEST(Client, KeepsItsOwnFieldsWhereARecordIsAssignedToItsBase) {
     EXPECT_TRUE(record.description().starts_with("isAssociated         : YES\n"));
 }
 
-// A reply may hold a record in every few bytes of text.
+// The size matters because every few bytes of a reply may make a record.
 TEST(Client, IsAsSmallAsItsBoxes) {
     EXPECT_LE(sizeof(HalvaneMAC), 2 * sizeof(void*));
     EXPECT_LE(sizeof(HalvaneClient), 3 * sizeof(void*));

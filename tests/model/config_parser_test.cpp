@@ -19,12 +19,12 @@ namespace {
 using Words = std::vector<std::string>;
 using Bytes = ByteBuffer;
 
-// What an out-parameter holds before a call.
+// The value of an out-parameter before a call.
 const Error kEarlier = {"earlier", 1};
 
 constexpr std::string_view kAuthentication[] = {"Open", "SharedKey", "LEAP"};
 
-// The words; if there are none, the error code as a word.
+// Returns the words, or the error code as a word if there are none.
 Words wordsOf(std::string_view text) {
     std::optional<Error> error = kEarlier;
     const auto words = convertParamStringToArray_error(text, kAuthentication, &error);
@@ -84,8 +84,8 @@ TEST(ConfigParserWords, AreNotReadPastTheText) {
     EXPECT_EQ(wordsOf(text.text()), (Words{"Open", "LEAP"}));
 }
 
-// The conversion of one text that gives the same with and without a place for its error, which is
-// left alone after a success.
+// Converts a text with and without an out-parameter, and expects the same value. Success leaves the
+// out-parameter unchanged.
 template <auto convert>
 void expectValue(std::string_view text,
                  const typename decltype(convert({}, nullptr))::value_type& value) {

@@ -68,7 +68,8 @@ TEST(PassphraseHash, GivesTheKeysOfTheStandard) {
               "f42c6fc52df0ebef9ebb4b90b38a5f902e83fe1b135a70e23aed762e9710a12e");
     EXPECT_EQ(keyOf(text("ThisIsAPassword"), text("ThisIsASSID"))->hex(),
               "0dc0d6eb90555ed6419756b9a15ec3e3209b63df707dd508d14581f8982721af");
-    // Its third passphrase has 32 bytes, of which no key is made; its blocks are.
+    // The clause's third passphrase has 32 bytes. The library makes no key of that length, but it
+    // makes the blocks.
     EXPECT_EQ(derived(std::string(32, 'a'), std::string(32, 'Z'), 4096, 32),
               "becb93866bb8c3832cb777c2f559807c8c59afcb6eae734885001300a981cc62");
 }
@@ -120,7 +121,7 @@ TEST(PassphraseBlock, TakesPassphraseAndSSIDOfAnyLength) {
     }
 }
 
-// Pairs of every length that is allowed, over all printable characters and all octets.
+// Pairs of every allowed length, made of all printable characters and all octets.
 TEST(PassphraseHash, AgreesWithAnotherImplementation) {
     std::mt19937 generator(20261121);
     const auto below = [&](std::uint32_t limit) { return generator() % limit; };

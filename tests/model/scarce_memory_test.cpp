@@ -1,4 +1,4 @@
-// What the operations report if any of their allocations fails, and all later ones too.
+// What the operations report if one allocation fails, or if all later ones fail too.
 #include "tests/support/scarce_memory.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ using halvane::testing::withEverLessScarceMemory;
 
 namespace {
 
-// An error that each call finds, which allocates nothing either.
+// The earlier error in each out-parameter. It allocates nothing either.
 const Error kEarlier = daemonError(77);
 
 constexpr std::string_view kText = "of more than 15 characters";
@@ -48,7 +48,7 @@ TEST(ScarceMemory, FailsEveryAllocationFromOneOn) {
     std::vector<bool> results;
     const auto attempts = withEverLessScarceMemory(
         [] {
-            // As calls, which no compiler leaves out.
+            // The operators are called by name, so that the compiler does not omit the calls.
             ::operator delete(::operator new(1, std::nothrow));
             ::operator delete(::operator new(1, std::nothrow));
         },
@@ -86,7 +86,7 @@ TEST(BSSConfigSetters, ClearTheirFieldAndTellWhereMemoryEnds) {
                     EXPECT_EQ((configuration.*setter.field)().has_value(), !hasEnded);
                     const auto code = hasEnded ? std::optional(daemonError(-6728)) : std::nullopt;
                     EXPECT_EQ(error, hasPlace ? code : kEarlier);
-                    // The state that the next attempt finds.
+                    // Restores the state for the next attempt.
                     EXPECT_TRUE((configuration.*setter.set)("4142434445464748", nullptr));
                     error = kEarlier;
                 });
@@ -110,7 +110,7 @@ TEST(BSSConfigSetters, LeaveTheFlagsWhereMemoryEnds) {
     EXPECT_GT(attempts, 1u);
 }
 
-// One of an empty skeleton takes no memory before it is first changed.
+// An object of an empty skeleton takes no memory before its first change.
 TEST(BSSConfigSetters, TellWhereMemoryEndsForABareObject) {
     const auto bare = HalvaneBSSConfig::initWithSkeletonRepresentation({});
     auto configuration = bare;
@@ -163,7 +163,7 @@ TEST(BSSConfigKey, IsAbsentAndToldWhereMemoryEnds) {
         [&](bool hasEnded) { EXPECT_EQ(configuration.keyMaterial().has_value(), !hasEnded); });
 }
 
-// Calls `convert(error)` with ever less scarce memory, and returns how often.
+// Calls `convert(error)` with less and less scarce memory, and returns the number of calls.
 template <typename Convert>
 std::size_t convertScarcely(Convert convert) {
     std::optional<Error> error = kEarlier;

@@ -1,4 +1,4 @@
-// Values for a key of a skeleton that expects another kind.
+// Values of a kind that a skeleton's key does not expect.
 #ifndef TESTS_MODEL_TEST_SUPPORT_H
 #define TESTS_MODEL_TEST_SUPPORT_H
 
@@ -11,7 +11,7 @@
 
 namespace halvane::testing {
 
-// valuesOfEveryKind() without those of one of the kinds.
+// valuesOfEveryKind() without the values of these kinds.
 template <typename... Kinds>
 std::vector<PropertyListValue> valuesOfOtherKinds() {
     auto values = valuesOfEveryKind();

@@ -26,7 +26,7 @@ struct Row {
     unsigned channel, frequency, extension;
 };
 
-// Written out, so that the rule behind the map is checked and not repeated.
+// The rows are written out, so that the test does not repeat the rule behind the map.
 constexpr Row kRows[] = {
     {1, 2412, 0},     {2, 2417, 0},     {3, 2422, 0},     {4, 2427, 0},     {5, 2432, 0},
     {6, 2437, 0},     {7, 2442, 0},     {8, 2447, 0},     {9, 2452, 0},     {10, 2457, 0},
@@ -86,7 +86,7 @@ TEST(ChannelMap, TakesTheFirstRowThatAnswers) {
     map.add(200, 5180, 0);
     EXPECT_EQ(map.frequencyForNumber(36), 5180u);
     EXPECT_EQ(map.numberForFrequency(5180), 36u);
-    // The standard row of 165 has no extension, so the scan goes on to the one that has.
+    // The standard row of channel 165 has no extension. The scan continues to a row that has one.
     EXPECT_EQ(map.extensionForNumber(165), 169u);
 }
 

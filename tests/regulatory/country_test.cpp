@@ -43,14 +43,14 @@ std::vector<std::int64_t> numbersOf(const HalvaneCountry& country) {
     return numbers;
 }
 
-// Channels from `first` to `last`, 5 MHz a number.
+// The channels from `first` to `last`. One number is 5 MHz.
 struct Run {
     int first, last, step;
     int frequency;  // MHz, of the first
     bool isRadarProne, isDisabled, supports40MHz;
 };
 
-// What an operation is to append, as runs.
+// The runs that an operation should append.
 struct Band {
     void (HalvaneCountry::*create)();
     std::vector<Run> runs;
@@ -237,7 +237,7 @@ TEST(ChannelOrder, IsByFrequencyAlone) {
 
 TEST(ChannelOrder, KeepsChannelsOfOneFrequencyAsTheyWere) {
     auto country = unitedKingdom();
-    // Enough of them for a sort that is not stable to show.
+    // There are enough of them to show whether the sort is stable.
     std::vector<std::int64_t> expected;
     for (int number = 0; number < 100; ++number) {
         country.channels().push_back(channelAt(5000 - number % 2, number));
@@ -301,7 +301,8 @@ TEST(CountryOrder, IsByFriendlyNameWithoutRegardToCase) {
     EXPECT_EQ(order("NIGERIA", "Niger"), 1);
     EXPECT_EQ(order("", "A"), -1);
     EXPECT_EQ(order("", ""), 0);
-    // Between the two cases of ASCII: a letter counts as a small one.
+    // These characters lie between the capital and the small letters of ASCII. A letter sorts as a
+    // small one.
     EXPECT_EQ(order("_", "A"), -1);
     EXPECT_EQ(order("{", "Z"), 1);
 }
@@ -407,7 +408,7 @@ TEST(CountrySkeleton, ReadsMissingKeysAsNothing) {
     EXPECT_EQ(HalvaneCountry::initWithSkeletonRepresentation(skeleton).isoCode(), 0);
 }
 
-// The country that differs from the United Kingdom by the value of one key.
+// Returns the United Kingdom with another value of one key.
 HalvaneCountry read(const char* key, const PropertyListValue& value) {
     auto skeleton = unitedKingdom().skeletonRepresentation();
     skeleton.set(key, value);
@@ -430,7 +431,7 @@ TEST(CountrySkeleton, ReadsValuesOfTheWrongKindAsMissing) {
 TEST(CountrySkeleton, PassesOverWhatIsNoChannel) {
     PropertyListArray array = valuesOfEveryKind();
     array.emplace_back(channelAt(2484, 14).skeletonRepresentation());
-    // Both dictionaries among the values are channels without any key.
+    // Both dictionaries in the array become channels with no keys set.
     EXPECT_EQ(read("Channels", array).channels(),
               (std::vector<HalvaneChannel>{channelAt(0), channelAt(0), channelAt(2484, 14)}));
 }

@@ -1,4 +1,4 @@
-// What searches tell the log.
+// What searches log.
 #include <gtest/gtest.h>
 
 #include "halvane/regulatory/sku.h"

@@ -44,7 +44,7 @@ HalvaneSKU of(std::vector<HalvaneCountry> countries) {
     return sku;
 }
 
-// By the short names of the default list.
+// Returns the SKU of the default list with this short name.
 HalvaneSKU defaultSKU(const std::string& shortName) {
     for (HalvaneSKU& sku : HalvaneSKU::createDefaultSKUList()) {
         if (sku.shortName() == shortName) return std::move(sku);
@@ -130,7 +130,7 @@ TEST(DefaultSKUs, AreSeven) {
     EXPECT_EQ(lines, expected);
 }
 
-// The whole table is held by the command that prints it.
+// The whole table is tested through the command that prints it.
 TEST(DefaultSKUs, HoldCountriesAsTheyAreSpelt) {
     EXPECT_EQ(descriptionsOf(defaultSKU("APAC")),
               (std::vector<std::string>{
@@ -194,7 +194,7 @@ TEST(DefaultSKUs, AreTheCallersOwn) {
     EXPECT_EQ(HalvaneSKU::createDefaultSKUList()[0].countries()[0].channels().size(), 42u);
 }
 
-// What a search found, as text.
+// The result of a search, as text.
 std::string textOf(const HalvaneCountry* found) {
     return found != nullptr ? found->description() : "none";
 }
@@ -295,7 +295,7 @@ TEST(CountriesOfASKU, AreSortedByNameWithoutRegardToCase) {
 
 TEST(CountriesOfASKU, OfTheSameNameStayAsTheyWere) {
     auto sku = empty();
-    // Enough of them for a sort that is not stable to show.
+    // There are enough of them to show whether the sort is stable.
     for (int code = 0; code < 100; ++code) sku.addCountry(country(code % 2 ? "a" : "A", "", code));
     const auto before = sku;
     sku.sortCountriesByFriendlyName();
@@ -344,7 +344,7 @@ TEST(SKUSkeleton, LeadsBackThroughXml) {
     }
 }
 
-// The SKU that differs from an empty one by the value of one key.
+// Returns an empty SKU with a value of one key.
 HalvaneSKU read(const char* key, const PropertyListValue& value) {
     auto skeleton = empty().skeletonRepresentation();
     skeleton.set(key, value);
@@ -371,7 +371,7 @@ TEST(SKUSkeleton, ReadsValuesOfTheWrongKindAsMissing) {
 TEST(SKUSkeleton, PassesOverWhatIsNoCountry) {
     PropertyListArray array = valuesOfEveryKind();
     array.emplace_back(country("A").skeletonRepresentation());
-    // Both dictionaries among the values are countries without any key.
+    // Both dictionaries in the array become countries with no keys set.
     EXPECT_EQ(read("Countries", array).countries(),
               (std::vector{nameless(), nameless(), country("A")}));
 }

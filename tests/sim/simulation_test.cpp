@@ -86,7 +86,7 @@ TEST_F(SimulationTest, AnswersEveryList) {
               world.clients());
 }
 
-// A station that a control line brought, whatever its numbers are.
+// A station from a control line takes at most this many bytes, whatever its numbers are.
 TEST_F(SimulationTest, ListsANewcomerInSoManyBytes) {
     auto skeleton = HalvaneClient::initWithMAC({2, 0, 0, 0, 9, 9}).skeletonRepresentation();
     for (const char* key : {"LastUpdated", "FirstUpdated", "createTime", "joinTime", "leftTime"}) {

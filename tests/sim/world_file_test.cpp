@@ -95,7 +95,7 @@ TEST(WorldFile, SaysWhatIsWrongAndWhere) {
               "Configs: wlan0: element 1: is not a dictionary");
 }
 
-// The default file with one value of its first interface changed.
+// Returns the default file with one changed value of the first interface.
 PropertyListDictionary withInterface(const char* key, PropertyListValue value) {
     auto wlan0 = defaultWorld().interfaces()[0].record.skeletonRepresentation();
     wlan0.set(key, std::move(value));
@@ -141,7 +141,7 @@ TEST(WorldFile, SaysWhichKeyIsWrongInEveryList) {
               "Devices: element 1: Index: is not an integer");
 }
 
-// Of any other number they would hold another.
+// A record would change any other number.
 TEST(WorldFile, TakesNumbersThatTheirRecordsHold) {
     constexpr auto kMinimum = std::numeric_limits<std::int64_t>::min();
     constexpr auto kMaximum = std::numeric_limits<std::int64_t>::max();
@@ -208,7 +208,7 @@ TEST(WorldFile, TakesNumbersThatChannelsAndDevicesHold) {
     }
 }
 
-// As a file is that was printed of one that leaves them out.
+// The simulation prints such a file if the records in its own file lack addresses.
 TEST(WorldFile, TakesAddressesThatAreNotThere) {
     PropertyListDictionary interface;
     for (const char* key : {"InterfaceName", "Role", "Subsystem"}) interface.set(key, "x");
@@ -241,7 +241,7 @@ TEST(WorldFile, RefusesRecordsThatCannotBeToldApart) {
     EXPECT_EQ(refusalOf(fileOf("Stations", forWlan0({mac}))), "none");
 }
 
-// A reply has to hold them, beside those that come later.
+// The list has to fit into a reply, together with stations that come later.
 TEST(WorldFile, TakesStationsUpToASizeInAll) {
     const auto stations = [](std::size_t elements) {
         auto station = withData("MAC", {2, 0, 0, 0, 0, 1});

@@ -40,7 +40,7 @@ Notification on0(Happening happening, const ByteBuffer& mac) {
     return {happening, "wlan0", mac};
 }
 
-// The default world with the BSS of wlan0 up, and what happened until then forgotten.
+// Returns the default world with the BSS of wlan0 up. Its earlier notifications are taken.
 World worldWithBSS() {
     World world = defaultWorld();
     EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
@@ -180,7 +180,7 @@ TEST(World, StartsTheConfigurationOfTheLowestOrder) {
     world.addConfig("wlan0", config("as early", -1));
     world.startBSS("wlan0");
     EXPECT_EQ(world.interfaces()[0].hostedSSID, ByteBuffer::fromText("first"));
-    // That one leaves the channel open.
+    // The configuration does not state a channel.
     EXPECT_EQ(clientOf(world, kFirst).channel(), Number(1));
 }
 

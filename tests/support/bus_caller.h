@@ -17,7 +17,7 @@ namespace halvane::testing {
 
 using WireData = std::vector<std::uint8_t>;
 
-// "s", "x", "b" and "ay".
+// The types on the wire: "s", "x", "b" and "ay".
 using WireValue = std::variant<std::string, std::int64_t, bool, WireData>;
 using WireMessage = std::map<std::string, WireValue>;
 
@@ -28,7 +28,7 @@ inline WireMessage command(const std::string& name, const std::string& interface
     return {{"command", name}, {"interface", interface}};
 }
 
-// A reply, or the name of the error that came in its place.
+// A reply, or the name of the error that came instead.
 struct WireReply {
     std::string error;
     WireMessage message;
@@ -42,11 +42,11 @@ struct WireEvent {
     std::string sender;
     WireMessage message;
 
-    // "joined wlan0 020000000101": the last part of the command, and the rest.
+    // The last part of the command and the values: "joined wlan0 020000000101".
     std::string summary() const;
 };
 
-// Used by one thread. A call waits for its reply without limit.
+// One thread may use it. A call waits for its reply without a limit.
 class BusCaller {
   public:
     // Connects to the bus, and listens to events from any sender.
@@ -58,12 +58,11 @@ class BusCaller {
 
     WireReply request(const WireMessage& message);
 
-    // The same without waiting: the result points to the reply once it has arrived.
+    // The same without waiting. The result points to the reply once it has arrived.
     std::shared_ptr<WireReply> requestLater(const WireMessage& message);
     void waitFor(const WireReply& later);  // until it has a message, a sender or an error
 
-    // Calls any method whose only argument, if any, is a text, and whose result is a text or
-    // nothing.
+    // Calls any method. The method has no argument or one text, and returns a text or nothing.
     std::string call(const char* destination, const char* path, const char* interface,
                      const char* member, const std::string& text = {});
 
@@ -74,14 +73,14 @@ class BusCaller {
     WireEvent nextEvent();
     // Waits for `count` events, and returns their summaries.
     std::vector<std::string> nextEvents(std::size_t count);
-    // The events that have arrived: all that were sent before the reply to the last request or
+    // The events so far. They include all that were sent before the reply to the last request or
     // line.
     std::vector<std::string> eventsSoFar();
 
-    // The process that is connected under a name.
+    // Returns the process that owns a name.
     pid_t processOf(const char* name);
     std::string ownerOf(const char* name);  // empty for none
-    // Waits until nobody has the unique name any more.
+    // Waits until nobody owns the unique name.
     void waitUntilGone(const std::string& name);
 
     sd_bus* bus() const { return bus_.get(); }

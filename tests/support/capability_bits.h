@@ -1,5 +1,4 @@
-// The bits of a BSS record's capability information field, each with the property that tells it.
-// Bit 12 is told by none.
+// The bits of a BSS record's capability information field, each with its property. Bit 12 has none.
 #ifndef TESTS_SUPPORT_CAPABILITY_BITS_H
 #define TESTS_SUPPORT_CAPABILITY_BITS_H
 

@@ -12,10 +12,10 @@
 
 namespace halvane::testing {
 
-// Records each piece that the output "callback" receives.
+// Receives the pieces of the output "callback".
 class LogRecorder {
   public:
-    // As the value of an "output" setting.
+    // The value of an "output" setting that names this recorder.
     std::string spec() const {
         char text[100];
         SNPrintF(text, sizeof(text), "callback;func=%p;arg=%p",

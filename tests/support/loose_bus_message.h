@@ -34,10 +34,10 @@ class LooseBusMessage {
     LooseBusMessage& operator=(const LooseBusMessage&) = delete;
     ~LooseBusMessage() { ::close(far_); }
 
-    // To append to.
+    // The message to append to.
     sd_bus_message* get() const { return message_.get(); }
 
-    // Sealed, and read from its beginning on.
+    // Seals the message, and returns it ready to be read from its start.
     sd_bus_message* sealed() const {
         if (::sd_bus_message_seal(get(), 1, 0) < 0 || ::sd_bus_message_rewind(get(), 1) < 0) {
             throw std::runtime_error("the message is not complete");

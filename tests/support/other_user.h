@@ -16,7 +16,8 @@ template <typename Work>
 bool runAs(uid_t user, gid_t group, Work work) {
     bool isOther = false;
     std::thread thread([&] {
-        // The functions of the C library would change all threads.
+        // The system calls change this thread. The functions of the C library would change all
+        // threads.
         isOther = ::syscall(SYS_setgroups, 0, nullptr) == 0 &&
                   ::syscall(SYS_setresgid, group, group, group) == 0 &&
                   ::syscall(SYS_setresuid, user, user, user) == 0;

@@ -75,7 +75,7 @@ void PrivateBus::restart() {
     start(configuration_);
 }
 
-// The address of an abstract socket, because one with a path has no room for a long TMPDIR. The
+// Returns the address of an abstract socket, because a long TMPDIR leaves no room for a path. The
 // folder's name makes the address unique.
 std::string PrivateBus::listenAddress() const {
     return "unix:abstract=" + folder_.path().filename().string() + "-" + std::to_string(::getpid());
@@ -110,7 +110,7 @@ void PrivateBus::start(const std::string& configuration) {
     if (process_ == 0) becomeBus(configuration.c_str(), ends[1]);
     ::close(ends[1]);
     address_ = process_ > 0 ? readLine(ends[0]) : "";
-    // Without the part that names this process: clients find a restarted bus by the rest.
+    // Leaves out the part that names this process. Clients find a restarted bus by the rest.
     address_ = address_.substr(0, address_.find(",guid="));
     ::close(ends[0]);
     if (address_.empty()) {

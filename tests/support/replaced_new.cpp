@@ -30,7 +30,7 @@ halvane::testing::MemoryHooks& halvane::testing::memoryHooks() {
     return hooks;
 }
 
-// All forms are here, because those of a sanitizer do not call each other.
+// All forms are replaced, because those of a sanitizer do not call each other.
 void* operator new(std::size_t size) {
     return allocateOrThrow(size);
 }

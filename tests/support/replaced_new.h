@@ -7,11 +7,11 @@
 
 namespace halvane::testing {
 
-// Of one thread; null: no hook.
+// The hooks of one thread; null means none.
 struct MemoryHooks {
     bool (*mayAllocate)(std::size_t size) = nullptr;    // false: the allocation fails
-    void (*isAllocated)(const void* memory) = nullptr;  // asked for, and there
-    void (*isReleased)(const void* memory) = nullptr;   // while it is still the caller's
+    void (*isAllocated)(const void* memory) = nullptr;  // called with a new block
+    void (*isReleased)(const void* memory) = nullptr;   // called before the block is freed
 };
 
 // The hooks of the calling thread.

@@ -17,7 +17,7 @@ namespace halvane {
 
 namespace {
 
-// Static, and never torn down: a thread may ask for the time at any moment.
+// These are static and never destroyed, because a thread may ask for the time at any moment.
 struct Simulation {
     std::atomic<bool> isOn = false;
     std::atomic<std::uint64_t> ticks = 0;

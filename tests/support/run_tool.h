@@ -22,7 +22,7 @@ inline ProgramResult runTool(std::vector<std::string> words, std::string_view in
     return runProgram(toolWords(std::move(words)), input);
 }
 
-// That status, nothing on standard output, and the message on standard error.
+// Expects that status, no standard output, and the message on standard error.
 inline void expectMessage(const ProgramResult& result, int status, const std::string& message) {
     EXPECT_EQ(result.status, status) << message;
     EXPECT_EQ(result.output, "");

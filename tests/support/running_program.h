@@ -32,8 +32,8 @@ class RunningProgram {
     // Closes the reading end of the program's standard output.
     void closeOutput() { output_.closeReader(); }
 
-    // Makes the pipe hold little unread output, and returns how many bytes: a whole page, which
-    // fitting writes fill up.
+    // Shrinks the pipe so that it holds little unread output, and returns its size in bytes. The
+    // size is one page, which writes that divide it fill completely.
     int narrowOutput() const { return ::fcntl(output_.reader(), F_SETPIPE_SZ, 1); }
 
     // Waits until that many bytes of its output are unread, or the stream has ended.

@@ -9,14 +9,14 @@
 
 namespace halvane::testing {
 
-// Returns when all earlier work has run.
+// Returns after all earlier work has run.
 inline void drain(SerialQueue& queue) {
     CountingSemaphore done(0);
     queue.async([&] { done.signal(); });
     done.wait();
 }
 
-// Returns when the queue's thread waits for work. From then on runOrAsync() runs work at once.
+// Returns when the queue's thread is waiting for work. From then on runOrAsync() runs work at once.
 inline void waitUntilIdle(const SerialQueue& queue) {
     for (bool isHere = false; !isHere;) {
         CountingSemaphore done(0);

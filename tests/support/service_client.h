@@ -49,7 +49,7 @@ class Arrivals {
     std::vector<Item> items_;
 };
 
-// "appeared", "interrupted", "invalid", or the text under "name" of a message.
+// Returns "appeared", "interrupted", "invalid", or the text under "name" of a message.
 inline std::string eventName(const ServiceEvent& event) {
     if (std::holds_alternative<ServiceAppeared>(event)) return "appeared";
     if (const auto* error = std::get_if<ServiceError>(&event)) {
@@ -67,7 +67,7 @@ class ServiceClient {
     Arrivals<std::string> events;  // their names
     std::unique_ptr<ServiceConnection> connection;
 
-    // On the system's bus; resumed.
+    // Connects to the service on the system bus, and resumes the connection.
     explicit ServiceClient(const std::string& service = kDaemonServiceName)
         : connection(ServiceConnection::create(service, eventQueue)) {
         connection->setPrivileged(true);

@@ -42,7 +42,7 @@ class SimProcess {
         throw std::runtime_error("no address");
     }
 
-    // The next line of its output; empty where that has ended.
+    // Returns the next line of its output; empty at the end.
     std::string readLine() const { return output_.readLine(); }
 
     // As SpawnedProcess has them.

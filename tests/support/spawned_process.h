@@ -12,7 +12,8 @@
 
 namespace halvane::testing {
 
-// After a wait for its end no signal is sent, because another process may have its number.
+// After a wait for its end it sends no signal, because another process may have the same number by
+// then.
 class SpawnedProcess {
   public:
     SpawnedProcess(std::vector<std::string> words, const StandardStreams& streams)

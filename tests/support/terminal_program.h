@@ -21,13 +21,13 @@
 
 namespace halvane::testing {
 
-// Skips the test if the system has no terminals, as without /dev/pts.
+// Skips the test if the system has no terminals, for example if /dev/pts is not mounted.
 #define HALVANE_SKIP_WITHOUT_TERMINALS()                                     \
     if (const int missing = halvane::testing::terminalError(); missing != 0) \
     GTEST_SKIP() << "no terminal can be opened here (openpty): "             \
                  << std::generic_category().message(missing)
 
-// The error number for which no terminal can be opened, or 0 if one can.
+// The error number of an attempt to open a terminal; 0 if it succeeds.
 inline int terminalError() {
     int keyboard = -1, terminal = -1;
     if (::openpty(&keyboard, &terminal, nullptr, nullptr, nullptr) != 0) return errno;

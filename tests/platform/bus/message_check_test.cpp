@@ -36,7 +36,7 @@ TEST(BusMessageCheck, KnowsTheTypeOfAValue) {
     EXPECT_EQ(busSignatureOf(PropertyListValue::Object()), nullptr);
 }
 
-// The sizes are added up by hand: each value after the padding that its alignment asks for.
+// The sizes are added up by hand. Padding for the value's alignment comes before each value.
 TEST(BusMessageCheck, AddsUpWhatAMessageTakes) {
     constexpr std::size_t kHead = 4 + 4;              // array length, padding to the first entry
     constexpr std::size_t kKey = 4 + 1 + 1;           // length, "a", terminator: 14
@@ -66,13 +66,13 @@ TEST(BusMessageCheck, AddsUpWhatAMessageTakes) {
         EXPECT_EQ(check.size, row.size) << busSignatureOf(row.value);
     }
     EXPECT_EQ(checkBusMessage(IPCMessage(), 1000).size, kHead);
-    // The second entry begins at a multiple of 8 behind the 24 bytes of the first.
+    // The first entry takes 24 bytes, so the second one starts at a multiple of 8.
     EXPECT_EQ(checkBusMessage(ipcMessage({{"a", true}, {"b", true}}), 1000).size,
               24u + kKey + 3 + 3 + 4);
 }
 
 TEST(BusMessageCheck, RefusesWhatIsLongerThanTheLimit) {
-    // Messages that end with a text, with the head of an array, and with that of a dictionary.
+    // The messages end with a text, with the head of an array, and with the head of a dictionary.
     for (const IPCMessage& message :
          {ipcMessage({{"a", "text"}}), ipcMessage({{"a", PropertyListArray()}}),
           ipcMessage({{"a", PropertyListDictionary()}}), IPCMessage()}) {
@@ -85,7 +85,8 @@ TEST(BusMessageCheck, RefusesWhatIsLongerThanTheLimit) {
 }
 
 TEST(BusMessageCheck, RefusesWhatNestsTooDeep) {
-    // An array takes two levels, its own and that of the variant in it, below three of the message.
+    // Each array takes two levels: its own, and that of the variant in it. Three levels of the
+    // message are above them.
     PropertyListValue value = true;
     for (int i = 0; i < 30; ++i) value = PropertyListArray{value};
     EXPECT_EQ(checkBusMessage(ipcMessage({{"a", value}}), 10000).refusal, "");

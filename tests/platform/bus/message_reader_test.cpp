@@ -90,14 +90,14 @@ TEST(BusMessageReader, SkipsOtherTypes) {
               dictionary({{"list", PropertyListArray{"a", "b"}}}));
 }
 
-// They are nowhere in the protocol, and a value is much larger than such a number.
+// The protocol has no such arrays, and a value takes much more memory than a 16-bit number.
 TEST(BusMessageReader, SkipsArraysOf16BitNumbers) {
     EXPECT_EQ(
         readBack("a{sv}", 3, "signed", "an", 2, 1, 2, "unsigned", "aq", 1, 3, "last", "s", "z"),
         dictionary({{"last", "z"}}));
 }
 
-// A list of `signature`, of `count` values that sd-bus reads as one of the number `value`.
+// Reads a list of the type `signature` with `count` elements, each made from `value`.
 PropertyListDictionary listOf(const char* signature, std::size_t count, int value,
                               std::size_t& peak) {
     const LooseBusMessage message;

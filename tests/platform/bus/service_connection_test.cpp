@@ -79,13 +79,13 @@ ByteBuffer bytes(std::size_t count, std::uint8_t first) {
     return ByteBuffer(content);
 }
 
-// The entries of a reply that is a message; none of one that is an error.
+// Returns the entries of a reply. Fails the test if the reply is an error.
 PropertyListDictionary entriesOf(const ServiceReply& reply) {
     if (!reply) ADD_FAILURE() << reply.error().text;
     return reply ? reply->entries() : PropertyListDictionary();
 }
 
-// Of a reply that is an error.
+// Returns the error of a reply. Fails the test if the reply is a message.
 ServiceError errorOf(const ServiceReply& reply) {
     EXPECT_FALSE(reply) << "a message";
     return reply ? ServiceError{} : reply.error();
@@ -331,7 +331,7 @@ TEST(ServiceConnection, ReachesTheBusThatItIsGiven) {
     EXPECT_EQ(events.wait(0), "appeared");
 }
 
-// Also while the queue of its events is busy.
+// The handler runs even while the queue of the events is busy.
 TEST(ServiceConnection, HandlesRepliesAtOnceWithoutAQueue) {
     const PrivateBus bus;
     BusPeer service(bus);
@@ -739,7 +739,7 @@ TEST(ServiceConnection, LosesNoEventOfABurstWhileRequestsRun) {
         while (!isDone) EXPECT_TRUE(isAnswered(client.request(command("x"))));
     });
     for (int i = 0; i < kEvents; ++i) service.sendEvent(event(std::to_string(i)), subscriber);
-    // The service's replies come after its events: all have arrived, and none was handled.
+    // The service's replies follow its events, so all events have arrived. None has been handled.
     EXPECT_TRUE(isAnswered(client.request(command("last"))));
     isDone = true;
     requests.join();
@@ -754,7 +754,7 @@ TEST(ServiceConnection, LosesNoEventOfABurstWhileRequestsRun) {
 
 // The end of a connection.
 
-// Sends a request that the service does not answer; its handler must not be called.
+// Sends a request to which the service does not reply. Its handler must not be called.
 std::weak_ptr<int> sendPending(ServiceClient& client) {
     auto token = std::make_shared<int>(0);
     std::weak_ptr<int> watch = token;
@@ -809,8 +809,8 @@ TEST(ServiceConnection, CallsNoHandlerOnceDestroyed) {
 
 class AnyThreadReplies : public ::testing::Test {
   protected:
-    // Sends a request, and returns the thread that calls the handler while the queue's thread
-    // waits.
+    // Sends a request while the queue's thread is waiting, and returns the name of the thread that
+    // calls the handler.
     std::string threadOfReply() {
         waitUntilIdle(client_.replyQueue);
         std::string name;
@@ -927,7 +927,8 @@ TEST(ServiceConnection, IsPassedNoDescriptors) {
     ::sd_bus_error_free(&error);
 }
 
-// Returns once the connection is being destroyed: from then on it drops replies.
+// Returns after the destruction of the connection has begun. From then on the connection drops
+// replies.
 void waitUntilEnding(ServiceConnection& connection, const SerialQueue& queue) {
     for (bool isHandled = true; isHandled;) {
         isHandled = false;
@@ -990,8 +991,8 @@ TEST(ServiceConnection, MayBeDestroyedByItsEventHandler) {
 }
 
 TEST(ServiceConnection, MayBeOwnedByAHandlerThatIsDropped) {
-    // The reply finds no queue, so that the handler, and all it owns, goes on the thread that
-    // serves the connection.
+    // The queue is gone when the reply arrives. So the thread that serves the connection destroys
+    // the handler and everything that it owns.
     const PrivateBus bus;
     BusPeer service(bus);
     service.answer(PeerSilence{});
@@ -1119,7 +1120,7 @@ TEST(ServiceConnection, MayBeDestroyedAtAnyMoment) {
     }
 }
 
-// In a child of the process, which has no thread that could call a handler.
+// A child process has no thread that could call a handler.
 
 TEST(ServiceConnection, DropsRequestsInAnotherProcess) {
     const PrivateBus bus;

@@ -30,14 +30,14 @@ class ServiceLink : public ::testing::Test {
         serve(4);
     }
 
-    // Lets both sides run until the client has called that many methods, and neither has more to
-    // do.
+    // Runs both sides until the client has called that many methods and neither side has anything
+    // left to do.
     void serve(std::size_t calls) {
         while (link_->process(1) || bus_.process() || bus_.members().size() < calls) {
         }
     }
 
-    // Admits the client, which learns of changes from now on.
+    // Admits the client. From then on it learns of changes of the name's owner.
     void letIn() {
         bus_.answer(0, "s", ":1.1");
         bus_.answer(1, "");

@@ -52,7 +52,7 @@ void put(const fs::path& path, const std::string& contents) {
 TEST(File, IsReadUpToTheLimit) {
     const TemporaryFolder folder;
     const auto path = (folder.path() / "file").string();
-    // Around the size of the steps that a file is read in.
+    // The sizes lie around the size of the steps in which a file is read.
     for (const std::size_t size : {0u, 1u, 65535u, 65536u, 65537u, 200000u}) {
         const std::string text(size, 'x');
         put(path, text);
@@ -233,7 +233,7 @@ TEST(File, LetsOneHolderOfALockInAtATime) {
     const TemporaryFolder folder;
     const auto path = (folder.path() / "lock").string();
     constexpr int kRounds = 2000;
-    // Two steps, between which another holder would lose one.
+    // Counts in two steps. If two threads held the lock at once, one of their counts would be lost.
     std::atomic<int> count = 0;
     const auto countUp = [&] {
         for (int i = 0; i < kRounds; ++i) {
@@ -251,7 +251,7 @@ TEST(File, LetsOneHolderOfALockInAtATime) {
     EXPECT_EQ(FileLock((folder.path() / "none" / "lock").string()).status(), kStatusBadPath);
 }
 
-// Whether somebody waits for the lock, and is the next.
+// Whether somebody waits for the lock and is next.
 bool isWaitedFor(const std::string& path) {
     const halvane::FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC));
     struct flock turn {};

@@ -13,7 +13,7 @@ namespace {
 TEST(FillRandom, GivesOtherValuesEachTime) {
     std::array<std::uint32_t, 1000> values{};
     fillRandom(values);
-    // Of 1000 random values of 32 bits, two are equal about once in 8600 times, ten never.
+    // Among 1000 random 32-bit values, two are equal about once in 8600 runs. Ten are never equal.
     EXPECT_GT(std::set<std::uint32_t>(values.begin(), values.end()).size(), 990u);
     std::array<std::uint32_t, 1000> others{};
     fillRandom(others);

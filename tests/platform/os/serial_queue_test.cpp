@@ -181,7 +181,7 @@ TEST(SerialQueue, MayBeDestroyedByAGuest) {
     handle.runOrAsync([] { ADD_FAILURE() << "ran on a queue that is gone"; });
 }
 
-// Returns when the queue is closed. From then on a handle destroys the work that it receives.
+// Returns after the queue is closed. From then on a handle destroys the work that it receives.
 void waitUntilClosed(const SerialQueue::Handle& handle) {
     std::weak_ptr<int> watch;
     do {
@@ -251,7 +251,7 @@ TEST(SerialQueue, MayBeDestroyedByItsOwnWork) {
     queue->async([&] {
         ready.wait();
         queue.reset();
-        done.signal();  // the work goes on behind the end of its queue
+        done.signal();  // the work continues after its queue has been destroyed
     });
     queue->async([token = std::move(token)] { ADD_FAILURE() << "ran on a queue that is gone"; });
     ready.signal();
@@ -260,7 +260,7 @@ TEST(SerialQueue, MayBeDestroyedByItsOwnWork) {
 }
 
 TEST(SerialQueue, MayBeDestroyedWithTheWorkThatOwnsIt) {
-    // What keeps the queue is destroyed on its thread, after it has run.
+    // The queue's owner is destroyed on the queue's thread, after its work has run.
     CountingSemaphore done(0);
     struct Owner {
         SerialQueue queue{"owned"};
@@ -275,7 +275,7 @@ TEST(SerialQueue, MayBeDestroyedWithTheWorkThatOwnsIt) {
 }
 
 TEST(SerialQueue, LetsDroppedWorkCallAnything) {
-    // The dropped work destroys another queue, and hands work to its own.
+    // When this work is dropped, it destroys another queue and adds work to its own queue.
     struct Farewell {
         SerialQueue::Handle handle;
         SerialQueue other{"other"};

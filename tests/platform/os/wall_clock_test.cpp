@@ -9,7 +9,7 @@ namespace {
 
 using halvane::wallTime;
 
-// In whatever year the system believes to be.
+// Compares with the system's clock, whatever year that shows.
 void expectSystemTime() {
     using std::chrono::floor, std::chrono::seconds, std::chrono::system_clock;
     const auto now = [] { return floor<seconds>(system_clock::now()).time_since_epoch().count(); };

@@ -20,7 +20,7 @@ void countSignal(int) {
     gSignals = gSignals + 1;
 }
 
-// A program that hears SIGPIPE.
+// A program that has a handler for SIGPIPE.
 class WriteSignalTest : public ::testing::Test {
   protected:
     WriteSignalTest() {
@@ -39,13 +39,13 @@ class WriteSignalTest : public ::testing::Test {
 
     void block() const { ::pthread_sigmask(SIG_BLOCK, &signals_, nullptr); }
 
-    // What came while it was blocked comes now.
+    // A signal that arrived while it was blocked is delivered now.
     int signalsAfterUnblocking() const {
         ::pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
         return gSignals;
     }
 
-    // Writes to a pipe that nobody reads; returns errno.
+    // Writes to a pipe without a reader, and returns errno.
     static int breakPipe() {
         int ends[2];
         if (::pipe(ends) != 0) return 0;
@@ -71,7 +71,7 @@ TEST_F(WriteSignalTest, TakesBackTheSignalOfItsWrite) {
     EXPECT_EQ(gSignals, 0);
 }
 
-// Sent by somebody while a write failed that raises none.
+// Somebody else sends the signal while a write fails without raising one.
 TEST_F(WriteSignalTest, LeavesASignalOfAnotherWhereTheWriteFailedOtherwise) {
     for (const int error : {EAGAIN, ENOSPC, EIO, EINTR, EFBIG, 0}) {
         gSignals = 0;
@@ -84,8 +84,8 @@ TEST_F(WriteSignalTest, LeavesASignalOfAnotherWhereTheWriteFailedOtherwise) {
     }
 }
 
-// To the process, not to the thread: the write's own signal is beside it. In a program of one
-// thread, so that no other takes it.
+// The signal is sent to the process, and the write's own signal to the thread. The program has one
+// thread, so that no other thread takes the signal.
 TEST_F(WriteSignalTest, LeavesASignalToTheProcessBesideThatOfItsWrite) {
     EXPECT_TRUE(isTrueInChild([] {
         {

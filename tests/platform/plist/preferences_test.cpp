@@ -310,7 +310,7 @@ TEST_F(Preferences, TellWhenThereIsNoFolder) {
 
 TEST_F(Preferences, LeaveTheOldFileWhereTheNewOneCannotBeMade) {
     set("app", "key", "before");
-    // Neither a file nor a name to take away: not even root can write there.
+    // A folder with content is in the place of the new file. Not even root can remove it as a file.
     fs::create_directories(folder() / "app.plist.new" / "in the way");
     EXPECT_EQ(writePreference("app", "key", "after").status, kStatusCannotOpen);
     EXPECT_EQ(get("app", "key"), "before");
@@ -360,7 +360,8 @@ bool writeKeys(const std::string& name, int count) {
     return isWritten;
 }
 
-// Reads until it has to stop, and returns whether the file was always whole and no key was lost.
+// Reads until it is told to stop. Returns whether every read found the whole file, and no key was
+// lost.
 bool readWhileWritten(const std::atomic<bool>& isDone, const std::string& name, int count) {
     int found = 0;
     bool isWhole = true;

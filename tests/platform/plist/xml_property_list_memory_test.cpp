@@ -1,4 +1,4 @@
-// What reading a property list takes in memory, whatever the text is.
+// How much memory reading takes for various texts.
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <new>
@@ -27,7 +27,7 @@ std::string plist(const std::string& content) {
     return "<plist>" + content + "</plist>";
 }
 
-// As often as it fits into the size.
+// Repeats the item as often as it fits.
 std::string arrayOf(const std::string& item, std::size_t size) {
     std::string items;
     while (items.size() + item.size() <= size) items += item;
@@ -69,7 +69,7 @@ std::vector<std::pair<std::string, std::string>> hostileTexts() {
     }
     texts.emplace_back("nested", arrayOf(nested, kSize));
     texts.emplace_back("\\r", "<?xml version='1.0'?>\r\n" + arrayOf("<true/>", kSize));
-    // Around the sizes where a dictionary grows.
+    // The counts lie around those where a dictionary grows.
     for (std::size_t count = 20'000; count < 50'000; count += 3'001) {
         texts.emplace_back("keys " + std::to_string(count), plist(dictionaryOf(count, "<true/>")));
     }

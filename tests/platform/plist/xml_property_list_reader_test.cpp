@@ -43,7 +43,7 @@ std::string version11(const std::string& content) {
     return "<?xml version=\"1.1\"?>" + plist(content);
 }
 
-// The value of a document that must have one.
+// Returns the value of a document. Fails the test if there is none.
 PropertyListValue valueOf(const std::string& xml) {
     auto value = propertyListFromXml(xml);
     if (!value) {
@@ -54,7 +54,7 @@ PropertyListValue valueOf(const std::string& xml) {
     return *std::move(value);
 }
 
-// "reason at offset" for a document that must have no value.
+// Returns "reason at offset" for a document that the reader must refuse.
 std::string refusalOf(const std::string& xml) {
     const auto value = propertyListFromXml(xml);
     if (value) return "accepted";
@@ -103,7 +103,7 @@ TEST(XmlPropertyListReader, ReadsADocumentOfAnotherHand) {
                          {"", ""},
                          {"when", *Date::fromFields({2024, 2, 29, 23, 59, 59})},
                      })));
-    // The order of insertion is no part of equality.
+    // Equality ignores the order of insertion, so this compares the order.
     std::string keys;
     for (const auto& entry : *value.as<PropertyListDictionary>()) keys += entry.first + ",";
     EXPECT_EQ(keys, "name,data,list,,when,");
@@ -162,7 +162,7 @@ TEST(XmlPropertyListReader, ReadsTextOfVersion11ByItsOwnRules) {
     for (const Row& row : rows) {
         EXPECT_EQ(stringIn(version11("<string>" + row.content + "</string>")), row.text);
     }
-    // No white space of XML, though it is some to others.
+    // These are not white space in XML, although other standards count them as such.
     for (const char* character : {"&#11;", "&#12;"}) {
         EXPECT_EQ(reasonOf(version11("<data>Zg" + std::string(character) + "==</data>")),
                   "malformed base64");

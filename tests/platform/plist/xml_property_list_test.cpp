@@ -235,7 +235,7 @@ TEST(XmlPropertyList, EscapesWhatCharacterDataCannotHold) {
     }
 }
 
-// XML 1.0 production 2: beside these, every control character has a place as it is.
+// XML 1.0 production 2. All other control characters stand for themselves.
 bool hasXmlPlace(char32_t codePoint) {
     return codePoint >= 0x20 || codePoint == '\t' || codePoint == '\n' || codePoint == '\r';
 }
@@ -457,7 +457,7 @@ TEST(XmlPropertyList, IsAbsentBeyondTheDepthLimit) {
     EXPECT_FALSE(xmlPropertyList(nestedArrays(2000)));
 }
 
-// Long texts are looked through in blocks.
+// The writer looks through long texts in blocks.
 TEST(XmlPropertyList, CarriesSpecialCharactersAtEveryPlaceOfALongText) {
     for (const std::string special : {"&", "<", ">", "\r", "\x7F", "\xC3\xA9"}) {
         for (std::size_t place = 0; place <= 40; ++place) {

@@ -1,4 +1,4 @@
-// What the channels command keeps between runs, and what it does not.
+// What the channels command stores between runs, and what it does not store.
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>

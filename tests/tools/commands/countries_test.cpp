@@ -1,4 +1,4 @@
-// What the countries command keeps between runs, and what it does not.
+// What the countries command stores between runs, and what it does not store.
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <string>

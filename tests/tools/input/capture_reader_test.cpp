@@ -320,7 +320,7 @@ TEST_F(CaptureReaderTest, AddsSummariesUp) {
               "frames read: 8, beacons: 4, probe responses: 2, skipped: 2 (fragments: 2)");
 }
 
-// Standard input is the process's: a child reads it.
+// Only a child process can replace standard input.
 TEST_F(CaptureReaderTest, ReadsStandardInput) {
     const std::string path = folder_.write("in.pcap", pcapFile(kBare, Order::Little, {{beacon()}}));
     const auto readInput = [&](const std::string& file) {
@@ -337,7 +337,7 @@ TEST_F(CaptureReaderTest, ReadsStandardInput) {
                 "frames 0, error 'standard input: the file is empty'");
 }
 
-// Counts of an independent reader over real captures.
+// An independent reader has counted these over real captures.
 TEST(CaptureReader, CountsTheFramesOfRealCaptures) {
     struct Row {
         const char* name;
@@ -363,8 +363,8 @@ TEST(CaptureReader, CountsTheFramesOfRealCaptures) {
     }
 }
 
-// Counts of another implementation of the check over real captures, of which the second holds
-// damaged frames that its radio headers do not tell of.
+// Another implementation of the check has counted these over real captures. The second capture
+// holds damaged frames whose radio headers do not say so.
 TEST(CaptureReader, HandsOutFramesWithTheirCheckSequences) {
     struct Row {
         const char* name;

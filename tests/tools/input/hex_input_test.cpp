@@ -28,7 +28,7 @@ class HexInput : public ::testing::Test {
         return readHexFile(path.string());
     }
 
-    // The reason why there are no octets; empty if there are some.
+    // The reason why there are no octets; empty if there are any.
     static std::string errorOf(const Result<ByteBuffer, std::string>& octets) {
         return octets ? "" : octets.error();
     }

@@ -53,7 +53,7 @@ std::string textOf(const Record& record, Layout layout) {
     return std::string(writer.text());
 }
 
-// --- As the kinds of the tables say ---
+// --- Values of every kind in the tables ---
 
 bool isOf(PropertyKind kind, const JSON& value) {
     switch (kind) {

@@ -30,7 +30,7 @@ using namespace halvane::tool;
 
 namespace {
 
-// Of a BSS on channel 149.
+// A sighting of a BSS on channel 149.
 Sighting sighting(std::uint8_t last, std::optional<Number> radioChannel) {
     auto record = HalvaneMAC::initWithMAC({0x02, 0, 0, 0, 0, last});
     record.setInformationElements(ByteBuffer(ssidElement("home")));
@@ -77,7 +77,7 @@ TEST(RecordWriter, TellsNoRadioChannelThatIsTheSame) {
     EXPECT_EQ(written(Format::Text, {sighting(1, Number(149))}).substr(0, 4), "MAC ");
 }
 
-// Though each record goes out as it comes.
+// The list is complete although the writer writes each record as it comes.
 TEST(RecordWriter, WritesOnePropertyListOfAllRecords) {
     for (std::size_t count = 0; count < 4; ++count) {
         std::vector<Sighting> sightings;
@@ -115,7 +115,7 @@ TEST(RecordWriter, PutsJSONInBatchesOfWholeRecords) {
     }
 }
 
-// As when memory ends: what was written before stays.
+// If memory runs out, the writer is not finished. The records written before stay.
 TEST(RecordWriter, PutsWholeRecordsThoughItIsNotFinished) {
     const std::string expected = written(Format::JSONLines, {sighting(1, std::nullopt)});
     const CapturedStream output(stdout);

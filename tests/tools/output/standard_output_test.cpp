@@ -18,7 +18,7 @@ using halvane::testing::startChild;
 
 namespace {
 
-// In a child whose standard output is the file.
+// Runs `run` in a child whose standard output is the file.
 template <typename Run>
 bool isTrueWithOutputTo(const char* path, Run run) {
     std::fflush(stdout);

@@ -12,7 +12,7 @@ namespace {
 
 using Rows = std::vector<std::vector<std::string>>;
 
-// The table that two rows are.
+// Returns the table that these rows make.
 std::string textOf(TableLayout layout, const Rows& rows) {
     for (const auto& row : rows) layout.fit(row);
     std::string text = layout.titles();

@@ -1,4 +1,4 @@
-// Each message, and each page of help, is one write.
+// The parser writes each message, and each page of help, in one write.
 #include <cerrno>
 #include <sys/socket.h>
 #include <sys/wait.h>

@@ -1,4 +1,4 @@
-// How arguments become options: forms, look-up, operands.
+// How the parser turns arguments into options: forms, look-up, operands.
 #include "halvane/utils/cli/parser_internal.h"
 
 #include "tests/utils/cli/test_support.h"

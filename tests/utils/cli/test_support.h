@@ -1,4 +1,4 @@
-// Command lines given to the parser, and what came of them.
+// Runs the parser on command lines, and keeps the results.
 #ifndef TESTS_UTILS_CLI_TEST_SUPPORT_H
 #define TESTS_UTILS_CLI_TEST_SUPPORT_H
 

@@ -50,7 +50,7 @@ TEST(StringToInteger64, AnswersValueErrorAndEnd) {
         {"1", 0, 1, 1, {0, EINVAL, "1"}},
         {"1", 0, 1, 37, {0, EINVAL, "1"}},
         {"5", 10, 0, 10, {5, ERANGE, ""}},
-        {"0b11", 0, 100, 0, {0, 0, "b11"}},  // no prefix, whatever the C library makes of it
+        {"0b11", 0, 100, 0, {0, 0, "b11"}},  // not a prefix, even if it is one in C
         {"0B11", 0, 100, 2, {0, 0, "B11"}},
         {"0b11", 0, 0xFFFF, 16, {0xB11, 0, ""}},
         {"0x", 0, 100, 0, {0, 0, "x"}},

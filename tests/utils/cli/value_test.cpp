@@ -261,7 +261,7 @@ TEST(CLICallback, MayParseItself) {
     EXPECT_EQ(argumentsLeft(), (Words{"a", "b"}));
 }
 
-// A parsing inside of a callback, or of two.
+// A callback that parses another command line, and one within that.
 struct Inner {
     static std::int32_t parse(CLIOption* option, const char*, int) {
         char program[] = "tool";
@@ -295,7 +295,7 @@ struct Inner {
         {.type = kCLIEnd}};
 };
 
-// The vector of the parser's own that the outer parsing has put in place outlives the inner ones.
+// The outer parser has made a vector of its own. It must outlive the inner parsers.
 TEST(CLICallback, MayPutTheArgumentsBackThatItFound) {
     std::int32_t verbose = 0;
     const auto reorder = [](CLIOption*, const char*, int) {

@@ -23,7 +23,7 @@ Bytes counted(std::size_t size) {
     return bytes;
 }
 
-// Each whole group of `group` bytes reversed, the rest as it was.
+// Reverses each whole group of `group` bytes, and leaves the rest.
 Bytes reversedIn(Bytes bytes, std::size_t group) {
     for (std::size_t at = 0; at + group <= bytes.size(); at += group) {
         std::reverse(bytes.begin() + static_cast<std::ptrdiff_t>(at),
@@ -37,7 +37,7 @@ struct Functions {
     void (*copy)(const void*, std::size_t, void*);
 };
 
-// With every length, that of an odd tail too, at every alignment.
+// Tries every length, including those with an odd tail, at every alignment.
 void expectReversal(const Functions& functions, std::size_t size, const Bytes& expected) {
     const Bytes original = counted(size);
     GuardedBytes source(original);

@@ -48,7 +48,7 @@ TEST(TextToFourCharCode, TakesSpacesForWhatIsMissing) {
 TEST(FourCharCode, SurvivesTheWayToTextAndBack) {
     std::mt19937 random(1);
     for (int i = 0; i < 2000; ++i) {
-        // No byte is 0, which a space would come back for.
+        // The code has no byte 0, because that would come back as a space.
         const auto code = static_cast<std::uint32_t>(random()) | 0x01010101;
         ASSERT_EQ(codeOf(textOf(code)), code);
     }

@@ -25,7 +25,7 @@ struct Parsed {
     bool operator==(const Parsed&) const = default;
 };
 
-// Reads a text that ends at an inaccessible page, into bytes that do too.
+// Reads a text that ends at an inaccessible page, into bytes that also do.
 Parsed parsed(std::string_view text, std::size_t count) {
     GuardedBytes guarded(text);
     GuardedBytes bytes(count, 0xEE);

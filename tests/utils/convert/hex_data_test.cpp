@@ -42,7 +42,7 @@ std::ostream& operator<<(std::ostream& stream, const Parsed& parsed) {
     return stream << std::dec << parsed.written << '/' << parsed.total << " @" << parsed.end;
 }
 
-// Reads a text that ends at an inaccessible page, into a buffer that does too.
+// Reads a text that ends at an inaccessible page, into a buffer that also does.
 Parsed parsed(std::string_view text, std::uint32_t flags, std::size_t capacity) {
     GuardedBytes guarded(text);
     GuardedBytes buffer(capacity, kUntouched);
@@ -56,7 +56,7 @@ Parsed parsed(std::string_view text, std::uint32_t flags, std::size_t capacity) 
     return result;
 }
 
-// The whole text, if the buffer is just large enough.
+// The result of reading the whole text into a buffer of the exact size.
 Parsed whole(std::string_view text, const Bytes& bytes) {
     return {bytes, bytes.size(), bytes.size(), text.size()};
 }
@@ -166,7 +166,7 @@ TEST(HexToData, TakesNullsAndTerminatedTexts) {
     EXPECT_EQ(end, untouchedEnd);
 }
 
-// What HexToData does, digit by digit.
+// Does what HexToData does, digit by digit.
 Parsed plainly(std::string_view text, std::uint32_t flags, std::size_t capacity) {
     constexpr std::string_view kDigits = "0123456789abcdef";
     constexpr std::string_view kSpaces = " \t\n\v\f\r";
@@ -220,7 +220,7 @@ TEST(HexToData, AgreesWithReadingDigitByDigit) {
     }
 }
 
-// Every byte value at every place of a block of digits.
+// Puts every byte value at every place of a block of digits.
 TEST(HexToData, KnowsEveryCharacterAtEveryPlace) {
     for (const std::size_t length : {40u, 130u}) {
         for (std::size_t at = 0; at < length; at += length / 16) {
@@ -235,7 +235,7 @@ TEST(HexToData, KnowsEveryCharacterAtEveryPlace) {
     }
 }
 
-// Callers have these numbers compiled in.
+// These numbers are compiled into callers.
 TEST(HexToData, KeepsTheValuesOfItsFlags) {
     EXPECT_EQ((std::array{kZero, kSpace, kSeparators, kNoOdd}),
               (std::array<std::uint32_t, 4>{1, 2, 4, 8}));

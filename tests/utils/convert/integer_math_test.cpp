@@ -112,7 +112,7 @@ TEST(Isin, FollowsItsPolynomial) {
         int angle;
         int sine;
     };
-    // Computed from the formula by another program.
+    // Another program has computed these from the formula.
     const std::vector<Row> rows = {{1, 1},         {100, 79},     {2048, 1576},   {4096, 2908},
                                    {8191, 4096},   {12288, 2908}, {16383, 1},     {16385, -1},
                                    {20480, -2908}, {32767, -1},   {-4096, -2908}, {36864, 2908}};
@@ -156,7 +156,7 @@ Product product(std::uint64_t a, std::uint64_t b) {
     return result;
 }
 
-// By the four products of the halves.
+// Multiplies by the four products of the halves.
 Product productOfHalves(std::uint64_t a, std::uint64_t b) {
     const std::uint64_t aHigh = a >> 32;
     const std::uint64_t aLow = a & 0xFFFFFFFF;

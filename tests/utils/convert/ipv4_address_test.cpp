@@ -228,7 +228,7 @@ TEST(IPv4Address, SurvivesTheWayToTextAndBack) {
     }
 }
 
-// Texts of one to five parts up to 299, some of them spoilt by a stray character.
+// Texts of one to five parts up to 299. A stray character spoils some of them.
 std::string anyText(std::mt19937& random) {
     std::string text;
     const auto parts = random() % 8 == 0 ? 1 + random() % 5 : 4;

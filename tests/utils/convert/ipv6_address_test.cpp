@@ -247,7 +247,7 @@ TEST(StringToIPv6Address, RefusesSuffixesWithoutTouchingTheOutputs) {
     EXPECT_EQ(parsed("[::1]", kNoPort | kNoPrefix | kNoScope).status, kStatusOK);
 }
 
-// As in "(see fe80::1%5)" and "fe80::1%5,fe80::2%6".
+// Examples are "(see fe80::1%5)" and "fe80::1%5,fe80::2%6".
 TEST(StringToIPv6Address, ReadsAnIndexBeforePunctuation) {
     for (const std::string rest : {")", ",", ",fe80::2%6", ";x", "\"", "!", "'s", "\xE2\x80\x99"}) {
         const Parsed result = parsed(("fe80::1%4000000000" + rest).c_str());
@@ -324,7 +324,7 @@ TEST(IPv6AddressToCString, BracketsAnAddressWithAPort) {
               "[1:2:3:4:5:6:7:8]:2147483647");
 }
 
-// Each group is 0 as often as not, so that runs of every length and place come up.
+// Half of the groups are 0, so that runs of every length and place occur.
 Groups anyGroups(std::mt19937& random) {
     Groups groups;
     for (auto& group : groups) {
@@ -398,7 +398,7 @@ TEST(IPv6Address, SurvivesTheWayToTextAndBack) {
     }
 }
 
-// An address, or pieces of one in any order, and now and then a character out of place.
+// An address, or pieces of one in any order, sometimes with a stray character.
 std::string anyText(std::mt19937& random) {
     constexpr std::string_view kPieces[] = {":",  "::", "0", "1",       "ab",      "FFFF", "12345",
                                             "::", ":",  ".", "1.2.3.4", "1.2.300", "g"};

@@ -22,7 +22,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Gives 0x01020304, 0x05060708, ... while it lives.
+// While it lives, random values are 0x01020304, 0x05060708, and so on.
 class CountingSource {
   public:
     CountingSource() {
@@ -64,7 +64,7 @@ TEST(RandomBytes, TakesNoMoreValuesThanItNeeds) {
     EXPECT_EQ(bytesOf(2), (Bytes{9, 10}));  // the rest of the second value is lost
 }
 
-// Gives 0, 1, 2, ... however many are asked for at a time.
+// While it lives, random values are 0, 1, 2 and so on, however many a call asks for.
 void fillWithRunningNumbers(std::span<std::uint32_t> values) {
     static std::uint32_t next = 0;
     for (auto& value : values) value = next++;

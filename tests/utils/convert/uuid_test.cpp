@@ -99,7 +99,7 @@ TEST(StringToUUID, RefusesWithoutTouchingTheBytes) {
     EXPECT_EQ(StringToUUID(nullptr, SIZE_MAX, false, nullptr), kStatusUnsupported);
 }
 
-// Each pair of digits is a scanned field.
+// Each pair of digits is one field of the scan.
 TEST(StringToUUID, TakesASignForADigit) {
     UUID expected = kBytes;
     expected[0] = 0x0B;

@@ -1,5 +1,4 @@
-/* The logging header from C. Each function answers 0, or the line of the first check that does not
- * hold. */
+/* The logging header from C. Each function returns 0, or the line of the first check that fails. */
 #include <string.h>
 
 #include "halvane/utils/log.h"

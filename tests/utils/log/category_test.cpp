@@ -37,7 +37,7 @@ using Names = std::vector<std::string>;
 
 class LogCategoryTest : public LogTest {
   protected:
-    // The names in the order of the list. Fails the test if the list has no end.
+    // Returns the names in the order of the list. Fails the test if the list has no end.
     static Names listedNames() {
         Names names;
         const LogCategory* category = halvane::logging::logState().categories;
@@ -161,7 +161,7 @@ TEST_F(LogCategoryTest, TheListIsSortedByNameInEitherCase) {
                                               TestCategory("ALPHA"), TestCategory("gamma"),
                                               TestCategory("Beta"),  TestCategory("alpha_2")};
     for (TestCategory& category : categories) LogIsEnabled(&category, kLogLevelMax);
-    // Of equal names the later one comes behind.
+    // Of two equal names, the later category comes second.
     EXPECT_EQ(listedNames(), (Names{"ALPHA", "alpha_2", "beta", "Beta", "Delta", "gamma"}));
 }
 
@@ -199,14 +199,14 @@ TEST_F(LogCategoryTest, AMalformedControlStringLeavesADefaultCategory) {
     TestCategory category("TestOwn");
     category.initConfig = "TestOwn:level=error,TestOwn";
     EXPECT_TRUE(LogIsEnabled(&category, kLogLevelError));
-    EXPECT_EQ(category.level, kLogLevelError);  // what was kept is applied to it
+    EXPECT_EQ(category.level, kLogLevelError);  // the setting before the fault applies
     EXPECT_EQ(outputOf(category), "console");
 }
 
 TEST_F(LogCategoryTest, AFileThatCannotBeOpenedGivesWayToTheConsole) {
     const TemporaryFolder folder;
     const std::string errors = (folder.path() / "errors").string();
-    // Nobody can open a folder for writing.
+    // A folder cannot be opened for writing, even by root.
     const std::string config = std::string("?TestOwn:output=file;path=") + folder.path().string();
     TestCategory category("TestOwn");
     category.initConfig = config.c_str();
@@ -256,7 +256,7 @@ TEST_F(LogCategoryTest, FinalizingForgetsLevelOutputAndSettings) {
 }
 
 TEST_F(LogCategoryTest, AfterFinalizingCategoriesInitialiseAnewInTheirPlaces) {
-    // Also where two share a name.
+    // Two of the categories share a name.
     std::array<TestCategory, 4> categories = {TestCategory("TestB"), TestCategory("TestA"),
                                               TestCategory("TESTB"), TestCategory("TestC")};
     const Names sorted = {"TestA", "TestB", "TESTB", "TestC"};
@@ -425,7 +425,7 @@ TEST_F(LogCategoryTest, AThreadCancelledWhileItLogsLeavesTheLockFree) {
     EXPECT_EQ(recorder.text(), "next");
 }
 
-// An output in the midst of which a thread waits.
+// An output in which a thread waits.
 struct Gate {
     std::mutex mutex;
     std::condition_variable changed;
@@ -479,7 +479,7 @@ TEST_F(LogCategoryTest, AForkWhileAnotherThreadLogsLeavesTheChildAbleToLog) {
 
     std::thread logger([&slow] { LogPrintF(&slow, "f", kLogLevelError, "slow"); });
     gate.awaitEntry();
-    // The message goes on when the fork has begun, which waits for it.
+    // The fork waits for the message, which continues when the fork has begun.
     gateOfFork = &gate;
     ASSERT_EQ(pthread_atfork(openGateOfFork, nullptr, nullptr), 0);
     isLockedAtFork = false;
@@ -514,7 +514,7 @@ TEST_F(LogCategoryTest, AForkWithinACallbackDoesNotWaitForItself) {
     EXPECT_EQ(LogPrintF(&category, "f", kLogLevelError, "next"), 4);
 }
 
-// The child is within the callback as its parent is.
+// The child runs within the callback, as its parent does.
 void logInAChild(const LogMessage* message, const char*, std::size_t, void* arg) {
     auto* const category = const_cast<LogCategory*>(message->category);
     *static_cast<int*>(arg) = resultInChild([category] {

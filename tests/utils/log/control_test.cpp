@@ -79,7 +79,7 @@ TEST_F(LogControlTest, EachPartRunsToItsOwnSeparator) {
         EXPECT_EQ(LogControl(row.control), kStatusOK) << row.control;
         EXPECT_EQ(settings(), row.settings) << row.control;
     }
-    // Which of the parts a separator ends.
+    // Shows which part ends at each separator.
     LogControl(nullptr);
     LogControl("a:b:c=d=e");
     ASSERT_EQ(settings().size(), 1u);
@@ -118,7 +118,7 @@ TEST_F(LogControlTest, AnEqualPatternAndNameReplaceTheValueInPlace) {
 TEST_F(LogControlTest, PatternsAndNamesAreTheSameInEitherCase) {
     EXPECT_EQ(LogControl("Alpha:level=1,Beta:level=2"), kStatusOK);
     EXPECT_EQ(LogControl("ALPHA:Level=8"), kStatusOK);
-    // The first spelling stays, and so do the categories that it matches.
+    // The first spelling stays, and still matches the same categories.
     EXPECT_EQ(settings(), (Texts{"Alpha:level=8", "Beta:level=2"}));
     EXPECT_EQ(alpha.level, 8);
 }
@@ -133,7 +133,7 @@ TEST_F(LogControlTest, TheLaterSettingWins) {
     EXPECT_EQ(LogControl("Test:level=10,Alpha:level=20"), kStatusOK);
     EXPECT_EQ(alpha.level, 20);
     EXPECT_EQ(beta.level, 10);
-    // Replaced in place, it does not become the later one.
+    // The setting is replaced in its place, and does not move to the end.
     EXPECT_EQ(LogControl("Test:level=30"), kStatusOK);
     EXPECT_EQ(alpha.level, 20);
     EXPECT_EQ(beta.level, 30);
@@ -429,7 +429,7 @@ TEST_F(LogControlTest, AFailingSettingIsKeptAndFailsNoLaterString) {
     EXPECT_EQ(settings(), Texts{"WiFi:output=bogus"});
     EXPECT_EQ(LogControl("Alpha:level=7"), kStatusOK);
     EXPECT_EQ(alpha.level, 7);
-    // The same mistake returns the same error again.
+    // Repeating the mistake returns the same error.
     EXPECT_EQ(LogControl("WiFi:output=bogus"), kStatusUnsupported);
     EXPECT_EQ(LogControl("WiFi:output=console"), kStatusOK);
     EXPECT_EQ(settings(), (Texts{"WiFi:output=console", "Alpha:level=7"}));
@@ -446,7 +446,7 @@ TEST_F(LogControlTest, ACategoryWhoseSettingFailsKeepsItsOutput) {
 // --- The passes ---
 
 TEST_F(LogControlTest, OutputsAreTakenLast) {
-    // Whatever stands before it in the string is in force although the output fails.
+    // The output fails, but all other settings of the string take effect.
     EXPECT_EQ(LogControl("Alpha:output=bogus,Alpha:rate=2/3,Alpha:flags=pid,Alpha:level=9"),
               kStatusUnsupported);
     EXPECT_EQ(alpha.rateMax, 2u);
@@ -508,7 +508,7 @@ TEST_F(LogControlTest, APropertyListStringOfAnyScriptIsTaken) {
     EXPECT_EQ(settings(), Texts{"Caf\xC3\xA9:level=13"});
 }
 
-// Also of characters that no preferences hold.
+// The characters include those that preferences cannot hold.
 TEST_F(LogControlTest, APropertyListStringOfAnyCharactersIsTaken) {
     for (const std::string text : {"\x01", "\x7F", "\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xC2\x85"}) {
         LogControl(nullptr);

@@ -84,7 +84,7 @@ TEST_F(LogFileTest, AppendsToTheFile) {
     write("log", "before\n");
     ASSERT_EQ(setFile("path=" + path()), kStatusOK);
     log("one\n");
-    EXPECT_EQ(contents(), "before\none\n");  // at once: nothing waits in a buffer
+    EXPECT_EQ(contents(), "before\none\n");  // at once: there is no buffer
     log("two\n");
     EXPECT_EQ(contents(), "before\none\ntwo\n");
 }
@@ -164,7 +164,7 @@ TEST_F(LogFileTest, KnowsHowLongAPathMayBe) {
     EXPECT_EQ(setFile("path=" + folders + "dd/log"), kStatusOK);
     EXPECT_EQ(setFile("path=" + folders + "ddd/log"), kStatusBadPath);
 
-    // Nor must the name of a rotated file be longer than that.
+    // The name of a rotated file has the same limit.
     const std::string file = "path=" + folders.substr(0, 1016) + "/1234";
     EXPECT_EQ(setFile(file + ";roll=1K#10"), kStatusOK);   // 1023 bytes
     EXPECT_EQ(setFile(file + ";roll=1K#100"), kStatusOK);  // 1024 bytes
@@ -225,7 +225,7 @@ TEST_F(LogFileTest, RotatesBehindAMessageLargerThanTheSize) {
     EXPECT_EQ(files(), (Files{{"log", "x"}, {"log.1", "123456\n" + kEnded}}));
 }
 
-// The current file counts from two on: one and none still leave the last one behind.
+// The count includes the current file from two on. One and none both keep one old file.
 TEST_F(LogFileTest, KeepsOneOldFileForACountOfOneAndNone) {
     for (const char* const count : {"1", "0"}) {
         const std::string name = std::string("log") + count;
@@ -288,7 +288,7 @@ TEST_F(LogFileTest, MakesNoBackupForACountOfNone) {
     EXPECT_EQ(files(), (Files{{"log", "b"}, {"log.1", "a" + kEnded}}));
 }
 
-// The two would push each other's files out.
+// The log file and the backup would push each other's files out.
 TEST_F(LogFileTest, RefusesABackupAmongItsOwnFiles) {
     for (const auto& [log, backup] :
          {std::pair{"log", "log"}, {"log", "log.1"}, {"log", "log.17"}, {"log.2", "log"}}) {
@@ -317,7 +317,7 @@ TEST_F(LogFileTest, LeavesNothingBehindWhereItIsRefused) {
     EXPECT_EQ(files(), (Files{{"c", ""}}));
 }
 
-// A pipe's reader has no say in what becomes of the program.
+// The reader of a pipe must not be able to stop the program.
 TEST_F(LogFileTest, IgnoresAPipeWhoseReaderIsSlowOrGone) {
     ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
     const int reader = ::open(path("pipe").c_str(), O_RDONLY | O_NONBLOCK);
@@ -332,7 +332,7 @@ TEST_F(LogFileTest, IgnoresAPipeWhoseReaderIsSlowOrGone) {
     log("two\n");
 }
 
-// The file never stands in for a standard stream that the program has closed.
+// If the program has closed a standard stream, the log file does not take its number.
 TEST_F(LogFileTest, LeavesTheStandardDescriptorsAlone) {
     const int kept = ::dup(STDIN_FILENO);
     ::close(STDIN_FILENO);
@@ -357,7 +357,7 @@ TEST_F(LogFileTest, LeavesErrnoAlone) {
     EXPECT_EQ(errno, EDOM);
 }
 
-// A backup does not move what is no plain file: a device may stand there.
+// Only regular files are moved, because the path may name a device.
 TEST_F(LogFileTest, LeavesAloneWhatIsNoFile) {
     ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
     ASSERT_EQ(setFile("path=" + path() + ";roll=1#2;backup=" + path("pipe") + "#2"), kStatusOK);
@@ -380,7 +380,7 @@ TEST_F(LogFileTest, IgnoresAFullDisk) {
     for (int i = 0; i < 3; ++i) EXPECT_EQ(LogPrintF(&category, "", kLogLevelInfo, "abc\n"), 4);
 }
 
-// Like a full disk, it stops no program: not even with the signal SIGXFSZ.
+// Like a full disk, the limit does not end the program, not even by the signal SIGXFSZ.
 TEST_F(LogFileTest, IgnoresALimitOfTheSizeOfFiles) {
     ASSERT_EQ(setFile("path=" + path()), kStatusOK);
     EXPECT_EQ(resultInChild([] {
@@ -457,14 +457,14 @@ TEST_F(LogFileTest, CountsAnewInTheFileThatItOpensAnew) {
     EXPECT_EQ(contents("log.1"), "efg" + kEnded);
 }
 
-// In a burst not every line checks its path. The next step of the clock allows checks again.
+// During a burst, some lines do not check the path. When the clock moves on, lines check it again.
 TEST_F(LogFileTest, LooksForARenamedFileInABurstAtLeastOnceAStep) {
     constexpr unsigned kLooks = halvane::logging::LookCount::kMostInAStep;
     halvane::ScopedUpTime clock(1'000'000);
     ASSERT_EQ(setFile("path=" + path()), kStatusOK);
     for (unsigned i = 1; i < kLooks; ++i) log("a");
     std::filesystem::rename(path(), path("first"));
-    log("b");  // the last that looks
+    log("b");  // the last line that checks
     EXPECT_EQ(files(), (Files{{"first", std::string(kLooks - 1, 'a')}, {"log", "b"}}));
     std::filesystem::rename(path(), path("second"));
     log("c");
@@ -502,7 +502,7 @@ TEST_F(LogFileTest, ReopensNoStream) {
     EXPECT_EQ(LogReopen(), kStatusOK);
 }
 
-// --- What successors and backups take over ---
+// --- What successors and backups inherit ---
 
 unsigned permissionsOf(const std::string& path) {
     return static_cast<unsigned>(std::filesystem::status(path).permissions());
@@ -523,7 +523,7 @@ TEST_F(LogFileTest, HandsItsModeOn) {
     }
 }
 
-// Of a file that is there already nothing is changed.
+// An existing file stays as it is.
 TEST_F(LogFileTest, LeavesTheModeOfAnotherFileAlone) {
     ASSERT_EQ(setFile("path=" + path()), kStatusOK);
     ASSERT_EQ(::chmod(path().c_str(), 0600), 0);
@@ -552,14 +552,14 @@ TEST_F(LogFileTest, HandsItsOwnerOn) {
 
 // --- Gaps ---
 
-// The files that remain if a process ends between two renames.
+// These files remain if a process ends between two renames.
 TEST_F(LogFileTest, ShiftsFilesNoFurtherThanToTheFirstGap) {
     struct Row {
         std::vector<int> numbers;
         std::vector<int> afterwards;  // where these files are then
     };
     const Row rows[] = {
-        {{1, 2, 3}, {2, 3, 0}},  // the last one goes
+        {{1, 2, 3}, {2, 3, 0}},  // the last one is removed
         {{1, 2}, {2, 3}},
         {{2, 3}, {2, 3}},
         {{1, 3}, {2, 3}},
@@ -583,7 +583,7 @@ TEST_F(LogFileTest, ShiftsFilesNoFurtherThanToTheFirstGap) {
     }
 }
 
-// The backup was renamed, and its successor not yet made.
+// The process ended after it had renamed the backup and before it made the next.
 TEST_F(LogFileTest, ShiftsNoBackupsWhereTheNewestIsMissing) {
     write("save.1", "one");
     write("save.2", "two");
@@ -599,7 +599,7 @@ TEST_F(LogFileTest, ShiftsNoBackupsWhereTheNewestIsMissing) {
 
 constexpr int kNotHere = 77;
 
-// From here on a write of 4096 bytes and more ends the process, at once.
+// From now on a write of 4096 bytes or more ends the process at once.
 bool endAtLongWrite() {
     constexpr bool kIsBigEndian = std::endian::native == std::endian::big;
     constexpr auto kLength = offsetof(seccomp_data, args[2]) + (kIsBigEndian ? 4 : 0);
@@ -618,7 +618,7 @@ bool endAtLongWrite() {
            ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-// Rotates in a child that ends during the copy; -1 if it did.
+// Rotates in a child that ends during the copy. Returns -1 if it did end.
 int endWithinCopy(const std::string& setting) {
     return resultInChild([&] {
         if (LogControl(setting.c_str()) != kStatusOK) return 2;
@@ -628,7 +628,7 @@ int endWithinCopy(const std::string& setting) {
     });
 }
 
-// A backup is the whole log file, or is not there.
+// A backup holds the whole log file, or does not exist.
 TEST_F(LogFileTest, LeavesNoPartOfABackupWhenAProgramEndsWithinTheCopy) {
     const std::string parameters = "path=" + path() + ";roll=1#2;backup=" + path("save") + "#3";
     const std::string text(20000, 'a');
@@ -642,7 +642,7 @@ TEST_F(LogFileTest, LeavesNoPartOfABackupWhenAProgramEndsWithinTheCopy) {
         EXPECT_FALSE(std::filesystem::exists(path("save")));
         EXPECT_EQ(contents("save.1").size(), 5u);
     }
-    // The next rotation makes it, and leaves nothing else.
+    // The next rotation makes the backup, and leaves no other file.
     ASSERT_EQ(setFile(parameters), kStatusOK);
     log("b");
     const Files expected = {
@@ -709,13 +709,13 @@ TEST_F(LogFileTest, StaysInTheFolderThatItsPathWasGivenIn) {
     EXPECT_TRUE(std::filesystem::is_empty(path("elsewhere")));
 }
 
-// One file under two names, which a rotation would push out by itself.
+// The two paths name one file, which a rotation would push out.
 TEST_F(LogFileTest, KnowsARelativeBackupForTheFileItself) {
     const ScopedWorkingFolder folder(folder_.path());
     EXPECT_EQ(setFile("path=log;roll=1#2;backup=" + path("log.1") + "#2"), kStatusUnsupported);
 }
 
-// A file that cannot be renamed is kept and added to, rather than emptied.
+// If a file cannot be renamed, the output appends to it instead of emptying it.
 TEST_F(LogFileTest, KeepsTheFileThatItCannotRename) {
     std::filesystem::create_directories(path("log.1/full"));  // renames onto it fail for root too
     ASSERT_EQ(setFile("path=" + path() + ";roll=1#2"), kStatusOK);
@@ -736,7 +736,7 @@ TEST_F(LogFileTest, OpensTheSameFileOnceForAllCategories) {
     EXPECT_EQ(files(), (Files{{"log", "e"}, {"log.1", "abcd" + kEnded}}));
 }
 
-// So a control string costs no more for the outputs that those before it have set.
+// So the cost of a control string does not grow with the number of earlier outputs.
 TEST_F(LogFileTest, OpensNoFileOfASettingThatALaterOneHides) {
     ASSERT_EQ(LogControl(("File:output=file;path=" + path("hidden")).c_str()), kStatusOK);
     ASSERT_EQ(setFile("path=" + path()), kStatusOK);
@@ -745,7 +745,7 @@ TEST_F(LogFileTest, OpensNoFileOfASettingThatALaterOneHides) {
     EXPECT_EQ(files(), (Files{{"log", ""}}));
 }
 
-// If the last one fails, the one before it is used.
+// If the last setting fails, the output of the one before is used.
 TEST_F(LogFileTest, OpensTheFileBehindASettingThatFails) {
     ASSERT_EQ(setFile("path=" + path()), kStatusOK);
     EXPECT_EQ(LogControl("File:output=bogus"), kStatusUnsupported);
@@ -754,7 +754,7 @@ TEST_F(LogFileTest, OpensTheFileBehindASettingThatFails) {
     EXPECT_EQ(outputOf(category), "file;path=" + path());
 }
 
-// A control string applies all settings, so what could not be had is tried once more.
+// A control string applies all settings, so an output that failed is tried again.
 TEST_F(LogFileTest, TriesASettingThatFailsAgainWithTheNextControlString) {
     write("sub", "a file in a folder's place");
     ASSERT_EQ(setFile("path=" + path("log")), kStatusOK);

@@ -88,7 +88,7 @@ TEST(LogLevel, HalfwayTheLowerOfTwoIsNamed) {
     }
 }
 
-// The nearest of the rows in order, found by walking away from the level in steps of one.
+// Finds the nearest row by walking away from the level in steps of one.
 std::string searchedName(int level) {
     for (int distance = 0;; ++distance) {
         for (const Row& row : kNamedLevels) {

@@ -114,7 +114,7 @@ TEST_F(LogMemoryTest, ACategoryWithoutMemorySetsItselfUpOnItsNextTest) {
                        });
 }
 
-// Else programs that set a pattern at a time would take time by the square of the settings.
+// Otherwise a program that sets many patterns one by one would take quadratic time.
 TEST_F(LogMemoryTest, AControlStringTakesNoMoreForTheSettingsBeforeIt) {
     const auto allocationsOfNext = [](int number) {
         const std::string control = "pattern" + std::to_string(number) + ":level=error";

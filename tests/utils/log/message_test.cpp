@@ -50,7 +50,7 @@ class LogMessageTest : public LogTest {
 const std::string kProgram(halvane::programName());
 const std::string kPID = std::to_string(::getpid());
 
-// The log line with this text in the header's bracket.
+// The log line whose header has this text in brackets.
 std::string headed(const std::string& bracket) {
     return std::string("[") + bracket + "] text";
 }
@@ -358,7 +358,8 @@ TEST_F(LogRateTest, EachCategoryHasItsOwnCount) {
 
 class LogPiecesTest : public LogMessageTest {
   protected:
-    // Logs one formatted piece of each of these lengths, and returns the lengths that arrived.
+    // Logs one formatted piece of each of these lengths, and returns the lengths that the output
+    // received.
     std::vector<std::size_t> arrived(const std::vector<std::size_t>& lengths) {
         std::array<std::string, 4> texts;
         std::string all;

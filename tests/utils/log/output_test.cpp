@@ -133,7 +133,7 @@ TEST_F(LogOutputTest, FileMayBeAStandardStream) {
         const ScopedDescriptor error(STDERR_FILENO, errors.c_str());
         const ScopedDescriptor print(STDOUT_FILENO, printed.c_str());
         logTo(row.spec, row.spec);
-        // Without anything that flushes the stream.
+        // Nothing has flushed the stream.
         EXPECT_EQ(contentsOf(row.isError ? errors : printed), row.spec);
         EXPECT_EQ(contentsOf(row.isError ? printed : errors), "");
         ::truncate(errors.c_str(), 0);
@@ -158,8 +158,8 @@ TEST_F(LogOutputTest, AStandardStreamStaysOpenBehindTheOutput) {
 
 // --- Readers that have gone ---
 
-// Whether the program survives its messages to a pipe or a socket that replaces a descriptor; and
-// the other conditions afterwards.
+// Logs to a pipe or a socket without a reader, which replaces the descriptor. Returns whether the
+// program survives, and then what `check` returns.
 template <typename Check>
 int resultWithoutReader(int descriptor, int writer, const char* spec, Check check) {
     return resultInChild([&] {
@@ -213,7 +213,7 @@ TEST_F(LogOutputTest, ASocketThatNobodyReadsEndsNoProgram) {
     }
 }
 
-// The program may wait for it with sigwait(3).
+// The program may wait for the signal with sigwait(3).
 TEST_F(LogOutputTest, ASignalOfABrokenPipeThatTheProgramBlocksStaysItsOwn) {
     for (const bool isPending : {false, true}) {
         OutputPipe pipe;
@@ -308,7 +308,7 @@ TEST_F(LogOutputTest, AnInvalidLevelIsNone) {
 }
 
 TEST_F(LogOutputTest, ALevelTextIsCutTo31Characters) {
-    // "error+" and 25 digits are 31 characters; what follows would make it invalid.
+    // "error+" and 25 digits are 31 characters. One more character would make the level invalid.
     const std::string longest = std::string("error+") + std::string(25, '0');
     ASSERT_EQ(longest.size(), 31u);
     logTo(std::string("syslog;level=") + longest + "x", "text", kLogLevelInfo);
@@ -411,7 +411,7 @@ TEST_F(LogOutputTest, ACallbackNeedsAFunctionAndWholePointers) {
               kStatusUnknownParameter);
 }
 
-// The program's own output also goes out at once, in order.
+// The program's own output also appears at once, in order.
 TEST_F(LogOutputTest, AStandardStreamIsUnbuffered) {
     const int status = resultInChild([this] {
         if (std::freopen(printed.c_str(), "w", stdout) == nullptr) return 1;

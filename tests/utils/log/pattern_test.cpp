@@ -149,7 +149,7 @@ TEST(LogPattern, BytesBeyondASCIIAreCharactersToo) {
 }
 
 TEST(LogPattern, ManyStarsOnALongNameAreNotSlow) {
-    // Tried one way after the other these would take longer than the universe has been there.
+    // Trying one way after the other would take longer than the age of the universe.
     std::string stars;
     for (int i = 0; i < 100; ++i) stars += "a*";
     EXPECT_FALSE(__LogCategory_match("^" + stars + "b$", std::string(2000, 'a')));
@@ -174,8 +174,8 @@ std::vector<std::string> allNames(std::size_t longest) {
 
 class PatternMaker {
   public:
-    // A pattern that means the same to regular expressions: of plain characters and dots, each with
-    // at most one star, and anchors at the ends only.
+    // A pattern with the same meaning as a regular expression: plain characters and dots, each with
+    // at most one star, and anchors only at the ends.
     std::string next() {
         std::string pattern;
         if (oneOf(3) == 0) pattern += '^';
@@ -209,7 +209,7 @@ TEST(LogPattern, AgreesWithRegularExpressionsWhereBothMeanTheSame) {
             matches += expected ? 1 : 0;
         }
     }
-    // Neither result is rare.
+    // Both results are common.
     EXPECT_GT(matches, kPatterns * 63 / 10);
     EXPECT_LT(matches, kPatterns * 63 * 9 / 10);
 }

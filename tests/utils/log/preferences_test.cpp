@@ -71,7 +71,7 @@ TEST_F(LogPreferencesTest, APlusStoresAllSettings) {
     EXPECT_EQ(stored(), "(none)");
     EXPECT_EQ(LogControl("+WiFiScan:flags=time;level,b:LEVEL=5"), kStatusOK);
     EXPECT_EQ(stored(), "B:level=5,A:bogus=x=y:z,WiFiScan:flags=time;level");
-    // Also without its own entry.
+    // A "+" without an entry of its own stores them, too.
     EXPECT_EQ(LogControl("C:level=1"), kStatusOK);
     EXPECT_EQ(LogControl("+"), kStatusOK);
     EXPECT_EQ(stored(), "B:level=5,A:bogus=x=y:z,WiFiScan:flags=time;level,C:level=1");
@@ -131,7 +131,7 @@ TEST_F(LogPreferencesTest, ManySettingsTakeTimeInProportion) {
     for (int i = 0; i < 50'000; ++i)
         text.append(1, 'p').append(std::to_string(i)).append(":level=1,");
     store(text);
-    EXPECT_EQ(LogControl("?"), kStatusOK);  // an hour, were each compared with all the others
+    EXPECT_EQ(LogControl("?"), kStatusOK);  // comparing each with all others would take an hour
     EXPECT_EQ(settings().size(), 50'000u);
 }
 
@@ -204,7 +204,7 @@ TEST_F(LogPreferencesTest, AStoredPlusIsNotStoredAgain) {
 }
 
 TEST_F(LogPreferencesTest, CallbacksInThemAreIgnored) {
-    // Another process wrote them, and these addresses meant something else there.
+    // Another process stored the settings. Its addresses mean something else here.
     LogRecorder recorder;
     const std::string callback = recorder.spec();
     for (const char* name : {"output", "OUTPUT", "Output"}) {
@@ -282,7 +282,7 @@ TEST_F(LogPreferencesTest, FinalizingReleasesTheApplication) {
 
 // --- Damage ---
 
-// Preferences in a folder of the test, instead of the program's own.
+// Keeps the preferences in a folder of the test.
 class PreferencesFolder {
   public:
     const std::filesystem::path& path() const { return folder_.path(); }
@@ -380,7 +380,7 @@ TEST_F(LogPreferencesTest, DamagedOnesDoNotKeepNewOnesFromBeingStored) {
     EXPECT_NE(recorder.text().find("### The preferences were damaged"), std::string::npos);
 }
 
-// Takes no memory, as a recorder does.
+// Allocates nothing, unlike a recorder.
 std::size_t bytesTold = 0;
 void countBytes(const LogMessage*, const char*, std::size_t length, void*) {
     bytesTold += length;
@@ -416,7 +416,7 @@ TEST_F(LogPreferencesTest, AWarningThatMemoryIsLackingForIsGivenLater) {
 
 // --- Other processes ---
 
-// As another process does, which the writing waits for.
+// Holds the lock like another process, so that writing waits.
 class HeldPreferences {
   public:
     explicit HeldPreferences(const PreferencesFolder& folder) {
@@ -465,7 +465,7 @@ TEST_F(LogPreferencesTest, WhatOneProcessStoresAnotherFinds) {
 
 // --- The first call of a process ---
 
-// Calls that are each the first of a process.
+// Each of these may be the first call of a process.
 struct FirstCall {
     const char* name;
     void (*call)(LogCategory& category);
@@ -493,14 +493,14 @@ constexpr std::array<FirstCall, 7> kFirstCalls = {{
 constexpr const char* kFolderVariable = "HALVANE_TEST_PREFERENCES";
 constexpr const char* kCallVariable = "HALVANE_TEST_FIRST_CALL";
 
-// Runs the test that calls this, and no other, in a new process with these preferences.
+// Runs the calling test, and no other, in a new process with these preferences.
 halvane::testing::ProgramResult runTestAnew(const PreferencesFolder& folder, const char* call) {
     const auto* const test = ::testing::UnitTest::GetInstance()->current_test_info();
-    // By its own name, which the preferences go by.
+    // The preferences depend on the program's name, so it runs by its own name.
     const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
     const ScopedEnvironment folderVariable(kFolderVariable, folder.path().string());
     const ScopedEnvironment callVariable(kCallVariable, call);
-    // Whichever shard this is: the test runs there.
+    // The test runs there even if this process is one shard of several.
     const ScopedEnvironment shardsVariable("GTEST_TOTAL_SHARDS", "1");
     const ScopedEnvironment shardVariable("GTEST_SHARD_INDEX", "0");
     auto result = runProgram(

@@ -1,5 +1,5 @@
-// What tests of the logging system share: a fresh start for each test, categories to play with,
-// and processes of a test's own.
+// What tests of the logging system share: a fresh start for each test, categories of their own, and
+// child processes.
 #ifndef TESTS_UTILS_LOG_TEST_SUPPORT_H
 #define TESTS_UTILS_LOG_TEST_SUPPORT_H
 
@@ -25,7 +25,7 @@
 
 namespace halvane::testing {
 
-// A category of a test's own, which leaves the library's list when it goes.
+// A category of the test. Its destructor removes it from the library's list.
 struct TestCategory : LogCategory {
     explicit TestCategory(const char* itsName, std::int32_t itsDefaultLevel = kLogLevelInfo)
         : LogCategory{} {
@@ -50,8 +50,8 @@ struct TestCategory : LogCategory {
     }
 };
 
-// Finds the library without settings, stored ones included, and without listed categories before
-// and after each test.
+// Clears all settings, including stored ones, and the list of categories before and after each
+// test.
 class LogTest : public ::testing::Test {
   protected:
     LogTest() {
@@ -80,7 +80,7 @@ class LogTest : public ::testing::Test {
         return texts;
     }
 
-    // The specifications of the outputs that there are.
+    // The specifications of the existing outputs.
     static std::vector<std::string> outputs() {
         std::vector<std::string> specs;
         for (const auto& [spec, output] : logging::logState().outputs) specs.push_back(spec);
@@ -100,7 +100,7 @@ class LogTest : public ::testing::Test {
     }
 };
 
-// Replaces a descriptor, such as standard error, by a file while it lives.
+// While it lives, a file replaces a descriptor, such as standard error.
 class ScopedDescriptor {
   public:
     ScopedDescriptor(int descriptor, const char* path)
@@ -123,14 +123,14 @@ class ScopedDescriptor {
     int saved_;
 };
 
-// What `run`, called in a process forked from this one, returns; -1 where a signal ends that
-// process, which one gets that takes a minute.
+// Returns what `run` returns in a process forked from this one; -1 if a signal ended that process.
+// A process that takes a minute gets such a signal.
 template <typename Run>
 int resultInChild(Run run) {
     const pid_t child = ::fork();
     if (child == 0) {
         ::alarm(60);
-        // Past the sanitizers' last look: the parent's threads are not the child's to join.
+        // Skips the sanitizers' last check: the child cannot join the threads of its parent.
         ::syscall(SYS_exit_group, run());
     }
     int status = 0;

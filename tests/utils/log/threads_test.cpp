@@ -48,7 +48,8 @@ std::string lineOf(int thread, int number) {
     return "thread " + std::to_string(thread) + " line " + std::to_string(number) + filling;
 }
 
-// The lines of a log file and the ones rotated from it, oldest first, without what a rotation adds.
+// The lines of a log file and of its rotated files, oldest first, without the lines that a rotation
+// adds.
 std::vector<std::string> linesOf(const std::string& path, int count) {
     std::vector<std::string> lines;
     for (int number = count; number >= 0; --number) {
@@ -86,7 +87,7 @@ TEST_F(LogThreadsTest, LoseNoLineAcrossRotations) {
         ++number;
     }
     EXPECT_EQ(next, std::vector<int>(kThreads, kLinesOfThread));
-    EXPECT_TRUE(std::filesystem::exists(path() + ".50"));  // that there were rotations
+    EXPECT_TRUE(std::filesystem::exists(path() + ".50"));  // there were rotations
 }
 
 TEST_F(LogThreadsTest, LoseOnlyTheOldestFilesWhereFewAreKept) {
@@ -101,7 +102,7 @@ TEST_F(LogThreadsTest, LoseOnlyTheOldestFilesWhereFewAreKept) {
         ASSERT_EQ(std::sscanf(line.c_str(), "thread %d line %d", &thread, &number), 2) << line;
         ASSERT_TRUE(thread >= 0 && thread < kThreads) << line;
         int& expected = next[static_cast<std::size_t>(thread)];
-        if (expected < 0) expected = number;  // the first one kept
+        if (expected < 0) expected = number;  // the first one stays
         ASSERT_EQ(line, lineOf(thread, expected));
         ++expected;
     }
@@ -142,7 +143,7 @@ TEST_F(LogThreadsTest, MayLogWhileACategoryIsControlled) {
     controller.join();
 }
 
-// Also where each first test makes the preferences be read again.
+// Each first test also makes the library read the preferences again.
 TEST_F(LogThreadsTest, LoseNoMessageOfFirstTests) {
     static TestCategory untested[] = {TestCategory("ThreadTestA"), TestCategory("ThreadTestB"),
                                       TestCategory("ThreadTestC"), TestCategory("ThreadTestD")};

@@ -1,5 +1,5 @@
-/* Every front end called from C. Each function answers 0, or the line of the first check that
- * does not hold. */
+/* Every front end called from C. Each function returns 0, or the line of the first check that
+ * fails. */
 #include <stdlib.h>
 #include <string.h>
 

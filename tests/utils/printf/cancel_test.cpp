@@ -1,4 +1,4 @@
-// A thread that is cancelled while it formats unwinds; nothing leaks, nothing aborts.
+// A thread that is cancelled while it formats unwinds. It leaks nothing, and does not abort.
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// A cancellation point in the middle of an output: what a blocking stream is, too.
+// An output that is a cancellation point, as a blocking stream is.
 std::int32_t cancelHere(const char*, std::size_t length, void*) {
     pthread_cancel(pthread_self());
     pthread_testcancel();

@@ -26,7 +26,7 @@ TEST(PrintFParsing, ReportsWhatIsNoConversion) {
     EXPECT_EQ(printed("%\x80"), "<<UNKNOWN FORMAT CONVERSION CODE %\x80>>");
 }
 
-// A conversion ends with the format; nothing behind the terminator is read.
+// A conversion ends with the format. The parser reads nothing behind the terminator.
 TEST(PrintFParsing, EndsWithTheFormat) {
     EXPECT_EQ(printed("a%"), "a<<UNKNOWN FORMAT CONVERSION CODE %>>");
     EXPECT_EQ(printed("%-08.3ll"), "<<UNKNOWN FORMAT CONVERSION CODE %>>");
@@ -123,7 +123,7 @@ std::string nested(const char* outer, const char* format, ...) {
     return text;
 }
 
-// `arguments` is copied first: as a parameter it is no object of type va_list everywhere.
+// A parameter is not an object of type va_list on every platform, so `arguments` is copied first.
 std::string nestedFromParameter(const char* format, va_list arguments) {
     va_list copy;
     va_copy(copy, arguments);

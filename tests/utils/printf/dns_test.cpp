@@ -46,7 +46,7 @@ TEST(PrintFDNSName, StopsWhereTheOutputAreaEnds) {
     for (int i = 0; i < 4; ++i) name += label(63);
     const std::string four = printed("%##s", name.c_str());
     EXPECT_EQ(four.size(), 256u);
-    // The area holds exactly 256 + 43 characters.
+    // The buffer holds exactly 256 + 43 characters.
     EXPECT_EQ(printed("%##s", (name + label(42, 'b')).c_str()), four + std::string(42, 'b') + ".");
     EXPECT_EQ(printed("%##s", (name + label(43, 'b')).c_str()), four + "<<DNS NAME TOO LONG>>");
     EXPECT_EQ(printed("%##s", (name + label(63)).c_str()), four + "<<DNS NAME TOO LONG>>");
@@ -66,7 +66,7 @@ TEST(PrintFDNSName, LimitsTheTextToThePrecision) {
     }
 }
 
-// A precision of one less than the size keeps the reader within a name that lies.
+// With a precision of one less than the size, the reader stays within a name with false lengths.
 TEST(PrintFDNSName, StaysWithinThePrecisionOfHostileNames) {
     const Bytes sample = {3,   'w', 'w', 'w', 7,   'e', 'x', 'a', 'm',
                           'p', 'l', 'e', 3,   'c', 'o', 'm', 0};
@@ -131,7 +131,7 @@ TEST(PrintFTXTRecord, WantsAPackedRecordToBeOneString) {
     EXPECT_EQ(record(counted("waMA=1") + counted("b")),
               "### bad TXT record length byte (6, 8 expected)\n");
     EXPECT_EQ(record("\xFFwaMA="), "### bad TXT record length byte (255, 5 expected)\n");
-    // Five bytes are too few to be one.
+    // A string of five bytes is too short for a record.
     EXPECT_EQ(record("\x04waMA"), "waMA\n");
 }
 

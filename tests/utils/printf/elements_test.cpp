@@ -199,7 +199,7 @@ const std::vector<KnownVendor> kKnownVendors = {
     {{0x00, 0x50, 0xF2, 4}, "WPS"},
 };
 
-// What an element prints as that is no vendor element of four bytes or more.
+// The output for an element that is not a vendor element of four bytes or more.
 std::string plainElement(int id, const Bytes& body) {
     const int size = static_cast<int>(body.size());
     if (id == 221) {
@@ -213,7 +213,7 @@ std::string plainElement(int id, const Bytes& body) {
     return printed("%3d %-27s %2.2H\n", id, name, body.data(), size, size);
 }
 
-// The first bytes of a body that ends within its OUI are no type, whatever they hold.
+// A body that ends within its OUI has no type, whatever its first bytes are.
 TEST(PrintFElements, PrintsEveryElementWithEveryShortBody) {
     constexpr std::size_t kLongestBody = 6;
     constexpr std::size_t kVendorStart = 4;

@@ -39,8 +39,8 @@ std::int32_t collectPiece(const char* text, std::size_t length, void* pieces) {
     return 0;
 }
 
-// What a buffer of `capacity` bytes holds of an output in pieces of whole characters: of each as
-// much as fits.
+// Returns what a buffer of `capacity` bytes holds after these pieces: as many whole characters of
+// each as fit.
 std::string storedOf(const std::vector<std::string>& pieces, std::size_t capacity) {
     std::string stored;
     for (const std::string& piece : pieces) {
@@ -192,7 +192,7 @@ TEST(ASPrintF, LeavesThePointerAloneOnFailure) {
     EXPECT_EQ(text, before);
 }
 
-// Nothing is allocated for a text that no count could tell the length of.
+// If no count could state the length of the text, the function allocates nothing.
 TEST(ASPrintF, RefusesATextLongerThanACountTells) {
     const int huge = std::numeric_limits<int>::max();
     char* text = nullptr;
@@ -261,7 +261,7 @@ TEST(CPrintF, SignalsTheEndOfAnEmptyOutput) {
 }
 
 TEST(CPrintF, EndsWithTheStatusOfTheCallbackUnchanged) {
-    // Pieces: "a", "1", "b", two of padding and text, and the end signal.
+    // The pieces are "a", "1", "b", padding, text, and the end signal.
     for (std::size_t limit = 0; limit < 6; ++limit) {
         Pieces pieces{{}, limit, -12345};
         EXPECT_EQ(CPrintF(collect, &pieces, "a%db%3s", 1, "x"), -12345) << limit;
@@ -345,7 +345,7 @@ bool isFree(FILE* stream) {
     return isFree;
 }
 
-// A value that looks, in the middle of a message, whether another thread might cut in.
+// A value whose description checks whether another thread could write in the middle of the message.
 class Witness : public halvane::PropertyListObject {
   public:
     explicit Witness(FILE* stream) : stream_(stream) {}

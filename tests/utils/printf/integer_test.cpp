@@ -37,7 +37,7 @@ std::vector<std::string> flagSets(const std::string& flags) {
 const std::array<std::string, 5> kWidths = {"", "1", "5", "12", "70"};
 const std::array<std::string, 6> kPrecisions = {"", ".", ".0", ".1", ".5", ".25"};
 
-// Calls `check` with every specification built from these parts, without the conversion character.
+// Calls `check` with every specification made of these parts, without the conversion character.
 template <typename Check>
 void forEachSpecification(const std::string& flags, Check check) {
     for (const auto& set : flagSets(flags)) {
@@ -71,7 +71,7 @@ void expectSignedLikeLibc(const std::string& modifier) {
     }
 }
 
-// '+' and ' ' mean nothing for an unsigned conversion in C, '#' nothing for 'u'.
+// In C, '+' and ' ' have no meaning for an unsigned conversion, and '#' has none for 'u'.
 template <typename Integer>
 void expectUnsignedLikeLibc(const std::string& modifier) {
     for (const Integer value : boundaries<Integer>()) {
@@ -80,7 +80,7 @@ void expectUnsignedLikeLibc(const std::string& modifier) {
                 expectSameAsLibc("[" + start + modifier + code + "]", value);
             }
         });
-        // Ours puts the prefix before a zero as well.
+        // This engine also puts the prefix before a zero.
         if (value == 0) continue;
         forEachSpecification("-0#", [&](const std::string& start) {
             expectSameAsLibc("[" + start + modifier + "x]", value);
@@ -124,13 +124,13 @@ TEST(PrintFInteger, DropsBitsBeyondTheSizeModifierLikeLibc) {
 }
 
 TEST(PrintFInteger, FormatsTextLikeLibc) {
-    // '0', '+', ' ' and '#' mean nothing for these in C.
+    // In C, '0', '+', ' ' and '#' have no meaning for these.
     forEachSpecification("-", [](const std::string& start) {
         for (const char* text :
              {"", "a", "four", "twelve chars", "a text longer than the widths"}) {
             expectSameAsLibc("[" + start + "s]", text);
         }
-        // A precision means nothing for 'c' in C.
+        // In C, a precision has no meaning for 'c'.
         if (start.find('.') == start.npos) expectSameAsLibc("[" + start + "c]", 'x');
     });
 }

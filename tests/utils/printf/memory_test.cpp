@@ -89,7 +89,7 @@ int append(char** text, HeapMemory memory, const char* format, ...) {
     return result;
 }
 
-// A string that moved at each kilobyte would be copied as often as it has kilobytes.
+// If the string moved at each kilobyte, it would be copied once for each kilobyte.
 TEST(HeapString, MovesSeldomWhileItIsAppendedTo) {
     constexpr int kAppends = 1000;
     constexpr std::size_t kPiece = 1000;
@@ -134,7 +134,7 @@ int printScarcely(char** text, const char* format, ...) {
     return result;
 }
 
-// The new text needs one allocation, and the string that it is appended to another.
+// The new text needs one allocation, and appending it needs another.
 TEST(HeapString, KeepsTheStringThatNothingCanBeAppendedTo) {
     for (int left = 0; left < 2; ++left) {
         Scarce scarce;
@@ -175,14 +175,15 @@ TEST(HeapString, IsReleasedWhenMemoryEnds) {
 
 #if !HALVANE_IS_SANITIZED
 
-// Of this thread, counted where all allocations pass: malloc and its kin, replaced below.
+// The number of allocations of this thread. All go through malloc and its kin, which are replaced
+// below.
 std::size_t allocationCount();
 
 std::int32_t discard(const char*, std::size_t, void*) {
     return 0;
 }
 
-// How often a format allocates, given to a callback and to a buffer.
+// The number of allocations for a format, given to a callback and to a buffer.
 std::size_t allocationsOf(const char* format, ...) {
     std::array<char, 4096> buffer;
     va_list arguments;

@@ -1,4 +1,4 @@
-// What a format prints, as the callback front end delivers it, checked against the others.
+// The output of a format through the callback front end, compared with the other front ends.
 #ifndef TESTS_UTILS_PRINTF_TEST_SUPPORT_H
 #define TESTS_UTILS_PRINTF_TEST_SUPPORT_H
 

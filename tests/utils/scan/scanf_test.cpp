@@ -420,7 +420,7 @@ TEST(Scan, TakesNullTextAndFormatAsEmpty) {
     EXPECT_EQ(value, 99);
 }
 
-// Where libc means the same, it is asked; the formats keep to that part.
+// Compares with the C library. The formats use only what means the same in both.
 TEST(Scan, AgreesWithTheStandardLibrary) {
     constexpr std::string_view kAlphabet = "0123456789abcdef+- \t,=";
     const std::vector<const char*> formats = {
@@ -468,7 +468,7 @@ TEST(Scan, AgreesWithTheStandardLibraryOnTexts) {
     }
 }
 
-// Formats made of the characters that mean something, against short inputs without a terminator.
+// Formats of characters with a meaning, against short inputs without a terminator.
 TEST(Scan, StaysInBoundsForAnyFormat) {
     constexpr std::string_view kAlphabet = "%%%*&#0123hljtzdxoibcs[]^n ab";
     std::mt19937 random(20261123);
@@ -477,7 +477,7 @@ TEST(Scan, StaysInBoundsForAnyFormat) {
         for (std::size_t i = random() % 10; i > 0; --i) {
             format += kAlphabet[random() % kAlphabet.size()];
         }
-        // Every destination holds whatever a conversion may store there.
+        // Every destination has room for whatever a conversion may store there.
         std::uint64_t room[5][4] = {};
         const int assigned = scan("0x12 ab ]0b1", format.c_str(), room[0], room[1], room[2],
                                   room[3], room[4], room[0], room[1], room[2], room[3], room[4]);

@@ -126,7 +126,7 @@ TEST(TextCompare, ComparesMemoryBeyondNulls) {
     EXPECT_EQ(memicmp(nullptr, nullptr, 0), 0);
 }
 
-// Of the 256 bytes, the 26 capital letters have one other byte that they equal.
+// Of all bytes, only the 26 capital letters equal another byte.
 TEST(TextCompare, FoldsTheLettersOfAsciiAndNoOthers) {
     for (int a = 1; a < 256; ++a) {
         for (int b = 1; b < 256; ++b) {

@@ -145,7 +145,7 @@ TEST(DNSName, CountsAnEscapeAsOneCharacter) {
     for (const auto& [name, status] : rows) EXPECT_EQ(validity(name), status) << name;
 }
 
-// The name with each of its characters but the dots as a backslash and decimal digits.
+// The name with each character except the dots as a backslash and decimal digits.
 std::string escapedNameOf(std::size_t size) {
     std::string escaped;
     for (const char character : nameOf(size)) escaped += character == '.' ? "." : "\\097";

@@ -19,7 +19,7 @@ int compare(const std::string& a, const std::string& b, bool caseSensitive = tru
     return TextCompareNatural(a.data(), a.size(), b.data(), b.size(), caseSensitive);
 }
 
-// Each name comes before all those behind it.
+// Expects each name to come before all names behind it.
 void expectAscending(const std::vector<std::string>& names, bool caseSensitive) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         for (std::size_t j = 0; j < names.size(); ++j) {
@@ -95,7 +95,7 @@ TEST(NaturalOrder, ReadsNothingPastTheLengths) {
     EXPECT_EQ(TextCompareNatural(terminated.chars(), SIZE_MAX, b.chars(), b.size(), true), 0);
 }
 
-// Names over an alphabet in which numbers, zeros and prefixes meet often.
+// Names over an alphabet that makes numbers, zeros and prefixes meet often.
 std::vector<std::string> generatedNames(std::size_t count) {
     std::mt19937 random(17);
     const std::string alphabet = "0012aAb-:";

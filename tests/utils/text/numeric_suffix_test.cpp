@@ -93,7 +93,8 @@ TEST(NumericSuffix, SaturatesBeyond64Bits) {
                         });
 }
 
-// The text of a stated length, with the number appended within `capacity` bytes of memory.
+// Returns the text with the number appended. The text has a stated length, within `capacity` bytes
+// of memory.
 std::string appended(const std::string& text, std::size_t capacity, std::uint64_t number,
                      bool parenthesised) {
     GuardedBytes buffer(std::max(capacity, text.size()), 'x');
@@ -149,8 +150,8 @@ TEST(NumericSuffix, IsRefusedWhereItDoesNotFitAlone) {
     EXPECT_EQ(length, 99u);
 }
 
-// The content of `capacity` bytes of memory with a terminated text after the change of its suffix:
-// the text and its terminator, or a status if the call failed.
+// Changes the suffix of a terminated text in `capacity` bytes of memory. Returns the text and its
+// terminator, or a status if the call fails.
 std::string ofTerminated(const std::string& text, std::size_t capacity, auto&& change) {
     GuardedBytes buffer(std::max(capacity, text.size() + 1), 'x');
     text.copy(buffer.chars(), text.size());
@@ -255,7 +256,7 @@ TEST(NumericSuffix, BeginsAgainBehindTheLastNumber) {
     EXPECT_EQ(incremented("a-99999999999999999999", kDashed, 10), "a-2");
 }
 
-// Gives the same random number again and again while it lives.
+// While it lives, every random number is the same.
 class ConstantChance {
   public:
     explicit ConstantChance(std::uint32_t number) {

@@ -18,7 +18,7 @@ using Words = std::vector<std::string>;
 using Parse = bool (*)(const char*, const char*, char, char*, std::size_t, std::size_t*,
                        std::size_t*, const char**);
 
-// All tokens of a text, which is read at the end of a page.
+// Returns all tokens of a text, which ends at an inaccessible page.
 Words tokens(Parse parse, std::string_view text, char delimiter) {
     GuardedBytes guarded(text);
     GuardedBytes buffer(text.size());  // no token is longer than its written form

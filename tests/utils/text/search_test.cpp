@@ -154,8 +154,8 @@ TEST(TextSearch, LooksNotFarBehindThePlace) {
     }
 }
 
-// Wherever a long text is parted, a place before, over or behind the parting is found, and none
-// behind the end.
+// The search finds a place before, across or after any cut of a long text, and no place behind its
+// end.
 TEST(TextSearch, FindsPlacesAnywhereInLongTexts) {
     for (const TerminatedSearch& search : kTerminatedSearches) {
         SCOPED_TRACE(search.name);
@@ -195,7 +195,8 @@ TEST(BoyerMoore, TakesLengthsAsTheyAre) {
     EXPECT_EQ(BoyerMooreSearch(text, 5, nullptr, 0), text);
 }
 
-// Every text over a small alphabet with every pattern, so that all ways of repeating are met.
+// Combines every text over a small alphabet with every pattern, so that all kinds of repetition
+// occur.
 void forEachWord(string_view alphabet, std::size_t longest, auto&& use) {
     std::vector<std::string> words = {""};
     for (std::size_t first = 0, length = 0; length <= longest; ++length) {
@@ -295,7 +296,7 @@ TEST(TextSearch, IgnoringCaseAgreesWithMemmemOnLoweredTexts) {
     }
 }
 
-// A search that took the product of both lengths would need hours for these.
+// A search whose time is the product of both lengths would need hours for these.
 TEST(TextSearch, TakesTimeInProportionToTheText) {
     constexpr std::size_t kSize = 4'000'000;
     const std::string half(kSize / 4, 'a');

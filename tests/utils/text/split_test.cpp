@@ -19,7 +19,7 @@ namespace {
 using halvane::testing::GuardedBytes;
 using Words = std::vector<std::string>;
 
-// What `read` (text, end, length, next) cuts a text into.
+// Returns the pieces into which `read` (text, end, length, next) cuts a text.
 template <typename Read>
 Words pieces(std::string_view text, Read read) {
     GuardedBytes guarded(text);
@@ -198,7 +198,8 @@ TEST(TextSplit, LosesNothing) {
     }
 }
 
-// One look at each byte: a search for each line's carriage return would read the rest each time.
+// The function looks at each byte once. If it searched for the carriage return of each line, it
+// would read the rest each time.
 TEST(TextSplit, ReadsAMillionShortLines) {
     std::string text;
     for (int i = 0; i < 1'000'000; ++i) text += "a\n";

@@ -44,7 +44,7 @@ TEST(UTFText, IsCutBetweenCharacters) {
     }
 }
 
-// A full stop behind makes each text too long by one.
+// A full stop at the end makes each text one byte too long.
 TEST(UTFText, IsCutBeforeBytesThatAreNoCharacter) {
     const std::vector<std::pair<std::string, std::size_t>> rows = {
         {"a\xC3", 1},          // a lead byte alone

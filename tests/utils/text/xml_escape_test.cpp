@@ -14,7 +14,7 @@ namespace {
 
 using halvane::testing::GuardedBytes;
 
-// By each of the three ways, which must agree.
+// Escapes the text in three ways, which must agree.
 std::string escaped(std::string_view text) {
     GuardedBytes guarded(text);
     std::size_t needed = 0;
