@@ -2,12 +2,17 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/capture/fcs.h"
+#include "halvane/capture/frame_record.h"
 
 #include "tests/capture/packets.h"
 #include "tests/support/hostile_bytes.h"
@@ -101,19 +106,70 @@ TEST(CapturedFrame, TellsThatItsRadioHeaderIsMalformed) {
     EXPECT_TRUE(frame.isCut);
 }
 
+// A radio header of each link type.
+struct Header {
+    LinkType linkType;
+    Bytes bytes;
+};
+
+std::vector<Header> headersOfEveryLinkType() {
+    Bytes prism = {0x44, 0x00, 0x00, 0x00, 0x24, 0x00, 0x00, 0x00};  // length 36
+    prism.resize(24);                                                // device name
+    prism.insert(prism.end(), {0x44, 0x00, 0x06, 0x00, 0, 0, 4, 0, 0xC4, 0xFF, 0xFF, 0xFF});
+    Bytes avs = {0x80, 0x21, 0x10, 0x01, 0x00, 0x00, 0x00, 0x40};  // version 1, length 64
+    avs.resize(64);
+    Bytes ppi = {0x00, 0x00, 0x20, 0x00, 0x69, 0x00, 0x00, 0x00, 0x02, 0x00, 0x14, 0x00};
+    ppi.resize(32);  // 802.11-Common
+    return {{LinkType::IEEE80211, {}}, {LinkType::Prism, prism},
+            {LinkType::Prism, avs},    {LinkType::AVS, avs},
+            {LinkType::PPI, ppi},      {LinkType::Radiotap, withRadiotap(0x10, {})}};
+}
+
 TEST(CapturedFrame, IsShortInEveryPrefixUpToItsElements) {
-    const Bytes packet = withRadiotap(0, beaconPacket());
-    halvane::testing::forEachPrefix(packet, [&](const ByteBuffer& prefix) {
-        const auto frame = examinePacket(LinkType::Radiotap, prefix.bytes(), packet.size());
-        EXPECT_EQ(frame.isCut, prefix.size() < packet.size());
-        if (prefix.size() + 3 >= packet.size()) {
-            EXPECT_TRUE(frame.content) << prefix.size();
-        } else {
-            ASSERT_FALSE(frame.content) << prefix.size();
-            EXPECT_EQ(frame.content.error(),
-                      prefix.size() < 10 ? SkipReason::MalformedHeader : SkipReason::Short);
-        }
-    });
+    for (const auto& [linkType, header] : headersOfEveryLinkType()) {
+        SCOPED_TRACE(static_cast<int>(linkType));
+        const std::size_t headerSize = header.size();
+        const Bytes packet = joined(header, beaconPacket());
+        const std::size_t elements = packet.size() - 3;
+        halvane::testing::forEachPrefix(packet, [&](const ByteBuffer& prefix) {
+            const auto frame = examinePacket(linkType, prefix.bytes(), packet.size() + 4);
+            EXPECT_TRUE(frame.isCut);
+            ASSERT_EQ(frame.content.has_value(), prefix.size() >= elements) << prefix.size();
+            if (frame.content) {
+                EXPECT_EQ(frame.beacon()->elements.size(), prefix.size() - elements);
+            } else {
+                EXPECT_EQ(frame.content.error(), prefix.size() < headerSize
+                                                     ? SkipReason::MalformedHeader
+                                                     : SkipReason::Short)
+                    << prefix.size();
+            }
+        });
+    }
+}
+
+// Whether the part lies within the packet.
+bool isWithin(std::span<const std::uint8_t> part, std::span<const std::uint8_t> packet) {
+    const std::less_equal<const std::uint8_t*> isUpTo;
+    return part.empty() || (isUpTo(packet.data(), part.data()) &&
+                            isUpTo(part.data() + part.size(), packet.data() + packet.size()));
+}
+
+TEST(CapturedFrame, LiesWithinThePacketWhateverAnOctetIs) {
+    for (const auto& [linkType, header] : headersOfEveryLinkType()) {
+        SCOPED_TRACE(static_cast<int>(linkType));
+        const Bytes packet = joined(header, beaconPacket());
+        std::vector<std::size_t> offsets(packet.size());
+        std::iota(offsets.begin(), offsets.end(), std::size_t{0});
+        halvane::testing::forEachValueAt(packet, offsets, [&](const ByteBuffer& mutant) {
+            const auto frame = examinePacket(linkType, mutant.bytes());
+            ASSERT_TRUE(isWithin(frame.radio.frame, mutant.bytes()));
+            if (frame.content) {
+                ASSERT_TRUE(isWithin(frame.beacon()->elements, frame.radio.frame));
+            }
+            const auto sighting = sightingOfPacket(linkType, mutant.bytes());
+            ASSERT_EQ(sighting.has_value(), frame.content.has_value());
+        });
+    }
 }
 
 }  // namespace
