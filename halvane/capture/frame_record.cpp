@@ -51,7 +51,8 @@ std::optional<Number> channelOfElements(const HalvaneMAC& record) {
 
 std::optional<Number> channelOfRadio(const RadioInfo& radio) {
     if (const auto channel = channelOfFrequency(radio.frequencyMHz)) return channel;
-    return radio.channel ? std::optional<Number>(*radio.channel) : std::nullopt;
+    if (!radio.channel || *radio.channel <= 0) return std::nullopt;
+    return Number(*radio.channel);
 }
 
 std::optional<Number> numberOf(std::optional<int> value) {

@@ -38,8 +38,8 @@ struct Sighting {
 //
 // The record's channel is the primary channel of the HT Operation element (IEEE 802.11-2020,
 // 9.4.2.56), otherwise the channel of the DS Parameter Set (9.4.2.4), otherwise the radio's
-// channel. The radio's channel is that of its frequency, otherwise its channel number. The number 0
-// names no channel.
+// channel. The radio's channel is that of its frequency, otherwise its channel number. Neither 0
+// nor a negative number names a channel.
 HALVANE_EXPORT Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio = {});
 
 // The same for a captured packet; examinePacket() describes the parameters. The error is the reason

@@ -75,6 +75,9 @@ TEST(FrameRecord, TakesTheChannelFromTheFirstThatTellsIt) {
 TEST(FrameRecord, TakesNoChannelOfZero) {
     EXPECT_EQ(channelOf(joined({element(3, {0}), htOperationElement(0, 0)}), 2437), Number(6));
     EXPECT_EQ(channelOf(joined({element(3, {0}), element(3, {11})}), 2437), Number(11));
+    EXPECT_EQ(channelOf({}, std::nullopt, 0), std::nullopt);
+    EXPECT_EQ(channelOf({}, std::nullopt, -1), std::nullopt);
+    EXPECT_EQ(otherRadioChannel(kHTOperation, std::nullopt, 0), std::nullopt);
 }
 
 TEST(FrameRecord, TellsTheRadiosChannelWhereItIsAnother) {
