@@ -40,7 +40,7 @@ class HALVANE_EXPORT BSSTable {
 
   private:
     class Entries;
-    std::unique_ptr<Entries> entries_;  // null while the table is empty
+    std::unique_ptr<Entries> entries_;  // null before the first sighting
 };
 
 }  // namespace halvane::capture

@@ -68,7 +68,8 @@ void storeItem(std::uint32_t identifier, std::uint32_t value, RadioInfo& info) {
     }
 }
 
-// Reads one item of 12 bytes: identifier, status, length of the value, and value.
+// Reads one item of 12 bytes: identifier, status, length of the value, and value. Returns false if
+// it does not fit into the header.
 bool readItem(HostOrderCursor& header, RadioInfo& info) {
     const auto identifier = header.u32();
     const auto status = header.u16();
@@ -108,6 +109,12 @@ void storeAVSChannel(std::uint32_t value, RadioInfo& info) {
     }
 }
 
+// Stores a level that can be in dBm.
+void storeAVSLevel(std::uint32_t value, std::optional<int>& slot) {
+    const auto level = static_cast<std::int32_t>(value);
+    if (level >= INT8_MIN && level <= INT8_MAX) slot = level;
+}
+
 }  // namespace
 
 std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet) {
@@ -124,7 +131,9 @@ std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet) 
     if (!split || !split->header.skip(kLeadSize + kDeviceNameSize)) return std::nullopt;
     RadioInfo info{.frame = split->frame};
     HostOrderCursor items{split->header, *isBigEndian};
-    while (readItem(items, info)) continue;
+    while (!items.cursor.atEnd()) {
+        if (!readItem(items, info)) return std::nullopt;
+    }
     return info;
 }
 
@@ -147,9 +156,9 @@ std::optional<RadioInfo> parseAVSHeader(std::span<const std::uint8_t> packet) {
     const auto signal = header.u32be();
     const auto noise = header.u32be();
     if (signalType != kSignalInDBm) return info;
-    info.signalDBm = static_cast<std::int32_t>(signal.value_or(0));
-    const auto noiseLevel = static_cast<std::int32_t>(noise.value_or(0));
-    if (noiseLevel != 0) info.noiseDBm = noiseLevel;  // 0: the card does not measure it
+    storeAVSLevel(signal.value_or(0), info.signalDBm);
+    // A card that does not measure the noise gives 0.
+    if (noise != 0u) storeAVSLevel(noise.value_or(0), info.noiseDBm);
     return info;
 }
 
