@@ -1,4 +1,6 @@
 // A point in time as a property list carries it: UTC, Gregorian calendar, whole seconds.
+//
+// A plain value. Threads: as for an integer.
 #ifndef HALVANE_BASE_DATE_H
 #define HALVANE_BASE_DATE_H
 

@@ -1,4 +1,6 @@
 // The text of a value in a description. An absent value gives "(null)".
+//
+// Free functions without state; any thread may call them.
 #ifndef HALVANE_BASE_DESCRIBE_H
 #define HALVANE_BASE_DESCRIBE_H
 

@@ -2,6 +2,8 @@
 //
 // Comparison is by value and exact across the three kinds: 1 equals 1.0, and 2^63 as
 // unsigned is greater than every signed integer. A NaN is unordered.
+//
+// A plain value. Threads: as for an integer.
 #ifndef HALVANE_BASE_NUMBER_H
 #define HALVANE_BASE_NUMBER_H
 
