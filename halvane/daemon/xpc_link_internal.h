@@ -15,6 +15,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "halvane/base/result.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_connection.h"

@@ -8,6 +8,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/error.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/base/result.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_event.h"

@@ -11,6 +11,7 @@
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
+#include "halvane/base/result.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"

@@ -7,6 +7,7 @@
 #include <thread>
 #include <utility>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/bus/address_internal.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/bus/service_link_internal.h"

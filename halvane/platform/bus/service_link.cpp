@@ -11,6 +11,7 @@
 #include <systemd/sd-bus.h>
 #include <utility>
 
+#include "halvane/base/result.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/message_reader_internal.h"
 #include "halvane/platform/bus/message_writer_internal.h"

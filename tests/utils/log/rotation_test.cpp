@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <string>
+#include <sys/resource.h>
 
 #include "halvane/utils/log/rotation_internal.h"
 
