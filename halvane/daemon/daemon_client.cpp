@@ -59,15 +59,11 @@ void call(LinkPointer link, const DaemonCompletion<T>& done, Make make,
 
 DaemonClient::DaemonClient(DaemonEvents events)
     : link_(std::make_shared<DaemonLink>(std::move(events))) {
-    link_->start();
+    link_->connect();
 }
 
 DaemonClient::~DaemonClient() {
-    if (link_->isInHomeProcess()) {
-        link_->end();
-    } else {
-        link_->abandon();
-    }
+    link_->end();
 }
 
 DaemonState DaemonClient::state() const {

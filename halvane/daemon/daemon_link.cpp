@@ -45,20 +45,20 @@ DaemonReply replyOf(ServiceReply reply, bool isEnding) {
 
 }  // namespace
 
+DaemonLink::DaemonLink(DaemonEvents events) : DaemonLink(kQueueLabel, nullptr) {
+    events_ = std::make_shared<const DaemonEvents>(std::move(events));
+    retry_.emplace(kRetryLabel, [this] { reconnect(); });
+}
+
 // Only this constructor reads the environment, on the thread that creates the client.
-DaemonLink::DaemonLink(DaemonEvents events)
+DaemonLink::DaemonLink(const char* queueLabel, Receiver receiver)
     : busAddress_(systemBusAddress()),
-      queue_(std::in_place, kQueueLabel),
+      queue_(std::in_place, queueLabel),
       queueHandle_(queue_->handle()),
-      events_(std::make_shared<const DaemonEvents>(std::move(events))),
-      retry_(kRetryLabel, [this] { reconnect(); }) {}
+      receiver_(std::move(receiver)) {}
 
 DaemonLink::~DaemonLink() {
     end();
-}
-
-void DaemonLink::start() {
-    connect();
 }
 
 // Any function called from the queue may end the link. Afterwards only members of `self` are used.
@@ -66,9 +66,10 @@ std::unique_ptr<ServiceConnection> DaemonLink::makeConnection() {
     auto connection = ServiceConnection::create(kDaemonServiceName, *queue_);
     connection->setPrivileged(true);
     connection->setBusAddress(busAddress_);
-    connection->setEventHandler([weak = weak_from_this()](ServiceEvent event) {
-        if (const auto self = weak.lock()) self->handle(std::move(event));
+    connection->setEventHandler([weak = weak_from_this()](const ServiceEvent& event) {
+        if (const auto self = weak.lock()) self->receive(event);
     });
+    if (receiver_) return connection;
     connection->setAbsenceHandler([weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->lostDaemon();
     });
@@ -93,15 +94,19 @@ void DaemonLink::reconnect() {
         connect();
     } catch (const std::bad_alloc&) {
         const std::lock_guard lock(mutex_);
-        retry_.schedule(backOff_.next());
+        retry_->schedule(backOff_.next());
     }
 }
 
 // Releases pending requests, on the queue and on other threads, before it waits for them.
 void DaemonLink::end() {
+    if (!isInHomeProcess()) {
+        self_ = shared_from_this();
+        return;
+    }
     if (!enter(DaemonState::Ending)) return;
     completions_->beginEnd();
-    retry_.stop();
+    if (retry_) retry_->stop();
     std::unique_ptr<ServiceConnection> connection;
     std::shared_ptr<const DaemonEvents> events;
     {
@@ -115,6 +120,15 @@ void DaemonLink::end() {
     completions_->finishAll();
 }
 
+// The connection stays until the end: destroying it now would drop replies that have arrived but
+// were not yet handled. Nobody handles the event that cancelling causes.
+void DaemonLink::release() {
+    if (!isInHomeProcess()) return;
+    enter(DaemonState::BusGone);
+    const std::lock_guard lock(mutex_);
+    if (connection_) connection_->cancel();
+}
+
 DaemonState DaemonLink::state() const {
     if (!isInHomeProcess()) return DaemonState::Ending;
     const std::lock_guard lock(mutex_);
@@ -124,7 +138,7 @@ DaemonState DaemonLink::state() const {
 // --- Requests ---
 
 DaemonError DaemonLink::failure() const {
-    return {completions_->isEnding() ? Kind::Ending : Kind::BusGone};
+    return {hasEnded() ? Kind::Ending : Kind::BusGone};
 }
 
 // Sets the wish and sends its request in one step; otherwise another thread's request could reach
@@ -186,29 +200,43 @@ void DaemonLink::request(IPCMessage message, Completion done, Wish wish) {
             connection.sendMessageWithReply(std::move(message), *queue_, handler);
         });
         if (isPosted) return;
-        if (completions_->isEnding()) return request->finish(daemonFailure(Kind::Ending));
+        if (hasEnded()) return request->finish(daemonFailure(Kind::Ending));
         queueHandle_.async([request] { request->finish(daemonFailure(Kind::BusGone)); });
     } catch (const std::bad_alloc&) {
     }
 }
 
+void DaemonLink::send(IPCMessage message, const SerialQueue& replies,
+                      ServiceConnection::ReplyHandler handler) {
+    if (!isInHomeProcess()) return;
+    post(std::nullopt, [&](ServiceConnection& connection) {
+        connection.sendMessageWithReply(std::move(message), replies, std::move(handler),
+                                        ServiceConnection::ReplyThread::Any);
+    });
+}
+
 // --- Events ---
 
-void DaemonLink::handle(ServiceEvent event) {
+void DaemonLink::receive(const ServiceEvent& event) {
     try {
-        if (const auto* message = std::get_if<IPCMessage>(&event)) {
-            const auto change = stationChangeIn(*message);
-            const auto told = events();
-            if (change && told && told->station) told->station(*change);
-        } else if (std::holds_alternative<ServiceAppeared>(event)) {
-            appeared();
-        } else if (std::get<ServiceError>(event).kind == ServiceError::Kind::Interrupted) {
-            lostDaemon();
-        } else {
-            lostBus();
-        }
+        if (!receiver_) return handle(event);
+        if (state() == DaemonState::Connecting) receiver_(event);
     } catch (const std::bad_alloc&) {
         // Memory does not hold the event: it is dropped.
+    }
+}
+
+void DaemonLink::handle(const ServiceEvent& event) {
+    if (const auto* message = std::get_if<IPCMessage>(&event)) {
+        const auto change = stationChangeIn(*message);
+        const auto told = events();
+        if (change && told && told->station) told->station(*change);
+    } else if (std::holds_alternative<ServiceAppeared>(event)) {
+        appeared();
+    } else if (std::get<ServiceError>(event).kind == ServiceError::Kind::Interrupted) {
+        lostDaemon();
+    } else {
+        lostBus();
     }
 }
 
@@ -230,7 +258,7 @@ void DaemonLink::lostBus() {
         const std::lock_guard lock(mutex_);
         if (state_ == DaemonState::Ending) return;
         lost = std::move(connection_);
-        retry_.schedule(backOff_.next());
+        retry_->schedule(backOff_.next());
     }
     if (isNew) tell(DaemonState::BusGone);
 }

@@ -1,5 +1,8 @@
-// The core of the daemon client: a connection that is renewed when the bus comes back, requests in
-// both forms, and the events.
+// The core of both daemon clients: the connection, the queue of its events, requests, and the end.
+//
+// For DaemonClient the link renews the connection when the bus comes back, and tells requests and
+// events what happened. For HalvaneXPCClient it makes one connection and passes events and replies
+// on as they come; its states are Connecting, BusGone once released, and Ending.
 //
 // Threads: any thread may make any call, except as end() states. Events and completions run on one
 // queue. The connection's own thread releases blocked requests, so that code on that queue may make
@@ -7,6 +10,7 @@
 #ifndef HALVANE_DAEMON_DAEMON_LINK_INTERNAL_H
 #define HALVANE_DAEMON_DAEMON_LINK_INTERNAL_H
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -32,21 +36,32 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     // Whether a request turns notifications on or off; absent for any other request.
     using Wish = std::optional<bool>;
 
+    // Receives the events as they come. It may throw std::bad_alloc.
+    using Receiver = std::function<void(const ServiceEvent&)>;
+
+    // A link that keeps the connection up.
     explicit DaemonLink(DaemonEvents events);
+
+    // A link of one connection, which passes events to `receiver` on a queue of this label.
+    DaemonLink(const char* queueLabel, Receiver receiver);
+
     DaemonLink(const DaemonLink&) = delete;
     DaemonLink& operator=(const DaemonLink&) = delete;
     ~DaemonLink();
 
-    // Begins to connect.
-    void start();
+    // Begins to connect. Called once by the owner, and then by the thread that reconnects.
+    void connect();
 
     // Releases pending requests, and waits for running events and completions, unless called from
-    // one. Nothing is called afterwards.
+    // one. Nothing is called afterwards. In a forked child it leaves everything as it is, for good.
     // REQUIRES: what is running does not wait for the calling thread.
     void end();
 
-    // Replaces end() in a forked child: leaves everything as it is, for good.
-    void abandon() { self_ = shared_from_this(); }
+    // Ends a link of one connection early: no more events come, and pending and later requests
+    // fail. Replies that arrived before are still handled.
+    void release();
+
+    bool hasEnded() const { return completions_->isEnding(); }
     bool isInHomeProcess() const { return home_.isCurrent(); }
 
     DaemonState state() const;
@@ -57,12 +72,17 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     // Calls `done` once. `done` throws nothing.
     void request(IPCMessage message, Completion done, Wish wish);
 
+    // Passes the reply to `handler` on `replies`, or, if it is small, on the connection's thread.
+    // Destroys the handler uncalled if the link has ended. May throw std::bad_alloc.
+    void send(IPCMessage message, const SerialQueue& replies,
+              ServiceConnection::ReplyHandler handler);
+
   private:
     std::unique_ptr<ServiceConnection> makeConnection();
-    void connect();
     void reconnect();
 
-    void handle(ServiceEvent event);
+    void handle(const ServiceEvent& event);
+    void receive(const ServiceEvent& event);
     void appeared();
     void lostDaemon();
     void lostBus();
@@ -85,6 +105,7 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     const std::shared_ptr<DaemonCompletions> completions_ = std::make_shared<DaemonCompletions>();
     std::optional<SerialQueue> queue_;  // until end()
     const SerialQueue::Handle queueHandle_;
+    const Receiver receiver_;  // empty if the link keeps the connection up
 
     mutable std::mutex mutex_;
     std::shared_ptr<const DaemonEvents> events_;
@@ -94,7 +115,7 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     bool isSubscribed_ = false;        // the last request's setting
     bool isSubscriptionLost_ = false;  // the daemon that knew of it is gone
 
-    DelayedCall retry_;
+    std::optional<DelayedCall> retry_;  // if the link keeps the connection up
     std::shared_ptr<DaemonLink> self_;  // set once abandoned
 };
 

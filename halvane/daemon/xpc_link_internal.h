@@ -1,27 +1,26 @@
-// The client's end of the connection: its queues, and how a request waits for its reply.
+// What is particular to the link of HalvaneXPCClient: requests share one semaphore, and their
+// replies become results on a queue of their own.
 //
-// All requests share one semaphore, so callers take turns. It counts one signal per request, even
-// if no reply comes. Therefore no caller waits forever for a lost reply, and every later request
-// finds the count at 0. The reply handler shares what a waiting thread needs, and the link does not
-// own it: a thread that is released by the link's end or by another reply can still use it.
+// Callers take turns, since all requests share the semaphore. It counts one signal per request,
+// even if no reply comes. Therefore no caller waits forever for a lost reply, and every later
+// request finds the count at 0. The reply handler shares what a waiting thread needs, and the link
+// does not own it: a thread that is released by the link's end or by another reply can still use
+// it.
 #ifndef HALVANE_DAEMON_XPC_LINK_INTERNAL_H
 #define HALVANE_DAEMON_XPC_LINK_INTERNAL_H
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <type_traits>
 #include <utility>
 
 #include "halvane/base/result.h"
+#include "halvane/daemon/daemon_link_internal.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
-#include "halvane/platform/bus/service_connection.h"
 #include "halvane/platform/bus/service_event.h"
 #include "halvane/platform/os/counting_semaphore.h"
-#include "halvane/platform/os/process_internal.h"
 #include "halvane/platform/os/serial_queue.h"
 
 namespace halvane {
@@ -52,25 +51,21 @@ inline constexpr const char* kXPCReplyQueueLabel = HALVANE_DAEMON_SERVICE_NAME "
 
 class XPCLink {
   public:
-    using EventHandler = std::function<void(const ServiceEvent&)>;
-
     // Creates a link that passes events to `handler` on the connection queue. No event comes before
     // resume().
-    explicit XPCLink(EventHandler handler);
+    explicit XPCLink(DaemonLink::Receiver handler)
+        : link_(std::make_shared<DaemonLink>(kXPCConnectionQueueLabel, std::move(handler))) {}
 
     XPCLink(const XPCLink&) = delete;
     XPCLink& operator=(const XPCLink&) = delete;
 
-    ~XPCLink();
+    // As for DaemonLink: connect(), end() and release().
+    void resume() { link_->connect(); }
+    void end() { link_->end(); }
+    void releaseConnection() { link_->release(); }
 
-    void resume();
-
-    // Ends the connection, and waits until the handler has returned, unless called from it. The
-    // handler is not called again. A reply that the handler waits for becomes an error.
-    void end();
-
-    bool hasEnded() const { return hasEnded_; }
-    bool isInHomeProcess() const { return home_.isCurrent(); }
+    bool hasEnded() const { return link_->hasEnded(); }
+    bool isInHomeProcess() const { return link_->isInHomeProcess(); }
 
     // Sends `message` and returns what `parse` makes of its reply. The reply is parsed on the reply
     // queue; a small one is parsed without waking the queue's thread. If parsing throws
@@ -89,23 +84,15 @@ class XPCLink {
         return outcome->take();
     }
 
-    // Ends the connection for good: no more events come, and pending and later requests fail.
-    // Replies that arrived before are still handled.
-    void releaseConnection();
-
   private:
     using ReplyHandler = std::function<void(const ServiceReply&)>;
-    class PendingReply;
 
     void sendAndWait(IPCMessage message, ReplyHandler handler);
 
-    const HomeProcess home_;
-    std::atomic<bool> isReleased_ = false;
-    std::atomic<bool> hasEnded_ = false;
-    std::optional<SerialQueue> xpcConnectionQueue_;  // until end()
-    const std::unique_ptr<ServiceConnection> xpcConnection_;
-    SerialQueue xpcReplyQueue_;
-    const std::shared_ptr<CountingSemaphore> xpcCommandSemaphore_;
+    const std::shared_ptr<DaemonLink> link_;
+    SerialQueue xpcReplyQueue_{kXPCReplyQueueLabel};
+    const std::shared_ptr<CountingSemaphore> xpcCommandSemaphore_ =
+        std::make_shared<CountingSemaphore>(0);
 };
 
 }  // namespace halvane
