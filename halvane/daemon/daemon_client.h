@@ -25,9 +25,10 @@
 // (1) The client tries again after 0.1 s, then after twice as long each time, up to 10 s.
 // (2) If notifications were asked for, the client asks for them again and reports the result.
 //
-// A request is sent in every state except BusGone and Ending, where it fails at once. A pending
-// request fails when the daemon or the bus goes away. No request is sent twice. docs/protocol.md
-// describes the messages on the bus. The client logs nothing.
+// A request is sent in every state except BusGone and Ending. There it fails at once, even while
+// the client tries to reach the bus. A pending request fails when the daemon or the bus goes away.
+// No request is sent twice. docs/protocol.md describes the messages on the bus. The client logs
+// nothing.
 //
 // Requests. Each has two forms:
 // - With a deadline: it blocks until there is a result or the deadline has passed. Without a

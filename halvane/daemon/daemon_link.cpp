@@ -142,14 +142,14 @@ DaemonError DaemonLink::failure() const {
 }
 
 // Sets the wish and sends its request in one step; otherwise another thread's request could reach
-// the daemon last. Returns false if there is no connection. No foreign function is called under the
-// lock: replies go to blocked threads or to the queue.
+// the daemon last. Returns false if there is no connection to the bus. No foreign function is
+// called under the lock: replies go to blocked threads or to the queue.
 template <typename Send>
 bool DaemonLink::post(Wish wish, Send send) {
     const std::lock_guard lock(mutex_);
     if (state_ == DaemonState::Ending) return false;
     if (wish) isSubscribed_ = *wish;
-    if (!connection_) return false;
+    if (state_ == DaemonState::BusGone || !connection_) return false;
     send(*connection_);
     return true;
 }

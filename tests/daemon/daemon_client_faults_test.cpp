@@ -7,15 +7,19 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <thread>
 #include <vector>
 
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/platform/os/counting_semaphore.h"
+#include "halvane/platform/os/file_internal.h"
 
 #include "tests/daemon/daemon_client_test_support.h"
 #include "tests/support/child_process.h"
 #include "tests/support/scoped_environment.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -200,6 +204,43 @@ TEST(DaemonClientWithoutABus, FailsAtOnce) {
         EXPECT_EQ(outcomeOf(client.interfaces()), textOf(DaemonKind::BusGone));
     }
     EXPECT_EQ(outcomeOf(client.enable("wlan0", 1h)), textOf(DaemonKind::BusGone));
+}
+
+// A socket that accepts connections and says nothing.
+class SilentBus {
+  public:
+    explicit SilentBus(const std::string& path) {
+        sockaddr_un address = {.sun_family = AF_UNIX, .sun_path = {}};
+        path.copy(address.sun_path, sizeof(address.sun_path) - 1);
+        EXPECT_EQ(::bind(listener_.number(), reinterpret_cast<const sockaddr*>(&address),
+                         sizeof(address)),
+                  0);
+        EXPECT_EQ(::listen(listener_.number(), 1), 0);
+    }
+
+    // Waits for a client that connects.
+    FileDescriptor accept() const {
+        return FileDescriptor(::accept4(listener_.number(), nullptr, nullptr, SOCK_CLOEXEC));
+    }
+
+  private:
+    const FileDescriptor listener_{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+};
+
+TEST(DaemonClientWithoutABus, FailsAtOnceWhileItTriesAgain) {
+    const TemporaryFolder folder;
+    const std::string path = (folder.path() / "bus").string();
+    const ScopedEnvironment address("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + path);
+    EventRecorder events;
+    DaemonClient client(events.events());
+    EXPECT_EQ(events.wait(0), "bus gone");
+    const SilentBus bus(path);
+    const FileDescriptor attempt = bus.accept();
+    EXPECT_EQ(client.state(), DaemonState::BusGone);
+    EXPECT_EQ(outcomeOf(client.enable("wlan0", 1s)), textOf(DaemonKind::BusGone));
+    Arrivals<std::string> outcomes;
+    client.enable("wlan0", noting(outcomes));
+    EXPECT_EQ(outcomes.wait(0), textOf(DaemonKind::BusGone));
 }
 
 // --- The end ---
