@@ -33,6 +33,7 @@ auto call(LinkPointer link, const DaemonDeadline& deadline, Make make,
         auto [message, read] = make();
         return readReply(link->request(std::move(message), deadline, wish), read);
     } catch (const std::bad_alloc&) {
+        link->remember(wish);
         return Unexpected(DaemonError{DaemonError::Kind::OutOfMemory});
     }
 }
@@ -50,6 +51,7 @@ void call(LinkPointer link, const DaemonCompletion<T>& done, Make make,
             done(readReply(std::move(reply), read));
         };
     } catch (const std::bad_alloc&) {
+        link->remember(wish);
         return done(Unexpected(DaemonError{DaemonError::Kind::OutOfMemory}));
     }
     link->request(std::move(message), std::move(completion), wish);

@@ -150,7 +150,8 @@ class HALVANE_EXPORT DaemonClient final {
     // --- Notifications and logging ---
 
     // Sets whether the daemon reports stations from now on. The client remembers the setting
-    // whatever the result is, and sends it again when the daemon comes back.
+    // whatever the result is, even if the deadline has already passed. If the setting is true, the
+    // client sends it again when the daemon comes back.
     DaemonResult<void> subscribe(bool isWanted, Deadline deadline = {});
     void subscribe(bool isWanted, const Done<void>& done);
 

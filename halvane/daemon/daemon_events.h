@@ -47,8 +47,9 @@ struct DaemonEvents {
     std::function<void(DaemonState state)> state = nullptr;
 
     // The daemon came back, and the client asked it again for notifications, which the program
-    // wants. `result` tells whether the daemon agreed; if so, notifications come again. The call
-    // follows that of the state change.
+    // wants. `result` tells whether the daemon agreed; if so, notifications come again. It is
+    // OutOfMemory also if memory is too short to ask; the program may then call subscribe(). The
+    // call follows that of the state change.
     std::function<void(const DaemonResult<void>& result)> renewal = nullptr;
 };
 

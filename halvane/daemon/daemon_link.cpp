@@ -141,9 +141,18 @@ DaemonError DaemonLink::failure() const {
     return {hasEnded() ? Kind::Ending : Kind::BusGone};
 }
 
+// For a wish whose request is not sent. The daemon learns of it when it next appears.
+void DaemonLink::remember(Wish wish) {
+    if (!wish || !isInHomeProcess()) return;
+    const std::lock_guard lock(mutex_);
+    isSubscribed_ = *wish;
+    isSubscriptionLost_ = true;
+}
+
 // Sets the wish and sends its request in one step; otherwise another thread's request could reach
-// the daemon last. Returns false if there is no connection to the bus. No foreign function is
-// called under the lock: replies go to blocked threads or to the queue.
+// the daemon last. Returns false if nothing can be sent; a connection that is only being tried
+// takes nothing. No foreign function is called under the lock: replies go to blocked threads or to
+// the queue.
 template <typename Send>
 bool DaemonLink::post(Wish wish, Send send) {
     const std::lock_guard lock(mutex_);
@@ -151,27 +160,27 @@ bool DaemonLink::post(Wish wish, Send send) {
     if (wish) isSubscribed_ = *wish;
     if (state_ == DaemonState::BusGone || !connection_) return false;
     send(*connection_);
+    if (wish && state_ != DaemonState::DaemonGone) isSubscriptionLost_ = false;
     return true;
 }
 
 DaemonReply DaemonLink::request(IPCMessage message, const DaemonDeadline& deadline, Wish wish) {
     if (!isInHomeProcess()) return daemonFailure(Kind::Ending);
-    if (deadline.hasPassed()) return daemonFailure(Kind::DeadlinePassed);
-    try {
-        const auto waiter = std::make_shared<DaemonWaiter>();
-        auto request = std::make_shared<DaemonBlockedRequest>(waiter, completions_);
-        ServiceConnection::ReplyHandler handler = [request = std::move(request),
-                                                   others = completions_](ServiceReply reply) {
-            request->finish(replyOf(std::move(reply), others->isEnding()));
-        };
-        const bool isPosted = post(wish, [&](ServiceConnection& connection) {
-            connection.sendMessageWithReplyAtOnce(std::move(message), std::move(handler));
-        });
-        if (!isPosted) return Unexpected(failure());
-        return waiter->wait(deadline);
-    } catch (const std::bad_alloc&) {
-        return daemonFailure(Kind::OutOfMemory);
+    if (deadline.hasPassed()) {
+        remember(wish);
+        return daemonFailure(Kind::DeadlinePassed);
     }
+    const auto waiter = std::make_shared<DaemonWaiter>();
+    auto request = std::make_shared<DaemonBlockedRequest>(waiter, completions_);
+    ServiceConnection::ReplyHandler handler = [request = std::move(request),
+                                               others = completions_](ServiceReply reply) {
+        request->finish(replyOf(std::move(reply), others->isEnding()));
+    };
+    const bool isPosted = post(wish, [&](ServiceConnection& connection) {
+        connection.sendMessageWithReplyAtOnce(std::move(message), std::move(handler));
+    });
+    if (!isPosted) return Unexpected(failure());
+    return waiter->wait(deadline);
 }
 
 DaemonLink::Numbered DaemonLink::number(Completion& done) const {
@@ -192,6 +201,7 @@ void DaemonLink::request(IPCMessage message, Completion done, Wish wish) {
     try {
         request = number(done);
     } catch (const std::bad_alloc&) {
+        remember(wish);
         return done(daemonFailure(Kind::OutOfMemory));
     }
     try {
@@ -203,6 +213,7 @@ void DaemonLink::request(IPCMessage message, Completion done, Wish wish) {
         if (hasEnded()) return request->finish(daemonFailure(Kind::Ending));
         queueHandle_.async([request] { request->finish(daemonFailure(Kind::BusGone)); });
     } catch (const std::bad_alloc&) {
+        remember(wish);
     }
 }
 
@@ -242,8 +253,9 @@ void DaemonLink::handle(const ServiceEvent& event) {
 
 void DaemonLink::appeared() {
     const bool isNew = enter(DaemonState::Connected);
-    renew();
+    const bool hasRoom = renew();
     if (isNew) tell(DaemonState::Connected);
+    if (!hasRoom) tellRenewal(Unexpected(DaemonError{Kind::OutOfMemory}));
 }
 
 void DaemonLink::lostDaemon() {
@@ -263,22 +275,38 @@ void DaemonLink::lostBus() {
     if (isNew) tell(DaemonState::BusGone);
 }
 
-// Asks the daemon again for notifications, if it went away while they were wanted.
-void DaemonLink::renew() {
+// Asks the daemon again for notifications, if it went away while they were wanted. Returns false if
+// memory is too short for that.
+bool DaemonLink::renew() {
     {
         const std::lock_guard lock(mutex_);
-        if (!isSubscriptionLost_ || !isSubscribed_) return;
+        if (!isRenewalDue()) return true;
     }
-    auto [message, read] = requests::subscribe(true);
-    Completion done = [weak = weak_from_this(), read = read](DaemonReply reply) {
-        if (const auto self = weak.lock()) self->tellRenewal(std::move(reply).and_then(read));
-    };
-    const auto request = number(done);
-    const auto handler = handlerFor(request);
-    const std::lock_guard lock(mutex_);
-    if (state_ != DaemonState::Connected || !isSubscribed_) return request->forget();
-    connection_->sendMessageWithReply(std::move(message), *queue_, handler);
-    isSubscriptionLost_ = false;
+    Numbered request;
+    try {
+        auto [message, read] = requests::subscribe(true);
+        Completion done = [weak = weak_from_this(), read = read](DaemonReply reply) {
+            if (const auto self = weak.lock()) self->tellRenewal(std::move(reply).and_then(read));
+        };
+        request = number(done);
+        const auto handler = handlerFor(request);
+        const std::lock_guard lock(mutex_);
+        if (!isRenewalDue()) {
+            request->forget();
+            return true;
+        }
+        connection_->sendMessageWithReply(std::move(message), *queue_, handler);
+        isSubscriptionLost_ = false;
+        return true;
+    } catch (const std::bad_alloc&) {
+        if (request) request->forget();
+        return false;
+    }
+}
+
+// REQUIRES: the mutex is held.
+bool DaemonLink::isRenewalDue() const {
+    return state_ == DaemonState::Connected && isSubscribed_ && isSubscriptionLost_;
 }
 
 // Returns whether the state has changed.

@@ -66,11 +66,14 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
 
     DaemonState state() const;
 
-    // Throws nothing.
+    // May throw std::bad_alloc; the request is not sent then.
     DaemonReply request(IPCMessage message, const DaemonDeadline& deadline, Wish wish);
 
     // Calls `done` once. `done` throws nothing.
     void request(IPCMessage message, Completion done, Wish wish);
+
+    // Sets the wish of a request that could not even be made.
+    void remember(Wish wish);
 
     // Passes the reply to `handler` on `replies`, or, if it is small, on the connection's thread.
     // Destroys the handler uncalled if the link has ended. May throw std::bad_alloc.
@@ -86,7 +89,8 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     void appeared();
     void lostDaemon();
     void lostBus();
-    void renew();
+    bool renew();
+    bool isRenewalDue() const;
 
     bool enter(DaemonState state);
     void tell(DaemonState state);
@@ -113,7 +117,7 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     std::unique_ptr<ServiceConnection> connection_;  // null while there is no connection
     BackOff backOff_;
     bool isSubscribed_ = false;        // the last request's setting
-    bool isSubscriptionLost_ = false;  // the daemon that knew of it is gone
+    bool isSubscriptionLost_ = false;  // the daemon does not know of it
 
     std::optional<DelayedCall> retry_;  // if the link keeps the connection up
     std::shared_ptr<DaemonLink> self_;  // set once abandoned
