@@ -438,12 +438,73 @@ TEST_F(DaemonMonitor, SurvivesARestartOfTheDaemon) {
 }
 
 TEST_F(DaemonMonitor, WaitsForADaemonThatIsGone) {
+    bus_.control("start wlan0");
     const auto monitor = start();
+    bus_.control("burst wlan0 500");
     bus_.control("drop");
+    for (int i = 0; i < 500; ++i) {
+        ASSERT_THAT(monitor->outputLine(), StartsWith("joined      02:B0:")) << i;
+    }
     EXPECT_EQ(monitor->errorLine(), kGone);
     bus_.control("take");
     EXPECT_EQ(monitor->errorLine(), kBack);
     EXPECT_EQ(monitor->stop(SIGTERM), 0);
+}
+
+// A daemon that agrees to one request, and gives up its name in the same breath.
+class BriefDaemon {
+  public:
+    explicit BriefDaemon(const PrivateBus& bus) {
+        check(::sd_bus_new(&bus_));
+        check(::sd_bus_set_address(bus_, bus.address().c_str()));
+        check(::sd_bus_set_bus_client(bus_, 1));
+        check(::sd_bus_start(bus_));
+        check(::sd_bus_add_filter(bus_, nullptr, agree, this));
+        check(::sd_bus_request_name(bus_, kService, 0));
+    }
+    BriefDaemon(const BriefDaemon&) = delete;
+    BriefDaemon& operator=(const BriefDaemon&) = delete;
+    ~BriefDaemon() { ::sd_bus_close_unref(bus_); }
+
+    void waitForRequest() {
+        while (!hasAgreed_) {
+            check(::sd_bus_process(bus_, nullptr));
+            if (!hasAgreed_) check(::sd_bus_wait(bus_, UINT64_MAX));
+        }
+        check(::sd_bus_flush(bus_));
+    }
+
+  private:
+    static void check(int status) {
+        if (status < 0) throw std::runtime_error("the brief daemon failed");
+    }
+
+    static int agree(sd_bus_message* message, void* daemon, sd_bus_error*) noexcept {
+        if (::sd_bus_message_is_method_call(message, nullptr, "Request") <= 0) return 0;
+        auto* self = static_cast<BriefDaemon*>(daemon);
+        self->hasAgreed_ = true;
+        ::sd_bus_reply_method_return(message, "a{sv}", 1, "status", "x", std::int64_t{0});
+        return ::sd_bus_release_name_async(self->bus_, nullptr, kService, nullptr, nullptr);
+    }
+
+    static constexpr const char* kService = "org.halvane.halvaned";
+
+    sd_bus* bus_ = nullptr;
+    bool hasAgreed_ = false;
+};
+
+// In many rounds, since the daemon may be lost at any moment after its agreement.
+TEST(DaemonMonitorOfABriefDaemon, ReportsThatTheDaemonIsGone) {
+    const PrivateBus bus;
+    for (int round = 0; round < 20; ++round) {
+        BriefDaemon daemon(bus);
+        RunningProgram monitor(toolWords({"monitor"}));
+        daemon.waitForRequest();
+        ASSERT_EQ(monitor.errorLine(),
+                  "halvane: monitor: asked for notifications; Control-C ends\n");
+        ASSERT_EQ(monitor.errorLine(), kGone) << round;
+        EXPECT_EQ(monitor.stop(SIGINT), 0);
+    }
 }
 
 TEST_F(DaemonMonitor, EndsWhenTheDaemonThatIsBackRefusesIt) {

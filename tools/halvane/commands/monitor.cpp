@@ -1,5 +1,4 @@
 // Prints the notifications of stations as they arrive.
-#include <atomic>
 #include <cerrno>
 #include <new>
 #include <optional>
@@ -11,6 +10,7 @@
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_events.h"
 #include "halvane/daemon/daemon_result.h"
+#include "halvane/platform/os/counting_semaphore.h"
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"
@@ -68,13 +68,17 @@ bool isLoss(DaemonError::Kind kind) {
 }
 
 // Reports when the daemon or the bus goes away and comes back, after the last notification from
-// before. Called on the client's queue.
+// before. Called on the client's queue, which keeps the order of what happens.
 class DaemonTeller {
   public:
     explicit DaemonTeller(WaitedEnd& end) : end_(end) {}
 
-    // From now on there is something to report: the daemon has agreed to send notifications.
-    void begin() { isAsked_ = true; }
+    // The daemon has agreed to send notifications. From now on there is something to report.
+    void begin() noexcept {
+        isAsked_ = true;
+        endOnSignals();  // not before: until then the signals end the program anyway
+        say("asked for notifications; Control-C ends");
+    }
 
     void tell(DaemonState state) noexcept {
         if (!isAsked_) return;
@@ -95,10 +99,24 @@ class DaemonTeller {
     const DaemonError& refusal() const { return refusal_; }
 
   private:
-    std::atomic<bool> isAsked_ = false;
+    bool isAsked_ = false;
     DaemonError refusal_;
     WaitedEnd& end_;
 };
+
+// Asks for notifications. The teller begins in the completion: on another thread it could miss a
+// daemon that leaves at once.
+DaemonResult<void> ask(DaemonClient& daemon, DaemonTeller& teller) {
+    DaemonResult<void> outcome;
+    CountingSemaphore isDone(0);
+    daemon.subscribe(true, [&](const DaemonResult<void>& result) {
+        outcome = result;
+        if (result) teller.begin();
+        isDone.signal();
+    });
+    isDone.wait();
+    return outcome;
+}
 
 int watch(Format format) {
     WaitedEnd end;
@@ -108,10 +126,7 @@ int watch(Format format) {
         {.station = [&](const StationChange& change) { printer.print(change); },
          .state = [&](DaemonState state) { teller.tell(state); },
          .renewal = [&](const DaemonResult<void>& result) { teller.tellRenewal(result); }});
-    if (const auto asked = daemon.subscribe(true); !asked) return failFor(kName, asked.error());
-    teller.begin();
-    endOnSignals();  // not before: until then the signals end the program anyway
-    complain(std::string(kName) + ": asked for notifications; Control-C ends");
+    if (const auto asked = ask(daemon, teller); !asked) return failFor(kName, asked.error());
     // main() reports lost output, as for every command.
     if (end.wait() == WaitedEnd::Reason::OutputLost) return kExitFailed;
     return failFor(kName, teller.refusal());
