@@ -46,9 +46,9 @@
 // may make requests of either form.
 //
 // Threads: any thread may call any function at any time, also from events and completions. If
-// memory is short, events are dropped. In a child process made by fork(), requests fail with
-// Ending, and destroying the client waits for nothing and leaves its memory allocated; the child
-// may create a client of its own.
+// memory is short, events of stations are dropped, and the others come late. In a child process
+// made by fork(), requests fail with Ending, and destroying the client waits for nothing and leaves
+// its memory allocated; the child may create a client of its own.
 #ifndef HALVANE_DAEMON_DAEMON_CLIENT_H
 #define HALVANE_DAEMON_DAEMON_CLIENT_H
 

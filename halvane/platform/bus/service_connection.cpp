@@ -1,11 +1,13 @@
 #include "halvane/platform/bus/service_connection.h"
 
+#include <chrono>
 #include <mutex>
 #include <new>
 #include <optional>
 #include <string>
 #include <thread>
 #include <utility>
+#include <variant>
 
 #include "halvane/base/result.h"
 #include "halvane/platform/bus/address_internal.h"
@@ -21,6 +23,9 @@ namespace halvane {
 namespace {
 
 constexpr std::size_t kHeaderRoom = 2048;
+
+// How long the connection waits for memory before it tries again.
+constexpr std::chrono::milliseconds kMemoryWait{1};
 
 // How many messages are read before requests are sent.
 constexpr int kMessagesAtOnce = 64;
@@ -161,9 +166,8 @@ class HALVANE_HIDDEN ServiceConnection::Core
             const auto address = busAddress();
             if (!names || !address || !mailbox_.wake()) return false;
             std::shared_ptr<ServiceLink> link = ServiceLink::open(
-                *names, *address,
-                [this](ServiceEvent event) { postEvent([&] { return std::move(event); }); },
-                [this] { postAbsence(); });
+                *names, *address, [this](ServiceEvent event) { report(std::move(event)); },
+                [this] { insist([this] { postAbsence(); }); });
             if (!link) return false;
             const std::lock_guard lock(mutex_);
             thread_ =
@@ -213,7 +217,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
     // Replies to the pending requests with errors and reports the last event.
     void end() {
         for (auto& request : mailbox_.close()) tellEnd(request.answer);
-        postEvent([] { return invalidError(); });
+        insist([this] { postEvent(invalidError()); });
         eventHandler_.reset();
         absenceHandler_ = nullptr;
     }
@@ -228,26 +232,41 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
-    // Reports the event that `make` returns. If memory is short, the event is dropped.
-    template <typename Make>
-    void postEvent(Make make) {
+    // If memory is short, a message is dropped.
+    void report(ServiceEvent event) {
+        if (!std::holds_alternative<IPCMessage>(event)) return insist([&] { postEvent(event); });
+        try {
+            postEvent(std::move(event));
+        } catch (const std::bad_alloc&) {
+        }
+    }
+
+    // Tries again while memory is short: the target must learn of every change. Only the thread
+    // that serves the connection waits; on another thread one attempt is made.
+    template <typename Attempt>
+    void insist(Attempt attempt) {
+        do {
+            try {
+                return attempt();
+            } catch (const std::bad_alloc&) {
+                if (servedGate != gate_.get()) return;
+                std::this_thread::sleep_for(kMemoryWait);
+            }
+        } while (!gate_->isClosed());
+    }
+
+    void postEvent(ServiceEvent event) {
         if (!eventHandler_) return;
         const auto call = [handler = eventHandler_](ServiceEvent arrived) {
             (*handler)(std::move(arrived));
         };
-        try {
-            targetQueue_.async(gatedCall(gate_, call, ServiceEvent(make())));
-        } catch (const std::bad_alloc&) {
-        }
+        targetQueue_.async(gatedCall(gate_, call, std::move(event)));
     }
 
     void postAbsence() {
         if (!absenceHandler_) return;
         const auto call = [handler = absenceHandler_](int) { handler(); };
-        try {
-            targetQueue_.async(gatedCall(gate_, call, 0));
-        } catch (const std::bad_alloc&) {
-        }
+        targetQueue_.async(gatedCall(gate_, call, 0));
     }
 
     const HomeProcess home_;

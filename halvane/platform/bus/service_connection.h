@@ -35,8 +35,9 @@
 // further request with an error.
 //
 // The connection always reads everything that the bus has for it, so memory grows while a queue is
-// behind. If memory runs out, an event is dropped, or a request with its reply: its handler is
+// behind. If memory runs out, a message is dropped, or a request with its reply: its handler is
 // destroyed without being called. If only the values of a reply do not fit, the reply is an error.
+// The other events wait for memory, and so does what comes after them.
 //
 // A child process made by fork() must not use the connection: it has none of the threads. There
 // calls do nothing except destroy the reply handlers that they get, uncalled. Destroying the
