@@ -270,6 +270,7 @@ void DaemonLink::lostBus() {
         const std::lock_guard lock(mutex_);
         if (state_ == DaemonState::Ending) return;
         lost = std::move(connection_);
+        completions_->noteLoss();
         retry_->schedule(backOff_.next());
     }
     if (isNew) tell(DaemonState::BusGone);

@@ -82,6 +82,18 @@ class DaemonCompletions {
     void beginEnd() { isEnding_ = true; }
     bool isEnding() const { return isEnding_; }
 
+    // Called before a connection that the bus has left is destroyed, with the requests that came
+    // too late for it.
+    void noteLoss() { ++losses_; }
+    unsigned losses() const { return losses_; }
+
+    // Why a request gets no reply. `losses` is the number of losses when it began.
+    DaemonReply lostReply(unsigned losses) const {
+        if (isEnding_) return daemonFailure(DaemonError::Kind::Ending);
+        return daemonFailure(losses_ != losses ? DaemonError::Kind::BusGone
+                                               : DaemonError::Kind::OutOfMemory);
+    }
+
     // Calls all remaining functions in the order of their requests.
     void finishAll() {
         while (auto completion = takeFirst()) completion(daemonFailure(DaemonError::Kind::Ending));
@@ -95,6 +107,7 @@ class DaemonCompletions {
     }
 
     std::atomic<bool> isEnding_ = false;
+    std::atomic<unsigned> losses_ = 0;
     std::mutex mutex_;
     std::map<Number, Completion> waiting_;
     Number last_ = 0;
@@ -106,19 +119,17 @@ class DaemonBlockedRequest {
   public:
     DaemonBlockedRequest(std::shared_ptr<DaemonWaiter> waiter,
                          std::shared_ptr<const DaemonCompletions> others)
-        : waiter_(std::move(waiter)), others_(std::move(others)) {}
+        : waiter_(std::move(waiter)), others_(std::move(others)), losses_(others_->losses()) {}
     DaemonBlockedRequest(const DaemonBlockedRequest&) = delete;
     DaemonBlockedRequest& operator=(const DaemonBlockedRequest&) = delete;
-    ~DaemonBlockedRequest() {
-        waiter_->set(daemonFailure(others_->isEnding() ? DaemonError::Kind::Ending
-                                                       : DaemonError::Kind::OutOfMemory));
-    }
+    ~DaemonBlockedRequest() { waiter_->set(others_->lostReply(losses_)); }
 
     void finish(DaemonReply reply) { waiter_->set(std::move(reply)); }
 
   private:
     const std::shared_ptr<DaemonWaiter> waiter_;
     const std::shared_ptr<const DaemonCompletions> others_;
+    const unsigned losses_;
 };
 
 // The same for a function to call.
@@ -127,12 +138,14 @@ class DaemonNumberedRequest {
     // Throws std::bad_alloc, and has not taken the function then.
     DaemonNumberedRequest(std::shared_ptr<DaemonCompletions> completions,
                           DaemonCompletions::Completion& completion)
-        : completions_(std::move(completions)), number_(completions_->add(completion)) {}
+        : completions_(std::move(completions)),
+          losses_(completions_->losses()),
+          number_(completions_->add(completion)) {}
     DaemonNumberedRequest(const DaemonNumberedRequest&) = delete;
     DaemonNumberedRequest& operator=(const DaemonNumberedRequest&) = delete;
     ~DaemonNumberedRequest() {
         if (completions_->isEnding()) return;
-        completions_->finish(number_, daemonFailure(DaemonError::Kind::OutOfMemory));
+        completions_->finish(number_, completions_->lostReply(losses_));
     }
 
     void finish(DaemonReply reply) { completions_->finish(number_, std::move(reply)); }
@@ -142,6 +155,7 @@ class DaemonNumberedRequest {
 
   private:
     const std::shared_ptr<DaemonCompletions> completions_;
+    const unsigned losses_;
     const DaemonCompletions::Number number_;
 };
 

@@ -159,6 +159,29 @@ TEST_F(DaemonClientFaults, ReleasesWhatWaitsWhenTheBusGoes) {
     EXPECT_EQ(outcomes.wait(1), textOf(DaemonKind::BusGone));
 }
 
+// Requests reach the connection after its end, and before the client handles its last event.
+TEST_F(DaemonClientFaults, TellsRequestsThatComeTooLateForAConnectionThatTheBusIsGone) {
+    connect();
+    CountingSemaphore isRunning(0), mayEnd(0);
+    client_->enable("wlan0", [&](DaemonResult<void>) {
+        isRunning.signal();
+        mayEnd.wait();
+    });
+    isRunning.wait();
+    bus_.kill();
+    EXPECT_EQ(outcomeOf(client_->disable("wlan0")), textOf(DaemonKind::BusGone));
+    Arrivals<std::string> outcomes;
+    constexpr std::size_t kRequests = 50;
+    for (std::size_t i = 0; i < kRequests; ++i) {
+        client_->enable("wlan0", noting(outcomes));
+        EXPECT_EQ(outcomeOf(client_->disable("wlan0")), textOf(DaemonKind::BusGone));
+    }
+    mayEnd.signal();
+    for (std::size_t i = 0; i < kRequests; ++i) {
+        EXPECT_EQ(outcomes.wait(i), textOf(DaemonKind::BusGone));
+    }
+}
+
 TEST_F(DaemonClientFaults, ComesBackWithTheBusAndSubscribesAnew) {
     connect();
     EXPECT_TRUE(client_->subscribe(true));
