@@ -1,6 +1,6 @@
 // A property-list value: dictionary, array, string, number, data, boolean or date.
 //
-// Skeleton representations and daemon messages are built from these. A value may also be null, or
+// Skeleton representations and messages on a bus are built from these. A value may also be null, or
 // hold a foreign object that can only be printed; a property list carries neither.
 //
 // A value of any depth can be built, moved and destroyed. Copying and comparing recurse, one call

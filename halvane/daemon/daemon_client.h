@@ -32,7 +32,7 @@
 //
 // Requests. Each has two forms:
 // - With a deadline: it blocks until there is a result or the deadline has passed. Without a
-//   deadline it waits as long as the daemon takes. A late answer is dropped; until it comes, the
+//   deadline it waits as long as the daemon takes. A late reply is dropped; until it comes, the
 //   request counts towards the 128 that a bus lets a client have pending. The call throws nothing.
 //   If the deadline has already passed, it sends nothing.
 // - With a completion, which is called exactly once. It is normally called on the client's queue.

@@ -21,15 +21,15 @@ struct HALVANE_EXPORT DaemonError {
         Denied,          // the bus's policy forbids the request, or the daemon returned a D-Bus
                          // error
         NoDaemon,        // nobody owns the daemon's name, so the request was not delivered
-        DaemonLeft,      // the daemon went away before its answer; it may have acted all the same
+        DaemonLeft,      // the daemon went away before its reply; it may have acted all the same
         BusGone,         // the bus is missing or went away; in the latter case the daemon may have
                          // acted
-        DeadlinePassed,  // the daemon has not answered in time; it may still act
-        Undecodable,     // the answer does not follow the protocol
+        DeadlinePassed,  // the daemon has not replied in time; it may still act
+        Undecodable,     // the reply does not follow the protocol
         Unsendable,      // a text in the request cannot be sent over the bus, or the request is too
                          // long
         Ending,          // the client is being destroyed, or belongs to another process
-        OutOfMemory,     // the request or its answer does not fit into memory
+        OutOfMemory,     // the request or its reply does not fit into memory
     };
 
     Kind kind = Kind::BusGone;

@@ -51,9 +51,9 @@ class HALVANE_EXPORT HalvaneBSSConfig : public BSSConfigValues {
 
     // Set the octets of ssid() or passphrase() to those of a UTF-8 text.
     //
-    //   kStatusUnsupported  an SSID of 33 or more characters, or a passphrase of 64 or more, in
-    //   UTF-16
-    //                       code units; the octets may be more. The old value stays.
+    //   kStatusUnsupported  an SSID of 33 or more characters, or a passphrase of 64 or more,
+    //                       counted in UTF-16 code units; the octets may be more. The old value
+    //                       stays.
     //   kStatusNoMemory     the text is not UTF-8, or out of memory. The field becomes absent.
     bool setSSID_error(std::string_view ssid, std::optional<Error>* error = nullptr);
     bool setWirelessPassphrase_error(std::string_view passphrase,
@@ -111,8 +111,8 @@ class HALVANE_EXPORT HalvaneBSSConfig : public BSSConfigValues {
     //
     //   absent, no error    a passphrase of exactly 32 bytes, which is not a ready key either
     //   kStatusUnsupported  no SSID, or one that does not have 1 to 32 bytes; a passphrase that
-    //   does not
-    //                       have 8 to 63 bytes, or that isprint() refuses in the current locale
+    //                       does not have 8 to 63 bytes, or that isprint() refuses in the current
+    //                       locale
     //   kStatusNoMemory     out of memory
     static std::optional<ByteBuffer> wpaPasswordHash_withSSID_error(
         const std::optional<ByteBuffer>& passphrase, const std::optional<ByteBuffer>& ssid,

@@ -57,8 +57,8 @@ HALVANE_EXPORT HalvaneStatus StringToIPv4Address(const char* text, uint32_t flag
                                                  uint32_t* router, const char** end);
 
 /* Writes "a.b.c.d", or "a.b.c.d:port" for a port above 0, into a buffer of kIPv4AddressTextSize
- * bytes, and returns the buffer. The address is in host byte order: a is the most significant byte.
- */
+ * bytes, and returns the buffer. The address is in host byte order: a is its most significant
+ * byte. */
 HALVANE_EXPORT char* IPv4AddressToCString(uint32_t address, int port, char* buffer);
 
 #ifdef __cplusplus

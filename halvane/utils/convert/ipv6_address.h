@@ -60,10 +60,9 @@ HALVANE_EXPORT HalvaneStatus StringToIPv6Address(const char* text, uint32_t flag
 /* Writes the 16 bytes of `address` into a buffer of kIPv6AddressTextSize bytes, and returns the
  * buffer. The form is that of the %a conversion of halvane/utils/printf.h: lower-case groups
  * without leading zeros; "::" for the first of the longest runs of zero groups, even for a single
- * group;
- * "::ffff:a.b.c.d" for mapped and "::a.b.c.d" for compatible IPv4 addresses. A nonzero scope
- * follows as '%' and the interface's name, or its index if the system knows no name. With a port
- * above 0, all this stands between '[' and "]:port". */
+ * group; "::ffff:a.b.c.d" for mapped and "::a.b.c.d" for compatible IPv4 addresses. A nonzero
+ * scope follows as '%' and the interface's name, or its index if the system knows no name. With a
+ * port above 0, all this stands between '[' and "]:port". */
 HALVANE_EXPORT char* IPv6AddressToCString(const uint8_t* address, uint32_t scope, int port,
                                           char* buffer);
 

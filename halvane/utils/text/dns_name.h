@@ -15,7 +15,7 @@ enum {
     kDNSLabelBufferSize = 64 /* a label of 63 characters and its terminator */
 };
 
-/* Makes a label from a NUL-terminated UTF-8 name: "Anna's Mac" becomes "Annas-Mac". ASCII
+/* Makes a label from a NUL-terminated UTF-8 name: "Anna's Hub" becomes "Annas-Hub". ASCII
  * letters and digits are kept; apostrophes (' and U+2019) are dropped. Every other character
  * becomes a '-', unless it is at the start of the label or follows a '-'. A '-' of the name is
  * always kept, except at the end of the name, where it is treated like every other character.

@@ -32,8 +32,8 @@ extern "C" {
  * white space was left. Quoted and unquoted parts may follow each other: a"b c"'d' is one token,
  * ab cd.
  *
- *   outside of quotes  " and ' begin a quoted part. A backslash makes the next byte an ordinary
- * one, unless they form an escape below.
+ *   outside of quotes  " and ' begin a quoted part. A backslash makes the next byte an
+ *                      ordinary one, unless they form an escape below.
  *   "..."              Ends at the next ". The backslash escapes are \" and \\ and those below. A
  *                      backslash before any other byte stays.
  *   '...'              Ends at the next '. Every byte stays as it is.

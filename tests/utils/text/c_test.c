@@ -80,15 +80,15 @@ static int checkSplitting(void) {
 }
 
 static int checkNames(void) {
-    char text[64] = "Anna's  Mac ";
+    char text[64] = "Anna's  Hub ";
     char label[kDNSLabelBufferSize];
     size_t length = 0;
-    ConvertUTF8StringToRFC1034LabelString("Anna's Mac", label);
-    CHECK(strcmp(label, "Annas-Mac") == 0 && ValidDNSName(label) == kStatusOK);
+    ConvertUTF8StringToRFC1034LabelString("Anna's Hub", label);
+    CHECK(strcmp(label, "Annas-Hub") == 0 && ValidDNSName(label) == kStatusOK);
     CHECK(strcmp(CleanseDiskString(" a ", SIZE_MAX, label, sizeof(label)), "a") == 0);
     CHECK(strcmp(CleanseHFSVolumeName(" b ", SIZE_MAX, label, sizeof(label)), "b") == 0);
     CHECK(AppendNumericSuffix(text, SIZE_MAX, sizeof(text), 2, true, &length) == kStatusOK);
-    CHECK(strcmp(text, "Anna's  Mac (2)") == 0 && ContainsNumericSuffix(text, length, true));
+    CHECK(strcmp(text, "Anna's  Hub (2)") == 0 && ContainsNumericSuffix(text, length, true));
     CHECK(IncrementNumericSuffix(text, length, sizeof(text), true, &length) == kStatusOK);
     CHECK(IncrementNumericSuffixEx(text, length, sizeof(text), true, &length, 5) == kStatusOK);
     CHECK(RemoveNumericSuffix(text, length, true, &length) == 4 && length == 11);

@@ -37,7 +37,7 @@ TEST(CommandLineText, IsSplitAtWhiteSpace) {
 
 TEST(CommandLineText, KnowsQuotesAndEscapes) {
     EXPECT_EQ(arguments("a 'b c' \"d e\" f\\ g"), (Words{"a", "b c", "d e", "f g"}));
-    EXPECT_EQ(arguments("--name='My Mac' \"\" ''"), (Words{"--name=My Mac", "", ""}));
+    EXPECT_EQ(arguments("--name='My Hub' \"\" ''"), (Words{"--name=My Hub", "", ""}));
     EXPECT_EQ(arguments("\"a\\\"b\" 'c\\d' e\\\\f"), (Words{"a\"b", "c\\d", "e\\f"}));
     EXPECT_EQ(arguments("a\\x20b \\101"), (Words{"a b", "A"}));
     EXPECT_EQ(arguments("'a\tb'"), (Words{"a\tb"}));
