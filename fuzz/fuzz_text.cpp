@@ -16,6 +16,7 @@
 #include "halvane/base/utf8_internal.h"
 #include "halvane/utils/strings.h"
 #include "halvane/utils/text/substring_search_internal.h"
+#include "halvane/utils/text/two_way_search_internal.h"
 
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"
@@ -80,10 +81,10 @@ void checkNaturalOrder(const std::string& a, const std::string& b, const std::st
 void checkSearch(const std::string& text, const std::string& pattern) {
     const std::size_t place = text.find(pattern);
     REQUIRE(halvane::findBytes(text, pattern) == place);
-    REQUIRE(halvane::findBytesTwoWay(text, pattern) == place);
+    REQUIRE(halvane::TwoWaySearch<halvane::ExactBytes>(pattern).find(text) == place);
     const std::size_t folded = lowered(text).find(lowered(pattern));
     REQUIRE(halvane::findIgnoringCase(text, pattern) == folded);
-    REQUIRE(halvane::findIgnoringCaseTwoWay(text, pattern) == folded);
+    REQUIRE(halvane::TwoWaySearch<halvane::BytesIgnoringCase>(pattern).find(text) == folded);
     const void* found = BoyerMooreSearch(text.data(), text.size(), pattern.data(), pattern.size());
     REQUIRE(found == (place == std::string::npos ? nullptr : text.data() + place));
     const std::string cText = text.c_str();

@@ -13,3 +13,10 @@ function(halvane_replace_system target)
   target_link_options(${target} INTERFACE ${functions})
   target_sources(${target} INTERFACE ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/replaced_system.cpp)
 endfunction()
+
+# Makes `target` take replaced_heap.cpp's malloc, realloc and free for those of the system.
+function(halvane_replace_heap target)
+  target_link_options(${target} PRIVATE LINKER:--wrap=malloc LINKER:--wrap=realloc
+                      LINKER:--wrap=free)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/replaced_heap.cpp)
+endfunction()

@@ -3,7 +3,6 @@
 #define HALVANE_UTILS_CLI_PARSER_INTERNAL_H
 
 #include <cstdint>
-#include <cstdlib>
 
 #include "halvane/utils/cli.h"
 
@@ -31,7 +30,6 @@ struct State {
     char** newestVector = nullptr;
     char** outerVector = nullptr;
     char** innerVector = nullptr;
-    void* (*reallocate)(void* old, std::size_t size) = std::realloc;  // tests let it fail
 };
 extern State gState;
 

@@ -1,3 +1,5 @@
+#include <cstdlib>
+
 #include "halvane/utils/cli/parser_internal.h"
 #include "halvane/utils/cli/reordered_internal.h"
 
@@ -33,7 +35,7 @@ bool Reordered::install() {
 bool Reordered::reserveOneMore() {
     if (count_ < capacity_) return true;
     const std::size_t capacity = 2 * capacity_ + kLeastCapacity;
-    void* const grown = gState.reallocate(vector_.get(), capacity * sizeof(char*));
+    void* const grown = std::realloc(vector_.get(), capacity * sizeof(char*));
     if (grown == nullptr) return false;
     static_cast<void>(vector_.release());
     vector_.reset(static_cast<char**>(grown));

@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "halvane/base/status.h"
-#include "halvane/utils/cli/parser_internal.h"
+#include "halvane/utils/cli.h"
 #include "halvane/utils/text/cursor_internal.h"
 #include "halvane/utils/text/integer_internal.h"
 
@@ -22,7 +22,7 @@ constexpr std::size_t kGreatestCount = SIZE_MAX / sizeof(char*) / 2;
 char** withRoomForOneMore(char** array, std::size_t count) {
     if (count >= kGreatestCount) return nullptr;
     const std::size_t size = std::bit_ceil(count + 1) * sizeof(char*);
-    return static_cast<char**>(halvane::cli::gState.reallocate(count > 0 ? array : nullptr, size));
+    return static_cast<char**>(std::realloc(count > 0 ? array : nullptr, size));
 }
 
 }  // namespace

@@ -16,7 +16,6 @@
 #include "halvane/base/ascii_internal.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/utils/printf.h"
-#include "halvane/utils/text/heap_memory_internal.h"
 
 namespace halvane::printing {
 
@@ -44,7 +43,6 @@ std::int32_t __LogPrintFCallBack(const char* text, std::size_t length, PrintFCon
 // The context of the heap front ends. The callback below receives its first member.
 struct HeapContext {
     PrintFContext output;
-    HeapMemory memory;
     // A text before the output that is counted but not stored, with its length. It is null if there
     // is none, and once it has arrived.
     const char* prefix = nullptr;
@@ -55,14 +53,6 @@ struct HeapContext {
 // so that the string grows once or fails at once.
 std::int32_t storeInHeapString(const char* text, std::size_t length, PrintFContext* context);
 std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context);
-
-// VASPrintF with a given source of memory.
-std::int32_t printToHeapString(char** text, HeapMemory memory, const char* format,
-                               va_list arguments);
-
-// AppendPrintF with a given source of memory.
-std::int32_t appendToHeapString(char** text, HeapMemory memory, const char* format,
-                                va_list* arguments);
 
 // A va_list that can be passed by reference on every platform.
 struct Arguments {

@@ -34,9 +34,7 @@ class PartialText {
     explicit PartialText(HeapContext& heap) : heap_(heap) {}
     PartialText(const PartialText&) = delete;
     PartialText& operator=(const PartialText&) = delete;
-    ~PartialText() {
-        if (heap_.output.buffer != nullptr) heap_.memory.release(heap_.output.buffer);
-    }
+    ~PartialText() { std::free(heap_.output.buffer); }
 
   private:
     HeapContext& heap_;
@@ -53,7 +51,7 @@ std::int32_t reserveInHeapString(std::uint64_t length, PrintFContext* context) {
     const std::size_t needed = context->used + length;
     if (needed <= context->capacity) return kStatusOK;
     const std::size_t capacity = capacityFor(needed);
-    void* const grown = heap.memory.reallocate(context->buffer, capacity);
+    void* const grown = std::realloc(context->buffer, capacity);
     if (grown == nullptr) return kStatusNoMemory;
     context->buffer = static_cast<char*>(grown);
     context->capacity = capacity;
@@ -83,11 +81,8 @@ std::int32_t terminated(std::int32_t result, HeapContext& heap) {
     return status < 0 ? status : result;
 }
 
-}  // namespace
-
-std::int32_t printToHeapString(char** text, HeapMemory memory, const char* format,
-                               va_list arguments) {
-    HeapContext heap = {{}, memory};
+std::int32_t printToHeapString(char** text, const char* format, va_list arguments) {
+    HeapContext heap = {};
     heap.output.callback = storeInHeapString;
     const PartialText partial(heap);
     const std::int32_t result = terminated(PrintFCoreVAList(&heap.output, format, arguments), heap);
@@ -97,22 +92,23 @@ std::int32_t printToHeapString(char** text, HeapMemory memory, const char* forma
 
 // The new text is built separately, since the old one may be among the arguments. It is then put
 // behind the old one, which is copied only if it must move.
-std::int32_t appendToHeapString(char** text, HeapMemory memory, const char* format,
-                                va_list* arguments) {
+std::int32_t appendToHeapString(char** text, const char* format, va_list* arguments) {
     const char* const old = *text != nullptr ? *text : "";
-    HeapContext heap = {{}, memory, *old != '\0' ? old : nullptr};
+    HeapContext heap = {{}, *old != '\0' ? old : nullptr};
     heap.output.callback = storeInHeapString;
     const PartialText partial(heap);
     const std::int32_t result =
         terminated(PrintFCore(&heap.output, "%s%V", old, format, arguments), heap);
     if (result < 0) return result;
     const std::size_t needed = heap.prefixLength + heap.output.used;
-    auto* const whole = static_cast<char*>(memory.reallocate(*text, appendedCapacityFor(needed)));
+    auto* const whole = static_cast<char*>(std::realloc(*text, appendedCapacityFor(needed)));
     if (whole == nullptr) return kStatusNoMemory;
     std::memcpy(whole + heap.prefixLength, heap.output.buffer, heap.output.used);
     *text = whole;
     return result;
 }
+
+}  // namespace
 
 }  // namespace halvane::printing
 
@@ -125,14 +121,13 @@ extern "C" int ASPrintF(char** text, const char* format, ...) {
 }
 
 extern "C" int VASPrintF(char** text, const char* format, va_list arguments) {
-    return halvane::printing::printToHeapString(text, {std::realloc, std::free}, format, arguments);
+    return halvane::printing::printToHeapString(text, format, arguments);
 }
 
 extern "C" int AppendPrintF(char** text, const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    const int length =
-        halvane::printing::appendToHeapString(text, {std::realloc, std::free}, format, &arguments);
+    const int length = halvane::printing::appendToHeapString(text, format, &arguments);
     va_end(arguments);
     return length;
 }

@@ -7,7 +7,6 @@
 
 #include "halvane/base/ascii_internal.h"
 #include "halvane/utils/text/byte_set_internal.h"
-#include "halvane/utils/text/command_line_text_internal.h"
 #include "halvane/utils/text/cursor_internal.h"
 #include "halvane/utils/text/quoted_text_internal.h"
 
@@ -19,13 +18,13 @@ namespace {
 // so that it can be found whatever happens to the others.
 class ArgumentVector {
   public:
-    explicit ArgumentVector(HeapMemory memory) : memory_(memory) {}
+    ArgumentVector() = default;
     ArgumentVector(const ArgumentVector&) = delete;
     ArgumentVector& operator=(const ArgumentVector&) = delete;
     ~ArgumentVector() {
         if (pointers_ == nullptr) return;
-        memory_.release(pointers_[0]);
-        memory_.release(pointers_);
+        std::free(pointers_[0]);
+        std::free(pointers_);
     }
 
     // Appends a pointer. Returns false if memory runs out.
@@ -43,14 +42,13 @@ class ArgumentVector {
 
     bool grow() {
         const std::size_t room = room_ == 0 ? kFirstRoom : 2 * room_;
-        void* const grown = memory_.reallocate(pointers_, room * sizeof(char*));
+        void* const grown = std::realloc(pointers_, room * sizeof(char*));
         if (grown == nullptr) return false;
         pointers_ = static_cast<char**>(grown);
         room_ = room;
         return true;
     }
 
-    HeapMemory memory_;
     char** pointers_ = nullptr;
     std::size_t used_ = 0;
     std::size_t room_ = 0;
@@ -65,19 +63,17 @@ void skipToArgument(TextCursor& text) {
     }
 }
 
-}  // namespace
-
-HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, HeapMemory memory) {
+HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector) {
     constexpr ByteSet kWhiteSpace(isSpace);
     if (text == nullptr) return kStatusUnsupported;
     const std::size_t length = std::strlen(text);
     // An argument is never longer than its written form. The byte that ended it makes room for its
     // NUL.
-    auto* bytes = static_cast<char*>(memory.reallocate(nullptr, length + 1));
+    auto* bytes = static_cast<char*>(std::malloc(length + 1));
     if (bytes == nullptr) return kStatusNoMemory;
-    ArgumentVector arguments(memory);
+    ArgumentVector arguments;
     if (!arguments.append(bytes)) {
-        memory.release(bytes);
+        std::free(bytes);
         return kStatusNoMemory;
     }
     TextCursor cursor(text, length);
@@ -96,10 +92,12 @@ HalvaneStatus parseCommandLine(const char* text, int* count, char*** vector, Hea
     return kStatusOK;
 }
 
+}  // namespace
+
 }  // namespace halvane
 
 HalvaneStatus ParseCommandLineIntoArgV(const char* text, int* count, char*** vector) {
-    return halvane::parseCommandLine(text, count, vector, {std::realloc, std::free});
+    return halvane::parseCommandLine(text, count, vector);
 }
 
 void FreeCommandLineArgV(char** vector) {

@@ -10,10 +10,10 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <utility>
+#include <type_traits>
 
-#include "halvane/utils/text/ignore_case_internal.h"
 #include "halvane/utils/text/substring_search_internal.h"
+#include "halvane/utils/text/two_way_search_internal.h"
 
 namespace halvane {
 
@@ -21,122 +21,12 @@ namespace {
 
 using std::string_view;
 
-// How bytes are compared: unchanged, or as lower-case letters. Pairs that compare equal have the
-// same key.
-struct Exact {
-    static constexpr std::uint16_t keyOf(std::uint16_t pair) { return pair; }
-    static constexpr unsigned char at(string_view text, std::size_t index) {
-        return static_cast<unsigned char>(text[index]);
-    }
-    static bool equal(const char* a, const char* b, std::size_t size) {
-        return std::memcmp(a, b, size) == 0;
-    }
-};
-
-struct IgnoringCase {
-    // The bit that marks a capital letter also differs between other characters, so some pairs have
-    // the same key without being equal.
-    static constexpr std::uint16_t keyOf(std::uint16_t pair) { return pair | 0x2020; }
-    static constexpr unsigned char at(string_view text, std::size_t index) {
-        return static_cast<unsigned char>(lowerOf(text[index]));
-    }
-    static bool equal(const char* a, const char* b, std::size_t size) {
-        return equalsIgnoringCase({a, size}, {b, size});
-    }
-};
-
-// --- Two-way search (Crochemore and Perrin, Journal of the ACM 38, 1991) ---
-
-// The start of a pattern's greatest suffix, and the period of that suffix.
-struct MaximalSuffix {
-    std::size_t start;
-    std::size_t period;
-};
-
-// In the order of the bytes, or in the reverse order.
+// Pairs that compare equal have the same key. Ignoring case, some others have it too: the bit that
+// marks a capital letter also differs between other characters.
 template <typename Bytes>
-MaximalSuffix maximalSuffix(string_view pattern, bool reversed) {
-    MaximalSuffix suffix = {0, 1};
-    std::size_t candidate = 1;  // where a greater suffix may begin
-    std::size_t matched = 0;    // bytes in common with the greatest one so far
-    while (candidate + matched < pattern.size()) {
-        const auto a = Bytes::at(pattern, candidate + matched);
-        const auto b = Bytes::at(pattern, suffix.start + matched);
-        if (a == b) {
-            ++matched;
-            if (matched == suffix.period) {
-                candidate += matched;
-                matched = 0;
-            }
-        } else if ((a < b) != reversed) {
-            candidate += matched + 1;
-            matched = 0;
-            suffix.period = candidate - suffix.start;
-        } else {
-            suffix = {candidate, 1};
-            ++candidate;
-            matched = 0;
-        }
-    }
-    return suffix;
+constexpr std::uint16_t keyOf(std::uint16_t pair) {
+    return std::is_same_v<Bytes, BytesIgnoringCase> ? pair | 0x2020 : pair;
 }
-
-template <typename Bytes>
-class TwoWaySearch {
-  public:
-    explicit TwoWaySearch(string_view pattern) : pattern_(pattern) {
-        const auto ascending = maximalSuffix<Bytes>(pattern, false);
-        const auto descending = maximalSuffix<Bytes>(pattern, true);
-        const auto critical = std::max(
-            ascending, descending, [](const auto& a, const auto& b) { return a.start < b.start; });
-        split_ = critical.start;
-        period_ = critical.period;
-        isPeriodic_ = split_ + period_ <= pattern.size() &&
-                      Bytes::equal(pattern.data(), pattern.data() + period_, split_);
-        // A pattern without a period cannot match again within its longer half.
-        if (!isPeriodic_) period_ = std::max(split_, pattern.size() - split_) + 1;
-    }
-
-    std::size_t find(string_view text) const {
-        std::size_t known = 0;  // bytes at the pattern's start that are known to match
-        for (std::size_t position = 0; position + pattern_.size() <= text.size();) {
-            const string_view window = text.substr(position, pattern_.size());
-            const std::size_t right = matchRight(window, known);
-            if (right < pattern_.size()) {
-                position += right - split_ + 1;
-                known = 0;
-            } else if (matchesLeft(window, known)) {
-                return position;
-            } else {
-                position += period_;
-                known = isPeriodic_ ? pattern_.size() - period_ : 0;
-            }
-        }
-        return string_view::npos;
-    }
-
-  private:
-    // Returns the first index from the split on that differs.
-    std::size_t matchRight(string_view window, std::size_t known) const {
-        std::size_t index = std::max(split_, known);
-        while (index < pattern_.size() && Bytes::at(window, index) == Bytes::at(pattern_, index)) {
-            ++index;
-        }
-        return index;
-    }
-
-    bool matchesLeft(string_view window, std::size_t known) const {
-        if (known >= split_) return true;
-        return Bytes::equal(window.data() + known, pattern_.data() + known, split_ - known);
-    }
-
-    string_view pattern_;
-    std::size_t split_;
-    std::size_t period_;
-    bool isPeriodic_;
-};
-
-// --- Skipping search ---
 
 // Limits the cost of failed windows: at most this many bytes may be compared in vain for each byte
 // that the search has passed.
@@ -194,7 +84,7 @@ class SkippingSearch {
         constexpr std::uint32_t kSpread = 0x6A4D;  // odd, with bits spread over the word
         std::uint16_t both;
         std::memcpy(&both, pair, sizeof(both));
-        return (Bytes::keyOf(both) * kSpread & 0xFFFF) >> (16 - kHashBits);
+        return (keyOf<Bytes>(both) * kSpread & 0xFFFF) >> (16 - kHashBits);
     }
 
     // Returns the first window from `position` on, in steps of the stride, whose last pair may be
@@ -240,19 +130,11 @@ std::size_t find(string_view text, string_view pattern) {
 
 std::size_t findBytes(string_view text, string_view pattern) {
     if (pattern.size() == 1) return text.find(pattern.front());
-    return find<Exact>(text, pattern);
+    return find<ExactBytes>(text, pattern);
 }
 
 std::size_t findIgnoringCase(string_view text, string_view pattern) {
-    return find<IgnoringCase>(text, pattern);
-}
-
-std::size_t findBytesTwoWay(string_view text, string_view pattern) {
-    return TwoWaySearch<Exact>(pattern).find(text);
-}
-
-std::size_t findIgnoringCaseTwoWay(string_view text, string_view pattern) {
-    return TwoWaySearch<IgnoringCase>(pattern).find(text);
+    return find<BytesIgnoringCase>(text, pattern);
 }
 
 }  // namespace halvane

@@ -13,10 +13,6 @@ std::size_t findBytes(std::string_view text, std::string_view pattern);
 // The same, treating the letters A-Z as a-z.
 std::size_t findIgnoringCase(std::string_view text, std::string_view pattern);
 
-// For tests: the slower search to which both switch if the text makes the faster one inefficient.
-std::size_t findBytesTwoWay(std::string_view text, std::string_view pattern);
-std::size_t findIgnoringCaseTwoWay(std::string_view text, std::string_view pattern);
-
 }  // namespace halvane
 
 #endif

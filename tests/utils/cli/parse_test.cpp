@@ -1,6 +1,7 @@
 // How the parser turns arguments into options: forms, look-up, operands.
-#include "halvane/utils/cli/parser_internal.h"
+#include <cstdlib>
 
+#include "tests/support/replaced_heap.h"
 #include "tests/utils/cli/test_support.h"
 
 using namespace halvane::testing;
@@ -299,10 +300,12 @@ TEST_F(CLIParseTest, KeepsTheArgumentsWhereMemoryRunsOut) {
     for (int grants = 0; grants < 2; ++grants) {
         CommandLine line(words);
         granted = grants;
-        halvane::cli::gState.reallocate = [](void* old, std::size_t size) {
-            return granted-- > 0 ? std::realloc(old, size) : nullptr;
-        };
-        line.parse(table, kCLIReorder);
+        {
+            const ScopedHeap heap({.reallocate = [](void* old, std::size_t size) {
+                return granted-- > 0 ? std::realloc(old, size) : nullptr;
+            }});
+            line.parse(table, kCLIReorder);
+        }
         EXPECT_EQ(line.status, kCLINoMemory);
         EXPECT_EQ(line.errors, "");
         EXPECT_EQ(gArgC, 21);

@@ -3,8 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "halvane/utils/cli/parser_internal.h"
-
+#include "tests/support/replaced_heap.h"
 #include "tests/utils/cli/test_support.h"
 
 namespace {
@@ -106,16 +105,9 @@ class ArraySizes {
     ArraySizes() {
         gSizes.clear();
         gGranted = SIZE_MAX;
-        halvane::cli::gState.reallocate = [](void* old, std::size_t size) -> void* {
-            if (gGranted == 0) return nullptr;
-            --gGranted;
-            gSizes.push_back(size);
-            return std::realloc(old, size);
-        };
     }
     ArraySizes(const ArraySizes&) = delete;
     ArraySizes& operator=(const ArraySizes&) = delete;
-    ~ArraySizes() { halvane::cli::gState.reallocate = std::realloc; }
 
     // An allocator moves nothing if the requested size equals the current one.
     static std::size_t bytesToMove() {
@@ -128,8 +120,16 @@ class ArraySizes {
     static void grant(std::size_t count) { gGranted = count; }
 
   private:
+    static void* reallocate(void* old, std::size_t size) {
+        if (gGranted == 0) return nullptr;
+        --gGranted;
+        gSizes.push_back(size);
+        return std::realloc(old, size);
+    }
+
     inline static std::vector<std::size_t> gSizes;
     inline static std::size_t gGranted = SIZE_MAX;
+    const halvane::testing::ScopedHeap heap_{{.reallocate = reallocate}};
 };
 
 TEST(StringArray, MovesAnEntryAtMostTwice) {

@@ -10,19 +10,20 @@
 #include "halvane/base/status.h"
 #include "halvane/utils/printf/engine_internal.h"
 
+#include "tests/support/replaced_heap.h"
 #include "tests/support/sanitizers.h"
 #include "tests/utils/printf/test_support.h"
 
 namespace {
 
 using halvane::ByteBuffer;
-using halvane::HeapMemory;
 using halvane::PropertyListArray;
 using halvane::PropertyListDictionary;
 using halvane::PropertyListValue;
 using halvane::printing::HeapContext;
-using halvane::printing::printToHeapString;
 using halvane::printing::storeInHeapString;
+using halvane::testing::heapOf;
+using halvane::testing::ScopedHeap;
 
 TEST(HeapString, GrowsTo256BytesAndThenByWholeKilobytes) {
     struct Row {
@@ -40,7 +41,7 @@ TEST(HeapString, GrowsTo256BytesAndThenByWholeKilobytes) {
         {2049, 3072},
     }};
     for (const auto& row : kRows) {
-        HeapContext heap = {{}, {std::realloc, std::free}};
+        HeapContext heap = {};
         heap.output.callback = storeInHeapString;
         const std::string text(static_cast<std::size_t>(row.needed), 'x');
         EXPECT_EQ(PrintFCore(&heap.output, "%s", text.c_str()), row.needed);
@@ -50,21 +51,27 @@ TEST(HeapString, GrowsTo256BytesAndThenByWholeKilobytes) {
     }
 }
 
+std::size_t gLastSize = 0;
+
+void* reallocateAndKeepSize(void* old, std::size_t size) {
+    gLastSize = size;
+    return std::realloc(old, size);
+}
+
 TEST(HeapString, CountsTheTerminatorAsNeeded) {
-    static std::size_t lastSize;
-    const HeapMemory memory = {[](void* old, std::size_t size) {
-                                   lastSize = size;
-                                   return std::realloc(old, size);
-                               },
-                               std::free};
-    const auto sizeFor = [&](const char* format, ...) {
+    const auto sizeFor = [](const char* format, ...) {
         va_list arguments;
         va_start(arguments, format);
         char* text = nullptr;
-        EXPECT_GE(printToHeapString(&text, memory, format, arguments), 0);
+        int length = -1;
+        {
+            const ScopedHeap heap(heapOf<reallocateAndKeepSize>());
+            length = VASPrintF(&text, format, arguments);
+        }
         va_end(arguments);
+        EXPECT_GE(length, 0);
         std::free(text);
-        return lastSize;
+        return gLastSize;
     };
     EXPECT_EQ(sizeFor(""), 256u);
     EXPECT_EQ(sizeFor("%254s", ""), 256u);
@@ -81,14 +88,6 @@ void* reallocateAndNote(void* old, std::size_t size) {
     return std::realloc(old, size);
 }
 
-int append(char** text, HeapMemory memory, const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const int result = halvane::printing::appendToHeapString(text, memory, format, &arguments);
-    va_end(arguments);
-    return result;
-}
-
 // If the string moved at each kilobyte, it would be copied once for each kilobyte.
 TEST(HeapString, MovesSeldomWhileItIsAppendedTo) {
     constexpr int kAppends = 1000;
@@ -96,8 +95,8 @@ TEST(HeapString, MovesSeldomWhileItIsAppendedTo) {
     gSizes.clear();
     char* text = nullptr;
     for (int i = 1; i <= kAppends; ++i) {
-        ASSERT_EQ(append(&text, {reallocateAndNote, std::free}, "%1000d", i),
-                  i * static_cast<int>(kPiece));
+        const ScopedHeap heap({.reallocate = reallocateAndNote});
+        ASSERT_EQ(AppendPrintF(&text, "%1000d", i), i * static_cast<int>(kPiece));
     }
     EXPECT_EQ(std::strlen(text), kAppends * kPiece);
     EXPECT_LT(gSizes.size(), 80u);
@@ -128,10 +127,15 @@ void releaseScarcely(void* memory) {
 int printScarcely(char** text, const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    const int result =
-        printToHeapString(text, {reallocateScarcely, releaseScarcely}, format, arguments);
+    const ScopedHeap heap(heapOf<reallocateScarcely>(releaseScarcely));
+    const int result = VASPrintF(text, format, arguments);
     va_end(arguments);
     return result;
+}
+
+int appendScarcely(char** text, const char* added) {
+    const ScopedHeap heap(heapOf<reallocateScarcely>(releaseScarcely));
+    return AppendPrintF(text, "%s", added);
 }
 
 // The new text needs one allocation, and appending it needs another.
@@ -142,8 +146,7 @@ TEST(HeapString, KeepsTheStringThatNothingCanBeAppendedTo) {
         gScarce = &scarce;
         char* text = ::strdup("old");
         char* const before = text;
-        EXPECT_EQ(append(&text, {reallocateScarcely, releaseScarcely}, "%s", "new"),
-                  kStatusNoMemory);
+        EXPECT_EQ(appendScarcely(&text, "new"), kStatusNoMemory);
         EXPECT_EQ(text, before);
         EXPECT_STREQ(text, "old");
         EXPECT_EQ(scarce.released.size(), static_cast<std::size_t>(left));

@@ -7,13 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "halvane/utils/text/command_line_text_internal.h"
-
 #include "tests/support/guarded_bytes.h"
+#include "tests/support/replaced_heap.h"
 
 namespace {
 
 using halvane::testing::GuardedBytes;
+using halvane::testing::heapOf;
+using halvane::testing::ScopedHeap;
 using Words = std::vector<std::string>;
 
 Words arguments(const std::string& text) {
@@ -103,6 +104,11 @@ void releaseScarcely(void* memory) {
     std::free(memory);
 }
 
+HalvaneStatus parseScarcely(const std::string& text, int* count, char*** vector) {
+    const ScopedHeap heap(heapOf<reallocateScarcely>(releaseScarcely));
+    return ParseCommandLineIntoArgV(text.c_str(), count, vector);
+}
+
 // The text, 16 pointers and the one to the text, then twice as many.
 TEST(CommandLineText, IsReleasedWhenMemoryEnds) {
     const std::string text = "a b c d e f g h i j k l m n o p";
@@ -110,9 +116,7 @@ TEST(CommandLineText, IsReleasedWhenMemoryEnds) {
         gLeft = left;
         int count = 99;
         char** vector = nullptr;
-        EXPECT_EQ(halvane::parseCommandLine(text.c_str(), &count, &vector,
-                                            {reallocateScarcely, releaseScarcely}),
-                  kStatusNoMemory);
+        EXPECT_EQ(parseScarcely(text, &count, &vector), kStatusNoMemory);
         EXPECT_EQ(count, 99);
         EXPECT_EQ(vector, nullptr);
         EXPECT_TRUE(gHeld.empty()) << left;
@@ -120,9 +124,7 @@ TEST(CommandLineText, IsReleasedWhenMemoryEnds) {
     gLeft = 3;
     int count = 0;
     char** vector = nullptr;
-    EXPECT_EQ(halvane::parseCommandLine(text.c_str(), &count, &vector,
-                                        {reallocateScarcely, releaseScarcely}),
-              kStatusOK);
+    EXPECT_EQ(parseScarcely(text, &count, &vector), kStatusOK);
     EXPECT_EQ(count, 16);
     EXPECT_EQ(gLeft, 0);
     EXPECT_EQ(gHeld.size(), 2u);

@@ -9,12 +9,15 @@
 #include <string_view>
 #include <vector>
 
-#include "halvane/utils/text/substring_search_internal.h"
+#include "halvane/utils/text/two_way_search_internal.h"
 
 #include "tests/support/guarded_bytes.h"
 
 namespace {
 
+using halvane::BytesIgnoringCase;
+using halvane::ExactBytes;
+using halvane::TwoWaySearch;
 using halvane::testing::GuardedBytes;
 using std::string_view;
 
@@ -215,7 +218,8 @@ TEST(BoyerMoore, AgreesWithMemmemOnAllShortTexts) {
             const std::size_t place = judged(text, pattern);
             ASSERT_EQ(boyerMoore(text, pattern), place) << text << " " << pattern;
             if (pattern.empty()) return;
-            ASSERT_EQ(halvane::findBytesTwoWay(text, pattern), place) << text << " " << pattern;
+            ASSERT_EQ(TwoWaySearch<ExactBytes>(pattern).find(text), place)
+                << text << " " << pattern;
         });
     });
 }
@@ -246,7 +250,7 @@ TEST(BoyerMoore, AgreesWithMemmemOnGeneratedTexts) {
         const std::size_t place = judged(text, pattern);
         ASSERT_EQ(boyerMoore(text, pattern), place) << text << "\n" << pattern;
         if (pattern.empty()) continue;
-        ASSERT_EQ(halvane::findBytesTwoWay(text, pattern), place) << text << "\n" << pattern;
+        ASSERT_EQ(TwoWaySearch<ExactBytes>(pattern).find(text), place) << text << "\n" << pattern;
     }
 }
 
@@ -292,7 +296,8 @@ TEST(TextSearch, IgnoringCaseAgreesWithMemmemOnLoweredTexts) {
         ASSERT_EQ(placeOf(found, text.c_str()), place) << text << "\n" << pattern;
         ASSERT_EQ(placeOf(stristr(text.c_str(), pattern.c_str()), text.c_str()), place);
         if (pattern.empty()) continue;
-        ASSERT_EQ(halvane::findIgnoringCaseTwoWay(text, pattern), place) << text << "\n" << pattern;
+        ASSERT_EQ(TwoWaySearch<BytesIgnoringCase>(pattern).find(text), place) << text << "\n"
+                                                                              << pattern;
     }
 }
 
@@ -304,7 +309,7 @@ TEST(TextSearch, TakesTimeInProportionToTheText) {
     for (const std::string& pattern : {half + "b" + half, "b" + half, half + "b", half + "ba"}) {
         EXPECT_EQ(boyerMoore(text, pattern), kNone);
         EXPECT_EQ(stristr(text.c_str(), pattern.c_str()), nullptr);
-        EXPECT_EQ(halvane::findBytesTwoWay(text, pattern), kNone);
+        EXPECT_EQ(TwoWaySearch<ExactBytes>(pattern).find(text), kNone);
     }
     EXPECT_EQ(boyerMoore(text + "b" + half, half + "b" + half), kSize - half.size());
 }
