@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "halvane/base/result.h"
-#include "halvane/daemon/daemon_link_internal.h"
-#include "halvane/daemon/daemon_pending_internal.h"
-#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/daemon/link_internal.h"
+#include "halvane/daemon/pending_internal.h"
+#include "halvane/daemon/requests_internal.h"
 
 namespace halvane {
 

@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "halvane/daemon/daemon_log_controls.h"
-#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/daemon/requests_internal.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_request_internal.h"
 

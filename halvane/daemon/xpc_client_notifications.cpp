@@ -1,9 +1,9 @@
 // Notifications of stations: requesting them and passing them to the delegate.
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/daemon/daemon_message_internal.h"
-#include "halvane/daemon/daemon_notification_internal.h"
-#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/daemon/message_internal.h"
+#include "halvane/daemon/notification_internal.h"
+#include "halvane/daemon/requests_internal.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/daemon/xpc_request_internal.h"

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "halvane/base/status.h"
-#include "halvane/daemon/daemon_message_internal.h"
-#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/daemon/message_internal.h"
+#include "halvane/daemon/requests_internal.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/model/daemon_service.h"
 

@@ -1,5 +1,5 @@
 // The requests: what each one sends, and which function reads its reply.
-#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/daemon/requests_internal.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_request_internal.h"
 

@@ -16,7 +16,7 @@
 #include <utility>
 
 #include "halvane/base/result.h"
-#include "halvane/daemon/daemon_link_internal.h"
+#include "halvane/daemon/link_internal.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_event.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "halvane/daemon/back_off_internal.h"
-#include "halvane/daemon/daemon_pending_internal.h"
+#include "halvane/daemon/pending_internal.h"
 
 #include "tests/support/scarce_memory.h"
 

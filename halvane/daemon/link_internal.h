@@ -7,8 +7,8 @@
 // Threads: any thread may make any call, except as end() states. Events and completions run on one
 // queue. The connection's own thread releases blocked requests, so that code on that queue may make
 // them. A third thread reconnects.
-#ifndef HALVANE_DAEMON_DAEMON_LINK_INTERNAL_H
-#define HALVANE_DAEMON_DAEMON_LINK_INTERNAL_H
+#ifndef HALVANE_DAEMON_LINK_INTERNAL_H
+#define HALVANE_DAEMON_LINK_INTERNAL_H
 
 #include <functional>
 #include <memory>
@@ -18,8 +18,8 @@
 
 #include "halvane/daemon/back_off_internal.h"
 #include "halvane/daemon/daemon_events.h"
-#include "halvane/daemon/daemon_pending_internal.h"
 #include "halvane/daemon/daemon_result.h"
+#include "halvane/daemon/pending_internal.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_connection.h"
 #include "halvane/platform/bus/service_event.h"
@@ -107,14 +107,14 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     const HomeProcess home_;
     const std::string busAddress_;
     const std::shared_ptr<DaemonCompletions> completions_ = std::make_shared<DaemonCompletions>();
-    std::optional<SerialQueue> queue_;  // until end()
+    std::optional<SerialQueue> xpcConnectionQueue_;  // until end()
     const SerialQueue::Handle queueHandle_;
     const Receiver receiver_;  // empty if the link keeps the connection up
 
     mutable std::mutex mutex_;
     std::shared_ptr<const DaemonEvents> events_;
     DaemonState state_ = DaemonState::Connecting;
-    std::unique_ptr<ServiceConnection> connection_;  // null while there is no connection
+    std::unique_ptr<ServiceConnection> xpcConnection_;  // null while there is no connection
     BackOff backOff_;
     bool isSubscribed_ = false;        // the last request's setting
     bool isSubscriptionLost_ = false;  // the daemon does not know of it

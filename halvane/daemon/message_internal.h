@@ -1,6 +1,6 @@
 // Reads the daemon's messages. A value of another type than the requested one reads as missing.
-#ifndef HALVANE_DAEMON_DAEMON_MESSAGE_INTERNAL_H
-#define HALVANE_DAEMON_DAEMON_MESSAGE_INTERNAL_H
+#ifndef HALVANE_DAEMON_MESSAGE_INTERNAL_H
+#define HALVANE_DAEMON_MESSAGE_INTERNAL_H
 
 #include <cstdint>
 #include <string_view>

@@ -1,8 +1,8 @@
 // Requests that await their reply: either a thread blocks, or a function is called.
 //
 // Threads: any thread may make any call.
-#ifndef HALVANE_DAEMON_DAEMON_PENDING_INTERNAL_H
-#define HALVANE_DAEMON_DAEMON_PENDING_INTERNAL_H
+#ifndef HALVANE_DAEMON_PENDING_INTERNAL_H
+#define HALVANE_DAEMON_PENDING_INTERNAL_H
 
 #include <atomic>
 #include <condition_variable>

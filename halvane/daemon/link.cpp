@@ -3,9 +3,9 @@
 #include <variant>
 
 #include "halvane/base/result.h"
-#include "halvane/daemon/daemon_link_internal.h"
-#include "halvane/daemon/daemon_notification_internal.h"
-#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/daemon/link_internal.h"
+#include "halvane/daemon/notification_internal.h"
+#include "halvane/daemon/requests_internal.h"
 #include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/address_internal.h"
 
@@ -53,8 +53,8 @@ DaemonLink::DaemonLink(DaemonEvents events) : DaemonLink(kQueueLabel, nullptr) {
 // Only this constructor reads the environment, on the thread that creates the client.
 DaemonLink::DaemonLink(const char* queueLabel, Receiver receiver)
     : busAddress_(systemBusAddress()),
-      queue_(std::in_place, queueLabel),
-      queueHandle_(queue_->handle()),
+      xpcConnectionQueue_(std::in_place, queueLabel),
+      queueHandle_(xpcConnectionQueue_->handle()),
       receiver_(std::move(receiver)) {}
 
 DaemonLink::~DaemonLink() {
@@ -63,7 +63,7 @@ DaemonLink::~DaemonLink() {
 
 // Any function called from the queue may end the link. Afterwards only members of `self` are used.
 std::unique_ptr<ServiceConnection> DaemonLink::makeConnection() {
-    auto connection = ServiceConnection::create(kDaemonServiceName, *queue_);
+    auto connection = ServiceConnection::create(kDaemonServiceName, *xpcConnectionQueue_);
     connection->setPrivileged(true);
     connection->setBusAddress(busAddress_);
     connection->setEventHandler([weak = weak_from_this()](const ServiceEvent& event) {
@@ -84,7 +84,7 @@ void DaemonLink::connect() {
     {
         const std::lock_guard lock(mutex_);
         if (state_ == DaemonState::Ending) return;
-        connection_ = std::move(made);
+        xpcConnection_ = std::move(made);
     }
     connection->resume();
 }
@@ -111,12 +111,12 @@ void DaemonLink::end() {
     std::shared_ptr<const DaemonEvents> events;
     {
         const std::lock_guard lock(mutex_);
-        connection = std::move(connection_);
+        connection = std::move(xpcConnection_);
         events = std::move(events_);
     }
     if (connection) connection->cancel();
     connection.reset();
-    queue_.reset();
+    xpcConnectionQueue_.reset();
     completions_->finishAll();
 }
 
@@ -126,7 +126,7 @@ void DaemonLink::release() {
     if (!isInHomeProcess()) return;
     enter(DaemonState::BusGone);
     const std::lock_guard lock(mutex_);
-    if (connection_) connection_->cancel();
+    if (xpcConnection_) xpcConnection_->cancel();
 }
 
 DaemonState DaemonLink::state() const {
@@ -158,8 +158,8 @@ bool DaemonLink::post(Wish wish, Send send) {
     const std::lock_guard lock(mutex_);
     if (state_ == DaemonState::Ending) return false;
     if (wish) isSubscribed_ = *wish;
-    if (state_ == DaemonState::BusGone || !connection_) return false;
-    send(*connection_);
+    if (state_ == DaemonState::BusGone || !xpcConnection_) return false;
+    send(*xpcConnection_);
     if (wish && state_ != DaemonState::DaemonGone) isSubscriptionLost_ = false;
     return true;
 }
@@ -207,7 +207,7 @@ void DaemonLink::request(IPCMessage message, Completion done, Wish wish) {
     try {
         const auto handler = handlerFor(request);
         const bool isPosted = post(wish, [&](ServiceConnection& connection) {
-            connection.sendMessageWithReply(std::move(message), *queue_, handler);
+            connection.sendMessageWithReply(std::move(message), *xpcConnectionQueue_, handler);
         });
         if (isPosted) return;
         if (hasEnded()) return request->finish(daemonFailure(Kind::Ending));
@@ -269,7 +269,7 @@ void DaemonLink::lostBus() {
         std::unique_ptr<ServiceConnection> lost;
         const std::lock_guard lock(mutex_);
         if (state_ == DaemonState::Ending) return;
-        lost = std::move(connection_);
+        lost = std::move(xpcConnection_);
         completions_->noteLoss();
         retry_->schedule(backOff_.next());
     }
@@ -296,7 +296,7 @@ bool DaemonLink::renew() {
             request->forget();
             return true;
         }
-        connection_->sendMessageWithReply(std::move(message), *queue_, handler);
+        xpcConnection_->sendMessageWithReply(std::move(message), *xpcConnectionQueue_, handler);
         isSubscriptionLost_ = false;
         return true;
     } catch (const std::bad_alloc&) {

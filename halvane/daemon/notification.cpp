@@ -2,8 +2,8 @@
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
-#include "halvane/daemon/daemon_message_internal.h"
-#include "halvane/daemon/daemon_notification_internal.h"
+#include "halvane/daemon/message_internal.h"
+#include "halvane/daemon/notification_internal.h"
 
 namespace halvane {
 

@@ -1,6 +1,6 @@
 // The requests of the daemon's protocol: what each one sends, and how its reply is read.
-#ifndef HALVANE_DAEMON_DAEMON_REQUESTS_INTERNAL_H
-#define HALVANE_DAEMON_DAEMON_REQUESTS_INTERNAL_H
+#ifndef HALVANE_DAEMON_REQUESTS_INTERNAL_H
+#define HALVANE_DAEMON_REQUESTS_INTERNAL_H
 
 #include <optional>
 #include <string>
@@ -12,8 +12,8 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/daemon/daemon_log_controls.h"
-#include "halvane/daemon/daemon_message_internal.h"
 #include "halvane/daemon/daemon_result.h"
+#include "halvane/daemon/message_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"

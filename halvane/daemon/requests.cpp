@@ -4,7 +4,7 @@
 
 #include "halvane/base/number.h"
 #include "halvane/base/result.h"
-#include "halvane/daemon/daemon_requests_internal.h"
+#include "halvane/daemon/requests_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 namespace halvane {
