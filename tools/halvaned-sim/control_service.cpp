@@ -57,16 +57,19 @@ int ControlService::lineArrived(sd_bus_message* message, void* userData, sd_bus_
 ControlResult ControlService::follow(std::string_view line) {
     ControlResult result = control(simulation_, line);
     service_.deliver();
-    if (result.action) result.refusal = perform(*result.action);
-    result.action.reset();
+    if (result.action) {
+        auto performed = perform(*result.action);
+        if (!performed) result.refusal = std::move(performed).error();
+        result.action.reset();
+    }
     if (result.text.size() > kLargestReply) {
         result.refusal = "the reply is larger than a bus accepts";
     }
     return result;
 }
 
-// Returns why it cannot be done; empty if it was done.
-std::string ControlService::perform(const BusAction& action) {
+// Returns why it cannot be done, if it cannot.
+Result<void, std::string> ControlService::perform(const BusAction& action) {
     switch (action.kind) {
         case BusAction::Kind::Drop:
             return service_.dropName();

@@ -41,7 +41,7 @@ class ControlService {
     ControlResult follow(std::string_view line);
 
   private:
-    std::string perform(const BusAction& action);
+    Result<void, std::string> perform(const BusAction& action);
     void spoof(const Notification& forged);
 
     static int lineArrived(sd_bus_message*, void* control, sd_bus_error*);

@@ -50,8 +50,7 @@ Service::~Service() {
 Result<void, std::string> Service::start() {
     if (auto joined = join(); !joined) return joined;
     // The name comes last: a program that sees it finds everything ready.
-    if (std::string refusal = takeName(); !refusal.empty()) return Unexpected(std::move(refusal));
-    return {};
+    return takeName();
 }
 
 Result<void, std::string> Service::join() {
@@ -73,12 +72,12 @@ void Service::leave() {
 }
 
 // A connection that has taken the name meanwhile keeps it, as after dropName().
-std::string Service::restart() {
+Result<void, std::string> Service::restart() {
     leave();
     if (auto joined = join(); !joined) {
         bus_.reset();
         handlers_.onLoss();
-        return std::move(joined).error();
+        return joined;
     }
     return takeName();
 }
@@ -98,8 +97,8 @@ void Service::restartSoon() {
 
 // A loss has already been reported.
 void Service::restartUnasked() {
-    const std::string refusal = restart();
-    if (bus_ && !refusal.empty()) handlers_.onNameless(refusal);
+    const auto restarted = restart();
+    if (bus_ && !restarted) handlers_.onNameless(restarted.error());
 }
 
 Result<void, std::string> Service::publish() {
@@ -187,18 +186,20 @@ void Service::deliver() {
                          "org.freedesktop.DBus.Peer", "Ping", nullptr, nullptr, "");
 }
 
-std::string Service::dropName() {
+Result<void, std::string> Service::dropName() {
     const int result = ::sd_bus_release_name(bus_.get(), kDaemonServiceName);
-    return result < 0 ? std::string("the daemon's name is not owned") : std::string();
+    if (result < 0) return Unexpected("the daemon's name is not owned");
+    return {};
 }
 
-std::string Service::takeName() {
+Result<void, std::string> Service::takeName() {
     const int result = ::sd_bus_request_name(bus_.get(), kDaemonServiceName, 0);
     if (result >= 0 || result == -EALREADY) return {};
     if (result == -EEXIST) {
-        return std::string(kDaemonServiceName) + " is there already: another daemon runs";
+        return Unexpected(std::string(kDaemonServiceName) +
+                          " is there already: another daemon runs");
     }
-    return std::string("owning ") + kDaemonServiceName + ": " + std::strerror(-result);
+    return Unexpected(std::string("owning ") + kDaemonServiceName + ": " + std::strerror(-result));
 }
 
 int Service::nameLeft(sd_bus_message* message, void* userData, sd_bus_error*) {

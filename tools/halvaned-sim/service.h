@@ -50,13 +50,13 @@ class Service {
     // notifications.
     void deliver();
 
-    // Gives up the daemon's name, or owns it again. Returns why that failed; empty if it succeeded.
-    std::string dropName();
-    std::string takeName();
+    // Gives up the daemon's name, or owns it again, or returns why that fails.
+    Result<void, std::string> dropName();
+    Result<void, std::string> takeName();
 
     // Leaves the bus, and comes back as another connection, without subscribers. Returns the same
     // as takeName(). If the bus is gone, handles the loss.
-    std::string restart();
+    Result<void, std::string> restart();
 
   private:
     Result<void, std::string> join();
