@@ -3,7 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -13,6 +13,8 @@
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+
+#include "halvane/platform/bus/address_internal.h"
 
 namespace halvane::sim {
 
@@ -56,20 +58,6 @@ std::string firstLineOf(const std::string& path) {
     std::ifstream file(path);
     std::string line;
     return std::getline(file, line) ? line : std::string("is it installed?");
-}
-
-// Escapes the path for a D-Bus address. The result is safe in XML too.
-std::string escapedPath(const std::string& path) {
-    std::string escaped;
-    for (const char character : path) {
-        const auto byte = static_cast<unsigned char>(character);
-        const bool isPlain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-                             (byte >= 'a' && byte <= 'z') || std::strchr("-_/.", byte) != nullptr;
-        std::array<char, 4> text{character};
-        if (!isPlain) std::snprintf(text.data(), text.size(), "%%%02x", byte);
-        escaped += text.data();
-    }
-    return escaped;
 }
 
 Unexpected<std::string> refuseFolder(const std::string& parent, const std::string& reason) {
@@ -119,12 +107,13 @@ PrivateBus::~PrivateBus() {
 }
 
 // The address of a socket in the folder. If the folder's path leaves no room for it, an abstract
-// socket, whose name is the unique last part of the path, and the process number.
+// socket, whose name is the unique last part of the path, and the process number. Escaped text is
+// safe in XML too.
 std::string PrivateBus::listenAddress() const {
     const std::string path = folder_.path() + "/bus";
-    if (path.size() <= kLongestSocketPath) return "unix:path=" + escapedPath(path);
+    if (path.size() <= kLongestSocketPath) return "unix:path=" + escapedBusAddressValue(path);
     const std::string name = std::filesystem::path(folder_.path()).filename().string();
-    return "unix:abstract=" + escapedPath(name) + "-" + std::to_string(::getpid());
+    return "unix:abstract=" + escapedBusAddressValue(name) + "-" + std::to_string(::getpid());
 }
 
 // The policy allows everything except replies that nobody expects, as on any bus. The limits are

@@ -13,9 +13,9 @@ constexpr const char* kSystemBus = "unix:path=/run/dbus/system_bus_socket";
 constexpr std::string_view kPlain =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_/.";
 
-// Escapes a value for an address: bytes other than these become "%2C" and the like (D-Bus
-// Specification, "Server Addresses").
-std::string escaped(std::string_view value) {
+}  // namespace
+
+std::string escapedBusAddressValue(std::string_view value) {
     std::string text;
     for (const char character : value) {
         if (kPlain.find(character) != std::string_view::npos) {
@@ -28,8 +28,6 @@ std::string escaped(std::string_view value) {
     return text;
 }
 
-}  // namespace
-
 std::string systemBusAddress() {
     const char* address = ::secure_getenv("DBUS_SYSTEM_BUS_ADDRESS");
     return address != nullptr ? address : kSystemBus;
@@ -39,7 +37,7 @@ std::optional<std::string> sessionBusAddress() {
     if (const char* address = ::secure_getenv("DBUS_SESSION_BUS_ADDRESS")) return address;
     const char* folder = ::secure_getenv("XDG_RUNTIME_DIR");
     if (folder == nullptr) return std::nullopt;
-    return std::string("unix:path=") + escaped(folder) + "/bus";
+    return std::string("unix:path=") + escapedBusAddressValue(folder) + "/bus";
 }
 
 }  // namespace halvane

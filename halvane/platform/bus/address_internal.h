@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace halvane {
 
@@ -14,8 +15,12 @@ std::string systemBusAddress();
 // if neither variable is set.
 std::optional<std::string> sessionBusAddress();
 
-// Both functions read the environment, except in a program with more rights than its user: there
+// Both read the environment, except in a program with more rights than its user: there
 // they treat the variables as unset.
+
+// Escapes a value for an address: bytes other than letters, digits and "-_/." become "%2c" and the
+// like (D-Bus Specification, "Server Addresses").
+std::string escapedBusAddressValue(std::string_view value);
 
 }  // namespace halvane
 
