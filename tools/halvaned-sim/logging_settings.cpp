@@ -1,7 +1,9 @@
 #include "tools/halvaned-sim/logging_settings.h"
 
-#include <cstdio>
+#include <cstddef>
 #include <utility>
+
+#include "halvane/base/ascii_internal.h"
 
 namespace halvane::sim {
 
@@ -13,11 +15,12 @@ std::string withoutControls(const std::string& text) {
     std::string shown;
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        std::array<char, 5> escaped{character};
         if (byte < ' ' || byte == kDelete) {
-            std::snprintf(escaped.data(), escaped.size(), "\\x%02X", byte);
+            shown += "\\x";
+            appendHexOctet(shown, byte, kUpperHexDigits);
+        } else {
+            shown += character;
         }
-        shown += escaped.data();
     }
     return shown;
 }
