@@ -5,11 +5,14 @@
 #include <cstdint>
 
 #include "halvane/base/ascii_internal.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/utils/text/cursor_internal.h"
 
 namespace {
 
 using halvane::TextCursor;
+
+static_assert(kMACAddressSize == halvane::MacAddress::kSize);
 
 constexpr std::size_t kFibreChannelSize = 8;
 
