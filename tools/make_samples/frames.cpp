@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "halvane/capture/fcs.h"
+
 namespace halvane::samples {
 
 namespace {
@@ -22,16 +24,6 @@ Bytes managementFrame(std::uint8_t kind, const Bytes& receiver, const Network& n
                  le16(0x0010ull * network.number),  // sequence control: fragment 0
                  le64(upTime), le16(kBeaconInterval), le16(network.capabilities),
                  network.elements});
-}
-
-// CRC-32 as in IEEE 802.11-2020 9.2.4.8.
-std::uint32_t frameCheckSequence(const Bytes& frame) {
-    std::uint32_t crc = 0xFFFFFFFF;
-    for (const std::uint8_t byte : frame) {
-        crc ^= byte;
-        for (int bit = 0; bit < 8; ++bit) crc = crc & 1 ? crc >> 1 ^ 0xEDB88320 : crc >> 1;
-    }
-    return ~crc;
 }
 
 bool isIn5GHz(const Radio& radio) {
@@ -88,11 +80,11 @@ Bytes withHTControl(const Bytes& frame) {
 }
 
 Bytes withFCS(const Bytes& frame) {
-    return join({frame, le32(frameCheckSequence(frame))});
+    return join({frame, le32(capture::frameCheckSequence(frame))});
 }
 
 Bytes withBadFCS(const Bytes& frame) {
-    return join({frame, le32(~frameCheckSequence(frame))});
+    return join({frame, le32(~capture::frameCheckSequence(frame))});
 }
 
 Bytes radiotap(const Radio& radio, std::uint8_t flags) {
