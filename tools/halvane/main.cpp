@@ -6,6 +6,7 @@
 #include "halvane/utils/log.h"
 
 #include "tools/halvane/commands/command.h"
+#include "tools/halvane/options/decode_options.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_files.h"
 #include "tools/halvane/output/standard_output.h"

@@ -8,7 +8,6 @@
 #include "halvane/base/mac_address.h"
 
 #include "tests/support/tool_command_line.h"
-#include "tools/halvane/commands/command.h"
 
 using namespace halvane::tool;
 using halvane::MacAddress;

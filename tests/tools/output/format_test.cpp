@@ -1,38 +1,16 @@
 #include "tools/halvane/output/format.h"
 
 #include <gtest/gtest.h>
-#include <string>
 
 using namespace halvane::tool;
 
 namespace {
-
-TEST(Format, IsTextUnlessTyped) {
-    EXPECT_EQ(*takeFormat(), Format::Text);
-}
-
-TEST(Format, IsForgottenOnceTaken) {
-    gTypedFormat = "plist";
-    EXPECT_EQ(*takeFormat(), Format::PropertyList);
-    EXPECT_EQ(*takeFormat(), Format::Text);
-}
 
 TEST(Format, HasFourNames) {
     EXPECT_EQ(formatNamed("text"), Format::Text);
     EXPECT_EQ(formatNamed("json"), Format::JSON);
     EXPECT_EQ(formatNamed("jsonl"), Format::JSONLines);
     EXPECT_EQ(formatNamed("plist"), Format::PropertyList);
-}
-
-TEST(Format, IsRefusedUnderAnyOtherName) {
-    for (const char* name : {"", "JSON", "jsonl ", "xml"}) {
-        gTypedFormat = name;
-        const auto format = takeFormat();
-        ASSERT_FALSE(format) << name;
-        EXPECT_EQ(format.error().message,
-                  "--format: '" + std::string(name) + "' is not text, json, jsonl or plist");
-    }
-    EXPECT_EQ(*takeFormat(), Format::Text) << "forgotten although refused";
 }
 
 }  // namespace

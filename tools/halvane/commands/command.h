@@ -37,8 +37,8 @@ void handle() {
     gExitCode = exitStatusOf(command);
 }
 
-// The options of each command, and the command.
-extern CLIOption gDecodeOptions[];
+// The options of each command, and the command. Those of decodeCommand() are gDecodeOptions
+// (options/decode_options.h).
 int decodeCommand();
 extern CLIOption gChannelsOptions[];
 int channelsCommand();

@@ -7,6 +7,7 @@
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/config_options.h"
+#include "tools/halvane/options/format_option.h"
 #include "tools/halvane/output/config_json.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/message.h"

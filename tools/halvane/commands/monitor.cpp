@@ -18,6 +18,7 @@
 #include "tools/halvane/commands/ending_signals.h"
 #include "tools/halvane/commands/waited_end.h"
 #include "tools/halvane/options/argument.h"
+#include "tools/halvane/options/format_option.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_output.h"

@@ -8,6 +8,7 @@
 
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/options/argument.h"
+#include "tools/halvane/options/format_option.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/print_records.h"
 #include "tools/halvane/output/regulatory_json.h"

@@ -10,7 +10,7 @@
 #include "halvane/base/mac_address.h"
 #include "halvane/utils/cli.h"
 
-#include "tools/halvane/commands/command.h"
+#include "tools/halvane/options/format_option.h"
 
 namespace halvane::tool {
 

@@ -9,6 +9,7 @@
 
 #include "halvane/base/mac_address.h"
 #include "halvane/base/result.h"
+#include "halvane/utils/cli.h"
 
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/format.h"
@@ -24,6 +25,8 @@ struct DecodeOptions {
     std::optional<MacAddress> bssid;
     std::optional<std::string> ssid;
 };
+
+extern CLIOption gDecodeOptions[];
 
 // Returns what gDecodeOptions has read since the last call, and the remaining arguments.
 Result<DecodeOptions, UsageError> takeDecodeOptions();
