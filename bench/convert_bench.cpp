@@ -10,6 +10,7 @@
 #include <sys/socket.h>
 #include <vector>
 
+#include "halvane/base/hex_digits.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
 

@@ -14,6 +14,7 @@
 #include <sys/socket.h>
 #include <vector>
 
+#include "halvane/base/hex_digits.h"
 #include "halvane/base/status.h"
 #include "halvane/utils/convert.h"
 #include "halvane/utils/text/dns_name.h"

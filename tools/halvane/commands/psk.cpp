@@ -9,6 +9,7 @@
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/error.h"
+#include "halvane/base/hex_digits.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_limits.h"
 #include "halvane/platform/os/secret_internal.h"

@@ -8,6 +8,7 @@
 
 #include "halvane/base/ascii_internal.h"
 #include "halvane/base/escaped_text.h"
+#include "halvane/base/hex_digits.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/utf8_internal.h"
 #include "halvane/utils/convert/hex_data.h"
