@@ -3,12 +3,9 @@
 
 #include "halvane/base/status.h"
 
-int firstFailingLineOfStatusFromC(void);
+#include "tests/support/check_line.h"
 
-#define CHECK(condition)                   \
-    do {                                   \
-        if (!(condition)) return __LINE__; \
-    } while (0)
+int firstFailingLineOfStatusFromC(void);
 
 #define CHECK_ROW(name, value, text) \
     CHECK(name == (value));          \

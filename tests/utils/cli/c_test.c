@@ -3,12 +3,9 @@
 
 #include "halvane/utils/cli.h"
 
-int firstFailingLineOfCLIFromC(void);
+#include "tests/support/check_line.h"
 
-#define CHECK(condition)                   \
-    do {                                   \
-        if (!(condition)) return __LINE__; \
-    } while (0)
+int firstFailingLineOfCLIFromC(void);
 
 static int gVerbose;
 static uint32_t gCount;

@@ -4,12 +4,9 @@
 
 #include "halvane/utils/convert.h"
 
-int firstFailingLineOfConvertFromC(void);
+#include "tests/support/check_line.h"
 
-#define CHECK(condition)                   \
-    do {                                   \
-        if (!(condition)) return __LINE__; \
-    } while (0)
+int firstFailingLineOfConvertFromC(void);
 
 static int checkAddresses(void) {
     uint32_t address = 0;

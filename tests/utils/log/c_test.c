@@ -4,10 +4,7 @@
 #include "halvane/utils/log.h"
 #include "halvane/utils/printf.h"
 
-#define CHECK(condition)                   \
-    do {                                   \
-        if (!(condition)) return __LINE__; \
-    } while (0)
+#include "tests/support/check_line.h"
 
 int checkLevelsFromC(void);
 int checkCategoryFromC(void);

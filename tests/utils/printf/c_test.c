@@ -6,10 +6,7 @@
 #include "halvane/base/status.h"
 #include "halvane/utils/printf.h"
 
-#define CHECK(condition)                   \
-    do {                                   \
-        if (!(condition)) return __LINE__; \
-    } while (0)
+#include "tests/support/check_line.h"
 
 int checkBuffersFromC(void);
 int checkHeapFromC(void);

@@ -4,12 +4,9 @@
 
 #include "halvane/utils/scan_time.h"
 
-int firstFailingLineOfScanTimeFromC(void);
+#include "tests/support/check_line.h"
 
-#define CHECK(condition)                   \
-    do {                                   \
-        if (!(condition)) return __LINE__; \
-    } while (0)
+int firstFailingLineOfScanTimeFromC(void);
 
 static int scanThroughList(const char* text, const char* format, ...) {
     va_list arguments;

@@ -4,12 +4,9 @@
 
 #include "halvane/utils/strings.h"
 
-int firstFailingLineOfStringsFromC(void);
+#include "tests/support/check_line.h"
 
-#define CHECK(condition)                   \
-    do {                                   \
-        if (!(condition)) return __LINE__; \
-    } while (0)
+int firstFailingLineOfStringsFromC(void);
 
 static int checkComparingAndSearching(void) {
     const char* const text = "Console.log";
