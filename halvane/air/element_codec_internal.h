@@ -1,0 +1,343 @@
+// The one description of an element's layout serves three purposes: decoding, encoding, and telling
+// each field with its place.
+//
+// A layout is a function template that names the fields in the order of their octets:
+//
+//     constexpr auto kLayout = [](auto& codec, auto& element) {
+//         codec.number("Station Count", element.stationCount);
+//         codec.number("Channel Utilization", element.channelUtilization);
+//         codec.rest(element.rest);
+//     };
+//
+// The codec is an ElementReader, which also describes if it has a sink, or an ElementWriter. Fields
+// that a condition governs are std::optional: the reader creates them, the writer writes those that
+// are there. Octets after the fields that are known go to `rest`, so that an element that nobody
+// changed is encoded with the octets that it came with; so are reserved bits, since bits stay in
+// the words that they came in.
+#ifndef HALVANE_AIR_ELEMENT_CODEC_INTERNAL_H
+#define HALVANE_AIR_ELEMENT_CODEC_INTERNAL_H
+
+#include <algorithm>
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_damage.h"
+#include "halvane/air/field_sink.h"
+#include "halvane/air/suite.h"
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/byte_cursor.h"
+#include "halvane/base/mac_address.h"
+
+namespace halvane::air {
+
+// A run of bits within a field of octets, with the standard's name for it. A run of one bit without
+// a form is told as a flag.
+struct BitField {
+    std::uint8_t first;
+    std::uint8_t count;
+    std::string_view label;
+    NumberForm form{};
+};
+
+// Reads a body. The first field that does not fit fails the reader for good; every later field is
+// left as it was.
+class ElementReader {
+  public:
+    explicit ElementReader(Octets body, FieldSink* sink = nullptr)
+        : cursor_(body), end_(body.size()), sink_(sink) {}
+
+    bool ok() const { return !damage_; }
+    const std::optional<ElementDamage>& damage() const { return damage_; }
+    bool hasMore() const { return ok() && cursor_.position() < end_; }
+    std::size_t remaining() const { return ok() ? end_ - cursor_.position() : 0; }
+
+    // An unsigned number of `Size` octets, the least significant first.
+    template <std::size_t Size, std::unsigned_integral Number>
+    void numberOf(std::string_view label, Number& value, const NumberForm& form = {}) {
+        const auto part = take(Size);
+        if (!part) return;
+        std::uint64_t number = 0;
+        for (std::size_t i = Size; i-- > 0;) number = number << 8 | (*part)[i];
+        value = static_cast<Number>(number);
+        if (sink_) tellNumber(placeBefore(Size), label, number, 8 * Size, form);
+    }
+    template <std::unsigned_integral Number>
+    void number(std::string_view label, Number& value, const NumberForm& form = {}) {
+        numberOf<sizeof(Number)>(label, value, form);
+    }
+    // The same in two's complement.
+    template <std::signed_integral Number>
+    void number(std::string_view label, Number& value, NumberForm form = {}) {
+        form.isSigned = true;
+        auto bits = static_cast<std::make_unsigned_t<Number>>(value);
+        number(label, bits, form);
+        value = static_cast<Number>(bits);
+    }
+
+    // A field that consists of the parts that `parts` names.
+    template <std::size_t Size>
+    void bits(BitOctets<Size>& value, std::span<const BitField> parts) {
+        const auto part = take(Size);
+        if (!part) return;
+        std::ranges::copy(*part, value.octets.begin());
+        if (sink_) tellBits(placeBefore(Size), *part, parts);
+    }
+
+    void address(std::string_view label, MacAddress& value);
+    void cipher(std::string_view label, Suite& value);
+    void akm(std::string_view label, Suite& value);
+
+    template <std::size_t Size>
+    void octets(std::string_view label, std::array<std::uint8_t, Size>& value) {
+        const auto part = take(Size);
+        if (!part) return;
+        std::ranges::copy(*part, value.begin());
+        if (sink_) sink_->octets(placeBefore(Size), label, *part);
+    }
+    // `size` octets, whatever they mean.
+    void octets(std::string_view label, ByteBuffer& value, std::size_t size);
+    // All octets that are left.
+    void octets(std::string_view label, ByteBuffer& value) { octets(label, value, remaining()); }
+    // The octets after the fields that the library knows.
+    void rest(ByteBuffer& value) {
+        if (hasMore()) octets("Further octets", value);
+    }
+
+    // A field that is there if `isPresent`: `read` takes its value.
+    template <typename T, typename Read>
+    void when(bool isPresent, std::optional<T>& value, Read read) {
+        if (isPresent && ok()) read(value.emplace());
+    }
+    // A field that is there if octets are left for it.
+    template <typename T, typename Read>
+    void ifMore(std::optional<T>& value, Read read) {
+        when(hasMore(), value, read);
+    }
+
+    // `count` items; `read` takes one. Fails where `list` has no room for them all.
+    template <typename List, typename Read>
+    void list(std::size_t count, List& list, Read read) {
+        for (std::size_t i = 0; i < count && ok(); ++i) {
+            if (!appendTo(list, read)) return;
+        }
+    }
+    // The same after the number of items, which is a field of type `Count`.
+    template <std::unsigned_integral Count, typename List, typename Read>
+    void counted(std::string_view label, List& items, Read read) {
+        Count count = 0;
+        number(label, count);
+        list(count, items, read);
+    }
+    // Items up to the end. An item that takes no octet ends the list.
+    template <typename List, typename Read>
+    void listToEnd(List& list, Read read) {
+        while (hasMore()) {
+            const std::size_t before = cursor_.position();
+            if (!appendTo(list, read) || cursor_.position() == before) return;
+        }
+    }
+
+    // Fields that belong together.
+    template <typename Read>
+    void group(std::string_view label, Read read) {
+        if (!ok()) return;
+        if (sink_) sink_->beginGroup(label);
+        read();
+        if (sink_) sink_->endGroup();
+    }
+
+    // The next `size` octets as a structure of its own, of which `read` cannot read past the end.
+    // Octets that it leaves are lost: it ends with rest().
+    template <typename Read>
+    void within(std::size_t size, Read read) {
+        if (!ok()) return;
+        if (size > remaining()) return fail();
+        const std::size_t end = std::exchange(end_, cursor_.position() + size);
+        read();
+        if (!ok()) return;
+        cursor_.skip(remaining());
+        end_ = end;
+    }
+    // The same after the structure's length, which is a field of type `Length` and counts `extra`
+    // octets more than the structure has (1: itself).
+    template <std::unsigned_integral Length, typename Read>
+    void sized(std::string_view label, std::size_t extra, Read read) {
+        Length length = 0;
+        number(label, length);
+        if (length < extra) return fail();
+        within(length - extra, read);
+    }
+
+    // Fails at the octet that is next.
+    void fail() {
+        if (ok()) damage_ = ElementDamage{cursor_.position(), remaining()};
+    }
+
+  private:
+    std::optional<Octets> take(std::size_t size) {
+        if (size > remaining()) fail();
+        return ok() ? cursor_.take(size) : std::nullopt;
+    }
+    FieldPlace placeBefore(std::size_t size) const {
+        return {cursor_.position() - size, size, 0, 0};
+    }
+
+    template <typename List, typename Read>
+    bool appendTo(List& list, Read read) {
+        typename List::value_type item{};
+        read(item);
+        if (!ok()) return false;
+        if constexpr (requires {
+                          { list.push_back(item) } -> std::same_as<bool>;
+                      }) {
+            if (!list.push_back(item)) fail();
+        } else {
+            list.push_back(std::move(item));
+        }
+        return ok();
+    }
+
+    void tellNumber(const FieldPlace& place, std::string_view label, std::uint64_t value,
+                    std::size_t width, const NumberForm& form);
+    void tellBits(const FieldPlace& place, Octets octets, std::span<const BitField> parts);
+
+    ByteCursor cursor_;
+    std::size_t end_;  // of the innermost structure
+    FieldSink* sink_;
+    std::optional<ElementDamage> damage_{};
+};
+
+// Appends a body's octets.
+class ElementWriter {
+  public:
+    std::vector<std::uint8_t> take() { return std::move(octets_); }
+    static bool ok() { return true; }
+
+    template <std::size_t Size, std::unsigned_integral Number>
+    void numberOf(std::string_view, Number value, const NumberForm& = {}) {
+        for (std::size_t i = 0; i < Size; ++i) {
+            octets_.push_back(static_cast<std::uint8_t>(std::uint64_t{value} >> (8 * i)));
+        }
+    }
+    template <std::unsigned_integral Number>
+    void number(std::string_view label, Number value, const NumberForm& = {}) {
+        numberOf<sizeof(Number)>(label, value);
+    }
+    template <std::signed_integral Number>
+    void number(std::string_view label, Number value, const NumberForm& = {}) {
+        number(label, static_cast<std::make_unsigned_t<Number>>(value));
+    }
+    template <std::size_t Size>
+    void bits(const BitOctets<Size>& value, std::span<const BitField>) {
+        append(value.octets);
+    }
+    void address(std::string_view, const MacAddress& value) { append(value.octets()); }
+    void cipher(std::string_view, const Suite& value) {
+        append(value.oui);
+        octets_.push_back(value.type);
+    }
+    void akm(std::string_view label, const Suite& value) { cipher(label, value); }
+    template <std::size_t Size>
+    void octets(std::string_view, const std::array<std::uint8_t, Size>& value) {
+        append(value);
+    }
+    void octets(std::string_view, const ByteBuffer& value, std::size_t = 0) {
+        append(value.bytes());
+    }
+    void rest(const ByteBuffer& value) { append(value.bytes()); }
+
+    template <typename T, typename Write>
+    void when(bool, const std::optional<T>& value, Write write) {
+        if (value) write(*value);
+    }
+    template <typename T, typename Write>
+    void ifMore(const std::optional<T>& value, Write write) {
+        when(true, value, write);
+    }
+    template <typename List, typename Write>
+    void list(std::size_t, const List& list, Write write) {
+        for (const auto& item : list) write(item);
+    }
+    template <std::unsigned_integral Count, typename List, typename Write>
+    void counted(std::string_view label, const List& items, Write write) {
+        number(label, static_cast<Count>(items.size()));
+        list(items.size(), items, write);
+    }
+    template <typename List, typename Write>
+    void listToEnd(const List& list, Write write) {
+        for (const auto& item : list) write(item);
+    }
+    template <typename Write>
+    void group(std::string_view, Write write) {
+        write();
+    }
+    template <typename Write>
+    void within(std::size_t, Write write) {
+        write();
+    }
+    template <std::unsigned_integral Length, typename Write>
+    void sized(std::string_view, std::size_t extra, Write write) {
+        const std::size_t start = octets_.size();
+        octets_.resize(start + sizeof(Length));
+        write();
+        const std::size_t length = octets_.size() - start - sizeof(Length) + extra;
+        for (std::size_t i = 0; i < sizeof(Length); ++i) {
+            octets_[start + i] = static_cast<std::uint8_t>(length >> (8 * i));
+        }
+    }
+
+  private:
+    void append(Octets octets) { octets_.insert(octets_.end(), octets.begin(), octets.end()); }
+
+    std::vector<std::uint8_t> octets_;
+};
+
+template <typename T, typename Layout>
+std::optional<T> decodeBy(const Layout& layout, Octets body) {
+    std::optional<T> element(std::in_place);
+    ElementReader reader(body);
+    layout(reader, *element);
+    if (!reader.ok()) element.reset();
+    return element;
+}
+
+template <typename T, typename Layout>
+std::vector<std::uint8_t> encodeBy(const Layout& layout, const T& element) {
+    ElementWriter writer;
+    layout(writer, element);
+    return writer.take();
+}
+
+template <typename T, typename Layout>
+std::optional<ElementDamage> describeBy(const Layout& layout, Octets body, FieldSink& sink) {
+    T element;
+    ElementReader reader(body, &sink);
+    layout(reader, element);
+    return reader.damage();
+}
+
+// Defines the three functions of an element in its source, by the layout there.
+#define HALVANE_AIR_DEFINE_ELEMENT(Type, layout)                                \
+    std::optional<Type> Type::decode(Octets body) {                             \
+        return decodeBy<Type>(layout, body);                                    \
+    }                                                                           \
+    std::optional<ElementDamage> Type::describe(Octets body, FieldSink& sink) { \
+        return describeBy<Type>(layout, body, sink);                            \
+    }                                                                           \
+    std::vector<std::uint8_t> Type::encode() const {                            \
+        return encodeBy(layout, *this);                                         \
+    }
+
+}  // namespace halvane::air
+
+#endif

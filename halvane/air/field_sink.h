@@ -1,0 +1,67 @@
+// How a decoded element tells its fields: their names, values and places.
+#ifndef HALVANE_AIR_FIELD_SINK_H
+#define HALVANE_AIR_FIELD_SINK_H
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "halvane/air/bit_octets.h"
+#include "halvane/base/export.h"
+
+namespace halvane::air {
+
+// Where a field stands in the body of its element. A field that fills its octets has no bits.
+struct FieldPlace {
+    std::size_t offset = 0;  // of the field's first octet
+    std::size_t size = 0;    // octets
+    std::uint8_t firstBit = 0;
+    std::uint8_t bitCount = 0;  // 0: all bits of the octets
+};
+
+// A value of a field, and the standard's word for it.
+struct ValueName {
+    std::uint32_t value;
+    std::string_view name;
+};
+
+// How a number is to be read. Both spans live as long as the program.
+struct NumberForm {
+    std::string_view unit{};  // "TU", "dBm"; empty for a number without one
+    std::span<const ValueName> names{};
+    bool isSigned = false;  // two's complement
+
+    // Empty if the value has no name.
+    constexpr std::string_view nameOf(std::uint32_t value) const {
+        for (const ValueName& row : names) {
+            if (row.value == value) return row.name;
+        }
+        return {};
+    }
+};
+
+// Receives the fields of an element in their order. Labels are the standard's names and live as
+// long as the program; everything else is valid during the call alone.
+//
+// Functions may throw; the exception reaches the caller of describe().
+class HALVANE_EXPORT FieldSink {
+  public:
+    virtual ~FieldSink();
+
+    virtual void flag(const FieldPlace& place, std::string_view label, bool value) = 0;
+    virtual void number(const FieldPlace& place, std::string_view label, std::int64_t value,
+                        const NumberForm& form) = 0;
+    // A value in words, such as an address or the name of a cipher suite.
+    virtual void text(const FieldPlace& place, std::string_view label, std::string_view value) = 0;
+    // Octets that the library does not look into.
+    virtual void octets(const FieldPlace& place, std::string_view label, Octets value) = 0;
+
+    // The fields between these two calls are parts of one field, or of one item of a list.
+    virtual void beginGroup(std::string_view label) = 0;
+    virtual void endGroup() = 0;
+};
+
+}  // namespace halvane::air
+
+#endif

@@ -1,0 +1,155 @@
+#include "halvane/air/element_info.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/air/element_samples.h"
+#include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
+
+using halvane::ByteBuffer;
+using halvane::testing::Bytes;
+using halvane::testing::bytesOf;
+using halvane::testing::element;
+using halvane::testing::ElementSample;
+using halvane::testing::kElementSamples;
+using halvane::testing::kVendorSamples;
+using namespace halvane::air;
+
+namespace {
+
+// Looks at every field, and holds that fields come in the order of their places and within the
+// body.
+class FieldChecker : public FieldSink {
+  public:
+    explicit FieldChecker(std::size_t size) : size_(size) {}
+
+    void flag(const FieldPlace& place, std::string_view label, bool) override {
+        see(place, label);
+        EXPECT_EQ(place.bitCount, 1);
+    }
+    void number(const FieldPlace& place, std::string_view label, std::int64_t,
+                const NumberForm&) override {
+        see(place, label);
+    }
+    void text(const FieldPlace& place, std::string_view label, std::string_view value) override {
+        see(place, label);
+        EXPECT_FALSE(value.empty()) << label;
+    }
+    void octets(const FieldPlace& place, std::string_view label, Octets value) override {
+        see(place, label);
+        EXPECT_EQ(value.size(), place.size) << label;
+    }
+    void beginGroup(std::string_view label) override {
+        EXPECT_FALSE(label.empty());
+        ++depth_;
+    }
+    void endGroup() override { --depth_; }
+
+    // The octets of the body that fields tell, from its first on without a gap.
+    std::size_t told() const { return told_; }
+    int depth() const { return depth_; }
+
+  private:
+    void see(const FieldPlace& place, std::string_view label) {
+        EXPECT_FALSE(label.empty());
+        EXPECT_LE(place.offset + place.size, size_) << label;
+        EXPECT_LE((place.firstBit + place.bitCount + 7u) / 8, place.size) << label;
+        EXPECT_LE(place.offset, told_) << label << " leaves a gap";
+        told_ = std::max(told_, place.offset + place.size);
+    }
+
+    const std::size_t size_;
+    std::size_t told_ = 0;
+    int depth_ = 0;
+};
+
+void checkBody(const ElementDecoder& decoder, const ByteBuffer& body) {
+    FieldChecker checker(body.size());
+    const auto damage = decoder.describe(body.bytes(), checker);
+    const auto rebuilt = decoder.rebuild(body.bytes());
+    EXPECT_EQ(rebuilt.has_value(), !damage.has_value()) << body.hex();
+    EXPECT_EQ(checker.depth(), 0);
+    if (damage) {
+        EXPECT_LE(damage->offset + damage->remaining, body.size()) << body.hex();
+        return;
+    }
+    EXPECT_EQ(ByteBuffer(*rebuilt), body);
+    EXPECT_EQ(checker.told(), body.size()) << body.hex();
+}
+
+void checkDecoder(const ElementDecoder& decoder, std::string_view hex) {
+    const Bytes sample = bytesOf(hex);
+    const auto rebuilt = decoder.rebuild(sample);
+    ASSERT_TRUE(rebuilt) << hex;
+    EXPECT_EQ(*rebuilt, sample);
+    halvane::testing::forEachPrefix(sample, [&](const auto& body) { checkBody(decoder, body); });
+    std::vector<std::size_t> offsets(sample.size());
+    for (std::size_t i = 0; i < offsets.size(); ++i) offsets[i] = i;
+    halvane::testing::forEachValueAt(sample, offsets,
+                                     [&](const auto& body) { checkBody(decoder, body); });
+    Bytes longer = sample;
+    longer.insert(longer.end(), {1, 2, 3});
+    checkBody(decoder, ByteBuffer(longer));
+}
+
+TEST(ElementInfo, HasEachNumberOnce) {
+    for (const ElementInfo& info : elementInfos()) {
+        EXPECT_EQ(elementInfo(info.id), &info) << info.name;
+        EXPECT_FALSE(info.name.empty());
+    }
+    EXPECT_EQ(elementInfo(ElementId{2}), nullptr);
+    EXPECT_EQ(elementInfo(ElementId{0xFFFF}), nullptr);
+    EXPECT_EQ(elementInfo(ElementId::ExtensionMissing), nullptr);
+}
+
+TEST(ElementInfo, NamesElements) {
+    const auto nameOf = [](const Bytes& bytes) {
+        return elementName(*ElementRange(bytes).begin());
+    };
+    EXPECT_EQ(nameOf(element(48, {})), "RSN");
+    EXPECT_EQ(nameOf(element(255, {108})), "EHT Capabilities");
+    EXPECT_EQ(nameOf(element(2, {})), "Reserved (2)");
+    EXPECT_EQ(nameOf(element(255, {200})), "Reserved (255/200)");
+    EXPECT_EQ(nameOf(element(255, {})), "Reserved (255)");
+    EXPECT_EQ(nameOf(element(221, {0x50, 0x6F, 0x9A, 28})), "OWE Transition Mode");
+    EXPECT_EQ(nameOf(element(221, {0x50, 0x6F, 0x9A, 99})), "Wi-Fi Alliance");
+    EXPECT_EQ(nameOf(element(221, {0x50, 0x6F, 0x9A})), "Wi-Fi Alliance");
+    EXPECT_EQ(nameOf(element(221, {0x50, 0x6F})), "Vendor Specific");
+}
+
+// Every prefix of a valid body, and every value of each of its octets: what decodes is encoded with
+// the same octets, and each of them is told.
+TEST(ElementDecoders, KeepEveryOctet) {
+    for (const ElementSample& sample : kElementSamples) {
+        SCOPED_TRACE(elementInfo(sample.id)->name);
+        checkDecoder(elementInfo(sample.id)->decoder, sample.hex);
+    }
+    for (const auto& sample : kVendorSamples) {
+        const Bytes head = {sample.oui[0], sample.oui[1], sample.oui[2], sample.type};
+        SCOPED_TRACE(vendorElementInfo(head)->name);
+        checkDecoder(vendorElementInfo(head)->decoder, sample.hex);
+    }
+}
+
+TEST(ElementDecoders, AreAllTried) {
+    for (const ElementInfo& info : elementInfos()) {
+        if (info.decoder.describe == nullptr) continue;
+        EXPECT_TRUE(std::ranges::any_of(kElementSamples, [&](const ElementSample& sample) {
+            return sample.id == info.id;
+        })) << info.name;
+    }
+    for (const VendorElementInfo& info : vendorElementInfos()) {
+        if (info.decoder.describe == nullptr) continue;
+        EXPECT_TRUE(std::ranges::any_of(kVendorSamples, [&](const auto& sample) {
+            return sample.oui == info.oui && sample.type == info.type;
+        })) << info.name;
+    }
+}
+
+}  // namespace
