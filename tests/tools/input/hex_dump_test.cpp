@@ -1,0 +1,137 @@
+#include "tools/halvane/input/hex_dump.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+using halvane::tool::readHexDump;
+
+namespace {
+
+using Octets = std::vector<std::uint8_t>;
+
+Octets counting(std::size_t size) {
+    Octets octets(size);
+    for (std::size_t i = 0; i < size; ++i) octets[i] = static_cast<std::uint8_t>(0x61 + i);
+    return octets;
+}
+
+struct Row {
+    std::string_view format;
+    std::string_view text;
+    std::size_t size;
+};
+
+// 18 octets from 61 on in each of the forms.
+const Row kRows[] = {
+    {"", "6162636465666768696A6B6C6D6E6F707172", 18},
+    {"", "61 62 63 64 65 66 67 68\n69 6a 6b 6c 6d 6e 6f 70\r\n71 72\n", 18},
+    {"", "61:62:63:64", 4},
+    {"", "0x61, 0x62, 0x63,\n0x64", 4},
+    {"", "\"\\x61\\x62\" \\\n\"\\x63\\x64\"", 4},
+    {"", "{0x61,0x62}", 2},
+    {"", "", 0},
+    {"xxd",
+     "00000000: 6162 6364 6566 6768 696a 6b6c 6d6e 6f70  abcdefghijklmnop\n"
+     "00000010: 7172                                     qr\n",
+     18},
+    {"xxd", "00000000: 6162                                     ab\n", 2},
+    {"hexdump",
+     "00000000  61 62 63 64 65 66 67 68  69 6a 6b 6c 6d 6e 6f 70  |abcdefghijklmnop|\n"
+     "00000010  71 72                                             |qr|\n"
+     "00000012\n",
+     18},
+    {"hexdump",
+     "0000   61 62 63 64 65 66 67 68 69 6a 6b 6c 6d 6e 6f 70   abcdefghijklmnop\n"
+     "0010   71 72                                             qr\n",
+     18},
+    {"od",
+     "0000000 61 62 63 64 65 66 67 68 69 6a 6b 6c 6d 6e 6f 70\n"
+     "0000020 71 72\n"
+     "0000022\n",
+     18},
+    {"tcpdump -x",
+     "10:11:12.131415 Beacon (ab) [1.0* Mbit] ESS CH: 6\n"
+     "\t0x0000:  6162 6364 6566 6768 696a 6b6c 6d6e 6f70\n"
+     "\t0x0010:  7172\n",
+     18},
+    {"tcpdump -x",
+     "\t0x0000:  6162 6364 6566 6768 696a 6b6c 6d6e 6f70  abcdefghijklmnop\n"
+     "\t0x0010:  7172                                     qr\n",
+     18},
+};
+
+TEST(HexDump, ReadsWhatPeoplePaste) {
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.text);
+        const auto dump = readHexDump(row.text);
+        ASSERT_TRUE(dump) << dump.error();
+        EXPECT_EQ(dump->octets, counting(row.size));
+        EXPECT_EQ(dump->format, row.format);
+    }
+}
+
+TEST(HexDump, CountsTheLinesOfOctets) {
+    EXPECT_EQ(readHexDump("\n61 62\n\n63\n")->lines, 2u);
+    EXPECT_EQ(readHexDump("00000000: 6162\n00000002: 6364\n")->lines, 2u);
+}
+
+TEST(HexDump, ReadsTheElementsThatAScanPrintsUndecoded) {
+    const auto dump = readHexDump(
+        "BSS 02:00:00:00:00:01(on wlan0)\n"
+        "\tSSID: cafe\n"
+        "\tUnknown IE (216): 01 02 ff\n"
+        "\tVendor specific: OUI 00:10:18, data: 02 00\n");
+    ASSERT_TRUE(dump);
+    EXPECT_EQ(dump->octets, (Octets{216, 3, 1, 2, 0xFF, 221, 5, 0x00, 0x10, 0x18, 2, 0}));
+    EXPECT_EQ(dump->format, "iw -u");
+    EXPECT_EQ(dump->lines, 2u);
+}
+
+TEST(HexDump, TakesNoOctetsForOffsets) {
+    EXPECT_EQ(readHexDump("00000001: 6162\n").has_value(), true);  // plain: the colon separates
+    EXPECT_EQ(readHexDump("00000001: 6162\n")->octets, (Octets{0, 0, 0, 1, 0x61, 0x62}));
+    EXPECT_EQ(readHexDump("0003  6162\n")->octets, (Octets{0, 3, 0x61, 0x62}));
+}
+
+TEST(HexDump, SaysWhatIsWrongWhere) {
+    struct Fault {
+        std::string_view text;
+        std::string_view error;
+    };
+    const Fault faults[] = {
+        {"61 6", "line 1: '6' has an odd number of digits"},
+        {"61\n62 6g", "line 2: '6' has an odd number of digits"},
+        {"61\nhello", "line 2: 'h' is no hexadecimal digit"},
+        {"0x", "line 1: ' ' is no hexadecimal digit"},
+        {"00000000: 6162\n00000003: 63\n", "line 2: its offset is 3, but 2 octets stand before it"},
+        {"00000000: 6162\n63\n", "line 2: has no offset"},
+        {"00000000: 6162\n00000002: 6z\n", "line 2: holds something else than pairs of digits"},
+        {"\t0x0000:  6162\nnext packet\n\t0x0000:  6162\n",
+         "line 2: another packet begins here; give one"},
+    };
+    for (const Fault& fault : faults) {
+        const auto dump = readHexDump(fault.text);
+        ASSERT_FALSE(dump) << fault.text;
+        EXPECT_EQ(dump.error(), fault.error);
+    }
+}
+
+TEST(HexDump, SurvivesAnyCharacterAtEachPlace) {
+    constexpr std::string_view kCharacters("\0\t\n\r 09afgx:|>-~\xFF", 18);
+    for (const Row& row : kRows) {
+        for (std::size_t place = 0; place < row.text.size(); ++place) {
+            std::string text(row.text);
+            for (const char character : kCharacters) {
+                text[place] = character;
+                const auto dump = readHexDump(text);
+                EXPECT_TRUE(dump || !dump.error().empty());
+            }
+        }
+    }
+}
+
+}  // namespace

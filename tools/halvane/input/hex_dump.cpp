@@ -1,0 +1,245 @@
+#include "tools/halvane/input/hex_dump.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "halvane/base/ascii_internal.h"
+
+namespace halvane::tool {
+
+namespace {
+
+using DumpResult = Result<HexDump, std::string>;
+
+// --- Text ---
+
+bool isBlank(char character) {
+    return character == ' ' || character == '\t';
+}
+
+std::size_t blanksAt(std::string_view text) {
+    const auto end = std::ranges::find_if_not(text, isBlank);
+    return static_cast<std::size_t>(end - text.begin());
+}
+
+std::size_t digitsAt(std::string_view text, unsigned base) {
+    const auto end = std::ranges::find_if_not(
+        text, [base](char character) { return digitValue(character) < base; });
+    return static_cast<std::size_t>(end - text.begin());
+}
+
+// Splits off the first line.
+std::string_view takeLine(std::string_view& text) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    while (!line.empty() && isSpace(line.back())) line.remove_suffix(1);
+    return line;
+}
+
+void appendPairs(std::vector<std::uint8_t>& octets, std::string_view digits) {
+    for (; digits.size() >= 2; digits.remove_prefix(2)) {
+        octets.push_back(
+            static_cast<std::uint8_t>(digitValue(digits[0]) << 4 | digitValue(digits[1])));
+    }
+}
+
+std::string atLine(std::size_t number, const std::string& problem) {
+    return "line " + std::to_string(number) + ": " + problem;
+}
+
+// --- Dumps with a column of offsets ---
+
+struct DumpFormat {
+    std::string_view name;
+    std::string_view prefix;  // of an offset
+    std::size_t minDigits;
+    std::size_t maxDigits;
+    unsigned base;
+    std::string_view suffix;
+    std::size_t minGap;      // blanks between the offset and the octets
+    std::size_t maxGap;      // blanks between octets; more of them end the octets
+    bool hasTitles = false;  // lines without an offset belong to the format
+};
+
+constexpr DumpFormat kFormats[] = {
+    {"tcpdump -x", "0x", 4, 8, 16, ":", 1, 1, true},
+    {"xxd", "", 4, 16, 16, ":", 1, 1},
+    {"hexdump", "", 4, 8, 16, "", 2, 2},
+    {"od", "", 7, 7, 8, "", 1, 1},
+};
+
+// Takes the offset at the start of a line and the blanks after it; absent if there is none.
+std::optional<std::size_t> takeOffset(std::string_view& line, const DumpFormat& format) {
+    std::string_view rest = line;
+    if (!rest.starts_with(format.prefix)) return std::nullopt;
+    rest.remove_prefix(format.prefix.size());
+    const std::size_t digits = digitsAt(rest, format.base);
+    if (digits < format.minDigits || digits > format.maxDigits) return std::nullopt;
+    std::size_t offset = 0;
+    for (const char digit : rest.substr(0, digits)) {
+        offset = offset * format.base + digitValue(digit);
+    }
+    rest.remove_prefix(digits);
+    if (!rest.starts_with(format.suffix)) return std::nullopt;
+    rest.remove_prefix(format.suffix.size());
+    const std::size_t gap = blanksAt(rest);
+    if (gap < format.minGap && !rest.empty()) return std::nullopt;
+    line = rest.substr(gap);
+    return offset;
+}
+
+// Appends the octets up to the column of letters. Returns false for anything else in their place.
+bool appendGroups(std::vector<std::uint8_t>& octets, std::string_view line, std::size_t maxGap) {
+    while (!line.empty() && line.front() != '|' && line.front() != '>') {
+        const std::size_t digits = digitsAt(line, 16);
+        if (digits == 0 || digits % 2 != 0) return false;
+        appendPairs(octets, line.substr(0, digits));
+        line.remove_prefix(digits);
+        const std::size_t gap = blanksAt(line);
+        if (gap > maxGap) return true;
+        if (gap == 0 && !line.empty()) return false;
+        line.remove_prefix(gap);
+    }
+    return true;
+}
+
+// Absent if the text has no line of the format.
+std::optional<DumpResult> readFormat(std::string_view text, const DumpFormat& format) {
+    HexDump dump{.octets = {}, .format = format.name};
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        std::string_view line = takeLine(text);
+        line.remove_prefix(blanksAt(line));
+        if (line.empty()) continue;
+        const auto offset = takeOffset(line, format);
+        if (!offset) {
+            if (format.hasTitles && dump.lines == 0) continue;
+            if (dump.lines == 0) return std::nullopt;
+            const char* const problem =
+                format.hasTitles ? "another packet begins here; give one" : "has no offset";
+            return Unexpected(atLine(number, problem));
+        }
+        if (*offset != dump.octets.size()) {
+            if (dump.lines == 0) return std::nullopt;
+            return Unexpected(atLine(number, "its offset is " + std::to_string(*offset) + ", but " +
+                                                 std::to_string(dump.octets.size()) +
+                                                 " octets stand before it"));
+        }
+        if (!appendGroups(dump.octets, line, format.maxGap)) {
+            if (dump.lines == 0) return std::nullopt;
+            return Unexpected(atLine(number, "holds something else than pairs of digits"));
+        }
+        ++dump.lines;
+    }
+    if (dump.lines == 0) return std::nullopt;
+    return dump;
+}
+
+// --- iw -u ---
+
+// The octets after `line`, as an element; absent if they are no pairs.
+std::optional<std::vector<std::uint8_t>> elementOf(std::uint8_t id, std::string_view oui,
+                                                   std::string_view data) {
+    std::vector<std::uint8_t> element = {id, 0};
+    for (; oui.size() >= 2; oui.remove_prefix(std::min<std::size_t>(3, oui.size()))) {
+        appendPairs(element, oui.substr(0, 2));
+    }
+    data.remove_prefix(blanksAt(data));
+    constexpr std::size_t kHeaderSize = 2;
+    if (!appendGroups(element, data, 1) || element.size() > kHeaderSize + 255) return std::nullopt;
+    element[1] = static_cast<std::uint8_t>(element.size() - kHeaderSize);
+    return element;
+}
+
+// "Unknown IE (216): 01 02" and "Vendor specific: OUI 00:11:22, data: 01 02".
+std::optional<std::vector<std::uint8_t>> elementOfLine(std::string_view line) {
+    constexpr std::string_view kUnknown = "Unknown IE (";
+    constexpr std::string_view kVendor = "Vendor specific: OUI ";
+    constexpr std::string_view kData = ", data:";
+    if (line.starts_with(kUnknown)) {
+        line.remove_prefix(kUnknown.size());
+        const std::size_t digits = digitsAt(line, 10);
+        unsigned id = 0;
+        for (const char digit : line.substr(0, std::min<std::size_t>(digits, 3))) {
+            id = id * 10 + digitValue(digit);
+        }
+        line.remove_prefix(digits);
+        if (digits == 0 || id > 255 || !line.starts_with("):")) return std::nullopt;
+        return elementOf(static_cast<std::uint8_t>(id), {}, line.substr(2));
+    }
+    if (!line.starts_with(kVendor)) return std::nullopt;
+    line.remove_prefix(kVendor.size());
+    const std::size_t data = line.find(kData);
+    constexpr std::size_t kOuiText = 8;
+    if (data != kOuiText) return std::nullopt;
+    return elementOf(221, line.substr(0, kOuiText), line.substr(data + kData.size()));
+}
+
+std::optional<DumpResult> readScan(std::string_view text) {
+    HexDump dump{.octets = {}, .format = "iw -u"};
+    while (!text.empty()) {
+        std::string_view line = takeLine(text);
+        line.remove_prefix(blanksAt(line));
+        const auto element = elementOfLine(line);
+        if (!element) continue;
+        dump.octets.insert(dump.octets.end(), element->begin(), element->end());
+        ++dump.lines;
+    }
+    if (dump.lines == 0) return std::nullopt;
+    return dump;
+}
+
+// --- Plain text ---
+
+bool isSeparator(char character) {
+    constexpr std::string_view kSeparators = ":-,;\"'{}()\\";
+    return isSpace(character) || kSeparators.find(character) != std::string_view::npos;
+}
+
+DumpResult readPlain(std::string_view text) {
+    HexDump dump;
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        std::string_view line = takeLine(text);
+        const std::size_t before = dump.octets.size();
+        while (!line.empty()) {
+            if (isSeparator(line.front())) {
+                line.remove_prefix(1);
+                continue;
+            }
+            if (line.starts_with("0x") || line.starts_with("0X")) {
+                line.remove_prefix(2);
+            } else if (line.front() == 'x') {
+                line.remove_prefix(1);
+            }
+            const std::size_t digits = digitsAt(line, 16);
+            if (digits == 0) {
+                return Unexpected(
+                    atLine(number, "'" + std::string(1, line.empty() ? ' ' : line.front()) +
+                                       "' is no hexadecimal digit"));
+            }
+            if (digits % 2 != 0) {
+                return Unexpected(atLine(number, "'" + std::string(line.substr(0, digits)) +
+                                                     "' has an odd number of digits"));
+            }
+            appendPairs(dump.octets, line.substr(0, digits));
+            line.remove_prefix(digits);
+        }
+        if (dump.octets.size() > before) ++dump.lines;
+    }
+    return dump;
+}
+
+}  // namespace
+
+DumpResult readHexDump(std::string_view text) {
+    auto plain = readPlain(text);
+    std::optional<DumpResult> dump = readScan(text);
+    for (const DumpFormat& format : kFormats) {
+        if (!dump) dump = readFormat(text, format);
+    }
+    return dump ? *std::move(dump) : std::move(plain);
+}
+
+}  // namespace halvane::tool

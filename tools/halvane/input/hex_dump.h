@@ -1,0 +1,31 @@
+// Octets as people paste them: hexadecimal text, with or without columns of offsets and letters.
+#ifndef TOOLS_HALVANE_INPUT_HEX_DUMP_H
+#define TOOLS_HALVANE_INPUT_HEX_DUMP_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "halvane/base/result.h"
+
+namespace halvane::tool {
+
+struct HexDump {
+    std::vector<std::uint8_t> octets;
+    std::string_view format;  // "tcpdump -x", "xxd", "hexdump", "od", "iw -u"; empty for plain text
+    std::size_t lines = 0;    // that hold octets
+};
+
+// Reads the output of tcpdump -x or -X, xxd, hexdump -C, od -tx1, a packet viewer's copy, the
+// elements that iw -u prints undecoded, and plain text: pairs of digits that blanks, ':', '-', ','
+// or "0x" and "\x" may separate.
+//
+// A column of offsets is no data; each offset must be the number of octets before it. An error says
+// what is wrong in which line.
+Result<HexDump, std::string> readHexDump(std::string_view text);
+
+}  // namespace halvane::tool
+
+#endif
