@@ -63,7 +63,10 @@ class HALVANE_EXPORT ElementIterator {
     using difference_type = std::ptrdiff_t;
 
     ElementIterator() = default;
-    explicit ElementIterator(Octets octets) : next_(octets) { read(); }
+    explicit ElementIterator(Octets octets, std::size_t start = 0) : next_(octets) {
+        isAtEnd_ = !next_.skip(start);
+        if (!isAtEnd_) read();
+    }
 
     const Element& operator*() const { return element_; }
     const Element* operator->() const { return &element_; }

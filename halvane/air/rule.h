@@ -1,0 +1,88 @@
+// The rules by which a profile is derived from elements, and how a value names its rule.
+//
+// Constant tables and plain values. Any thread may use them.
+#ifndef HALVANE_AIR_RULE_H
+#define HALVANE_AIR_RULE_H
+
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include "halvane/air/source.h"
+#include "halvane/base/export.h"
+
+namespace halvane::air {
+
+// In the order of the table.
+enum class Rule : std::uint8_t {
+    None,  // nothing tells the value
+    SsidElement,
+    Band6GhzInformation,
+    BandRadio,
+    BandChannelNumber,
+    Primary6GhzInformation,
+    PrimaryHt,
+    PrimaryDs,
+    PrimaryRadio,
+    WidthDefault,
+    WidthHt,
+    WidthVht80,
+    WidthVht160,
+    WidthVht80Plus80,
+    WidthVhtDeprecated,
+    WidthVhtExtendedNss,
+    WidthHeVht,
+    WidthHe6Ghz,
+    WidthEht,
+    PuncturingEht,
+    GenerationEht,
+    GenerationHe,
+    GenerationVht,
+    GenerationHt,
+    GenerationLegacy,
+    RateHt,
+    RateVht,
+    RateHe,
+    RateEht,
+    SecurityRsn,
+    SecurityRsnOverride,
+    SecurityRsnWpa,
+    SecurityWpa,
+    SecurityOsen,
+    SecurityWapi,
+    SecurityPrivacyBit,
+    SecurityOweTransition,
+    SecurityOpen,
+    PmfRsn,
+    PmfNoRsn,
+    CountryElement,
+    BssLoadElement,
+    TimElement,
+    MultiLinkElement,
+    ProfileAddress,
+    NeighborReport,
+};
+
+struct RuleInfo {
+    Rule rule;
+    std::string_view sentence;
+    std::string_view clause;
+};
+HALVANE_EXPORT const RuleInfo& ruleInfo(Rule rule);
+
+// A value, the rule that gives it, and what it was taken from.
+template <typename T>
+struct Derived {
+    T value{};
+    Rule rule = Rule::None;
+    Sources sources{};
+
+    const T& operator*() const { return value; }
+    const T* operator->() const { return &value; }
+
+    friend bool operator==(const Derived&, const Derived&) = default;
+};
+
+}  // namespace halvane::air
+
+#endif
