@@ -46,6 +46,15 @@ const CLIOption kCommands[] = {
                  "in order of first sighting. Later frames update the record. A summary of the\n"
                  "frames read and skipped goes to standard error."},
     {.type = kCLICommand,
+     .longName = "elements",
+     .handler = handle<elementsCommand>,
+     .subOptions = gElementsOptions,
+     .shortHelp = "explain the elements of hexadecimal text",
+     .longHelp = "Prints every element of a buffer: octet, number, length, name, and what its\n"
+                 "fields say. The text may be plain, or come from xxd, hexdump -C, od -tx1,\n"
+                 "tcpdump -x, iw -u or the copy of a packet viewer. Damage is told with its\n"
+                 "octet."},
+    {.type = kCLICommand,
      .longName = "channels",
      .handler = handle<channelsCommand>,
      .subOptions = gChannelsOptions,

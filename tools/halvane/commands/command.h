@@ -40,6 +40,8 @@ void handle() {
 // The options of each command, and the command. Those of decodeCommand() are gDecodeOptions
 // (options/decode_options.h).
 int decodeCommand();
+extern CLIOption gElementsOptions[];
+int elementsCommand();
 extern CLIOption gChannelsOptions[];
 int channelsCommand();
 extern CLIOption gSKUsOptions[];

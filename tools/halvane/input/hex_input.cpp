@@ -24,9 +24,8 @@ struct FileCloser {
 
 }  // namespace
 
-Result<ByteBuffer, std::string> readHexFile(const std::string& path) {
+Result<std::string, std::string> readTextFile(const std::string& path) {
     const bool isStandardInput = path == "-";
-    const std::string name = inputName(path);
     const std::unique_ptr<std::FILE, FileCloser> file(
         isStandardInput ? stdin : std::fopen(path.c_str(), "re"));
     std::string text;
@@ -36,12 +35,20 @@ Result<ByteBuffer, std::string> readHexFile(const std::string& path) {
            (count = std::fread(part.data(), 1, part.size(), file.get())) > 0) {
         text.append(part.data(), count);
     }
-    const auto fail = [&](const char* problem) { return Unexpected(name + ": " + problem); };
+    const auto fail = [&](const char* problem) {
+        return Unexpected(inputName(path) + ": " + problem);
+    };
     if (!file || std::ferror(file.get()) != 0) return fail(std::strerror(errno));
     if (text.size() > kMaximumText) return fail("too long for an element buffer");
-    auto bytes = ByteBuffer::fromHex(text);
-    if (!bytes) return fail("not hexadecimal text (pairs of digits)");
-    if (bytes->empty()) return fail("empty");
+    return text;
+}
+
+Result<ByteBuffer, std::string> readHexFile(const std::string& path) {
+    const auto text = readTextFile(path);
+    if (!text) return Unexpected(text.error());
+    auto bytes = ByteBuffer::fromHex(*text);
+    if (!bytes) return Unexpected(inputName(path) + ": not hexadecimal text (pairs of digits)");
+    if (bytes->empty()) return Unexpected(inputName(path) + ": empty");
     return *std::move(bytes);
 }
 

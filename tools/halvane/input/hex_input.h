@@ -1,4 +1,4 @@
-// One element buffer as hexadecimal text.
+// Hexadecimal text of files.
 #ifndef TOOLS_HALVANE_INPUT_HEX_INPUT_H
 #define TOOLS_HALVANE_INPUT_HEX_INPUT_H
 
@@ -9,8 +9,11 @@
 
 namespace halvane::tool {
 
-// Reads a file ("-" is standard input) of pairs of hexadecimal digits, with any white space or
-// colons between them. An error names the file and the fault.
+// Returns the text of a file ("-" is standard input). An error names the file and the fault.
+Result<std::string, std::string> readTextFile(const std::string& path);
+
+// Reads one element buffer from a file ("-" is standard input) of pairs of hexadecimal digits, with
+// any white space or colons between them. An error names the file and the fault.
 Result<ByteBuffer, std::string> readHexFile(const std::string& path);
 
 }  // namespace halvane::tool

@@ -1,0 +1,23 @@
+// Elements as JSON.
+#ifndef TOOLS_HALVANE_OUTPUT_ELEMENT_JSON_H
+#define TOOLS_HALVANE_OUTPUT_ELEMENT_JSON_H
+
+#include "halvane/air/element_range.h"
+
+#include "tools/halvane/output/json_writer.h"
+
+namespace halvane::tool {
+
+// Writes an array of all elements: "id", "extension", "name", "offset" and "bytes", the octets of
+// the body. Octets that make no element end it as an item that has "offset" and "bytes" alone.
+void writeElements(JSONWriter& writer, air::ElementRange elements);
+
+// Writes one object: the same members, "clause" where it is known, "fields", an array of objects
+// that have "name", "offset" in the body, "size" in octets, "bit" and "bits" of a part of them, and
+// "value", or "fields" of their own; and "damage", the octet of the body at which a field does not
+// fit.
+void writeJSON(JSONWriter& writer, const air::Element& element);
+
+}  // namespace halvane::tool
+
+#endif

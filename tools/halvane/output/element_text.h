@@ -1,0 +1,26 @@
+// Elements for people: a line with octet, number, length and name, and what the fields say.
+#ifndef TOOLS_HALVANE_OUTPUT_ELEMENT_TEXT_H
+#define TOOLS_HALVANE_OUTPUT_ELEMENT_TEXT_H
+
+#include <string>
+
+#include "halvane/air/element_range.h"
+
+namespace halvane::tool {
+
+// The line of titles.
+std::string elementTitles();
+
+// The lines of an element. A damaged one ends with a line that begins with 'x' and names the octet.
+// `hasOctets` adds the octets of an element whose fields are known; others always show them.
+std::string elementText(const air::Element& element, bool hasOctets);
+
+// The lines of the octets that make no element. REQUIRES: there are some.
+std::string trailingText(const air::TrailingOctets& trailing);
+
+// What is wrong there, as a message.
+std::string trailingProblem(const air::TrailingOctets& trailing);
+
+}  // namespace halvane::tool
+
+#endif
