@@ -1,35 +1,28 @@
-// Each decoder alone: the first octet chooses it, the rest is the body.
+// Each decoder alone, with bodies that need no header: the first two octets are the number of the
+// element, the rest is its body.
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 
 #include "fuzz/required_fields.h"
 
 using namespace halvane::air;
 
-namespace {
-
-std::vector<ElementDecoder> allDecoders() {
-    std::vector<ElementDecoder> decoders;
-    for (const ElementInfo& info : elementInfos()) {
-        if (info.decoder.describe != nullptr) decoders.push_back(info.decoder);
-    }
-    for (const VendorElementInfo& info : vendorElementInfos()) {
-        if (info.decoder.describe != nullptr) decoders.push_back(info.decoder);
-    }
-    return decoders;
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::vector<ElementDecoder> decoders = allDecoders();
-    if (size == 0) return 0;
-    halvane::fuzz::requireDecoder(decoders[data[0] % decoders.size()],
-                                  std::span(data, size).subspan(1));
+    if (size < 2) return 0;
+    const auto id = static_cast<ElementId>((data[0] | data[1] << 8) % 512);
+    Octets body = std::span(data, size).subspan(2);
+    if (id == ElementId::Vendor) {
+        const auto* const info = vendorElementInfo(body);
+        if (info == nullptr || info->decoder.describe == nullptr) return 0;
+        halvane::fuzz::requireDecoder(info->decoder, body.subspan(4));
+    } else if (const auto* const info = elementInfo(id)) {
+        if (info->decoder.describe == nullptr) return 0;
+        halvane::fuzz::requireDecoder(info->decoder, body);
+    }
     return 0;
 }
