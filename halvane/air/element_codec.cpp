@@ -48,6 +48,22 @@ void ElementReader::octets(std::string_view label, ByteBuffer& value, std::size_
     if (sink_) sink_->octets(placeBefore(size), label, *part);
 }
 
+std::vector<std::uint8_t> ElementReader::takePieces(std::uint8_t fragmentId) {
+    std::vector<std::uint8_t> body;
+    std::size_t size = kFullPiece;
+    const auto takePiece = [&] {
+        const Octets piece = cursor_.take(size).value_or(Octets());
+        body.insert(body.end(), piece.begin(), piece.end());
+    };
+    takePiece();
+    while (size == kFullPiece && hasFragmentAfter(0, fragmentId)) {
+        size = peek(1).value_or(0);
+        cursor_.skip(kPieceHeader);
+        takePiece();
+    }
+    return body;
+}
+
 void ElementReader::tellNumber(const FieldPlace& place, std::string_view label, std::uint64_t value,
                                std::size_t width, const NumberForm& form) {
     const bool isNegative = form.isSigned && width < 64;

@@ -33,6 +33,7 @@
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/element_damage.h"
 #include "halvane/air/field_sink.h"
+#include "halvane/air/pieces_internal.h"
 #include "halvane/air/suite.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/byte_cursor.h"
@@ -178,6 +179,53 @@ class ElementReader {
         within(length - extra, read);
     }
 
+    // The octet `ahead` octets after the next one; absent past the end.
+    std::optional<std::uint8_t> peek(std::size_t ahead = 0) const {
+        return ahead < remaining() ? cursor_.peek(ahead) : std::nullopt;
+    }
+    // Items up to the end, or up to octets that hold no whole item. `fits` peeks to tell. An item
+    // that takes no octet ends the list.
+    template <typename List, typename Fits, typename Read>
+    void listWhile(Fits fits, List& list, Read read) {
+        while (hasMore() && fits(*this)) {
+            const std::size_t before = cursor_.position();
+            if (!appendTo(list, read) || cursor_.position() == before) return;
+        }
+    }
+    // The same of subelements, which begin with an ID and a length.
+    template <typename List, typename Read>
+    void subelements(List& list, Read read) {
+        listWhile(
+            [](const ElementReader& reader) {
+                const auto length = reader.peek(1);
+                return length && *length <= reader.remaining() - kPieceHeader;
+            },
+            list, read);
+    }
+
+    // A length and the octets that it counts, with the fragments of the ID `fragmentId` after them,
+    // as a structure of its own. `endsEmpty` tells whether the last fragment has no octets.
+    template <typename Read>
+    void joined(std::uint8_t fragmentId, bool& endsEmpty, Read read) {
+        std::uint8_t length = 0;
+        number("Length", length);
+        if (!ok() || length < kFullPiece || !hasFragmentAfter(kFullPiece, fragmentId)) {
+            return within(length, read);
+        }
+        const std::size_t start = cursor_.position();
+        const std::vector<std::uint8_t> body = takePieces(fragmentId);
+        const std::size_t fragments = (cursor_.position() - start - body.size()) / kPieceHeader;
+        endsEmpty = body.size() == fragments * kFullPiece;
+        std::optional<PieceSink> sink;
+        if (sink_) sink.emplace(*sink_, fragmentId, start, body.size(), fragments);
+        ElementReader outer = *this;
+        *this = ElementReader(body, sink ? &*sink : nullptr);
+        within(body.size(), read);
+        if (damage_) outer.failAt(placeInPieces(start, body.size(), damage_->offset));
+        *this = outer;
+        if (sink && ok()) sink->finish();
+    }
+
     // Fails at the octet that is next.
     void fail() {
         if (ok()) damage_ = ElementDamage{cursor_.position(), remaining()};
@@ -187,6 +235,17 @@ class ElementReader {
     std::optional<Octets> take(std::size_t size) {
         if (size > remaining()) fail();
         return ok() ? cursor_.take(size) : std::nullopt;
+    }
+    // Whether a whole fragment stands `ahead` octets after the next one.
+    bool hasFragmentAfter(std::size_t ahead, std::uint8_t fragmentId) const {
+        const auto length = peek(ahead + 1);
+        return length && peek(ahead) == fragmentId && *length <= remaining() - ahead - kPieceHeader;
+    }
+    // Takes a full piece and the fragments after it.
+    std::vector<std::uint8_t> takePieces(std::uint8_t fragmentId);
+    // Fails for a structure that has been passed, at an octet of it.
+    void failAt(std::size_t offset) {
+        damage_ = ElementDamage{offset, cursor_.position() - offset};
     }
     FieldPlace placeBefore(std::size_t size) const {
         return {cursor_.position() - size, size, 0, 0};
@@ -294,6 +353,24 @@ class ElementWriter {
         for (std::size_t i = 0; i < sizeof(Length); ++i) {
             octets_[start + i] = static_cast<std::uint8_t>(length >> (8 * i));
         }
+    }
+
+    static std::optional<std::uint8_t> peek(std::size_t = 0) { return std::nullopt; }
+    template <typename Fits, typename List, typename Write>
+    void listWhile(Fits, const List& list, Write write) {
+        listToEnd(list, write);
+    }
+    template <typename List, typename Write>
+    void subelements(const List& list, Write write) {
+        listToEnd(list, write);
+    }
+    template <typename Write>
+    void joined(std::uint8_t fragmentId, bool endsEmpty, Write write) {
+        ElementWriter body;
+        std::swap(octets_, body.octets_);
+        write();
+        std::swap(octets_, body.octets_);
+        appendPieces(octets_, fragmentId, body.octets_, endsEmpty);
     }
 
   private:
