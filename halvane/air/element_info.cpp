@@ -5,6 +5,7 @@
 
 #include "halvane/air/bss_load.h"
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/multi_link.h"
 #include "halvane/air/rsn.h"
 #include "halvane/air/vht_operation.h"
 
@@ -279,7 +280,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 93}, "Anti-Clogging Token Container", ""},
     {ElementId{256 + 100}, "PASN Parameters", "802.11az"},
     {ElementId{256 + 106}, "EHT Operation", "802.11be 9.4.2.311"},
-    {ElementId{256 + 107}, "Multi-Link", "802.11be 9.4.2.312"},
+    {ElementId{256 + 107}, "Multi-Link", "802.11be 9.4.2.312", decoderOf<MultiLink>()},
     {ElementId{256 + 108}, "EHT Capabilities", "802.11be 9.4.2.313"},
     {ElementId{256 + 109}, "TID-to-Link Mapping", "802.11be 9.4.2.314"},
     {ElementId{256 + 110}, "Multi-Link Traffic Indication", "802.11be 9.4.2.315"},

@@ -30,6 +30,16 @@ inline constexpr ElementSample kElementSamples[] = {
      "0100 000FAC04 0200 000FAC04 000FAC02 0200 000FAC02 000FAC08 CC00 0100 "
      "00112233445566778899AABBCCDDEEFF 000FAC06"},
     {air::ElementId::VhtOperation, "01 2A 32 FCFF"},
+    {air::ElementId::MultiLink,
+     "F007 12 020000000A01 02 05 0805 D722 F271 00 E500 "
+     "00 1D F10F 16 020000000A11 6400 FEFFFFFFFFFFFFFF 0103 0500 07 1104 000161 DD 04 01020304"},
+    {air::ElementId::MultiLink, "1100 02 00 00 05 1300 0A010A"},
+    {air::ElementId::MultiLink,
+     "F200 0D 020000000A01 D722 F271 E500 "
+     "00 0F 6100 0B 020000000A11 6400 AABB 1104"},
+    {air::ElementId::MultiLink, "0300 07 020000000A01 00 02 0100"},
+    {air::ElementId::MultiLink, "0400 07 020000000A01 00 05 0200 0C0101"},
+    {air::ElementId::MultiLink, "0700 07 020000000A01 00 02 0100"},
 };
 
 struct VendorSample {
