@@ -6,6 +6,11 @@
 #include "halvane/air/bss_load.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/multi_link.h"
+#include "halvane/air/multiple_bssid.h"
+#include "halvane/air/multiple_bssid_configuration.h"
+#include "halvane/air/multiple_bssid_index.h"
+#include "halvane/air/non_inheritance.h"
+#include "halvane/air/nontransmitted_bssid_capability.h"
 #include "halvane/air/rsn.h"
 #include "halvane/air/vht_operation.h"
 
@@ -65,7 +70,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{68}, "BSS AC Access Delay", "9.4.2.43"},
     {ElementId{69}, "Time Advertisement", "9.4.2.60"},
     {ElementId{70}, "RM Enabled Capabilities", "9.4.2.44"},
-    {ElementId{71}, "Multiple BSSID", "9.4.2.45"},
+    {ElementId{71}, "Multiple BSSID", "9.4.2.45", decoderOf<MultipleBssid>()},
     {ElementId{72}, "20/40 BSS Coexistence", "9.4.2.59"},
     {ElementId{73}, "20/40 BSS Intolerant Channel Report", "9.4.2.57"},
     {ElementId{74}, "Overlapping BSS Scan Parameters", "9.4.2.58"},
@@ -76,9 +81,10 @@ constexpr ElementInfo kElements[] = {
     {ElementId{80}, "Diagnostic Request", "9.4.2.68"},
     {ElementId{81}, "Diagnostic Report", "9.4.2.69"},
     {ElementId{82}, "Location Parameters", "9.4.2.70"},
-    {ElementId{83}, "Nontransmitted BSSID Capability", "9.4.2.71"},
+    {ElementId{83}, "Nontransmitted BSSID Capability", "9.4.2.71",
+     decoderOf<NontransmittedBssidCapability>()},
     {ElementId{84}, "SSID List", "9.4.2.72"},
-    {ElementId{85}, "Multiple BSSID-Index", "9.4.2.73"},
+    {ElementId{85}, "Multiple BSSID-Index", "9.4.2.73", decoderOf<MultipleBssidIndex>()},
     {ElementId{86}, "FMS Descriptor", "9.4.2.74"},
     {ElementId{87}, "FMS Request", "9.4.2.75"},
     {ElementId{88}, "FMS Response", "9.4.2.76"},
@@ -266,8 +272,9 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 52}, "Max Channel Switch Time", ""},
     {ElementId{256 + 53}, "Estimated Service Parameters Outbound", ""},
     {ElementId{256 + 54}, "Operating Channel Information", ""},
-    {ElementId{256 + 55}, "Multiple BSSID Configuration", "802.11ax 9.4.2.260"},
-    {ElementId{256 + 56}, "Non-Inheritance", "9.4.2.240"},
+    {ElementId{256 + 55}, "Multiple BSSID Configuration", "802.11ax 9.4.2.260",
+     decoderOf<MultipleBssidConfiguration>()},
+    {ElementId{256 + 56}, "Non-Inheritance", "9.4.2.240", decoderOf<NonInheritance>()},
     {ElementId{256 + 57}, "Known BSSID", "802.11ax 9.4.2.261"},
     {ElementId{256 + 58}, "Short SSID List", "802.11ax 9.4.2.262"},
     {ElementId{256 + 59}, "HE 6 GHz Band Capabilities", "802.11ax 9.4.2.263"},

@@ -40,6 +40,11 @@ inline constexpr ElementSample kElementSamples[] = {
     {air::ElementId::MultiLink, "0300 07 020000000A01 00 02 0100"},
     {air::ElementId::MultiLink, "0400 07 020000000A01 00 05 0200 0C0101"},
     {air::ElementId::MultiLink, "0700 07 020000000A01 00 02 0100"},
+    {air::ElementId::MultipleBssid, "03 00 0C 53021104 000161 5503010300 DD 02 0102"},
+    {air::ElementId::NontransmittedBssidCapability, "1104"},
+    {air::ElementId::MultipleBssidIndex, "01 03 00"},
+    {air::ElementId::MultipleBssidConfiguration, "04 01"},
+    {air::ElementId::NonInheritance, "02 30 46 01 6C"},
 };
 
 struct VendorSample {

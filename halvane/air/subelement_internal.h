@@ -1,0 +1,26 @@
+// The layout of a list of subelements.
+#ifndef HALVANE_AIR_SUBELEMENT_INTERNAL_H
+#define HALVANE_AIR_SUBELEMENT_INTERNAL_H
+
+#include <cstdint>
+#include <span>
+
+#include "halvane/air/element_codec_internal.h"
+
+namespace halvane::air {
+
+// `names` are those of the IDs. Octets that make no subelement are left.
+inline constexpr auto kSubelementsLayout = [](auto& codec, auto& subelements,
+                                              std::span<const ValueName> names) {
+    codec.subelements(subelements, [&](auto& subelement) {
+        codec.group("Subelement", [&] {
+            codec.number("Subelement ID", subelement.id, {.names = names});
+            codec.template sized<std::uint8_t>("Length", 0,
+                                               [&] { codec.octets("Data", subelement.body); });
+        });
+    });
+};
+
+}  // namespace halvane::air
+
+#endif
