@@ -4,14 +4,26 @@
 #include <cstddef>
 
 #include "halvane/air/bss_load.h"
+#include "halvane/air/bss_max_idle_period.h"
+#include "halvane/air/channel_usage.h"
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/estimated_service_parameters.h"
 #include "halvane/air/multi_link.h"
+#include "halvane/air/multi_link_traffic.h"
 #include "halvane/air/multiple_bssid.h"
 #include "halvane/air/multiple_bssid_configuration.h"
 #include "halvane/air/multiple_bssid_index.h"
+#include "halvane/air/neighbor_report.h"
 #include "halvane/air/non_inheritance.h"
 #include "halvane/air/nontransmitted_bssid_capability.h"
+#include "halvane/air/operating_channel_information.h"
+#include "halvane/air/quiet_channel.h"
+#include "halvane/air/reduced_neighbor_report.h"
 #include "halvane/air/rsn.h"
+#include "halvane/air/short_ssid_list.h"
+#include "halvane/air/tid_to_link_mapping.h"
+#include "halvane/air/time_advertisement.h"
+#include "halvane/air/twt.h"
 #include "halvane/air/vht_operation.h"
 
 namespace halvane::air {
@@ -51,7 +63,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{48}, "RSN", "9.4.2.24", decoderOf<Rsn>()},
     {ElementId{50}, "Extended Supported Rates and BSS Membership Selectors", "9.4.2.12"},
     {ElementId{51}, "AP Channel Report", "9.4.2.35"},
-    {ElementId{52}, "Neighbor Report", "9.4.2.36"},
+    {ElementId{52}, "Neighbor Report", "9.4.2.36", decoderOf<NeighborReport>()},
     {ElementId{53}, "RCPI", "9.4.2.37"},
     {ElementId{54}, "Mobility Domain", "9.4.2.46"},
     {ElementId{55}, "Fast BSS Transition", "9.4.2.47"},
@@ -68,7 +80,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{66}, "Measurement Pilot Transmission", "9.4.2.41"},
     {ElementId{67}, "BSS Available Admission Capacity", "9.4.2.42"},
     {ElementId{68}, "BSS AC Access Delay", "9.4.2.43"},
-    {ElementId{69}, "Time Advertisement", "9.4.2.60"},
+    {ElementId{69}, "Time Advertisement", "9.4.2.60", decoderOf<TimeAdvertisement>()},
     {ElementId{70}, "RM Enabled Capabilities", "9.4.2.44"},
     {ElementId{71}, "Multiple BSSID", "9.4.2.45", decoderOf<MultipleBssid>()},
     {ElementId{72}, "20/40 BSS Coexistence", "9.4.2.59"},
@@ -89,14 +101,14 @@ constexpr ElementInfo kElements[] = {
     {ElementId{87}, "FMS Request", "9.4.2.75"},
     {ElementId{88}, "FMS Response", "9.4.2.76"},
     {ElementId{89}, "QoS Traffic Capability", "9.4.2.77"},
-    {ElementId{90}, "BSS Max Idle Period", "9.4.2.78"},
+    {ElementId{90}, "BSS Max Idle Period", "9.4.2.78", decoderOf<BssMaxIdlePeriod>()},
     {ElementId{91}, "TFS Request", "9.4.2.79"},
     {ElementId{92}, "TFS Response", "9.4.2.80"},
     {ElementId{93}, "WNM Sleep Mode", "9.4.2.81"},
     {ElementId{94}, "TIM Broadcast Request", "9.4.2.82"},
     {ElementId{95}, "TIM Broadcast Response", "9.4.2.83"},
     {ElementId{96}, "Collocated Interference Report", "9.4.2.84"},
-    {ElementId{97}, "Channel Usage", "9.4.2.85"},
+    {ElementId{97}, "Channel Usage", "9.4.2.85", decoderOf<ChannelUsage>()},
     {ElementId{98}, "Time Zone", "9.4.2.86"},
     {ElementId{99}, "DMS Request", "9.4.2.87"},
     {ElementId{100}, "DMS Response", "9.4.2.88"},
@@ -180,10 +192,10 @@ constexpr ElementInfo kElements[] = {
     {ElementId{195}, "Transmit Power Envelope", "9.4.2.161"},
     {ElementId{196}, "Channel Switch Wrapper", "9.4.2.162"},
     {ElementId{197}, "AID", "9.4.2.163"},
-    {ElementId{198}, "Quiet Channel", "9.4.2.164"},
+    {ElementId{198}, "Quiet Channel", "9.4.2.164", decoderOf<QuietChannel>()},
     {ElementId{199}, "Operating Mode Notification", "9.4.2.165"},
     {ElementId{200}, "UPSIM", "9.4.2.166"},
-    {ElementId{201}, "Reduced Neighbor Report", "9.4.2.170"},
+    {ElementId{201}, "Reduced Neighbor Report", "9.4.2.170", decoderOf<ReducedNeighborReport>()},
     {ElementId{202}, "TVHT Operation", "9.4.2.171"},
     {ElementId{204}, "Device Location", ""},
     {ElementId{205}, "White Space Map", ""},
@@ -197,7 +209,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{213}, "S1G Beacon Compatibility", "9.4.2.196"},
     {ElementId{214}, "Short Beacon Interval", "9.4.2.197"},
     {ElementId{215}, "Change Sequence", "9.4.2.198"},
-    {ElementId{216}, "TWT", "9.4.2.199"},
+    {ElementId{216}, "TWT", "9.4.2.199", decoderOf<Twt>()},
     {ElementId{217}, "S1G Capabilities", "9.4.2.200"},
     {ElementId{220}, "Subchannel Selective Transmission", "9.4.2.201"},
     {ElementId{221}, "Vendor Specific", "9.4.2.25"},
@@ -231,7 +243,8 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 8}, "FILS Wrapped Data", ""},
     {ElementId{256 + 9}, "FTM Synchronization Information", ""},
     {ElementId{256 + 10}, "Extended Request", ""},
-    {ElementId{256 + 11}, "Estimated Service Parameters Inbound", ""},
+    {ElementId{256 + 11}, "Estimated Service Parameters Inbound", "9.4.2.173",
+     decoderOf<EstimatedServiceParameters>()},
     {ElementId{256 + 12}, "FILS Public Key", ""},
     {ElementId{256 + 13}, "FILS Nonce", ""},
     {ElementId{256 + 14}, "Future Channel Guidance", ""},
@@ -271,12 +284,13 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 51}, "MAC Address Policy", ""},
     {ElementId{256 + 52}, "Max Channel Switch Time", ""},
     {ElementId{256 + 53}, "Estimated Service Parameters Outbound", ""},
-    {ElementId{256 + 54}, "Operating Channel Information", ""},
+    {ElementId{256 + 54}, "Operating Channel Information", "",
+     decoderOf<OperatingChannelInformation>()},
     {ElementId{256 + 55}, "Multiple BSSID Configuration", "802.11ax 9.4.2.260",
      decoderOf<MultipleBssidConfiguration>()},
     {ElementId{256 + 56}, "Non-Inheritance", "9.4.2.240", decoderOf<NonInheritance>()},
     {ElementId{256 + 57}, "Known BSSID", "802.11ax 9.4.2.261"},
-    {ElementId{256 + 58}, "Short SSID List", "802.11ax 9.4.2.262"},
+    {ElementId{256 + 58}, "Short SSID List", "802.11ax 9.4.2.262", decoderOf<ShortSsidList>()},
     {ElementId{256 + 59}, "HE 6 GHz Band Capabilities", "802.11ax 9.4.2.263"},
     {ElementId{256 + 60}, "UL MU Power Capabilities", "802.11ax 9.4.2.264"},
     {ElementId{256 + 88}, "MSCS Descriptor", "9.4.2.243"},
@@ -289,8 +303,10 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 106}, "EHT Operation", "802.11be 9.4.2.311"},
     {ElementId{256 + 107}, "Multi-Link", "802.11be 9.4.2.312", decoderOf<MultiLink>()},
     {ElementId{256 + 108}, "EHT Capabilities", "802.11be 9.4.2.313"},
-    {ElementId{256 + 109}, "TID-to-Link Mapping", "802.11be 9.4.2.314"},
-    {ElementId{256 + 110}, "Multi-Link Traffic Indication", "802.11be 9.4.2.315"},
+    {ElementId{256 + 109}, "TID-to-Link Mapping", "802.11be 9.4.2.314",
+     decoderOf<TidToLinkMapping>()},
+    {ElementId{256 + 110}, "Multi-Link Traffic Indication", "802.11be 9.4.2.315",
+     decoderOf<MultiLinkTraffic>()},
     {ElementId{256 + 113}, "QoS Characteristics", "802.11be 9.4.2.316"},
     {ElementId{256 + 114}, "AKM Suite Selector", "802.11be"},
     {ElementId{256 + 133}, "MLO Link Info", "802.11be 9.4.2.317"},

@@ -45,6 +45,25 @@ inline constexpr ElementSample kElementSamples[] = {
     {air::ElementId::MultipleBssidIndex, "01 03 00"},
     {air::ElementId::MultipleBssidConfiguration, "04 01"},
     {air::ElementId::NonInheritance, "02 30 46 01 6C"},
+    {air::ElementId::ReducedNeighborReport,
+     "0010 51 0B 0210 83 25 14 0200000000AA 12345678 5A FE 00215A 0009 00 00 "
+     "2103 73 05 000010 FFFF3F"},
+    {air::ElementId::NeighborReport,
+     "0200000000AA FF7C2000 80 2A 09 01 04 1000 6400 03 01 FE DD 03 010203"},
+    {air::ElementId::TidToLinkMapping, "1A 81 3412 563412 0300 0400"},
+    {air::ElementId::TidToLinkMapping, "24"},
+    {air::ElementId::MultiLinkTraffic, "1200 A501"},
+    {air::ElementId::Twt, "41 6B28 0102030405060708 40 0002 01 01020304 0300"},
+    {air::ElementId::Twt, "00 0628 81010203040506 0708 40 0002 01"},
+    {air::ElementId::Twt, "08 8228 3412 10 0002 0905 03 0F F0 B228 3412 10 0002 1005"},
+    {air::ElementId::QuietChannel, "01 02 03 0400 0500"},
+    {air::ElementId::BssMaxIdlePeriod, "2C01 01"},
+    {air::ElementId::TimeAdvertisement, "02 E907 0B 16 0A 2C 00 F401 00 0102030405 07"},
+    {air::ElementId::TimeAdvertisement, "01 0102030405060708090A 0102030405"},
+    {air::ElementId::EstimatedServiceParametersInbound, "F9 80 64 02 FF 00"},
+    {air::ElementId::ShortSsidList, "12345678 9ABCDEF0"},
+    {air::ElementId::OperatingChannelInformation, "80 24 9B"},
+    {air::ElementId::ChannelUsage, "01 5106 510B"},
 };
 
 struct VendorSample {
