@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "halvane/air/element_codec_internal.h"
-#include "halvane/air/multi_link_fields_internal.h"
+#include "halvane/air/multi_link_internal.h"
 #include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {

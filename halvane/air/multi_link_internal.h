@@ -1,6 +1,6 @@
 // The names of the bits of Multi-Link.
-#ifndef HALVANE_AIR_MULTI_LINK_FIELDS_INTERNAL_H
-#define HALVANE_AIR_MULTI_LINK_FIELDS_INTERNAL_H
+#ifndef HALVANE_AIR_MULTI_LINK_INTERNAL_H
+#define HALVANE_AIR_MULTI_LINK_INTERNAL_H
 
 #include <span>
 
