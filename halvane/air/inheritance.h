@@ -42,6 +42,7 @@ struct HALVANE_EXPORT BssElements {
     std::vector<Element> elements{};  // of the profile; then the sender's
     std::size_t ownCount = 0;         // of the profile
 
+    // REQUIRES: the element is one of `elements`.
     bool isInherited(const Element& element) const {
         return &element >= elements.data() + ownCount;
     }
