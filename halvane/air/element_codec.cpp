@@ -41,6 +41,14 @@ void ElementReader::akm(std::string_view label, Suite& value) {
     if (sink_) sink_->text(placeBefore(kSuiteSize), label, akmText(value));
 }
 
+void ElementReader::ssid(std::string_view label, Ssid& value, std::size_t size) {
+    if (size > Ssid::kMaxSize) return fail();
+    const auto part = take(size);
+    if (!part) return;
+    value = Ssid::fromBytes(*part).value_or(Ssid());
+    if (sink_ && !value.empty()) sink_->text(placeBefore(size), label, value.text());
+}
+
 void ElementReader::octets(std::string_view label, ByteBuffer& value, std::size_t size) {
     const auto part = take(size);
     if (!part) return;

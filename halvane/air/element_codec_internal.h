@@ -38,6 +38,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/mac_address.h"
+#include "halvane/base/ssid.h"
 
 namespace halvane::air {
 
@@ -105,6 +106,10 @@ class ElementReader {
         std::ranges::copy(*part, value.begin());
         if (sink_) sink_->octets(placeBefore(Size), label, *part);
     }
+    // A network's name of `size` octets. Fails for more octets than a name has.
+    void ssid(std::string_view label, Ssid& value, std::size_t size);
+    // The same of all octets that are left.
+    void ssid(std::string_view label, Ssid& value) { ssid(label, value, remaining()); }
     // `size` octets, whatever they mean.
     void octets(std::string_view label, ByteBuffer& value, std::size_t size);
     // All octets that are left.
@@ -146,6 +151,12 @@ class ElementReader {
             const std::size_t before = cursor_.position();
             if (!appendTo(list, read) || cursor_.position() == before) return;
         }
+    }
+
+    // Items of `size` octets each, while octets are left for a whole one.
+    template <typename List, typename Read>
+    void wholeItems(std::size_t size, List& items, Read read) {
+        list(remaining() / size, items, read);
     }
 
     // Fields that belong together.
@@ -310,6 +321,7 @@ class ElementWriter {
     void octets(std::string_view, const std::array<std::uint8_t, Size>& value) {
         append(value);
     }
+    void ssid(std::string_view, const Ssid& value, std::size_t = 0) { append(value.bytes()); }
     void octets(std::string_view, const ByteBuffer& value, std::size_t = 0) {
         append(value.bytes());
     }
@@ -335,6 +347,10 @@ class ElementWriter {
     template <typename List, typename Write>
     void listToEnd(const List& list, Write write) {
         for (const auto& item : list) write(item);
+    }
+    template <typename List, typename Write>
+    void wholeItems(std::size_t, const List& list, Write write) {
+        listToEnd(list, write);
     }
     template <typename Write>
     void group(std::string_view, Write write) {
