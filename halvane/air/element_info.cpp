@@ -6,8 +6,12 @@
 #include "halvane/air/bss_load.h"
 #include "halvane/air/bss_max_idle_period.h"
 #include "halvane/air/channel_usage.h"
+#include "halvane/air/ds_parameter_set.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/estimated_service_parameters.h"
+#include "halvane/air/extended_supported_rates.h"
+#include "halvane/air/ht_capabilities.h"
+#include "halvane/air/ht_operation.h"
 #include "halvane/air/multi_link.h"
 #include "halvane/air/multi_link_traffic.h"
 #include "halvane/air/multiple_bssid.h"
@@ -20,7 +24,10 @@
 #include "halvane/air/quiet_channel.h"
 #include "halvane/air/reduced_neighbor_report.h"
 #include "halvane/air/rsn.h"
+#include "halvane/air/secondary_channel_offset.h"
 #include "halvane/air/short_ssid_list.h"
+#include "halvane/air/ssid_element.h"
+#include "halvane/air/supported_rates.h"
 #include "halvane/air/tid_to_link_mapping.h"
 #include "halvane/air/time_advertisement.h"
 #include "halvane/air/twt.h"
@@ -32,9 +39,10 @@ namespace {
 
 // Table 9-92, with the elements of 802.11ax, 802.11az and 802.11be.
 constexpr ElementInfo kElements[] = {
-    {ElementId{0}, "SSID", "9.4.2.2"},
-    {ElementId{1}, "Supported Rates and BSS Membership Selectors", "9.4.2.3"},
-    {ElementId{3}, "DSSS Parameter Set", "9.4.2.4"},
+    {ElementId{0}, "SSID", "9.4.2.2", decoderOf<SsidElement>()},
+    {ElementId{1}, "Supported Rates and BSS Membership Selectors", "9.4.2.3",
+     decoderOf<SupportedRates>()},
+    {ElementId{3}, "DSSS Parameter Set", "9.4.2.4", decoderOf<DsParameterSet>()},
     {ElementId{5}, "TIM", "9.4.2.5"},
     {ElementId{6}, "IBSS Parameter Set", "9.4.2.6"},
     {ElementId{7}, "Country", "9.4.2.8"},
@@ -58,10 +66,11 @@ constexpr ElementInfo kElements[] = {
     {ElementId{42}, "ERP", "9.4.2.11"},
     {ElementId{43}, "TS Delay", "9.4.2.31"},
     {ElementId{44}, "TCLAS Processing", "9.4.2.32"},
-    {ElementId{45}, "HT Capabilities", "9.4.2.55"},
+    {ElementId{45}, "HT Capabilities", "9.4.2.55", decoderOf<HtCapabilities>()},
     {ElementId{46}, "QoS Capability", "9.4.2.34"},
     {ElementId{48}, "RSN", "9.4.2.24", decoderOf<Rsn>()},
-    {ElementId{50}, "Extended Supported Rates and BSS Membership Selectors", "9.4.2.12"},
+    {ElementId{50}, "Extended Supported Rates and BSS Membership Selectors", "9.4.2.12",
+     decoderOf<ExtendedSupportedRates>()},
     {ElementId{51}, "AP Channel Report", "9.4.2.35"},
     {ElementId{52}, "Neighbor Report", "9.4.2.36", decoderOf<NeighborReport>()},
     {ElementId{53}, "RCPI", "9.4.2.37"},
@@ -72,8 +81,8 @@ constexpr ElementInfo kElements[] = {
     {ElementId{58}, "DSE Registered Location", "9.4.2.51"},
     {ElementId{59}, "Supported Operating Classes", "9.4.2.53"},
     {ElementId{60}, "Extended Channel Switch Announcement", "9.4.2.52"},
-    {ElementId{61}, "HT Operation", "9.4.2.56"},
-    {ElementId{62}, "Secondary Channel Offset", "9.4.2.19"},
+    {ElementId{61}, "HT Operation", "9.4.2.56", decoderOf<HtOperation>()},
+    {ElementId{62}, "Secondary Channel Offset", "9.4.2.19", decoderOf<SecondaryChannelOffset>()},
     {ElementId{63}, "BSS Average Access Delay", "9.4.2.38"},
     {ElementId{64}, "Antenna", "9.4.2.39"},
     {ElementId{65}, "RSNI", "9.4.2.40"},

@@ -64,6 +64,13 @@ inline constexpr ElementSample kElementSamples[] = {
     {air::ElementId::ShortSsidList, "12345678 9ABCDEF0"},
     {air::ElementId::OperatingChannelInformation, "80 24 9B"},
     {air::ElementId::ChannelUsage, "01 5106 510B"},
+    {air::ElementId::Ssid, "486F6D65"},
+    {air::ElementId::DsParameterSet, "0B"},
+    {air::ElementId::SecondaryChannelOffset, "01"},
+    {air::ElementId::SupportedRates, "82848B960C9298FF"},
+    {air::ElementId::ExtendedSupportedRates, "3048606CFB"},
+    {air::ElementId::HtCapabilities, "EF19 17 FFFFFF00010000000000C20101000000 0004 0A000018 3F"},
+    {air::ElementId::HtOperation, "24 0550060000 FF000000000000000000000000000000"},
 };
 
 struct VendorSample {
