@@ -76,6 +76,7 @@ enum class ElementId : std::uint16_t {
     EhtCapabilities = 256 + 108,
     TidToLinkMapping = 256 + 109,
     MultiLinkTraffic = 256 + 110,
+    BandwidthIndication = 256 + 135,
 };
 
 inline constexpr std::uint8_t kExtendedElementId = 255;

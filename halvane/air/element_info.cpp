@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "halvane/air/bandwidth_indication.h"
 #include "halvane/air/bss_load.h"
 #include "halvane/air/bss_max_idle_period.h"
 #include "halvane/air/channel_usage.h"
 #include "halvane/air/ds_parameter_set.h"
+#include "halvane/air/eht_operation.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/estimated_service_parameters.h"
 #include "halvane/air/extended_supported_rates.h"
+#include "halvane/air/he_operation.h"
 #include "halvane/air/ht_capabilities.h"
 #include "halvane/air/ht_operation.h"
 #include "halvane/air/multi_link.h"
@@ -278,7 +281,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 33}, "Password Identifier", ""},
     {ElementId{256 + 34}, "GLK-GCR Parameter Set", ""},
     {ElementId{256 + 35}, "HE Capabilities", "802.11ax 9.4.2.248"},
-    {ElementId{256 + 36}, "HE Operation", "802.11ax 9.4.2.249"},
+    {ElementId{256 + 36}, "HE Operation", "802.11ax 9.4.2.249", decoderOf<HeOperation>()},
     {ElementId{256 + 37}, "UORA Parameter Set", "802.11ax 9.4.2.250"},
     {ElementId{256 + 38}, "MU EDCA Parameter Set", "802.11ax 9.4.2.251"},
     {ElementId{256 + 39}, "Spatial Reuse Parameter Set", "802.11ax 9.4.2.252"},
@@ -309,7 +312,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 92}, "Rejected Groups", ""},
     {ElementId{256 + 93}, "Anti-Clogging Token Container", ""},
     {ElementId{256 + 100}, "PASN Parameters", "802.11az"},
-    {ElementId{256 + 106}, "EHT Operation", "802.11be 9.4.2.311"},
+    {ElementId{256 + 106}, "EHT Operation", "802.11be 9.4.2.311", decoderOf<EhtOperation>()},
     {ElementId{256 + 107}, "Multi-Link", "802.11be 9.4.2.312", decoderOf<MultiLink>()},
     {ElementId{256 + 108}, "EHT Capabilities", "802.11be 9.4.2.313"},
     {ElementId{256 + 109}, "TID-to-Link Mapping", "802.11be 9.4.2.314",
@@ -320,7 +323,8 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 114}, "AKM Suite Selector", "802.11be"},
     {ElementId{256 + 133}, "MLO Link Info", "802.11be 9.4.2.317"},
     {ElementId{256 + 134}, "AID Bitmap", "802.11be 9.4.2.318"},
-    {ElementId{256 + 135}, "Bandwidth Indication", "802.11be 9.4.2.319"},
+    {ElementId{256 + 135}, "Bandwidth Indication", "802.11be 9.4.2.319",
+     decoderOf<BandwidthIndication>()},
 };
 static_assert(std::ranges::is_sorted(kElements, {}, &ElementInfo::id));
 

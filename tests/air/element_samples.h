@@ -71,6 +71,9 @@ inline constexpr ElementSample kElementSamples[] = {
     {air::ElementId::ExtendedSupportedRates, "3048606CFB"},
     {air::ElementId::HtCapabilities, "EF19 17 FFFFFF00010000000000C20101000000 0004 0A000018 3F"},
     {air::ElementId::HtOperation, "24 0550060000 FF000000000000000000000000000000"},
+    {air::ElementId::HeOperation, "F4FF02 2A FCFF 012A32 03 250B2F5706"},
+    {air::ElementId::EhtOperation, "03 44444444 FC 2F 3F 0C00"},
+    {air::ElementId::BandwidthIndication, "02 04 2F 3F 0C00"},
 };
 
 struct VendorSample {
