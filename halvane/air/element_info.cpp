@@ -6,11 +6,16 @@
 #include "halvane/air/bandwidth_indication.h"
 #include "halvane/air/bss_load.h"
 #include "halvane/air/bss_max_idle_period.h"
+#include "halvane/air/channel_switch.h"
+#include "halvane/air/channel_switch_wrapper.h"
 #include "halvane/air/channel_usage.h"
+#include "halvane/air/country.h"
 #include "halvane/air/ds_parameter_set.h"
 #include "halvane/air/eht_operation.h"
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/erp.h"
 #include "halvane/air/estimated_service_parameters.h"
+#include "halvane/air/extended_channel_switch.h"
 #include "halvane/air/extended_supported_rates.h"
 #include "halvane/air/he_operation.h"
 #include "halvane/air/ht_capabilities.h"
@@ -24,6 +29,8 @@
 #include "halvane/air/non_inheritance.h"
 #include "halvane/air/nontransmitted_bssid_capability.h"
 #include "halvane/air/operating_channel_information.h"
+#include "halvane/air/power_constraint.h"
+#include "halvane/air/quiet.h"
 #include "halvane/air/quiet_channel.h"
 #include "halvane/air/reduced_neighbor_report.h"
 #include "halvane/air/rsn.h"
@@ -32,9 +39,13 @@
 #include "halvane/air/ssid_element.h"
 #include "halvane/air/supported_rates.h"
 #include "halvane/air/tid_to_link_mapping.h"
+#include "halvane/air/tim.h"
 #include "halvane/air/time_advertisement.h"
+#include "halvane/air/tpc_report.h"
+#include "halvane/air/transmit_power_envelope.h"
 #include "halvane/air/twt.h"
 #include "halvane/air/vht_operation.h"
+#include "halvane/air/wide_bandwidth_channel_switch.h"
 
 namespace halvane::air {
 
@@ -46,9 +57,9 @@ constexpr ElementInfo kElements[] = {
     {ElementId{1}, "Supported Rates and BSS Membership Selectors", "9.4.2.3",
      decoderOf<SupportedRates>()},
     {ElementId{3}, "DSSS Parameter Set", "9.4.2.4", decoderOf<DsParameterSet>()},
-    {ElementId{5}, "TIM", "9.4.2.5"},
+    {ElementId{5}, "TIM", "9.4.2.5", decoderOf<Tim>()},
     {ElementId{6}, "IBSS Parameter Set", "9.4.2.6"},
-    {ElementId{7}, "Country", "9.4.2.8"},
+    {ElementId{7}, "Country", "9.4.2.8", decoderOf<Country>()},
     {ElementId{10}, "Request", "9.4.2.9"},
     {ElementId{11}, "BSS Load", "9.4.2.27", decoderOf<BssLoad>()},
     {ElementId{12}, "EDCA Parameter Set", "9.4.2.28"},
@@ -56,17 +67,17 @@ constexpr ElementInfo kElements[] = {
     {ElementId{14}, "TCLAS", "9.4.2.30"},
     {ElementId{15}, "Schedule", "9.4.2.33"},
     {ElementId{16}, "Challenge Text", "9.4.2.7"},
-    {ElementId{32}, "Power Constraint", "9.4.2.13"},
+    {ElementId{32}, "Power Constraint", "9.4.2.13", decoderOf<PowerConstraint>()},
     {ElementId{33}, "Power Capability", "9.4.2.14"},
     {ElementId{34}, "TPC Request", "9.4.2.15"},
-    {ElementId{35}, "TPC Report", "9.4.2.16"},
+    {ElementId{35}, "TPC Report", "9.4.2.16", decoderOf<TpcReport>()},
     {ElementId{36}, "Supported Channels", "9.4.2.17"},
-    {ElementId{37}, "Channel Switch Announcement", "9.4.2.18"},
+    {ElementId{37}, "Channel Switch Announcement", "9.4.2.18", decoderOf<ChannelSwitch>()},
     {ElementId{38}, "Measurement Request", "9.4.2.20"},
     {ElementId{39}, "Measurement Report", "9.4.2.21"},
-    {ElementId{40}, "Quiet", "9.4.2.22"},
+    {ElementId{40}, "Quiet", "9.4.2.22", decoderOf<Quiet>()},
     {ElementId{41}, "IBSS DFS", "9.4.2.23"},
-    {ElementId{42}, "ERP", "9.4.2.11"},
+    {ElementId{42}, "ERP", "9.4.2.11", decoderOf<Erp>()},
     {ElementId{43}, "TS Delay", "9.4.2.31"},
     {ElementId{44}, "TCLAS Processing", "9.4.2.32"},
     {ElementId{45}, "HT Capabilities", "9.4.2.55", decoderOf<HtCapabilities>()},
@@ -83,7 +94,8 @@ constexpr ElementInfo kElements[] = {
     {ElementId{57}, "RIC Data", "9.4.2.49"},
     {ElementId{58}, "DSE Registered Location", "9.4.2.51"},
     {ElementId{59}, "Supported Operating Classes", "9.4.2.53"},
-    {ElementId{60}, "Extended Channel Switch Announcement", "9.4.2.52"},
+    {ElementId{60}, "Extended Channel Switch Announcement", "9.4.2.52",
+     decoderOf<ExtendedChannelSwitch>()},
     {ElementId{61}, "HT Operation", "9.4.2.56", decoderOf<HtOperation>()},
     {ElementId{62}, "Secondary Channel Offset", "9.4.2.19", decoderOf<SecondaryChannelOffset>()},
     {ElementId{63}, "BSS Average Access Delay", "9.4.2.38"},
@@ -200,9 +212,10 @@ constexpr ElementInfo kElements[] = {
     {ElementId{191}, "VHT Capabilities", "9.4.2.157"},
     {ElementId{192}, "VHT Operation", "9.4.2.158", decoderOf<VhtOperation>()},
     {ElementId{193}, "Extended BSS Load", "9.4.2.159"},
-    {ElementId{194}, "Wide Bandwidth Channel Switch", "9.4.2.160"},
-    {ElementId{195}, "Transmit Power Envelope", "9.4.2.161"},
-    {ElementId{196}, "Channel Switch Wrapper", "9.4.2.162"},
+    {ElementId{194}, "Wide Bandwidth Channel Switch", "9.4.2.160",
+     decoderOf<WideBandwidthChannelSwitch>()},
+    {ElementId{195}, "Transmit Power Envelope", "9.4.2.161", decoderOf<TransmitPowerEnvelope>()},
+    {ElementId{196}, "Channel Switch Wrapper", "9.4.2.162", decoderOf<ChannelSwitchWrapper>()},
     {ElementId{197}, "AID", "9.4.2.163"},
     {ElementId{198}, "Quiet Channel", "9.4.2.164", decoderOf<QuietChannel>()},
     {ElementId{199}, "Operating Mode Notification", "9.4.2.165"},

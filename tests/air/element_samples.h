@@ -74,6 +74,18 @@ inline constexpr ElementSample kElementSamples[] = {
     {air::ElementId::HeOperation, "F4FF02 2A FCFF 012A32 03 250B2F5706"},
     {air::ElementId::EhtOperation, "03 44444444 FC 2F 3F 0C00"},
     {air::ElementId::BandwidthIndication, "02 04 2F 3F 0C00"},
+    {air::ElementId::Tim, "00 03 05 0880"},
+    {air::ElementId::Country, "555304 C98300 010D14 2404 E2 00"},
+    {air::ElementId::PowerConstraint, "03"},
+    {air::ElementId::TpcReport, "1100"},
+    {air::ElementId::ChannelSwitch, "01 2C 0A"},
+    {air::ElementId::ExtendedChannelSwitch, "00 83 25 0A"},
+    {air::ElementId::WideBandwidthChannelSwitch, "01 2A 32"},
+    {air::ElementId::Quiet, "01 02 3200 0A00"},
+    {air::ElementId::Erp, "07"},
+    {air::ElementId::TransmitPowerEnvelope, "1C 0A0B0C0D0E0F1011 02 1213"},
+    {air::ElementId::ChannelSwitchWrapper,
+     "0706444520010D14 C203012A32 C30200 14 FF078702022A000800 DD020102"},
 };
 
 struct VendorSample {
