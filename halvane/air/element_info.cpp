@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "halvane/air/ap_channel_report.h"
 #include "halvane/air/bandwidth_indication.h"
+#include "halvane/air/bss_color_change.h"
 #include "halvane/air/bss_load.h"
 #include "halvane/air/bss_max_idle_period.h"
 #include "halvane/air/channel_switch.h"
@@ -11,15 +13,19 @@
 #include "halvane/air/channel_usage.h"
 #include "halvane/air/country.h"
 #include "halvane/air/ds_parameter_set.h"
+#include "halvane/air/edca_parameter_set.h"
 #include "halvane/air/eht_operation.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/erp.h"
 #include "halvane/air/estimated_service_parameters.h"
+#include "halvane/air/extended_bss_load.h"
 #include "halvane/air/extended_channel_switch.h"
 #include "halvane/air/extended_supported_rates.h"
 #include "halvane/air/he_operation.h"
 #include "halvane/air/ht_capabilities.h"
 #include "halvane/air/ht_operation.h"
+#include "halvane/air/max_channel_switch_time.h"
+#include "halvane/air/mu_edca_parameter_set.h"
 #include "halvane/air/multi_link.h"
 #include "halvane/air/multi_link_traffic.h"
 #include "halvane/air/multiple_bssid.h"
@@ -29,6 +35,7 @@
 #include "halvane/air/non_inheritance.h"
 #include "halvane/air/nontransmitted_bssid_capability.h"
 #include "halvane/air/operating_channel_information.h"
+#include "halvane/air/operating_mode_notification.h"
 #include "halvane/air/power_constraint.h"
 #include "halvane/air/quiet.h"
 #include "halvane/air/quiet_channel.h"
@@ -36,7 +43,9 @@
 #include "halvane/air/rsn.h"
 #include "halvane/air/secondary_channel_offset.h"
 #include "halvane/air/short_ssid_list.h"
+#include "halvane/air/spatial_reuse.h"
 #include "halvane/air/ssid_element.h"
+#include "halvane/air/supported_operating_classes.h"
 #include "halvane/air/supported_rates.h"
 #include "halvane/air/tid_to_link_mapping.h"
 #include "halvane/air/tim.h"
@@ -44,6 +53,7 @@
 #include "halvane/air/tpc_report.h"
 #include "halvane/air/transmit_power_envelope.h"
 #include "halvane/air/twt.h"
+#include "halvane/air/uora_parameter_set.h"
 #include "halvane/air/vht_operation.h"
 #include "halvane/air/wide_bandwidth_channel_switch.h"
 
@@ -62,7 +72,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{7}, "Country", "9.4.2.8", decoderOf<Country>()},
     {ElementId{10}, "Request", "9.4.2.9"},
     {ElementId{11}, "BSS Load", "9.4.2.27", decoderOf<BssLoad>()},
-    {ElementId{12}, "EDCA Parameter Set", "9.4.2.28"},
+    {ElementId{12}, "EDCA Parameter Set", "9.4.2.28", decoderOf<EdcaParameterSet>()},
     {ElementId{13}, "TSPEC", "9.4.2.29"},
     {ElementId{14}, "TCLAS", "9.4.2.30"},
     {ElementId{15}, "Schedule", "9.4.2.33"},
@@ -85,7 +95,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{48}, "RSN", "9.4.2.24", decoderOf<Rsn>()},
     {ElementId{50}, "Extended Supported Rates and BSS Membership Selectors", "9.4.2.12",
      decoderOf<ExtendedSupportedRates>()},
-    {ElementId{51}, "AP Channel Report", "9.4.2.35"},
+    {ElementId{51}, "AP Channel Report", "9.4.2.35", decoderOf<ApChannelReport>()},
     {ElementId{52}, "Neighbor Report", "9.4.2.36", decoderOf<NeighborReport>()},
     {ElementId{53}, "RCPI", "9.4.2.37"},
     {ElementId{54}, "Mobility Domain", "9.4.2.46"},
@@ -93,7 +103,8 @@ constexpr ElementInfo kElements[] = {
     {ElementId{56}, "Timeout Interval", "9.4.2.48"},
     {ElementId{57}, "RIC Data", "9.4.2.49"},
     {ElementId{58}, "DSE Registered Location", "9.4.2.51"},
-    {ElementId{59}, "Supported Operating Classes", "9.4.2.53"},
+    {ElementId{59}, "Supported Operating Classes", "9.4.2.53",
+     decoderOf<SupportedOperatingClasses>()},
     {ElementId{60}, "Extended Channel Switch Announcement", "9.4.2.52",
      decoderOf<ExtendedChannelSwitch>()},
     {ElementId{61}, "HT Operation", "9.4.2.56", decoderOf<HtOperation>()},
@@ -211,14 +222,15 @@ constexpr ElementInfo kElements[] = {
     {ElementId{190}, "Antenna Sector ID Pattern", "9.4.2.156"},
     {ElementId{191}, "VHT Capabilities", "9.4.2.157"},
     {ElementId{192}, "VHT Operation", "9.4.2.158", decoderOf<VhtOperation>()},
-    {ElementId{193}, "Extended BSS Load", "9.4.2.159"},
+    {ElementId{193}, "Extended BSS Load", "9.4.2.159", decoderOf<ExtendedBssLoad>()},
     {ElementId{194}, "Wide Bandwidth Channel Switch", "9.4.2.160",
      decoderOf<WideBandwidthChannelSwitch>()},
     {ElementId{195}, "Transmit Power Envelope", "9.4.2.161", decoderOf<TransmitPowerEnvelope>()},
     {ElementId{196}, "Channel Switch Wrapper", "9.4.2.162", decoderOf<ChannelSwitchWrapper>()},
     {ElementId{197}, "AID", "9.4.2.163"},
     {ElementId{198}, "Quiet Channel", "9.4.2.164", decoderOf<QuietChannel>()},
-    {ElementId{199}, "Operating Mode Notification", "9.4.2.165"},
+    {ElementId{199}, "Operating Mode Notification", "9.4.2.165",
+     decoderOf<OperatingModeNotification>()},
     {ElementId{200}, "UPSIM", "9.4.2.166"},
     {ElementId{201}, "Reduced Neighbor Report", "9.4.2.170", decoderOf<ReducedNeighborReport>()},
     {ElementId{202}, "TVHT Operation", "9.4.2.171"},
@@ -295,19 +307,23 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 34}, "GLK-GCR Parameter Set", ""},
     {ElementId{256 + 35}, "HE Capabilities", "802.11ax 9.4.2.248"},
     {ElementId{256 + 36}, "HE Operation", "802.11ax 9.4.2.249", decoderOf<HeOperation>()},
-    {ElementId{256 + 37}, "UORA Parameter Set", "802.11ax 9.4.2.250"},
-    {ElementId{256 + 38}, "MU EDCA Parameter Set", "802.11ax 9.4.2.251"},
-    {ElementId{256 + 39}, "Spatial Reuse Parameter Set", "802.11ax 9.4.2.252"},
+    {ElementId{256 + 37}, "UORA Parameter Set", "802.11ax 9.4.2.250",
+     decoderOf<UoraParameterSet>()},
+    {ElementId{256 + 38}, "MU EDCA Parameter Set", "802.11ax 9.4.2.251",
+     decoderOf<MuEdcaParameterSet>()},
+    {ElementId{256 + 39}, "Spatial Reuse Parameter Set", "802.11ax 9.4.2.252",
+     decoderOf<SpatialReuse>()},
     {ElementId{256 + 40}, "GAS Extension", ""},
     {ElementId{256 + 41}, "NDP Feedback Report Parameter Set", "802.11ax 9.4.2.253"},
-    {ElementId{256 + 42}, "BSS Color Change Announcement", "802.11ax 9.4.2.254"},
+    {ElementId{256 + 42}, "BSS Color Change Announcement", "802.11ax 9.4.2.254",
+     decoderOf<BssColorChange>()},
     {ElementId{256 + 43}, "Quiet Time Period", "802.11ax 9.4.2.255"},
     {ElementId{256 + 44}, "Vendor Specific Request", ""},
     {ElementId{256 + 45}, "ESS Report", "802.11ax 9.4.2.256"},
     {ElementId{256 + 46}, "OPS", "802.11ax 9.4.2.257"},
     {ElementId{256 + 47}, "HE BSS Load", "802.11ax 9.4.2.258"},
     {ElementId{256 + 51}, "MAC Address Policy", ""},
-    {ElementId{256 + 52}, "Max Channel Switch Time", ""},
+    {ElementId{256 + 52}, "Max Channel Switch Time", "", decoderOf<MaxChannelSwitchTime>()},
     {ElementId{256 + 53}, "Estimated Service Parameters Outbound", ""},
     {ElementId{256 + 54}, "Operating Channel Information", "",
      decoderOf<OperatingChannelInformation>()},

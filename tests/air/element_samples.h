@@ -86,6 +86,16 @@ inline constexpr ElementSample kElementSamples[] = {
     {air::ElementId::TransmitPowerEnvelope, "1C 0A0B0C0D0E0F1011 02 1213"},
     {air::ElementId::ChannelSwitchWrapper,
      "0706444520010D14 C203012A32 C30200 14 FF078702022A000800 DD020102"},
+    {air::ElementId::BssColorChange, "05 2A"},
+    {air::ElementId::SpatialReuse, "1C 0A 02 14 2400000000000080 0100000000000000"},
+    {air::ElementId::EdcaParameterSet, "A5 00 03A40000 27A40000 42435E00 62322F00"},
+    {air::ElementId::MuEdcaParameterSet, "05 00A4FF 20A4FF 4043FF 6032FF"},
+    {air::ElementId::UoraParameterSet, "2B"},
+    {air::ElementId::SupportedOperatingClasses, "73 51535473757780 82 00 7374"},
+    {air::ElementId::ApChannelReport, "73 24282C30"},
+    {air::ElementId::ExtendedBssLoad, "0300 80 10 20 30"},
+    {air::ElementId::OperatingModeNotification, "12"},
+    {air::ElementId::MaxChannelSwitchTime, "640000"},
 };
 
 struct VendorSample {
