@@ -1,4 +1,5 @@
 #include "halvane/air/element_codec_internal.h"
+#include "halvane/base/escaped_text.h"
 
 namespace halvane::air {
 
@@ -6,8 +7,9 @@ namespace {
 
 constexpr std::size_t kSuiteSize = 4;
 
-// The two's complement of a number of `width` bits.
-std::int64_t signedOf(std::uint64_t value, std::size_t width) {
+// A number of `width` bits, in two's complement if its form says so.
+std::int64_t valueOf(std::uint64_t value, std::size_t width, const NumberForm& form) {
+    if (!form.isSigned || width >= 64) return static_cast<std::int64_t>(value);
     const std::uint64_t sign = std::uint64_t{1} << (width - 1);
     return static_cast<std::int64_t>((value ^ sign) - sign);
 }
@@ -72,25 +74,28 @@ std::vector<std::uint8_t> ElementReader::takePieces(std::uint8_t fragmentId) {
     return body;
 }
 
-void ElementReader::tellNumber(const FieldPlace& place, std::string_view label, std::uint64_t value,
-                               std::size_t width, const NumberForm& form) {
-    const bool isNegative = form.isSigned && width < 64;
-    sink_->number(place, label,
-                  isNegative ? signedOf(value, width) : static_cast<std::int64_t>(value), form);
+void ElementReader::text(std::string_view label, ByteBuffer& value, std::size_t size) {
+    const auto part = take(size);
+    if (!part) return;
+    value = ByteBuffer(*part);
+    if (sink_ && size > 0) sink_->text(placeBefore(size), label, escapedText(*part));
 }
 
-void ElementReader::tellBits(const FieldPlace& place, Octets octets,
-                             std::span<const BitField> parts) {
-    for (const BitField& part : parts) {
-        FieldPlace bits = place;
-        bits.firstBit = part.first;
-        bits.bitCount = part.count;
-        const std::uint32_t value = bitsOf(octets, part.first, part.count);
-        if (part.count == 1 && part.form.names.empty()) {
-            sink_->flag(bits, part.label, value != 0);
-        } else {
-            tellNumber(bits, part.label, value, part.count, part.form);
-        }
+void ElementReader::tellNumber(const FieldPlace& place, std::string_view label, std::uint64_t value,
+                               std::size_t width, const NumberForm& form) {
+    sink_->number(place, label, valueOf(value, width, form), form);
+}
+
+void BitTeller::run(const BitField& part) {
+    if (part.first + part.count > 8 * octets_.size()) return;
+    FieldPlace bits = place_;
+    bits.firstBit = part.first;
+    bits.bitCount = part.count;
+    const std::uint32_t value = bitsOf(octets_, part.first, part.count);
+    if (part.count == 1 && part.form.names.empty()) {
+        sink_.flag(bits, part.label, value != 0);
+    } else {
+        sink_.number(bits, part.label, valueOf(value, part.count, part.form), part.form);
     }
 }
 

@@ -45,10 +45,34 @@ namespace halvane::air {
 // A run of bits within a field of octets, with the standard's name for it. A run of one bit without
 // a form is told as a flag.
 struct BitField {
-    std::uint8_t first;
+    std::uint16_t first;
     std::uint8_t count;
     std::string_view label;
     NumberForm form{};
+};
+
+// Tells the runs of bits of one field of octets.
+class BitTeller {
+  public:
+    BitTeller(FieldSink& sink, const FieldPlace& place, Octets octets)
+        : sink_(sink), place_(place), octets_(octets) {}
+
+    // A run that does not lie within the octets is left out.
+    void run(const BitField& part);
+    void runs(std::span<const BitField> parts) {
+        for (const BitField& part : parts) run(part);
+    }
+    template <typename Tell>
+    void group(std::string_view label, Tell tell) {
+        sink_.beginGroup(label);
+        tell();
+        sink_.endGroup();
+    }
+
+  private:
+    FieldSink& sink_;
+    const FieldPlace place_;
+    const Octets octets_;
 };
 
 // Reads a body. The first field that does not fit fails the reader for good; every later field is
@@ -86,13 +110,42 @@ class ElementReader {
         value = static_cast<Number>(bits);
     }
 
+    // The same with the most significant octet first, as the Wi-Fi Alliance's attributes have it.
+    template <std::unsigned_integral Number>
+    void bigEndian(std::string_view label, Number& value, const NumberForm& form = {}) {
+        const auto part = take(sizeof(Number));
+        if (!part) return;
+        std::uint64_t number = 0;
+        for (const std::uint8_t octet : *part) number = number << 8 | octet;
+        value = static_cast<Number>(number);
+        if (sink_) tellNumber(placeBefore(sizeof(Number)), label, number, 8 * sizeof(Number), form);
+    }
+
     // A field that consists of the parts that `parts` names.
     template <std::size_t Size>
     void bits(BitOctets<Size>& value, std::span<const BitField> parts) {
         const auto part = take(Size);
         if (!part) return;
         std::ranges::copy(*part, value.octets.begin());
-        if (sink_) tellBits(placeBefore(Size), *part, parts);
+        if (sink_) BitTeller(*sink_, placeBefore(Size), *part).runs(parts);
+    }
+    // A field of bits whose size `sizeIn` finds in the octets that are left, and whose runs `tell`
+    // tells with a BitTeller.
+    template <typename List, typename SizeIn, typename Tell>
+    void bitString(List& value, SizeIn sizeIn, Tell tell) {
+        if (!ok()) return;
+        ByteCursor ahead = cursor_;
+        const auto part = take(sizeIn(ahead.take(remaining()).value_or(Octets())));
+        if (!part) return;
+        if constexpr (std::same_as<List, ByteBuffer>) {
+            value = ByteBuffer(*part);
+        } else {
+            value.clear();
+            for (const std::uint8_t octet : *part) value.push_back(octet);
+        }
+        if (!sink_) return;
+        BitTeller teller(*sink_, placeBefore(part->size()), *part);
+        tell(teller);
     }
 
     void address(std::string_view label, MacAddress& value);
@@ -114,6 +167,9 @@ class ElementReader {
     void octets(std::string_view label, ByteBuffer& value, std::size_t size);
     // All octets that are left.
     void octets(std::string_view label, ByteBuffer& value) { octets(label, value, remaining()); }
+    // The same as text, whose encoding is unknown. It is told as escapedText().
+    void text(std::string_view label, ByteBuffer& value, std::size_t size);
+    void text(std::string_view label, ByteBuffer& value) { text(label, value, remaining()); }
     // The octets after the fields that the library knows.
     void rest(ByteBuffer& value) {
         if (hasMore()) octets("Further octets", value);
@@ -188,6 +244,13 @@ class ElementReader {
         number(label, length);
         if (length < extra) return fail();
         within(length - extra, read);
+    }
+    // The same after a length of two octets, the most significant first.
+    template <typename Read>
+    void bigEndianSized(std::string_view label, Read read) {
+        std::uint16_t length = 0;
+        bigEndian(label, length);
+        within(length, read);
     }
 
     // The octet `ahead` octets after the next one; absent past the end.
@@ -279,7 +342,6 @@ class ElementReader {
 
     void tellNumber(const FieldPlace& place, std::string_view label, std::uint64_t value,
                     std::size_t width, const NumberForm& form);
-    void tellBits(const FieldPlace& place, Octets octets, std::span<const BitField> parts);
 
     ByteCursor cursor_;
     std::size_t end_;  // of the innermost structure
@@ -307,9 +369,19 @@ class ElementWriter {
     void number(std::string_view label, Number value, const NumberForm& = {}) {
         number(label, static_cast<std::make_unsigned_t<Number>>(value));
     }
+    template <std::unsigned_integral Number>
+    void bigEndian(std::string_view, Number value, const NumberForm& = {}) {
+        for (std::size_t i = sizeof(Number); i-- > 0;) {
+            octets_.push_back(static_cast<std::uint8_t>(std::uint64_t{value} >> (8 * i)));
+        }
+    }
     template <std::size_t Size>
     void bits(const BitOctets<Size>& value, std::span<const BitField>) {
         append(value.octets);
+    }
+    template <typename List, typename SizeIn, typename Tell>
+    void bitString(const List& value, SizeIn, Tell) {
+        octets_.insert(octets_.end(), value.begin(), value.end());
     }
     void address(std::string_view, const MacAddress& value) { append(value.octets()); }
     void cipher(std::string_view, const Suite& value) {
@@ -325,6 +397,7 @@ class ElementWriter {
     void octets(std::string_view, const ByteBuffer& value, std::size_t = 0) {
         append(value.bytes());
     }
+    void text(std::string_view, const ByteBuffer& value, std::size_t = 0) { append(value.bytes()); }
     void rest(const ByteBuffer& value) { append(value.bytes()); }
 
     template <typename T, typename Write>
@@ -387,6 +460,15 @@ class ElementWriter {
         write();
         std::swap(octets_, body.octets_);
         appendPieces(octets_, fragmentId, body.octets_, endsEmpty);
+    }
+    template <typename Write>
+    void bigEndianSized(std::string_view label, Write write) {
+        const std::size_t start = octets_.size();
+        bigEndian(label, std::uint16_t{0});
+        write();
+        const std::size_t length = octets_.size() - start - 2;
+        octets_[start] = static_cast<std::uint8_t>(length >> 8);
+        octets_[start + 1] = static_cast<std::uint8_t>(length);
     }
 
   private:

@@ -16,7 +16,7 @@ namespace halvane::air {
 struct FieldPlace {
     std::size_t offset = 0;  // of the field's first octet
     std::size_t size = 0;    // octets
-    std::uint8_t firstBit = 0;
+    std::uint16_t firstBit = 0;
     std::uint8_t bitCount = 0;  // 0: all bits of the octets
 };
 
