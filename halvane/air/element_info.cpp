@@ -14,6 +14,7 @@
 #include "halvane/air/country.h"
 #include "halvane/air/ds_parameter_set.h"
 #include "halvane/air/edca_parameter_set.h"
+#include "halvane/air/eht_capabilities.h"
 #include "halvane/air/eht_operation.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/erp.h"
@@ -21,6 +22,8 @@
 #include "halvane/air/extended_bss_load.h"
 #include "halvane/air/extended_channel_switch.h"
 #include "halvane/air/extended_supported_rates.h"
+#include "halvane/air/he_6ghz_band_capabilities.h"
+#include "halvane/air/he_capabilities.h"
 #include "halvane/air/he_operation.h"
 #include "halvane/air/ht_capabilities.h"
 #include "halvane/air/ht_operation.h"
@@ -54,6 +57,7 @@
 #include "halvane/air/transmit_power_envelope.h"
 #include "halvane/air/twt.h"
 #include "halvane/air/uora_parameter_set.h"
+#include "halvane/air/vht_capabilities.h"
 #include "halvane/air/vht_operation.h"
 #include "halvane/air/wide_bandwidth_channel_switch.h"
 
@@ -220,7 +224,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{188}, "Higher Layer Stream ID", "9.4.2.124"},
     {ElementId{189}, "GCR Group Address", "9.4.2.125"},
     {ElementId{190}, "Antenna Sector ID Pattern", "9.4.2.156"},
-    {ElementId{191}, "VHT Capabilities", "9.4.2.157"},
+    {ElementId{191}, "VHT Capabilities", "9.4.2.157", decoderOf<VhtCapabilities>()},
     {ElementId{192}, "VHT Operation", "9.4.2.158", decoderOf<VhtOperation>()},
     {ElementId{193}, "Extended BSS Load", "9.4.2.159", decoderOf<ExtendedBssLoad>()},
     {ElementId{194}, "Wide Bandwidth Channel Switch", "9.4.2.160",
@@ -305,7 +309,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 32}, "OWE Diffie-Hellman Parameter", "RFC 8110"},
     {ElementId{256 + 33}, "Password Identifier", ""},
     {ElementId{256 + 34}, "GLK-GCR Parameter Set", ""},
-    {ElementId{256 + 35}, "HE Capabilities", "802.11ax 9.4.2.248"},
+    {ElementId{256 + 35}, "HE Capabilities", "802.11ax 9.4.2.248", decoderOf<HeCapabilities>()},
     {ElementId{256 + 36}, "HE Operation", "802.11ax 9.4.2.249", decoderOf<HeOperation>()},
     {ElementId{256 + 37}, "UORA Parameter Set", "802.11ax 9.4.2.250",
      decoderOf<UoraParameterSet>()},
@@ -332,7 +336,8 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 56}, "Non-Inheritance", "9.4.2.240", decoderOf<NonInheritance>()},
     {ElementId{256 + 57}, "Known BSSID", "802.11ax 9.4.2.261"},
     {ElementId{256 + 58}, "Short SSID List", "802.11ax 9.4.2.262", decoderOf<ShortSsidList>()},
-    {ElementId{256 + 59}, "HE 6 GHz Band Capabilities", "802.11ax 9.4.2.263"},
+    {ElementId{256 + 59}, "HE 6 GHz Band Capabilities", "802.11ax 9.4.2.263",
+     decoderOf<He6GhzBandCapabilities>()},
     {ElementId{256 + 60}, "UL MU Power Capabilities", "802.11ax 9.4.2.264"},
     {ElementId{256 + 88}, "MSCS Descriptor", "9.4.2.243"},
     {ElementId{256 + 89}, "TCLAS Mask", ""},
@@ -343,7 +348,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{256 + 100}, "PASN Parameters", "802.11az"},
     {ElementId{256 + 106}, "EHT Operation", "802.11be 9.4.2.311", decoderOf<EhtOperation>()},
     {ElementId{256 + 107}, "Multi-Link", "802.11be 9.4.2.312", decoderOf<MultiLink>()},
-    {ElementId{256 + 108}, "EHT Capabilities", "802.11be 9.4.2.313"},
+    {ElementId{256 + 108}, "EHT Capabilities", "802.11be 9.4.2.313", decoderOf<EhtCapabilities>()},
     {ElementId{256 + 109}, "TID-to-Link Mapping", "802.11be 9.4.2.314",
      decoderOf<TidToLinkMapping>()},
     {ElementId{256 + 110}, "Multi-Link Traffic Indication", "802.11be 9.4.2.315",

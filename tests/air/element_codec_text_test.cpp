@@ -1,17 +1,18 @@
 #include <gtest/gtest.h>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "halvane/air/element_codec_internal.h"
 #include "halvane/base/inline_list.h"
 
 #include "tests/air/element_samples.h"
+#include "tests/air/told_fields.h"
 #include "tests/support/hostile_bytes.h"
 
 using halvane::ByteBuffer;
 using halvane::InlineList;
 using halvane::testing::bytesOf;
+using halvane::testing::ToldFields;
 using namespace halvane::air;
 
 namespace {
@@ -37,32 +38,6 @@ constexpr auto kLayout = [](auto& codec, auto& probe) {
     codec.rest(probe.rest);
 };
 
-class Labels : public FieldSink {
-  public:
-    std::string told;
-
-    void flag(const FieldPlace&, std::string_view label, bool value) override {
-        add(label, value ? "1" : "0");
-    }
-    void number(const FieldPlace&, std::string_view label, std::int64_t value,
-                const NumberForm&) override {
-        add(label, std::to_string(value));
-    }
-    void text(const FieldPlace&, std::string_view label, std::string_view value) override {
-        add(label, value);
-    }
-    void octets(const FieldPlace&, std::string_view label, Octets value) override {
-        add(label, ByteBuffer(value).hex());
-    }
-    void beginGroup(std::string_view label) override { told.append(label).append("{"); }
-    void endGroup() override { told += "}"; }
-
-  private:
-    void add(std::string_view label, std::string_view value) {
-        told.append(label).append("=").append(value).append(";");
-    }
-};
-
 TEST(AirElementCodec, ReadsBigEndianNumbersTextAndStringsOfBits) {
     const auto body = bytesOf("1234 0002 4101 02 06 FF");
     const auto probe = decodeBy<Probe>(kLayout, body);
@@ -71,16 +46,16 @@ TEST(AirElementCodec, ReadsBigEndianNumbersTextAndStringsOfBits) {
     EXPECT_EQ(probe->name, ByteBuffer({0x41, 0x01}));
     EXPECT_EQ(probe->runs, (InlineList<std::uint8_t, 4>{0x02, 0x06}));
     EXPECT_EQ(encodeBy(kLayout, *probe), body);
-    Labels labels;
-    EXPECT_FALSE(describeBy<Probe>(kLayout, body, labels));
-    EXPECT_EQ(labels.told,
+    ToldFields fields;
+    EXPECT_FALSE(describeBy<Probe>(kLayout, body, fields));
+    EXPECT_EQ(fields.text_,
               "Number=4660;Length=2;Name=A\\x01;Runs{Size=2;Late=3;}Further octets=ff;");
 }
 
 TEST(AirElementCodec, LeavesOutRunsThatTheStringOfBitsDoesNotHold) {
-    Labels labels;
-    EXPECT_FALSE(describeBy<Probe>(kLayout, bytesOf("0000 0000 01"), labels));
-    EXPECT_EQ(labels.told, "Number=0;Length=0;Runs{Size=1;}");
+    ToldFields fields;
+    EXPECT_FALSE(describeBy<Probe>(kLayout, bytesOf("0000 0000 01"), fields));
+    EXPECT_EQ(fields.text_, "Number=0;Length=0;Runs{Size=1;}");
 }
 
 TEST(AirElementCodec, FailsForAStringOfBitsThatDoesNotFit) {

@@ -25,6 +25,11 @@ struct ElementSample {
 };
 
 inline constexpr ElementSample kElementSamples[] = {
+    {air::ElementId::EhtCapabilities, "0B00 E201FF7F1FC00000FE 444444 444444 222222"},
+    {air::ElementId::He6GhzBandCapabilities, "BD36"},
+    {air::ElementId::HeCapabilities,
+     "0D009A181040 1C700CCA7F02C0B15B0108 FAFF FAFF AAFF AAFF FAFF FAFF 1B 1CC771 1CC771"},
+    {air::ElementId::VhtCapabilities, "B279C333 FAFF 0C03 FAFF 0C23"},
     {air::ElementId::BssLoad, "0500 7F 1234"},
     {air::ElementId::Rsn,
      "0100 000FAC04 0200 000FAC04 000FAC02 0200 000FAC02 000FAC08 CC00 0100 "
