@@ -34,6 +34,7 @@ enum class ElementId : std::uint16_t {
     ExtendedChannelSwitch = 60,
     HtOperation = 61,
     SecondaryChannelOffset = 62,
+    BssAcAccessDelay = 68,
     TimeAdvertisement = 69,
     RmEnabledCapabilities = 70,
     MultipleBssid = 71,

@@ -5,6 +5,7 @@
 
 #include "halvane/air/ap_channel_report.h"
 #include "halvane/air/bandwidth_indication.h"
+#include "halvane/air/bss_ac_access_delay.h"
 #include "halvane/air/bss_color_change.h"
 #include "halvane/air/bss_load.h"
 #include "halvane/air/bss_max_idle_period.h"
@@ -22,12 +23,14 @@
 #include "halvane/air/extended_bss_load.h"
 #include "halvane/air/extended_channel_switch.h"
 #include "halvane/air/extended_supported_rates.h"
+#include "halvane/air/fils_indication.h"
 #include "halvane/air/he_6ghz_band_capabilities.h"
 #include "halvane/air/he_capabilities.h"
 #include "halvane/air/he_operation.h"
 #include "halvane/air/ht_capabilities.h"
 #include "halvane/air/ht_operation.h"
 #include "halvane/air/max_channel_switch_time.h"
+#include "halvane/air/mobility_domain.h"
 #include "halvane/air/mu_edca_parameter_set.h"
 #include "halvane/air/multi_link.h"
 #include "halvane/air/multi_link_traffic.h"
@@ -44,6 +47,7 @@
 #include "halvane/air/quiet_channel.h"
 #include "halvane/air/reduced_neighbor_report.h"
 #include "halvane/air/rsn.h"
+#include "halvane/air/rsnx.h"
 #include "halvane/air/secondary_channel_offset.h"
 #include "halvane/air/short_ssid_list.h"
 #include "halvane/air/spatial_reuse.h"
@@ -59,11 +63,23 @@
 #include "halvane/air/uora_parameter_set.h"
 #include "halvane/air/vht_capabilities.h"
 #include "halvane/air/vht_operation.h"
+#include "halvane/air/wapi.h"
 #include "halvane/air/wide_bandwidth_channel_switch.h"
 
 namespace halvane::air {
 
 namespace {
+
+// The element ID 68 has two owners. The number of octets tells which one it is.
+constexpr ElementDecoder kElement68 = {
+    [](Octets body, FieldSink& sink) {
+        return Wapi::isWapi(body) ? Wapi::describe(body, sink)
+                                  : BssAcAccessDelay::describe(body, sink);
+    },
+    [](Octets body) {
+        return Wapi::isWapi(body) ? rebuildBy<Wapi>(body) : rebuildBy<BssAcAccessDelay>(body);
+    },
+};
 
 // Table 9-92, with the elements of 802.11ax, 802.11az and 802.11be.
 constexpr ElementInfo kElements[] = {
@@ -102,7 +118,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{51}, "AP Channel Report", "9.4.2.35", decoderOf<ApChannelReport>()},
     {ElementId{52}, "Neighbor Report", "9.4.2.36", decoderOf<NeighborReport>()},
     {ElementId{53}, "RCPI", "9.4.2.37"},
-    {ElementId{54}, "Mobility Domain", "9.4.2.46"},
+    {ElementId{54}, "Mobility Domain", "9.4.2.46", decoderOf<MobilityDomain>()},
     {ElementId{55}, "Fast BSS Transition", "9.4.2.47"},
     {ElementId{56}, "Timeout Interval", "9.4.2.48"},
     {ElementId{57}, "RIC Data", "9.4.2.49"},
@@ -118,7 +134,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{65}, "RSNI", "9.4.2.40"},
     {ElementId{66}, "Measurement Pilot Transmission", "9.4.2.41"},
     {ElementId{67}, "BSS Available Admission Capacity", "9.4.2.42"},
-    {ElementId{68}, "BSS AC Access Delay", "9.4.2.43"},
+    {ElementId{68}, "BSS AC Access Delay", "9.4.2.43", kElement68},
     {ElementId{69}, "Time Advertisement", "9.4.2.60", decoderOf<TimeAdvertisement>()},
     {ElementId{70}, "RM Enabled Capabilities", "9.4.2.44"},
     {ElementId{71}, "Multiple BSSID", "9.4.2.45", decoderOf<MultipleBssid>()},
@@ -270,10 +286,10 @@ constexpr ElementInfo kElements[] = {
     {ElementId{236}, "S1G Relay Activation", ""},
     {ElementId{237}, "CAG Number", ""},
     {ElementId{239}, "AP-CSN", ""},
-    {ElementId{240}, "FILS Indication", "9.4.2.177"},
+    {ElementId{240}, "FILS Indication", "9.4.2.177", decoderOf<FilsIndication>()},
     {ElementId{241}, "DILS", ""},
     {ElementId{242}, "Fragment", "9.4.2.188"},
-    {ElementId{244}, "RSN Extension", "9.4.2.241"},
+    {ElementId{244}, "RSN Extension", "9.4.2.241", decoderOf<Rsnx>()},
     {ElementId{256 + 1}, "Association Delay Info", "9.4.2.174"},
     {ElementId{256 + 2}, "FILS Request Parameters", ""},
     {ElementId{256 + 3}, "FILS Key Confirmation", ""},
@@ -395,6 +411,7 @@ std::string elementName(const Element& element) {
     if (element.id == ElementId::Vendor) {
         if (const auto* vendor = vendorElementInfo(element.body)) return std::string(vendor->name);
     }
+    if (element.id == Wapi::kId && Wapi::isWapi(element.body)) return "WAPI";
     if (const auto* info = elementInfo(element.id)) return std::string(info->name);
     return "Reserved (" + numberText(element.id) + ')';
 }

@@ -19,6 +19,21 @@
 
 namespace halvane::air {
 
+// The flags of the RSN Capabilities, by bit.
+enum class RsnCapability : std::uint8_t {
+    Preauthentication = 0,
+    NoPairwise = 1,
+    PmfRequired = 6,
+    PmfCapable = 7,
+    JointMultiBand = 8,
+    PeerKey = 9,
+    SppAmsduCapable = 10,
+    SppAmsduRequired = 11,
+    Pbac = 12,
+    ExtendedKeyId = 13,
+    Ocvc = 14,
+};
+
 // Every field after the version may be missing; the fields after a missing one are missing too.
 // decode() fails if a count exceeds the suites that follow.
 struct HALVANE_EXPORT Rsn {
@@ -38,14 +53,26 @@ struct HALVANE_EXPORT Rsn {
     ByteBuffer rest{};
 
     // Of the capabilities; false if they are missing.
-    bool isPmfRequired() const { return capabilities && capabilities->bit(6); }
-    bool isPmfCapable() const { return capabilities && capabilities->bit(7); }
+    bool has(RsnCapability flag) const {
+        return capabilities && capabilities->bit(static_cast<std::size_t>(flag));
+    }
+    bool isPmfRequired() const { return has(RsnCapability::PmfRequired); }
+    bool isPmfCapable() const { return has(RsnCapability::PmfCapable); }
+    // 1, 2, 4 or 16, for each security association with one station or with the group.
+    int ptksaReplayCounters() const { return replayCounters(2); }
+    int gtksaReplayCounters() const { return replayCounters(4); }
 
     static std::optional<Rsn> decode(Octets body);
     static std::optional<ElementDamage> describe(Octets body, FieldSink& sink);
     std::vector<std::uint8_t> encode() const;
 
     friend bool operator==(const Rsn&, const Rsn&) = default;
+
+  private:
+    int replayCounters(std::size_t firstBit) const {
+        const auto value = capabilities ? capabilities->bits(firstBit, 2) : 0;
+        return value == 3 ? 16 : 1 << value;
+    }
 };
 
 }  // namespace halvane::air

@@ -14,10 +14,10 @@ struct SuiteName {
     std::string_view name;
 };
 
-constexpr OUI kWfaOUI = {0x50, 0x6F, 0x9A};
 constexpr OUI kCckmOUI = {0x00, 0x40, 0x96};
+constexpr OUI kWapiOUI = {0x00, 0x14, 0x72};
 
-// Table 9-149.
+// Table 9-149; the cipher of WAPI.
 constexpr SuiteName kCiphers[] = {
     {{kRSNOUI, 0}, "Use group cipher suite"},
     {{kRSNOUI, 1}, "WEP-40"},
@@ -37,9 +37,10 @@ constexpr SuiteName kCiphers[] = {
     {{kWPAOUI, 2}, "TKIP"},
     {{kWPAOUI, 4}, "CCMP-128"},
     {{kWPAOUI, 5}, "WEP-104"},
+    {{kWapiOUI, 1}, "WPI-SMS4"},
 };
 
-// Table 9-151; the Wi-Fi Alliance's OSEN (Hotspot 2.0) and DPP (Easy Connect).
+// Table 9-151; the Wi-Fi Alliance's OSEN (Hotspot 2.0) and DPP (Easy Connect); WAPI.
 constexpr SuiteName kAkms[] = {
     {{kRSNOUI, 1}, "802.1X"},
     {{kRSNOUI, 2}, "PSK"},
@@ -71,6 +72,8 @@ constexpr SuiteName kAkms[] = {
     {{kWfaOUI, 1}, "OSEN"},
     {{kWfaOUI, 2}, "DPP"},
     {{kCckmOUI, 0}, "CCKM"},
+    {{kWapiOUI, 1}, "WAI-CERTIFICATE"},
+    {{kWapiOUI, 2}, "WAI-PSK"},
 };
 
 std::string_view nameIn(std::span<const SuiteName> names, const Suite& suite) {

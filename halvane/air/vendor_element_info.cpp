@@ -3,32 +3,35 @@
 
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/element_info.h"
+#include "halvane/air/osen.h"
+#include "halvane/air/owe_transition_mode.h"
+#include "halvane/air/rsn_override.h"
+#include "halvane/air/rsnx.h"
+#include "halvane/air/wpa.h"
 #include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {
 
 namespace {
 
-constexpr OUI kWfa = {0x50, 0x6F, 0x9A};
-
 constexpr std::string_view kWfaSource = "Wi-Fi Alliance";
 
 // A vendor's own row stands after those of its types.
 constexpr VendorElementInfo kVendors[] = {
-    {kWPAOUI, 1, "WPA", kWfaSource},
+    {kWPAOUI, 1, "WPA", kWfaSource, decoderOf<Wpa>()},
     {kWPAOUI, 2, "WMM", kWfaSource},
     {kWPAOUI, 4, "Wi-Fi Protected Setup", kWfaSource},
     {kWPAOUI, std::nullopt, "Microsoft", "IEEE registry"},
-    {kWfa, 9, "Wi-Fi Direct", kWfaSource},
-    {kWfa, 10, "Wi-Fi Display", kWfaSource},
-    {kWfa, 16, "Hotspot 2.0 Indication", kWfaSource},
-    {kWfa, 18, "OSEN", kWfaSource},
-    {kWfa, 22, "MBO-OCE", kWfaSource},
-    {kWfa, 28, "OWE Transition Mode", kWfaSource},
-    {kWfa, 41, "RSN Override", kWfaSource},
-    {kWfa, 42, "RSN Override 2", kWfaSource},
-    {kWfa, 43, "RSNX Override", kWfaSource},
-    {kWfa, std::nullopt, "Wi-Fi Alliance", "IEEE registry"},
+    {kWfaOUI, 9, "Wi-Fi Direct", kWfaSource},
+    {kWfaOUI, 10, "Wi-Fi Display", kWfaSource},
+    {kWfaOUI, 16, "Hotspot 2.0 Indication", kWfaSource},
+    {kWfaOUI, 18, "OSEN", kWfaSource, decoderOf<Osen>()},
+    {kWfaOUI, 22, "MBO-OCE", kWfaSource},
+    {kWfaOUI, 28, "OWE Transition Mode", kWfaSource, decoderOf<OweTransitionMode>()},
+    {kWfaOUI, 41, "RSN Override", kWfaSource, decoderOf<RsnOverride>()},
+    {kWfaOUI, 42, "RSN Override 2", kWfaSource, decoderOf<RsnOverride2>()},
+    {kWfaOUI, 43, "RSNX Override", kWfaSource, decoderOf<RsnxOverride>()},
+    {kWfaOUI, std::nullopt, "Wi-Fi Alliance", "IEEE registry"},
 };
 
 }  // namespace

@@ -17,6 +17,9 @@ inline constexpr OUI kWPAOUI = {0x00, 0x50, 0xF2};
 inline constexpr std::uint8_t kWPAType = 1;
 inline constexpr std::uint8_t kWPSType = 4;
 
+// The Wi-Fi Alliance.
+inline constexpr OUI kWfaOUI = {0x50, 0x6F, 0x9A};
+
 }  // namespace halvane
 
 #endif

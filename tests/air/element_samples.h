@@ -25,6 +25,12 @@ struct ElementSample {
 };
 
 inline constexpr ElementSample kElementSamples[] = {
+    {air::ElementId::BssAcAccessDelay,
+     "0100 0100 00147202 0200 00147201 00147202 00147201 0100 0100 "
+     "00112233445566778899AABBCCDDEEFF"},
+    {air::ElementId::Rsnx, "3120 AB"},
+    {air::ElementId::FilsIndication, "920F 1122 020000000001 AABB CCDD 0103414243 0200"},
+    {air::ElementId::MobilityDomain, "3412 01"},
     {air::ElementId::EhtCapabilities, "0B00 E201FF7F1FC00000FE 444444 444444 222222"},
     {air::ElementId::He6GhzBandCapabilities, "BD36"},
     {air::ElementId::HeCapabilities,
@@ -109,7 +115,20 @@ struct VendorSample {
     std::string_view hex;  // of the body after OUI and type
 };
 
-inline constexpr std::initializer_list<VendorSample> kVendorSamples = {};
+inline constexpr VendorSample kVendorSamples[] = {
+    {kWfaOUI, 28, "020000000001 04 6F776531 51 06"},
+    {kWfaOUI, 43, "21 40"},
+    {kWfaOUI, 42,
+     "0100000FAC04 0100 000FAC04 0200 000FAC08 000FAC18 CC00 0100 00112233445566778899AABBCCDDEEFF "
+     "000FAC06"},
+    {kWfaOUI, 41,
+     "0100000FAC04 0100 000FAC04 0200 000FAC08 000FAC18 CC00 0100 00112233445566778899AABBCCDDEEFF "
+     "000FAC06"},
+    {kWfaOUI, 18,
+     "000FAC04 0100 000FAC04 0200 000FAC08 000FAC18 CC00 0100 00112233445566778899AABBCCDDEEFF "
+     "000FAC06"},
+    {kWPAOUI, 1, "0100 0050F202 0200 0050F202 0050F204 0100 0050F202 0C00"},
+};
 
 }  // namespace halvane::testing
 

@@ -48,6 +48,21 @@ TEST(AirRsn, ReadsNoSuiteBeyondAWrongCount) {
     EXPECT_TRUE(none->pairwise->empty());
 }
 
+// 9.4.2.24.4: 0x502D.
+TEST(AirRsn, NamesTheCapabilities) {
+    const auto rsn = Rsn::decode(bytesOf("0100 000FAC04 0000 0000 2D50"));
+    ASSERT_TRUE(rsn);
+    EXPECT_TRUE(rsn->has(RsnCapability::Preauthentication));
+    EXPECT_FALSE(rsn->has(RsnCapability::NoPairwise));
+    EXPECT_EQ(rsn->ptksaReplayCounters(), 16);
+    EXPECT_EQ(rsn->gtksaReplayCounters(), 4);
+    EXPECT_FALSE(rsn->has(RsnCapability::PmfCapable));
+    EXPECT_TRUE(rsn->has(RsnCapability::Pbac));
+    EXPECT_TRUE(rsn->has(RsnCapability::Ocvc));
+    EXPECT_EQ(Rsn().ptksaReplayCounters(), 1);
+    EXPECT_FALSE(Rsn().has(RsnCapability::Ocvc));
+}
+
 TEST(AirRsn, IsEncodedFromItsFields) {
     Rsn rsn;
     rsn.group = rsnSuite(4);
