@@ -81,6 +81,11 @@ void ElementReader::text(std::string_view label, ByteBuffer& value, std::size_t 
     if (sink_ && size > 0) sink_->text(placeBefore(size), label, escapedText(*part));
 }
 
+void ElementReader::tellRemaining() {
+    ByteBuffer left;
+    octets("Further octets", left);
+}
+
 void ElementReader::tellNumber(const FieldPlace& place, std::string_view label, std::uint64_t value,
                                std::size_t width, const NumberForm& form) {
     sink_->number(place, label, valueOf(value, width, form), form);

@@ -167,6 +167,20 @@ class ElementReader {
     void octets(std::string_view label, ByteBuffer& value, std::size_t size);
     // All octets that are left.
     void octets(std::string_view label, ByteBuffer& value) { octets(label, value, remaining()); }
+    // The octets that are left, whose meaning the element does not depend on. `tell` reads them
+    // with a reader of its own, for the sink alone: what it cannot read stays octets.
+    template <typename Tell>
+    void opaque(ByteBuffer& value, Tell tell) {
+        if (!ok()) return;
+        if (sink_) {
+            ElementReader inner(*this);
+            tell(inner);
+            inner.damage_.reset();
+            inner.end_ = end_;
+            if (inner.hasMore()) inner.tellRemaining();
+        }
+        value = ByteBuffer(take(remaining()).value_or(Octets()));
+    }
     // The same as text, whose encoding is unknown. It is told as escapedText().
     void text(std::string_view label, ByteBuffer& value, std::size_t size);
     void text(std::string_view label, ByteBuffer& value) { text(label, value, remaining()); }
@@ -325,6 +339,8 @@ class ElementReader {
         return {cursor_.position() - size, size, 0, 0};
     }
 
+    void tellRemaining();
+
     template <typename List, typename Read>
     bool appendTo(List& list, Read read) {
         typename List::value_type item{};
@@ -354,6 +370,7 @@ class ElementWriter {
   public:
     std::vector<std::uint8_t> take() { return std::move(octets_); }
     static bool ok() { return true; }
+    static std::size_t remaining() { return 0; }  // conditions are the reader's alone
 
     template <std::size_t Size, std::unsigned_integral Number>
     void numberOf(std::string_view, Number value, const NumberForm& = {}) {
@@ -395,6 +412,10 @@ class ElementWriter {
     }
     void ssid(std::string_view, const Ssid& value, std::size_t = 0) { append(value.bytes()); }
     void octets(std::string_view, const ByteBuffer& value, std::size_t = 0) {
+        append(value.bytes());
+    }
+    template <typename Tell>
+    void opaque(const ByteBuffer& value, Tell) {
         append(value.bytes());
     }
     void text(std::string_view, const ByteBuffer& value, std::size_t = 0) { append(value.bytes()); }

@@ -38,7 +38,7 @@ constexpr auto kLayout = [](auto& codec, auto& probe) {
     codec.rest(probe.rest);
 };
 
-TEST(AirElementCodec, ReadsBigEndianNumbersTextAndStringsOfBits) {
+TEST(AirElementCodecText, ReadsBigEndianNumbersTextAndStringsOfBits) {
     const auto body = bytesOf("1234 0002 4101 02 06 FF");
     const auto probe = decodeBy<Probe>(kLayout, body);
     ASSERT_TRUE(probe);
@@ -52,16 +52,42 @@ TEST(AirElementCodec, ReadsBigEndianNumbersTextAndStringsOfBits) {
               "Number=4660;Length=2;Name=A\\x01;Runs{Size=2;Late=3;}Further octets=ff;");
 }
 
-TEST(AirElementCodec, LeavesOutRunsThatTheStringOfBitsDoesNotHold) {
+TEST(AirElementCodecText, LeavesOutRunsThatTheStringOfBitsDoesNotHold) {
     ToldFields fields;
     EXPECT_FALSE(describeBy<Probe>(kLayout, bytesOf("0000 0000 01"), fields));
     EXPECT_EQ(fields.text_, "Number=0;Length=0;Runs{Size=1;}");
 }
 
-TEST(AirElementCodec, FailsForAStringOfBitsThatDoesNotFit) {
+TEST(AirElementCodecText, FailsForAStringOfBitsThatDoesNotFit) {
     EXPECT_FALSE(decodeBy<Probe>(kLayout, bytesOf("0000 0000 02")));
     EXPECT_FALSE(decodeBy<Probe>(kLayout, bytesOf("0000 0003 4142")));
     EXPECT_FALSE(decodeBy<Probe>(kLayout, bytesOf("00")));
+}
+
+struct Opaque {
+    ByteBuffer value{};
+};
+
+// An opaque value that begins with a length of its own.
+constexpr auto kOpaqueLayout = [](auto& codec, auto& element) {
+    codec.opaque(element.value, [](ElementReader& inner) {
+        ByteBuffer name;
+        inner.sized<std::uint8_t>("Length", 0, [&] { inner.text("Name", name); });
+    });
+};
+
+TEST(AirElementCodecText, TellsWhatItCanOfAnOpaqueValue) {
+    const auto told = [](const auto& body) {
+        ToldFields fields;
+        EXPECT_FALSE(describeBy<Opaque>(kOpaqueLayout, body, fields));
+        EXPECT_EQ(decodeBy<Opaque>(kOpaqueLayout, body)->value, ByteBuffer(body));
+        EXPECT_EQ(fields.end_, body.size());
+        return fields.text_;
+    };
+    EXPECT_EQ(told(bytesOf("0141")), "Length=1;Name=A;");
+    EXPECT_EQ(told(bytesOf("014105")), "Length=1;Name=A;Further octets=05;");
+    EXPECT_EQ(told(bytesOf("0341")), "Length=3;Further octets=41;");
+    EXPECT_EQ(told(bytesOf("")), "");
 }
 
 }  // namespace
