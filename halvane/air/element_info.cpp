@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "halvane/air/advertisement_protocol.h"
 #include "halvane/air/ap_channel_report.h"
 #include "halvane/air/bandwidth_indication.h"
 #include "halvane/air/bss_ac_access_delay.h"
@@ -21,6 +22,7 @@
 #include "halvane/air/erp.h"
 #include "halvane/air/estimated_service_parameters.h"
 #include "halvane/air/extended_bss_load.h"
+#include "halvane/air/extended_capabilities.h"
 #include "halvane/air/extended_channel_switch.h"
 #include "halvane/air/extended_supported_rates.h"
 #include "halvane/air/fils_indication.h"
@@ -29,7 +31,10 @@
 #include "halvane/air/he_operation.h"
 #include "halvane/air/ht_capabilities.h"
 #include "halvane/air/ht_operation.h"
+#include "halvane/air/interworking.h"
 #include "halvane/air/max_channel_switch_time.h"
+#include "halvane/air/mesh_configuration.h"
+#include "halvane/air/mesh_id.h"
 #include "halvane/air/mobility_domain.h"
 #include "halvane/air/mu_edca_parameter_set.h"
 #include "halvane/air/multi_link.h"
@@ -46,6 +51,8 @@
 #include "halvane/air/quiet.h"
 #include "halvane/air/quiet_channel.h"
 #include "halvane/air/reduced_neighbor_report.h"
+#include "halvane/air/rm_enabled_capabilities.h"
+#include "halvane/air/roaming_consortium.h"
 #include "halvane/air/rsn.h"
 #include "halvane/air/rsnx.h"
 #include "halvane/air/secondary_channel_offset.h"
@@ -136,7 +143,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{67}, "BSS Available Admission Capacity", "9.4.2.42"},
     {ElementId{68}, "BSS AC Access Delay", "9.4.2.43", kElement68},
     {ElementId{69}, "Time Advertisement", "9.4.2.60", decoderOf<TimeAdvertisement>()},
-    {ElementId{70}, "RM Enabled Capabilities", "9.4.2.44"},
+    {ElementId{70}, "RM Enabled Capabilities", "9.4.2.44", decoderOf<RmEnabledCapabilities>()},
     {ElementId{71}, "Multiple BSSID", "9.4.2.45", decoderOf<MultipleBssid>()},
     {ElementId{72}, "20/40 BSS Coexistence", "9.4.2.59"},
     {ElementId{73}, "20/40 BSS Intolerant Channel Report", "9.4.2.57"},
@@ -172,14 +179,14 @@ constexpr ElementInfo kElements[] = {
     {ElementId{104}, "Channel Switch Timing", "9.4.2.63"},
     {ElementId{105}, "PTI Control", "9.4.2.64"},
     {ElementId{106}, "TPU Buffer Status", "9.4.2.65"},
-    {ElementId{107}, "Interworking", "9.4.2.91"},
-    {ElementId{108}, "Advertisement Protocol", "9.4.2.92"},
+    {ElementId{107}, "Interworking", "9.4.2.91", decoderOf<Interworking>()},
+    {ElementId{108}, "Advertisement Protocol", "9.4.2.92", decoderOf<AdvertisementProtocol>()},
     {ElementId{109}, "Expedited Bandwidth Request", "9.4.2.93"},
     {ElementId{110}, "QoS Map", "9.4.2.94"},
-    {ElementId{111}, "Roaming Consortium", "9.4.2.95"},
+    {ElementId{111}, "Roaming Consortium", "9.4.2.95", decoderOf<RoamingConsortium>()},
     {ElementId{112}, "Emergency Alert Identifier", "9.4.2.96"},
-    {ElementId{113}, "Mesh Configuration", "9.4.2.97"},
-    {ElementId{114}, "Mesh ID", "9.4.2.98"},
+    {ElementId{113}, "Mesh Configuration", "9.4.2.97", decoderOf<MeshConfiguration>()},
+    {ElementId{114}, "Mesh ID", "9.4.2.98", decoderOf<MeshId>()},
     {ElementId{115}, "Mesh Link Metric Report", "9.4.2.99"},
     {ElementId{116}, "Congestion Notification", "9.4.2.100"},
     {ElementId{117}, "Mesh Peering Management", "9.4.2.101"},
@@ -192,7 +199,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{124}, "MCCAOP Teardown", "9.4.2.109"},
     {ElementId{125}, "GANN", "9.4.2.110"},
     {ElementId{126}, "RANN", "9.4.2.111"},
-    {ElementId{127}, "Extended Capabilities", "9.4.2.26"},
+    {ElementId{127}, "Extended Capabilities", "9.4.2.26", decoderOf<ExtendedCapabilities>()},
     {ElementId{130}, "PREQ", "9.4.2.112"},
     {ElementId{131}, "PREP", "9.4.2.113"},
     {ElementId{132}, "PERR", "9.4.2.114"},

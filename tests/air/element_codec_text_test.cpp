@@ -52,6 +52,15 @@ TEST(AirElementCodecText, ReadsBigEndianNumbersTextAndStringsOfBits) {
               "Number=4660;Length=2;Name=A\\x01;Runs{Size=2;Late=3;}Further octets=ff;");
 }
 
+TEST(AirElementCodecText, TellsTextWithoutItsPadding) {
+    ToldFields fields;
+    EXPECT_FALSE(describeBy<Probe>(kLayout, bytesOf("0000 0004 41004200 00"), fields));
+    EXPECT_EQ(fields.text_, "Number=0;Length=4;Name=A\\x00B;Runs{}Further octets=00;");
+    ToldFields padding;
+    EXPECT_FALSE(describeBy<Probe>(kLayout, bytesOf("0000 0002 0000"), padding));
+    EXPECT_EQ(padding.text_, "Number=0;Length=2;Name=0000;Runs{}");
+}
+
 TEST(AirElementCodecText, LeavesOutRunsThatTheStringOfBitsDoesNotHold) {
     ToldFields fields;
     EXPECT_FALSE(describeBy<Probe>(kLayout, bytesOf("0000 0000 01"), fields));

@@ -25,6 +25,13 @@ struct ElementSample {
 };
 
 inline constexpr ElementSample kElementSamples[] = {
+    {air::ElementId::MeshConfiguration, "01010001010308"},
+    {air::ElementId::MeshId, "6D657368"},
+    {air::ElementId::RoamingConsortium, "02 53 506F9A 0014AABBCC 112233"},
+    {air::ElementId::AdvertisementProtocol, "7F00 85DD04506F9A01 0201"},
+    {air::ElementId::Interworking, "13 0205 020000000001"},
+    {air::ElementId::RmEnabledCapabilities, "73D0000C02"},
+    {air::ElementId::ExtendedCapabilities, "04004C0000000040 00002000 0001 FF"},
     {air::ElementId::BssAcAccessDelay,
      "0100 0100 00147202 0200 00147201 00147202 00147201 0100 0100 "
      "00112233445566778899AABBCCDDEEFF"},
