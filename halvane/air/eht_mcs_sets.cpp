@@ -1,6 +1,6 @@
 #include "halvane/air/eht_mcs_sets.h"
 
-#include "halvane/air/eht_mcs_sets_layout_internal.h"
+#include "halvane/air/eht_mcs_sets_internal.h"
 #include "halvane/air/element_codec_internal.h"
 
 namespace halvane::air {

@@ -78,7 +78,10 @@ void ElementReader::text(std::string_view label, ByteBuffer& value, std::size_t 
     const auto part = take(size);
     if (!part) return;
     value = ByteBuffer(*part);
-    if (sink_ && size > 0) sink_->text(placeBefore(size), label, escapedText(*part));
+    if (!sink_ || size == 0) return;
+    const std::string_view shown = value.text().substr(0, value.text().find_last_not_of('\0') + 1);
+    if (shown.empty()) return sink_->octets(placeBefore(size), label, *part);
+    sink_->text(placeBefore(size), label, escapedText(shown));
 }
 
 void ElementReader::tellRemaining() {

@@ -181,7 +181,8 @@ class ElementReader {
         }
         value = ByteBuffer(take(remaining()).value_or(Octets()));
     }
-    // The same as text, whose encoding is unknown. It is told as escapedText().
+    // The same as text, whose encoding is unknown. It is told as escapedText(), without NUL octets
+    // at its end; as octets if it has no others.
     void text(std::string_view label, ByteBuffer& value, std::size_t size);
     void text(std::string_view label, ByteBuffer& value) { text(label, value, remaining()); }
     // The octets after the fields that the library knows.

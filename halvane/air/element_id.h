@@ -48,6 +48,7 @@ enum class ElementId : std::uint16_t {
     MeshConfiguration = 113,
     MeshId = 114,
     ExtendedCapabilities = 127,
+    CcxDeviceName = 133,  // reserved by the standard, used by a maker
     VhtCapabilities = 191,
     VhtOperation = 192,
     ExtendedBssLoad = 193,

@@ -14,6 +14,7 @@
 #include "halvane/air/channel_switch_wrapper.h"
 #include "halvane/air/channel_usage.h"
 #include "halvane/air/country.h"
+#include "halvane/air/device_name.h"
 #include "halvane/air/ds_parameter_set.h"
 #include "halvane/air/edca_parameter_set.h"
 #include "halvane/air/eht_capabilities.h"
@@ -203,6 +204,7 @@ constexpr ElementInfo kElements[] = {
     {ElementId{130}, "PREQ", "9.4.2.112"},
     {ElementId{131}, "PREP", "9.4.2.113"},
     {ElementId{132}, "PERR", "9.4.2.114"},
+    {ElementId{133}, "CCX Device Name", "known from the field", decoderOf<CcxDeviceName>()},
     {ElementId{137}, "PXU", "9.4.2.115"},
     {ElementId{138}, "PXUC", "9.4.2.116"},
     {ElementId{139}, "Authenticated Mesh Peering Exchange", "9.4.2.117"},

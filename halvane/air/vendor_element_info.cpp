@@ -1,13 +1,20 @@
 #include <algorithm>
 #include <tuple>
 
+#include "halvane/air/device_name.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/element_info.h"
+#include "halvane/air/hotspot_indication.h"
+#include "halvane/air/mbo_oce.h"
 #include "halvane/air/osen.h"
 #include "halvane/air/owe_transition_mode.h"
+#include "halvane/air/p2p.h"
 #include "halvane/air/rsn_override.h"
 #include "halvane/air/rsnx.h"
+#include "halvane/air/wifi_display.h"
+#include "halvane/air/wmm.h"
 #include "halvane/air/wpa.h"
+#include "halvane/air/wps_summary.h"
 #include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {
@@ -15,23 +22,54 @@ namespace halvane::air {
 namespace {
 
 constexpr std::string_view kWfaSource = "Wi-Fi Alliance";
+constexpr std::string_view kMakers = "IEEE registry";
+constexpr std::string_view kField = "known from the field";
 
 // A vendor's own row stands after those of its types.
 constexpr VendorElementInfo kVendors[] = {
     {kWPAOUI, 1, "WPA", kWfaSource, decoderOf<Wpa>()},
-    {kWPAOUI, 2, "WMM", kWfaSource},
-    {kWPAOUI, 4, "Wi-Fi Protected Setup", kWfaSource},
-    {kWPAOUI, std::nullopt, "Microsoft", "IEEE registry"},
-    {kWfaOUI, 9, "Wi-Fi Direct", kWfaSource},
-    {kWfaOUI, 10, "Wi-Fi Display", kWfaSource},
-    {kWfaOUI, 16, "Hotspot 2.0 Indication", kWfaSource},
+    {kWPAOUI, 2, "WMM", kWfaSource, decoderOf<Wmm>()},
+    {kWPAOUI, 4, "Wi-Fi Protected Setup", kWfaSource, decoderOf<WpsSummary>()},
+    {kWPAOUI, std::nullopt, "Microsoft", kMakers},
+    {kWfaOUI, 9, "Wi-Fi Direct", kWfaSource, decoderOf<P2p>()},
+    {kWfaOUI, 10, "Wi-Fi Display", kWfaSource, decoderOf<WifiDisplay>()},
+    {kWfaOUI, 16, "Hotspot 2.0 Indication", kWfaSource, decoderOf<HotspotIndication>()},
     {kWfaOUI, 18, "OSEN", kWfaSource, decoderOf<Osen>()},
-    {kWfaOUI, 22, "MBO-OCE", kWfaSource},
+    {kWfaOUI, 22, "MBO-OCE", kWfaSource, decoderOf<MboOce>()},
     {kWfaOUI, 28, "OWE Transition Mode", kWfaSource, decoderOf<OweTransitionMode>()},
+    {kWfaOUI, 27, "Multi-AP", kWfaSource},
     {kWfaOUI, 41, "RSN Override", kWfaSource, decoderOf<RsnOverride>()},
     {kWfaOUI, 42, "RSN Override 2", kWfaSource, decoderOf<RsnOverride2>()},
     {kWfaOUI, 43, "RSNX Override", kWfaSource, decoderOf<RsnxOverride>()},
-    {kWfaOUI, std::nullopt, "Wi-Fi Alliance", "IEEE registry"},
+    {kWfaOUI, std::nullopt, "Wi-Fi Alliance", kMakers},
+    {ArubaDeviceName::kOui, 1, "Aruba Device Name", kField, decoderOf<ArubaDeviceName>()},
+    {AironetDeviceName::kOui, 47, "Aironet Device Name", kField, decoderOf<AironetDeviceName>()},
+    {MistDeviceName::kOui, 1, "Mist Device Name", kField, decoderOf<MistDeviceName>()},
+    {OUI{0x00, 0x0B, 0x86}, std::nullopt, "Aruba", kMakers},
+    {OUI{0x00, 0x40, 0x96}, std::nullopt, "Cisco Aironet", kMakers},
+    {OUI{0x5C, 0x5B, 0x35}, std::nullopt, "Mist", kMakers},
+    {OUI{0x00, 0x13, 0x92}, std::nullopt, "Ruckus", kMakers},
+    {OUI{0x00, 0x15, 0x6D}, std::nullopt, "Ubiquiti", kMakers},
+    {OUI{0x00, 0x19, 0x77}, std::nullopt, "Aerohive", kMakers},
+    {OUI{0x00, 0x18, 0x0A}, std::nullopt, "Meraki", kMakers},
+    {OUI{0x00, 0x09, 0x0F}, std::nullopt, "Fortinet", kMakers},
+    {OUI{0x00, 0xA0, 0xF8}, std::nullopt, "Zebra", kMakers},
+    {OUI{0x00, 0x1A, 0x1E}, std::nullopt, "Aruba", kMakers},
+    {OUI{0x88, 0x3A, 0x30}, std::nullopt, "Aruba", kMakers},
+    {OUI{0x00, 0x26, 0x86}, std::nullopt, "Quantenna", kMakers},
+    {OUI{0x00, 0x10, 0x18}, std::nullopt, "Broadcom", kMakers},
+    {OUI{0x00, 0x90, 0x4C}, std::nullopt, "Epigram", kMakers},
+    {OUI{0x00, 0x03, 0x7F}, std::nullopt, "Atheros", kMakers},
+    {OUI{0x00, 0xA0, 0xC6}, std::nullopt, "Qualcomm", kMakers},
+    {OUI{0x8C, 0xFD, 0xF0}, std::nullopt, "Qualcomm", kMakers},
+    {OUI{0x00, 0x0C, 0xE7}, std::nullopt, "MediaTek", kMakers},
+    {OUI{0x00, 0x0C, 0x43}, std::nullopt, "Ralink", kMakers},
+    {OUI{0x00, 0xE0, 0x4C}, std::nullopt, "Realtek", kMakers},
+    {OUI{0x00, 0x17, 0x35}, std::nullopt, "Intel", kMakers},
+    {OUI{0x00, 0x17, 0xF2}, std::nullopt, "Apple", kMakers},
+    {OUI{0x00, 0x50, 0x43}, std::nullopt, "Marvell", kMakers},
+    {OUI{0x00, 0x00, 0xF0}, std::nullopt, "Samsung", kMakers},
+    {kRSNOUI, std::nullopt, "IEEE 802.11", kMakers},
 };
 
 }  // namespace

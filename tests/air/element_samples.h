@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/air/device_name.h"
 #include "halvane/air/element_id.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/oui.h"
@@ -25,6 +26,8 @@ struct ElementSample {
 };
 
 inline constexpr ElementSample kElementSamples[] = {
+    {air::ElementId::CcxDeviceName,
+     "000102030405060708FF 61702D3100000000000000000000000000 05 00"},
     {air::ElementId::MeshConfiguration, "01010001010308"},
     {air::ElementId::MeshId, "6D657368"},
     {air::ElementId::RoamingConsortium, "02 53 506F9A 0014AABBCC 112233"},
@@ -123,6 +126,20 @@ struct VendorSample {
 };
 
 inline constexpr VendorSample kVendorSamples[] = {
+    {air::MistDeviceName::kOui, 1, "6170"},
+    {air::AironetDeviceName::kOui, 47, "6170"},
+    {air::ArubaDeviceName::kOui, 1, "03 00 6170"},
+    {kWPAOUI, 4,
+     "104A 0001 10 1044 0001 02 1057 0001 01 1041 0001 01 1012 0002 0004 1011 0003 617031 1008 "
+     "0002 0680 1047 0010 00112233445566778899AABBCCDDEEFF 1054 0008 0006 0050F204 0001 103C 0001 "
+     "03 1049 0006 00372A 000120 1049 0004 00112233 1002 0001 00"},
+    {kWfaOUI, 10, "00 0006 0011 1C44 0032 01 0006 020000000001 07 0002 0000 08 0001 05"},
+    {kWfaOUI, 9,
+     "02 0200 2101 03 0600 020000000001 0D 2200 020000000001 0188 0006 0050F204 0001 01 0001 "
+     "0050F204 0001 1011 0005 68656C6C6F 0F 0900 020000000001 444952 11 0500 555304 51 06"},
+    {kWfaOUI, 22, "010140 040102 650109 670134 6602AABB"},
+    {kWfaOUI, 16, "26 0102 0304 FF"},
+    {kWPAOUI, 2, "01 01 84 00 03A40000 27A40000 42435E00 62322F00 07"},
     {kWfaOUI, 28, "020000000001 04 6F776531 51 06"},
     {kWfaOUI, 43, "21 40"},
     {kWfaOUI, 42,

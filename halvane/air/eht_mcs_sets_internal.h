@@ -1,6 +1,6 @@
 // The fields of the second half of EHT Capabilities.
-#ifndef HALVANE_AIR_EHT_MCS_SETS_LAYOUT_INTERNAL_H
-#define HALVANE_AIR_EHT_MCS_SETS_LAYOUT_INTERNAL_H
+#ifndef HALVANE_AIR_EHT_MCS_SETS_INTERNAL_H
+#define HALVANE_AIR_EHT_MCS_SETS_INTERNAL_H
 
 #include <span>
 #include <string_view>
