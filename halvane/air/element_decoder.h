@@ -12,13 +12,20 @@
 
 namespace halvane::air {
 
-// Both functions are null for an element without a decoder.
+// All functions are null for an element without a decoder.
 struct ElementDecoder {
     // Tells the fields of a body, up to the damage if there is any.
     std::optional<ElementDamage> (*describe)(Octets body, FieldSink& sink) = nullptr;
+    // Whether a body can be decoded.
+    bool (*isWhole)(Octets body) = nullptr;
     // Decodes a body and encodes it again; absent for a body that cannot be decoded.
     std::optional<std::vector<std::uint8_t>> (*rebuild)(Octets body) = nullptr;
 };
+
+template <typename T>
+bool isWholeBy(Octets body) {
+    return T::decode(body).has_value();
+}
 
 template <typename T>
 std::optional<std::vector<std::uint8_t>> rebuildBy(Octets body) {
@@ -30,7 +37,7 @@ std::optional<std::vector<std::uint8_t>> rebuildBy(Octets body) {
 // The decoder of an element that is a type of its own, such as Rsn.
 template <typename T>
 constexpr ElementDecoder decoderOf() {
-    return {&T::describe, &rebuildBy<T>};
+    return {&T::describe, &isWholeBy<T>, &rebuildBy<T>};
 }
 
 }  // namespace halvane::air

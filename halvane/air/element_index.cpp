@@ -42,15 +42,12 @@ std::optional<std::size_t> vendorKindOf(Octets body) {
 
 }  // namespace
 
-ElementIndex::ElementIndex(Octets elements) : octets_(elements) {
-    auto iterator = ElementRange(elements).begin();
-    for (; iterator != std::default_sentinel; ++iterator) add(*iterator);
-    trailing_ = iterator.rest();
+ElementIndex::ElementIndex(std::span<const Element> elements) : elements_(elements) {
+    Place place = 0;
+    for (const Element& element : elements) add(element, ++place);
 }
 
-void ElementIndex::add(const Element& element) {
-    ++count_;
-    const auto place = static_cast<Place>(element.offset + 1);
+void ElementIndex::add(const Element& element, Place place) {
     Place& first = places_[static_cast<std::size_t>(element.id)];
     if (first == 0) first = place;
     if (element.id != ElementId::Vendor) return;

@@ -1,6 +1,6 @@
-// The places of the elements of a frame, found in one walk.
+// The elements that hold for a BSS, by their numbers.
 //
-// It allocates nothing, whatever the frame holds: each number has one place, that of its first
+// It allocates nothing, whatever the elements are: each number has one place, that of its first
 // element.
 #ifndef HALVANE_AIR_ELEMENT_INDEX_INTERNAL_H
 #define HALVANE_AIR_ELEMENT_INDEX_INTERNAL_H
@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/element_id.h"
@@ -33,72 +34,57 @@ enum class VendorKind : std::uint8_t {
 };
 inline constexpr std::size_t kVendorKindCount = 11;
 
-// An element of the frame. It borrows from the index where the element is fragmented.
-struct FoundElement {
-    ElementId id = ElementId::Ssid;
-    Octets body{};  // of a vendor element: after OUI and type
-    Source source{};
-};
-
 class ElementIndex {
   public:
-    // Borrows the octets.
-    explicit ElementIndex(Octets elements);
+    // Borrows the elements.
+    explicit ElementIndex(std::span<const Element> elements);
 
-    bool has(ElementId id) const { return places_[static_cast<std::size_t>(id)] != 0; }
-    bool has(VendorKind kind) const { return vendors_[static_cast<std::size_t>(kind)] != 0; }
-
-    // The first element of the number or the kind.
-    std::optional<Element> find(ElementId id) const {
+    // The first element of the number or the kind; null if there is none.
+    const Element* find(ElementId id) const {
         return elementAt(places_[static_cast<std::size_t>(id)]);
     }
-    std::optional<Element> find(VendorKind kind) const {
+    const Element* find(VendorKind kind) const {
         return elementAt(vendors_[static_cast<std::size_t>(kind)]);
     }
+    bool has(ElementId id) const { return find(id) != nullptr; }
+    bool has(VendorKind kind) const { return find(kind) != nullptr; }
 
     // What the first element decodes to; absent if it is missing or damaged.
     template <typename T>
     std::optional<T> decode() const {
-        const auto element = find(T::kId);
-        return element ? T::decode(element->body) : std::nullopt;
+        const auto* const element = find(T::kId);
+        return element != nullptr ? T::decode(element->body) : std::nullopt;
     }
     template <typename T>
     std::optional<T> decode(VendorKind kind) const {
-        const auto element = find(kind);
-        return element ? T::decode(vendorBody(*element)) : std::nullopt;
+        const auto* const element = find(kind);
+        return element != nullptr ? T::decode(vendorBody(*element)) : std::nullopt;
     }
 
-    Source sourceOf(ElementId id) const {
-        return sourceAt(id, places_[static_cast<std::size_t>(id)]);
-    }
-    Source sourceOf(VendorKind kind) const {
-        return sourceAt(ElementId::Vendor, vendors_[static_cast<std::size_t>(kind)]);
-    }
+    // The offset is 0 for an element that is missing.
+    Source sourceOf(ElementId id) const { return sourceOf(id, find(id)); }
+    Source sourceOf(VendorKind kind) const { return sourceOf(ElementId::Vendor, find(kind)); }
 
-    Octets octets() const { return octets_; }
-    std::size_t count() const { return count_; }
-    const TrailingOctets& trailing() const { return trailing_; }
+    std::span<const Element> elements() const { return elements_; }
 
     // The body of a vendor element after OUI and type.
     static Octets vendorBody(const Element& element);
 
   private:
-    using Place = std::uint32_t;  // the offset plus 1; 0: missing
+    using Place = std::uint32_t;  // the index plus 1; 0: missing
 
-    void add(const Element& element);
-    std::optional<Element> elementAt(Place place) const {
-        if (place == 0) return std::nullopt;
-        return *ElementIterator(octets_, place - 1);
+    void add(const Element& element, Place place);
+    const Element* elementAt(Place place) const {
+        return place == 0 ? nullptr : &elements_[place - 1];
     }
-    static Source sourceAt(ElementId id, Place place) {
-        return {Origin::Element, id, static_cast<std::uint16_t>(place == 0 ? 0 : place - 1)};
+    static Source sourceOf(ElementId id, const Element* element) {
+        return {Origin::Element, id,
+                static_cast<std::uint16_t>(element != nullptr ? element->offset : 0)};
     }
 
-    Octets octets_;
+    std::span<const Element> elements_;
     std::array<Place, 512> places_{};
     std::array<Place, kVendorKindCount> vendors_{};
-    std::size_t count_ = 0;
-    TrailingOctets trailing_{};
 };
 
 }  // namespace halvane::air

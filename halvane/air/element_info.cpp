@@ -85,6 +85,9 @@ constexpr ElementDecoder kElement68 = {
                                   : BssAcAccessDelay::describe(body, sink);
     },
     [](Octets body) {
+        return Wapi::isWapi(body) ? isWholeBy<Wapi>(body) : isWholeBy<BssAcAccessDelay>(body);
+    },
+    [](Octets body) {
         return Wapi::isWapi(body) ? rebuildBy<Wapi>(body) : rebuildBy<BssAcAccessDelay>(body);
     },
 };

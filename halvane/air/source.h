@@ -4,7 +4,9 @@
 #ifndef HALVANE_AIR_SOURCE_H
 #define HALVANE_AIR_SOURCE_H
 
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "halvane/air/element_id.h"
 #include "halvane/base/inline_list.h"
@@ -18,6 +20,13 @@ enum class Origin : std::uint8_t {
     Bssid,
     Radio,  // what the receiving radio reports
 };
+
+// "element", "capabilities", "beacon interval", "BSSID", "radio".
+constexpr std::string_view originName(Origin origin) {
+    constexpr std::string_view kNames[] = {"element", "capabilities", "beacon interval", "BSSID",
+                                           "radio"};
+    return kNames[static_cast<std::size_t>(origin)];
+}
 
 struct Source {
     Origin origin = Origin::Element;

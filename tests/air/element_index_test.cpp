@@ -1,6 +1,6 @@
 #include <cstddef>
 #include <gtest/gtest.h>
-#include <span>
+#include <vector>
 
 #include "halvane/air/bss_load.h"
 #include "halvane/air/element_index_internal.h"
@@ -16,31 +16,37 @@ using namespace halvane::air;
 
 namespace {
 
+std::vector<Element> elementsOf(const Bytes& octets) {
+    std::vector<Element> elements;
+    for (const Element& element : ElementRange(octets)) elements.push_back(element);
+    return elements;
+}
+
 TEST(AirElementIndex, FindsTheFirstOfEachNumber) {
     const Bytes octets = joined({element(0, {'a'}), element(11, {1, 0, 2, 3, 0}),
                                  element(11, {9, 0, 2, 3, 0}), element(255, {35, 7})});
-    const ElementIndex index(octets);
-    EXPECT_EQ(index.count(), 4u);
+    const auto elements = elementsOf(octets);
+    const ElementIndex index(elements);
     EXPECT_TRUE(index.has(ElementId::Ssid) && index.has(ElementId::HeCapabilities));
     EXPECT_FALSE(index.has(ElementId::Rsn));
     EXPECT_EQ(index.decode<BssLoad>()->stationCount, 1);
     EXPECT_EQ(index.sourceOf(ElementId::BssLoad).offset, 3u);
     EXPECT_EQ(index.find(ElementId::HeCapabilities)->body.size(), 1u);
     EXPECT_FALSE(index.decode<Rsn>());
-    EXPECT_FALSE(index.find(ElementId::Rsn));
-    EXPECT_TRUE(index.trailing().empty());
+    EXPECT_EQ(index.find(ElementId::Rsn), nullptr);
 }
 
 TEST(AirElementIndex, FindsVendorElementsByTheirType) {
     const Bytes octets =
         joined({element(221, {0x00, 0x50, 0xF2}), element(221, {0x00, 0x50, 0xF2, 9, 9}),
                 element(221, {0x00, 0x50, 0xF2, 4, 7}), element(221, {0x50, 0x6F, 0x9A, 28, 8})});
-    const ElementIndex index(octets);
+    const auto elements = elementsOf(octets);
+    const ElementIndex index(elements);
     EXPECT_TRUE(index.has(VendorKind::Wps));
     EXPECT_FALSE(index.has(VendorKind::Wpa));
     EXPECT_EQ(index.sourceOf(VendorKind::Wps).offset, 12u);
-    const auto element = index.find(VendorKind::OweTransition);
-    ASSERT_TRUE(element);
+    const Element* const element = index.find(VendorKind::OweTransition);
+    ASSERT_NE(element, nullptr);
     EXPECT_EQ(ElementIndex::vendorBody(*element).size(), 1u);
     EXPECT_EQ(ElementIndex::vendorBody(*element)[0], 8);
 }
@@ -51,15 +57,13 @@ TEST(AirElementIndex, FindsElementsBehindAnyNumberOfOthers) {
     const Bytes load = element(11, {1, 0, 2, 3, 0});
     octets.insert(octets.end(), load.begin(), load.end());
     octets.push_back(7);
-    const ElementIndex index(octets);
-    EXPECT_EQ(index.count(), 5001u);
+    const auto elements = elementsOf(octets);
+    const ElementIndex index(elements);
     EXPECT_TRUE(index.decode<BssLoad>());
-    EXPECT_EQ(index.trailing().offset, 10007u);
 }
 
 TEST(AirElementIndex, IsEmptyForNoElements) {
-    const ElementIndex index(Octets{});
-    EXPECT_EQ(index.count(), 0u);
+    const ElementIndex index({});
     EXPECT_FALSE(index.has(ElementId::Ssid));
 }
 
