@@ -1,0 +1,277 @@
+#include "halvane/air/channel_use.h"
+
+#include <cstdlib>
+
+#include "halvane/air/channel_use_internal.h"
+
+namespace halvane::air {
+
+namespace {
+
+// --- Band and primary channel ---
+
+constexpr int kLastChannelAt2Ghz = 14;
+
+// A number of 0 names no channel.
+std::optional<int> numberOf(int number) {
+    return number == 0 ? std::nullopt : std::optional(number);
+}
+
+std::optional<int> htChannel(const OperationElements& operation) {
+    return operation.ht ? numberOf(operation.ht->primaryChannel) : std::nullopt;
+}
+
+std::optional<int> dsChannel(const OperationElements& operation) {
+    return operation.ds ? numberOf(operation.ds->currentChannel) : std::nullopt;
+}
+
+std::optional<Derived<Band>> bandOf(const ElementIndex& index, const OperationElements& operation,
+                                    std::optional<int> radioFrequency) {
+    if (operation.he && operation.he->sixGhz) {
+        return Derived<Band>{
+            Band::Ghz6, Rule::Band6GhzInformation, {index.sourceOf(ElementId::HeOperation)}};
+    }
+    if (radioFrequency) {
+        if (const auto band = bandOfFrequency(*radioFrequency)) {
+            return Derived<Band>{*band, Rule::BandRadio, {{Origin::Radio}}};
+        }
+    }
+    const auto fromNumber = [&](std::optional<int> number, ElementId id) {
+        const Band band = *number <= kLastChannelAt2Ghz ? Band::Ghz2 : Band::Ghz5;
+        return Derived<Band>{band, Rule::BandChannelNumber, {index.sourceOf(id)}};
+    };
+    if (const auto number = htChannel(operation)) {
+        return fromNumber(number, ElementId::HtOperation);
+    }
+    if (const auto number = dsChannel(operation)) {
+        return fromNumber(number, ElementId::DsParameterSet);
+    }
+    return std::nullopt;
+}
+
+// A network of 2.4 GHz is heard on neighbouring channels, so elements come before the radio.
+std::optional<Derived<int>> primaryOf(const ElementIndex& index, const OperationElements& operation,
+                                      Band band, std::optional<int> radioFrequency) {
+    if (operation.he && operation.he->sixGhz) {
+        return Derived<int>{operation.he->sixGhz->primaryChannel,
+                            Rule::Primary6GhzInformation,
+                            {index.sourceOf(ElementId::HeOperation)}};
+    }
+    const auto isInBand = [band](int number) {
+        return centerFrequencyOf(band, number).has_value();
+    };
+    if (const auto number = htChannel(operation); number && isInBand(*number)) {
+        return Derived<int>{*number, Rule::PrimaryHt, {index.sourceOf(ElementId::HtOperation)}};
+    }
+    if (const auto number = dsChannel(operation); number && isInBand(*number)) {
+        return Derived<int>{*number, Rule::PrimaryDs, {index.sourceOf(ElementId::DsParameterSet)}};
+    }
+    if (!radioFrequency) return std::nullopt;
+    const auto number = channelNumberOf(band, *radioFrequency);
+    if (!number) return std::nullopt;
+    return Derived<int>{*number, Rule::PrimaryRadio, {{Origin::Radio}}};
+}
+
+// --- Width ---
+
+// What the elements of a generation say, in numbers of the band's channels.
+struct WidthWord {
+    int width = 20;
+    int center1 = 0;  // 0: 20 MHz at the primary channel
+    int center2 = 0;
+    Rule rule = Rule::WidthDefault;
+};
+
+// Two segments of 80 MHz: side by side they are 160 MHz, apart 80+80. What lies between is
+// reserved.
+constexpr int kAdjacent = 8;
+constexpr int kApart = 16;
+
+WidthWord segmentsOf(int center1, int center2, Rule adjacent, Rule apart, Rule alone) {
+    const int distance = std::abs(center2 - center1);
+    if (center2 != 0 && distance == kAdjacent) return {160, center2, 0, adjacent};
+    if (center2 != 0 && distance > kApart) return {160, center1, center2, apart};
+    return {80, center1, 0, alone};
+}
+
+std::optional<WidthWord> htWord(const OperationElements& operation) {
+    constexpr int kHalf = 2;  // channel numbers from the primary's centre to that of 40 MHz
+    if (!operation.ht) return std::nullopt;
+    const int primary = operation.ht->primaryChannel;
+    switch (operation.ht->secondaryChannel()) {
+        case SecondaryChannel::Above:
+            return WidthWord{40, primary + kHalf, 0, Rule::WidthHt};
+        case SecondaryChannel::Below:
+            return WidthWord{40, primary - kHalf, 0, Rule::WidthHt};
+        case SecondaryChannel::None:
+        case SecondaryChannel::Reserved:
+            break;
+    }
+    return std::nullopt;
+}
+
+// Tables 11-23 and 11-24. `center2` may come from HT Operation.
+std::optional<WidthWord> vhtWord(const VhtOperationInformation& information, int htCenter2) {
+    const int center1 = information.centerSegment0;
+    const int center2 = information.centerSegment1;
+    switch (information.channelWidth) {
+        case 1:
+            if (center2 == 0 && htCenter2 != 0) {
+                return segmentsOf(center1, htCenter2, Rule::WidthVhtExtendedNss,
+                                  Rule::WidthVhtExtendedNss, Rule::WidthVht80);
+            }
+            return segmentsOf(center1, center2, Rule::WidthVht160, Rule::WidthVht80Plus80,
+                              Rule::WidthVht80);
+        case 2:
+            return WidthWord{160, center1, 0, Rule::WidthVhtDeprecated};
+        case 3:
+            return WidthWord{160, center1, center2, Rule::WidthVhtDeprecated};
+        default:
+            return std::nullopt;  // 0: HT decides; from 4 on reserved
+    }
+}
+
+std::optional<WidthWord> vhtWord(const OperationElements& operation) {
+    if (!operation.vht) return std::nullopt;
+    const int htCenter2 = operation.ht ? operation.ht->centerSegment2().value_or(0) : 0;
+    return vhtWord(operation.vht->information, htCenter2);
+}
+
+std::optional<WidthWord> sixGhzWord(const SixGhzOperationInformation& information) {
+    using Width = SixGhzOperationInformation::ChannelWidth;
+    const int center1 = information.centerSegment0;
+    const int center2 = information.centerSegment1;
+    switch (information.channelWidth()) {
+        case Width::Mhz20:
+            return WidthWord{20, 0, 0, Rule::WidthHe6Ghz};
+        case Width::Mhz40:
+            return WidthWord{40, center1, 0, Rule::WidthHe6Ghz};
+        case Width::Mhz80:
+            return WidthWord{80, center1, 0, Rule::WidthHe6Ghz};
+        case Width::Mhz160Or80Plus80:
+            break;
+    }
+    return segmentsOf(center1, center2, Rule::WidthHe6Ghz, Rule::WidthHe6Ghz, Rule::WidthHe6Ghz);
+}
+
+std::optional<WidthWord> heWord(const OperationElements& operation) {
+    if (!operation.he) return std::nullopt;
+    if (operation.he->sixGhz) return sixGhzWord(*operation.he->sixGhz);
+    if (!operation.he->vht) return std::nullopt;
+    auto word = vhtWord(*operation.he->vht, 0);
+    if (word) word->rule = Rule::WidthHeVht;
+    return word;
+}
+
+std::optional<WidthWord> ehtWord(const OperationElements& operation) {
+    using Width = EhtOperationInformation::ChannelWidth;
+    if (!operation.eht || !operation.eht->information) return std::nullopt;
+    const auto& information = *operation.eht->information;
+    switch (information.channelWidth()) {
+        case Width::Mhz20:
+            return WidthWord{20, 0, 0, Rule::WidthEht};
+        case Width::Mhz40:
+            return WidthWord{40, information.centerSegment0, 0, Rule::WidthEht};
+        case Width::Mhz80:
+            return WidthWord{80, information.centerSegment0, 0, Rule::WidthEht};
+        case Width::Mhz160:
+            return WidthWord{160, information.centerSegment1, 0, Rule::WidthEht};
+        case Width::Mhz320:
+            return WidthWord{320, information.centerSegment1, 0, Rule::WidthEht};
+        case Width::Reserved:
+            break;
+    }
+    return std::nullopt;
+}
+
+struct WidthSource {
+    std::optional<WidthWord> word;
+    ElementId id;
+};
+
+// The latest generation that tells a width decides. VHT elements at 2.4 GHz are a habit of vendors
+// and say nothing about the width.
+WidthSource widthWordOf(const OperationElements& operation, Band band) {
+    if (const auto word = ehtWord(operation)) return {word, ElementId::EhtOperation};
+    if (const auto word = heWord(operation)) return {word, ElementId::HeOperation};
+    if (band == Band::Ghz5) {
+        if (const auto word = vhtWord(operation)) return {word, ElementId::VhtOperation};
+    }
+    if (const auto word = htWord(operation)) return {word, ElementId::HtOperation};
+    return {std::nullopt, ElementId::HtOperation};
+}
+
+// The centre of a channel that is wider than 20 MHz lies between the numbers of 20 MHz channels.
+std::optional<int> frequencyOfCenter(Band band, int number) {
+    if (number <= 0) return std::nullopt;
+    const int start = band == Band::Ghz2 ? 2407 : band == Band::Ghz6 ? 5950 : 5000;
+    return start + 5 * number;
+}
+
+Derived<ChannelSpan> spanOf(const ElementIndex& index, const OperationElements& operation,
+                            const ChannelUse& use) {
+    Derived<ChannelSpan> span{{20, use.primaryFrequency, std::nullopt}, Rule::WidthDefault, {}};
+    if (!use.band) return span;
+    const auto [word, id] = widthWordOf(operation, **use.band);
+    if (!word) return span;
+    span.rule = word->rule;
+    span.sources.push_back(index.sourceOf(id));
+    if (word->rule == Rule::WidthVhtExtendedNss) {
+        span.sources.push_back(index.sourceOf(ElementId::HtOperation));
+    }
+    span.value.width = word->width;
+    if (word->width == 20) return span;
+    span.value.center1 = frequencyOfCenter(**use.band, word->center1);
+    span.value.center2 = frequencyOfCenter(**use.band, word->center2);
+    return span;
+}
+
+std::optional<Derived<std::uint16_t>> puncturedOf(const ElementIndex& index,
+                                                  const OperationElements& operation) {
+    if (!operation.eht || !operation.eht->information) return std::nullopt;
+    const auto& bitmap = operation.eht->information->disabledSubchannels;
+    if (!bitmap) return std::nullopt;
+    return Derived<std::uint16_t>{static_cast<std::uint16_t>(bitmap->bits(0, 16)),
+                                  Rule::PuncturingEht,
+                                  {index.sourceOf(ElementId::EhtOperation)}};
+}
+
+std::optional<int> widthIn(const std::optional<WidthWord>& word) {
+    return word ? std::optional(word->width) : std::nullopt;
+}
+
+}  // namespace
+
+ChannelUse channelUseOf(const ElementIndex& index, const OperationElements& operation,
+                        std::optional<int> radioFrequency) {
+    ChannelUse use;
+    use.band = bandOf(index, operation, radioFrequency);
+    if (use.band) {
+        use.primaryChannel = primaryOf(index, operation, **use.band, radioFrequency);
+    }
+    if (use.primaryChannel) {
+        use.primaryFrequency = centerFrequencyOf(**use.band, **use.primaryChannel);
+    }
+    use.span = spanOf(index, operation, use);
+    use.punctured = puncturedOf(index, operation);
+    return use;
+}
+
+std::optional<int> htWidthOf(const OperationElements& operation) {
+    if (!operation.ht) return std::nullopt;
+    return widthIn(htWord(operation)).value_or(20);
+}
+
+std::optional<int> vhtWidthOf(const OperationElements& operation) {
+    return widthIn(vhtWord(operation));
+}
+
+std::optional<int> heWidthOf(const OperationElements& operation) {
+    return widthIn(heWord(operation));
+}
+
+std::optional<int> ehtWidthOf(const OperationElements& operation) {
+    return widthIn(ehtWord(operation));
+}
+
+}  // namespace halvane::air

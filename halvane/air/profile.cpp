@@ -1,0 +1,241 @@
+#include "halvane/air/profile.h"
+
+#include <utility>
+
+#include "halvane/air/bss_load.h"
+#include "halvane/air/channel_use_internal.h"
+#include "halvane/air/country.h"
+#include "halvane/air/element_index_internal.h"
+#include "halvane/air/inheritance.h"
+#include "halvane/air/max_rates_internal.h"
+#include "halvane/air/multiple_bssid_profiles.h"
+#include "halvane/air/profile_features_internal.h"
+#include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/profile_links_internal.h"
+#include "halvane/air/security_elements_internal.h"
+#include "halvane/air/ssid_element.h"
+#include "halvane/air/tim.h"
+#include "halvane/base/escaped_text.h"
+
+namespace halvane::air {
+
+namespace {
+
+constexpr std::uint16_t kPrivacy = 0x0010;  // of the capability information field, 9.4.1.4
+
+// --- Name and generation ---
+
+std::optional<Derived<Ssid>> ssidOf(const ElementIndex& index) {
+    const auto element = index.decode<SsidElement>();
+    if (!element) return std::nullopt;
+    return Derived<Ssid>{element->ssid, Rule::SsidElement, {index.sourceOf(ElementId::Ssid)}};
+}
+
+struct GenerationRow {
+    ElementId id;
+    Generation generation;
+    Rule rule;
+};
+constexpr GenerationRow kGenerations[] = {
+    {ElementId::EhtCapabilities, Generation::WiFi7, Rule::GenerationEht},
+    {ElementId::HeCapabilities, Generation::WiFi6, Rule::GenerationHe},
+    {ElementId::VhtCapabilities, Generation::WiFi5, Rule::GenerationVht},
+    {ElementId::HtCapabilities, Generation::WiFi4, Rule::GenerationHt},
+};
+
+Derived<Generation> generationOf(const ElementIndex& index) {
+    for (const GenerationRow& row : kGenerations) {
+        if (index.has(row.id)) return {row.generation, row.rule, {index.sourceOf(row.id)}};
+    }
+    return {Generation::Legacy, Rule::GenerationLegacy, {}};
+}
+
+// --- Security ---
+
+struct SecurityRow {
+    Rule rule;
+    Sources sources;
+};
+
+SecurityRow securityRowOf(const ElementIndex& index, const SecurityOffer& offer, Security name) {
+    const Source rsn = index.sourceOf(ElementId::Rsn);
+    const Source wpa = index.sourceOf(VendorKind::Wpa);
+    if (offer.rsn != Reading::Missing) {
+        if (offer.wpa == Reading::Whole) return {Rule::SecurityRsnWpa, {rsn, wpa}};
+        for (const auto kind : {VendorKind::RsnOverride, VendorKind::RsnOverride2}) {
+            if (index.has(kind)) return {Rule::SecurityRsnOverride, {rsn, index.sourceOf(kind)}};
+        }
+        return {Rule::SecurityRsn, {rsn}};
+    }
+    if (offer.wpa != Reading::Missing) return {Rule::SecurityWpa, {wpa}};
+    switch (name) {
+        case Security::Osen:
+            return {Rule::SecurityOsen, {index.sourceOf(VendorKind::Osen)}};
+        case Security::Wapi:
+            return {Rule::SecurityWapi, {index.sourceOf(ElementId::BssAcAccessDelay)}};
+        case Security::Wep:
+            return {Rule::SecurityPrivacyBit, {{Origin::Capabilities}}};
+        case Security::EnhancedOpenTransition:
+            return {Rule::SecurityOweTransition, {index.sourceOf(VendorKind::OweTransition)}};
+        default:
+            return {Rule::SecurityOpen, {{Origin::Capabilities}}};
+    }
+}
+
+// RSN and WPA number their suites alike; a suite that RSN has is not told again.
+void addSuite(SuiteSet& set, const Suite& suite) {
+    const bool isOfWpa = suite.oui == kWPAOUI;
+    const bool isThere =
+        set.contains(suite) || (isOfWpa && set.contains(Suite{kRSNOUI, suite.type}));
+    if (!isThere) set.push_back(suite);
+}
+
+void addSuites(SuiteSet& set, const std::optional<Rsn::Suites>& suites) {
+    if (!suites) return;
+    for (const Suite& suite : *suites) addSuite(set, suite);
+}
+
+// The ciphers of an element of either kind; where it leaves one out, the standard's default.
+template <typename Element>
+void takeCiphers(SecurityProfile& security, const Element& element, const Suite& fallback) {
+    security.groupCipher = element.group.value_or(fallback);
+    addSuites(security.pairwiseCiphers, element.pairwise);
+    if (!element.pairwise) security.pairwiseCiphers.push_back(fallback);
+}
+
+SecurityProfile securityProfileOf(const ElementIndex& index, const SecurityElements& elements) {
+    constexpr Suite kCcmp = {kRSNOUI, 4};
+    constexpr Suite kWpaTkip = {kWPAOUI, 2};
+    SecurityProfile security;
+    security.name.value = securityOf(elements.offer);
+    const auto row = securityRowOf(index, elements.offer, *security.name);
+    security.name.rule = row.rule;
+    security.name.sources = row.sources;
+    security.akms = elements.offer.rsnAkms;
+    for (const Suite& akm : elements.offer.wpaAkms) addSuite(security.akms, akm);
+    if (elements.offer.rsn == Reading::Whole) {
+        takeCiphers(security, *elements.rsn, kCcmp);
+        security.groupManagementCipher = elements.rsn->groupManagement;
+        if (elements.offer.wpa == Reading::Whole) {
+            addSuites(security.pairwiseCiphers, elements.wpa->pairwise);
+        }
+    } else if (elements.offer.wpa == Reading::Whole) {
+        takeCiphers(security, *elements.wpa, kWpaTkip);
+    }
+    security.pmf.value = elements.offer.pmf;
+    const bool hasCapabilities = elements.rsn && elements.rsn->capabilities;
+    security.pmf.rule = hasCapabilities ? Rule::PmfRsn : Rule::PmfNoRsn;
+    if (hasCapabilities) security.pmf.sources = {index.sourceOf(ElementId::Rsn)};
+    return security;
+}
+
+// --- What the access point tells of itself ---
+
+std::optional<Derived<CountryProfile>> countryOf(const ElementIndex& index) {
+    const auto element = index.decode<Country>();
+    if (!element) return std::nullopt;
+    CountryProfile country;
+    country.code = escapedText(Octets(element->countryCode));
+    if (element->environment() == Country::Environment::Indoor) country.environment = 'I';
+    if (element->environment() == Country::Environment::Outdoor) country.environment = 'O';
+    country.operatingTable = element->operatingClassTable();
+    return Derived<CountryProfile>{
+        std::move(country), Rule::CountryElement, {index.sourceOf(ElementId::Country)}};
+}
+
+std::optional<Derived<BssLoadProfile>> loadOf(const ElementIndex& index) {
+    const auto element = index.decode<BssLoad>();
+    if (!element) return std::nullopt;
+    return Derived<BssLoadProfile>{
+        {element->stationCount, element->channelUtilization, element->availableAdmissionCapacity},
+        Rule::BssLoadElement,
+        {index.sourceOf(ElementId::BssLoad)}};
+}
+
+// A nontransmitted BSSID tells its DTIM with its index.
+std::optional<Derived<int>> dtimOf(const ElementIndex& index) {
+    const auto element = index.decode<Tim>();
+    if (!element || element->dtimPeriod == 0) return std::nullopt;
+    return Derived<int>{element->dtimPeriod, Rule::TimElement, {index.sourceOf(ElementId::Tim)}};
+}
+
+// --- One BSS ---
+
+struct Frame {
+    const FixedFields& fixed;
+    const RadioHint& radio;
+    const TrailingOctets& trailing;
+};
+
+// `nontransmitted` are the networks that share the frame; only its sender has any.
+BssProfile profileOfBss(const ElementIndex& index, const Frame& frame,
+                        std::vector<NontransmittedBss> nontransmitted) {
+    const bool isPrivacy = (frame.fixed.capabilities & kPrivacy) != 0;
+    const OperationElements operation(index);
+    const CapabilityElements capabilities(index);
+    const SecurityElements security(index, isPrivacy);
+    BssProfile profile;
+    profile.ssid = ssidOf(index);
+    profile.isHidden = profile.ssid && (*profile.ssid)->isHidden();
+    profile.channel = channelUseOf(index, operation, frame.radio.frequency);
+    profile.generation = generationOf(index);
+    profile.rates = maxRatesOf(index, capabilities, profile.channel.span->width);
+    profile.security = securityProfileOf(index, security);
+    profile.country = countryOf(index);
+    profile.load = loadOf(index);
+    profile.dtimPeriod = dtimOf(index);
+    profile.features = featuresOf(index, capabilities, security);
+    profile.neighbors = neighborsIn(index);
+    profile.mld = mldOf(index, frame.fixed.bssid);
+    profile.maxBssidIndicator = maxBssidIndicatorOf(index);
+    profile.nontransmitted = std::move(nontransmitted);
+    FindingCollector findings(index);
+    const ProfileParts parts = {index,     frame.trailing, frame.fixed, frame.radio,
+                                operation, capabilities,   security,    profile};
+    findInSecurity(parts, findings);
+    findInChannel(parts, findings);
+    findInRates(parts, findings);
+    findInNames(parts, findings);
+    findInLinks(parts, findings);
+    findInForm(parts, findings);
+    profile.findings = findings.take();
+    return profile;
+}
+
+// The networks of Multiple BSSID, each with the elements that hold for it.
+std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> elements,
+                                                const Frame& frame) {
+    std::vector<NontransmittedBss> all;
+    const MultipleBssidProfiles profiles(elements, frame.fixed.bssid);
+    const TrailingOctets whole;
+    for (const NontransmittedProfile& found : profiles.profiles()) {
+        const BssElements own = profiles.elementsOf(found);
+        const FixedFields fixed = {
+            found.bssid, static_cast<std::uint16_t>(found.capabilities.fields.bits(0, 16)),
+            frame.fixed.beaconInterval};
+        const Frame shared = {fixed, frame.radio, whole};
+        all.push_back(
+            {found.bssid, found.index.index, profileOfBss(ElementIndex(own.elements), shared, {})});
+        auto& profile = all.back().profile;
+        if (found.index.dtimPeriod) {
+            profile.dtimPeriod = Derived<int>{*found.index.dtimPeriod, Rule::TimElement, {}};
+        }
+    }
+    return all;
+}
+
+}  // namespace
+
+BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& radio) {
+    const std::vector<Element> elements = elementsIn(octets);
+    const ElementIndex index(elements);
+    const std::size_t end =
+        elements.empty() ? 0 : elements.back().offset + elements.back().octets.size();
+    const TrailingOctets trailing = {end, octets.subspan(end)};
+    const Frame frame = {fixed, radio, trailing};
+    std::vector<NontransmittedBss> nontransmitted;
+    if (index.has(ElementId::MultipleBssid)) nontransmitted = nontransmittedOf(elements, frame);
+    return profileOfBss(index, frame, std::move(nontransmitted));
+}
+
+}  // namespace halvane::air

@@ -1,0 +1,88 @@
+#include <algorithm>
+#include <cstdint>
+#include <span>
+
+#include "halvane/air/extended_capabilities.h"
+#include "halvane/air/profile_features_internal.h"
+#include "halvane/air/rsnx.h"
+#include "halvane/air/wmm.h"
+#include "halvane/air/wps_summary.h"
+
+namespace halvane::air {
+
+namespace {
+
+constexpr std::uint8_t kFtAkms[] = {3, 4, 9, 13, 16, 17, 19, 22, 25};
+constexpr std::uint8_t kFilsAkms[] = {14, 15, 16, 17};
+
+bool hasAny(const SuiteSet& akms, std::span<const std::uint8_t> types) {
+    return std::ranges::any_of(types, [&](std::uint8_t type) {
+        return akms.contains({kRSNOUI, type});
+    });
+}
+
+// Collects features in the order of their enumerators, which is that of the calls.
+class FeatureList {
+  public:
+    void addIf(bool condition, Feature feature) {
+        if (condition) features_.push_back(feature);
+    }
+    const Features& features() const { return features_; }
+
+  private:
+    Features features_;
+};
+
+bool isTwtResponder(const CapabilityElements& capabilities, const ExtendedCapabilities& extended) {
+    const bool isByHe = capabilities.he && capabilities.he->mac.has(HeMacCapability::TwtResponder);
+    return isByHe || extended.has(ExtendedCapability::TwtResponder);
+}
+
+bool isMuBeamformer(const CapabilityElements& capabilities) {
+    if (capabilities.he && capabilities.he->phy.has(HePhyCapability::MuBeamformer)) return true;
+    return capabilities.vht && capabilities.vht->has(VhtCapability::MuBeamformer);
+}
+
+void addSecurity(FeatureList& list, const ElementIndex& index, const SuiteSet& akms) {
+    list.addIf(index.has(ElementId::MobilityDomain) && hasAny(akms, kFtAkms),
+               Feature::FastTransition);
+    list.addIf(index.has(ElementId::FilsIndication) || hasAny(akms, kFilsAkms), Feature::Fils);
+    const auto rsnx = index.decode<Rsnx>();
+    list.addIf(rsnx && rsnx->has(RsnxCapability::SaeHashToElement), Feature::SaeHashToElement);
+    list.addIf(rsnx && rsnx->has(RsnxCapability::SaePk), Feature::SaePk);
+}
+
+void addVendor(FeatureList& list, const ElementIndex& index) {
+    const auto wmm = index.decode<Wmm>(VendorKind::Wmm);
+    const auto wps = index.decode<WpsSummary>(VendorKind::Wps);
+    list.addIf(index.has(VendorKind::Mbo), Feature::Mbo);
+    list.addIf(index.has(VendorKind::Wmm), Feature::Wmm);
+    list.addIf(wmm && wmm->isUapsdSupported(), Feature::UapsdAvailable);
+    list.addIf(index.has(VendorKind::P2p), Feature::WiFiDirect);
+    list.addIf(index.has(VendorKind::Wps), Feature::Wps);
+    list.addIf(wps && wps->state() == WpsState::Configured, Feature::WpsConfigured);
+    list.addIf(index.has(ElementId::MeshId), Feature::Mesh);
+    list.addIf(index.has(VendorKind::Hotspot), Feature::Hotspot);
+}
+
+}  // namespace
+
+Features featuresOf(const ElementIndex& index, const CapabilityElements& capabilities,
+                    const SecurityElements& security) {
+    const auto extended = index.decode<ExtendedCapabilities>().value_or(ExtendedCapabilities());
+    FeatureList list;
+    list.addIf(index.has(ElementId::RmEnabledCapabilities), Feature::RadioMeasurement);
+    list.addIf(extended.has(ExtendedCapability::BssTransition), Feature::BssTransition);
+    addSecurity(list, index, security.offer.rsnAkms);
+    addVendor(list, index);
+    list.addIf(index.has(ElementId::Interworking), Feature::Interworking);
+    list.addIf(isTwtResponder(capabilities, extended), Feature::Twt);
+    list.addIf(isMuBeamformer(capabilities), Feature::MuBeamformer);
+    list.addIf(index.has(ElementId::MultipleBssid), Feature::MultipleBssid);
+    list.addIf(index.has(ElementId::MultiLink), Feature::MultiLink);
+    list.addIf(extended.has(ExtendedCapability::FtmResponder), Feature::FtmResponder);
+    list.addIf(extended.has(ExtendedCapability::ProxyArp), Feature::ProxyArp);
+    return list.features();
+}
+
+}  // namespace halvane::air

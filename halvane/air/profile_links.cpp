@@ -1,0 +1,137 @@
+#include <algorithm>
+
+#include "halvane/air/multi_link.h"
+#include "halvane/air/multiple_bssid.h"
+#include "halvane/air/operating_class.h"
+#include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/profile_links_internal.h"
+#include "halvane/air/reduced_neighbor_report.h"
+
+namespace halvane::air {
+
+namespace {
+
+// --- Neighbours ---
+
+Neighbor neighborOf(const NeighborApInformation& channel, const TbttInformation& accessPoint) {
+    Neighbor neighbor;
+    neighbor.bssid = accessPoint.bssid;
+    neighbor.shortSsid = accessPoint.shortSsid;
+    neighbor.operatingClass = channel.operatingClass;
+    neighbor.channel = channel.channel;
+    if (const auto* const row = operatingClass(channel.operatingClass)) {
+        neighbor.band = row->band;
+        neighbor.frequency = centerFrequencyOf(row->band, channel.channel);
+    }
+    if (const auto& parameters = accessPoint.bssParameters) {
+        neighbor.isSameSsid = parameters->hasSameSsid();
+        neighbor.isCoLocated = parameters->isCoLocated();
+    }
+    neighbor.psd = accessPoint.maxPsd();
+    if (const auto& parameters = accessPoint.mldParameters) {
+        neighbor.mldId = parameters->apMldId();
+        neighbor.linkId = parameters->linkId();
+    }
+    return neighbor;
+}
+
+bool isTold(const TbttInformation& accessPoint) {
+    return accessPoint.bssid || accessPoint.shortSsid || accessPoint.mldParameters;
+}
+
+// --- Multi-link ---
+
+bool isBasic(const MultiLink& element) {
+    return element.type() == MultiLinkType::Basic && element.common.mldAddress;
+}
+
+// The links that Reduced Neighbor Report names as those of the sender's own device.
+void addNeighborLinks(std::vector<MldLink>& links, const ElementIndex& index) {
+    for (const Neighbor& neighbor : neighborsIn(index)) {
+        if (neighbor.mldId != 0 || !neighbor.linkId) continue;
+        const auto isSame = [&](const MldLink& link) { return link.id == *neighbor.linkId; };
+        const auto found = std::ranges::find_if(links, isSame);
+        if (found == links.end()) {
+            links.push_back({*neighbor.linkId, neighbor.bssid, false});
+        } else if (!found->address) {
+            found->address = neighbor.bssid;
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<Neighbor> neighborsIn(const ElementIndex& index) {
+    std::vector<Neighbor> neighbors;
+    if (!index.has(ElementId::ReducedNeighborReport)) return neighbors;
+    for (const Element& element : index.elements()) {
+        if (element.id != ElementId::ReducedNeighborReport) continue;
+        const auto report = ReducedNeighborReport::decode(element.body);
+        if (!report) continue;
+        for (const NeighborApInformation& channel : report->neighbors) {
+            for (const TbttInformation& accessPoint : channel.accessPoints) {
+                if (isTold(accessPoint)) neighbors.push_back(neighborOf(channel, accessPoint));
+            }
+        }
+    }
+    return neighbors;
+}
+
+std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid) {
+    if (!index.has(ElementId::MultiLink)) return std::nullopt;
+    for (const Element& element : index.elements()) {
+        if (element.id != ElementId::MultiLink) continue;
+        const auto multiLink = MultiLink::decode(element.body);
+        if (!multiLink || !isBasic(*multiLink)) continue;
+        MldProfile mld;
+        mld.address = *multiLink->common.mldAddress;
+        if (const auto id = multiLink->common.linkId()) mld.links.push_back({*id, bssid, true});
+        for (const MultiLinkSubelement& subelement : multiLink->subelements) {
+            if (!subelement.link) continue;
+            mld.links.push_back({subelement.link->linkId(), subelement.link->address, false});
+        }
+        addNeighborLinks(mld.links, index);
+        mld.sources.push_back(
+            {Origin::Element, ElementId::MultiLink, static_cast<std::uint16_t>(element.offset)});
+        return mld;
+    }
+    return std::nullopt;
+}
+
+std::optional<int> maxBssidIndicatorOf(const ElementIndex& index) {
+    const auto element = index.decode<MultipleBssid>();
+    return element ? std::optional<int>(element->maxIndicator) : std::nullopt;
+}
+
+// --- Findings ---
+
+namespace {
+
+using Kind = FindingKind;
+
+void findInMld(const ProfileParts& parts, FindingCollector& findings) {
+    const auto& mld = parts.profile.mld;
+    if (!mld) return;
+    const auto hasMldAddress = [&](const MldLink& link) { return link.address == mld->address; };
+    findings.addIf(std::ranges::any_of(mld->links, hasMldAddress), Kind::MldAddressIsBssid,
+                   mld->sources);
+}
+
+void findInProfiles(const ProfileParts& parts, FindingCollector& findings) {
+    const Sources source = {findings.sourceOf(ElementId::MultipleBssid)};
+    const auto lacksName = [](const NontransmittedBss& bss) { return !bss.profile.ssid; };
+    findings.addIf(std::ranges::any_of(parts.profile.nontransmitted, lacksName),
+                   Kind::ProfileSsidMissing, source);
+}
+
+}  // namespace
+
+void findInLinks(const ProfileParts& parts, FindingCollector& findings) {
+    findInMld(parts, findings);
+    findInProfiles(parts, findings);
+    const auto& he = parts.operation.he;
+    findings.addIf(he && he->isBssColorDisabled(), Kind::ColorDisabled,
+                   {findings.sourceOf(ElementId::HeOperation)});
+}
+
+}  // namespace halvane::air

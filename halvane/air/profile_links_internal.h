@@ -1,0 +1,23 @@
+// What the elements of a BSS tell of other BSSs: neighbours, links of its multi-link device, and
+// networks that share its beacon.
+#ifndef HALVANE_AIR_PROFILE_LINKS_INTERNAL_H
+#define HALVANE_AIR_PROFILE_LINKS_INTERNAL_H
+
+#include <optional>
+#include <vector>
+
+#include "halvane/air/element_index_internal.h"
+#include "halvane/air/profile.h"
+
+namespace halvane::air {
+
+std::vector<Neighbor> neighborsIn(const ElementIndex& index);
+
+// `bssid` is that of the sender, which is the address of its own link.
+std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid);
+
+std::optional<int> maxBssidIndicatorOf(const ElementIndex& index);
+
+}  // namespace halvane::air
+
+#endif

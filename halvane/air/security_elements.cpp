@@ -1,0 +1,72 @@
+#include "halvane/air/osen.h"
+#include "halvane/air/rsn_override.h"
+#include "halvane/air/security_elements_internal.h"
+#include "halvane/air/wapi.h"
+
+namespace halvane::air {
+
+namespace {
+
+constexpr std::uint16_t kVersion = 1;
+
+bool isEmptyList(const std::optional<Rsn::Suites>& suites) {
+    return suites && suites->empty();
+}
+
+void addAll(SuiteSet& set, const SuiteSet& suites) {
+    for (const Suite& suite : suites) {
+        if (!set.contains(suite)) set.push_back(suite);
+    }
+}
+
+// The suites of WPA, which has a default of its own.
+std::optional<SuiteSet> akmsOfWpa(const Wpa& wpa) {
+    if (wpa.version != kVersion || isEmptyList(wpa.pairwise) || isEmptyList(wpa.akms)) {
+        return std::nullopt;
+    }
+    if (!wpa.akms) return SuiteSet{{kWPAOUI, 1}};
+    SuiteSet set;
+    for (const Suite& akm : *wpa.akms) {
+        if (!set.contains(akm)) set.push_back(akm);
+    }
+    return set;
+}
+
+Reading readingOf(bool isThere, const std::optional<SuiteSet>& akms) {
+    if (!isThere) return Reading::Missing;
+    return akms ? Reading::Whole : Reading::Broken;
+}
+
+// Stations that know an override element take it in place of RSN: what it offers is offered too.
+template <typename Override>
+void addOverride(SecurityOffer& offer, const ElementIndex& index, VendorKind kind) {
+    const auto element = index.decode<Override>(kind);
+    if (!element) return;
+    if (const auto akms = akmsOf(element->rsn)) addAll(offer.rsnAkms, *akms);
+}
+
+bool hasWapi(const ElementIndex& index) {
+    const auto* const element = index.find(Wapi::kId);
+    return element != nullptr && Wapi::isWapi(element->body);
+}
+
+}  // namespace
+
+SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
+    : rsn(index.decode<Rsn>()), wpa(index.decode<Wpa>(VendorKind::Wpa)) {
+    const auto rsnAkms = rsn ? akmsOf(*rsn) : std::nullopt;
+    const auto wpaAkms = wpa ? akmsOfWpa(*wpa) : std::nullopt;
+    offer.rsn = readingOf(index.has(ElementId::Rsn), rsnAkms);
+    offer.wpa = readingOf(index.has(VendorKind::Wpa), wpaAkms);
+    if (rsnAkms) offer.rsnAkms = *rsnAkms;
+    if (wpaAkms) offer.wpaAkms = *wpaAkms;
+    if (rsn) offer.pmf = pmfOf(*rsn);
+    addOverride<RsnOverride>(offer, index, VendorKind::RsnOverride);
+    addOverride<RsnOverride2>(offer, index, VendorKind::RsnOverride2);
+    offer.isPrivacy = isPrivacy;
+    offer.hasWapi = hasWapi(index);
+    offer.hasOsen = index.has(VendorKind::Osen);
+    offer.hasOweTransition = index.has(VendorKind::OweTransition);
+}
+
+}  // namespace halvane::air

@@ -1,0 +1,25 @@
+// Reads the elements that a BSS's security is derived from.
+#ifndef HALVANE_AIR_SECURITY_ELEMENTS_INTERNAL_H
+#define HALVANE_AIR_SECURITY_ELEMENTS_INTERNAL_H
+
+#include <optional>
+
+#include "halvane/air/element_index_internal.h"
+#include "halvane/air/rsn.h"
+#include "halvane/air/security.h"
+#include "halvane/air/wpa.h"
+
+namespace halvane::air {
+
+// `rsn` and `wpa` are absent where missing or damaged; the offer tells which.
+struct SecurityElements {
+    SecurityElements(const ElementIndex& index, bool isPrivacy);
+
+    std::optional<Rsn> rsn;
+    std::optional<Wpa> wpa;
+    SecurityOffer offer;
+};
+
+}  // namespace halvane::air
+
+#endif
