@@ -15,7 +15,8 @@ namespace halvane::capture {
 
 namespace {
 
-void takeOver(std::optional<Number>& number, const std::optional<Number>& newer) {
+template <typename T>
+void takeOver(std::optional<T>& number, const std::optional<T>& newer) {
     if (newer) number = newer;
 }
 
@@ -56,6 +57,7 @@ class Entry {
     Elements elements_;
     std::unique_ptr<Elements> revealing_;  // later elements that revealed the SSID
     std::optional<Number> channel_, noise_, RSSI_, beaconInterval_, radioChannel_;
+    std::optional<int> radioFrequency_;
     std::uint16_t capabilities_;
     bool isChannelOfRadio_;
     bool hasSSID_;
@@ -70,6 +72,7 @@ Entry::Entry(const Sighting& sighting)
       RSSI_(sighting.record.RSSI()),
       beaconInterval_(sighting.record.beaconInterval()),
       radioChannel_(sighting.radioChannel),
+      radioFrequency_(sighting.radioFrequency),
       capabilities_(sighting.record.capabilities()),
       isChannelOfRadio_(sighting.isChannelOfRadio),
       hasSSID_(sighting.record.SSID().has_value()) {}
@@ -86,6 +89,7 @@ void Entry::fold(const Sighting& sighting) {
         isChannelOfRadio_ = sighting.isChannelOfRadio;
     }
     takeOver(radioChannel_, sighting.radioChannel);
+    takeOver(radioFrequency_, sighting.radioFrequency);
     takeOver(noise_, newer.noise());
     takeOver(RSSI_, newer.RSSI());
     takeOver(beaconInterval_, newer.beaconInterval());
@@ -101,7 +105,7 @@ Sighting Entry::sighting() const {
     record.setNoise(noise_);
     record.setRSSI(RSSI_);
     record.setBeaconInterval(beaconInterval_);
-    return {std::move(record), radioChannel_, isChannelOfRadio_};
+    return {std::move(record), radioChannel_, isChannelOfRadio_, radioFrequency_};
 }
 
 }  // namespace

@@ -71,7 +71,7 @@ Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
     const auto radioChannel = channelOfRadio(radio);
     const auto ownChannel = channelOfElements(record);
     record.setChannel(ownChannel ? ownChannel : radioChannel);
-    return {std::move(record), radioChannel, !ownChannel && radioChannel};
+    return {std::move(record), radioChannel, !ownChannel && radioChannel, radio.frequencyMHz};
 }
 
 Result<Sighting, SkipReason> sightingOfPacket(LinkType linkType,

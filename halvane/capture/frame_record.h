@@ -25,6 +25,7 @@ struct Sighting {
     std::optional<Number> radioChannel{};  // the radio's channel, if its header states it
     bool isChannelOfRadio = false;         // the record's channel is the radio's, as no element
                                            // states one
+    std::optional<int> radioFrequency{};   // MHz, of the radio's channel, if its header states it
 
     // Returns the radio's channel if the record's differs from it. A scanning radio also hears
     // neighbouring channels, or still states the channel that it has just left.
