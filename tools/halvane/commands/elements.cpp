@@ -16,6 +16,7 @@
 #include "tools/halvane/input/hex_dump.h"
 #include "tools/halvane/input/hex_input.h"
 #include "tools/halvane/options/argument.h"
+#include "tools/halvane/options/format_option.h"
 #include "tools/halvane/output/element_json.h"
 #include "tools/halvane/output/element_text.h"
 #include "tools/halvane/output/format.h"

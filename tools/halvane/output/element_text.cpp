@@ -59,9 +59,9 @@ class FieldText : public air::FieldSink {
     }
 
     std::string lines(std::string_view head) const {
-        const std::string& fields = groups_.front().fields;
+        const std::string& first = groups_.front().fields;
         std::string lines =
-            paragraph(std::string(head) + (fields.empty() ? "" : ": "), fields, kFieldColumn);
+            paragraph(std::string(head) + (first.empty() ? "" : ": "), first, kFieldColumn);
         for (auto group = groups_.begin() + 1; group != groups_.end(); ++group) {
             if (group->fields.empty() && group->label.empty()) continue;
             const std::string indent(kFieldColumn + 2 * group->depth, ' ');

@@ -1,0 +1,22 @@
+#include "tools/halvane/output/air_profile.h"
+
+#include <cstdint>
+
+#include "halvane/base/mac_address.h"
+
+namespace halvane::tool {
+
+air::BssProfile airProfileOf(const capture::Sighting& sighting) {
+    const HalvaneMAC& record = sighting.record;
+    const auto& elements = record.ieBuffer();
+    air::FixedFields fixed;
+    fixed.bssid = MacAddress::fromBytes(record.mac().bytes()).value_or(MacAddress());
+    fixed.capabilities = record.capabilities();
+    if (const auto interval = record.beaconInterval()) {
+        fixed.beaconInterval = static_cast<std::uint16_t>(interval->exactInt64().value_or(0));
+    }
+    return air::profileOf(elements ? elements->bytes() : air::Octets(), fixed,
+                          {sighting.radioFrequency});
+}
+
+}  // namespace halvane::tool
