@@ -54,8 +54,6 @@ constexpr std::array kOrder = {
     ElementId::VhtOperation,
     ElementId::HeCapabilities,
     ElementId::HeOperation,
-    ElementId::EhtOperation,
-    ElementId::EhtCapabilities,
 };
 
 std::optional<std::size_t> placeInOrder(ElementId id) {

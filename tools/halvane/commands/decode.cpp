@@ -50,7 +50,9 @@ struct CutFrames {
 class Decoder {
   public:
     explicit Decoder(const DecodeOptions& options)
-        : options_(options), writer_(RecordWriter::create(options.format, stdout)) {}
+        : options_(options),
+          writer_(options.isExplained ? RecordWriter::createExplaining(stdout)
+                                      : RecordWriter::create(options.format, stdout)) {}
 
     int run() {
         const bool isWhole = options_.isHex ? decodeHex() : decodeCaptures();

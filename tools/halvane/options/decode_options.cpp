@@ -23,6 +23,7 @@ struct Typed {
     const char* capabilities = nullptr;
     std::int32_t perFrame = 0;
     std::int32_t hex = 0;
+    std::int32_t explain = 0;
 };
 Typed gTyped;
 
@@ -35,6 +36,11 @@ CLIOption gDecodeOptions[] = {
      .valuePtr = &gTyped.perFrame,
      .flags = kCLINoValue,
      .shortHelp = "one record per frame, without folding"},
+    {.type = kCLIBoolean,
+     .longName = "explain",
+     .valuePtr = &gTyped.explain,
+     .flags = kCLINoValue,
+     .shortHelp = "each value with its reason, and what is wrong"},
     {.type = kCLIString,
      .longName = "bssid",
      .valuePtr = &gTyped.bssid,
@@ -112,6 +118,7 @@ std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
     if (typed.ssid != nullptr) options.ssid = typed.ssid;
     options.isPerFrame = typed.perFrame != 0;
     options.isHex = typed.hex != 0;
+    options.isExplained = typed.explain != 0;
     return std::nullopt;
 }
 
@@ -120,6 +127,9 @@ std::optional<UsageError> conflictIn(const DecodeOptions& options) {
     if (std::ranges::count(options.files, "-") > 1) return UsageError{"'-' can be read once only"};
     if (!options.isHex && options.capabilities) return UsageError{"--capabilities is for --hex"};
     if (options.isHex && options.files.size() > 1) return UsageError{"--hex takes one file"};
+    if (options.isExplained && options.format != Format::Text) {
+        return UsageError{"--explain goes with --format=text alone"};
+    }
     if (options.isHex && options.isPerFrame) {
         return UsageError{"--hex and --per-frame do not go together"};
     }

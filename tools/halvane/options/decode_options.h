@@ -21,6 +21,7 @@ struct DecodeOptions {
     Format format = Format::Text;
     bool isPerFrame = false;
     bool isHex = false;
+    bool isExplained = false;
     std::optional<std::uint16_t> capabilities;  // of a hexadecimal element buffer
     std::optional<MacAddress> bssid;
     std::optional<std::string> ssid;

@@ -143,6 +143,15 @@ std::string elementText(const air::Element& element, bool hasOctets) {
     return text;
 }
 
+std::string elementNames(air::ElementRange elements) {
+    std::string text;
+    for (const air::Element& element : elements) {
+        text += "    @" + std::to_string(element.offset) + ' ' + air::elementName(element) + ": " +
+                hexOf(element.body) + '\n';
+    }
+    return text;
+}
+
 std::string trailingText(const air::TrailingOctets& trailing) {
     return paragraph(margin('x', trailing.offset, "", trailing.octets.size()),
                      trailingProblem(trailing), kFieldColumn) +

@@ -15,6 +15,9 @@ std::string elementTitles();
 // `hasOctets` adds the octets of an element whose fields are known; others always show them.
 std::string elementText(const air::Element& element, bool hasOctets);
 
+// A line for each element: octet, name and the body's octets.
+std::string elementNames(air::ElementRange elements);
+
 // The lines of the octets that make no element. REQUIRES: there are some.
 std::string trailingText(const air::TrailingOctets& trailing);
 

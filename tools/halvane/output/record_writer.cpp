@@ -8,7 +8,11 @@
 #include <utility>
 
 #include "halvane/base/property_list_value.h"
+#include "halvane/ie/fancy_formatting.h"
 
+#include "tools/halvane/output/air_profile.h"
+#include "tools/halvane/output/element_text.h"
+#include "tools/halvane/output/explain_text.h"
 #include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/property_list_output.h"
 #include "tools/halvane/output/record_json.h"
@@ -43,8 +47,33 @@ class TextWriter : public Writer {
             put("Radio Channel        : " + channel->description() + '\n');
         }
         put(sighting.record.description());
+        if (!sighting.record.ieBuffer()) return;
+        const air::BssProfile profile = airProfileOf(sighting);
+        put("Air\n" + airText(profile) + "\nElements\n" +
+            elementNames(air::ElementRange(sighting.record.ieBuffer()->bytes())) + '\n');
+        if (!profile.findings.empty()) put("Findings\n" + findingLines(profile) + '\n');
     }
     void finish() override {}
+};
+
+class ExplainingWriter : public Writer {
+  public:
+    using Writer::Writer;
+
+    void write(const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin) override {
+        if (!std::exchange(isFirst_, false)) put("\n");
+        const air::BssProfile profile = airProfileOf(sighting);
+        const std::string name = profile.ssid ? (*profile.ssid)->text() : "";
+        put((profile.isHidden || name.empty() ? "(hidden)" : name) + "  " +
+            FancyFormatting::formattedMAC(sighting.record.mac()) +
+            (origin ? "  frame " + std::to_string(origin->number) : "") + "\n\n");
+        put(explainText(profile));
+    }
+    void finish() override {}
+
+  private:
+    bool isFirst_ = true;
 };
 
 // Collects the text of whole records, and writes it as one piece when it has the size of a batch. A
@@ -151,6 +180,10 @@ class PropertyListWriter : public Writer {
 };
 
 }  // namespace
+
+std::unique_ptr<RecordWriter> RecordWriter::createExplaining(std::FILE* stream) {
+    return std::make_unique<ExplainingWriter>(stream);
+}
 
 std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* stream) {
     switch (format) {

@@ -28,6 +28,9 @@ class RecordWriter {
 
     // REQUIRES: `stream` outlives the writer. Write errors stay in the stream's error flag.
     static std::unique_ptr<RecordWriter> create(Format format, std::FILE* stream);
+
+    // Writes the profile of each record, with its reasons, in place of the record.
+    static std::unique_ptr<RecordWriter> createExplaining(std::FILE* stream);
 };
 
 }  // namespace halvane::tool
