@@ -130,14 +130,10 @@ constexpr OperatingClass kClasses[] = {
 };
 static_assert(std::ranges::is_sorted(kClasses, {}, &OperatingClass::number));
 
-// The widths of the wide channels that have `spacing`: two for the overlapping ones of 320 MHz.
-std::span<const ChannelWidth> widthsOf(int spacing) {
-    static constexpr ChannelWidth kWidths[] = {
-        ChannelWidth::Mhz20,  ChannelWidth::Mhz40,       ChannelWidth::Mhz80,
-        ChannelWidth::Mhz160, ChannelWidth::Mhz320First, ChannelWidth::Mhz320Second};
-    const auto range = std::ranges::equal_range(kWidths, spacing, {}, megahertzOf);
-    return {range.begin(), range.end()};
-}
+// Two of 320 MHz, which overlap.
+constexpr ChannelWidth kWidths[] = {ChannelWidth::Mhz20,       ChannelWidth::Mhz40,
+                                    ChannelWidth::Mhz80,       ChannelWidth::Mhz160,
+                                    ChannelWidth::Mhz320First, ChannelWidth::Mhz320Second};
 
 }  // namespace
 
@@ -147,7 +143,8 @@ bool OperatingClass::hasCenter(std::uint8_t channel) const {
 
 bool OperatingClass::hasPrimary(std::uint8_t channel) const {
     if (!hasCenters) return std::ranges::find(channels, channel) != channels.end();
-    return std::ranges::any_of(widthsOf(spacing), [&](ChannelWidth candidate) {
+    return std::ranges::any_of(kWidths, [&](ChannelWidth candidate) {
+        if (megahertzOf(candidate) != spacing) return false;
         const auto wide = wideChannelOf({band, channel}, candidate);
         return wide && hasCenter(wide->center.number);
     });
@@ -160,14 +157,15 @@ std::optional<std::uint32_t> OperatingClass::frequency(std::uint8_t channel) con
 }
 
 std::optional<WideChannel> OperatingClass::wideChannel(std::uint8_t channel) const {
-    const auto widths = widthsOf(spacing == 25 ? 20 : spacing);
-    if (!hasPrimary(channel) || widths.empty()) return std::nullopt;
+    if (!hasPrimary(channel)) return std::nullopt;
     if (primary != Primary::Any) {
         const int center = primary == Primary::Lower ? channel + 2 : channel - 2;
         return wideChannelAt({band, static_cast<std::uint8_t>(center)}, spacing);
     }
+    const int megahertz = spacing == 25 ? 20 : spacing;
     std::optional<WideChannel> found;
-    for (const ChannelWidth candidate : widths) {
+    for (const ChannelWidth candidate : kWidths) {
+        if (megahertzOf(candidate) != megahertz) continue;
         const auto wide = wideChannelOf({band, channel}, candidate);
         if (!wide) continue;
         if (found) return std::nullopt;

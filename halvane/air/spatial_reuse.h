@@ -16,24 +16,24 @@
 
 namespace halvane::air {
 
+// The spatial reuse group (SRG): BSSs over whose frames more may be sent.
+struct SpatialReuseGroup {
+    std::uint8_t minOffset = 0;  // dB above -82 dBm
+    std::uint8_t maxOffset = 0;  // dB above -82 dBm
+    BitOctets<8> bssColors{};    // bit n: the colour n is a member
+    BitOctets<8> partialBssids{};
+
+    friend bool operator==(const SpatialReuseGroup&, const SpatialReuseGroup&) = default;
+};
+
 // Bits of the control octet tell which of the fields after it are there. encode() writes the fields
 // that are there, so whoever adds or removes one does it by its setter.
 struct HALVANE_EXPORT SpatialReuse {
     static constexpr ElementId kId = ElementId::SpatialReuse;
 
-    // The spatial reuse group (SRG): BSSs over whose frames more may be sent.
-    struct Group {
-        std::uint8_t minOffset = 0;  // dB above -82 dBm
-        std::uint8_t maxOffset = 0;  // dB above -82 dBm
-        BitOctets<8> bssColors{};    // bit n: the colour n is a member
-        BitOctets<8> partialBssids{};
-
-        friend bool operator==(const Group&, const Group&) = default;
-    };
-
     BitOctets<1> control{};
     std::optional<std::uint8_t> nonSrgMaxOffset{};  // dB above -82 dBm
-    std::optional<Group> srg{};
+    std::optional<SpatialReuseGroup> srg{};
     ByteBuffer rest{};
 
     // Parameterized spatial reuse.
@@ -45,7 +45,7 @@ struct HALVANE_EXPORT SpatialReuse {
         nonSrgMaxOffset = value;
         control.setBit(2, value.has_value());
     }
-    void setSrg(const std::optional<Group>& value) {
+    void setSrg(const std::optional<SpatialReuseGroup>& value) {
         srg = value;
         control.setBit(3, value.has_value());
     }

@@ -18,6 +18,14 @@
 
 namespace halvane::air {
 
+// The values of a BSS of 320 MHz, for the 20 MHz that TransmitPowerEnvelope::values leave out.
+struct TransmitPsdExtension {
+    BitOctets<1> information{};
+    InlineList<std::int8_t, 15> values{};
+
+    friend bool operator==(const TransmitPsdExtension&, const TransmitPsdExtension&) = default;
+};
+
 // Power is in units of 0.5 dBm, or of 0.5 dBm/MHz for a power spectral density (PSD).
 struct HALVANE_EXPORT TransmitPowerEnvelope {
     static constexpr ElementId kId = ElementId::TransmitPowerEnvelope;
@@ -33,14 +41,6 @@ struct HALVANE_EXPORT TransmitPowerEnvelope {
         Reserved7 = 7,
     };
 
-    // The values of a BSS of 320 MHz, for the 20 MHz that `values` leave out.
-    struct PsdExtension {
-        BitOctets<1> information{};
-        InlineList<std::int8_t, 15> values{};
-
-        friend bool operator==(const PsdExtension&, const PsdExtension&) = default;
-    };
-
     // Of a PSD, -128 forbids the 20 MHz. 127 is no limit.
     static constexpr std::int8_t kForbidden = -128;
     static constexpr std::int8_t kNoLimit = 127;
@@ -50,8 +50,8 @@ struct HALVANE_EXPORT TransmitPowerEnvelope {
     // the lowest on, or one for all of them. None if count or interpretation are reserved; `rest`
     // has the octets then.
     InlineList<std::int8_t, 8> values{};
-    std::optional<std::int8_t> power320{};       // of an EIRP
-    std::optional<PsdExtension> psdExtension{};  // of a PSD
+    std::optional<std::int8_t> power320{};               // of an EIRP
+    std::optional<TransmitPsdExtension> psdExtension{};  // of a PSD
     ByteBuffer rest{};
 
     constexpr Interpretation interpretation() const {

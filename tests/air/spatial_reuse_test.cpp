@@ -39,7 +39,7 @@ TEST(AirSpatialReuse, IsEncodedFromItsFields) {
     element.setNonSrgMaxOffset(12);
     EXPECT_EQ(element.encode(), bytesOf("04 0C"));
     element.setNonSrgMaxOffset({});
-    element.setSrg(SpatialReuse::Group{.minOffset = 1, .maxOffset = 2});
+    element.setSrg(SpatialReuseGroup{.minOffset = 1, .maxOffset = 2});
     EXPECT_EQ(element.encode(), bytesOf("08 01 02 0000000000000000 0000000000000000"));
 }
 
