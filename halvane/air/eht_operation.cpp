@@ -1,6 +1,7 @@
 #include "halvane/air/eht_operation.h"
 
 #include "halvane/air/eht_channel_layout_internal.h"
+#include "halvane/air/eht_mcs_sets_internal.h"
 #include "halvane/air/element_codec_internal.h"
 
 namespace halvane::air {
@@ -17,20 +18,10 @@ constexpr BitField kParameters[] = {
     {7, 1, "Reserved"},
 };
 
-constexpr BitField kMcs[] = {
-    {0, 4, "Rx Max Nss That Supports EHT-MCS 0-7"},
-    {4, 4, "Tx Max Nss That Supports EHT-MCS 0-7"},
-    {8, 4, "Rx Max Nss That Supports EHT-MCS 8-9"},
-    {12, 4, "Tx Max Nss That Supports EHT-MCS 8-9"},
-    {16, 4, "Rx Max Nss That Supports EHT-MCS 10-11"},
-    {20, 4, "Tx Max Nss That Supports EHT-MCS 10-11"},
-    {24, 4, "Rx Max Nss That Supports EHT-MCS 12-13"},
-    {28, 4, "Tx Max Nss That Supports EHT-MCS 12-13"},
-};
-
 constexpr auto kLayout = [](auto& codec, auto& element) {
     codec.group("EHT Operation Parameters", [&] { codec.bits(element.parameters, kParameters); });
-    codec.group("Basic EHT-MCS and Nss Set", [&] { codec.bits(element.basicMcs.fields, kMcs); });
+    codec.group("Basic EHT-MCS and Nss Set",
+                [&] { codec.bits(element.basicMcs.fields, kEhtMcs20Fields); });
     codec.when(element.parameters.bit(0), element.information, [&](auto& information) {
         codec.group("EHT Operation Information",
                     [&] { kEhtChannelLayout(codec, information, element.parameters.bit(1)); });

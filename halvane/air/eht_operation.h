@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "halvane/air/bit_octets.h"
-#include "halvane/air/eht_mcs_nss_set.h"
+#include "halvane/air/eht_mcs_sets.h"
 #include "halvane/air/element_damage.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/field_sink.h"
@@ -53,7 +53,7 @@ struct HALVANE_EXPORT EhtOperation {
     static constexpr ElementId kId = ElementId::EhtOperation;
 
     BitOctets<1> parameters{};
-    EhtMcsNssSet basicMcs{};                               // that every station of the BSS supports
+    EhtMcsMap<4> basicMcs{};                               // that every station of the BSS supports
     std::optional<EhtOperationInformation> information{};  // absent: HE or VHT decide
     ByteBuffer rest{};
 

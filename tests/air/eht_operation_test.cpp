@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 
-#include "halvane/air/eht_mcs_nss_set.h"
+#include "halvane/air/eht_mcs_sets.h"
 
 #include "tests/air/element_samples.h"
 
@@ -22,10 +22,10 @@ TEST(AirEhtOperation, DecodesEveryField) {
     EXPECT_TRUE(element->isGroupAddressedBuIndicationLimited());
     EXPECT_EQ(element->groupAddressedBuIndicationExponent(), 3);
     EXPECT_TRUE(element->isMcs15Disabled());
-    EXPECT_EQ(element->basicMcs.rxStreams(EhtMcsNssSet::Group::Mcs0To7), 1);
-    EXPECT_EQ(element->basicMcs.txStreams(EhtMcsNssSet::Group::Mcs0To7), 2);
-    EXPECT_EQ(element->basicMcs.rxStreams(EhtMcsNssSet::Group::Mcs10To11), 5);
-    EXPECT_EQ(element->basicMcs.txStreams(EhtMcsNssSet::Group::Mcs12To13), 8);
+    EXPECT_EQ(element->basicMcs.rxStreams(7), 1);
+    EXPECT_EQ(element->basicMcs.txStreams(7), 2);
+    EXPECT_EQ(element->basicMcs.rxStreams(10), 5);
+    EXPECT_EQ(element->basicMcs.txStreams(13), 8);
     ASSERT_TRUE(element->information);
     EXPECT_EQ(element->information->channelWidth(), EhtOperationInformation::ChannelWidth::Mhz320);
     EXPECT_EQ(element->information->centerSegment0, 47);
