@@ -21,7 +21,6 @@ namespace halvane::air {
 // 253: no station uses the category; 254: not available; 255: reserved.
 struct HALVANE_EXPORT BssAcAccessDelay {
     static constexpr ElementId kId = ElementId::BssAcAccessDelay;
-    static constexpr std::size_t kSize = 4;
 
     std::uint8_t bestEffort = 0;
     std::uint8_t background = 0;

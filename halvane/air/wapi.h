@@ -3,6 +3,7 @@
 #ifndef HALVANE_AIR_WAPI_H
 #define HALVANE_AIR_WAPI_H
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -19,9 +20,11 @@
 
 namespace halvane::air {
 
-// IEEE 802.11 gives the same element ID to BSS AC Access Delay, which has four octets.
+// IEEE 802.11 gives the same element ID to BSS AC Access Delay, which has four octets. This element
+// has at least kMinSize, those of its mandatory fields without a suite in its lists.
 struct HALVANE_EXPORT Wapi {
     static constexpr ElementId kId = ElementId::BssAcAccessDelay;
+    static constexpr std::size_t kMinSize = 12;
 
     std::uint16_t version = 1;
     Rsn::Suites akms{};
@@ -34,7 +37,7 @@ struct HALVANE_EXPORT Wapi {
     bool hasPreauthentication() const { return capabilities.bit(0); }
 
     // Whether an element with the ID 68 is this one.
-    static bool isWapi(Octets body) { return body.size() != 4; }
+    static bool isWapi(Octets body) { return body.size() >= kMinSize; }
 
     static std::optional<Wapi> decode(Octets body);
     static std::optional<ElementDamage> describe(Octets body, FieldSink& sink);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <optional>
 #include <string_view>
 

@@ -51,6 +51,9 @@ TEST(AirWapi, SharesItsIdWithAccessDelays) {
     EXPECT_EQ(fieldsOf(bytesOf("01020304")),
               "Average Access Delay For Best Effort=1;Average Access Delay For Background=2;"
               "Average Access Delay For Video=3;Average Access Delay For Voice=4;");
+    EXPECT_FALSE(Wapi::isWapi({}));
+    EXPECT_FALSE(Wapi::isWapi(bytesOf("0100 0000 0000 00147201 00")));
+    EXPECT_TRUE(Wapi::isWapi(bytesOf("0100 0000 0000 00147201 0000")));
     Element element;
     element.id = Wapi::kId;
     const Bytes four = bytesOf("01020304");
