@@ -1,5 +1,7 @@
 #include "halvane/air/profile.h"
 
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include "halvane/air/bss_load.h"
@@ -227,11 +229,13 @@ std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> element
 }  // namespace
 
 BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& radio) {
-    const std::vector<Element> elements = elementsIn(octets);
+    constexpr std::size_t kUsualCount = 32;
+    std::vector<Element> elements;
+    elements.reserve(kUsualCount);
+    auto element = ElementRange(octets).begin();
+    for (; element != std::default_sentinel; ++element) elements.push_back(*element);
+    const TrailingOctets trailing = element.rest();
     const ElementIndex index(elements);
-    const std::size_t end =
-        elements.empty() ? 0 : elements.back().offset + elements.back().octets.size();
-    const TrailingOctets trailing = {end, octets.subspan(end)};
     const Frame frame = {fixed, radio, trailing};
     std::vector<NontransmittedBss> nontransmitted;
     if (index.has(ElementId::MultipleBssid)) nontransmitted = nontransmittedOf(elements, frame);

@@ -2,13 +2,14 @@
 #ifndef HALVANE_AIR_PROFILE_FINDINGS_INTERNAL_H
 #define HALVANE_AIR_PROFILE_FINDINGS_INTERNAL_H
 
+#include <cstddef>
 #include <vector>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/channel_use_internal.h"
 #include "halvane/air/element_index_internal.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/max_rates_internal.h"
-#include "halvane/air/profile.h"
 #include "halvane/air/security_elements_internal.h"
 
 namespace halvane::air {
@@ -28,7 +29,10 @@ struct ProfileParts {
 // Collects the findings of one BSS.
 class FindingCollector {
   public:
-    explicit FindingCollector(const ElementIndex& index) : index_(index) {}
+    explicit FindingCollector(const ElementIndex& index) : index_(index) {
+        constexpr std::size_t kUsualCount = 8;
+        findings_.reserve(kUsualCount);
+    }
 
     // Sources that are missing elements are left out.
     void add(FindingKind kind, const Sources& sources = {}) {

@@ -3,7 +3,6 @@
 #include "halvane/air/multi_link.h"
 #include "halvane/air/multiple_bssid.h"
 #include "halvane/air/operating_class.h"
-#include "halvane/air/profile_findings_internal.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/reduced_neighbor_report.h"
 
@@ -101,37 +100,6 @@ std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bss
 std::optional<int> maxBssidIndicatorOf(const ElementIndex& index) {
     const auto element = index.decode<MultipleBssid>();
     return element ? std::optional<int>(element->maxIndicator) : std::nullopt;
-}
-
-// --- Findings ---
-
-namespace {
-
-using Kind = FindingKind;
-
-void findInMld(const ProfileParts& parts, FindingCollector& findings) {
-    const auto& mld = parts.profile.mld;
-    if (!mld) return;
-    const auto hasMldAddress = [&](const MldLink& link) { return link.address == mld->address; };
-    findings.addIf(std::ranges::any_of(mld->links, hasMldAddress), Kind::MldAddressIsBssid,
-                   mld->sources);
-}
-
-void findInProfiles(const ProfileParts& parts, FindingCollector& findings) {
-    const Sources source = {findings.sourceOf(ElementId::MultipleBssid)};
-    const auto lacksName = [](const NontransmittedBss& bss) { return !bss.profile.ssid; };
-    findings.addIf(std::ranges::any_of(parts.profile.nontransmitted, lacksName),
-                   Kind::ProfileSsidMissing, source);
-}
-
-}  // namespace
-
-void findInLinks(const ProfileParts& parts, FindingCollector& findings) {
-    findInMld(parts, findings);
-    findInProfiles(parts, findings);
-    const auto& he = parts.operation.he;
-    findings.addIf(he && he->isBssColorDisabled(), Kind::ColorDisabled,
-                   {findings.sourceOf(ElementId::HeOperation)});
 }
 
 }  // namespace halvane::air

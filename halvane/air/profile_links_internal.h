@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/element_index_internal.h"
-#include "halvane/air/profile.h"
 
 namespace halvane::air {
 
