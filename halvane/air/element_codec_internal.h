@@ -126,7 +126,7 @@ class ElementReader {
     void bits(BitOctets<Size>& value, std::span<const BitField> parts) {
         const auto part = take(Size);
         if (!part) return;
-        std::ranges::copy(*part, value.octets.begin());
+        for (std::size_t i = 0; i < Size; ++i) value.octets[i] = (*part)[i];
         if (sink_) BitTeller(*sink_, placeBefore(Size), *part).runs(parts);
     }
     // A field of bits whose size `sizeIn` finds in the octets that are left, and whose runs `tell`
@@ -156,7 +156,7 @@ class ElementReader {
     void octets(std::string_view label, std::array<std::uint8_t, Size>& value) {
         const auto part = take(Size);
         if (!part) return;
-        std::ranges::copy(*part, value.begin());
+        for (std::size_t i = 0; i < Size; ++i) value[i] = (*part)[i];
         if (sink_) sink_->octets(placeBefore(Size), label, *part);
     }
     // A network's name of `size` octets. Fails for more octets than a name has.
