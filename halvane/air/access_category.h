@@ -41,6 +41,15 @@ struct ContentionWindow {
     friend constexpr bool operator==(const ContentionWindow&, const ContentionWindow&) = default;
 };
 
+// What EDCA Parameter Set and WMM tell of an access category.
+struct EdcaRecord {
+    AccessPriority priority{};
+    ContentionWindow window{};
+    std::uint16_t txopLimit = 0;  // in units of 32 us; 0: one frame
+
+    friend constexpr bool operator==(const EdcaRecord&, const EdcaRecord&) = default;
+};
+
 // The QoS Info field that an access point sends (9.4.1.17).
 struct ApQosInfo {
     BitOctets<1> fields{};

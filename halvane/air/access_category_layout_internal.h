@@ -46,6 +46,12 @@ inline constexpr auto kAccessRecordsLayout = [](auto& codec, auto& records, auto
     }
 };
 
+inline constexpr auto kEdcaRecordsLayout = [](auto& codec, auto& records) {
+    kAccessRecordsLayout(codec, records, [&](auto& record) {
+        codec.number("TXOP Limit", record.txopLimit, {.unit = "32 us"});
+    });
+};
+
 }  // namespace halvane::air
 
 #endif

@@ -10,9 +10,7 @@ namespace {
 constexpr auto kLayout = [](auto& codec, auto& element) {
     kApQosInfoLayout(codec, element.qosInfo);
     codec.number("Update EDCA Info", element.updateInfo);
-    kAccessRecordsLayout(codec, element.records, [&](auto& record) {
-        codec.number("TXOP Limit", record.txopLimit, {.unit = "32 us"});
-    });
+    kEdcaRecordsLayout(codec, element.records);
     codec.rest(element.rest);
 };
 

@@ -21,20 +21,12 @@ namespace halvane::air {
 struct HALVANE_EXPORT EdcaParameterSet {
     static constexpr ElementId kId = ElementId::EdcaParameterSet;
 
-    struct Record {
-        AccessPriority priority{};
-        ContentionWindow window{};
-        std::uint16_t txopLimit = 0;  // in units of 32 us; 0: one frame
-
-        friend bool operator==(const Record&, const Record&) = default;
-    };
-
     ApQosInfo qosInfo{};
-    std::uint8_t updateInfo = 0;      // of S1G; reserved otherwise
-    std::array<Record, 4> records{};  // of best effort, background, video and voice
+    std::uint8_t updateInfo = 0;          // of S1G; reserved otherwise
+    std::array<EdcaRecord, 4> records{};  // of best effort, background, video and voice
     ByteBuffer rest{};
 
-    constexpr const Record& recordOf(AccessCategoryIndex category) const {
+    constexpr const EdcaRecord& recordOf(AccessCategoryIndex category) const {
         return records[static_cast<std::size_t>(category)];
     }
 

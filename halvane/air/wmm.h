@@ -2,42 +2,26 @@
 #ifndef HALVANE_AIR_WMM_H
 #define HALVANE_AIR_WMM_H
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "halvane/air/access_category.h"
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/element_damage.h"
 #include "halvane/air/field_sink.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
-#include "halvane/base/inline_list.h"
 #include "halvane/base/oui.h"
 
 namespace halvane::air {
 
 enum class WmmSubtype : std::uint8_t { Information = 0, Parameter = 1, Tspec = 2 };
 
-// How frames of one access category contend for the medium.
-struct WmmAccessCategory {
-    BitOctets<1> access{};
-    BitOctets<1> contention{};
-    std::uint16_t txopLimit = 0;  // in units of 32 microseconds; 0: one frame
-
-    constexpr int aifsn() const { return static_cast<int>(access.bits(0, 4)); }  // slots
-    constexpr bool isAdmissionControlled() const { return access.bit(4); }
-    // 0: best effort; 1: background; 2: video; 3: voice.
-    constexpr int index() const { return static_cast<int>(access.bits(5, 2)); }
-    // Slots of the contention window: 2^n - 1.
-    constexpr int minimumWindow() const { return (1 << contention.bits(0, 4)) - 1; }
-    constexpr int maximumWindow() const { return (1 << contention.bits(4, 4)) - 1; }
-
-    friend constexpr bool operator==(const WmmAccessCategory&, const WmmAccessCategory&) = default;
-};
-
 struct WmmParameters {
     std::uint8_t reserved = 0;
-    InlineList<WmmAccessCategory, 4> categories{};  // best effort, background, video, voice
+    std::array<EdcaRecord, 4> records{};  // of best effort, background, video and voice
 
     friend bool operator==(const WmmParameters&, const WmmParameters&) = default;
 };

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "halvane/air/access_category.h"
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/air/element_samples.h"
 
 using halvane::ByteBuffer;
@@ -19,19 +22,18 @@ TEST(AirWmm, DecodesParameters) {
     EXPECT_EQ(wmm->version, 1);
     EXPECT_EQ(wmm->parameterSetCount(), 4);
     EXPECT_TRUE(wmm->isUapsdSupported());
-    const auto& categories = wmm->parameters->categories;
-    ASSERT_EQ(categories.size(), 4u);
-    EXPECT_EQ(categories[0].index(), 0);
-    EXPECT_EQ(categories[0].aifsn(), 3);
-    EXPECT_EQ(categories[0].minimumWindow(), 15);
-    EXPECT_EQ(categories[0].maximumWindow(), 1023);
-    EXPECT_EQ(categories[1].index(), 1);
-    EXPECT_EQ(categories[2].txopLimit, 94);
-    EXPECT_EQ(categories[3].index(), 3);
-    EXPECT_EQ(categories[3].aifsn(), 2);
-    EXPECT_FALSE(categories[3].isAdmissionControlled());
-    EXPECT_EQ(categories[3].minimumWindow(), 3);
-    EXPECT_EQ(categories[3].maximumWindow(), 7);
+    const auto& records = wmm->parameters->records;
+    EXPECT_EQ(records[0].priority.category(), AccessCategoryIndex::BestEffort);
+    EXPECT_EQ(records[0].priority.aifsn(), 3);
+    EXPECT_EQ(records[0].window.min(), 15);
+    EXPECT_EQ(records[0].window.max(), 1023);
+    EXPECT_EQ(records[1].priority.category(), AccessCategoryIndex::Background);
+    EXPECT_EQ(records[2].txopLimit, 94);
+    EXPECT_EQ(records[3].priority.category(), AccessCategoryIndex::Voice);
+    EXPECT_EQ(records[3].priority.aifsn(), 2);
+    EXPECT_FALSE(records[3].priority.isAdmissionMandatory());
+    EXPECT_EQ(records[3].window.min(), 3);
+    EXPECT_EQ(records[3].window.max(), 7);
     EXPECT_EQ(wmm->rest, ByteBuffer({7}));
     EXPECT_FALSE(Wmm::decode(bytesOf("01 01 84 00 03A40000 27A40000 42435E00 62322F")));
 }
