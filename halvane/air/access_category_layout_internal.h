@@ -2,7 +2,12 @@
 #ifndef HALVANE_AIR_ACCESS_CATEGORY_LAYOUT_INTERNAL_H
 #define HALVANE_AIR_ACCESS_CATEGORY_LAYOUT_INTERNAL_H
 
+#include <array>
+#include <cstddef>
+#include <string_view>
+
 #include "halvane/air/element_codec_internal.h"
+#include "halvane/air/field_sink.h"
 
 namespace halvane::air {
 

@@ -3,6 +3,7 @@
 #define HALVANE_AIR_EHT_CHANNEL_LAYOUT_INTERNAL_H
 
 #include "halvane/air/element_codec_internal.h"
+#include "halvane/air/field_sink.h"
 
 namespace halvane::air {
 

@@ -153,10 +153,10 @@ class ElementReader {
     void akm(std::string_view label, Suite& value);
 
     template <std::size_t Size>
-    void octets(std::string_view label, std::array<std::uint8_t, Size>& value) {
+    void octets(std::string_view label, std::array<std::uint8_t, Size>& octets) {
         const auto part = take(Size);
         if (!part) return;
-        for (std::size_t i = 0; i < Size; ++i) value[i] = (*part)[i];
+        for (std::size_t i = 0; i < Size; ++i) octets[i] = (*part)[i];
         if (sink_) sink_->octets(placeBefore(Size), label, *part);
     }
     // A network's name of `size` octets. Fails for more octets than a name has.

@@ -1,7 +1,9 @@
 #include "halvane/air/element_info.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <iterator>
 
 #include "halvane/air/advertisement_protocol.h"
 #include "halvane/air/ap_channel_report.h"

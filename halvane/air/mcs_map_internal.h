@@ -2,7 +2,13 @@
 #ifndef HALVANE_AIR_MCS_MAP_INTERNAL_H
 #define HALVANE_AIR_MCS_MAP_INTERNAL_H
 
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
 #include "halvane/air/element_codec_internal.h"
+#include "halvane/air/field_sink.h"
 
 namespace halvane::air {
 

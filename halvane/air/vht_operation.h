@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_damage.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/field_sink.h"
