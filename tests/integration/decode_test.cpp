@@ -251,15 +251,20 @@ TEST(DecodeHex, DecodesOneElementBuffer) {
         decode({"--hex", "--format=json", "--bssid=02:1a:2b:3c:4d:5e", "--capabilities=0x11", "-"},
                "0004 686f6d65\n01 01 82\n09");
     expectComplaint(result, "standard input", "cut in an element");
-    EXPECT_EQ(json::parse(result.output), (json::array({{{"mac", "02:1A:2B:3C:4D:5E"},
-                                                         {"SSID", "home"},
-                                                         {"SSIDHex", "686f6d65"},
-                                                         {"channelWidth", 20},
-                                                         {"capabilities", 17},
-                                                         {"supportedRates", {1}},
-                                                         {"maxPHYRate", 1},
-                                                         {"securityFriendlyName", "WEP"},
-                                                         {"invalidIEs", "09"}}})));
+    json records = json::parse(result.output);
+    EXPECT_EQ(records.at(0).at("air").at("security"), "WEP");
+    EXPECT_EQ(records.at(0).at("elements").size(), 3U);
+    EXPECT_EQ(records.at(0).at("findings").at(0).at("id"), "wep");
+    for (const char* const added : {"air", "elements", "findings"}) records.at(0).erase(added);
+    EXPECT_EQ(records, (json::array({{{"mac", "02:1A:2B:3C:4D:5E"},
+                                      {"SSID", "home"},
+                                      {"SSIDHex", "686f6d65"},
+                                      {"channelWidth", 20},
+                                      {"capabilities", 17},
+                                      {"supportedRates", {1}},
+                                      {"maxPHYRate", 1},
+                                      {"securityFriendlyName", "WEP"},
+                                      {"invalidIEs", "09"}}})));
     EXPECT_EQ(decode({"--hex", "-"}, "0004686f6d65").status, 0);
 }
 
