@@ -95,6 +95,11 @@ std::optional<WideChannel> blockOf(const Channel& primary, ChannelWidth width) {
     return std::nullopt;
 }
 
+// Two of 320 MHz, which overlap.
+constexpr ChannelWidth kWidths[] = {ChannelWidth::Mhz20,       ChannelWidth::Mhz40,
+                                    ChannelWidth::Mhz80,       ChannelWidth::Mhz160,
+                                    ChannelWidth::Mhz320First, ChannelWidth::Mhz320Second};
+
 // The channel whose centre it is.
 std::optional<WideChannel> blockAt(const Channel& center, ChannelWidth width) {
     const WideChannel block{center, width};
@@ -151,14 +156,28 @@ std::optional<WideChannel> wideChannelAt(const Channel& center, int megahertz) {
         if (center.number < kFirst40At2_4 || center.number > kLast40At2_4) return std::nullopt;
         return WideChannel{center, ChannelWidth::Mhz40};
     }
-    constexpr ChannelWidth kWidths[] = {ChannelWidth::Mhz20,       ChannelWidth::Mhz40,
-                                        ChannelWidth::Mhz80,       ChannelWidth::Mhz160,
-                                        ChannelWidth::Mhz320First, ChannelWidth::Mhz320Second};
     for (const ChannelWidth width : kWidths) {
         if (megahertzOf(width) != megahertz) continue;
         if (const auto channel = blockAt(center, width)) return channel;
     }
     return std::nullopt;
+}
+
+WideChannels widerChannelsOf(const WideChannel& channel) {
+    WideChannels wider;
+    if (channel.center.band == Band::Ghz2) {
+        if (channel.width != ChannelWidth::Mhz20) return wider;
+        for (const int center : {channel.center.number - 2, channel.center.number + 2}) {
+            const Channel at{Band::Ghz2, static_cast<std::uint8_t>(center)};
+            if (const auto wide = wideChannelAt(at, 40)) wider.push_back(*wide);
+        }
+        return wider;
+    }
+    for (const ChannelWidth width : kWidths) {
+        if (megahertzOf(width) <= megahertzOf(channel.width)) continue;
+        if (const auto wide = wideChannelOf(channel.subchannel(0), width)) wider.push_back(*wide);
+    }
+    return wider;
 }
 
 }  // namespace halvane::air

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "halvane/base/export.h"
+#include "halvane/base/inline_list.h"
 
 namespace halvane::air {
 
@@ -95,6 +96,11 @@ HALVANE_EXPORT std::optional<WideChannel> wideChannelOf(const Channel& primary, 
 // Returns the channel of `megahertz` (20, 40, 80, 160 or 320) with that centre; absent if it is not
 // one of the standard's.
 HALVANE_EXPORT std::optional<WideChannel> wideChannelAt(const Channel& center, int megahertz);
+
+// Returns the wider channels that have all of `channel` in them, narrow ones first. There may be
+// two of 320 MHz, and two of 40 MHz at 2.4 GHz.
+using WideChannels = InlineList<WideChannel, 6>;
+HALVANE_EXPORT WideChannels widerChannelsOf(const WideChannel& channel);
 
 }  // namespace halvane::air
 

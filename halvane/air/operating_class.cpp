@@ -77,15 +77,18 @@ constexpr auto k25To27 = numbers<3>(25, 1);
 constexpr auto kLower = OperatingClass::Primary::Lower;
 constexpr auto kUpper = OperatingClass::Primary::Upper;
 constexpr auto kAny = OperatingClass::Primary::Any;
+constexpr auto kEnergy = OperatingClass::Demand::EnergyDetection;
+constexpr auto kNomadic = OperatingClass::Demand::Nomadic;
+constexpr auto kExempt = OperatingClass::Demand::LicenseExempt;
 
 constexpr OperatingClass kClasses[] = {
     {81, Band::Ghz2, 2407000, 25, k1To13},
     {82, Band::Ghz2, 2414000, 25, k14},
     {83, Band::Ghz2, 2407000, 40, k1To9, false, kLower},
     {84, Band::Ghz2, 2407000, 40, k5To13, false, kUpper},
-    {94, Band::Ghz3, 3000000, 20, k133And137},
-    {95, Band::Ghz3, 3000000, 10, k132To138},
-    {96, Band::Ghz3, 3002500, 5, k131To138},
+    {94, Band::Ghz3, 3000000, 20, k133And137, false, kAny, false, false, kEnergy},
+    {95, Band::Ghz3, 3000000, 10, k132To138, false, kAny, false, false, kEnergy},
+    {96, Band::Ghz3, 3002500, 5, k131To138, false, kAny, false, false, kEnergy},
     {101, Band::Ghz4, 4850000, 20, k21And25},
     {102, Band::Ghz4, 4890000, 10, k11To19},
     {103, Band::Ghz4, 4937500, 5, k1To10},
@@ -109,8 +112,8 @@ constexpr OperatingClass kClasses[] = {
     {121, Band::Ghz5, 5000000, 20, k100To144, false, kAny, true},
     {122, Band::Ghz5, 5000000, 40, k100To140, false, kLower, true},
     {123, Band::Ghz5, 5000000, 40, k104To144, false, kUpper, true},
-    {124, Band::Ghz5, 5000000, 20, k149To161},
-    {125, Band::Ghz5, 5000000, 20, k149To177},
+    {124, Band::Ghz5, 5000000, 20, k149To161, false, kAny, false, false, kNomadic},
+    {125, Band::Ghz5, 5000000, 20, k149To177, false, kAny, false, false, kExempt},
     {126, Band::Ghz5, 5000000, 40, k149To173, false, kLower},
     {127, Band::Ghz5, 5000000, 40, k153To177, false, kUpper},
     {128, Band::Ghz5, 5000000, 80, k80At5, true},
@@ -136,6 +139,22 @@ constexpr ChannelWidth kWidths[] = {ChannelWidth::Mhz20,       ChannelWidth::Mhz
                                     ChannelWidth::Mhz320First, ChannelWidth::Mhz320Second};
 
 }  // namespace
+
+InlineList<std::string_view, 4> OperatingClass::behaviorLimits() const {
+    constexpr std::string_view kPrimaries[] = {"", "PrimaryChannelLowerBehavior",
+                                               "PrimaryChannelUpperBehavior"};
+    constexpr std::string_view kDemands[] = {"", "CCA-EDBehavior", "NomadicBehavior",
+                                             "LicenseExemptBehavior"};
+    InlineList<std::string_view, 4> limits;
+    const auto add = [&](bool holds, std::string_view name) {
+        if (holds) limits.push_back(name);
+    };
+    add(primary != Primary::Any, kPrimaries[static_cast<int>(primary)]);
+    add(needsRadarDetection, "DFS_50_100_Behavior");
+    add(isPair, "80+");
+    add(demand != Demand::None, kDemands[static_cast<int>(demand)]);
+    return limits;
+}
 
 bool OperatingClass::hasCenter(std::uint8_t channel) const {
     return hasCenters && std::ranges::find(channels, channel) != channels.end();

@@ -9,15 +9,19 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "halvane/air/channel.h"
 #include "halvane/base/export.h"
+#include "halvane/base/inline_list.h"
 
 namespace halvane::air {
 
 struct HALVANE_EXPORT OperatingClass {
     // Where the primary channel of a 40 MHz channel is.
     enum class Primary : std::uint8_t { Any, Lower, Upper };
+    // What else annex D demands there: CCA-EDBehavior, NomadicBehavior, LicenseExemptBehavior.
+    enum class Demand : std::uint8_t { None, EnergyDetection, Nomadic, LicenseExempt };
 
     std::uint8_t number = 0;
     Band band = Band::Ghz2;
@@ -30,12 +34,17 @@ struct HALVANE_EXPORT OperatingClass {
     Primary primary = Primary::Any;
     bool needsRadarDetection = false;  // DFS_50_100_Behavior
     bool isPair = false;               // two channels apart from each other: 80+80
+    Demand demand = Demand::None;
 
     // The width of the channels in MHz; 160 for 80+80.
     int width() const { return isPair ? 2 * spacing : spacing; }
     // Whether the class has the primary channel, or lists the number as a centre.
     bool hasPrimary(std::uint8_t channel) const;
     bool hasCenter(std::uint8_t channel) const;
+    // The behaviour limits by the names of annex D, except UseEirpForVHTTxPowEnv, which tells how
+    // to read Transmit Power Envelope: "PrimaryChannelLowerBehavior", "DFS_50_100_Behavior", "80+"
+    // ...
+    InlineList<std::string_view, 4> behaviorLimits() const;
     // The centre frequency of a number that the class lists or has as a primary channel, in kHz.
     std::optional<std::uint32_t> frequency(std::uint8_t channel) const;
     // The channel of the class that has the primary channel in it, or that has it as one half for

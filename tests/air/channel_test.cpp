@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <optional>
+#include <vector>
 
 using namespace halvane::air;
 
@@ -175,6 +176,29 @@ TEST(AirChannel, PlacesThePrimary) {
     EXPECT_EQ(channel->subchannel(15), (Channel{Band::Ghz6, 93}));
     EXPECT_EQ(channel->indexOf({Band::Ghz6, 37}), 1);
     EXPECT_EQ(channel->indexOf({Band::Ghz5, 37}), std::nullopt);
+}
+
+TEST(AirChannel, FindsTheWiderChannels) {
+    const auto centers = [](Band band, int number, ChannelWidth width) {
+        std::vector<int> numbers;
+        const Channel center{band, static_cast<std::uint8_t>(number)};
+        for (const WideChannel& wide : widerChannelsOf({center, width})) {
+            numbers.push_back(wide.center.number);
+        }
+        return numbers;
+    };
+    EXPECT_EQ(centers(Band::Ghz2, 1, ChannelWidth::Mhz20), std::vector{3});
+    EXPECT_EQ(centers(Band::Ghz2, 6, ChannelWidth::Mhz20), (std::vector{4, 8}));
+    EXPECT_EQ(centers(Band::Ghz2, 13, ChannelWidth::Mhz20), std::vector{11});
+    EXPECT_EQ(centers(Band::Ghz2, 14, ChannelWidth::Mhz20), std::vector<int>());
+    EXPECT_EQ(centers(Band::Ghz2, 6, ChannelWidth::Mhz40), std::vector<int>());
+    EXPECT_EQ(centers(Band::Ghz5, 36, ChannelWidth::Mhz20), (std::vector{38, 42, 50}));
+    EXPECT_EQ(centers(Band::Ghz5, 58, ChannelWidth::Mhz80), std::vector{50});
+    EXPECT_EQ(centers(Band::Ghz5, 42, ChannelWidth::Mhz20), std::vector<int>());
+    EXPECT_EQ(centers(Band::Ghz6, 1, ChannelWidth::Mhz20), (std::vector{3, 7, 15, 31}));
+    EXPECT_EQ(centers(Band::Ghz6, 33, ChannelWidth::Mhz20), (std::vector{35, 39, 47, 31, 63}));
+    EXPECT_EQ(centers(Band::Ghz6, 47, ChannelWidth::Mhz160), (std::vector{31, 63}));
+    EXPECT_EQ(centers(Band::Ghz6, 233, ChannelWidth::Mhz20), std::vector<int>());
 }
 
 }  // namespace

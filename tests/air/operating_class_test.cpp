@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "halvane/air/channel.h"
 
@@ -116,6 +118,24 @@ TEST(AirOperatingClass, TellsWhereRadarDetectionIsNeeded) {
     EXPECT_TRUE(operatingClass(130)->isPair);
     EXPECT_TRUE(operatingClass(135)->isPair);
     EXPECT_FALSE(operatingClass(133)->isPair);
+}
+
+TEST(AirOperatingClass, TellsItsBehaviorLimits) {
+    const auto limits = [](std::uint8_t number) {
+        const auto list = operatingClass(number)->behaviorLimits();
+        return std::vector<std::string>(list.begin(), list.end());
+    };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(limits(81), Names());
+    EXPECT_EQ(limits(83), Names{"PrimaryChannelLowerBehavior"});
+    EXPECT_EQ(limits(84), Names{"PrimaryChannelUpperBehavior"});
+    EXPECT_EQ(limits(95), Names{"CCA-EDBehavior"});
+    EXPECT_EQ(limits(118), Names{"DFS_50_100_Behavior"});
+    EXPECT_EQ(limits(123), (Names{"PrimaryChannelUpperBehavior", "DFS_50_100_Behavior"}));
+    EXPECT_EQ(limits(124), Names{"NomadicBehavior"});
+    EXPECT_EQ(limits(125), Names{"LicenseExemptBehavior"});
+    EXPECT_EQ(limits(130), Names{"80+"});
+    EXPECT_EQ(limits(131), Names());
 }
 
 }  // namespace
