@@ -12,16 +12,11 @@ namespace {
 constexpr std::uint32_t kKilohertz = 1000;  // in a MHz
 constexpr int kHalfOf40 = 2;                // channel numbers from a 20 MHz channel to its 40
 
-// Classes 81 and 82 state the spacing of DSSS channels; their channels have 20 MHz as others have.
-std::uint16_t widthOf(const OperatingClass& row) {
-    constexpr std::uint16_t kDsssSpacing = 25;
-    return row.spacing == kDsssSpacing ? 20 : row.spacing;
-}
-
 // The channel that a class means by a number of its list.
 PlannedChannel channelOf(const OperatingClass& row, std::uint8_t listed) {
     const std::uint32_t frequency = row.frequency(listed).value_or(0);
-    PlannedChannel channel{row.band, listed, widthOf(row), frequency, {row.number}};
+    PlannedChannel channel{
+        row.band, listed, static_cast<std::uint16_t>(row.channelWidth()), frequency, {row.number}};
     channel.needsRadarDetection = row.needsRadarDetection;
     channel.isSegment = row.isPair;
     if (row.primary == OperatingClass::Primary::Any) return channel;
@@ -95,7 +90,8 @@ InlineList<std::uint8_t, 16> usableClassesOf(const PlannedChannel& channel) {
     for (const OperatingClass& row : operatingClasses()) {
         const bool isItsOwn = channel.classes.contains(row.number);
         const bool isPrimary = channel.width == 20 && channel.wide() && row.band == channel.band &&
-                               widthOf(row) > channel.width && row.hasPrimary(channel.number) &&
+                               row.channelWidth() > channel.width &&
+                               row.hasPrimary(channel.number) &&
                                row.frequency(channel.number) == channel.frequency;
         if (isItsOwn || isPrimary) numbers.push_back(row.number);
     }

@@ -181,10 +181,9 @@ std::optional<WideChannel> OperatingClass::wideChannel(std::uint8_t channel) con
         const int center = primary == Primary::Lower ? channel + 2 : channel - 2;
         return wideChannelAt({band, static_cast<std::uint8_t>(center)}, spacing);
     }
-    const int megahertz = spacing == 25 ? 20 : spacing;
     std::optional<WideChannel> found;
     for (const ChannelWidth candidate : kWidths) {
-        if (megahertzOf(candidate) != megahertz) continue;
+        if (megahertzOf(candidate) != channelWidth()) continue;
         const auto wide = wideChannelOf({band, channel}, candidate);
         if (!wide) continue;
         if (found) return std::nullopt;

@@ -38,6 +38,9 @@ struct HALVANE_EXPORT OperatingClass {
 
     // The width of the channels in MHz; 160 for 80+80.
     int width() const { return isPair ? 2 * spacing : spacing; }
+    // The width of one of its channels in MHz: as `spacing`, but 20 for the DSSS channels of the
+    // classes 81 and 82, which are 25 MHz apart from each other.
+    int channelWidth() const { return spacing == 25 ? 20 : spacing; }
     // Whether the class has the primary channel, or lists the number as a centre.
     bool hasPrimary(std::uint8_t channel) const;
     bool hasCenter(std::uint8_t channel) const;

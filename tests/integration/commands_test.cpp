@@ -219,6 +219,48 @@ TEST(Channels, AreRefusedInAnotherFormatWithOneMessage) {
     expectUsage({"channels", "--format=xml", "6", "x"}, message);
 }
 
+TEST(Channels, OfAllBandsAreHeldAsFiles) {
+    const std::filesystem::path golden = HALVANE_GOLDEN;
+    const auto channels = runTool({"channels", "--band=all", "--width=all"});
+    EXPECT_EQ(channels.status, 0);
+    EXPECT_EQ(channels.errors, "");
+    expectGolden(channels.output, golden / "channels_all.txt");
+    const auto classes = runTool({"channels", "--class=all"});
+    EXPECT_EQ(classes.status, 0);
+    EXPECT_EQ(classes.errors, "");
+    expectGolden(classes.output, golden / "channels_classes.txt");
+}
+
+TEST(Channels, OfABandAreToldToBeUnknown) {
+    const auto some = runTool({"channels", "--band=5", "--format=jsonl", "36", "5955", "15", "50"});
+    EXPECT_EQ(some.status, 1);
+    EXPECT_EQ(std::count(some.output.begin(), some.output.end(), '\n'), 2);
+    EXPECT_EQ(some.errors,
+              "halvane: channels: no channel at 5955 MHz in the 5 GHz band\n"
+              "halvane: channels: no channel 15 in the 5 GHz band\n");
+    expectMessage(runTool({"channels", "--channel=255"}), 1, "halvane: channels: no channel 255\n");
+    expectMessage(runTool({"channels", "--width=80+80", "--channel=2"}), 1,
+                  "halvane: channels: no channel 2 of 80+80 MHz\n");
+    expectMessage(runTool({"channels", "--psc", "--channel=1"}), 1,
+                  "halvane: channels: no preferred scanning channel 1\n");
+    expectMessage(runTool({"channels", "--class=99"}), 1,
+                  "halvane: channels: no operating class 99\n");
+    for (const std::string band : {"S1G", "5.9"}) {
+        const std::string name = band == "S1G" ? band : band + " GHz";
+        expectMessage(
+            runTool({"channels", "--band", band}), 1,
+            "halvane: channels: the channels of " + name + " differ from country to country\n");
+    }
+    EXPECT_EQ(runTool({"channels", "--channel=255", "--format=json"}).output, "[]\n");
+}
+
+TEST(Channels, OptionsThatContradictAreRefused) {
+    expectUsage({"channels", "--channel=1", "--frequency=5955"},
+                "halvane: channels: --channel and --frequency do not go together\n");
+    expectUsage({"channels", "--band=2.4", "--width=80"},
+                "halvane: channels: the 2.4 GHz band has no channels of 80 MHz\n");
+}
+
 TEST(SKUs, AreATable) {
     const auto result = runTool({"skus"});
     EXPECT_EQ(result.status, 0);

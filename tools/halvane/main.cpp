@@ -6,6 +6,7 @@
 #include "halvane/utils/log.h"
 
 #include "tools/halvane/commands/command.h"
+#include "tools/halvane/options/channel_options.h"
 #include "tools/halvane/options/decode_options.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_files.h"
@@ -60,7 +61,9 @@ const CLIOption kCommands[] = {
      .subOptions = gChannelsOptions,
      .shortHelp = "print channels and their frequencies",
      .longHelp = "Prints the channels of the 2.4 GHz and 5 GHz bands: number, centre\n"
-                 "frequency, and the channel that is the other half of the 40 MHz channel."},
+                 "frequency, and the channel that is the other half of the 40 MHz channel.\n"
+                 "With --band, --width, --class, --channel, --frequency or --psc instead those\n"
+                 "of all bands, of all widths and of all operating classes."},
     {.type = kCLICommand,
      .longName = "skus",
      .handler = handle<skusCommand>,

@@ -1,5 +1,5 @@
-// The channels of the 2.4 GHz and 5 GHz bands: all of them, or those that the arguments name.
-#include <cstdint>
+// The channels of the 2.4 GHz and 5 GHz bands in the channel map: all of them, or those that the
+// arguments name. Options choose from the channels of all bands instead.
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -9,11 +9,10 @@
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/regulatory/channel.h"
-#include "halvane/utils/cli.h"
 
+#include "tools/halvane/commands/channel_plan.h"
 #include "tools/halvane/commands/command.h"
-#include "tools/halvane/options/argument.h"
-#include "tools/halvane/options/format_option.h"
+#include "tools/halvane/options/channel_options.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/json_record.h"
 #include "tools/halvane/output/json_writer.h"
@@ -24,10 +23,6 @@
 namespace halvane::tool {
 
 namespace {
-
-// A channel number is one octet in every element. Every frequency in MHz is larger.
-constexpr std::uint64_t kLastNumber = 255;
-constexpr std::uint64_t kLastFrequency = 99999;
 
 struct Channel {
     unsigned number;
@@ -65,17 +60,16 @@ std::optional<Channel> channelOfFrequency(unsigned frequency) {
 
 std::vector<Channel> allChannels() {
     std::vector<Channel> channels;
-    for (unsigned number = 1; number <= kLastNumber; ++number) {
+    for (unsigned number = 1; number <= kLastChannelNumber; ++number) {
         if (const auto channel = channelOfNumber(number)) channels.push_back(*channel);
     }
     return channels;
 }
 
 // Returns the requested channels. Sets `areAllKnown` to false if one does not exist.
-std::vector<Channel> channelsOf(const std::vector<unsigned>& asked, bool& areAllKnown) {
+std::vector<Channel> channelsOf(const std::vector<ChannelQuery>& asked, bool& areAllKnown) {
     std::vector<Channel> channels;
-    for (const unsigned value : asked) {
-        const bool isNumber = value <= kLastNumber;
+    for (const auto& [isNumber, value] : asked) {
         if (const auto channel = isNumber ? channelOfNumber(value) : channelOfFrequency(value)) {
             channels.push_back(*channel);
             continue;
@@ -117,33 +111,13 @@ void print(const std::vector<Channel>& channels, Format format) {
 
 }  // namespace
 
-CLIOption gChannelsOptions[] = {
-    formatOption("json, plist: one document; jsonl: one line per channel."),
-    {.type = kCLIArgument,
-     .longName = "NUMBER|FREQUENCY...",
-     .flags = kCLIOptionalValue,
-     .shortHelp = "up to 255 a channel, above it a frequency in MHz"},
-    {.type = kCLISection,
-     .shortHelp = "EXIT STATUS",
-     .longHelp = "0 success; 1 a channel is unknown, or writing failed; 2 usage error."},
-    {.type = kCLIEnd},
-};
-
 int channelsCommand() {
-    const std::vector<std::string> arguments = takeArguments();
-    const auto format = takeFormat();
-    if (!format) return refuse("channels", format.error());
-    std::vector<unsigned> asked;
-    for (const std::string& argument : arguments) {
-        const auto value = decimalOf(argument);
-        if (!value || *value > kLastFrequency) {
-            return refuse("channels",
-                          "'" + argument + "' is no channel number and no frequency in MHz");
-        }
-        asked.push_back(static_cast<unsigned>(*value));
-    }
+    const auto options = takeChannelOptions();
+    if (!options) return refuse("channels", options.error());
+    if (options->isPlan) return printChosenChannels(*options);
     bool areAllKnown = true;
-    print(asked.empty() ? allChannels() : channelsOf(asked, areAllKnown), *format);
+    print(options->asked.empty() ? allChannels() : channelsOf(options->asked, areAllKnown),
+          options->format);
     return areAllKnown ? kExitDone : kExitFailed;
 }
 

@@ -38,11 +38,11 @@ void handle() {
 }
 
 // The options of each command, and the command. Those of decodeCommand() are gDecodeOptions
-// (options/decode_options.h).
+// (options/decode_options.h), those of channelsCommand() gChannelsOptions
+// (options/channel_options.h).
 int decodeCommand();
 extern CLIOption gElementsOptions[];
 int elementsCommand();
-extern CLIOption gChannelsOptions[];
 int channelsCommand();
 extern CLIOption gSKUsOptions[];
 int skusCommand();
