@@ -25,8 +25,8 @@ struct HALVANE_EXPORT OperatingClass {
 
     std::uint8_t number = 0;
     Band band = Band::Ghz2;
-    std::uint32_t start = 0;    // kHz, where channel number 0 would be
     std::uint16_t spacing = 0;  // MHz: the width of the channels; 80 for 80+80
+    std::uint32_t start = 0;    // kHz, where channel number 0 would be
     // Of the primary channel for 20 MHz and less and for 40 MHz below 6 GHz, otherwise of the
     // centre.
     std::span<const std::uint8_t> channels{};
