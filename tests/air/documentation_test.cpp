@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/rule.h"

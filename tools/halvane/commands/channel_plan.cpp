@@ -1,6 +1,7 @@
 #include "tools/halvane/commands/channel_plan.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <optional>

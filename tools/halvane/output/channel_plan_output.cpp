@@ -27,7 +27,7 @@ using Class = air::OperatingClass;
 
 constexpr const char* kNone = "-";
 
-std::string orNone(std::string text) {
+std::string orNone(const std::string& text) {
     return text.empty() ? kNone : text;
 }
 

@@ -4,6 +4,7 @@
 #ifndef TOOLS_HALVANE_OUTPUT_CHANNEL_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_CHANNEL_PROPERTIES_H
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,7 +34,7 @@ inline std::optional<std::vector<int>> partsOf(const air::PlannedChannel& channe
     const auto wide = channel.wide();
     if (!wide) return std::nullopt;
     std::vector<int> numbers;
-    // Channels of 2.4 GHz are 5 MHz apart, so those of 20 MHz in 40 MHz are its two halves.
+    numbers.reserve(static_cast<std::size_t>(wide->subchannelCount()));
     for (int i = 0; i < wide->subchannelCount(); ++i) {
         numbers.push_back(wide->subchannel(i).number);
     }
@@ -53,6 +54,7 @@ struct ListedChannel {
 
 inline std::vector<ListedChannel> channelsIn(const air::OperatingClass& row) {
     std::vector<ListedChannel> channels;
+    channels.reserve(row.channels.size());
     for (const std::uint8_t number : row.channels) {
         channels.push_back({number, row.frequency(number).value_or(0)});
     }
