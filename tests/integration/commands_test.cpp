@@ -151,6 +151,7 @@ TEST(Channels, AreATable) {
         "      1   2412 MHz          -\n";
     EXPECT_EQ(result.output.substr(0, start.size()), start);
     EXPECT_NE(result.output.find("\n     36   5180 MHz         40\n"), std::string::npos);
+    expectGolden(result.output, std::filesystem::path(HALVANE_GOLDEN) / "channels.txt");
 }
 
 TEST(Channels, AreFoundByNumberAndByFrequency) {
