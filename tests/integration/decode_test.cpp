@@ -183,14 +183,25 @@ TEST(Decode, ShowsSetupAttributesUnderTheirNames) {
     EXPECT_TRUE(hasDevices);
 }
 
+// The text of a file that this version may not change. HALVANE_UPDATE_GOLDEN=1 only makes it where
+// it is missing.
+void expectOldGolden(const std::string& text, const std::filesystem::path& path) {
+    if (!std::filesystem::exists(path)) return expectGolden(text, path);
+    EXPECT_EQ(text, contentsOf(path)) << path;
+}
+
 // The output for every sample, with every key and value, is kept in files, so that it stays as
 // programs read it. To change it on purpose, write the tool's output there. NAME.jsonl holds what a
 // record starts with, and NAME.air.jsonl the sections that follow it.
 TEST(Decode, PrintsTheSamplesAsEverBefore) {
     const std::string joint = ",\"air\":";
-    for (const char* name : {"neighbourhood.pcap", "elements.pcap", "security.pcap", "setup.pcap",
-                             "country.pcapng", "damaged.pcap"}) {
-        std::istringstream lines(decode({"--format=jsonl", "--per-frame", sample(name)}).output);
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(kSamples)) {
+        const std::string name = entry.path().filename().string();
+        if (!entry.path().extension().string().starts_with(".pcap")) continue;
+        ++count;
+        const auto output = decode({"--format=jsonl", "--per-frame", sample(name.c_str())}).output;
+        std::istringstream lines(output);
         std::string records;
         std::string sections;
         for (std::string line; std::getline(lines, line);) {
@@ -200,9 +211,10 @@ TEST(Decode, PrintsTheSamplesAsEverBefore) {
             sections += "{" + line.substr(end + 1) + "\n";
         }
         EXPECT_FALSE(records.empty()) << name;
-        EXPECT_EQ(records, contentsOf(kGolden / (std::string(name) + ".jsonl"))) << name;
-        expectGolden(sections, kGolden / (std::string(name) + ".air.jsonl"));
+        expectOldGolden(records, kGolden / (name + ".jsonl"));
+        expectGolden(sections, kGolden / (name + ".air.jsonl"));
     }
+    EXPECT_GE(count, 6);
 }
 
 TEST(Decode, HeadsTheTextOfAFrameWithWhereItComesFrom) {
