@@ -95,15 +95,16 @@ void ElementReader::tellNumber(const FieldPlace& place, std::string_view label, 
 }
 
 void BitTeller::run(const BitField& part) {
-    if (part.first + part.count > 8 * octets_.size()) return;
+    const std::size_t end = 8 * octets_.size();
+    if (part.first >= end) return;
     FieldPlace bits = place_;
     bits.firstBit = part.first;
-    bits.bitCount = part.count;
-    const std::uint32_t value = bitsOf(octets_, part.first, part.count);
+    bits.bitCount = static_cast<std::uint8_t>(std::min<std::size_t>(part.count, end - part.first));
+    const std::uint32_t value = bitsOf(octets_, part.first, bits.bitCount);
     if (part.count == 1 && part.form.names.empty()) {
         sink_.flag(bits, part.label, value != 0);
     } else {
-        sink_.number(bits, part.label, valueOf(value, part.count, part.form), part.form);
+        sink_.number(bits, part.label, valueOf(value, bits.bitCount, part.form), part.form);
     }
 }
 

@@ -57,7 +57,7 @@ class BitTeller {
     BitTeller(FieldSink& sink, const FieldPlace& place, Octets octets)
         : sink_(sink), place_(place), octets_(octets) {}
 
-    // A run that does not lie within the octets is left out.
+    // A run past the octets is left out. Of one that they end in, the missing bits are not set.
     void run(const BitField& part);
     void runs(std::span<const BitField> parts) {
         for (const BitField& part : parts) run(part);

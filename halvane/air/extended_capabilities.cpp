@@ -103,13 +103,13 @@ constexpr BitField kCapabilities[] = {
     {89, 1, "TWT Parameters Range Support"},
     {90, 1, "Non-TB Ranging Responder"},
     {91, 1, "TB Ranging Responder"},
-    {92, 1, "TB Ranging Responder Measurement Support"},
-    {93, 1, "Passive TB Ranging Responder Measurement Support"},
-    {94, 1, "Passive TB Ranging Initiator Measurement Support"},
-    {95, 1, "AOA Measurement Available"},
-    {96, 1, "Phase Shift Feedback Support"},
-    {97, 1, "DMG/Location Supporting APs In The Area"},
-    {98, 1, "I2R LMR Feedback Policy"},
+    {92, 1, "Passive TB Ranging Responder Measurement Support"},
+    {93, 1, "Passive TB Ranging Initiator Measurement Support"},
+    {94, 1, "AOA Measurement Available"},
+    {95, 1, "Phase Shift Feedback Support"},
+    {96, 1, "DMG/Location Supporting APs In The Area"},
+    {97, 1, "I2R LMR Feedback Policy"},
+    {98, 6, "Reserved"},
 };
 
 constexpr auto kLayout = [](auto& codec, auto& element) {

@@ -18,7 +18,7 @@
 namespace halvane::air {
 
 // The flags, by bit. 77 to 80, 83 and 89 are of 802.11ax, 88 is of the Wi-Fi Alliance's WPA3, 90 to
-// 98 are of 802.11az.
+// 97 are of 802.11az.
 enum class ExtendedCapability : std::uint8_t {
     Coexistence2040 = 0,
     GeneralLink = 1,
@@ -103,13 +103,12 @@ enum class ExtendedCapability : std::uint8_t {
     TwtParametersRange = 89,
     NonTbRangingResponder = 90,
     TbRangingResponder = 91,
-    TbRangingResponderMeasurement = 92,
-    PassiveTbRangingResponderMeasurement = 93,
-    PassiveTbRangingInitiatorMeasurement = 94,
-    AoaMeasurement = 95,
-    PhaseShiftFeedback = 96,
-    LocationSupportingAps = 97,
-    I2rLmrFeedback = 98,
+    PassiveTbRangingResponderMeasurement = 92,
+    PassiveTbRangingInitiatorMeasurement = 93,
+    AoaMeasurement = 94,
+    PhaseShiftFeedback = 95,
+    LocationSupportingAps = 96,
+    I2rLmrFeedback = 97,
 };
 
 struct HALVANE_EXPORT ExtendedCapabilities {

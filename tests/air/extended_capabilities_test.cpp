@@ -1,6 +1,7 @@
 #include "halvane/air/extended_capabilities.h"
 
 #include <gtest/gtest.h>
+#include <string>
 
 #include "tests/air/element_samples.h"
 #include "tests/air/told_fields.h"
@@ -46,6 +47,30 @@ TEST(AirExtendedCapabilities, MayHaveAnyLength) {
               "20/40 BSS Coexistence Management Support=0;General Link=0;"
               "Extended Channel Switching=1;GLK-GCR=0;PSMP Capability=0;Reserved=0;"
               "S-PSMP Support=0;Event=0;");
+}
+
+// Bits 63 and 64 are one field. Where the second octet is missing, its bit is not set.
+TEST(AirExtendedCapabilities, TellsAFieldThatTheEndCuts) {
+    ToldFields fields;
+    EXPECT_FALSE(ExtendedCapabilities::describe(bytesOf("0000000000000080"), fields));
+    EXPECT_TRUE(fields.text_.ends_with("Max Number Of MSDUs In A-MSDU=32;")) << fields.text_;
+}
+
+// 802.11az, table 9-190: eight flags from bit 90 on.
+TEST(AirExtendedCapabilities, NamesTheFlagsOfRanging) {
+    const auto extended = ExtendedCapabilities::decode(bytesOf("0000000000000000000000 50 02"));
+    ASSERT_TRUE(extended);
+    EXPECT_TRUE(extended->has(ExtendedCapability::PassiveTbRangingResponderMeasurement));
+    EXPECT_FALSE(extended->has(ExtendedCapability::PassiveTbRangingInitiatorMeasurement));
+    EXPECT_TRUE(extended->has(ExtendedCapability::AoaMeasurement));
+    EXPECT_TRUE(extended->has(ExtendedCapability::I2rLmrFeedback));
+    ToldFields fields;
+    EXPECT_FALSE(ExtendedCapabilities::describe(extended->encode(), fields));
+    EXPECT_NE(fields.text_.find("AOA Measurement Available=1;Phase Shift Feedback Support=0;"
+                                "DMG/Location Supporting APs In The Area=0;"
+                                "I2R LMR Feedback Policy=1;Reserved=0;"),
+              std::string::npos)
+        << fields.text_;
 }
 
 TEST(AirExtendedCapabilities, GrowsWithItsFlags) {
