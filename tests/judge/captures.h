@@ -61,6 +61,8 @@ inline std::vector<Bytes> judgedSamples() {
              "D8 0F 00 6128 0102030405060708 40 0002 01",
              // Reduced Neighbor Report: one channel with BSSID, short SSID, parameters and PSD
              "C9 11 000D 83 25 14 0200000000AA 12345678 5A FE",
+             // Spatial Reuse Parameter Set: offsets above 127
+             "FF 15 27 0C 8A 82 94 2400000000000080 0100000000000000",
          }) {
         elements.push_back(bytesOf(hex));
     }
