@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tests/air/element_samples.h"
@@ -150,6 +151,41 @@ TEST(ElementDecoders, AreAllTried) {
             return sample.oui == info.oui && sample.type == info.type;
         })) << info.name;
     }
+}
+
+// Table 9-92: a run of numbers without a gap between 158 and 172; 802.11az: 94 to 105 after 255.
+TEST(ElementInfo, NamesTheElementsOfDmgAndRanging) {
+    const std::pair<int, std::string_view> names[] = {
+        {154, "Channel Measurement Feedback"},
+        {157, "Awake Window"},
+        {158, "Multi-band"},
+        {159, "ADDBA Extension"},
+        {160, "NextPCP List"},
+        {161, "PCP Handover"},
+        {162, "DMG Link Margin"},
+        {163, "Switching Stream"},
+        {164, "Session Transition"},
+        {165, "Dynamic Tone Pairing Report"},
+        {166, "Cluster Report"},
+        {167, "Relay Capabilities"},
+        {168, "Relay Transfer Parameter Set"},
+        {169, "BeamLink Maintenance"},
+        {170, "Multiple MAC Sublayers"},
+        {171, "U-PID"},
+        {172, "DMG Link Adaptation Acknowledgment"},
+        {174, "MCCAOP Advertisement Overview"},
+        {256 + 94, "Secure LTF Parameters"},
+        {256 + 100, "PASN Parameters"},
+        {256 + 101, "Ranging Parameters"},
+        {256 + 105, "LOS Likelihood"},
+    };
+    for (const auto& [number, name] : names) {
+        const ElementInfo* const info = elementInfo(ElementId(number));
+        ASSERT_NE(info, nullptr) << number;
+        EXPECT_EQ(info->name, name) << number;
+    }
+    EXPECT_EQ(elementInfo(ElementId{156}), nullptr);
+    EXPECT_EQ(elementInfo(ElementId{173}), nullptr);
 }
 
 }  // namespace
