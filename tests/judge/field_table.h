@@ -16,20 +16,21 @@ namespace halvane::testing {
 
 using TableRow = std::vector<std::string>;
 
-// The rows of a table of text after its row of titles. Tabs part the cells; '#' begins a remark.
+inline TableRow cellsOf(const std::string& line) {
+    std::istringstream cells(line);
+    TableRow row;
+    for (std::string cell; std::getline(cells, cell, '\t');) row.push_back(cell);
+    return row;
+}
+
+// The rows of a table of text after its row of titles. Tabs part the cells.
 inline std::vector<TableRow> readTable(const std::string& path) {
     std::ifstream file(path);
     if (!file) throw std::runtime_error("no table " + path);
     std::vector<TableRow> rows;
     std::string line;
     std::getline(file, line);
-    while (std::getline(file, line)) {
-        if (line.empty() || line.front() == '#') continue;
-        std::istringstream cells(line);
-        TableRow row;
-        for (std::string cell; std::getline(cells, cell, '\t');) row.push_back(cell);
-        rows.push_back(std::move(row));
-    }
+    while (std::getline(file, line)) rows.push_back(cellsOf(line));
     return rows;
 }
 
