@@ -56,7 +56,8 @@ struct NeighborBssidInformation {
 };
 
 struct NeighborTsf {
-    std::uint16_t offset = 0;          // TU that its beacons come after the sender's
+    // TU between the sender's TSF and the neighbor's, to the nearest one, modulo beaconInterval.
+    std::uint16_t offset = 0;
     std::uint16_t beaconInterval = 0;  // TU
 
     friend constexpr bool operator==(const NeighborTsf&, const NeighborTsf&) = default;
