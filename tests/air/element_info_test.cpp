@@ -9,6 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/field_sink.h"
+#include "halvane/base/byte_buffer.h"
+
 #include "tests/air/element_samples.h"
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"

@@ -4,18 +4,25 @@
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/eht_mcs_sets.h"
+#include "halvane/air/eht_phy_capabilities.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/element_range.h"
+#include "halvane/air/he_phy_capabilities.h"
 #include "halvane/air/profile.h"
 
 #include "tests/air/element_samples.h"
 #include "tests/air/told_paths.h"
+#include "tests/support/hostile_bytes.h"
 
 using halvane::testing::Bytes;
 using halvane::testing::bytesOf;

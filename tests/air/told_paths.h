@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/field_sink.h"
 #include "halvane/base/byte_buffer.h"
 

@@ -9,12 +9,14 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "halvane/air/element_id.h"
 #include "halvane/base/byte_buffer.h"
 
 #include "tests/air/element_samples.h"
+#include "tests/support/hostile_bytes.h"
 
 namespace halvane::testing {
 

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/element_range.h"

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/field_sink.h"
 
 namespace halvane::testing {

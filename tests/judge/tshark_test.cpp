@@ -19,8 +19,11 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/element_range.h"
 #include "halvane/base/byte_buffer.h"
@@ -29,6 +32,7 @@
 #include "tests/judge/field_table.h"
 #include "tests/judge/told_values.h"
 #include "tests/judge/tshark_output.h"
+#include "tests/support/hostile_bytes.h"
 #include "tests/support/temporary_folder.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/described_element.h"
