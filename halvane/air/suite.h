@@ -21,7 +21,18 @@ struct Suite {
     OUI oui = kRSNOUI;
     std::uint8_t type = 0;
 
-    friend constexpr auto operator<=>(const Suite&, const Suite&) = default;
+    // The four octets as one number, whose order is theirs.
+    constexpr std::uint32_t selector() const {
+        return std::uint32_t{oui[0]} << 24 | std::uint32_t{oui[1]} << 16 |
+               std::uint32_t{oui[2]} << 8 | type;
+    }
+
+    friend constexpr bool operator==(const Suite& a, const Suite& b) {
+        return a.selector() == b.selector();
+    }
+    friend constexpr auto operator<=>(const Suite& a, const Suite& b) {
+        return a.selector() <=> b.selector();
+    }
 };
 
 // The suites that the standard or the Wi-Fi Alliance names: "CCMP-128", "SAE". Empty for any other
