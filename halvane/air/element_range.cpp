@@ -13,28 +13,25 @@ constexpr std::size_t kFullPiece = 255;
 
 // An element or a fragment of one.
 struct Piece {
-    std::uint8_t id;
-    Octets body;
+    Octets octets;  // with the header
+
+    std::uint8_t id() const { return octets[0]; }
+    Octets body() const { return octets.subspan(kHeaderSize); }
+    bool isFull() const { return body().size() == kFullPiece; }
 };
 
 // Absent, and nothing is taken, if the piece does not fit.
 std::optional<Piece> takePiece(ByteCursor& cursor) {
-    ByteCursor ahead = cursor;
-    const auto id = ahead.u8();
-    const auto length = ahead.u8();
-    if (!length) return std::nullopt;
-    const auto body = ahead.take(*length);
-    if (!body) return std::nullopt;
-    cursor = ahead;
-    return Piece{*id, *body};
+    const auto length = cursor.peek(1);
+    if (!length || cursor.remaining() < kHeaderSize + *length) return std::nullopt;
+    return Piece{*cursor.take(kHeaderSize + *length)};
 }
 
-// Takes the fragments that follow a piece. Only a full piece goes on in a fragment.
-void skipFragments(ByteCursor& cursor, std::size_t pieceSize) {
-    while (pieceSize == kFullPiece && cursor.peek() == idOctetOf(ElementId::Fragment)) {
+// Takes the fragments that follow a full piece. Only a full one goes on in a fragment.
+void skipFragments(ByteCursor& cursor) {
+    while (cursor.peek() == idOctetOf(ElementId::Fragment)) {
         const auto fragment = takePiece(cursor);
-        if (!fragment) return;
-        pieceSize = fragment->body.size();
+        if (!fragment || !fragment->isFull()) return;
     }
 }
 
@@ -53,15 +50,15 @@ void ElementIterator::read() {
     const auto piece = takePiece(next_);
     isAtEnd_ = !piece;
     if (!piece) return;
-    skipFragments(next_, piece->body.size());
-    element_.id = static_cast<ElementId>(piece->id);
-    element_.body = piece->body;
+    element_.id = static_cast<ElementId>(piece->id());
+    element_.body = piece->body();
     element_.offset = whole.position();
-    element_.octets = *whole.take(next_.position() - whole.position());
-    if (element_.octets.size() > kHeaderSize + piece->body.size()) {
-        join();
-    } else if (element_.isFragmented()) {
-        element_.joined_ = ByteBuffer();
+    element_.octets = piece->octets;
+    if (element_.isFragmented()) element_.joined_.reset();
+    if (piece->isFull()) {
+        skipFragments(next_);
+        element_.octets = *whole.take(next_.position() - whole.position());
+        if (element_.octets.size() > piece->octets.size()) join();
     }
     if (element_.id == ElementId::ExtensionMissing) takeExtension();
 }
@@ -71,9 +68,9 @@ void ElementIterator::join() {
     const std::shared_ptr<std::uint8_t[]> block(new std::uint8_t[element_.octets.size()]);
     std::uint8_t* end = block.get();
     ByteCursor pieces(element_.octets);
-    while (const auto piece = takePiece(pieces)) end = std::ranges::copy(piece->body, end).out;
-    element_.joined_ = ByteBuffer::sharing(block, static_cast<std::size_t>(end - block.get()));
-    element_.body = element_.joined_.bytes();
+    while (const auto piece = takePiece(pieces)) end = std::ranges::copy(piece->body(), end).out;
+    element_.body = {block.get(), end};
+    element_.joined_ = block;
 }
 
 void ElementIterator::takeExtension() {

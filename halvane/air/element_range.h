@@ -13,11 +13,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <memory>
 #include <optional>
 
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/element_id.h"
-#include "halvane/base/byte_buffer.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/export.h"
 
@@ -31,7 +31,7 @@ class HALVANE_EXPORT Element {
     std::size_t offset = 0;  // of the ID, from the range's first octet
     Octets octets{};         // the whole element as it was sent, with the headers of all fragments
 
-    bool isFragmented() const { return joined_.size() != 0; }
+    bool isFragmented() const { return joined_ != nullptr; }
 
     // Returns where in the range the octet number `index` of the body stands. The body's end is
     // the octet after its last.
@@ -39,7 +39,7 @@ class HALVANE_EXPORT Element {
 
   private:
     friend class ElementIterator;
-    ByteBuffer joined_;  // holds the body of a fragmented element
+    std::shared_ptr<const std::uint8_t[]> joined_;  // holds the body of a fragmented element
 };
 
 // The octets that make no element.
