@@ -1,25 +1,16 @@
-#include <algorithm>
-#include <cstdint>
-#include <span>
+#include <optional>
 
 #include "halvane/air/extended_capabilities.h"
 #include "halvane/air/profile_features_internal.h"
-#include "halvane/air/rsnx.h"
+#include "halvane/air/suite_types_internal.h"
 #include "halvane/air/wmm.h"
-#include "halvane/air/wps_summary.h"
 
 namespace halvane::air {
 
 namespace {
 
-constexpr std::uint8_t kFtAkms[] = {3, 4, 9, 13, 16, 17, 19, 22, 25};
-constexpr std::uint8_t kFilsAkms[] = {14, 15, 16, 17};
-
-bool hasAny(const SuiteSet& akms, std::span<const std::uint8_t> types) {
-    return std::ranges::any_of(types, [&](std::uint8_t type) {
-        return akms.contains({kRSNOUI, type});
-    });
-}
+constexpr SuiteTypes kFtAkms = {3, 4, 9, 13, 16, 17, 19, 22, 25};
+constexpr SuiteTypes kFilsAkms = {14, 15, 16, 17};
 
 // Collects features in the order of their enumerators, which is that of the calls.
 class FeatureList {
@@ -43,18 +34,18 @@ bool isMuBeamformer(const CapabilityElements& capabilities) {
     return capabilities.vht && capabilities.vht->has(VhtCapability::MuBeamformer);
 }
 
-void addSecurity(FeatureList& list, const ElementIndex& index, const SuiteSet& akms) {
-    list.addIf(index.has(ElementId::MobilityDomain) && hasAny(akms, kFtAkms),
+void addSecurity(FeatureList& list, const ElementIndex& index, const SecurityElements& security) {
+    const auto& akms = security.offer.rsnAkms;
+    const auto& rsnx = security.rsnx;
+    list.addIf(index.has(ElementId::MobilityDomain) && kFtAkms.isAnyIn(akms),
                Feature::FastTransition);
-    list.addIf(index.has(ElementId::FilsIndication) || hasAny(akms, kFilsAkms), Feature::Fils);
-    const auto rsnx = index.decode<Rsnx>();
+    list.addIf(index.has(ElementId::FilsIndication) || kFilsAkms.isAnyIn(akms), Feature::Fils);
     list.addIf(rsnx && rsnx->has(RsnxCapability::SaeHashToElement), Feature::SaeHashToElement);
     list.addIf(rsnx && rsnx->has(RsnxCapability::SaePk), Feature::SaePk);
 }
 
-void addVendor(FeatureList& list, const ElementIndex& index) {
+void addVendor(FeatureList& list, const ElementIndex& index, const std::optional<WpsSummary>& wps) {
     const auto wmm = index.decode<Wmm>(VendorKind::Wmm);
-    const auto wps = index.decode<WpsSummary>(VendorKind::Wps);
     list.addIf(index.has(VendorKind::Mbo), Feature::Mbo);
     list.addIf(index.has(VendorKind::Wmm), Feature::Wmm);
     list.addIf(wmm && wmm->isUapsdSupported(), Feature::UapsdAvailable);
@@ -73,8 +64,8 @@ Features featuresOf(const ElementIndex& index, const CapabilityElements& capabil
     FeatureList list;
     list.addIf(index.has(ElementId::RmEnabledCapabilities), Feature::RadioMeasurement);
     list.addIf(extended.has(ExtendedCapability::BssTransition), Feature::BssTransition);
-    addSecurity(list, index, security.offer.rsnAkms);
-    addVendor(list, index);
+    addSecurity(list, index, security);
+    addVendor(list, index, security.wps);
     list.addIf(index.has(ElementId::Interworking), Feature::Interworking);
     list.addIf(isTwtResponder(capabilities, extended), Feature::Twt);
     list.addIf(isMuBeamformer(capabilities), Feature::MuBeamformer);

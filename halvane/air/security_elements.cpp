@@ -53,7 +53,10 @@ bool hasWapi(const ElementIndex& index) {
 }  // namespace
 
 SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
-    : rsn(index.decode<Rsn>()), wpa(index.decode<Wpa>(VendorKind::Wpa)) {
+    : rsn(index.decode<Rsn>()),
+      wpa(index.decode<Wpa>(VendorKind::Wpa)),
+      rsnx(index.decode<Rsnx>()),
+      wps(index.decode<WpsSummary>(VendorKind::Wps)) {
     const auto rsnAkms = rsn ? akmsOf(*rsn) : std::nullopt;
     const auto wpaAkms = wpa ? akmsOfWpa(*wpa) : std::nullopt;
     offer.rsn = readingOf(index.has(ElementId::Rsn), rsnAkms);

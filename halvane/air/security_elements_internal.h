@@ -6,17 +6,21 @@
 
 #include "halvane/air/element_index_internal.h"
 #include "halvane/air/rsn.h"
+#include "halvane/air/rsnx.h"
 #include "halvane/air/security.h"
 #include "halvane/air/wpa.h"
+#include "halvane/air/wps_summary.h"
 
 namespace halvane::air {
 
-// `rsn` and `wpa` are absent where missing or damaged; the offer tells which.
+// Elements are absent where missing or damaged; the offer tells which of RSN and WPA.
 struct SecurityElements {
     SecurityElements(const ElementIndex& index, bool isPrivacy);
 
     std::optional<Rsn> rsn;
     std::optional<Wpa> wpa;
+    std::optional<Rsnx> rsnx;
+    std::optional<WpsSummary> wps;
     SecurityOffer offer;
 };
 

@@ -1,10 +1,8 @@
 #include <algorithm>
-#include <initializer_list>
 #include <optional>
 
 #include "halvane/air/profile_findings_internal.h"
-#include "halvane/air/rsnx.h"
-#include "halvane/air/wps_summary.h"
+#include "halvane/air/suite_types_internal.h"
 
 namespace halvane::air {
 
@@ -12,13 +10,8 @@ namespace {
 
 using Kind = FindingKind;
 
-constexpr Suite rsnSuite(std::uint8_t type) {
-    return {kRSNOUI, type};
-}
-
-bool isAnyOf(const SuiteSet& set, std::initializer_list<std::uint8_t> types) {
-    return std::ranges::any_of(types,
-                               [&](std::uint8_t type) { return set.contains(rsnSuite(type)); });
+bool isAnyOf(const SuiteSet& set, SuiteTypes types) {
+    return types.isAnyIn(set);
 }
 
 // The same cipher in the element of either kind.
@@ -77,7 +70,9 @@ void findInName(const ProfileParts& parts, FindingCollector& findings) {
 // --- Elements that cannot be used ---
 
 void findInElements(const ProfileParts& parts, FindingCollector& findings) {
-    const auto& [rsn, wpa, offer] = parts.security;
+    const auto& rsn = parts.security.rsn;
+    const auto& wpa = parts.security.wpa;
+    const auto& offer = parts.security.offer;
     const Sources source = {findings.sourceOf(ElementId::Rsn)};
     findings.addIf(parts.index.has(ElementId::Rsn) && !rsn, Kind::SuiteCountPastEnd, source);
     findings.addIf(parts.index.has(VendorKind::Wpa) && !wpa, Kind::SuiteCountPastEnd,
@@ -155,7 +150,8 @@ void findInFastTransition(const ProfileParts& parts, FindingCollector& findings)
 // --- Management frame protection ---
 
 void findInPmf(const ProfileParts& parts, FindingCollector& findings) {
-    const auto& [rsn, wpa, offer] = parts.security;
+    const auto& rsn = parts.security.rsn;
+    const auto& offer = parts.security.offer;
     if (!rsn || offer.rsn != Reading::Whole) return;
     const Sources source = {findings.sourceOf(ElementId::Rsn)};
     const auto& akms = offer.rsnAkms;
@@ -172,7 +168,7 @@ void findInPmf(const ProfileParts& parts, FindingCollector& findings) {
 
 void findInSae(const ProfileParts& parts, FindingCollector& findings) {
     if (!isSae(parts.security.offer.rsnAkms)) return;
-    const auto rsnx = parts.index.decode<Rsnx>();
+    const auto& rsnx = parts.security.rsnx;
     const bool hasH2e = rsnx && rsnx->has(RsnxCapability::SaeHashToElement);
     findings.addIf(!hasH2e, Kind::SaeWithoutH2e,
                    {findings.sourceOf(rsnx ? ElementId::Rsnx : ElementId::Rsn)});
@@ -194,7 +190,7 @@ void findInSixGhz(const ProfileParts& parts, FindingCollector& findings) {
 
 // WPS hands out what the network is protected with.
 void findInWps(const ProfileParts& parts, FindingCollector& findings) {
-    const auto wps = parts.index.decode<WpsSummary>(VendorKind::Wps);
+    const auto& wps = parts.security.wps;
     if (!wps) return;
     const Sources source = {findings.sourceOf(VendorKind::Wps)};
     const bool isOpen = *parts.profile.security.name == Security::Open;
