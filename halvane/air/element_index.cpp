@@ -9,35 +9,25 @@ namespace halvane::air {
 
 namespace {
 
-constexpr OUI kWfa = {0x50, 0x6F, 0x9A};
-
-struct VendorRow {
-    OUI oui;
-    std::uint8_t type;
-};
+// OUI and type as one number.
+constexpr std::uint32_t vendorNumber(const OUI& oui, std::uint8_t type) {
+    return std::uint32_t{oui[0]} << 24 | std::uint32_t{oui[1]} << 16 | std::uint32_t{oui[2]} << 8 |
+           type;
+}
 
 // In the order of VendorKind.
-constexpr std::array<VendorRow, kVendorKindCount> kVendors = {{{kWPAOUI, 1},
-                                                               {kWPAOUI, 2},
-                                                               {kWPAOUI, 4},
-                                                               {kWfa, 9},
-                                                               {kWfa, 16},
-                                                               {kWfa, 18},
-                                                               {kWfa, 22},
-                                                               {kWfa, 28},
-                                                               {kWfa, 41},
-                                                               {kWfa, 42},
-                                                               {kWfa, 43}}};
+constexpr std::array<std::uint32_t, kVendorKindCount> kVendors = {
+    vendorNumber(kWPAOUI, 1),  vendorNumber(kWPAOUI, 2),  vendorNumber(kWPAOUI, 4),
+    vendorNumber(kWfaOUI, 9),  vendorNumber(kWfaOUI, 16), vendorNumber(kWfaOUI, 18),
+    vendorNumber(kWfaOUI, 22), vendorNumber(kWfaOUI, 28), vendorNumber(kWfaOUI, 41),
+    vendorNumber(kWfaOUI, 42), vendorNumber(kWfaOUI, 43)};
 
 std::optional<std::size_t> vendorKindOf(Octets body) {
-    ByteCursor cursor(body);
-    const auto oui = cursor.take(std::tuple_size_v<OUI>);
-    const auto type = cursor.u8();
-    if (!type) return std::nullopt;
-    for (std::size_t i = 0; i < kVendors.size(); ++i) {
-        if (kVendors[i].type == *type && std::ranges::equal(kVendors[i].oui, *oui)) return i;
-    }
-    return std::nullopt;
+    const auto number = ByteCursor(body).u32be();
+    if (!number) return std::nullopt;
+    const auto found = std::ranges::find(kVendors, *number);
+    if (found == kVendors.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - kVendors.begin());
 }
 
 }  // namespace

@@ -1,11 +1,12 @@
 // The elements that hold for a BSS, by their numbers.
 //
 // It allocates nothing, whatever the elements are: each number has one place, that of its first
-// element.
+// element. Threads must not share an index, since it remembers what it has decoded.
 #ifndef HALVANE_AIR_ELEMENT_INDEX_INTERNAL_H
 #define HALVANE_AIR_ELEMENT_INDEX_INTERNAL_H
 
 #include <array>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -53,12 +54,28 @@ class ElementIndex {
     template <typename T>
     std::optional<T> decode() const {
         const auto* const element = find(T::kId);
-        return element != nullptr ? T::decode(element->body) : std::nullopt;
+        return element != nullptr ? decode<T>(*element, element->body) : std::nullopt;
     }
     template <typename T>
     std::optional<T> decode(VendorKind kind) const {
         const auto* const element = find(kind);
-        return element != nullptr ? T::decode(vendorBody(*element)) : std::nullopt;
+        return element != nullptr ? decode<T>(*element, vendorBody(*element)) : std::nullopt;
+    }
+    // What one of elements() decodes to.
+    template <typename T>
+    std::optional<T> decode(const Element& element) const {
+        return decode<T>(element, element.body);
+    }
+
+    // Whether decode() has found one of elements() whole, so that nobody decodes it once more to
+    // know. It is false for some that are whole.
+    bool isKnownWhole(const Element& element) const {
+        const std::size_t number = numberOf(element);
+        return number < kRemembered && wholes_[number];
+    }
+    void rememberWhole(const Element& element) const {
+        const std::size_t number = numberOf(element);
+        if (number < kRemembered) wholes_.set(number);
     }
 
     // The offset is 0 for an element that is missing.
@@ -71,9 +88,20 @@ class ElementIndex {
     static Octets vendorBody(const Element& element);
 
   private:
-    using Place = std::uint32_t;  // the index plus 1; 0: missing
+    using Place = std::uint32_t;                    // the index plus 1; 0: missing
+    static constexpr std::size_t kRemembered = 64;  // no usual frame has more elements
+
+    template <typename T>
+    std::optional<T> decode(const Element& element, Octets body) const {
+        auto decoded = T::decode(body);
+        if (decoded) rememberWhole(element);
+        return decoded;
+    }
 
     void add(const Element& element, Place place);
+    std::size_t numberOf(const Element& element) const {
+        return static_cast<std::size_t>(&element - elements_.data());
+    }
     const Element* elementAt(Place place) const {
         return place == 0 ? nullptr : &elements_[place - 1];
     }
@@ -85,6 +113,7 @@ class ElementIndex {
     std::span<const Element> elements_;
     std::array<Place, 512> places_{};
     std::array<Place, kVendorKindCount> vendors_{};
+    mutable std::bitset<kRemembered> wholes_{};
 };
 
 }  // namespace halvane::air

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 
 #include "halvane/air/element_info.h"
 #include "halvane/air/profile_findings_internal.h"
@@ -28,9 +28,14 @@ constexpr ElementId kRepeated[] = {
     ElementId::TidToLinkMapping,
 };
 
-bool mayRepeat(ElementId id) {
-    return std::ranges::find(kRepeated, id) != std::end(kRepeated);
-}
+constexpr std::size_t kNumbers = 512;
+
+// Whether an element may be repeated, by its number.
+constexpr auto kMayRepeat = [] {
+    std::array<bool, kNumbers> mayRepeat{};
+    for (const ElementId id : kRepeated) mayRepeat[static_cast<std::size_t>(id)] = true;
+    return mayRepeat;
+}();
 
 // The order of the elements that every beacon has (table 9-32). Those that are not here stand
 // between any of them.
@@ -56,14 +61,16 @@ constexpr std::array kOrder = {
     ElementId::HeOperation,
 };
 
-std::optional<std::size_t> placeInOrder(ElementId id) {
-    const auto found = std::ranges::find(kOrder, id);
-    if (found == kOrder.end()) return std::nullopt;
-    return static_cast<std::size_t>(found - kOrder.begin());
-}
+// The place in that order plus 1, by the element's number.
+constexpr auto kPlaces = [] {
+    std::array<std::uint8_t, kNumbers> places{};
+    std::uint8_t place = 0;
+    for (const ElementId id : kOrder) places[static_cast<std::size_t>(id)] = ++place;
+    return places;
+}();
 
-// The decoder of an element, and the part of its body that it takes.
-bool isWhole(const Element& element) {
+// Whether the decoder of an element takes its body.
+bool decodes(const Element& element) {
     if (element.id == ElementId::Vendor) {
         const auto* const info = vendorElementInfo(element.body);
         if (info == nullptr || info->decoder.isWhole == nullptr) return true;
@@ -77,48 +84,53 @@ bool isWhole(const Element& element) {
 // One finding of a kind, however many elements have the fault; the first of them counts.
 class FormWalk {
   public:
-    explicit FormWalk(FindingCollector& findings) : findings_(findings) {}
+    FormWalk(const ElementIndex& index, FindingCollector& findings)
+        : index_(index), findings_(findings) {}
 
     void look(const Element& element) {
         const Source source = {Origin::Element, element.id,
                                static_cast<std::uint16_t>(element.offset)};
         if (element.id == ElementId::ExtensionMissing) tellOnce(Kind::ExtensionMissing, source);
         if (element.id == ElementId::Fragment) tellOnce(Kind::FragmentAlone, source);
-        if (!isWhole(element)) tellOnce(Kind::ElementTooShort, source);
+        if (!isTold(Kind::ElementTooShort) && !index_.isKnownWhole(element) && !decodes(element)) {
+            tellOnce(Kind::ElementTooShort, source);
+        }
         lookAtRepetition(element.id, source);
         lookAtOrder(element.id, source);
     }
 
   private:
     void lookAtRepetition(ElementId id, const Source& source) {
-        bool& isSeen = seen_[static_cast<std::size_t>(id)];
-        if (isSeen && !mayRepeat(id)) tellOnce(Kind::ElementDuplicated, source);
-        isSeen = true;
+        const auto number = static_cast<std::size_t>(id);
+        if (seen_[number] && !kMayRepeat[number]) tellOnce(Kind::ElementDuplicated, source);
+        seen_.set(number);
     }
 
     void lookAtOrder(ElementId id, const Source& source) {
-        const auto place = placeInOrder(id);
-        if (!place) return;
-        if (*place < lastPlace_) tellOnce(Kind::ElementOrder, source);
-        lastPlace_ = std::max(lastPlace_, *place);
+        const std::uint8_t place = kPlaces[static_cast<std::size_t>(id)];
+        if (place == 0) return;
+        if (place < lastPlace_) tellOnce(Kind::ElementOrder, source);
+        lastPlace_ = std::max(lastPlace_, place);
     }
+
+    bool isTold(Kind kind) const { return told_[static_cast<std::size_t>(kind)]; }
 
     void tellOnce(Kind kind, const Source& source) {
-        bool& isTold = told_[static_cast<std::size_t>(kind)];
-        if (!isTold) findings_.add(kind, {source});
-        isTold = true;
+        if (!isTold(kind)) findings_.add(kind, {source});
+        told_.set(static_cast<std::size_t>(kind));
     }
 
+    const ElementIndex& index_;
     FindingCollector& findings_;
-    std::array<bool, 512> seen_{};
-    std::array<bool, 256> told_{};
-    std::size_t lastPlace_ = 0;
+    std::bitset<kNumbers> seen_{};
+    std::bitset<256> told_{};
+    std::uint8_t lastPlace_ = 0;
 };
 
 }  // namespace
 
 void findInForm(const ProfileParts& parts, FindingCollector& findings) {
-    FormWalk walk(findings);
+    FormWalk walk(parts.index, findings);
     for (const Element& element : parts.index.elements()) walk.look(element);
     if (parts.trailing.empty()) return;
     findings.add(Kind::FrameCut, {{Origin::Element, ElementId::Ssid,

@@ -1,7 +1,9 @@
 #include "halvane/air/profile.h"
 
+#include <array>
 #include <cstddef>
 #include <iterator>
+#include <memory_resource>
 #include <utility>
 
 #include "halvane/air/bss_load.h"
@@ -188,7 +190,7 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame,
     profile.dtimPeriod = dtimOf(index);
     profile.features = featuresOf(index, capabilities, security);
     profile.neighbors = neighborsIn(index);
-    profile.mld = mldOf(index, frame.fixed.bssid);
+    profile.mld = mldOf(index, frame.fixed.bssid, profile.neighbors);
     profile.maxBssidIndicator = maxBssidIndicatorOf(index);
     profile.nontransmitted = std::move(nontransmitted);
     FindingCollector findings(index);
@@ -230,7 +232,10 @@ std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> element
 
 BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& radio) {
     constexpr std::size_t kUsualCount = 32;
-    std::vector<Element> elements;
+    // The elements of a usual frame stand on the stack, since they are looked at here alone.
+    alignas(Element) std::array<std::byte, kUsualCount * sizeof(Element)> room;
+    std::pmr::monotonic_buffer_resource pool(room.data(), room.size());
+    std::pmr::vector<Element> elements(&pool);
     elements.reserve(kUsualCount);
     auto element = ElementRange(octets).begin();
     for (; element != std::default_sentinel; ++element) elements.push_back(*element);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <utility>
 
 #include "halvane/air/extended_supported_rates.h"
 #include "halvane/air/profile_findings_internal.h"
@@ -47,12 +46,14 @@ void findInterval(const FixedFields& fixed, FindingCollector& findings) {
 
 }  // namespace
 
-std::vector<Finding> FindingCollector::take() {
-    std::ranges::stable_sort(findings_, [](const Finding& a, const Finding& b) {
-        if (a.info().severity != b.info().severity) return a.info().severity > b.info().severity;
-        return a.kind < b.kind;
-    });
-    return std::move(findings_);
+void FindingCollector::add(FindingKind kind, const Sources& sources) {
+    const auto isWorse = [](FindingKind a, FindingKind b) {
+        const Severity ofA = findingInfo(a).severity;
+        const Severity ofB = findingInfo(b).severity;
+        return ofA != ofB ? ofA > ofB : a < b;
+    };
+    const auto place = std::ranges::upper_bound(findings_, kind, isWorse, &Finding::kind);
+    findings_.insert(place, {kind, sources});
 }
 
 void findInRates(const ProfileParts& parts, FindingCollector& findings) {

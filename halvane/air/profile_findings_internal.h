@@ -3,6 +3,7 @@
 #define HALVANE_AIR_PROFILE_FINDINGS_INTERNAL_H
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "halvane/air/bss_profile.h"
@@ -26,7 +27,8 @@ struct ProfileParts {
     const BssProfile& profile;
 };
 
-// Collects the findings of one BSS.
+// Collects the findings of one BSS. Each goes to its place at once: there are a few, and sorting
+// them later would take memory of its own.
 class FindingCollector {
   public:
     explicit FindingCollector(const ElementIndex& index) : index_(index) {
@@ -34,10 +36,7 @@ class FindingCollector {
         findings_.reserve(kUsualCount);
     }
 
-    // Sources that are missing elements are left out.
-    void add(FindingKind kind, const Sources& sources = {}) {
-        findings_.push_back({kind, sources});
-    }
+    void add(FindingKind kind, const Sources& sources = {});
     void addIf(bool condition, FindingKind kind, const Sources& sources = {}) {
         if (condition) add(kind, sources);
     }
@@ -45,7 +44,7 @@ class FindingCollector {
     Source sourceOf(VendorKind kind) const { return index_.sourceOf(kind); }
 
     // The worst first; among equals in the order of the table.
-    std::vector<Finding> take();
+    std::vector<Finding> take() { return std::move(findings_); }
 
   private:
     const ElementIndex& index_;

@@ -1,10 +1,12 @@
-#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include "halvane/air/multi_link.h"
 #include "halvane/air/multiple_bssid.h"
 #include "halvane/air/operating_class.h"
 #include "halvane/air/profile_links_internal.h"
-#include "halvane/air/reduced_neighbor_report.h"
+#include "halvane/air/reduced_neighbor_report_internal.h"
 
 namespace halvane::air {
 
@@ -44,18 +46,47 @@ bool isBasic(const MultiLink& element) {
     return element.type() == MultiLinkType::Basic && element.common.mldAddress;
 }
 
-// The links that Reduced Neighbor Report names as those of the sender's own device.
-void addNeighborLinks(std::vector<MldLink>& links, const ElementIndex& index) {
-    for (const Neighbor& neighbor : neighborsIn(index)) {
-        if (neighbor.mldId != 0 || !neighbor.linkId) continue;
-        const auto isSame = [&](const MldLink& link) { return link.id == *neighbor.linkId; };
-        const auto found = std::ranges::find_if(links, isSame);
-        if (found == links.end()) {
-            links.push_back({*neighbor.linkId, neighbor.bssid, false});
-        } else if (!found->address) {
-            found->address = neighbor.bssid;
-        }
+// The links of an element of the type Basic, each once where it is named first.
+class LinkList {
+  public:
+    explicit LinkList(std::vector<MldLink>& links) : links_(links) {}
+
+    void add(const MldLink& link) {
+        std::size_t& place = places_[static_cast<std::size_t>(link.id)];
+        links_.push_back(link);
+        if (place == 0) place = links_.size();
     }
+    // A link that is known gets its address, if that is missing.
+    void addNeighbor(int id, const std::optional<MacAddress>& address) {
+        const std::size_t place = places_[static_cast<std::size_t>(id)];
+        if (place == 0) return add({id, address, false});
+        auto& known = links_[place - 1].address;
+        if (!known) known = address;
+    }
+
+  private:
+    static constexpr std::size_t kLinkIds = 16;  // a link ID has four bits
+
+    std::vector<MldLink>& links_;
+    std::array<std::size_t, kLinkIds> places_{};  // of the first link of an ID, plus 1; 0: none
+};
+
+std::vector<MldLink> linksOf(const MultiLink& element, const MacAddress& bssid,
+                             std::span<const Neighbor> neighbors) {
+    constexpr std::size_t kUsualCount = 4;
+    std::vector<MldLink> links;
+    links.reserve(kUsualCount);
+    LinkList list(links);
+    if (const auto id = element.common.linkId()) list.add({*id, bssid, true});
+    for (const MultiLinkSubelement& subelement : element.subelements) {
+        if (!subelement.link) continue;
+        list.add({subelement.link->linkId(), subelement.link->address, false});
+    }
+    for (const Neighbor& neighbor : neighbors) {
+        const bool isOfSender = neighbor.mldId == 0 && neighbor.linkId;
+        if (isOfSender) list.addNeighbor(*neighbor.linkId, neighbor.bssid);
+    }
+    return links;
 }
 
 }  // namespace
@@ -65,34 +96,25 @@ std::vector<Neighbor> neighborsIn(const ElementIndex& index) {
     if (!index.has(ElementId::ReducedNeighborReport)) return neighbors;
     for (const Element& element : index.elements()) {
         if (element.id != ElementId::ReducedNeighborReport) continue;
-        const auto report = ReducedNeighborReport::decode(element.body);
-        if (!report) continue;
-        for (const NeighborApInformation& channel : report->neighbors) {
-            for (const TbttInformation& accessPoint : channel.accessPoints) {
-                if (isTold(accessPoint)) neighbors.push_back(neighborOf(channel, accessPoint));
-            }
-        }
+        forEachNeighbor(element.body, [&](const auto& channel, const auto& accessPoint) {
+            if (isTold(accessPoint)) neighbors.push_back(neighborOf(channel, accessPoint));
+        });
+        index.rememberWhole(element);
     }
     return neighbors;
 }
 
-std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid) {
+std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid,
+                                std::span<const Neighbor> neighbors) {
     if (!index.has(ElementId::MultiLink)) return std::nullopt;
     for (const Element& element : index.elements()) {
         if (element.id != ElementId::MultiLink) continue;
-        const auto multiLink = MultiLink::decode(element.body);
+        const auto multiLink = index.decode<MultiLink>(element);
         if (!multiLink || !isBasic(*multiLink)) continue;
-        MldProfile mld;
-        mld.address = *multiLink->common.mldAddress;
-        if (const auto id = multiLink->common.linkId()) mld.links.push_back({*id, bssid, true});
-        for (const MultiLinkSubelement& subelement : multiLink->subelements) {
-            if (!subelement.link) continue;
-            mld.links.push_back({subelement.link->linkId(), subelement.link->address, false});
-        }
-        addNeighborLinks(mld.links, index);
-        mld.sources.push_back(
-            {Origin::Element, ElementId::MultiLink, static_cast<std::uint16_t>(element.offset)});
-        return mld;
+        const Source source = {Origin::Element, ElementId::MultiLink,
+                               static_cast<std::uint16_t>(element.offset)};
+        return MldProfile{
+            *multiLink->common.mldAddress, linksOf(*multiLink, bssid, neighbors), {source}};
     }
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 #define HALVANE_AIR_PROFILE_LINKS_INTERNAL_H
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "halvane/air/bss_profile.h"
@@ -13,8 +14,10 @@ namespace halvane::air {
 
 std::vector<Neighbor> neighborsIn(const ElementIndex& index);
 
-// `bssid` is that of the sender, which is the address of its own link.
-std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid);
+// `bssid` is that of the sender, which is the address of its own link. `neighbors` are those that
+// it tells.
+std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid,
+                                std::span<const Neighbor> neighbors);
 
 std::optional<int> maxBssidIndicatorOf(const ElementIndex& index);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "halvane/air/element_codec_internal.h"
+#include "halvane/air/reduced_neighbor_report_internal.h"
 
 namespace halvane::air {
 
@@ -98,13 +99,13 @@ constexpr auto kAccessPointLayout = [](auto& codec, auto& point, const Shape& sh
     codec.rest(point.rest);
 };
 
-constexpr auto kNeighborLayout = [](auto& codec, auto& neighbor) {
+constexpr auto kNeighborLayout = [](auto& codec, auto& neighbor, auto& accessPoints) {
     codec.group("TBTT Information Header", [&] { codec.bits(neighbor.header, kHeader); });
     codec.number("Operating Class", neighbor.operatingClass);
     codec.number("Channel Number", neighbor.channel);
     const std::size_t length = neighbor.length();
     if (length == 0) return;
-    codec.list(neighbor.header.bits(4, 4) + 1, neighbor.accessPoints, [&](auto& point) {
+    codec.list(neighbor.header.bits(4, 4) + 1, accessPoints, [&](auto& point) {
         codec.group("TBTT Information", [&] {
             codec.within(length, [&] {
                 kAccessPointLayout(codec, point, shapeOf(neighbor.type(), length));
@@ -124,9 +125,20 @@ constexpr auto kFits = [](const auto& codec) {
 
 constexpr auto kLayout = [](auto& codec, auto& element) {
     codec.listWhile(kFits, element.neighbors, [&](auto& neighbor) {
-        codec.group("Neighbor AP Information", [&] { kNeighborLayout(codec, neighbor); });
+        codec.group("Neighbor AP Information",
+                    [&] { kNeighborLayout(codec, neighbor, neighbor.accessPoints); });
     });
     codec.rest(element.rest);
+};
+
+// In place of the list of a channel's access points: hands each on.
+struct AccessPoints {
+    using value_type = TbttInformation;
+
+    void push_back(const TbttInformation& accessPoint) const { use(channel, accessPoint); }
+
+    const NeighborApInformation& channel;
+    const NeighborUse& use;
 };
 
 std::size_t sizeOf(const TbttInformation& point) {
@@ -144,6 +156,15 @@ void markHeader(NeighborApInformation& neighbor) {
 }
 
 }  // namespace
+
+void forEachNeighbor(Octets body, const NeighborUse& use) {
+    ElementReader reader(body);
+    while (reader.hasMore() && kFits(reader)) {
+        NeighborApInformation channel;
+        const AccessPoints accessPoints = {channel, use};
+        kNeighborLayout(reader, channel, accessPoints);
+    }
+}
 
 std::optional<ReducedNeighborReport> ReducedNeighborReport::decode(Octets body) {
     return decodeBy<ReducedNeighborReport>(kLayout, body);
