@@ -28,6 +28,7 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
 
     bench::addElementRows();
+    bench::addAirRows();
     bench::addFormatRows();
     bench::addNumberRows();
     bench::addTextRows();

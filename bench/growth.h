@@ -48,6 +48,7 @@ void logToNobody();
 
 // The rows, by kind of input.
 void addElementRows();
+void addAirRows();
 void addFormatRows();
 void addNumberRows();
 void addTextRows();
