@@ -22,10 +22,7 @@ struct Suite {
     std::uint8_t type = 0;
 
     // The four octets as one number, whose order is theirs.
-    constexpr std::uint32_t selector() const {
-        return std::uint32_t{oui[0]} << 24 | std::uint32_t{oui[1]} << 16 |
-               std::uint32_t{oui[2]} << 8 | type;
-    }
+    constexpr std::uint32_t selector() const { return ouiNumber(oui) << 8 | type; }
 
     friend constexpr bool operator==(const Suite& a, const Suite& b) {
         return a.selector() == b.selector();

@@ -1,4 +1,8 @@
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <tuple>
 
 #include "halvane/air/device_name.h"
@@ -72,6 +76,15 @@ constexpr VendorElementInfo kVendors[] = {
     {kRSNOUI, std::nullopt, "IEEE 802.11", kMakers},
 };
 
+// The OUIs of the rows close to each other, since most vendor elements make a search go through
+// many of them.
+constexpr auto kOuis = [] {
+    std::array<std::uint32_t, std::size(kVendors)> numbers{};
+    std::ranges::transform(kVendors, numbers.begin(),
+                           [](const VendorElementInfo& row) { return ouiNumber(row.oui); });
+    return numbers;
+}();
+
 }  // namespace
 
 std::span<const VendorElementInfo> vendorElementInfos() {
@@ -80,11 +93,14 @@ std::span<const VendorElementInfo> vendorElementInfos() {
 
 const VendorElementInfo* vendorElementInfo(Octets body) {
     ByteCursor cursor(body);
-    const auto oui = cursor.take(std::tuple_size_v<OUI>);
-    if (!oui) return nullptr;
+    const auto octets = cursor.take(std::tuple_size_v<OUI>);
+    if (!octets) return nullptr;
+    const std::uint32_t oui = ouiNumber({(*octets)[0], (*octets)[1], (*octets)[2]});
     const auto type = cursor.u8();
-    for (const VendorElementInfo& row : kVendors) {
-        if (std::ranges::equal(row.oui, *oui) && (!row.type || row.type == type)) return &row;
+    for (std::size_t i = 0; i < kOuis.size(); ++i) {
+        if (kOuis[i] != oui) continue;
+        const VendorElementInfo& row = kVendors[i];
+        if (!row.type || row.type == type) return &row;
     }
     return nullptr;
 }

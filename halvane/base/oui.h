@@ -9,6 +9,11 @@ namespace halvane {
 
 using OUI = std::array<std::uint8_t, 3>;
 
+// The octets as one number, the first the most significant. Numbers compare faster than octets.
+constexpr std::uint32_t ouiNumber(const OUI& oui) {
+    return std::uint32_t{oui[0]} << 16 | std::uint32_t{oui[1]} << 8 | oui[2];
+}
+
 // IEEE 802.11-2020, table 9-149: cipher and AKM suites of the RSN element.
 inline constexpr OUI kRSNOUI = {0x00, 0x0F, 0xAC};
 
