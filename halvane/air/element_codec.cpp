@@ -60,6 +60,7 @@ void ElementReader::octets(std::string_view label, ByteBuffer& value, std::size_
 
 std::vector<std::uint8_t> ElementReader::takePieces(std::uint8_t fragmentId) {
     std::vector<std::uint8_t> body;
+    body.reserve(2 * kFullPiece);  // a full piece and one fragment are usual
     std::size_t size = kFullPiece;
     const auto takePiece = [&] {
         const Octets piece = cursor_.take(size).value_or(Octets());

@@ -369,6 +369,10 @@ class ElementReader {
 // Appends a body's octets.
 class ElementWriter {
   public:
+    // The room is for any usual body. Without it, GCC 12 warns of false overflows where it sees
+    // that nothing has been written yet.
+    ElementWriter() { octets_.reserve(64); }
+
     std::vector<std::uint8_t> take() { return std::move(octets_); }
     static bool ok() { return true; }
     static std::size_t remaining() { return 0; }  // conditions are the reader's alone
@@ -499,9 +503,16 @@ class ElementWriter {
     std::vector<std::uint8_t> octets_;
 };
 
+// Makes an element in its place. std::in_place alone would first fill it with zeros: hundreds of
+// octets in lists that stay empty.
+template <typename T>
+struct NewElement {
+    operator T() const { return T{}; }
+};
+
 template <typename T, typename Layout>
 std::optional<T> decodeBy(const Layout& layout, Octets body) {
-    std::optional<T> element(std::in_place);
+    std::optional<T> element(std::in_place, NewElement<T>());
     ElementReader reader(body);
     layout(reader, *element);
     if (!reader.ok()) element.reset();
