@@ -81,7 +81,7 @@ struct BssProfile {
     std::optional<Derived<BssLoadProfile>> load{};
     std::optional<Derived<int>> dtimPeriod{};  // beacons
     Features features{};
-    std::vector<Neighbor> neighbors{};
+    Neighbors neighbors{};
     std::optional<MldProfile> mld{};
     std::optional<int> maxBssidIndicator{};  // of Multiple BSSID
     std::vector<NontransmittedBss> nontransmitted;

@@ -11,8 +11,7 @@ namespace {
 
 // OUI and type as one number.
 constexpr std::uint32_t vendorNumber(const OUI& oui, std::uint8_t type) {
-    return std::uint32_t{oui[0]} << 24 | std::uint32_t{oui[1]} << 16 | std::uint32_t{oui[2]} << 8 |
-           type;
+    return ouiNumber(oui) << 8 | type;
 }
 
 // In the order of VendorKind.
@@ -32,7 +31,9 @@ std::optional<std::size_t> vendorKindOf(Octets body) {
 
 }  // namespace
 
-ElementIndex::ElementIndex(std::span<const Element> elements) : elements_(elements) {
+ElementIndex::ElementIndex(std::span<const Element> elements, std::size_t ownCount,
+                           std::span<const std::size_t> damagedOffsets)
+    : elements_(elements), ownCount_(ownCount), damagedOffsets_(damagedOffsets) {
     Place place = 0;
     for (const Element& element : elements) add(element, ++place);
 }

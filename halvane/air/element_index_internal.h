@@ -5,6 +5,7 @@
 #ifndef HALVANE_AIR_ELEMENT_INDEX_INTERNAL_H
 #define HALVANE_AIR_ELEMENT_INDEX_INTERNAL_H
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <cstddef>
@@ -38,7 +39,12 @@ inline constexpr std::size_t kVendorKindCount = 11;
 class ElementIndex {
   public:
     // Borrows the elements.
-    explicit ElementIndex(std::span<const Element> elements);
+    explicit ElementIndex(std::span<const Element> elements)
+        : ElementIndex(elements, elements.size(), {}) {}
+    // The same for a BSS that inherits the elements from the number `ownCount` on. Of these all are
+    // whole but those with an offset in `damagedOffsets`, which are ascending and borrowed.
+    ElementIndex(std::span<const Element> elements, std::size_t ownCount,
+                 std::span<const std::size_t> damagedOffsets);
 
     // The first element of the number or the kind; null if there is none.
     const Element* find(ElementId id) const {
@@ -67,10 +73,13 @@ class ElementIndex {
         return decode<T>(element, element.body);
     }
 
-    // Whether decode() has found one of elements() whole, so that nobody decodes it once more to
-    // know. It is false for some that are whole.
+    // Whether decode() has found one of elements() whole, or the sender has, so that nobody decodes
+    // it once more to know. It is false for some that are whole.
     bool isKnownWhole(const Element& element) const {
         const std::size_t number = numberOf(element);
+        if (number >= ownCount_) {
+            return !std::ranges::binary_search(damagedOffsets_, element.offset);
+        }
         return number < kRemembered && wholes_[number];
     }
     void rememberWhole(const Element& element) const {
@@ -111,6 +120,8 @@ class ElementIndex {
     }
 
     std::span<const Element> elements_;
+    std::size_t ownCount_;
+    std::span<const std::size_t> damagedOffsets_;
     std::array<Place, 512> places_{};
     std::array<Place, kVendorKindCount> vendors_{};
     mutable std::bitset<kRemembered> wholes_{};

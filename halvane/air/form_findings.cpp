@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "halvane/air/element_info.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/whole_element_internal.h"
 
 namespace halvane::air {
 
@@ -69,18 +69,6 @@ constexpr auto kPlaces = [] {
     return places;
 }();
 
-// Whether the decoder of an element takes its body.
-bool decodes(const Element& element) {
-    if (element.id == ElementId::Vendor) {
-        const auto* const info = vendorElementInfo(element.body);
-        if (info == nullptr || info->decoder.isWhole == nullptr) return true;
-        return info->decoder.isWhole(ElementIndex::vendorBody(element));
-    }
-    const auto* const info = elementInfo(element.id);
-    return info == nullptr || info->decoder.isWhole == nullptr ||
-           info->decoder.isWhole(element.body);
-}
-
 // One finding of a kind, however many elements have the fault; the first of them counts.
 class FormWalk {
   public:
@@ -92,7 +80,7 @@ class FormWalk {
                                static_cast<std::uint16_t>(element.offset)};
         if (element.id == ElementId::ExtensionMissing) tellOnce(Kind::ExtensionMissing, source);
         if (element.id == ElementId::Fragment) tellOnce(Kind::FragmentAlone, source);
-        if (!isTold(Kind::ElementTooShort) && !index_.isKnownWhole(element) && !decodes(element)) {
+        if (!isTold(Kind::ElementTooShort) && !index_.isKnownWhole(element) && !isWhole(element)) {
             tellOnce(Kind::ElementTooShort, source);
         }
         lookAtRepetition(element.id, source);

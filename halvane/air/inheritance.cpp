@@ -143,11 +143,12 @@ BssElements withInheritance(std::span<const Element> sender, std::span<const Ele
                             ProfileKind kind) {
     const Inheritance inheritance(profile, kind);
     BssElements bss;
+    const std::size_t count = std::min(sender.size(), kMaxInheritedElements);
+    bss.elements.reserve(profile.size() + count);
     for (const Element& element : profile) {
         if (inheritance.holds(element)) bss.elements.push_back(element);
     }
     bss.ownCount = bss.elements.size();
-    const std::size_t count = std::min(sender.size(), kMaxInheritedElements);
     for (std::size_t i = 0; i < count; ++i) {
         if (inheritance.isInherited(sender[i])) bss.elements.push_back(sender[i]);
     }

@@ -1,11 +1,16 @@
 // The neighbours that an access point tells of (IEEE 802.11-2020, 9.4.2.170).
 //
-// A plain value. Threads: as for an integer.
+// Plain values. Threads: as for a standard container.
 #ifndef HALVANE_AIR_NEIGHBOR_H
 #define HALVANE_AIR_NEIGHBOR_H
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "halvane/air/channel.h"
 #include "halvane/base/mac_address.h"
@@ -26,6 +31,31 @@ struct Neighbor {
     std::optional<int> linkId{};
 
     friend bool operator==(const Neighbor&, const Neighbor&) = default;
+};
+
+// A list that never changes. Copies share its items, since all networks of one beacon have the same
+// neighbours.
+class Neighbors {
+  public:
+    Neighbors() = default;
+    explicit Neighbors(std::vector<Neighbor> items) {
+        if (items.empty()) return;
+        items_ = std::make_shared<const std::vector<Neighbor>>(std::move(items));
+    }
+
+    const Neighbor* begin() const { return items_ ? items_->data() : nullptr; }
+    const Neighbor* end() const { return begin() + size(); }
+    std::size_t size() const { return items_ ? items_->size() : 0; }
+    bool empty() const { return size() == 0; }
+    // REQUIRES: index < size().
+    const Neighbor& operator[](std::size_t index) const { return (*items_)[index]; }
+
+    friend bool operator==(const Neighbors& a, const Neighbors& b) {
+        return std::ranges::equal(a, b);
+    }
+
+  private:
+    std::shared_ptr<const std::vector<Neighbor>> items_;  // null for an empty list
 };
 
 }  // namespace halvane::air

@@ -11,6 +11,7 @@
 #include "halvane/air/country.h"
 #include "halvane/air/element_index_internal.h"
 #include "halvane/air/inheritance.h"
+#include "halvane/air/inherited_elements_internal.h"
 #include "halvane/air/max_rates_internal.h"
 #include "halvane/air/multiple_bssid_profiles.h"
 #include "halvane/air/profile_features_internal.h"
@@ -172,7 +173,7 @@ struct Frame {
 };
 
 // `nontransmitted` are the networks that share the frame; only its sender has any.
-BssProfile profileOfBss(const ElementIndex& index, const Frame& frame,
+BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors neighbors,
                         std::vector<NontransmittedBss> nontransmitted) {
     const bool isPrivacy = (frame.fixed.capabilities & kPrivacy) != 0;
     const OperationElements operation(index);
@@ -189,7 +190,7 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame,
     profile.load = loadOf(index);
     profile.dtimPeriod = dtimOf(index);
     profile.features = featuresOf(index, capabilities, security);
-    profile.neighbors = neighborsIn(index);
+    profile.neighbors = std::move(neighbors);
     profile.mld = mldOf(index, frame.fixed.bssid, profile.neighbors);
     profile.maxBssidIndicator = maxBssidIndicatorOf(index);
     profile.nontransmitted = std::move(nontransmitted);
@@ -212,14 +213,17 @@ std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> element
     std::vector<NontransmittedBss> all;
     const MultipleBssidProfiles profiles(elements, frame.fixed.bssid);
     const TrailingOctets whole;
+    InheritedElements inherited(elements);
+    all.reserve(profiles.profiles().size());
     for (const NontransmittedProfile& found : profiles.profiles()) {
         const BssElements own = profiles.elementsOf(found);
+        const ElementIndex index = inherited.indexOf(own);
         const FixedFields fixed = {
             found.bssid, static_cast<std::uint16_t>(found.capabilities.fields.bits(0, 16)),
             frame.fixed.beaconInterval};
         const Frame shared = {fixed, frame.radio, whole};
-        all.push_back(
-            {found.bssid, found.index.index, profileOfBss(ElementIndex(own.elements), shared, {})});
+        all.push_back({found.bssid, found.index.index,
+                       profileOfBss(index, shared, inherited.neighborsOf(own, index), {})});
         auto& profile = all.back().profile;
         if (found.index.dtimPeriod) {
             profile.dtimPeriod = Derived<int>{*found.index.dtimPeriod, Rule::TimElement, {}};
@@ -244,7 +248,7 @@ BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& r
     const Frame frame = {fixed, radio, trailing};
     std::vector<NontransmittedBss> nontransmitted;
     if (index.has(ElementId::MultipleBssid)) nontransmitted = nontransmittedOf(elements, frame);
-    return profileOfBss(index, frame, std::move(nontransmitted));
+    return profileOfBss(index, frame, neighborsIn(index), std::move(nontransmitted));
 }
 
 }  // namespace halvane::air

@@ -1,6 +1,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "halvane/air/multi_link.h"
 #include "halvane/air/multiple_bssid.h"
@@ -72,7 +74,7 @@ class LinkList {
 };
 
 std::vector<MldLink> linksOf(const MultiLink& element, const MacAddress& bssid,
-                             std::span<const Neighbor> neighbors) {
+                             const Neighbors& neighbors) {
     constexpr std::size_t kUsualCount = 4;
     std::vector<MldLink> links;
     links.reserve(kUsualCount);
@@ -91,9 +93,9 @@ std::vector<MldLink> linksOf(const MultiLink& element, const MacAddress& bssid,
 
 }  // namespace
 
-std::vector<Neighbor> neighborsIn(const ElementIndex& index) {
+Neighbors neighborsIn(const ElementIndex& index) {
+    if (!index.has(ElementId::ReducedNeighborReport)) return {};
     std::vector<Neighbor> neighbors;
-    if (!index.has(ElementId::ReducedNeighborReport)) return neighbors;
     for (const Element& element : index.elements()) {
         if (element.id != ElementId::ReducedNeighborReport) continue;
         forEachNeighbor(element.body, [&](const auto& channel, const auto& accessPoint) {
@@ -101,11 +103,11 @@ std::vector<Neighbor> neighborsIn(const ElementIndex& index) {
         });
         index.rememberWhole(element);
     }
-    return neighbors;
+    return Neighbors(std::move(neighbors));
 }
 
 std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid,
-                                std::span<const Neighbor> neighbors) {
+                                const Neighbors& neighbors) {
     if (!index.has(ElementId::MultiLink)) return std::nullopt;
     for (const Element& element : index.elements()) {
         if (element.id != ElementId::MultiLink) continue;

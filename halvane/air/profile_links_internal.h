@@ -4,20 +4,18 @@
 #define HALVANE_AIR_PROFILE_LINKS_INTERNAL_H
 
 #include <optional>
-#include <span>
-#include <vector>
 
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/element_index_internal.h"
 
 namespace halvane::air {
 
-std::vector<Neighbor> neighborsIn(const ElementIndex& index);
+Neighbors neighborsIn(const ElementIndex& index);
 
 // `bssid` is that of the sender, which is the address of its own link. `neighbors` are those that
 // it tells.
 std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid,
-                                std::span<const Neighbor> neighbors);
+                                const Neighbors& neighbors);
 
 std::optional<int> maxBssidIndicatorOf(const ElementIndex& index);
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <vector>
 
 #include "halvane/air/channel.h"
@@ -74,6 +75,13 @@ inline std::optional<Number> rateIn(const std::optional<air::Derived<air::PhyRat
 // What a profile says about Multiple BSSID.
 struct MultipleBssidView {
     const air::BssProfile& profile;
+};
+
+template <>
+struct KindOf<air::Neighbors> : std::integral_constant<PropertyKind, PropertyKind::Array> {};
+template <>
+struct ItemOf<air::Neighbors> {
+    using Item = air::Neighbor;
 };
 
 // --- Tables ---

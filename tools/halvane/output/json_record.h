@@ -9,8 +9,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ranges>
 #include <string_view>
-#include <vector>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
@@ -52,10 +52,12 @@ template <Tabled Record>
 void writeValue(JSONWriter& writer, const Record& record) {
     writeObject(writer, record);
 }
-template <typename Item>
-void writeValue(JSONWriter& writer, const std::vector<Item>& items) {
+// A list.
+template <std::ranges::forward_range List>
+requires(!Tabled<List> && !std::convertible_to<List, std::string_view>)
+void writeValue(JSONWriter& writer, const List& items) {
     writer.beginArray();
-    for (const Item& item : items) writeValue(writer, item);
+    for (const auto& item : items) writeValue(writer, item);
     writer.endArray();
 }
 
