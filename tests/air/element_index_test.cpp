@@ -62,6 +62,28 @@ TEST(AirElementIndex, FindsElementsBehindAnyNumberOfOthers) {
     EXPECT_TRUE(index.decode<BssLoad>());
 }
 
+TEST(AirElementIndex, RemembersWhatItHasFoundWhole) {
+    const Bytes octets = joined({element(11, {1, 0, 2, 3, 0}), element(48, {1})});
+    const auto elements = elementsOf(octets);
+    const ElementIndex index(elements);
+    EXPECT_FALSE(index.isKnownWhole(elements[0]));
+    EXPECT_TRUE(index.decode<BssLoad>());
+    EXPECT_FALSE(index.decode<Rsn>());
+    EXPECT_TRUE(index.isKnownWhole(elements[0]));
+    EXPECT_FALSE(index.isKnownWhole(elements[1]));
+}
+
+TEST(AirElementIndex, TakesOverWhatTheSenderHasFoundWhole) {
+    const Bytes octets =
+        joined({element(11, {1, 0, 2, 3, 0}), element(48, {1}), element(11, {1, 0, 2, 3, 0})});
+    const auto elements = elementsOf(octets);
+    const std::size_t damaged[] = {elements[1].offset};
+    const ElementIndex index(elements, 1, damaged);
+    EXPECT_FALSE(index.isKnownWhole(elements[0]));
+    EXPECT_FALSE(index.isKnownWhole(elements[1]));
+    EXPECT_TRUE(index.isKnownWhole(elements[2]));
+}
+
 TEST(AirElementIndex, IsEmptyForNoElements) {
     const ElementIndex index({});
     EXPECT_FALSE(index.has(ElementId::Ssid));

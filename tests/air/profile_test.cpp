@@ -304,6 +304,35 @@ TEST(AirProfile, TellsTheLinksOfAnMld) {
     EXPECT_EQ(profile.mld->links[1].address->text(), "02:00:00:00:0a:11");
 }
 
+// Reduced Neighbor Report: link 5 with an address, link 3; each of the sender's own MLD.
+TEST(AirProfile, TellsLinksOfAnMldThatStandBesideIt) {
+    const auto profile =
+        profileOf(joined({hexElement(201, "0010 51 06 00 020000000A33 00000000 00 00 000300"),
+                          hexElement(201, "0010 51 06 00 020000000A55 00000000 00 00 000500"),
+                          extended(107, "1000 08 020000000A01 02 00 03 1500 01")}),
+                  kProtected);
+    ASSERT_TRUE(profile.mld);
+    ASSERT_EQ(profile.mld->links.size(), 3u);
+    EXPECT_EQ(profile.mld->links[1].id, 5);
+    EXPECT_EQ(profile.mld->links[1].address->text(), "02:00:00:00:0a:55");
+    EXPECT_EQ(profile.mld->links[2].id, 3);
+    EXPECT_EQ(profile.mld->links[2].address->text(), "02:00:00:00:0a:33");
+}
+
+TEST(AirProfile, TellsTheWorstFindingsFirst) {
+    const auto profile =
+        profileOf(joined({hexElement(45, "00"), hexElement(48, "0100 000FAC04 0500"),
+                          hexElement(1, "82"), hexElement(11, "0500 C8 0000")}),
+                  {kBssid, 1, 20});
+    ASSERT_GE(profile.findings.size(), 4u);
+    const auto isOrdered = [](const Finding& a, const Finding& b) {
+        return a.info().severity != b.info().severity ? a.info().severity > b.info().severity
+                                                      : a.kind < b.kind;
+    };
+    EXPECT_TRUE(std::ranges::is_sorted(profile.findings, isOrdered));
+    EXPECT_NE(profile.findings.front().info().severity, profile.findings.back().info().severity);
+}
+
 TEST(AirProfile, SurvivesEveryPrefixAndOctet) {
     const Bytes octets =
         joined({ssidElement("main"), hexElement(3, "06"), kHt, htOperation(6, 0), rsnElement(8),

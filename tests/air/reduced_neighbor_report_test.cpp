@@ -1,5 +1,3 @@
-#include "halvane/air/reduced_neighbor_report.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -7,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/air/reduced_neighbor_report_internal.h"
 #include "halvane/base/mac_address.h"
 
 #include "tests/air/element_samples.h"
@@ -142,6 +141,26 @@ TEST(AirReducedNeighborReport, KeepsChannelsBeforeOneThatDoesNotFit) {
     const auto none = ReducedNeighborReport::decode(bytesOf("0000 51"));
     ASSERT_TRUE(none);
     EXPECT_TRUE(none->neighbors.empty());
+}
+
+TEST(AirReducedNeighborReport, IsReadWithoutListsAsItIsDecoded) {
+    for (const auto* const hex :
+         {"0410 83 25 14 0200000000AA 12345678 5A FE 012530", "1103 51 06 000000 000100 0000 51 01",
+          "0107 51 06 01 02", "0301 51 06 FF FF", "", "01"}) {
+        const auto body = bytesOf(hex);
+        const auto report = ReducedNeighborReport::decode(body);
+        ASSERT_TRUE(report) << hex;
+        std::vector<TbttInformation> wanted;
+        std::vector<TbttInformation> found;
+        for (const auto& channel : report->neighbors) {
+            wanted.insert(wanted.end(), channel.accessPoints.begin(), channel.accessPoints.end());
+        }
+        forEachNeighbor(body, [&](const auto& channel, const auto& accessPoint) {
+            EXPECT_TRUE(channel.channel == 6 || channel.channel == 37) << hex;
+            found.push_back(accessPoint);
+        });
+        EXPECT_EQ(found, wanted) << hex;
+    }
 }
 
 TEST(AirReducedNeighborReport, IsEncodedFromItsFields) {
