@@ -433,13 +433,18 @@ const ElementInfo* elementInfo(ElementId id) {
     return &kElements[kIndexes[number] - 1];
 }
 
-std::string elementName(const Element& element) {
+std::string_view knownElementName(const Element& element) {
     if (element.id == ElementId::Vendor) {
-        if (const auto* vendor = vendorElementInfo(element.body)) return std::string(vendor->name);
+        if (const auto* vendor = vendorElementInfo(element.body)) return vendor->name;
     }
     if (element.id == Wapi::kId && Wapi::isWapi(element.body)) return "WAPI";
-    if (const auto* info = elementInfo(element.id)) return std::string(info->name);
-    return "Reserved (" + numberText(element.id) + ')';
+    const auto* const info = elementInfo(element.id);
+    return info != nullptr ? info->name : std::string_view();
+}
+
+std::string elementName(const Element& element) {
+    const std::string_view name = knownElementName(element);
+    return name.empty() ? "Reserved (" + numberText(element.id) + ')' : std::string(name);
 }
 
 }  // namespace halvane::air

@@ -46,7 +46,9 @@ HALVANE_EXPORT const ElementInfo* elementInfo(ElementId id);
 // vendor element.
 HALVANE_EXPORT const VendorElementInfo* vendorElementInfo(Octets body);
 
-// "RSN", "Wi-Fi Protected Setup" or "Reserved (255/200)".
+// "RSN" or "Wi-Fi Protected Setup"; empty for an element that is not known.
+HALVANE_EXPORT std::string_view knownElementName(const Element& element);
+// The same, or "Reserved (255/200)".
 HALVANE_EXPORT std::string elementName(const Element& element);
 
 }  // namespace halvane::air

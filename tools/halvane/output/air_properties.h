@@ -53,10 +53,11 @@ inline std::optional<std::string> cipherTextOf(const std::optional<air::Suite>& 
     return suite ? std::optional(air::cipherText(*suite)) : std::nullopt;
 }
 
-inline std::vector<std::string> featureTexts(const air::Features& features) {
-    std::vector<std::string> texts;
-    for (const air::Feature feature : features) texts.emplace_back(air::featureName(feature));
-    return texts;
+inline std::vector<std::string_view> featureNames(const air::Features& features) {
+    std::vector<std::string_view> names;
+    names.reserve(features.size());
+    for (const air::Feature feature : features) names.push_back(air::featureName(feature));
+    return names;
 }
 
 inline std::optional<std::vector<int>> puncturedIn(const air::ChannelUse& channel) {
@@ -107,7 +108,7 @@ inline constexpr auto kProperties<air::MldLink> = std::tuple{
 template <>
 inline constexpr auto kProperties<air::MldProfile> = std::tuple{
     Property{"address", [](const air::MldProfile& mld) { return addressOf(mld.address); }},
-    Property{"links", [](const air::MldProfile& mld) { return mld.links; }},
+    Property{"links", [](const air::MldProfile& mld) -> const auto& { return mld.links; }},
 };
 
 template <>
@@ -174,7 +175,7 @@ constexpr auto networkProperties(Profile profile) {
                  }},
         Property{"security",
                  [profile](const auto& record) {
-                     return std::string(air::securityName(profile(record).security.name.value));
+                     return air::securityName(profile(record).security.name.value);
                  }},
         Property{"akms",
                  [profile](const auto& record) { return akmTexts(profile(record).security.akms); }},
@@ -192,14 +193,15 @@ constexpr auto networkProperties(Profile profile) {
                  }},
         Property{"pmf",
                  [profile](const auto& record) {
-                     return std::string(air::pmfName(profile(record).security.pmf.value));
+                     return air::pmfName(profile(record).security.pmf.value);
                  }},
         Property{"streams", [profile](const auto& record) { return profile(record).streams(); }},
-        Property{"maxRate", [profile](const auto& record) { return profile(record).rates; }},
+        Property{"maxRate",
+                 [profile](const auto& record) -> const auto& { return profile(record).rates; }},
         Property{"dtimPeriod",
                  [profile](const auto& record) { return valueIn(profile(record).dtimPeriod); }},
         Property{"features",
-                 [profile](const auto& record) { return featureTexts(profile(record).features); }},
+                 [profile](const auto& record) { return featureNames(profile(record).features); }},
     };
 }
 
@@ -289,32 +291,30 @@ inline constexpr auto kProperties<air::Source> = std::tuple{
                  return source.offset;
              }},
     Property{"field",
-             [](const air::Source& source) -> std::optional<std::string> {
+             [](const air::Source& source) -> std::optional<std::string_view> {
                  if (source.origin == air::Origin::Element) return std::nullopt;
-                 return std::string(air::originName(source.origin));
+                 return air::originName(source.origin);
              }},
 };
 
 template <>
 inline constexpr auto kProperties<air::Finding> = std::tuple{
-    Property{"id", [](const air::Finding& finding) { return std::string(finding.info().id); }},
+    Property{"id", [](const air::Finding& finding) { return finding.info().id; }},
     Property{"severity",
              [](const air::Finding& finding) {
-                 return std::string(air::severityName(finding.info().severity));
+                 return air::severityName(finding.info().severity);
              }},
     Property{"sentence",
-             [](const air::Finding& finding) { return std::string(finding.info().sentence); }},
+             [](const air::Finding& finding) { return finding.info().sentence; }},
     Property{"advice",
-             [](const air::Finding& finding) -> std::optional<std::string> {
+             [](const air::Finding& finding) -> std::optional<std::string_view> {
                  if (finding.info().advice.empty()) return std::nullopt;
-                 return std::string(finding.info().advice);
+                 return finding.info().advice;
              }},
     Property{"clause",
-             [](const air::Finding& finding) { return std::string(finding.info().clause); }},
+             [](const air::Finding& finding) { return finding.info().clause; }},
     Property{"sources",
-             [](const air::Finding& finding) {
-                 return std::vector<air::Source>(finding.sources.begin(), finding.sources.end());
-             }},
+             [](const air::Finding& finding) -> const auto& { return finding.sources; }},
 };
 
 }  // namespace halvane::tool

@@ -93,7 +93,8 @@ void writeHead(JSONWriter& writer, const air::Element& element) {
         writer.integer(*extension);
     }
     writer.key("name");
-    writer.string(air::elementName(element));
+    const std::string_view name = air::knownElementName(element);
+    writer.string(name.empty() ? std::string_view(air::elementName(element)) : name);
     writer.key("offset");
     writer.integer(element.offset);
     writer.key("bytes");

@@ -7,11 +7,12 @@
 //   any other integer          Integer
 //   Number                     Number
 //   std::string, const char*   Text
+//   std::string_view           Text, of a constant
 //   ShownOctets                Text
 //   Address                    Address
 //   ByteBuffer                 Bytes
 //   a class with a table       Object
-//   std::vector of these       Array
+//   a list of these            Array
 //   std::optional or std::shared_ptr of these: the same, and it may be absent
 //
 // A new property is a new row.
@@ -33,6 +34,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/inline_list.h"
 #include "halvane/base/number.h"
 
 #include "tools/halvane/output/json_key.h"
@@ -128,6 +130,8 @@ struct KindOf<Number> : std::integral_constant<PropertyKind, PropertyKind::Numbe
 template <>
 struct KindOf<std::string> : std::integral_constant<PropertyKind, PropertyKind::Text> {};
 template <>
+struct KindOf<std::string_view> : std::integral_constant<PropertyKind, PropertyKind::Text> {};
+template <>
 struct KindOf<const char*> : std::integral_constant<PropertyKind, PropertyKind::Text> {};
 template <>
 struct KindOf<ShownOctets> : std::integral_constant<PropertyKind, PropertyKind::Text> {};
@@ -139,6 +143,9 @@ template <Tabled Type>
 struct KindOf<Type> : std::integral_constant<PropertyKind, PropertyKind::Object> {};
 template <typename Item>
 struct KindOf<std::vector<Item>> : std::integral_constant<PropertyKind, PropertyKind::Array> {};
+template <typename Item, std::size_t Capacity>
+struct KindOf<InlineList<Item, Capacity>>
+    : std::integral_constant<PropertyKind, PropertyKind::Array> {};
 
 // The parts of such a type.
 template <typename Type>
@@ -160,6 +167,10 @@ struct ItemOf {
 };
 template <typename Type>
 struct ItemOf<std::vector<Type>> {
+    using Item = Type;
+};
+template <typename Type, std::size_t Capacity>
+struct ItemOf<InlineList<Type, Capacity>> {
     using Item = Type;
 };
 
