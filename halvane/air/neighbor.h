@@ -9,8 +9,8 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <utility>
-#include <vector>
 
 #include "halvane/air/channel.h"
 #include "halvane/base/mac_address.h"
@@ -38,24 +38,27 @@ struct Neighbor {
 class Neighbors {
   public:
     Neighbors() = default;
-    explicit Neighbors(std::vector<Neighbor> items) {
+    explicit Neighbors(std::span<const Neighbor> items) : size_(items.size()) {
         if (items.empty()) return;
-        items_ = std::make_shared<const std::vector<Neighbor>>(std::move(items));
+        auto copies = std::make_shared<Neighbor[]>(size_);
+        std::ranges::copy(items, copies.get());
+        items_ = std::move(copies);
     }
 
-    const Neighbor* begin() const { return items_ ? items_->data() : nullptr; }
-    const Neighbor* end() const { return begin() + size(); }
-    std::size_t size() const { return items_ ? items_->size() : 0; }
-    bool empty() const { return size() == 0; }
+    const Neighbor* begin() const { return items_.get(); }
+    const Neighbor* end() const { return begin() + size_; }
+    std::size_t size() const { return size_; }
+    bool empty() const { return size_ == 0; }
     // REQUIRES: index < size().
-    const Neighbor& operator[](std::size_t index) const { return (*items_)[index]; }
+    const Neighbor& operator[](std::size_t index) const { return items_[index]; }
 
     friend bool operator==(const Neighbors& a, const Neighbors& b) {
         return std::ranges::equal(a, b);
     }
 
   private:
-    std::shared_ptr<const std::vector<Neighbor>> items_;  // null for an empty list
+    std::shared_ptr<const Neighbor[]> items_;  // null for an empty list
+    std::size_t size_ = 0;
 };
 
 }  // namespace halvane::air

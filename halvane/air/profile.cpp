@@ -1,9 +1,7 @@
 #include "halvane/air/profile.h"
 
-#include <array>
 #include <cstddef>
 #include <iterator>
-#include <memory_resource>
 #include <utility>
 
 #include "halvane/air/bss_load.h"
@@ -19,6 +17,7 @@
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/security_elements_internal.h"
 #include "halvane/air/ssid_element.h"
+#include "halvane/air/stack_list_internal.h"
 #include "halvane/air/tim.h"
 #include "halvane/base/escaped_text.h"
 
@@ -236,18 +235,14 @@ std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> element
 
 BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& radio) {
     constexpr std::size_t kUsualCount = 32;
-    // The elements of a usual frame stand on the stack, since they are looked at here alone.
-    alignas(Element) std::array<std::byte, kUsualCount * sizeof(Element)> room;
-    std::pmr::monotonic_buffer_resource pool(room.data(), room.size());
-    std::pmr::vector<Element> elements(&pool);
-    elements.reserve(kUsualCount);
+    StackList<Element, kUsualCount> elements;
     auto element = ElementRange(octets).begin();
-    for (; element != std::default_sentinel; ++element) elements.push_back(*element);
+    for (; element != std::default_sentinel; ++element) elements->push_back(*element);
     const TrailingOctets trailing = element.rest();
-    const ElementIndex index(elements);
+    const ElementIndex index(*elements);
     const Frame frame = {fixed, radio, trailing};
     std::vector<NontransmittedBss> nontransmitted;
-    if (index.has(ElementId::MultipleBssid)) nontransmitted = nontransmittedOf(elements, frame);
+    if (index.has(ElementId::MultipleBssid)) nontransmitted = nontransmittedOf(*elements, frame);
     return profileOfBss(index, frame, neighborsIn(index), std::move(nontransmitted));
 }
 

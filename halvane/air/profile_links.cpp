@@ -1,7 +1,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 #include "halvane/air/multi_link.h"
@@ -9,6 +8,7 @@
 #include "halvane/air/operating_class.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/reduced_neighbor_report_internal.h"
+#include "halvane/air/stack_list_internal.h"
 
 namespace halvane::air {
 
@@ -95,15 +95,16 @@ std::vector<MldLink> linksOf(const MultiLink& element, const MacAddress& bssid,
 
 Neighbors neighborsIn(const ElementIndex& index) {
     if (!index.has(ElementId::ReducedNeighborReport)) return {};
-    std::vector<Neighbor> neighbors;
+    constexpr std::size_t kUsualCount = 8;
+    StackList<Neighbor, kUsualCount> neighbors;
     for (const Element& element : index.elements()) {
         if (element.id != ElementId::ReducedNeighborReport) continue;
         forEachNeighbor(element.body, [&](const auto& channel, const auto& accessPoint) {
-            if (isTold(accessPoint)) neighbors.push_back(neighborOf(channel, accessPoint));
+            if (isTold(accessPoint)) neighbors->push_back(neighborOf(channel, accessPoint));
         });
         index.rememberWhole(element);
     }
-    return Neighbors(std::move(neighbors));
+    return Neighbors(*neighbors);
 }
 
 std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid,
