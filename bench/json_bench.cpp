@@ -15,8 +15,8 @@
 #include "tests/support/json_tree.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/frame_properties.h"
+#include "tools/halvane/output/json_record.h"
 #include "tools/halvane/output/json_writer.h"
-#include "tools/halvane/output/record_json.h"
 #include "tools/halvane/output/record_properties.h"
 #include "tools/halvane/output/regulatory_json.h"
 #include "tools/halvane/output/regulatory_properties.h"
@@ -54,7 +54,11 @@ void lineHalvane(benchmark::State& state) {
     JSONWriter writer;
     const auto writeLine = [&] {
         writer.clear();
-        writeJSON(writer, sighting, FrameOrigin{1});
+        writer.beginObject();
+        writeMembers(writer, FrameOrigin{1});
+        writeMembers(writer, sighting);
+        writeMembers(writer, sighting.record);
+        writer.endObject();
         writer.newline();
     };
     writeLine();
