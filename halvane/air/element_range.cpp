@@ -16,8 +16,12 @@ struct Piece {
     Octets octets;  // with the header
 
     std::uint8_t id() const { return octets[0]; }
-    Octets body() const { return octets.subspan(kHeaderSize); }
-    bool isFull() const { return body().size() == kFullPiece; }
+    Octets body() const {
+        ByteCursor cursor(octets);
+        cursor.skip(kHeaderSize);
+        return cursor.rest();
+    }
+    bool isFull() const { return octets.size() == kHeaderSize + kFullPiece; }
 };
 
 // Absent, and nothing is taken, if the piece does not fit.

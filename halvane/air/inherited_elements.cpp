@@ -7,7 +7,7 @@
 namespace halvane::air {
 
 InheritedElements::InheritedElements(std::span<const Element> sender)
-    : sender_(sender.first(std::min(sender.size(), kMaxInheritedElements))) {
+    : sender_(sender.begin(), std::min(sender.size(), kMaxInheritedElements)) {
     for (const Element& element : sender_) {
         if (!isWhole(element)) damagedOffsets_.push_back(element.offset);
     }
