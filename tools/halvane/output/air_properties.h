@@ -108,7 +108,9 @@ inline constexpr auto kProperties<air::MldLink> = std::tuple{
 template <>
 inline constexpr auto kProperties<air::MldProfile> = std::tuple{
     Property{"address", [](const air::MldProfile& mld) { return addressOf(mld.address); }},
-    Property{"links", [](const air::MldProfile& mld) -> const auto& { return mld.links; }},
+    Property{
+        "links",
+        [](const air::MldProfile& mld) -> const std::vector<air::MldLink>& { return mld.links; }},
 };
 
 template <>
@@ -197,7 +199,9 @@ constexpr auto networkProperties(Profile profile) {
                  }},
         Property{"streams", [profile](const auto& record) { return profile(record).streams(); }},
         Property{"maxRate",
-                 [profile](const auto& record) -> const auto& { return profile(record).rates; }},
+                 [profile](const auto& record) -> const air::MaxRates& {
+                     return profile(record).rates;
+                 }},
         Property{"dtimPeriod",
                  [profile](const auto& record) { return valueIn(profile(record).dtimPeriod); }},
         Property{"features",
@@ -220,56 +224,51 @@ inline constexpr auto kProperties<MultipleBssidView> = std::tuple{
     Property{"maxIndicator",
              [](const MultipleBssidView& view) { return view.profile.maxBssidIndicator; }},
     Property{"profiles",
-             [](const MultipleBssidView& view) -> const auto& {return view.profile.nontransmitted;
-}  // namespace halvane::tool
-}
-,
-}
-;
+             [](const MultipleBssidView& view) -> const std::vector<air::NontransmittedBss>& {
+                 return view.profile.nontransmitted;
+             }},
+};
 
 template <>
 inline constexpr auto kProperties<air::BssProfile> = std::tuple_cat(
-    networkProperties([](const air::BssProfile& profile) -> const auto& {
-    return profile; }),
+    networkProperties([](const air::BssProfile& profile) -> const air::BssProfile& {
+        return profile;
+    }),
     std::tuple{
         Property{"band",
-                 [](const air::BssProfile& profile) -> std::optional<std::string> {
-    if (!profile.channel.band) return std::nullopt;
-    return std::string(air::bandName(profile.channel.band->value));
+                 [](const air::BssProfile& profile) -> std::optional<std::string_view> {
+                     if (!profile.channel.band) return std::nullopt;
+                     return air::bandName(profile.channel.band->value);
                  }},
-        Property{"primaryChannel",
-                 [](const air::BssProfile& profile) {
-    return valueIn(profile.channel.primaryChannel);
-                 }},
+        Property{
+            "primaryChannel",
+            [](const air::BssProfile& profile) { return valueIn(profile.channel.primaryChannel); }},
         Property{"primaryFrequency",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.primaryFrequency; }},
+                 [](const air::BssProfile& profile) { return profile.channel.primaryFrequency; }},
         Property{"width",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.span->width; }},
+                 [](const air::BssProfile& profile) { return profile.channel.span->width; }},
         Property{"center1",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.span->center1; }},
+                 [](const air::BssProfile& profile) { return profile.channel.span->center1; }},
         Property{"center2",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.span->center2; }},
+                 [](const air::BssProfile& profile) { return profile.channel.span->center2; }},
         Property{"puncturedSubchannels",
-                 [](const air::BssProfile& profile) {
-    return puncturedIn(profile.channel); }},
-        Property{"mld", [](const air::BssProfile& profile) {
-    return profile.mld; }},
+                 [](const air::BssProfile& profile) { return puncturedIn(profile.channel); }},
+        Property{"mld",
+                 [](const air::BssProfile& profile) -> const std::optional<air::MldProfile>& {
+                     return profile.mld;
+                 }},
         Property{"multipleBSSID",
                  [](const air::BssProfile& profile) -> std::optional<MultipleBssidView> {
-    if (!profile.maxBssidIndicator) return std::nullopt;
-    return MultipleBssidView{profile};
+                     if (!profile.maxBssidIndicator) return std::nullopt;
+                     return MultipleBssidView{profile};
                  }},
         Property{"neighbors",
-                 [](const air::BssProfile& profile) -> const auto& { return profile.neighbors;
-}
-}
-, Property{"bssLoad", [](const air::BssProfile& profile) { return valueIn(profile.load); }},
-    Property{"country", [](const air::BssProfile& profile) { return valueIn(profile.country); }},
-});
+                 [](const air::BssProfile& profile)
+                     -> const air::Neighbors& { return profile.neighbors; }},
+        Property{"bssLoad", [](const air::BssProfile& profile) { return valueIn(profile.load); }},
+        Property{"country",
+                 [](const air::BssProfile& profile) { return valueIn(profile.country); }},
+    });
 
 // The members of a finding for programs: its row, and the places that it was taken from.
 template <>
@@ -300,21 +299,18 @@ inline constexpr auto kProperties<air::Source> = std::tuple{
 template <>
 inline constexpr auto kProperties<air::Finding> = std::tuple{
     Property{"id", [](const air::Finding& finding) { return finding.info().id; }},
-    Property{"severity",
-             [](const air::Finding& finding) {
-                 return air::severityName(finding.info().severity);
-             }},
-    Property{"sentence",
-             [](const air::Finding& finding) { return finding.info().sentence; }},
+    Property{
+        "severity",
+        [](const air::Finding& finding) { return air::severityName(finding.info().severity); }},
+    Property{"sentence", [](const air::Finding& finding) { return finding.info().sentence; }},
     Property{"advice",
              [](const air::Finding& finding) -> std::optional<std::string_view> {
                  if (finding.info().advice.empty()) return std::nullopt;
                  return finding.info().advice;
              }},
-    Property{"clause",
-             [](const air::Finding& finding) { return finding.info().clause; }},
+    Property{"clause", [](const air::Finding& finding) { return finding.info().clause; }},
     Property{"sources",
-             [](const air::Finding& finding) -> const auto& { return finding.sources; }},
+             [](const air::Finding& finding) -> const air::Sources& { return finding.sources; }},
 };
 
 }  // namespace halvane::tool

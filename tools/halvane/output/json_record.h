@@ -52,9 +52,11 @@ template <Tabled Record>
 void writeValue(JSONWriter& writer, const Record& record) {
     writeObject(writer, record);
 }
-// A list.
-template <std::ranges::forward_range List>
-requires(!Tabled<List> && !std::convertible_to<List, std::string_view>)
+template <typename List>
+concept ListOfValues = std::ranges::forward_range<List> && !Tabled<List> &&
+                       !std::convertible_to<List, std::string_view>;
+
+template <ListOfValues List>
 void writeValue(JSONWriter& writer, const List& items) {
     writer.beginArray();
     for (const auto& item : items) writeValue(writer, item);
