@@ -6,6 +6,7 @@
 
 #include "halvane/air/element_info.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {
 
@@ -13,12 +14,14 @@ namespace {
 
 using Kind = FindingKind;
 
-// The elements that a beacon may hold more than once (table 9-32).
+// The elements that a beacon or probe response may hold more than once (tables 9-32 and 9-39).
 constexpr ElementId kRepeated[] = {
     ElementId::Quiet,
     ElementId::ApChannelReport,
     ElementId::NeighborReport,
     ElementId::MultipleBssid,
+    ElementId::ChannelUsage,
+    ElementId::QuietChannel,
     ElementId::TransmitPowerEnvelope,
     ElementId::ReducedNeighborReport,
     ElementId::Vendor,
@@ -62,8 +65,9 @@ std::optional<std::size_t> placeInOrder(ElementId id) {
     return static_cast<std::size_t>(found - kOrder.begin());
 }
 
-// The decoder of an element, and the part of its body that it takes.
+// Whether all fields of an element lie within it. An SSID has one field, which may be too long.
 bool isWhole(const Element& element) {
+    if (element.id == ElementId::Ssid) return true;
     if (element.id == ElementId::Vendor) {
         const auto* const info = vendorElementInfo(element.body);
         if (info == nullptr || info->decoder.isWhole == nullptr) return true;
@@ -72,6 +76,16 @@ bool isWhole(const Element& element) {
     const auto* const info = elementInfo(element.id);
     return info == nullptr || info->decoder.isWhole == nullptr ||
            info->decoder.isWhole(element.body);
+}
+
+// The number of an element that is cut. REQUIRES: there is one.
+ElementId idOf(const TrailingOctets& trailing) {
+    ByteCursor cursor(trailing.octets);
+    const std::uint8_t id = cursor.u8().value_or(0);
+    if (id != kExtendedElementId) return static_cast<ElementId>(id);
+    cursor.skip(1);  // the length
+    const auto extension = cursor.u8();
+    return extension ? extensionElement(*extension) : ElementId::ExtensionMissing;
 }
 
 // One finding of a kind, however many elements have the fault; the first of them counts.
@@ -121,7 +135,7 @@ void findInForm(const ProfileParts& parts, FindingCollector& findings) {
     FormWalk walk(findings);
     for (const Element& element : parts.index.elements()) walk.look(element);
     if (parts.trailing.empty()) return;
-    findings.add(Kind::FrameCut, {{Origin::Element, ElementId::Ssid,
+    findings.add(Kind::FrameCut, {{Origin::Element, idOf(parts.trailing),
                                    static_cast<std::uint16_t>(parts.trailing.offset)}});
 }
 

@@ -169,9 +169,13 @@ struct Frame {
     const TrailingOctets& trailing;
 };
 
-// `nontransmitted` are the networks that share the frame; only its sender has any.
-BssProfile profileOfBss(const ElementIndex& index, const Frame& frame,
-                        std::vector<NontransmittedBss> nontransmitted) {
+// The networks that share a frame; only its sender has any.
+struct Sharers {
+    std::vector<NontransmittedBss> all{};
+    std::optional<std::size_t> faultyElement{};  // of Multiple BSSID
+};
+
+BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Sharers sharers) {
     const bool isPrivacy = (frame.fixed.capabilities & kPrivacy) != 0;
     const OperationElements operation(index);
     const CapabilityElements capabilities(index);
@@ -188,12 +192,14 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame,
     profile.dtimPeriod = dtimOf(index);
     profile.features = featuresOf(index, capabilities, security);
     profile.neighbors = neighborsIn(index);
-    profile.mld = mldOf(index, frame.fixed.bssid);
+    const auto multiLink = basicMultiLinkOf(index);
+    if (multiLink) profile.mld = mldOf(*multiLink, index, frame.fixed.bssid);
     profile.maxBssidIndicator = maxBssidIndicatorOf(index);
-    profile.nontransmitted = std::move(nontransmitted);
+    profile.nontransmitted = std::move(sharers.all);
     FindingCollector findings(index);
-    const ProfileParts parts = {index,     frame.trailing, frame.fixed, frame.radio,
-                                operation, capabilities,   security,    profile};
+    const ProfileParts parts = {index,     frame.trailing,       frame.fixed, frame.radio,
+                                operation, capabilities,         security,    profile,
+                                multiLink, sharers.faultyElement};
     findInSecurity(parts, findings);
     findInChannel(parts, findings);
     findInRates(parts, findings);
@@ -205,10 +211,9 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame,
 }
 
 // The networks of Multiple BSSID, each with the elements that hold for it.
-std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> elements,
-                                                const Frame& frame) {
-    std::vector<NontransmittedBss> all;
+Sharers sharersOf(std::span<const Element> elements, const Frame& frame) {
     const MultipleBssidProfiles profiles(elements, frame.fixed.bssid);
+    Sharers sharers{{}, profiles.faultyElement()};
     const TrailingOctets whole;
     for (const NontransmittedProfile& found : profiles.profiles()) {
         const BssElements own = profiles.elementsOf(found);
@@ -216,14 +221,14 @@ std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> element
             found.bssid, static_cast<std::uint16_t>(found.capabilities.fields.bits(0, 16)),
             frame.fixed.beaconInterval};
         const Frame shared = {fixed, frame.radio, whole};
-        all.push_back(
+        sharers.all.push_back(
             {found.bssid, found.index.index, profileOfBss(ElementIndex(own.elements), shared, {})});
-        auto& profile = all.back().profile;
+        auto& profile = sharers.all.back().profile;
         if (found.index.dtimPeriod) {
             profile.dtimPeriod = Derived<int>{*found.index.dtimPeriod, Rule::TimElement, {}};
         }
     }
-    return all;
+    return sharers;
 }
 
 }  // namespace
@@ -237,9 +242,9 @@ BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& r
     const TrailingOctets trailing = element.rest();
     const ElementIndex index(elements);
     const Frame frame = {fixed, radio, trailing};
-    std::vector<NontransmittedBss> nontransmitted;
-    if (index.has(ElementId::MultipleBssid)) nontransmitted = nontransmittedOf(elements, frame);
-    return profileOfBss(index, frame, std::move(nontransmitted));
+    Sharers sharers;
+    if (index.has(ElementId::MultipleBssid)) sharers = sharersOf(elements, frame);
+    return profileOfBss(index, frame, std::move(sharers));
 }
 
 }  // namespace halvane::air

@@ -1,6 +1,7 @@
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
-#include "halvane/air/multi_link.h"
 #include "halvane/air/multiple_bssid.h"
 #include "halvane/air/operating_class.h"
 #include "halvane/air/profile_links_internal.h"
@@ -76,25 +77,32 @@ std::vector<Neighbor> neighborsIn(const ElementIndex& index) {
     return neighbors;
 }
 
-std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid) {
+std::optional<BasicMultiLink> basicMultiLinkOf(const ElementIndex& index) {
     if (!index.has(ElementId::MultiLink)) return std::nullopt;
     for (const Element& element : index.elements()) {
         if (element.id != ElementId::MultiLink) continue;
-        const auto multiLink = MultiLink::decode(element.body);
+        auto multiLink = MultiLink::decode(element.body);
         if (!multiLink || !isBasic(*multiLink)) continue;
-        MldProfile mld;
-        mld.address = *multiLink->common.mldAddress;
-        if (const auto id = multiLink->common.linkId()) mld.links.push_back({*id, bssid, true});
-        for (const MultiLinkSubelement& subelement : multiLink->subelements) {
-            if (!subelement.link) continue;
-            mld.links.push_back({subelement.link->linkId(), subelement.link->address, false});
-        }
-        addNeighborLinks(mld.links, index);
-        mld.sources.push_back(
-            {Origin::Element, ElementId::MultiLink, static_cast<std::uint16_t>(element.offset)});
-        return mld;
+        return BasicMultiLink{
+            *std::move(multiLink),
+            {Origin::Element, ElementId::MultiLink, static_cast<std::uint16_t>(element.offset)}};
     }
     return std::nullopt;
+}
+
+MldProfile mldOf(const BasicMultiLink& multiLink, const ElementIndex& index,
+                 const MacAddress& bssid) {
+    const MultiLink& element = multiLink.element;
+    MldProfile mld;
+    mld.address = element.common.mldAddress.value_or(MacAddress());
+    if (const auto id = element.common.linkId()) mld.links.push_back({*id, bssid, true});
+    for (const MultiLinkSubelement& subelement : element.subelements) {
+        if (!subelement.link) continue;
+        mld.links.push_back({subelement.link->linkId(), subelement.link->address, false});
+    }
+    addNeighborLinks(mld.links, index);
+    mld.sources.push_back(multiLink.source);
+    return mld;
 }
 
 std::optional<int> maxBssidIndicatorOf(const ElementIndex& index) {
