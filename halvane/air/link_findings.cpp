@@ -61,14 +61,18 @@ bool hasOtherSecurity(const ProfileParts& parts, const PerStaProfile& link) {
                            SecurityElements(ElementIndex(elements.elements), isPrivacy));
 }
 
+// The first profile of a link counts.
 void findInLinkSecurity(const ProfileParts& parts, FindingCollector& findings) {
-    const MultiLink& multiLink = parts.multiLink->element;
-    const bool isOther = std::ranges::any_of(multiLink.subelements, [&](const auto& subelement) {
+    std::uint16_t seen = 0;  // bit k: link k
+    for (const MultiLinkSubelement& subelement : parts.multiLink->element.subelements) {
         const auto& link = subelement.link;
-        // The first profile of a link counts.
-        return link && multiLink.link(link->linkId()) == &*link && hasOtherSecurity(parts, *link);
-    });
-    findings.addIf(isOther, Kind::MldSecurityDiffers, parts.profile.mld->sources);
+        if (!link) continue;
+        const unsigned bit = 1u << link->linkId();
+        if ((seen & bit) == 0 && hasOtherSecurity(parts, *link)) {
+            return findings.add(Kind::MldSecurityDiffers, parts.profile.mld->sources);
+        }
+        seen = static_cast<std::uint16_t>(seen | bit);
+    }
 }
 
 // --- Addresses ---

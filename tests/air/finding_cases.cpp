@@ -241,6 +241,11 @@ const Cases kLinks = {
     {Kind::MldSecurityDiffers,
      secured(rsn("08") + ";" + multiLink(kMld, "0B", "0100 FF04380130 00")), "255/107@22",
      secured(rsn("08") + ";" + multiLink(kMld, "05", "1100"))},
+    // The second profile of link 1 does not count.
+    {Kind::MldSecurityDiffers,
+     secured(rsn("18") + ";" + multiLink(kMld, "1B", kSaeOfLink + "0005 1100 01 1100")),
+     "255/107@22",
+     secured(rsn("18") + ";" + multiLink(kMld, "05", "1100 001B 1100 01" + kSaeOfLink))},
     {Kind::MldSecurityDiffers, opened("0=61;" + multiLink(kMld, "05", "1100")), "255/107@3",
      opened("0=61;" + multiLink(kMld, "05", "0100"))},
     {Kind::MldAddressIsBssid, opened("0=61;" + multiLink("020000000820", "05", "0100")),
