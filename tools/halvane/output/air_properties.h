@@ -210,56 +210,51 @@ inline constexpr auto kProperties<MultipleBssidView> = std::tuple{
     Property{"maxIndicator",
              [](const MultipleBssidView& view) { return view.profile.maxBssidIndicator; }},
     Property{"profiles",
-             [](const MultipleBssidView& view) -> const auto& {return view.profile.nontransmitted;
-}  // namespace halvane::tool
+             [](const MultipleBssidView& view) -> const std::vector<air::NontransmittedBss>& {
+                 return view.profile.nontransmitted;
+             }},
+};
+
+inline const air::BssProfile& itself(const air::BssProfile& profile) {
+    return profile;
 }
-,
-}
-;
 
 template <>
 inline constexpr auto kProperties<air::BssProfile> = std::tuple_cat(
-    networkProperties([](const air::BssProfile& profile) -> const auto& {
-    return profile; }),
+    networkProperties(itself),
     std::tuple{
         Property{"band",
                  [](const air::BssProfile& profile) -> std::optional<std::string> {
-    if (!profile.channel.band) return std::nullopt;
-    return std::string(air::bandName(profile.channel.band->value));
+                     if (!profile.channel.band) return std::nullopt;
+                     return std::string(air::bandName(profile.channel.band->value));
                  }},
-        Property{"primaryChannel",
-                 [](const air::BssProfile& profile) {
-    return valueIn(profile.channel.primaryChannel);
-                 }},
+        Property{
+            "primaryChannel",
+            [](const air::BssProfile& profile) { return valueIn(profile.channel.primaryChannel); }},
         Property{"primaryFrequency",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.primaryFrequency; }},
+                 [](const air::BssProfile& profile) { return profile.channel.primaryFrequency; }},
         Property{"width",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.span->width; }},
+                 [](const air::BssProfile& profile) { return profile.channel.span->width; }},
         Property{"center1",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.span->center1; }},
+                 [](const air::BssProfile& profile) { return profile.channel.span->center1; }},
         Property{"center2",
-                 [](const air::BssProfile& profile) {
-    return profile.channel.span->center2; }},
+                 [](const air::BssProfile& profile) { return profile.channel.span->center2; }},
         Property{"puncturedSubchannels",
-                 [](const air::BssProfile& profile) {
-    return puncturedIn(profile.channel); }},
-        Property{"mld", [](const air::BssProfile& profile) {
-    return profile.mld; }},
+                 [](const air::BssProfile& profile) { return puncturedIn(profile.channel); }},
+        Property{"mld", [](const air::BssProfile& profile) { return profile.mld; }},
         Property{"multipleBSSID",
                  [](const air::BssProfile& profile) -> std::optional<MultipleBssidView> {
-    if (!profile.maxBssidIndicator) return std::nullopt;
-    return MultipleBssidView{profile};
+                     if (!profile.maxBssidIndicator) return std::nullopt;
+                     return MultipleBssidView{profile};
                  }},
         Property{"neighbors",
-                 [](const air::BssProfile& profile) -> const auto& { return profile.neighbors;
-}
-}
-, Property{"bssLoad", [](const air::BssProfile& profile) { return valueIn(profile.load); }},
-    Property{"country", [](const air::BssProfile& profile) { return valueIn(profile.country); }},
-});
+                 [](const air::BssProfile& profile) -> const std::vector<air::Neighbor>& {
+                     return profile.neighbors;
+                 }},
+        Property{"bssLoad", [](const air::BssProfile& profile) { return valueIn(profile.load); }},
+        Property{"country",
+                 [](const air::BssProfile& profile) { return valueIn(profile.country); }},
+    });
 
 // The members of a finding for programs: its row, and the places that it was taken from.
 template <>
