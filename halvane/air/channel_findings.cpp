@@ -2,7 +2,15 @@
 #include <cstdlib>
 #include <optional>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
+#include "halvane/air/ds_parameter_set.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/he_operation.h"
+#include "halvane/air/ht_operation.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/source.h"
+#include "halvane/air/vht_operation.h"
 
 namespace halvane::air {
 

@@ -2,10 +2,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/source.h"
 #include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {

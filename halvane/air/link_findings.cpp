@@ -2,7 +2,9 @@
 #include <cstdint>
 #include <iterator>
 
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
+#include "halvane/air/he_operation.h"
 #include "halvane/air/inheritance.h"
 #include "halvane/air/multi_link.h"
 #include "halvane/air/profile_findings_internal.h"

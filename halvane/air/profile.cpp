@@ -8,16 +8,21 @@
 #include "halvane/air/channel_use_internal.h"
 #include "halvane/air/country.h"
 #include "halvane/air/element_index_internal.h"
+#include "halvane/air/generation.h"
 #include "halvane/air/inheritance.h"
 #include "halvane/air/max_rates_internal.h"
 #include "halvane/air/multiple_bssid_profiles.h"
 #include "halvane/air/profile_features_internal.h"
 #include "halvane/air/profile_findings_internal.h"
 #include "halvane/air/profile_links_internal.h"
+#include "halvane/air/rule.h"
 #include "halvane/air/security_elements_internal.h"
 #include "halvane/air/ssid_element.h"
+#include "halvane/air/suite.h"
 #include "halvane/air/tim.h"
 #include "halvane/base/escaped_text.h"
+#include "halvane/base/oui.h"
+#include "halvane/base/ssid.h"
 
 namespace halvane::air {
 

@@ -4,8 +4,13 @@
 #include <string_view>
 #include <utility>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/extended_supported_rates.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/rate_octet.h"
+#include "halvane/air/source.h"
 #include "halvane/air/supported_rates.h"
 
 namespace halvane::air {

@@ -13,6 +13,7 @@
 #include "halvane/air/max_rates_internal.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/security_elements_internal.h"
+#include "halvane/air/source.h"
 
 namespace halvane::air {
 

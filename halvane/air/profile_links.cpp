@@ -2,7 +2,11 @@
 #include <cstdint>
 #include <utility>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/multiple_bssid.h"
+#include "halvane/air/neighbor.h"
 #include "halvane/air/operating_class.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/reduced_neighbor_report.h"

@@ -4,9 +4,19 @@
 #include <initializer_list>
 #include <optional>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/channel.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/rsn.h"
 #include "halvane/air/rsnx.h"
+#include "halvane/air/security.h"
+#include "halvane/air/source.h"
+#include "halvane/air/suite.h"
+#include "halvane/air/wpa.h"
 #include "halvane/air/wps_summary.h"
+#include "halvane/base/oui.h"
 
 namespace halvane::air {
 

@@ -8,7 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_writer.h"
+#include "halvane/air/multi_link.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
 

@@ -6,11 +6,13 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "halvane/air/element_id.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/profile.h"
+#include "halvane/air/source.h"
 #include "halvane/base/mac_address.h"
 
 #include "tests/air/element_samples.h"

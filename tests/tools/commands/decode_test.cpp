@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <regex>
+#include <stdio.h>
 #include <string>
 #include <string_view>
 #include <utility>

@@ -1,4 +1,5 @@
 // The elements command, from its argument to its status.
+#include <cstdint>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -3,13 +3,18 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/finding.h"
+#include "halvane/air/generation.h"
 #include "halvane/air/profile.h"
+#include "halvane/air/security.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 #include "halvane/capture/frame_record.h"
 #include "halvane/ie/mac.h"
 
 #include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
 
 using namespace halvane;
 using namespace halvane::testing;

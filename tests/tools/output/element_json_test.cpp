@@ -1,14 +1,18 @@
 #include "tools/halvane/output/element_json.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
 
 #include "tests/air/element_samples.h"
 #include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
 #include "tools/halvane/output/json_writer.h"
 
 using halvane::testing::Bytes;
@@ -31,7 +35,7 @@ JSON listOf(std::string_view hex) {
 // The first element, with its fields.
 JSON objectOf(const Bytes& octets) {
     JSONWriter writer(JSONWriter::Layout::OneLine);
-    writeJSON(writer, *ElementRange(octets).begin());
+    writeElement(writer, *ElementRange(octets).begin());
     return JSON::parse(writer.text());
 }
 

@@ -6,10 +6,13 @@
 #include <string_view>
 #include <utility>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
 
 #include "tests/air/element_samples.h"
 #include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
 
 using halvane::testing::Bytes;
 using halvane::testing::bytesOf;

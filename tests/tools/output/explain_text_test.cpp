@@ -5,11 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/profile.h"
 #include "halvane/base/mac_address.h"
 
 #include "tests/air/element_samples.h"
 #include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
 
 using halvane::MacAddress;
 using halvane::testing::Bytes;

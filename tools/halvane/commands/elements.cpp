@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_range.h"
 #include "halvane/base/result.h"
 #include "halvane/capture/beacon_frame.h"
@@ -88,7 +89,10 @@ struct Item {
 };
 
 void writeJSON(JSONWriter& writer, const Item& item) {
-    std::visit([&](const auto& octets) { tool::writeJSON(writer, octets); }, item.octets);
+    if (const auto* const element = std::get_if<air::Element>(&item.octets)) {
+        return writeElement(writer, *element);
+    }
+    writeTrailing(writer, std::get<air::TrailingOctets>(item.octets));
 }
 
 void print(air::ElementRange elements, Format format, bool hasOctets) {

@@ -3,10 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_damage.h"
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/field_sink.h"
 
@@ -110,11 +113,11 @@ void writeElements(JSONWriter& writer, air::ElementRange elements) {
         writer.endObject();
     }
     const auto trailing = iterator.rest();
-    if (!trailing.empty()) writeJSON(writer, trailing);
+    if (!trailing.empty()) writeTrailing(writer, trailing);
     writer.endArray();
 }
 
-void writeJSON(JSONWriter& writer, const air::TrailingOctets& trailing) {
+void writeTrailing(JSONWriter& writer, const air::TrailingOctets& trailing) {
     writer.beginObject();
     writer.key("offset");
     writer.integer(trailing.offset);
@@ -123,7 +126,7 @@ void writeJSON(JSONWriter& writer, const air::TrailingOctets& trailing) {
     writer.endObject();
 }
 
-void writeJSON(JSONWriter& writer, const air::Element& element) {
+void writeElement(JSONWriter& writer, const air::Element& element) {
     writer.beginObject();
     writeHead(writer, element);
     const DescribedElement described(element);

@@ -9,9 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_damage.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/field_sink.h"
+#include "halvane/base/byte_buffer.h"
 
 #include "tools/halvane/output/described_element.h"
 #include "tools/halvane/output/paragraph.h"

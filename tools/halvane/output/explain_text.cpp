@@ -8,10 +8,22 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/bss_profile.h"
+#include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/element_range.h"
 #include "halvane/air/feature.h"
+#include "halvane/air/finding.h"
+#include "halvane/air/generation.h"
+#include "halvane/air/max_rates.h"
+#include "halvane/air/neighbor.h"
+#include "halvane/air/phy_rate.h"
 #include "halvane/air/rule.h"
+#include "halvane/air/security.h"
+#include "halvane/air/source.h"
+#include "halvane/air/suite.h"
 
 #include "tools/halvane/output/paragraph.h"
 

@@ -7,6 +7,9 @@
 #include <unistd.h>
 #include <utility>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/bss_profile.h"
+#include "halvane/air/element_range.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/ie/fancy_formatting.h"
 
