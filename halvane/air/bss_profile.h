@@ -17,6 +17,8 @@
 #include "halvane/air/neighbor.h"
 #include "halvane/air/rule.h"
 #include "halvane/air/security.h"
+#include "halvane/air/source.h"
+#include "halvane/air/suite.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/ssid.h"
 

@@ -2,7 +2,15 @@
 #include <cstdlib>
 #include <optional>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
+#include "halvane/air/ds_parameter_set.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/he_operation.h"
+#include "halvane/air/ht_operation.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/source.h"
+#include "halvane/air/vht_operation.h"
 
 namespace halvane::air {
 
@@ -19,21 +27,21 @@ bool isBand(const ProfileParts& parts, Band band) {
 
 void findDifferences(const ProfileParts& parts, FindingCollector& findings) {
     const auto& operation = parts.operation;
-    const Source ht = findings.sourceOf(ElementId::HtOperation);
-    const Source vht = findings.sourceOf(ElementId::VhtOperation);
     if (operation.ds && operation.ht && operation.ds->currentChannel != 0 &&
         operation.ds->currentChannel != operation.ht->primaryChannel) {
-        findings.add(Kind::DsHtChannelDiffer, {findings.sourceOf(ElementId::DsParameterSet), ht});
+        findings.add(Kind::DsHtChannelDiffer,
+                     findings.sourcesOf(ElementId::DsParameterSet, ElementId::HtOperation));
     }
     const auto vhtWidth = vhtWidthOf(operation);
     if (isBand(parts, Band::Ghz5) && htWidthOf(operation) == 20 && vhtWidth) {
-        findings.add(Kind::HtVhtWidthDiffer, {ht, vht});
+        findings.add(Kind::HtVhtWidthDiffer,
+                     findings.sourcesOf(ElementId::HtOperation, ElementId::VhtOperation));
     }
     const auto ehtWidth = ehtWidthOf(operation);
     const auto heWidth = heWidthOf(operation);
     if (ehtWidth && heWidth && ehtWidth != heWidth) {
-        findings.add(Kind::EhtHeWidthDiffer, {findings.sourceOf(ElementId::EhtOperation),
-                                              findings.sourceOf(ElementId::HeOperation)});
+        findings.add(Kind::EhtHeWidthDiffer,
+                     findings.sourcesOf(ElementId::EhtOperation, ElementId::HeOperation));
     }
 }
 
@@ -57,7 +65,7 @@ void findAt2Ghz(const ProfileParts& parts, FindingCollector& findings) {
         findings.addIf(isBetween, Kind::BetweenChannels, channel.primaryChannel->sources);
     }
     findings.addIf(parts.index.has(ElementId::VhtCapabilities), Kind::VhtOn24,
-                   {findings.sourceOf(ElementId::VhtCapabilities)});
+                   findings.sourcesOf(ElementId::VhtCapabilities));
 }
 
 // --- Centres ---
@@ -81,7 +89,7 @@ void findCenters(const ProfileParts& parts, FindingCollector& findings) {
         const bool isReserved = information.channelWidth == 1 && information.centerSegment1 != 0 &&
                                 distance != 8 && distance <= 16;
         findings.addIf(isReserved || information.channelWidth > 3, Kind::VhtCentersInvalid,
-                       {findings.sourceOf(ElementId::VhtOperation)});
+                       findings.sourcesOf(ElementId::VhtOperation));
     }
     if (channel.primaryFrequency && span.width > 20 && isBand(parts, Band::Ghz2) == false) {
         findings.addIf(!isPrimaryWithin(*channel.primaryFrequency, span),
@@ -92,9 +100,9 @@ void findCenters(const ProfileParts& parts, FindingCollector& findings) {
 void findAt6Ghz(const ProfileParts& parts, FindingCollector& findings) {
     const bool lacksInformation = !parts.operation.he || !parts.operation.he->sixGhz;
     if (!isBand(parts, Band::Ghz6) || !lacksInformation) return;
-    findings.add(
-        Kind::SixGhzInformationMissing,
-        {parts.operation.he ? findings.sourceOf(ElementId::HeOperation) : Source{Origin::Radio}});
+    Sources sources = findings.sourcesOf(ElementId::HeOperation);
+    if (sources.empty()) sources.push_back({Origin::Radio});
+    findings.add(Kind::SixGhzInformationMissing, sources);
 }
 
 // --- Puncturing ---
@@ -162,16 +170,16 @@ void findHalfGenerations(const ProfileParts& parts, FindingCollector& findings) 
         const bool hasCapabilities = parts.index.has(pair.capabilities);
         const bool hasOperation = parts.index.has(pair.operation);
         findings.addIf(hasOperation && !hasCapabilities, Kind::OperationWithoutCapabilities,
-                       {findings.sourceOf(pair.operation)});
+                       findings.sourcesOf(pair.operation));
         findings.addIf(hasCapabilities && !hasOperation, Kind::CapabilitiesWithoutOperation,
-                       {findings.sourceOf(pair.capabilities)});
+                       findings.sourcesOf(pair.capabilities));
     }
 }
 
 void findChannelSwitch(const ProfileParts& parts, FindingCollector& findings) {
     for (const ElementId id : {ElementId::ChannelSwitch, ElementId::ExtendedChannelSwitch}) {
         if (!parts.index.has(id)) continue;
-        return findings.add(Kind::ChannelSwitch, {findings.sourceOf(id)});
+        return findings.add(Kind::ChannelSwitch, findings.sourcesOf(id));
     }
 }
 

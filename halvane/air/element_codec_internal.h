@@ -22,6 +22,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -366,19 +367,26 @@ class ElementReader {
     std::optional<ElementDamage> damage_{};
 };
 
-// Appends a body's octets.
+// Appends a body's octets. A value that its field cannot tell fails the writer for good: a count or
+// a length of too much, and a number of too many octets.
 class ElementWriter {
   public:
     // The room is for any usual body. Without it, GCC 12 warns of false overflows where it sees
     // that nothing has been written yet.
     ElementWriter() { octets_.reserve(64); }
 
-    std::vector<std::uint8_t> take() { return std::move(octets_); }
+    // No octets if the writer has failed.
+    std::vector<std::uint8_t> take() {
+        if (!fits_) octets_.clear();
+        return std::move(octets_);
+    }
+    void fail() { fits_ = false; }
     static bool ok() { return true; }
     static std::size_t remaining() { return 0; }  // conditions are the reader's alone
 
     template <std::size_t Size, std::unsigned_integral Number>
     void numberOf(std::string_view, Number value, const NumberForm& = {}) {
+        if constexpr (Size < sizeof(Number)) require(value >> (8 * Size) == 0);
         for (std::size_t i = 0; i < Size; ++i) {
             octets_.push_back(static_cast<std::uint8_t>(std::uint64_t{value} >> (8 * i)));
         }
@@ -440,6 +448,7 @@ class ElementWriter {
     }
     template <std::unsigned_integral Count, typename List, typename Write>
     void counted(std::string_view label, const List& items, Write write) {
+        require(items.size() <= std::numeric_limits<Count>::max());
         number(label, static_cast<Count>(items.size()));
         list(items.size(), items, write);
     }
@@ -465,6 +474,7 @@ class ElementWriter {
         octets_.resize(start + sizeof(Length));
         write();
         const std::size_t length = octets_.size() - start - sizeof(Length) + extra;
+        require(length <= std::numeric_limits<Length>::max());
         for (std::size_t i = 0; i < sizeof(Length); ++i) {
             octets_[start + i] = static_cast<std::uint8_t>(length >> (8 * i));
         }
@@ -493,14 +503,17 @@ class ElementWriter {
         bigEndian(label, std::uint16_t{0});
         write();
         const std::size_t length = octets_.size() - start - 2;
+        require(length <= std::numeric_limits<std::uint16_t>::max());
         octets_[start] = static_cast<std::uint8_t>(length >> 8);
         octets_[start + 1] = static_cast<std::uint8_t>(length);
     }
 
   private:
     void append(Octets octets) { octets_.insert(octets_.end(), octets.begin(), octets.end()); }
+    void require(bool fits) { fits_ = fits_ && fits; }
 
     std::vector<std::uint8_t> octets_;
+    bool fits_ = true;
 };
 
 // Makes an element in its place. std::in_place alone would first fill it with zeros: hundreds of

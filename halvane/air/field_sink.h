@@ -52,7 +52,8 @@ class HALVANE_EXPORT FieldSink {
     virtual void flag(const FieldPlace& place, std::string_view label, bool value) = 0;
     virtual void number(const FieldPlace& place, std::string_view label, std::int64_t value,
                         const NumberForm& form) = 0;
-    // A value in words, such as an address or the name of a cipher suite.
+    // A value in words, such as an address or the name of a cipher suite. Words of the sender, such
+    // as the name of a network, come as escapedText().
     virtual void text(const FieldPlace& place, std::string_view label, std::string_view value) = 0;
     // Octets that the library does not look into.
     virtual void octets(const FieldPlace& place, std::string_view label, Octets value) = 0;

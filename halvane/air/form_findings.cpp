@@ -3,9 +3,14 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 
+#include "halvane/air/element_id.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/source.h"
 #include "halvane/air/whole_element_internal.h"
+#include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {
 
@@ -13,12 +18,14 @@ namespace {
 
 using Kind = FindingKind;
 
-// The elements that a beacon may hold more than once (table 9-32).
+// The elements that a beacon or probe response may hold more than once (tables 9-32 and 9-39).
 constexpr ElementId kRepeated[] = {
     ElementId::Quiet,
     ElementId::ApChannelReport,
     ElementId::NeighborReport,
     ElementId::MultipleBssid,
+    ElementId::ChannelUsage,
+    ElementId::QuietChannel,
     ElementId::TransmitPowerEnvelope,
     ElementId::ReducedNeighborReport,
     ElementId::Vendor,
@@ -68,6 +75,16 @@ constexpr auto kPlaces = [] {
     for (const ElementId id : kOrder) places[static_cast<std::size_t>(id)] = ++place;
     return places;
 }();
+
+// The number of an element that is cut. REQUIRES: there is one.
+ElementId idOf(const TrailingOctets& trailing) {
+    ByteCursor cursor(trailing.octets);
+    const std::uint8_t id = cursor.u8().value_or(0);
+    if (id != kExtendedElementId) return static_cast<ElementId>(id);
+    cursor.skip(1);  // the length
+    const auto extension = cursor.u8();
+    return extension ? extensionElement(*extension) : ElementId::ExtensionMissing;
+}
 
 // One finding of a kind, however many elements have the fault; the first of them counts.
 class FormWalk {
@@ -121,7 +138,7 @@ void findInForm(const ProfileParts& parts, FindingCollector& findings) {
     FormWalk walk(parts.index, findings);
     for (const Element& element : parts.index.elements()) walk.look(element);
     if (parts.trailing.empty()) return;
-    findings.add(Kind::FrameCut, {{Origin::Element, ElementId::Ssid,
+    findings.add(Kind::FrameCut, {{Origin::Element, idOf(parts.trailing),
                                    static_cast<std::uint16_t>(parts.trailing.offset)}});
 }
 

@@ -48,18 +48,28 @@ class Gatherer {
         if (!std::exchange(isOpen_, false)) return;
         const auto capability = firstOf<NontransmittedBssidCapability>(open_.elements);
         const auto index = firstOf<MultipleBssidIndex>(open_.elements);
-        if (!capability || !index) return;
-        const auto bssid = nontransmittedBssid(transmitted_, maxIndicator_, index->index);
-        if (!bssid || isFull() ||
-            std::ranges::count(profiles_, *bssid, &NontransmittedProfile::bssid))
-            return;
+        const auto bssid =
+            index ? nontransmittedBssid(transmitted_, maxIndicator_, index->index) : std::nullopt;
+        const bool isNew =
+            bssid && !std::ranges::count(profiles_, *bssid, &NontransmittedProfile::bssid);
+        if (!isNew || !isInSet(index->index)) noteFault();
+        if (!capability || !isNew || isFull()) return;
         open_.bssid = *bssid;
         open_.index = *index;
         open_.capabilities = capability->capabilities;
         profiles_.push_back(std::move(open_));
     }
 
+    std::optional<std::size_t> faultyElement() const { return faultyElement_; }
+
   private:
+    // Whether the set of up to 2^maxIndicator BSSIDs has the index.
+    bool isInSet(std::uint8_t index) const {
+        return std::uint64_t{index} < std::uint64_t{1} << maxIndicator_;
+    }
+    void noteFault() {
+        if (!faultyElement_) faultyElement_ = openElement_;
+    }
     bool isFull() const { return profiles_.size() == kMaxNontransmittedProfiles; }
 
     // Takes the elements that stand at `position` of the container's body.
@@ -71,6 +81,7 @@ class Gatherer {
             open_ = NontransmittedProfile();
             isOpen_ = true;
             maxIndicator_ = maxIndicator;
+            openElement_ = container.offset;
         }
         if (!begins && !(isFirst && isOpen_)) return;
         for (Element& element : part) {
@@ -83,6 +94,8 @@ class Gatherer {
     std::vector<NontransmittedProfile>& profiles_;
     NontransmittedProfile open_;
     std::uint8_t maxIndicator_ = 0;
+    std::size_t openElement_ = 0;  // that began the open profile
+    std::optional<std::size_t> faultyElement_;
     bool isOpen_ = false;
 };
 
@@ -111,6 +124,7 @@ MultipleBssidProfiles::MultipleBssidProfiles(std::span<const Element> sender,
         if (element.id == ElementId::MultipleBssid) gatherer.take(element);
     }
     gatherer.close();
+    faultyElement_ = gatherer.faultyElement();
 }
 
 }  // namespace halvane::air

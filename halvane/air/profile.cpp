@@ -8,6 +8,7 @@
 #include "halvane/air/channel_use_internal.h"
 #include "halvane/air/country.h"
 #include "halvane/air/element_index_internal.h"
+#include "halvane/air/generation.h"
 #include "halvane/air/inheritance.h"
 #include "halvane/air/inherited_elements_internal.h"
 #include "halvane/air/max_rates_internal.h"
@@ -15,11 +16,15 @@
 #include "halvane/air/profile_features_internal.h"
 #include "halvane/air/profile_findings_internal.h"
 #include "halvane/air/profile_links_internal.h"
+#include "halvane/air/rule.h"
 #include "halvane/air/security_elements_internal.h"
 #include "halvane/air/ssid_element.h"
 #include "halvane/air/stack_list_internal.h"
+#include "halvane/air/suite.h"
 #include "halvane/air/tim.h"
 #include "halvane/base/escaped_text.h"
+#include "halvane/base/oui.h"
+#include "halvane/base/ssid.h"
 
 namespace halvane::air {
 
@@ -171,9 +176,14 @@ struct Frame {
     const TrailingOctets& trailing;
 };
 
-// `nontransmitted` are the networks that share the frame; only its sender has any.
+// The networks that share a frame; only its sender has any.
+struct Sharers {
+    std::vector<NontransmittedBss> all{};
+    std::optional<std::size_t> faultyElement{};  // of Multiple BSSID
+};
+
 BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors neighbors,
-                        std::vector<NontransmittedBss> nontransmitted) {
+                        Sharers sharers) {
     const bool isPrivacy = (frame.fixed.capabilities & kPrivacy) != 0;
     const OperationElements operation(index);
     const CapabilityElements capabilities(index);
@@ -190,12 +200,14 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors
     profile.dtimPeriod = dtimOf(index);
     profile.features = featuresOf(index, capabilities, security);
     profile.neighbors = std::move(neighbors);
-    profile.mld = mldOf(index, frame.fixed.bssid, profile.neighbors);
+    const auto multiLink = basicMultiLinkOf(index);
+    if (multiLink) profile.mld = mldOf(*multiLink, frame.fixed.bssid, profile.neighbors);
     profile.maxBssidIndicator = maxBssidIndicatorOf(index);
-    profile.nontransmitted = std::move(nontransmitted);
+    profile.nontransmitted = std::move(sharers.all);
     FindingCollector findings(index);
-    const ProfileParts parts = {index,     frame.trailing, frame.fixed, frame.radio,
-                                operation, capabilities,   security,    profile};
+    const ProfileParts parts = {index,     frame.trailing,       frame.fixed, frame.radio,
+                                operation, capabilities,         security,    profile,
+                                multiLink, sharers.faultyElement};
     findInSecurity(parts, findings);
     findInChannel(parts, findings);
     findInRates(parts, findings);
@@ -207,13 +219,12 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors
 }
 
 // The networks of Multiple BSSID, each with the elements that hold for it.
-std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> elements,
-                                                const Frame& frame) {
-    std::vector<NontransmittedBss> all;
+Sharers sharersOf(std::span<const Element> elements, const Frame& frame) {
     const MultipleBssidProfiles profiles(elements, frame.fixed.bssid);
+    Sharers sharers{{}, profiles.faultyElement()};
     const TrailingOctets whole;
     InheritedElements inherited(elements);
-    all.reserve(profiles.profiles().size());
+    sharers.all.reserve(profiles.profiles().size());
     for (const NontransmittedProfile& found : profiles.profiles()) {
         const BssElements own = profiles.elementsOf(found);
         const ElementIndex index = inherited.indexOf(own);
@@ -221,14 +232,14 @@ std::vector<NontransmittedBss> nontransmittedOf(std::span<const Element> element
             found.bssid, static_cast<std::uint16_t>(found.capabilities.fields.bits(0, 16)),
             frame.fixed.beaconInterval};
         const Frame shared = {fixed, frame.radio, whole};
-        all.push_back({found.bssid, found.index.index,
-                       profileOfBss(index, shared, inherited.neighborsOf(own, index), {})});
-        auto& profile = all.back().profile;
+        sharers.all.push_back({found.bssid, found.index.index,
+                               profileOfBss(index, shared, inherited.neighborsOf(own, index), {})});
+        auto& profile = sharers.all.back().profile;
         if (found.index.dtimPeriod) {
             profile.dtimPeriod = Derived<int>{*found.index.dtimPeriod, Rule::TimElement, {}};
         }
     }
-    return all;
+    return sharers;
 }
 
 }  // namespace
@@ -241,9 +252,9 @@ BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& r
     const TrailingOctets trailing = element.rest();
     const ElementIndex index(*elements);
     const Frame frame = {fixed, radio, trailing};
-    std::vector<NontransmittedBss> nontransmitted;
-    if (index.has(ElementId::MultipleBssid)) nontransmitted = nontransmittedOf(*elements, frame);
-    return profileOfBss(index, frame, neighborsIn(index), std::move(nontransmitted));
+    Sharers sharers;
+    if (index.has(ElementId::MultipleBssid)) sharers = sharersOf(*elements, frame);
+    return profileOfBss(index, frame, neighborsIn(index), std::move(sharers));
 }
 
 }  // namespace halvane::air

@@ -3,6 +3,7 @@
 #define HALVANE_AIR_PROFILE_FINDINGS_INTERNAL_H
 
 #include <cstddef>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -11,7 +12,9 @@
 #include "halvane/air/element_index_internal.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/max_rates_internal.h"
+#include "halvane/air/profile_links_internal.h"
 #include "halvane/air/security_elements_internal.h"
+#include "halvane/air/source.h"
 
 namespace halvane::air {
 
@@ -25,6 +28,8 @@ struct ProfileParts {
     const CapabilityElements& capabilities;
     const SecurityElements& security;
     const BssProfile& profile;
+    const std::optional<BasicMultiLink>& multiLink;
+    std::optional<std::size_t> faultyProfiles;  // the offset of a Multiple BSSID element
 };
 
 // Collects the findings of one BSS. Each goes to its place at once: there are a few, and sorting
@@ -40,13 +45,23 @@ class FindingCollector {
     void addIf(bool condition, FindingKind kind, const Sources& sources = {}) {
         if (condition) add(kind, sources);
     }
-    Source sourceOf(ElementId id) const { return index_.sourceOf(id); }
-    Source sourceOf(VendorKind kind) const { return index_.sourceOf(kind); }
+    // Of elements or vendor elements; those that are missing are left out.
+    template <typename... Keys>
+    Sources sourcesOf(Keys... keys) const {
+        Sources sources;
+        (addSource(sources, keys), ...);
+        return sources;
+    }
 
     // The worst first; among equals in the order of the table.
     std::vector<Finding> take() { return std::move(findings_); }
 
   private:
+    template <typename Key>
+    void addSource(Sources& sources, Key key) const {
+        if (index_.has(key)) sources.push_back(index_.sourceOf(key));
+    }
+
     const ElementIndex& index_;
     std::vector<Finding> findings_;
 };

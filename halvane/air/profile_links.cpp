@@ -1,10 +1,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
-#include "halvane/air/multi_link.h"
+#include "halvane/air/channel.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/multiple_bssid.h"
+#include "halvane/air/neighbor.h"
 #include "halvane/air/operating_class.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/reduced_neighbor_report_internal.h"
@@ -107,19 +111,25 @@ Neighbors neighborsIn(const ElementIndex& index) {
     return Neighbors(*neighbors);
 }
 
-std::optional<MldProfile> mldOf(const ElementIndex& index, const MacAddress& bssid,
-                                const Neighbors& neighbors) {
+std::optional<BasicMultiLink> basicMultiLinkOf(const ElementIndex& index) {
     if (!index.has(ElementId::MultiLink)) return std::nullopt;
     for (const Element& element : index.elements()) {
         if (element.id != ElementId::MultiLink) continue;
-        const auto multiLink = index.decode<MultiLink>(element);
+        auto multiLink = index.decode<MultiLink>(element);
         if (!multiLink || !isBasic(*multiLink)) continue;
-        const Source source = {Origin::Element, ElementId::MultiLink,
-                               static_cast<std::uint16_t>(element.offset)};
-        return MldProfile{
-            *multiLink->common.mldAddress, linksOf(*multiLink, bssid, neighbors), {source}};
+        return BasicMultiLink{
+            *std::move(multiLink),
+            {Origin::Element, ElementId::MultiLink, static_cast<std::uint16_t>(element.offset)}};
     }
     return std::nullopt;
+}
+
+MldProfile mldOf(const BasicMultiLink& multiLink, const MacAddress& bssid,
+                 const Neighbors& neighbors) {
+    const MultiLink& element = multiLink.element;
+    return {element.common.mldAddress.value_or(MacAddress()),
+            linksOf(element, bssid, neighbors),
+            {multiLink.source}};
 }
 
 std::optional<int> maxBssidIndicatorOf(const ElementIndex& index) {

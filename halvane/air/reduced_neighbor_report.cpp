@@ -147,12 +147,20 @@ std::size_t sizeOf(const TbttInformation& point) {
     return writer.take().size();
 }
 
-// Sets count and length to those of the access points.
-void markHeader(NeighborApInformation& neighbor) {
+// Sets count and length to those of the access points. Returns false if the header cannot tell
+// them.
+bool markHeader(NeighborApInformation& neighbor) {
     const auto& points = neighbor.accessPoints;
-    if (points.empty()) return;
+    if (points.empty()) return true;
+    constexpr std::size_t kMaxPoints = 16;
+    constexpr std::size_t kMaxSize = 255;
+    const std::size_t size = sizeOf(points[0]);
+    const bool isAlike = std::ranges::all_of(
+        points, [size](const TbttInformation& point) { return sizeOf(point) == size; });
+    if (points.size() > kMaxPoints || size > kMaxSize || !isAlike) return false;
     neighbor.header.setBits(4, 4, static_cast<std::uint32_t>(points.size() - 1));
-    neighbor.header.setBits(8, 8, static_cast<std::uint32_t>(sizeOf(points[0])));
+    neighbor.header.setBits(8, 8, static_cast<std::uint32_t>(size));
+    return true;
 }
 
 }  // namespace
@@ -176,7 +184,9 @@ std::optional<ElementDamage> ReducedNeighborReport::describe(Octets body, FieldS
 
 std::vector<std::uint8_t> ReducedNeighborReport::encode() const {
     ReducedNeighborReport report = *this;
-    for (NeighborApInformation& neighbor : report.neighbors) markHeader(neighbor);
+    for (NeighborApInformation& neighbor : report.neighbors) {
+        if (!markHeader(neighbor)) return {};
+    }
     return encodeBy(kLayout, report);
 }
 

@@ -80,7 +80,7 @@ struct HALVANE_EXPORT TbttInformation {
 };
 
 // The access points on one channel. encode() sets the header's count and length to what they are.
-// REQUIRES: at most 16 access points, which all have the same fields.
+// It returns nothing for more than 16 access points, and for points that differ in their fields.
 struct HALVANE_EXPORT NeighborApInformation {
     BitOctets<2> header{};
     std::uint8_t operatingClass = 0;

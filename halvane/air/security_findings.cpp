@@ -1,8 +1,22 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/channel.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/profile_findings_internal.h"
+#include "halvane/air/rsn.h"
+#include "halvane/air/rsnx.h"
+#include "halvane/air/security.h"
+#include "halvane/air/source.h"
+#include "halvane/air/suite.h"
 #include "halvane/air/suite_types_internal.h"
+#include "halvane/air/wpa.h"
+#include "halvane/air/wps_summary.h"
+#include "halvane/base/oui.h"
 
 namespace halvane::air {
 
@@ -10,15 +24,15 @@ namespace {
 
 using Kind = FindingKind;
 
+constexpr Suite rsnSuite(std::uint8_t type) {
+    return {kRSNOUI, type};
+}
+
 bool isAnyOf(const SuiteSet& set, SuiteTypes types) {
     return types.isAnyIn(set);
 }
 
 // The same cipher in the element of either kind.
-bool hasCipher(const SuiteSet& set, std::uint8_t type) {
-    return set.contains({kRSNOUI, type}) || set.contains({kWPAOUI, type});
-}
-
 bool isCipher(const std::optional<Suite>& suite, std::uint8_t type) {
     return suite && (*suite == Suite{kRSNOUI, type} || *suite == Suite{kWPAOUI, type});
 }
@@ -27,14 +41,27 @@ constexpr std::uint8_t kWep40 = 1;
 constexpr std::uint8_t kTkip = 2;
 constexpr std::uint8_t kWep104 = 5;
 
+bool isWeakGroup(const std::optional<Suite>& suite) {
+    return isCipher(suite, kTkip) || isCipher(suite, kWep40) || isCipher(suite, kWep104);
+}
+
 bool isSae(const SuiteSet& akms) {
     return isAnyOf(akms, {8, 9, 24, 25});
+}
+bool isOwe(const SuiteSet& akms) {
+    return isAnyOf(akms, {18});
 }
 bool isPsk(const SuiteSet& akms) {
     return isAnyOf(akms, {2, 4, 6, 19, 20});
 }
+bool is192Bit(const SuiteSet& akms) {
+    return isAnyOf(akms, {12, 13});
+}
+bool isOtherEnterprise(const SuiteSet& akms) {
+    return isAnyOf(akms, {1, 3, 5, 11, 22, 23});
+}
 bool isEnterprise(const SuiteSet& akms) {
-    return isAnyOf(akms, {1, 3, 5, 11, 12, 13, 22, 23});
+    return is192Bit(akms) || isOtherEnterprise(akms);
 }
 bool isFt(const SuiteSet& akms) {
     return isAnyOf(akms, {3, 4, 9, 13, 16, 17, 19, 22, 25});
@@ -43,8 +70,8 @@ bool isFt(const SuiteSet& akms) {
 // --- What the name of the security says ---
 
 void findInName(const ProfileParts& parts, FindingCollector& findings) {
-    const Sources rsn = {findings.sourceOf(ElementId::Rsn)};
-    const Sources wpa = {findings.sourceOf(VendorKind::Wpa)};
+    const Sources rsn = findings.sourcesOf(ElementId::Rsn);
+    const Sources wpa = findings.sourcesOf(VendorKind::Wpa);
     const Sources privacy = {{Origin::Capabilities}};
     switch (*parts.profile.security.name) {
         case Security::Open:
@@ -59,7 +86,7 @@ void findInName(const ProfileParts& parts, FindingCollector& findings) {
             return findings.add(Kind::Wpa3Transition, rsn);
         case Security::EnhancedOpenTransition:
             return findings.add(Kind::OweTransitionOpen,
-                                {findings.sourceOf(VendorKind::OweTransition)});
+                                findings.sourcesOf(VendorKind::OweTransition));
         case Security::Broken:
             return findings.add(Kind::SecurityBroken, parts.index.has(ElementId::Rsn) ? rsn : wpa);
         default:
@@ -69,35 +96,68 @@ void findInName(const ProfileParts& parts, FindingCollector& findings) {
 
 // --- Elements that cannot be used ---
 
+// Whether the body of a damaged element reaches to a count, after the version and the group cipher.
+bool hasCount(Octets body) {
+    constexpr std::size_t kBeforeSuites = 2 + 4 + 2;
+    return body.size() >= kBeforeSuites;
+}
+
+void findInCounts(const ProfileParts& parts, FindingCollector& findings) {
+    Sources sources;
+    const auto* const rsn = parts.index.find(ElementId::Rsn);
+    if (rsn != nullptr && !parts.security.rsn && hasCount(rsn->body)) {
+        sources = findings.sourcesOf(ElementId::Rsn);
+    }
+    const auto* const wpa = parts.index.find(VendorKind::Wpa);
+    if (wpa != nullptr && !parts.security.wpa && hasCount(ElementIndex::vendorBody(*wpa))) {
+        for (const Source& source : findings.sourcesOf(VendorKind::Wpa)) sources.push_back(source);
+    }
+    findings.addIf(!sources.empty(), Kind::SuiteCountPastEnd, sources);
+}
+
 void findInElements(const ProfileParts& parts, FindingCollector& findings) {
+    findInCounts(parts, findings);
     const auto& rsn = parts.security.rsn;
-    const auto& wpa = parts.security.wpa;
     const auto& offer = parts.security.offer;
-    const Sources source = {findings.sourceOf(ElementId::Rsn)};
-    findings.addIf(parts.index.has(ElementId::Rsn) && !rsn, Kind::SuiteCountPastEnd, source);
-    findings.addIf(parts.index.has(VendorKind::Wpa) && !wpa, Kind::SuiteCountPastEnd,
-                   {findings.sourceOf(VendorKind::Wpa)});
-    findings.addIf(rsn && rsn->version != 1, Kind::RsnVersion, source);
+    findings.addIf(rsn && rsn->version != 1, Kind::RsnVersion, findings.sourcesOf(ElementId::Rsn));
     const bool isProtected = offer.rsn != Reading::Missing || offer.wpa != Reading::Missing;
-    findings.addIf(isProtected && !offer.isPrivacy, Kind::PrivacyBitDiffers,
-                   {{Origin::Capabilities},
-                    offer.rsn != Reading::Missing ? findings.sourceOf(ElementId::Rsn)
-                                                  : findings.sourceOf(VendorKind::Wpa)});
+    Sources sources = {{Origin::Capabilities}};
+    for (const Source& source : findings.sourcesOf(ElementId::Rsn, VendorKind::Wpa)) {
+        sources.push_back(source);
+    }
+    findings.addIf(isProtected && !offer.isPrivacy, Kind::PrivacyBitDiffers, sources);
 }
 
 // --- Ciphers ---
 
+// Whether the element allows TKIP; `isDefault` tells of one that lists no cipher.
+template <typename Element>
+bool allowsTkip(const std::optional<Element>& element, bool isDefault) {
+    if (!element) return false;
+    if (!element->pairwise) return isDefault;
+    return std::ranges::any_of(*element->pairwise,
+                               [](const Suite& suite) { return isCipher(suite, kTkip); });
+}
+
+// A network of WPA with TKIP alone has a finding of its own.
 void findInCiphers(const ProfileParts& parts, FindingCollector& findings) {
+    const auto& rsn = parts.security.rsn;
+    const auto& wpa = parts.security.wpa;
+    const auto& offer = parts.security.offer;
+    const bool isWholeRsn = offer.rsn == Reading::Whole;
+    const bool isWholeWpa = offer.wpa == Reading::Whole;
+    const bool inRsn = isWholeRsn && allowsTkip(rsn, false);
+    const bool inWpa = isWholeWpa && allowsTkip(wpa, true);
     const auto& security = parts.profile.security;
-    const bool hasRsn = parts.security.rsn.has_value();
-    const Sources source = {hasRsn ? findings.sourceOf(ElementId::Rsn)
-                                   : findings.sourceOf(VendorKind::Wpa)};
-    const bool isTkipAlone = security.pairwiseCiphers.size() == 1;
-    findings.addIf(hasCipher(security.pairwiseCiphers, kTkip) && !isTkipAlone, Kind::TkipAllowed,
-                   source);
-    const auto& group = security.groupCipher;
-    findings.addIf(isCipher(group, kTkip) || isCipher(group, kWep40) || isCipher(group, kWep104),
-                   Kind::TkipGroup, source);
+    if (inRsn || (inWpa && (isWholeRsn || security.pairwiseCiphers.size() > 1))) {
+        findings.add(Kind::TkipAllowed, inRsn && inWpa
+                                            ? findings.sourcesOf(ElementId::Rsn, VendorKind::Wpa)
+                                        : inRsn ? findings.sourcesOf(ElementId::Rsn)
+                                                : findings.sourcesOf(VendorKind::Wpa));
+    }
+    findings.addIf(
+        isWeakGroup(security.groupCipher), Kind::TkipGroup,
+        isWholeRsn ? findings.sourcesOf(ElementId::Rsn) : findings.sourcesOf(VendorKind::Wpa));
 }
 
 // --- Key management ---
@@ -111,88 +171,111 @@ SuiteSet kindsOf(const SuiteSet& akms) {
     return types;
 }
 
+// The elements that offer the key management of RSN.
+Sources rsnSources(const FindingCollector& findings) {
+    return findings.sourcesOf(ElementId::Rsn, VendorKind::RsnOverride, VendorKind::RsnOverride2);
+}
+
+bool hasUnknownAkm(const SuiteSet& akms) {
+    return std::ranges::any_of(akms, [](const Suite& akm) { return akmName(akm).empty(); });
+}
+
 void findInKeyManagement(const ProfileParts& parts, FindingCollector& findings) {
     const auto& offer = parts.security.offer;
     const auto& akms = offer.rsnAkms;
-    const Sources rsn = {findings.sourceOf(ElementId::Rsn)};
-    const bool hasUnknown = std::ranges::any_of(
-        parts.profile.security.akms, [](const Suite& akm) { return akmName(akm).empty(); });
-    findings.addIf(hasUnknown, Kind::AkmUnknown, rsn);
-    findings.addIf(isPsk(akms) && isEnterprise(akms), Kind::PersonalAndEnterprise, rsn);
-    findings.addIf(isAnyOf(akms, {12, 13}) &&
-                       akms.size() > (isAnyOf(akms, {12}) && isAnyOf(akms, {13}) ? 2u : 1u),
-                   Kind::Suite192Mixed, rsn);
-    const bool hasBoth = offer.rsn == Reading::Whole && offer.wpa == Reading::Whole;
-    if (hasBoth) {
-        const Sources both = {rsn[0], findings.sourceOf(VendorKind::Wpa)};
-        findings.add(Kind::WpaBesideWpa2, both);
-        const SuiteSet wpa = kindsOf(offer.wpaAkms);
-        findings.addIf(isPsk(akms) != isPsk(wpa) || isEnterprise(akms) != isEnterprise(wpa),
-                       Kind::RsnWpaDiffer, both);
+    const Sources rsn = rsnSources(findings);
+    if (hasUnknownAkm(akms)) {
+        findings.add(Kind::AkmUnknown, rsn);
+    } else if (hasUnknownAkm(offer.wpaAkms)) {
+        findings.add(Kind::AkmUnknown, findings.sourcesOf(VendorKind::Wpa));
     }
-    const bool hasOverride =
-        parts.index.has(VendorKind::RsnOverride) || parts.index.has(VendorKind::RsnOverride2);
+    findings.addIf((isPsk(akms) || isSae(akms)) && isEnterprise(akms), Kind::PersonalAndEnterprise,
+                   rsn);
     findings.addIf(
-        hasOverride, Kind::RsnOverride,
-        {findings.sourceOf(parts.index.has(VendorKind::RsnOverride) ? VendorKind::RsnOverride
-                                                                    : VendorKind::RsnOverride2)});
+        is192Bit(akms) &&
+            std::ranges::any_of(
+                akms, [](const Suite& akm) { return akm != rsnSuite(12) && akm != rsnSuite(13); }),
+        Kind::Suite192Mixed, rsn);
+    findings.addIf(
+        parts.index.has(VendorKind::RsnOverride) || parts.index.has(VendorKind::RsnOverride2),
+        Kind::RsnOverride, findings.sourcesOf(VendorKind::RsnOverride, VendorKind::RsnOverride2));
+}
+
+void findInRsnAndWpa(const ProfileParts& parts, FindingCollector& findings) {
+    const auto& offer = parts.security.offer;
+    if (offer.rsn != Reading::Whole || offer.wpa != Reading::Whole) return;
+    const Sources both = findings.sourcesOf(ElementId::Rsn, VendorKind::Wpa);
+    findings.add(Kind::WpaBesideWpa2, both);
+    const auto& rsn = offer.rsnAkms;
+    const SuiteSet wpa = kindsOf(offer.wpaAkms);
+    findings.addIf(isPsk(rsn) != isPsk(wpa) || isEnterprise(rsn) != isEnterprise(wpa),
+                   Kind::RsnWpaDiffer, both);
 }
 
 void findInFastTransition(const ProfileParts& parts, FindingCollector& findings) {
     const bool hasDomain = parts.index.has(ElementId::MobilityDomain);
     const bool hasFt = isFt(parts.security.offer.rsnAkms);
-    findings.addIf(hasFt && !hasDomain, Kind::FtWithoutMobilityDomain,
-                   {findings.sourceOf(ElementId::Rsn)});
+    findings.addIf(hasFt && !hasDomain, Kind::FtWithoutMobilityDomain, rsnSources(findings));
     findings.addIf(hasDomain && !hasFt, Kind::MobilityDomainWithoutFt,
-                   {findings.sourceOf(ElementId::MobilityDomain)});
+                   findings.sourcesOf(ElementId::MobilityDomain));
 }
 
 // --- Management frame protection ---
 
+// The peers of a mesh authenticate by SAE, protected management frames or not.
 void findInPmf(const ProfileParts& parts, FindingCollector& findings) {
     const auto& rsn = parts.security.rsn;
     const auto& offer = parts.security.offer;
     if (!rsn || offer.rsn != Reading::Whole) return;
-    const Sources source = {findings.sourceOf(ElementId::Rsn)};
+    const Sources source = findings.sourcesOf(ElementId::Rsn);
     const auto& akms = offer.rsnAkms;
-    const bool isModern = isSae(akms) || isAnyOf(akms, {18});
-    const bool isModernAlone = isModern && !isPsk(akms) && !isEnterprise(akms);
+    const bool isMesh = parts.index.has(ElementId::MeshId);
+    const bool isModern = !isMesh && (isSae(akms) || isOwe(akms) || is192Bit(akms));
     if (rsn->isPmfRequired() && !rsn->isPmfCapable()) {
         return findings.add(Kind::PmfRequiredNotCapable, source);
     }
     if (offer.pmf == Pmf::None) {
         return findings.add(isModern ? Kind::PmfMissingWithSae : Kind::PmfOff, source);
     }
+    const bool isModernAlone = isModern && !isPsk(akms) && !isOtherEnterprise(akms);
     findings.addIf(isModernAlone && offer.pmf == Pmf::Capable, Kind::PmfNotRequired, source);
 }
 
-void findInSae(const ProfileParts& parts, FindingCollector& findings) {
-    if (!isSae(parts.security.offer.rsnAkms)) return;
+bool lacksHashToElement(const ProfileParts& parts) {
+    if (!isSae(parts.security.offer.rsnAkms)) return false;
     const auto& rsnx = parts.security.rsnx;
-    const bool hasH2e = rsnx && rsnx->has(RsnxCapability::SaeHashToElement);
-    findings.addIf(!hasH2e, Kind::SaeWithoutH2e,
-                   {findings.sourceOf(rsnx ? ElementId::Rsnx : ElementId::Rsn)});
+    return !rsnx || !rsnx->has(RsnxCapability::SaeHashToElement);
 }
 
-// Open, WEP, WPA, TKIP, pre-shared keys of WPA2 and unprotected management frames are banned from
-// 6 GHz.
+void findInSae(const ProfileParts& parts, FindingCollector& findings) {
+    findings.addIf(lacksHashToElement(parts), Kind::SaeWithoutH2e,
+                   parts.index.has(ElementId::Rsnx) ? findings.sourcesOf(ElementId::Rsnx)
+                                                    : rsnSources(findings));
+}
+
+// Open, WEP, WPA, TKIP, pre-shared keys of WPA2, SAE without hash-to-element and unprotected
+// management frames are banned from 6 GHz.
+bool isBannedAt6Ghz(const ProfileParts& parts) {
+    const auto& security = parts.profile.security;
+    const auto& offer = parts.security.offer;
+    return offer.rsn != Reading::Whole || offer.wpa != Reading::Missing || isPsk(offer.rsnAkms) ||
+           allowsTkip(parts.security.rsn, false) || isWeakGroup(security.groupCipher) ||
+           lacksHashToElement(parts) || *security.pmf != Pmf::Required;
+}
+
 void findInSixGhz(const ProfileParts& parts, FindingCollector& findings) {
     const auto& band = parts.profile.channel.band;
-    if (!band || **band != Band::Ghz6) return;
-    const auto name = *parts.profile.security.name;
-    const bool isAllowed = name == Security::Wpa3Personal || name == Security::Wpa3Enterprise ||
-                           name == Security::Wpa3Enterprise192 || name == Security::EnhancedOpen;
-    const bool isRequired = *parts.profile.security.pmf == Pmf::Required;
-    findings.addIf(!isAllowed || !isRequired, Kind::SixGhzSecurity,
-                   {parts.index.has(ElementId::Rsn) ? findings.sourceOf(ElementId::Rsn)
-                                                    : Source{Origin::Capabilities}});
+    if (!band || **band != Band::Ghz6 || !isBannedAt6Ghz(parts)) return;
+    Sources sources = findings.sourcesOf(ElementId::Rsn, VendorKind::Wpa);
+    if (sources.empty()) sources.push_back({Origin::Capabilities});
+    findings.add(Kind::SixGhzSecurity, sources);
 }
 
 // WPS hands out what the network is protected with.
 void findInWps(const ProfileParts& parts, FindingCollector& findings) {
     const auto& wps = parts.security.wps;
     if (!wps) return;
-    const Sources source = {findings.sourceOf(VendorKind::Wps)};
+    const Sources source = findings.sourcesOf(VendorKind::Wps);
     const bool isOpen = *parts.profile.security.name == Security::Open;
     findings.addIf(isOpen, Kind::OpenWithWps, source);
     findings.addIf(!isOpen && !wps->isSetupLocked(), Kind::WpsOn, source);
@@ -206,6 +289,7 @@ void findInSecurity(const ProfileParts& parts, FindingCollector& findings) {
     findInElements(parts, findings);
     findInCiphers(parts, findings);
     findInKeyManagement(parts, findings);
+    findInRsnAndWpa(parts, findings);
     findInFastTransition(parts, findings);
     findInPmf(parts, findings);
     findInSae(parts, findings);

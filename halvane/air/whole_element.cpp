@@ -5,6 +5,7 @@
 namespace halvane::air {
 
 bool isWhole(const Element& element) {
+    if (element.id == ElementId::Ssid) return true;  // one field, which may be too long
     if (element.id == ElementId::Vendor) {
         const auto* const info = vendorElementInfo(element.body);
         if (info == nullptr || info->decoder.isWhole == nullptr) return true;

@@ -3,6 +3,7 @@
 #ifndef TESTS_AIR_ELEMENT_SAMPLES_H
 #define TESTS_AIR_ELEMENT_SAMPLES_H
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 

@@ -8,7 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_writer.h"
+#include "halvane/air/multi_link.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
 
@@ -299,6 +302,21 @@ TEST(AirMultipleBssidProfiles, ReadNothingPastTheEnd) {
                 EXPECT_GE(found.elementsOf(profile).elements.size(), 2u);
             }
         });
+}
+
+TEST(AirMultipleBssidProfiles, NamesTheElementWithAFaultyIndex) {
+    const auto profile = [](std::uint8_t index) { return joined({kOpen, indexElement(index)}); };
+    const auto faultOf = [](const Bytes& bytes) { return Frame(bytes).found.faultyElement(); };
+    EXPECT_FALSE(faultOf(container(2, {profile(1), profile(2), profile(3)})));
+    EXPECT_EQ(faultOf(container(2, {profile(0)})), 0u);
+    EXPECT_EQ(faultOf(container(2, {profile(5)})), 0u);
+    EXPECT_EQ(faultOf(container(2, {kOpen})), 0u);
+    // The second element begins with index 1 again.
+    const Bytes first = container(2, {profile(1)});
+    EXPECT_EQ(faultOf(joined({first, container(2, {profile(1)})})), first.size());
+    EXPECT_FALSE(faultOf(joined({first, container(2, {profile(2)})})));
+    // The index goes on in the second element, but the profile begins in the first.
+    EXPECT_EQ(faultOf(joined({container(2, {kOpen}), container(2, {indexElement(4)})})), 0u);
 }
 
 }  // namespace

@@ -77,6 +77,7 @@ TEST(HexDump, ReadsWhatPeoplePaste) {
 TEST(HexDump, CountsTheLinesOfOctets) {
     EXPECT_EQ(readHexDump("\n61 62\n\n63\n")->lines, 2u);
     EXPECT_EQ(readHexDump("00000000: 6162\n00000002: 6364\n")->lines, 2u);
+    EXPECT_EQ(readHexDump("00000000  61 62  |ab|\n00000002\n")->lines, 1u);
 }
 
 TEST(HexDump, ReadsTheElementsThatAScanPrintsUndecoded) {

@@ -5,8 +5,10 @@
 #include <string>
 #include <system_error>
 #include <utility>
+#include <variant>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_range.h"
 #include "halvane/base/result.h"
 #include "halvane/capture/beacon_frame.h"
@@ -42,14 +44,17 @@ Result<HexDump, std::string> readArgument(const std::string& argument) {
     if (!isFile) {
         auto dump = readHexDump(argument);
         if (!dump) {
-            return Unexpected("'" + argument + "' is neither a file nor hexadecimal text");
+            return Unexpected("'" + argument + "' is neither a file nor hexadecimal text (" +
+                              dump.error() + ")");
         }
+        if (dump->octets.empty()) return Unexpected("the text is empty");
         return dump;
     }
     const auto text = readTextFile(argument);
     if (!text) return Unexpected(text.error());
     auto dump = readHexDump(*text);
     if (!dump) return Unexpected(inputName(argument) + ": " + dump.error());
+    if (dump->octets.empty()) return Unexpected(inputName(argument) + ": empty");
     return dump;
 }
 
@@ -57,8 +62,7 @@ Result<HexDump, std::string> readArgument(const std::string& argument) {
 void tellFormat(const HexDump& dump) {
     if (dump.format.empty()) return;
     complain("elements: read as '" + std::string(dump.format) + "': " + std::to_string(dump.lines) +
-             (dump.lines == 1 ? " line, " : " lines, ") + std::to_string(dump.octets.size()) +
-             " octets");
+             (dump.lines == 1 ? " line, " : " lines, ") + octetCount(dump.octets.size()));
 }
 
 void printText(air::ElementRange elements, bool hasOctets) {
@@ -73,18 +77,31 @@ void printText(air::ElementRange elements, bool hasOctets) {
     }
     const auto trailing = element.rest();
     if (!trailing.empty()) put(trailingText(trailing));
-    put(std::to_string(count) + (count == 1 ? " element, " : " elements, ") +
-        std::to_string(octets) + " octets" +
-        (trailing.empty()
-             ? ": whole\n"
-             : "; then " + std::to_string(trailing.octets.size()) + " octets of damage at octet " +
-                   std::to_string(trailing.offset) + '\n'));
+    put(std::to_string(count) + (count == 1 ? " element, " : " elements, ") + octetCount(octets) +
+        (trailing.empty() ? ": whole\n"
+                          : "; then " + octetCount(trailing.octets.size()) +
+                                " of damage at octet " + std::to_string(trailing.offset) + '\n'));
+}
+
+// An element, or the octets after the last that make none.
+struct Item {
+    std::variant<air::Element, air::TrailingOctets> octets;
+};
+
+void writeJSON(JSONWriter& writer, const Item& item) {
+    if (const auto* const element = std::get_if<air::Element>(&item.octets)) {
+        return writeElement(writer, *element);
+    }
+    writeTrailing(writer, std::get<air::TrailingOctets>(item.octets));
 }
 
 void print(air::ElementRange elements, Format format, bool hasOctets) {
     if (format == Format::Text) return printText(elements, hasOctets);
-    std::vector<air::Element> all;
-    for (const air::Element& element : elements) all.push_back(element);
+    std::vector<Item> all;
+    auto element = elements.begin();
+    for (; element != elements.end(); ++element) all.push_back({*element});
+    const auto trailing = element.rest();
+    if (!trailing.empty()) all.push_back({trailing});
     printJSON(all, format);
 }
 

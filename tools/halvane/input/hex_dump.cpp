@@ -131,7 +131,8 @@ std::optional<DumpResult> readFormat(std::string_view text, const DumpFormat& fo
             if (dump.lines == 0) return std::nullopt;
             return Unexpected(atLine(number, "holds something else than pairs of digits"));
         }
-        ++dump.lines;
+        // The last line may be the offset of the end.
+        if (dump.octets.size() > *offset) ++dump.lines;
     }
     if (dump.lines == 0) return std::nullopt;
     return dump;

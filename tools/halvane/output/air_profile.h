@@ -2,6 +2,7 @@
 #ifndef TOOLS_HALVANE_OUTPUT_AIR_PROFILE_H
 #define TOOLS_HALVANE_OUTPUT_AIR_PROFILE_H
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/profile.h"
 #include "halvane/capture/frame_record.h"
 

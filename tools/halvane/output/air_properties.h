@@ -229,11 +229,13 @@ inline constexpr auto kProperties<MultipleBssidView> = std::tuple{
              }},
 };
 
+inline const air::BssProfile& itself(const air::BssProfile& profile) {
+    return profile;
+}
+
 template <>
 inline constexpr auto kProperties<air::BssProfile> = std::tuple_cat(
-    networkProperties([](const air::BssProfile& profile) -> const air::BssProfile& {
-        return profile;
-    }),
+    networkProperties(itself),
     std::tuple{
         Property{"band",
                  [](const air::BssProfile& profile) -> std::optional<std::string_view> {

@@ -8,6 +8,7 @@
 
 #include "halvane/air/element_damage.h"
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/element_range.h"
 #include "halvane/air/field_sink.h"

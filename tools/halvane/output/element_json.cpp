@@ -3,13 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_damage.h"
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/field_sink.h"
-#include "halvane/base/escaped_text.h"
 
 #include "tools/halvane/output/described_element.h"
 
@@ -44,7 +46,7 @@ class FieldJSON : public air::FieldSink {
     void text(const air::FieldPlace& place, std::string_view label,
               std::string_view value) override {
         begin(place, label);
-        writer_.string(escapedText(value));
+        writer_.string(value);
         writer_.endObject();
     }
     void octets(const air::FieldPlace& place, std::string_view label, air::Octets value) override {
@@ -112,18 +114,20 @@ void writeElements(JSONWriter& writer, air::ElementRange elements) {
         writer.endObject();
     }
     const auto trailing = iterator.rest();
-    if (!trailing.empty()) {
-        writer.beginObject();
-        writer.key("offset");
-        writer.integer(trailing.offset);
-        writer.key("bytes");
-        writer.hexString(trailing.octets);
-        writer.endObject();
-    }
+    if (!trailing.empty()) writeTrailing(writer, trailing);
     writer.endArray();
 }
 
-void writeJSON(JSONWriter& writer, const air::Element& element) {
+void writeTrailing(JSONWriter& writer, const air::TrailingOctets& trailing) {
+    writer.beginObject();
+    writer.key("offset");
+    writer.integer(trailing.offset);
+    writer.key("bytes");
+    writer.hexString(trailing.octets);
+    writer.endObject();
+}
+
+void writeElement(JSONWriter& writer, const air::Element& element) {
     writer.beginObject();
     writeHead(writer, element);
     const DescribedElement described(element);

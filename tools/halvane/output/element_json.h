@@ -12,11 +12,14 @@ namespace halvane::tool {
 // the body. Octets that make no element end it as an item that has "offset" and "bytes" alone.
 void writeElements(JSONWriter& writer, air::ElementRange elements);
 
+// Writes one object of octets that make no element: "offset" and "bytes".
+void writeTrailing(JSONWriter& writer, const air::TrailingOctets& trailing);
+
 // Writes one object: the same members, "clause" where it is known, "fields", an array of objects
 // that have "name", "offset" in the body, "size" in octets, "bit" and "bits" of a part of them, and
 // "value", or "fields" of their own; and "damage", the octet of the body at which a field does not
 // fit.
-void writeJSON(JSONWriter& writer, const air::Element& element);
+void writeElement(JSONWriter& writer, const air::Element& element);
 
 }  // namespace halvane::tool
 

@@ -9,10 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_damage.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/field_sink.h"
-#include "halvane/base/escaped_text.h"
+#include "halvane/base/byte_buffer.h"
 
 #include "tools/halvane/output/described_element.h"
 #include "tools/halvane/output/paragraph.h"
@@ -43,7 +45,7 @@ class FieldText : public air::FieldSink {
         add(std::move(text));
     }
     void text(const air::FieldPlace&, std::string_view label, std::string_view value) override {
-        add(std::string(label) + ' ' + escapedText(value));
+        add(std::string(label).append(1, ' ').append(value));
     }
     void octets(const air::FieldPlace&, std::string_view label, air::Octets value) override {
         add(std::string(label) + ' ' + hexOf(value));
@@ -126,6 +128,10 @@ std::string damageText(const air::Element& element, const DescribedElement& desc
 
 }  // namespace
 
+std::string octetCount(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " octet" : " octets");
+}
+
 std::string elementTitles() {
     return "OCTET ID      LEN\n";
 }
@@ -163,7 +169,7 @@ std::string trailingProblem(const air::TrailingOctets& trailing) {
     if (!length) return "one octet is left, which makes no element";
     const std::size_t left = trailing.octets.size() - 2;
     return "octet " + std::to_string(trailing.offset + 1) + ": the element ends " +
-           std::to_string(*length - left) + " octets behind the end";
+           octetCount(*length - left) + " behind the end";
 }
 
 }  // namespace halvane::tool

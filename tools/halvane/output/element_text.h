@@ -2,11 +2,15 @@
 #ifndef TOOLS_HALVANE_OUTPUT_ELEMENT_TEXT_H
 #define TOOLS_HALVANE_OUTPUT_ELEMENT_TEXT_H
 
+#include <cstddef>
 #include <string>
 
 #include "halvane/air/element_range.h"
 
 namespace halvane::tool {
+
+// "1 octet" or "2 octets".
+std::string octetCount(std::size_t count);
 
 // The line of titles.
 std::string elementTitles();

@@ -8,9 +8,22 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/bss_profile.h"
+#include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/feature.h"
+#include "halvane/air/finding.h"
+#include "halvane/air/generation.h"
+#include "halvane/air/max_rates.h"
+#include "halvane/air/neighbor.h"
+#include "halvane/air/phy_rate.h"
 #include "halvane/air/rule.h"
+#include "halvane/air/security.h"
+#include "halvane/air/source.h"
+#include "halvane/air/suite.h"
 
 #include "tools/halvane/output/paragraph.h"
 
@@ -26,29 +39,51 @@ struct Row {
 
 // --- Words ---
 
-// "RSN @69" or "radio".
-std::string sourceText(const air::Source& source) {
-    if (source.origin != air::Origin::Element) return std::string(air::originName(source.origin));
-    const auto* const info = air::elementInfo(source.id);
-    return std::string(info != nullptr ? info->name : "element") + " @" +
-           std::to_string(source.offset);
-}
-
-std::string sourcesText(const air::Sources& sources) {
-    std::string text;
-    for (const air::Source& source : sources) {
-        if (!text.empty()) text += ", ";
-        text += sourceText(source);
+// Names the sources of values.
+class SourceNames {
+  public:
+    explicit SourceNames(air::Octets elements) {
+        for (const air::Element& element : air::ElementRange(elements)) {
+            if (element.id == air::ElementId::Vendor) {
+                vendors_.emplace_back(element.offset, air::elementName(element));
+            }
+        }
     }
-    return text;
-}
 
-template <typename T>
-std::string reasonOf(const air::Derived<T>& derived) {
-    const std::string sources = sourcesText(derived.sources);
-    const std::string rule(air::ruleInfo(derived.rule).sentence);
-    return sources.empty() ? rule : sources + ": " + rule;
-}
+    // "RSN @69, radio".
+    std::string textOf(const air::Sources& sources) const {
+        std::string text;
+        for (const air::Source& source : sources) {
+            if (!text.empty()) text += ", ";
+            text += textOf(source);
+        }
+        return text;
+    }
+
+    template <typename T>
+    std::string reasonOf(const air::Derived<T>& derived) const {
+        const std::string sources = textOf(derived.sources);
+        const std::string rule(air::ruleInfo(derived.rule).sentence);
+        return sources.empty() ? rule : sources + ": " + rule;
+    }
+
+  private:
+    std::string textOf(const air::Source& source) const {
+        if (source.origin != air::Origin::Element) {
+            return std::string(air::originName(source.origin));
+        }
+        return nameOf(source) + " @" + std::to_string(source.offset);
+    }
+    std::string nameOf(const air::Source& source) const {
+        const auto vendor = std::ranges::find(vendors_, std::size_t{source.offset},
+                                              &std::pair<std::size_t, std::string>::first);
+        if (vendor != vendors_.end()) return vendor->second;
+        const auto* const info = air::elementInfo(source.id);
+        return std::string(info != nullptr ? info->name : "element");
+    }
+
+    std::vector<std::pair<std::size_t, std::string>> vendors_{};  // by their offsets
+};
 
 std::string tenthsText(double value) {
     char text[32];
@@ -72,21 +107,21 @@ std::string joined(const Items& items, ToText toText) {
 
 // --- Rows ---
 
-void addChannel(std::vector<Row>& rows, const air::ChannelUse& channel) {
+void addChannel(std::vector<Row>& rows, const SourceNames& names, const air::ChannelUse& channel) {
     if (channel.band) {
-        rows.push_back(
-            {"Band", std::string(air::bandName(**channel.band)) + " GHz", reasonOf(*channel.band)});
+        rows.push_back({"Band", std::string(air::bandName(**channel.band)) + " GHz",
+                        names.reasonOf(*channel.band)});
     }
     if (channel.primaryChannel) {
         std::string value = std::to_string(**channel.primaryChannel);
         if (channel.primaryFrequency) value += ", " + megahertz(*channel.primaryFrequency);
-        rows.push_back({"Channel", std::move(value), reasonOf(*channel.primaryChannel)});
+        rows.push_back({"Channel", std::move(value), names.reasonOf(*channel.primaryChannel)});
     }
     const auto& span = *channel.span;
     std::string width = span.center2 ? "80+80 MHz" : megahertz(span.width);
     if (span.center1) width += ", centre " + std::to_string(*span.center1);
     if (span.center2) width += " and " + std::to_string(*span.center2);
-    rows.push_back({"Width", std::move(width), reasonOf(channel.span)});
+    rows.push_back({"Width", std::move(width), names.reasonOf(channel.span)});
     if (!channel.punctured) return;
     std::vector<int> indexes;
     for (int i = 0; i < 16; ++i) {
@@ -94,7 +129,7 @@ void addChannel(std::vector<Row>& rows, const air::ChannelUse& channel) {
     }
     const auto numberText = [](int number) { return std::to_string(number); };
     rows.push_back({"Punctured", indexes.empty() ? "no" : joined(indexes, numberText),
-                    reasonOf(*channel.punctured)});
+                    names.reasonOf(*channel.punctured)});
 }
 
 std::string generationText(const air::BssProfile& profile) {
@@ -109,50 +144,55 @@ std::string generationText(const air::BssProfile& profile) {
     return text;
 }
 
-void addRates(std::vector<Row>& rows, const air::MaxRates& rates) {
+void addRates(std::vector<Row>& rows, const SourceNames& names, const air::MaxRates& rates) {
     for (const auto* rate : {&rates.eht, &rates.he, &rates.vht, &rates.ht}) {
         if (!*rate) continue;
         const air::PhyRate& value = ***rate;
         rows.push_back({"Rate " + std::string(air::phyName(value.inputs.phy)),
                         tenthsText(value.mbps()) + " Mbit/s",
-                        sourcesText((*rate)->sources) + ": MCS " +
+                        names.textOf((*rate)->sources) + ": MCS " +
                             std::to_string(value.inputs.mcs) + ", " +
                             megahertz(value.inputs.width) + "; " + value.formula()});
     }
 }
 
-void addSecurity(std::vector<Row>& rows, const air::SecurityProfile& security) {
-    rows.push_back(
-        {"Security", std::string(air::securityName(*security.name)), reasonOf(security.name)});
-    if (!security.akms.empty()) rows.push_back({"Keys", joined(security.akms, air::akmText), ""});
+void addSecurity(std::vector<Row>& rows, const SourceNames& names,
+                 const air::SecurityProfile& security) {
+    rows.push_back({"Security", std::string(air::securityName(*security.name)),
+                    names.reasonOf(security.name)});
+    const std::string elements = names.textOf(security.name.sources);
+    if (!security.akms.empty()) {
+        rows.push_back({"Keys", joined(security.akms, air::akmText), elements});
+    }
     if (!security.pairwiseCiphers.empty()) {
         std::string value = joined(security.pairwiseCiphers, air::cipherText);
         if (security.groupCipher) value += "; group " + air::cipherText(*security.groupCipher);
         if (security.groupManagementCipher) {
             value += "; management " + air::cipherText(*security.groupManagementCipher);
         }
-        rows.push_back({"Ciphers", std::move(value), ""});
+        rows.push_back({"Ciphers", std::move(value), elements});
     }
-    rows.push_back({"PMF", std::string(air::pmfName(*security.pmf)), reasonOf(security.pmf)});
+    rows.push_back({"PMF", std::string(air::pmfName(*security.pmf)), names.reasonOf(security.pmf)});
 }
 
-void addAccessPoint(std::vector<Row>& rows, const air::BssProfile& profile) {
+void addAccessPoint(std::vector<Row>& rows, const SourceNames& names,
+                    const air::BssProfile& profile) {
     if (profile.country) {
         std::string value = (*profile.country)->code;
         if ((*profile.country)->environment == 'I') value += ", indoor";
         if ((*profile.country)->environment == 'O') value += ", outdoor";
-        rows.push_back({"Country", std::move(value), reasonOf(*profile.country)});
+        rows.push_back({"Country", std::move(value), names.reasonOf(*profile.country)});
     }
     if (profile.load) {
         const auto& load = **profile.load;
         rows.push_back({"Load",
                         std::to_string((load.utilization * 100 + 127) / 255) + " %, " +
                             std::to_string(load.stations) + " stations",
-                        reasonOf(*profile.load)});
+                        names.reasonOf(*profile.load)});
     }
     if (profile.dtimPeriod) {
         rows.push_back({"Beacons", "DTIM " + std::to_string(**profile.dtimPeriod),
-                        reasonOf(*profile.dtimPeriod)});
+                        names.reasonOf(*profile.dtimPeriod)});
     }
     if (!profile.features.empty()) {
         const auto name = [](air::Feature feature) {
@@ -162,9 +202,9 @@ void addAccessPoint(std::vector<Row>& rows, const air::BssProfile& profile) {
     }
 }
 
-void addOthers(std::vector<Row>& rows, const air::BssProfile& profile) {
+void addOthers(std::vector<Row>& rows, const SourceNames& names, const air::BssProfile& profile) {
     if (profile.mld) {
-        rows.push_back({"MLD", profile.mld->address.text(), sourcesText(profile.mld->sources)});
+        rows.push_back({"MLD", profile.mld->address.text(), names.textOf(profile.mld->sources)});
         for (const air::MldLink& link : profile.mld->links) {
             rows.push_back({"",
                             "link " + std::to_string(link.id) +
@@ -186,18 +226,18 @@ void addOthers(std::vector<Row>& rows, const air::BssProfile& profile) {
                             std::to_string(neighbor.operatingClass) + ", channel " +
                             std::to_string(neighbor.channel) +
                             (neighbor.isCoLocated ? ", same device" : ""),
-                        ""});
+                        std::string(air::ruleInfo(air::Rule::NeighborReport).sentence)});
     }
 }
 
-std::vector<Row> rowsOf(const air::BssProfile& profile) {
+std::vector<Row> rowsOf(const air::BssProfile& profile, const SourceNames& names) {
     std::vector<Row> rows;
-    addChannel(rows, profile.channel);
-    rows.push_back({"Generation", generationText(profile), reasonOf(profile.generation)});
-    addRates(rows, profile.rates);
-    addSecurity(rows, profile.security);
-    addAccessPoint(rows, profile);
-    addOthers(rows, profile);
+    addChannel(rows, names, profile.channel);
+    rows.push_back({"Generation", generationText(profile), names.reasonOf(profile.generation)});
+    addRates(rows, names, profile.rates);
+    addSecurity(rows, names, profile.security);
+    addAccessPoint(rows, names, profile);
+    addOthers(rows, names, profile);
     return rows;
 }
 
@@ -209,13 +249,13 @@ std::string padded(std::string text, std::size_t width) {
     return text;
 }
 
-std::string findingText(const air::Finding& finding) {
+std::string findingText(const air::Finding& finding, const SourceNames& names) {
     const air::FindingInfo& info = finding.info();
     std::string lines = paragraph(padded(std::string(air::severityName(info.severity)), 12),
                                   info.sentence, kValueColumn);
     const std::string indent(kValueColumn, ' ');
     if (!info.advice.empty()) lines += paragraph(indent, info.advice, kValueColumn);
-    const std::string sources = sourcesText(finding.sources);
+    const std::string sources = names.textOf(finding.sources);
     return lines + paragraph(indent,
                              std::string(info.id) + ", clause " + std::string(info.clause) +
                                  (sources.empty() ? "" : "; " + sources),
@@ -224,9 +264,10 @@ std::string findingText(const air::Finding& finding) {
 
 }  // namespace
 
-std::string explainText(const air::BssProfile& profile) {
+std::string explainText(const air::BssProfile& profile, air::Octets elements) {
+    const SourceNames names(elements);
     std::string text;
-    for (const Row& row : rowsOf(profile)) {
+    for (const Row& row : rowsOf(profile, names)) {
         std::string head = padded(row.what, kValueColumn) + row.value;
         if (row.because.empty()) {
             text += head + '\n';
@@ -239,13 +280,14 @@ std::string explainText(const air::BssProfile& profile) {
         text += paragraph(padded(head, kReasonColumn), row.because, kReasonColumn);
     }
     if (!profile.findings.empty()) text += '\n';
-    for (const air::Finding& finding : profile.findings) text += findingText(finding);
+    for (const air::Finding& finding : profile.findings) text += findingText(finding, names);
     return text;
 }
 
 std::string airText(const air::BssProfile& profile) {
     std::string text;
-    for (const Row& row : rowsOf(profile)) text += "    " + padded(row.what, 17) + row.value + '\n';
+    for (const Row& row : rowsOf(profile, SourceNames({})))
+        text += "    " + padded(row.what, 17) + row.value + '\n';
     return text;
 }
 

@@ -7,6 +7,9 @@
 #include <unistd.h>
 #include <utility>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/bss_profile.h"
+#include "halvane/air/element_range.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/ie/fancy_formatting.h"
 
@@ -56,6 +59,11 @@ class TextWriter : public Writer {
     void finish() override {}
 };
 
+std::string networkName(const air::BssProfile& profile) {
+    if (!profile.ssid) return "(no name)";
+    return profile.isHidden ? "(hidden)" : (*profile.ssid)->text();
+}
+
 class ExplainingWriter : public Writer {
   public:
     using Writer::Writer;
@@ -64,11 +72,10 @@ class ExplainingWriter : public Writer {
                const std::optional<FrameOrigin>& origin) override {
         if (!std::exchange(isFirst_, false)) put("\n");
         const air::BssProfile profile = airProfileOf(sighting);
-        const std::string name = profile.ssid ? (*profile.ssid)->text() : "";
-        put((profile.isHidden || name.empty() ? "(hidden)" : name) + "  " +
-            FancyFormatting::formattedMAC(sighting.record.mac()) +
+        put(networkName(profile) + "  " + FancyFormatting::formattedMAC(sighting.record.mac()) +
             (origin ? "  frame " + std::to_string(origin->number) : "") + "\n\n");
-        put(explainText(profile));
+        const auto& elements = sighting.record.ieBuffer();
+        put(explainText(profile, elements ? elements->bytes() : air::Octets()));
     }
     void finish() override {}
 

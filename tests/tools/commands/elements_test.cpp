@@ -1,0 +1,212 @@
+// The elements command, from its argument to its status.
+#include <cstdint>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "tests/support/captured_stream.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/tool_command_line.h"
+#include "tools/halvane/commands/command.h"
+
+using halvane::testing::CapturedStream;
+using halvane::testing::TemporaryFolder;
+using halvane::testing::ToolCommandLine;
+using namespace halvane::tool;
+
+namespace {
+
+struct Ran {
+    int status = -1;
+    std::string output;
+    std::string errors;
+};
+
+Ran run(std::vector<std::string> words) {
+    ToolCommandLine line(std::move(words));
+    const CapturedStream output(stdout);
+    const CapturedStream errors(stderr);
+    if (!line.parse(gElementsOptions)) return {};
+    const int status = elementsCommand();
+    return {status, output.text(), errors.text()};
+}
+
+// Gives the process this text as its standard input until the object goes out of scope.
+class TypedInput {
+  public:
+    explicit TypedInput(std::string_view text) : file_(std::tmpfile()), saved_(::dup(0)) {
+        std::fwrite(text.data(), 1, text.size(), file_);
+        std::rewind(file_);
+        ::dup2(::fileno(file_), 0);
+        restart();
+    }
+    TypedInput(const TypedInput&) = delete;
+    TypedInput& operator=(const TypedInput&) = delete;
+    ~TypedInput() {
+        ::dup2(saved_, 0);
+        ::close(saved_);
+        std::fclose(file_);
+        restart();
+    }
+
+  private:
+    static void restart() {
+        std::clearerr(stdin);
+        std::fflush(stdin);
+    }
+
+    std::FILE* file_;
+    int saved_;
+};
+
+std::string fileOf(const TemporaryFolder& folder, std::string_view text) {
+    return folder.write("dump", std::vector<std::uint8_t>(text.begin(), text.end()));
+}
+
+const std::string kTable =
+    "OCTET ID      LEN\n"
+    "    0 0          3 SSID: SSID abc\n"
+    "    5 3          1 DSSS Parameter Set: Current Channel 6\n"
+    "2 elements, 8 octets: whole\n";
+
+TEST(ElementsCommand, NamesTheElementsOfItsArgument) {
+    const Ran ran = run({"0003616263 030106"});
+    EXPECT_EQ(ran.status, kExitDone);
+    EXPECT_EQ(ran.output, kTable);
+    EXPECT_EQ(ran.errors, "");
+}
+
+struct Dump {
+    std::string_view text;
+    std::string_view told;  // on standard error
+};
+
+// The same eight octets as programs print them.
+const Dump kDumps[] = {
+    {"00:03:61:62:63:03:01:06\n", ""},
+    {"\"\\x00\\x03\\x61\\x62\\x63\\x03\\x01\\x06\"\n", ""},
+    {"\t0x0000:  0003 6162 6303 0106\n", "tcpdump -x"},
+    {"00000000: 0003 6162 6303 0106                      ..abc...\n", "xxd"},
+    {"00000000  00 03 61 62 63 03 01 06                           |..abc...|\n00000008\n",
+     "hexdump"},
+    {"0000   00 03 61 62 63 03 01 06                           ..abc...\n", "hexdump"},
+    {"0000000 00 03 61 62 63 03 01 06\n0000010\n", "od"},
+    {"\tUnknown IE (0): 61 62 63\n\tUnknown IE (3): 06\n", "iw -u"},
+};
+
+TEST(ElementsCommand, ReadsEachFormOfDumpFromAFile) {
+    const TemporaryFolder folder;
+    for (const Dump& dump : kDumps) {
+        SCOPED_TRACE(dump.text);
+        const Ran ran = run({fileOf(folder, dump.text)});
+        EXPECT_EQ(ran.status, kExitDone);
+        EXPECT_EQ(ran.output, kTable);
+        const int lines = dump.told == "iw -u" ? 2 : 1;  // one for each element
+        EXPECT_EQ(ran.errors,
+                  dump.told.empty()
+                      ? ""
+                      : "halvane: elements: read as '" + std::string(dump.told) +
+                            (lines == 2 ? "': 2 lines, 8 octets\n" : "': 1 line, 8 octets\n"));
+    }
+}
+
+TEST(ElementsCommand, ReadsStandardInput) {
+    for (const Dump& dump : kDumps) {
+        const TypedInput input(dump.text);
+        EXPECT_EQ(run({"-"}).output, kTable) << dump.text;
+    }
+}
+
+TEST(ElementsCommand, ShowsOctetsIfAsked) {
+    EXPECT_EQ(run({"--bytes", "030106"}).output,
+              "OCTET ID      LEN\n"
+              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
+              "                    06\n"
+              "1 element, 3 octets: whole\n");
+    EXPECT_EQ(run({"030106"}).output.find("  06\n"), std::string::npos);  // forgotten
+}
+
+// The header of a beacon, its fixed fields, and one element.
+TEST(ElementsCommand, FindsTheElementsOfAFrame) {
+    const std::string header = "80000000 FFFFFFFFFFFF 020000000001 020000000001 0000";
+    const std::string fixed = "0000000000000000 6400 1104";
+    const Ran ran = run({"--frame", header + fixed + "030106"});
+    EXPECT_EQ(ran.status, kExitDone);
+    EXPECT_NE(ran.output.find("    0 3          1 DSSS Parameter Set"), std::string::npos);
+    const Ran data = run({"--frame", "08" + header.substr(2) + fixed + "030106"});
+    EXPECT_EQ(data.status, kExitFailed);
+    EXPECT_EQ(data.output, "");
+    EXPECT_EQ(data.errors, "halvane: elements: no beacon and no probe response\n");
+}
+
+TEST(ElementsCommand, PointsAtDamage) {
+    const Ran ran = run({"030106 3014 0100"});
+    EXPECT_EQ(ran.status, kExitFailed);
+    EXPECT_EQ(ran.output,
+              "OCTET ID      LEN\n"
+              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
+              "x   3            4 octet 4: the element ends 18 octets behind the end\n"
+              "                    30 14 01 00\n"
+              "1 element, 3 octets; then 4 octets of damage at octet 3\n");
+    EXPECT_EQ(ran.errors,
+              "halvane: elements: octet 4: the element ends 18 octets behind the end\n");
+    EXPECT_NE(run({"030106 30"}).output.find("then 1 octet of damage at octet 3\n"),
+              std::string::npos);
+}
+
+TEST(ElementsCommand, PrintsJSON) {
+    const Ran document = run({"--format=json", "030106 0201FF"});
+    EXPECT_EQ(document.status, kExitDone);
+    const auto all = nlohmann::json::parse(document.output);
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0]["fields"][0]["value"], 6);
+    EXPECT_EQ(all[1]["bytes"], "ff");
+    const Ran lines = run({"--format=jsonl", "030106 0201FF"});
+    EXPECT_EQ(lines.output.find('\n'), lines.output.find("{\"id\":2") - 1);
+}
+
+TEST(ElementsCommand, PrintsDamageInJSON) {
+    const Ran document = run({"--format=json", "030106 301401"});
+    EXPECT_EQ(document.status, kExitFailed);
+    const auto all = nlohmann::json::parse(document.output);
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[1].dump(), R"({"bytes":"301401","offset":3})");
+    EXPECT_TRUE(run({"--format=jsonl", "030106 301401"})
+                    .output.ends_with("\n{\"offset\":3,\"bytes\":\"301401\"}\n"));
+}
+
+TEST(ElementsCommand, SaysWhatItCannotRead) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(run({"030"}).errors,
+              "halvane: elements: '030' is neither a file nor hexadecimal text (line 1: '030' has "
+              "an odd number of digits)\n");
+    EXPECT_EQ(run({"no such file"}).status, kExitFailed);
+    const std::string odd = fileOf(folder, "03 01\n6\n");
+    EXPECT_EQ(run({odd}).errors,
+              "halvane: elements: " + odd + ": line 2: '6' has an odd number of digits\n");
+    EXPECT_EQ(run({odd}).status, kExitFailed);
+    const std::string empty = fileOf(folder, " \n");
+    EXPECT_EQ(run({empty}).errors, "halvane: elements: " + empty + ": empty\n");
+    EXPECT_EQ(run({""}).errors, "halvane: elements: the text is empty\n");
+    const TypedInput input("");
+    const Ran nothing = run({"-"});
+    EXPECT_EQ(nothing.status, kExitFailed);
+    EXPECT_EQ(nothing.output, "");
+    EXPECT_EQ(nothing.errors, "halvane: elements: standard input: empty\n");
+}
+
+TEST(ElementsCommand, RefusesOtherArguments) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{}, {"030106", "030106"}, {"--format=plist", "030106"}}) {
+        const Ran ran = run(words);
+        EXPECT_EQ(ran.status, kExitUsage);
+        EXPECT_EQ(ran.output, "");
+    }
+}
+
+}  // namespace

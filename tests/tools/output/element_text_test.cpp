@@ -1,0 +1,143 @@
+#include "tools/halvane/output/element_text.h"
+
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/element_range.h"
+
+#include "tests/air/element_samples.h"
+#include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
+
+using halvane::testing::Bytes;
+using halvane::testing::bytesOf;
+using halvane::testing::element;
+using halvane::testing::kElementSamples;
+using halvane::testing::kVendorSamples;
+using namespace halvane::air;
+using namespace halvane::tool;
+
+namespace {
+
+std::string textOf(std::string_view hex, bool hasOctets = false) {
+    const Bytes octets = bytesOf(hex);
+    std::string text;
+    for (const Element& element : ElementRange(octets)) text += elementText(element, hasOctets);
+    return text;
+}
+
+TEST(ElementText, BeginsWithOctetNumberAndLength) {
+    EXPECT_EQ(elementTitles(), "OCTET ID      LEN\n");
+    EXPECT_EQ(textOf("0003636166 030106"),
+              "    0 0          3 SSID: SSID caf\n"
+              "    5 3          1 DSSS Parameter Set: Current Channel 6\n");
+    EXPECT_EQ(textOf("FF023B00").substr(0, 20), "    0 255/59     1 H");
+}
+
+TEST(ElementText, ShowsTheOctetsOfUnknownElements) {
+    EXPECT_EQ(textOf("02020A0B"),
+              "    0 2          2 Reserved (2)\n"
+              "                    0a 0b\n");
+    EXPECT_EQ(textOf("0200"), "    0 2          0 Reserved (2)\n");
+    EXPECT_EQ(textOf("0212" + std::string(36, '0')),
+              "    0 2         18 Reserved (2)\n"
+              "                    00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00\n"
+              "                    00 00\n");
+}
+
+TEST(ElementText, ShowsTheOctetsOfKnownElementsIfAsked) {
+    EXPECT_EQ(textOf("030106", true),
+              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
+              "                    06\n");
+}
+
+// BSS Load has five octets; the third is not followed by the last two.
+TEST(ElementText, PointsAtTheOctetThatIsDamaged) {
+    EXPECT_EQ(textOf("030106 0B03 0100 80"),
+              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
+              "    3 11         3 BSS Load: Station Count 1; Channel Utilization 128 /255\n"
+              "                    01 00 80\n"
+              "x   8            0 the element ends inside the field that begins here\n");
+}
+
+TEST(ElementText, PointsIntoVendorElements) {
+    const std::string text = textOf("DD06 0050F201 0100");
+    EXPECT_EQ(text.find("x "), std::string::npos) << text;
+    const std::string damaged = textOf("DD05 0050F201 01");
+    EXPECT_NE(damaged.find("x   6 "), std::string::npos) << damaged;
+}
+
+TEST(ElementText, TellsOfOctetsThatMakeNoElement) {
+    const auto told = [](std::string_view hex) {
+        const Bytes octets = bytesOf(hex);
+        return trailingText(ElementRange(octets).trailing());
+    };
+    EXPECT_EQ(told("030106 3014 0100"),
+              "x   3            4 octet 4: the element ends 18 octets behind the end\n"
+              "                    30 14 01 00\n");
+    EXPECT_EQ(told("3003 0100"),
+              "x   0            4 octet 1: the element ends 1 octet behind the end\n"
+              "                    30 03 01 00\n");
+    EXPECT_EQ(told("030106 30"),
+              "x   3            1 one octet is left, which makes no element\n"
+              "                    30\n");
+}
+
+// ESC, a right-to-left override, an octet that is no UTF-8, a line feed, a C1 control, a backslash.
+TEST(ElementText, EscapesNamesOnce) {
+    EXPECT_EQ(
+        textOf("000E 1B5B6D E280AE B2 0A C285 5C61 C3A9"),
+        "    0 0         14 SSID: SSID \\x1B[m\\xE2\\x80\\xAE\\xB2\\x0A\\xC2\\x85\\\\a\xC3\xA9\n");
+    const std::string device = textOf("DD0A 000B86010300 1B5B 5C E9");
+    EXPECT_NE(device.find(" \\x1B[\\\\\\xE9\n"), std::string::npos) << device;
+}
+
+// Whatever the octets are, the lines hold neither control characters nor lines that are too long
+// for the words in them.
+void expectPrintable(const std::string& text) {
+    for (const char character : text) {
+        const auto octet = static_cast<unsigned char>(character);
+        EXPECT_TRUE(octet == '\n' || (octet >= 0x20 && octet != 0x7F)) << text;
+    }
+    EXPECT_TRUE(text.ends_with('\n'));
+}
+
+TEST(ElementText, OfEverySampleIsPrintable) {
+    const auto check = [](Bytes octets) {
+        for (Bytes::size_type place = 2; place < octets.size(); ++place) {
+            for (const std::uint8_t octet : Bytes{0x00, 0x1B, 0x9B, 0xFF}) {
+                const auto before = std::exchange(octets[place], octet);
+                for (const Element& element : ElementRange(octets)) {
+                    expectPrintable(elementText(element, false));
+                }
+                octets[place] = before;
+            }
+        }
+    };
+    for (const auto& sample : kElementSamples) {
+        Bytes body = bytesOf(sample.hex);
+        if (const auto extension = extensionOf(sample.id)) body.insert(body.begin(), *extension);
+        check(element(idOctetOf(sample.id), body));
+    }
+    for (const auto& sample : kVendorSamples) {
+        Bytes body = {sample.oui[0], sample.oui[1], sample.oui[2], sample.type};
+        const Bytes rest = bytesOf(sample.hex);
+        body.insert(body.end(), rest.begin(), rest.end());
+        check(element(221, body));
+    }
+}
+
+TEST(ElementText, ListsNamesWithOctets) {
+    const Bytes octets = bytesOf("0003636166 030106 0200");
+    EXPECT_EQ(elementNames(ElementRange(octets)),
+              "    @0 SSID: 636166\n"
+              "    @5 DSSS Parameter Set: 06\n"
+              "    @8 Reserved (2): \n");
+}
+
+}  // namespace
