@@ -8,7 +8,10 @@
 #include <cstdint>
 #include <string_view>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_decoder.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/element_info.h"
 #include "halvane/air/field_sink.h"
 
 #include "fuzz/require.h"
@@ -65,6 +68,18 @@ inline void requireDecoder(const air::ElementDecoder& decoder, air::Octets body)
     } else {
         REQUIRE(fields.told() == body.size());
         REQUIRE(std::ranges::equal(*rebuilt, body));
+    }
+}
+
+// Does nothing for an element without a decoder.
+inline void requireElement(air::ElementId id, air::Octets body) {
+    if (id == air::ElementId::Vendor) {
+        const auto* const info = air::vendorElementInfo(body);
+        if (info == nullptr || info->decoder.describe == nullptr) return;
+        requireDecoder(info->decoder, body.subspan(4));
+    } else if (const auto* const info = air::elementInfo(id)) {
+        if (info->decoder.describe == nullptr) return;
+        requireDecoder(info->decoder, body);
     }
 }
 

@@ -80,21 +80,25 @@ bool isPrimaryWithin(int primary, const ChannelSpan& span) {
     return isWithin(span.center1) || isWithin(span.center2);
 }
 
+void findVhtCenters(const ProfileParts& parts, FindingCollector& findings) {
+    if (!isBand(parts, Band::Ghz5) || !parts.operation.vht) return;
+    const auto& information = parts.operation.vht->information;
+    const int distance = std::abs(information.centerSegment1 - information.centerSegment0);
+    const bool isReserved = information.channelWidth == 1 && information.centerSegment1 != 0 &&
+                            distance != 8 && distance <= 16;
+    const bool isMissing = (information.channelWidth != 0 && information.centerSegment0 == 0) ||
+                           (information.channelWidth == 3 && information.centerSegment1 == 0);
+    findings.addIf(isReserved || isMissing || information.channelWidth > 3, Kind::VhtCentersInvalid,
+                   findings.sourcesOf(ElementId::VhtOperation));
+}
+
 void findCenters(const ProfileParts& parts, FindingCollector& findings) {
+    findVhtCenters(parts, findings);
     const auto& channel = parts.profile.channel;
     const auto& span = *channel.span;
-    if (isBand(parts, Band::Ghz5) && parts.operation.vht) {
-        const auto& information = parts.operation.vht->information;
-        const int distance = std::abs(information.centerSegment1 - information.centerSegment0);
-        const bool isReserved = information.channelWidth == 1 && information.centerSegment1 != 0 &&
-                                distance != 8 && distance <= 16;
-        findings.addIf(isReserved || information.channelWidth > 3, Kind::VhtCentersInvalid,
-                       findings.sourcesOf(ElementId::VhtOperation));
-    }
-    if (channel.primaryFrequency && span.width > 20 && isBand(parts, Band::Ghz2) == false) {
-        findings.addIf(!isPrimaryWithin(*channel.primaryFrequency, span),
-                       Kind::CenterWithoutPrimary, channel.span.sources);
-    }
+    if (!channel.primaryFrequency || span.width <= 20 || isBand(parts, Band::Ghz2)) return;
+    findings.addIf(!isPrimaryWithin(*channel.primaryFrequency, span), Kind::CenterWithoutPrimary,
+                   channel.span.sources);
 }
 
 void findAt6Ghz(const ProfileParts& parts, FindingCollector& findings) {
@@ -144,12 +148,15 @@ std::optional<unsigned> primaryIndex(const ChannelUse& channel) {
 void findPuncturing(const ProfileParts& parts, FindingCollector& findings) {
     const auto& channel = parts.profile.channel;
     if (!channel.punctured) return;
-    const std::uint16_t bitmap = **channel.punctured;
+    // With the bits past the channel, which must not be set.
+    const auto& told = parts.operation.eht->information->disabledSubchannels;
+    const auto bitmap = static_cast<std::uint16_t>(told->bits(0, 16));
     const auto& sources = channel.punctured->sources;
     findings.addIf(!isPuncturingKnown(bitmap, channel.span->width), Kind::PuncturingInvalid,
                    sources);
     const auto index = primaryIndex(channel);
-    findings.addIf(index && (bitmap >> *index & 1) != 0, Kind::PuncturedPrimary, sources);
+    findings.addIf(index && (**channel.punctured >> *index & 1) != 0, Kind::PuncturedPrimary,
+                   sources);
 }
 
 // --- Generations ---

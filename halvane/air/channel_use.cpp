@@ -1,5 +1,6 @@
 #include "halvane/air/channel_use.h"
 
+#include <cstddef>
 #include <cstdlib>
 
 #include "halvane/air/channel_use_internal.h"
@@ -83,14 +84,15 @@ struct WidthWord {
 };
 
 // Two segments of 80 MHz: side by side they are 160 MHz, apart 80+80. What lies between is
-// reserved.
+// reserved. A centre without the other is that of 80 MHz alone.
 constexpr int kAdjacent = 8;
 constexpr int kApart = 16;
 
 WidthWord segmentsOf(int center1, int center2, Rule adjacent, Rule apart, Rule alone) {
     const int distance = std::abs(center2 - center1);
-    if (center2 != 0 && distance == kAdjacent) return {160, center2, 0, adjacent};
-    if (center2 != 0 && distance > kApart) return {160, center1, center2, apart};
+    const bool areBoth = center1 != 0 && center2 != 0;
+    if (areBoth && distance == kAdjacent) return {160, center2, 0, adjacent};
+    if (areBoth && distance > kApart) return {160, center1, center2, apart};
     return {80, center1, 0, alone};
 }
 
@@ -125,6 +127,9 @@ std::optional<WidthWord> vhtWord(const VhtOperationInformation& information, int
         case 2:
             return WidthWord{160, center1, 0, Rule::WidthVhtDeprecated};
         case 3:
+            if (center1 == 0 || center2 == 0) {
+                return WidthWord{80, center1, 0, Rule::WidthVhtDeprecated};
+            }
             return WidthWord{160, center1, center2, Rule::WidthVhtDeprecated};
         default:
             return std::nullopt;  // 0: HT decides; from 4 on reserved
@@ -226,12 +231,16 @@ Derived<ChannelSpan> spanOf(const ElementIndex& index, const OperationElements& 
     return span;
 }
 
+// The bits past the channel are reserved. They have no place in a channel that other elements tell.
 std::optional<Derived<std::uint16_t>> puncturedOf(const ElementIndex& index,
-                                                  const OperationElements& operation) {
-    if (!operation.eht || !operation.eht->information) return std::nullopt;
-    const auto& bitmap = operation.eht->information->disabledSubchannels;
-    if (!bitmap) return std::nullopt;
-    return Derived<std::uint16_t>{static_cast<std::uint16_t>(bitmap->bits(0, 16)),
+                                                  const OperationElements& operation,
+                                                  const Derived<ChannelSpan>& span) {
+    if (span.rule != Rule::WidthEht || !operation.eht->information->disabledSubchannels) {
+        return std::nullopt;
+    }
+    const auto count = static_cast<std::size_t>(span->width / 20);
+    const auto bits = operation.eht->information->disabledSubchannels->bits(0, count);
+    return Derived<std::uint16_t>{static_cast<std::uint16_t>(bits),
                                   Rule::PuncturingEht,
                                   {index.sourceOf(ElementId::EhtOperation)}};
 }
@@ -253,7 +262,7 @@ ChannelUse channelUseOf(const ElementIndex& index, const OperationElements& oper
         use.primaryFrequency = centerFrequencyOf(**use.band, **use.primaryChannel);
     }
     use.span = spanOf(index, operation, use);
-    use.punctured = puncturedOf(index, operation);
+    use.punctured = puncturedOf(index, operation, use.span);
     return use;
 }
 

@@ -96,8 +96,8 @@ HALVANE_EXPORT std::string_view severityName(Severity severity);
 
 struct FindingInfo {
     FindingKind kind;
-    std::string_view id;  // stable: "tkip-allowed"
     Severity severity;
+    std::string_view id;  // stable: "tkip-allowed"
     std::string_view sentence;
     std::string_view advice;  // empty where the reader can do nothing
     std::string_view clause;  // of IEEE 802.11-2020, or the document with its clause

@@ -3,6 +3,7 @@
 #define HALVANE_AIR_MCS_MAP_INTERNAL_H
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -21,7 +22,7 @@ constexpr std::array<BitField, 8> mcsMapFields(std::span<const ValueName> names)
     constexpr std::string_view kLabels[] = {"1 stream",  "2 streams", "3 streams", "4 streams",
                                             "5 streams", "6 streams", "7 streams", "8 streams"};
     std::array<BitField, 8> fields{};
-    for (std::uint8_t i = 0; i < fields.size(); ++i) {
+    for (std::size_t i = 0; i < fields.size(); ++i) {
         fields[i] = {static_cast<std::uint8_t>(2 * i), 2, kLabels[i], {.names = names}};
     }
     return fields;

@@ -365,4 +365,16 @@ TEST(Tshark, AgreesOnRealFrames) {
     expectEachRowMet(judge);
 }
 
+// Needs no file outside of the tree.
+TEST(Tshark, AgreesOnTheNetworksOfToday) {
+    if (const std::string reason = excuse(); !reason.empty()) GTEST_SKIP() << reason;
+    Judge judge;
+    for (const char* const name :
+         {"today.pcap", "shared-beacon.pcap", "multi-link.pcap", "contradictions.pcap"}) {
+        judge.judge(std::string(HALVANE_SAMPLES "/") + name);
+    }
+    tellFigures(judge);
+    EXPECT_GT(judge.comparisons_, 1000u);
+}
+
 }  // namespace

@@ -47,7 +47,7 @@ TEST(Samples, AreWhatTheGeneratorWrites) {
     const halvane::testing::TemporaryFolder folder;
     ASSERT_EQ(runGenerator("'" + folder.path().string() + "'"), 0);
     const Contents written = capturesIn(folder.path());
-    EXPECT_EQ(written.size(), 6u);
+    EXPECT_EQ(written.size(), 10u);
     EXPECT_TRUE(written == capturesIn(HALVANE_SAMPLES)) << "run make_samples samples/";
 }
 

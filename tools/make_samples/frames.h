@@ -11,7 +11,7 @@ namespace halvane::samples {
 
 // Capability information, IEEE 802.11-2020 9.4.1.4.
 inline constexpr std::uint16_t kESS = 0x0001, kPrivacy = 0x0010, kShortPreamble = 0x0020,
-                               kShortSlotTime = 0x0400;
+                               kShortSlotTime = 0x0400, kRadioMeasurement = 0x1000;
 
 struct Network {
     std::uint8_t number = 0;  // the address is 02:1A:00:00:00:<number>

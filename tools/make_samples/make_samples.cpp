@@ -18,9 +18,16 @@ struct Sample {
 };
 
 constexpr Sample kSamples[] = {
-    {"neighbourhood.pcap", neighbourhoodCapture}, {"elements.pcap", elementsCapture},
-    {"security.pcap", securityCapture},           {"setup.pcap", setupCapture},
-    {"country.pcapng", countryCapture},           {"damaged.pcap", damagedCapture},
+    {"neighbourhood.pcap", neighbourhoodCapture},
+    {"elements.pcap", elementsCapture},
+    {"security.pcap", securityCapture},
+    {"setup.pcap", setupCapture},
+    {"country.pcapng", countryCapture},
+    {"damaged.pcap", damagedCapture},
+    {"today.pcap", todayCapture},
+    {"shared-beacon.pcap", sharedBeaconCapture},
+    {"multi-link.pcap", multiLinkCapture},
+    {"contradictions.pcap", contradictionsCapture},
 };
 
 bool write(const std::string& path, const Bytes& bytes) {

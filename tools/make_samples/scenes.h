@@ -13,6 +13,10 @@ Bytes securityCapture();
 Bytes setupCapture();
 Bytes countryCapture();
 Bytes damagedCapture();
+Bytes todayCapture();
+Bytes sharedBeaconCapture();
+Bytes multiLinkCapture();
+Bytes contradictionsCapture();
 
 }  // namespace halvane::samples
 

@@ -57,18 +57,18 @@ struct DumpFormat {
     std::string_view prefix;  // of an offset
     std::size_t minDigits;
     std::size_t maxDigits;
-    unsigned base;
     std::string_view suffix;
     std::size_t minGap;      // blanks between the offset and the octets
     std::size_t maxGap;      // blanks between octets; more of them end the octets
+    unsigned base = 16;      // of an offset
     bool hasTitles = false;  // lines without an offset belong to the format
 };
 
 constexpr DumpFormat kFormats[] = {
-    {"tcpdump -x", "0x", 4, 8, 16, ":", 1, 1, true},
-    {"xxd", "", 4, 16, 16, ":", 1, 1},
-    {"hexdump", "", 4, 8, 16, "", 2, 2},
-    {"od", "", 7, 7, 8, "", 1, 1},
+    {"tcpdump -x", "0x", 4, 8, ":", 1, 1, 16, true},
+    {"xxd", "", 4, 16, ":", 1, 1},
+    {"hexdump", "", 4, 8, "", 2, 2},
+    {"od", "", 7, 7, "", 1, 1, 8},
 };
 
 // Takes the offset at the start of a line and the blanks after it; absent if there is none.

@@ -34,7 +34,7 @@ std::string hexOf(air::Octets octets) {
 class FieldText : public air::FieldSink {
   public:
     void flag(const air::FieldPlace&, std::string_view label, bool value) override {
-        if (value) add(std::string(label));
+        if (value) add(label);
     }
     void number(const air::FieldPlace&, std::string_view label, std::int64_t value,
                 const air::NumberForm& form) override {
@@ -42,7 +42,7 @@ class FieldText : public air::FieldSink {
         if (!form.unit.empty()) text.append(1, ' ').append(form.unit);
         const auto name = form.nameOf(static_cast<std::uint32_t>(value));
         if (!name.empty()) text.append(" (").append(name).append(1, ')');
-        add(std::move(text));
+        add(text);
     }
     void text(const air::FieldPlace&, std::string_view label, std::string_view value) override {
         add(std::string(label).append(1, ' ').append(value));
@@ -81,7 +81,7 @@ class FieldText : public air::FieldSink {
         std::string fields;
     };
 
-    void add(std::string field) {
+    void add(std::string_view field) {
         std::string& fields = groups_.back().fields;
         if (!fields.empty()) fields += "; ";
         fields += field;
