@@ -347,6 +347,15 @@ TEST(DecodeFailure, TellsWhichFramesAreCutInAnElement) {
     EXPECT_EQ(decode({"--bssid=02-1a-00-00-00-01", path}).status, 0);
 }
 
+// An element of 255 octets that goes on in a fragment is whole, and so is one of 254.
+TEST(DecodeHex, TakesLongElementsForWhole) {
+    const std::string full = "ffff" + std::string(2 * 255, '0') + "f20101";
+    EXPECT_EQ(decode({"--hex", "--format=jsonl", "-"}, "0000" + full).status, 0);
+    const std::string long254 = "ddfe" + std::string(2 * 254, '0');
+    EXPECT_EQ(decode({"--hex", "--format=jsonl", "-"}, long254).status, 0);
+    EXPECT_EQ(decode({"--hex", "--format=jsonl", "-"}, full + "0102").status, 1);
+}
+
 TEST(DecodeFailure, TellsAboutOutputThatIsLost) {
     const auto result = runProgram({"/bin/sh", "-c", "exec \"$0\" decode \"$1\" >/dev/full", kTool,
                                     sample("neighbourhood.pcap")});

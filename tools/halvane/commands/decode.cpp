@@ -6,6 +6,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "halvane/air/element_range.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/escaped_text.h"
 #include "halvane/capture/beacon_frame.h"
@@ -30,6 +31,12 @@ namespace {
 // The user may give the SSID as its octets, or as the tool prints them.
 bool isSSID(const std::optional<ByteBuffer>& ssid, const std::string& asked) {
     return ssid && (*ssid == ByteBuffer::fromText(asked) || escapedText(ssid->bytes()) == asked);
+}
+
+// The record's own walk, of a time without elements of 254 octets and more, takes these for cut.
+bool endsInsideAnElement(const HalvaneMAC& record) {
+    const auto& elements = record.ieBuffer();
+    return elements && !air::ElementRange(elements->bytes()).trailing().empty();
 }
 
 // The frames of a file whose elements end inside an element.
@@ -74,8 +81,9 @@ class Decoder {
         record.setCapabilityField(options_.capabilities.value_or(0));
         record.setInformationElements(*elements);
         table_.add({record});
-        if (record.invalidIEs()) complain(inputName(path) + ": cut in an element");
-        return !record.invalidIEs();
+        const bool isCut = endsInsideAnElement(record);
+        if (isCut) complain(inputName(path) + ": cut in an element");
+        return !isCut;
     }
 
     bool decodeCaptures() {
@@ -111,7 +119,7 @@ class Decoder {
             const capture::BeaconFrame* beacon = frame->beacon();
             if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
             const capture::Sighting sighting = capture::sightingOf(*beacon, frame->radio);
-            if (sighting.record.invalidIEs()) cut.add(frame->number);
+            if (endsInsideAnElement(sighting.record)) cut.add(frame->number);
             if (!options_.isPerFrame) {
                 table_.add(sighting);
                 continue;
