@@ -38,6 +38,17 @@ struct Neighbor {
 class Neighbors {
   public:
     Neighbors() = default;
+    Neighbors(const Neighbors&) = default;
+    Neighbors& operator=(const Neighbors&) = default;
+    // A list that was moved from is empty.
+    Neighbors(Neighbors&& other) noexcept
+        : items_(std::move(other.items_)), size_(std::exchange(other.size_, 0)) {}
+    Neighbors& operator=(Neighbors&& other) noexcept {
+        items_ = std::move(other.items_);
+        size_ = std::exchange(other.size_, 0);
+        return *this;
+    }
+    ~Neighbors() = default;
     explicit Neighbors(std::span<const Neighbor> items) : size_(items.size()) {
         if (items.empty()) return;
         auto copies = std::make_shared<Neighbor[]>(size_);
