@@ -5,7 +5,6 @@
 #include <string>
 #include <system_error>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "halvane/air/bit_octets.h"
@@ -83,25 +82,24 @@ void printText(air::ElementRange elements, bool hasOctets) {
                                 " of damage at octet " + std::to_string(trailing.offset) + '\n'));
 }
 
-// An element, or the octets after the last that make none.
+// An element; or, where there are any, the octets after the last that make none.
 struct Item {
-    std::variant<air::Element, air::TrailingOctets> octets;
+    air::Element element{};
+    air::TrailingOctets trailing{};
 };
 
 void writeJSON(JSONWriter& writer, const Item& item) {
-    if (const auto* const element = std::get_if<air::Element>(&item.octets)) {
-        return writeElement(writer, *element);
-    }
-    writeTrailing(writer, std::get<air::TrailingOctets>(item.octets));
+    if (!item.trailing.empty()) return writeTrailing(writer, item.trailing);
+    writeElement(writer, item.element);
 }
 
 void print(air::ElementRange elements, Format format, bool hasOctets) {
     if (format == Format::Text) return printText(elements, hasOctets);
     std::vector<Item> all;
     auto element = elements.begin();
-    for (; element != elements.end(); ++element) all.push_back({*element});
+    for (; element != elements.end(); ++element) all.push_back({*element, {}});
     const auto trailing = element.rest();
-    if (!trailing.empty()) all.push_back({trailing});
+    if (!trailing.empty()) all.push_back({{}, trailing});
     printJSON(all, format);
 }
 
