@@ -71,7 +71,7 @@ inline std::vector<Bytes> judgedSamples() {
     return elements;
 }
 
-inline void appendNumber(Bytes& bytes, std::uint32_t number, int octets) {
+inline void appendNumber(Bytes& bytes, std::uint64_t number, int octets) {
     for (int i = 0; i < octets; ++i) bytes.push_back(static_cast<std::uint8_t>(number >> (8 * i)));
 }
 
