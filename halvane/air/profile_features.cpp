@@ -36,12 +36,11 @@ bool isMuBeamformer(const CapabilityElements& capabilities) {
 
 void addSecurity(FeatureList& list, const ElementIndex& index, const SecurityElements& security) {
     const auto& akms = security.offer.rsnAkms;
-    const auto& rsnx = security.rsnx;
     list.addIf(index.has(ElementId::MobilityDomain) && kFtAkms.isAnyIn(akms),
                Feature::FastTransition);
     list.addIf(index.has(ElementId::FilsIndication) || kFilsAkms.isAnyIn(akms), Feature::Fils);
-    list.addIf(rsnx && rsnx->has(RsnxCapability::SaeHashToElement), Feature::SaeHashToElement);
-    list.addIf(rsnx && rsnx->has(RsnxCapability::SaePk), Feature::SaePk);
+    list.addIf(security.has(RsnxCapability::SaeHashToElement), Feature::SaeHashToElement);
+    list.addIf(security.has(RsnxCapability::SaePk), Feature::SaePk);
 }
 
 void addVendor(FeatureList& list, const ElementIndex& index, const std::optional<WpsSummary>& wps) {

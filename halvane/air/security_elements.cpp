@@ -37,12 +37,24 @@ Reading readingOf(bool isThere, const std::optional<SuiteSet>& akms) {
     return akms ? Reading::Whole : Reading::Broken;
 }
 
+// Of a vendor element that holds the fields of RSN.
+template <typename Holder>
+std::optional<Rsn> rsnIn(const ElementIndex& index, VendorKind kind) {
+    const auto element = index.decode<Holder>(kind);
+    if (!element) return std::nullopt;
+    return element->rsn;
+}
+
+std::optional<Rsnx> rsnxOverrideIn(const ElementIndex& index) {
+    const auto element = index.decode<RsnxOverride>(VendorKind::RsnxOverride);
+    if (!element) return std::nullopt;
+    return element->rsnx;
+}
+
 // Stations that know an override element take it in place of RSN: what it offers is offered too.
-template <typename Override>
-void addOverride(SecurityOffer& offer, const ElementIndex& index, VendorKind kind) {
-    const auto element = index.decode<Override>(kind);
-    if (!element) return;
-    if (const auto akms = akmsOf(element->rsn)) addAll(offer.rsnAkms, *akms);
+void addOverride(SecurityOffer& offer, const std::optional<Rsn>& override) {
+    if (!override) return;
+    if (const auto akms = akmsOf(*override)) addAll(offer.rsnAkms, *akms);
 }
 
 bool hasWapi(const ElementIndex& index) {
@@ -54,8 +66,11 @@ bool hasWapi(const ElementIndex& index) {
 
 SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
     : rsn(index.decode<Rsn>()),
+      rsnOverride(rsnIn<RsnOverride>(index, VendorKind::RsnOverride)),
+      rsnOverride2(rsnIn<RsnOverride2>(index, VendorKind::RsnOverride2)),
       wpa(index.decode<Wpa>(VendorKind::Wpa)),
       rsnx(index.decode<Rsnx>()),
+      rsnxOverride(rsnxOverrideIn(index)),
       wps(index.decode<WpsSummary>(VendorKind::Wps)) {
     const auto rsnAkms = rsn ? akmsOf(*rsn) : std::nullopt;
     const auto wpaAkms = wpa ? akmsOfWpa(*wpa) : std::nullopt;
@@ -64,8 +79,8 @@ SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
     if (rsnAkms) offer.rsnAkms = *rsnAkms;
     if (wpaAkms) offer.wpaAkms = *wpaAkms;
     if (rsn) offer.pmf = pmfOf(*rsn);
-    addOverride<RsnOverride>(offer, index, VendorKind::RsnOverride);
-    addOverride<RsnOverride2>(offer, index, VendorKind::RsnOverride2);
+    addOverride(offer, rsnOverride);
+    addOverride(offer, rsnOverride2);
     offer.isPrivacy = isPrivacy;
     offer.hasWapi = hasWapi(index);
     offer.hasOsen = index.has(VendorKind::Osen);

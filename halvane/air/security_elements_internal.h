@@ -17,9 +17,17 @@ namespace halvane::air {
 struct SecurityElements {
     SecurityElements(const ElementIndex& index, bool isPrivacy);
 
+    // Of RSN Extension or of its override.
+    bool has(RsnxCapability flag) const {
+        return (rsnx && rsnx->has(flag)) || (rsnxOverride && rsnxOverride->has(flag));
+    }
+
     std::optional<Rsn> rsn;
+    std::optional<Rsn> rsnOverride;
+    std::optional<Rsn> rsnOverride2;
     std::optional<Wpa> wpa;
     std::optional<Rsnx> rsnx;
+    std::optional<Rsnx> rsnxOverride;
     std::optional<WpsSummary> wps;
     SecurityOffer offer;
 };

@@ -222,35 +222,53 @@ void findInFastTransition(const ProfileParts& parts, FindingCollector& findings)
 
 // --- Management frame protection ---
 
-// The peers of a mesh authenticate by SAE, protected management frames or not.
+// What is wrong in one element: its key management beside its own capabilities. The peers of a mesh
+// authenticate by SAE, protected management frames or not.
+std::optional<Kind> pmfFaultOf(const Rsn& rsn, bool isMesh) {
+    const auto akms = akmsOf(rsn);
+    if (!akms) return std::nullopt;
+    const bool isModern = !isMesh && (isSae(*akms) || isOwe(*akms) || is192Bit(*akms));
+    const Pmf pmf = pmfOf(rsn);
+    if (rsn.isPmfRequired() && !rsn.isPmfCapable()) return Kind::PmfRequiredNotCapable;
+    if (pmf == Pmf::None) return isModern ? Kind::PmfMissingWithSae : Kind::PmfOff;
+    const bool isModernAlone = isModern && !isPsk(*akms) && !isOtherEnterprise(*akms);
+    return isModernAlone && pmf == Pmf::Capable ? std::optional(Kind::PmfNotRequired)
+                                                : std::nullopt;
+}
+
+// A fault of several elements is one finding.
 void findInPmf(const ProfileParts& parts, FindingCollector& findings) {
-    const auto& rsn = parts.security.rsn;
-    const auto& offer = parts.security.offer;
-    if (!rsn || offer.rsn != Reading::Whole) return;
-    const Sources source = findings.sourcesOf(ElementId::Rsn);
-    const auto& akms = offer.rsnAkms;
+    struct Judged {
+        std::optional<Kind> fault;
+        Source source;
+    };
+    const auto& security = parts.security;
     const bool isMesh = parts.index.has(ElementId::MeshId);
-    const bool isModern = !isMesh && (isSae(akms) || isOwe(akms) || is192Bit(akms));
-    if (rsn->isPmfRequired() && !rsn->isPmfCapable()) {
-        return findings.add(Kind::PmfRequiredNotCapable, source);
+    const auto judge = [&](const std::optional<Rsn>& rsn, auto key) {
+        return Judged{rsn ? pmfFaultOf(*rsn, isMesh) : std::nullopt, parts.index.sourceOf(key)};
+    };
+    const Judged all[] = {judge(security.rsn, ElementId::Rsn),
+                          judge(security.rsnOverride, VendorKind::RsnOverride),
+                          judge(security.rsnOverride2, VendorKind::RsnOverride2)};
+    for (const Kind fault : {Kind::PmfRequiredNotCapable, Kind::PmfMissingWithSae, Kind::PmfOff,
+                             Kind::PmfNotRequired}) {
+        Sources sources;
+        for (const Judged& element : all) {
+            if (element.fault == fault) sources.push_back(element.source);
+        }
+        findings.addIf(!sources.empty(), fault, sources);
     }
-    if (offer.pmf == Pmf::None) {
-        return findings.add(isModern ? Kind::PmfMissingWithSae : Kind::PmfOff, source);
-    }
-    const bool isModernAlone = isModern && !isPsk(akms) && !isOtherEnterprise(akms);
-    findings.addIf(isModernAlone && offer.pmf == Pmf::Capable, Kind::PmfNotRequired, source);
 }
 
 bool lacksHashToElement(const ProfileParts& parts) {
-    if (!isSae(parts.security.offer.rsnAkms)) return false;
-    const auto& rsnx = parts.security.rsnx;
-    return !rsnx || !rsnx->has(RsnxCapability::SaeHashToElement);
+    return isSae(parts.security.offer.rsnAkms) &&
+           !parts.security.has(RsnxCapability::SaeHashToElement);
 }
 
 void findInSae(const ProfileParts& parts, FindingCollector& findings) {
+    const Sources sources = findings.sourcesOf(ElementId::Rsnx, VendorKind::RsnxOverride);
     findings.addIf(lacksHashToElement(parts), Kind::SaeWithoutH2e,
-                   parts.index.has(ElementId::Rsnx) ? findings.sourcesOf(ElementId::Rsnx)
-                                                    : rsnSources(findings));
+                   sources.empty() ? rsnSources(findings) : sources);
 }
 
 // Open, WEP, WPA, TKIP, pre-shared keys of WPA2, SAE without hash-to-element and unprotected

@@ -212,6 +212,36 @@ TEST(AirProfile, CountsWhatAnOverrideOffers) {
     EXPECT_TRUE(hasFinding(profile, "rsn-override"));
 }
 
+// Each element is judged by its own capabilities: stations that know the override take them from
+// there, and hash-to-element from RSNX Override (244 may be missing).
+TEST(AirProfile, JudgesAnOverrideByItself) {
+    const auto overridden = [](std::string_view capabilities, std::string_view rsnx) {
+        return profileOf(
+            joined({rsnElement(2),
+                    hexElement(221, "506F9A29 0100 000FAC04 0100 000FAC04 0100 000FAC08" +
+                                        std::string(capabilities)),
+                    hexElement(221, "506F9A2B" + std::string(rsnx))}),
+            kProtected);
+    };
+    const auto whole = overridden("C000", "20");
+    EXPECT_EQ(findingIds(whole), (std::vector<std::string>{"ssid-missing", "pmf-off",
+                                                           "wpa3-transition", "rsn-override"}));
+    EXPECT_EQ(whole.features, Features{Feature::SaeHashToElement});
+    const auto faulty = overridden("0000", "00");
+    ASSERT_EQ(faulty.findings.front().info().id, "pmf-missing");
+    EXPECT_EQ(faulty.findings.front().sources, (Sources{{Origin::Element, ElementId::Vendor, 22}}));
+    EXPECT_TRUE(hasFinding(faulty, "sae-without-h2e"));
+    EXPECT_TRUE(hasFinding(overridden("8000", "20"), "pmf-not-required"));
+    const auto both =
+        profileOf(joined({rsnElement(2),
+                          hexElement(221, "506F9A29 0100 000FAC04 0100 000FAC04 0100 000FAC06")}),
+                  kProtected);
+    EXPECT_EQ(findingIds(both),
+              (std::vector<std::string>{"ssid-missing", "pmf-off", "rsn-override"}));
+    EXPECT_TRUE(hasFinding(overridden("4000", "20"), "pmf-invalid"));
+    EXPECT_TRUE(faulty.features.empty());
+}
+
 TEST(AirProfile, TellsTheOpenHalfOfEnhancedOpen) {
     const auto profile = profileOf(hexElement(221, "506F9A1C 020000000001 03 6F7765"), kOpen);
     EXPECT_EQ(*profile.security.name, Security::EnhancedOpenTransition);
