@@ -130,6 +130,9 @@ SecurityProfile securityProfileOf(const ElementIndex& index, const SecurityEleme
         }
     } else if (elements.offer.wpa == Reading::Whole) {
         takeCiphers(security, *elements.wpa, kWpaTkip);
+    } else if (*security.name == Security::Osen && elements.osen) {
+        takeCiphers(security, *elements.osen, kCcmp);
+        addSuites(security.akms, elements.osen->akms);
     }
     security.pmf.value = elements.offer.pmf;
     const bool hasCapabilities = elements.rsn && elements.rsn->capabilities;

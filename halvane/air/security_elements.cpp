@@ -68,6 +68,7 @@ SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
     : rsn(index.decode<Rsn>()),
       rsnOverride(rsnIn<RsnOverride>(index, VendorKind::RsnOverride)),
       rsnOverride2(rsnIn<RsnOverride2>(index, VendorKind::RsnOverride2)),
+      osen(rsnIn<Osen>(index, VendorKind::Osen)),
       wpa(index.decode<Wpa>(VendorKind::Wpa)),
       rsnx(index.decode<Rsnx>()),
       rsnxOverride(rsnxOverrideIn(index)),

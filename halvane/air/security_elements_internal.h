@@ -25,6 +25,7 @@ struct SecurityElements {
     std::optional<Rsn> rsn;
     std::optional<Rsn> rsnOverride;
     std::optional<Rsn> rsnOverride2;
+    std::optional<Rsn> osen;
     std::optional<Wpa> wpa;
     std::optional<Rsnx> rsnx;
     std::optional<Rsnx> rsnxOverride;

@@ -242,6 +242,21 @@ TEST(AirProfile, JudgesAnOverrideByItself) {
     EXPECT_TRUE(faulty.features.empty());
 }
 
+// What OSEN offers is that of the network where there is no RSN element.
+TEST(AirProfile, TakesTheSuitesOfOsen) {
+    const auto profile = profileOf(
+        hexElement(221, "506F9A12 000FAC07 0100 000FAC04 0100 506F9A01 0000"), kProtected);
+    EXPECT_EQ(*profile.security.name, Security::Osen);
+    EXPECT_EQ(profile.security.akms, (SuiteSet{{{0x50, 0x6F, 0x9A}, 1}}));
+    EXPECT_EQ(profile.security.pairwiseCiphers, (SuiteSet{{halvane::kRSNOUI, 4}}));
+    EXPECT_EQ(profile.security.groupCipher, (Suite{halvane::kRSNOUI, 7}));
+    const auto beside =
+        profileOf(joined({rsnElement(2),
+                          hexElement(221, "506F9A12 000FAC07 0100 000FAC04 0100 506F9A01 0000")}),
+                  kProtected);
+    EXPECT_EQ(beside.security.akms, (SuiteSet{{halvane::kRSNOUI, 2}}));
+}
+
 TEST(AirProfile, TellsTheOpenHalfOfEnhancedOpen) {
     const auto profile = profileOf(hexElement(221, "506F9A1C 020000000001 03 6F7765"), kOpen);
     EXPECT_EQ(*profile.security.name, Security::EnhancedOpenTransition);
