@@ -92,6 +92,35 @@ TEST(HexDump, ReadsTheElementsThatAScanPrintsUndecoded) {
     EXPECT_EQ(dump->lines, 2u);
 }
 
+// Extended elements and those of two well-known makers have lines of their own.
+TEST(HexDump, ReadsEachLineOfAnUndecodedElement) {
+    struct Line {
+        std::string_view text;
+        Octets octets;
+    };
+    const Line lines[] = {
+        {"\tUnknown IE (68):", {68, 0}},
+        {"\tUnknown Extension ID (108): 01 ff", {255, 3, 108, 1, 0xFF}},
+        {"\tUnknown Extension ID (106):", {255, 1, 106}},
+        {"\tMS/WiFi 0x11, data: 0a", {221, 5, 0x00, 0x50, 0xF2, 0x11, 0x0A}},
+        {"\tWFA 0x1c, data: 0b 0c", {221, 6, 0x50, 0x6F, 0x9A, 0x1C, 0x0B, 0x0C}},
+        {"\tVendor specific: OUI 8c:fd:f0, data:", {221, 3, 0x8C, 0xFD, 0xF0}},
+    };
+    for (const Line& line : lines) {
+        SCOPED_TRACE(line.text);
+        const auto dump = readHexDump(line.text);
+        ASSERT_TRUE(dump) << dump.error();
+        EXPECT_EQ(dump->octets, line.octets);
+        EXPECT_EQ(dump->format, "iw -u");
+    }
+    for (const std::string_view text :
+         {"Unknown IE (256): 01", "Unknown IE (0216): 01", "Unknown IE (): 01",
+          "WFA 0x100, data: 01", "Unknown Extension ID (1) 01",
+          "Vendor specific: OUI 8c:fd, data: 01"}) {
+        EXPECT_FALSE(readHexDump(text)) << text;
+    }
+}
+
 TEST(HexDump, TakesNoOctetsForOffsets) {
     EXPECT_EQ(readHexDump("00000001: 6162\n").has_value(), true);  // plain: the colon separates
     EXPECT_EQ(readHexDump("00000001: 6162\n")->octets, (Octets{0, 0, 0, 1, 0x61, 0x62}));

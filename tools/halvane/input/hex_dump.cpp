@@ -140,42 +140,74 @@ std::optional<DumpResult> readFormat(std::string_view text, const DumpFormat& fo
 
 // --- iw -u ---
 
-// The octets after `line`, as an element; absent if they are no pairs.
-std::optional<std::vector<std::uint8_t>> elementOf(std::uint8_t id, std::string_view oui,
+// The element of a body that `data` goes on with; absent if that is no pairs of digits.
+std::optional<std::vector<std::uint8_t>> elementOf(std::uint8_t id, std::vector<std::uint8_t> body,
                                                    std::string_view data) {
-    std::vector<std::uint8_t> element = {id, 0};
-    for (; oui.size() >= 2; oui.remove_prefix(std::min<std::size_t>(3, oui.size()))) {
-        appendPairs(element, oui.substr(0, 2));
-    }
+    constexpr std::size_t kMaxBody = 255;
     data.remove_prefix(blanksAt(data));
-    constexpr std::size_t kHeaderSize = 2;
-    if (!appendGroups(element, data, 1) || element.size() > kHeaderSize + 255) return std::nullopt;
-    element[1] = static_cast<std::uint8_t>(element.size() - kHeaderSize);
+    if (!appendGroups(body, data, 1) || body.size() > kMaxBody) return std::nullopt;
+    std::vector<std::uint8_t> element = {id, static_cast<std::uint8_t>(body.size())};
+    element.insert(element.end(), body.begin(), body.end());
     return element;
 }
 
-// "Unknown IE (216): 01 02" and "Vendor specific: OUI 00:11:22, data: 01 02".
-std::optional<std::vector<std::uint8_t>> elementOfLine(std::string_view line) {
-    constexpr std::string_view kUnknown = "Unknown IE (";
-    constexpr std::string_view kVendor = "Vendor specific: OUI ";
-    constexpr std::string_view kData = ", data:";
-    if (line.starts_with(kUnknown)) {
-        line.remove_prefix(kUnknown.size());
-        const std::size_t digits = digitsAt(line, 10);
-        unsigned id = 0;
-        for (const char digit : line.substr(0, std::min<std::size_t>(digits, 3))) {
-            id = id * 10 + digitValue(digit);
-        }
-        line.remove_prefix(digits);
-        if (digits == 0 || id > 255 || !line.starts_with("):")) return std::nullopt;
-        return elementOf(static_cast<std::uint8_t>(id), {}, line.substr(2));
+// What stands before the data of an element, around one number.
+struct ScanHead {
+    std::string_view before;
+    unsigned base;
+    std::string_view after;
+    std::optional<std::uint8_t> id{};  // absent: the number is that of the element
+    std::string_view prefix{};         // digits of the octets before the number in the body
+};
+
+constexpr ScanHead kScanHeads[] = {
+    {"Unknown IE (", 10, "):"},
+    {"Unknown Extension ID (", 10, "):", 255},
+    {"MS/WiFi 0x", 16, ", data:", 221, "0050f2"},
+    {"WFA 0x", 16, ", data:", 221, "506f9a"},
+};
+
+// "Unknown IE (216): 01 02" and its like.
+std::optional<std::vector<std::uint8_t>> numberedElement(std::string_view line,
+                                                         const ScanHead& head) {
+    constexpr std::size_t kMaxDigits = 3;
+    if (!line.starts_with(head.before)) return std::nullopt;
+    line.remove_prefix(head.before.size());
+    const std::size_t digits = digitsAt(line, head.base);
+    unsigned number = 0;
+    for (const char digit : line.substr(0, std::min(digits, kMaxDigits))) {
+        number = number * head.base + digitValue(digit);
     }
-    if (!line.starts_with(kVendor)) return std::nullopt;
-    line.remove_prefix(kVendor.size());
-    const std::size_t data = line.find(kData);
+    line.remove_prefix(digits);
+    if (digits == 0 || digits > kMaxDigits || number > 255 || !line.starts_with(head.after)) {
+        return std::nullopt;
+    }
+    line.remove_prefix(head.after.size());
+    const auto octet = static_cast<std::uint8_t>(number);
+    std::vector<std::uint8_t> body;
+    appendPairs(body, head.prefix);
+    if (head.id) body.push_back(octet);
+    return elementOf(head.id.value_or(octet), std::move(body), line);
+}
+
+// "Vendor specific: OUI 00:11:22, data: 01 02".
+std::optional<std::vector<std::uint8_t>> vendorElement(std::string_view line) {
+    constexpr std::string_view kBefore = "Vendor specific: OUI ";
+    constexpr std::string_view kAfter = ", data:";
     constexpr std::size_t kOuiText = 8;
-    if (data != kOuiText) return std::nullopt;
-    return elementOf(221, line.substr(0, kOuiText), line.substr(data + kData.size()));
+    if (!line.starts_with(kBefore)) return std::nullopt;
+    line.remove_prefix(kBefore.size());
+    if (line.find(kAfter) != kOuiText) return std::nullopt;
+    std::vector<std::uint8_t> oui;
+    for (std::size_t i = 0; i < kOuiText; i += 3) appendPairs(oui, line.substr(i, 2));
+    return elementOf(221, std::move(oui), line.substr(kOuiText + kAfter.size()));
+}
+
+std::optional<std::vector<std::uint8_t>> elementOfLine(std::string_view line) {
+    for (const ScanHead& head : kScanHeads) {
+        if (auto element = numberedElement(line, head)) return element;
+    }
+    return vendorElement(line);
 }
 
 std::optional<DumpResult> readScan(std::string_view text) {
