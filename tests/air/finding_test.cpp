@@ -25,6 +25,17 @@ TEST(AirFinding, HasARowForEachKind) {
     EXPECT_EQ(findingInfo("no-such-finding"), nullptr);
 }
 
+// IEEE 802.11-2020 ends with clause 25; HE and EHT came with amendments.
+TEST(AirFinding, NamesTheAmendmentOfALaterClause) {
+    const std::regex clause(R"(([0-9]+)(\.[0-9]+)+)");
+    for (const FindingInfo& info : findingInfos()) {
+        const std::string text(info.clause);
+        std::smatch match;
+        if (std::regex_match(text, match, clause)) EXPECT_LE(std::stoi(match[1]), 25) << info.id;
+        EXPECT_EQ(text.find(" of 802.11"), std::string::npos) << info.id;
+    }
+}
+
 TEST(AirFinding, NamesSeverities) {
     EXPECT_EQ(severityName(Severity::Note), "note");
     EXPECT_EQ(severityName(Severity::Warning), "warning");
