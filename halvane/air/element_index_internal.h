@@ -116,7 +116,7 @@ class ElementIndex {
     }
     static Source sourceOf(ElementId id, const Element* element) {
         return {Origin::Element, id,
-                static_cast<std::uint16_t>(element != nullptr ? element->offset : 0)};
+                static_cast<std::uint32_t>(element != nullptr ? element->offset : 0)};
     }
 
     std::span<const Element> elements_;

@@ -94,7 +94,7 @@ class FormWalk {
 
     void look(const Element& element) {
         const Source source = {Origin::Element, element.id,
-                               static_cast<std::uint16_t>(element.offset)};
+                               static_cast<std::uint32_t>(element.offset)};
         if (element.id == ElementId::ExtensionMissing) tellOnce(Kind::ExtensionMissing, source);
         if (element.id == ElementId::Fragment) tellOnce(Kind::FragmentAlone, source);
         if (!isTold(Kind::ElementTooShort) && !index_.isKnownWhole(element) && !isWhole(element)) {
@@ -139,7 +139,7 @@ void findInForm(const ProfileParts& parts, FindingCollector& findings) {
     for (const Element& element : parts.index.elements()) walk.look(element);
     if (parts.trailing.empty()) return;
     findings.add(Kind::FrameCut, {{Origin::Element, idOf(parts.trailing),
-                                   static_cast<std::uint16_t>(parts.trailing.offset)}});
+                                   static_cast<std::uint32_t>(parts.trailing.offset)}});
 }
 
 }  // namespace halvane::air

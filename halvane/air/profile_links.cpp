@@ -119,7 +119,7 @@ std::optional<BasicMultiLink> basicMultiLinkOf(const ElementIndex& index) {
         if (!multiLink || !isBasic(*multiLink)) continue;
         return BasicMultiLink{
             *std::move(multiLink),
-            {Origin::Element, ElementId::MultiLink, static_cast<std::uint16_t>(element.offset)}};
+            {Origin::Element, ElementId::MultiLink, static_cast<std::uint32_t>(element.offset)}};
     }
     return std::nullopt;
 }

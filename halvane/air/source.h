@@ -31,7 +31,7 @@ constexpr std::string_view originName(Origin origin) {
 struct Source {
     Origin origin = Origin::Element;
     ElementId id = ElementId::Ssid;  // of an element
-    std::uint16_t offset = 0;        // of the element's first octet among the elements
+    std::uint32_t offset = 0;        // of the element's first octet among the elements
 
     friend constexpr bool operator==(const Source&, const Source&) = default;
 };

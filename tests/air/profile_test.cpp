@@ -295,6 +295,33 @@ TEST(AirProfile, TakesTheFirstOfTwoElements) {
     EXPECT_TRUE(hasFinding(profile, "element-duplicated"));
 }
 
+// A buffer may be longer than the elements of one frame.
+TEST(AirProfile, NamesPlacesPast64Kilobytes) {
+    Bytes octets;
+    while (octets.size() <= 0x10000) {
+        const Bytes filler = element(221, Bytes(255, 0));
+        octets.insert(octets.end(), filler.begin(), filler.end());
+    }
+    const auto place = static_cast<std::uint32_t>(octets.size());
+    const Bytes end = joined({ssidElement("x"), hexElement(3, "06"), hexElement(45, "")});
+    octets.insert(octets.end(), end.begin(), end.end());
+    const auto trailing = static_cast<std::uint32_t>(octets.size());
+    octets.push_back(48);
+    const auto profile = profileOf(octets, kOpen);
+    EXPECT_EQ(profile.ssid->sources[0].offset, place);
+    EXPECT_EQ(profile.channel.primaryChannel->sources[0].offset, place + 3);
+    for (const Finding& finding : profile.findings) {
+        if (finding.info().id == "element-too-short") {
+            EXPECT_EQ(finding.sources[0].offset, place + 6);
+        }
+        if (finding.info().id == "frame-cut") {
+            EXPECT_EQ(finding.sources[0].offset, trailing);
+        }
+    }
+    EXPECT_TRUE(hasFinding(profile, "element-too-short"));
+    EXPECT_TRUE(hasFinding(profile, "frame-cut"));
+}
+
 TEST(AirProfile, FindsDamage) {
     Bytes octets = joined({ssidElement("x"), hexElement(11, "0100"), element(255, {}),
                            hexElement(242, "01"), hexElement(3, "06"), hexElement(1, "82")});

@@ -33,6 +33,8 @@ const Row kRows[] = {
     {"", "0x61, 0x62, 0x63,\n0x64", 4},
     {"", "\"\\x61\\x62\" \\\n\"\\x63\\x64\"", 4},
     {"", "{0x61,0x62}", 2},
+    {"", "static const unsigned char f00d[2] = { /* face */\n0x61, /* a */ 0x62 // b\n};\n", 2},
+    {"", "unsigned char beacon_bin[] = {\n  0x61, 0x62\n};\nunsigned int beacon_bin_len = 2;\n", 2},
     {"", "", 0},
     {"xxd",
      "00000000: 6162 6364 6566 6768 696a 6b6c 6d6e 6f70  abcdefghijklmnop\n"
@@ -53,6 +55,22 @@ const Row kRows[] = {
      "0000020 71 72\n"
      "0000022\n",
      18},
+    {"od",  // -A x
+     "000000 61 62 63 64 65 66 67 68 69 6a 6b 6c 6d 6e 6f 70\n"
+     "000010 71 72\n"
+     "000012\n",
+     18},
+    {"od", "000000 61 62 63 64  >abcd<\n000004\n", 4},  // -A x -t x1z
+    {"od",                                              // -A d
+     "0000000 61 62 63 64 65 66 67 68 69 6a 6b 6c 6d 6e 6f 70\n"
+     "0000016 71 72\n"
+     "0000018\n",
+     18},
+    {"od",  // wider columns
+     "0000000    61  62  63  64  65  66  67  68  69  6a  6b  6c  6d  6e  6f  70\n"
+     "0000020    71  72\n"
+     "0000022\n",
+     18},
     {"tcpdump -x",
      "10:11:12.131415 Beacon (ab) [1.0* Mbit] ESS CH: 6\n"
      "\t0x0000:  6162 6364 6566 6768 696a 6b6c 6d6e 6f70\n"
@@ -71,6 +89,40 @@ TEST(HexDump, ReadsWhatPeoplePaste) {
         ASSERT_TRUE(dump) << dump.error();
         EXPECT_EQ(dump->octets, counting(row.size));
         EXPECT_EQ(dump->format, row.format);
+    }
+}
+
+// Editors put a mark before the text, and end lines with a carriage return alone.
+TEST(HexDump, ReadsAByteOrderMarkAndOtherEndsOfLines) {
+    for (const Row& row : kRows) {
+        for (const std::string_view end : {"\n", "\r\n", "\r"}) {
+            std::string text = "\xEF\xBB\xBF";
+            for (const char character : row.text) {
+                if (character == '\n') {
+                    text += end;
+                } else if (character != '\r') {
+                    text += character;
+                }
+            }
+            SCOPED_TRACE(text);
+            const auto dump = readHexDump(text);
+            ASSERT_TRUE(dump) << dump.error();
+            EXPECT_EQ(dump->octets, counting(row.size));
+            EXPECT_EQ(dump->format, row.format);
+        }
+    }
+    EXPECT_EQ(readHexDump("61\r\n6x").error(), "line 2: '6' has an odd number of digits");
+    EXPECT_EQ(readHexDump("61\r6x").error(), "line 2: '6' has an odd number of digits");
+}
+
+// The order of the octets in a word is that of the machine which printed it.
+TEST(HexDump, TakesNoWordsOfAnUnknownOrder) {
+    for (const std::string_view text :
+         {"0000000 6261 6463\n0000004\n", "000000 6261 6463\n000004\n", "000000 6261\n",
+          "0000000 64636261\n"}) {
+        const auto dump = readHexDump(text);
+        ASSERT_FALSE(dump) << text;
+        EXPECT_EQ(dump.error(), "line 1: words have no known order of octets; print single octets");
     }
 }
 
@@ -136,6 +188,8 @@ TEST(HexDump, SaysWhatIsWrongWhere) {
         {"61 6", "line 1: '6' has an odd number of digits"},
         {"61\n62 6g", "line 2: '6' has an odd number of digits"},
         {"61\nhello", "line 2: 'h' is no hexadecimal digit"},
+        {"u[] = {0x61 /* }", "line 1: 'u' is no hexadecimal digit"},
+        {"u[] = {0x61}; v[] = {0x62};", "line 1: 'u' is no hexadecimal digit"},
         {"0x", "line 1: ' ' is no hexadecimal digit"},
         {"00000000: 6162\n00000003: 63\n", "line 2: its offset is 3, but 2 octets stand before it"},
         {"00000000: 6162\n63\n", "line 2: has no offset"},

@@ -125,6 +125,20 @@ TEST(ExplainText, PutsAReasonBelowALongValue) {
               "                                        advanced by the index, without a carry.\n");
 }
 
+TEST(ExplainText, WrapsALongValue) {
+    // RM Enabled Capabilities, Extended Capabilities (BSS Transition), Mobility Domain,
+    // Interworking, Mesh ID; WMM with U-APSD, Wi-Fi Direct, WPS.
+    const std::string text = explained(joined(
+        {ssidElement("net"), element(70, bytesOf("7200000000")), element(54, bytesOf("010200")),
+         element(107, bytesOf("00")), element(114, bytesOf("61")),
+         element(127, bytesOf("0000080000000000")), element(221, bytesOf("0050F204 1044000102")),
+         element(221, bytesOf("0050F202 0101 80 00 03A40000 27A40000 42435E00 62322F00")),
+         element(221, bytesOf("506F9A09 020200 0000"))}));
+    EXPECT_EQ(rowOf(text, "Features"),
+              "Features    802.11k, 802.11v, WMM, U-APSD, Wi-Fi Direct, WPS, WPS configured,\n"
+              "            mesh, Interworking\n");
+}
+
 TEST(AirText, ListsValuesAlone) {
     const std::string text =
         airText(profileOf(joined({ssidElement("net"), rsnElement(2)}), kFixed));

@@ -30,11 +30,12 @@ std::size_t digitsAt(std::string_view text, unsigned base) {
     return static_cast<std::size_t>(end - text.begin());
 }
 
-// Splits off the first line.
+// Splits off the first line, which a line feed, a carriage return or both end.
 std::string_view takeLine(std::string_view& text) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
     std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
+    text.remove_prefix(end);
+    text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
     while (!line.empty() && isSpace(line.back())) line.remove_suffix(1);
     return line;
 }
@@ -62,13 +63,18 @@ struct DumpFormat {
     std::size_t maxGap;      // blanks between octets; more of them end the octets
     unsigned base = 16;      // of an offset
     bool hasTitles = false;  // lines without an offset belong to the format
+    bool hasWords = true;    // false: several octets together are a word of the machine
 };
+
+constexpr std::size_t kAnyGap = 64;
 
 constexpr DumpFormat kFormats[] = {
     {"tcpdump -x", "0x", 4, 8, ":", 1, 1, 16, true},
     {"xxd", "", 4, 16, ":", 1, 1},
     {"hexdump", "", 4, 8, "", 2, 2},
-    {"od", "", 7, 7, "", 1, 1, 8},
+    {"od", "", 7, 7, "", 1, kAnyGap, 8, false, false},   // without -A
+    {"od", "", 7, 7, "", 1, kAnyGap, 10, false, false},  // -A d
+    {"od", "", 6, 6, "", 1, kAnyGap, 16, false, false},  // -A x
 };
 
 // Takes the offset at the start of a line and the blanks after it; absent if there is none.
@@ -106,6 +112,11 @@ bool appendGroups(std::vector<std::uint8_t>& octets, std::string_view line, std:
     return true;
 }
 
+bool beginsWithWord(std::string_view line) {
+    const std::size_t digits = digitsAt(line, 16);
+    return digits == 4 || digits == 8 || digits == 16;
+}
+
 // Absent if the text has no line of the format.
 std::optional<DumpResult> readFormat(std::string_view text, const DumpFormat& format) {
     HexDump dump{.octets = {}, .format = format.name};
@@ -126,6 +137,10 @@ std::optional<DumpResult> readFormat(std::string_view text, const DumpFormat& fo
             return Unexpected(atLine(number, "its offset is " + std::to_string(*offset) + ", but " +
                                                  std::to_string(dump.octets.size()) +
                                                  " octets stand before it"));
+        }
+        if (!format.hasWords && beginsWithWord(line)) {
+            return Unexpected(
+                atLine(number, "words have no known order of octets; print single octets"));
         }
         if (!appendGroups(dump.octets, line, format.maxGap)) {
             if (dump.lines == 0) return std::nullopt;
@@ -264,15 +279,57 @@ DumpResult readPlain(std::string_view text) {
     return dump;
 }
 
+// --- Arrays of C ---
+
+// Keeps the ends of lines, so that the numbers of lines stay.
+void blank(std::string& text, std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < std::min(end, text.size()); ++i) {
+        if (text[i] != '\n' && text[i] != '\r') text[i] = ' ';
+    }
+}
+
+void blankComments(std::string& text) {
+    for (std::size_t at = 0; (at = text.find('/', at)) != std::string::npos; ++at) {
+        const std::string_view rest = std::string_view(text).substr(at);
+        if (rest.starts_with("/*")) {
+            const std::size_t end = text.find("*/", at + 2);
+            blank(text, at, end == std::string::npos ? end : end + 2);
+        } else if (rest.starts_with("//")) {
+            blank(text, at, text.find_first_of("\r\n", at));
+        }
+    }
+}
+
+// Returns the items of the one array, with blanks in place of all else; absent if there is none.
+std::optional<std::string> arrayItemsOf(std::string_view text) {
+    std::string items(text);
+    blankComments(items);
+    const std::size_t open = items.find('{');
+    const std::size_t end = items.find('}');
+    if (end == std::string::npos || open > end) return std::nullopt;
+    if (items.find('{', open + 1) != std::string::npos) return std::nullopt;
+    blank(items, 0, open);
+    blank(items, end, items.size());
+    return items;
+}
+
 }  // namespace
 
 DumpResult readHexDump(std::string_view text) {
-    auto plain = readPlain(text);
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     std::optional<DumpResult> dump = readScan(text);
+    // A text may begin as in one format and go on as in another.
     for (const DumpFormat& format : kFormats) {
-        if (!dump) dump = readFormat(text, format);
+        if (dump && *dump) break;
+        auto read = readFormat(text, format);
+        if (read && (!dump || *read)) dump = std::move(read);
     }
-    return dump ? *std::move(dump) : std::move(plain);
+    if (dump) return *std::move(dump);
+    auto plain = readPlain(text);
+    if (plain) return plain;
+    const auto items = arrayItemsOf(text);
+    return items ? readPlain(*items) : std::move(plain);
 }
 
 }  // namespace halvane::tool

@@ -20,7 +20,7 @@ struct HexDump {
 
 // Reads the output of tcpdump -x or -X, xxd, hexdump -C, od -tx1, a packet viewer's copy, the
 // elements that iw -u prints undecoded, and plain text: pairs of digits that blanks, ':', '-', ','
-// or "0x" and "\x" may separate.
+// or "0x" and "\x" may separate, or an array of C. A byte order mark may stand before the text.
 //
 // A column of offsets is no data; each offset must be the number of octets before it. An error says
 // what is wrong in which line.

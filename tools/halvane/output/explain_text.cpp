@@ -268,14 +268,14 @@ std::string explainText(const air::BssProfile& profile, air::Octets elements) {
     const SourceNames names(elements);
     std::string text;
     for (const Row& row : rowsOf(profile, names)) {
-        std::string head = padded(row.what, kValueColumn) + row.value;
-        if (row.because.empty()) {
-            text += head + '\n';
-            continue;
-        }
-        if (head.size() >= kReasonColumn) {
-            text += head + '\n';
-            head.clear();
+        std::string head = padded(row.what, kValueColumn);
+        const bool hasOwnLines =
+            row.because.empty() || head.size() + row.value.size() >= kReasonColumn;
+        if (hasOwnLines) {
+            text += paragraph(std::exchange(head, {}), row.value, kValueColumn);
+            if (row.because.empty()) continue;
+        } else {
+            head += row.value;
         }
         text += paragraph(padded(head, kReasonColumn), row.because, kReasonColumn);
     }
