@@ -62,20 +62,21 @@ bool hasShortGuard(const CapabilityElements& capabilities, int width) {
                        : ht.isShortGuardInterval20Supported();
 }
 
-int vhtWidth(const VhtCapabilities& vht, int width) {
-    constexpr int kWidestOfAll = 80;
+// The streams at 160 MHz. The BSS shows that the radio has its width, even if the Supported Channel
+// Width Set denies it.
+int vhtStreamsAt160(const VhtCapabilities& vht, int streams) {
     const bool has160 = vht.streamsAt160(kMostStreams) > 0;
-    return std::min(width, has160 ? 160 : kWidestOfAll);
+    return has160 ? vht.streamsAt160(streams) : streams;
 }
 
 std::optional<PhyRate> vhtRate(const CapabilityElements& capabilities, int bssWidth) {
     const auto& vht = *capabilities.vht;
-    const int width = vhtWidth(vht, bssWidth);
+    const int width = std::min(bssWidth, 160);
     std::optional<PhyRate> best;
     for (int streams = 1; streams <= kMostStreams; ++streams) {
         const auto mcs = vht.rxMcs.highestMcs(streams);
         if (!mcs) continue;
-        const int usable = width == 160 ? vht.streamsAt160(streams) : streams;
+        const int usable = width == 160 ? vhtStreamsAt160(vht, streams) : streams;
         const auto rate =
             highestPhyRate({Phy::Vht, width, usable, *mcs, hasShortGuard(capabilities, width)});
         if (rate && (!best || rate->hundredKbit > best->hundredKbit)) best = rate;

@@ -80,6 +80,16 @@ TEST(AirProfile, DerivesAChannelOf80Mhz) {
     EXPECT_EQ(profile.streams(), 2);
 }
 
+// The capabilities deny 160 MHz, but the network uses it: 2 streams, MCS 9, long guard interval.
+TEST(AirProfile, TellsTheRateOfVhtAtTheWidthOfTheNetwork) {
+    const auto profile =
+        profileOf(joined({ssidElement("wide"), element(3, {36}), kHt, htOperation(36, 1), kVht,
+                          hexElement(192, "01 2A 32 FCFF")}),
+                  kOpen);
+    EXPECT_EQ(profile.channel.span->width, 160);
+    EXPECT_DOUBLE_EQ((*profile.rates.vht)->mbps(), 1560.0);
+}
+
 // Tables 11-23 and 11-24: |CCFS1 - CCFS0| decides, and CCFS2 of HT Operation stands in for CCFS1.
 TEST(AirProfile, DerivesWiderChannelsFromTwoCentres) {
     struct Row {

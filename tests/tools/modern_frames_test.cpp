@@ -136,12 +136,6 @@ const std::map<std::string, Reader>& readers() {
     return all;
 }
 
-// The VHT Capabilities of these two frames exclude 160 MHz (Supported Channel Width Set 0, no
-// Extended NSS BW), so that VHT stations get the rate of 80 MHz. The table takes the BSS's width.
-bool isRightOtherwise(const Row& row) {
-    return row.key == "rate_vht" && row.file == "wlanpi_fakeap_127.pcap";
-}
-
 TEST(ModernFrames, HaveTheProfilesThatWereWorkedOut) {
     const std::filesystem::path folder = HALVANE_MODERN;
     if (!std::filesystem::exists(folder / "EXPECTED.tsv")) GTEST_SKIP() << "no " << folder;
@@ -150,7 +144,6 @@ TEST(ModernFrames, HaveTheProfilesThatWereWorkedOut) {
     for (const Row& row : readRows(folder / "EXPECTED.tsv")) {
         const auto reader = readers().find(row.key);
         if (reader == readers().end() || row.value.find("AMBIGUOUS") != std::string::npos) continue;
-        if (isRightOtherwise(row)) continue;
         if (!profiles.contains(row.file)) profiles[row.file] = profilesIn(folder / row.file);
         const auto found = profiles[row.file].find(row.frame);
         ASSERT_NE(found, profiles[row.file].end()) << row.file << ' ' << row.frame;
