@@ -217,7 +217,13 @@ inline constexpr auto kProperties<air::NontransmittedBss> = std::tuple_cat(
     },
     networkProperties([](const air::NontransmittedBss& item) -> const air::BssProfile& {
         return item.profile;
-    }));
+    }),
+    std::tuple{
+        Property{"findings",
+                 [](const air::NontransmittedBss& item) -> const std::vector<air::Finding>& {
+                     return item.profile.findings;
+                 }},
+    });
 
 template <>
 inline constexpr auto kProperties<MultipleBssidView> = std::tuple{
