@@ -73,6 +73,9 @@ class ElementIndex {
         return decode<T>(element, element.body);
     }
 
+    // Whether the BSS has one of elements() of its own, instead of inheriting it.
+    bool isOwn(const Element& element) const { return numberOf(element) < ownCount_; }
+
     // Whether decode() has found one of elements() whole, or the sender has, so that nobody decodes
     // it once more to know. It is false for some that are whole.
     bool isKnownWhole(const Element& element) const {

@@ -101,7 +101,7 @@ class FormWalk {
             tellOnce(Kind::ElementTooShort, source);
         }
         lookAtRepetition(element.id, source);
-        lookAtOrder(element.id, source);
+        if (index_.isOwn(element)) lookAtOrder(element.id, source);
     }
 
   private:

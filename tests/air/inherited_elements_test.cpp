@@ -91,4 +91,16 @@ TEST(AirInheritedElements, TellTheDamageOfANetworksOwn) {
     EXPECT_FALSE(isCut(profile.nontransmitted[1].profile));
 }
 
+// A network's own elements come first in the list, whatever their place in a beacon would be.
+TEST(AirInheritedElements, StandInNoOrderWithANetworksOwn) {
+    const Bytes rates = element(1, {0x8C, 0x12});
+    const Bytes rsn = halvane::testing::rsnElement(8);
+    const auto profile = profileOf(beacon(rates, {network(1, rsn)}), kFixed);
+    ASSERT_EQ(profile.nontransmitted.size(), 1u);
+    const auto isOrder = [](const Finding& finding) {
+        return finding.kind == FindingKind::ElementOrder;
+    };
+    EXPECT_TRUE(std::ranges::none_of(profile.nontransmitted[0].profile.findings, isOrder));
+}
+
 }  // namespace
