@@ -8,6 +8,8 @@
 #include <tins/dot11/dot11_beacon.h>
 #include <vector>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/element_range.h"
 #include "halvane/air/profile.h"
 

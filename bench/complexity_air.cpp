@@ -1,15 +1,18 @@
 // The decoder of today's networks: the walk over elements, and profiles of hostile frames.
 //
 // The size of a row is in octets, so that its constant is the time of each octet.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
 #include "halvane/air/inheritance.h"
 #include "halvane/air/multi_link.h"
 #include "halvane/air/profile.h"
+#include "halvane/base/mac_address.h"
 
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"

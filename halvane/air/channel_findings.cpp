@@ -5,6 +5,7 @@
 #include "halvane/air/channel.h"
 #include "halvane/air/channel_use.h"
 #include "halvane/air/ds_parameter_set.h"
+#include "halvane/air/eht_operation.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/he_operation.h"
 #include "halvane/air/ht_operation.h"

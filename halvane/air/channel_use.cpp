@@ -4,6 +4,9 @@
 #include <cstdlib>
 
 #include "halvane/air/channel_use_internal.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/secondary_channel_offset.h"
+#include "halvane/air/source.h"
 
 namespace halvane::air {
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bitset>
 #include <cstdint>
+#include <optional>
+#include <utility>
 
 #include "halvane/air/non_inheritance.h"
 #include "halvane/base/byte_cursor.h"

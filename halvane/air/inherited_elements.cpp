@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "halvane/air/element_id.h"
 #include "halvane/air/inherited_elements_internal.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/whole_element_internal.h"

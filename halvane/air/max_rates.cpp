@@ -3,7 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "halvane/air/eht_mcs_sets.h"
+#include "halvane/air/element_id.h"
+#include "halvane/air/ht_mcs_set.h"
 #include "halvane/air/max_rates_internal.h"
+#include "halvane/air/mcs_map.h"
+#include "halvane/air/source.h"
 
 namespace halvane::air {
 

@@ -1,6 +1,7 @@
 #include "halvane/air/multi_link.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "halvane/air/element_codec_internal.h"
 #include "halvane/air/multi_link_internal.h"

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "halvane/air/element_codec_internal.h"
+#include "halvane/air/field_sink.h"
 #include "halvane/air/multi_link.h"
 
 namespace halvane::air {

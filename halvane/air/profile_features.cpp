@@ -1,9 +1,15 @@
 #include <optional>
 
+#include "halvane/air/element_id.h"
 #include "halvane/air/extended_capabilities.h"
+#include "halvane/air/he_mac_capabilities.h"
+#include "halvane/air/he_phy_capabilities.h"
 #include "halvane/air/profile_features_internal.h"
+#include "halvane/air/rsnx.h"
 #include "halvane/air/suite_types_internal.h"
+#include "halvane/air/vht_capabilities.h"
 #include "halvane/air/wmm.h"
+#include "halvane/air/wps_summary.h"
 
 namespace halvane::air {
 

@@ -8,6 +8,7 @@
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/element_index_internal.h"
 #include "halvane/air/multi_link.h"
+#include "halvane/air/neighbor.h"
 #include "halvane/air/source.h"
 #include "halvane/base/mac_address.h"
 

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "halvane/base/oui.h"
+
 namespace halvane::air {
 
 namespace {

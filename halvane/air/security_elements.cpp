@@ -1,7 +1,11 @@
+#include <cstdint>
+
+#include "halvane/air/element_id.h"
 #include "halvane/air/osen.h"
 #include "halvane/air/rsn_override.h"
 #include "halvane/air/security_elements_internal.h"
 #include "halvane/air/wapi.h"
+#include "halvane/base/oui.h"
 
 namespace halvane::air {
 

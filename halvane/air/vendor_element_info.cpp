@@ -3,8 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
+#include <span>
+#include <string_view>
 #include <tuple>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/device_name.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/element_info.h"
@@ -20,6 +24,7 @@
 #include "halvane/air/wpa.h"
 #include "halvane/air/wps_summary.h"
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/oui.h"
 
 namespace halvane::air {
 

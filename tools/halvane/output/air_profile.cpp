@@ -2,7 +2,9 @@
 
 #include <cstdint>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/base/mac_address.h"
+#include "halvane/ie/mac.h"
 
 namespace halvane::tool {
 

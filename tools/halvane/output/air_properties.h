@@ -5,6 +5,7 @@
 #define TOOLS_HALVANE_OUTPUT_AIR_PROPERTIES_H
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -12,13 +13,17 @@
 #include <vector>
 
 #include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
 #include "halvane/air/feature.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/neighbor.h"
+#include "halvane/air/phy_rate.h"
 #include "halvane/air/profile.h"
+#include "halvane/air/rule.h"
 #include "halvane/air/security.h"
 #include "halvane/air/suite.h"
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
 
 #include "tools/halvane/output/property_table.h"

@@ -1,5 +1,8 @@
 #include "tools/halvane/output/record_json.h"
 
+#include "halvane/air/bss_profile.h"
+#include "halvane/air/element_range.h"
+
 #include "tools/halvane/output/air_profile.h"
 #include "tools/halvane/output/air_properties.h"
 #include "tools/halvane/output/element_json.h"
