@@ -61,7 +61,7 @@ class Neighbors {
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
     // REQUIRES: index < size().
-    const Neighbor& operator[](std::size_t index) const { return items_[index]; }
+    const Neighbor& operator[](std::size_t index) const { return begin()[index]; }
 
     friend bool operator==(const Neighbors& a, const Neighbors& b) {
         return std::ranges::equal(a, b);
