@@ -32,7 +32,6 @@ namespace {
 
 using air::Band;
 using air::ChannelWidth;
-using air::ElementId;
 
 struct Contradiction {
     AccessPoint accessPoint{};

@@ -169,17 +169,17 @@ std::optional<std::vector<std::uint8_t>> elementOf(std::uint8_t id, std::vector<
 // What stands before the data of an element, around one number.
 struct ScanHead {
     std::string_view before;
-    unsigned base;
     std::string_view after;
+    std::string_view prefix;  // digits of the octets before the number in the body
+    unsigned base;
     std::optional<std::uint8_t> id{};  // absent: the number is that of the element
-    std::string_view prefix{};         // digits of the octets before the number in the body
 };
 
 constexpr ScanHead kScanHeads[] = {
-    {"Unknown IE (", 10, "):"},
-    {"Unknown Extension ID (", 10, "):", 255},
-    {"MS/WiFi 0x", 16, ", data:", 221, "0050f2"},
-    {"WFA 0x", 16, ", data:", 221, "506f9a"},
+    {"Unknown IE (", "):", "", 10},
+    {"Unknown Extension ID (", "):", "", 10, 255},
+    {"MS/WiFi 0x", ", data:", "0050f2", 16, 221},
+    {"WFA 0x", ", data:", "506f9a", 16, 221},
 };
 
 // "Unknown IE (216): 01 02" and its like.
