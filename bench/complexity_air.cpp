@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "halvane/air/bss_profile.h"
+#include "halvane/air/channel.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
 #include "halvane/air/inheritance.h"
