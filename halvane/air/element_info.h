@@ -22,7 +22,7 @@ namespace halvane::air {
 struct ElementInfo {
     ElementId id;
     std::string_view name;    // as in table 9-92
-    std::string_view clause;  // of IEEE 802.11-2020, or with its amendment: "9.4.2.311 of 802.11be"
+    std::string_view clause;  // of IEEE 802.11-2020, or with its amendment: "802.11be 9.4.2.311"
     ElementDecoder decoder{};
 };
 

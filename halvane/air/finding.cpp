@@ -165,7 +165,7 @@ constexpr FindingInfo kFindings[] = {
      "Set the country: channels and power depend on it.", "9.4.2.8"},
     {Kind::CountryMissingOnDfs, Severity::Note, "country-missing",
      "No country on a channel with radar detection.",
-     "Set the country: channels and power depend on it.", "11.8.2"},
+     "Set the country: channels and power depend on it.", "9.3.3.2"},
     // Multiple BSSs and links
     {Kind::MldSecurityDiffers, Severity::Error, "mld-security",
      "The links of a multi-link device differ in security.", "Look at the access point's software.",

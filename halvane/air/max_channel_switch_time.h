@@ -1,4 +1,4 @@
-// Max Channel Switch Time (IEEE 802.11-2020, 9.4.2): how long an access point is silent while
+// Max Channel Switch Time (IEEE 802.11-2020): how long an access point is silent while
 // it changes the channel.
 #ifndef HALVANE_AIR_MAX_CHANNEL_SWITCH_TIME_H
 #define HALVANE_AIR_MAX_CHANNEL_SWITCH_TIME_H

@@ -64,7 +64,7 @@ constexpr RuleInfo kRules[] = {
     {Rule::SecurityRsnWpa, "The key management suites of RSN and WPA.", "9.4.2.24.3"},
     {Rule::SecurityWpa, "The key management suites of WPA; there is no RSN element.", "WPA 3.1"},
     {Rule::SecurityOsen, "An OSEN element; there is no RSN element.", "Hotspot 2.0 R3"},
-    {Rule::SecurityWapi, "A WAPI element; there is no RSN element.", "9.4.2"},
+    {Rule::SecurityWapi, "A WAPI element; there is no RSN element.", "GB 15629.11"},
     {Rule::SecurityPrivacyBit, "The privacy bit is set, and no element tells of keys: WEP.",
      "9.4.1.4"},
     {Rule::SecurityOweTransition,

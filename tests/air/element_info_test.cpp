@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <regex>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -153,6 +155,37 @@ TEST(ElementDecoders, AreAllTried) {
         EXPECT_TRUE(std::ranges::any_of(kVendorSamples, [&](const auto& sample) {
             return sample.oui == info.oui && sample.type == info.type;
         })) << info.name;
+    }
+}
+
+// A clause stands alone or after its amendment; a document alone where it stands as a whole.
+TEST(ElementInfo, NamesAClauseForEachElement) {
+    const std::regex form(R"((802\.11[a-z]{1,2} |)9\.4\.2\.[0-9]+|12\.2\.9)"
+                          R"(|802\.11(-2020|[a-z]{2})|RFC [0-9]+|known from the field)");
+    for (const ElementInfo& info : elementInfos()) {
+        EXPECT_TRUE(std::regex_match(std::string(info.clause), form))
+            << info.name << ": \"" << info.clause << '"';
+    }
+}
+
+// Clauses of single elements that are not those of the elements beside them.
+TEST(ElementInfo, NamesTheClausesOfSingleElements) {
+    const std::pair<int, std::string_view> clauses[] = {
+        {204, "9.4.2.168"},        {205, "9.4.2.169"},     {256 + 1, "802.11ai"},
+        {256 + 9, "9.4.2.172"},    {256 + 10, "9.4.2.10"}, {256 + 14, "9.4.2.174"},
+        {256 + 52, "802.11-2020"}, {256 + 54, "12.2.9"},   {256 + 89, "9.4.2.242"},
+    };
+    for (const auto& [number, clause] : clauses) {
+        EXPECT_EQ(elementInfo(ElementId(number))->clause, clause) << number;
+    }
+}
+
+// Two elements of one clause: one of them has the other's.
+TEST(ElementInfo, NamesNoClauseTwice) {
+    std::set<std::string_view> clauses;
+    for (const ElementInfo& info : elementInfos()) {
+        if (info.clause.find("9.4.2.") == std::string_view::npos) continue;
+        EXPECT_TRUE(clauses.insert(info.clause).second) << info.name << ": " << info.clause;
     }
 }
 
