@@ -173,7 +173,7 @@ constexpr FindingInfo kFindings[] = {
     {Kind::MldAddressIsBssid, Severity::Note, "mld-address",
      "The address of the multi-link device is that of a link.", "", "802.11be 35.3.3"},
     {Kind::ProfileIndexInvalid, Severity::Warning, "profile-index",
-     "A profile of Multiple BSSID has no index, or one that is taken or out of range.",
+     "Multiple BSSID has a size out of range, or an index that is missing, taken or out of range.",
      "Look at the access point's software.", "9.4.2.73"},
     {Kind::ColorDisabled, Severity::Note, "color-disabled",
      "The BSS colour is switched off: spatial reuse does not work.", "", "802.11ax 26.17.3"},

@@ -44,7 +44,7 @@ constexpr auto kMayRepeat = [] {
     return mayRepeat;
 }();
 
-// The order of the elements that every beacon has (table 9-32). Those that are not here stand
+// The order of the elements that most beacons have (table 9-32). Those that are not here stand
 // between any of them.
 constexpr std::array kOrder = {
     ElementId::Ssid,
@@ -60,12 +60,23 @@ constexpr std::array kOrder = {
     ElementId::ExtendedSupportedRates,
     ElementId::Rsn,
     ElementId::BssLoad,
+    ElementId::EdcaParameterSet,
+    ElementId::RmEnabledCapabilities,
+    ElementId::MobilityDomain,
     ElementId::HtCapabilities,
     ElementId::HtOperation,
+    ElementId::ExtendedCapabilities,
     ElementId::VhtCapabilities,
     ElementId::VhtOperation,
     ElementId::HeCapabilities,
     ElementId::HeOperation,
+};
+
+// These follow the last of kOrder, in any order among themselves.
+constexpr std::array kAfterOrder = {
+    ElementId::EhtOperation,
+    ElementId::MultiLink,
+    ElementId::EhtCapabilities,
 };
 
 // The place in that order plus 1, by the element's number.
@@ -73,6 +84,9 @@ constexpr auto kPlaces = [] {
     std::array<std::uint8_t, kNumbers> places{};
     std::uint8_t place = 0;
     for (const ElementId id : kOrder) places[static_cast<std::size_t>(id)] = ++place;
+    ++place;
+    for (const ElementId id : kAfterOrder) places[static_cast<std::size_t>(id)] = place;
+    places[static_cast<std::size_t>(ElementId::Vendor)] = ++place;
     return places;
 }();
 

@@ -95,7 +95,7 @@ void findInProfiles(const ProfileParts& parts, FindingCollector& findings) {
                    Kind::ProfileSsidMissing, source);
     if (!parts.faultyProfiles) return;
     findings.add(Kind::ProfileIndexInvalid, {{Origin::Element, ElementId::MultipleBssid,
-                                              static_cast<std::uint16_t>(*parts.faultyProfiles)}});
+                                              static_cast<std::uint32_t>(*parts.faultyProfiles)}});
 }
 
 }  // namespace

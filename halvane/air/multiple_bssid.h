@@ -24,7 +24,7 @@ inline constexpr std::uint8_t kNontransmittedProfile = 0;
 struct HALVANE_EXPORT MultipleBssid {
     static constexpr ElementId kId = ElementId::MultipleBssid;
 
-    std::uint8_t maxIndicator = 1;  // n: the set has up to 2^n BSSIDs
+    std::uint8_t maxIndicator = 1;  // n, from 1 to 8: the set has up to 2^n BSSIDs
     std::vector<Subelement> subelements{};
     ByteBuffer rest{};
 

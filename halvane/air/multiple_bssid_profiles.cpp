@@ -14,6 +14,11 @@ namespace {
 
 constexpr std::uint8_t kMaxIndicator = 46;
 
+// Whether an index, which has one octet, can tell the BSSIDs of a set of 2^maxIndicator apart.
+bool isSetSize(std::uint8_t maxIndicator) {
+    return maxIndicator >= 1 && maxIndicator <= 8;
+}
+
 template <typename T>
 std::optional<T> firstOf(std::span<const Element> elements) {
     const auto found = std::ranges::find(elements, T::kId, &Element::id);
@@ -30,6 +35,7 @@ class Gatherer {
         ByteCursor cursor(container.body);
         const auto maxIndicator = cursor.u8();
         if (!maxIndicator) return;
+        if (!isSetSize(*maxIndicator)) noteFault(container.offset);
         bool isFirst = true;
         while (true) {
             const auto id = cursor.u8();
@@ -52,7 +58,7 @@ class Gatherer {
             index ? nontransmittedBssid(transmitted_, maxIndicator_, index->index) : std::nullopt;
         const bool isNew =
             bssid && !std::ranges::count(profiles_, *bssid, &NontransmittedProfile::bssid);
-        if (!isNew || !isInSet(index->index)) noteFault();
+        if (!isNew || !isInSet(index->index)) noteFault(openElement_);
         if (!capability || !isNew || isFull()) return;
         open_.bssid = *bssid;
         open_.index = *index;
@@ -67,8 +73,9 @@ class Gatherer {
     bool isInSet(std::uint8_t index) const {
         return std::uint64_t{index} < std::uint64_t{1} << maxIndicator_;
     }
-    void noteFault() {
-        if (!faultyElement_) faultyElement_ = openElement_;
+    // Keeps the first: a profile ends only with the element after its own.
+    void noteFault(std::size_t offset) {
+        faultyElement_ = std::min(faultyElement_.value_or(offset), offset);
     }
     bool isFull() const { return profiles_.size() == kMaxNontransmittedProfiles; }
 

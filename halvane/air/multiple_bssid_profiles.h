@@ -57,8 +57,9 @@ class HALVANE_EXPORT MultipleBssidProfiles {
 
     // In the frame's order.
     const std::vector<NontransmittedProfile>& profiles() const { return profiles_; }
-    // The offset of the first Multiple BSSID element that begins a profile whose index is missing,
-    // taken, or not from 1 to 2^maxIndicator - 1. Absent if there is none.
+    // The offset of the first Multiple BSSID element whose indicator is not from 1 to 8, or that
+    // begins a profile whose index is missing, taken, or not from 1 to 2^maxIndicator - 1. Absent
+    // if there is none.
     std::optional<std::size_t> faultyElement() const { return faultyElement_; }
     // The elements that hold for the network of one of profiles(). Takes time in proportion to the
     // profile's elements and up to kMaxInheritedElements of the sender's.

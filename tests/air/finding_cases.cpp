@@ -262,9 +262,18 @@ const Cases kLinks = {
     // Only the second element has the fault.
     {Kind::ProfileIndexInvalid, opened("71=02" + profile("550101") + ";71=02" + profile("550101")),
      "71@12", opened("71=02" + profile("550101") + ";71=02" + profile("550102"))},
+    {Kind::ProfileIndexInvalid, opened("0=61;71=00"), "71@3", opened("0=61;71=01")},
+    {Kind::ProfileIndexInvalid, opened("71=09" + profile("550101")), "71@0",
+     opened("71=08" + profile("550101"))},
+    // The first of two faulty elements, though its profile ends with the second.
+    {Kind::ProfileIndexInvalid, opened("71=02" + profile("000162") + ";71=00"), "71@0",
+     opened("71=02" + profile("550101") + ";71=08")},
     {Kind::ColorDisabled, opened("0=61;255/36=000000 85 FCFF"), "255/36@3",
      opened("255/36=000000 05 FCFF")},
 };
+
+// EDCA Parameter Set, whose fields do not matter.
+const std::string kEdca = "12=" + std::string(36, '0');
 
 const Cases kForm = {
     {Kind::FrameCut, opened("0=61;x=301401"), "48@3", opened("0=61;48=01")},
@@ -279,6 +288,19 @@ const Cases kForm = {
      opened("198=0100000000;198=0100000000")},
     {Kind::ElementDuplicated, opened("0=61;0=62"), "0@3", opened("221=00112233;221=00112233")},
     {Kind::ElementOrder, opened("0=61;3=06;1=82"), "1@6", opened("0=61;1=82;3=06")},
+    {Kind::ElementOrder, opened(kEdca + ";11=0100000000"), "11@20",
+     opened("11=0100000000;" + kEdca)},
+    {Kind::ElementOrder, opened("54=000000;70=0000000000"), "70@5",
+     opened("70=0000000000;54=000000")},
+    {Kind::ElementOrder, opened("192=012A00FCFF;127=00"), "127@7", opened("127=00;192=012A00FCFF")},
+    {Kind::ElementOrder, opened("127=00;" + htOperation("0600")), "61@3",
+     opened(htOperation("0600") + ";127=00")},
+    {Kind::ElementOrder, opened("0=61;221=00112233;127=00"), "127@9",
+     opened("0=61;127=00;221=00112233;221=00112234")},
+    // EHT Operation, EHT Capabilities and Multi-Link follow HE Operation in any order.
+    {Kind::ElementOrder, opened("255/106=0000000000;255/36=00000000FCFF"), "255/36@8",
+     opened("255/36=00000000FCFF;255/106=0000000000;255/108=00;" + multiLink(kMld, "05", "0100") +
+            ";255/106=0000000000;221=00112233")},
     {Kind::ExtensionMissing, opened("0=61;255="), "255@3", opened("0=61;255/200=")},
     {Kind::FragmentAlone, opened("0=61;242=01"), "242@3",
      opened("221=" + std::string(510, '0') + ";242=01")},
