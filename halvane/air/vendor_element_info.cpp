@@ -34,7 +34,7 @@ constexpr std::string_view kWfaSource = "Wi-Fi Alliance";
 constexpr std::string_view kMakers = "IEEE registry";
 constexpr std::string_view kField = "known from the field";
 
-// A vendor's own row stands after those of its types.
+// A vendor's types in their order, then its own row.
 constexpr VendorElementInfo kVendors[] = {
     {kWPAOUI, 1, "WPA", kWfaSource, decoderOf<Wpa>()},
     {kWPAOUI, 2, "WMM", kWfaSource, decoderOf<Wmm>()},
@@ -44,12 +44,19 @@ constexpr VendorElementInfo kVendors[] = {
     {kWfaOUI, 10, "Wi-Fi Display", kWfaSource, decoderOf<WifiDisplay>()},
     {kWfaOUI, 16, "Hotspot 2.0 Indication", kWfaSource, decoderOf<HotspotIndication>()},
     {kWfaOUI, 18, "OSEN", kWfaSource, decoderOf<Osen>()},
+    {kWfaOUI, 19, "NAN", kWfaSource},
     {kWfaOUI, 22, "MBO-OCE", kWfaSource, decoderOf<MboOce>()},
-    {kWfaOUI, 28, "OWE Transition Mode", kWfaSource, decoderOf<OweTransitionMode>()},
     {kWfaOUI, 27, "Multi-AP", kWfaSource},
+    {kWfaOUI, 28, "OWE Transition Mode", kWfaSource, decoderOf<OweTransitionMode>()},
+    {kWfaOUI, 29, "Roaming Consortium Selection", kWfaSource},
+    {kWfaOUI, 30, "Configurator Connectivity", kWfaSource},
+    {kWfaOUI, 31, "SAE-PK", kWfaSource},
+    {kWfaOUI, 34, "QoS Management", kWfaSource},
+    {kWfaOUI, 35, "Wi-Fi Alliance Capabilities", kWfaSource},
     {kWfaOUI, 41, "RSN Override", kWfaSource, decoderOf<RsnOverride>()},
     {kWfaOUI, 42, "RSN Override 2", kWfaSource, decoderOf<RsnOverride2>()},
     {kWfaOUI, 43, "RSNX Override", kWfaSource, decoderOf<RsnxOverride>()},
+    {kWfaOUI, 44, "RSN Selection", kWfaSource},
     {kWfaOUI, std::nullopt, "Wi-Fi Alliance", kMakers},
     {ArubaDeviceName::kOui, 1, "Aruba Device Name", kField, decoderOf<ArubaDeviceName>()},
     {AironetDeviceName::kOui, 47, "Aironet Device Name", kField, decoderOf<AironetDeviceName>()},

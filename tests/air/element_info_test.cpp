@@ -129,6 +129,36 @@ TEST(ElementInfo, NamesElements) {
     EXPECT_EQ(nameOf(element(221, {0x50, 0x6F})), "Vendor Specific");
 }
 
+// The Wi-Fi Alliance's list of assigned numbers.
+TEST(ElementInfo, NamesTheElementsOfTheWiFiAlliance) {
+    const std::pair<std::uint8_t, std::string_view> names[] = {
+        {18, "OSEN"},
+        {19, "NAN"},
+        {27, "Multi-AP"},
+        {28, "OWE Transition Mode"},
+        {29, "Roaming Consortium Selection"},
+        {30, "Configurator Connectivity"},
+        {31, "SAE-PK"},
+        {34, "QoS Management"},
+        {35, "Wi-Fi Alliance Capabilities"},
+        {44, "RSN Selection"},
+    };
+    for (const auto& [type, name] : names) {
+        const Bytes body = {0x50, 0x6F, 0x9A, type};
+        ASSERT_NE(vendorElementInfo(body), nullptr);
+        EXPECT_EQ(vendorElementInfo(body)->name, name);
+    }
+}
+
+TEST(ElementInfo, OrdersTheTypesOfAVendor) {
+    const auto rows = vendorElementInfos();
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        if (rows[i].oui != rows[i - 1].oui) continue;
+        ASSERT_TRUE(rows[i - 1].type) << rows[i].name << " is hidden by the vendor's own row";
+        if (rows[i].type) EXPECT_LT(*rows[i - 1].type, *rows[i].type) << rows[i].name;
+    }
+}
+
 // Every prefix of a valid body, and every value of each of its octets: what decodes is encoded with
 // the same octets, and each of them is told.
 TEST(ElementDecoders, KeepEveryOctet) {
