@@ -22,12 +22,12 @@ struct Neighbor {
     std::optional<std::uint32_t> shortSsid{};  // CRC-32 of the name
     int operatingClass = 0;                    // of the global table of Annex E
     int channel = 0;
-    std::optional<Band> band{};      // of the operating class
-    std::optional<int> frequency{};  // MHz, of the channel
-    bool isSameSsid = false;
-    bool isCoLocated = false;     // in the same device
-    std::optional<double> psd{};  // dBm/MHz that the access point allows
-    std::optional<int> mldId{};   // 0: the multi-link device that sent the frame
+    std::optional<Band> band{};         // of the operating class
+    std::optional<int> frequency{};     // MHz, of the channel
+    std::optional<bool> isSameSsid{};   // as the sender's
+    std::optional<bool> isCoLocated{};  // in the same device
+    std::optional<double> psd{};        // dBm/MHz that the access point allows
+    std::optional<int> mldId{};         // 0: the multi-link device that sent the frame
     std::optional<int> linkId{};
 
     friend bool operator==(const Neighbor&, const Neighbor&) = default;

@@ -112,14 +112,10 @@ void takeCiphers(SecurityProfile& security, const Element& element, const Suite&
     if (!element.pairwise) security.pairwiseCiphers.push_back(fallback);
 }
 
-SecurityProfile securityProfileOf(const ElementIndex& index, const SecurityElements& elements) {
+// What RSN and WPA offer together, else OSEN or WAPI.
+void takeSuites(SecurityProfile& security, const SecurityElements& elements) {
     constexpr Suite kCcmp = {kRSNOUI, 4};
     constexpr Suite kWpaTkip = {kWPAOUI, 2};
-    SecurityProfile security;
-    security.name.value = securityOf(elements.offer);
-    const auto row = securityRowOf(index, elements.offer, *security.name);
-    security.name.rule = row.rule;
-    security.name.sources = row.sources;
     security.akms = elements.offer.rsnAkms;
     for (const Suite& akm : elements.offer.wpaAkms) addSuite(security.akms, akm);
     if (elements.offer.rsn == Reading::Whole) {
@@ -133,7 +129,20 @@ SecurityProfile securityProfileOf(const ElementIndex& index, const SecurityEleme
     } else if (*security.name == Security::Osen && elements.osen) {
         takeCiphers(security, *elements.osen, kCcmp);
         addSuites(security.akms, elements.osen->akms);
+    } else if (*security.name == Security::Wapi && elements.wapi) {
+        security.groupCipher = elements.wapi->multicast;
+        addSuites(security.pairwiseCiphers, elements.wapi->unicast);
+        addSuites(security.akms, elements.wapi->akms);
     }
+}
+
+SecurityProfile securityProfileOf(const ElementIndex& index, const SecurityElements& elements) {
+    SecurityProfile security;
+    security.name.value = securityOf(elements.offer);
+    const auto row = securityRowOf(index, elements.offer, *security.name);
+    security.name.rule = row.rule;
+    security.name.sources = row.sources;
+    takeSuites(security, elements);
     security.pmf.value = elements.offer.pmf;
     const bool hasCapabilities = elements.rsn && elements.rsn->capabilities;
     security.pmf.rule = hasCapabilities ? Rule::PmfRsn : Rule::PmfNoRsn;

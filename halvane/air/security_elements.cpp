@@ -74,6 +74,7 @@ SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
       rsnOverride2(rsnIn<RsnOverride2>(index, VendorKind::RsnOverride2)),
       osen(rsnIn<Osen>(index, VendorKind::Osen)),
       wpa(index.decode<Wpa>(VendorKind::Wpa)),
+      wapi(hasWapi(index) ? index.decode<Wapi>() : std::nullopt),
       rsnx(index.decode<Rsnx>()),
       rsnxOverride(rsnxOverrideIn(index)),
       wps(index.decode<WpsSummary>(VendorKind::Wps)) {

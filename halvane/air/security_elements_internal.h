@@ -8,6 +8,7 @@
 #include "halvane/air/rsn.h"
 #include "halvane/air/rsnx.h"
 #include "halvane/air/security.h"
+#include "halvane/air/wapi.h"
 #include "halvane/air/wpa.h"
 #include "halvane/air/wps_summary.h"
 
@@ -27,6 +28,7 @@ struct SecurityElements {
     std::optional<Rsn> rsnOverride2;
     std::optional<Rsn> osen;
     std::optional<Wpa> wpa;
+    std::optional<Wapi> wapi;
     std::optional<Rsnx> rsnx;
     std::optional<Rsnx> rsnxOverride;
     std::optional<WpsSummary> wps;

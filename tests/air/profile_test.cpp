@@ -267,6 +267,34 @@ TEST(AirProfile, TakesTheSuitesOfOsen) {
     EXPECT_EQ(beside.security.akms, (SuiteSet{{halvane::kRSNOUI, 2}}));
 }
 
+// GB 15629.11: a pre-shared key, an unknown AKM, and WPI-SMS4 twice.
+TEST(AirProfile, TakesTheSuitesOfWapi) {
+    constexpr std::string_view kSuites =
+        "0100 0200 00147202 00147263 0200 00147201 00147201 00147201 0000";
+    const Bytes wapi = hexElement(68, kSuites);
+    const auto security = profileOf(joined({ssidElement("net"), wapi}), kProtected).security;
+    EXPECT_EQ(*security.name, Security::Wapi);
+    ASSERT_EQ(security.akms.size(), 2u);
+    EXPECT_EQ(akmText(security.akms[0]), "WAI-PSK");
+    EXPECT_EQ(akmText(security.akms[1]), "00-14-72:99");
+    ASSERT_EQ(security.pairwiseCiphers.size(), 1u);
+    EXPECT_EQ(cipherText(security.pairwiseCiphers[0]), "WPI-SMS4");
+    ASSERT_TRUE(security.groupCipher);
+    EXPECT_EQ(cipherText(*security.groupCipher), "WPI-SMS4");
+    // RSN comes before it, and brings suites of its own.
+    const auto both = profileOf(joined({rsnElement(2), wapi}), kProtected).security;
+    EXPECT_EQ(*both.name, Security::Wpa2Personal);
+    EXPECT_EQ(both.akms.size(), 1u);
+}
+
+TEST(AirProfile, TakesNoSuitesOfADamagedWapi) {
+    const Bytes cut = hexElement(68, "0100 0100 00147202 0900 00147201 00147201 0000");
+    const auto security = profileOf(cut, kProtected).security;
+    EXPECT_EQ(*security.name, Security::Wapi);
+    EXPECT_TRUE(security.akms.empty() && security.pairwiseCiphers.empty());
+    EXPECT_FALSE(security.groupCipher);
+}
+
 TEST(AirProfile, TellsTheOpenHalfOfEnhancedOpen) {
     const auto profile = profileOf(hexElement(221, "506F9A1C 020000000001 03 6F7765"), kOpen);
     EXPECT_EQ(*profile.security.name, Security::EnhancedOpenTransition);
@@ -313,7 +341,8 @@ TEST(AirProfile, NamesPlacesPast64Kilobytes) {
         octets.insert(octets.end(), filler.begin(), filler.end());
     }
     const auto place = static_cast<std::uint32_t>(octets.size());
-    const Bytes end = joined({ssidElement("x"), hexElement(3, "06"), hexElement(45, "")});
+    const Bytes end =
+        joined({ssidElement("x"), hexElement(3, "06"), hexElement(45, ""), hexElement(71, "00")});
     octets.insert(octets.end(), end.begin(), end.end());
     const auto trailing = static_cast<std::uint32_t>(octets.size());
     octets.push_back(48);
@@ -324,12 +353,16 @@ TEST(AirProfile, NamesPlacesPast64Kilobytes) {
         if (finding.info().id == "element-too-short") {
             EXPECT_EQ(finding.sources[0].offset, place + 6);
         }
+        if (finding.info().id == "profile-index") {
+            EXPECT_EQ(finding.sources[0].offset, place + 8);
+        }
         if (finding.info().id == "frame-cut") {
             EXPECT_EQ(finding.sources[0].offset, trailing);
         }
     }
     EXPECT_TRUE(hasFinding(profile, "element-too-short"));
     EXPECT_TRUE(hasFinding(profile, "frame-cut"));
+    EXPECT_TRUE(hasFinding(profile, "profile-index"));
 }
 
 TEST(AirProfile, FindsDamage) {
@@ -373,6 +406,21 @@ TEST(AirProfile, TellsTheNetworksThatShareABeacon) {
 }
 
 // Basic Multi-Link: MLD address, link 2 of the sender, the profile of link 5.
+// Table 9-338: with 7 octets an offset and a BSSID, with 8 the BSS parameters too.
+TEST(AirProfile, LeavesOutWhatNothingTellsOfANeighbour) {
+    const auto neighborOf = [](std::string_view report) {
+        const auto profile = profileOf(hexElement(201, report), kOpen);
+        return profile.neighbors.empty() ? Neighbor() : profile.neighbors[0];
+    };
+    const Neighbor bare = neighborOf("0007 73 24 01 020000000A01");
+    EXPECT_TRUE(bare.bssid);
+    EXPECT_FALSE(bare.isSameSsid.has_value());
+    EXPECT_FALSE(bare.isCoLocated.has_value());
+    const Neighbor told = neighborOf("0008 73 24 01 020000000A01 02");
+    EXPECT_EQ(told.isSameSsid, true);
+    EXPECT_EQ(told.isCoLocated, false);
+}
+
 TEST(AirProfile, TellsTheLinksOfAnMld) {
     const auto profile = profileOf(
         extended(107, "1000 08 020000000A01 02 00 0A 3500 07 020000000A11 00"), kProtected);

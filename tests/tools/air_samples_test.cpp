@@ -156,7 +156,8 @@ TEST(AirSamples, TellOfTheAccessPointInTheSameDevice) {
     ASSERT_EQ(neighbors.size(), 1u);
     EXPECT_EQ(neighbors[0].bssid->text(), "02:1a:00:00:00:14");
     EXPECT_EQ(neighbors[0].frequency, frames[3].profile.channel.primaryFrequency);
-    EXPECT_TRUE(neighbors[0].isSameSsid && neighbors[0].isCoLocated);
+    EXPECT_EQ(neighbors[0].isSameSsid, true);
+    EXPECT_EQ(neighbors[0].isCoLocated, true);
 }
 
 TEST(AirSamples, HoldFourNetworksInOneBeacon) {

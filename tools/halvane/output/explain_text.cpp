@@ -225,7 +225,7 @@ void addOthers(std::vector<Row>& rows, const SourceNames& names, const air::BssP
                         (neighbor.bssid ? neighbor.bssid->text() : "-") + ", class " +
                             std::to_string(neighbor.operatingClass) + ", channel " +
                             std::to_string(neighbor.channel) +
-                            (neighbor.isCoLocated ? ", same device" : ""),
+                            (neighbor.isCoLocated == true ? ", same device" : ""),
                         std::string(air::ruleInfo(air::Rule::NeighborReport).sentence)});
     }
 }
