@@ -79,7 +79,7 @@ std::optional<Derived<int>> primaryOf(const ElementIndex& index, const Operation
 // --- Width ---
 
 // What the elements of a generation say, in numbers of the band's channels.
-struct WidthWord {
+struct ToldWidth {
     int width = 20;
     int center1 = 0;  // 0: 20 MHz at the primary channel
     int center2 = 0;
@@ -91,7 +91,7 @@ struct WidthWord {
 constexpr int kAdjacent = 8;
 constexpr int kApart = 16;
 
-WidthWord segmentsOf(int center1, int center2, Rule adjacent, Rule apart, Rule alone) {
+ToldWidth segmentsOf(int center1, int center2, Rule adjacent, Rule apart, Rule alone) {
     const int distance = std::abs(center2 - center1);
     const bool areBoth = center1 != 0 && center2 != 0;
     if (areBoth && distance == kAdjacent) return {160, center2, 0, adjacent};
@@ -99,15 +99,15 @@ WidthWord segmentsOf(int center1, int center2, Rule adjacent, Rule apart, Rule a
     return {80, center1, 0, alone};
 }
 
-std::optional<WidthWord> htWord(const OperationElements& operation) {
+std::optional<ToldWidth> toldByHt(const OperationElements& operation) {
     constexpr int kHalf = 2;  // channel numbers from the primary's centre to that of 40 MHz
     if (!operation.ht) return std::nullopt;
     const int primary = operation.ht->primaryChannel;
     switch (operation.ht->secondaryChannel()) {
         case SecondaryChannel::Above:
-            return WidthWord{40, primary + kHalf, 0, Rule::WidthHt};
+            return ToldWidth{40, primary + kHalf, 0, Rule::WidthHt};
         case SecondaryChannel::Below:
-            return WidthWord{40, primary - kHalf, 0, Rule::WidthHt};
+            return ToldWidth{40, primary - kHalf, 0, Rule::WidthHt};
         case SecondaryChannel::None:
         case SecondaryChannel::Reserved:
             break;
@@ -116,7 +116,7 @@ std::optional<WidthWord> htWord(const OperationElements& operation) {
 }
 
 // Tables 11-23 and 11-24. `center2` may come from HT Operation.
-std::optional<WidthWord> vhtWord(const VhtOperationInformation& information, int htCenter2) {
+std::optional<ToldWidth> toldByVht(const VhtOperationInformation& information, int htCenter2) {
     const int center1 = information.centerSegment0;
     const int center2 = information.centerSegment1;
     switch (information.channelWidth) {
@@ -128,64 +128,64 @@ std::optional<WidthWord> vhtWord(const VhtOperationInformation& information, int
             return segmentsOf(center1, center2, Rule::WidthVht160, Rule::WidthVht80Plus80,
                               Rule::WidthVht80);
         case 2:
-            return WidthWord{160, center1, 0, Rule::WidthVhtDeprecated};
+            return ToldWidth{160, center1, 0, Rule::WidthVhtDeprecated};
         case 3:
             if (center1 == 0 || center2 == 0) {
-                return WidthWord{80, center1, 0, Rule::WidthVhtDeprecated};
+                return ToldWidth{80, center1, 0, Rule::WidthVhtDeprecated};
             }
-            return WidthWord{160, center1, center2, Rule::WidthVhtDeprecated};
+            return ToldWidth{160, center1, center2, Rule::WidthVhtDeprecated};
         default:
             return std::nullopt;  // 0: HT decides; from 4 on reserved
     }
 }
 
-std::optional<WidthWord> vhtWord(const OperationElements& operation) {
+std::optional<ToldWidth> toldByVht(const OperationElements& operation) {
     if (!operation.vht) return std::nullopt;
     const int htCenter2 = operation.ht ? operation.ht->centerSegment2().value_or(0) : 0;
-    return vhtWord(operation.vht->information, htCenter2);
+    return toldByVht(operation.vht->information, htCenter2);
 }
 
-std::optional<WidthWord> sixGhzWord(const SixGhzOperationInformation& information) {
+std::optional<ToldWidth> toldBy6Ghz(const SixGhzOperationInformation& information) {
     using Width = SixGhzOperationInformation::ChannelWidth;
     const int center1 = information.centerSegment0;
     const int center2 = information.centerSegment1;
     switch (information.channelWidth()) {
         case Width::Mhz20:
-            return WidthWord{20, 0, 0, Rule::WidthHe6Ghz};
+            return ToldWidth{20, 0, 0, Rule::WidthHe6Ghz};
         case Width::Mhz40:
-            return WidthWord{40, center1, 0, Rule::WidthHe6Ghz};
+            return ToldWidth{40, center1, 0, Rule::WidthHe6Ghz};
         case Width::Mhz80:
-            return WidthWord{80, center1, 0, Rule::WidthHe6Ghz};
+            return ToldWidth{80, center1, 0, Rule::WidthHe6Ghz};
         case Width::Mhz160Or80Plus80:
             break;
     }
     return segmentsOf(center1, center2, Rule::WidthHe6Ghz, Rule::WidthHe6Ghz, Rule::WidthHe6Ghz);
 }
 
-std::optional<WidthWord> heWord(const OperationElements& operation) {
+std::optional<ToldWidth> toldByHe(const OperationElements& operation) {
     if (!operation.he) return std::nullopt;
-    if (operation.he->sixGhz) return sixGhzWord(*operation.he->sixGhz);
+    if (operation.he->sixGhz) return toldBy6Ghz(*operation.he->sixGhz);
     if (!operation.he->vht) return std::nullopt;
-    auto word = vhtWord(*operation.he->vht, 0);
-    if (word) word->rule = Rule::WidthHeVht;
-    return word;
+    auto told = toldByVht(*operation.he->vht, 0);
+    if (told) told->rule = Rule::WidthHeVht;
+    return told;
 }
 
-std::optional<WidthWord> ehtWord(const OperationElements& operation) {
+std::optional<ToldWidth> toldByEht(const OperationElements& operation) {
     using Width = EhtOperationInformation::ChannelWidth;
     if (!operation.eht || !operation.eht->information) return std::nullopt;
     const auto& information = *operation.eht->information;
     switch (information.channelWidth()) {
         case Width::Mhz20:
-            return WidthWord{20, 0, 0, Rule::WidthEht};
+            return ToldWidth{20, 0, 0, Rule::WidthEht};
         case Width::Mhz40:
-            return WidthWord{40, information.centerSegment0, 0, Rule::WidthEht};
+            return ToldWidth{40, information.centerSegment0, 0, Rule::WidthEht};
         case Width::Mhz80:
-            return WidthWord{80, information.centerSegment0, 0, Rule::WidthEht};
+            return ToldWidth{80, information.centerSegment0, 0, Rule::WidthEht};
         case Width::Mhz160:
-            return WidthWord{160, information.centerSegment1, 0, Rule::WidthEht};
+            return ToldWidth{160, information.centerSegment1, 0, Rule::WidthEht};
         case Width::Mhz320:
-            return WidthWord{320, information.centerSegment1, 0, Rule::WidthEht};
+            return ToldWidth{320, information.centerSegment1, 0, Rule::WidthEht};
         case Width::Reserved:
             break;
     }
@@ -193,19 +193,19 @@ std::optional<WidthWord> ehtWord(const OperationElements& operation) {
 }
 
 struct WidthSource {
-    std::optional<WidthWord> word;
+    std::optional<ToldWidth> told;
     ElementId id;
 };
 
 // The latest generation that tells a width decides. VHT elements at 2.4 GHz are a habit of vendors
 // and say nothing about the width.
-WidthSource widthWordOf(const OperationElements& operation, Band band) {
-    if (const auto word = ehtWord(operation)) return {word, ElementId::EhtOperation};
-    if (const auto word = heWord(operation)) return {word, ElementId::HeOperation};
+WidthSource toldWidthOf(const OperationElements& operation, Band band) {
+    if (const auto told = toldByEht(operation)) return {told, ElementId::EhtOperation};
+    if (const auto told = toldByHe(operation)) return {told, ElementId::HeOperation};
     if (band == Band::Ghz5) {
-        if (const auto word = vhtWord(operation)) return {word, ElementId::VhtOperation};
+        if (const auto told = toldByVht(operation)) return {told, ElementId::VhtOperation};
     }
-    if (const auto word = htWord(operation)) return {word, ElementId::HtOperation};
+    if (const auto told = toldByHt(operation)) return {told, ElementId::HtOperation};
     return {std::nullopt, ElementId::HtOperation};
 }
 
@@ -220,17 +220,17 @@ Derived<ChannelSpan> spanOf(const ElementIndex& index, const OperationElements& 
                             const ChannelUse& use) {
     Derived<ChannelSpan> span{{20, use.primaryFrequency, std::nullopt}, Rule::WidthDefault, {}};
     if (!use.band) return span;
-    const auto [word, id] = widthWordOf(operation, **use.band);
-    if (!word) return span;
-    span.rule = word->rule;
+    const auto [told, id] = toldWidthOf(operation, **use.band);
+    if (!told) return span;
+    span.rule = told->rule;
     span.sources.push_back(index.sourceOf(id));
-    if (word->rule == Rule::WidthVhtExtendedNss) {
+    if (told->rule == Rule::WidthVhtExtendedNss) {
         span.sources.push_back(index.sourceOf(ElementId::HtOperation));
     }
-    span.value.width = word->width;
-    if (word->width == 20) return span;
-    span.value.center1 = frequencyOfCenter(**use.band, word->center1);
-    span.value.center2 = frequencyOfCenter(**use.band, word->center2);
+    span.value.width = told->width;
+    if (told->width == 20) return span;
+    span.value.center1 = frequencyOfCenter(**use.band, told->center1);
+    span.value.center2 = frequencyOfCenter(**use.band, told->center2);
     return span;
 }
 
@@ -248,8 +248,8 @@ std::optional<Derived<std::uint16_t>> puncturedOf(const ElementIndex& index,
                                   {index.sourceOf(ElementId::EhtOperation)}};
 }
 
-std::optional<int> widthIn(const std::optional<WidthWord>& word) {
-    return word ? std::optional(word->width) : std::nullopt;
+std::optional<int> widthIn(const std::optional<ToldWidth>& told) {
+    return told ? std::optional(told->width) : std::nullopt;
 }
 
 }  // namespace
@@ -271,19 +271,19 @@ ChannelUse channelUseOf(const ElementIndex& index, const OperationElements& oper
 
 std::optional<int> htWidthOf(const OperationElements& operation) {
     if (!operation.ht) return std::nullopt;
-    return widthIn(htWord(operation)).value_or(20);
+    return widthIn(toldByHt(operation)).value_or(20);
 }
 
 std::optional<int> vhtWidthOf(const OperationElements& operation) {
-    return widthIn(vhtWord(operation));
+    return widthIn(toldByVht(operation));
 }
 
 std::optional<int> heWidthOf(const OperationElements& operation) {
-    return widthIn(heWord(operation));
+    return widthIn(toldByHe(operation));
 }
 
 std::optional<int> ehtWidthOf(const OperationElements& operation) {
-    return widthIn(ehtWord(operation));
+    return widthIn(toldByEht(operation));
 }
 
 }  // namespace halvane::air

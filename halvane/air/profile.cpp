@@ -221,6 +221,7 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors
                                 operation, capabilities,         security,    profile,
                                 multiLink, sharers.faultyElement};
     findInSecurity(parts, findings);
+    findInKeyManagement(parts, findings);
     findInChannel(parts, findings);
     findInRates(parts, findings);
     findInNames(parts, findings);

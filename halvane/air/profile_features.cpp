@@ -15,9 +15,6 @@ namespace halvane::air {
 
 namespace {
 
-constexpr SuiteTypes kFtAkms = {3, 4, 9, 13, 16, 17, 19, 22, 25};
-constexpr SuiteTypes kFilsAkms = {14, 15, 16, 17};
-
 // Collects features in the order of their enumerators, which is that of the calls.
 class FeatureList {
   public:

@@ -68,6 +68,7 @@ class FindingCollector {
 
 // Each looks at one group of findings.
 void findInSecurity(const ProfileParts& parts, FindingCollector& findings);
+void findInKeyManagement(const ProfileParts& parts, FindingCollector& findings);
 void findInChannel(const ProfileParts& parts, FindingCollector& findings);
 void findInRates(const ProfileParts& parts, FindingCollector& findings);
 void findInNames(const ProfileParts& parts, FindingCollector& findings);

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "halvane/air/offered_akms_internal.h"
+#include "halvane/air/suite_types_internal.h"
 #include "halvane/base/oui.h"
 
 namespace halvane::air {
@@ -45,32 +47,40 @@ enum Kind : unsigned {
     kDpp = 1u << 8,
 };
 
+struct TypesOfKind {
+    SuiteTypes types;
+    Kind kind;
+};
+constexpr TypesOfKind kTypesOfKinds[] = {
+    {kPskAkms, kPsk},
+    {kSaeAkms, kSae},
+    {kPlain8021XAkms, k8021X},
+    {kEither8021XAkms, k8021XEither},
+    {kSha256Of8021XAkms, k8021XSha256},
+    {k192BitAkms, kSuiteB192},
+    {kOweAkms, kOwe},
+};
+
+// The suites of others than the standard.
 struct AkmKind {
     Suite suite;
     Kind kind;
 };
 
-constexpr OUI kWfaOUI = {0x50, 0x6F, 0x9A};
 constexpr OUI kCckmOUI = {0x00, 0x40, 0x96};
 
 constexpr AkmKind kAkmKinds[] = {
-    {{kRSNOUI, 1}, k8021X},        {{kRSNOUI, 2}, kPsk},          {{kRSNOUI, 3}, k8021XEither},
-    {{kRSNOUI, 4}, kPsk},          {{kRSNOUI, 5}, k8021XSha256},  {{kRSNOUI, 6}, kPsk},
-    {{kRSNOUI, 8}, kSae},          {{kRSNOUI, 9}, kSae},          {{kRSNOUI, 11}, k8021XSha256},
-    {{kRSNOUI, 12}, kSuiteB192},   {{kRSNOUI, 13}, kSuiteB192},   {{kRSNOUI, 14}, k8021XEither},
-    {{kRSNOUI, 15}, k8021XEither}, {{kRSNOUI, 16}, k8021XEither}, {{kRSNOUI, 17}, k8021XEither},
-    {{kRSNOUI, 18}, kOwe},         {{kRSNOUI, 19}, kPsk},         {{kRSNOUI, 20}, kPsk},
-    {{kRSNOUI, 22}, k8021XSha256}, {{kRSNOUI, 23}, k8021XSha256}, {{kRSNOUI, 24}, kSae},
-    {{kRSNOUI, 25}, kSae},         {{kWPAOUI, 1}, k8021X},        {{kWPAOUI, 2}, kPsk},
-    {{kWfaOUI, 1}, kOsen},         {{kWfaOUI, 2}, kDpp},          {{kCckmOUI, 0}, k8021X},
+    {{kWPAOUI, 1}, k8021X}, {{kWPAOUI, 2}, kPsk},    {{kWfaOUI, 1}, kOsen},
+    {{kWfaOUI, 2}, kDpp},   {{kCckmOUI, 0}, k8021X},
 };
 
 unsigned kindsOf(const SuiteSet& akms) {
     unsigned kinds = 0;
-    for (const Suite& akm : akms) {
-        for (const AkmKind& row : kAkmKinds) {
-            if (row.suite == akm) kinds |= row.kind;
-        }
+    for (const TypesOfKind& row : kTypesOfKinds) {
+        if (row.types.isAnyIn(akms)) kinds |= row.kind;
+    }
+    for (const AkmKind& row : kAkmKinds) {
+        if (akms.contains(row.suite)) kinds |= row.kind;
     }
     return kinds;
 }
@@ -134,16 +144,7 @@ Pmf pmfOf(const Rsn& rsn) {
 }
 
 std::optional<SuiteSet> akmsOf(const Rsn& rsn) {
-    constexpr std::uint16_t kVersion = 1;
-    const bool hasEmptyList =
-        (rsn.pairwise && rsn.pairwise->empty()) || (rsn.akms && rsn.akms->empty());
-    if (rsn.version != kVersion || hasEmptyList) return std::nullopt;
-    if (!rsn.akms) return SuiteSet{{kRSNOUI, 1}};
-    SuiteSet akms;
-    for (const Suite& akm : *rsn.akms) {
-        if (!akms.contains(akm)) akms.push_back(akm);
-    }
-    return akms;
+    return offeredAkms(rsn, {kRSNOUI, 1});
 }
 
 Security securityOf(const SecurityOffer& offer) {

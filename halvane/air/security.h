@@ -12,7 +12,6 @@
 #include "halvane/air/rsn.h"
 #include "halvane/air/suite.h"
 #include "halvane/base/export.h"
-#include "halvane/base/inline_list.h"
 
 namespace halvane::air {
 
@@ -52,9 +51,6 @@ HALVANE_EXPORT std::string_view pmfName(Pmf pmf);
 
 // The capability bits of an RSN element. Required without capable is invalid, and reads as none.
 HALVANE_EXPORT Pmf pmfOf(const Rsn& rsn);
-
-// Suites in the order of their elements, each once.
-using SuiteSet = InlineList<Suite, 24>;
 
 // An element that may be missing, or there but unreadable.
 enum class Reading : std::uint8_t { Missing, Whole, Broken };

@@ -1,6 +1,7 @@
 #include <cstdint>
 
 #include "halvane/air/element_id.h"
+#include "halvane/air/offered_akms_internal.h"
 #include "halvane/air/osen.h"
 #include "halvane/air/rsn_override.h"
 #include "halvane/air/security_elements_internal.h"
@@ -10,31 +11,6 @@
 namespace halvane::air {
 
 namespace {
-
-constexpr std::uint16_t kVersion = 1;
-
-bool isEmptyList(const std::optional<Rsn::Suites>& suites) {
-    return suites && suites->empty();
-}
-
-void addAll(SuiteSet& set, const SuiteSet& suites) {
-    for (const Suite& suite : suites) {
-        if (!set.contains(suite)) set.push_back(suite);
-    }
-}
-
-// The suites of WPA, which has a default of its own.
-std::optional<SuiteSet> akmsOfWpa(const Wpa& wpa) {
-    if (wpa.version != kVersion || isEmptyList(wpa.pairwise) || isEmptyList(wpa.akms)) {
-        return std::nullopt;
-    }
-    if (!wpa.akms) return SuiteSet{{kWPAOUI, 1}};
-    SuiteSet set;
-    for (const Suite& akm : *wpa.akms) {
-        if (!set.contains(akm)) set.push_back(akm);
-    }
-    return set;
-}
 
 Reading readingOf(bool isThere, const std::optional<SuiteSet>& akms) {
     if (!isThere) return Reading::Missing;
@@ -79,7 +55,7 @@ SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
       rsnxOverride(rsnxOverrideIn(index)),
       wps(index.decode<WpsSummary>(VendorKind::Wps)) {
     const auto rsnAkms = rsn ? akmsOf(*rsn) : std::nullopt;
-    const auto wpaAkms = wpa ? akmsOfWpa(*wpa) : std::nullopt;
+    const auto wpaAkms = wpa ? offeredAkms(*wpa, {kWPAOUI, 1}) : std::nullopt;
     offer.rsn = readingOf(index.has(ElementId::Rsn), rsnAkms);
     offer.wpa = readingOf(index.has(VendorKind::Wpa), wpaAkms);
     if (rsnAkms) offer.rsnAkms = *rsnAkms;

@@ -8,6 +8,7 @@
 #include "halvane/air/rsn.h"
 #include "halvane/air/rsnx.h"
 #include "halvane/air/security.h"
+#include "halvane/air/suite_types_internal.h"
 #include "halvane/air/wapi.h"
 #include "halvane/air/wpa.h"
 #include "halvane/air/wps_summary.h"
@@ -21,6 +22,10 @@ struct SecurityElements {
     // Of RSN Extension or of its override.
     bool has(RsnxCapability flag) const {
         return (rsnx && rsnx->has(flag)) || (rsnxOverride && rsnxOverride->has(flag));
+    }
+
+    bool offersSaeWithoutH2e() const {
+        return kSaeAkms.isAnyIn(offer.rsnAkms) && !has(RsnxCapability::SaeHashToElement);
     }
 
     std::optional<Rsn> rsn;

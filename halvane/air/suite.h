@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "halvane/base/export.h"
+#include "halvane/base/inline_list.h"
 #include "halvane/base/oui.h"
 
 namespace halvane::air {
@@ -31,6 +32,9 @@ struct Suite {
         return a.selector() <=> b.selector();
     }
 };
+
+// Suites in the order of their elements, each once.
+using SuiteSet = InlineList<Suite, 24>;
 
 // The suites that the standard or the Wi-Fi Alliance names: "CCMP-128", "SAE". Empty for any other
 // suite. A suite of the WPA element (00-50-F2) has the name of the RSN element's suite.

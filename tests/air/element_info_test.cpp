@@ -155,7 +155,9 @@ TEST(ElementInfo, OrdersTheTypesOfAVendor) {
     for (std::size_t i = 1; i < rows.size(); ++i) {
         if (rows[i].oui != rows[i - 1].oui) continue;
         ASSERT_TRUE(rows[i - 1].type) << rows[i].name << " is hidden by the vendor's own row";
-        if (rows[i].type) EXPECT_LT(*rows[i - 1].type, *rows[i].type) << rows[i].name;
+        if (rows[i].type) {
+            EXPECT_LT(*rows[i - 1].type, *rows[i].type) << rows[i].name;
+        }
     }
 }
 

@@ -113,6 +113,9 @@ const Cases kSecurity = {
      secured(wpa("02", "04"))},
     {Kind::RsnWpaDiffer, secured(rsn("01") + ";" + wpa("02", "04")), "48@0 221@22",
      secured(rsn("01") + ";" + wpa("01", "04"))},
+    // FILS authenticates by 802.1X.
+    {Kind::RsnWpaDiffer, secured(rsn("0E") + ";" + wpa("02", "04")), "48@0 221@22",
+     secured(rsn("0E") + ";" + wpa("01", "04"))},
     {Kind::PmfOff, secured(rsn("02", "0000")), "48@0", secured(rsn("02", "8000"))},
     {Kind::PmfNotRequired, secured(rsn("08", "8000")), "48@0", secured(rsn("08", "C000"))},
     {Kind::PmfNotRequired, secured(rsn("12", "8000")), "48@0", secured(rsn("0208", "8000"))},
@@ -130,6 +133,7 @@ const Cases kSecurity = {
     {Kind::Wpa3Transition, secured(rsn("0208")), "48@0", secured(rsn("08"))},
     {Kind::Suite192Mixed, secured(rsn("050C")), "48@0", secured(rsn("0C0D"))},
     {Kind::PersonalAndEnterprise, secured(rsn("0102")), "48@0", secured(rsn("0105"))},
+    {Kind::PersonalAndEnterprise, secured(rsn("020E")), "48@0", secured(rsn("010E"))},
     {Kind::PersonalAndEnterprise, secured(rsn("0508")), "48@0", secured(rsn("0208"))},
     {Kind::OpenWithWps, opened(wps("")), "221@0", secured(rsn("02") + ";" + wps(""))},
     {Kind::WpsOn, secured(rsn("02") + ";" + wps("")), "221@22",
