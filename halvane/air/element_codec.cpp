@@ -22,6 +22,10 @@ Suite suiteOf(Octets octets) {
 
 FieldSink::~FieldSink() = default;
 
+bool FieldSink::elements(std::string_view, const ElementOctets&) {
+    return false;
+}
+
 void ElementReader::address(std::string_view label, MacAddress& value) {
     const auto part = take(MacAddress::kSize);
     if (!part) return;
@@ -56,6 +60,18 @@ void ElementReader::octets(std::string_view label, ByteBuffer& value, std::size_
     if (!part) return;
     value = ByteBuffer(*part);
     if (sink_) sink_->octets(placeBefore(size), label, *part);
+}
+
+void ElementReader::elements(std::string_view label, ByteBuffer& value, std::size_t fixedSize) {
+    const auto part = take(remaining());
+    if (!part) return;
+    value = ByteBuffer(*part);
+    if (!sink_) return;
+    const FieldPlace place = placeBefore(part->size());
+    const bool isTaken =
+        part->size() > fixedSize &&
+        sink_->elements(label, {.octets = *part, .fixedSize = fixedSize, .offset = place.offset});
+    if (!isTaken) sink_->octets(place, label, *part);
 }
 
 std::vector<std::uint8_t> ElementReader::takePieces(std::uint8_t fragmentId) {

@@ -168,6 +168,8 @@ class ElementReader {
     void octets(std::string_view label, ByteBuffer& value, std::size_t size);
     // All octets that are left.
     void octets(std::string_view label, ByteBuffer& value) { octets(label, value, remaining()); }
+    // All octets that are left, which hold elements after `fixedSize` octets.
+    void elements(std::string_view label, ByteBuffer& value, std::size_t fixedSize = 0);
     // The octets that are left, whose meaning the element does not depend on. `tell` reads them
     // with a reader of its own, for the sink alone: what it cannot read stays octets.
     template <typename Tell>
@@ -425,6 +427,9 @@ class ElementWriter {
     }
     void ssid(std::string_view, const Ssid& value, std::size_t = 0) { append(value.bytes()); }
     void octets(std::string_view, const ByteBuffer& value, std::size_t = 0) {
+        append(value.bytes());
+    }
+    void elements(std::string_view, const ByteBuffer& value, std::size_t = 0) {
         append(value.bytes());
     }
     template <typename Tell>

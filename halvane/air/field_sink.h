@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "halvane/air/bit_octets.h"
+#include "halvane/base/byte_cursor.h"
 #include "halvane/base/export.h"
 
 namespace halvane::air {
@@ -41,6 +42,32 @@ struct NumberForm {
     }
 };
 
+// A field that holds elements, and where they stand in the body. A field that goes on in fragments
+// has their headers between its octets.
+struct ElementOctets {
+    static constexpr std::size_t kHeaderSize = 2;
+    static constexpr std::size_t kPieceSize = 255;
+
+    Octets octets{};            // of all pieces, without the headers
+    std::size_t fixedSize = 0;  // octets before the first element
+    std::size_t offset = 0;     // of the first octet
+    std::size_t firstPieceSize = octets.size();
+
+    // The octets after the fixed ones.
+    Octets elements() const {
+        ByteCursor cursor(octets);
+        cursor.skip(fixedSize);
+        return cursor.rest();
+    }
+    // Where the octet `index` of the field stands in the body. The end is the octet after the last.
+    constexpr std::size_t offsetOf(std::size_t index) const {
+        const std::size_t last = index == octets.size() && index > 0 ? index - 1 : index;
+        const std::size_t headers =
+            last < firstPieceSize ? 0 : 1 + (last - firstPieceSize) / kPieceSize;
+        return offset + index + kHeaderSize * headers;
+    }
+};
+
 // Receives the fields of an element in their order. Labels are the standard's names and live as
 // long as the program; everything else is valid during the call alone.
 //
@@ -57,6 +84,9 @@ class HALVANE_EXPORT FieldSink {
     virtual void text(const FieldPlace& place, std::string_view label, std::string_view value) = 0;
     // Octets that the library does not look into.
     virtual void octets(const FieldPlace& place, std::string_view label, Octets value) = 0;
+    // A field that holds elements. Returns whether the sink takes it; octets() tells one that it
+    // does not take. The default takes none.
+    virtual bool elements(std::string_view label, const ElementOctets& value);
 
     // The fields between these two calls are parts of one field, or of one item of a list.
     virtual void beginGroup(std::string_view label) = 0;

@@ -130,10 +130,21 @@ constexpr auto kStaInfoLayout = [](auto& codec, auto& sta, MultiLinkType type) {
     });
 };
 
+// The octets of a profile before its elements: Capability Information. An association response has
+// the status after it, but the element does not tell of which frame it is.
+constexpr std::size_t fixedSizeOf(const BitOctets<2>& control, MultiLinkType type) {
+    constexpr std::size_t kCapabilities = 2;
+    constexpr auto kAddLink = static_cast<std::uint32_t>(ReconfigurationOperation::AddLink);
+    if (type == MultiLinkType::Basic) return kCapabilities;
+    const bool isLinkAdded =
+        type == MultiLinkType::Reconfiguration && control.bits(7, 4) == kAddLink;
+    return isLinkAdded ? kCapabilities : 0;
+}
+
 constexpr auto kPerStaProfileLayout = [](auto& codec, auto& sta, MultiLinkType type) {
     codec.group("STA Control", [&] { codec.bits(sta.control, staControlFields(type)); });
     if (hasStaInfo(type)) codec.group("STA Info", [&] { kStaInfoLayout(codec, sta, type); });
-    codec.octets("STA Profile", sta.profile);
+    codec.elements("STA Profile", sta.profile, fixedSizeOf(sta.control, type));
 };
 
 constexpr auto kSubelementLayout = [](auto& codec, auto& subelement, MultiLinkType type) {

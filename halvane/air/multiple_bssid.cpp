@@ -12,7 +12,7 @@ constexpr ValueName kSubelements[] = {{kNontransmittedProfile, "Nontransmitted B
 
 constexpr auto kLayout = [](auto& codec, auto& element) {
     codec.number("MaxBSSID Indicator", element.maxIndicator);
-    kSubelementsLayout(codec, element.subelements, kSubelements);
+    kSubelementsLayout(codec, element.subelements, kSubelements, kNontransmittedProfile);
     codec.rest(element.rest);
 };
 

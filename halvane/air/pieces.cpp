@@ -51,6 +51,13 @@ void PieceSink::octets(const FieldPlace& place, std::string_view label, Octets v
     } while (!left.atEnd());
 }
 
+bool PieceSink::elements(std::string_view label, const ElementOctets& value) {
+    ElementOctets inPieces = value;
+    inPieces.offset = placeInPieces(start_, size_, value.offset);
+    inPieces.firstPieceSize = kFullPiece - value.offset % kFullPiece;
+    return outer_.elements(label, inPieces);
+}
+
 FieldPlace PieceSink::inPieces(FieldPlace place) {
     tellHeaders(std::min(place.offset / kFullPiece, fragments_));
     const std::size_t end = place.offset + place.size;

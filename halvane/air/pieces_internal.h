@@ -41,6 +41,7 @@ class PieceSink final : public FieldSink {
                 const NumberForm& form) override;
     void text(const FieldPlace& place, std::string_view label, std::string_view value) override;
     void octets(const FieldPlace& place, std::string_view label, Octets value) override;
+    bool elements(std::string_view label, const ElementOctets& value) override;
     void beginGroup(std::string_view label) override { outer_.beginGroup(label); }
     void endGroup() override { outer_.endGroup(); }
 

@@ -3,20 +3,25 @@
 #define HALVANE_AIR_SUBELEMENT_INTERNAL_H
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "halvane/air/element_codec_internal.h"
 
 namespace halvane::air {
 
-// `names` are those of the IDs. Octets that make no subelement are left.
+// `names` are those of the IDs. The data of the ID `container` holds elements. Octets that make no
+// subelement are left.
 inline constexpr auto kSubelementsLayout = [](auto& codec, auto& subelements,
-                                              std::span<const ValueName> names) {
+                                              std::span<const ValueName> names,
+                                              std::optional<std::uint8_t> container = {}) {
     codec.subelements(subelements, [&](auto& subelement) {
         codec.group("Subelement", [&] {
             codec.number("Subelement ID", subelement.id, {.names = names});
-            codec.template sized<std::uint8_t>("Length", 0,
-                                               [&] { codec.octets("Data", subelement.body); });
+            codec.template sized<std::uint8_t>("Length", 0, [&] {
+                if (subelement.id == container) return codec.elements("Data", subelement.body);
+                codec.octets("Data", subelement.body);
+            });
         });
     });
 };

@@ -4,17 +4,21 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "halvane/air/element_range.h"
 #include "halvane/air/element_writer.h"
 
 #include "tests/air/element_samples.h"
+#include "tests/air/told_elements.h"
 #include "tests/support/hostile_bytes.h"
 
 using halvane::ByteBuffer;
 using halvane::MacAddress;
 using halvane::testing::Bytes;
 using halvane::testing::bytesOf;
+using halvane::testing::ToldElements;
 using namespace halvane::air;
 
 namespace {
@@ -145,6 +149,23 @@ TEST(AirMultiLink, DecodesALink) {
     EXPECT_EQ(bytesIn(link->elements(4)), bytesOf("61"));
     EXPECT_EQ(bytesIn(link->elements(0)), bytesOf("1104000161"));
     EXPECT_TRUE(link->elements(6).empty());
+}
+
+std::string elementsIn(std::string_view hex) {
+    ToldElements told;
+    EXPECT_FALSE(MultiLink::describe(bytesOf(hex), told)) << hex;
+    return told.list;
+}
+
+// 9.4.2.312.2.4 and 9.4.2.312.4: capabilities stand before the elements of an access point's link
+// and of a link that is added; a probe request has the elements alone.
+TEST(AirMultiLink, TellsWhichOctetsOfAProfileHoldElements) {
+    EXPECT_EQ(elementsIn("0000 07 020000000A01 00 08 0100 01 1104 030106"),
+              "STA Profile @14 1104|030106\n");
+    EXPECT_EQ(elementsIn("0000 07 020000000A01 00 05 0100 01 1104"), "");
+    EXPECT_EQ(elementsIn("0100 01 00 05 0100 030106"), "STA Profile @7 |030106\n");
+    EXPECT_EQ(elementsIn("0200 01 00 08 0101 01 1104 030106"), "STA Profile @8 1104|030106\n");
+    EXPECT_EQ(elementsIn("0200 01 00 06 8100 01 030106"), "STA Profile @8 |030106\n");
 }
 
 // The size of the bitmap is a bit of its own, and only a complete profile has one.

@@ -8,9 +8,11 @@
 #include "halvane/air/nontransmitted_bssid_capability.h"
 
 #include "tests/air/element_samples.h"
+#include "tests/air/told_elements.h"
 
 using halvane::ByteBuffer;
 using halvane::testing::bytesOf;
+using halvane::testing::ToldElements;
 using namespace halvane::air;
 
 namespace {
@@ -26,6 +28,13 @@ TEST(AirMultipleBssid, DecodesItsSubelements) {
     EXPECT_EQ(element->subelements[1].id, 221);
     EXPECT_EQ(element->rest, ByteBuffer(bytesOf("000553")));
     EXPECT_FALSE(MultipleBssid::decode({}));
+}
+
+TEST(AirMultipleBssid, TellsWhichOctetsHoldElements) {
+    ToldElements told;
+    EXPECT_FALSE(MultipleBssid::describe(bytesOf("04 00 04 53021104 DD 01 AA 00 00"), told));
+    EXPECT_EQ(told.list, "Data @3 |53021104\n");
+    EXPECT_EQ(told.otherLabels, "Data;Data;");  // of the vendor's, and without an octet
 }
 
 TEST(AirMultipleBssid, IsEncodedFromItsFields) {

@@ -116,6 +116,44 @@ TEST(AirPieces, TellPlacesWithTheHeadersOfFragments) {
               "Length 514+1\n");
 }
 
+// Checks each octet of a field of elements against the octet at its place.
+class PlaceChecker : public PlaceLister {
+  public:
+    explicit PlaceChecker(const Bytes& body) : body_(body) {}
+
+    bool elements(std::string_view, const ElementOctets& value) override {
+        const Bytes whole(value.octets.begin(), value.octets.end());
+        for (std::size_t i = 0; i < whole.size(); ++i) {
+            EXPECT_EQ(body_.at(value.offsetOf(i)), whole[i]) << whole.size() << ' ' << i;
+        }
+        EXPECT_EQ(value.offsetOf(whole.size()), value.offsetOf(whole.size() - 1) + 1);
+        ++fields;
+        return true;
+    }
+
+    int fields = 0;
+
+  private:
+    const Bytes& body_;
+};
+
+TEST(AirPieces, TellThePlaceOfEachOctetOfElements) {
+    for (const std::size_t before : {0u, 1u, 254u, 255u, 256u, 300u}) {
+        const auto layout = [&](auto& codec, auto& element) {
+            codec.joined(kFragment, element.endsEmpty, [&] {
+                codec.octets("Octets", element.octets, before);
+                codec.elements("Elements", element.rest);
+            });
+        };
+        for (const std::size_t size : {301u, 509u, 510u, 511u, 1100u}) {
+            const Bytes octets = piecesOf(counting(size));
+            PlaceChecker checker(octets);
+            EXPECT_FALSE(describeBy<Joined>(layout, octets, checker));
+            EXPECT_EQ(checker.fields, 1);
+        }
+    }
+}
+
 TEST(AirPieces, AreCutWhereAFragmentDoesNotFit) {
     Bytes octets = piecesOf(counting(300));
     octets.pop_back();
