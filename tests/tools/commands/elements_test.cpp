@@ -70,8 +70,8 @@ std::string fileOf(const TemporaryFolder& folder, std::string_view text) {
 
 const std::string kTable =
     "OCTET ID      LEN\n"
-    "    0 0          3 SSID: SSID abc\n"
-    "    5 3          1 DSSS Parameter Set: Current Channel 6\n"
+    "    0 0          3 SSID (9.4.2.2): SSID abc\n"
+    "    5 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
     "2 elements, 8 octets: whole\n";
 
 TEST(ElementsCommand, NamesTheElementsOfItsArgument) {
@@ -125,7 +125,7 @@ TEST(ElementsCommand, ReadsStandardInput) {
 TEST(ElementsCommand, ShowsOctetsIfAsked) {
     EXPECT_EQ(run({"--bytes", "030106"}).output,
               "OCTET ID      LEN\n"
-              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
+              "    0 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
               "                    06\n"
               "1 element, 3 octets: whole\n");
     EXPECT_EQ(run({"030106"}).output.find("  06\n"), std::string::npos);  // forgotten
@@ -149,7 +149,7 @@ TEST(ElementsCommand, PointsAtDamage) {
     EXPECT_EQ(ran.status, kExitFailed);
     EXPECT_EQ(ran.output,
               "OCTET ID      LEN\n"
-              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
+              "    0 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
               "x   3            4 octet 4: the element ends 18 octets behind the end\n"
               "                    30 14 01 00\n"
               "1 element, 3 octets; then 4 octets of damage at octet 3\n");
@@ -157,6 +157,84 @@ TEST(ElementsCommand, PointsAtDamage) {
               "halvane: elements: octet 4: the element ends 18 octets behind the end\n");
     EXPECT_NE(run({"030106 30"}).output.find("then 1 octet of damage at octet 3\n"),
               std::string::npos);
+}
+
+// BSS Load has five octets.
+TEST(ElementsCommand, CountsDamagedElements) {
+    const Ran ran = run({"030106 0B03 0100 80"});
+    EXPECT_EQ(ran.status, kExitFailed);
+    EXPECT_TRUE(ran.output.ends_with("2 elements, 8 octets: 1 damaged, the first at octet 8\n"))
+        << ran.output;
+    EXPECT_EQ(ran.errors,
+              "halvane: elements: octet 8: the element BSS Load ends inside the field that begins "
+              "there\n");
+    const Ran several = run({"0B03 0100 80 0B03 0100 80 30"});
+    EXPECT_EQ(several.status, kExitFailed);
+    EXPECT_TRUE(
+        several.output.ends_with("2 elements, 10 octets: 2 damaged, the first at octet 5; "
+                                 "then 1 octet of damage at octet 10\n"))
+        << several.output;
+    EXPECT_EQ(several.errors,
+              "halvane: elements: octet 5: the element BSS Load ends inside the field that begins "
+              "there; 1 more damaged\n"
+              "halvane: elements: one octet is left, which makes no element\n");
+    for (const char* const format : {"--format=json", "--format=jsonl"}) {
+        const Ran json = run({format, "030106 0B03 0100 80"});
+        EXPECT_EQ(json.status, kExitFailed);
+        EXPECT_EQ(json.errors, ran.errors);
+    }
+}
+
+// The profile in Multiple BSSID has a BSS Load of three octets.
+TEST(ElementsCommand, CountsDamageInProfiles) {
+    for (const char* const format : {"--format=text", "--format=json"}) {
+        const Ran ran = run({format, "4708 02 0005 0B03 0100 80"});
+        EXPECT_EQ(ran.status, kExitFailed);
+        EXPECT_EQ(ran.errors,
+                  "halvane: elements: octet 10: the element BSS Load ends inside the field that "
+                  "begins there\n");
+    }
+}
+
+constexpr std::string_view kScan =
+    "BSS 02:00:00:00:00:01(on wlan0) -- associated\n"
+    "\tfreq: 2437\n"
+    "\tBSS Load:\n"
+    "\tUnknown IE (3): 06\n"
+    "BSS 02:00:00:00:00:02(on wlan0)\n"
+    "\tfreq: 2437\n"
+    "BSS 02:00:00:00:00:03(on wlan0)\n"
+    "\tUnknown IE (0): 61\n"
+    "\tUnknown IE (11): 01 00 80\n";
+
+TEST(ElementsCommand, KeepsTheNetworksOfAScanApart) {
+    const TemporaryFolder folder;
+    const std::string file = fileOf(folder, kScan);
+    const Ran ran = run({file});
+    EXPECT_EQ(ran.status, kExitFailed);
+    EXPECT_EQ(ran.output,
+              "BSS 02:00:00:00:00:01\n"
+              "OCTET ID      LEN\n"
+              "    0 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
+              "1 element, 3 octets: whole\n"
+              "\n"
+              "BSS 02:00:00:00:00:03\n"
+              "OCTET ID      LEN\n"
+              "    0 0          1 SSID (9.4.2.2): SSID a\n"
+              "    3 11         3 BSS Load (9.4.2.27): Station Count 1; Channel Utilization 128\n"
+              "                    /255\n"
+              "                    01 00 80\n"
+              "x   8            0 the element ends inside the field that begins here\n"
+              "2 elements, 8 octets: 1 damaged, the first at octet 8\n");
+    EXPECT_EQ(ran.errors,
+              "halvane: elements: read as 'iw -u': 3 lines, 11 octets\n"
+              "halvane: elements: BSS 02:00:00:00:00:03: octet 8: the element BSS Load ends inside "
+              "the field that begins there\n");
+    const auto all = nlohmann::json::parse(run({"--format=json", file}).output);
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[0]["bssid"], "02:00:00:00:00:01");
+    EXPECT_EQ(all[1]["bssid"], "02:00:00:00:00:03");
+    EXPECT_EQ(all[1]["offset"], 0);
 }
 
 TEST(ElementsCommand, PrintsJSON) {

@@ -218,4 +218,18 @@ TEST(HexDump, SurvivesAnyCharacterAtEachPlace) {
     }
 }
 
+TEST(HexDump, TellsTheNetworksOfAScanApart) {
+    using halvane::tool::HexPart;
+    const auto partsOf = [](std::string_view text) { return readHexDump(text)->parts; };
+    const std::string first = "BSS 02:00:00:00:00:0a(on wlan0)\n\tUnknown IE (3): 06\n";
+    EXPECT_EQ(partsOf(first), (std::vector<HexPart>{{"02:00:00:00:00:0a", 0}}));
+    EXPECT_EQ(partsOf(first + "BSS 02:00:00:00:00:0b(on wlan0)\n" + first +
+                      "BSS 02:00:00:00:00:0c(on wlan0)\n"),
+              (std::vector<HexPart>{{"02:00:00:00:00:0a", 0}, {"02:00:00:00:00:0a", 3}}));
+    EXPECT_EQ(partsOf("Unknown IE (3): 01\n" + first),
+              (std::vector<HexPart>{{"", 0}, {"02:00:00:00:00:0a", 3}}));
+    EXPECT_TRUE(partsOf("\tBSS Load:\n\tUnknown IE (3): 01\n").empty());
+    EXPECT_TRUE(partsOf("0x0000:  0301 06\n").empty());
+}
+
 }  // namespace

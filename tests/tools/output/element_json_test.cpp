@@ -5,10 +5,14 @@
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
+#include "halvane/air/element_writer.h"
+#include "halvane/air/multi_link.h"
+#include "halvane/base/byte_buffer.h"
 
 #include "tests/air/element_samples.h"
 #include "tests/support/elements.h"
@@ -35,8 +39,23 @@ JSON listOf(std::string_view hex) {
 // The first element, with its fields.
 JSON objectOf(const Bytes& octets) {
     JSONWriter writer(JSONWriter::Layout::OneLine);
-    writeElement(writer, *ElementRange(octets).begin());
+    const ElementList list(octets);
+    DamageReport report;
+    writeElement(writer, list, *list.range().begin(), report);
     return JSON::parse(writer.text());
+}
+
+// Each list of elements that a field of the object holds, at any depth.
+void collectLists(const JSON& value, std::vector<JSON>& lists) {
+    if (value.is_object() && value.contains("elements")) lists.push_back(value.at("elements"));
+    if (!value.is_structured()) return;
+    for (const JSON& item : value) collectLists(item, lists);
+}
+
+std::vector<JSON> listsIn(const JSON& object) {
+    std::vector<JSON> lists;
+    collectLists(object, lists);
+    return lists;
 }
 
 TEST(ElementJSON, ListsElementsWithTheirOctets) {
@@ -75,6 +94,92 @@ TEST(ElementJSON, TellsBitsAndGroups) {
     const JSON& triplet = country.at("fields").back();
     EXPECT_EQ(triplet.at("name"), "Triplet");
     EXPECT_EQ(triplet.at("fields").size(), 3u);
+}
+
+TEST(ElementJSON, TellsTheElementsThatFieldsHold) {
+    const JSON profiles = objectOf(bytesOf("4711 02 0007 53021104 000161 0005 0003616263"));
+    const auto lists = listsIn(profiles);
+    ASSERT_EQ(lists.size(), 2u);
+    ASSERT_EQ(lists[0].size(), 2u);
+    EXPECT_EQ(lists[0][0].at("name"), "Nontransmitted BSSID Capability");
+    EXPECT_EQ(lists[0][0].at("offset"), 5);
+    EXPECT_EQ(lists[0][1].at("offset"), 9);
+    EXPECT_EQ(lists[1][0].at("offset"), 14);
+    EXPECT_EQ(lists[1][0].at("fields")[0].at("value"), "abc");
+    const JSON& field = profiles.at("fields")[1].at("fields")[2];
+    EXPECT_EQ(field.at("name"), "Data");
+    EXPECT_EQ(field.at("offset"), 3);
+    EXPECT_EQ(field.at("size"), 7);
+    EXPECT_EQ(field.at("value"), "53021104000161");
+}
+
+TEST(ElementJSON, EndsAListWithOctetsThatMakeNoElement) {
+    const auto lists = listsIn(objectOf(bytesOf("4709 02 0006 000161 3014 01")));
+    ASSERT_EQ(lists.size(), 1u);
+    EXPECT_EQ(lists[0].back().dump(), R"({"offset":8,"bytes":"301401"})");
+}
+
+// A link's profile that is so long that both the subelement and the element have fragments. The
+// offset of each element of the profile is where its number stands.
+TEST(ElementJSON, PlacesElementsBehindFragments) {
+    Bytes profile = bytesOf("1104");
+    for (int id = 1; id < 60; ++id) {
+        const Bytes part =
+            element(static_cast<std::uint8_t>(id), Bytes(static_cast<std::size_t>(id)));
+        profile.insert(profile.end(), part.begin(), part.end());
+    }
+    MultiLink multiLink;
+    multiLink.common.mldAddress.emplace();
+    multiLink.subelements.emplace_back().link.emplace();
+    multiLink.subelements[0].link->profile = halvane::ByteBuffer(profile);
+    Bytes octets;
+    appendElement(octets, MultiLink::kId, multiLink.encode());
+    ASSERT_GT(octets.size(), 1000u);
+    const auto lists = listsIn(objectOf(octets));
+    ASSERT_EQ(lists.size(), 1u);
+    ASSERT_EQ(lists[0].size(), 59u);
+    std::size_t wrong = 0;
+    for (const JSON& item : lists[0]) {
+        wrong += octets.at(item.at("offset").get<std::size_t>()) != item.at("id") ? 1 : 0;
+    }
+    EXPECT_EQ(wrong, 0u);
+}
+
+// Multiple BSSID in a profile of Multiple BSSID, and so on.
+TEST(ElementJSON, LooksIntoSoManyListsOnly) {
+    Bytes octets;
+    for (int depth = 0; depth < 40; ++depth) {
+        Bytes body = {1};
+        const Bytes profile = element(0, octets);
+        body.insert(body.end(), profile.begin(), profile.end());
+        octets = element(71, body);
+    }
+    EXPECT_EQ(listsIn(objectOf(octets)).size(), ElementList::kMaxDepth);
+}
+
+// HE Capabilities with the widths 40/80 and 160 MHz (bits 1 to 3 of the PHY capabilities: 0x0C), so
+// that EHT Capabilities have the maps up to 80 MHz and at 160 MHz.
+constexpr std::string_view kHe = "FF1A23 000000000000 0C00000000000000000000 AAFFAAFF AAFFAAFF";
+constexpr std::string_view kEht = "FF126C 0000 000000000000000000 222222 444444";
+
+std::vector<std::string> groupsOf(const JSON& object) {
+    std::vector<std::string> names;
+    for (const JSON& field : object.at("fields")) names.push_back(field.at("name"));
+    return names;
+}
+
+TEST(ElementJSON, TellsTheMapsOfEhtByTheHeCapabilitiesOfTheSender) {
+    const std::vector<std::string> maps = {
+        "EHT MAC Capabilities Information", "EHT PHY Capabilities Information",
+        "EHT-MCS Map (BW <= 80 MHz, Except 20 MHz-Only Non-AP STA)", "EHT-MCS Map (BW = 160 MHz)"};
+    const std::string eht(kEht);
+    EXPECT_EQ(groupsOf(objectOf(bytesOf(eht + std::string(kHe)))), maps);
+    EXPECT_EQ(groupsOf(objectOf(bytesOf(eht))).back(),
+              "Supported EHT-MCS And NSS Set And EHT PPE Thresholds");
+    // A profile inherits the HE Capabilities that it does not have.
+    const auto lists = listsIn(objectOf(bytesOf("4717 02 0014" + eht + std::string(kHe))));
+    ASSERT_EQ(lists.size(), 1u);
+    EXPECT_EQ(groupsOf(lists[0][0]), maps);
 }
 
 TEST(ElementJSON, TellsTheOctetOfDamage) {

@@ -24,18 +24,25 @@ using namespace halvane::tool;
 
 namespace {
 
-std::string textOf(std::string_view hex, bool hasOctets = false) {
-    const Bytes octets = bytesOf(hex);
+std::string textOf(const Bytes& octets, DamageReport& report, bool hasOctets = false) {
+    const ElementList list(octets);
     std::string text;
-    for (const Element& element : ElementRange(octets)) text += elementText(element, hasOctets);
+    for (const Element& element : list.range()) {
+        text += elementText(list, element, hasOctets, report);
+    }
     return text;
+}
+
+std::string textOf(std::string_view hex, bool hasOctets = false) {
+    DamageReport report;
+    return textOf(bytesOf(hex), report, hasOctets);
 }
 
 TEST(ElementText, BeginsWithOctetNumberAndLength) {
     EXPECT_EQ(elementTitles(), "OCTET ID      LEN\n");
     EXPECT_EQ(textOf("0003636166 030106"),
-              "    0 0          3 SSID: SSID caf\n"
-              "    5 3          1 DSSS Parameter Set: Current Channel 6\n");
+              "    0 0          3 SSID (9.4.2.2): SSID caf\n"
+              "    5 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n");
     EXPECT_EQ(textOf("FF023B00").substr(0, 20), "    0 255/59     1 H");
 }
 
@@ -52,15 +59,16 @@ TEST(ElementText, ShowsTheOctetsOfUnknownElements) {
 
 TEST(ElementText, ShowsTheOctetsOfKnownElementsIfAsked) {
     EXPECT_EQ(textOf("030106", true),
-              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
+              "    0 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
               "                    06\n");
 }
 
 // BSS Load has five octets; the third is not followed by the last two.
 TEST(ElementText, PointsAtTheOctetThatIsDamaged) {
     EXPECT_EQ(textOf("030106 0B03 0100 80"),
-              "    0 3          1 DSSS Parameter Set: Current Channel 6\n"
-              "    3 11         3 BSS Load: Station Count 1; Channel Utilization 128 /255\n"
+              "    0 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
+              "    3 11         3 BSS Load (9.4.2.27): Station Count 1; Channel Utilization 128\n"
+              "                    /255\n"
               "                    01 00 80\n"
               "x   8            0 the element ends inside the field that begins here\n");
 }
@@ -75,7 +83,8 @@ TEST(ElementText, PointsIntoVendorElements) {
 TEST(ElementText, TellsOfOctetsThatMakeNoElement) {
     const auto told = [](std::string_view hex) {
         const Bytes octets = bytesOf(hex);
-        return trailingText(ElementRange(octets).trailing());
+        const ElementList list(octets);
+        return trailingText(list, list.range().trailing());
     };
     EXPECT_EQ(told("030106 3014 0100"),
               "x   3            4 octet 4: the element ends 18 octets behind the end\n"
@@ -88,11 +97,65 @@ TEST(ElementText, TellsOfOctetsThatMakeNoElement) {
               "                    30\n");
 }
 
+TEST(ElementText, NotesDamage) {
+    DamageReport report;
+    textOf(bytesOf("030106"), report);
+    EXPECT_EQ(report.count, 0u);
+    textOf(bytesOf("030106 0B03 0100 80 0B03 0100 80"), report);
+    EXPECT_EQ(report.count, 2u);
+    EXPECT_EQ(report.firstOctet, 8u);
+    EXPECT_EQ(report.firstProblem,
+              "octet 8: the element BSS Load ends inside the field that begins there");
+}
+
+TEST(ElementText, ExplainsTheElementsOfProfiles) {
+    EXPECT_EQ(textOf("030106 470F 02 000C 53021104 0003616263 550101"),
+              "    0 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
+              "    3 71        15 Multiple BSSID (9.4.2.45): MaxBSSID Indicator 2\n"
+              "                      Subelement: Subelement ID 0 (Nontransmitted BSSID\n"
+              "                        Profile); Length 12\n"
+              "    8     83         2 Nontransmitted BSSID Capability (9.4.2.71)\n"
+              "                          Nontransmitted BSSID Capability: ESS; Reserved 0;\n"
+              "                            Privacy; Short Slot Time; Reserved 0\n"
+              "   12     0          3 SSID (9.4.2.2): SSID abc\n"
+              "   17     85         1 Multiple BSSID-Index (9.4.2.73): BSSID Index 1\n");
+    EXPECT_EQ(textOf("FF196B 0000 07 020000000A01 000D 0100 01 1104 030124 0003616263"),
+              "    0 255/107   24 Multi-Link (802.11be 9.4.2.312)\n"
+              "                      Multi-Link Control: Type 0 (Basic); Reserved 0\n"
+              "                      Common Info: Common Info Length 7; MLD MAC Address\n"
+              "                        02:00:00:00:0a:01\n"
+              "                      Link Info: Subelement ID 0 (Per-STA Profile); Length 13\n"
+              "                        STA Control: Link ID 1; Reserved 0\n"
+              "                        STA Info: STA Info Length 1\n"
+              "                      STA Profile begins with 1104\n"
+              "   19     3          1 DSSS Parameter Set (9.4.2.4): Current Channel 36\n"
+              "   22     0          3 SSID (9.4.2.2): SSID abc\n");
+}
+
+TEST(ElementText, PointsAtDamageInProfiles) {
+    DamageReport report;
+    EXPECT_EQ(textOf(bytesOf("030106 470C 02 0009 0B03 0100 80 0104 82 96"), report),
+              "    0 3          1 DSSS Parameter Set (9.4.2.4): Current Channel 6\n"
+              "    3 71        12 Multiple BSSID (9.4.2.45): MaxBSSID Indicator 2\n"
+              "                      Subelement: Subelement ID 0 (Nontransmitted BSSID\n"
+              "                        Profile); Length 9\n"
+              "    8     11         3 BSS Load (9.4.2.27): Station Count 1; Channel Utilization\n"
+              "                        128 /255\n"
+              "                        01 00 80\n"
+              "x  13                0 the element ends inside the field that begins here\n"
+              "x  13                4 octet 14: the element ends 2 octets behind the end\n"
+              "                        01 04 82 96\n");
+    EXPECT_EQ(report.count, 2u);
+    EXPECT_EQ(report.firstOctet, 13u);
+    EXPECT_EQ(report.firstProblem,
+              "octet 13: the element BSS Load ends inside the field that begins there");
+}
+
 // ESC, a right-to-left override, an octet that is no UTF-8, a line feed, a C1 control, a backslash.
 TEST(ElementText, EscapesNamesOnce) {
-    EXPECT_EQ(
-        textOf("000E 1B5B6D E280AE B2 0A C285 5C61 C3A9"),
-        "    0 0         14 SSID: SSID \\x1B[m\\xE2\\x80\\xAE\\xB2\\x0A\\xC2\\x85\\\\a\xC3\xA9\n");
+    EXPECT_EQ(textOf("000E 1B5B6D E280AE B2 0A C285 5C61 C3A9"),
+              "    0 0         14 SSID (9.4.2.2): SSID "
+              "\\x1B[m\\xE2\\x80\\xAE\\xB2\\x0A\\xC2\\x85\\\\a\xC3\xA9\n");
     const std::string device = textOf("DD0A 000B86010300 1B5B 5C E9");
     EXPECT_NE(device.find(" \\x1B[\\\\\\xE9\n"), std::string::npos) << device;
 }
@@ -112,9 +175,8 @@ TEST(ElementText, OfEverySampleIsPrintable) {
         for (Bytes::size_type place = 2; place < octets.size(); ++place) {
             for (const std::uint8_t octet : Bytes{0x00, 0x1B, 0x9B, 0xFF}) {
                 const auto before = std::exchange(octets[place], octet);
-                for (const Element& element : ElementRange(octets)) {
-                    expectPrintable(elementText(element, false));
-                }
+                DamageReport report;
+                expectPrintable(textOf(octets, report));
                 octets[place] = before;
             }
         }

@@ -1,6 +1,7 @@
 // The elements of hexadecimal text, each with its fields.
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -18,7 +19,9 @@
 #include "tools/halvane/input/hex_input.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/format_option.h"
+#include "tools/halvane/output/damage_report.h"
 #include "tools/halvane/output/element_json.h"
+#include "tools/halvane/output/element_list.h"
 #include "tools/halvane/output/element_text.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/json_writer.h"
@@ -64,43 +67,104 @@ void tellFormat(const HexDump& dump) {
              (dump.lines == 1 ? " line, " : " lines, ") + octetCount(dump.octets.size()));
 }
 
-void printText(air::ElementRange elements, bool hasOctets) {
+// The damage of the elements and after them.
+std::string verdict(const DamageReport& report, const air::TrailingOctets& trailing) {
+    std::string text;
+    if (report.count > 0) {
+        text = ": " + std::to_string(report.count) + " damaged, the first at octet " +
+               std::to_string(report.firstOctet);
+    } else if (trailing.empty()) {
+        text = ": whole";
+    }
+    if (trailing.empty()) return text;
+    return text + "; then " + octetCount(trailing.octets.size()) + " of damage at octet " +
+           std::to_string(trailing.offset);
+}
+
+// The elements of one network, and the damage in them.
+struct Part {
+    Part(air::Octets octets, const std::string& bssid) : list(octets, bssid) {}
+
+    const ElementList list;
+    DamageReport report;
+};
+using Parts = std::deque<Part>;  // parts cannot be moved
+
+// A dump without networks is one part.
+Parts partsOf(air::Octets octets, const std::vector<HexPart>& bounds) {
+    Parts parts;
+    if (bounds.empty()) parts.emplace_back(octets, std::string());
+    for (std::size_t i = 0; i < bounds.size(); ++i) {
+        const std::size_t start = bounds[i].start;
+        const std::size_t end = i + 1 < bounds.size() ? bounds[i + 1].start : octets.size();
+        parts.emplace_back(octets.subspan(start, end - start), bounds[i].bssid);
+    }
+    return parts;
+}
+
+void printText(Part& part, bool hasOctets) {
+    const ElementList& list = part.list;
+    if (!list.bssid().empty()) put("BSS " + list.bssid() + '\n');
     put(elementTitles());
     std::size_t count = 0;
     std::size_t octets = 0;
-    auto element = elements.begin();
-    for (; element != elements.end(); ++element) {
-        put(elementText(*element, hasOctets));
+    auto element = list.range().begin();
+    for (; element != list.range().end(); ++element) {
+        put(elementText(list, *element, hasOctets, part.report));
         ++count;
         octets += element->octets.size();
     }
     const auto trailing = element.rest();
-    if (!trailing.empty()) put(trailingText(trailing));
+    if (!trailing.empty()) put(trailingText(list, trailing));
     put(std::to_string(count) + (count == 1 ? " element, " : " elements, ") + octetCount(octets) +
-        (trailing.empty() ? ": whole\n"
-                          : "; then " + octetCount(trailing.octets.size()) +
-                                " of damage at octet " + std::to_string(trailing.offset) + '\n'));
+        verdict(part.report, trailing) + '\n');
 }
 
 // An element; or, where there are any, the octets after the last that make none.
 struct Item {
+    Part& part;
     air::Element element{};
     air::TrailingOctets trailing{};
 };
 
 void writeJSON(JSONWriter& writer, const Item& item) {
-    if (!item.trailing.empty()) return writeTrailing(writer, item.trailing);
-    writeElement(writer, item.element);
+    const ElementList& list = item.part.list;
+    if (!item.trailing.empty()) return writeTrailing(writer, list, item.trailing);
+    writeElement(writer, list, item.element, item.part.report);
 }
 
-void print(air::ElementRange elements, Format format, bool hasOctets) {
-    if (format == Format::Text) return printText(elements, hasOctets);
-    std::vector<Item> all;
-    auto element = elements.begin();
-    for (; element != elements.end(); ++element) all.push_back({*element, {}});
+void addItems(std::vector<Item>& items, Part& part) {
+    auto element = part.list.range().begin();
+    for (; element != part.list.range().end(); ++element) items.push_back({part, *element, {}});
     const auto trailing = element.rest();
-    if (!trailing.empty()) all.push_back({{}, trailing});
-    printJSON(all, format);
+    if (!trailing.empty()) items.push_back({part, {}, trailing});
+}
+
+void print(Parts& parts, Format format, bool hasOctets) {
+    std::vector<Item> items;
+    for (Part& part : parts) {
+        if (format != Format::Text) {
+            addItems(items, part);
+            continue;
+        }
+        if (&part != &parts.front()) put("\n");
+        printText(part, hasOctets);
+    }
+    if (format != Format::Text) printJSON(items, format);
+}
+
+// Tells of the damage on standard error. Returns whether there is any.
+bool complainOfDamage(const Part& part) {
+    const std::string& bssid = part.list.bssid();
+    const std::string head = "elements: " + (bssid.empty() ? "" : "BSS " + bssid + ": ");
+    if (part.report.count > 0) {
+        const std::size_t others = part.report.count - 1;
+        complain(head + part.report.firstProblem +
+                 (others == 0 ? "" : "; " + std::to_string(others) + " more damaged"));
+    }
+    const auto trailing = part.list.range().trailing();
+    if (!trailing.empty()) complain(head + trailingProblem(part.list, trailing));
+    return part.report.count > 0 || !trailing.empty();
 }
 
 }  // namespace
@@ -152,11 +216,13 @@ int elementsCommand() {
         }
         octets = frame->elements;
     }
-    const air::ElementRange elements(octets);
-    print(elements, *format, typed.bytes != 0);
-    const auto trailing = elements.trailing();
-    if (!trailing.empty()) complain("elements: " + trailingProblem(trailing));
-    return trailing.empty() ? kExitDone : kExitFailed;
+    Parts parts = partsOf(octets, typed.frame != 0 ? std::vector<HexPart>() : dump->parts);
+    print(parts, *format, typed.bytes != 0);
+    int status = kExitDone;
+    for (const Part& part : parts) {
+        if (complainOfDamage(part)) status = kExitFailed;
+    }
+    return status;
 }
 
 }  // namespace halvane::tool

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "halvane/base/ascii_internal.h"
+#include "halvane/base/mac_address.h"
 
 namespace halvane::tool {
 
@@ -225,10 +226,30 @@ std::optional<std::vector<std::uint8_t>> elementOfLine(std::string_view line) {
     return vendorElement(line);
 }
 
+// The address of "BSS 02:00:00:00:00:01(on wlan0)", with which the lines of a network begin.
+std::optional<MacAddress> bssOfLine(std::string_view line) {
+    constexpr std::string_view kBefore = "BSS ";
+    constexpr std::size_t kAddressText = 17;
+    if (!line.starts_with(kBefore)) return std::nullopt;
+    return MacAddress::fromText(line.substr(kBefore.size(), kAddressText));
+}
+
+// Ends the octets of the part before. A part without octets goes.
+void beginPart(HexDump& dump, std::string bssid) {
+    const std::size_t start = dump.octets.size();
+    if (dump.parts.empty() && start > 0) dump.parts.push_back({{}, 0});
+    if (!dump.parts.empty() && dump.parts.back().start == start) dump.parts.pop_back();
+    dump.parts.push_back({std::move(bssid), start});
+}
+
 std::optional<DumpResult> readScan(std::string_view text) {
     HexDump dump{.octets = {}, .format = "iw -u"};
     while (!text.empty()) {
         std::string_view line = takeLine(text);
+        if (const auto bssid = bssOfLine(line)) {
+            beginPart(dump, bssid->text());
+            continue;
+        }
         line.remove_prefix(blanksAt(line));
         const auto element = elementOfLine(line);
         if (!element) continue;
@@ -236,6 +257,7 @@ std::optional<DumpResult> readScan(std::string_view text) {
         ++dump.lines;
     }
     if (dump.lines == 0) return std::nullopt;
+    if (!dump.parts.empty() && dump.parts.back().start == dump.octets.size()) dump.parts.pop_back();
     return dump;
 }
 

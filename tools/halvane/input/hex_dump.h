@@ -12,10 +12,19 @@
 
 namespace halvane::tool {
 
+// The octets of one of several networks, up to the next part.
+struct HexPart {
+    std::string bssid;  // as the text has it; empty for octets before the first
+    std::size_t start;
+
+    friend bool operator==(const HexPart&, const HexPart&) = default;
+};
+
 struct HexDump {
     std::vector<std::uint8_t> octets;
     std::string_view format;  // "tcpdump -x", "xxd", "hexdump", "od", "iw -u"; empty for plain text
     std::size_t lines = 0;    // that hold octets
+    std::vector<HexPart> parts{};  // of a scan, each with octets; empty for text without BSSs
 };
 
 // Reads the output of tcpdump -x or -X, xxd, hexdump -C, od -tx1, a packet viewer's copy, the

@@ -6,19 +6,25 @@
 #include <optional>
 #include <string_view>
 
+#include "halvane/air/eht_capabilities.h"
+#include "halvane/air/eht_mcs_sets.h"
 #include "halvane/air/element_damage.h"
 #include "halvane/air/element_decoder.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/element_info.h"
 #include "halvane/air/element_range.h"
 #include "halvane/air/field_sink.h"
+#include "halvane/air/he_phy_capabilities.h"
+
+#include "tools/halvane/output/element_list.h"
 
 namespace halvane::tool {
 
 class DescribedElement {
   public:
-    // Borrows the element.
-    explicit DescribedElement(const air::Element& element) : element_(element) {
+    // Borrows the list and its element.
+    DescribedElement(const ElementList& list, const air::Element& element)
+        : list_(list), element_(element) {
         if (element.id == air::ElementId::Vendor) {
             const auto* const info = air::vendorElementInfo(element.body);
             if (info != nullptr) take(info->decoder, info->source, info->type ? kVendorHead : 0);
@@ -32,14 +38,27 @@ class DescribedElement {
     // The clause or the document that defines the element; empty if there is none.
     std::string_view clause() const { return clause_; }
 
-    // Tells the fields, with places from the start of the decoded part on.
+    // Tells the fields, with places from the start of the decoded part on. Which fields EHT
+    // Capabilities have follows from the HE Capabilities beside them.
     // REQUIRES: hasFields().
     std::optional<air::ElementDamage> describe(air::FieldSink& sink) const {
+        const air::HePhyCapabilities* const he = list_.he();
+        if (element_.id == air::EhtCapabilities::kId && he != nullptr) {
+            return air::EhtCapabilities::describe(element_.body, sink, *he,
+                                                  air::EhtSender::AccessPoint);
+        }
         return decoder_->describe(element_.body.subspan(head_), sink);
     }
 
+    // The octets of the body before the decoded part.
+    std::size_t headSize() const { return head_; }
+
     // Where in the body the damage begins.
     std::size_t offsetOf(const air::ElementDamage& damage) const { return head_ + damage.offset; }
+    // The same in the buffer.
+    std::size_t octetOf(const air::ElementDamage& damage) const {
+        return list_.offsetOf(element_.offsetOfBody(offsetOf(damage)));
+    }
 
   private:
     static constexpr std::size_t kVendorHead = 4;  // OUI and type
@@ -50,6 +69,7 @@ class DescribedElement {
         head_ = head;
     }
 
+    const ElementList& list_;
     const air::Element& element_;
     const air::ElementDecoder* decoder_ = nullptr;
     std::string_view clause_{};

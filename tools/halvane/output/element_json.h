@@ -4,6 +4,8 @@
 
 #include "halvane/air/element_range.h"
 
+#include "tools/halvane/output/damage_report.h"
+#include "tools/halvane/output/element_list.h"
 #include "tools/halvane/output/json_writer.h"
 
 namespace halvane::tool {
@@ -12,14 +14,17 @@ namespace halvane::tool {
 // the body. Octets that make no element end it as an item that has "offset" and "bytes" alone.
 void writeElements(JSONWriter& writer, air::ElementRange elements);
 
-// Writes one object of octets that make no element: "offset" and "bytes".
-void writeTrailing(JSONWriter& writer, const air::TrailingOctets& trailing);
+// Writes one object of octets of a list that make no element: "offset" and "bytes".
+void writeTrailing(JSONWriter& writer, const ElementList& list,
+                   const air::TrailingOctets& trailing);
 
-// Writes one object: the same members, "clause" where it is known, "fields", an array of objects
-// that have "name", "offset" in the body, "size" in octets, "bit" and "bits" of a part of them, and
-// "value", or "fields" of their own; and "damage", the octet of the body at which a field does not
-// fit.
-void writeElement(JSONWriter& writer, const air::Element& element);
+// Writes one object: "bssid" if the list has one, the same members, "clause" where it is known,
+// "fields", an array of objects that have "name", "offset" in the body, "size" in octets, "bit" and
+// "bits" of a part of them, and "value", or "fields" of their own; and "damage", the octet of the
+// body at which a field does not fit. A field that holds elements has "elements" too, an array of
+// such objects, whose offsets are those in the buffer. `report` notes damage.
+void writeElement(JSONWriter& writer, const ElementList& list, const air::Element& element,
+                  DamageReport& report);
 
 }  // namespace halvane::tool
 

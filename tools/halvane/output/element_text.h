@@ -7,6 +7,9 @@
 
 #include "halvane/air/element_range.h"
 
+#include "tools/halvane/output/damage_report.h"
+#include "tools/halvane/output/element_list.h"
+
 namespace halvane::tool {
 
 // "1 octet" or "2 octets".
@@ -15,18 +18,24 @@ std::string octetCount(std::size_t count);
 // The line of titles.
 std::string elementTitles();
 
-// The lines of an element. A damaged one ends with a line that begins with 'x' and names the octet.
-// `hasOctets` adds the octets of an element whose fields are known; others always show them.
-std::string elementText(const air::Element& element, bool hasOctets);
+// The lines of an element of a list, the first with its clause. The elements that its fields hold
+// stand below it, indented, each with its octet in the buffer. Damage is a line that begins with
+// 'x' and names the octet; `report` notes it. `hasOctets` adds the octets of an element whose
+// fields are known; others always show them.
+std::string elementText(const ElementList& list, const air::Element& element, bool hasOctets,
+                        DamageReport& report);
 
 // A line for each element: octet, name and the body's octets.
 std::string elementNames(air::ElementRange elements);
 
-// The lines of the octets that make no element. REQUIRES: there are some.
-std::string trailingText(const air::TrailingOctets& trailing);
+// The lines of the octets of a list that make no element. REQUIRES: there are some.
+std::string trailingText(const ElementList& list, const air::TrailingOctets& trailing);
 
 // What is wrong there, as a message.
-std::string trailingProblem(const air::TrailingOctets& trailing);
+std::string trailingProblem(const ElementList& list, const air::TrailingOctets& trailing);
+
+// What is wrong with an element whose damage begins at this octet of the buffer, as a message.
+std::string elementProblem(std::size_t octet, const air::Element& element);
 
 }  // namespace halvane::tool
 
