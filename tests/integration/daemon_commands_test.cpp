@@ -589,6 +589,44 @@ TEST_F(DaemonMonitor, EndsBySignalWhileTheReaderOfItsOutputStandsStill) {
     }
 }
 
+// While an object lives, programs start with the signals blocked.
+class SignalsBlockedAtStart {
+  public:
+    SignalsBlockedAtStart() {
+        sigset_t blocked;
+        ::sigemptyset(&blocked);
+        for (const int signal : {SIGINT, SIGTERM}) ::sigaddset(&blocked, signal);
+        ::pthread_sigmask(SIG_BLOCK, &blocked, &before_);
+    }
+    SignalsBlockedAtStart(const SignalsBlockedAtStart&) = delete;
+    SignalsBlockedAtStart& operator=(const SignalsBlockedAtStart&) = delete;
+    ~SignalsBlockedAtStart() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+  private:
+    sigset_t before_{};
+};
+
+TEST_F(DaemonMonitor, EndsBySignalsThatWereBlockedAtItsStart) {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const SignalsBlockedAtStart blocked;
+        EXPECT_EQ(start()->stop(signal), 0);
+    }
+}
+
+TEST_F(DaemonMonitor, EndsByNoSignalThatWasIgnoredAtItsStart) {
+    bus_.control("start wlan0");
+    RunningProgram monitor(
+        {"/bin/sh", "-c", "trap '' INT TERM; exec \"$0\" monitor", HALVANE_TOOL});
+    EXPECT_EQ(monitor.errorLine(), "halvane: monitor: asked for notifications; Control-C ends\n");
+    for (const int signal : {SIGINT, SIGTERM}) monitor.send(signal);
+    bus_.control("join wlan0 02:00:00:00:02:01");
+    EXPECT_EQ(monitor.outputLine(), "joined      02:00:00:00:02:01  wlan0\n");
+    monitor.closeOutput();
+    bus_.control("leave wlan0 02:00:00:00:02:01");
+    EXPECT_EQ(monitor.errorLine(), "halvane: standard output: Broken pipe\n");
+    EXPECT_EQ(monitor.wait(), 1);
+}
+
 TEST_F(DaemonMonitor, SpoilsNothingWhereItsOutputIsClosed) {
     bus_.control("start wlan0");
     RunningProgram monitor({"/bin/sh", "-c", "exec \"$0\" monitor >&-", HALVANE_TOOL});
@@ -632,6 +670,17 @@ TEST(UnansweredMonitor, EndsBySignalAsAnyProgram) {
         daemon.waitForRequest();
         EXPECT_EQ(monitor.stop(signal), -signal);
         EXPECT_EQ(monitor.outputLine() + monitor.errorLine(), "");
+    }
+}
+
+TEST(UnansweredMonitor, EndsBySignalsThatWereBlockedAtItsStart) {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const PrivateBus bus;
+        SilentDaemon daemon(bus);
+        const SignalsBlockedAtStart blocked;
+        RunningProgram monitor(toolWords({"monitor"}));
+        daemon.waitForRequest();
+        EXPECT_EQ(monitor.stop(signal), -signal);
     }
 }
 

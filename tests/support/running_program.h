@@ -45,6 +45,7 @@ class RunningProgram {
     }
 
     // As SpawnedProcess has them.
+    void send(int signal) const { process_.send(signal); }
     int stop(int signal) { return process_.stop(signal); }
     int wait() { return process_.wait(); }
 

@@ -22,9 +22,13 @@ class SpawnedProcess {
     SpawnedProcess& operator=(const SpawnedProcess&) = delete;
     ~SpawnedProcess() { stop(SIGKILL); }
 
+    void send(int signal) const {
+        if (process_ > 0) ::kill(process_, signal);
+    }
+
     // Sends the signal, and waits.
     int stop(int signal) {
-        if (process_ > 0) ::kill(process_, signal);
+        send(signal);
         return wait();
     }
 

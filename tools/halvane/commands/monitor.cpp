@@ -77,7 +77,7 @@ class DaemonTeller {
     // The daemon has agreed to send notifications. From now on there is something to report.
     void begin() noexcept {
         isAsked_ = true;
-        endOnSignals();  // not before: until then the signals end the program anyway
+        endOnSignals();
         say("asked for notifications; Control-C ends");
     }
 
@@ -120,6 +120,7 @@ DaemonResult<void> ask(DaemonClient& daemon, DaemonTeller& teller) {
 }
 
 int watch(Format format) {
+    takeEndingSignals();  // before the client starts its threads
     WaitedEnd end;
     LinePrinter printer(format, end);
     DaemonTeller teller(end);
