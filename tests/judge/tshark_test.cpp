@@ -36,6 +36,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/described_element.h"
+#include "tools/halvane/output/element_list.h"
 
 using namespace halvane;
 using namespace halvane::testing;
@@ -164,8 +165,9 @@ class Judge {
         const auto octets = air::Octets(frame.elements).subspan(other.offset, other.size);
         if (octets.size() < 2 || octets.size() != octets[1] + 2u) return;  // cut
         if (!compared_.emplace(octets.begin(), octets.end()).second) return;
-        const air::Element element = *air::ElementRange(octets).begin();
-        const tool::DescribedElement described(element);
+        const tool::ElementList list(octets);
+        const air::Element element = *list.range().begin();
+        const tool::DescribedElement described(list, element);
         if (!described.hasFields()) return;
         ++elements_;
         if (isLost(other)) {
