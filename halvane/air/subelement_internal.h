@@ -3,18 +3,20 @@
 #define HALVANE_AIR_SUBELEMENT_INTERNAL_H
 
 #include <cstdint>
-#include <optional>
 #include <span>
 
 #include "halvane/air/element_codec_internal.h"
 
 namespace halvane::air {
 
+// Of a list in which no subelement holds elements.
+inline constexpr int kNoContainer = -1;
+
 // `names` are those of the IDs. The data of the ID `container` holds elements. Octets that make no
 // subelement are left.
 inline constexpr auto kSubelementsLayout = [](auto& codec, auto& subelements,
                                               std::span<const ValueName> names,
-                                              std::optional<std::uint8_t> container = {}) {
+                                              int container = kNoContainer) {
     codec.subelements(subelements, [&](auto& subelement) {
         codec.group("Subelement", [&] {
             codec.number("Subelement ID", subelement.id, {.names = names});
