@@ -63,6 +63,7 @@ class HALVANE_EXPORT ElementIterator {
     using difference_type = std::ptrdiff_t;
 
     ElementIterator() = default;
+    // Begins with the element at the octet `start`. Past the last octet there is none.
     explicit ElementIterator(Octets octets, std::size_t start = 0) : next_(octets) {
         isAtEnd_ = !next_.skip(start);
         if (!isAtEnd_) read();
