@@ -218,6 +218,77 @@ TEST_F(CaptureReaderTest, CutsOnlyWhatASnapshotKeptOfTheFrameCheckSequence) {
     }
 }
 
+// The upper four bits of the link-type word count the octets in pairs; some write octets.
+constexpr unsigned kTellsFCS = 0x04000000, kFCSWords = 2u << 28, kFCSOctets = 4u << 28;
+
+Bytes withFCS(Bytes frame) {
+    appendNumber(frame, frameCheckSequence(frame), 4, Order::Little);
+    return frame;
+}
+
+TEST_F(CaptureReaderTest, CutsTheFrameCheckSequenceThatTheLinkTypeTells) {
+    const std::vector<Packet> packets = {{withFCS(beacon())}};
+    const std::string withSequence = "000161" + ByteBuffer(withFCS(beacon())).hex().substr(78);
+    for (const Order order : {Order::Little, Order::Big}) {
+        for (const auto& [word, elements] : {
+                 std::pair{kBare | kTellsFCS | kFCSWords, std::string("000161")},
+                 std::pair{kBare | kTellsFCS | kFCSOctets, std::string("000161")},
+                 std::pair{kBare | kTellsFCS, withSequence},  // none
+                 std::pair{kBare | kFCSWords, withSequence},  // not told
+                 std::pair{kBare, withSequence},
+             }) {
+            const Reading reading = readBytes(pcapFile(word, order, packets));
+            EXPECT_EQ(reading.error, "");
+            EXPECT_THAT(reading.elements, ::testing::ElementsAre(elements)) << std::hex << word;
+        }
+    }
+}
+
+TEST_F(CaptureReaderTest, HandsOutTheFrameCheckSequenceThatTheLinkTypeTells) {
+    for (std::size_t notKept = 0; notKept <= 7; ++notKept) {
+        Bytes frame = withFCS(beacon());
+        const Bytes whole = frame;
+        frame.resize(frame.size() - notKept);
+        const std::size_t withoutFCS = 3 - (notKept > 4 ? notKept - 4 : 0);
+        const std::string path = folder_.write(
+            "file.pcap",
+            pcapFile(kBare | kTellsFCS | kFCSWords, Order::Little, {{frame, notKept}}));
+        auto reader = CaptureReader::open(path);
+        ASSERT_TRUE(reader);
+        const auto read = reader->next();
+        ASSERT_TRUE(read && read->beacon());
+        EXPECT_TRUE(read->radio.hasFCS);
+        EXPECT_EQ(read->isCut, notKept > 0);
+        EXPECT_EQ(read->radio.frame.size(), frame.size());
+        EXPECT_EQ(read->beacon()->elements.size(), withoutFCS);
+    }
+}
+
+// A radiotap header can tell of a frame check sequence, and this one does not.
+TEST_F(CaptureReaderTest, BelievesARadioHeaderUnlessTheFrameShowsOtherwise) {
+    const unsigned word = kRadiotap | kTellsFCS | kFCSWords;
+    const Reading reading = readBytes(pcapFile(word, Order::Little,
+                                               {{withRadiotap(0x00, beacon())},
+                                                {withRadiotap(0x00, withFCS(beacon()))},
+                                                {withRadiotap(0x10, withFCS(beacon()))},
+                                                {{0x01, 0x00, 0x08, 0x00}}}));
+    EXPECT_THAT(reading.elements, ::testing::ElementsAre("000161", "000161", "000161"));
+    ASSERT_EQ(reading.frames.size(), 4u);
+    EXPECT_EQ(reading.frames[3].content.error(), SkipReason::MalformedHeader);
+    EXPECT_FALSE(reading.frames[3].radio.hasFCS);
+}
+
+TEST_F(CaptureReaderTest, TellsTheTimeOfEachFrame) {
+    Bytes file = pcapFile(kBare, Order::Big, {{beacon(1)}});
+    EXPECT_EQ(readBytes(file).frames.at(0).time, 1700000000'000000000);
+    file[31] = 7;  // the fraction's last octet
+    EXPECT_EQ(readBytes(file).frames.at(0).time, 1700000000'000007000);
+    file[2] = 0x3C, file[3] = 0x4D;  // the magic of nanoseconds
+    EXPECT_EQ(readBytes(file).frames.at(0).time, 1700000000'000000007);
+    for (const std::size_t i : {24u, 25u, 26u, 27u}) file[i] = 0xFF;
+    EXPECT_EQ(readBytes(file).frames.at(0).time, 4294967295'000000007);  // in the year 2106
+}
+
 TEST_F(CaptureReaderTest, CallsAFrameThatIsShorterThanItsCheckSequenceShort) {
     for (std::size_t size = 0; size < 6; ++size) {
         const Reading reading = readBytes(

@@ -106,6 +106,7 @@ class Decoder {
         }
         const CutFrames cut = decodeFrames(*reader);
         summary.add(reader->summary());
+        if (const auto note = reader->note()) complain(*note);
         if (cut.count > 0) complain(inputName(path) + ": " + cut.text());
         if (reader->error()) complain(*reader->error());
         return !reader->error() && cut.count == 0;

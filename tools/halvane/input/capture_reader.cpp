@@ -1,13 +1,13 @@
 #include "tools/halvane/input/capture_reader.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <pcap/pcap.h>
-#include <sys/stat.h>
-#include <sys/types.h>
-#include <system_error>
+#include <algorithm>
 #include <utility>
 
+#include "halvane/capture/fcs.h"
+#include "halvane/capture/link_type.h"
+
+#include "tools/halvane/input/capture_format.h"
+#include "tools/halvane/input/input_stream.h"
 #include "tools/halvane/output/message.h"
 
 namespace halvane::tool {
@@ -18,42 +18,38 @@ constexpr std::array<const char*, capture::kSkipReasonCount> kSkipReasonNames = 
     "other frames", "fragments", "encrypted", "short", "damaged", "malformed radio headers",
 };
 
-struct FileCloser {
-    void operator()(std::FILE* file) const {
-        if (file != stdin) std::fclose(file);
+// Radio headers of these types tell whether a frame check sequence is there.
+bool tellsFCS(capture::LinkType linkType) {
+    return linkType == capture::LinkType::Radiotap || linkType == capture::LinkType::PPI;
+}
+
+bool isMalformed(const capture::CapturedFrame& frame) {
+    return !frame.content && frame.content.error() == capture::SkipReason::MalformedHeader;
+}
+
+// As examinePacket(), for a capture that itself tells of frame check sequences. A radio header that
+// can tell of them and does not is believed, unless the frame does end in one.
+capture::CapturedFrame examineWithFCS(const Packet& packet) {
+    const auto frame = capture::examinePacket(packet.linkType, packet.bytes, packet.originalLength);
+    if (frame.radio.hasFCS || isMalformed(frame)) return frame;
+    if (tellsFCS(packet.linkType) && (frame.isCut || !capture::endsInItsFCS(frame.radio.frame))) {
+        return frame;
     }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
-
-// Independent of the locale, and safe with other threads.
-std::string errorText(int code) {
-    return std::generic_category().message(code);
+    const std::size_t missing =
+        std::max(packet.originalLength, packet.bytes.size()) - packet.bytes.size();
+    const std::size_t sequence =
+        frame.radio.frame.size() - capture::withoutFCS(frame.radio.frame, missing).size();
+    auto content =
+        capture::examinePacket(packet.linkType, packet.bytes.first(packet.bytes.size() - sequence));
+    content.radio.frame = frame.radio.frame;
+    content.radio.hasFCS = true;
+    content.isCut = frame.isCut;
+    return content;
 }
 
-std::optional<std::uint64_t> sizeOfRegularFile(std::FILE* file) {
-    struct stat status {};
-    if (::fstat(::fileno(file), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    return static_cast<std::uint64_t>(status.st_size);
-}
-
-// Checks for a first byte, and leaves it unread. On a pipe only reading can tell. Returns the text
-// of the fault, or absent.
-std::optional<std::string> findNothingToRead(std::FILE* file) {
-    const int first = std::fgetc(file);
-    if (first != EOF) {
-        std::ungetc(first, file);
-        return std::nullopt;
-    }
-    return std::ferror(file) ? errorText(errno) : "the file is empty";
-}
-
-std::string notWiFiText(int linkType) {
-    const char* name = pcap_datalink_val_to_name(linkType);
-    const char* description = pcap_datalink_val_to_description(linkType);
-    std::string text = "its frames are not 802.11, but of link type ";
-    text += name ? name : std::to_string(linkType);
-    if (description) text += std::string(" (") + description + ")";
-    return text;
+capture::CapturedFrame examine(const Packet& packet) {
+    if (packet.endsInFCS) return examineWithFCS(packet);
+    return capture::examinePacket(packet.linkType, packet.bytes, packet.originalLength);
 }
 
 }  // namespace
@@ -92,58 +88,38 @@ std::string CaptureSummary::text() const {
     return line;
 }
 
-void CaptureReader::Closer::operator()(pcap* capture) const {
-    pcap_close(capture);
-}
-
-CaptureReader::CaptureReader(Handle handle, capture::LinkType linkType, std::string name,
+CaptureReader::CaptureReader(std::unique_ptr<PacketSource> source, std::string name,
                              std::optional<std::uint64_t> fileSize)
-    : handle_(std::move(handle)),
-      linkType_(linkType),
-      name_(std::move(name)),
-      fileSize_(fileSize) {}
+    : source_(std::move(source)), name_(std::move(name)), fileSize_(fileSize) {}
 
 Result<CaptureReader, std::string> CaptureReader::open(const std::string& path) {
-    const bool isStandardInput = path == "-";
     const std::string name = inputName(path);
-    const auto fail = [&](const std::string& text) { return Unexpected(name + ": " + text); };
-
-    File file(isStandardInput ? stdin : std::fopen(path.c_str(), "rbe"));
-    if (!file) return fail(errorText(errno));
-    if (const auto text = findNothingToRead(file.get())) return fail(*text);
-
-    const auto size = sizeOfRegularFile(file.get());
-    std::array<char, PCAP_ERRBUF_SIZE> reason{};
-    Handle handle(pcap_fopen_offline(file.get(), reason.data()));
-    if (!handle) return fail(std::string("not a readable capture: ") + reason.data());
-    static_cast<void>(file.release());  // closed with the handle, standard input excepted
-
-    const int number = pcap_datalink(handle.get());
-    const auto linkType = capture::linkTypeOfNumber(number);
-    if (!linkType) return fail(notWiFiText(number));
-    return CaptureReader(std::move(handle), *linkType, name, size);
+    auto stream = InputStream::open(path);
+    if (!stream) return Unexpected(name + ": " + stream.error());
+    const auto size = stream->fileSize();
+    const bool isPcapng = captureFormat(*stream) == CaptureFormat::Pcapng;
+    auto input = std::make_unique<InputStream>(std::move(*stream));
+    auto source = isPcapng ? openPcapng(std::move(input)) : openPcap(std::move(input));
+    if (!source) return Unexpected(name + ": " + source.error());
+    return CaptureReader(std::move(*source), name, size);
 }
 
 std::optional<CaptureReader::Frame> CaptureReader::next() {
-    if (error_) return std::nullopt;
-    pcap_pkthdr* header = nullptr;
-    const u_char* bytes = nullptr;
-    const int outcome = pcap_next_ex(handle_.get(), &header, &bytes);
-    if (outcome == PCAP_ERROR) {
-        error_ = name_ + ": cannot be read beyond frame " + std::to_string(summary_.frames) + ": " +
-                 pcap_geterr(handle_.get());
-    }
-    if (outcome != 1) return std::nullopt;
+    if (isAtEnd_) return std::nullopt;
+    const NextPacket packet = source_->next();
+    isAtEnd_ = !packet || !*packet;
+    if (!packet) error_ = name_ + ": " + packet.error();
+    if (isAtEnd_) return std::nullopt;
 
-    const Frame frame = {capture::examinePacket(linkType_, {bytes, header->caplen}, header->len),
-                         summary_.frames + 1};
+    const Frame frame = {examine(**packet), (*packet)->number, (*packet)->time};
     summary_.add(frame);
     return frame;
 }
 
-std::uint64_t CaptureReader::bytesRead() const {
-    const off_t position = ::ftello(pcap_file(handle_.get()));
-    return position < 0 ? 0 : static_cast<std::uint64_t>(position);
+std::optional<std::string> CaptureReader::note() const {
+    auto text = source_->note();
+    if (text) text->insert(0, name_ + ": ");
+    return text;
 }
 
 }  // namespace halvane::tool

@@ -1,6 +1,7 @@
 // Reads a capture file as a stream of frames, and examines each for what a BSS record needs.
 //
-// pcap of either byte order and pcapng, through libpcap. Memory does not grow with the file.
+// pcap and pcapng of either byte order, compressed or not (input_stream.h). Memory does not grow
+// with the file.
 // A reader belongs to one thread at a time; distinct readers are independent.
 #ifndef TOOLS_HALVANE_INPUT_CAPTURE_READER_H
 #define TOOLS_HALVANE_INPUT_CAPTURE_READER_H
@@ -14,10 +15,9 @@
 #include "halvane/base/result.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/captured_frame.h"
-#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 
-struct pcap;
+#include "tools/halvane/input/packet_source.h"
 
 namespace halvane::tool {
 
@@ -39,11 +39,15 @@ class CaptureReader {
   public:
     struct Frame : capture::CapturedFrame {
         std::uint64_t number = 0;  // 1-based, counting every frame of the file
+        // Nanoseconds since 1970-01-01 00:00 UTC. Absent if the file tells none, or one that does
+        // not fit.
+        std::optional<std::int64_t> time{};
     };
 
     // Opens a capture file; "-" is standard input, which stays open. An error names the file and
     // the fault: the file cannot be opened or read, is a directory, is empty or no capture, or its
-    // frames are not 802.11.
+    // frames are not 802.11. If a pcapng file has frames and none of its interfaces is 802.11, only
+    // its end can tell: then error() says so.
     static Result<CaptureReader, std::string> open(const std::string& path);
 
     // Returns the next frame; its spans are valid until the next call. Absent at the end of the
@@ -53,27 +57,27 @@ class CaptureReader {
     // The file's name and the fault that ended the reading early. Absent if there was none.
     const std::optional<std::string>& error() const { return error_; }
 
+    // The file's name and a sentence on the interfaces that were passed over so far because they
+    // are not 802.11. Absent if there was none.
+    std::optional<std::string> note() const;
+
     // Counts the frames that next() has returned.
     const CaptureSummary& summary() const { return summary_; }
 
-    // Bytes, for showing progress. Only a regular file has a size.
-    std::uint64_t bytesRead() const;
+    // Bytes, for showing progress. Only a regular file has a size. Of a compressed file, both count
+    // its own.
+    std::uint64_t bytesRead() const { return source_->bytesRead(); }
     std::optional<std::uint64_t> fileSize() const { return fileSize_; }
 
   private:
-    struct Closer {
-        void operator()(pcap* capture) const;
-    };
-    using Handle = std::unique_ptr<pcap, Closer>;
-
-    CaptureReader(Handle handle, capture::LinkType linkType, std::string name,
+    CaptureReader(std::unique_ptr<PacketSource> source, std::string name,
                   std::optional<std::uint64_t> fileSize);
 
-    Handle handle_;
-    capture::LinkType linkType_;
+    std::unique_ptr<PacketSource> source_;
     std::string name_;
     std::optional<std::uint64_t> fileSize_;
     std::optional<std::string> error_;
+    bool isAtEnd_ = false;
     CaptureSummary summary_;
 };
 

@@ -1,0 +1,124 @@
+// pcap, through libpcap.
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <pcap/pcap.h>
+#include <sys/types.h>
+#include <utility>
+
+#include "tools/halvane/input/link_type_name.h"
+#include "tools/halvane/input/packet_source.h"
+
+namespace halvane::tool {
+
+namespace {
+
+constexpr std::size_t kFileHeaderSize = 24;
+constexpr std::size_t kRecordHeaderSize = 16;
+constexpr std::size_t kStreamBuffer = std::size_t{64} << 10;
+
+struct CaptureCloser {
+    void operator()(pcap_t* capture) const { pcap_close(capture); }
+};
+using Capture = std::unique_ptr<pcap_t, CaptureCloser>;
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+ssize_t readStream(void* cookie, char* room, std::size_t size) {
+    auto& stream = *static_cast<InputStream*>(cookie);
+    const auto octets = stream.peek(1);
+    if (octets.empty()) {
+        errno = EIO;
+        return stream.error() ? -1 : 0;
+    }
+    const auto part = octets.first(std::min(octets.size(), size));
+    std::ranges::copy(part, room);
+    stream.consume(part.size());
+    return static_cast<ssize_t>(part.size());
+}
+
+// The network field's F bit says that its upper four bits are the length of each packet's frame
+// check sequence, in units of two octets
+// (https://www.ietf.org/archive/id/draft-ietf-opsawg-pcap-04.html, 4). Some programs write octets
+// there. That of 802.11 has four octets, so both mean the same.
+bool tellsFCS(pcap_t* capture) {
+    constexpr unsigned kIsPresent = 0x04000000;
+    const unsigned extension = static_cast<unsigned>(pcap_datalink_ext(capture));
+    const unsigned length = extension >> 28;
+    return (extension & kIsPresent) != 0 && (length == 2 || length == 4);
+}
+
+std::int64_t nanoseconds(const pcap_pkthdr& header) {
+    // 32 bits in the file, without a sign.
+    const auto seconds = static_cast<std::uint32_t>(header.ts.tv_sec);
+    return std::int64_t{seconds} * 1'000'000'000 + std::int64_t{header.ts.tv_usec};
+}
+
+class PcapSource : public PacketSource {
+  public:
+    PcapSource(std::unique_ptr<InputStream> stream, Capture capture, capture::LinkType linkType)
+        : stream_(std::move(stream)),
+          linkType_(linkType),
+          endsInFCS_(tellsFCS(capture.get())),
+          capture_(std::move(capture)) {}
+
+    NextPacket next() override {
+        pcap_pkthdr* header = nullptr;
+        const u_char* bytes = nullptr;
+        const int outcome = pcap_next_ex(capture_.get(), &header, &bytes);
+        if (outcome == PCAP_ERROR) {
+            return Unexpected(
+                beyondFrame(count_, stream_->error().value_or(pcap_geterr(capture_.get()))));
+        }
+        if (outcome != 1) return std::optional<Packet>();
+        bytesRead_ += kRecordHeaderSize + header->caplen;
+        return std::optional<Packet>({.number = ++count_,
+                                      .linkType = linkType_,
+                                      .bytes = {bytes, header->caplen},
+                                      .originalLength = header->len,
+                                      .time = nanoseconds(*header),
+                                      .endsInFCS = endsInFCS_});
+    }
+
+    std::uint64_t bytesRead() const override {
+        return stream_->isCompressed() ? stream_->fileOffset() : bytesRead_;
+    }
+
+  private:
+    std::unique_ptr<InputStream> stream_;  // the capture reads it
+    capture::LinkType linkType_;
+    bool endsInFCS_;
+    std::uint64_t count_ = 0;
+    std::uint64_t bytesRead_ = kFileHeaderSize;
+    Capture capture_;
+};
+
+}  // namespace
+
+OpenedSource openPcap(std::unique_ptr<InputStream> stream) {
+    cookie_io_functions_t functions{};
+    functions.read = readStream;
+    std::unique_ptr<std::FILE, FileCloser> file(::fopencookie(stream.get(), "rb", functions));
+    if (!file) return Unexpected(std::string("not enough memory to read"));
+    std::setvbuf(file.get(), nullptr, _IOFBF, kStreamBuffer);
+
+    std::array<char, PCAP_ERRBUF_SIZE> reason{};
+    Capture capture(pcap_fopen_offline_with_tstamp_precision(file.get(), PCAP_TSTAMP_PRECISION_NANO,
+                                                             reason.data()));
+    if (!capture) {
+        if (stream->error()) return Unexpected(*stream->error());
+        return Unexpected(std::string("not a readable capture: ") + reason.data());
+    }
+    static_cast<void>(file.release());  // closed with the capture
+
+    const int number = pcap_datalink(capture.get());
+    const auto linkType = capture::linkTypeOfNumber(number);
+    if (!linkType) return Unexpected(notWiFiText(number));
+    return OpenedSource(
+        std::make_unique<PcapSource>(std::move(stream), std::move(capture), *linkType));
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,110 @@
+// The blocks of a pcapng file, one after the other, with every length checked
+// (https://www.ietf.org/archive/id/draft-ietf-opsawg-pcapng-03.html, 3 and 4).
+//
+// A reader belongs to one thread at a time. It keeps at most one block, of at most kLargestBlock
+// octets, and none of a kind that it passes over.
+#ifndef TOOLS_HALVANE_INPUT_PCAPNG_BLOCK_H
+#define TOOLS_HALVANE_INPUT_PCAPNG_BLOCK_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "halvane/base/byte_cursor.h"
+#include "halvane/base/result.h"
+
+#include "tools/halvane/input/input_stream.h"
+
+namespace halvane::tool {
+
+enum class BlockType : std::uint32_t {
+    PassedOver = 0,  // in a file, a reserved number
+    Interface = 1,
+    ObsoletePacket = 2,
+    SimplePacket = 3,
+    EnhancedPacket = 6,
+    Section = 0x0A0D0D0A,
+};
+
+// A ByteCursor of the section's byte order.
+class OrderedCursor {
+  public:
+    OrderedCursor(std::span<const std::uint8_t> bytes, bool isBigEndian)
+        : cursor_(bytes), isBigEndian_(isBigEndian) {}
+
+    std::optional<std::uint8_t> u8() { return cursor_.u8(); }
+    std::optional<std::uint16_t> u16() { return isBigEndian_ ? cursor_.u16be() : cursor_.u16le(); }
+    std::optional<std::uint32_t> u32() { return isBigEndian_ ? cursor_.u32be() : cursor_.u32le(); }
+    std::optional<std::uint64_t> u64() { return isBigEndian_ ? cursor_.u64be() : cursor_.u64le(); }
+    std::optional<std::span<const std::uint8_t>> take(std::size_t count) {
+        return cursor_.take(count);
+    }
+    std::optional<OrderedCursor> part(std::size_t count) {
+        const auto bytes = cursor_.take(count);
+        return bytes ? std::optional(OrderedCursor(*bytes, isBigEndian_)) : std::nullopt;
+    }
+    // Skips what fills `size` octets up to a multiple of four.
+    bool skipPadding(std::size_t size) { return cursor_.skip((4 - size % 4) % 4); }
+    std::size_t remaining() const { return cursor_.remaining(); }
+
+  private:
+    ByteCursor cursor_;
+    bool isBigEndian_;
+};
+
+struct Block {
+    BlockType type{};
+    OrderedCursor body;
+};
+
+class BlockReader {
+  public:
+    // Other blocks may have any length. Files of many programs stay below it.
+    static constexpr std::uint32_t kLargestBlock = 16 << 20;
+
+    explicit BlockReader(std::unique_ptr<InputStream> stream) : stream_(std::move(stream)) {}
+
+    // Returns the next block; its body is valid until the next call. A block that is of no type
+    // above is read to its end and returned as PassedOver, without its body. Absent at the end of
+    // the file. The error is that of fault().
+    Result<std::optional<Block>, std::string> next();
+
+    // Returns whether the next block is one of a packet.
+    bool isPacketNext();
+
+    // Names the last block: "block 7 at octet 1044: TEXT".
+    std::string fault(const std::string& text) const;
+
+    // Of the file, up to the end of the last block where it is not compressed.
+    std::uint64_t bytesRead() const {
+        return stream_->fileOffset() + (stream_->isCompressed() ? 0 : unconsumed_);
+    }
+
+  private:
+    using Fault = std::optional<std::string>;
+
+    struct Header {
+        std::uint32_t type = 0;
+        std::uint32_t length = 0;
+    };
+
+    Result<Header, std::string> readHeader();
+    Fault readByteOrder(std::span<const std::uint8_t> start);
+    Result<OrderedCursor, std::string> readBody(const Header& header);
+    Fault passOver(const Header& header);
+    std::string cutFault(std::uint64_t kept, std::uint64_t length) const;
+
+    std::unique_ptr<InputStream> stream_;
+    bool isBigEndian_ = false;
+    std::uint64_t count_ = 0;
+    std::uint64_t start_ = 0;     // of the last block
+    std::size_t unconsumed_ = 0;  // of the last block
+};
+
+}  // namespace halvane::tool
+
+#endif
