@@ -314,6 +314,42 @@ void expectCell(const std::string& line, const FittedTable& table, std::size_t c
     }
 }
 
+TEST(FittedTable, AlignsNamesOfAnyScript) {
+    struct Row {
+        const char* name;
+        const char* cell;
+    };
+    constexpr Row rows[] = {
+        {"\xC6TME Enterprise", "\\xC6TME Enterprise   "},
+        {"\xB2\xE2\xCA\xD4", "\\xB2\\xE2\\xCA\\xD4     "},
+        {"Uncle Router's Gigabit LAN Party", "Uncle Router\u2026AN Party"},
+        {"", "(hidden)             "},
+        {"\u65E5\u672C\u8A9E\u30AB\u30D5\u30A7 5G",
+         "\u65E5\u672C\u8A9E\u30AB\u30D5\u30A7 5G      "},
+        {"Caf\u00E9 \u2615", "Caf\u00E9 \u2615              "},
+        {"\u0642\u0647\u0648\u0629 \u0627\u0644\u0645\u062F\u064A\u0646\u0629",
+         "\u0642\u0647\u0648\u0629 \u0627\u0644\u0645\u062F\u064A\u0646\u0629         "},
+        {"\u05D1\u05D9\u05EA \u05E7\u05E4\u05D4 2",
+         "\u05D1\u05D9\u05EA \u05E7\u05E4\u05D4 2            "},
+        {"\U0001F4F6 home", "\U0001F4F6 home              "},
+        {"\U0001F469\u200D\U0001F469\u200D\U0001F467 family",
+         "\U0001F469\u200D\U0001F469\u200D\U0001F467 family        "},
+        {"\u202Egnp.exe", "\\u{202E}gnp.exe      "},
+        {"   ", "\"   \"                "},
+        {" lead", "\" lead\"              "},
+        {"(hidden)", "\"(hidden)\"           "},
+        {"a\tb\x1B[31m", "a\\x09b\\x1B[31m       "},
+        {"WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW", "WWWWWWWWWWWW\u2026WWWWWWWW"},
+    };
+    std::vector<Network> networks(std::size(rows), kNetworks[0]);
+    for (std::size_t i = 0; i < networks.size(); ++i) networks[i].name = rows[i].name;
+    const Printed table = printed(networks, 80);
+    for (std::size_t i = 0; i < networks.size(); ++i) {
+        const std::string expected = std::string("  ") + rows[i].cell + " -14 ";
+        EXPECT_EQ(table.lines[i + 1].substr(0, expected.size()), expected);
+    }
+}
+
 TEST(FittedTable, IsNeverWiderThanTheTerminal) {
     for (const auto& networks : {kNetworks, kStrangers, {kStrangers[1]}}) {
         const std::size_t narrowest = cellsOfLine(printed(networks, 20).lines[0]);

@@ -128,7 +128,7 @@ TEST(ShownText, EscapesTheSameJoinersElsewhere) {
 TEST(ShownText, LetsNoMarkJoinWhatIsNotItsBase) {
     EXPECT_EQ(shown("\u0301e"), "\\u{0301}e");
     EXPECT_EQ(shown("e\u0301\u0302"), "e\u0301\u0302");
-    EXPECT_EQ(shown("\x01\u0301"), "\\x01\\u{0301}");
+    EXPECT_EQ(shown("a\x01\u0301"), "a\\x01\\u{0301}");
     EXPECT_EQ(shown("\\\u0301"), "\\\\\\u{0301}");
     EXPECT_EQ(shown("\u1161"), "\\u{1161}");
     EXPECT_EQ(shown("\u1112\u1161\u11AB"), "\u1112\u1161\u11AB");
@@ -178,6 +178,12 @@ TEST(ShownText, KnowsWhichWayItRuns) {
     EXPECT_FALSE(shownText("\u0642", kASCII).isRightToLeft());
     EXPECT_FALSE(shownText("\u202E", kPlain).isRightToLeft());
     EXPECT_FALSE(shownText("plain", kPlain).isRightToLeft());
+}
+
+TEST(ShownText, BeginsItsClustersAnewBehindAnEscape) {
+    const ShownText text = shownText("\U0001F1E9\x01\U0001F1EA\U0001F1EB", kPlain);
+    ASSERT_EQ(text.units().size(), 3u);
+    EXPECT_EQ(text.units()[2].cells, 2u);  // one flag
 }
 
 TEST(ShownText, KeepsEscapesWhole) {
