@@ -1,0 +1,106 @@
+#include "halvane/capture/folded_sighting.h"
+
+#include <utility>
+
+#include "halvane/base/property_list_value.h"
+#include "halvane/ie/mac.h"
+
+namespace halvane::capture {
+
+namespace {
+
+template <typename T>
+void takeOver(std::optional<T>& number, const std::optional<T>& newer) {
+    if (newer) number = newer;
+}
+
+// Returns an empty record with that time of addition.
+HalvaneMAC recordSince(const ByteBuffer& mac, std::uint64_t firstAdded) {
+    PropertyListDictionary skeleton;
+    skeleton.set("MAC", mac);
+    skeleton.set("FirstUpdated", firstAdded);
+    return HalvaneMAC::initWithSkeletonRepresentation(skeleton);
+}
+
+}  // namespace
+
+// The elements of one frame with its capability field. The values that a record derives depend on
+// both.
+struct HALVANE_HIDDEN FoldedSighting::Elements {
+    explicit Elements(const HalvaneMAC& record)
+        : bytes(record.ieBuffer()), capabilities(record.capabilities()) {}
+
+    void putInto(HalvaneMAC& record) const {
+        record.setCapabilityField(capabilities);
+        if (bytes) record.setInformationElements(*bytes);
+    }
+
+    std::optional<ByteBuffer> bytes;
+    std::uint16_t capabilities;
+};
+
+FoldedSighting::Values::Values(const Sighting& sighting)
+    : channel(sighting.record.channel()),
+      noise(sighting.record.noise()),
+      RSSI(sighting.record.RSSI()),
+      beaconInterval(sighting.record.beaconInterval()),
+      radioChannel(sighting.radioChannel),
+      radioFrequency(sighting.radioFrequency),
+      capabilities(sighting.record.capabilities()),
+      isChannelOfRadio(sighting.isChannelOfRadio) {}
+
+void FoldedSighting::Values::update(const Values& later) {
+    const bool isToldAlready = channel && !isChannelOfRadio;
+    if (later.channel && !(later.isChannelOfRadio && isToldAlready)) {
+        channel = later.channel;
+        isChannelOfRadio = later.isChannelOfRadio;
+    }
+    takeOver(radioChannel, later.radioChannel);
+    takeOver(radioFrequency, later.radioFrequency);
+    takeOver(noise, later.noise);
+    takeOver(RSSI, later.RSSI);
+    takeOver(beaconInterval, later.beaconInterval);
+    capabilities = later.capabilities;
+}
+
+FoldedSighting::FoldedSighting(const Sighting& sighting)
+    : mac_(sighting.record.mac()),
+      firstAdded_(sighting.record.firstAdded()),
+      elements_(std::make_unique<Elements>(sighting.record)),
+      values_(sighting),
+      hasSSID_(sighting.record.SSID().has_value()) {}
+
+FoldedSighting::FoldedSighting(FoldedSighting&&) noexcept = default;
+FoldedSighting& FoldedSighting::operator=(FoldedSighting&&) noexcept = default;
+FoldedSighting::~FoldedSighting() = default;
+
+void FoldedSighting::fold(const Sighting& sighting) {
+    if (!hasSSID_ && sighting.record.SSID()) {
+        revealing_ = std::make_unique<Elements>(sighting.record);
+        hasSSID_ = true;
+    }
+    values_.update(Values(sighting));
+}
+
+void FoldedSighting::fold(FoldedSighting&& later) {
+    if (!hasSSID_ && later.hasSSID_) {
+        revealing_ = std::move(later.revealing_ ? later.revealing_ : later.elements_);
+        hasSSID_ = true;
+    }
+    values_.update(later.values_);
+}
+
+Sighting FoldedSighting::sighting() const {
+    HalvaneMAC record = recordSince(mac_, firstAdded_);
+    elements_->putInto(record);
+    if (revealing_) revealing_->putInto(record);
+    record.setCapabilityField(values_.capabilities);
+    record.setChannel(values_.channel);
+    record.setNoise(values_.noise);
+    record.setRSSI(values_.RSSI);
+    record.setBeaconInterval(values_.beaconInterval);
+    return {std::move(record), values_.radioChannel, values_.isChannelOfRadio,
+            values_.radioFrequency};
+}
+
+}  // namespace halvane::capture

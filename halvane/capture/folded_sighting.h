@@ -1,0 +1,64 @@
+// The sightings of one BSS, folded into one.
+#ifndef HALVANE_CAPTURE_FOLDED_SIGHTING_H
+#define HALVANE_CAPTURE_FOLDED_SIGHTING_H
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/export.h"
+#include "halvane/base/number.h"
+#include "halvane/capture/frame_record.h"
+
+namespace halvane::capture {
+
+// Keeps only the data from which the record of a BSS is made, because a record takes many times the
+// bytes of its frame.
+//
+// An object can be moved but not copied. Threads: as for a standard container.
+class HALVANE_EXPORT FoldedSighting {
+  public:
+    explicit FoldedSighting(const Sighting& sighting);
+    FoldedSighting(FoldedSighting&&) noexcept;
+    FoldedSighting& operator=(FoldedSighting&&) noexcept;
+    ~FoldedSighting();
+
+    // Merges a later sighting of the same address as HalvaneMAC::mergeEntries() merges records. A
+    // channel from the radio header alone never replaces one that the BSS stated.
+    void fold(const Sighting& sighting);
+
+    // Merges what was folded of later sightings of the same address. The result is that of folding
+    // these one by one.
+    void fold(FoldedSighting&& later);
+
+    // Creates the record again: of its time stamps only firstAdded() is that of the first sighting.
+    Sighting sighting() const;
+
+    const ByteBuffer& mac() const { return mac_; }
+
+  private:
+    struct Elements;
+
+    // What each frame tells anew.
+    struct Values {
+        explicit Values(const Sighting& sighting);
+        void update(const Values& later);
+
+        std::optional<Number> channel, noise, RSSI, beaconInterval, radioChannel;
+        std::optional<int> radioFrequency;
+        std::uint16_t capabilities;
+        bool isChannelOfRadio;
+    };
+
+    ByteBuffer mac_;
+    std::uint64_t firstAdded_;
+    std::unique_ptr<Elements> elements_;
+    std::unique_ptr<Elements> revealing_;  // later elements that revealed the SSID
+    Values values_;
+    bool hasSSID_;
+};
+
+}  // namespace halvane::capture
+
+#endif

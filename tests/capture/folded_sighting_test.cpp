@@ -1,0 +1,77 @@
+#include "halvane/capture/folded_sighting.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/number.h"
+#include "halvane/ie/mac.h"
+
+#include "tests/support/elements.h"
+#include "tests/support/hostile_bytes.h"
+#include "tests/support/replaced_system.h"
+
+using namespace halvane;
+using namespace halvane::capture;
+using namespace halvane::testing;
+
+namespace {
+
+std::vector<Sighting> someSightings() {
+    std::vector<Sighting> sightings;
+    for (const Bytes& elements :
+         {Bytes{}, element(0, {}), joined({ssidElement("home"), htOperationElement(44, 1)}),
+          ssidElement("other")}) {
+        const auto number = static_cast<std::uint16_t>(sightings.size());
+        auto record = HalvaneMAC::initWithMAC({0x02, 0, 0, 0, 0, 1});
+        record.setCapabilityField(number % 2 == 0 ? 0x0011 : 0x0001);
+        record.setInformationElements(ByteBuffer(elements));
+        if (number % 3 != 0) record.setRSSI(Number(-50 - number));
+        const bool isOfRadio = number == 1;
+        if (isOfRadio) record.setChannel(Number(11));
+        sightings.push_back({record, Number(number + 1), isOfRadio,
+                             number > 1 ? std::optional<int>(5180 + number) : std::nullopt});
+    }
+    return sightings;
+}
+
+std::string tellingOf(const FoldedSighting& folded) {
+    const Sighting sighting = folded.sighting();
+    return sighting.record.description() + sighting.radioChannel->description() +
+           std::to_string(sighting.radioFrequency.value_or(0)) +
+           std::to_string(sighting.isChannelOfRadio) +
+           std::to_string(sighting.record.capabilities());
+}
+
+// Every sequence of four of these sightings, cut in two anywhere.
+TEST(FoldedSighting, FoldsWhatWasFoldedAsIfOneByOne) {
+    const ScopedUpTime clock;  // a description states the age in seconds
+    const auto sightings = someSightings();
+    constexpr std::size_t kLength = 4;
+    for (std::size_t i = 0; i < 256; ++i) {
+        const auto at = [&](std::size_t k) -> const Sighting& {
+            return sightings[i >> (2 * k) & 3];
+        };
+        FoldedSighting whole(at(0));
+        for (std::size_t k = 1; k < kLength; ++k) whole.fold(at(k));
+        for (std::size_t cut = 1; cut < kLength; ++cut) {
+            FoldedSighting first(at(0));
+            for (std::size_t k = 1; k < cut; ++k) first.fold(at(k));
+            FoldedSighting second(at(cut));
+            for (std::size_t k = cut + 1; k < kLength; ++k) second.fold(at(k));
+            first.fold(std::move(second));
+            ASSERT_EQ(tellingOf(first), tellingOf(whole)) << i << ' ' << cut;
+        }
+    }
+}
+
+TEST(FoldedSighting, KeepsTheAddress) {
+    EXPECT_EQ(FoldedSighting(someSightings()[0]).mac(), (ByteBuffer{2, 0, 0, 0, 0, 1}));
+}
+
+}  // namespace
