@@ -43,7 +43,7 @@ TEST(Usage, IsRefusedWithStatusTwoAndOneMessage) {
     expectUsage({"decode", "--bogus", "x"}, "error: unknown option 'bogus'.\n");
     expectUsage({"decode", "x", "--bogus"}, "error: unknown option 'bogus'.\n");
     expectUsage({"decode", "--format=x", "x"},
-                "halvane: decode: --format: 'x' is not text, json, jsonl or plist\n");
+                "halvane: decode: --format: 'x' is not table, text, json, jsonl, csv or plist\n");
     EXPECT_EQ(runTool({}).status, 2);
     EXPECT_EQ(runTool({}).errors, runTool({"--help"}).errors);
     EXPECT_EQ(runTool({}).output, "");

@@ -25,7 +25,7 @@
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/input/capture_reader.h"
-#include "tools/halvane/output/air_profile.h"
+#include "tools/halvane/survey/air_profile.h"
 
 using namespace halvane;
 using namespace halvane::tool;

@@ -40,12 +40,11 @@ const CLIOption kCommands[] = {
     {.type = kCLICommand,
      .longName = "decode",
      .handler = handle<decodeCommand>,
-     .subOptions = gDecodeOptions,
-     .shortHelp = "print the BSS records of capture files",
-     .longHelp = "Prints the BSS records of the beacons and probe responses in capture files\n"
-                 "(pcap or pcapng; 802.11, radiotap, Prism, AVS or PPI): one record per BSSID,\n"
-                 "in order of first sighting. Later frames update the record. A summary of the\n"
-                 "frames read and skipped goes to standard error."},
+     .subOptions = decodeOptions(),
+     .shortHelp = "show the networks of capture files",
+     .longHelp = "Shows the networks whose beacons and probe responses are in captures: pcap\n"
+                 "and pcapng, gzip, zstd or xz or not; 802.11, radiotap, Prism, AVS or PPI.\n"
+                 "FILE may be a folder; '-' is standard input."},
     {.type = kCLICommand,
      .longName = "elements",
      .handler = handle<elementsCommand>,

@@ -18,23 +18,33 @@ namespace {
 using Words = std::vector<std::string>;
 
 DecodeOptions optionsOf(Words words) {
-    return ToolOptions<DecodeOptions>(gDecodeOptions, takeDecodeOptions, std::move(words))
+    return ToolOptions<DecodeOptions>(decodeOptions(), takeDecodeOptions, std::move(words))
         .options();
 }
 
 std::string errorOf(Words words) {
-    return ToolOptions<DecodeOptions>(gDecodeOptions, takeDecodeOptions, std::move(words)).error();
+    return ToolOptions<DecodeOptions>(decodeOptions(), takeDecodeOptions, std::move(words)).error();
 }
 
-TEST(DecodeOptions, DefaultToTextOfFoldedRecords) {
+TEST(DecodeOptions, DefaultToATableOfNetworks) {
     const auto options = optionsOf({"a.pcap"});
     EXPECT_EQ(options.files, std::vector<std::string>{"a.pcap"});
-    EXPECT_EQ(options.format, Format::Text);
-    EXPECT_FALSE(options.isPerFrame || options.isHex || options.bssid || options.ssid);
+    EXPECT_EQ(options.format, Format::Table);
+    EXPECT_FALSE(options.isPerFrame || options.isHex || options.isExplained);
+    EXPECT_TRUE(options.list.filter.isEmpty());
     EXPECT_FALSE(options.capabilities);
+    EXPECT_GE(options.jobs, 1u);
+}
+
+TEST(DecodeOptions, ShowWhatIsNoListAsText) {
+    EXPECT_EQ(optionsOf({"--per-frame", "a"}).format, Format::Text);
+    EXPECT_EQ(optionsOf({"--hex", "a"}).format, Format::Text);
+    EXPECT_EQ(optionsOf({"--explain", "a"}).format, Format::Text);
 }
 
 TEST(DecodeOptions, NameEveryFormat) {
+    EXPECT_EQ(optionsOf({"--format=table", "a"}).format, Format::Table);
+    EXPECT_EQ(optionsOf({"--format=csv", "a"}).format, Format::CSV);
     EXPECT_EQ(optionsOf({"--format=text", "a"}).format, Format::Text);
     EXPECT_EQ(optionsOf({"--format=json", "a"}).format, Format::JSON);
     EXPECT_EQ(optionsOf({"--format", "jsonl", "a"}).format, Format::JSONLines);
@@ -45,13 +55,13 @@ TEST(DecodeOptions, MayStandAfterTheFiles) {
     const auto options = optionsOf({"a", "--per-frame", "b", "--ssid=x", "--", "--c", "-"});
     EXPECT_EQ(options.files, (std::vector<std::string>{"a", "b", "--c", "-"}));
     EXPECT_TRUE(options.isPerFrame);
-    EXPECT_EQ(options.ssid, "x");
+    EXPECT_FALSE(options.list.filter.isEmpty());
 }
 
 TEST(DecodeOptions, ReadAnAddressInEitherCase) {
     const MacAddress address({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E});
-    EXPECT_EQ(optionsOf({"--bssid=02:1A:2b:3C:4d:5E", "a"}).bssid, address);
-    EXPECT_EQ(optionsOf({"--bssid=021a2b3c4d5e", "a"}).bssid, address);
+    EXPECT_EQ(optionsOf({"--bssid=02:1A:2b:3C:4d:5E", "a"}).list.bssid, address);
+    EXPECT_EQ(optionsOf({"--bssid=021a2b3c4d5e", "a"}).list.bssid, address);
 }
 
 TEST(DecodeOptions, ReadACapabilityField) {
@@ -63,7 +73,8 @@ TEST(DecodeOptions, ReadACapabilityField) {
 TEST(DecodeOptions, AreForgottenOnceTaken) {
     optionsOf({"--hex", "--capabilities=1", "--ssid=x", "--bssid=021a2b3c4d5e", "a"});
     const auto options = optionsOf({"b"});
-    EXPECT_FALSE(options.isPerFrame || options.isHex || options.bssid || options.ssid);
+    EXPECT_FALSE(options.isPerFrame || options.isHex || options.list.bssid);
+    EXPECT_TRUE(options.list.filter.isEmpty());
     EXPECT_FALSE(options.capabilities);
 }
 
@@ -71,15 +82,17 @@ TEST(DecodeOptions, MayBeTakenBack) {
     const auto options = optionsOf({"--per-frame", "--no-per-frame", "--ssid=x", "--no-ssid",
                                     "--format=json", "--no-format", "a"});
     EXPECT_FALSE(options.isPerFrame);
-    EXPECT_FALSE(options.ssid);
-    EXPECT_EQ(options.format, Format::Text);
+    EXPECT_TRUE(options.list.filter.isEmpty());
+    EXPECT_EQ(options.format, Format::Table);
 }
 
 TEST(DecodeOptions, AreRefusedWithWhatIsWrong) {
     EXPECT_EQ(errorOf({}), "no file to decode ('-' is standard input)");
-    EXPECT_EQ(errorOf({"--format=xml", "a"}), "--format: 'xml' is not text, json, jsonl or plist");
+    EXPECT_EQ(errorOf({"--format=xml", "a"}),
+              "--format: 'xml' is not table, text, json, jsonl, csv or plist");
     EXPECT_EQ(errorOf({"--bssid=02:1a", "a"}),
-              "--bssid: '02:1a' is not an address of six octets (02:1a:2b:3c:4d:5e)");
+              "--bssid: '02:1a' is not an address of six octets (02:1a:2b:3c:4d:5e), with or "
+              "without a mask (/24)");
     EXPECT_EQ(errorOf({"--hex", "--capabilities=0x10000", "a"}),
               "--capabilities: '0x10000' is not a 16-bit number (0x0411)");
     for (const char* value : {"--capabilities=", "--capabilities=-1", "--capabilities=0x",
@@ -95,6 +108,11 @@ TEST(DecodeOptions, AreRefusedWithWhatIsWrong) {
     EXPECT_EQ(errorOf({"a", "--ssid"}), "error: option 'ssid' requires a value.\n");
     EXPECT_EQ(errorOf({"--hex", "a", "b"}), "--hex takes one file");
     EXPECT_EQ(errorOf({"--hex", "--per-frame", "a"}), "--hex and --per-frame do not go together");
+    EXPECT_EQ(errorOf({"--jobs=0", "a"}), "--jobs: '0' is not a number from 1 to 1024");
+    EXPECT_EQ(errorOf({"--per-frame", "--format=csv", "a"}),
+              "--per-frame goes with --format=text, json, jsonl or plist");
+    EXPECT_EQ(errorOf({"--hex", "--format=table", "a"}),
+              "--hex goes with --format=text, json, jsonl or plist");
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ void handle() {
     gExitCode = exitStatusOf(command);
 }
 
-// The options of each command, and the command. Those of decodeCommand() are gDecodeOptions
+// The options of each command, and the command. Those of decodeCommand() are decodeOptions()
 // (options/decode_options.h), those of channelsCommand() gChannelsOptions
 // (options/channel_options.h).
 int decodeCommand();

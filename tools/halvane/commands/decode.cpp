@@ -1,158 +1,275 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
-#include "halvane/air/element_range.h"
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/escaped_text.h"
 #include "halvane/capture/beacon_frame.h"
-#include "halvane/capture/bss_table.h"
 #include "halvane/capture/frame_record.h"
 #include "halvane/ie/mac.h"
 
 #include "tools/halvane/commands/command.h"
+#include "tools/halvane/commands/list_output.h"
+#include "tools/halvane/input/capture_files.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/input/hex_input.h"
+#include "tools/halvane/networks/network_columns.h"
+#include "tools/halvane/networks/network_filter.h"
+#include "tools/halvane/networks/network_order.h"
+#include "tools/halvane/networks/network_summary.h"
+#include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
 #include "tools/halvane/output/record_writer.h"
+#include "tools/halvane/survey/cut_elements.h"
+#include "tools/halvane/survey/network.h"
 
 namespace halvane::tool {
 
 namespace {
 
-// The user may give the SSID as its octets, or as the tool prints them.
-bool isSSID(const std::optional<ByteBuffer>& ssid, const std::string& asked) {
-    return ssid && (*ssid == ByteBuffer::fromText(asked) || escapedText(ssid->bytes()) == asked);
+// The reader is gone, or the disk is full. main() reports it, and more output is useless.
+bool isOutputLost() {
+    return std::ferror(stdout) != 0;
 }
 
-// The record's own walk, of a time without elements of 254 octets and more, takes these for cut.
-bool endsInsideAnElement(const HalvaneMAC& record) {
-    const auto& elements = record.ieBuffer();
-    return elements && !air::ElementRange(elements->bytes()).trailing().empty();
+std::string cutText(std::uint64_t count, std::uint64_t first) {
+    const std::string frame = std::to_string(first);
+    if (count == 1) return "frame " + frame + " is cut in an element";
+    return std::to_string(count) + " frames are cut in an element, the first is frame " + frame;
 }
 
-// The frames of a file whose elements end inside an element.
-struct CutFrames {
-    std::uint64_t count = 0;
-    std::uint64_t first = 0;
+bool isList(Format format) {
+    return format == Format::Table || format == Format::CSV;
+}
 
-    void add(std::uint64_t number) {
-        if (count++ == 0) first = number;
-    }
-    std::string text() const {
-        const std::string frame = std::to_string(first);
-        if (count == 1) return "frame " + frame + " is cut in an element";
-        return std::to_string(count) + " frames are cut in an element, the first is frame " + frame;
-    }
-};
+std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options) {
+    return options.isExplained ? RecordWriter::createExplaining(stdout)
+                               : RecordWriter::create(options.format, stdout);
+}
 
-class Decoder {
+void summarize(const DecodeOptions& options, const std::vector<std::string>& lines) {
+    if (!options.list.isQuiet) printSummary(lines, options.list);
+}
+
+// --- Hexadecimal text ---
+
+int decodeHex(const DecodeOptions& options) {
+    const std::string& path = options.files.front();
+    const auto writer = writerFor(options);
+    const auto elements = readHexFile(path);
+    if (!elements) {
+        complain(elements.error());
+        writer->finish();
+        return kExitFailed;
+    }
+    const auto& bssid = options.list.bssid;
+    auto record = HalvaneMAC::initWithMAC(bssid ? bssid->buffer() : ByteBuffer());
+    record.setCapabilityField(options.capabilities.value_or(0));
+    record.setInformationElements(*elements);
+    const bool isCut = endsInsideAnElement(elements->bytes());
+    if (isCut) complain(inputName(path) + ": cut in an element");
+    writer->write({record}, std::nullopt);
+    writer->finish();
+    return isCut ? kExitFailed : kExitDone;
+}
+
+// --- Single frames ---
+
+class FramePrinter {
   public:
-    explicit Decoder(const DecodeOptions& options)
-        : options_(options),
-          writer_(options.isExplained ? RecordWriter::createExplaining(stdout)
-                                      : RecordWriter::create(options.format, stdout)) {}
+    explicit FramePrinter(const DecodeOptions& options)
+        : options_(options), writer_(writerFor(options)) {}
 
-    int run() {
-        const bool isWhole = options_.isHex ? decodeHex() : decodeCaptures();
-        for (std::size_t i = 0; i < table_.size(); ++i) print(table_.at(i), std::nullopt);
+    int run(const std::vector<std::string>& files) {
+        bool isWhole = true;
+        for (const std::string& path : files) {
+            if (isOutputLost()) break;
+            isWhole = printCapture(path) && isWhole;
+        }
         writer_->finish();
+        summarize(options_, {framesLine(summary_, cutFrames_, std::nullopt)});
         return isWhole ? kExitDone : kExitFailed;
     }
 
   private:
-    bool decodeHex() {
-        const std::string& path = options_.files.front();
-        const auto elements = readHexFile(path);
-        if (!elements) {
-            complain(elements.error());
-            return false;
-        }
-        const auto& bssid = options_.bssid;
-        auto record = HalvaneMAC::initWithMAC(bssid ? bssid->buffer() : ByteBuffer());
-        record.setCapabilityField(options_.capabilities.value_or(0));
-        record.setInformationElements(*elements);
-        table_.add({record});
-        const bool isCut = endsInsideAnElement(record);
-        if (isCut) complain(inputName(path) + ": cut in an element");
-        return !isCut;
-    }
-
-    bool decodeCaptures() {
-        CaptureSummary summary;
-        bool isWhole = true;
-        for (const std::string& path : options_.files) {
-            if (isOutputLost()) break;
-            isWhole = decodeCapture(path, summary) && isWhole;
-        }
-        std::fprintf(stderr, "%s\n", summary.text().c_str());
-        return isWhole;
-    }
-
     // Returns false if the file, or a frame in it, could not be read to its end.
-    bool decodeCapture(const std::string& path, CaptureSummary& summary) {
+    bool printCapture(const std::string& path) {
         auto reader = CaptureReader::open(path);
         if (!reader) {
             complain(reader.error());
             return false;
         }
-        const CutFrames cut = decodeFrames(*reader);
-        summary.add(reader->summary());
-        if (const auto note = reader->note()) complain(*note);
-        if (cut.count > 0) complain(inputName(path) + ": " + cut.text());
-        if (reader->error()) complain(*reader->error());
-        return !reader->error() && cut.count == 0;
-    }
-
-    CutFrames decodeFrames(CaptureReader& reader) {
-        ProgressBar progress(stderr, reader.fileSize());
-        CutFrames cut;
-        while (const auto frame = isOutputLost() ? std::nullopt : reader.next()) {
-            if (progress.isShown()) progress.update(reader.bytesRead());
-            const capture::BeaconFrame* beacon = frame->beacon();
-            if (beacon == nullptr || (options_.bssid && beacon->bssid != *options_.bssid)) continue;
-            const capture::Sighting sighting = capture::sightingOf(*beacon, frame->radio);
-            if (endsInsideAnElement(sighting.record)) cut.add(frame->number);
-            if (!options_.isPerFrame) {
-                table_.add(sighting);
-                continue;
-            }
+        std::uint64_t cut = 0;
+        std::uint64_t firstCut = 0;
+        ProgressBar progress(stderr, reader->fileSize());
+        while (const auto frame = isOutputLost() ? std::nullopt : reader->next()) {
+            if (progress.isShown()) progress.update(reader->bytesRead());
+            const capture::BeaconFrame* const beacon = frame->beacon();
+            if (beacon == nullptr || !options_.list.filter.mayPass(beacon->bssid)) continue;
+            const bool isCut = endsInsideAnElement(beacon->elements);
+            if (isCut && cut++ == 0) firstCut = frame->number;
             // The bar and the records share the lines of a terminal.
             if (isOutputTerminal_) progress.clear();
-            print(sighting, FrameOrigin{frame->number, beacon->subtype});
+            print(*frame, *beacon);
         }
-        return cut;
+        progress.clear();
+        summary_.add(reader->summary());
+        cutFrames_ += cut;
+        if (const auto note = reader->note()) complain(*note);
+        if (cut > 0) complain(inputName(path) + ": " + cutText(cut, firstCut));
+        if (reader->error()) complain(*reader->error());
+        return !reader->error() && cut == 0;
     }
 
-    // A later frame may reveal a hidden SSID, so folded records are filtered here.
-    void print(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin) {
-        if (options_.ssid && !isSSID(sighting.record.SSID(), *options_.ssid)) return;
+    void print(const CaptureReader::Frame& frame, const capture::BeaconFrame& beacon) {
+        const capture::Sighting sighting = capture::sightingOf(beacon, frame.radio);
+        const FrameOrigin origin{frame.number, beacon.subtype, frame.time};
+        if (!passes(sighting, frame, beacon)) return;
         writer_->write(sighting, origin);
     }
 
-    // The reader is gone, or the disk is full. main() reports it, and more output is useless.
-    static bool isOutputLost() { return std::ferror(stdout) != 0; }
+    bool passes(const capture::Sighting& sighting, const CaptureReader::Frame& frame,
+                const capture::BeaconFrame& beacon) const {
+        if (options_.list.filter.isEmpty()) return true;
+        const NetworkStatistics heard(
+            {.subtype = beacon.subtype, .number = frame.number, .signal = frame.radio.signalDBm});
+        return options_.list.filter.passes(networkOf(beacon.bssid, sighting, &heard));
+    }
 
     const DecodeOptions& options_;
     const bool isOutputTerminal_ = ::isatty(STDOUT_FILENO) != 0;
     std::unique_ptr<RecordWriter> writer_;
-    capture::BSSTable table_;
+    CaptureSummary summary_;
+    std::uint64_t cutFrames_ = 0;
 };
+
+// --- Networks ---
+
+// Tells what happened while the files were read.
+void complainOf(const SurveyOfFiles& survey) {
+    for (const SurveyedCapture& capture : survey.captures) {
+        for (const std::string& note : capture.notes) complain(note);
+        if (capture.error) complain(*capture.error);
+    }
+}
+
+// Tells which frames are cut, of all captures. Returns whether there are any.
+bool complainOfCutFrames(const SurveyOfFiles& survey, const std::vector<std::string>& files) {
+    bool areThere = false;
+    for (std::size_t i = 0; i < survey.captures.size(); ++i) {
+        const SurveyedCapture& capture = survey.captures[i];
+        if (capture.cutFrames == 0) continue;
+        complain(inputName(files[i]) + ": " + cutText(capture.cutFrames, capture.firstCut));
+        areThere = true;
+    }
+    return areThere;
+}
+
+// The same of these networks.
+bool complainOfCutFrames(std::span<const Network> networks, const std::vector<std::string>& files) {
+    bool areThere = false;
+    for (const Network& network : networks) {
+        const NetworkStatistics& heard = *network.statistics;
+        if (heard.cutFrames == 0 || network.heard == nullptr) continue;
+        complain(inputName(files[heard.firstCutCapture]) + ": " +
+                 cutText(heard.cutFrames, heard.firstCutFrame));
+        areThere = true;
+    }
+    return areThere;
+}
+
+void printRecords(const std::vector<Network>& networks, const DecodeOptions& options) {
+    const auto writer = writerFor(options);
+    for (const Network& network : networks) {
+        // The record of the sender tells of the others.
+        if (network.heard == nullptr) continue;
+        if (isOutputLost()) break;
+        writer->write(network.heard->sighting(), std::nullopt, network.statistics);
+    }
+    writer->finish();
+}
+
+// Lists begin with the strongest network. Records stay in the order in which they were first heard,
+// unless another one was typed.
+NetworkOrder orderFor(const DecodeOptions& options) {
+    NetworkOrder order = options.list.order;
+    if (!isList(options.format) && !options.list.isSorted) order.keys.clear();
+    return order;
+}
+
+std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const NetworkFilter& filter,
+                                   std::span<const Network> all, std::span<const Network> shown) {
+    if (!filter.isEmpty() && shown.empty() && !all.empty()) return emptyFilterLines(filter, all);
+    NetworkCounts counts{
+        .networks = shown, .letGo = survey.survey.letGoCount(), .most = survey.survey.most()};
+    if (!filter.isEmpty()) counts.all = all.size();
+    std::vector<std::string> lines = {networksLine(counts), findingsLine(shown)};
+    if (filter.isEmpty()) {
+        lines.push_back(framesLine(survey.summary(), survey.cutFrames(), survey.duration()));
+    }
+    return lines;
+}
+
+int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>& files) {
+    const SurveyOfFiles survey =
+        surveyFiles(files, {.most = options.list.mostNetworks, .jobs = options.jobs});
+    const auto all = survey.survey.networks();
+    std::vector<Network> networks = all;
+    std::erase_if(networks,
+                  [&](const Network& network) { return !options.list.filter.passes(network); });
+    const auto ends = survey.ends();
+    const CellSurroundings surroundings = cellSurroundings(options.list, ends);
+    sortNetworks(networks, orderFor(options), surroundings);
+
+    if (isList(options.format)) {
+        printList(networks, options.list, options.format, surroundings);
+    } else {
+        printRecords(networks, options);
+    }
+    // The summary is the line above the prompt.
+    std::fflush(stdout);
+    complainOf(survey);
+    bool isWhole = survey.isWhole();
+    // A table marks such networks.
+    if (!isList(options.format)) {
+        const bool isCut = options.list.filter.isEmpty() ? complainOfCutFrames(survey, files)
+                                                         : complainOfCutFrames(networks, files);
+        isWhole = isWhole && !isCut;
+    }
+    summarize(options, summaryOf(survey, options.list.filter, all, networks));
+    return isWhole ? kExitDone : kExitFailed;
+}
+
+int decodeCaptures(const DecodeOptions& options) {
+    const CaptureFiles found = findCaptureFiles(options.files);
+    for (const std::string& note : found.notes) complain(note);
+    for (const std::string& fault : found.faults) complain(fault);
+    const int status = options.isPerFrame ? FramePrinter(options).run(found.paths)
+                                          : decodeNetworks(options, found.paths);
+    return found.faults.empty() ? status : kExitFailed;
+}
 
 }  // namespace
 
 int decodeCommand() {
     const auto options = takeDecodeOptions();
     if (!options) return refuse("decode", options.error());
-    return Decoder(*options).run();
+    if (options->list.isColumnsHelp) {
+        printColumnsHelp();
+        return kExitDone;
+    }
+    return options->isHex ? decodeHex(*options) : decodeCaptures(*options);
 }
 
 }  // namespace halvane::tool

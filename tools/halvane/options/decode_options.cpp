@@ -2,15 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <span>
 #include <string_view>
 #include <system_error>
+#include <thread>
 #include <utility>
-
-#include "halvane/base/byte_buffer.h"
-#include "halvane/base/mac_address.h"
-#include "halvane/utils/cli.h"
-
-#include "tools/halvane/options/format_option.h"
 
 namespace halvane::tool {
 
@@ -18,41 +14,34 @@ namespace {
 
 // The options as typed; null or 0 means not typed.
 struct Typed {
-    const char* bssid = nullptr;
-    const char* ssid = nullptr;
     const char* capabilities = nullptr;
+    const char* jobs = nullptr;
     std::int32_t perFrame = 0;
     std::int32_t hex = 0;
     std::int32_t explain = 0;
 };
 Typed gTyped;
 
-}  // namespace
-
-CLIOption gDecodeOptions[] = {
-    formatOption("json: one document; jsonl: one line per record; plist: skeletons."),
-    {.type = kCLIBoolean,
-     .longName = "per-frame",
-     .valuePtr = &gTyped.perFrame,
-     .flags = kCLINoValue,
-     .shortHelp = "one record per frame, without folding"},
+const CLIOption kShowRows[] = {
     {.type = kCLIBoolean,
      .longName = "explain",
      .valuePtr = &gTyped.explain,
      .flags = kCLINoValue,
-     .shortHelp = "each value with its reason, and what is wrong"},
+     .shortHelp = "where each value comes from"},
+    {.type = kCLIBoolean,
+     .longName = "per-frame",
+     .valuePtr = &gTyped.perFrame,
+     .flags = kCLINoValue,
+     .shortHelp = "one record a frame, not folded"},
+};
+
+const CLIOption kMannerRows[] = {
     {.type = kCLIString,
-     .longName = "bssid",
-     .valuePtr = &gTyped.bssid,
-     .argName = "ADDRESS",
+     .longName = "jobs",
+     .valuePtr = &gTyped.jobs,
+     .argName = "N",
      .flags = kCLIBareName,
-     .shortHelp = "only records of this BSSID"},
-    {.type = kCLIString,
-     .longName = "ssid",
-     .valuePtr = &gTyped.ssid,
-     .argName = "SSID",
-     .flags = kCLIBareName,
-     .shortHelp = "only records of this SSID, as octets or as printed"},
+     .shortHelp = "files read at once (default: all cores)"},
     {.type = kCLIBoolean,
      .longName = "hex",
      .valuePtr = &gTyped.hex,
@@ -64,22 +53,45 @@ CLIOption gDecodeOptions[] = {
      .argName = "FIELD",
      .flags = kCLIBareName,
      .shortHelp = "with --hex: the capability field (default 0)"},
+};
+
+const CLIOption kLastRows[] = {
     {.type = kCLIArgument,
      .longName = "FILE...",
-     .shortHelp = "pcap or pcapng; '-' is standard input"},
+     .shortHelp = "a capture, or a folder of them; '-' is standard input"},
+    {.type = kCLISection,
+     .shortHelp = "EXAMPLES",
+     .longHelp = "halvane decode walk.pcapng\n"
+                 "halvane decode --band=6 --sort=channel walk.pcapng\n"
+                 "halvane decode --explain --ssid=home walk.pcapng\n"
+                 "halvane decode --findings=warning captures/\n"
+                 "halvane decode --format=jsonl walk.pcapng | jq -r .mac"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 success; 1 a file or a frame is damaged or cannot be read, or writing\n"
-                 "failed; 2 usage error."},
+     .longHelp = "0 done, also where no network passes the filter; 1 a file could not be read\n"
+                 "to its end, the output could not be written, or, in all formats but table and\n"
+                 "csv, a frame is cut in an element; 2 usage."},
     {.type = kCLIEnd},
 };
 
-namespace {
-
-std::optional<MacAddress> addressOf(std::string_view text) {
-    const auto octets = ByteBuffer::fromHex(text);
-    return octets ? MacAddress::fromBytes(octets->bytes()) : std::nullopt;
+std::vector<CLIOption> allOptions() {
+    std::vector<CLIOption> options;
+    for (const std::span<const CLIOption> rows :
+         {filterOptions(), showOptions(), std::span<const CLIOption>(kShowRows), mannerOptions(),
+          std::span<const CLIOption>(kMannerRows), std::span<const CLIOption>(kLastRows)}) {
+        options.insert(options.end(), rows.begin(), rows.end());
+    }
+    return options;
 }
+
+}  // namespace
+
+CLIOption* decodeOptions() {
+    static std::vector<CLIOption> options = allOptions();
+    return options.data();
+}
+
+namespace {
 
 // A 16-bit number, hexadecimal after "0x".
 std::optional<std::uint16_t> fieldOf(std::string_view text) {
@@ -92,37 +104,50 @@ std::optional<std::uint16_t> fieldOf(std::string_view text) {
     return value;
 }
 
-// Reads an option's text if there is one. Returns false if the text cannot be read.
-template <typename Place, typename Value>
-bool read(const char* text, Place& place, std::optional<Value> (*valueOf)(std::string_view)) {
-    if (text == nullptr) return true;
-    const auto value = valueOf(text);
-    if (value) place = *value;
-    return value.has_value();
-}
-
 UsageError badValue(const char* name, const char* value, const char* expected) {
     return {std::string("--") + name + ": '" + value + "' is not " + expected};
 }
 
-std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
-    const auto format = takeFormat();
-    if (!format) return format.error();
-    options.format = *format;
-    if (!read(typed.bssid, options.bssid, addressOf)) {
-        return badValue("bssid", typed.bssid, "an address of six octets (02:1a:2b:3c:4d:5e)");
-    }
-    if (!read(typed.capabilities, options.capabilities, fieldOf)) {
-        return badValue("capabilities", typed.capabilities, "a 16-bit number (0x0411)");
-    }
-    if (typed.ssid != nullptr) options.ssid = typed.ssid;
-    options.isPerFrame = typed.perFrame != 0;
-    options.isHex = typed.hex != 0;
-    options.isExplained = typed.explain != 0;
+std::optional<UsageError> readJobs(DecodeOptions& options, const char* typed) {
+    constexpr std::uint64_t kMost = 1024;
+    options.jobs = std::max(1u, std::thread::hardware_concurrency());
+    if (typed == nullptr) return std::nullopt;
+    const auto jobs = decimalOf(typed);
+    if (!jobs || *jobs < 1 || *jobs > kMost)
+        return badValue("jobs", typed, "a number from 1 to 1024");
+    options.jobs = static_cast<std::size_t>(*jobs);
     return std::nullopt;
 }
 
+// A table has one row a network: single frames and single records are shown as text.
+Format usualFormat(const DecodeOptions& options) {
+    return options.isPerFrame || options.isHex || options.isExplained ? Format::Text
+                                                                      : Format::Table;
+}
+
+std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
+    auto list = takeListOptions();
+    if (!list) return list.error();
+    options.list = std::move(*list);
+    if (typed.capabilities != nullptr) {
+        options.capabilities = fieldOf(typed.capabilities);
+        if (!options.capabilities) {
+            return badValue("capabilities", typed.capabilities, "a 16-bit number (0x0411)");
+        }
+    }
+    options.isPerFrame = typed.perFrame != 0;
+    options.isHex = typed.hex != 0;
+    options.isExplained = typed.explain != 0;
+    options.format = options.list.format.value_or(usualFormat(options));
+    return readJobs(options, typed.jobs);
+}
+
+bool isList(Format format) {
+    return format == Format::Table || format == Format::CSV;
+}
+
 std::optional<UsageError> conflictIn(const DecodeOptions& options) {
+    if (options.list.isColumnsHelp) return std::nullopt;
     if (options.files.empty()) return UsageError{"no file to decode ('-' is standard input)"};
     if (std::ranges::count(options.files, "-") > 1) return UsageError{"'-' can be read once only"};
     if (!options.isHex && options.capabilities) return UsageError{"--capabilities is for --hex"};
@@ -132,6 +157,12 @@ std::optional<UsageError> conflictIn(const DecodeOptions& options) {
     }
     if (options.isHex && options.isPerFrame) {
         return UsageError{"--hex and --per-frame do not go together"};
+    }
+    if (options.isPerFrame && isList(options.format)) {
+        return UsageError{"--per-frame goes with --format=text, json, jsonl or plist"};
+    }
+    if (options.isHex && isList(options.format)) {
+        return UsageError{"--hex goes with --format=text, json, jsonl or plist"};
     }
     return std::nullopt;
 }

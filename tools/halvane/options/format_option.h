@@ -2,6 +2,8 @@
 #ifndef TOOLS_HALVANE_OPTIONS_FORMAT_OPTION_H
 #define TOOLS_HALVANE_OPTIONS_FORMAT_OPTION_H
 
+#include <optional>
+
 #include "halvane/base/result.h"
 #include "halvane/utils/cli.h"
 
@@ -27,8 +29,12 @@ constexpr CLIOption formatOption(const char* longHelp,
             .longHelp = longHelp};
 }
 
-// Returns the format that was typed since the last call, or text if none was.
+// Returns the format that was typed since the last call, or text if none was. Formats of lists of
+// networks are refused.
 Result<Format, UsageError> takeFormat();
+
+// The same for lists of networks, which have all formats. Absent if none was typed.
+Result<std::optional<Format>, UsageError> takeListFormat();
 
 }  // namespace halvane::tool
 

@@ -7,10 +7,8 @@ namespace halvane::tool {
 namespace {
 
 constexpr std::pair<std::string_view, Format> kFormats[] = {
-    {"text", Format::Text},
-    {"json", Format::JSON},
-    {"jsonl", Format::JSONLines},
-    {"plist", Format::PropertyList},
+    {"text", Format::Text},          {"json", Format::JSON},   {"jsonl", Format::JSONLines},
+    {"plist", Format::PropertyList}, {"table", Format::Table}, {"csv", Format::CSV},
 };
 
 }  // namespace

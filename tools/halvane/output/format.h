@@ -7,10 +7,11 @@
 
 namespace halvane::tool {
 
-enum class Format { Text, JSON, JSONLines, PropertyList };
+// Table and CSV are for lists of networks alone.
+enum class Format { Text, JSON, JSONLines, PropertyList, Table, CSV };
 
-// The format with this name for --format: "text", "json", "jsonl", "plist". Absent for another
-// name.
+// The format with this name for --format: "text", "json", "jsonl", "plist", "table", "csv". Absent
+// for another name.
 std::optional<Format> formatNamed(std::string_view name);
 
 }  // namespace halvane::tool

@@ -3,6 +3,7 @@
 #define TOOLS_HALVANE_OUTPUT_FRAME_ORIGIN_H
 
 #include <cstdint>
+#include <optional>
 
 #include "halvane/capture/beacon_frame.h"
 
@@ -11,6 +12,7 @@ namespace halvane::tool {
 struct FrameOrigin {
     std::uint64_t number = 0;  // in the file, counted from 1
     capture::BeaconSubtype subtype = capture::BeaconSubtype::Beacon;
+    std::optional<std::int64_t> time{};  // nanoseconds since 1970-01-01 00:00 UTC
 };
 
 // "beacon" or "probe-response".

@@ -3,12 +3,12 @@
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/element_range.h"
 
-#include "tools/halvane/output/air_profile.h"
 #include "tools/halvane/output/air_properties.h"
 #include "tools/halvane/output/element_json.h"
 #include "tools/halvane/output/frame_properties.h"
 #include "tools/halvane/output/json_record.h"
 #include "tools/halvane/output/record_properties.h"
+#include "tools/halvane/survey/air_profile.h"
 
 namespace halvane::tool {
 
@@ -30,12 +30,14 @@ void writeAir(JSONWriter& writer, const capture::Sighting& sighting) {
 }  // namespace
 
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin) {
+               const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard) {
     writer.beginObject();
     if (origin) writeMembers(writer, *origin);
     writeMembers(writer, sighting);
     writeMembers(writer, sighting.record);
     writeAir(writer, sighting);
+    if (origin) writeMembers(writer, FrameTime{*origin});
+    if (heard != nullptr) writeMembers(writer, *heard);
     writer.endObject();
 }
 

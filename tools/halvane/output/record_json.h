@@ -8,13 +8,15 @@
 
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/json_writer.h"
+#include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
 
 // Writes one object: "frame" and "subtype" if the origin is known, "radioChannel" if it differs
-// from the record's channel, and the record's members.
+// from the record's channel, the record's members, and at the end the frame's time or how the
+// network was heard; null if that is not known.
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin);
+               const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard = nullptr);
 
 }  // namespace halvane::tool
 

@@ -13,13 +13,13 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/ie/fancy_formatting.h"
 
-#include "tools/halvane/output/air_profile.h"
 #include "tools/halvane/output/element_text.h"
 #include "tools/halvane/output/explain_text.h"
 #include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/property_list_output.h"
 #include "tools/halvane/output/record_json.h"
 #include "tools/halvane/output/standard_output.h"
+#include "tools/halvane/survey/air_profile.h"
 
 namespace halvane::tool {
 
@@ -40,8 +40,8 @@ class TextWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin) override {
+    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
+               const NetworkStatistics*) override {
         if (origin) {
             put("Frame                : " + std::to_string(origin->number) + " (" +
                 subtypeName(origin->subtype) + ")\n");
@@ -68,8 +68,8 @@ class ExplainingWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin) override {
+    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
+               const NetworkStatistics*) override {
         if (!std::exchange(isFirst_, false)) put("\n");
         const air::BssProfile profile = airProfileOf(sighting);
         put(networkName(profile) + "  " + FancyFormatting::formattedMAC(sighting.record.mac()) +
@@ -120,9 +120,9 @@ class JSONLinesWriter : public RecordWriter {
   public:
     explicit JSONLinesWriter(std::FILE* stream) : batch_(JSONWriter::Layout::OneLine, stream) {}
 
-    void write(const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin) override {
-        writeJSON(batch_.writer(), sighting, origin);
+    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
+               const NetworkStatistics* heard) override {
+        writeJSON(batch_.writer(), sighting, origin, heard);
         batch_.writer().newline();
         batch_.commit();
     }
@@ -138,10 +138,10 @@ class JSONArrayWriter : public RecordWriter {
   public:
     explicit JSONArrayWriter(std::FILE* stream) : batch_(JSONWriter::Layout::Indented, stream) {}
 
-    void write(const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin) override {
+    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
+               const NetworkStatistics* heard) override {
         batch_.writer().verbatim(isFirst_ ? "[\n" : ",\n");
-        writeJSON(batch_.writer(), sighting, origin);
+        writeJSON(batch_.writer(), sighting, origin, heard);
         batch_.commit();
         isFirst_ = false;
     }
@@ -162,7 +162,8 @@ class PropertyListWriter : public Writer {
   public:
     using Writer::Writer;
 
-    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>&) override {
+    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>&,
+               const NetworkStatistics*) override {
         PropertyListDictionary skeleton = sighting.record.skeletonRepresentation();
         if (const auto channel = sighting.otherRadioChannel()) {
             skeleton.set("RadioChannel", *channel);
@@ -194,6 +195,9 @@ std::unique_ptr<RecordWriter> RecordWriter::createExplaining(std::FILE* stream) 
 
 std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* stream) {
     switch (format) {
+        case Format::Table:
+        case Format::CSV:
+            return nullptr;
         case Format::Text:
             return std::make_unique<TextWriter>(stream);
         case Format::JSON:

@@ -13,6 +13,7 @@
 
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/frame_origin.h"
+#include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
 
@@ -20,8 +21,9 @@ class RecordWriter {
   public:
     virtual ~RecordWriter() = default;
 
-    virtual void write(const capture::Sighting& sighting,
-                       const std::optional<FrameOrigin>& origin) = 0;
+    // A record of one frame, or of a network and how it was heard. Both may be unknown.
+    virtual void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
+                       const NetworkStatistics* heard = nullptr) = 0;
 
     // Ends the document. REQUIRES: called once, after the last record.
     virtual void finish() = 0;

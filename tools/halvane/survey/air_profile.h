@@ -1,6 +1,6 @@
 // The profile of a sighted BSS.
-#ifndef TOOLS_HALVANE_OUTPUT_AIR_PROFILE_H
-#define TOOLS_HALVANE_OUTPUT_AIR_PROFILE_H
+#ifndef TOOLS_HALVANE_SURVEY_AIR_PROFILE_H
+#define TOOLS_HALVANE_SURVEY_AIR_PROFILE_H
 
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/profile.h"

@@ -1,4 +1,4 @@
-#include "tools/halvane/output/air_profile.h"
+#include "tools/halvane/survey/air_profile.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

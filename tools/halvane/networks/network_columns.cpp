@@ -1,0 +1,563 @@
+#include "tools/halvane/networks/network_columns.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include "halvane/air/feature.h"
+#include "halvane/air/finding.h"
+#include "halvane/air/max_rates.h"
+#include "halvane/air/security.h"
+#include "halvane/ie/fancy_formatting.h"
+
+#include "tools/halvane/networks/generation_label.h"
+#include "tools/halvane/networks/security_label.h"
+#include "tools/halvane/output/age_text.h"
+#include "tools/halvane/output/signal_bar.h"
+#include "tools/halvane/output/time_text.h"
+#include "tools/halvane/survey/saturated.h"
+
+namespace halvane::tool {
+
+namespace {
+
+using Around = CellSurroundings;
+
+FittedCell own(std::string_view text, Meaning meaning = Meaning::Plain) {
+    return {ownText(text, {}), meaning};
+}
+
+constexpr std::string_view kUntold = "-";
+
+// --- Values ---
+
+PlainValue number(double value) {
+    return {.number = value};
+}
+
+template <typename T>
+PlainValue numberIf(const std::optional<T>& value) {
+    return value ? number(static_cast<double>(*value)) : PlainValue();
+}
+
+PlainValue text(std::string_view value) {
+    return {.text = std::string(value)};
+}
+
+// --- The parts of a network ---
+
+std::optional<int> signalOf(const Network& network) {
+    return network.statistics->signal.median();
+}
+
+std::string addressText(const Network& network) {
+    return FancyFormatting::formattedMAC(network.bssid.buffer());
+}
+
+// Mbit/s of the latest generation, or of the rates from before there were any.
+std::optional<double> rateOf(const Network& network) {
+    if (const auto* const rate = network.profile.rates.latest()) return rate->value.mbps();
+    const int legacy = network.details.highestRate;
+    return legacy > 0 ? std::optional(legacy / 2.0) : std::nullopt;
+}
+
+bool hasError(const Network& network) {
+    const auto& findings = network.profile.findings;
+    return std::ranges::any_of(findings, [](const air::Finding& finding) {
+        return finding.info().severity == air::Severity::Error;
+    });
+}
+
+// Nanoseconds from the last frame of the network to the end of its capture.
+std::optional<std::int64_t> silenceOf(const Network& network, const Around& around) {
+    const NetworkStatistics& heard = *network.statistics;
+    if (!heard.lastTimeInCapture || heard.lastCapture >= around.captureEnds.size()) return {};
+    const auto& end = around.captureEnds[heard.lastCapture];
+    if (!end) return std::nullopt;
+    return saturatedDifference(*end, *heard.lastTimeInCapture);
+}
+
+std::string featuresText(const Network& network) {
+    std::string names;
+    for (const air::Feature feature : network.profile.features) {
+        if (!names.empty()) names += ' ';
+        names += air::featureName(feature);
+    }
+    return names;
+}
+
+std::string findingsText(const Network& network) {
+    std::string names;
+    for (const air::Finding& finding : network.profile.findings) {
+        if (!names.empty()) names += ' ';
+        names += finding.info().id;
+    }
+    return names;
+}
+
+// --- Cells ---
+
+template <typename T>
+FittedCell numberCell(const std::optional<T>& value) {
+    return own(value ? std::to_string(*value) : std::string(kUntold));
+}
+
+FittedCell textCell(const std::string& value, const Around& around) {
+    return value.empty() ? own(kUntold) : FittedCell{shownText(value, around.rules)};
+}
+
+FittedCell markCell(const Network& network, const Around&) {
+    if (hasError(network)) return own("!", Meaning::Danger);
+    if (network.statistics->cutFrames > 0) return own("x", Meaning::Caution);
+    return own("");
+}
+
+PlainValue markValue(const Network& network, const Around&) {
+    if (hasError(network)) return text("error");
+    return network.statistics->cutFrames > 0 ? text("cut") : PlainValue();
+}
+
+FittedCell ssidCell(const Network& network, const Around& around) {
+    if (network.details.meshID) return {shownMesh(nameOf(network), around.rules)};
+    if (isHidden(network) && !around.hasAddress) return {shownHidden(network.bssid)};
+    return {shownName(nameOf(network), around.rules)};
+}
+
+PlainValue ssidValue(const Network& network, const Around&) {
+    return isHidden(network) ? PlainValue() : text(nameOf(network));
+}
+
+FittedCell signalCell(const Network& network, const Around&) {
+    const auto signal = signalOf(network);
+    if (!signal) return own(kUntold);
+    return own(std::to_string(*signal), meaningOfSignal(*signal));
+}
+
+FittedCell barCell(const Network& network, const Around& around) {
+    const auto signal = signalOf(network);
+    if (!signal) return own("");
+    return {ownText(signalBar(*signal, around.glyphs), around.rules), meaningOfBar(*signal)};
+}
+
+FittedCell widthCell(const Network& network, const Around& around) {
+    const air::ChannelUse& channel = network.profile.channel;
+    if (channel.span->center2) return {ownText(around.glyphs.twice80, around.rules)};
+    const bool isPunctured = channel.punctured && channel.punctured->value != 0;
+    return own(std::to_string(channel.span->width) + (isPunctured ? 'p' : ' '));
+}
+
+FittedCell bandCell(const Network& network, const Around&) {
+    const auto& band = network.profile.channel.band;
+    return own(band ? air::bandName(band->value) : kUntold);
+}
+
+FittedCell channelCell(const Network& network, const Around&) {
+    const auto& channel = network.profile.channel.primaryChannel;
+    return own(channel ? std::to_string(channel->value) : std::string(kUntold));
+}
+
+FittedCell rateCell(const Network& network, const Around&) {
+    const auto rate = rateOf(network);
+    return own(rate ? std::to_string(std::lround(*rate)) : std::string(kUntold));
+}
+
+FittedCell securityCell(const Network& network, const Around& around) {
+    const air::Security security = network.profile.security.name.value;
+    return own(around.hasFullSecurity ? air::securityName(security) : shortSecurityName(security),
+               meaningOfSecurity(security));
+}
+
+FittedCell loadCell(const Network& network, const Around&) {
+    constexpr int kWhole = 255;
+    const auto& load = network.profile.load;
+    if (!load) return own(kUntold);
+    return own(std::to_string((load->value.utilization * 100 + kWhole / 2) / kWhole) + '%');
+}
+
+FittedCell stationsCell(const Network& network, const Around&) {
+    const auto& load = network.profile.load;
+    return own(load ? std::to_string(load->value.stations) : std::string(kUntold));
+}
+
+FittedCell silenceCell(const Network& network, const Around& around) {
+    const auto silence = silenceOf(network, around);
+    return own(silence ? ageText(*silence) : std::string(kUntold));
+}
+
+FittedCell makerCell(const Network& network, const Around& around) {
+    const std::string name = around.makers().cell(network.bssid, around.makerCells);
+    const bool isOwn = name.starts_with('(') || name == kUntold;
+    return isOwn ? own(name, Meaning::Secondary) : FittedCell{shownText(name, around.rules)};
+}
+
+PlainValue makerValue(const Network& network, const Around& around) {
+    return text(around.makers().find(network.bssid).value_or(""));
+}
+
+PlainValue timeValue(const std::optional<std::int64_t>& time) {
+    return time ? text(utcTimeText(*time)) : PlainValue();
+}
+
+FittedCell centerCell(const Network& network, const Around&) {
+    const air::ChannelSpan& span = *network.profile.channel.span;
+    if (!span.center1) return own(kUntold);
+    const std::string first = std::to_string(*span.center1);
+    return own(span.center2 ? first + '+' + std::to_string(*span.center2) : first);
+}
+
+std::optional<int> dtimOf(const Network& network) {
+    const auto& period = network.profile.dtimPeriod;
+    return period ? std::optional(period->value) : std::nullopt;
+}
+
+std::optional<std::int64_t> intervalOf(const Network& network) {
+    return network.beaconInterval ? network.beaconInterval->exactInt64() : std::nullopt;
+}
+
+std::string mldText(const Network& network) {
+    const auto& mld = network.profile.mld;
+    return mld ? FancyFormatting::formattedMAC(mld->address.buffer()) : std::string();
+}
+
+std::string countryText(const Network& network) {
+    const auto& country = network.profile.country;
+    return country ? country->value.code : std::string();
+}
+
+constexpr std::size_t kNever = kAnyWidth;  // stands without a width, or where it is asked for
+
+// In the order on the line.
+constexpr NetworkColumn kColumns[] = {
+    {{.name = "mark", .header = "", .align = Align::Left, .least = 1, .most = kAnyWidth},
+     markCell,
+     markValue,
+     "! an error among the findings, x a frame ended inside an element"},
+    {{.name = "ssid", .header = "SSID", .align = Align::Left, .least = 12, .most = 32},
+     ssidCell,
+     ssidValue,
+     "the name, or that of the mesh"},
+    {{.name = "signal", .header = "dBm", .align = Align::Right, .least = 3, .most = kAnyWidth},
+     signalCell,
+     [](const Network& network, const Around&) { return numberIf(signalOf(network)); },
+     "median of the signals of its frames, dBm"},
+    {{.name = "bar", .header = "", .align = Align::Left, .least = 4, .most = 4, .from = 55},
+     barCell,
+     nullptr,
+     "the signal as a bar, from -95 to -35 dBm"},
+    {{.name = "band", .header = "GHz", .align = Align::Right, .least = 3, .most = kAnyWidth},
+     bandCell,
+     [](const Network& network, const Around&) {
+         const auto& band = network.profile.channel.band;
+         return band ? text(air::bandName(band->value)) : PlainValue();
+     },
+     "band, GHz"},
+    {{.name = "channel", .header = "CH", .align = Align::Right, .least = 3, .most = kAnyWidth},
+     channelCell,
+     [](const Network& network, const Around&) {
+         const auto& channel = network.profile.channel.primaryChannel;
+         return channel ? number(channel->value) : PlainValue();
+     },
+     "primary channel"},
+    {{.name = "width",
+      .header = "MHz",
+      .align = Align::Right,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = 40},
+     widthCell,
+     [](const Network& network, const Around&) {
+         return number(network.profile.channel.span->width);
+     },
+     "width, MHz; p: punctured"},
+    {{.name = "generation",
+      .header = "GEN",
+      .align = Align::Left,
+      .least = 3,
+      .most = kAnyWidth,
+      .from = 59},
+     [](const Network& network, const Around&) { return own(generationLabel(network)); },
+     [](const Network& network, const Around&) { return text(generationLabel(network)); },
+     "7, 6E, 6, 5 or 4; before these g, a or b"},
+    {{.name = "rate",
+      .header = "Mbit/s",
+      .align = Align::Right,
+      .least = 6,
+      .most = kAnyWidth,
+      .from = 89},
+     rateCell,
+     [](const Network& network, const Around&) { return numberIf(rateOf(network)); },
+     "highest rate, Mbit/s"},
+    {{.name = "security",
+      .header = "SECURITY",
+      .align = Align::Left,
+      .least = 8,
+      .most = kAnyWidth},
+     securityCell,
+     [](const Network& network, const Around&) {
+         return text(air::securityName(network.profile.security.name.value));
+     },
+     "security"},
+    {{.name = "pmf", .header = "PMF", .align = Align::Left, .least = 3, .most = 3, .from = 63},
+     [](const Network& network, const Around&) {
+         return own(shortPmfName(network.profile.security.pmf.value));
+     },
+     [](const Network& network, const Around&) {
+         return text(air::pmfName(network.profile.security.pmf.value));
+     },
+     "protection of management frames: capable or required"},
+    {{.name = "load",
+      .header = "LOAD",
+      .align = Align::Right,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = 115,
+      .isLeftOutUntold = true},
+     loadCell,
+     [](const Network& network, const Around&) {
+         const auto& load = network.profile.load;
+         return load ? number(load->value.utilization / 255.0) : PlainValue();
+     },
+     "share of the time that the channel is busy, as the network tells"},
+    {{.name = "stations",
+      .header = "STA",
+      .align = Align::Right,
+      .least = 3,
+      .most = kAnyWidth,
+      .from = 115,
+      .isLeftOutUntold = true},
+     stationsCell,
+     [](const Network& network, const Around&) {
+         const auto& load = network.profile.load;
+         return load ? number(load->value.stations) : PlainValue();
+     },
+     "associated stations, as the network tells"},
+    {{.name = "last",
+      .header = "LAST",
+      .align = Align::Right,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = 120},
+     silenceCell,
+     [](const Network& network, const Around&) { return timeValue(network.statistics->lastTime); },
+     "last frame before the end of its capture"},
+    {{.name = "bssid",
+      .header = "BSSID",
+      .align = Align::Left,
+      .least = 8,
+      .most = kAnyWidth,
+      .from = 50,
+      .below = 74},
+     [](const Network& network, const Around&) { return own(addressText(network).substr(9)); },
+     nullptr,
+     ""},
+    {{.name = "bssid",
+      .header = "BSSID",
+      .align = Align::Left,
+      .least = 17,
+      .most = kAnyWidth,
+      .from = 74},
+     [](const Network& network, const Around&) { return own(addressText(network)); },
+     [](const Network& network, const Around&) { return text(addressText(network)); },
+     "address"},
+    {{.name = "maker",
+      .header = "MAKER",
+      .align = Align::Left,
+      .least = 5,
+      .most = kMakerCells,
+      .from = 106},
+     makerCell,
+     makerValue,
+     "who the IEEE assigned the address to"},
+    {{.name = "beacons",
+      .header = "BEACONS",
+      .align = Align::Right,
+      .least = 7,
+      .most = kAnyWidth,
+      .from = 128},
+     [](const Network& network, const Around&) {
+         return own(std::to_string(network.statistics->beacons));
+     },
+     [](const Network& network, const Around&) {
+         return number(static_cast<double>(network.statistics->beacons));
+     },
+     "beacons"},
+    {{.name = "country",
+      .header = "CC",
+      .align = Align::Left,
+      .least = 2,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around& around) {
+         return textCell(countryText(network), around);
+     },
+     [](const Network& network, const Around&) { return text(countryText(network)); },
+     "country"},
+    {{.name = "streams",
+      .header = "STREAMS",
+      .align = Align::Right,
+      .least = 7,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around&) {
+         const int streams = network.profile.streams();
+         return own(streams > 0 ? std::to_string(streams) : std::string(kUntold));
+     },
+     [](const Network& network, const Around&) {
+         const int streams = network.profile.streams();
+         return streams > 0 ? number(streams) : PlainValue();
+     },
+     "spatial streams"},
+    {{.name = "dtim",
+      .header = "DTIM",
+      .align = Align::Right,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around&) { return numberCell(dtimOf(network)); },
+     [](const Network& network, const Around&) { return numberIf(dtimOf(network)); },
+     "DTIM period, beacons"},
+    {{.name = "interval",
+      .header = "TU",
+      .align = Align::Right,
+      .least = 3,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around&) { return numberCell(intervalOf(network)); },
+     [](const Network& network, const Around&) { return numberIf(intervalOf(network)); },
+     "beacon interval, TU (1.024 ms)"},
+    {{.name = "frequency",
+      .header = "FREQ",
+      .align = Align::Right,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around&) {
+         return numberCell(network.profile.channel.primaryFrequency);
+     },
+     [](const Network& network, const Around&) {
+         return numberIf(network.profile.channel.primaryFrequency);
+     },
+     "frequency of the primary channel, MHz"},
+    {{.name = "center",
+      .header = "CENTER",
+      .align = Align::Right,
+      .least = 6,
+      .most = kAnyWidth,
+      .from = kNever},
+     centerCell,
+     [](const Network& network, const Around& around) {
+         const std::string centers = centerCell(network, around).text.octets();
+         return centers == kUntold ? PlainValue() : text(centers);
+     },
+     "centre frequencies, MHz"},
+    {{.name = "first",
+      .header = "FIRST (UTC)",
+      .align = Align::Left,
+      .least = 19,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around& around) {
+         const auto& time = network.statistics->firstTime;
+         return textCell(time ? utcSecondText(*time) : std::string(), around);
+     },
+     [](const Network& network, const Around&) { return timeValue(network.statistics->firstTime); },
+     "first frame, UTC"},
+    {{.name = "frames",
+      .header = "FRAMES",
+      .align = Align::Right,
+      .least = 6,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around&) {
+         return own(std::to_string(network.statistics->frames()));
+     },
+     [](const Network& network, const Around&) {
+         return number(static_cast<double>(network.statistics->frames()));
+     },
+     "beacons and probe responses"},
+    {{.name = "best",
+      .header = "BEST",
+      .align = Align::Right,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around&) {
+         return numberCell(network.statistics->signal.greatest());
+     },
+     [](const Network& network, const Around&) {
+         return numberIf(network.statistics->signal.greatest());
+     },
+     "greatest signal, dBm"},
+    {{.name = "worst",
+      .header = "WORST",
+      .align = Align::Right,
+      .least = 5,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around&) {
+         return numberCell(network.statistics->signal.least());
+     },
+     [](const Network& network, const Around&) {
+         return numberIf(network.statistics->signal.least());
+     },
+     "least signal, dBm"},
+    {{.name = "mld",
+      .header = "MLD",
+      .align = Align::Left,
+      .least = 17,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around& around) {
+         return textCell(mldText(network), around);
+     },
+     [](const Network& network, const Around&) { return text(mldText(network)); },
+     "address of the multi-link device"},
+    {{.name = "ap",
+      .header = "AP",
+      .align = Align::Left,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around& around) {
+         return textCell(network.details.accessPoint, around);
+     },
+     [](const Network& network, const Around&) { return text(network.details.accessPoint); },
+     "name that the access point tells of itself"},
+    {{.name = "features",
+      .header = "FEATURES",
+      .align = Align::Left,
+      .least = 8,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around& around) {
+         return textCell(featuresText(network), around);
+     },
+     [](const Network& network, const Around&) { return text(featuresText(network)); },
+     "what it offers"},
+    {{.name = "findings",
+      .header = "FINDINGS",
+      .align = Align::Left,
+      .least = 8,
+      .most = kAnyWidth,
+      .from = kNever},
+     [](const Network& network, const Around& around) {
+         return textCell(findingsText(network), around);
+     },
+     [](const Network& network, const Around&) { return text(findingsText(network)); },
+     "what is wrong with it"},
+};
+
+}  // namespace
+
+std::span<const NetworkColumn> networkColumns() {
+    return kColumns;
+}
+
+const NetworkColumn* networkColumnNamed(std::string_view name) {
+    const auto* const found = std::ranges::find_if(kColumns, [&](const NetworkColumn& column) {
+        return column.layout.name == name && column.value != nullptr;
+    });
+    return found == std::end(kColumns) ? nullptr : found;
+}
+
+}  // namespace halvane::tool

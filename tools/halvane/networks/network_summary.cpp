@@ -1,0 +1,142 @@
+#include "tools/halvane/networks/network_summary.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <map>
+#include <string_view>
+
+#include "halvane/air/channel.h"
+#include "halvane/air/finding.h"
+#include "halvane/capture/beacon_frame.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// "1 network", "2 networks".
+std::string counted(std::uint64_t count, std::string_view one, std::string_view many) {
+    return std::to_string(count) + ' ' + std::string(count == 1 ? one : many);
+}
+
+// Parts with a separator between them.
+class Enumeration {
+  public:
+    void add(std::uint64_t count, std::string_view one, std::string_view many) {
+        if (count == 0) return;
+        if (!text_.empty()) text_ += ", ";
+        text_ += counted(count, one, many);
+    }
+    const std::string& text() const { return text_; }
+
+  private:
+    std::string text_;
+};
+
+std::string bandText(air::Band band) {
+    const std::string name(air::bandName(band));
+    return band == air::Band::SubOneGhz ? "on " + name : "on " + name + " GHz";
+}
+
+std::string bandsText(std::span<const Network> networks) {
+    std::map<air::Band, std::uint64_t> counts;
+    for (const Network& network : networks) {
+        if (network.profile.channel.band) ++counts[network.profile.channel.band->value];
+    }
+    Enumeration text;
+    for (const auto& [band, count] : counts) text.add(count, bandText(band), bandText(band));
+    return text.text();
+}
+
+std::uint64_t skippedFor(const CaptureSummary& frames, capture::SkipReason reason) {
+    return frames.skipped[static_cast<std::size_t>(reason)];
+}
+
+}  // namespace
+
+std::string networksLine(const NetworkCounts& counts) {
+    const std::size_t shown = counts.networks.size();
+    const std::size_t all = counts.all.value_or(shown);
+    std::string line = counts.all ? std::to_string(shown) + " of " : "";
+    line += all == 0 ? "no networks" : counted(all, "network", "networks");
+    const std::string bands = bandsText(counts.networks);
+    if (!bands.empty()) line += ": " + bands;
+    const auto hidden = std::ranges::count_if(counts.networks, isHidden);
+    if (hidden > 0) line += "; " + std::to_string(hidden) + " hidden";
+    if (counts.letGo == 0) return line;
+    return line + "; " + std::to_string(counts.letGo) +
+           " let go (--max-networks=" + std::to_string(counts.most) + ')';
+}
+
+std::string findingsLine(std::span<const Network> networks) {
+    std::array<std::uint64_t, 3> counts{};  // by severity
+    for (const Network& network : networks) {
+        for (const air::Finding& finding : network.profile.findings) {
+            ++counts[static_cast<std::size_t>(finding.info().severity)];
+        }
+    }
+    Enumeration text;
+    text.add(counts[static_cast<std::size_t>(air::Severity::Error)], "error", "errors");
+    text.add(counts[static_cast<std::size_t>(air::Severity::Warning)], "warning", "warnings");
+    text.add(counts[static_cast<std::size_t>(air::Severity::Note)], "note", "notes");
+    return text.text().empty() ? std::string() : text.text() + " (--findings)";
+}
+
+std::string framesLine(const CaptureSummary& frames, std::uint64_t cutFrames,
+                       std::optional<std::int64_t> nanoseconds) {
+    using capture::SkipReason;
+    constexpr double kSecond = 1e9;
+    std::string line = counted(frames.frames, "frame", "frames");
+    if (nanoseconds) {
+        std::array<char, 32> seconds{};
+        std::snprintf(seconds.data(), seconds.size(), " in %.1f s",
+                      static_cast<double>(*nanoseconds) / kSecond);
+        line += seconds.data();
+    }
+    Enumeration kinds;
+    kinds.add(frames.beacons, "beacon", "beacons");
+    kinds.add(frames.probeResponses, "probe response", "probe responses");
+    kinds.add(skippedFor(frames, SkipReason::OtherFrame) +
+                  skippedFor(frames, SkipReason::Fragment) +
+                  skippedFor(frames, SkipReason::Encrypted),
+              "other", "others");
+    kinds.add(cutFrames + skippedFor(frames, SkipReason::Short) +
+                  skippedFor(frames, SkipReason::Damaged) +
+                  skippedFor(frames, SkipReason::MalformedHeader),
+              "damaged", "damaged");
+    return kinds.text().empty() ? line : line + ": " + kinds.text();
+}
+
+std::vector<std::string> emptyFilterLines(const NetworkFilter& filter,
+                                          std::span<const Network> networks) {
+    std::vector<std::string> lines = {"no network of " + std::to_string(networks.size()) +
+                                      " passes the filter"};
+    const auto shares = filter.sharesOf(networks);
+    std::size_t widest = 0;
+    for (const auto& share : shares) widest = std::max(widest, share.typed.size());
+    for (const auto& share : shares) {
+        const std::string count = share.count == 0 ? "none" : std::to_string(share.count);
+        lines.push_back("  " + share.typed + std::string(widest - share.typed.size(), ' ') +
+                        " alone lets " + count + " through");
+    }
+    return lines;
+}
+
+std::string brokenLine(const std::string& line, std::optional<std::size_t> width) {
+    constexpr std::string_view kIndent = "  ";
+    std::string text;
+    std::string_view rest = line;
+    std::string_view indent;
+    while (width && indent.size() + rest.size() > *width) {
+        const std::size_t room = *width - std::min(*width, indent.size());
+        std::size_t end = rest.substr(0, room).find_last_of(",;");
+        if (end == std::string_view::npos) end = rest.find_first_of(",;");
+        if (end == std::string_view::npos || end + 2 >= rest.size()) break;
+        text.append(indent).append(rest.substr(0, end + 1)).append("\n");
+        rest.remove_prefix(end + 2);  // the sign and the blank behind it
+        indent = kIndent;
+    }
+    return text.append(indent).append(rest);
+}
+
+}  // namespace halvane::tool

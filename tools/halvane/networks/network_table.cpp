@@ -1,0 +1,118 @@
+#include "tools/halvane/networks/network_table.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "tools/halvane/output/standard_output.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// The width from which on the security has its full name.
+constexpr std::size_t kFullSecurityWidth = 160;
+
+constexpr Squeeze kSqueezes[] = {
+    {.column = "maker", .least = 8},
+    {.column = "ssid", .least = 12},
+    {.column = "ssid", .least = 4, .from = 40},
+};
+
+std::vector<const NetworkColumn*> usualColumns(bool isWide) {
+    std::vector<const NetworkColumn*> columns;
+    for (const NetworkColumn& column : networkColumns()) {
+        if (isWide || column.layout.from != kAnyWidth) columns.push_back(&column);
+    }
+    return columns;
+}
+
+std::vector<FittedColumn> layoutsOf(std::span<const NetworkColumn* const> columns,
+                                    bool isAskedFor) {
+    std::vector<FittedColumn> layouts;
+    for (const NetworkColumn* const column : columns) {
+        FittedColumn& layout = layouts.emplace_back(column->layout);
+        if (!isAskedFor) continue;
+        layout.from = 0;
+        layout.below = kAnyWidth;
+        layout.isLeftOutUntold = false;
+    }
+    return layouts;
+}
+
+class Printer {
+  public:
+    Printer(std::span<const Network> networks, const NetworkTableOptions& options,
+            const CellSurroundings& surroundings, const Theme& theme, std::FILE* stream)
+        : networks_(networks),
+          surroundings_(surroundings),
+          theme_(theme),
+          stream_(stream),
+          columns_(options.columns.empty() ? usualColumns(options.isWide) : options.columns),
+          layouts_(layoutsOf(columns_, !options.columns.empty())),
+          table_({layouts_, kSqueezes}, options.isWide ? std::nullopt : options.width) {
+        surroundings_.hasFullSecurity = options.width.value_or(0) >= kFullSecurityWidth;
+        surroundings_.hasAddress = hasColumn("bssid");
+    }
+
+    void print(std::optional<std::size_t> terminalLines) {
+        for (const Network& network : networks_) table_.fit(rowOf(network));
+        table_.settle();
+        fitMakers();
+        const std::string header = table_.header(theme_);
+        put(header, stream_);
+        const ShownText mark = ownText(surroundings_.glyphs.cut, surroundings_.rules);
+        for (const Network& network : networks_) {
+            put(table_.line(rowOf(network), theme_, mark), stream_);
+        }
+        if (FittedTable::repeatsHeader(networks_.size(), terminalLines)) put(header, stream_);
+    }
+
+  private:
+    bool hasColumn(std::string_view name) const {
+        return std::ranges::any_of(table_.standing(),
+                                   [&](std::size_t index) { return layouts_[index].name == name; });
+    }
+
+    std::vector<FittedCell> rowOf(const Network& network) const {
+        std::vector<FittedCell> row;
+        row.reserve(table_.standing().size());
+        for (const std::size_t index : table_.standing()) {
+            row.push_back(columns_[index]->cell(network, surroundings_));
+        }
+        return row;
+    }
+
+    // A maker keeps the whole words that fit into the column.
+    void fitMakers() {
+        const auto& standing = table_.standing();
+        for (std::size_t i = 0; i < standing.size(); ++i) {
+            if (std::string_view(layouts_[standing[i]].name) != "maker") continue;
+            surroundings_.makerCells = std::min(surroundings_.makerCells, table_.cellsOf(i));
+        }
+    }
+
+    std::span<const Network> networks_;
+    CellSurroundings surroundings_;
+    const Theme& theme_;
+    std::FILE* const stream_;
+    const std::vector<const NetworkColumn*> columns_;
+    const std::vector<FittedColumn> layouts_;
+    FittedTable table_;
+};
+
+}  // namespace
+
+void printNetworks(std::span<const Network> networks, const NetworkTableOptions& options,
+                   CellSurroundings surroundings, const Theme& theme, std::FILE* stream) {
+    if (networks.empty()) return;
+    const std::size_t count =
+        options.limit == 0 ? networks.size() : std::min(options.limit, networks.size());
+    Printer(networks.first(count), options, surroundings, theme, stream).print(options.lines);
+    if (count == networks.size()) return;
+    put(std::string(surroundings.glyphs.cut) + ' ' + std::to_string(networks.size() - count) +
+            " more (--limit=0 shows all)\n",
+        stream);
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,292 @@
+#include "tools/halvane/options/list_options.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "tools/halvane/options/format_option.h"
+#include "tools/halvane/options/network_conditions.h"
+#include "tools/halvane/survey/survey.h"
+
+namespace halvane::tool {
+
+namespace {
+
+// Texts of an option that may be repeated.
+struct Texts {
+    char** texts = nullptr;
+    std::size_t count = 0;
+};
+
+// The options as typed; null or 0 means not typed.
+struct Typed {
+    Texts ssids, bssids, bands, channels, securities, generations;
+    const char* minSignal = nullptr;
+    std::int32_t hidden = 0;
+    const char* findings = nullptr;
+    const char* columns = nullptr;
+    const char* sort = nullptr;
+    std::int32_t reverse = 0;
+    const char* limit = nullptr;
+    std::int32_t wide = 0;
+    const char* width = nullptr;
+    const char* color = nullptr;
+    std::int32_t ascii = 0;
+    const char* widthAmbiguous = nullptr;
+    const char* maxNetworks = nullptr;
+    std::int32_t quiet = 0;
+};
+Typed gTyped;
+
+constexpr CLIOption group(const char* title) {
+    return {.type = kCLIGroup, .shortHelp = title};
+}
+
+constexpr CLIOption repeatable(const char* name, Texts& texts, const char* argument,
+                               const char* help) {
+    return {.type = kCLIStringArray,
+            .longName = name,
+            .valuePtr = &texts.texts,
+            .countPtr = &texts.count,
+            .argName = argument,
+            .flags = kCLIBareName,
+            .shortHelp = help};
+}
+
+constexpr CLIOption valued(const char* name, const char*& value, const char* argument,
+                           const char* help) {
+    return {.type = kCLIString,
+            .longName = name,
+            .valuePtr = &value,
+            .argName = argument,
+            .flags = kCLIBareName,
+            .shortHelp = help};
+}
+
+constexpr CLIOption flag(const char* name, std::int32_t& value, const char* help) {
+    return {.type = kCLIBoolean,
+            .longName = name,
+            .valuePtr = &value,
+            .flags = kCLINoValue,
+            .shortHelp = help};
+}
+
+const CLIOption kFilterOptions[] = {
+    group("Which networks"),
+    repeatable("ssid", gTyped.ssids, "NAME", "this name, '*' and '?' stand for others; repeatable"),
+    repeatable("bssid", gTyped.bssids, "ADDRESS[/MASK]", "this address; repeatable"),
+    repeatable("band", gTyped.bands, "2.4|5|6", "this band; repeatable"),
+    repeatable("channel", gTyped.channels, "N", "this primary channel; repeatable"),
+    repeatable("security", gTyped.securities, "NAME",
+               "Open, OWE, WEP, WPA, WPA2, WPA3, Enterprise; repeatable"),
+    repeatable("generation", gTyped.generations, "4|5|6|6E|7",
+               "this one; '6+' this one or newer; repeatable"),
+    valued("min-signal", gTyped.minSignal, "DBM", "this signal (dBm) or stronger: -70"),
+    flag("hidden", gTyped.hidden, "networks without a name"),
+};
+
+const CLIOption kShowOptions[] = {
+    group("What to show"),
+    formatOption("json: one document; jsonl: one line per record; csv: columns for programs;\n"
+                 "plist: skeletons.",
+                 "table (default), text, json, jsonl, csv or plist"),
+    valued("columns", gTyped.columns, "NAMES", "these columns, in this order ('help' lists them)"),
+    valued("sort", gTyped.sort, "NAMES", "by these columns, '-' before one turns it round"),
+    flag("reverse", gTyped.reverse, "turn the whole order round"),
+    valued("limit", gTyped.limit, "N", "at most N rows of the table"),
+    {.type = kCLIString,
+     .longName = "findings",
+     .valuePtr = &gTyped.findings,
+     .defaultValue = CLI_DEFAULT_TEXT("note"),
+     .argName = "SEVERITY",
+     .flags = kCLIBareName | kCLIOptionalValue,
+     .shortHelp = "what is wrong: error, warning or note (default)"},
+};
+
+const CLIOption kMannerOptions[] = {
+    group("How"),
+    flag("wide", gTyped.wide, "drop and cut nothing"),
+    valued("width", gTyped.width, "N", "fit N columns"),
+    valued("color", gTyped.color, "auto|always|never", "colours: on a terminal (default auto)"),
+    flag("ascii", gTyped.ascii, "no character beyond ASCII"),
+    valued("width-ambiguous", gTyped.widthAmbiguous, "1|2",
+           "cells of characters that Unicode calls ambiguous"),
+    valued("max-networks", gTyped.maxNetworks, "N",
+           "forget those longest not heard beyond N (default 65536)"),
+    flag("quiet", gTyped.quiet, "no summary and no progress"),
+};
+
+UsageError badValue(std::string_view name, std::string_view value, std::string_view expected) {
+    return {"--" + std::string(name) + ": '" + std::string(value) + "' is not " +
+            std::string(expected)};
+}
+
+struct Condition {
+    const char* name;
+    Texts Typed::*texts;
+    ConditionReader read;
+    const char* expected;
+    NetworkFilter::Subject subject = NetworkFilter::Subject::All;
+};
+constexpr Condition kConditions[] = {
+    {"ssid", &Typed::ssids, ssidCondition, ""},
+    {"bssid", &Typed::bssids, bssidCondition,
+     "an address of six octets (02:1a:2b:3c:4d:5e), with or without a mask (/24)",
+     NetworkFilter::Subject::Address},
+    {"band", &Typed::bands, bandCondition, "2.4, 5 or 6"},
+    {"channel", &Typed::channels, channelCondition, "a channel number"},
+    {"security", &Typed::securities, securityCondition,
+     "Open, OWE, WEP, WPA, WPA2, WPA3, Personal, Enterprise or a name of the table"},
+    {"generation", &Typed::generations, generationCondition, "4, 5, 6, 6E, 7, a, b or g"},
+};
+
+std::optional<UsageError> readConditions(NetworkFilter& filter, const Typed& typed) {
+    for (const Condition& condition : kConditions) {
+        const Texts& texts = typed.*condition.texts;
+        for (const char* const text : std::span(texts.texts, texts.count)) {
+            auto holds = condition.read(text);
+            if (!holds) return badValue(condition.name, text, condition.expected);
+            filter.add(std::string("--") + condition.name, text, std::move(*holds),
+                       condition.subject);
+        }
+    }
+    if (typed.minSignal != nullptr) {
+        auto holds = signalCondition(typed.minSignal);
+        if (!holds) return badValue("min-signal", typed.minSignal, "a signal of dBm (-70)");
+        filter.add("--min-signal", typed.minSignal, std::move(*holds));
+    }
+    if (typed.hidden != 0) filter.add("--hidden", {}, hiddenCondition());
+    return std::nullopt;
+}
+
+// A number from `least` on, if one was typed.
+template <typename Place>
+std::optional<UsageError> readNumber(const char* name, const char* text, std::uint64_t least,
+                                     Place& place) {
+    constexpr std::uint64_t kMost = 1'000'000'000;
+    if (text == nullptr) return std::nullopt;
+    const auto number = decimalOf(text);
+    if (!number || *number < least || *number > kMost) {
+        return badValue(name, text, "a number from " + std::to_string(least) + " on");
+    }
+    place = static_cast<std::size_t>(*number);
+    return std::nullopt;
+}
+
+std::string columnNames() {
+    std::string names;
+    for (const NetworkColumn& column : networkColumns()) {
+        if (column.value == nullptr) continue;
+        if (!names.empty()) names += ", ";
+        names += column.layout.name;
+    }
+    return names;
+}
+
+std::optional<UsageError> readColumns(ListOptions& options, const Typed& typed) {
+    if (typed.columns == nullptr) return std::nullopt;
+    options.isColumnsHelp = std::string_view(typed.columns) == "help";
+    if (options.isColumnsHelp) return std::nullopt;
+    const auto keys = orderKeysOf(typed.columns);
+    if (!keys) return badValue("columns", keys.error(), "one of " + columnNames());
+    for (const OrderKey& key : *keys) {
+        if (key.isFalling) return badValue("columns", typed.columns, "names of columns");
+        options.columns.push_back(key.column);
+    }
+    return std::nullopt;
+}
+
+std::optional<UsageError> readOrder(ListOptions& options, const Typed& typed) {
+    options.order.isReversed = typed.reverse != 0;
+    if (typed.sort == nullptr) return std::nullopt;
+    auto keys = orderKeysOf(typed.sort);
+    if (!keys) return badValue("sort", keys.error(), "one of " + columnNames());
+    options.isSorted = true;
+    options.order.keys = std::move(*keys);
+    return std::nullopt;
+}
+
+std::optional<UsageError> readColor(ListOptions& options, const Typed& typed) {
+    if (typed.color == nullptr) return std::nullopt;
+    constexpr std::pair<std::string_view, ColorChoice> kChoices[] = {
+        {"auto", ColorChoice::Auto},
+        {"always", ColorChoice::Always},
+        {"never", ColorChoice::Never}};
+    for (const auto& [name, choice] : kChoices) {
+        if (name != typed.color) continue;
+        options.color = choice;
+        return std::nullopt;
+    }
+    return badValue("color", typed.color, "auto, always or never");
+}
+
+std::optional<UsageError> readAmbiguousWidth(ListOptions& options, const Typed& typed) {
+    if (typed.widthAmbiguous == nullptr) return std::nullopt;
+    const std::string_view width = typed.widthAmbiguous;
+    if (width != "1" && width != "2") return badValue("width-ambiguous", width, "1 or 2");
+    options.text.ambiguous = width == "2" ? AmbiguousWidth::Two : AmbiguousWidth::One;
+    return std::nullopt;
+}
+
+std::optional<UsageError> readFindings(ListOptions& options, const Typed& typed) {
+    if (typed.findings == nullptr) return std::nullopt;
+    options.findings = severityNamed(typed.findings);
+    if (options.findings) return std::nullopt;
+    return badValue("findings", typed.findings, "error, warning or note");
+}
+
+std::optional<UsageError> readInto(ListOptions& options, const Typed& typed) {
+    const auto format = takeListFormat();
+    if (!format) return format.error();
+    options.format = *format;
+    options.isWide = typed.wide != 0;
+    options.text.isASCII = typed.ascii != 0;
+    options.isQuiet = typed.quiet != 0;
+    for (const char* const text : std::span(typed.bssids.texts, typed.bssids.count)) {
+        if (!options.bssid) options.bssid = addressOf(text);
+    }
+    if (auto error = readConditions(options.filter, typed)) return error;
+    if (auto error = readFindings(options, typed)) return error;
+    if (auto error = readColumns(options, typed)) return error;
+    if (auto error = readOrder(options, typed)) return error;
+    if (auto error = readColor(options, typed)) return error;
+    if (auto error = readAmbiguousWidth(options, typed)) return error;
+    if (auto error = readNumber("limit", typed.limit, 0, options.limit)) return error;
+    if (auto error = readNumber("width", typed.width, 1, options.width)) return error;
+    return readNumber("max-networks", typed.maxNetworks, 1, options.mostNetworks);
+}
+
+void freeTexts(Typed& typed) {
+    for (const Condition& condition : kConditions) {
+        Texts& texts = typed.*condition.texts;
+        StringArray_Free(texts.texts, texts.count);
+    }
+}
+
+}  // namespace
+
+std::span<const CLIOption> filterOptions() {
+    return kFilterOptions;
+}
+
+std::span<const CLIOption> showOptions() {
+    return kShowOptions;
+}
+
+std::span<const CLIOption> mannerOptions() {
+    return kMannerOptions;
+}
+
+Result<ListOptions, UsageError> takeListOptions() {
+    Typed typed = std::exchange(gTyped, Typed());
+    ListOptions options;
+    options.mostNetworks = Survey::kDefaultMost;
+    const auto error = readInto(options, typed);
+    freeTexts(typed);
+    if (error) return Unexpected(*error);
+    return options;
+}
+
+}  // namespace halvane::tool

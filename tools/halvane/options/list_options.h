@@ -1,0 +1,55 @@
+// The options of commands that print lists of networks: which networks, and how they are shown.
+#ifndef TOOLS_HALVANE_OPTIONS_LIST_OPTIONS_H
+#define TOOLS_HALVANE_OPTIONS_LIST_OPTIONS_H
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "halvane/air/finding.h"
+#include "halvane/base/mac_address.h"
+#include "halvane/base/result.h"
+#include "halvane/utils/cli.h"
+
+#include "tools/halvane/networks/network_columns.h"
+#include "tools/halvane/networks/network_filter.h"
+#include "tools/halvane/networks/network_order.h"
+#include "tools/halvane/options/argument.h"
+#include "tools/halvane/output/format.h"
+#include "tools/halvane/output/glyphs.h"
+#include "tools/halvane/output/theme.h"
+
+namespace halvane::tool {
+
+struct ListOptions {
+    std::optional<Format> format{};  // absent: not typed
+    NetworkFilter filter{};
+    std::optional<MacAddress> bssid{};        // the first that was typed without a mask
+    std::optional<air::Severity> findings{};  // absent: not typed
+    NetworkOrder order = defaultOrder();
+    bool isSorted = false;                        // the order was typed
+    std::vector<const NetworkColumn*> columns{};  // empty: those of the width
+    bool isColumnsHelp = false;                   // only the columns are to be listed
+    bool isWide = false;
+    std::optional<std::size_t> width{};  // cells
+    std::size_t limit = 0;               // rows; 0: all
+    ColorChoice color = ColorChoice::Auto;
+    TextWishes text{};
+    std::size_t mostNetworks = 0;
+    bool isQuiet = false;
+};
+
+// The rows for a command's table of options, by the question that they answer: "Which networks",
+// "What to show" and "How". All commands share one place for what is typed, because only one runs
+// at a time.
+std::span<const CLIOption> filterOptions();
+std::span<const CLIOption> showOptions();
+std::span<const CLIOption> mannerOptions();
+
+// Returns what these options have read since the last call.
+Result<ListOptions, UsageError> takeListOptions();
+
+}  // namespace halvane::tool
+
+#endif

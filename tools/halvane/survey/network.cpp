@@ -1,0 +1,31 @@
+#include "tools/halvane/survey/network.h"
+
+#include "halvane/air/bit_octets.h"
+
+#include "tools/halvane/survey/air_profile.h"
+
+namespace halvane::tool {
+
+std::string_view nameOf(const Network& network) {
+    if (network.details.meshID) return *network.details.meshID;
+    const auto& ssid = network.profile.ssid;
+    if (!ssid) return {};
+    const auto octets = ssid->value.bytes();
+    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
+}
+
+bool isHidden(const Network& network) {
+    return network.profile.isHidden && !network.details.meshID;
+}
+
+Network networkOf(const MacAddress& bssid, const capture::Sighting& sighting,
+                  const NetworkStatistics* statistics) {
+    const auto& elements = sighting.record.ieBuffer();
+    return {.bssid = bssid,
+            .profile = airProfileOf(sighting),
+            .details = networkDetailsOf(elements ? elements->bytes() : air::Octets()),
+            .beaconInterval = sighting.record.beaconInterval(),
+            .statistics = statistics};
+}
+
+}  // namespace halvane::tool

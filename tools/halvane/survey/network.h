@@ -1,0 +1,44 @@
+// A network that was heard, with everything that the tool tells of it.
+//
+// Plain values and a pure function. Threads: as for a standard container.
+#ifndef TOOLS_HALVANE_SURVEY_NETWORK_H
+#define TOOLS_HALVANE_SURVEY_NETWORK_H
+
+#include <optional>
+#include <string_view>
+
+#include "halvane/air/bss_profile.h"
+#include "halvane/base/mac_address.h"
+#include "halvane/base/number.h"
+#include "halvane/capture/folded_sighting.h"
+#include "halvane/capture/frame_record.h"
+
+#include "tools/halvane/survey/network_details.h"
+#include "tools/halvane/survey/network_statistics.h"
+
+namespace halvane::tool {
+
+struct Network {
+    MacAddress bssid{};
+    air::BssProfile profile{};
+    NetworkDetails details{};
+    std::optional<Number> beaconInterval{};  // TU (1.024 ms)
+    // Borrowed. Those of the network that sent the frames, if others tell of this one.
+    const NetworkStatistics* statistics = nullptr;
+    // Borrowed; null if only the frames of another network tell of this one (Multiple BSSID).
+    const capture::FoldedSighting* heard = nullptr;
+};
+
+// The octets of the network's name; of the mesh's, if it is one. Valid as long as the network.
+std::string_view nameOf(const Network& network);
+
+// Whether the network keeps its name to itself. A mesh has another name.
+bool isHidden(const Network& network);
+
+// Returns the network of a sighting; `heard` is left null.
+Network networkOf(const MacAddress& bssid, const capture::Sighting& sighting,
+                  const NetworkStatistics* statistics);
+
+}  // namespace halvane::tool
+
+#endif

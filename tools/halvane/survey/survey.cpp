@@ -1,0 +1,82 @@
+#include "tools/halvane/survey/survey.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <utility>
+
+namespace halvane::tool {
+
+void Survey::hold(Heard&& heard) {
+    const MacAddress address = heard.address;
+    heard.serial = nextSerial_++;
+    heard_.push_back(std::move(heard));
+    places_.emplace(address, std::prev(heard_.end()));
+    if (heard_.size() <= most_) return;
+    places_.erase(heard_.front().address);
+    heard_.pop_front();
+    ++letGoCount_;
+}
+
+void Survey::add(const capture::Sighting& sighting, const HeardFrame& frame) {
+    const auto address = MacAddress::fromBytes(sighting.record.mac().bytes());
+    if (!address) return;
+    const auto known = places_.find(*address);
+    if (known == places_.end()) {
+        return hold({0, *address, capture::FoldedSighting(sighting), NetworkStatistics(frame)});
+    }
+    const Place place = known->second;
+    place->folded.fold(sighting);
+    place->statistics.add(frame);
+    heard_.splice(heard_.end(), heard_, place);
+}
+
+void Survey::add(Survey&& later) {
+    for (const Heard* const next : later.inOrder()) {
+        const Place place = later.places_.at(next->address);
+        const auto known = places_.find(place->address);
+        if (known == places_.end()) {
+            hold(std::move(*place));
+            continue;
+        }
+        known->second->folded.fold(std::move(place->folded));
+        known->second->statistics.add(place->statistics);
+    }
+    // What was heard later is now the newest, in the order in which it was heard last.
+    for (const Heard& heard : later.heard_) {
+        const auto place = places_.find(heard.address);
+        if (place != places_.end()) heard_.splice(heard_.end(), heard_, place->second);
+    }
+    letGoCount_ += later.letGoCount_;
+}
+
+std::vector<const Survey::Heard*> Survey::inOrder() const {
+    std::vector<const Heard*> order;
+    order.reserve(heard_.size());
+    for (const Heard& heard : heard_) order.push_back(&heard);
+    std::ranges::sort(order, {}, &Heard::serial);
+    return order;
+}
+
+std::vector<Network> Survey::networks() const {
+    std::vector<Network> networks;
+    networks.reserve(heard_.size());
+    std::set<MacAddress> told;
+    for (const Heard* const heard : inOrder()) {
+        networks.push_back(networkOf(heard->address, heard->folded.sighting(), &heard->statistics));
+        networks.back().heard = &heard->folded;
+        const Network sender = networks.back();
+        const auto& others = sender.profile.nontransmitted;
+        for (const air::NontransmittedBss& other : others) {
+            if (places_.contains(other.bssid) || !told.insert(other.bssid).second) continue;
+            networks.push_back({.bssid = other.bssid,
+                                .profile = other.profile,
+                                .details = sender.details,
+                                .beaconInterval = sender.beaconInterval,
+                                .statistics = &heard->statistics});
+        }
+    }
+    return networks;
+}
+
+}  // namespace halvane::tool
