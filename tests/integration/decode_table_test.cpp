@@ -61,6 +61,8 @@ TEST_F(DecodeTable, IsHeldAsFiles) {
         {"table-colored", {"--width=80", "--color=always"}},
         {"table-wide", {"--wide"}},
         {"table-sorted", {"--width=80", "--sort=band,-channel,ssid", "--limit=6"}},
+        {"table-by-name", {"--width=80", "--group=ssid"}},
+        {"table-by-radio", {"--width=80", "--group=radio", "-v"}},
         {"table.csv", {"--format=csv"}},
     };
     for (const auto& [name, options] : screens) {

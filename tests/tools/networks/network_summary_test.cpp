@@ -37,6 +37,14 @@ TEST_F(NetworkSummary, CountsNetworksByBand) {
               "1 network: 1 on 2.4 GHz; 1204 let go (--max-networks=65536)");
 }
 
+TEST_F(NetworkSummary, CountsNamesAndRadios) {
+    EXPECT_EQ(networksLine({.networks = networks_, .grouping = Grouping::Name}),
+              "3 networks of 3 names: 2 on 2.4 GHz, 1 on 5 GHz; 1 hidden");
+    networks_.push_back(maker_.make({"twin", 4, -50}));
+    EXPECT_EQ(networksLine({.networks = networks_, .grouping = Grouping::Radio}),
+              "3 radios with 4 networks: 2 on 2.4 GHz, 1 on 5 GHz; 1 hidden");
+}
+
 TEST_F(NetworkSummary, CountsFindingsBySeverity) {
     EXPECT_EQ(findingsLine(networks_), "");
     networks_[0].profile.findings = {{air::findingInfo("wps-on")->kind, {}}};

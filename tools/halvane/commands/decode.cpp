@@ -208,11 +208,14 @@ NetworkOrder orderFor(const DecodeOptions& options) {
     return order;
 }
 
-std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const NetworkFilter& filter,
+std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOptions& options,
                                    std::span<const Network> all, std::span<const Network> shown) {
+    const NetworkFilter& filter = options.filter;
     if (!filter.isEmpty() && shown.empty() && !all.empty()) return emptyFilterLines(filter, all);
-    NetworkCounts counts{
-        .networks = shown, .letGo = survey.survey.letGoCount(), .most = survey.survey.most()};
+    NetworkCounts counts{.networks = shown,
+                         .grouping = options.grouping,
+                         .letGo = survey.survey.letGoCount(),
+                         .most = survey.survey.most()};
     if (!filter.isEmpty()) counts.all = all.size();
     std::vector<std::string> lines = {networksLine(counts), findingsLine(shown)};
     if (filter.isEmpty()) {
@@ -247,7 +250,7 @@ int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>&
                                                          : complainOfCutFrames(networks, files);
         isWhole = isWhole && !isCut;
     }
-    summarize(options, summaryOf(survey, options.list.filter, all, networks));
+    summarize(options, summaryOf(survey, options.list, all, networks));
     return isWhole ? kExitDone : kExitFailed;
 }
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_csv.h"
 #include "tools/halvane/networks/network_summary.h"
 #include "tools/halvane/networks/network_table.h"
@@ -29,7 +30,15 @@ void printTable(std::span<const Network> networks, const ListOptions& options,
         if (!table.width) table.width = output.columns;
         table.lines = output.lines;
     }
-    printNetworks(networks, table, cells, Theme(options.color, output), stdout);
+    const Theme theme(options.color, output);
+    if (options.grouping == Grouping::None) {
+        return printNetworks(networks, table, cells, theme, stdout);
+    }
+    const GroupTableOptions groups{.grouping = options.grouping,
+                                   .width = options.isWide ? std::nullopt : table.width,
+                                   .limit = options.limit,
+                                   .areAddressesShown = options.areAddressesShown};
+    printGroups(networks, groups, cells, theme, stdout);
 }
 
 }  // namespace

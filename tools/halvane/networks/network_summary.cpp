@@ -10,6 +10,8 @@
 #include "halvane/air/finding.h"
 #include "halvane/capture/beacon_frame.h"
 
+#include "tools/halvane/networks/network_groups.h"
+
 namespace halvane::tool {
 
 namespace {
@@ -38,10 +40,16 @@ std::string bandText(air::Band band) {
     return band == air::Band::SubOneGhz ? "on " + name : "on " + name + " GHz";
 }
 
-std::string bandsText(std::span<const Network> networks) {
+// How many networks there are on each band; with radios, how many of these.
+std::string bandsText(const NetworkCounts& networks) {
     std::map<air::Band, std::uint64_t> counts;
-    for (const Network& network : networks) {
+    const auto note = [&](const Network& network) {
         if (network.profile.channel.band) ++counts[network.profile.channel.band->value];
+    };
+    if (networks.grouping == Grouping::Radio) {
+        for (const auto& radio : groupsByRadio(networks.networks)) note(*radio.front());
+    } else {
+        std::ranges::for_each(networks.networks, note);
     }
     Enumeration text;
     for (const auto& [band, count] : counts) text.add(count, bandText(band), bandText(band));
@@ -54,12 +62,29 @@ std::uint64_t skippedFor(const CaptureSummary& frames, capture::SkipReason reaso
 
 }  // namespace
 
-std::string networksLine(const NetworkCounts& counts) {
+namespace {
+
+// "6 of 74 networks", "33 radios with 74 networks", "74 networks of 22 names".
+std::string subjectOf(const NetworkCounts& counts) {
     const std::size_t shown = counts.networks.size();
     const std::size_t all = counts.all.value_or(shown);
-    std::string line = counts.all ? std::to_string(shown) + " of " : "";
-    line += all == 0 ? "no networks" : counted(all, "network", "networks");
-    const std::string bands = bandsText(counts.networks);
+    std::string text = counts.all ? std::to_string(shown) + " of " : "";
+    text += all == 0 ? "no networks" : counted(all, "network", "networks");
+    if (shown == 0) return text;
+    if (counts.grouping == Grouping::Radio) {
+        return counted(groupsByRadio(counts.networks).size(), "radio", "radios") + " with " + text;
+    }
+    if (counts.grouping == Grouping::Name) {
+        text += " of " + counted(groupsByName(counts.networks).size(), "name", "names");
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string networksLine(const NetworkCounts& counts) {
+    std::string line = subjectOf(counts);
+    const std::string bands = bandsText(counts);
     if (!bands.empty()) line += ": " + bands;
     const auto hidden = std::ranges::count_if(counts.networks, isHidden);
     if (hidden > 0) line += "; " + std::to_string(hidden) + " hidden";

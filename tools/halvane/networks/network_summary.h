@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tools/halvane/input/capture_reader.h"
+#include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_filter.h"
 #include "tools/halvane/survey/network.h"
 
@@ -19,8 +20,11 @@ namespace halvane::tool {
 
 // "18 networks: 17 on 2.4 GHz, 1 on 5 GHz; 1 hidden". `all` counts the networks before a filter:
 // with one it is "6 of 74 networks: ...". Networks that had to go are told at the end.
+// With a grouping it begins with "74 networks of 22 names: ..." or "33 radios with 74 networks:
+// ...", which counts the radios of each band.
 struct NetworkCounts {
     std::span<const Network> networks;
+    Grouping grouping = Grouping::None;
     std::optional<std::size_t> all{};
     std::uint64_t letGo = 0;
     std::size_t most = 0;

@@ -29,6 +29,8 @@ struct Typed {
     const char* columns = nullptr;
     const char* sort = nullptr;
     std::int32_t reverse = 0;
+    const char* group = nullptr;
+    std::int32_t verbose = 0;
     const char* limit = nullptr;
     std::int32_t wide = 0;
     const char* width = nullptr;
@@ -40,7 +42,7 @@ struct Typed {
 };
 Typed gTyped;
 
-constexpr CLIOption group(const char* title) {
+constexpr CLIOption heading(const char* title) {
     return {.type = kCLIGroup, .shortHelp = title};
 }
 
@@ -74,7 +76,7 @@ constexpr CLIOption flag(const char* name, std::int32_t& value, const char* help
 }
 
 const CLIOption kFilterOptions[] = {
-    group("Which networks"),
+    heading("Which networks"),
     repeatable("ssid", gTyped.ssids, "NAME", "this name, '*' and '?' stand for others; repeatable"),
     repeatable("bssid", gTyped.bssids, "ADDRESS[/MASK]", "this address; repeatable"),
     repeatable("band", gTyped.bands, "2.4|5|6", "this band; repeatable"),
@@ -88,13 +90,20 @@ const CLIOption kFilterOptions[] = {
 };
 
 const CLIOption kShowOptions[] = {
-    group("What to show"),
+    heading("What to show"),
     formatOption("json: one document; jsonl: one line per record; csv: columns for programs;\n"
                  "plist: skeletons.",
                  "table (default), text, json, jsonl, csv or plist"),
     valued("columns", gTyped.columns, "NAMES", "these columns, in this order ('help' lists them)"),
     valued("sort", gTyped.sort, "NAMES", "by these columns, '-' before one turns it round"),
     flag("reverse", gTyped.reverse, "turn the whole order round"),
+    valued("group", gTyped.group, "ssid|radio", "one row a name, or a radio"),
+    {.type = kCLIBoolean,
+     .shortName = 'v',
+     .longName = "verbose",
+     .valuePtr = &gTyped.verbose,
+     .flags = kCLINoValue,
+     .shortHelp = "with --group: the addresses below each row"},
     valued("limit", gTyped.limit, "N", "at most N rows of the table"),
     {.type = kCLIString,
      .longName = "findings",
@@ -106,7 +115,7 @@ const CLIOption kShowOptions[] = {
 };
 
 const CLIOption kMannerOptions[] = {
-    group("How"),
+    heading("How"),
     flag("wide", gTyped.wide, "drop and cut nothing"),
     valued("width", gTyped.width, "N", "fit N columns"),
     valued("color", gTyped.color, "auto|always|never", "colours: on a terminal (default auto)"),
@@ -222,6 +231,17 @@ std::optional<UsageError> readColor(ListOptions& options, const Typed& typed) {
     return badValue("color", typed.color, "auto, always or never");
 }
 
+std::optional<UsageError> readGrouping(ListOptions& options, const Typed& typed) {
+    options.areAddressesShown = typed.verbose != 0;
+    if (typed.group == nullptr) return std::nullopt;
+    const std::string_view group = typed.group;
+    if (group != "ssid" && group != "radio") return badValue("group", group, "ssid or radio");
+    options.grouping = group == "ssid" ? Grouping::Name : Grouping::Radio;
+    if (!options.columns.empty()) return UsageError{"--group and --columns do not go together"};
+    if (!options.format || *options.format == Format::Table) return std::nullopt;
+    return UsageError{"--group goes with --format=table alone"};
+}
+
 std::optional<UsageError> readAmbiguousWidth(ListOptions& options, const Typed& typed) {
     if (typed.widthAmbiguous == nullptr) return std::nullopt;
     const std::string_view width = typed.widthAmbiguous;
@@ -251,6 +271,7 @@ std::optional<UsageError> readInto(ListOptions& options, const Typed& typed) {
     if (auto error = readFindings(options, typed)) return error;
     if (auto error = readColumns(options, typed)) return error;
     if (auto error = readOrder(options, typed)) return error;
+    if (auto error = readGrouping(options, typed)) return error;
     if (auto error = readColor(options, typed)) return error;
     if (auto error = readAmbiguousWidth(options, typed)) return error;
     if (auto error = readNumber("limit", typed.limit, 0, options.limit)) return error;

@@ -12,6 +12,7 @@
 #include "halvane/base/result.h"
 #include "halvane/utils/cli.h"
 
+#include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_columns.h"
 #include "tools/halvane/networks/network_filter.h"
 #include "tools/halvane/networks/network_order.h"
@@ -31,6 +32,8 @@ struct ListOptions {
     bool isSorted = false;                        // the order was typed
     std::vector<const NetworkColumn*> columns{};  // empty: those of the width
     bool isColumnsHelp = false;                   // only the columns are to be listed
+    Grouping grouping = Grouping::None;
+    bool areAddressesShown = false;  // below each group
     bool isWide = false;
     std::optional<std::size_t> width{};  // cells
     std::size_t limit = 0;               // rows; 0: all

@@ -1,0 +1,32 @@
+// Prints groups of networks as a table that fits the terminal.
+#ifndef TOOLS_HALVANE_NETWORKS_GROUP_TABLE_H
+#define TOOLS_HALVANE_NETWORKS_GROUP_TABLE_H
+
+#include <cstddef>
+#include <cstdio>
+#include <optional>
+#include <span>
+
+#include "tools/halvane/networks/network_columns.h"
+#include "tools/halvane/output/theme.h"
+#include "tools/halvane/survey/network.h"
+
+namespace halvane::tool {
+
+enum class Grouping { None, Name, Radio };
+
+struct GroupTableOptions {
+    Grouping grouping = Grouping::Name;
+    std::optional<std::size_t> width{};  // cells; absent: nothing is cut
+    std::size_t limit = 0;               // rows; 0: all
+    bool areAddressesShown = false;      // below each row, indented
+};
+
+// Prints nothing without networks. Groups stand in the order of their first networks.
+// REQUIRES: the grouping is not None.
+void printGroups(std::span<const Network> networks, const GroupTableOptions& options,
+                 const CellSurroundings& surroundings, const Theme& theme, std::FILE* stream);
+
+}  // namespace halvane::tool
+
+#endif
