@@ -189,7 +189,7 @@ bool complainOfCutFrames(std::span<const Network> networks, const std::vector<st
     return areThere;
 }
 
-void printRecords(const std::vector<Network>& networks, const DecodeOptions& options) {
+void printRecords(std::span<const Network> networks, const DecodeOptions& options) {
     const auto writer = writerFor(options);
     for (const Network& network : networks) {
         // The record of the sender tells of the others.
@@ -227,10 +227,10 @@ std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOption
 int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>& files) {
     const SurveyOfFiles survey =
         surveyFiles(files, {.most = options.list.mostNetworks, .jobs = options.jobs});
-    const auto all = survey.survey.networks();
-    std::vector<Network> networks = all;
-    std::erase_if(networks,
-                  [&](const Network& network) { return !options.list.filter.passes(network); });
+    auto all = survey.survey.networks();
+    const auto rest = std::ranges::stable_partition(
+        all, [&](const Network& network) { return options.list.filter.passes(network); });
+    const std::span<Network> networks(all.begin(), rest.begin());
     const auto ends = survey.ends();
     const CellSurroundings surroundings = cellSurroundings(options.list, ends);
     sortNetworks(networks, orderFor(options), surroundings);

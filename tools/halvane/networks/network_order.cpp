@@ -42,6 +42,19 @@ struct Placed {
     std::vector<Compared> values;
 };
 
+// Moves each network to its place, without a second list of networks.
+void takePlaces(std::span<Network> networks, std::span<Placed> places) {
+    for (std::size_t start = 0; start < places.size(); ++start) {
+        std::size_t hole = start;
+        while (places[hole].index != start) {
+            const std::size_t from = std::exchange(places[hole].index, hole);
+            std::swap(networks[hole], networks[from]);
+            hole = from;
+        }
+        places[hole].index = hole;
+    }
+}
+
 }  // namespace
 
 NetworkOrder defaultOrder() {
@@ -64,7 +77,7 @@ Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text) {
     return keys;
 }
 
-void sortNetworks(std::vector<Network>& networks, const NetworkOrder& order,
+void sortNetworks(std::span<Network> networks, const NetworkOrder& order,
                   const CellSurroundings& surroundings) {
     std::vector<Placed> places;
     places.reserve(networks.size());
@@ -82,10 +95,7 @@ void sortNetworks(std::vector<Network>& networks, const NetworkOrder& order,
         return false;
     });
     if (order.isReversed) std::ranges::reverse(places);
-    std::vector<Network> sorted;
-    sorted.reserve(networks.size());
-    for (const Placed& place : places) sorted.push_back(std::move(networks[place.index]));
-    networks = std::move(sorted);
+    takePlaces(networks, places);
 }
 
 }  // namespace halvane::tool

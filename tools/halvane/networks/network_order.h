@@ -4,7 +4,7 @@
 #ifndef TOOLS_HALVANE_NETWORKS_NETWORK_ORDER_H
 #define TOOLS_HALVANE_NETWORKS_NETWORK_ORDER_H
 
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +35,7 @@ Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text);
 
 // Absent values stand last, whether a key rises or falls. Texts are ordered by octets after ASCII
 // letters became small. Networks that are equal stay in their order.
-void sortNetworks(std::vector<Network>& networks, const NetworkOrder& order,
+void sortNetworks(std::span<Network> networks, const NetworkOrder& order,
                   const CellSurroundings& surroundings);
 
 }  // namespace halvane::tool
