@@ -34,6 +34,7 @@ struct FixedFields {
 // What the receiving radio knows.
 struct RadioHint {
     std::optional<int> frequency{};  // MHz, of the channel on which it listened
+    std::optional<int> signal{};     // dBm
 };
 
 struct SecurityProfile {

@@ -54,6 +54,13 @@ void findRadioElsewhere(const ProfileParts& parts, FindingCollector& findings) {
     findings.add(Kind::ChannelFarFromRadio, sources);
 }
 
+// 0 dBm is a milliwatt: an antenna that touches the sender's receives less.
+void findImplausibleSignal(const ProfileParts& parts, FindingCollector& findings) {
+    constexpr int kMost = 0;  // dBm
+    findings.addIf(parts.radio.signal.value_or(kMost) > kMost, Kind::SignalImplausible,
+                   {{Origin::Radio}});
+}
+
 // --- 2.4 GHz ---
 
 void findAt2Ghz(const ProfileParts& parts, FindingCollector& findings) {
@@ -196,6 +203,7 @@ void findChannelSwitch(const ProfileParts& parts, FindingCollector& findings) {
 void findInChannel(const ProfileParts& parts, FindingCollector& findings) {
     findDifferences(parts, findings);
     findRadioElsewhere(parts, findings);
+    findImplausibleSignal(parts, findings);
     findAt2Ghz(parts, findings);
     findCenters(parts, findings);
     findAt6Ghz(parts, findings);

@@ -132,6 +132,9 @@ constexpr FindingInfo kFindings[] = {
      "Look at the access point's software.", "9.3.3.2"},
     {Kind::ChannelSwitch, Severity::Note, "channel-switch",
      "The network is about to change its channel.", "", "11.8.8"},
+    {Kind::SignalImplausible, Severity::Note, "signal-implausible",
+     "The radio tells a signal above 0 dBm, which nobody receives.",
+     "Do not believe the signal: look at the radio's driver.", "radiotap, Antenna signal"},
     // Air time and rates
     {Kind::SlowBasicRates, Severity::Note, "slow-basic-rates",
      "Basic rates of 1 or 2 Mbit/s: each beacon takes up to 3 ms of air.",

@@ -60,6 +60,7 @@ enum class FindingKind : std::uint8_t {
     OperationWithoutCapabilities,
     CapabilitiesWithoutOperation,
     ChannelSwitch,
+    SignalImplausible,
     // Air time and rates
     SlowBasicRates,
     NoBasicRates,

@@ -20,6 +20,9 @@ HeardFrame secured(std::string elements) {
 HeardFrame heardAt(int frequency, std::string elements) {
     return {std::move(elements), kOpenBss, 100, frequency};
 }
+HeardFrame heardWith(int signal) {
+    return {"0=61;3=06", kOpenBss, 100, 0, signal};
+}
 HeardFrame every(std::uint16_t interval) {
     return {"0=61", kOpenBss, interval, 0};
 }
@@ -164,6 +167,7 @@ const Cases kChannel = {
     {Kind::DsHtChannelDiffer, opened("3=06;" + htOperation("0100")), "3@0 61@3",
      opened("3=06;" + htOperation("0600"))},
     {Kind::ChannelFarFromRadio, heardAt(2412, "3=06"), "3@0 radio", heardAt(2437, "3=06")},
+    {Kind::SignalImplausible, heardWith(1), "radio", heardWith(0)},
     {Kind::Ht40On24, opened(htOperation("0605")), "61@0", opened(htOperation("2405"))},
     {Kind::BetweenChannels, opened("0=61;3=03"), "3@3", opened("3=0B")},
     {Kind::VhtOn24, opened("3=06;" + kVht), "191@3", opened("3=24;" + kVht)},

@@ -20,6 +20,7 @@ struct HeardFrame {
     std::uint16_t capabilities = kOpenBss;
     std::uint16_t interval = 100;  // TU
     int frequency = 0;             // MHz of the radio; 0: not known
+    int signal = 0;                // dBm
 };
 
 struct FindingCase {

@@ -67,6 +67,7 @@ Bytes octetsOf(std::string_view items) {
 BssProfile profileOfFrame(const HeardFrame& frame) {
     RadioHint radio;
     if (frame.frequency != 0) radio.frequency = frame.frequency;
+    radio.signal = frame.signal;
     return profileOf(octetsOf(frame.elements), {kBssid, frame.capabilities, frame.interval}, radio);
 }
 
