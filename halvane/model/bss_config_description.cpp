@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <iterator>
 #include <span>
+#include <string>
 
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/bss_config.h"
@@ -66,6 +69,16 @@ void appendText(std::string& text, const char* label, const std::string& value) 
     text += '\n';
 }
 
+constexpr const char* kProtectionWords[] = {"none", "capable", "required"};
+
+void appendProtection(std::string& text, HalvaneManagementFrameProtection protection) {
+    const auto number = static_cast<std::uint64_t>(protection);
+    const bool isKnown = number < std::size(kProtectionWords);
+    text += "Management Frames     : protection ";
+    text += isKnown ? kProtectionWords[number] : std::to_string(std::int64_t{protection});
+    text += '\n';
+}
+
 void appendFlags(std::string& text, const HalvaneBSSConfig& configuration, const FlagLine& line) {
     text += line.label;
     for (const BSSOption& option : line.group) {
@@ -100,6 +113,10 @@ std::string HalvaneBSSConfig::description() const {
     }
     if (allowPIN() || allowPushbutton()) appendFlags(text, *this, kWPSMethodLine);
     if (wpsPIN() != 0) appendNumber(text, "WPS PIN               : %lld\n", wpsPIN());
+    if (const auto sae = allowKeyManagementSAE()) {
+        appendText(text, "SAE                   : ", *sae ? "YES" : "NO");
+    }
+    if (const auto protection = managementFrameProtection()) appendProtection(text, *protection);
     return text;
 }
 

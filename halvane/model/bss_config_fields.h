@@ -8,6 +8,7 @@
 #include <string>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/model/management_frame_protection.h"
 
 namespace halvane {
 
@@ -52,6 +53,8 @@ struct BSSConfigFields {
     std::optional<std::string> wpsModelNumber;
     std::int64_t wpsPIN = 0;
     std::optional<std::string> wpsSerialNumber;
+    std::optional<bool> allowKeyManagementSAE;
+    std::optional<HalvaneManagementFrameProtection> managementFrameProtection;
 
     friend bool operator==(const BSSConfigFields&, const BSSConfigFields&) = default;
 };

@@ -1,6 +1,9 @@
+#include <cstdint>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
+#include "halvane/base/number.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_config_table_internal.h"
@@ -20,14 +23,26 @@ void read(Field& field, const PropertyListDictionary& skeleton, const char* key)
         field = skeleton::valueFor<typename Field::value_type>(skeleton, key);
     }
 }
+void read(std::optional<bool>& field, const PropertyListDictionary& skeleton, const char* key) {
+    if (const auto number = skeleton::numberFor(skeleton, key)) field = *number != Number(0);
+}
+void read(std::optional<HalvaneManagementFrameProtection>& field,
+          const PropertyListDictionary& skeleton, const char* key) {
+    const auto number = skeleton::numberFor(skeleton, key);
+    if (number) field = static_cast<HalvaneManagementFrameProtection>(number->int64());
+}
 
 template <typename Value>
 void write(PropertyListDictionary& skeleton, const char* key, const Value& value) {
-    skeleton.set(key, value);
+    if constexpr (std::is_enum_v<Value>) {
+        skeleton.set(key, std::int64_t{value});
+    } else {
+        skeleton.set(key, value);
+    }
 }
 template <typename Value>
 void write(PropertyListDictionary& skeleton, const char* key, const std::optional<Value>& value) {
-    skeleton::setIfPresent(skeleton, key, value);
+    if (value) write(skeleton, key, *value);
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 
 #include <string>
 
+#include "halvane/model/management_frame_protection.h"  // IWYU pragma: export
+
 // The fields in the order of a skeleton, each with its key:
 //
-//   GIVEN(type, getter, key)           may be absent; an operation of its own changes it
+//   GIVEN(type, getter, key)           may be absent, and is no NAME
 //   NUMBER(getter, setter, key, value) signed 64-bit, with its value at init()
 //   FLAG(getter, setter, key, value)   likewise
 //   NAME(getter, setter, key)          text that may be absent
@@ -54,6 +56,8 @@
     NAME(wpsModelName, setWpsModelName, "wpsModelName")                                          \
     NAME(wpsModelNumber, setWpsModelNumber, "wpsModelNumber")                                    \
     NUMBER(wpsPIN, setWpsPIN, "wpsPIN", 0)                                                       \
-    NAME(wpsSerialNumber, setWpsSerialNumber, "wpsSerialNumber")
+    NAME(wpsSerialNumber, setWpsSerialNumber, "wpsSerialNumber")                                 \
+    GIVEN(bool, allowKeyManagementSAE, "KeyManagementSAE")                                       \
+    GIVEN(HalvaneManagementFrameProtection, managementFrameProtection, "ManagementFrameProtection")
 
 #endif

@@ -13,6 +13,7 @@
 #include "halvane/base/boxed.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/model/bss_config_fields.h"
+#include "halvane/model/management_frame_protection.h"  // IWYU pragma: export
 
 namespace halvane {
 
@@ -151,6 +152,22 @@ class BSSConfigValues {
     const std::optional<std::string>& wpsSerialNumber() const { return fields_->wpsSerialNumber; }
     void setWpsSerialNumber(std::optional<std::string> name) {
         fields_.change().wpsSerialNumber = std::move(name);
+    }
+
+    // Key management by simultaneous authentication of equals (IEEE 802.11-2020, 12.4), which WPA3
+    // takes a passphrase for. Absent: the configuration does not speak of it, and nor does its
+    // skeleton.
+    std::optional<bool> allowKeyManagementSAE() const { return fields_->allowKeyManagementSAE; }
+    void setAllowKeyManagementSAE(std::optional<bool> value) {
+        fields_.change().allowKeyManagementSAE = value;
+    }
+
+    // The protection of management frames (IEEE 802.11-2020, 9.4.2.24.4). Absent: likewise.
+    std::optional<HalvaneManagementFrameProtection> managementFrameProtection() const {
+        return fields_->managementFrameProtection;
+    }
+    void setManagementFrameProtection(std::optional<HalvaneManagementFrameProtection> value) {
+        fields_.change().managementFrameProtection = value;
     }
 
   protected:

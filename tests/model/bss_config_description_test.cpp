@@ -158,4 +158,21 @@ TEST(BSSConfigDescription, HasLinesOfTextsThatArePresentAndEmpty) {
     EXPECT_NE(text.find("\nWPS Model Name        : \n"), std::string::npos) << text;
 }
 
+TEST(BSSConfigDescription, EndsWithSAEAndFrameProtectionIfTheyAreSet) {
+    auto configuration = HalvaneBSSConfig::init();
+    const std::string before = configuration.description();
+    configuration.setAllowKeyManagementSAE(true);
+    configuration.setManagementFrameProtection(kHalvaneManagementFrameProtectionRequired);
+    EXPECT_EQ(
+        configuration.description(),
+        before + "SAE                   : YES\nManagement Frames     : protection required\n");
+    configuration.setAllowKeyManagementSAE(false);
+    configuration.setManagementFrameProtection(
+        static_cast<HalvaneManagementFrameProtection>(INT64_MIN));
+    EXPECT_EQ(configuration.description(),
+              before +
+                  "SAE                   : NO\n"
+                  "Management Frames     : protection -9223372036854775808\n");
+}
+
 }  // namespace

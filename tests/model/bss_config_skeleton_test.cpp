@@ -62,6 +62,8 @@ PropertyListDictionary fullSkeleton() {
         {"wpsModelNumber", "number"},
         {"wpsPIN", 7},
         {"wpsSerialNumber", "serial"},
+        {"KeyManagementSAE", true},
+        {"ManagementFrameProtection", 2},
     };
     for (const auto& [key, value] : entries) skeleton.set(key, value);
     return skeleton;
@@ -143,12 +145,51 @@ TEST(BSSConfigSkeleton, LeavesOutWhatIsAbsent) {
     const auto skeleton = HalvaneBSSConfig::init().skeletonRepresentation();
     std::vector<std::string> expected;
     for (const auto& [key, value] : fullSkeleton()) {
-        if (value.as<Number>() || value.as<bool>()) expected.push_back(key);
+        const bool isOptional = key == "KeyManagementSAE" || key == "ManagementFrameProtection";
+        if (!isOptional && (value.as<Number>() || value.as<bool>())) expected.push_back(key);
     }
     EXPECT_EQ(keysOf(skeleton), expected);
     EXPECT_EQ(*skeleton.find("eapolRetryCount"), PropertyListValue(3));
     EXPECT_EQ(*skeleton.find("AuthenticationOpen"), PropertyListValue(true));
     EXPECT_EQ(*skeleton.find("KeyManagementPSK"), PropertyListValue(false));
+}
+
+HalvaneBSSConfig throughXML(const HalvaneBSSConfig& configuration) {
+    const auto xml = xmlPropertyList(configuration.skeletonRepresentation());
+    EXPECT_TRUE(xml);
+    const auto read = propertyListFromXml(xml.value_or(""));
+    const auto* skeleton = read ? read->as<PropertyListDictionary>() : nullptr;
+    EXPECT_NE(skeleton, nullptr);
+    return skeleton != nullptr ? fromSkeleton(*skeleton) : HalvaneBSSConfig::init();
+}
+
+TEST(BSSConfigSkeleton, HasSAEAndFrameProtectionOnlyIfSet) {
+    auto configuration = HalvaneBSSConfig::init();
+    configuration.setAllowKeyManagementSAE(false);
+    configuration.setManagementFrameProtection(kHalvaneManagementFrameProtectionNone);
+    auto expected = HalvaneBSSConfig::init().skeletonRepresentation();
+    expected.set("KeyManagementSAE", false);
+    expected.set("ManagementFrameProtection", 0);
+    EXPECT_EQ(configuration.skeletonRepresentation(), expected);
+    EXPECT_EQ(fromSkeleton(expected), configuration);
+    EXPECT_NE(configuration, HalvaneBSSConfig::init());
+    configuration.setAllowKeyManagementSAE(std::nullopt);
+    configuration.setManagementFrameProtection(std::nullopt);
+    EXPECT_EQ(configuration.skeletonRepresentation(),
+              HalvaneBSSConfig::init().skeletonRepresentation());
+}
+
+// A later version may know more numbers, and a number stands in for a boolean.
+TEST(BSSConfigSkeleton, CarriesAnUnknownFrameProtection) {
+    PropertyListDictionary skeleton;
+    skeleton.set("KeyManagementSAE", 7);
+    skeleton.set("ManagementFrameProtection", -3);
+    const auto configuration = fromSkeleton(skeleton);
+    EXPECT_EQ(configuration.allowKeyManagementSAE(), true);
+    EXPECT_EQ(configuration.managementFrameProtection(), -3);
+    EXPECT_EQ(throughXML(configuration), configuration);
+    EXPECT_EQ(*configuration.skeletonRepresentation().find("ManagementFrameProtection"),
+              PropertyListValue(-3));
 }
 
 TEST(BSSConfigSkeleton, KeepsWhatIsPresentAndEmpty) {
@@ -220,15 +261,6 @@ TEST(BSSConfigSkeleton, IgnoresOtherKeys) {
     skeleton.set("Channel", 100);
     skeleton.set("ssid", ByteBuffer());
     EXPECT_EQ(fromSkeleton(skeleton), fromSkeleton(fullSkeleton()));
-}
-
-HalvaneBSSConfig throughXML(const HalvaneBSSConfig& configuration) {
-    const auto xml = xmlPropertyList(configuration.skeletonRepresentation());
-    EXPECT_TRUE(xml);
-    const auto read = propertyListFromXml(xml.value_or(""));
-    const auto* skeleton = read ? read->as<PropertyListDictionary>() : nullptr;
-    EXPECT_NE(skeleton, nullptr);
-    return skeleton != nullptr ? fromSkeleton(*skeleton) : HalvaneBSSConfig::init();
 }
 
 TEST(BSSConfigSkeleton, ComesThroughXMLUnchanged) {

@@ -91,6 +91,21 @@ TEST(BSSConfig, KeepsWhatItsPropertiesAreSetTo) {
 #undef SET_NAME
 }
 
+TEST(BSSConfig, SaysNothingOfSAEAndFrameProtectionUnlessToldTo) {
+    auto configuration = HalvaneBSSConfig::init();
+    EXPECT_FALSE(configuration.allowKeyManagementSAE());
+    EXPECT_FALSE(configuration.managementFrameProtection());
+    configuration.setAllowKeyManagementSAE(true);
+    EXPECT_EQ(configuration.allowKeyManagementSAE(), true);
+    for (const auto protection :
+         {kHalvaneManagementFrameProtectionNone, kHalvaneManagementFrameProtectionCapable,
+          kHalvaneManagementFrameProtectionRequired}) {
+        configuration.setManagementFrameProtection(protection);
+        EXPECT_EQ(configuration.managementFrameProtection(), protection);
+    }
+    EXPECT_EQ(configuration.wifiSecurity(), kHalvaneSecurityOpen);
+}
+
 TEST(BSSConfig, EqualsAnotherWithTheSameFields) {
     auto one = HalvaneBSSConfig::init();
     auto other = HalvaneBSSConfig::init();

@@ -13,6 +13,7 @@
 #include "halvane/base/number.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/bss_config_table_internal.h"
+#include "halvane/model/management_frame_protection.h"
 
 #include "tools/halvaned-sim/world_file_error.h"
 
@@ -154,6 +155,10 @@ template <>
 constexpr RecordCheck kCheckOf<ByteBuffer> = data;
 template <>
 constexpr RecordCheck kCheckOf<std::string> = text;
+template <>
+constexpr RecordCheck kCheckOf<bool> = boolean;
+template <>
+constexpr RecordCheck kCheckOf<HalvaneManagementFrameProtection> = signed64;
 
 #define HALVANE_SIM_GIVEN(type, getter, key) {key, kCheckOf<type>},
 #define HALVANE_SIM_NUMBER(getter, setter, key, value) {key, signed64},

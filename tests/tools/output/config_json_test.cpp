@@ -48,4 +48,14 @@ TEST(ConfigJSON, WritesOctetsAsDigitsAndTextsAsTheyAre) {
     EXPECT_FALSE(object.contains("keyMaterial"));
 }
 
+TEST(ConfigJSON, HasSAEAndFrameProtectionOnlyIfSet) {
+    auto configuration = HalvaneBSSConfig::init();
+    JSON expected = jsonOf(configuration);
+    configuration.setAllowKeyManagementSAE(true);
+    configuration.setManagementFrameProtection(halvane::kHalvaneManagementFrameProtectionRequired);
+    expected["allowKeyManagementSAE"] = true;
+    expected["managementFrameProtection"] = 2;
+    EXPECT_EQ(jsonOf(configuration), expected);
+}
+
 }  // namespace

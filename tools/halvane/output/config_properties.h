@@ -5,6 +5,8 @@
 #ifndef TOOLS_HALVANE_OUTPUT_CONFIG_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_CONFIG_PROPERTIES_H
 
+#include <cstdint>
+#include <optional>
 #include <tuple>
 
 #include "halvane/model/bss_config.h"
@@ -54,6 +56,11 @@ inline constexpr auto kProperties<HalvaneBSSConfig> = std::tuple{
     HALVANE_PROPERTY(wpsModelNumber),
     HALVANE_PROPERTY(wpsPIN),
     HALVANE_PROPERTY(wpsSerialNumber),
+    HALVANE_PROPERTY(allowKeyManagementSAE),
+    Property{"managementFrameProtection",
+             [](const HalvaneBSSConfig& record) -> std::optional<std::int64_t> {
+                 return record.managementFrameProtection();
+             }},
 };
 
 }  // namespace halvane::tool
