@@ -105,11 +105,12 @@ const CLIOption kCommands[] = {
      .longName = "config",
      .handler = handle<configCommand>,
      .subOptions = gConfigOptions,
-     .shortHelp = "print the BSS configuration that its options make",
+     .shortHelp = "make, check or export a BSS configuration",
      .longHelp = "Prints the configuration of a network in the form that the daemon would\n"
                  "receive, passphrase and key included. Without options it is an open network\n"
                  "of all PHY modes. Commas separate WORDS, and their case does not matter. The\n"
-                 "words of a group replace its defaults."},
+                 "words of a group replace its defaults. --check names what contradicts itself in\n"
+                 "a file, and --export prints the configuration as another program reads it."},
 };
 
 const CLIOption kLastCommands[] = {

@@ -1,6 +1,7 @@
 #include "tools/halvane/options/config_options.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -173,6 +174,110 @@ TEST(ConfigOptions, WithoutASecretReadNothing) {
     const auto configuration = configurationOf(optionsOf({"--channel=6"}));
     ASSERT_TRUE(configuration);
     EXPECT_EQ(configuration->channel(), 6);
+}
+
+// --- Presets ---
+
+TEST(ConfigPresets, MakeANetworkOfItsName) {
+    auto expected = HalvaneBSSConfig::init();
+    EXPECT_TRUE(expected.setSSID_error("home"));
+    EXPECT_EQ(optionsOf({"--open=home"}).configuration, expected);
+    EXPECT_FALSE(optionsOf({"--open=home"}).needsPassphrase);
+
+    EXPECT_TRUE(expected.setSecurityWithOptionString_error("WPA2"));
+    EXPECT_TRUE(expected.setUnicastCipherWithOptionString_error("CCMP"));
+    EXPECT_TRUE(expected.setMulticastCipherWithOptionString_error("CCMP"));
+    EXPECT_TRUE(expected.setKeyManagementWithOptionString_error("PSK"));
+    EXPECT_EQ(optionsOf({"--wpa2-personal=home"}).configuration, expected);
+    EXPECT_TRUE(optionsOf({"--wpa2-personal", "home"}).needsPassphrase);
+
+    expected.setAllowKeyManagementSAE(true);
+    expected.setManagementFrameProtection(kHalvaneManagementFrameProtectionCapable);
+    EXPECT_EQ(optionsOf({"--wpa2-wpa3-personal=home"}).configuration, expected);
+    EXPECT_TRUE(optionsOf({"--wpa2-wpa3-personal=home"}).needsPassphrase);
+
+    expected.setAllowKeyManagementPSK(false);
+    expected.setManagementFrameProtection(kHalvaneManagementFrameProtectionRequired);
+    EXPECT_EQ(optionsOf({"--wpa3-personal=home"}).configuration, expected);
+    EXPECT_TRUE(optionsOf({"--wpa3-personal=home"}).needsPassphrase);
+
+    expected.setAllowKeyManagementSAE(std::nullopt);
+    expected.setManagementFrameProtection(std::nullopt);
+    expected.setAllowKeyManagement8021X(true);
+    EXPECT_EQ(optionsOf({"--wpa2-enterprise=home"}).configuration, expected);
+    EXPECT_FALSE(optionsOf({"--wpa2-enterprise=home"}).needsPassphrase);
+}
+
+TEST(ConfigPresets, LetWordsChangeThem) {
+    const auto configuration =
+        optionsOf({"--unicast=TKIP,CCMP", "--wpa2-personal=home", "--multicast=TKIP"})
+            .configuration;
+    EXPECT_TRUE(configuration.allowUnicastCipherTKIP() && configuration.allowUnicastCipherCCMP());
+    EXPECT_TRUE(configuration.allowMulticastCipherTKIP());
+    EXPECT_FALSE(configuration.allowMulticastCipherCCMP());
+    EXPECT_TRUE(configuration.allowKeyManagementPSK());
+    const auto enterprise = optionsOf({"--wpa2-enterprise=home", "--security=WPA,WPA2"});
+    EXPECT_TRUE(enterprise.configuration.allowSecurityWPA());
+    EXPECT_FALSE(enterprise.configuration.allowUnicastCipherTKIP());
+}
+
+TEST(ConfigPresets, StandAlone) {
+    EXPECT_EQ(errorOf({"--open=a", "--wpa3-personal=b"}),
+              "--open and --wpa3-personal do not go together");
+    EXPECT_EQ(errorOf({"--open=a", "--ssid=b"}),
+              "--open names the SSID: no --ssid or --ssid-hex beside it");
+    EXPECT_EQ(errorOf({"--ssid-hex=61", "--wpa2-personal=b"}),
+              "--wpa2-personal names the SSID: no --ssid or --ssid-hex beside it");
+    EXPECT_EQ(errorOf({"--open="}), "--open: an SSID has 1 to 32 octets, not 0");
+    EXPECT_EQ(errorOf({"--open=" + std::string(33, 'a')}),
+              "--open: an SSID has 1 to 32 octets, not 33");
+    EXPECT_EQ(optionsOf({}).configuration, HalvaneBSSConfig::init()) << "forgotten once taken";
+}
+
+TEST(ConfigPresets, MakeAKeyOfPSKAlone) {
+    EXPECT_TRUE(optionsOf({"--wpa2-personal=home", "--key"}).needsKey);
+    EXPECT_TRUE(optionsOf({"--wpa2-wpa3-personal=home", "--key"}).needsKey);
+    EXPECT_EQ(errorOf({"--wpa3-personal=home", "--key"}),
+              "--key is for PSK: SAE takes the passphrase itself");
+}
+
+TEST(ConfigSecurity, TakesWhatItDemandsIfNothingElseIsSaid) {
+    const auto wpa2 = optionsOf({"--security=WPA2", "--passphrase"});
+    EXPECT_EQ(wpa2.configuration, optionsOf({"--security=WPA2", "--unicast=CCMP",
+                                             "--multicast=CCMP", "--key-management=PSK"})
+                                      .configuration);
+    EXPECT_FALSE(wpa2.lacksKeyManagement);
+    EXPECT_EQ(
+        optionsOf({"--security=WPA", "--passphrase"}).configuration,
+        optionsOf({"--security=WPA", "--unicast=TKIP", "--multicast=TKIP", "--key-management=PSK"})
+            .configuration);
+    EXPECT_EQ(optionsOf({"--security=WPA,WPA2", "--passphrase"}).configuration,
+              optionsOf({"--security=WPA,WPA2", "--unicast=TKIP,CCMP", "--multicast=TKIP",
+                         "--key-management=PSK"})
+                  .configuration);
+    EXPECT_TRUE(optionsOf({"--security=WPA2,WPS"}).configuration.allowKeyManagementPSK());
+}
+
+TEST(ConfigSecurity, StaysAsTypedBesideAnyWord) {
+    for (const char* word : {"--unicast=CCMP", "--multicast=CCMP", "--key-management=PSK",
+                             "--unicast=", "--key-management="}) {
+        const auto with = optionsOf({"--security=WPA2", "--passphrase", word});
+        auto expected = optionsOf({word}).configuration;
+        EXPECT_TRUE(expected.setSecurityWithOptionString_error("WPA2"));
+        EXPECT_EQ(with.configuration, expected) << word;
+        EXPECT_FALSE(with.lacksKeyManagement) << word;
+    }
+    for (const char* security : {"--security=WEP", "--security=Open", "--security=WPS"}) {
+        EXPECT_FALSE(optionsOf({security}).lacksKeyManagement) << security;
+        EXPECT_FALSE(optionsOf({security}).configuration.allowUnicastCipherCCMP()) << security;
+    }
+}
+
+TEST(ConfigSecurity, LacksKeyManagementWithoutAPassphrase) {
+    for (const char* security : {"--security=WPA2", "--security=WPA", "--security=WPA,WPA2"}) {
+        EXPECT_TRUE(optionsOf({security}).lacksKeyManagement) << security;
+    }
+    EXPECT_FALSE(optionsOf({}).lacksKeyManagement);
 }
 
 }  // namespace

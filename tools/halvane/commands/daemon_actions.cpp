@@ -144,8 +144,11 @@ CLIOption gRoleOptions[] = {
     {.type = kCLIEnd},
 };
 
-CLIOption gAddOptions[] = {
-    HALVANE_CONFIG_OPTIONS, kInterface, kConfigExitStatus, {.type = kCLIEnd}};
+CLIOption gAddOptions[] = {HALVANE_CONFIG_PRESETS,
+                           HALVANE_CONFIG_OPTIONS,
+                           kInterface,
+                           kConfigExitStatus,
+                           {.type = kCLIEnd}};
 
 CLIOption gRemoveOptions[] = {
     HALVANE_CONFIG_OPTIONS, kInterface, kConfigExitStatus, {.type = kCLIEnd}};

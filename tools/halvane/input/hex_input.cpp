@@ -24,7 +24,7 @@ struct FileCloser {
 
 }  // namespace
 
-Result<std::string, std::string> readTextFile(const std::string& path) {
+Result<std::string, std::string> readTextFile(const std::string& path, const char* tooLong) {
     const bool isStandardInput = path == "-";
     const std::unique_ptr<std::FILE, FileCloser> file(
         isStandardInput ? stdin : std::fopen(path.c_str(), "re"));
@@ -39,7 +39,7 @@ Result<std::string, std::string> readTextFile(const std::string& path) {
         return Unexpected(inputName(path) + ": " + problem);
     };
     if (!file || std::ferror(file.get()) != 0) return fail(std::strerror(errno));
-    if (text.size() > kMaximumText) return fail("too long for an element buffer");
+    if (text.size() > kMaximumText) return fail(tooLong);
     return text;
 }
 

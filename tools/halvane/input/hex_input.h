@@ -9,8 +9,10 @@
 
 namespace halvane::tool {
 
-// Returns the text of a file ("-" is standard input). An error names the file and the fault.
-Result<std::string, std::string> readTextFile(const std::string& path);
+// Returns the text of a file ("-" is standard input) of at most 1 MiB. An error names the file and
+// the fault; `tooLong` is the fault of a longer one.
+Result<std::string, std::string> readTextFile(
+    const std::string& path, const char* tooLong = "too long for an element buffer");
 
 // Reads one element buffer from a file ("-" is standard input) of pairs of hexadecimal digits, with
 // any white space or colons between them. An error names the file and the fault.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <cstring>
 #include <new>
 #include <optional>
@@ -20,6 +21,7 @@
 #include "halvane/utils/text/compare.h"
 #include "halvane/utils/text/split.h"
 
+#include "tools/halvane/config/preset.h"
 #include "tools/halvane/input/passphrase_input.h"
 #include "tools/halvane/options/ssid_argument.h"
 #include "tools/halvane/output/property_list_output.h"
@@ -195,8 +197,59 @@ Problem readAll(HalvaneBSSConfig& configuration, const TypedConfig& typed) {
     return typed.wpsPIN != nullptr ? readPIN(configuration, typed.wpsPIN) : std::nullopt;
 }
 
+// The typed preset, or the error that there are two. Null without one.
+Result<const Preset*, UsageError> presetIn(const TypedConfig& typed) {
+    const Preset* found = nullptr;
+    for (std::size_t i = 0; i < kPresets.size(); ++i) {
+        if (typed.presets[i] == nullptr) continue;
+        if (found != nullptr) {
+            return Unexpected(UsageError{std::string("--") + found->name + " and --" +
+                                         kPresets[i].name + " do not go together"});
+        }
+        found = &kPresets[i];
+    }
+    return found;
+}
+
+// The preset comes first, so that words change it.
+Problem readPreset(ConfigOptions& options, const TypedConfig& typed) {
+    const auto found = presetIn(typed);
+    if (!found) return found.error();
+    if (*found == nullptr) return std::nullopt;
+    const Preset& preset = **found;
+    const std::string option = std::string("--") + preset.name;
+    if (typed.ssid != nullptr || typed.ssidHex != nullptr) {
+        return UsageError{option + " names the SSID: no --ssid or --ssid-hex beside it"};
+    }
+    const auto ssid =
+        ssidOf(typed.presets[static_cast<std::size_t>(&preset - kPresets.data())], false);
+    if (!ssid) return UsageError{option + ": " + ssid.error().message};
+    options.configuration.setSSID(*ssid);
+    applyPreset(options.configuration, preset);
+    options.needsPassphrase |= preset.takesPassphrase;
+    return std::nullopt;
+}
+
+// Without a word about ciphers and key management, a typed security takes what it demands.
+void completeSecurity(ConfigOptions& options, const TypedConfig& typed) {
+    const bool isBare = typed.security != nullptr && typed.unicast == nullptr &&
+                        typed.multicast == nullptr && typed.keyManagement == nullptr;
+    const bool hasPreset =
+        std::ranges::any_of(typed.presets, [](const char* ssid) { return ssid != nullptr; });
+    if (!isBare || hasPreset) return;
+    HalvaneBSSConfig& configuration = options.configuration;
+    allowWhatSecurityDemands(configuration, options.needsPassphrase);
+    const auto kind = configuration.wifiSecurity();
+    options.lacksKeyManagement =
+        kind == kHalvaneSecurityWPAPSK && !configuration.allowKeyManagementPSK();
+}
+
 Problem conflictIn(const ConfigOptions& options) {
     if (!options.needsKey) return std::nullopt;
+    if (options.configuration.allowKeyManagementSAE().value_or(false) &&
+        !options.configuration.allowKeyManagementPSK()) {
+        return UsageError{"--key is for PSK: SAE takes the passphrase itself"};
+    }
     if (options.configuration.wifiSecurity() != kHalvaneSecurityWPAPSK) {
         return UsageError{"--key is for --security=WPA or WPA2 without WPS and 802.1X"};
     }
@@ -211,9 +264,11 @@ Problem conflictIn(const ConfigOptions& options) {
 Result<ConfigOptions, UsageError> takeConfigOptions() {
     const TypedConfig typed = std::exchange(gTypedConfig, TypedConfig());
     ConfigOptions options;
+    if (auto problem = readPreset(options, typed)) return Unexpected(*problem);
     if (auto problem = readAll(options.configuration, typed)) return Unexpected(*problem);
-    options.needsPassphrase = typed.passphrase != 0;
+    options.needsPassphrase |= typed.passphrase != 0;
     options.needsKey = typed.key != 0;
+    completeSecurity(options, typed);
     if (auto problem = conflictIn(options)) return Unexpected(*problem);
     return options;
 }

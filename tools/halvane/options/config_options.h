@@ -14,6 +14,7 @@
 #include "halvane/model/bss_option_words.h"
 #include "halvane/utils/cli.h"
 
+#include "tools/halvane/config/preset.h"
 #include "tools/halvane/options/argument.h"
 
 namespace halvane::tool {
@@ -44,6 +45,7 @@ struct TypedConfig {
     const char* modelName = nullptr;
     const char* modelNumber = nullptr;
     const char* serialNumber = nullptr;
+    std::array<const char*, kPresets.size()> presets{};  // the SSID of each
 };
 extern TypedConfig gTypedConfig;
 
@@ -115,11 +117,22 @@ constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char
         configValue("model-number", &gTypedConfig.modelNumber, "TEXT", "for WPS"),               \
         configValue("serial-number", &gTypedConfig.serialNumber, "TEXT", "for WPS")
 
+// The presets, for the table of a command that makes new networks.
+#define HALVANE_CONFIG_PRESETS                                                                     \
+    configValue(kPresets[0].name, &gTypedConfig.presets[0], "SSID", "without encryption"),         \
+        configValue(kPresets[1].name, &gTypedConfig.presets[1], "SSID", "WPA2 with a passphrase"), \
+        configValue(kPresets[2].name, &gTypedConfig.presets[2], "SSID",                            \
+                    "either, for stations old and new"),                                           \
+        configValue(kPresets[3].name, &gTypedConfig.presets[3], "SSID", "WPA3 with a passphrase"), \
+        configValue(kPresets[4].name, &gTypedConfig.presets[4], "SSID", "WPA2 with 802.1X")
+
 // A configuration without its secrets, which are added later.
 struct ConfigOptions {
     HalvaneBSSConfig configuration = HalvaneBSSConfig::init();
     bool needsPassphrase = false;
     bool needsKey = false;
+    // WPA or WPA2 was typed without a cipher and key management, and no passphrase tells which.
+    bool lacksKeyManagement = false;
 };
 
 // Returns the options that were typed since the last call, added to the defaults.
