@@ -35,7 +35,7 @@ std::string hostapdPath() {
 
 // What the parser says of a file. An unknown line at its end keeps hostapd from starting a network;
 // the parser reads all of the file nevertheless.
-class Hostapd : public ::testing::Test {
+class HostapdParser : public ::testing::Test {
   protected:
     void SetUp() override {
         if (hostapdPath().empty()) GTEST_SKIP() << "hostapd is not installed";
@@ -77,14 +77,14 @@ class Hostapd : public ::testing::Test {
     TemporaryFolder folder_;
 };
 
-TEST_F(Hostapd, NamesALineThatItDoesNotKnow) {
+TEST_F(HostapdParser, NamesALineThatItDoesNotKnow) {
     EXPECT_NE(complaintsOf(std::string("ssid=home\nno_such_item=1\n"))
                   .find("Line 2: unknown configuration item 'no_such_item'"),
               std::string::npos);
     EXPECT_NE(complaintsOf(std::string("ssid=home\nwpa=2\nwpa_key_mgmt=WPA-PSK\n")), "");
 }
 
-TEST_F(Hostapd, TakesEveryKindOfNetwork) {
+TEST_F(HostapdParser, TakesEveryKindOfNetwork) {
     EXPECT_EQ(complaintsOf(openNetwork()), "");
     EXPECT_EQ(complaintsOf(personalNetwork()), "");
     EXPECT_EQ(complaintsOf(wpa3Network(true)), "");
@@ -106,19 +106,20 @@ TEST_F(Hostapd, TakesEveryKindOfNetwork) {
     EXPECT_EQ(complaintsOf(mixed), "");
 }
 
-TEST_F(Hostapd, TakesEveryPassphraseAndName) {
-    for (const std::string passphrase : {std::string(8, ' '), std::string(63, '~'),
-                                         std::string("#pass\"word\\|id=x"), std::string(32, 'p')}) {
+TEST_F(HostapdParser, TakesEveryPassphraseAndName) {
+    for (const std::string& passphrase :
+         {std::string(8, ' '), std::string(63, '~'), std::string("#pass\"word\\|id=x"),
+          std::string(32, 'p')}) {
         EXPECT_EQ(complaintsOf(personalNetwork("home", passphrase)), "") << passphrase;
     }
-    for (const std::string ssid :
+    for (const std::string& ssid :
          {std::string("a\nb"), std::string(32, '\0'), std::string("P\"a\""), std::string("#a"),
           std::string(" a "), std::string("caf\xC3\xA9"), std::string(32, '\xFF')}) {
         EXPECT_EQ(complaintsOf(personalNetwork(ssid)), "") << ssid;
     }
 }
 
-TEST_F(Hostapd, TakesEveryChannel) {
+TEST_F(HostapdParser, TakesEveryChannel) {
     for (const auto& [channel, width] : {std::pair{1, 20},
                                          {7, 40},
                                          {13, 40},
@@ -138,7 +139,7 @@ TEST_F(Hostapd, TakesEveryChannel) {
     }
 }
 
-TEST_F(Hostapd, TakesWPSAndWEP) {
+TEST_F(HostapdParser, TakesWPSAndWEP) {
     auto wps = personalNetwork();
     wps.setAllowSecurityWPS(true);
     wps.setWPSConfigurationMethodsString_error("PIN,PushButton");

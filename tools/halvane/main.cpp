@@ -109,8 +109,8 @@ const CLIOption kCommands[] = {
      .longHelp = "Prints the configuration of a network in the form that the daemon would\n"
                  "receive, passphrase and key included. Without options it is an open network\n"
                  "of all PHY modes. Commas separate WORDS, and their case does not matter. The\n"
-                 "words of a group replace its defaults. --check names what contradicts itself in\n"
-                 "a file, and --export prints the configuration as another program reads it."},
+                 "words of a group replace its defaults. --check names what contradicts itself\n"
+                 "in a file, and --export prints the configuration as another program reads it."},
 };
 
 const CLIOption kLastCommands[] = {
