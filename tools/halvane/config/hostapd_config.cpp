@@ -76,15 +76,24 @@ Value channel(const Configuration& c) {
     return c.channel() != 0 ? Value(std::to_string(c.channel())) : std::nullopt;
 }
 
+bool isWEP(const Configuration& c) {
+    return c.allowSecurityWEP() && !isWPA(c);
+}
+
+// 802.11n has neither WEP nor TKIP alone.
+bool hasHT(const Configuration& c) {
+    return c.allowPHY80211n() && !isWEP(c) && !(isWPA(c) && !c.allowUnicastCipherCCMP());
+}
+
 // Whether stations without 802.11n are to stay out.
 bool requiresHT(const Configuration& c) {
-    return c.allowPHY80211n() &&
+    return hasHT(c) &&
            !(isOn5GHz(c) ? c.allowPHY80211a() : c.allowPHY80211b() || c.allowPHY80211g());
 }
 
 Value capabilities(const Configuration& c) {
     const auto wide = wideChannelOf(c);
-    if (!wide) return std::nullopt;
+    if (!wide || !hasHT(c)) return std::nullopt;
     const auto primary = static_cast<std::uint8_t>(c.channel());
     if (wide->center.band == air::Band::Ghz2) {
         return wide->center.number > primary ? "[HT40+]" : "[HT40-]";
@@ -94,7 +103,7 @@ Value capabilities(const Configuration& c) {
 }
 
 bool isVeryWide(const Configuration& c) {
-    return c.channelWidth() > 40 && wideChannelOf(c);
+    return c.channelWidth() > 40 && hasHT(c) && wideChannelOf(c);
 }
 
 Value center(const Configuration& c) {
@@ -108,10 +117,6 @@ Value authentication(const Configuration& c) {
     const int algorithms =
         (c.allowAuthenticationOpen() ? 1 : 0) + (c.allowAuthenticationSharedKey() ? 2 : 0);
     return std::to_string(algorithms != 0 ? algorithms : 1);
-}
-
-bool isWEP(const Configuration& c) {
-    return c.allowSecurityWEP() && !isWPA(c);
 }
 
 Value wepKey(const Configuration& c) {
@@ -201,7 +206,7 @@ constexpr ExportLine kLines[] = {
     {"ieee80211d", [](const Configuration& c) { return valueIf(c.country().has_value(), "1"); }},
     {"hw_mode", mode},
     {"channel", channel},
-    {"ieee80211n", [](const Configuration& c) { return valueIf(c.allowPHY80211n(), "1"); }},
+    {"ieee80211n", [](const Configuration& c) { return valueIf(hasHT(c), "1"); }},
     {"require_ht", [](const Configuration& c) { return valueIf(requiresHT(c), "1"); }},
     {"ht_capab", capabilities},
     {"ieee80211ac", [](const Configuration& c) { return valueIf(isVeryWide(c), "1"); }},
@@ -272,6 +277,8 @@ constexpr ExportGap kLosses[] = {
          return !isOn5GHz(c) && c.allowPHY80211g() && !c.allowPHY80211b();
      },
      "hw_mode=g also lets stations with 802.11b in."},
+    {[](const Configuration& c) { return c.allowPHY80211n() && !hasHT(c); },
+     "802.11n is left out: it has neither WEP nor TKIP alone."},
     {[](const Configuration& c) { return c.allowAuthenticationLEAP(); },
      "LEAP authentication is left out."},
     {[](const Configuration& c) {
