@@ -147,7 +147,7 @@ TEST(PropertyTable, OfAFrameRepeatsNoKeyOfItsRecord) {
 }
 
 TEST(PropertyTable, OfAConfigurationHasEveryFieldOfItsSkeleton) {
-    EXPECT_EQ(kPropertyDescriptions<HalvaneBSSConfig>.size(), 39u);
+    EXPECT_EQ(kPropertyDescriptions<HalvaneBSSConfig>.size(), 41u);
 }
 
 }  // namespace
