@@ -26,6 +26,7 @@ struct Packet {
     std::optional<std::int64_t> time{};  // nanoseconds since 1970-01-01 00:00 UTC
     // The capture, not the radio header, tells that frames end in their frame check sequence.
     bool endsInFCS = false;
+    std::uint32_t interface = 0;  // of the live capture or of the section of the file, from 0
 };
 
 // A packet, or absent at the end; the error is the text of the fault that ends the reading,

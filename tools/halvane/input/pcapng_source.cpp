@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tools/halvane/input/link_type_name.h"
+#include "tools/halvane/input/ordered_cursor.h"
 #include "tools/halvane/input/packet_source.h"
 #include "tools/halvane/input/pcapng_block.h"
 #include "tools/halvane/input/pcapng_time.h"
@@ -255,7 +256,8 @@ class PcapngSource : public PacketSource {
                          .linkType = *interface.linkType,
                          .bytes = stored.bytes,
                          .originalLength = stored.originalLength,
-                         .endsInFCS = interface.endsInFCS};
+                         .endsInFCS = interface.endsInFCS,
+                         .interface = stored.interface};
         if (stored.ticks) {
             packet.time = nanosecondsOfTicks(*stored.ticks, interface.resolution, interface.offset);
         }
