@@ -1,0 +1,26 @@
+// What the kernel tells of a network interface without rights.
+//
+// Free functions without state; any thread may call them.
+#ifndef TOOLS_HALVANE_INPUT_INTERFACE_FACTS_H
+#define TOOLS_HALVANE_INPUT_INTERFACE_FACTS_H
+
+#include <optional>
+#include <string>
+
+namespace halvane::tool {
+
+struct InterfaceFacts {
+    unsigned index = 0;
+    int hardwareType = 0;  // ARPHRD_... of <net/if_arp.h>
+    bool isUp = false;
+};
+
+// Absent if there is no interface of this name.
+std::optional<InterfaceFacts> interfaceFacts(const std::string& name);
+
+// Returns whether frames of the hardware type are those of 802.11, as in monitor mode.
+bool isMonitorType(int hardwareType);
+
+}  // namespace halvane::tool
+
+#endif
