@@ -1,12 +1,9 @@
 #include "tools/halvane/input/capture_reader.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "halvane/capture/fcs.h"
-#include "halvane/capture/link_type.h"
-
 #include "tools/halvane/input/capture_format.h"
+#include "tools/halvane/input/examined_frame.h"
 #include "tools/halvane/input/input_stream.h"
 #include "tools/halvane/output/message.h"
 
@@ -17,40 +14,6 @@ namespace {
 constexpr std::array<const char*, capture::kSkipReasonCount> kSkipReasonNames = {
     "other frames", "fragments", "encrypted", "short", "damaged", "malformed radio headers",
 };
-
-// Radio headers of these types tell whether a frame check sequence is there.
-bool tellsFCS(capture::LinkType linkType) {
-    return linkType == capture::LinkType::Radiotap || linkType == capture::LinkType::PPI;
-}
-
-bool isMalformed(const capture::CapturedFrame& frame) {
-    return !frame.content && frame.content.error() == capture::SkipReason::MalformedHeader;
-}
-
-// As examinePacket(), for a capture that itself tells of frame check sequences. A radio header that
-// can tell of them and does not is believed, unless the frame does end in one.
-capture::CapturedFrame examineWithFCS(const Packet& packet) {
-    const auto frame = capture::examinePacket(packet.linkType, packet.bytes, packet.originalLength);
-    if (frame.radio.hasFCS || isMalformed(frame)) return frame;
-    if (tellsFCS(packet.linkType) && (frame.isCut || !capture::endsInItsFCS(frame.radio.frame))) {
-        return frame;
-    }
-    const std::size_t missing =
-        std::max(packet.originalLength, packet.bytes.size()) - packet.bytes.size();
-    const std::size_t sequence =
-        frame.radio.frame.size() - capture::withoutFCS(frame.radio.frame, missing).size();
-    auto content =
-        capture::examinePacket(packet.linkType, packet.bytes.first(packet.bytes.size() - sequence));
-    content.radio.frame = frame.radio.frame;
-    content.radio.hasFCS = true;
-    content.isCut = frame.isCut;
-    return content;
-}
-
-capture::CapturedFrame examine(const Packet& packet) {
-    if (packet.endsInFCS) return examineWithFCS(packet);
-    return capture::examinePacket(packet.linkType, packet.bytes, packet.originalLength);
-}
 
 }  // namespace
 
@@ -111,7 +74,7 @@ std::optional<CaptureReader::Frame> CaptureReader::next() {
     if (!packet) error_ = name_ + ": " + packet.error();
     if (isAtEnd_) return std::nullopt;
 
-    const Frame frame = {examine(**packet), (*packet)->number, (*packet)->time};
+    const Frame frame = {examinedFrame(**packet), (*packet)->number, (*packet)->time};
     summary_.add(frame);
     return frame;
 }
