@@ -5,8 +5,10 @@
 
 #include "halvane/air/channel_use_internal.h"
 #include "halvane/air/element_id.h"
+#include "halvane/air/inheritance.h"
 #include "halvane/air/secondary_channel_offset.h"
 #include "halvane/air/source.h"
+#include "halvane/air/width_claim.h"
 
 namespace halvane::air {
 
@@ -248,6 +250,51 @@ std::optional<Derived<std::uint16_t>> puncturedOf(const ElementIndex& index,
                                   {index.sourceOf(ElementId::EhtOperation)}};
 }
 
+// --- Claims ---
+
+// The claim of an element whose centres are `segment0` and `segment1`.
+WidthClaim claimOf(const Source& source, int field, int segment0, int segment1,
+                   const std::optional<ToldWidth>& told) {
+    WidthClaim claim{.source = source, .field = field, .segment0 = segment0, .segment1 = segment1};
+    if (!told) return claim;
+    claim.rule = told->rule;
+    claim.width = told->width;
+    if (told->width == 20) return claim;
+    claim.center1 = told->center1;
+    claim.center2 = told->center2;
+    return claim;
+}
+
+WidthClaim ehtClaim(const Source& source, const OperationElements& operation) {
+    const auto& information = operation.eht->information;
+    if (!information) return {.source = source};
+    return claimOf(source, static_cast<int>(information->channelWidth()),
+                   information->centerSegment0, information->centerSegment1, toldByEht(operation));
+}
+
+// REQUIRES: HE Operation holds the channel.
+WidthClaim heClaim(const Source& source, const OperationElements& operation) {
+    const auto told = toldByHe(operation);
+    if (const auto& sixGhz = operation.he->sixGhz) {
+        return claimOf(source, static_cast<int>(sixGhz->channelWidth()), sixGhz->centerSegment0,
+                       sixGhz->centerSegment1, told);
+    }
+    const auto& vht = *operation.he->vht;
+    return claimOf(source, vht.channelWidth, vht.centerSegment0, vht.centerSegment1, told);
+}
+
+WidthClaim vhtClaim(const Source& source, const OperationElements& operation, Band band) {
+    const auto& information = operation.vht->information;
+    const auto told = toldByVht(operation);
+    const bool isByHt = told && told->rule == Rule::WidthVhtExtendedNss;
+    const int segment1 = isByHt ? operation.ht->centerSegment2().value_or(0)
+                                : static_cast<int>(information.centerSegment1);
+    WidthClaim claim =
+        claimOf(source, information.channelWidth, information.centerSegment0, segment1, told);
+    claim.isPassedOver = band != Band::Ghz5;
+    return claim;
+}
+
 std::optional<int> widthIn(const std::optional<ToldWidth>& told) {
     return told ? std::optional(told->width) : std::nullopt;
 }
@@ -267,6 +314,32 @@ ChannelUse channelUseOf(const ElementIndex& index, const OperationElements& oper
     use.span = spanOf(index, operation, use);
     use.punctured = puncturedOf(index, operation, use.span);
     return use;
+}
+
+WidthClaims widthClaimsOf(const ElementIndex& index, const OperationElements& operation,
+                          Band band) {
+    WidthClaims claims;
+    if (operation.eht) {
+        claims.push_back(ehtClaim(index.sourceOf(ElementId::EhtOperation), operation));
+    }
+    if (operation.he && (operation.he->sixGhz || operation.he->vht)) {
+        claims.push_back(heClaim(index.sourceOf(ElementId::HeOperation), operation));
+    }
+    if (operation.vht) {
+        claims.push_back(vhtClaim(index.sourceOf(ElementId::VhtOperation), operation, band));
+    }
+    if (operation.ht) {
+        claims.push_back(claimOf(index.sourceOf(ElementId::HtOperation),
+                                 static_cast<int>(operation.ht->secondaryChannel()), 0, 0,
+                                 toldByHt(operation)));
+    }
+    return claims;
+}
+
+WidthClaims widthClaimsOf(Octets octets, Band band) {
+    const auto elements = elementsIn(octets);
+    const ElementIndex index(elements);
+    return widthClaimsOf(index, OperationElements(index), band);
 }
 
 std::optional<int> htWidthOf(const OperationElements& operation) {

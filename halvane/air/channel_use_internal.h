@@ -12,6 +12,7 @@
 #include "halvane/air/he_operation.h"
 #include "halvane/air/ht_operation.h"
 #include "halvane/air/vht_operation.h"
+#include "halvane/air/width_claim.h"
 
 namespace halvane::air {
 
@@ -33,6 +34,9 @@ struct OperationElements {
 
 ChannelUse channelUseOf(const ElementIndex& index, const OperationElements& operation,
                         std::optional<int> radioFrequency);
+
+// As widthClaimsOf() for elements.
+WidthClaims widthClaimsOf(const ElementIndex& index, const OperationElements& operation, Band band);
 
 // The widths that single generations tell; absent where they tell none, or a reserved one.
 std::optional<int> htWidthOf(const OperationElements& operation);
