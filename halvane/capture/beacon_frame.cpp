@@ -36,11 +36,13 @@ Result<BeaconFrame, SkipReason> readRest(ByteCursor& cursor, BeaconSubtype subty
     const auto interval = cursor.u16le();
     const auto capabilities = cursor.u16le();
     if (!capabilities) return Unexpected(SkipReason::Short);
+    const std::size_t elementsOffset = cursor.position();
     return BeaconFrame{.subtype = subtype,
                        .bssid = MacAddress::fromBytes(*bssid).value_or(MacAddress()),
                        .beaconInterval = *interval,
                        .capabilities = *capabilities,
-                       .elements = cursor.rest()};
+                       .elements = cursor.rest(),
+                       .elementsOffset = elementsOffset};
 }
 
 }  // namespace

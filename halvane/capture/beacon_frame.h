@@ -34,6 +34,7 @@ struct BeaconFrame {
     std::uint16_t beaconInterval = 0;          // TU (1.024 ms)
     std::uint16_t capabilities = 0;            // capability information field (9.4.1.4)
     std::span<const std::uint8_t> elements{};  // borrowed from the frame; may be empty
+    std::size_t elementsOffset = 0;            // in octets of the frame
 };
 
 // Reads an 802.11 frame that begins with its Frame Control field and has neither radio header nor

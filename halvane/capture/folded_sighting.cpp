@@ -27,8 +27,10 @@ HalvaneMAC recordSince(const ByteBuffer& mac, std::uint64_t firstAdded) {
 // The elements of one frame with its capability field. The values that a record derives depend on
 // both.
 struct HALVANE_HIDDEN FoldedSighting::Elements {
-    explicit Elements(const HalvaneMAC& record)
-        : bytes(record.ieBuffer()), capabilities(record.capabilities()) {}
+    explicit Elements(const Sighting& sighting)
+        : bytes(sighting.record.ieBuffer()),
+          capabilities(sighting.record.capabilities()),
+          origin(sighting.origin) {}
 
     void putInto(HalvaneMAC& record) const {
         record.setCapabilityField(capabilities);
@@ -37,6 +39,7 @@ struct HALVANE_HIDDEN FoldedSighting::Elements {
 
     std::optional<ByteBuffer> bytes;
     std::uint16_t capabilities;
+    std::optional<ElementsOrigin> origin;
 };
 
 FoldedSighting::Values::Values(const Sighting& sighting)
@@ -47,7 +50,8 @@ FoldedSighting::Values::Values(const Sighting& sighting)
       radioChannel(sighting.radioChannel),
       radioFrequency(sighting.radioFrequency),
       capabilities(sighting.record.capabilities()),
-      isChannelOfRadio(sighting.isChannelOfRadio) {}
+      isChannelOfRadio(sighting.isChannelOfRadio),
+      frames(sighting.frames) {}
 
 void FoldedSighting::Values::update(const Values& later) {
     const bool isToldAlready = channel && !isChannelOfRadio;
@@ -61,12 +65,13 @@ void FoldedSighting::Values::update(const Values& later) {
     takeOver(RSSI, later.RSSI);
     takeOver(beaconInterval, later.beaconInterval);
     capabilities = later.capabilities;
+    frames += later.frames;
 }
 
 FoldedSighting::FoldedSighting(const Sighting& sighting)
     : mac_(sighting.record.mac()),
       firstAdded_(sighting.record.firstAdded()),
-      elements_(std::make_unique<Elements>(sighting.record)),
+      elements_(std::make_unique<Elements>(sighting)),
       values_(sighting),
       hasSSID_(sighting.record.SSID().has_value()) {}
 
@@ -76,7 +81,7 @@ FoldedSighting::~FoldedSighting() = default;
 
 void FoldedSighting::fold(const Sighting& sighting) {
     if (!hasSSID_ && sighting.record.SSID()) {
-        revealing_ = std::make_unique<Elements>(sighting.record);
+        revealing_ = std::make_unique<Elements>(sighting);
         hasSSID_ = true;
     }
     values_.update(Values(sighting));
@@ -99,8 +104,13 @@ Sighting FoldedSighting::sighting() const {
     record.setNoise(values_.noise);
     record.setRSSI(values_.RSSI);
     record.setBeaconInterval(values_.beaconInterval);
-    return {std::move(record), values_.radioChannel, values_.isChannelOfRadio,
-            values_.radioFrequency};
+    return {.record = std::move(record),
+            .radioChannel = values_.radioChannel,
+            .isChannelOfRadio = values_.isChannelOfRadio,
+            .radioFrequency = values_.radioFrequency,
+            .origin = revealing_ ? revealing_->origin : elements_->origin,
+            .frames = values_.frames,
+            .isNameRevealed = revealing_ != nullptr};
 }
 
 }  // namespace halvane::capture

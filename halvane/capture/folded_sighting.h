@@ -49,6 +49,7 @@ class HALVANE_EXPORT FoldedSighting {
         std::optional<int> radioFrequency;
         std::uint16_t capabilities;
         bool isChannelOfRadio;
+        std::uint64_t frames;
     };
 
     ByteBuffer mac_;

@@ -71,7 +71,8 @@ Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
     const auto radioChannel = channelOfRadio(radio);
     const auto ownChannel = channelOfElements(record);
     record.setChannel(ownChannel ? ownChannel : radioChannel);
-    return {std::move(record), radioChannel, !ownChannel && radioChannel, radio.frequencyMHz};
+    return {std::move(record), radioChannel, !ownChannel && radioChannel, radio.frequencyMHz,
+            ElementsOrigin{.subtype = beacon.subtype, .offset = beacon.elementsOffset}};
 }
 
 Result<Sighting, SkipReason> sightingOfPacket(LinkType linkType,
@@ -79,7 +80,9 @@ Result<Sighting, SkipReason> sightingOfPacket(LinkType linkType,
                                               std::optional<std::size_t> originalLength) {
     const CapturedFrame frame = examinePacket(linkType, packet, originalLength);
     if (!frame.content) return Unexpected(frame.content.error());
-    return sightingOf(*frame.content, frame.radio);
+    Sighting sighting = sightingOf(*frame.content, frame.radio);
+    sighting.origin->linkType = linkType;
+    return sighting;
 }
 
 }  // namespace halvane::capture

@@ -19,13 +19,24 @@
 
 namespace halvane::capture {
 
+// The frame that the elements of a record come from.
+struct ElementsOrigin {
+    BeaconSubtype subtype = BeaconSubtype::Beacon;
+    std::size_t offset = 0;              // of the first element in the 802.11 frame
+    std::uint64_t frame = 0;             // number in its file, counted from 1; 0: not known
+    std::optional<LinkType> linkType{};  // of the packet, if it is known
+};
+
 // A record, and the channel on which the radio received it. It owns all its data.
 struct Sighting {
     HalvaneMAC record;
-    std::optional<Number> radioChannel{};  // the radio's channel, if its header states it
-    bool isChannelOfRadio = false;         // the record's channel is the radio's, as no element
-                                           // states one
-    std::optional<int> radioFrequency{};   // MHz, of the radio's channel, if its header states it
+    std::optional<Number> radioChannel{};    // the radio's channel, if its header states it
+    bool isChannelOfRadio = false;           // the record's channel is the radio's, as no element
+                                             // states one
+    std::optional<int> radioFrequency{};     // MHz, of the radio's channel, if its header states it
+    std::optional<ElementsOrigin> origin{};  // absent if the elements come from no frame
+    std::uint64_t frames = 1;                // that are merged here
+    bool isNameRevealed = false;             // the first of them hid the SSID
 
     // Returns the radio's channel if the record's differs from it. A scanning radio also hears
     // neighbouring channels, or still states the channel that it has just left.
@@ -35,7 +46,8 @@ struct Sighting {
 };
 
 // Returns the sighting of a beacon or probe response. Its record is added now and holds the
-// elements and fixed fields of `beacon` and the levels of `radio`, in dBm.
+// elements and fixed fields of `beacon` and the levels of `radio`, in dBm. Of the origin, number
+// and link type are not known.
 //
 // The record's channel is the primary channel of the HT Operation element (IEEE 802.11-2020,
 // 9.4.2.56), otherwise the channel of the DS Parameter Set (9.4.2.4), otherwise the radio's

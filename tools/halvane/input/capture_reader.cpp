@@ -74,7 +74,8 @@ std::optional<CaptureReader::Frame> CaptureReader::next() {
     if (!packet) error_ = name_ + ": " + packet.error();
     if (isAtEnd_) return std::nullopt;
 
-    const Frame frame = {examinedFrame(**packet), (*packet)->number, (*packet)->time};
+    const Frame frame = {examinedFrame(**packet), (*packet)->number, (*packet)->linkType,
+                         (*packet)->time};
     summary_.add(frame);
     return frame;
 }
@@ -83,6 +84,13 @@ std::optional<std::string> CaptureReader::note() const {
     auto text = source_->note();
     if (text) text->insert(0, name_ + ": ");
     return text;
+}
+
+capture::Sighting CaptureReader::sightingOf(const Frame& frame) {
+    capture::Sighting sighting = capture::sightingOf(*frame.beacon(), frame.radio);
+    sighting.origin->frame = frame.number;
+    sighting.origin->linkType = frame.linkType;
+    return sighting;
 }
 
 }  // namespace halvane::tool

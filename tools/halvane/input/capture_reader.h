@@ -15,6 +15,8 @@
 #include "halvane/base/result.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/captured_frame.h"
+#include "halvane/capture/frame_record.h"
+#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 
 #include "tools/halvane/input/packet_source.h"
@@ -39,6 +41,7 @@ class CaptureReader {
   public:
     struct Frame : capture::CapturedFrame {
         std::uint64_t number = 0;  // 1-based, counting every frame of the file
+        capture::LinkType linkType = capture::LinkType::IEEE80211;
         // Nanoseconds since 1970-01-01 00:00 UTC. Absent if the file tells none, or one that does
         // not fit.
         std::optional<std::int64_t> time{};
@@ -68,6 +71,10 @@ class CaptureReader {
     // its own.
     std::uint64_t bytesRead() const { return source_->bytesRead(); }
     std::optional<std::uint64_t> fileSize() const { return fileSize_; }
+
+    // Returns the sighting of a frame, with its origin.
+    // REQUIRES: frame.beacon().
+    static capture::Sighting sightingOf(const Frame& frame);
 
   private:
     CaptureReader(std::unique_ptr<PacketSource> source, std::string name,
