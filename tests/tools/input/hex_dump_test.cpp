@@ -222,14 +222,44 @@ TEST(HexDump, TellsTheNetworksOfAScanApart) {
     using halvane::tool::HexPart;
     const auto partsOf = [](std::string_view text) { return readHexDump(text)->parts; };
     const std::string first = "BSS 02:00:00:00:00:0a(on wlan0)\n\tUnknown IE (3): 06\n";
-    EXPECT_EQ(partsOf(first), (std::vector<HexPart>{{"02:00:00:00:00:0a", 0}}));
+    EXPECT_EQ(partsOf(first), (std::vector<HexPart>{{"02:00:00:00:00:0A", 0}}));
     EXPECT_EQ(partsOf(first + "BSS 02:00:00:00:00:0b(on wlan0)\n" + first +
                       "BSS 02:00:00:00:00:0c(on wlan0)\n"),
-              (std::vector<HexPart>{{"02:00:00:00:00:0a", 0}, {"02:00:00:00:00:0a", 3}}));
+              (std::vector<HexPart>{{"02:00:00:00:00:0A", 0}, {"02:00:00:00:00:0A", 3}}));
     EXPECT_EQ(partsOf("Unknown IE (3): 01\n" + first),
-              (std::vector<HexPart>{{"", 0}, {"02:00:00:00:00:0a", 3}}));
+              (std::vector<HexPart>{{"", 0}, {"02:00:00:00:00:0A", 3}}));
     EXPECT_TRUE(partsOf("\tBSS Load:\n\tUnknown IE (3): 01\n").empty());
     EXPECT_TRUE(partsOf("0x0000:  0301 06\n").empty());
+}
+
+// xxd -e prints 00 03 61 62 63 03 01 06 30 02 01 so.
+TEST(HexDump, RefusesGroupsThatAreTurnedRound) {
+    for (const std::string_view text :
+         {"00000000: 62610300 06010363   010230           ..abc...0..\n",
+          "00000000: 0300 6261 0363 0601 0230   01            ..abc...0..\n",
+          "00000000: 0601036362610300           010230  ..abc...0..\n"}) {
+        const auto dump = readHexDump(text);
+        ASSERT_FALSE(dump.has_value()) << text;
+        EXPECT_EQ(dump.error(),
+                  "line 1: its groups are little-endian (xxd -e); print single octets");
+    }
+}
+
+// The same octets by xxd, -g1, -g4 and -g8; and letters that end with a blank.
+TEST(HexDump, ReadsGroupsOfEachSize) {
+    const std::vector<std::uint8_t> octets = {0, 3, 'a', 'b', 'c', 3, 1, 6, '0', 2, 1};
+    for (const std::string_view text :
+         {"00000000: 0003 6162 6303 0106 3002 01              ..abc...0..\n",
+          "00000000: 00 03 61 62 63 03 01 06 30 02 01                 ..abc...0..\n",
+          "00000000: 00036162 63030106 300201              ..abc...0..\n",
+          "00000000: 0003616263030106 300201             ..abc...0..\n"}) {
+        const auto dump = readHexDump(text);
+        ASSERT_TRUE(dump.has_value()) << text << dump.error();
+        EXPECT_EQ(dump->octets, octets) << text;
+    }
+    const auto blank = readHexDump("00000000: 0001 2020                                ..  \n");
+    ASSERT_TRUE(blank.has_value());
+    EXPECT_EQ(blank->octets, (std::vector<std::uint8_t>{0, 1, 0x20, 0x20}));
 }
 
 }  // namespace

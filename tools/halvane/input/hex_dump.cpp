@@ -7,6 +7,7 @@
 
 #include "halvane/base/ascii_internal.h"
 #include "halvane/base/mac_address.h"
+#include "halvane/ie/fancy_formatting.h"
 
 namespace halvane::tool {
 
@@ -154,6 +155,83 @@ std::optional<DumpResult> readFormat(std::string_view text, const DumpFormat& fo
     return dump;
 }
 
+// --- The order of octets in the groups of xxd ---
+
+// A line of xxd: groups of octets, and their letters in the order of memory.
+struct LetteredLine {
+    std::vector<std::vector<std::uint8_t>> groups{};
+    std::string_view letters{};
+};
+
+// Takes a group and the blanks after it; empty if there is none.
+std::string_view takeGroup(std::string_view& line) {
+    const std::string_view group = line.substr(0, digitsAt(line, 16));
+    if (group.empty() || group.size() % 2 != 0) return {};
+    line.remove_prefix(group.size());
+    return group;
+}
+
+// Whether a short last group follows, which stands at the right end of its place.
+bool isShortGroupNext(std::string_view line, std::size_t groupDigits) {
+    const std::size_t gap = blanksAt(line);
+    line.remove_prefix(gap);
+    const std::size_t digits = digitsAt(line, 16);
+    line.remove_prefix(digits);
+    return digits > 0 && gap > 1 && gap - 1 + digits == groupDigits && blanksAt(line) > 1;
+}
+
+LetteredLine letteredLineOf(std::string_view line) {
+    LetteredLine lettered;
+    std::size_t groupDigits = 0;
+    while (true) {
+        const std::string_view group = takeGroup(line);
+        if (group.empty()) break;
+        groupDigits = std::max(groupDigits, group.size());
+        appendPairs(lettered.groups.emplace_back(), group);
+        const std::size_t gap = blanksAt(line);
+        if (gap != 1 && !isShortGroupNext(line, groupDigits)) break;
+        line.remove_prefix(gap);
+    }
+    line.remove_prefix(blanksAt(line));
+    lettered.letters = line;
+    return lettered;
+}
+
+constexpr char letterOf(std::uint8_t octet) {
+    return octet >= 0x20 && octet < 0x7F ? static_cast<char>(octet) : '.';
+}
+
+// Blanks at the end of a line are not known.
+bool fits(std::string_view letters, const std::vector<std::uint8_t>& octets) {
+    for (std::size_t i = 0; i < octets.size(); ++i) {
+        if (letterOf(octets[i]) != (i < letters.size() ? letters[i] : ' ')) return false;
+    }
+    return true;
+}
+
+std::vector<std::uint8_t> octetsOf(LetteredLine line, bool isReversed) {
+    std::vector<std::uint8_t> octets;
+    for (auto& group : line.groups) {
+        if (isReversed) std::ranges::reverse(group);
+        octets.insert(octets.end(), group.begin(), group.end());
+    }
+    return octets;
+}
+
+// The number of the first line of xxd whose letters fit the octets of each group in the opposite
+// order only; 0 if there is none.
+std::size_t firstReversedLine(std::string_view text, const DumpFormat& format) {
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        std::string_view line = takeLine(text);
+        line.remove_prefix(blanksAt(line));
+        if (!takeOffset(line, format)) continue;
+        const LetteredLine lettered = letteredLineOf(line);
+        if (fits(lettered.letters, octetsOf(lettered, false))) continue;
+        if (fits(lettered.letters, octetsOf(lettered, true))) return number;
+    }
+    return 0;
+}
+
 // --- iw -u ---
 
 // The element of a body that `data` goes on with; absent if that is no pairs of digits.
@@ -247,7 +325,7 @@ std::optional<DumpResult> readScan(std::string_view text) {
     while (!text.empty()) {
         std::string_view line = takeLine(text);
         if (const auto bssid = bssOfLine(line)) {
-            beginPart(dump, bssid->text());
+            beginPart(dump, FancyFormatting::formattedMAC(bssid->buffer()));
             continue;
         }
         line.remove_prefix(blanksAt(line));
@@ -345,6 +423,10 @@ DumpResult readHexDump(std::string_view text) {
     for (const DumpFormat& format : kFormats) {
         if (dump && *dump) break;
         auto read = readFormat(text, format);
+        if (const std::size_t line = read ? firstReversedLine(text, format) : 0; line != 0) {
+            return Unexpected(
+                atLine(line, "its groups are little-endian (xxd -e); print single octets"));
+        }
         if (read && (!dump || *read)) dump = std::move(read);
     }
     if (dump) return *std::move(dump);

@@ -14,7 +14,7 @@ namespace halvane::tool {
 
 // The octets of one of several networks, up to the next part.
 struct HexPart {
-    std::string bssid;  // as the text has it; empty for octets before the first
+    std::string bssid;  // in capitals; empty for octets before the first
     std::size_t start;
 
     friend bool operator==(const HexPart&, const HexPart&) = default;
@@ -31,8 +31,9 @@ struct HexDump {
 // elements that iw -u prints undecoded, and plain text: pairs of digits that blanks, ':', '-', ','
 // or "0x" and "\x" may separate, or an array of C. A byte order mark may stand before the text.
 //
-// A column of offsets is no data; each offset must be the number of octets before it. An error says
-// what is wrong in which line.
+// A column of offsets is no data; each offset must be the number of octets before it. Letters
+// beside octets tell whether a program turned the octets of each group round, as xxd -e does; that
+// is an error. An error says what is wrong in which line.
 Result<HexDump, std::string> readHexDump(std::string_view text);
 
 }  // namespace halvane::tool
