@@ -1,5 +1,6 @@
 #include "halvane/air/element_codec_internal.h"
 #include "halvane/base/escaped_text.h"
+#include "halvane/ie/fancy_formatting.h"
 
 namespace halvane::air {
 
@@ -30,7 +31,10 @@ void ElementReader::address(std::string_view label, MacAddress& value) {
     const auto part = take(MacAddress::kSize);
     if (!part) return;
     value = MacAddress::fromBytes(*part).value_or(MacAddress());
-    if (sink_) sink_->text(placeBefore(part->size()), label, value.text());
+    if (sink_) {
+        sink_->text(placeBefore(part->size()), label,
+                    FancyFormatting::formattedMAC(value.buffer()));
+    }
 }
 
 void ElementReader::cipher(std::string_view label, Suite& value) {

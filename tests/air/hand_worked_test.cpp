@@ -254,7 +254,7 @@ TEST(AirHandWorked, MultiLink) {
          "00 1B F109 14 020000000A11 6400 FEFFFFFFFFFFFFFF 0103 07 1104 030124 "
          "00 0A 3302 08 020000000A31 05 00 03 0402 01",
          {"Multi-Link Control/Type=0",
-          "Common Info/MLD MAC Address=02:00:00:00:0a:01",
+          "Common Info/MLD MAC Address=02:00:00:00:0A:01",
           "Common Info/Link ID=2",
           "Common Info/BSS Parameters Change Count=5",
           "Common Info/Medium Synchronization Duration=32",
@@ -280,7 +280,7 @@ TEST(AirHandWorked, MultiLink) {
           "Common Info/AP MLD ID=0",
           "Link Info/STA Control/Link ID=1",
           "Link Info/STA Control/Complete Profile=1",
-          "Link Info/STA Info/STA MAC Address=02:00:00:00:0a:11",
+          "Link Info/STA Info/STA MAC Address=02:00:00:00:0A:11",
           "Link Info/STA Info/Beacon Interval=100",
           "Link Info/STA Info/TSF Offset=-2",
           "Link Info/STA Info/DTIM Count=1",
@@ -288,7 +288,7 @@ TEST(AirHandWorked, MultiLink) {
           "Link Info/STA Info/BSS Parameters Change Count=7",
           "Link Info/STA Profile=1104030124",
           "Link Info/STA Control/Link ID=3",
-          "Link Info/STA Info/STA MAC Address=02:00:00:00:0a:31",
+          "Link Info/STA Info/STA MAC Address=02:00:00:00:0A:31",
           "Link Info/STA Info/NSTR Indication Bitmap=5",
           "Link Info/STA Control/Link ID=4",
           "Link Info/STA Control/NSTR Link Pair Present=1",
@@ -354,7 +354,7 @@ TEST(AirHandWorked, ReducedNeighborReportOfEachLength) {
                 if (isThere) told.push_back(item + name + value);
             }
         };
-        add(row.hasBssid, "BSSID", {"=02:00:00:00:00:aa"});
+        add(row.hasBssid, "BSSID", {"=02:00:00:00:00:AA"});
         add(row.hasShortSsid, "Short SSID", {"=305419896"});
         add(row.hasParameters, "BSS Parameters/",
             {"OCT Recommended=0", "Same SSID=1", "Multiple BSSID=0", "Co-Located AP=1"});
