@@ -5,18 +5,21 @@
 #include <iterator>
 #include <regex>
 #include <stdio.h>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "tests/support/captured_stream.h"
+#include "tests/support/scoped_environment.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/tool_command_line.h"
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/options/decode_options.h"
 
 using halvane::testing::CapturedStream;
+using halvane::testing::ScopedEnvironment;
 using halvane::testing::TemporaryFolder;
 using halvane::testing::ToolCommandLine;
 using namespace halvane::tool;
@@ -31,6 +34,7 @@ struct Ran {
 
 Ran explain(std::vector<std::string> words) {
     words.insert(words.begin(), "--explain");
+    const ScopedEnvironment columns("COLUMNS", std::nullopt);
     ToolCommandLine line(std::move(words));
     const CapturedStream output(stdout);
     const CapturedStream errors(stderr);
@@ -41,9 +45,9 @@ Ran explain(std::vector<std::string> words) {
 
 const std::string kNeighbourhood = HALVANE_SAMPLES "/neighbourhood.pcap";
 
-// "name  address": the first line of each network.
+// "name  address  ..." and the line below it, with which each network begins.
 std::size_t networksIn(const std::string& text) {
-    const std::regex head("(^|\n)[^\n]+  ([0-9A-F]{2}:){5}[0-9A-F]{2}\n\n");
+    const std::regex head("(^|\n)[^\n]+  ([0-9A-F]{2}:){5}[0-9A-F]{2}[^\n]*\n[^\n]+ of elements");
     return static_cast<std::size_t>(std::distance(
         std::sregex_iterator(text.begin(), text.end(), head), std::sregex_iterator()));
 }
@@ -80,7 +84,10 @@ TEST(DecodeCommand, ExplainsElementsOfHexadecimalText) {
     };
     const Ran named = explain({"--hex", "--bssid=02:00:00:00:00:01", file("00046E1B5BB2")});
     EXPECT_EQ(named.status, kExitDone);
-    EXPECT_TRUE(named.output.starts_with("n\\x1B[\\xB2  02:00:00:00:00:01\n\n")) << named.output;
+    EXPECT_TRUE(
+        named.output.starts_with("n\\x1B[\\xB2  02:00:00:00:00:01  (local)\n"
+                                 "6 octets of elements; @N is octet N of the elements\n\n"))
+        << named.output;
     EXPECT_TRUE(explain({"--hex", file("0000")}).output.starts_with("(hidden)  "));
     EXPECT_TRUE(explain({"--hex", file("030106")}).output.starts_with("(no name)  "));
     const Ran cut = explain({"--hex", file("0001613014")});

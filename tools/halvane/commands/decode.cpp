@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/frame_record.h"
 #include "halvane/ie/mac.h"
@@ -20,6 +21,7 @@
 #include "tools/halvane/input/capture_files.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/input/hex_input.h"
+#include "tools/halvane/input/maker_list.h"
 #include "tools/halvane/networks/network_columns.h"
 #include "tools/halvane/networks/network_filter.h"
 #include "tools/halvane/networks/network_order.h"
@@ -31,6 +33,8 @@
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
 #include "tools/halvane/output/record_writer.h"
+#include "tools/halvane/output/surroundings.h"
+#include "tools/halvane/output/text_style.h"
 #include "tools/halvane/survey/cut_elements.h"
 #include "tools/halvane/survey/network.h"
 
@@ -54,8 +58,13 @@ bool isList(Format format) {
 }
 
 std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options) {
-    return options.isExplained ? RecordWriter::createExplaining(stdout)
-                               : RecordWriter::create(options.format, stdout);
+    if (!options.isExplained) return RecordWriter::create(options.format, stdout);
+    Surroundings surroundings = surroundingsOf(stdout);
+    if (options.list.width) surroundings.columns = options.list.width;
+    const TextStyle style = textStyleFor(surroundings, options.list.color, options.list.text);
+    return RecordWriter::createExplaining(stdout, style, [](const MacAddress& address) {
+        return MakerList::ofSystem().cell(address);
+    });
 }
 
 void summarize(const DecodeOptions& options, const std::vector<std::string>& lines) {
@@ -133,7 +142,7 @@ class FramePrinter {
     }
 
     void print(const CaptureReader::Frame& frame, const capture::BeaconFrame& beacon) {
-        const capture::Sighting sighting = capture::sightingOf(beacon, frame.radio);
+        const capture::Sighting sighting = CaptureReader::sightingOf(frame);
         const FrameOrigin origin{frame.number, beacon.subtype, frame.time};
         if (!passes(sighting, frame, beacon)) return;
         writer_->write(sighting, origin);

@@ -1,24 +1,29 @@
-// The profile of a BSS for people, each value with its reason.
+// A network for people, each value with its reason.
+//
+// Free functions without state; any thread may call them.
 #ifndef TOOLS_HALVANE_OUTPUT_EXPLAIN_TEXT_H
 #define TOOLS_HALVANE_OUTPUT_EXPLAIN_TEXT_H
 
+#include <optional>
 #include <string>
 
-#include "halvane/air/bit_octets.h"
-#include "halvane/air/profile.h"
+#include "halvane/capture/frame_record.h"
+
+#include "tools/halvane/output/text_style.h"
 
 namespace halvane::tool {
 
-// A row for each value: what, the value, and why. "@N" is the octet N of the elements, from which
-// the profile was derived. The findings follow, the worst first, each with its advice, its
-// identifier and its clause.
-std::string explainText(const air::BssProfile& profile, air::Octets elements);
+struct ExplainedNetwork {
+    const capture::Sighting& sighting;
+    std::string maker = {};          // of its address; empty: not told
+    std::optional<int> signal = {};  // dBm
+};
 
-// The rows of the values alone, without reasons.
-std::string airText(const air::BssProfile& profile);
-
-// A line for each finding: its severity, its identifier and its sentence.
-std::string findingLines(const air::BssProfile& profile);
+// Two lines that say which network it is and which frame explains it; a row for each value: what,
+// the value, and why; the findings, the worst first, each with its advice, its identifier, its
+// clause and its elements; and the findings of the networks that share the beacon. "@N" is the
+// octet N of the 802.11 frame, or of the elements if they come from no frame.
+std::string explainText(const ExplainedNetwork& network, const TextStyle& style);
 
 }  // namespace halvane::tool
 

@@ -10,9 +10,10 @@
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/element_range.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/property_list_value.h"
-#include "halvane/ie/fancy_formatting.h"
 
+#include "tools/halvane/output/air_text.h"
 #include "tools/halvane/output/element_text.h"
 #include "tools/halvane/output/explain_text.h"
 #include "tools/halvane/output/json_writer.h"
@@ -59,27 +60,36 @@ class TextWriter : public Writer {
     void finish() override {}
 };
 
-std::string networkName(const air::BssProfile& profile) {
-    if (!profile.ssid) return "(no name)";
-    return profile.isHidden ? "(hidden)" : (*profile.ssid)->text();
-}
-
 class ExplainingWriter : public Writer {
   public:
-    using Writer::Writer;
+    using MakerOf = std::function<std::string(const MacAddress&)>;
 
-    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
-               const NetworkStatistics*) override {
+    ExplainingWriter(std::FILE* stream, const TextStyle& style, MakerOf makerOf)
+        : Writer(stream), style_(style), makerOf_(std::move(makerOf)) {}
+
+    void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>&,
+               const NetworkStatistics* heard) override {
         if (!std::exchange(isFirst_, false)) put("\n");
-        const air::BssProfile profile = airProfileOf(sighting);
-        put(networkName(profile) + "  " + FancyFormatting::formattedMAC(sighting.record.mac()) +
-            (origin ? "  frame " + std::to_string(origin->number) : "") + "\n\n");
-        const auto& elements = sighting.record.ieBuffer();
-        put(explainText(profile, elements ? elements->bytes() : air::Octets()));
+        const auto signal = heard != nullptr ? heard->signal.median() : signalOf(sighting);
+        put(explainText({sighting, makerTextOf(sighting), signal}, style_));
     }
     void finish() override {}
 
   private:
+    std::string makerTextOf(const capture::Sighting& sighting) const {
+        const auto address = MacAddress::fromBytes(sighting.record.mac().bytes());
+        if (!address) return {};
+        std::string maker = makerOf_(*address);
+        return maker == "-" ? "" : maker;
+    }
+    static std::optional<int> signalOf(const capture::Sighting& sighting) {
+        const auto signal = sighting.record.RSSI();
+        if (!signal) return std::nullopt;
+        return static_cast<int>(signal->exactInt64().value_or(0));
+    }
+
+    TextStyle style_;
+    MakerOf makerOf_;
     bool isFirst_ = true;
 };
 
@@ -189,8 +199,10 @@ class PropertyListWriter : public Writer {
 
 }  // namespace
 
-std::unique_ptr<RecordWriter> RecordWriter::createExplaining(std::FILE* stream) {
-    return std::make_unique<ExplainingWriter>(stream);
+std::unique_ptr<RecordWriter> RecordWriter::createExplaining(
+    std::FILE* stream, const TextStyle& style,
+    std::function<std::string(const MacAddress&)> makerOf) {
+    return std::make_unique<ExplainingWriter>(stream, style, std::move(makerOf));
 }
 
 std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* stream) {

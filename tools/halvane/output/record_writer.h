@@ -6,13 +6,17 @@
 #define TOOLS_HALVANE_OUTPUT_RECORD_WRITER_H
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
+#include "halvane/base/mac_address.h"
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/frame_origin.h"
+#include "tools/halvane/output/text_style.h"
 #include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
@@ -32,7 +36,10 @@ class RecordWriter {
     static std::unique_ptr<RecordWriter> create(Format format, std::FILE* stream);
 
     // Writes the profile of each record, with its reasons, in place of the record.
-    static std::unique_ptr<RecordWriter> createExplaining(std::FILE* stream);
+    // `makerOf` returns the cell of a table for the maker of an address; "-" for none.
+    static std::unique_ptr<RecordWriter> createExplaining(
+        std::FILE* stream, const TextStyle& style,
+        std::function<std::string(const MacAddress&)> makerOf);
 };
 
 }  // namespace halvane::tool

@@ -1,0 +1,16 @@
+// The rows of an explanation that tell of band, channel and width.
+#ifndef TOOLS_HALVANE_OUTPUT_EXPLAIN_CHANNEL_H
+#define TOOLS_HALVANE_OUTPUT_EXPLAIN_CHANNEL_H
+
+#include <vector>
+
+#include "tools/halvane/output/explained_bss.h"
+#include "tools/halvane/output/reason_table.h"
+
+namespace halvane::tool {
+
+void addChannelRows(std::vector<ReasonRow>& rows, const ExplainedBss& bss);
+
+}  // namespace halvane::tool
+
+#endif
