@@ -4,6 +4,7 @@
 #include <deque>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -28,6 +29,8 @@
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/print_records.h"
 #include "tools/halvane/output/standard_output.h"
+#include "tools/halvane/output/text_style.h"
+#include "tools/halvane/output/theme.h"
 
 namespace halvane::tool {
 
@@ -35,6 +38,7 @@ namespace {
 
 struct Typed {
     std::int32_t bytes = 0;
+    std::int32_t fields = 0;
     std::int32_t frame = 0;
 };
 Typed gTyped;
@@ -102,20 +106,32 @@ Parts partsOf(air::Octets octets, const std::vector<HexPart>& bounds) {
     return parts;
 }
 
-void printText(Part& part, bool hasOctets) {
+// The mark of a damaged line has its colour.
+void putMarked(const std::string& lines, const Theme& theme) {
+    std::string_view rest = lines;
+    while (!rest.empty()) {
+        const std::string_view line = rest.substr(0, rest.find('\n') + 1);
+        rest.remove_prefix(line.size());
+        const bool isMarked = line.starts_with('x');
+        if (isMarked) put(theme.painted(line.substr(0, 1), Meaning::Caution));
+        put(line.substr(isMarked ? 1 : 0));
+    }
+}
+
+void printText(Part& part, const ElementWish& wish, const Theme& theme) {
     const ElementList& list = part.list;
     if (!list.bssid().empty()) put("BSS " + list.bssid() + '\n');
-    put(elementTitles());
+    put(theme.painted(elementTitles(), Meaning::Header) + "\n");
     std::size_t count = 0;
     std::size_t octets = 0;
     auto element = list.range().begin();
     for (; element != list.range().end(); ++element) {
-        put(elementText(list, *element, hasOctets, part.report));
+        putMarked(elementText(list, *element, wish, part.report), theme);
         ++count;
         octets += element->octets.size();
     }
     const auto trailing = element.rest();
-    if (!trailing.empty()) put(trailingText(list, trailing));
+    if (!trailing.empty()) putMarked(trailingText(list, trailing, wish), theme);
     put(std::to_string(count) + (count == 1 ? " element, " : " elements, ") + octetCount(octets) +
         verdict(part.report, trailing) + '\n');
 }
@@ -140,7 +156,7 @@ void addItems(std::vector<Item>& items, Part& part) {
     if (!trailing.empty()) items.push_back({part, {}, trailing});
 }
 
-void print(Parts& parts, Format format, bool hasOctets) {
+void print(Parts& parts, Format format, const ElementWish& wish, const Theme& theme) {
     std::vector<Item> items;
     for (Part& part : parts) {
         if (format != Format::Text) {
@@ -148,7 +164,7 @@ void print(Parts& parts, Format format, bool hasOctets) {
             continue;
         }
         if (&part != &parts.front()) put("\n");
-        printText(part, hasOctets);
+        printText(part, wish, theme);
     }
     if (format != Format::Text) printJSON(items, format);
 }
@@ -177,6 +193,11 @@ CLIOption gElementsOptions[] = {
      .valuePtr = &gTyped.bytes,
      .flags = kCLINoValue,
      .shortHelp = "the octets of each element too"},
+    {.type = kCLIBoolean,
+     .longName = "fields",
+     .valuePtr = &gTyped.fields,
+     .flags = kCLINoValue,
+     .shortHelp = "every field of each element, and its clause"},
     {.type = kCLIBoolean,
      .longName = "frame",
      .valuePtr = &gTyped.frame,
@@ -217,7 +238,9 @@ int elementsCommand() {
         octets = frame->elements;
     }
     Parts parts = partsOf(octets, typed.frame != 0 ? std::vector<HexPart>() : dump->parts);
-    print(parts, *format, typed.bytes != 0);
+    const TextStyle style = textStyleOf(stdout);
+    print(parts, *format, {typed.bytes != 0, typed.fields != 0, style.width, style.rules},
+          style.theme);
     int status = kExitDone;
     for (const Part& part : parts) {
         if (complainOfDamage(part)) status = kExitFailed;

@@ -15,8 +15,10 @@
 #include "halvane/air/element_info.h"
 #include "halvane/air/field_sink.h"
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/byte_cursor.h"
 
 #include "tools/halvane/output/described_element.h"
+#include "tools/halvane/output/element_summary.h"
 #include "tools/halvane/output/paragraph.h"
 
 namespace halvane::tool {
@@ -24,6 +26,7 @@ namespace halvane::tool {
 namespace {
 
 constexpr std::size_t kFieldColumn = 20;
+constexpr std::size_t kOctetColumn = 18;
 constexpr std::size_t kNestedIndent = 4;  // of each list within another
 constexpr std::size_t kOctetsPerLine = 16;
 
@@ -31,14 +34,26 @@ std::string hexOf(air::Octets octets) {
     return ByteBuffer(octets).hex();
 }
 
+// In capitals.
+std::string shownHex(air::Octets octets) {
+    std::string text = hexOf(octets);
+    std::ranges::transform(text, text.begin(), [](char digit) {
+        return digit >= 'a' && digit <= 'f' ? static_cast<char>(digit - 'a' + 'A') : digit;
+    });
+    return text;
+}
+
 // What an element's lines depend on, besides its list.
-struct TextWish {
-    bool hasOctets;
+struct TextWish : ElementWish {
     DamageReport& report;
 };
 
 std::size_t fieldColumn(const ElementList& list) {
     return kFieldColumn + kNestedIndent * list.depth();
+}
+
+std::size_t octetColumn(const ElementList& list) {
+    return kOctetColumn + kNestedIndent * list.depth();
 }
 
 // The lines of the elements that a field holds.
@@ -67,12 +82,12 @@ class FieldText : public air::FieldSink {
         add(std::string(label).append(1, ' ').append(value));
     }
     void octets(const air::FieldPlace&, std::string_view label, air::Octets value) override {
-        add(std::string(label) + ' ' + hexOf(value));
+        add(std::string(label) + ' ' + shownHex(value));
     }
     bool elements(std::string_view label, const air::ElementOctets& value) override {
         if (!list_.mayHoldLists()) return false;
         const air::Octets fixed = value.octets.first(value.fixedSize);
-        if (!fixed.empty()) add(std::string(label) + " begins with " + hexOf(fixed));
+        if (!fixed.empty()) add(std::string(label) + " begins with " + shownHex(fixed));
         const ElementList nested(list_, element_, head_, value);
         groups_.push_back({depth_, {}, {}, listText(nested, wish_)});
         groups_.push_back({depth_, {}, {}, {}});
@@ -92,14 +107,14 @@ class FieldText : public air::FieldSink {
         const std::size_t column = fieldColumn(list_);
         const std::string& first = groups_.front().fields;
         std::string lines =
-            paragraph(std::string(head) + (first.empty() ? "" : ": "), first, column);
+            paragraph(std::string(head) + (first.empty() ? "" : ": "), first, column, wish_.width);
         for (auto group = groups_.begin() + 1; group != groups_.end(); ++group) {
             lines += group->elements;
             if (group->fields.empty() && group->label.empty()) continue;
             const std::string indent(column + 2 * group->depth, ' ');
             const std::string_view fields =
                 group->fields.empty() ? std::string_view("-") : group->fields;
-            lines += paragraph(indent + group->label, fields, indent.size() + 2);
+            lines += paragraph(indent + group->label, fields, indent.size() + 2, wish_.width);
         }
         return lines;
     }
@@ -128,17 +143,28 @@ class FieldText : public air::FieldSink {
 
 std::string octetLines(air::Octets octets, std::size_t column) {
     std::string lines;
-    for (std::size_t i = 0; i < octets.size(); ++i) {
-        if (i % kOctetsPerLine == 0) {
-            if (i > 0) lines += '\n';
-            lines.append(column, ' ');
-        } else {
-            lines += ' ';
+    for (std::size_t i = 0; i < octets.size(); i += kOctetsPerLine) {
+        const std::size_t count = std::min(kOctetsPerLine, octets.size() - i);
+        lines.append(column, ' ');
+        for (std::size_t k = 0; k < count; ++k) {
+            if (k > 0) lines += ' ';
+            lines += shownHex(octets.subspan(i + k, 1));
         }
-        lines += hexOf(octets.subspan(i, 1));
+        lines += '\n';
     }
-    if (!octets.empty()) lines += '\n';
     return lines;
+}
+
+// The same with a caret below the octet `index`, or behind the last one, and a note beside it.
+std::string markedOctets(air::Octets octets, std::size_t column, std::size_t index,
+                         const std::string& note) {
+    constexpr std::size_t kCells = 3;  // of an octet
+    const std::size_t last = octets.empty() ? 0 : (octets.size() - 1) / kOctetsPerLine;
+    const std::size_t line = std::min(index / kOctetsPerLine, last);
+    const std::size_t end = std::min((line + 1) * kOctetsPerLine, octets.size());
+    const std::size_t place = kCells * (std::min(index, end) - line * kOctetsPerLine);
+    return octetLines(octets.first(end), column) + std::string(column + place, ' ') + "^^ " + note +
+           '\n' + octetLines(octets.subspan(end), column);
 }
 
 std::string idText(air::ElementId id) {
@@ -151,34 +177,75 @@ std::string idText(air::ElementId id) {
 std::string margin(const ElementList& list, char mark, std::size_t octet, const std::string& id,
                    std::size_t length) {
     char text[96];
-    std::snprintf(text, sizeof text, "%c%4zu %*s%-7s %4zu ", mark, octet,
+    std::snprintf(text, sizeof text, "%c%4zu %*s%-7s %3zu ", mark, octet,
                   static_cast<int>(kNestedIndent * list.depth()), "", id.c_str(), length);
     return text;
 }
 
-std::string damageText(const ElementList& list, std::size_t octet,
-                       const air::ElementDamage& damage) {
-    return paragraph(margin(list, 'x', octet, "", damage.remaining),
-                     "the element ends inside the field that begins here", fieldColumn(list));
+// The same without number and length.
+std::string bareMargin(const ElementList& list, std::size_t octet) {
+    char text[32];
+    std::snprintf(text, sizeof text, "x%4zu", octet);
+    std::string margin = text;
+    margin.resize(std::max(octetColumn(list), margin.size() + 1), ' ');
+    return margin;
+}
+
+// `index` is that of the damage in the element's octets.
+std::string damageText(const ElementList& list, const air::Element& element, std::size_t octet,
+                       std::size_t index, const TextWish& wish) {
+    return paragraph(bareMargin(list, octet), "the element ends inside the field that begins here",
+                     fieldColumn(list), wish.width) +
+           markedOctets(element.octets, octetColumn(list), index, "octet " + std::to_string(octet));
+}
+
+std::string summaryLines(const ElementList& list, const std::string& head,
+                         const ElementSummary& summary, const TextWish& wish) {
+    const std::size_t column = fieldColumn(list);
+    std::string text =
+        paragraph(head + (summary.text.empty() ? "" : ": "), summary.text, column, wish.width);
+    for (const std::string& line : summary.lines) {
+        text += paragraph(std::string(column, ' ') + line, "", column, wish.width);
+    }
+    return text;
 }
 
 std::string textOf(const ElementList& list, const air::Element& element, const TextWish& wish) {
     const std::size_t octet = list.offsetOf(element.offset);
     const DescribedElement described(list, element);
-    std::string head = margin(list, ' ', octet, idText(element.id), element.body.size()) +
-                       air::elementName(element);
-    if (!described.clause().empty()) head.append(" (").append(described.clause()).append(")");
+    std::string head =
+        margin(list, ' ', octet, idText(element.id), element.body.size()) + elementHeading(element);
+    const auto summary = wish.hasFields ? std::nullopt : elementSummary(list, element, wish.rules);
+    if (summary) {
+        return summaryLines(list, head, *summary, wish) +
+               (wish.hasOctets ? octetLines(element.body, octetColumn(list)) : "");
+    }
+    const bool hasClause = wish.hasFields && !described.clause().empty();
+    if (hasClause) head.append(" (").append(described.clause()).append(")");
     FieldText fields(list, element, described.headSize(), wish);
     std::optional<air::ElementDamage> damage;
     if (described.hasFields()) damage = described.describe(fields);
     std::string text = fields.lines(head);
-    if (wish.hasOctets || !described.hasFields() || damage) {
-        text += octetLines(element.body, fieldColumn(list));
+    if (!damage) {
+        const bool areOctetsShown = wish.hasOctets || !described.hasFields();
+        return areOctetsShown ? text + octetLines(element.body, octetColumn(list)) : text;
     }
-    if (!damage) return text;
     const std::size_t place = described.octetOf(*damage);
     wish.report.note(place, elementProblem(place, element));
-    return text += damageText(list, place, *damage);
+    const std::size_t index = element.offsetOfBody(described.offsetOf(*damage)) - element.offset;
+    return text += damageText(list, element, place, index, wish);
+}
+
+constexpr std::size_t kElementHead = 2;  // ID and length
+
+// The number of an element that is cut; without its extension if that is cut too.
+air::ElementId idOf(air::Octets octets) {
+    constexpr std::uint8_t kExtended = 255;
+    ByteCursor cursor(octets);
+    const auto id = cursor.u8().value_or(0);
+    cursor.skip(1);
+    const auto extension = cursor.u8();
+    return static_cast<air::ElementId>(id == kExtended && extension ? 256 + *extension : id);
 }
 
 std::string listText(const ElementList& list, const TextWish& wish) {
@@ -188,7 +255,7 @@ std::string listText(const ElementList& list, const TextWish& wish) {
     const auto trailing = element.rest();
     if (trailing.empty()) return text;
     wish.report.note(list.offsetOf(trailing.offset), trailingProblem(list, trailing));
-    return text += trailingText(list, trailing);
+    return text += trailingText(list, trailing, wish);
 }
 
 }  // namespace
@@ -198,12 +265,12 @@ std::string octetCount(std::size_t count) {
 }
 
 std::string elementTitles() {
-    return "OCTET ID      LEN\n";
+    return "OCTET ID      LEN";
 }
 
-std::string elementText(const ElementList& list, const air::Element& element, bool hasOctets,
-                        DamageReport& report) {
-    return textOf(list, element, {hasOctets, report});
+std::string elementText(const ElementList& list, const air::Element& element,
+                        const ElementWish& wish, DamageReport& report) {
+    return textOf(list, element, {wish, report});
 }
 
 std::string elementNames(air::ElementRange elements) {
@@ -215,11 +282,26 @@ std::string elementNames(air::ElementRange elements) {
     return text;
 }
 
-std::string trailingText(const ElementList& list, const air::TrailingOctets& trailing) {
+std::string trailingText(const ElementList& list, const air::TrailingOctets& trailing,
+                         const ElementWish& wish) {
     const std::size_t octet = list.offsetOf(trailing.offset);
-    return paragraph(margin(list, 'x', octet, "", trailing.octets.size()),
-                     trailingProblem(list, trailing), fieldColumn(list)) +
-           octetLines(trailing.octets, fieldColumn(list));
+    const std::size_t column = octetColumn(list);
+    const auto length = trailing.missingLength();
+    if (!length) {
+        return paragraph(bareMargin(list, octet), trailingProblem(list, trailing),
+                         fieldColumn(list), wish.width) +
+               markedOctets(trailing.octets, column, 0, "octet " + std::to_string(octet));
+    }
+    const air::ElementId id = idOf(trailing.octets);
+    const std::size_t left = trailing.octets.size() - kElementHead;
+    const std::string told = octetCount(*length) + (*length == 1 ? " is" : " are") + " told, " +
+                             std::to_string(left) + (left == 1 ? " is" : " are") + " left";
+    const auto* const info = air::elementInfo(id);
+    const std::string name(info != nullptr ? info->name : "element");
+    return paragraph(margin(list, 'x', octet, idText(id), *length) + name + ": ", told,
+                     fieldColumn(list), wish.width) +
+           markedOctets(trailing.octets, column, 1,
+                        "octet " + std::to_string(list.offsetOf(trailing.offset + 1)) + ": length");
 }
 
 std::string trailingProblem(const ElementList& list, const air::TrailingOctets& trailing) {

@@ -9,27 +9,39 @@
 
 #include "tools/halvane/output/damage_report.h"
 #include "tools/halvane/output/element_list.h"
+#include "tools/halvane/output/shown_text.h"
+#include "tools/halvane/output/text_style.h"
 
 namespace halvane::tool {
 
 // "1 octet" or "2 octets".
 std::string octetCount(std::size_t count);
 
+// What the lines of an element depend on.
+struct ElementWish {
+    bool hasOctets =
+        false;  // the octets of elements whose fields are known; others always show them
+    bool hasFields = false;  // all fields and the clause, in place of what they say together
+    std::size_t width = TextStyle::kUsualWidth;  // of a line, where a word has room
+    TextRules rules{};
+};
+
 // The line of titles.
 std::string elementTitles();
 
-// The lines of an element of a list, the first with its clause. The elements that its fields hold
-// stand below it, indented, each with its octet in the buffer. Damage is a line that begins with
-// 'x' and names the octet; `report` notes it. `hasOctets` adds the octets of an element whose
-// fields are known; others always show them.
-std::string elementText(const ElementList& list, const air::Element& element, bool hasOctets,
-                        DamageReport& report);
+// The lines of an element of a list: octet, number, length, name, and what it says. The elements
+// that its fields hold stand below it, indented, each with its octet in the buffer. Damage is a
+// line that begins with 'x' and names the octet, with the element's octets and a caret below it;
+// `report` notes it.
+std::string elementText(const ElementList& list, const air::Element& element,
+                        const ElementWish& wish, DamageReport& report);
 
 // A line for each element: octet, name and the body's octets.
 std::string elementNames(air::ElementRange elements);
 
 // The lines of the octets of a list that make no element. REQUIRES: there are some.
-std::string trailingText(const ElementList& list, const air::TrailingOctets& trailing);
+std::string trailingText(const ElementList& list, const air::TrailingOctets& trailing,
+                         const ElementWish& wish);
 
 // What is wrong there, as a message.
 std::string trailingProblem(const ElementList& list, const air::TrailingOctets& trailing);
