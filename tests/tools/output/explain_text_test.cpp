@@ -17,6 +17,7 @@
 #include "halvane/capture/frame_record.h"
 #include "halvane/capture/link_type.h"
 
+#include "tests/air/element_samples.h"
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
 #include "tools/halvane/input/capture_reader.h"
