@@ -7,6 +7,7 @@
 #include "halvane/air/profile.h"
 #include "halvane/base/mac_address.h"
 
+#include "tests/air/element_samples.h"
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
 
