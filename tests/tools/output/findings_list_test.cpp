@@ -70,8 +70,9 @@ TEST(FindingsList, NamesTheStrongestNetworks) {
     EXPECT_NE(
         text.find("warning     7 WPS is switched on: where it takes a PIN, 8 digits open the\n"
                   "              network.\n"
-                  "              strongest, C&MDesign_5G, BoB_MentorR1_2G,\n"
-                  "              DIRECT-FE-HP O\u2026 Pro 7740 and 3 more\n"),
+                  "              strongest, C&MDesign_5G, BoB_MentorR1_2G, "
+                  "DIRECT-FE-HP O\u2026 Pro 7740\n"
+                  "              and 3 more\n"),
         std::string::npos)
         << text;
     EXPECT_TRUE(text.ends_with("              wps-on, Wi-Fi Simple Configuration 2.0\n")) << text;

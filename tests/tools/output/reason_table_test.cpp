@@ -19,8 +19,8 @@ const std::vector<ReasonRow> kRows = {
 
 TEST(ReasonTable, HasThreeColumns) {
     EXPECT_EQ(reasonLines(kRows, {.width = 80}),
-              "Width       160 MHz                VHT Operation @259: width 1, CCFS0 42,\n"
-              "            5170 to 5330           CCFS1 50; |50 - 42| = 8: 160 MHz at 50\n"
+              "Width       160 MHz                VHT Operation @259: width 1, CCFS0 42, CCFS1\n"
+              "            5170 to 5330           50; |50 - 42| = 8: 160 MHz at 50\n"
               "            centre 5250\n"
               "            value\n");
 }
@@ -28,8 +28,8 @@ TEST(ReasonTable, HasThreeColumns) {
 TEST(ReasonTable, HasWiderValuesFrom120ColumnsOn) {
     EXPECT_EQ(reasonLines(kRows, {.width = 120}),
               "Width       160 MHz, 5170 to 5330          VHT Operation @259: width 1, CCFS0 42, "
-              "CCFS1 50\n"
-              "            centre 5250                    |50 - 42| = 8: 160 MHz at 50\n"
+              "CCFS1 50; |50 - 42| = 8: 160 MHz at 50\n"
+              "            centre 5250\n"
               "            value\n");
 }
 

@@ -36,7 +36,10 @@ class Wrapper {
     }
 
   private:
-    void endLine() { lines_.push_back(std::exchange(line_, {})); }
+    void endLine() {
+        line_.dropTrailingBlanks();
+        lines_.push_back(std::exchange(line_, {}));
+    }
 
     void addWord(const ShownText& word, bool isFirst) {
         if (!isFirst && !line_.isEmpty()) {
