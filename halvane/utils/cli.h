@@ -65,8 +65,13 @@ enum {
 
 /* Flags of CLIParse() */
 enum {
-    kCLIReorder = 1 << 0,    /* operands may come before options */
-    kCLIOptionsOnly = 1 << 1 /* CLIParse() does not look for a command */
+    kCLIReorder = 1 << 0,     /* operands may come before options */
+    kCLIOptionsOnly = 1 << 1, /* CLIParse() does not look for a command */
+    kCLISuggest = 1 << 2,     /* the message about an unknown command or long option is followed by
+                                 a line "Did you mean 'NAME'?", if one known name is near */
+    kCLIFullHelp = 1 << 3     /* help that the user asks for goes to standard output, and the help
+                                 of a command lists its commands with their summaries; arguments
+                                 beside the request for help are no reason for a warning */
 };
 
 /* Results of CLIParse() besides 0 and the result of a callback */

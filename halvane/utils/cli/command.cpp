@@ -1,5 +1,6 @@
 // The command that the arguments name, and the conditions for running it.
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include "halvane/base/status.h"
@@ -21,12 +22,13 @@ std::int32_t refuseUnknown(const Level& level, const char* name) {
         printCommandPath(message, level);
         message.add("' for a list of commands.\n");
     }
+    suggestCommand(message, level.table, name);
     return kCLIUsageError;
 }
 
 std::int32_t refuseMissing(const Level& level) {
     if (level.command == nullptr) {
-        printSummary();
+        printSummary(stderr);
     } else {
         Message message;
         message.add("error: no %s command specified. See '%s help ", level.command->longName,

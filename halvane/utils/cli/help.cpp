@@ -1,5 +1,6 @@
 // Help: the summary of all commands, and the page of one.
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include "halvane/base/status.h"
@@ -10,15 +11,24 @@ namespace halvane::cli {
 
 namespace {
 
-bool printCommands(Message& message, CLIOption* root) {
-    if (!hasCommands(root)) return false;
+bool isFull() {
+    return (gState.flags & kCLIFullHelp) != 0;
+}
+
+// Where help goes that the user asks for.
+std::FILE* helpStream() {
+    return isFull() ? stdout : stderr;
+}
+
+bool printCommands(Message& message, CLIOption* table, const char* title) {
+    if (!hasCommands(table)) return false;
     int width = 0;
-    for (const CLIOption& option : Table(root)) {
+    for (const CLIOption& option : Table(table)) {
         if (option.type != kCLICommand) continue;
         width = std::max(width, Message(nullptr).add("%s", textOrEmpty(option.longName)));
     }
-    message.add("\nCommands:\n\n");
-    for (const CLIOption& option : Table(root)) {
+    message.add("%s", title);
+    for (const CLIOption& option : Table(table)) {
         if (option.type != kCLICommand) continue;
         message.add("%*s%-*s    %s\n", kIndent, "", width, textOrEmpty(option.longName),
                     textOrEmpty(option.shortHelp));
@@ -47,12 +57,14 @@ void printHelpOfArguments(const Level& level) {
 
 // Prints the help of the command being parsed, or of the program if there is none.
 void printHelpOf(const Level* level) {
-    if (level == nullptr || level->command == nullptr) return printSummary();
+    if (level == nullptr || level->command == nullptr) return printSummary(helpStream());
     printCommandHelp(*level);
 }
 
 std::int32_t refuseUnknown(const char* name) {
-    say("error: unknown command '%s'.\n", name);
+    Message message;
+    message.add("error: unknown command '%s'.\n", name);
+    suggestCommand(message, gState.root, name);
     return kCLIUsageError;
 }
 
@@ -67,15 +79,15 @@ void printIndented(Message& message, const char* text, int indent) {
     }
 }
 
-void printSummary() {
+void printSummary(std::FILE* stream) {
     CLIOption* const root = gState.root;
-    Message message;
+    Message message(stream);
     message.add("\nUsage: %s", gProgramName);
     if (hasOptions(root)) message.add(" [global options]");
     if (hasCommands(root)) message.add(" <command> [options] [args]");
     message.add("\n");
     const bool hasListedOptions = printOptions(message, root, {nullptr, false, false});
-    const bool hasListedCommands = printCommands(message, root);
+    const bool hasListedCommands = printCommands(message, root, "\nCommands:\n\n");
     if (hasListedOptions || hasListedCommands) message.add("\n");
     if (hasListedCommands) {
         message.add("See '%s help <command>' for more information about a specific command.\n\n",
@@ -85,7 +97,7 @@ void printSummary() {
 
 void printCommandHelp(const Level& level) {
     const CLIOption& command = *level.command;
-    Message message;
+    Message message(helpStream());
     message.add("\nNAME\n%*s%s ", kIndent, "", gProgramName);
     printCommandPath(message, level);
     message.add(" -- %s\n\nSYNOPSIS\n", textOrEmpty(command.shortHelp));
@@ -98,6 +110,7 @@ void printCommandHelp(const Level& level) {
     }
     printOptions(message, gState.root, {"GLOBAL OPTIONS", true, true});
     printOptions(message, level.table, {"OPTIONS", true, false});
+    if (isFull() && printCommands(message, level.table, "COMMANDS\n")) message.add("\n");
     printSections(message, level.table);
 }
 
@@ -119,7 +132,7 @@ extern "C" std::int32_t _CLIHelpOption(CLIOption*, const char* value, int negate
 extern "C" void _CLIHelpCommand() {
     using namespace halvane::cli;
     const char* const name = argumentAt(gArgI);
-    if (name == nullptr) return printSummary();
+    if (name == nullptr) return printSummary(helpStream());
     ++gArgI;
     CLIOption* const command = findCommand(gState.root, name);
     if (command == nullptr) {

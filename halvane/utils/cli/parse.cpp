@@ -40,6 +40,15 @@ CLIOption* findNumber(const Level& level) {
     return findOption(level, [](const CLIOption& option) { return option.type == kCLINumber; });
 }
 
+// `text` is after the "--"; `name` is the part of it that names no option.
+std::int32_t refuseLong(const Level& level, const char* text, std::string_view name,
+                        bool isNegated) {
+    Message message;
+    message.add("error: unknown option '%s'.\n", text);
+    suggestOption(message, level, name, isNegated ? "--no-" : "--");
+    return kCLIUsageError;
+}
+
 // `text` is after the "--".
 std::int32_t parseLong(const Level& level, const char* text) {
     const char* const equals = std::strchr(text, '=');
@@ -48,10 +57,7 @@ std::int32_t parseLong(const Level& level, const char* text) {
     const bool isNegated = name.starts_with(kNegation);
     if (isNegated) name.remove_prefix(kNegation.size());
     CLIOption* const option = findLong(level, name);
-    if (option == nullptr) {
-        say("error: unknown option '%s'.\n", text);
-        return kCLIUsageError;
-    }
+    if (option == nullptr) return refuseLong(level, text, name, isNegated);
     gState.attached = equals != nullptr ? equals + 1 : nullptr;
     return _CLIGetValue(option, isNegated ? kNegated : 0);
 }
@@ -149,12 +155,14 @@ class Within {
 // line nothing is restored.
 class Nested {
   public:
-    Nested()
-        : attached_(gState.attached),
+    explicit Nested(std::uint32_t flags)
+        : flags_(gState.flags),
+          attached_(gState.attached),
           current_(gCLICurrentOption),
           outerVector_(gState.outerVector),
           innerVector_(gState.innerVector),
           depth_(++gState.depth) {
+        gState.flags = flags;
         gState.outerVector = depth_ > 1 ? innerVector_ : nullptr;
         gState.innerVector = gState.newestVector;
     }
@@ -163,6 +171,7 @@ class Nested {
     ~Nested() {
         if (gState.depth != depth_) return;
         --gState.depth;
+        gState.flags = flags_;
         if (gState.depth == 0) return;
         gState.outerVector = outerVector_;
         gState.innerVector = innerVector_;
@@ -171,6 +180,7 @@ class Nested {
     }
 
   private:
+    const std::uint32_t flags_;
     const char* const attached_;
     CLIOption* const current_;
     char** const outerVector_;
@@ -205,7 +215,7 @@ std::int32_t parseLevel(Level& level, std::uint32_t flags) {
 
 extern "C" std::int32_t CLIParse(CLIOption* table, std::uint32_t flags) {
     using namespace halvane::cli;
-    const Nested nested;
+    const Nested nested(flags);
     if (gState.root == nullptr && table != nullptr) {
         gState.root = table;
         forgetSeen(table);
@@ -215,6 +225,10 @@ extern "C" std::int32_t CLIParse(CLIOption* table, std::uint32_t flags) {
     if (status != kStatusOK && status != kStatusDone) return status;
     // A program without commands reads its arguments later, unless everything is done.
     const bool isOver = status == kStatusDone || hasCommands(table);
+    if (status == kStatusDone && (flags & kCLIFullHelp) != 0) {
+        gArgI = gArgC;
+        return kStatusOK;
+    }
     if (isOver && (flags & kCLIOptionsOnly) == 0) warnOfUnused();
     return kStatusOK;
 }

@@ -3,6 +3,8 @@
 #define HALVANE_UTILS_CLI_PARSER_INTERNAL_H
 
 #include <cstdint>
+#include <cstdio>
+#include <string_view>
 
 #include "halvane/utils/cli.h"
 
@@ -25,6 +27,7 @@ struct State {
     const Level* level = nullptr;    // innermost; null outside of CLIParse()
     const char* attached = nullptr;  // the unread part of the current argument
     int depth = 0;                   // the depth of nested CLIParse() calls
+    std::uint32_t flags = 0;         // of the innermost CLIParse() call
     // Vectors of the parser to which gArgV was set, or null: the newest of all, the newest that the
     // outer CLIParse() may still use, and the newest that this one may use.
     char** newestVector = nullptr;
@@ -134,10 +137,17 @@ void printCommandPath(Message& message, const Level& level);
 // Prints the lines of the text. Lines that are not empty are indented by that many blanks.
 void printIndented(Message& message, const char* text, int indent);
 
-void printSummary();
+void printSummary(std::FILE* stream);
 
 // Prints the help page of the level's command.
 void printCommandHelp(const Level& level);
+
+// Append "Did you mean 'NAME'?" as a line of its own, if one command of the table, or one option of
+// the level or of those around it, is named much like `typed`. Otherwise they append nothing.
+// `before` stands between the quote and the option's name. Without kCLISuggest they do nothing.
+void suggestCommand(Message& message, CLIOption* table, const char* typed);
+void suggestOption(Message& message, const Level& level, std::string_view typed,
+                   const char* before);
 
 // Returns an empty text for a null one.
 inline const char* textOrEmpty(const char* text) {

@@ -134,6 +134,22 @@ TEST_F(CLICommandTest, IsLookedUpByItsWholeName) {
     EXPECT_EQ(gRuns, Words());
 }
 
+TEST_F(CLICommandTest, IsSuggestedForANearNameWhereThatIsWanted) {
+    for (const char* name : {"lis", "lists", "List", "lsit"}) {
+        const CommandLine line({name}, root, kCLISuggest);
+        EXPECT_EQ(line.status, kCLIUsageError) << name;
+        EXPECT_EQ(line.errors, "error: unknown command '" + std::string(name) +
+                                   "'. See 'tool help' for a list of commands.\n"
+                                   "Did you mean 'list'?\n");
+    }
+    for (const char* name : {"verbose", "xyz", ""}) {
+        EXPECT_EQ(CommandLine({name}, root, kCLISuggest).errors, CommandLine({name}, root).errors);
+    }
+    EXPECT_EQ(CommandLine({"remote", "remov"}, root, kCLISuggest).errors,
+              CommandLine({"remote", "remov"}, root).errors + "Did you mean 'remove'?\n");
+    EXPECT_EQ(gRuns, Words());
+}
+
 TEST_F(CLICommandTest, RunsInsideOfACommand) {
     const CommandLine line({"remote", "-v", "remove", "x"}, root);
     EXPECT_EQ(line.status, 0);

@@ -188,6 +188,42 @@ TEST_F(CLIHelpTest, KnowsNoOtherCommand) {
     EXPECT_EQ(option.errors, "error: unknown command 'bogus'.\n");
 }
 
+TEST_F(CLIHelpTest, IsOutputWhereThatIsWanted) {
+    for (const Words& words : {Words{"help"}, {"--help"}, {"help", "scan"}, {"scan", "--help"}}) {
+        const CommandLine line(words, gRoot, kCLIFullHelp);
+        EXPECT_EQ(line.status, 0);
+        EXPECT_EQ(line.output, help(words));
+        EXPECT_EQ(line.errors, "");
+    }
+    const CommandLine missing(Words{}, gRoot, kCLIFullHelp);
+    EXPECT_EQ(missing.status, kCLIUsageError);
+    EXPECT_EQ(missing.output, "");
+    EXPECT_NE(missing.errors, "");
+}
+
+TEST_F(CLIHelpTest, WarnsOfNothingBesideItWhereItIsOutput) {
+    const CommandLine line({"scan", "a", "--help", "b"}, gRoot, kCLIFullHelp);
+    EXPECT_EQ(line.status, 0);
+    EXPECT_EQ(line.errors, "");
+    EXPECT_FALSE(gHasRun);
+}
+
+TEST_F(CLIHelpTest, ListsTheCommandsOfACommandWithTheirSummariesWhereItIsOutput) {
+    const CommandLine line({"network", "--help"}, gRoot, kCLIFullHelp);
+    EXPECT_EQ(line.output, help({"network", "--help"}) +
+                               "COMMANDS\n"
+                               "    add      Add a network.\n"
+                               "    clear    Forget them all.\n"
+                               "\n");
+}
+
+TEST_F(CLIHelpTest, SuggestsANearCommandWhereThatIsWanted) {
+    EXPECT_EQ(CommandLine({"help", "scna"}, gRoot, kCLISuggest).errors,
+              "error: unknown command 'scna'.\nDid you mean 'scan'?\n");
+    EXPECT_EQ(CommandLine({"--help=scna"}, gRoot, kCLISuggest).errors,
+              "error: unknown command 'scna'.\nDid you mean 'scan'?\n");
+}
+
 TEST_F(CLIHelpTest, SummarisesAProgramWithoutCommands) {
     CLIOption options[] = {gRoot[0], gRoot[1], {.type = kCLIEnd}};
     const CommandLine line({"--help"}, options);

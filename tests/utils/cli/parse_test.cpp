@@ -164,6 +164,28 @@ TEST_F(CLIParseTest, StoresANumberOption) {
     }
 }
 
+TEST_F(CLIParseTest, SuggestsANearOptionWhereThatIsWanted) {
+    struct Row {
+        const char* word;
+        const char* suggested;
+    };
+    for (const Row& row : {Row{"--verbos", "--verbose"},
+                           {"--Verbose", "--verbose"},
+                           {"--vrebose", "--verbose"},
+                           {"---verbose", "--verbose"},
+                           {"--verbos=1", "--verbose"},
+                           {"--no-verbos", "--no-verbose"}}) {
+        const CommandLine line({row.word}, table, kCLISuggest);
+        EXPECT_EQ(line.status, kCLIUsageError) << row.word;
+        EXPECT_EQ(line.errors, CommandLine({row.word}, table).errors + "Did you mean '" +
+                                   row.suggested + "'?\n");
+    }
+    for (const char* word : {"--bogus", "--no-", "--=x", "-x", "-v-"}) {
+        EXPECT_EQ(CommandLine({word}, table, kCLISuggest).errors,
+                  CommandLine({word}, table).errors);
+    }
+}
+
 // Each error is one line, and only the arguments before it are stored.
 TEST_F(CLIParseTest, RefusesWithOneMessage) {
     struct Row {
