@@ -7,7 +7,7 @@ const char* DaemonError::text() const noexcept {
         case Kind::Refused:
             return "the daemon answered with an error status";
         case Kind::Denied:
-            return "the daemon or the bus answered with an error of D-Bus";
+            return "the bus does not let the program talk to the daemon";
         case Kind::NoDaemon:
             return "there is no daemon on the bus";
         case Kind::DaemonLeft:
@@ -24,6 +24,8 @@ const char* DaemonError::text() const noexcept {
             return "the client is ending";
         case Kind::OutOfMemory:
             return "out of memory";
+        case Kind::Failed:
+            return "the daemon or the bus answered with an error of D-Bus";
     }
     return "unknown";
 }

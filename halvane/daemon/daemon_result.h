@@ -18,8 +18,7 @@ namespace halvane {
 struct HALVANE_EXPORT DaemonError {
     enum class Kind {
         Refused,         // the daemon returned a status other than 0
-        Denied,          // the bus's policy forbids the request, or the daemon returned a D-Bus
-                         // error
+        Denied,          // the bus's policy forbids the request
         NoDaemon,        // nobody owns the daemon's name, so the request was not delivered
         DaemonLeft,      // the daemon went away before its reply; it may have acted all the same
         BusGone,         // the bus is missing or went away; in the latter case the daemon may have
@@ -30,6 +29,7 @@ struct HALVANE_EXPORT DaemonError {
                          // long
         Ending,          // the client is being destroyed, or belongs to another process
         OutOfMemory,     // the request or its reply does not fit into memory
+        Failed,          // the daemon or the bus returned another D-Bus error
     };
 
     Kind kind = Kind::BusGone;

@@ -28,11 +28,13 @@ Kind kindOf(ServiceError::Cause cause) {
             return Kind::Undecodable;
         case ServiceError::Cause::Unsendable:
             return Kind::Unsendable;
+        case ServiceError::Cause::Forbidden:
+            return Kind::Denied;
         case ServiceError::Cause::Refused:
         case ServiceError::Cause::Unknown:
             break;
     }
-    return Kind::Denied;
+    return Kind::Failed;
 }
 
 DaemonReply replyOf(ServiceReply reply, bool isEnding) {

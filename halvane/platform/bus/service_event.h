@@ -25,7 +25,8 @@ struct ServiceError {
         Unknown,
         NoBus,       // the bus went away before it took the request
         NoService,   // nobody owns the service's name
-        Refused,     // the service replied with an error, or the bus did so by its policy
+        Forbidden,   // the bus's policy forbids the request, or the service says that it does
+        Refused,     // the service replied with another error, or the bus did
         Unreadable,  // the reply is not a dictionary
         Unsendable,  // the request breaks a rule of the bus and was not sent
     };

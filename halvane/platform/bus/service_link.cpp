@@ -28,6 +28,7 @@ constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr std::string_view kNoReply = "org.freedesktop.DBus.Error.NoReply";
 constexpr std::string_view kUnknownService = "org.freedesktop.DBus.Error.ServiceUnknown";
 constexpr const char* kNoOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
+constexpr const char* kAccessDenied = "org.freedesktop.DBus.Error.AccessDenied";
 constexpr std::uint64_t kNoTimeLimit = UINT64_MAX;  // sd-bus's value
 
 std::string_view senderOf(sd_bus_message* message) {
@@ -43,14 +44,18 @@ ServiceError errorOfStatus(int status) {
             isLost ? Cause::NoBus : Cause::Unsendable};
 }
 
+ServiceError::Cause causeOf(std::string_view name) {
+    if (name == kUnknownService || name == kNoOwner) return ServiceError::Cause::NoService;
+    if (name == kAccessDenied) return ServiceError::Cause::Forbidden;
+    return ServiceError::Cause::Refused;
+}
+
 // The bus sends kNoReply if the receiver goes away before it replies.
 ServiceError errorOfReply(const sd_bus_error& error) {
     const std::string name = error.name != nullptr ? error.name : "";
     const auto kind =
         name == kNoReply ? ServiceError::Kind::Interrupted : ServiceError::Kind::Other;
-    const bool isAbsent = name == kUnknownService || name == kNoOwner;
-    return {kind, error.message != nullptr ? name + ": " + error.message : name,
-            isAbsent ? ServiceError::Cause::NoService : ServiceError::Cause::Refused};
+    return {kind, error.message != nullptr ? name + ": " + error.message : name, causeOf(name)};
 }
 
 ServiceReply replyOf(sd_bus_message* message) {
