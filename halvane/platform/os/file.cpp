@@ -206,13 +206,17 @@ FileText readFile(const std::string& path, std::size_t limit) {
     const FileDescriptor file = openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (!file) {
         const bool isNoFile = errno == ENOENT || errno == ENOTDIR;
-        if (!isNoFile) result.status = statusOfLastError();
+        if (isNoFile) return result;
+        result.error = errno;
+        result.status = statusOfLastError();
         return result;
     }
     result.isThere = true;
     struct stat facts {};
+    errno = 0;
     if (::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
         !readAll(file, limit, result.text)) {
+        result.error = S_ISDIR(facts.st_mode) ? EISDIR : errno;
         result.status = kStatusCannotOpen;
         result.text.clear();
         return result;
@@ -240,7 +244,9 @@ HalvaneStatus makeFolders(const std::string& folder, mode_t mode) {
 
 FileLock::FileLock(const std::string& path)
     : file_(openFile(path, O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY, 0600)) {
-    if (!file_ || !lockInTurn(file_)) status_ = statusOfLastError();
+    if (file_ && lockInTurn(file_)) return;
+    error_ = errno;
+    status_ = statusOfLastError();
 }
 
 // Unlocks rather than only closes: a child that another thread forks has the descriptor too.

@@ -56,6 +56,7 @@ std::string folderOf(const std::string& path);
 
 struct FileText {
     HalvaneStatus status = kStatusOK;
+    int error = 0;  // the errno of a failure; 0 if none tells the reason
     bool isThere = false;
     bool isTooLong = false;
     std::string text;  // empty unless the file exists and is not too long
@@ -95,9 +96,13 @@ class FileLock {
     // kStatusOK if the lock is held, otherwise the reason why not.
     HalvaneStatus status() const { return status_; }
 
+    // The errno of that reason; 0 if the lock is held.
+    int error() const { return error_; }
+
   private:
     FileDescriptor file_;
     HalvaneStatus status_ = kStatusOK;
+    int error_ = 0;
 };
 
 // Replaces `path` by a file that holds `text` and that only the user can access. A reader, and a

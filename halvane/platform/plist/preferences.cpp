@@ -91,6 +91,7 @@ std::string linkTarget(const std::string& path) {
 // The contents of a preferences file.
 struct Contents {
     HalvaneStatus status = kStatusOK;
+    int error = 0;  // the errno of a failure, if one tells the reason
     bool isDamaged = false;
     PropertyListDictionary values;
 };
@@ -99,6 +100,7 @@ Contents load(const std::string& path) {
     Contents contents;
     const FileText file = readFile(path, kPreferencesFileLimit);
     contents.status = file.status;
+    contents.error = file.error;
     if (file.status != kStatusOK || !file.isThere) return contents;
     contents.isDamaged = true;
     if (file.isTooLong) return contents;
@@ -125,6 +127,12 @@ Contents loadAndMend(const std::string& path, PreferenceResult& result) {
     return contents;
 }
 
+void noteFailure(const std::string& path, int error, PreferenceResult& result) {
+    if (result.status == kStatusOK || error == 0) return;
+    result.path = path;
+    result.error = error;
+}
+
 std::string lockPath(const std::string& path) {
     return path + ".lock";
 }
@@ -135,9 +143,11 @@ void read(const std::string& path, std::string_view key, PreferenceResult& resul
         // Another process may have repaired it meanwhile.
         const FileLock lock(lockPath(path));
         contents.status = lock.status();
+        contents.error = lock.error();
         if (lock.status() == kStatusOK) contents = loadAndMend(path, result);
     }
     result.status = contents.status;
+    noteFailure(path, contents.error, result);
     const auto* value = contents.values.find(key);
     const auto* text = value != nullptr ? value->as<std::string>() : nullptr;
     if (text != nullptr) result.value = *text;
@@ -167,9 +177,11 @@ void write(const std::string& path, std::string_view key, std::optional<std::str
            PreferenceResult& result) {
     const FileLock lock(lockPath(path));
     result.status = lock.status();
+    noteFailure(path, lock.error(), result);
     if (result.status != kStatusOK) return;
     Contents contents = loadAndMend(path, result);
     result.status = contents.status;
+    noteFailure(path, contents.error, result);
     if (result.status != kStatusOK || !change(contents.values, key, value)) return;
 
     const auto xml = xmlPropertyList(std::move(contents.values));

@@ -46,6 +46,11 @@ struct PreferenceResult {
 
     // The new path of a damaged file; empty if there was none, or if it could not be set aside.
     std::string setAside;
+
+    // The path of the file that cannot be used, and the errno that tells why. Empty and 0 if the
+    // status is kStatusOK, or if it says all that is known.
+    std::string path;
+    int error = 0;
 };
 
 // Returns the value of `key`; absent if the file or the key is missing, or if the value is not a

@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "halvane/base/status.h"
@@ -62,6 +63,13 @@ std::string joinedActions() {
     return looksPrefixed ? text.insert(0, "?+") : text;
 }
 
+// Why the preferences are of no use. Without words for that it is the status.
+std::string reasonOf(const PreferenceResult& result) {
+    if (result.error == 0) return stringPrintF("could not be used: %#m", result.status);
+    return "in " + result.path +
+           " could not be used: " + std::generic_category().message(result.error);
+}
+
 // Adds a notice about the preferences, unless the last one was the same.
 void notePreferences(const PreferenceResult& result) {
     LogState& state = logState();
@@ -69,7 +77,7 @@ void notePreferences(const PreferenceResult& result) {
     if (!result.setAside.empty()) {
         notice = "### The preferences were damaged and stand aside in " + result.setAside;
     } else if (result.status != kStatusOK && result.status != kStatusBadPath) {
-        notice = stringPrintF("### The preferences could not be used: %#m", result.status);
+        notice = "### The preferences " + reasonOf(result);
     }
     if (notice == state.lastNotice) return;
     if (!notice.empty()) state.notices.push_back(notice);

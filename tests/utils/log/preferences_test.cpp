@@ -306,6 +306,15 @@ class PreferencesFolder {
         FAIL() << "the setting is in no file";
     }
 
+    // The file of the settings.
+    std::filesystem::path settings() const {
+        for (const auto& file : files()) {
+            if (file.extension() == ".plist") return file;
+        }
+        ADD_FAILURE() << "there is no such file";
+        return {};
+    }
+
     // Replaces the file of the settings by a folder, which cannot be read.
     void replaceByFolders() const {
         for (const auto& file : files()) {
@@ -360,11 +369,12 @@ TEST_F(LogPreferencesTest, OnesThatCannotBeReadAreWarnedOfOnce) {
     EXPECT_EQ(control(gLogCategory_LogUtils, "flags=none"), kStatusOK);
     const PreferencesFolder folder;
     folder.damage();
+    const std::filesystem::path file = folder.settings();
     folder.replaceByFolders();
     EXPECT_EQ(LogControl("?WiFi:level=info"), kStatusOK);
     EXPECT_EQ(LogControl("?WiFi:level=info"), kStatusOK);
     EXPECT_EQ(recorder.take(),
-              "### The preferences could not be used: -6755/0xFFFFFFFFFFFFE59D \n");
+              "### The preferences in " + file.string() + " could not be used: Is a directory\n");
     gLogCategory_LogUtils.flags = kLogHeaderTime;
 }
 
