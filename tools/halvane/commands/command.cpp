@@ -26,7 +26,8 @@ int refuse(const char* command, const std::string& message) {
 }
 
 int refuse(const char* command, const UsageError& error) {
-    return refuse(command, error.message);
+    complain(std::string(command) + ": " + error.message, error.hint);
+    return kExitUsage;
 }
 
 int exitStatusOf(Command command) noexcept {

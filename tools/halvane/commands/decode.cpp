@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/escaped_text.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/frame_record.h"
@@ -121,15 +122,14 @@ class FramePrinter {
         }
         std::uint64_t cut = 0;
         std::uint64_t firstCut = 0;
-        ProgressBar progress(stderr, reader->fileSize());
+        const ProgressOf work = {.name = escapedText(inputName(path)), .total = reader->fileSize()};
+        ProgressBar progress(STDERR_FILENO, ResultsAre::Streamed);
         while (const auto frame = isOutputLost() ? std::nullopt : reader->next()) {
-            if (progress.isShown()) progress.update(reader->bytesRead());
+            if (progress.isShown()) progress.update(work, reader->bytesRead());
             const capture::BeaconFrame* const beacon = frame->beacon();
             if (beacon == nullptr || !options_.list.filter.mayPass(beacon->bssid)) continue;
             const bool isCut = endsInsideAnElement(beacon->elements);
             if (isCut && cut++ == 0) firstCut = frame->number;
-            // The bar and the records share the lines of a terminal.
-            if (isOutputTerminal_) progress.clear();
             print(*frame, *beacon);
         }
         progress.clear();
@@ -157,7 +157,6 @@ class FramePrinter {
     }
 
     const DecodeOptions& options_;
-    const bool isOutputTerminal_ = ::isatty(STDOUT_FILENO) != 0;
     std::unique_ptr<RecordWriter> writer_;
     CaptureSummary summary_;
     std::uint64_t cutFrames_ = 0;

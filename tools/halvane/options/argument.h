@@ -9,13 +9,25 @@
 #include <vector>
 
 #include "halvane/base/number.h"
+#include "halvane/base/similar_word_internal.h"
 
 namespace halvane::tool {
 
 // Why a command line cannot be carried out.
 struct UsageError {
     std::string message;
+    std::string hint = {};  // what to do, in lines; empty for none
 };
+
+// Returns the error with a line that suggests the word of `words` that `typed` was meant to be, if
+// there is one: "did you mean --band=2.4?". `before` is what stands before the word.
+template <typename Words>
+UsageError withSuggestion(UsageError error, std::string_view before, std::string_view typed,
+                          const Words& words) {
+    const std::optional<std::string_view> word = similarWord(typed, words);
+    if (word) error.hint.append("did you mean ").append(before).append(*word).append("?");
+    return error;
+}
 
 // Takes the arguments that the parser left for the command, and marks them as used.
 std::vector<std::string> takeArguments();

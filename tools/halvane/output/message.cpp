@@ -1,13 +1,29 @@
 #include "tools/halvane/output/message.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 #include "halvane/base/escaped_text.h"
+
+#include "tools/halvane/output/progress_bar.h"
 
 namespace halvane::tool {
 
 void complain(const std::string& message) {
-    std::fprintf(stderr, "halvane: %s\n", escapedText(message).c_str());
+    complain(message, {});
+}
+
+// In one piece, so that messages of others do not come between.
+void complain(const std::string& message, std::string_view hint) {
+    std::string text = "halvane: " + escapedText(message) + '\n';
+    while (!hint.empty()) {
+        const std::string_view line = hint.substr(0, hint.find('\n'));
+        text.append("  ").append(escapedText(line)).append("\n");
+        hint.remove_prefix(std::min(hint.size(), line.size() + 1));
+    }
+    ProgressBar::clearCurrent();
+    std::fputs(text.c_str(), stderr);
 }
 
 std::string inputName(const std::string& path) {
