@@ -45,39 +45,98 @@ TEST(Usage, IsRefusedWithStatusTwoAndOneMessage) {
     expectUsage({"decode", "--format=x", "x"},
                 "halvane: decode: --format: 'x' is not table, text, json, jsonl, csv or plist\n");
     EXPECT_EQ(runTool({}).status, 2);
-    EXPECT_EQ(runTool({}).errors, runTool({"--help"}).errors);
+    EXPECT_EQ(runTool({}).errors, runTool({"--help"}).output);
     EXPECT_EQ(runTool({}).output, "");
 }
 
-TEST(Usage, PrintsHelpOnStandardError) {
+TEST(Usage, PrintsHelpThatIsAskedForAsOutput) {
     const auto summary = runTool({"--help"});
     EXPECT_EQ(summary.status, 0);
-    EXPECT_EQ(summary.output, "");
-    EXPECT_EQ(summary.errors.substr(0, 16), "\nUsage: halvane ");
-    EXPECT_EQ(runTool({"help"}).errors, summary.errors);
-    EXPECT_EQ(runTool({"-h"}).errors, summary.errors);
+    EXPECT_EQ(summary.errors, "");
+    EXPECT_EQ(summary.output.substr(0, 16), "\nUsage: halvane ");
+    EXPECT_EQ(runTool({"help"}).output, summary.output);
+    EXPECT_EQ(runTool({"-h"}).output, summary.output);
     for (const char* command : kCommands) {
         const auto help = runTool({command, "--help"});
         EXPECT_EQ(help.status, 0);
-        EXPECT_EQ(help.output, "");
-        EXPECT_EQ(help.errors.find("\nNAME\n    halvane " + std::string(command) + " -- "), 0u);
-        EXPECT_EQ(runTool({"help", command}).errors, help.errors);
-        EXPECT_NE(summary.errors.find("\n    " + std::string(command) + " "), std::string::npos);
+        EXPECT_EQ(help.errors, "");
+        EXPECT_EQ(help.output.find("\nNAME\n    halvane " + std::string(command) + " -- "), 0u);
+        EXPECT_EQ(runTool({"help", command}).output, help.output);
+        EXPECT_NE(summary.output.find("\n    " + std::string(command) + " "), std::string::npos);
+    }
+}
+
+TEST(Usage, WarnsOfNothingBesideARequestForHelp) {
+    const std::string logging = runTool({"logging", "--help"}).output;
+    for (const Words& words : {Words{"logging", "set", "--help"},
+                               {"logging", "set", "WiFi=a", "--help"},
+                               {"logging", "--help", "set"}}) {
+        const auto help = runTool(words);
+        EXPECT_EQ(help.status, 0);
+        EXPECT_EQ(help.errors, "");
+        EXPECT_EQ(help.output, logging);
+    }
+}
+
+TEST(Usage, SuggestsWhatMayBeMeant) {
+    expectUsage({"decod", "walk.pcap"},
+                "error: unknown command 'decod'. See 'halvane help' for a list of commands.\n"
+                "Did you mean 'decode'?\n");
+    expectUsage({"decode", "--bsid=84:D8:1B:25:98:6A", "walk.pcap"},
+                "error: unknown option 'bsid=84:D8:1B:25:98:6A'.\n"
+                "Did you mean '--bssid'?\n");
+    expectUsage({"help", "decoed"}, "error: unknown command 'decoed'.\nDid you mean 'decode'?\n");
+    expectUsage({"channels", "--band=2"},
+                "halvane: channels: --band: '2' is not 2.4, 3.6, 4.9, 5, 5.9, 6, 60, s1g or all\n"
+                "  did you mean --band=2.4?\n");
+    expectUsage({"channels", "--format=jsno"},
+                "halvane: channels: --format: 'jsno' is not text, json, jsonl or plist\n"
+                "  did you mean --format=json?\n");
+    expectUsage({"logging", "shw"},
+                "halvane: logging: 'shw' is not 'show' or 'set'\n  did you mean show?\n");
+}
+
+TEST(Usage, RefusesAnOptionThatIsGivenTwice) {
+    expectUsage({"decode", "--format=json", "--format=text", "x"},
+                "halvane: decode: --format is given twice\n");
+    expectUsage({"channels", "--band=5", "--band=6"}, "halvane: channels: --band is given twice\n");
+    expectUsage({"add", "wlan0", "--ssid=a", "--ssid=b"}, "halvane: add: --ssid is given twice\n");
+    expectUsage({"psk", "--ssid-hex", "--ssid-hex", "61"},
+                "halvane: psk: --ssid-hex is given twice\n");
+    EXPECT_EQ(runTool({"channels", "--format=json", "--no-format", "36"}).output,
+              runTool({"channels", "36"}).output);
+}
+
+// Its words, with a standard output that nobody reads any more.
+std::vector<std::string> unread(const std::string& words, const std::string& before) {
+    return {"/bin/bash", "-c", before + "\"$0\" " + words + " | :; exit ${PIPESTATUS[0]}",
+            HALVANE_TOOL};
+}
+
+TEST(Usage, EndsQuietlyWhenNobodyReadsItsOutput) {
+    if (!std::filesystem::exists("/bin/bash")) GTEST_SKIP() << "no bash";
+    for (const char* words : {"countries --format=json", "help", "channels --band=all"}) {
+        for (const char* before : {"", "trap '' PIPE; "}) {
+            const auto result = runProgram(unread(words, before));
+            // The reader may still be there.
+            EXPECT_TRUE(result.status == 141 || result.status == 0) << words << result.status;
+            EXPECT_EQ(result.errors, "") << words;
+        }
     }
 }
 
 TEST(Usage, IsHeldAsFiles) {
     const std::filesystem::path golden = HALVANE_GOLDEN;
-    expectGolden(runTool({"--help"}).errors, golden / "help.txt");
+    expectGolden(runTool({"--help"}).output, golden / "help.txt");
     for (const std::string command : kCommands) {
-        expectGolden(runTool({"help", command}).errors, golden / ("help_" + command + ".txt"));
+        expectGolden(runTool({"help", command}).output, golden / ("help_" + command + ".txt"));
     }
 }
 
 TEST(Usage, TellsWhatHelpAndPINTake) {
-    const std::string help = runTool({"help", "help"}).errors;
+    const std::string help = runTool({"help", "help"}).output;
     EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [COMMAND]\n"), std::string::npos) << help;
-    const std::string pin = runTool({"help", "pin"}).errors;
+    const std::string pin = runTool({"help", "pin"}).output;
     const std::string description = pin.substr(pin.find("\nDESCRIPTION\n"));
     EXPECT_LT(description.find("check N"), description.find("\nOPTIONS\n")) << pin;
 }

@@ -8,6 +8,7 @@
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/options/channel_options.h"
 #include "tools/halvane/options/decode_options.h"
+#include "tools/halvane/options/single_option.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_files.h"
 #include "tools/halvane/output/standard_output.h"
@@ -139,9 +140,11 @@ void keepFromLogFile() {
 }
 
 // It is also a failure if results do not reach standard output (because of a full disk, for
-// example).
+// example). A reader that has seen enough, such as head, is told nothing: the status is that of a
+// program which SIGPIPE ended.
 int flushed(int status) {
     if (flushOutput()) return status;
+    if (isReaderGone()) return kExitReaderGone;
     complain(std::string("standard output: ") + lostOutputReason());
     return status == kExitDone ? kExitFailed : status;
 }
@@ -149,7 +152,9 @@ int flushed(int status) {
 int run() {
     keepFromLogFile();
     auto commands = allCommands();
-    const int status = flushed(exitStatusOfParser(CLIParse(commands.data(), 0)));
+    refuseRepeatedOptions(commands);
+    const int status =
+        flushed(exitStatusOfParser(CLIParse(commands.data(), kCLISuggest | kCLIFullHelp)));
     CLIFree();
     return status;
 }

@@ -16,6 +16,8 @@ namespace halvane::tool {
 inline constexpr int kExitDone = 0;
 inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
+// Of a command whose output nobody reads any more: what shells make of an end by SIGPIPE.
+inline constexpr int kExitReaderGone = 128 + 13;
 
 // Runs after the options are parsed, and returns the exit status.
 using Command = int (*)();

@@ -1,7 +1,8 @@
 // The actions of the Wi-Fi daemon. Each command sends one request, and reports the daemon's status.
-#include <optional>
+#include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/result.h"
@@ -14,6 +15,7 @@
 #include "tools/halvane/commands/daemon_session.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/config_options.h"
+#include "tools/halvane/options/security_check.h"
 #include "tools/halvane/output/message.h"
 
 namespace halvane::tool {
@@ -26,7 +28,10 @@ struct ActionInput {
     HalvaneBSSConfig configuration = HalvaneBSSConfig::init();
 };
 
-enum class Needs { Nothing, Role, Configuration };
+// The last ones take a configuration.
+enum class Needs { Nothing, Role, Configuration, SafeConfiguration };
+
+std::int32_t gIsForced = 0;
 
 struct Action {
     const char* name;
@@ -34,7 +39,7 @@ struct Action {
     DaemonResult<void> (*send)(DaemonClient&, const ActionInput&);
 };
 
-constexpr Action kAdd = {"add", Needs::Configuration, [](auto& daemon, const auto& input) {
+constexpr Action kAdd = {"add", Needs::SafeConfiguration, [](auto& daemon, const auto& input) {
                              return daemon.add(input.interface, input.configuration);
                          }};
 constexpr Action kRemove = {"remove", Needs::Configuration, [](auto& daemon, const auto& input) {
@@ -83,11 +88,17 @@ Result<ActionInput, UsageError> takeOperands(const Action& action) {
 Result<ActionInput, int> takeInput(const Action& action) {
     auto operands = takeOperands(action);
     const auto options = takeConfigOptions();
+    const bool isForced = std::exchange(gIsForced, 0) != 0;
     if (!operands) return Unexpected(refuse(action.name, operands.error()));
     if (!options) return Unexpected(refuse(action.name, options.error()));
-    if (action.needs != Needs::Configuration) return *operands;
+    if (action.needs < Needs::Configuration) return *operands;
     if (!options->configuration.ssid()) {
         return Unexpected(refuse(action.name, "needs --ssid or --ssid-hex"));
+    }
+    if (action.needs == Needs::SafeConfiguration && !isForced) {
+        if (const auto problem = unprotectedBy(*options)) {
+            return Unexpected(refuse(action.name, *problem));
+        }
     }
     const auto configuration = configurationOf(*options);
     if (!configuration) {
@@ -104,7 +115,7 @@ int act() {
     if (!input) return input.error();
     DaemonClient daemon;
     if (const auto done = action.send(daemon, *input); !done) {
-        return failFor(action.name, done.error());
+        return failFor(action.name, done.error(), daemon, input->interface);
     }
     return kExitDone;
 }
@@ -144,11 +155,13 @@ CLIOption gRoleOptions[] = {
     {.type = kCLIEnd},
 };
 
-CLIOption gAddOptions[] = {HALVANE_CONFIG_PRESETS,
-                           HALVANE_CONFIG_OPTIONS,
-                           kInterface,
-                           kConfigExitStatus,
-                           {.type = kCLIEnd}};
+CLIOption gAddOptions[] = {
+    HALVANE_CONFIG_PRESETS,
+    HALVANE_CONFIG_OPTIONS,
+    configFlag("force", &gIsForced, "a passphrase without security, or security without one"),
+    kInterface,
+    kConfigExitStatus,
+    {.type = kCLIEnd}};
 
 CLIOption gRemoveOptions[] = {
     HALVANE_CONFIG_OPTIONS, kInterface, kConfigExitStatus, {.type = kCLIEnd}};

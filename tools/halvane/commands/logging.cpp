@@ -1,5 +1,6 @@
 // Prints and sets the daemon's log categories.
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -25,6 +26,7 @@ namespace halvane::tool {
 namespace {
 
 constexpr const char* kName = "logging";
+constexpr std::array<std::string_view, 2> kWords = {"show", "set"};
 
 std::optional<UsageError> readControl(DaemonLogControls& controls, const std::string& word) {
     const auto equals = word.find('=');
@@ -35,7 +37,8 @@ std::optional<UsageError> readControl(DaemonLogControls& controls, const std::st
         std::string known;
         for (const auto each : kDaemonLogCategories)
             known += (known.empty() ? "" : ", ") + std::string(each);
-        return UsageError{"no category '" + name + "'; there are " + known};
+        return withSuggestion({"no category '" + name + "'; there are " + known}, "", name,
+                              kDaemonLogCategories);
     }
     auto& control = controls[static_cast<std::size_t>(category - kDaemonLogCategories.begin())];
     if (control) return UsageError{"'" + name + "' is set twice"};
@@ -51,8 +54,10 @@ Result<std::optional<DaemonLogControls>, UsageError> controlsOf(
         return std::optional<DaemonLogControls>();
     }
     if (words[0] == "show") return Unexpected(UsageError{"'show' takes nothing else"});
-    if (words[0] != "set")
-        return Unexpected(UsageError{"'" + words[0] + "' is not 'show' or 'set'"});
+    if (words[0] != "set") {
+        return Unexpected(
+            withSuggestion({"'" + words[0] + "' is not 'show' or 'set'"}, "", words[0], kWords));
+    }
     if (words.size() == 1) return Unexpected(UsageError{"'set' takes CATEGORY=CONTROL"});
     DaemonLogControls controls;
     for (std::size_t i = 1; i < words.size(); ++i) {
@@ -100,6 +105,10 @@ CLIOption gOptions[] = {
      .longName = "show | set CATEGORY=CONTROL...",
      .flags = kCLIOptionalValue,
      .shortHelp = "print (default) or set"},
+    {.type = kCLISection,
+     .shortHelp = "COMMANDS",
+     .longHelp = "show                       print the settings (default)\n"
+                 "set CATEGORY=CONTROL...    send control strings for these categories"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp = "0 success; 1 there is no daemon, it refused, it went away before it replied,\n"

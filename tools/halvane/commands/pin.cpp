@@ -36,6 +36,9 @@ CLIOption gPINOptions[] = {
      .flags = kCLIOptionalValue,
      .shortHelp = "check N, a PIN of 8 digits, instead"},
     {.type = kCLISection,
+     .shortHelp = "COMMANDS",
+     .longHelp = "check N    check the last digit of N, and print nothing"},
+    {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp = "0 success, or the check digit is right; 1 the check digit is wrong, or\n"
                  "writing failed; 2 usage error."},

@@ -1,6 +1,7 @@
 #include "tools/halvane/options/channel_options.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <string>
 #include <string_view>
@@ -81,6 +82,9 @@ UsageError badValue(const char* name, const char* value, const char* expected) {
     return {std::string("--") + name + ": '" + value + "' is not " + expected};
 }
 
+constexpr std::array<std::string_view, 9> kBandWords = {"2.4", "3.6", "4.9", "5",  "5.9",
+                                                        "6",   "60",  "s1g", "all"};
+
 Problem readBand(const char* text, ChannelOptions& options) {
     if (text == nullptr || isSameWord(text, "all")) return std::nullopt;
     for (int i = 0; i <= static_cast<int>(air::Band::Ghz60); ++i) {
@@ -88,7 +92,8 @@ Problem readBand(const char* text, ChannelOptions& options) {
         if (isSameWord(text, air::bandName(band))) options.band = band;
     }
     if (options.band) return std::nullopt;
-    return badValue("band", text, "2.4, 3.6, 4.9, 5, 5.9, 6, 60, s1g or all");
+    return withSuggestion(badValue("band", text, "2.4, 3.6, 4.9, 5, 5.9, 6, 60, s1g or all"),
+                          "--band=", text, kBandWords);
 }
 
 bool isWidth(std::uint64_t megahertz) {

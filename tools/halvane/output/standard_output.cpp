@@ -51,6 +51,12 @@ bool flushOutput() noexcept {
     return gReason == 0 && gOtherReason.empty() && std::ferror(stdout) == 0;
 }
 
+bool isReaderGone() noexcept {
+    if (gReason != 0 || !gOtherReason.empty()) return gReason == EPIPE;
+    pollfd output = {STDOUT_FILENO, 0, 0};  // a pipe without a reader has an error
+    return ::poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
+}
+
 std::string lostOutputReason() {
     if (!gOtherReason.empty()) return gOtherReason;
     return gReason != 0 ? std::strerror(gReason) : "not all of it was written";

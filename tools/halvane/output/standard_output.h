@@ -28,6 +28,10 @@ void noteLostOutput(std::string reason) noexcept;
 // Flushes standard output. Returns false if anything was lost, now or before.
 bool flushOutput() noexcept;
 
+// Whether output was lost because its reader, at the other end of a pipe, has closed it.
+// REQUIRES: flushOutput() returned false.
+bool isReaderGone() noexcept;
+
 // The reason of the loss.
 // REQUIRES: flushOutput() returned false.
 std::string lostOutputReason();
