@@ -1,11 +1,14 @@
 #include "tools/halvane/commands/daemon_session.h"
 
 #include <algorithm>
-#include <vector>
+#include <cstdlib>
+#include <string>
 
 #include "halvane/model/daemon_service.h"
+#include "halvane/model/interface.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
+#include "tools/halvane/commands/bus_diagnosis.h"
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/output/message.h"
 
@@ -15,30 +18,71 @@ namespace {
 
 using Kind = DaemonError::Kind;
 
-// Hints for the user, line by line.
-std::vector<std::string> hintsFor(Kind kind) {
-    if (kind == Kind::Denied) return {"are you root or in the group netdev?"};
-    if (kind != Kind::NoDaemon && kind != Kind::BusGone) return {};
-    return {"is it running, is DBUS_SYSTEM_BUS_ADDRESS right, are you root or in the group netdev?",
-            "'halvaned-sim --private -- halvane interfaces' shows a simulated one at work"};
+struct Explanation {
+    std::string reason;
+    std::string hint = {};  // in lines
+};
+
+Explanation missingDaemon() {
+    return {
+        std::string("no Wi-Fi daemon: nobody owns ") + kDaemonServiceName + " on the system bus",
+        isDaemonInstalled() ? "systemctl status halvaned"
+                            : "to try without one: halvaned-sim --private -- halvane interfaces"};
 }
 
-std::string reasonOf(const DaemonError& error) {
-    if (error.kind == Kind::Refused) {
-        return "the daemon answered with status " + std::to_string(error.status);
+Explanation missingBus() {
+    const bool isChosen = std::getenv("DBUS_SYSTEM_BUS_ADDRESS") != nullptr;
+    return {"no system bus: " + unreachableReason(systemBusAddressOf()),
+            isChosen ? "is DBUS_SYSTEM_BUS_ADDRESS right?" : "systemctl status dbus"};
+}
+
+Explanation explanationOf(const DaemonError& error) {
+    switch (error.kind) {
+        case Kind::NoDaemon:
+            return missingDaemon();
+        case Kind::BusGone:
+            return missingBus();
+        case Kind::Denied:
+            return {"the system bus does not let you talk to the Wi-Fi daemon",
+                    "be root, or in the group netdev: sudo usermod -aG netdev $USER"};
+        case Kind::DaemonLeft:
+            return {"the Wi-Fi daemon went away while it was asked"};
+        case Kind::Refused:
+            return {"the daemon answered with status " + std::to_string(error.status)};
+        default:
+            return {error.text()};
     }
-    if (error.kind == Kind::DaemonLeft) return "the daemon went away meanwhile";
-    if (error.kind != Kind::NoDaemon && error.kind != Kind::BusGone) return error.text();
-    return std::string("no answer from the Wi-Fi daemon, ") + kDaemonServiceName +
-           " on the system bus";
+}
+
+// "there is no interface 'wlan7'; there are: wlan0 (AP), wlan1 (STA)". Empty if the daemon has the
+// interface, or does not tell which there are.
+std::string missingInterface(DaemonClient& daemon, const std::string& name) {
+    const auto interfaces = daemon.interfaces();
+    if (!interfaces) return {};
+    std::string known;
+    for (const HalvaneInterface& interface : *interfaces) {
+        if (interface.ifName() == name) return {};
+        known.append(known.empty() ? "" : ", ").append(interface.ifName().value_or("-"));
+        const auto& role = interface.ifRole();
+        if (role && !role->empty()) known += " (" + *role + ")";
+    }
+    return "there is no interface '" + name + "'" +
+           (known.empty() ? ", nor any other" : "; there are: " + known);
 }
 
 }  // namespace
 
 int failFor(const char* command, const DaemonError& error) {
-    const std::string start = std::string(command) + ": ";
-    complain(start + reasonOf(error));
-    for (const std::string& hint : hintsFor(error.kind)) complain(start + hint);
+    const Explanation explanation = explanationOf(error);
+    complain(std::string(command) + ": " + explanation.reason, explanation.hint);
+    return kExitFailed;
+}
+
+int failFor(const char* command, const DaemonError& error, DaemonClient& daemon,
+            const std::string& interface) {
+    if (error.kind != Kind::Refused) return failFor(command, error);
+    complain(std::string(command) + ": " + explanationOf(error).reason,
+             missingInterface(daemon, interface));
     return kExitFailed;
 }
 
