@@ -1,6 +1,7 @@
 // The tool's commands that talk to the Wi-Fi daemon, with the simulated one at the other end.
 #include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -64,27 +65,24 @@ void expectFailure(Words words, int status, const std::string& message) {
     expectMessage(runTool(std::move(words)), status, message);
 }
 
-std::string noDaemonMessage(const std::string& command) {
+std::string noDaemonMessage(const std::string& command, const std::string& hint) {
     return "halvane: " + command +
-           ": no answer from the Wi-Fi daemon, org.halvane.halvaned on the system bus\n"
-           "halvane: " +
-           command +
-           ": is it running, is DBUS_SYSTEM_BUS_ADDRESS right, are you root or in the group "
-           "netdev?\nhalvane: " +
-           command +
-           ": 'halvaned-sim --private -- halvane interfaces' shows a simulated one at "
-           "work\n";
+           ": no Wi-Fi daemon: nobody owns org.halvane.halvaned on the system bus\n  " + hint +
+           "\n";
 }
 
-std::string deniedMessage(const std::string& command) {
-    return "halvane: " + command +
-           ": the daemon or the bus answered with an error of D-Bus\n"
-           "halvane: " +
-           command + ": are you root or in the group netdev?\n";
+std::string errorMessage(const std::string& command) {
+    return "halvane: " + command + ": the daemon or the bus answered with an error of D-Bus\n";
 }
 
 std::string lossMessage(const std::string& command) {
-    return "halvane: " + command + ": the daemon went away meanwhile\n";
+    return "halvane: " + command + ": the Wi-Fi daemon went away while it was asked\n";
+}
+
+std::string noInterfaceMessage(const std::string& command) {
+    return "halvane: " + command +
+           ": the daemon answered with status 3\n"
+           "  there is no interface 'wlan7'; there are: wlan0 (AP), wlan1 (STA)\n";
 }
 
 // Every command, with its arguments.
@@ -129,17 +127,17 @@ using DaemonLists = DaemonCommands;
 
 TEST_F(DaemonLists, AreTables) {
     EXPECT_EQ(outputOf({"devices"}),
-              "Index  Chains  MAC address\n"
-              "    0       2  02:1A:2B:3C:4D:5E\n"
-              "    1       3  02:1A:2B:3C:4D:5F\n");
+              "INDEX CHAINS ADDRESS\n"
+              "    0      2 02:1A:2B:3C:4D:5E\n"
+              "    1      3 02:1A:2B:3C:4D:5F\n");
     EXPECT_EQ(outputOf({"interfaces"}),
-              "Interface  Role  Subsystem  Channels  MAC address\n"
-              "wlan0      AP    nl80211          11  02:1A:2B:3C:4D:5E\n"
-              "wlan1      STA   nl80211          24  02:1A:2B:3C:4D:5F\n");
+              "INTERFACE ROLE SUBSYSTEM CHANNELS ADDRESS\n"
+              "wlan0     AP   nl80211         11 02:1A:2B:3C:4D:5E\n"
+              "wlan1     STA  nl80211         24 02:1A:2B:3C:4D:5F\n");
     EXPECT_EQ(outputOf({"configs"}),
-              "Order  Channel  Security  SSID\n"
-              "    0        6  WPA2      Halvane Simulation\n");
-    EXPECT_EQ(outputOf({"configs", "wlan1"}), "Order  Channel  Security  SSID\n");
+              "INTERFACE ORDER  CH  MHz SECURITY KEYS SSID\n"
+              "wlan0         0   6 auto WPA2     PSK  Halvane Simulation\n");
+    EXPECT_EQ(outputOf({"configs", "wlan0"}), outputOf({"configs"}));
     const std::string channels = outputOf({"channel-list", "wlan1"});
     EXPECT_THAT(channels, StartsWith("Channel  Frequency  Flags\n"
                                      "      1   2412 MHz  -\n"));
@@ -147,23 +145,51 @@ TEST_F(DaemonLists, AreTables) {
     EXPECT_EQ(std::count(channels.begin(), channels.end(), '\n'), 25);
 }
 
+TEST_F(DaemonLists, NameTheInterfaceOfEachConfiguration) {
+    outputOf({"add", "wlan1", "--ssid=home"});
+    outputOf({"add", "wlan0", "--ssid=home"});
+    const std::string table =
+        "INTERFACE ORDER   CH  MHz SECURITY KEYS SSID\n"
+        "wlan0         0    6 auto WPA2     PSK  Halvane Simulation\n"
+        "wlan0         0 auto auto Open     -    home\n"
+        "wlan1         0 auto auto Open     -    home\n";
+    EXPECT_EQ(outputOf({"configs"}), table);
+    bus_.control("status queryInterfaceList 7");
+    EXPECT_EQ(outputOf({"configs"}),
+              "INTERFACE ORDER   CH  MHz SECURITY KEYS SSID\n"
+              "-             0    6 auto WPA2     PSK  Halvane Simulation\n"
+              "-             0 auto auto Open     -    home\n"
+              "-             0 auto auto Open     -    home\n");
+}
+
+TEST_F(DaemonLists, SayThatTheyAreEmpty) {
+    const auto configs = runTool({"configs", "wlan1"});
+    EXPECT_EQ(configs.status, 0);
+    EXPECT_EQ(configs.output, "INTERFACE ORDER  CH  MHz SECURITY KEYS SSID\n");
+    EXPECT_EQ(configs.errors, "halvane: configs: there is no configuration\n");
+    EXPECT_EQ(runTool({"clients"}).errors, "halvane: clients: no station is associated\n");
+    EXPECT_EQ(jsonFrom({"clients"}), json::array());
+}
+
 TEST_F(DaemonLists, TellOfStations) {
-    EXPECT_EQ(outputOf({"clients"}), "MAC address  Associated  RSSI  Joined  Left  Reason\n");
     bus_.control("start wlan0");
     bus_.control("kick wlan0 02:00:00:00:01:01 5");
     const std::string text = outputOf({"clients"});
-    EXPECT_THAT(text, MatchesRegex("MAC address        Associated  RSSI  +Joined  +Left  Reason\n"
-                                   "02:00:00:00:01:01  no           -48  +[0-9]+\\.[0-9]{3} s  "
-                                   "+[0-9]+\\.[0-9]{3} s       5\n"
-                                   "02:00:00:00:01:02  yes          -61  +[0-9]+\\.[0-9]{3} s  "
-                                   "+-       0\n"));
+    EXPECT_THAT(text,
+                MatchesRegex("ADDRESS           MAKER   STATE      dBm      .*JOINED s +LEFT s "
+                             "REASON\n"
+                             "02:00:00:00:01:01 \\(local\\) gone       -48 .* +[0-9]+\\.[0-9]{3} "
+                             "+[0-9]+\\.[0-9]{3} 5 Disassociated because AP is unable to handle "
+                             "all currently associated STAs\n"
+                             "02:00:00:00:01:02 \\(local\\) associated -61 .* +[0-9]+\\.[0-9]{3} "
+                             "+- -\n"));
 }
 
 TEST_F(DaemonLists, ShowNoControlCharacters) {
     outputOf({"add", "wlan1", "--ssid-hex=1b5b324a5c"});
     EXPECT_EQ(outputOf({"configs", "wlan1"}),
-              "Order  Channel  Security  SSID\n"
-              "    0      any  Open      \\x1B[2J\\\\\n");
+              "INTERFACE ORDER   CH  MHz SECURITY KEYS SSID\n"
+              "wlan1         0 auto auto Open     -    \\x1B[2J\\\\\n");
 }
 
 TEST_F(DaemonLists, AreWholeForPrograms) {
@@ -226,7 +252,7 @@ TEST_F(DaemonLists, TellWithWhichStatusTheDaemonRefused) {
         bus_.control("status " + command + " -5");
         expectFailure(words, 1, "halvane: " + words[0] + ": the daemon answered with status -5\n");
         bus_.control("error " + command);
-        expectFailure(words, 1, deniedMessage(words[0]));
+        expectFailure(words, 1, errorMessage(words[0]));
         bus_.control("normal");
         bus_.control("gone " + command);
         expectFailure(words, 1, lossMessage(words[0]));
@@ -238,9 +264,8 @@ TEST_F(DaemonLists, TellWithWhichStatusTheDaemonRefused) {
             bus_.control("normal");
         }
     }
-    expectFailure({"channel-list", "wlan7"}, 1,
-                  "halvane: channel-list: the daemon answered with status 3\n");
-    expectFailure({"configs", "wlan7"}, 1, "halvane: configs: the daemon answered with status 3\n");
+    expectFailure({"channel-list", "wlan7"}, 1, noInterfaceMessage("channel-list"));
+    expectFailure({"configs", "wlan7"}, 1, noInterfaceMessage("configs"));
 }
 
 // --- Actions ---
@@ -298,7 +323,7 @@ TEST_F(DaemonActions, TellWhatTheDaemonAnswered) {
         expectFailure(words, 1, "halvane: " + words[0] + ": the daemon answered with status 5\n");
         bus_.control("normal");
         bus_.control("error " + command);
-        expectFailure(words, 1, deniedMessage(words[0]));
+        expectFailure(words, 1, errorMessage(words[0]));
         bus_.control("normal");
     }
     EXPECT_EQ(bus_.control("show"), before);
@@ -313,10 +338,14 @@ TEST_F(DaemonActions, TellThatTheDaemonWentAway) {
 }
 
 TEST_F(DaemonActions, FailForAnInterfaceThatTheDaemonHasNot) {
-    for (const Words& words :
-         {Words{"enable", "wlan7"}, {"role", "wlan7", "AP"}, {"add", "wlan7", "--ssid=a"}}) {
-        expectFailure(words, 1, "halvane: " + words[0] + ": the daemon answered with status 3\n");
+    for (const Words& words : {Words{"enable", "wlan7"},
+                               {"start", "wlan7"},
+                               {"role", "wlan7", "AP"},
+                               {"add", "wlan7", "--ssid=a"}}) {
+        expectFailure(words, 1, noInterfaceMessage(words[0]));
     }
+    bus_.control("status queryInterfaceList 7");
+    expectFailure({"start", "wlan7"}, 1, "halvane: start: the daemon answered with status 3\n");
 }
 
 TEST_F(DaemonActions, AreSentWhereTheDaemonDoesNotListInterfaces) {
@@ -387,17 +416,26 @@ class DaemonMonitor : public DaemonCommands {
     }
 };
 
+// Expects an event's line, whatever its time of day is. The date may stand in front of it.
+void expectEvent(const RunningProgram& monitor, const std::string& event) {
+    std::string line = monitor.outputLine();
+    if (line.starts_with("-- ")) line = monitor.outputLine();
+    EXPECT_THAT(line, MatchesRegex("[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3} .*"));
+    constexpr std::size_t kTime = 13;
+    EXPECT_EQ(line.substr(std::min(kTime, line.size())), event + "\n");
+}
+
 TEST_F(DaemonMonitor, PrintsEachNotificationAsItComes) {
     const auto monitor = start();
     outputOf({"start", "wlan0"});
-    EXPECT_EQ(monitor->outputLine(), "joined      02:00:00:00:01:01  wlan0\n");
-    EXPECT_EQ(monitor->outputLine(), "authorized  02:00:00:00:01:01  wlan0\n");
-    EXPECT_EQ(monitor->outputLine(), "joined      02:00:00:00:01:02  wlan0\n");
-    EXPECT_EQ(monitor->outputLine(), "authorized  02:00:00:00:01:02  wlan0\n");
+    expectEvent(*monitor, "joined     02:00:00:00:01:01 wlan0");
+    expectEvent(*monitor, "authorized 02:00:00:00:01:01 wlan0");
+    expectEvent(*monitor, "joined     02:00:00:00:01:02 wlan0");
+    expectEvent(*monitor, "authorized 02:00:00:00:01:02 wlan0");
     bus_.control("kick wlan0 02:00:00:00:01:01 5");
-    EXPECT_EQ(monitor->outputLine(), "kicked      02:00:00:00:01:01  wlan0\n");
+    expectEvent(*monitor, "kicked     02:00:00:00:01:01 wlan0");
     outputOf({"stop", "wlan0"});
-    EXPECT_EQ(monitor->outputLine(), "left        02:00:00:00:01:02  wlan0\n");
+    expectEvent(*monitor, "left       02:00:00:00:01:02 wlan0");
     EXPECT_EQ(monitor->stop(SIGINT), 0);
     EXPECT_EQ(monitor->outputLine() + monitor->errorLine(), "");
 }
@@ -406,9 +444,11 @@ TEST_F(DaemonMonitor, PrintsALineOfJSONEach) {
     bus_.control("start wlan0");
     const auto monitor = start({"--format=jsonl"});
     bus_.control("join wlan0 02:00:00:00:02:0f");
-    EXPECT_EQ(monitor->outputLine(),
-              R"({"event":"joined","mac":"02:00:00:00:02:0F","interfaceName":"wlan0"})"
-              "\n");
+    EXPECT_THAT(
+        monitor->outputLine(),
+        MatchesRegex(R"(\{"event":"joined","mac":"02:00:00:00:02:0F",)"
+                     R"("interfaceName":"wlan0","time":")"
+                     "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}Z\"}\n"));
     EXPECT_EQ(monitor->stop(SIGTERM), 0);
     EXPECT_EQ(monitor->outputLine() + monitor->errorLine(), "");
 }
@@ -429,9 +469,9 @@ TEST_F(DaemonMonitor, SurvivesARestartOfTheDaemon) {
         EXPECT_EQ(monitor->errorLine(), kGone);
         EXPECT_EQ(monitor->errorLine(), kBack);
         bus_.control("join wlan0 02:00:00:00:02:01");
-        EXPECT_EQ(monitor->outputLine(), "joined      02:00:00:00:02:01  wlan0\n");
+        expectEvent(*monitor, "joined     02:00:00:00:02:01 wlan0");
         bus_.control("leave wlan0 02:00:00:00:02:01");
-        EXPECT_EQ(monitor->outputLine(), "left        02:00:00:00:02:01  wlan0\n");
+        expectEvent(*monitor, "left       02:00:00:00:02:01 wlan0");
     }
     EXPECT_EQ(monitor->stop(SIGINT), 0);
     EXPECT_EQ(monitor->outputLine() + monitor->errorLine(), "");
@@ -537,7 +577,7 @@ TEST_F(DaemonMonitor, IsNotTakenInByOthers) {
     const auto monitor = start();
     bus_.control("spoof left wlan0 02:00:00:00:09:09");
     bus_.control("join wlan0 02:00:00:00:02:01");
-    EXPECT_EQ(monitor->outputLine(), "joined      02:00:00:00:02:01  wlan0\n");
+    expectEvent(*monitor, "joined     02:00:00:00:02:01 wlan0");
 }
 
 TEST_F(DaemonMonitor, HearsOfTheDaemonWhateverThePreferencesSayOfTheLog) {
@@ -570,8 +610,8 @@ TEST_F(DaemonMonitor, EndsWhenNobodyReadsIt) {
     const auto monitor = start();
     monitor->closeOutput();
     bus_.control("join wlan0 02:00:00:00:02:01");
-    EXPECT_EQ(monitor->errorLine(), "halvane: standard output: Broken pipe\n");
-    EXPECT_EQ(monitor->wait(), 1);
+    EXPECT_EQ(monitor->errorLine(), "");
+    EXPECT_EQ(monitor->wait(), 128 + SIGPIPE);
 }
 
 TEST_F(DaemonMonitor, EndsBySignalWhileTheReaderOfItsOutputStandsStill) {
@@ -620,7 +660,7 @@ TEST_F(DaemonMonitor, EndsByNoSignalThatWasIgnoredAtItsStart) {
     EXPECT_EQ(monitor.errorLine(), "halvane: monitor: asked for notifications; Control-C ends\n");
     for (const int signal : {SIGINT, SIGTERM}) monitor.send(signal);
     bus_.control("join wlan0 02:00:00:00:02:01");
-    EXPECT_EQ(monitor.outputLine(), "joined      02:00:00:00:02:01  wlan0\n");
+    expectEvent(monitor, "joined     02:00:00:00:02:01 wlan0");
     monitor.closeOutput();
     bus_.control("leave wlan0 02:00:00:00:02:01");
     EXPECT_EQ(monitor.errorLine(), "halvane: standard output: Broken pipe\n");
@@ -686,16 +726,44 @@ TEST(UnansweredMonitor, EndsBySignalsThatWereBlockedAtItsStart) {
 
 // --- Without a daemon ---
 
-TEST(NoDaemon, IsToldByEveryCommand) {
-    const PrivateBus bus;
-    for (const Words& words : kCommands) expectFailure(words, 1, noDaemonMessage(words[0]));
+// The programs that the tool finds are in `folder` alone, as far as PATH goes.
+std::string installedDaemon(const TemporaryFolder& folder) {
+    const std::filesystem::path program = folder.path() / "halvaned";
+    std::ofstream(program) << "#!/bin/sh\n";
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    return folder.path().string();
 }
 
-TEST(NoDaemon, IsToldWhereThereIsNoBusEither) {
+TEST(NoDaemon, IsToldByEveryCommand) {
+    const PrivateBus bus;
     const TemporaryFolder folder;
-    const ScopedEnvironment address("DBUS_SYSTEM_BUS_ADDRESS",
-                                    "unix:path=" + (folder.path() / "none").string());
-    for (const Words& words : kCommands) expectFailure(words, 1, noDaemonMessage(words[0]));
+    const ScopedEnvironment path("PATH", installedDaemon(folder));
+    for (const Words& words : kCommands) {
+        expectFailure(words, 1, noDaemonMessage(words[0], "systemctl status halvaned"));
+    }
+}
+
+TEST(NoDaemon, IsAReasonToTryASimulatedOneWhereThereIsNone) {
+    if (std::filesystem::exists("/usr/sbin/halvaned")) GTEST_SKIP() << "a daemon is installed";
+    const PrivateBus bus;
+    const TemporaryFolder folder;
+    const ScopedEnvironment path("PATH", folder.path().string());
+    expectFailure(
+        {"clients"}, 1,
+        noDaemonMessage("clients",
+                        "to try without one: halvaned-sim --private -- halvane interfaces"));
+}
+
+TEST(NoDaemon, IsToldApartFromAMissingBus) {
+    const TemporaryFolder folder;
+    const std::string place = (folder.path() / "none").string();
+    const ScopedEnvironment address("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + place);
+    for (const Words& words : kCommands) {
+        expectFailure(words, 1,
+                      "halvane: " + words[0] + ": no system bus: " + place +
+                          ": No such file or directory\n"
+                          "  is DBUS_SYSTEM_BUS_ADDRESS right?\n");
+    }
 }
 
 TEST(NoDaemon, IsHelpedByASimulatedOne) {
@@ -745,6 +813,9 @@ TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
         {{"logging", "set", "wifi=a"},
          "logging: no category 'wifi'; there are WiFi, WiFiBPF, WiFiEAPOL, WiFiIE, WiFiIO80211, "
          "WiFiJoin, WiFiScan, WiFiWPS, WiFiXPC"},
+        {{"logging", "set", "WiFiJion=a"},
+         "logging: no category 'WiFiJion'; there are WiFi, WiFiBPF, WiFiEAPOL, WiFiIE, "
+         "WiFiIO80211, WiFiJoin, WiFiScan, WiFiWPS, WiFiXPC\n  did you mean WiFiJoin?"},
         {{"monitor", "wlan0"}, "monitor: takes no argument ('wlan0')"},
         {{"monitor", "--format=json"}, "monitor: prints lines: --format=text or jsonl"},
         {{"monitor", "--format=plist"}, "monitor: prints lines: --format=text or jsonl"},
@@ -752,6 +823,23 @@ TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
     for (const auto& [words, message] : lines) {
         expectFailure(words, 2, "halvane: " + message + "\n");
     }
+}
+
+TEST_F(DaemonUsage, RefusesANetworkThatIsNotProtectedAsItSeems) {
+    const auto open = runTool({"add", "wlan0", "--ssid=home", "--passphrase"}, "correct horse\n");
+    EXPECT_EQ(open.status, 2);
+    EXPECT_EQ(open.errors,
+              "halvane: add: --passphrase without a word of --security makes an open network\n"
+              "  --security=WPA2 makes the passphrase count\n"
+              "  --force sends the configuration as it is\n");
+    const Words keyless = {"add", "wlan0", "--ssid=home", "--security=WPA2",
+                           "--key-management=PSK"};
+    const auto refused = runTool(keyless);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.errors, HasSubstr("a pre-shared key needs --passphrase"));
+    Words forced = keyless;
+    forced.push_back("--force");
+    EXPECT_THAT(runTool(forced).errors, HasSubstr("no system bus"));
 }
 
 TEST_F(DaemonUsage, LeavesAPassphraseUnread) {

@@ -1,19 +1,14 @@
 // Prints the lists of the Wi-Fi daemon.
-#include <cinttypes>
-#include <cstdint>
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "halvane/base/escaped_text.h"
-#include "halvane/base/number.h"
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_result.h"
-#include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/bss_config.h"
-#include "halvane/model/bss_option_table_internal.h"
 #include "halvane/model/client.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
@@ -26,96 +21,18 @@
 #include "tools/halvane/options/format_option.h"
 #include "tools/halvane/output/channel_table.h"
 #include "tools/halvane/output/config_json.h"
+#include "tools/halvane/output/daemon_tables.h"
 #include "tools/halvane/output/format.h"
+#include "tools/halvane/output/list_table.h"
+#include "tools/halvane/output/message.h"
 #include "tools/halvane/output/model_json.h"
 #include "tools/halvane/output/print_records.h"
 #include "tools/halvane/output/regulatory_json.h"
-#include "tools/halvane/output/text_table.h"
+#include "tools/halvane/output/surroundings.h"
 
 namespace halvane::tool {
 
 namespace {
-
-// --- Cells of tables; "-" for an absent value ---
-
-std::string cellOf(const std::string& text) {
-    return text.empty() ? "-" : escapedText(text);
-}
-
-std::string cellOf(const std::optional<std::string>& text) {
-    return cellOf(text.value_or(""));
-}
-
-std::string addressCell(const std::optional<ByteBuffer>& address) {
-    return cellOf(address ? FancyFormatting::formattedMAC(*address) : "");
-}
-
-std::string cellOf(const std::optional<Number>& number) {
-    return number ? number->description() : "-";
-}
-
-// Microseconds of up-time as seconds. 0 means never.
-std::string secondsCell(std::uint64_t microseconds) {
-    if (microseconds == 0) return "-";
-    char text[32];
-    std::snprintf(text, sizeof(text), "%" PRIu64 ".%03u s", microseconds / 1000000,
-                  static_cast<unsigned>(microseconds / 1000 % 1000));
-    return text;
-}
-
-std::string securityCell(const HalvaneBSSConfig& config) {
-    std::string words;
-    for (const BSSOption& option : kSecurityOptions) {
-        if ((config.*option.isAllowed)())
-            words.append(words.empty() ? "" : ",").append(option.word);
-    }
-    return cellOf(words);
-}
-
-// --- Tables ---
-
-constexpr Column<HalvaneDevice> kDeviceColumns[] = {
-    {"Index", Align::Right,
-     [](const auto& device) { return std::to_string(device.deviceIndex()); }},
-    {"Chains", Align::Right,
-     [](const auto& device) { return std::to_string(device.numRadioChains()); }},
-    {"MAC address", Align::Left,
-     [](const auto& device) { return addressCell(device.MACAddress()); }},
-};
-
-constexpr Column<HalvaneInterface> kInterfaceColumns[] = {
-    {"Interface", Align::Left, [](const auto& interface) { return cellOf(interface.ifName()); }},
-    {"Role", Align::Left, [](const auto& interface) { return cellOf(interface.ifRole()); }},
-    {"Subsystem", Align::Left,
-     [](const auto& interface) { return cellOf(interface.ifSubsystem()); }},
-    {"Channels", Align::Right,
-     [](const auto& interface) { return std::to_string(interface.availableChannels().size()); }},
-    {"MAC address", Align::Left,
-     [](const auto& interface) { return addressCell(interface.ifMAC()); }},
-};
-
-constexpr Column<HalvaneBSSConfig> kConfigColumns[] = {
-    {"Order", Align::Right,
-     [](const auto& config) { return std::to_string(config.preferredOrder()); }},
-    {"Channel", Align::Right,
-     [](const auto& config) {
-         return config.channel() != 0 ? std::to_string(config.channel()) : std::string("any");
-     }},
-    {"Security", Align::Left, securityCell},
-    {"SSID", Align::Left,
-     [](const auto& config) { return config.ssid() ? escapedText(config.ssid()->bytes()) : "-"; }},
-};
-
-constexpr Column<HalvaneClient> kClientColumns[] = {
-    {"MAC address", Align::Left, [](const auto& client) { return addressCell(client.mac()); }},
-    {"Associated", Align::Left,
-     [](const auto& client) { return std::string(client.isAssociated() ? "yes" : "no"); }},
-    {"RSSI", Align::Right, [](const auto& client) { return cellOf(client.RSSI()); }},
-    {"Joined", Align::Right, [](const auto& client) { return secondsCell(client.joinTime()); }},
-    {"Left", Align::Right, [](const auto& client) { return secondsCell(client.leftTime()); }},
-    {"Reason", Align::Right,
-     [](const auto& client) { return std::to_string(client.deauthReason()); }},
-};
 
 // --- The commands ---
 
@@ -127,31 +44,80 @@ template <typename Record>
 struct List {
     const char* name;
     Operand interface;
+    const char* emptiness;  // what to say of an empty list
     DaemonResult<std::vector<Record>> (*query)(DaemonClient&, const InterfaceName&);
-    void (*printText)(const std::vector<Record>&);
+    void (*printText)(const std::vector<Record>&, DaemonClient&, const InterfaceName&);
 };
 
+ListLook lookOfOutput() {
+    return ListLook(surroundingsOf(stdout));
+}
+
+template <typename Record>
+void printPlainTable(const std::vector<Record>& records, DaemonClient&, const InterfaceName&) {
+    printTableOf(records, lookOfOutput());
+}
+
+// Moves the configurations that the daemon has for the interface to the end of `rows`.
+void takeConfigsOf(const std::string& interface, DaemonClient& daemon,
+                   std::vector<HalvaneBSSConfig>& configs, std::vector<HostedConfig>& rows) {
+    const auto own = daemon.configurations(interface);
+    if (!own) return;
+    for (const HalvaneBSSConfig& config : *own) {
+        const auto found = std::ranges::find(configs, config);
+        if (found == configs.end()) continue;
+        configs.erase(found);
+        rows.push_back({interface, config});
+    }
+}
+
+// A configuration does not tell its interface, so the daemon is asked for those of each.
+std::vector<HostedConfig> withInterfaces(std::vector<HalvaneBSSConfig> configs,
+                                         DaemonClient& daemon) {
+    std::vector<HostedConfig> rows;
+    const auto interfaces = daemon.interfaces();
+    if (interfaces && !configs.empty()) {
+        for (const HalvaneInterface& interface : *interfaces) {
+            if (!interface.ifName()) continue;
+            takeConfigsOf(*interface.ifName(), daemon, configs, rows);
+        }
+    }
+    for (const HalvaneBSSConfig& config : configs) rows.push_back({"", config});
+    return rows;
+}
+
+void printConfigs(const std::vector<HalvaneBSSConfig>& configs, DaemonClient& daemon,
+                  const InterfaceName& interface) {
+    std::vector<HostedConfig> rows;
+    if (interface) {
+        for (const HalvaneBSSConfig& config : configs) rows.push_back({*interface, config});
+    } else {
+        rows = withInterfaces(configs, daemon);
+    }
+    printTableOf(rows, lookOfOutput());
+}
+
 constexpr List<HalvaneDevice> kDevices = {
-    "devices", Operand::None, [](auto& daemon, const auto&) { return daemon.devices(); },
-    [](const auto& devices) { printTable<HalvaneDevice>(kDeviceColumns, devices); }};
+    "devices", Operand::None, "the daemon has no device",
+    [](auto& daemon, const auto&) { return daemon.devices(); }, printPlainTable};
 
 constexpr List<HalvaneInterface> kInterfaces = {
-    "interfaces", Operand::None, [](auto& daemon, const auto&) { return daemon.interfaces(); },
-    [](const auto& interfaces) { printTable<HalvaneInterface>(kInterfaceColumns, interfaces); }};
+    "interfaces", Operand::None, "the daemon has no interface",
+    [](auto& daemon, const auto&) { return daemon.interfaces(); }, printPlainTable};
 
 constexpr List<HalvaneChannel> kChannelList = {
-    "channel-list", Operand::Required,
+    "channel-list", Operand::Required, "the interface has no channel",
     [](auto& daemon, const auto& interface) { return daemon.channels(*interface); },
-    printChannelTable};
+    [](const auto& channels, auto&, const auto&) { printChannelTable(channels); }};
 
 constexpr List<HalvaneBSSConfig> kConfigs = {
-    "configs", Operand::Optional,
+    "configs", Operand::Optional, "there is no configuration",
     [](auto& daemon, const auto& interface) { return daemon.configurations(interface); },
-    [](const auto& configs) { printTable<HalvaneBSSConfig>(kConfigColumns, configs); }};
+    printConfigs};
 
 constexpr List<HalvaneClient> kClients = {
-    "clients", Operand::None, [](auto& daemon, const auto&) { return daemon.stations(); },
-    [](const auto& clients) { printTable<HalvaneClient>(kClientColumns, clients); }};
+    "clients", Operand::None, "no station is associated",
+    [](auto& daemon, const auto&) { return daemon.stations(); }, printPlainTable};
 
 std::optional<UsageError> problemOf(const std::vector<std::string>& arguments, Operand interface) {
     if (interface == Operand::None && !arguments.empty()) {
@@ -165,14 +131,6 @@ std::optional<UsageError> problemOf(const std::vector<std::string>& arguments, O
     return std::nullopt;
 }
 
-template <typename Record>
-void print(const std::vector<Record>& records, Format format,
-           void (*printText)(const std::vector<Record>&)) {
-    if (format == Format::Text) return printText(records);
-    printRecords(records, format,
-                 [](const Record& record) { return record.skeletonRepresentation(); });
-}
-
 template <const auto& list>
 int printList() {
     const std::vector<std::string> arguments = takeArguments();
@@ -184,8 +142,17 @@ int printList() {
     const auto interface = arguments.empty() ? InterfaceName() : InterfaceName(arguments[0]);
     DaemonClient daemon;
     const auto records = list.query(daemon, interface);
-    if (!records) return failFor(list.name, records.error());
-    print(*records, *format, list.printText);
+    if (!records) {
+        return interface ? failFor(list.name, records.error(), daemon, *interface)
+                         : failFor(list.name, records.error());
+    }
+    if (*format != Format::Text) {
+        printRecords(*records, *format,
+                     [](const auto& record) { return record.skeletonRepresentation(); });
+        return kExitDone;
+    }
+    list.printText(*records, daemon, interface);
+    if (records->empty()) complain(std::string(list.name) + ": " + list.emptiness);
     return kExitDone;
 }
 
@@ -251,24 +218,25 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<printList<kChannelList>>,
      .subOptions = gChannelListOptions,
      .shortHelp = "print the channels of an interface",
-     .longHelp = "Prints the Wi-Fi daemon's channels of an interface, with the same flags as\n"
-                 "'halvane country'."},
+     .longHelp = "Prints the Wi-Fi daemon's channels of an interface: number, frequency in MHz,\n"
+                 "and the same flags as 'halvane country'."},
     {.type = kCLICommand,
      .longName = kConfigs.name,
      .handler = handle<printList<kConfigs>>,
      .subOptions = gConfigsOptions,
      .shortHelp = "print the daemon's BSS configurations",
      .longHelp = "Prints the Wi-Fi daemon's configurations of networks, of all interfaces or\n"
-                 "of one: preferred order, channel, security, SSID."},
+                 "of one: interface, preferred order, channel, width in MHz, security, keys,\n"
+                 "SSID. The daemon chooses where 'auto' stands. The table has no passphrases."},
     {.type = kCLICommand,
      .longName = kClients.name,
      .handler = handle<printList<kClients>>,
      .subOptions = gListOptions[2],
      .shortHelp = "print the stations of hosted networks",
      .longHelp = "Prints the stations that the Wi-Fi daemon knows, of all interfaces: address,\n"
-                 "whether the station is associated, its signal in dBm, when it joined and\n"
-                 "left in seconds of the daemon's up-time, and the reason code of its last\n"
-                 "deauthentication."},
+                 "maker, whether the station is associated or gone, its signal in dBm, when it\n"
+                 "joined and left in s of the daemon's up-time, and the reason for which it is\n"
+                 "gone. From 120 columns on also its rate in Mbit/s, security and channel."},
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
 // Prints the notifications of stations as they arrive.
 #include <cerrno>
+#include <cstdio>
 #include <new>
 #include <optional>
 #include <span>
@@ -23,6 +24,8 @@
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_output.h"
 #include "tools/halvane/output/station_event.h"
+#include "tools/halvane/output/surroundings.h"
+#include "tools/halvane/output/theme.h"
 
 namespace halvane::tool {
 
@@ -30,16 +33,31 @@ namespace {
 
 constexpr const char* kName = "monitor";
 
-// Prints lines until one is lost.
+// Prints lines until one is lost. Its functions are called on the client's queue.
 class LinePrinter {
   public:
-    LinePrinter(Format format, WaitedEnd& end) : format_(format), end_(end) {}
+    LinePrinter(Format format, WaitedEnd& end) : LinePrinter(format, surroundingsOf(stdout), end) {}
 
-    // Called on the client's queue.
+    // On a terminal the output begins with the date.
+    void begin() noexcept {
+        if (isTerminal_) put([this] { return lines_.begin(eventTimeNow()); });
+    }
+
     void print(const StationChange& change) noexcept {
+        put([&] { return lines_.linesOf(change, eventTimeNow()); });
+    }
+
+  private:
+    LinePrinter(Format format, const Surroundings& surroundings, WaitedEnd& end)
+        : lines_(format, Theme(ColorChoice::Auto, surroundings)),
+          isTerminal_(surroundings.isTerminal),
+          end_(end) {}
+
+    template <typename Text>
+    void put(Text text) noexcept {
         if (isLost_) return;
         try {
-            isLost_ = !putAtOnce(lineOf(change, format_) + '\n');
+            isLost_ = !putAtOnce(text());
         } catch (const std::bad_alloc&) {
             noteLostOutput(ENOMEM);
             isLost_ = true;
@@ -47,8 +65,8 @@ class LinePrinter {
         if (isLost_) end_.end(WaitedEnd::Reason::OutputLost);
     }
 
-  private:
-    const Format format_;
+    StationEventLines lines_;
+    const bool isTerminal_;
     WaitedEnd& end_;
     bool isLost_ = false;
 };
@@ -72,13 +90,14 @@ bool isLoss(DaemonError::Kind kind) {
 // before. Called on the client's queue, which keeps the order of what happens.
 class DaemonTeller {
   public:
-    explicit DaemonTeller(WaitedEnd& end) : end_(end) {}
+    DaemonTeller(LinePrinter& printer, WaitedEnd& end) : printer_(printer), end_(end) {}
 
     // The daemon has agreed to send notifications. From now on there is something to report.
     void begin() noexcept {
         isAsked_ = true;
         endOnSignals();
         say("asked for notifications; Control-C ends");
+        printer_.begin();
     }
 
     void tell(DaemonState state) noexcept {
@@ -102,6 +121,7 @@ class DaemonTeller {
   private:
     bool isAsked_ = false;
     DaemonError refusal_;
+    LinePrinter& printer_;
     WaitedEnd& end_;
 };
 
@@ -123,7 +143,7 @@ int watch(Format format) {
     takeEndingSignals();  // before the client starts its threads
     WaitedEnd end;
     LinePrinter printer(format, end);
-    DaemonTeller teller(end);
+    DaemonTeller teller(printer, end);
     DaemonClient daemon(
         {.station = [&](const StationChange& change) { printer.print(change); },
          .state = [&](DaemonState state) { teller.tell(state); },
@@ -149,7 +169,7 @@ int run() {
 }
 
 CLIOption gOptions[] = {
-    formatOption("text: event, address and interface; jsonl: one object per line.",
+    formatOption("text: local time, event, address and interface; jsonl: one object per line.",
                  "text (default) or jsonl"),
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
