@@ -30,7 +30,7 @@ class SingleOption : public ::testing::Test {
     std::string messagesOf(std::vector<std::string> words) {
         ToolCommandLine line(std::move(words));
         const CapturedStream errors(stderr);
-        const std::int32_t status = CLIParse(commands_.data(), kCLIReorder);
+        const std::int32_t status = CLIParse(commands_.data(), 0);
         const std::string text = errors.text();
         EXPECT_EQ(status, text.empty() ? 0 : kCLIUsageError);
         return text;
