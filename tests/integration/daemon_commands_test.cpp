@@ -395,7 +395,7 @@ TEST_F(DaemonLogging, TellsWhatTheDaemonMadeOfIt) {
     expectFailure({"logging", "set", "WiFi=a"}, 1,
                   "halvane: logging: the daemon answered with status 3\n");
     bus_.control("error logging");
-    expectFailure({"logging", "set", "WiFi=a"}, 1, deniedMessage("logging"));
+    expectFailure({"logging", "set", "WiFi=a"}, 1, errorMessage("logging"));
     bus_.control("gone queryLogging");
     expectFailure({"logging"}, 1, lossMessage("logging"));
     bus_.control("missing queryLogging");
