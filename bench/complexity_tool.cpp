@@ -125,8 +125,11 @@ void addJSONRows() {
             return StationChange{.address = {}, .interface = repeated("\x1B\"", n / 2)};
         },
         [](const StationChange& change) {
-            return lineOf(change, Format::Text).size() > change.interface.size() &&
-                   lineOf(change, Format::JSON).size() > change.interface.size();
+            const auto sizeAs = [&](Format format) {
+                return StationEventLines(format, {}).linesOf(change, {}).size();
+            };
+            return sizeAs(Format::Text) > change.interface.size() &&
+                   sizeAs(Format::JSON) > change.interface.size();
         });
 }
 

@@ -29,7 +29,7 @@
 #include "fuzz/byte_source.h"
 #include "fuzz/require.h"
 #include "fuzz/required_fields.h"
-#include "tools/halvane/output/explain_text.h"
+#include "tools/halvane/output/air_text.h"
 
 using namespace halvane;
 using namespace halvane::air;

@@ -19,6 +19,7 @@
 
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/commands/list_output.h"
+#include "tools/halvane/commands/survey_progress.h"
 #include "tools/halvane/input/capture_files.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/input/hex_input.h"
@@ -30,6 +31,7 @@
 #include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
+#include "tools/halvane/output/findings_list.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
@@ -58,14 +60,17 @@ bool isList(Format format) {
     return format == Format::Table || format == Format::CSV;
 }
 
-std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options) {
-    if (!options.isExplained) return RecordWriter::create(options.format, stdout);
+TextStyle textStyle(const DecodeOptions& options) {
     Surroundings surroundings = surroundingsOf(stdout);
     if (options.list.width) surroundings.columns = options.list.width;
-    const TextStyle style = textStyleFor(surroundings, options.list.color, options.list.text);
-    return RecordWriter::createExplaining(stdout, style, [](const MacAddress& address) {
-        return MakerList::ofSystem().cell(address);
-    });
+    return textStyleFor(surroundings, options.list.color, options.list.text);
+}
+
+std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options) {
+    if (!options.isExplained) return RecordWriter::create(options.format, stdout);
+    return RecordWriter::createExplaining(
+        stdout, textStyle(options),
+        [](const MacAddress& address) { return MakerList::ofSystem().cell(address); });
 }
 
 void summarize(const DecodeOptions& options, const std::vector<std::string>& lines) {
@@ -208,6 +213,29 @@ void printRecords(std::span<const Network> networks, const DecodeOptions& option
     writer->finish();
 }
 
+void printFindings(std::span<const Network> networks, const DecodeOptions& options) {
+    FindingsList findings;
+    for (const Network& network : networks) {
+        findings.addOne(network.profile, network.statistics->signal.median());
+    }
+    put(findings.text(*options.list.findings, textStyle(options)));
+}
+
+SurveyOfFiles surveyWithProgress(const std::vector<std::string>& files,
+                                 const DecodeOptions& options) {
+    SurveyOptions reading{.most = options.list.mostNetworks, .jobs = options.jobs};
+    std::optional<SurveyProgress> progress;
+    if (!options.list.isQuiet) {
+        progress.emplace(files);
+        if (progress->isShown()) {
+            reading.progress = [&](std::size_t file, std::uint64_t octets) {
+                progress->update(file, octets);
+            };
+        }
+    }
+    return surveyFiles(files, reading);
+}
+
 // Lists begin with the strongest network. Records stay in the order in which they were first heard,
 // unless another one was typed.
 NetworkOrder orderFor(const DecodeOptions& options) {
@@ -233,8 +261,7 @@ std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOption
 }
 
 int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>& files) {
-    const SurveyOfFiles survey =
-        surveyFiles(files, {.most = options.list.mostNetworks, .jobs = options.jobs});
+    const SurveyOfFiles survey = surveyWithProgress(files, options);
     auto all = survey.survey.networks();
     const auto rest = std::ranges::stable_partition(
         all, [&](const Network& network) { return options.list.filter.passes(network); });
@@ -243,7 +270,9 @@ int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>&
     const CellSurroundings surroundings = cellSurroundings(options.list, ends);
     sortNetworks(networks, orderFor(options), surroundings);
 
-    if (isList(options.format)) {
+    if (options.isFindingsList) {
+        printFindings(networks, options);
+    } else if (isList(options.format)) {
         printList(networks, options.list, options.format, surroundings);
     } else {
         printRecords(networks, options);

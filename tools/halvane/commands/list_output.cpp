@@ -22,6 +22,7 @@ void printTable(std::span<const Network> networks, const ListOptions& options,
                 const CellSurroundings& cells) {
     const Surroundings output = surroundingsOf(stdout);
     NetworkTableOptions table{.columns = options.columns,
+                              .added = options.findings ? networkColumnNamed("findings") : nullptr,
                               .width = options.width,
                               .isWide = options.isWide,
                               .limit = options.limit};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <utility>
 
 #include "halvane/air/feature.h"
 #include "halvane/air/finding.h"
@@ -93,6 +94,22 @@ std::string findingsText(const Network& network) {
         names += finding.info().id;
     }
     return names;
+}
+
+// "2E 1W 3N": how many findings there are of each severity, the worst first.
+std::string findingCounts(const Network& network) {
+    constexpr std::pair<air::Severity, char> kSeverities[] = {
+        {air::Severity::Error, 'E'}, {air::Severity::Warning, 'W'}, {air::Severity::Note, 'N'}};
+    std::string counts;
+    for (const auto& [severity, letter] : kSeverities) {
+        const auto count =
+            std::ranges::count(network.profile.findings, severity,
+                               [](const air::Finding& finding) { return finding.info().severity; });
+        if (count == 0) continue;
+        if (!counts.empty()) counts += ' ';
+        counts += std::to_string(count) + letter;
+    }
+    return counts;
 }
 
 // --- Cells ---
@@ -541,10 +558,10 @@ constexpr NetworkColumn kColumns[] = {
       .most = kAnyWidth,
       .from = kNever},
      [](const Network& network, const Around& around) {
-         return textCell(findingsText(network), around);
+         return textCell(findingCounts(network), around);
      },
      [](const Network& network, const Around&) { return text(findingsText(network)); },
-     "what is wrong with it"},
+     "how many errors, warnings and notes there are about it"},
 };
 
 }  // namespace

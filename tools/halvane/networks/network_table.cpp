@@ -19,20 +19,23 @@ constexpr Squeeze kSqueezes[] = {
     {.column = "ssid", .least = 4, .from = 40},
 };
 
-std::vector<const NetworkColumn*> usualColumns(bool isWide) {
+std::vector<const NetworkColumn*> columnsFor(const NetworkTableOptions& options) {
+    if (!options.columns.empty()) return options.columns;
     std::vector<const NetworkColumn*> columns;
     for (const NetworkColumn& column : networkColumns()) {
-        if (isWide || column.layout.from != kAnyWidth) columns.push_back(&column);
+        const bool stands = options.isWide || column.layout.from != kAnyWidth;
+        if (stands || &column == options.added) columns.push_back(&column);
     }
     return columns;
 }
 
+// What was asked for stands at every width.
 std::vector<FittedColumn> layoutsOf(std::span<const NetworkColumn* const> columns,
-                                    bool isAskedFor) {
+                                    const NetworkTableOptions& options) {
     std::vector<FittedColumn> layouts;
     for (const NetworkColumn* const column : columns) {
         FittedColumn& layout = layouts.emplace_back(column->layout);
-        if (!isAskedFor) continue;
+        if (options.columns.empty() && column != options.added) continue;
         layout.from = 0;
         layout.below = kAnyWidth;
         layout.isLeftOutUntold = false;
@@ -48,8 +51,8 @@ class Printer {
           surroundings_(surroundings),
           theme_(theme),
           stream_(stream),
-          columns_(options.columns.empty() ? usualColumns(options.isWide) : options.columns),
-          layouts_(layoutsOf(columns_, !options.columns.empty())),
+          columns_(columnsFor(options)),
+          layouts_(layoutsOf(columns_, options)),
           table_({layouts_, kSqueezes}, options.isWide ? std::nullopt : options.width) {
         surroundings_.hasFullSecurity = options.width.value_or(0) >= kFullSecurityWidth;
         surroundings_.hasAddress = hasColumn("bssid");

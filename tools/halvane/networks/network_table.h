@@ -16,6 +16,7 @@ namespace halvane::tool {
 
 struct NetworkTableOptions {
     std::vector<const NetworkColumn*> columns{};  // in this order; empty: those of the width
+    const NetworkColumn* added = nullptr;         // stands behind those of the width
     std::optional<std::size_t> width{};           // cells; absent: nothing is cut or dropped
     bool isWide = false;                          // all columns, without a width
     std::size_t limit = 0;                        // rows; 0: all

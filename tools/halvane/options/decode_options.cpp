@@ -8,6 +8,10 @@
 #include <thread>
 #include <utility>
 
+#include "halvane/air/finding.h"
+
+#include "tools/halvane/options/network_conditions.h"
+
 namespace halvane::tool {
 
 namespace {
@@ -139,6 +143,12 @@ std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
     options.isHex = typed.hex != 0;
     options.isExplained = typed.explain != 0;
     options.format = options.list.format.value_or(usualFormat(options));
+    const auto& findings = options.list.findings;
+    options.isFindingsList = findings && !options.list.format && options.format == Format::Table;
+    if (findings && !options.isFindingsList) {
+        options.list.filter.add("--findings", air::severityName(*findings),
+                                findingsCondition(*findings));
+    }
     return readJobs(options, typed.jobs);
 }
 

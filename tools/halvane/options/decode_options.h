@@ -24,6 +24,7 @@ struct DecodeOptions {
     bool isPerFrame = false;
     bool isHex = false;
     bool isExplained = false;
+    bool isFindingsList = false;                // --findings without a format
     std::size_t jobs = 1;                       // files at once
     std::optional<std::uint16_t> capabilities;  // of a hexadecimal element buffer
 };

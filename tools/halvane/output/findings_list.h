@@ -23,6 +23,9 @@ class FindingsList {
     // `signal` is in dBm. The networks that share the network's beacon count as heard like it.
     void add(const air::BssProfile& profile, std::optional<int> signal);
 
+    // The same without the networks that share the network's beacon.
+    void addOne(const air::BssProfile& profile, std::optional<int> signal);
+
     // The findings from `least` on: the worst first, then by the number of networks, then in the
     // order of findingInfos(). Each has a line with severity, count and sentence, the strongest
     // networks, what to do, and the identifier with its clause. Empty if there is none.
@@ -34,8 +37,6 @@ class FindingsList {
         std::optional<int> signal;
     };
     using Networks = std::vector<Named>;
-
-    void addOne(const air::BssProfile& profile, std::optional<int> signal);
 
     std::map<air::FindingKind, Networks> networks_;
 };
