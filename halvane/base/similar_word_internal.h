@@ -56,15 +56,18 @@ class SimilarWord {
         const std::size_t distance = typingDistance(typed_, word);
         // A word of which nothing is left was not meant.
         if (distance > least_ || distance >= std::max(typed_.size(), word.size())) return;
-        if (distance < least_) near_ = Choice();
+        if (distance < least_) near_ = nearAndAlike_ = Choice();
         least_ = distance;
-        if (distance < limit()) near_.take(word);
+        if (distance >= limit()) return;
+        near_.take(word);
+        if (word.front() == typed_.front()) nearAndAlike_.take(word);
     }
 
-    // The nearest word; otherwise the one that the typed text begins. Absent if none is near, or if
-    // several are equally good.
+    // The nearest word, of several the one with the same first letter; otherwise the one that the
+    // typed text begins. Absent if none is near, or if several are equally good.
     constexpr std::optional<std::string_view> found() const {
-        if (near_.count > 0) return near_.only();
+        if (near_.count == 1) return near_.only();
+        if (near_.count > 1) return nearAndAlike_.only();
         return extension_.only();
     }
 
@@ -88,6 +91,7 @@ class SimilarWord {
     std::string_view typed_;
     std::size_t least_;  // distance so far; at first beyond what counts as near
     Choice near_;
+    Choice nearAndAlike_;  // those of them with the first letter of the typed text
     Choice extension_;
 };
 

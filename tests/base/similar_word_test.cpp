@@ -62,6 +62,13 @@ TEST(SimilarWord, IsTheNearestOne) {
     }
 }
 
+TEST(SimilarWord, BeginsAlikeOfSeveralAsNear) {
+    using Words = std::array<std::string_view, 2>;
+    EXPECT_EQ(similarWord("bsid", Words{"ssid", "bssid"}), "bssid");
+    EXPECT_EQ(similarWord("bsid", Words{"basid", "bssid"}), std::nullopt);
+    EXPECT_EQ(similarWord("xsid", Words{"ssid", "bsid"}), std::nullopt);
+}
+
 TEST(SimilarWord, IsNoneOfSeveralAsNear) {
     EXPECT_EQ(similarWord("bat", std::array<std::string_view, 2>{"cat", "rat"}), std::nullopt);
     EXPECT_EQ(similarWord("bat", std::array<std::string_view, 2>{"cat", "cat"}), "cat");

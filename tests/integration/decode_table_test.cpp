@@ -53,16 +53,16 @@ class DecodeTable : public ::testing::Test {
 
 TEST_F(DecodeTable, IsHeldAsFiles) {
     const std::pair<const char*, std::vector<std::string>> screens[] = {
-        {"table-40", {"--width=40"}},
-        {"table-60", {"--width=60"}},
-        {"table-80", {"--width=80"}},
-        {"table-120", {"--width=120"}},
-        {"table-160", {"--width=160"}},
-        {"table-colored", {"--width=80", "--color=always"}},
-        {"table-wide", {"--wide"}},
-        {"table-sorted", {"--width=80", "--sort=band,-channel,ssid", "--limit=6"}},
-        {"table-by-name", {"--width=80", "--group=ssid"}},
-        {"table-by-radio", {"--width=80", "--group=radio", "-v"}},
+        {"table-40.screen", {"--width=40"}},
+        {"table-60.screen", {"--width=60"}},
+        {"table-80.screen", {"--width=80"}},
+        {"table-120.screen", {"--width=120"}},
+        {"table-160.screen", {"--width=160"}},
+        {"table-colored.screen", {"--width=80", "--color=always"}},
+        {"table-wide.screen", {"--wide"}},
+        {"table-sorted.screen", {"--width=80", "--sort=band,-channel,ssid", "--limit=6"}},
+        {"table-by-name.screen", {"--width=80", "--group=ssid"}},
+        {"table-by-radio.screen", {"--width=80", "--group=radio", "-v"}},
         {"table.csv", {"--format=csv"}},
     };
     for (const auto& [name, options] : screens) {
@@ -72,7 +72,7 @@ TEST_F(DecodeTable, IsHeldAsFiles) {
         }
         const auto result = decode(words);
         EXPECT_EQ(result.status, 0);
-        expectGolden(result.output + result.errors, kGolden / (std::string(name) + ".txt"));
+        expectGolden(result.output + result.errors, kGolden / name);
     }
 }
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <optional>
 #include <regex>
 #include <stdio.h>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -88,8 +88,8 @@ TEST(DecodeCommand, ExplainsElementsOfHexadecimalText) {
         named.output.starts_with("n\\x1B[\\xB2  02:00:00:00:00:01  (local)\n"
                                  "6 octets of elements; @N is octet N of the elements\n\n"))
         << named.output;
-    EXPECT_TRUE(explain({"--hex", file("0000")}).output.starts_with("(hidden)  "));
-    EXPECT_TRUE(explain({"--hex", file("030106")}).output.starts_with("(no name)  "));
+    EXPECT_TRUE(explain({"--hex", file("0000")}).output.starts_with("(hidden)\n"));
+    EXPECT_TRUE(explain({"--hex", file("030106")}).output.starts_with("(no name)\n"));
     const Ran cut = explain({"--hex", file("0001613014")});
     EXPECT_EQ(cut.status, kExitFailed);
     EXPECT_NE(cut.output.find("frame-cut, clause 9.4.2.1; RSN @3\n"), std::string::npos)

@@ -352,11 +352,12 @@ TEST(ElementsCommand, IsTheScreenOfAWholeBuffer) {
 
 // A beacon of 802.11g that the capture cut.
 TEST(ElementsCommand, IsTheScreenOfADamagedBuffer) {
-    const Ran ran = run({"000474657374010482848B96030107050402030000"
-                         "2A01072F01073208"
-                         "0C1218243048606CDD0700039301030000DD060010180100"
-                         "00DD160050F20101000050F20201000050F20201000050F202"
-                         "36890D86"});
+    const Ran ran =
+        run({"000474657374010482848B96030107050402030000"
+             "2A01072F01073208"
+             "0C1218243048606CDD0700039301030000DD060010180100"
+             "00DD160050F20101000050F20201000050F20201000050F202"
+             "36890D86"});
     EXPECT_EQ(ran.status, kExitFailed);
     EXPECT_EQ(ran.output, R"(OCTET ID      LEN
     0 0         4 SSID: test

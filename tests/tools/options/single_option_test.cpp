@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,7 +29,8 @@ class SingleOption : public ::testing::Test {
 
     // The messages of a command line, whose status must be 0 exactly if there are none.
     std::string messagesOf(std::vector<std::string> words) {
-        ToolCommandLine line(std::move(words));
+        line_.reset();
+        line_ = std::make_unique<ToolCommandLine>(std::move(words));
         const CapturedStream errors(stderr);
         const std::int32_t status = CLIParse(commands_.data(), 0);
         const std::string text = errors.text();
@@ -38,6 +40,7 @@ class SingleOption : public ::testing::Test {
 
     static void run() {}
 
+    std::unique_ptr<ToolCommandLine> line_;  // values point into the last one
     const char* format_ = nullptr;
     const char* findings_ = nullptr;
     const char* last_ = nullptr;

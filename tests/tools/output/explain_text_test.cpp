@@ -93,7 +93,8 @@ std::string screenOf(const std::filesystem::path& path, const char* bssid, const
 TEST(ExplainText, IsTheScreenOf80Columns) {
     const auto capture = kModern / "scapy_frames_127.pcap";
     if (!std::filesystem::exists(capture)) GTEST_SKIP() << capture << " is missing";
-    EXPECT_EQ(screenOf(capture, "60:8d:26:a6:d6:05", "Arcadyan", 80), R"(Arc-QA-Lab-5G  60:8D:26:A6:D6:05  Arcadyan  -70 dBm, heard once
+    EXPECT_EQ(screenOf(capture, "60:8d:26:a6:d6:05", "Arcadyan", 80),
+              R"(Arc-QA-Lab-5G  60:8D:26:A6:D6:05  Arcadyan  -70 dBm, heard once
 frame 7, beacon, 383 octets of elements; @N is octet N of the 802.11 frame
 
 Band        5 GHz                  HT Operation @209: channel 36
@@ -136,7 +137,8 @@ note        Management frames are not protected: anybody can send stations away.
 TEST(ExplainText, IsTheScreenOf120Columns) {
     const auto capture = kModern / "issue_threads_127.pcap";
     if (!std::filesystem::exists(capture)) GTEST_SKIP() << capture << " is missing";
-    EXPECT_EQ(screenOf(capture, "02:00:00:00:00:61", "(local)", 120), R"(Test 6G  02:00:00:00:00:61  (local)  -55 dBm, heard once
+    EXPECT_EQ(screenOf(capture, "02:00:00:00:00:61", "(local)", 120),
+              R"(Test 6G  02:00:00:00:00:61  (local)  -55 dBm, heard once
 frame 2, beacon, 204 octets of elements; @N is octet N of the 802.11 frame
 
 Band        6 GHz                          HE Operation @164: 6 GHz Operation Information

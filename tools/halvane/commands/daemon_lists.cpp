@@ -17,11 +17,11 @@
 
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/commands/daemon_session.h"
+#include "tools/halvane/commands/daemon_tables.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/format_option.h"
 #include "tools/halvane/output/channel_table.h"
 #include "tools/halvane/output/config_json.h"
-#include "tools/halvane/output/daemon_tables.h"
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/list_table.h"
 #include "tools/halvane/output/message.h"

@@ -9,8 +9,8 @@
 
 namespace halvane::tool {
 
-// "0.4s", "46s", "12m", "5h", "30d"; ">99d" beyond. Seconds are rounded; of greater units only whole
-// ones count. A negative age counts as none.
+// "0.4s", "46s", "12m", "5h", "30d"; ">99d" beyond. Seconds are rounded; of greater units only
+// whole ones count. A negative age counts as none.
 std::string ageText(std::int64_t nanoseconds);
 
 }  // namespace halvane::tool

@@ -1,6 +1,6 @@
 // The Wi-Fi daemon's lists as tables for people.
-#ifndef TOOLS_HALVANE_OUTPUT_DAEMON_TABLES_H
-#define TOOLS_HALVANE_OUTPUT_DAEMON_TABLES_H
+#ifndef TOOLS_HALVANE_COMMANDS_DAEMON_TABLES_H
+#define TOOLS_HALVANE_COMMANDS_DAEMON_TABLES_H
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "tools/halvane/output/daemon_tables.h"
+#include "tools/halvane/commands/daemon_tables.h"
 
 #include <array>
 #include <cinttypes>
