@@ -45,7 +45,8 @@ class Message {
 
     // The length may be wrong by what the input says.
     void put(Bytes& bytes, std::uint16_t type, View value) {
-        const auto wrong = source_.byte() == 0xFF ? source_.integer<std::uint16_t>() : 0;
+        const std::size_t wrong =
+            source_.byte() == 0xFF ? source_.integer<std::uint16_t>() : std::uint16_t{0};
         append(bytes, static_cast<std::uint16_t>(4 + value.size() + wrong));
         append(bytes, type);
         bytes.insert(bytes.end(), value.begin(), value.end());

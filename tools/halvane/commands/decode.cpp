@@ -263,9 +263,10 @@ std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOption
 int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>& files) {
     const SurveyOfFiles survey = surveyWithProgress(files, options);
     auto all = survey.survey.networks();
-    const auto rest = std::ranges::stable_partition(
-        all, [&](const Network& network) { return options.list.filter.passes(network); });
-    const std::span<Network> networks(all.begin(), rest.begin());
+    const auto rest = std::stable_partition(all.begin(), all.end(), [&](const Network& network) {
+        return options.list.filter.passes(network);
+    });
+    const std::span<Network> networks(all.begin(), rest);
     const auto ends = survey.ends();
     const CellSurroundings surroundings = cellSurroundings(options.list, ends);
     sortNetworks(networks, orderFor(options), surroundings);

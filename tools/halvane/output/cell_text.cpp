@@ -52,9 +52,8 @@ void appendMark(ShownText& to, const ShownText& mark) {
 ShownText cut(const ShownText& text, std::size_t head, std::size_t rest, const ShownText& mark) {
     const auto& units = text.units();
     const Part first = fitting(units.begin(), units.end(), head);
-    const Part last =
-        rest == 0 ? Part{}
-                  : fitting(units.rbegin(), units.rend() - first.count, head + rest - first.cells);
+    const auto left = units.rend() - static_cast<std::ptrdiff_t>(first.count);
+    const Part last = rest == 0 ? Part{} : fitting(units.rbegin(), left, head + rest - first.cells);
     ShownText result;
     appendUnits(result, text, 0, first.count);
     appendMark(result, mark);

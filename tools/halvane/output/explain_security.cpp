@@ -73,7 +73,7 @@ void addFeatures(Parts& value, Parts& because, const ExplainedBss& bss) {
         if (use.feature == air::Feature::FastTransition) {
             const auto domain = bss.places.decode<air::MobilityDomain>();
             if (!domain) continue;
-            const unsigned id = domain->identifier[0] | domain->identifier[1] << 8;
+            const unsigned id = domain->identifier[0] | domain->identifier[1] * 0x100U;
             value.push_back(part("FT", kCommaJoiner));
             because.push_back(part(bss.places.of(use.source) + ": " + hexText(id)));
         } else if (use.feature == air::Feature::SaeHashToElement) {
