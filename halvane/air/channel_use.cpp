@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <span>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/channel_use_internal.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/inheritance.h"

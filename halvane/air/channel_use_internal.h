@@ -5,6 +5,7 @@
 
 #include <optional>
 
+#include "halvane/air/channel.h"
 #include "halvane/air/channel_use.h"
 #include "halvane/air/ds_parameter_set.h"
 #include "halvane/air/eht_operation.h"

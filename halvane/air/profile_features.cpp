@@ -1,8 +1,10 @@
 #include <optional>
 
+#include "halvane/air/bit_octets.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/extended_capabilities.h"
 #include "halvane/air/feature_use.h"
+#include "halvane/air/he_capabilities.h"
 #include "halvane/air/he_mac_capabilities.h"
 #include "halvane/air/he_phy_capabilities.h"
 #include "halvane/air/inheritance.h"

@@ -16,8 +16,13 @@
 #include "halvane/model/bss_option_table_internal.h"
 
 #include "tools/halvane/input/maker_list.h"
+#include "tools/halvane/output/fitted_table.h"
+#include "tools/halvane/output/maker_name.h"
 #include "tools/halvane/output/reason_code.h"
+#include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/signal_bar.h"
+#include "tools/halvane/output/text_table.h"
+#include "tools/halvane/output/theme.h"
 
 namespace halvane::tool {
 

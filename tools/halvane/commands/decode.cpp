@@ -31,15 +31,19 @@
 #include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
+#include "tools/halvane/options/list_options.h"
 #include "tools/halvane/output/findings_list.h"
+#include "tools/halvane/output/format.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
 #include "tools/halvane/output/record_writer.h"
+#include "tools/halvane/output/standard_output.h"
 #include "tools/halvane/output/surroundings.h"
 #include "tools/halvane/output/text_style.h"
 #include "tools/halvane/survey/cut_elements.h"
 #include "tools/halvane/survey/network.h"
+#include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
 

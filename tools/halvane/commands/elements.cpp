@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <stdio.h>
 #include <string>
 #include <string_view>
 #include <system_error>

@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "halvane/air/channel.h"
 #include "halvane/base/byte_buffer.h"

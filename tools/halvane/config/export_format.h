@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/byte_buffer.h"
 #include "halvane/base/result.h"
 #include "halvane/model/bss_config.h"
 

@@ -2,9 +2,15 @@
 #include <archive.h>
 #include <archive_entry.h>
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <utility>
 
 #include "tools/halvane/input/compressed_source.h"
 #include "tools/halvane/input/decompressor.h"
+#include "tools/halvane/input/octet_source.h"
 
 namespace halvane::tool {
 

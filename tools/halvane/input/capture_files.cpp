@@ -1,6 +1,7 @@
 #include "tools/halvane/input/capture_files.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <system_error>

@@ -1,5 +1,6 @@
 #include "tools/halvane/input/capture_reader.h"
 
+#include <cstddef>
 #include <utility>
 
 #include "tools/halvane/input/capture_format.h"

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/result.h"
+
 #include "tools/halvane/input/octet_source.h"
 
 namespace halvane::tool {

@@ -1,9 +1,17 @@
 // gzip, by zlib.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <memory>
+#include <span>
+#include <utility>
+#include <zconf.h>
 #include <zlib.h>
 
 #include "tools/halvane/input/compressed_source.h"
 #include "tools/halvane/input/decompressor.h"
+#include "tools/halvane/input/octet_source.h"
 
 namespace halvane::tool {
 

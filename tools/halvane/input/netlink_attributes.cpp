@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <linux/netlink.h>
 
 namespace halvane::tool {

@@ -1,12 +1,21 @@
 // pcap, through libpcap.
 #include <algorithm>
 #include <array>
+#include <bits/types/cookie_io_functions_t.h>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <optional>
 #include <pcap/pcap.h>
+#include <string>
 #include <sys/types.h>
 #include <utility>
 
+#include "halvane/base/result.h"
+#include "halvane/capture/link_type.h"
+
+#include "tools/halvane/input/input_stream.h"
 #include "tools/halvane/input/link_type_name.h"
 #include "tools/halvane/input/packet_source.h"
 

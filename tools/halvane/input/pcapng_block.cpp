@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "halvane/base/byte_cursor.h"
+
 namespace halvane::tool {
 
 namespace {

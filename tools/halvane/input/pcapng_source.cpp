@@ -1,8 +1,18 @@
 // pcapng (https://www.ietf.org/archive/id/draft-ietf-opsawg-pcapng-03.html).
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
+#include "halvane/base/result.h"
+#include "halvane/capture/link_type.h"
+
+#include "tools/halvane/input/input_stream.h"
 #include "tools/halvane/input/link_type_name.h"
 #include "tools/halvane/input/ordered_cursor.h"
 #include "tools/halvane/input/packet_source.h"

@@ -1,8 +1,14 @@
 // xz, by liblzma.
+#include <cstddef>
+#include <cstdint>
 #include <lzma.h>
+#include <memory>
+#include <span>
+#include <utility>
 
 #include "tools/halvane/input/compressed_source.h"
 #include "tools/halvane/input/decompressor.h"
+#include "tools/halvane/input/octet_source.h"
 
 namespace halvane::tool {
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/channel.h"
 #include "halvane/air/security.h"
 #include "halvane/ie/fancy_formatting.h"
 
@@ -13,8 +14,10 @@
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/cell_text.h"
 #include "tools/halvane/output/fitted_table.h"
+#include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/signal_bar.h"
 #include "tools/halvane/output/standard_output.h"
+#include "tools/halvane/output/text_table.h"
 
 namespace halvane::tool {
 

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
 #include "halvane/air/feature.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/max_rates.h"
@@ -15,7 +17,10 @@
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/age_text.h"
 #include "tools/halvane/output/signal_bar.h"
+#include "tools/halvane/output/text_table.h"
+#include "tools/halvane/output/theme.h"
 #include "tools/halvane/output/time_text.h"
+#include "tools/halvane/survey/network_statistics.h"
 #include "tools/halvane/survey/saturated.h"
 
 namespace halvane::tool {

@@ -15,6 +15,7 @@
 #include "tools/halvane/input/maker_list.h"
 #include "tools/halvane/output/fitted_table.h"
 #include "tools/halvane/output/glyphs.h"
+#include "tools/halvane/output/maker_name.h"
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/survey/network.h"
 

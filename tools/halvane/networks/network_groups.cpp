@@ -8,7 +8,10 @@
 #include <tuple>
 #include <utility>
 
+#include "halvane/air/channel_use.h"
 #include "halvane/base/mac_address.h"
+
+#include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
 

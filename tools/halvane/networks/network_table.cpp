@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "tools/halvane/output/fitted_table.h"
+#include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/standard_output.h"
 
 namespace halvane::tool {

@@ -1,5 +1,6 @@
 #include "tools/halvane/options/list_options.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "tools/halvane/options/format_option.h"
 #include "tools/halvane/options/network_conditions.h"
+#include "tools/halvane/output/unicode.h"
 #include "tools/halvane/survey/survey.h"
 
 namespace halvane::tool {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <string>
 #include <utility>
 
 #include "halvane/air/channel.h"
@@ -15,6 +17,7 @@
 #include "tools/halvane/networks/wildcard.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/folded_case.h"
+#include "tools/halvane/survey/network.h"
 
 namespace halvane::tool {
 

@@ -1,6 +1,7 @@
 #include "tools/halvane/output/element_places.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "halvane/air/element_info.h"

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <string_view>
+#include <utility>
 
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/country.h"
@@ -34,6 +36,7 @@
 #include "halvane/air/wmm.h"
 #include "halvane/air/wpa.h"
 #include "halvane/base/byte_cursor.h"
+#include "halvane/base/ssid.h"
 
 #include "tools/halvane/output/country_text.h"
 #include "tools/halvane/output/explain_parts.h"

@@ -18,6 +18,8 @@
 
 #include "tools/halvane/output/explain_parts.h"
 #include "tools/halvane/output/shown_text.h"
+#include "tools/halvane/output/theme.h"
+#include "tools/halvane/output/wrapped_text.h"
 
 namespace halvane::tool {
 

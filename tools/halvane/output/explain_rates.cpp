@@ -7,12 +7,14 @@
 #include <string_view>
 #include <utility>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/channel.h"
 #include "halvane/air/generation.h"
 #include "halvane/air/max_rates.h"
 #include "halvane/air/phy_rate.h"
 
 #include "tools/halvane/output/explain_parts.h"
+#include "tools/halvane/output/theme.h"
 
 namespace halvane::tool {
 

@@ -26,6 +26,9 @@
 #include "tools/halvane/output/explain_rates.h"
 #include "tools/halvane/output/explain_security.h"
 #include "tools/halvane/output/network_name.h"
+#include "tools/halvane/output/shown_text.h"
+#include "tools/halvane/output/theme.h"
+#include "tools/halvane/output/wrapped_text.h"
 
 namespace halvane::tool {
 

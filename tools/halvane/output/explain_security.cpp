@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
 #include "halvane/air/feature.h"
@@ -18,6 +19,7 @@
 #include "halvane/air/wpa.h"
 
 #include "tools/halvane/output/explain_parts.h"
+#include "tools/halvane/output/theme.h"
 
 namespace halvane::tool {
 

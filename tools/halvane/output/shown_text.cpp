@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 #include "halvane/base/ascii_internal.h"
 #include "halvane/base/utf8_internal.h"

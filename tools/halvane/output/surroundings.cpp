@@ -7,6 +7,7 @@
 #include <locale.h>
 #include <string_view>
 #include <sys/ioctl.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace halvane::tool {

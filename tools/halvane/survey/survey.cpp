@@ -5,6 +5,8 @@
 #include <set>
 #include <utility>
 
+#include "halvane/air/bss_profile.h"
+
 namespace halvane::tool {
 
 void Survey::hold(Heard&& heard) {
