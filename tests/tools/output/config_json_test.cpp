@@ -40,6 +40,8 @@ TEST(ConfigJSON, WritesOctetsAsDigitsAndTextsAsTheyAre) {
     configuration.setChannel(INT64_MIN);
     const JSON object = jsonOf(configuration);
     EXPECT_EQ(object["ssid"], "00ff");
+    EXPECT_EQ(object["ssidText"], "\\x00\\xFF");
+    EXPECT_EQ((--object.end()).key(), "ssidText");
     EXPECT_EQ(object["passphrase"], "70617373776f7264");
     EXPECT_EQ(object["country"], "DE");
     EXPECT_EQ(object["wpsDeviceName"], "Caf\xC3\xA9 \"1\"");

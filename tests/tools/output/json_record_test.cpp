@@ -12,9 +12,11 @@
 #include <random>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/vendor.h"
@@ -32,6 +34,7 @@
 #include "tools/halvane/output/config_properties.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/frame_properties.h"
+#include "tools/halvane/output/maker_lookup.h"
 #include "tools/halvane/output/model_properties.h"
 #include "tools/halvane/output/record_json.h"
 #include "tools/halvane/output/record_properties.h"
@@ -69,6 +72,8 @@ bool isOf(PropertyKind kind, const JSON& value) {
         case PropertyKind::Bytes:
             return value.is_string() && value.get<std::string>().find_first_not_of(
                                             "0123456789abcdef") == std::string::npos;
+        case PropertyKind::Scalar:
+            return value.is_boolean() || value.is_number_integer() || value.is_string();
         case PropertyKind::Object:
             return value.is_object();
         case PropertyKind::Array:
@@ -248,6 +253,65 @@ TEST(JSONRecord, OfAFrameBeginsWithItsOrigin) {
     writeJSON(writer, sighting, std::nullopt);
     EXPECT_EQ(writer.text().substr(0, 43), R"({"radioChannel":1,"mac":"02:00:00:00:00:01")");
     EXPECT_EQ(JSON::parse(writer.text())["SSID"], "home");
+}
+
+// A network with a country and with attributes of Wi-Fi Protected Setup.
+Bytes elementsWithTexts() {
+    const Bytes country = element(7, {'D', 'E', ' ', 1, 13, 20});
+    const Bytes setup = element(
+        221, {0x00, 0x50, 0xF2, 4, 0x10, 0x11, 0, 2, 'a', 0x1B, 0x10, 0x21, 0, 3, 'b', '"', 'c'});
+    return joined({ssidElement("home"), country, setup});
+}
+
+TEST(JSONRecord, EndsWithTheTextsOfItsOctets) {
+    JSONWriter writer;
+    writeJSON(writer, {recordOf(elementsWithTexts()), std::nullopt}, std::nullopt);
+    const std::string text(writer.text());
+    const std::string end =
+        R"(,"countryCodeText":"DE ","wpsText":{"deviceName":"a\\x1B","manufacturer":"b\"c"}})";
+    ASSERT_GT(text.size(), end.size());
+    EXPECT_EQ(text.substr(text.size() - end.size()), end);
+    const JSON record = JSON::parse(text);
+    EXPECT_EQ(record["countryIE"]["countryCode"], "444520");
+    EXPECT_EQ(record["wpsIE"]["tlvs"]["deviceName"], "611b");
+    EXPECT_FALSE(record["wpsIE"]["tlvs"].contains("deviceNameText"));
+}
+
+TEST(JSONRecord, HasNoTextsWithoutOctets) {
+    JSONWriter writer;
+    writeJSON(writer, {recordOf(joined({ssidElement("home"), wpsElement()})), std::nullopt},
+              std::nullopt);
+    const JSON record = JSON::parse(writer.text());
+    EXPECT_TRUE(record.contains("wpsIE"));
+    EXPECT_FALSE(record.contains("wpsText"));
+    EXPECT_FALSE(record.contains("countryCodeText"));
+}
+
+TEST(JSONRecord, OfAClientHasTheTextsToo) {
+    auto client = HalvaneClient::initWithMAC({0x02, 0, 0, 0, 0, 1});
+    client.setInformationElements(ByteBuffer(elementsWithTexts()));
+    expectAsOfTree(client);
+    const JSON object = JSON::parse(textOf(client, Layout::OneLine));
+    EXPECT_EQ(object["wpsText"]["manufacturer"], "b\"c");
+    EXPECT_EQ(object["countryCodeText"], "DE ");
+}
+
+TEST(JSONRecord, EndsWithTheMakerThatIsKnown) {
+    const capture::Sighting sighting{recordOf(ssidElement("home")), std::nullopt};
+    const auto endOf = [&](const MakerOf& makerOf) {
+        JSONWriter writer;
+        writeJSON(writer, sighting, std::nullopt, nullptr, makerOf);
+        const JSON record = JSON::parse(writer.text());
+        return (--record.end()).key() + "=" + (--record.end()).value().dump();
+    };
+    EXPECT_EQ(endOf([](const MacAddress& address) {
+                  EXPECT_EQ(address.buffer().hex(), "020000000001");
+                  return std::optional<std::string_view>("Lantern \"1\"");
+              }),
+              R"(maker="Lantern \"1\"")");
+    EXPECT_EQ(endOf([](const MacAddress&) { return std::optional<std::string_view>(); }),
+              endOf({}));
+    EXPECT_TRUE(endOf({}).starts_with("findings=")) << endOf({});
 }
 
 }  // namespace

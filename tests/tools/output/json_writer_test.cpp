@@ -278,6 +278,24 @@ TEST(JSONWriterContainers, AreIndentedByTwoColumns) {
               "{\n  \"a\": [\n    1\n  ]\n}");
 }
 
+TEST(JSONWriterContainers, EscapeNamesThatAreNoLiterals) {
+    for (const auto layout : {JSONWriter::Layout::OneLine, JSONWriter::Layout::Indented}) {
+        JSONWriter writer(layout);
+        writer.beginObject();
+        writer.name("a\"b");
+        writer.integer(1);
+        writer.name("");
+        writer.beginArray();
+        writer.endArray();
+        writer.key("$ref");
+        writer.boolean(true);
+        writer.endObject();
+        EXPECT_EQ(writer.text(), layout == JSONWriter::Layout::OneLine
+                                     ? "{\"a\\\"b\":1,\"\":[],\"$ref\":true}"
+                                     : "{\n  \"a\\\"b\": 1,\n  \"\": [],\n  \"$ref\": true\n}");
+    }
+}
+
 TEST(JSONWriterContainers, OfNothingAreBracketsInBothLayouts) {
     for (const Layout layout : {Layout::OneLine, Layout::Indented}) {
         EXPECT_EQ(written(

@@ -22,6 +22,8 @@
 
 #include "tools/halvane/output/config_properties.h"
 #include "tools/halvane/output/frame_properties.h"
+#include "tools/halvane/output/json_record.h"
+#include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/model_properties.h"
 #include "tools/halvane/output/record_properties.h"
 #include "tools/halvane/output/regulatory_properties.h"
@@ -47,6 +49,8 @@ struct Outer {
     std::optional<std::vector<Inner>> inners() const { return std::nullopt; }
     ByteBuffer address{1, 2};
 };
+// Holds others of its kind.
+struct Tree {};
 
 }  // namespace
 
@@ -67,6 +71,15 @@ inline constexpr auto kProperties<Outer> = std::tuple{
     HALVANE_PROPERTY(inners),
     Property{"address", [](const Outer& outer) { return addressIn(outer.address); }},
     Property{"shown", [](const Outer& outer) { return ShownOctets{outer.address.bytes()}; }},
+};
+
+template <>
+inline constexpr std::string_view kTableName<Tree> = "tree";
+template <>
+inline constexpr auto kProperties<Tree> = std::tuple{
+    Property{"value", [](const Tree&) { return ScalarValue(true); }},
+    Property{"octets", [](const Tree&) { return HexOctets(); }},
+    Property{"branches", [](const Tree&) { return Streamed<std::optional<std::vector<Tree>>>(); }},
 };
 
 namespace {
@@ -108,6 +121,24 @@ TEST(PropertyTable, TellsKindAndPresenceByWhatTheReaderReturns) {
     EXPECT_EQ(kDescribed[7].members[0].key, "count");
 }
 
+TEST(PropertyTable, MayContainItself) {
+    constexpr auto& kDescribed = kPropertyDescriptions<Tree>;
+    EXPECT_EQ(kDescribed[0].kind, Kind::Scalar);
+    EXPECT_EQ(kDescribed[1].kind, Kind::Bytes);
+    EXPECT_EQ(kDescribed[2].kind, Kind::Array);
+    EXPECT_TRUE(kDescribed[2].mayBeAbsent);
+    EXPECT_EQ(kDescribed[2].members.table(), "tree");
+    EXPECT_EQ(&kDescribed[2].members[0], &kDescribed[0]);
+    EXPECT_EQ(kDescribed[0].members.table(), "");
+    EXPECT_TRUE(kDescribed[0].members.empty());
+}
+
+TEST(PropertyTable, LeavesStreamedMembersToTheWriterOfTheRecord) {
+    JSONWriter writer;
+    writeObject(writer, Tree());
+    EXPECT_EQ(writer.text(), R"({"value":true,"octets":""})");
+}
+
 TEST(PropertyTable, AnEmptyAddressIsAbsent) {
     EXPECT_FALSE(addressIn(ByteBuffer()));
     EXPECT_FALSE(addressIn(std::optional<ByteBuffer>()));
@@ -146,8 +177,8 @@ TEST(PropertyTable, OfAFrameRepeatsNoKeyOfItsRecord) {
     EXPECT_EQ(count, 2u + 1u + 21u);
 }
 
-TEST(PropertyTable, OfAConfigurationHasEveryFieldOfItsSkeleton) {
-    EXPECT_EQ(kPropertyDescriptions<HalvaneBSSConfig>.size(), 41u);
+TEST(PropertyTable, OfAConfigurationHasEveryFieldOfItsSkeletonAndTheTextOfTheSSID) {
+    EXPECT_EQ(kPropertyDescriptions<HalvaneBSSConfig>.size(), 41u + 1u);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -64,6 +65,12 @@ bool isList(Format format) {
     return format == Format::Table || format == Format::CSV;
 }
 
+// The list of makers is read for the first address that may stand in it.
+std::optional<std::string_view> makerOf(const MacAddress& address) {
+    if (address.isLocal() || address.isGroup()) return std::nullopt;
+    return MakerList::ofSystem().find(address);
+}
+
 TextStyle textStyle(const DecodeOptions& options) {
     Surroundings surroundings = surroundingsOf(stdout);
     if (options.list.width) surroundings.columns = options.list.width;
@@ -71,7 +78,7 @@ TextStyle textStyle(const DecodeOptions& options) {
 }
 
 std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options) {
-    if (!options.isExplained) return RecordWriter::create(options.format, stdout);
+    if (!options.isExplained) return RecordWriter::create(options.format, stdout, makerOf);
     return RecordWriter::createExplaining(
         stdout, textStyle(options),
         [](const MacAddress& address) { return MakerList::ofSystem().cell(address); });

@@ -93,6 +93,8 @@ struct ItemOf<air::Neighbors> {
 // --- Tables ---
 
 template <>
+inline constexpr std::string_view kTableName<air::MaxRates> = "maxRates";
+template <>
 inline constexpr auto kProperties<air::MaxRates> = std::tuple{
     Property{"HT", [](const air::MaxRates& rates) { return rateIn(rates.ht); }},
     Property{"VHT", [](const air::MaxRates& rates) { return rateIn(rates.vht); }},
@@ -100,6 +102,8 @@ inline constexpr auto kProperties<air::MaxRates> = std::tuple{
     Property{"EHT", [](const air::MaxRates& rates) { return rateIn(rates.eht); }},
 };
 
+template <>
+inline constexpr std::string_view kTableName<air::MldLink> = "mldLink";
 template <>
 inline constexpr auto kProperties<air::MldLink> = std::tuple{
     Property{"id", [](const air::MldLink& link) { return link.id; }},
@@ -111,6 +115,8 @@ inline constexpr auto kProperties<air::MldLink> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<air::MldProfile> = "mld";
+template <>
 inline constexpr auto kProperties<air::MldProfile> = std::tuple{
     Property{"address", [](const air::MldProfile& mld) { return addressOf(mld.address); }},
     Property{
@@ -118,6 +124,8 @@ inline constexpr auto kProperties<air::MldProfile> = std::tuple{
         [](const air::MldProfile& mld) -> const std::vector<air::MldLink>& { return mld.links; }},
 };
 
+template <>
+inline constexpr std::string_view kTableName<air::Neighbor> = "neighbor";
 template <>
 inline constexpr auto kProperties<air::Neighbor> = std::tuple{
     Property{"bssid",
@@ -140,6 +148,8 @@ inline constexpr auto kProperties<air::Neighbor> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<air::BssLoadProfile> = "bssLoad";
+template <>
 inline constexpr auto kProperties<air::BssLoadProfile> = std::tuple{
     Property{"stations", [](const air::BssLoadProfile& load) { return load.stations; }},
     Property{"utilization", [](const air::BssLoadProfile& load) { return load.utilization; }},
@@ -147,6 +157,8 @@ inline constexpr auto kProperties<air::BssLoadProfile> = std::tuple{
              [](const air::BssLoadProfile& load) { return load.admissionCapacity; }},
 };
 
+template <>
+inline constexpr std::string_view kTableName<air::CountryProfile> = "country";
 template <>
 inline constexpr auto kProperties<air::CountryProfile> = std::tuple{
     Property{"code", [](const air::CountryProfile& country) { return country.code; }},
@@ -215,6 +227,8 @@ constexpr auto networkProperties(Profile profile) {
 }
 
 template <>
+inline constexpr std::string_view kTableName<air::NontransmittedBss> = "sharedBeaconBSS";
+template <>
 inline constexpr auto kProperties<air::NontransmittedBss> = std::tuple_cat(
     std::tuple{
         Property{"bssid", [](const air::NontransmittedBss& item) { return addressOf(item.bssid); }},
@@ -231,6 +245,8 @@ inline constexpr auto kProperties<air::NontransmittedBss> = std::tuple_cat(
     });
 
 template <>
+inline constexpr std::string_view kTableName<MultipleBssidView> = "multipleBSSID";
+template <>
 inline constexpr auto kProperties<MultipleBssidView> = std::tuple{
     Property{"maxIndicator",
              [](const MultipleBssidView& view) { return view.profile.maxBssidIndicator; }},
@@ -244,6 +260,8 @@ inline const air::BssProfile& itself(const air::BssProfile& profile) {
     return profile;
 }
 
+template <>
+inline constexpr std::string_view kTableName<air::BssProfile> = "air";
 template <>
 inline constexpr auto kProperties<air::BssProfile> = std::tuple_cat(
     networkProperties(itself),
@@ -285,6 +303,8 @@ inline constexpr auto kProperties<air::BssProfile> = std::tuple_cat(
 
 // The members of a finding for programs: its row, and the places that it was taken from.
 template <>
+inline constexpr std::string_view kTableName<air::Source> = "source";
+template <>
 inline constexpr auto kProperties<air::Source> = std::tuple{
     Property{"element",
              [](const air::Source& source) -> std::optional<int> {
@@ -309,6 +329,8 @@ inline constexpr auto kProperties<air::Source> = std::tuple{
              }},
 };
 
+template <>
+inline constexpr std::string_view kTableName<air::Finding> = "finding";
 template <>
 inline constexpr auto kProperties<air::Finding> = std::tuple{
     Property{"id", [](const air::Finding& finding) { return finding.info().id; }},

@@ -64,6 +64,8 @@ inline std::vector<ListedChannel> channelsIn(const air::OperatingClass& row) {
 // --- Tables ---
 
 template <>
+inline constexpr std::string_view kTableName<air::WideChannel> = "widerChannel";
+template <>
 inline constexpr auto kProperties<air::WideChannel> = std::tuple{
     Property{"channelNumber",
              [](const air::WideChannel& channel) { return int{channel.center.number}; }},
@@ -73,6 +75,8 @@ inline constexpr auto kProperties<air::WideChannel> = std::tuple{
     Property{"width", [](const air::WideChannel& channel) { return megahertzOf(channel.width); }},
 };
 
+template <>
+inline constexpr std::string_view kTableName<air::PlannedChannel> = "plannedChannel";
 template <>
 inline constexpr auto kProperties<air::PlannedChannel> = std::tuple{
     Property{"band",
@@ -104,12 +108,16 @@ inline constexpr auto kProperties<air::PlannedChannel> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<ListedChannel> = "classChannel";
+template <>
 inline constexpr auto kProperties<ListedChannel> = std::tuple{
     Property{"channelNumber", [](const ListedChannel& channel) { return int{channel.number}; }},
     Property{"channelFrequency",
              [](const ListedChannel& channel) { return megahertzIn(channel.frequency); }},
 };
 
+template <>
+inline constexpr std::string_view kTableName<air::OperatingClass> = "operatingClass";
 template <>
 inline constexpr auto kProperties<air::OperatingClass> = std::tuple{
     Property{"operatingClass", [](const air::OperatingClass& row) { return int{row.number}; }},

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 #include <tuple>
 
 #include "halvane/model/bss_config.h"
@@ -15,6 +16,8 @@
 
 namespace halvane::tool {
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneBSSConfig> = "configuration";
 template <>
 inline constexpr auto kProperties<HalvaneBSSConfig> = std::tuple{
     HALVANE_PROPERTY(ssid),
@@ -61,6 +64,9 @@ inline constexpr auto kProperties<HalvaneBSSConfig> = std::tuple{
              [](const HalvaneBSSConfig& record) -> std::optional<std::int64_t> {
                  return record.managementFrameProtection();
              }},
+    // The SSID as text, behind the properties that programs know the order of.
+    Property{"ssidText",
+             [](const HalvaneBSSConfig& record) { return shownOctetsIn(record.ssid()); }},
 };
 
 }  // namespace halvane::tool

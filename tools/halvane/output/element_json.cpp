@@ -14,7 +14,9 @@
 #include "halvane/air/field_sink.h"
 
 #include "tools/halvane/output/described_element.h"
+#include "tools/halvane/output/element_properties.h"
 #include "tools/halvane/output/element_text.h"
+#include "tools/halvane/output/json_record.h"
 
 namespace halvane::tool {
 
@@ -31,41 +33,30 @@ class FieldJSON : public air::FieldSink {
         : writer_(writer), list_(list), element_(element), head_(head), report_(report) {}
 
     void flag(const air::FieldPlace& place, std::string_view label, bool value) override {
-        begin(place, label);
-        writer_.boolean(value);
-        writer_.endObject();
+        write({.name = label, .place = place, .value = value});
     }
     void number(const air::FieldPlace& place, std::string_view label, std::int64_t value,
                 const air::NumberForm& form) override {
-        begin(place, label);
-        writer_.integer(value);
-        const auto name = form.nameOf(static_cast<std::uint32_t>(value));
-        if (!name.empty()) {
-            writer_.key("meaning");
-            writer_.string(name);
-        }
-        if (!form.unit.empty()) {
-            writer_.key("unit");
-            writer_.string(form.unit);
-        }
-        writer_.endObject();
+        write({.name = label,
+               .place = place,
+               .value = value,
+               .meaning = form.nameOf(static_cast<std::uint32_t>(value)),
+               .unit = form.unit});
     }
     void text(const air::FieldPlace& place, std::string_view label,
               std::string_view value) override {
-        begin(place, label);
-        writer_.string(value);
-        writer_.endObject();
+        write({.name = label, .place = place, .value = value});
     }
     void octets(const air::FieldPlace& place, std::string_view label, air::Octets value) override {
-        begin(place, label);
-        writer_.hexString(value);
-        writer_.endObject();
+        write({.name = label, .place = place, .value = HexOctets{value}});
     }
     bool elements(std::string_view label, const air::ElementOctets& value) override {
         if (!list_.mayHoldLists()) return false;
         const std::size_t end = value.offsetOf(value.octets.size());
-        begin({value.offset, end - value.offset}, label);
-        writer_.hexString(value.octets);
+        writer_.beginObject();
+        writeMembers(writer_, ToldField{.name = label,
+                                        .place = air::FieldPlace{value.offset, end - value.offset},
+                                        .value = HexOctets{value.octets}});
         writer_.key("elements");
         writeList(writer_, ElementList(list_, element_, head_, value), report_);
         writer_.endObject();
@@ -73,8 +64,7 @@ class FieldJSON : public air::FieldSink {
     }
     void beginGroup(std::string_view label) override {
         writer_.beginObject();
-        writer_.key("name");
-        writer_.string(label);
+        writeMembers(writer_, ToldField{.name = label});
         writer_.key("fields");
         writer_.beginArray();
     }
@@ -84,22 +74,7 @@ class FieldJSON : public air::FieldSink {
     }
 
   private:
-    void begin(const air::FieldPlace& place, std::string_view label) {
-        writer_.beginObject();
-        writer_.key("name");
-        writer_.string(label);
-        writer_.key("offset");
-        writer_.integer(place.offset);
-        writer_.key("size");
-        writer_.integer(place.size);
-        if (place.bitCount != 0) {
-            writer_.key("bit");
-            writer_.integer(place.firstBit);
-            writer_.key("bits");
-            writer_.integer(place.bitCount);
-        }
-        writer_.key("value");
-    }
+    void write(const ToldField& field) { writeObject(writer_, field); }
 
     JSONWriter& writer_;
     const ElementList& list_;
@@ -108,31 +83,11 @@ class FieldJSON : public air::FieldSink {
     DamageReport& report_;
 };
 
-void writeOctets(JSONWriter& writer, std::size_t offset, air::Octets octets) {
-    writer.key("offset");
-    writer.integer(offset);
-    writer.key("bytes");
-    writer.hexString(octets);
-}
-
-void writeBssid(JSONWriter& writer, const ElementList& list) {
-    if (list.bssid().empty()) return;
-    writer.key("bssid");
-    writer.string(list.bssid());
-}
-
-// `offset` is that in the buffer.
-void writeHead(JSONWriter& writer, const air::Element& element, std::size_t offset) {
-    writer.key("id");
-    writer.integer(air::idOctetOf(element.id));
-    if (const auto extension = air::extensionOf(element.id)) {
-        writer.key("extension");
-        writer.integer(*extension);
-    }
-    writer.key("name");
-    const std::string_view name = air::knownElementName(element);
-    writer.string(name.empty() ? std::string_view(air::elementName(element)) : name);
-    writeOctets(writer, offset, element.body);
+// `offset` is that in the buffer. `name` keeps the name of an element that has none.
+ListedElement listed(const air::Element& element, std::size_t offset, std::string& name) {
+    std::string_view known = air::knownElementName(element);
+    if (known.empty()) known = name = air::elementName(element);
+    return {.id = element.id, .name = known, .offset = offset, .body = element.body};
 }
 
 void writeList(JSONWriter& writer, const ElementList& list, DamageReport& report) {
@@ -153,39 +108,39 @@ void writeList(JSONWriter& writer, const ElementList& list, DamageReport& report
 
 void writeElements(JSONWriter& writer, air::ElementRange elements) {
     writer.beginArray();
+    std::string name;
     auto iterator = elements.begin();
     for (; iterator != elements.end(); ++iterator) {
-        writer.beginObject();
-        writeHead(writer, *iterator, iterator->offset);
-        writer.endObject();
+        writeObject(writer, listed(*iterator, iterator->offset, name));
     }
     const auto trailing = iterator.rest();
     if (!trailing.empty()) {
-        writer.beginObject();
-        writeOctets(writer, trailing.offset, trailing.octets);
-        writer.endObject();
+        writeObject(writer, ListedElement{.offset = trailing.offset, .body = trailing.octets});
     }
     writer.endArray();
 }
 
+void writeValue(JSONWriter& writer, const ListedElements& elements) {
+    writeElements(writer, elements.range);
+}
+
 void writeTrailing(JSONWriter& writer, const ElementList& list,
                    const air::TrailingOctets& trailing) {
-    writer.beginObject();
-    writeBssid(writer, list);
-    writeOctets(writer, list.offsetOf(trailing.offset), trailing.octets);
-    writer.endObject();
+    DecodedElement octets;
+    octets.offset = list.offsetOf(trailing.offset);
+    octets.body = trailing.octets;
+    octets.bssid = list.bssid();
+    writeObject(writer, octets);
 }
 
 void writeElement(JSONWriter& writer, const ElementList& list, const air::Element& element,
                   DamageReport& report) {
-    writer.beginObject();
-    writeBssid(writer, list);
-    writeHead(writer, element, list.offsetOf(element.offset));
     const DescribedElement described(list, element);
-    if (!described.clause().empty()) {
-        writer.key("clause");
-        writer.string(described.clause());
-    }
+    std::string name;
+    const DecodedElement head{listed(element, list.offsetOf(element.offset), name), list.bssid(),
+                              described.clause()};
+    writer.beginObject();
+    writeMembers(writer, head);
     if (described.hasFields()) {
         writer.key("fields");
         writer.beginArray();

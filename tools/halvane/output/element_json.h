@@ -6,6 +6,7 @@
 
 #include "tools/halvane/output/damage_report.h"
 #include "tools/halvane/output/element_list.h"
+#include "tools/halvane/output/element_properties.h"
 #include "tools/halvane/output/json_writer.h"
 
 namespace halvane::tool {
@@ -13,6 +14,9 @@ namespace halvane::tool {
 // Writes an array of all elements: "id", "extension", "name", "offset" and "bytes", the octets of
 // the body. Octets that make no element end it as an item that has "offset" and "bytes" alone.
 void writeElements(JSONWriter& writer, air::ElementRange elements);
+
+// The same as a value of a table.
+void writeValue(JSONWriter& writer, const ListedElements& elements);
 
 // Writes one object of octets of a list that make no element: "offset" and "bytes".
 void writeTrailing(JSONWriter& writer, const ElementList& list,

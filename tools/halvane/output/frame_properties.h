@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 
 #include "halvane/base/number.h"
@@ -26,6 +27,8 @@ inline std::optional<std::string> timeTextIf(const std::optional<std::int64_t>& 
 }
 
 template <>
+inline constexpr std::string_view kTableName<FrameOrigin> = "frameOrigin";
+template <>
 inline constexpr auto kProperties<FrameOrigin> = std::tuple{
     Property{"frame", [](const FrameOrigin& origin) { return origin.number; }},
     Property{"subtype", [](const FrameOrigin& origin) { return subtypeName(origin.subtype); }},
@@ -36,10 +39,14 @@ struct FrameTime {
     const FrameOrigin& origin;
 };
 template <>
+inline constexpr std::string_view kTableName<FrameTime> = "frameTime";
+template <>
 inline constexpr auto kProperties<FrameTime> = std::tuple{
     Property{"time", [](const FrameTime& frame) { return timeTextIf(frame.origin.time); }},
 };
 
+template <>
+inline constexpr std::string_view kTableName<SignalHistogram> = "signal";
 template <>
 inline constexpr auto kProperties<SignalHistogram> = std::tuple{
     Property{"least", [](const SignalHistogram& signal) { return signal.least(); }},
@@ -54,6 +61,8 @@ inline constexpr auto kProperties<SignalHistogram> = std::tuple{
 };
 
 // What follows the record of a network.
+template <>
+inline constexpr std::string_view kTableName<NetworkStatistics> = "statistics";
 template <>
 inline constexpr auto kProperties<NetworkStatistics> = std::tuple{
     Property{"firstSeen",
@@ -71,7 +80,20 @@ inline constexpr auto kProperties<NetworkStatistics> = std::tuple{
              }},
 };
 
+// Who the IEEE assigned the network's address to.
+struct RecordMaker {
+    std::optional<std::string_view> name;
+};
+template <>
+inline constexpr std::string_view kTableName<RecordMaker> = "maker";
+template <>
+inline constexpr auto kProperties<RecordMaker> = std::tuple{
+    Property{"maker", [](const RecordMaker& maker) { return maker.name; }},
+};
+
 // The properties of the sighting alone. Its record has its own table.
+template <>
+inline constexpr std::string_view kTableName<capture::Sighting> = "sighting";
 template <>
 inline constexpr auto kProperties<capture::Sighting> = std::tuple{
     Property{"radioChannel",

@@ -8,8 +8,8 @@
 
 namespace halvane::tool {
 
-// A literal of letters, digits and underscores, which needs no escapes. Any other literal does not
-// compile.
+// A literal of letters, digits, underscores and dollar signs, which needs no escapes. Any other
+// literal does not compile.
 struct JSONKey {
     std::string_view text;
 
@@ -21,7 +21,7 @@ struct JSONKey {
   private:
     static constexpr bool isPlain(char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-               c == '_';
+               c == '_' || c == '$';
     }
 };
 

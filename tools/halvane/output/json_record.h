@@ -11,6 +11,7 @@
 #include <optional>
 #include <ranges>
 #include <string_view>
+#include <variant>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
@@ -48,6 +49,13 @@ inline void writeValue(JSONWriter& writer, const Address& address) {
 inline void writeValue(JSONWriter& writer, const ByteBuffer& bytes) {
     writer.hexString(bytes.bytes());
 }
+inline void writeValue(JSONWriter& writer, const HexOctets& hex) {
+    writer.hexString(hex.octets);
+}
+// No text converts to such a value here.
+inline void writeValue(JSONWriter& writer, const std::same_as<ScalarValue> auto& value) {
+    std::visit([&writer](const auto& held) { writeValue(writer, held); }, value);
+}
 template <Tabled Record>
 void writeValue(JSONWriter& writer, const Record& record) {
     writeObject(writer, record);
@@ -78,6 +86,8 @@ template <typename Value>
 void writeMember(JSONWriter& writer, JSONKey key, const std::shared_ptr<Value>& value) {
     if (value) writeMember(writer, key, *value);
 }
+template <typename Value>
+void writeMember(JSONWriter&, JSONKey, const Streamed<Value>&) {}
 
 // Writes into an open object.
 template <Tabled Record>

@@ -55,6 +55,15 @@ class JSONWriter {
         isAfterKey_ = true;
     }
 
+    // The same with a name that is not known before, and is escaped.
+    void name(std::string_view text) {
+        string(text);
+        makeRoom(2);
+        put(':');
+        if (layout_ == Layout::Indented) put(' ');
+        isAfterKey_ = true;
+    }
+
     // Writes a value: that of a member, the next item of an array, or the whole document.
     void null() { literal("null"); }
     void boolean(bool value) { literal(value ? "true" : "false"); }

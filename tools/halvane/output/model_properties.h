@@ -5,6 +5,7 @@
 #ifndef TOOLS_HALVANE_OUTPUT_MODEL_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_MODEL_PROPERTIES_H
 
+#include <string_view>
 #include <tuple>
 
 #include "halvane/ie/mac.h"
@@ -19,6 +20,8 @@
 namespace halvane::tool {
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneDevice> = "device";
+template <>
 inline constexpr auto kProperties<HalvaneDevice> = std::tuple{
     Property{"MACAddress",
              [](const HalvaneDevice& device) { return addressIn(device.MACAddress()); }},
@@ -26,6 +29,8 @@ inline constexpr auto kProperties<HalvaneDevice> = std::tuple{
     HALVANE_PROPERTY(numRadioChains),
 };
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneInterface> = "interface";
 template <>
 inline constexpr auto kProperties<HalvaneInterface> = std::tuple{
     Property{"ifMAC",
@@ -37,13 +42,22 @@ inline constexpr auto kProperties<HalvaneInterface> = std::tuple{
     HALVANE_PROPERTY(availableChannels),
 };
 
-// The properties of a BSS record, then those that a client adds.
+// The properties of a BSS record, then those that a client adds, then the texts of the record.
 template <>
-inline constexpr auto kProperties<HalvaneClient> =
-    std::tuple_cat(kProperties<HalvaneMAC>,
-                   std::tuple{HALVANE_PROPERTY(isAssociated), HALVANE_PROPERTY(createTime),
-                              HALVANE_PROPERTY(joinTime), HALVANE_PROPERTY(leftTime),
-                              HALVANE_PROPERTY(deauthReason)});
+inline constexpr std::string_view kTableName<HalvaneClient> = "client";
+template <>
+inline constexpr auto kProperties<HalvaneClient> = std::tuple_cat(
+    kProperties<HalvaneMAC>,
+    std::tuple{
+        HALVANE_PROPERTY(isAssociated),
+        HALVANE_PROPERTY(createTime),
+        HALVANE_PROPERTY(joinTime),
+        HALVANE_PROPERTY(leftTime),
+        HALVANE_PROPERTY(deauthReason),
+        Property{"countryCodeText",
+                 [](const HalvaneClient& client) { return countryTextOf(client); }},
+        Property{"wpsText", [](const HalvaneClient& client) { return setupTextsOf(client); }},
+    });
 
 }  // namespace halvane::tool
 

@@ -10,12 +10,14 @@
 //   std::string_view           Text, of a constant
 //   ShownOctets                Text
 //   Address                    Address
-//   ByteBuffer                 Bytes
+//   ByteBuffer, HexOctets      Bytes
+//   ScalarValue                Scalar
 //   a class with a table       Object
 //   a list of these            Array
 //   std::optional or std::shared_ptr of these: the same, and it may be absent
+//   Streamed of any of these: the same; the table describes the member and does not write it
 //
-// A new property is a new row.
+// A new property is a new row, and a sentence about it in property_meanings.cpp.
 #ifndef TOOLS_HALVANE_OUTPUT_PROPERTY_TABLE_H
 #define TOOLS_HALVANE_OUTPUT_PROPERTY_TABLE_H
 
@@ -31,6 +33,7 @@
 #include <string_view>
 #include <tuple>
 #include <type_traits>
+#include <variant>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -52,6 +55,18 @@ struct Address {
 struct ShownOctets {
     std::span<const std::uint8_t> octets;
 };
+
+// Shown as lower-case hexadecimal digits.
+struct HexOctets {
+    std::span<const std::uint8_t> octets;
+};
+
+// A value whose kind is known only when it is read.
+using ScalarValue = std::variant<bool, std::int64_t, std::string_view, HexOctets>;
+
+// A member that the record's own writer writes, behind those of the table.
+template <typename Value>
+struct Streamed {};
 
 // Absent if the address is empty. Valid as long as the buffer's bytes.
 inline std::optional<Address> addressIn(const ByteBuffer& address) {
@@ -90,6 +105,10 @@ inline constexpr std::tuple<> kProperties;
 template <typename Type>
 concept Tabled = !std::same_as<decltype(kProperties<Type>), const std::tuple<>>;
 
+// The name of the table in schemas; empty for a record class without one.
+template <typename Record>
+inline constexpr std::string_view kTableName;
+
 // Calls `take` with each row of the record's table, in order.
 template <typename Record, typename Take>
 constexpr void forEachProperty(Take take) {
@@ -104,9 +123,34 @@ enum class PropertyKind : std::uint8_t {
     Number,  // an integer or a real one
     Text,
     Address,
-    Bytes,  // as lower-case hexadecimal digits
+    Bytes,   // as lower-case hexadecimal digits
+    Scalar,  // a Boolean, an integer or a text
     Object,
     Array,
+};
+
+struct PropertyDescription;
+using PropertyDescriptions = std::span<const PropertyDescription>;
+
+// The rows of a table. They are looked up on use, because a table may contain itself. Those of no
+// table are empty.
+class PropertyRows {
+  public:
+    constexpr PropertyRows() = default;
+    constexpr PropertyRows(std::string_view table, PropertyDescriptions (*descriptions)())
+        : table_(table), rows_(descriptions) {}
+
+    constexpr std::string_view table() const { return table_; }
+    constexpr PropertyDescriptions rows() const;
+
+    constexpr operator PropertyDescriptions() const;
+    constexpr bool empty() const;
+    constexpr std::size_t size() const;
+    constexpr const PropertyDescription& operator[](std::size_t index) const;
+
+  private:
+    std::string_view table_{};
+    PropertyDescriptions (*rows_)() = nullptr;
 };
 
 struct PropertyDescription {
@@ -115,8 +159,24 @@ struct PropertyDescription {
     bool mayBeAbsent;
     PropertyKind itemKind;  // of an array; `kind` otherwise
     // The rows of an object, or of an array's objects. Empty for any other kind.
-    std::span<const PropertyDescription> members;
+    PropertyRows members;
 };
+
+constexpr PropertyDescriptions PropertyRows::rows() const {
+    return rows_ != nullptr ? rows_() : PropertyDescriptions();
+}
+constexpr PropertyRows::operator PropertyDescriptions() const {
+    return rows();
+}
+constexpr bool PropertyRows::empty() const {
+    return rows().empty();
+}
+constexpr std::size_t PropertyRows::size() const {
+    return rows().size();
+}
+constexpr const PropertyDescription& PropertyRows::operator[](std::size_t index) const {
+    return rows()[index];
+}
 
 // Type is what a reader returns, without its reference, pointer or optional.
 template <typename Type>
@@ -139,6 +199,10 @@ template <>
 struct KindOf<Address> : std::integral_constant<PropertyKind, PropertyKind::Address> {};
 template <>
 struct KindOf<ByteBuffer> : std::integral_constant<PropertyKind, PropertyKind::Bytes> {};
+template <>
+struct KindOf<HexOctets> : std::integral_constant<PropertyKind, PropertyKind::Bytes> {};
+template <>
+struct KindOf<ScalarValue> : std::integral_constant<PropertyKind, PropertyKind::Scalar> {};
 template <Tabled Type>
 struct KindOf<Type> : std::integral_constant<PropertyKind, PropertyKind::Object> {};
 template <typename Item>
@@ -149,17 +213,19 @@ struct KindOf<InlineList<Item, Capacity>>
 
 // The parts of such a type.
 template <typename Type>
-struct Parts {
+struct PartsOf {
     using Value = Type;
     static constexpr bool kMayBeAbsent = false;
 };
 template <typename Type>
-struct Parts<std::optional<Type>> {
+struct PartsOf<std::optional<Type>> {
     using Value = Type;
     static constexpr bool kMayBeAbsent = true;
 };
 template <typename Type>
-struct Parts<std::shared_ptr<Type>> : Parts<std::optional<Type>> {};
+struct PartsOf<std::shared_ptr<Type>> : PartsOf<std::optional<Type>> {};
+template <typename Type>
+struct PartsOf<Streamed<Type>> : PartsOf<Type> {};
 
 template <typename Type>
 struct ItemOf {
@@ -181,14 +247,25 @@ constexpr auto describedProperties();
 template <typename Record>
 inline constexpr auto kPropertyDescriptions = describedProperties<Record>();
 
+// The same as a span. A function, and no constant one, because a table that contains itself refers
+// to its rows before they are known.
+template <typename Record>
+PropertyDescriptions propertyDescriptions() {
+    return kPropertyDescriptions<Record>;
+}
+
+// The same, with the table's name.
+template <typename Record>
+inline constexpr PropertyRows kPropertyRows = {kTableName<Record>, propertyDescriptions<Record>};
+
 template <typename Record, typename Read>
 constexpr PropertyDescription describedProperty(const Property<Read>& row) {
     using Returned = std::remove_cvref_t<std::invoke_result_t<const Read&, const Record&>>;
-    using Value = typename Parts<Returned>::Value;
+    using Value = typename PartsOf<Returned>::Value;
     using Item = typename ItemOf<Value>::Item;
     PropertyDescription description = {
-        row.key.text, KindOf<Value>::value, Parts<Returned>::kMayBeAbsent, KindOf<Item>::value, {}};
-    if constexpr (Tabled<Item>) description.members = kPropertyDescriptions<Item>;
+        row.key.text, KindOf<Value>::value, PartsOf<Returned>::kMayBeAbsent, KindOf<Item>::value, {}};
+    if constexpr (Tabled<Item>) description.members = kPropertyRows<Item>;
     return description;
 }
 

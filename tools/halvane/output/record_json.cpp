@@ -2,9 +2,12 @@
 
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/element_range.h"
+#include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
+#include "halvane/ie/mac.h"
 
-#include "tools/halvane/output/air_properties.h"
 #include "tools/halvane/output/element_json.h"
+#include "tools/halvane/output/element_properties.h"
 #include "tools/halvane/output/frame_properties.h"
 #include "tools/halvane/output/json_record.h"
 #include "tools/halvane/output/record_properties.h"
@@ -14,23 +17,25 @@ namespace halvane::tool {
 
 namespace {
 
-// Writes "air", "elements" and "findings"; nothing for a record without elements.
+// Writes the sections of what the elements say; nothing for a record without elements.
 void writeAir(JSONWriter& writer, const capture::Sighting& sighting) {
     const auto& elements = sighting.record.ieBuffer();
     if (!elements) return;
     const air::BssProfile profile = airProfileOf(sighting);
-    writer.key("air");
-    writeObject(writer, profile);
-    writer.key("elements");
-    writeElements(writer, air::ElementRange(elements->bytes()));
-    writer.key("findings");
-    writeValue(writer, profile.findings);
+    writeMembers(writer, RecordAir{profile, air::ElementRange(elements->bytes())});
+}
+
+RecordMaker makerIn(const HalvaneMAC& record, const MakerOf& makerOf) {
+    const auto address = MacAddress::fromBytes(record.mac().bytes());
+    if (!makerOf || !address) return {};
+    return {makerOf(*address)};
 }
 
 }  // namespace
 
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard) {
+               const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard,
+               const MakerOf& makerOf) {
     writer.beginObject();
     if (origin) writeMembers(writer, *origin);
     writeMembers(writer, sighting);
@@ -38,6 +43,8 @@ void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
     writeAir(writer, sighting);
     if (origin) writeMembers(writer, FrameTime{*origin});
     if (heard != nullptr) writeMembers(writer, *heard);
+    writeMembers(writer, RecordTexts{sighting.record});
+    writeMembers(writer, makerIn(sighting.record, makerOf));
     writer.endObject();
 }
 

@@ -8,15 +8,17 @@
 
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/json_writer.h"
+#include "tools/halvane/output/maker_lookup.h"
 #include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
 
 // Writes one object: "frame" and "subtype" if the origin is known, "radioChannel" if it differs
-// from the record's channel, the record's members, and at the end the frame's time or how the
-// network was heard; null if that is not known.
+// from the record's channel, the record's members, the frame's time or how the network was heard
+// (null if that is not known), and at the end the texts of octets and the maker of the address.
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
-               const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard = nullptr);
+               const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard = nullptr,
+               const MakerOf& makerOf = {});
 
 }  // namespace halvane::tool
 

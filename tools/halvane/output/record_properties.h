@@ -4,6 +4,8 @@
 #ifndef TOOLS_HALVANE_OUTPUT_RECORD_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_RECORD_PROPERTIES_H
 
+#include <optional>
+#include <string_view>
 #include <tuple>
 
 #include "halvane/base/vendor.h"
@@ -24,6 +26,8 @@
 
 namespace halvane::tool {
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneRSNIE> = "rsn";
 template <>
 inline constexpr auto kProperties<HalvaneRSNIE> = std::tuple{
     HALVANE_PROPERTY(oui),
@@ -48,6 +52,8 @@ inline constexpr auto kProperties<HalvaneRSNIE> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneChannelTuple> = "countryChannels";
+template <>
 inline constexpr auto kProperties<HalvaneChannelTuple> = std::tuple{
     HALVANE_PROPERTY(firstChannel),
     HALVANE_PROPERTY(numChannels),
@@ -55,12 +61,16 @@ inline constexpr auto kProperties<HalvaneChannelTuple> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneRegulatoryTuple> = "countryRegulation";
+template <>
 inline constexpr auto kProperties<HalvaneRegulatoryTuple> = std::tuple{
     HALVANE_PROPERTY(extensionIdentifier),
     HALVANE_PROPERTY(regulatoryClass),
     HALVANE_PROPERTY(coverageClass),
 };
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneCountryIE> = "countryElement";
 template <>
 inline constexpr auto kProperties<HalvaneCountryIE> = std::tuple{
     HALVANE_PROPERTY(rawIE),
@@ -70,6 +80,8 @@ inline constexpr auto kProperties<HalvaneCountryIE> = std::tuple{
     HALVANE_PROPERTY(regulatoryTuples),
 };
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneTessicIE> = "tessicElement";
 template <>
 inline constexpr auto kProperties<HalvaneTessicIE> = std::tuple{
     HALVANE_PROPERTY(rawIE),          HALVANE_PROPERTY(isValid),
@@ -81,6 +93,8 @@ inline constexpr auto kProperties<HalvaneTessicIE> = std::tuple{
     HALVANE_PROPERTY(isSAWCapable),
 };
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneDWDSIE> = "dwdsElement";
 template <>
 inline constexpr auto kProperties<HalvaneDWDSIE> = std::tuple{
     HALVANE_PROPERTY(rawIE),
@@ -103,6 +117,8 @@ inline HalvaneWPSDeviceType withNames(HalvaneWPSDeviceType deviceType) {
 }
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneWPSDeviceType> = "wpsDeviceType";
+template <>
 inline constexpr auto kProperties<HalvaneWPSDeviceType> = std::tuple{
     HALVANE_PROPERTY(rawDeviceType),
     HALVANE_PROPERTY(isValid),
@@ -117,6 +133,8 @@ inline constexpr auto kProperties<HalvaneWPSDeviceType> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneWPSTLVs> = "wpsAttributes";
+template <>
 inline constexpr auto kProperties<HalvaneWPSTLVs> = std::tuple{
     HALVANE_PROPERTY(rawTLVs), HALVANE_PROPERTY(isValid),
 // clang-format off
@@ -127,12 +145,16 @@ inline constexpr auto kProperties<HalvaneWPSTLVs> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneWPSIE> = "wpsElement";
+template <>
 inline constexpr auto kProperties<HalvaneWPSIE> = std::tuple{
     HALVANE_PROPERTY(rawIE),
     HALVANE_PROPERTY(isValid),
     HALVANE_PROPERTY(tlvs),
 };
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneHTCapabilitiesIE> = "htCapabilities";
 template <>
 inline constexpr auto kProperties<HalvaneHTCapabilitiesIE> = std::tuple{
     HALVANE_PROPERTY(rawIE),
@@ -161,6 +183,8 @@ inline constexpr auto kProperties<HalvaneHTCapabilitiesIE> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneHTOperationIE> = "htOperation";
+template <>
 inline constexpr auto kProperties<HalvaneHTOperationIE> = std::tuple{
     HALVANE_PROPERTY(rawIE),
     HALVANE_PROPERTY(isValid),
@@ -185,6 +209,8 @@ inline constexpr auto kProperties<HalvaneHTOperationIE> = std::tuple{
 };
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneMAC> = "bss";
+template <>
 inline constexpr auto kProperties<HalvaneMAC> = std::tuple{
     Property{"mac", [](const HalvaneMAC& record) { return addressIn(record.mac()); }},
     Property{"SSID", [](const HalvaneMAC& record) { return shownOctetsIn(record.SSID()); }},
@@ -207,6 +233,64 @@ inline constexpr auto kProperties<HalvaneMAC> = std::tuple{
     HALVANE_PROPERTY(wpsIE),
     HALVANE_PROPERTY(HTCaps),
     HALVANE_PROPERTY(HTOperation),
+};
+
+// --- Texts of octets ---
+
+// Programs know the order of the properties above, so the texts follow them and do not stand among
+// them.
+
+// The attributes of Wi-Fi Protected Setup that are texts, under the keys of their octets.
+struct SetupTexts {
+    const HalvaneWPSTLVs& attributes;
+};
+
+#define HALVANE_SETUP_TEXT(getter)                                                                \
+    ::halvane::tool::Property {                                                                   \
+#getter, [](const SetupTexts& texts) { return shownOctetsIn(texts.attributes.getter()); } \
+    }
+
+template <>
+inline constexpr std::string_view kTableName<SetupTexts> = "wpsTexts";
+template <>
+inline constexpr auto kProperties<SetupTexts> = std::tuple{
+    HALVANE_SETUP_TEXT(deviceName),        HALVANE_SETUP_TEXT(manufacturer),
+    HALVANE_SETUP_TEXT(modelName),         HALVANE_SETUP_TEXT(modelNumber),
+    HALVANE_SETUP_TEXT(serialNumber),      HALVANE_SETUP_TEXT(ssid),
+    HALVANE_SETUP_TEXT(identity),          HALVANE_SETUP_TEXT(EAPIdentity),
+    HALVANE_SETUP_TEXT(updatedDeviceName), HALVANE_SETUP_TEXT(updatedPassword),
+    HALVANE_SETUP_TEXT(confirmationURL4),  HALVANE_SETUP_TEXT(confirmationURL6),
+};
+
+inline std::optional<ShownOctets> countryTextOf(const HalvaneMAC& record) {
+    const auto& country = record.countryIE();
+    if (!country) return std::nullopt;
+    return shownOctetsIn(country->countryCode());
+}
+
+// Absent without a text.
+inline std::optional<SetupTexts> setupTextsOf(const HalvaneMAC& record) {
+    const auto& setup = record.wpsIE();
+    if (!setup || !setup->tlvs()) return std::nullopt;
+    const SetupTexts texts{*setup->tlvs()};
+    bool isThereOne = false;
+    forEachProperty<SetupTexts>(
+        [&](const auto& row) { isThereOne = isThereOne || row.read(texts).has_value(); });
+    if (!isThereOne) return std::nullopt;
+    return texts;
+}
+
+struct RecordTexts {
+    const HalvaneMAC& record;
+};
+
+template <>
+inline constexpr std::string_view kTableName<RecordTexts> = "texts";
+template <>
+inline constexpr auto kProperties<RecordTexts> = std::tuple{
+    Property{"countryCodeText",
+             [](const RecordTexts& texts) { return countryTextOf(texts.record); }},
+    Property{"wpsText", [](const RecordTexts& texts) { return setupTextsOf(texts.record); }},
 };
 
 }  // namespace halvane::tool

@@ -128,11 +128,12 @@ class JSONBatch {
 
 class JSONLinesWriter : public RecordWriter {
   public:
-    explicit JSONLinesWriter(std::FILE* stream) : batch_(JSONWriter::Layout::OneLine, stream) {}
+    JSONLinesWriter(std::FILE* stream, MakerOf makerOf)
+        : batch_(JSONWriter::Layout::OneLine, stream), makerOf_(std::move(makerOf)) {}
 
     void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
                const NetworkStatistics* heard) override {
-        writeJSON(batch_.writer(), sighting, origin, heard);
+        writeJSON(batch_.writer(), sighting, origin, heard, makerOf_);
         batch_.writer().newline();
         batch_.commit();
     }
@@ -140,18 +141,20 @@ class JSONLinesWriter : public RecordWriter {
 
   private:
     JSONBatch batch_;
+    MakerOf makerOf_;
 };
 
 // Writes one array, with its brackets around the records as they pass. The records are indented
 // like separate documents.
 class JSONArrayWriter : public RecordWriter {
   public:
-    explicit JSONArrayWriter(std::FILE* stream) : batch_(JSONWriter::Layout::Indented, stream) {}
+    JSONArrayWriter(std::FILE* stream, MakerOf makerOf)
+        : batch_(JSONWriter::Layout::Indented, stream), makerOf_(std::move(makerOf)) {}
 
     void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
                const NetworkStatistics* heard) override {
         batch_.writer().verbatim(isFirst_ ? "[\n" : ",\n");
-        writeJSON(batch_.writer(), sighting, origin, heard);
+        writeJSON(batch_.writer(), sighting, origin, heard, makerOf_);
         batch_.commit();
         isFirst_ = false;
     }
@@ -163,6 +166,7 @@ class JSONArrayWriter : public RecordWriter {
 
   private:
     JSONBatch batch_;
+    MakerOf makerOf_;
     bool isFirst_ = true;
 };
 
@@ -205,7 +209,8 @@ std::unique_ptr<RecordWriter> RecordWriter::createExplaining(
     return std::make_unique<ExplainingWriter>(stream, style, std::move(makerOf));
 }
 
-std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* stream) {
+std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* stream,
+                                                   MakerOf makerOf) {
     switch (format) {
         case Format::Table:
         case Format::CSV:
@@ -213,9 +218,9 @@ std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* str
         case Format::Text:
             return std::make_unique<TextWriter>(stream);
         case Format::JSON:
-            return std::make_unique<JSONArrayWriter>(stream);
+            return std::make_unique<JSONArrayWriter>(stream, std::move(makerOf));
         case Format::JSONLines:
-            return std::make_unique<JSONLinesWriter>(stream);
+            return std::make_unique<JSONLinesWriter>(stream, std::move(makerOf));
         case Format::PropertyList:
             return std::make_unique<PropertyListWriter>(stream);
     }

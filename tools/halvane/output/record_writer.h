@@ -16,6 +16,7 @@
 
 #include "tools/halvane/output/format.h"
 #include "tools/halvane/output/frame_origin.h"
+#include "tools/halvane/output/maker_lookup.h"
 #include "tools/halvane/output/text_style.h"
 #include "tools/halvane/survey/network_statistics.h"
 
@@ -33,7 +34,9 @@ class RecordWriter {
     virtual void finish() = 0;
 
     // REQUIRES: `stream` outlives the writer. Write errors stay in the stream's error flag.
-    static std::unique_ptr<RecordWriter> create(Format format, std::FILE* stream);
+    // `makerOf` is what JSON tells makers by.
+    static std::unique_ptr<RecordWriter> create(Format format, std::FILE* stream,
+                                                MakerOf makerOf = {});
 
     // Writes the profile of each record, with its reasons, in place of the record.
     // `makerOf` returns the cell of a table for the maker of an address; "-" for none.

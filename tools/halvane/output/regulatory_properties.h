@@ -4,6 +4,7 @@
 #ifndef TOOLS_HALVANE_OUTPUT_REGULATORY_PROPERTIES_H
 #define TOOLS_HALVANE_OUTPUT_REGULATORY_PROPERTIES_H
 
+#include <string_view>
 #include <tuple>
 
 #include "halvane/regulatory/channel.h"
@@ -15,12 +16,16 @@
 namespace halvane::tool {
 
 template <>
+inline constexpr std::string_view kTableName<HalvaneChannel> = "regulatoryChannel";
+template <>
 inline constexpr auto kProperties<HalvaneChannel> = std::tuple{
     HALVANE_PROPERTY(channelNumber), HALVANE_PROPERTY(channelFrequency),
     HALVANE_PROPERTY(isRadarProne),  HALVANE_PROPERTY(isDisabled),
     HALVANE_PROPERTY(supports40MHz), HALVANE_PROPERTY(supports80MHz),
 };
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneCountry> = "regulatoryCountry";
 template <>
 inline constexpr auto kProperties<HalvaneCountry> = std::tuple{
     HALVANE_PROPERTY(friendlyName),
@@ -29,6 +34,8 @@ inline constexpr auto kProperties<HalvaneCountry> = std::tuple{
     HALVANE_PROPERTY(channels),
 };
 
+template <>
+inline constexpr std::string_view kTableName<HalvaneSKU> = "sku";
 template <>
 inline constexpr auto kProperties<HalvaneSKU> = std::tuple{
     HALVANE_PROPERTY(friendlyName),
