@@ -116,6 +116,15 @@ const CLIOption kCommands[] = {
 
 const CLIOption kLastCommands[] = {
     {.type = kCLICommand,
+     .longName = "schema",
+     .handler = handle<schemaCommand>,
+     .subOptions = gSchemaOptions,
+     .shortHelp = "print the schema of a command's JSON",
+     .longHelp = "Prints the JSON Schema (draft 2020-12) of what a command prints with\n"
+                 "--format=json: every key, its type, unit and meaning. The definition 'record'\n"
+                 "is that of a line of --format=jsonl. Without COMMAND it lists the commands\n"
+                 "that print JSON, one a line."},
+    {.type = kCLICommand,
      .longName = "help",
      .handler = _CLIHelpCommand,
      .subOptions = gHelpOptions,

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -34,6 +35,8 @@ struct Channel {
 
 // The properties of a channel for programs.
 template <>
+inline constexpr std::string_view kTableName<Channel> = "mappedChannel";
+template <>
 inline constexpr auto kProperties<Channel> = std::tuple{
     Property{"channelNumber", [](const Channel& channel) { return channel.number; }},
     Property{"channelFrequency", [](const Channel& channel) { return channel.frequency; }},
@@ -42,6 +45,10 @@ inline constexpr auto kProperties<Channel> = std::tuple{
                  return channel.extension != 0 ? std::optional(channel.extension) : std::nullopt;
              }},
 };
+
+PropertyRows mappedChannelRows() {
+    return kPropertyRows<Channel>;
+}
 
 namespace {
 

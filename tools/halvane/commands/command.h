@@ -58,6 +58,8 @@ extern CLIOption gPSKOptions[];
 int pskCommand();
 extern CLIOption gConfigOptions[];
 int configCommand();
+extern CLIOption gSchemaOptions[];
+int schemaCommand();
 
 // Commands that talk to the Wi-Fi daemon, as rows of the command table.
 std::span<const CLIOption> daemonListCommands();

@@ -26,6 +26,8 @@ struct TimedChange {
 }  // namespace
 
 template <>
+inline constexpr std::string_view kTableName<TimedChange> = "stationEvent";
+template <>
 inline constexpr auto kProperties<TimedChange> = std::tuple{
     Property{"event", [](const TimedChange& event) { return nameOf(event.change.kind); }},
     Property{"mac",
@@ -33,6 +35,10 @@ inline constexpr auto kProperties<TimedChange> = std::tuple{
     Property{"interfaceName", [](const TimedChange& event) { return event.change.interface; }},
     Property{"time", [](const TimedChange& event) { return utcText(event.time); }},
 };
+
+PropertyRows stationEventRows() {
+    return kPropertyRows<TimedChange>;
+}
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include "halvane/daemon/daemon_events.h"
 
 #include "tools/halvane/output/format.h"
+#include "tools/halvane/output/property_table.h"
 #include "tools/halvane/output/theme.h"
 
 namespace halvane::tool {
@@ -51,6 +52,9 @@ class StationEventLines {
     const Theme theme_;
     std::optional<Day> day_;
 };
+
+// The members of the JSON.
+PropertyRows stationEventRows();
 
 }  // namespace halvane::tool
 
