@@ -53,4 +53,17 @@ TEST(NetworkStatistics, AddWhatWasHeardLater) {
     EXPECT_EQ(heard.signal.count(), 2u);
 }
 
+TEST(NetworkStatistics, KeepTheSignalOverTimeWhereItIsAskedFor) {
+    NetworkStatistics heard({.time = 100, .signal = -50});
+    EXPECT_TRUE(heard.history.slots().empty());
+    heard.add({.time = 100, .isForHistory = true});
+    heard.add({.signal = -50, .isForHistory = true});
+    EXPECT_TRUE(heard.history.slots().empty());
+    heard.add({.time = 100, .signal = -50, .isForHistory = true});
+    EXPECT_EQ(heard.history.slots().size(), 1u);
+    heard.add(NetworkStatistics({.time = 100, .signal = -60, .isForHistory = true}));
+    ASSERT_EQ(heard.history.slots().size(), 1u);
+    EXPECT_EQ(heard.history.slots()[0].count, 2u);
+}
+
 }  // namespace

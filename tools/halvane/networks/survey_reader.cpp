@@ -69,7 +69,8 @@ class FileSurvey {
                                .capture = file_,
                                .time = frame.time,
                                .signal = frame.radio.signalDBm,
-                               .isCut = isCut});
+                               .isCut = isCut,
+                               .isForHistory = options_.keepsHistory});
     }
 
     const std::size_t file_;

@@ -31,6 +31,7 @@ struct SurveyedCapture {
 struct SurveyOptions {
     std::size_t most = Survey::kDefaultMost;  // networks
     std::size_t jobs = 1;                     // files at once
+    bool keepsHistory = false;                // of the signal of each network
     // Called by the reading threads with the octets that were read since its last call, of a file.
     std::function<void(std::size_t file, std::uint64_t octets)> progress{};
     // Called by the reading threads: whether the rest need not be read.

@@ -16,6 +16,7 @@ void NetworkStatistics::add(const HeardFrame& frame) {
         firstCutCapture = frame.capture;
     }
     if (frame.signal) signal.add(*frame.signal);
+    if (frame.isForHistory && frame.signal && frame.time) history.add(*frame.time, *frame.signal);
     if (lastCapture != frame.capture) lastTimeInCapture.reset();
     lastCapture = frame.capture;
     if (!frame.time) return;
@@ -33,6 +34,7 @@ void NetworkStatistics::add(const NetworkStatistics& later) {
     }
     cutFrames += later.cutFrames;
     signal.add(later.signal);
+    history.add(later.history);
     lastCapture = later.lastCapture;
     lastTimeInCapture = later.lastTimeInCapture;
     if (!later.firstTime) return;

@@ -11,6 +11,7 @@
 #include "halvane/capture/beacon_frame.h"
 
 #include "tools/halvane/survey/signal_histogram.h"
+#include "tools/halvane/survey/signal_history.h"
 
 namespace halvane::tool {
 
@@ -22,6 +23,7 @@ struct HeardFrame {
     std::optional<std::int64_t> time{};  // nanoseconds since 1970-01-01 00:00 UTC
     std::optional<int> signal{};         // dBm
     bool isCut = false;                  // ends inside an element
+    bool isForHistory = false;           // its signal is kept over time
 };
 
 struct NetworkStatistics {
@@ -39,6 +41,7 @@ struct NetworkStatistics {
     std::uint64_t firstCutFrame = 0;  // its number, if there is one
     std::size_t firstCutCapture = 0;  // the index of its capture
     SignalHistogram signal{};
+    SignalHistory history{};       // of the frames that are for it, and have time and signal
     std::uint64_t firstFrame = 0;  // its number in its capture
     // Nanoseconds since 1970-01-01 00:00 UTC, over all captures, which need not follow each other.
     std::optional<std::int64_t> firstTime{};
