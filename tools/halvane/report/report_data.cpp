@@ -1,0 +1,138 @@
+#include "tools/halvane/report/report_data.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "halvane/base/ascii_internal.h"
+#include "halvane/base/mac_address.h"
+
+#include "tools/halvane/networks/network_groups.h"
+
+namespace halvane::tool {
+
+namespace {
+
+std::string idOf(const MacAddress& address) {
+    std::string id = "n-";
+    for (const std::uint8_t octet : address.octets()) appendHexOctet(id, octet, kLowerHexDigits);
+    return id;
+}
+
+ShownText shownNameOf(const Network& network) {
+    const TextRules rules;
+    return network.details.meshID ? shownMesh(tool::nameOf(network), rules)
+                                  : shownName(tool::nameOf(network), rules);
+}
+
+// The strongest first; what is not told stands last.
+bool isStronger(const std::optional<int>& left, const std::optional<int>& right) {
+    return left && (!right || *left > *right);
+}
+
+std::optional<int> signalOf(const Network& network) {
+    return network.statistics->signal.median();
+}
+
+std::vector<ReportNetwork> reportNetworks(std::vector<Network>&& sorted,
+                                          const ReportOptions& options) {
+    std::vector<ReportNetwork> networks;
+    networks.reserve(sorted.size());
+    for (Network& network : sorted) {
+        ReportNetwork& place = networks.emplace_back();
+        place.id = idOf(network.bssid);
+        place.name = shownNameOf(network);
+        place.isOwn = options.isOwn && options.isOwn(network);
+        place.isNameless = isHidden(network);
+        place.signal = signalOf(network);
+        place.network = std::move(network);
+    }
+    return networks;
+}
+
+void placeNetworks(std::vector<ReportNetwork>& networks, const ReportLimits& limits) {
+    for (std::size_t i = limits.rows; i < networks.size(); ++i) {
+        networks[i].place = i - limits.rows < limits.briefRows ? ReportNetwork::Place::BriefRow
+                                                               : ReportNetwork::Place::Nowhere;
+    }
+}
+
+// The order of the networks is that of the radios too.
+std::vector<Radio> groupRadios(std::span<const Network> sorted) {
+    std::vector<Radio> radios;
+    for (const NetworkGroup& group : groupsByRadio(sorted)) {
+        Radio& radio = radios.emplace_back();
+        radio.signal = signalOf(*group.front());
+        for (const Network* const network : group) {
+            radio.networks.push_back(static_cast<std::size_t>(network - sorted.data()));
+        }
+    }
+    return radios;
+}
+
+void connect(std::vector<Radio>& radios, std::vector<ReportNetwork>& networks) {
+    for (std::size_t i = 0; i < radios.size(); ++i) {
+        for (const std::size_t index : radios[i].networks) {
+            radios[i].isOwn = radios[i].isOwn || networks[index].isOwn;
+            networks[index].radio = i;
+        }
+    }
+}
+
+}  // namespace
+
+std::optional<air::Band> ReportData::bandOf(const Radio& radio) const {
+    const auto& band = channelOf(radio).band;
+    return band ? std::optional(**band) : std::nullopt;
+}
+
+ShownText ReportData::nameOf(const Radio& radio) const {
+    const std::string& device = strongestOf(radio).network.details.accessPoint;
+    return device.empty() ? strongestOf(radio).name : shownText(device, {});
+}
+
+ReportData reportData(ReportSource source, ReportOptions options, ReportLimits limits) {
+    ReportData data;
+    std::ranges::stable_sort(source.networks, isStronger,
+                             [](const Network& network) { return signalOf(network); });
+    data.radios = groupRadios(source.networks);
+    data.networks = reportNetworks(std::move(source.networks), options);
+    placeNetworks(data.networks, limits);
+    connect(data.radios, data.networks);
+    data.hasOwn = static_cast<bool>(options.isOwn);
+    data.files = std::move(source.files);
+    data.captures = source.captures;
+    data.all = source.all;
+    data.letGo = source.letGo;
+    data.options = std::move(options);
+    data.limits = limits;
+    return data;
+}
+
+int rankOf(air::Security security) {
+    using air::Security;
+    constexpr std::array kWeakestFirst = {Security::Wep,
+                                          Security::WpaPersonal,
+                                          Security::WpaEnterprise,
+                                          Security::Open,
+                                          Security::EnhancedOpenTransition,
+                                          Security::Broken,
+                                          Security::Unknown,
+                                          Security::WpaWpa2Personal,
+                                          Security::WpaWpa2Enterprise,
+                                          Security::Wapi,
+                                          Security::Osen,
+                                          Security::Wpa2Personal,
+                                          Security::Wpa2Enterprise,
+                                          Security::Dpp,
+                                          Security::EnhancedOpen,
+                                          Security::Wpa2Wpa3Personal,
+                                          Security::Wpa2Wpa3Enterprise,
+                                          Security::Wpa3Personal,
+                                          Security::Wpa3Enterprise,
+                                          Security::Wpa3Enterprise192};
+    const auto* const place = std::ranges::find(kWeakestFirst, security);
+    return static_cast<int>(place - kWeakestFirst.begin());
+}
+
+}  // namespace halvane::tool

@@ -1,0 +1,258 @@
+#include "tools/halvane/report/signal_chart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "tools/halvane/output/time_text.h"
+#include "tools/halvane/report/page_words.h"
+#include "tools/halvane/survey/saturated.h"
+
+namespace halvane::tool {
+
+namespace {
+
+constexpr std::int64_t kMinute = 60'000'000'000;  // nanoseconds
+constexpr int kManyBins = 60;
+constexpr int kFewBins = 30;
+constexpr int kLongestGap = 5;            // empty bins within a curve
+constexpr std::uint64_t kLeastCount = 8;  // measurements of a picture
+constexpr double kWidth = 240;            // units of a picture
+constexpr double kUnitsPerDecibel = 0.8;
+constexpr int kStrongest = -15;  // dBm, at the top
+constexpr int kWeakest = -95;
+
+struct Picture {
+    const ReportNetwork* network;
+    std::vector<SignalPoint> points{};
+    std::uint64_t count = 0;
+    double mean = 0;
+};
+
+double yOf(double signal) {
+    return (kStrongest - std::clamp<double>(signal, kWeakest, kStrongest)) * kUnitsPerDecibel;
+}
+
+// Runs of points without a longer gap.
+std::vector<std::span<const SignalPoint>> runsOf(std::span<const SignalPoint> points, int gap) {
+    std::vector<std::span<const SignalPoint>> runs;
+    std::size_t first = 0;
+    for (std::size_t i = 1; i <= points.size(); ++i) {
+        if (i < points.size() && points[i].bin - points[i - 1].bin <= gap + 1) continue;
+        runs.push_back(points.subspan(first, i - first));
+        first = i;
+    }
+    return runs;
+}
+
+class PictureWriter {
+  public:
+    PictureWriter(HtmlWriter& html, const ReportData& data, const Stretch& stretch)
+        : html_(html),
+          data_(data),
+          length_(static_cast<double>(saturatedDifference(stretch.end, stretch.begin))),
+          bins_(binsOf(stretch)) {}
+
+    void write(const Picture& picture) {
+        const ReportNetwork& network = *picture.network;
+        html_ << "<li class=\"mult " << classOf(tintOf(data_, network.isOwn)) << "\" data-n=\""
+              << HtmlText{network.id} << "\"><p class=\"mh\">";
+        writeLink(html_, network);
+        html_ << "<span class=\"mv\"><b>" << HtmlText{signedText(std::lround(picture.mean))}
+              << "</b> <span class=\"u\">dBm</span></span></p>"
+                 "<svg viewBox=\"0 0 240 64\" preserveAspectRatio=\"none\" aria-hidden=\"true\" "
+                 "height=\"64\">";
+        for (const int signal : {-30, -50, -70, -90}) {
+            html_ << "<line x1=\"0\" x2=\"240\" y1=\"" << Fixed{yOf(signal)} << "\" y2=\""
+                  << Fixed{yOf(signal)} << "\" class=\"grid\"/>";
+        }
+        for (const auto run : runsOf(picture.points, gapOf(network))) writeRun(run);
+        html_ << "</svg><p class=\"mf\"><span>";
+        writeFoot(picture);
+        html_ << "</p></li>";
+    }
+
+  private:
+    // Slots that are longer than bins leave bins empty.
+    int gapOf(const ReportNetwork& network) const {
+        const auto slot = static_cast<double>(network.network.statistics->history.slotLength());
+        const double binsOfSlot = length_ > 0 ? slot * bins_ / length_ : 0;
+        return std::max(kLongestGap, static_cast<int>(std::min(2 * binsOfSlot, kWidth)));
+    }
+
+    double xOf(const SignalPoint& point) const { return (point.bin + 0.5) * kWidth / bins_; }
+
+    void writeRun(std::span<const SignalPoint> run) {
+        if (run.size() == 1) return writeDot(run.front());
+        html_ << "<polygon points=\"";
+        for (const SignalPoint& point : run) writePlace(point, point.greatest);
+        for (std::size_t i = run.size(); i-- > 0;) writePlace(run[i], run[i].least);
+        html_ << "\" class=\"env\"/><polyline points=\"";
+        for (const SignalPoint& point : run) writePlace(point, point.mean);
+        html_ << "\" class=\"ln\"/>";
+    }
+
+    void writePlace(const SignalPoint& point, double signal) {
+        html_ << Fixed{xOf(point)} << "," << Fixed{yOf(signal)} << " ";
+    }
+
+    void writeDot(const SignalPoint& point) {
+        const double x = xOf(point);
+        html_ << "<line x1=\"" << Fixed{x} << "\" x2=\"" << Fixed{x} << "\" y1=\""
+              << Fixed{yOf(point.greatest)} << "\" y2=\"" << Fixed{yOf(point.least)}
+              << "\" class=\"rng\"/><line x1=\"" << Fixed{x} << "\" x2=\"" << Fixed{x + 0.1}
+              << "\" y1=\"" << Fixed{yOf(point.mean)} << "\" y2=\"" << Fixed{yOf(point.mean)}
+              << "\" class=\"dot\"/>";
+    }
+
+    void writeFoot(const Picture& picture) {
+        int least = 0;
+        int greatest = kWeakest * 2;
+        for (const SignalPoint& point : picture.points) {
+            least = std::min(least, point.least);
+            greatest = std::max(greatest, point.greatest);
+        }
+        html_ << HtmlText{signedText(least)};
+        if (greatest != least) html_ << " to " << HtmlText{signedText(greatest)};
+        html_ << "</span><span>" << HtmlText{countedText(picture.count, "time", "times")};
+        const auto& channel = picture.network->network.profile.channel.primaryChannel;
+        if (channel) html_ << " \u00B7 ch " << **channel;
+        html_ << "</span>";
+    }
+
+    HtmlWriter& html_;
+    const ReportData& data_;
+    const double length_;  // nanoseconds
+    const int bins_;
+};
+
+std::vector<Picture> picturesOf(const ReportData& data, const Stretch& stretch) {
+    std::vector<Picture> pictures;
+    for (const ReportNetwork& network : data.networks) {
+        // Statistics of another network's frames are told there.
+        if (network.network.heard == nullptr) continue;
+        Picture picture{&network, pointsOf(network.network.statistics->history, stretch)};
+        for (const SignalPoint& point : picture.points) {
+            picture.mean += point.mean * static_cast<double>(point.count);
+            picture.count += point.count;
+        }
+        if (picture.count < kLeastCount) continue;
+        picture.mean /= static_cast<double>(picture.count);
+        pictures.push_back(std::move(picture));
+    }
+    std::ranges::stable_sort(pictures, std::greater(), &Picture::mean);
+    return pictures;
+}
+
+void writePictures(HtmlWriter& html, const ReportData& data, const Stretch& stretch,
+                   std::span<const Picture> pictures) {
+    PictureWriter writer(html, data, stretch);
+    html << "<ol class=\"mults\">";
+    for (const Picture& picture : pictures) writer.write(picture);
+    html << "</ol>";
+}
+
+void writeStretch(HtmlWriter& html, const ReportData& data, const Stretch& stretch,
+                  std::span<const Picture> pictures) {
+    html << "<h3><bdi>" << fileName(data.files[stretch.captures.front()]) << "</bdi>";
+    if (stretch.captures.size() > 1) html << " and " << stretch.captures.size() - 1 << " more";
+    html << " <span class=\"h3s\">" << HtmlText{utcSecondText(stretch.begin)} << " UTC, "
+         << HtmlText{durationText(saturatedDifference(stretch.end, stretch.begin))}
+         << "</span></h3>";
+    const std::size_t shown = std::min(pictures.size(), data.limits.pictures);
+    writePictures(html, data, stretch, pictures.first(shown));
+    if (shown == pictures.size()) return;
+    const std::size_t more = std::min(pictures.size() - shown, data.limits.morePictures);
+    html << "<details class=\"alt\"><summary>" << more << " weaker ones</summary>";
+    writePictures(html, data, stretch, pictures.subspan(shown, more));
+    html << "</details>";
+    const std::size_t left = pictures.size() - shown - more;
+    if (left == 0) return;
+    html << "<p class=\"foot\">" << HtmlText{countedText(left, "network", "networks")}
+         << " without a picture, for want of room.</p>";
+}
+
+}  // namespace
+
+std::vector<Stretch> stretchesOf(std::span<const SurveyedCapture> captures) {
+    std::vector<Stretch> all;
+    for (std::size_t i = 0; i < captures.size(); ++i) {
+        if (captures[i].firstTime) {
+            all.push_back({*captures[i].firstTime, *captures[i].lastTime, {i}});
+        }
+    }
+    std::ranges::stable_sort(all, {}, &Stretch::begin);
+    std::vector<Stretch> joined;
+    for (Stretch& stretch : all) {
+        if (!joined.empty() && saturatedDifference(stretch.begin, joined.back().end) < kMinute) {
+            joined.back().end = std::max(joined.back().end, stretch.end);
+            joined.back().captures.push_back(stretch.captures.front());
+        } else {
+            joined.push_back(std::move(stretch));
+        }
+    }
+    return joined;
+}
+
+int binsOf(const Stretch& stretch) {
+    return saturatedDifference(stretch.end, stretch.begin) < kMinute ? kFewBins : kManyBins;
+}
+
+std::vector<SignalPoint> pointsOf(const SignalHistory& history, const Stretch& stretch) {
+    const int bins = binsOf(stretch);
+    const auto slot = static_cast<double>(history.slotLength());
+    const auto begin = static_cast<double>(stretch.begin);
+    const double length = std::max(static_cast<double>(stretch.end) - begin, 1.0);
+    std::vector<SignalPoint> points;
+    for (const SignalHistory::Slot& heard : history.slots()) {
+        const double start = static_cast<double>(heard.index) * slot;
+        if (start + slot < begin || start > begin + length) continue;
+        const double part = (start + slot / 2 - begin) / length;
+        const int bin = std::clamp(static_cast<int>(part * bins), 0, bins - 1);
+        if (points.empty() || points.back().bin != bin) {
+            points.push_back({bin, heard.mean(), heard.least, heard.greatest, heard.count});
+            continue;
+        }
+        SignalPoint& point = points.back();
+        const auto before = static_cast<double>(point.count);
+        point.count += heard.count;
+        point.mean = (point.mean * before + static_cast<double>(heard.sum)) /
+                     static_cast<double>(point.count);
+        point.least = std::min<int>(point.least, heard.least);
+        point.greatest = std::max<int>(point.greatest, heard.greatest);
+    }
+    return points;
+}
+
+void writeSignals(HtmlWriter& html, const ReportData& data) {
+    html
+        << "<section id=\"signal\"><h2>Signal over time</h2><p class=\"intro\">One small picture a "
+           "network that was measured 8 times or more: from left to right the whole capture, lines "
+           "at \u221230, \u221250, \u221270 and \u221290 dBm. The curve is the mean, the shade "
+           "behind it the least to the greatest.</p>";
+    std::size_t shown = 0;
+    std::size_t left = 0;
+    for (const Stretch& stretch : stretchesOf(data.captures)) {
+        const auto pictures = picturesOf(data, stretch);
+        if (pictures.empty()) continue;
+        if (shown == data.limits.stretches) {
+            ++left;
+            continue;
+        }
+        ++shown;
+        writeStretch(html, data, stretch, pictures);
+    }
+    if (shown == 0) {
+        html << "<p class=\"foot\">No network was measured often enough, or the captures tell "
+                "neither times nor signals.</p>";
+    }
+    if (left > 0) {
+        html << "<p class=\"foot\">" << HtmlText{countedText(left, "capture", "captures")}
+             << " without pictures, for want of room.</p>";
+    }
+    html << "</section>\n";
+}
+
+}  // namespace halvane::tool
