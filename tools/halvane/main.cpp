@@ -8,6 +8,7 @@
 #include "tools/halvane/commands/command.h"
 #include "tools/halvane/options/channel_options.h"
 #include "tools/halvane/options/decode_options.h"
+#include "tools/halvane/options/report_options.h"
 #include "tools/halvane/options/single_option.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_files.h"
@@ -46,6 +47,14 @@ const CLIOption kCommands[] = {
      .longHelp = "Shows the networks whose beacons and probe responses are in captures: pcap\n"
                  "and pcapng, gzip, zstd or xz or not; 802.11, radiotap, Prism, AVS or PPI.\n"
                  "FILE may be a folder; '-' is standard input."},
+    {.type = kCLICommand,
+     .longName = "report",
+     .handler = handle<reportCommand>,
+     .subOptions = reportOptions(),
+     .shortHelp = "make a page about the networks of capture files",
+     .longHelp = "Makes one HTML page about the networks of captures: channels, signal over\n"
+                 "time, shares, findings and a table. It loads nothing, and can be read without\n"
+                 "scripts. Captures are what 'halvane decode' reads."},
     {.type = kCLICommand,
      .longName = "elements",
      .handler = handle<elementsCommand>,
