@@ -84,8 +84,10 @@ std::string unreachableReason(std::string_view address) {
 
 bool isInstalled(const std::string& name, std::string_view folders) {
     while (!folders.empty()) {
-        const std::string folder(takeBefore(folders, ':'));
-        if (!folder.empty() && ::access((folder + "/" + name).c_str(), X_OK) == 0) return true;
+        std::string path(takeBefore(folders, ':'));
+        if (path.empty()) continue;
+        path.append("/").append(name);
+        if (::access(path.c_str(), X_OK) == 0) return true;
     }
     return false;
 }

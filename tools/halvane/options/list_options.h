@@ -24,23 +24,23 @@
 namespace halvane::tool {
 
 struct ListOptions {
-    std::optional<Format> format{};  // absent: not typed
+    std::size_t limit = 0;  // rows; 0: all
+    std::size_t mostNetworks = 0;
+    std::optional<std::size_t> width{};  // cells
     NetworkFilter filter{};
-    std::optional<MacAddress> bssid{};        // the first that was typed without a mask
-    std::optional<air::Severity> findings{};  // absent: not typed
-    NetworkOrder order = defaultOrder();
-    bool isSorted = false;                        // the order was typed
     std::vector<const NetworkColumn*> columns{};  // empty: those of the width
-    bool isColumnsHelp = false;                   // only the columns are to be listed
+    NetworkOrder order = defaultOrder();
     Grouping grouping = Grouping::None;
+    ColorChoice color = ColorChoice::Auto;
+    std::optional<Format> format{};  // absent: not typed
+    TextWishes text{};
+    bool isSorted = false;           // the order was typed
+    bool isColumnsHelp = false;      // only the columns are to be listed
     bool areAddressesShown = false;  // below each group
     bool isWide = false;
-    std::optional<std::size_t> width{};  // cells
-    std::size_t limit = 0;               // rows; 0: all
-    ColorChoice color = ColorChoice::Auto;
-    TextWishes text{};
-    std::size_t mostNetworks = 0;
     bool isQuiet = false;
+    std::optional<air::Severity> findings{};  // absent: not typed
+    std::optional<MacAddress> bssid{};        // the first that was typed without a mask
 };
 
 // The rows for a command's table of options, by the question that they answer: "Which networks",
