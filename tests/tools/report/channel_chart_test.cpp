@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -55,7 +56,7 @@ TEST(ChannelUse, CountsWhatOthersTellOnce) {
     air::Neighbor neighbor{.bssid = MacAddress({2, 0, 0, 0, 9, 9}), .frequency = 5180};
     const std::vector<air::Neighbor> neighbors = {
         neighbor, neighbor, {.bssid = MacAddress({2, 0, 0, 0, 0, 0x10}), .frequency = 5180}};
-    for (const std::uint8_t octet : {0x10, 0x20}) {
+    for (const auto octet : std::initializer_list<std::uint8_t>{0x10, 0x20}) {
         maker
             .add({.name = "x", .lastOctet = octet, .signal = -50, .band = k5, .channel = 40}, 5200,
                  20)

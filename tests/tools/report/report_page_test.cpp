@@ -69,8 +69,12 @@ void expectSafe(const std::string& page) {
             EXPECT_FALSE(name.starts_with("on")) << name;
             EXPECT_NE(name, "style");
             EXPECT_NE(name, "src");
-            if (name == "href") EXPECT_EQ(std::string(attribute.value()).front(), '#');
-            if (name == "id") EXPECT_TRUE(ids.insert(attribute.value()).second);
+            if (name == "href") {
+                EXPECT_EQ(std::string(attribute.value()).front(), '#');
+            }
+            if (name == "id") {
+                EXPECT_TRUE(ids.insert(attribute.value()).second);
+            }
         }
     }
     for (const auto& link : parsed.all("//a[@href]")) {
@@ -99,7 +103,8 @@ TEST(ReportPage, IsSafeWithHostileNames) {
     for (const auto name : hostileNames()) {
         octet = static_cast<std::uint8_t>(octet + 8);
         auto& network = maker.add({.name = name, .lastOctet = octet, .signal = -40}, 2412, 20);
-        network.profile.country = testing::derived<air::CountryProfile>({.code = "<\\x00"});
+        network.profile.country =
+            halvane::testing::derived<air::CountryProfile>({.code = "<\\x00"});
     }
     maker.files = {"folder/<script>alert(1)</script>\x1B.pcap"};
     maker.captures.resize(1);
