@@ -9,6 +9,7 @@
 #include "tools/halvane/options/channel_options.h"
 #include "tools/halvane/options/decode_options.h"
 #include "tools/halvane/options/report_options.h"
+#include "tools/halvane/options/scan_options.h"
 #include "tools/halvane/options/single_option.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_files.h"
@@ -55,6 +56,14 @@ const CLIOption kCommands[] = {
      .longHelp = "Makes one HTML page about the networks of captures: channels, signal over\n"
                  "time, shares, findings and a table. It loads nothing, and can be read without\n"
                  "scripts. Captures are what 'halvane decode' reads."},
+    {.type = kCLICommand,
+     .longName = "scan",
+     .handler = handle<scanCommand>,
+     .subOptions = scanOptions(),
+     .shortHelp = "list the networks around, as the kernel has them",
+     .longHelp = "Shows the networks that the kernel has heard of last. This needs no monitor\n"
+                 "mode, and no rights without --trigger. '*' is the network that this machine\n"
+                 "uses, AGE the time since its last frame."},
     {.type = kCLICommand,
      .longName = "elements",
      .handler = handle<elementsCommand>,

@@ -26,22 +26,15 @@
 #include "tools/halvane/input/hex_input.h"
 #include "tools/halvane/input/maker_list.h"
 #include "tools/halvane/networks/network_columns.h"
-#include "tools/halvane/networks/network_filter.h"
 #include "tools/halvane/networks/network_order.h"
 #include "tools/halvane/networks/network_summary.h"
 #include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
-#include "tools/halvane/options/list_options.h"
-#include "tools/halvane/output/findings_list.h"
-#include "tools/halvane/output/format.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"
 #include "tools/halvane/output/record_writer.h"
-#include "tools/halvane/output/standard_output.h"
-#include "tools/halvane/output/surroundings.h"
-#include "tools/halvane/output/text_style.h"
 #include "tools/halvane/survey/cut_elements.h"
 #include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/network_statistics.h"
@@ -61,26 +54,10 @@ std::string cutText(std::uint64_t count, std::uint64_t first) {
     return std::to_string(count) + " frames are cut in an element, the first is frame " + frame;
 }
 
-bool isList(Format format) {
-    return format == Format::Table || format == Format::CSV;
-}
-
-// The list of makers is read for the first address that may stand in it.
-std::optional<std::string_view> makerOf(const MacAddress& address) {
-    if (address.isLocal() || address.isGroup()) return std::nullopt;
-    return MakerList::ofSystem().find(address);
-}
-
-TextStyle textStyle(const DecodeOptions& options) {
-    Surroundings surroundings = surroundingsOf(stdout);
-    if (options.list.width) surroundings.columns = options.list.width;
-    return textStyleFor(surroundings, options.list.color, options.list.text);
-}
-
 std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options) {
-    if (!options.isExplained) return RecordWriter::create(options.format, stdout, makerOf);
+    if (!options.isExplained) return RecordWriter::create(options.format, stdout, listedMaker);
     return RecordWriter::createExplaining(
-        stdout, textStyle(options),
+        stdout, listTextStyle(options.list),
         [](const MacAddress& address) { return MakerList::ofSystem().cell(address); });
 }
 
@@ -224,14 +201,6 @@ void printRecords(std::span<const Network> networks, const DecodeOptions& option
     writer->finish();
 }
 
-void printFindings(std::span<const Network> networks, const DecodeOptions& options) {
-    FindingsList findings;
-    for (const Network& network : networks) {
-        findings.addOne(network.profile, network.statistics->signal.median());
-    }
-    put(findings.text(*options.list.findings, textStyle(options)));
-}
-
 SurveyOfFiles surveyWithProgress(const std::vector<std::string>& files,
                                  const DecodeOptions& options) {
     SurveyOptions reading{.most = options.list.mostNetworks, .jobs = options.jobs};
@@ -247,25 +216,10 @@ SurveyOfFiles surveyWithProgress(const std::vector<std::string>& files,
     return surveyFiles(files, reading);
 }
 
-// Lists begin with the strongest network. Records stay in the order in which they were first heard,
-// unless another one was typed.
-NetworkOrder orderFor(const DecodeOptions& options) {
-    NetworkOrder order = options.list.order;
-    if (!isList(options.format) && !options.list.isSorted) order.keys.clear();
-    return order;
-}
-
 std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOptions& options,
                                    std::span<const Network> all, std::span<const Network> shown) {
-    const NetworkFilter& filter = options.filter;
-    if (!filter.isEmpty() && shown.empty() && !all.empty()) return emptyFilterLines(filter, all);
-    NetworkCounts counts{.networks = shown,
-                         .grouping = options.grouping,
-                         .letGo = survey.survey.letGoCount(),
-                         .most = survey.survey.most()};
-    if (!filter.isEmpty()) counts.all = all.size();
-    std::vector<std::string> lines = {networksLine(counts), findingsLine(shown)};
-    if (filter.isEmpty()) {
+    auto lines = summaryOfNetworks(survey.survey, options, all, shown);
+    if (options.filter.isEmpty()) {
         lines.push_back(framesLine(survey.summary(), survey.cutFrames(), survey.duration()));
     }
     return lines;
@@ -274,16 +228,12 @@ std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOption
 int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>& files) {
     const SurveyOfFiles survey = surveyWithProgress(files, options);
     auto all = survey.survey.networks();
-    const auto rest = std::stable_partition(all.begin(), all.end(), [&](const Network& network) {
-        return options.list.filter.passes(network);
-    });
-    const std::span<Network> networks(all.begin(), rest);
     const auto ends = survey.ends();
     const CellSurroundings surroundings = cellSurroundings(options.list, ends);
-    sortNetworks(networks, orderFor(options), surroundings);
+    const auto networks = listed(all, options.list, options.format, surroundings);
 
     if (options.isFindingsList) {
-        printFindings(networks, options);
+        printFindings(networks, options.list);
     } else if (isList(options.format)) {
         printList(networks, options.list, options.format, surroundings);
     } else {
@@ -318,7 +268,7 @@ int decodeCommand() {
     const auto options = takeDecodeOptions();
     if (!options) return refuse("decode", options.error());
     if (options->list.isColumnsHelp) {
-        printColumnsHelp();
+        printColumnsHelp(ListKind::Captures);
         return kExitDone;
     }
     return options->isHex ? decodeHex(*options) : decodeCaptures(*options);

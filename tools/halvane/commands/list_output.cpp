@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdio>
-#include <string_view>
 
+#include "tools/halvane/input/maker_list.h"
 #include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_csv.h"
+#include "tools/halvane/networks/network_filter.h"
+#include "tools/halvane/networks/network_order.h"
 #include "tools/halvane/networks/network_summary.h"
 #include "tools/halvane/networks/network_table.h"
+#include "tools/halvane/output/findings_list.h"
 #include "tools/halvane/output/glyphs.h"
 #include "tools/halvane/output/standard_output.h"
 #include "tools/halvane/output/surroundings.h"
@@ -21,11 +24,12 @@ namespace {
 void printTable(std::span<const Network> networks, const ListOptions& options,
                 const CellSurroundings& cells) {
     const Surroundings output = surroundingsOf(stdout);
-    NetworkTableOptions table{.columns = options.columns,
-                              .added = options.findings ? networkColumnNamed("findings") : nullptr,
-                              .width = options.width,
-                              .isWide = options.isWide,
-                              .limit = options.limit};
+    NetworkTableOptions table{
+        .columns = options.columns,
+        .added = options.findings ? networkColumnNamed("findings", cells.list) : nullptr,
+        .width = options.width,
+        .isWide = options.isWide,
+        .limit = options.limit};
     // What a program reads is neither cut nor dropped.
     if (output.isTerminal) {
         if (!table.width) table.width = output.columns;
@@ -49,7 +53,8 @@ CellSurroundings cellSurroundings(const ListOptions& options,
     const Surroundings output = surroundingsOf(stdout);
     return {.glyphs = glyphsOf(glyphSetFor(output, options.text)),
             .rules = textRulesFor(output, options.text),
-            .captureEnds = ends};
+            .captureEnds = ends,
+            .list = options.list};
 }
 
 void printList(std::span<const Network> networks, const ListOptions& options, Format format,
@@ -58,12 +63,60 @@ void printList(std::span<const Network> networks, const ListOptions& options, Fo
     printTable(networks, options, surroundings);
 }
 
-void printColumnsHelp() {
+TextStyle listTextStyle(const ListOptions& options) {
+    Surroundings surroundings = surroundingsOf(stdout);
+    if (options.width) surroundings.columns = options.width;
+    return textStyleFor(surroundings, options.color, options.text);
+}
+
+void printFindings(std::span<const Network> networks, const ListOptions& options) {
+    FindingsList findings;
+    for (const Network& network : networks) {
+        findings.addOne(network.profile, network.statistics->signal.median());
+    }
+    put(findings.text(*options.findings, listTextStyle(options)));
+}
+
+std::optional<std::string_view> listedMaker(const MacAddress& address) {
+    if (address.isLocal() || address.isGroup()) return std::nullopt;
+    return MakerList::ofSystem().find(address);
+}
+
+bool isList(Format format) {
+    return format == Format::Table || format == Format::CSV;
+}
+
+std::span<Network> listed(std::vector<Network>& all, const ListOptions& options, Format format,
+                          const CellSurroundings& surroundings) {
+    const auto rest = std::stable_partition(all.begin(), all.end(), [&](const Network& network) {
+        return options.filter.passes(network);
+    });
+    const std::span<Network> networks(all.begin(), rest);
+    NetworkOrder order = options.order;
+    if (!isList(format) && !options.isSorted) order.keys.clear();
+    sortNetworks(networks, order, surroundings);
+    return networks;
+}
+
+std::vector<std::string> summaryOfNetworks(const Survey& survey, const ListOptions& options,
+                                           std::span<const Network> all,
+                                           std::span<const Network> shown) {
+    const NetworkFilter& filter = options.filter;
+    if (!filter.isEmpty() && shown.empty() && !all.empty()) return emptyFilterLines(filter, all);
+    NetworkCounts counts{.networks = shown,
+                         .grouping = options.grouping,
+                         .letGo = survey.letGoCount(),
+                         .most = survey.most()};
+    if (!filter.isEmpty()) counts.all = all.size();
+    return {networksLine(counts), findingsLine(shown)};
+}
+
+void printColumnsHelp(ListKind list) {
     std::size_t widest = 0;
-    for (const NetworkColumn& column : networkColumns()) {
+    for (const NetworkColumn& column : networkColumns(list)) {
         widest = std::max(widest, std::string_view(column.layout.name).size());
     }
-    for (const NetworkColumn& column : networkColumns()) {
+    for (const NetworkColumn& column : networkColumns(list)) {
         if (column.meaning[0] == '\0') continue;
         std::string name = column.layout.name;
         name.resize(widest + 2, ' ');

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "halvane/air/channel.h"
 #include "halvane/air/channel_use.h"
@@ -20,6 +20,7 @@
 #include "tools/halvane/output/text_table.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/output/time_text.h"
+#include "tools/halvane/survey/network_moment.h"
 #include "tools/halvane/survey/network_statistics.h"
 #include "tools/halvane/survey/saturated.h"
 
@@ -53,6 +54,7 @@ PlainValue text(std::string_view value) {
 // --- The parts of a network ---
 
 std::optional<int> signalOf(const Network& network) {
+    if (network.moment != nullptr && network.moment->signal) return network.moment->signal;
     return network.statistics->signal.median();
 }
 
@@ -74,8 +76,13 @@ bool hasError(const Network& network) {
     });
 }
 
-// Nanoseconds from the last frame of the network to the end of its capture.
+bool isIn(const Network& network, NetworkMoment::State state) {
+    return network.moment != nullptr && network.moment->state == state;
+}
+
+// Nanoseconds from the last frame of the network to the end of its capture, or to now.
 std::optional<std::int64_t> silenceOf(const Network& network, const Around& around) {
+    if (network.moment != nullptr) return network.moment->age;
     const NetworkStatistics& heard = *network.statistics;
     if (!heard.lastTimeInCapture || heard.lastCapture >= around.captureEnds.size()) return {};
     const auto& end = around.captureEnds[heard.lastCapture];
@@ -139,10 +146,31 @@ PlainValue markValue(const Network& network, const Around&) {
     return network.statistics->cutFrames > 0 ? text("cut") : PlainValue();
 }
 
+FittedCell stateCell(const Network& network, const Around&) {
+    if (isIn(network, NetworkMoment::State::InUse)) return own("*", Meaning::Current);
+    if (isIn(network, NetworkMoment::State::New)) return own("+", Meaning::Current);
+    if (isIn(network, NetworkMoment::State::Lost)) return own("-", Meaning::Secondary);
+    return own("");
+}
+
+PlainValue stateValue(const Network& network, const Around&) {
+    if (isIn(network, NetworkMoment::State::InUse)) return text("in use");
+    if (isIn(network, NetworkMoment::State::New)) return text("new");
+    if (isIn(network, NetworkMoment::State::Lost)) return text("lost");
+    return {};
+}
+
+Meaning meaningOfName(const Network& network) {
+    const bool isCurrent =
+        isIn(network, NetworkMoment::State::InUse) || isIn(network, NetworkMoment::State::New);
+    return isCurrent ? Meaning::Current : Meaning::Plain;
+}
+
 FittedCell ssidCell(const Network& network, const Around& around) {
-    if (network.details.meshID) return {shownMesh(nameOf(network), around.rules)};
-    if (isHidden(network) && !around.hasAddress) return {shownHidden(network.bssid)};
-    return {shownName(nameOf(network), around.rules)};
+    const Meaning meaning = meaningOfName(network);
+    if (network.details.meshID) return {shownMesh(nameOf(network), around.rules), meaning};
+    if (isHidden(network) && !around.hasAddress) return {shownHidden(network.bssid), meaning};
+    return {shownName(nameOf(network), around.rules), meaning};
 }
 
 PlainValue ssidValue(const Network& network, const Around&) {
@@ -159,6 +187,28 @@ FittedCell barCell(const Network& network, const Around& around) {
     const auto signal = signalOf(network);
     if (!signal) return own("");
     return {ownText(signalBar(*signal, around.glyphs), around.rules), meaningOfBar(*signal)};
+}
+
+FittedCell trendCell(const Network& network, const Around& around) {
+    if (network.moment == nullptr) return own("");
+    switch (network.moment->trend) {
+        case NetworkMoment::Trend::Steady:
+            break;
+        case NetworkMoment::Trend::Rising:
+            return {ownText(around.glyphs.rising, around.rules)};
+        case NetworkMoment::Trend::Falling:
+            return {ownText(around.glyphs.falling, around.rules)};
+    }
+    return own("");
+}
+
+FittedCell historyCell(const Network& network, const Around& around) {
+    std::string levels;
+    if (network.moment == nullptr) return own(levels);
+    for (const auto& signal : network.moment->history) {
+        levels += signal ? signalLevel(*signal, around.glyphs) : " ";
+    }
+    return {ownText(levels, around.rules)};
 }
 
 FittedCell widthCell(const Network& network, const Around& around) {
@@ -206,6 +256,20 @@ FittedCell silenceCell(const Network& network, const Around& around) {
     return own(silence ? ageText(*silence) : std::string(kUntold));
 }
 
+// A list of half a minute ago is not one of now.
+FittedCell ageCell(const Network& network, const Around& around) {
+    constexpr std::int64_t kOld = 30'000'000'000;
+    FittedCell cell = silenceCell(network, around);
+    if (silenceOf(network, around).value_or(0) > kOld) cell.meaning = Meaning::Caution;
+    return cell;
+}
+
+PlainValue ageValue(const Network& network, const Around& around) {
+    constexpr double kSecond = 1e9;
+    const auto age = silenceOf(network, around);
+    return age ? number(static_cast<double>(*age) / kSecond) : PlainValue();
+}
+
 FittedCell makerCell(const Network& network, const Around& around) {
     const std::string name = around.makers().cell(network.bssid, around.makerCells);
     const bool isOwn = name.starts_with('(') || name == kUntold;
@@ -248,8 +312,17 @@ std::string countryText(const Network& network) {
 
 constexpr std::size_t kNever = kAnyWidth;  // stands without a width, or where it is asked for
 
-// In the order on the line.
+// In the order on the line, of all lists.
 constexpr NetworkColumn kColumns[] = {
+    {{.name = "state",
+      .header = "",
+      .align = Align::Left,
+      .least = 1,
+      .most = kAnyWidth,
+      .isJoinedToNext = true},
+     stateCell,
+     stateValue,
+     "* in use, + new, - lost"},
     {{.name = "mark", .header = "", .align = Align::Left, .least = 1, .most = kAnyWidth},
      markCell,
      markValue,
@@ -262,10 +335,22 @@ constexpr NetworkColumn kColumns[] = {
      signalCell,
      [](const Network& network, const Around&) { return numberIf(signalOf(network)); },
      "median of the signals of its frames, dBm"},
+    {{.name = "trend", .header = "", .align = Align::Left, .least = 1, .most = 1},
+     trendCell,
+     nullptr,
+     "whether the signal rises or falls by 4 dB or more"},
     {{.name = "bar", .header = "", .align = Align::Left, .least = 4, .most = 4, .from = 55},
      barCell,
      nullptr,
      "the signal as a bar, from -95 to -35 dBm"},
+    {{.name = "history",
+      .header = "60 s",
+      .align = Align::Left,
+      .least = NetworkMoment::kHistory,
+      .most = NetworkMoment::kHistory},
+     historyCell,
+     nullptr,
+     "the signals of the last minute, each of 5 s"},
     {{.name = "band", .header = "GHz", .align = Align::Right, .least = 3, .most = kAnyWidth},
      bandCell,
      [](const Network& network, const Around&) {
@@ -361,7 +446,16 @@ constexpr NetworkColumn kColumns[] = {
       .from = 120},
      silenceCell,
      [](const Network& network, const Around&) { return timeValue(network.statistics->lastTime); },
-     "last frame before the end of its capture"},
+     "last frame before the end of its capture, or before now"},
+    {{.name = "age",
+      .header = "AGE",
+      .align = Align::Right,
+      .least = 4,
+      .most = kAnyWidth,
+      .from = 120},
+     ageCell,
+     ageValue,
+     "time since its last frame, s"},
     {{.name = "bssid",
       .header = "BSSID",
       .align = Align::Left,
@@ -569,17 +663,78 @@ constexpr NetworkColumn kColumns[] = {
      "how many errors, warnings and notes there are about it"},
 };
 
-}  // namespace
+// Columns that are not in all lists.
+struct Absence {
+    std::string_view column;
+    ListKind list;
+};
+constexpr Absence kAbsences[] = {
+    {"state", ListKind::Captures}, {"trend", ListKind::Captures}, {"history", ListKind::Captures},
+    {"age", ListKind::Captures},   {"trend", ListKind::Scan},     {"history", ListKind::Scan},
+    {"last", ListKind::Scan},      {"beacons", ListKind::Scan},   {"first", ListKind::Scan},
+    {"frames", ListKind::Scan},    {"age", ListKind::Watch},
+};
 
-std::span<const NetworkColumn> networkColumns() {
-    return kColumns;
+// Where columns stand while networks are watched.
+struct WatchedPlace {
+    std::string_view column;
+    std::size_t least;  // tells the two forms of the BSSID
+    std::size_t from;
+    std::size_t below = kAnyWidth;
+};
+constexpr WatchedPlace kWatchedPlaces[] = {
+    {"bar", 4, 63},         {"history", NetworkMoment::kHistory, 113},
+    {"width", 4, 49},       {"generation", 3, 67},
+    {"rate", 6, kNever},    {"pmf", 3, 85},
+    {"load", 4, 120},       {"stations", 3, 120},
+    {"last", 4, 44},        {"bssid", 8, 58, 76},
+    {"bssid", 17, 76},      {"maker", 5, 100},
+    {"beacons", 7, kNever},
+};
+
+void placeForWatching(NetworkColumn& column) {
+    for (const WatchedPlace& place : kWatchedPlaces) {
+        if (place.column != column.layout.name || place.least != column.layout.least) continue;
+        column.layout.from = place.from;
+        column.layout.below = place.below;
+    }
 }
 
-const NetworkColumn* networkColumnNamed(std::string_view name) {
-    const auto* const found = std::ranges::find_if(kColumns, [&](const NetworkColumn& column) {
+std::vector<NetworkColumn> columnsOf(ListKind list) {
+    std::vector<NetworkColumn> columns;
+    for (const NetworkColumn& column : kColumns) {
+        const bool isAbsent = std::ranges::any_of(kAbsences, [&](const Absence& absence) {
+            return absence.list == list && absence.column == column.layout.name;
+        });
+        if (!isAbsent) columns.push_back(column);
+    }
+    if (list == ListKind::Watch) std::ranges::for_each(columns, placeForWatching);
+    return columns;
+}
+
+}  // namespace
+
+std::span<const NetworkColumn> networkColumns(ListKind list) {
+    static const std::vector<NetworkColumn> captures = columnsOf(ListKind::Captures);
+    static const std::vector<NetworkColumn> scan = columnsOf(ListKind::Scan);
+    static const std::vector<NetworkColumn> watch = columnsOf(ListKind::Watch);
+    switch (list) {
+        case ListKind::Captures:
+            return captures;
+        case ListKind::Scan:
+            return scan;
+        case ListKind::Watch:
+            return watch;
+    }
+    return captures;
+}
+
+const NetworkColumn* networkColumnNamed(std::string_view name, ListKind list) {
+    const auto columns = networkColumns(list);
+    const auto found = std::ranges::find_if(columns, [&](const NetworkColumn& column) {
         return column.layout.name == name && column.value != nullptr;
     });
-    return found == std::end(kColumns) ? nullptr : found;
+    return found == columns.end() ? nullptr : &*found;
 }
 
 }  // namespace halvane::tool

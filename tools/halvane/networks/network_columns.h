@@ -21,6 +21,10 @@
 
 namespace halvane::tool {
 
+// What a list is of: captures, the kernel's list, or what is heard now. Each has columns of its
+// own.
+enum class ListKind { Captures, Scan, Watch };
+
 // What the cells depend on beside the network.
 struct CellSurroundings {
     const Glyphs& glyphs;
@@ -30,6 +34,7 @@ struct CellSurroundings {
     std::size_t makerCells = kMakerCells;
     bool hasAddress = true;        // a column shows the BSSID
     bool hasFullSecurity = false;  // full names of the security
+    ListKind list = ListKind::Captures;
 };
 
 // A value for programs: absent, a number or a text.
@@ -48,11 +53,11 @@ struct NetworkColumn {
     const char* meaning;  // a phrase for the list of columns
 };
 
-// All columns; one that has two forms stands twice.
-std::span<const NetworkColumn> networkColumns();
+// All columns of such a list; one that has two forms stands twice.
+std::span<const NetworkColumn> networkColumns(ListKind list = ListKind::Captures);
 
 // The first with this name that has a value; null if there is none.
-const NetworkColumn* networkColumnNamed(std::string_view name);
+const NetworkColumn* networkColumnNamed(std::string_view name, ListKind list = ListKind::Captures);
 
 }  // namespace halvane::tool
 

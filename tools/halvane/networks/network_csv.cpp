@@ -35,9 +35,9 @@ std::string fieldOf(const PlainValue& value) {
     return std::string(text.data(), end.ptr);
 }
 
-std::vector<const NetworkColumn*> allColumns() {
+std::vector<const NetworkColumn*> allColumns(ListKind list) {
     std::vector<const NetworkColumn*> columns;
-    for (const NetworkColumn& column : networkColumns()) {
+    for (const NetworkColumn& column : networkColumns(list)) {
         if (column.value != nullptr) columns.push_back(&column);
     }
     return columns;
@@ -56,7 +56,7 @@ void putLine(const std::vector<std::string>& fields, std::FILE* stream) {
 
 void printCSV(std::span<const Network> networks, std::span<const NetworkColumn* const> columns,
               const CellSurroundings& surroundings, std::FILE* stream) {
-    const auto all = allColumns();
+    const auto all = allColumns(surroundings.list);
     if (columns.empty()) columns = all;
     std::vector<std::string> names;
     for (const NetworkColumn* const column : columns) {

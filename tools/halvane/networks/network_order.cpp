@@ -61,7 +61,7 @@ NetworkOrder defaultOrder() {
     return {.keys = {{networkColumnNamed("signal"), true}}};
 }
 
-Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text) {
+Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text, ListKind list) {
     std::vector<OrderKey> keys;
     for (bool isLast = false; !isLast;) {
         const std::size_t comma = text.find(',');
@@ -69,7 +69,7 @@ Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text) {
         std::string_view name = text.substr(0, comma);
         const bool isFalling = name.starts_with('-');
         if (isFalling) name.remove_prefix(1);
-        const NetworkColumn* const column = networkColumnNamed(name);
+        const NetworkColumn* const column = networkColumnNamed(name, list);
         if (column == nullptr) return Unexpected(std::string(name));
         keys.push_back({column, isFalling});
         if (!isLast) text.remove_prefix(comma + 1);

@@ -30,8 +30,9 @@ struct NetworkOrder {
 NetworkOrder defaultOrder();
 
 // Reads "band,channel,-signal": names of columns, with '-' before one that falls. The error is a
-// name that no column has.
-Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text);
+// name that no column of such a list has.
+Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text,
+                                                       ListKind list = ListKind::Captures);
 
 // Absent values stand last, whether a key rises or falls. Texts are ordered by octets after ASCII
 // letters became small. Networks that are equal stay in their order.

@@ -7,6 +7,7 @@
 #include "tools/halvane/output/fitted_table.h"
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/standard_output.h"
+#include "tools/halvane/survey/network_moment.h"
 
 namespace halvane::tool {
 
@@ -21,10 +22,10 @@ constexpr Squeeze kSqueezes[] = {
     {.column = "ssid", .least = 4, .from = 40},
 };
 
-std::vector<const NetworkColumn*> columnsFor(const NetworkTableOptions& options) {
+std::vector<const NetworkColumn*> columnsFor(const NetworkTableOptions& options, ListKind list) {
     if (!options.columns.empty()) return options.columns;
     std::vector<const NetworkColumn*> columns;
-    for (const NetworkColumn& column : networkColumns()) {
+    for (const NetworkColumn& column : networkColumns(list)) {
         const bool stands = options.isWide || column.layout.from != kAnyWidth;
         if (stands || &column == options.added) columns.push_back(&column);
     }
@@ -45,32 +46,38 @@ std::vector<FittedColumn> layoutsOf(std::span<const NetworkColumn* const> column
     return layouts;
 }
 
-class Printer {
+bool isLost(const Network& network) {
+    return network.moment != nullptr && network.moment->state == NetworkMoment::State::Lost;
+}
+
+// Lays the table out line by line.
+class Drawing {
   public:
-    Printer(std::span<const Network> networks, const NetworkTableOptions& options,
-            const CellSurroundings& surroundings, const Theme& theme, std::FILE* stream)
+    Drawing(std::span<const Network> networks, const NetworkTableOptions& options,
+            const CellSurroundings& surroundings, const Theme& theme)
         : networks_(networks),
           surroundings_(surroundings),
           theme_(theme),
-          stream_(stream),
-          columns_(columnsFor(options)),
+          columns_(columnsFor(options, surroundings.list)),
           layouts_(layoutsOf(columns_, options)),
           table_({layouts_, kSqueezes}, options.isWide ? std::nullopt : options.width) {
         surroundings_.hasFullSecurity = options.width.value_or(0) >= kFullSecurityWidth;
         surroundings_.hasAddress = hasColumn("bssid");
     }
 
-    void print(std::optional<std::size_t> terminalLines) {
+    // The header first, and behind the last row where the first has scrolled away.
+    template <typename Put>
+    void draw(std::optional<std::size_t> terminalLines, Put putLine) {
         for (const Network& network : networks_) table_.fit(rowOf(network));
         table_.settle();
         fitMakers();
         const std::string header = table_.header(theme_);
-        put(header, stream_);
+        putLine(header);
         const ShownText mark = ownText(surroundings_.glyphs.cut, surroundings_.rules);
         for (const Network& network : networks_) {
-            put(table_.line(rowOf(network), theme_, mark), stream_);
+            putLine(table_.line(rowOf(network), theme_, mark));
         }
-        if (FittedTable::repeatsHeader(networks_.size(), terminalLines)) put(header, stream_);
+        if (FittedTable::repeatsHeader(networks_.size(), terminalLines)) putLine(header);
     }
 
   private:
@@ -84,6 +91,9 @@ class Printer {
         row.reserve(table_.standing().size());
         for (const std::size_t index : table_.standing()) {
             row.push_back(columns_[index]->cell(network, surroundings_));
+        }
+        if (isLost(network)) {
+            for (FittedCell& cell : row) cell.meaning = Meaning::Secondary;
         }
         return row;
     }
@@ -100,7 +110,6 @@ class Printer {
     std::span<const Network> networks_;
     CellSurroundings surroundings_;
     const Theme& theme_;
-    std::FILE* const stream_;
     const std::vector<const NetworkColumn*> columns_;
     const std::vector<FittedColumn> layouts_;
     FittedTable table_;
@@ -108,12 +117,22 @@ class Printer {
 
 }  // namespace
 
+std::vector<std::string> networkLines(std::span<const Network> networks,
+                                      const NetworkTableOptions& options,
+                                      const CellSurroundings& surroundings, const Theme& theme) {
+    std::vector<std::string> lines;
+    Drawing(networks, options, surroundings, theme)
+        .draw(std::nullopt, [&lines](const std::string& line) { lines.push_back(line); });
+    return lines;
+}
+
 void printNetworks(std::span<const Network> networks, const NetworkTableOptions& options,
                    CellSurroundings surroundings, const Theme& theme, std::FILE* stream) {
     if (networks.empty()) return;
     const std::size_t count =
         options.limit == 0 ? networks.size() : std::min(options.limit, networks.size());
-    Printer(networks.first(count), options, surroundings, theme, stream).print(options.lines);
+    Drawing(networks.first(count), options, surroundings, theme)
+        .draw(options.lines, [stream](const std::string& line) { put(line, stream); });
     if (count == networks.size()) return;
     put(std::string(surroundings.glyphs.cut) + ' ' + std::to_string(networks.size() - count) +
             " more (--limit=0 shows all)\n",

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "tools/halvane/networks/network_columns.h"
@@ -22,6 +23,12 @@ struct NetworkTableOptions {
     std::size_t limit = 0;                        // rows; 0: all
     std::optional<std::size_t> lines{};           // of the terminal
 };
+
+// The lines of the table, each with its end: the header, then one for each network. Of the options,
+// `limit` and `lines` do not count.
+std::vector<std::string> networkLines(std::span<const Network> networks,
+                                      const NetworkTableOptions& options,
+                                      const CellSurroundings& surroundings, const Theme& theme);
 
 // Prints nothing without networks.
 void printNetworks(std::span<const Network> networks, const NetworkTableOptions& options,

@@ -186,9 +186,9 @@ std::optional<UsageError> readNumber(const char* name, const char* text, std::ui
     return std::nullopt;
 }
 
-std::string columnNames() {
+std::string columnNames(ListKind list) {
     std::string names;
-    for (const NetworkColumn& column : networkColumns()) {
+    for (const NetworkColumn& column : networkColumns(list)) {
         if (column.value == nullptr) continue;
         if (!names.empty()) names += ", ";
         names += column.layout.name;
@@ -200,8 +200,8 @@ std::optional<UsageError> readColumns(ListOptions& options, const Typed& typed) 
     if (typed.columns == nullptr) return std::nullopt;
     options.isColumnsHelp = std::string_view(typed.columns) == "help";
     if (options.isColumnsHelp) return std::nullopt;
-    const auto keys = orderKeysOf(typed.columns);
-    if (!keys) return badValue("columns", keys.error(), "one of " + columnNames());
+    const auto keys = orderKeysOf(typed.columns, options.list);
+    if (!keys) return badValue("columns", keys.error(), "one of " + columnNames(options.list));
     for (const OrderKey& key : *keys) {
         if (key.isFalling) return badValue("columns", typed.columns, "names of columns");
         options.columns.push_back(key.column);
@@ -212,8 +212,8 @@ std::optional<UsageError> readColumns(ListOptions& options, const Typed& typed) 
 std::optional<UsageError> readOrder(ListOptions& options, const Typed& typed) {
     options.order.isReversed = typed.reverse != 0;
     if (typed.sort == nullptr) return std::nullopt;
-    auto keys = orderKeysOf(typed.sort);
-    if (!keys) return badValue("sort", keys.error(), "one of " + columnNames());
+    auto keys = orderKeysOf(typed.sort, options.list);
+    if (!keys) return badValue("sort", keys.error(), "one of " + columnNames(options.list));
     options.isSorted = true;
     options.order.keys = std::move(*keys);
     return std::nullopt;
@@ -303,13 +303,26 @@ std::span<const CLIOption> mannerOptions() {
 }
 
 Result<ListOptions, UsageError> takeListOptions() {
+    return takeListOptions(ListKind::Captures);
+}
+
+Result<ListOptions, UsageError> takeListOptions(ListKind list) {
     Typed typed = std::exchange(gTyped, Typed());
     ListOptions options;
+    options.list = list;
     options.mostNetworks = Survey::kDefaultMost;
     const auto error = readInto(options, typed);
     freeTexts(typed);
     if (error) return Unexpected(*error);
     return options;
+}
+
+bool takeFindings(ListOptions& options) {
+    const auto& findings = options.findings;
+    if (!findings) return false;
+    if (!options.format) return true;
+    options.filter.add("--findings", air::severityName(*findings), findingsCondition(*findings));
+    return false;
 }
 
 }  // namespace halvane::tool

@@ -27,6 +27,7 @@ struct ListOptions {
     std::size_t limit = 0;  // rows; 0: all
     std::size_t mostNetworks = 0;
     std::optional<std::size_t> width{};  // cells
+    ListKind list = ListKind::Captures;
     NetworkFilter filter{};
     std::vector<const NetworkColumn*> columns{};  // empty: those of the width
     NetworkOrder order = defaultOrder();
@@ -50,8 +51,13 @@ std::span<const CLIOption> filterOptions();
 std::span<const CLIOption> showOptions();
 std::span<const CLIOption> mannerOptions();
 
-// Returns what these options have read since the last call.
-Result<ListOptions, UsageError> takeListOptions();
+// Returns what these options have read since the last call. The columns are those of the list.
+Result<ListOptions, UsageError> takeListOptions(ListKind list);
+Result<ListOptions, UsageError> takeListOptions();  // of captures
+
+// Returns whether --findings asks for the findings in place of the networks: without a format.
+// Otherwise it becomes a condition of the filter.
+bool takeFindings(ListOptions& options);
 
 }  // namespace halvane::tool
 

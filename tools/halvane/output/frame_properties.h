@@ -17,6 +17,7 @@
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/property_table.h"
 #include "tools/halvane/output/time_text.h"
+#include "tools/halvane/survey/network_moment.h"
 #include "tools/halvane/survey/network_statistics.h"
 #include "tools/halvane/survey/signal_histogram.h"
 
@@ -89,6 +90,22 @@ inline constexpr std::string_view kTableName<RecordMaker> = "maker";
 template <>
 inline constexpr auto kProperties<RecordMaker> = std::tuple{
     Property{"maker", [](const RecordMaker& maker) { return maker.name; }},
+};
+
+// What follows the record of a network of the kernel's list.
+template <>
+inline constexpr std::string_view kTableName<NetworkMoment> = "moment";
+template <>
+inline constexpr auto kProperties<NetworkMoment> = std::tuple{
+    Property{"age",
+             [](const NetworkMoment& moment) -> std::optional<std::int64_t> {
+                 constexpr std::int64_t kMillisecond = 1'000'000;
+                 if (!moment.age) return std::nullopt;
+                 return *moment.age / kMillisecond;
+             }},
+    Property{
+        "isInUse",
+        [](const NetworkMoment& moment) { return moment.state == NetworkMoment::State::InUse; }},
 };
 
 // The properties of the sighting alone. Its record has its own table.

@@ -26,6 +26,12 @@ void complain(const std::string& message, std::string_view hint) {
     std::fputs(text.c_str(), stderr);
 }
 
+std::string hintOf(const std::vector<std::string>& lines) {
+    std::string hint;
+    for (const std::string& line : lines) hint += line + '\n';
+    return hint;
+}
+
 std::string inputName(const std::string& path) {
     if (path == "-") return "standard input";
     return path.empty() ? "''" : path;

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace halvane::tool {
 
@@ -13,6 +14,9 @@ void complain(const std::string& message);
 
 // The same, with the lines of `hint` below it, each indented by two blanks. They say what to do.
 void complain(const std::string& message, std::string_view hint);
+
+// The lines as such a hint.
+std::string hintOf(const std::vector<std::string>& lines);
 
 // How messages name an input: "standard input" for "-", two quotes for an empty name.
 std::string inputName(const std::string& path);

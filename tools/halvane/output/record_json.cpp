@@ -31,6 +31,12 @@ RecordMaker makerIn(const HalvaneMAC& record, const MakerOf& makerOf) {
     return {makerOf(*address)};
 }
 
+void writeSighting(JSONWriter& writer, const capture::Sighting& sighting) {
+    writeMembers(writer, sighting);
+    writeMembers(writer, sighting.record);
+    writeAir(writer, sighting);
+}
+
 }  // namespace
 
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
@@ -38,11 +44,19 @@ void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
                const MakerOf& makerOf) {
     writer.beginObject();
     if (origin) writeMembers(writer, *origin);
-    writeMembers(writer, sighting);
-    writeMembers(writer, sighting.record);
-    writeAir(writer, sighting);
+    writeSighting(writer, sighting);
     if (origin) writeMembers(writer, FrameTime{*origin});
     if (heard != nullptr) writeMembers(writer, *heard);
+    writeMembers(writer, RecordTexts{sighting.record});
+    writeMembers(writer, makerIn(sighting.record, makerOf));
+    writer.endObject();
+}
+
+void writeJSON(JSONWriter& writer, const capture::Sighting& sighting, const NetworkMoment& moment,
+               const MakerOf& makerOf) {
+    writer.beginObject();
+    writeSighting(writer, sighting);
+    writeMembers(writer, moment);
     writeMembers(writer, RecordTexts{sighting.record});
     writeMembers(writer, makerIn(sighting.record, makerOf));
     writer.endObject();

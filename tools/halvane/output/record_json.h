@@ -9,6 +9,7 @@
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/maker_lookup.h"
+#include "tools/halvane/survey/network_moment.h"
 #include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
@@ -18,6 +19,11 @@ namespace halvane::tool {
 // (null if that is not known), and at the end the texts of octets and the maker of the address.
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
                const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard = nullptr,
+               const MakerOf& makerOf = {});
+
+// The same for a network of the kernel's list: its age and whether it is in use in the place of how
+// it was heard.
+void writeJSON(JSONWriter& writer, const capture::Sighting& sighting, const NetworkMoment& moment,
                const MakerOf& makerOf = {});
 
 }  // namespace halvane::tool

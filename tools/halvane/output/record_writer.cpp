@@ -134,12 +134,20 @@ class JSONLinesWriter : public RecordWriter {
     void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
                const NetworkStatistics* heard) override {
         writeJSON(batch_.writer(), sighting, origin, heard, makerOf_);
-        batch_.writer().newline();
-        batch_.commit();
+        end();
+    }
+    void writeScanned(const capture::Sighting& sighting, const NetworkMoment& moment) override {
+        writeJSON(batch_.writer(), sighting, moment, makerOf_);
+        end();
     }
     void finish() override { batch_.flush(); }
 
   private:
+    void end() {
+        batch_.writer().newline();
+        batch_.commit();
+    }
+
     JSONBatch batch_;
     MakerOf makerOf_;
 };
@@ -153,10 +161,14 @@ class JSONArrayWriter : public RecordWriter {
 
     void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
                const NetworkStatistics* heard) override {
-        batch_.writer().verbatim(isFirst_ ? "[\n" : ",\n");
+        begin();
         writeJSON(batch_.writer(), sighting, origin, heard, makerOf_);
         batch_.commit();
-        isFirst_ = false;
+    }
+    void writeScanned(const capture::Sighting& sighting, const NetworkMoment& moment) override {
+        begin();
+        writeJSON(batch_.writer(), sighting, moment, makerOf_);
+        batch_.commit();
     }
     void finish() override {
         batch_.writer().verbatim(isFirst_ ? "[]\n" : "\n]\n");
@@ -165,6 +177,11 @@ class JSONArrayWriter : public RecordWriter {
     }
 
   private:
+    void begin() {
+        batch_.writer().verbatim(isFirst_ ? "[\n" : ",\n");
+        isFirst_ = false;
+    }
+
     JSONBatch batch_;
     MakerOf makerOf_;
     bool isFirst_ = true;

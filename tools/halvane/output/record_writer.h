@@ -18,6 +18,7 @@
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/maker_lookup.h"
 #include "tools/halvane/output/text_style.h"
+#include "tools/halvane/survey/network_moment.h"
 #include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
@@ -29,6 +30,12 @@ class RecordWriter {
     // A record of one frame, or of a network and how it was heard. Both may be unknown.
     virtual void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
                        const NetworkStatistics* heard = nullptr) = 0;
+
+    // A record of the kernel's list. JSON has its age and whether it is in use.
+    virtual void writeScanned(const capture::Sighting& sighting, const NetworkMoment& moment) {
+        static_cast<void>(moment);
+        write(sighting, std::nullopt);
+    }
 
     // Ends the document. REQUIRES: called once, after the last record.
     virtual void finish() = 0;

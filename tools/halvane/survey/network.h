@@ -14,6 +14,7 @@
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/survey/network_details.h"
+#include "tools/halvane/survey/network_moment.h"
 #include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
@@ -27,6 +28,8 @@ struct Network {
     const NetworkStatistics* statistics = nullptr;
     // Borrowed; null if only the frames of another network tell of this one (Multiple BSSID).
     const capture::FoldedSighting* heard = nullptr;
+    // Borrowed; null where the list is not one of now.
+    const NetworkMoment* moment = nullptr;
 };
 
 // The octets of the network's name; of the mesh's, if it is one. Valid as long as the network.
