@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
 #include <utility>
 
 #include "halvane/air/bss_profile.h"
@@ -60,24 +59,35 @@ std::vector<const Survey::Heard*> Survey::inOrder() const {
     return order;
 }
 
+// Adds the network that was heard, and those that its frames tell of and that nobody told before.
+void Survey::tell(const Heard& heard, std::set<MacAddress>& told,
+                  std::vector<Network>& networks) const {
+    networks.push_back(networkOf(heard.address, heard.folded.sighting(), &heard.statistics));
+    networks.back().heard = &heard.folded;
+    const Network sender = networks.back();
+    for (const air::NontransmittedBss& other : sender.profile.nontransmitted) {
+        if (places_.contains(other.bssid) || !told.insert(other.bssid).second) continue;
+        networks.push_back({.bssid = other.bssid,
+                            .profile = other.profile,
+                            .details = sender.details,
+                            .beaconInterval = sender.beaconInterval,
+                            .statistics = &heard.statistics});
+    }
+}
+
 std::vector<Network> Survey::networks() const {
     std::vector<Network> networks;
     networks.reserve(heard_.size());
     std::set<MacAddress> told;
-    for (const Heard* const heard : inOrder()) {
-        networks.push_back(networkOf(heard->address, heard->folded.sighting(), &heard->statistics));
-        networks.back().heard = &heard->folded;
-        const Network sender = networks.back();
-        const auto& others = sender.profile.nontransmitted;
-        for (const air::NontransmittedBss& other : others) {
-            if (places_.contains(other.bssid) || !told.insert(other.bssid).second) continue;
-            networks.push_back({.bssid = other.bssid,
-                                .profile = other.profile,
-                                .details = sender.details,
-                                .beaconInterval = sender.beaconInterval,
-                                .statistics = &heard->statistics});
-        }
-    }
+    for (const Heard* const heard : inOrder()) tell(*heard, told, networks);
+    return networks;
+}
+
+std::vector<Network> Survey::networksOf(const MacAddress& address) const {
+    std::vector<Network> networks;
+    std::set<MacAddress> told;
+    const auto known = places_.find(address);
+    if (known != places_.end()) tell(*known->second, told, networks);
     return networks;
 }
 

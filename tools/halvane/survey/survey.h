@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <list>
 #include <map>
+#include <set>
 #include <vector>
 
 #include "halvane/base/mac_address.h"
@@ -41,6 +42,7 @@ class Survey {
     void add(Survey&& later);
 
     std::size_t size() const { return heard_.size(); }
+    bool contains(const MacAddress& address) const { return places_.contains(address); }
     // How many networks had to go. One that comes back counts again when it goes again.
     std::uint64_t letGoCount() const { return letGoCount_; }
     std::size_t most() const { return most_; }
@@ -49,6 +51,9 @@ class Survey {
     // tell of (Multiple BSSID) and that were not heard themselves. They borrow from the survey: it
     // must outlive them and not change.
     std::vector<Network> networks() const;
+
+    // The same of one address: its network first. Empty if the survey does not have it.
+    std::vector<Network> networksOf(const MacAddress& address) const;
 
   private:
     struct Heard {
@@ -60,6 +65,7 @@ class Survey {
     using Place = std::list<Heard>::iterator;
 
     void hold(Heard&& heard);
+    void tell(const Heard& heard, std::set<MacAddress>& told, std::vector<Network>& networks) const;
     std::vector<const Heard*> inOrder() const;
 
     std::size_t most_;
