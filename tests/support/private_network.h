@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <fcntl.h>
 #include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
 #include <linux/if_tun.h>
 #include <net/if.h>
 #include <net/if_arp.h>
@@ -104,6 +106,19 @@ inline bool hasPrivateNetworks() {
         return true;
     });
     return hasThem;
+}
+
+// Runs `test` in a private network. Its failures are printed there, and end the test here.
+inline void inPrivateNetwork(const std::function<void()>& test) {
+    if (!hasPrivateNetworks()) {
+        GTEST_SKIP() << "this system has no network namespaces or no TAP devices for tests";
+    }
+    const bool hasPassed = isTrueInChild([&test] {
+        EXPECT_TRUE(enterPrivateNetwork());
+        test();
+        return !::testing::Test::HasFailure();
+    });
+    EXPECT_TRUE(hasPassed);
 }
 
 }  // namespace halvane::testing

@@ -11,6 +11,7 @@
 #include "tools/halvane/options/report_options.h"
 #include "tools/halvane/options/scan_options.h"
 #include "tools/halvane/options/single_option.h"
+#include "tools/halvane/options/watch_options.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/standard_files.h"
 #include "tools/halvane/output/standard_output.h"
@@ -64,6 +65,15 @@ const CLIOption kCommands[] = {
      .longHelp = "Shows the networks that the kernel has heard of last. This needs no monitor\n"
                  "mode, and no rights without --trigger. '*' is the network that this machine\n"
                  "uses, AGE the time since its last frame."},
+    {.type = kCLICommand,
+     .longName = "watch",
+     .handler = handle<watchCommand>,
+     .subOptions = watchOptions(),
+     .shortHelp = "follow the networks that interfaces hear now",
+     .longHelp = "Shows the networks whose beacons and probe responses interfaces in monitor\n"
+                 "mode hear, and how they change, until it is ended. The last table stays. If\n"
+                 "standard output is no terminal, the table comes once, at the end; with\n"
+                 "--format=jsonl records come as they are first heard or change."},
     {.type = kCLICommand,
      .longName = "elements",
      .handler = handle<elementsCommand>,

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <ctime>
 #include <filesystem>
-#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <linux/capability.h>
@@ -25,7 +24,6 @@
 #include "halvane/capture/link_type.h"
 
 #include "tests/support/capture_bytes.h"
-#include "tests/support/child_process.h"
 #include "tests/support/private_network.h"
 #include "tests/support/temporary_folder.h"
 #include "tools/halvane/input/input_stream.h"
@@ -36,10 +34,8 @@ using halvane::capture::LinkType;
 using halvane::testing::append;
 using halvane::testing::beaconFrame;
 using halvane::testing::Bytes;
-using halvane::testing::enterPrivateNetwork;
-using halvane::testing::hasPrivateNetworks;
 using halvane::testing::HeardInterface;
-using halvane::testing::isTrueInChild;
+using halvane::testing::inPrivateNetwork;
 using halvane::testing::TemporaryFolder;
 using ::testing::ElementsAre;
 using ::testing::Field;
@@ -52,19 +48,6 @@ using Clock = LiveSource::Clock;
 using Pause = LiveSource::Pause;
 
 constexpr std::chrono::seconds kLong{60};  // a test that waits as long fails
-
-// Runs `test` in a private network. Its failures are printed there, and end the test here.
-void inPrivateNetwork(const std::function<void()>& test) {
-    if (!hasPrivateNetworks()) {
-        GTEST_SKIP() << "this system has no network namespaces or no TAP devices for tests";
-    }
-    const bool hasPassed = isTrueInChild([&test] {
-        EXPECT_TRUE(enterPrivateNetwork());
-        test();
-        return !::testing::Test::HasFailure();
-    });
-    EXPECT_TRUE(hasPassed);
-}
 
 std::unique_ptr<LiveSource> listen(const std::vector<std::string>& names,
                                    LiveOptions options = {}) {

@@ -42,10 +42,12 @@ void handle() {
 // The options of each command, and the command. Those of decodeCommand() are decodeOptions()
 // (options/decode_options.h), those of reportCommand() reportOptions()
 // (options/report_options.h), those of scanCommand() scanOptions() (options/scan_options.h), those
-// of channelsCommand() gChannelsOptions (options/channel_options.h).
+// of watchCommand() watchOptions() (options/watch_options.h), those of channelsCommand()
+// gChannelsOptions (options/channel_options.h).
 int decodeCommand();
 int reportCommand();
 int scanCommand();
+int watchCommand();
 extern CLIOption gElementsOptions[];
 int elementsCommand();
 int channelsCommand();
