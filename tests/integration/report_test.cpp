@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <string>
+#include <sys/wait.h>
 #include <utility>
 #include <vector>
 
@@ -97,7 +98,7 @@ TEST_F(Report, IsNothingForATerminal) {
     HALVANE_SKIP_WITHOUT_TERMINALS();
     TerminalProgram tool(toolWords({"report", sample("today.pcap")}));
     tool.waitFor("name a file with -o FILE");
-    EXPECT_EQ(tool.wait(), 2);
+    EXPECT_EQ(WEXITSTATUS(tool.wait()), 2);
     EXPECT_EQ(tool.screen().find("<!DOCTYPE"), std::string::npos);
 }
 

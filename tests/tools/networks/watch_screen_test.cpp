@@ -90,12 +90,17 @@ TEST_F(WatchScreen, IsDrawnForEightyColumns) {
         ElementsAre(
             "wlan1mon  channel 1    14 networks, 1 new, 1 lost  1077 frames  0 dropped  01:06",
             "   SSID         dBm        GHz  CH  MHz GEN SECURITY  LAST BSSID",
-            "   WPA3         -19   ████ 2.4   1  20  b   WPA2/WPA3 1.2s 02:00:00:00:00:01",
-            "+  Krishna      -67   █▉   2.4   1  20  b   WPA2      7.1s 02:00:00:00:00:02",
-            "   VVM          -73 ↑ █▌   2.4  11  20  b   WPA2      0.4s 02:00:00:00:00:03",
-            "   Pradnya      -79 ↓ █▏   2.4  11  20  b   WPA2      0.5s 02:00:00:00:00:04",
-            "-  (hidden)     -73   █▌   2.4  13  20  b   WPA2-Ent   46s 02:00:00:00:00:05", "", "",
-            " q quit  f freeze"));
+            "   WPA3         -19   \u2588\u2588\u2588\u2588 2.4   1  20  b   WPA2/WPA3 1.2s "
+            "02:00:00:00:00:01",
+            "+  Krishna      -67   \u2588\u2589   2.4   1  20  b   WPA2      7.1s "
+            "02:00:00:00:00:02",
+            "   VVM          -73 \u2191 \u2588\u258C   2.4  11  20  b   WPA2      0.4s "
+            "02:00:00:00:00:03",
+            "   Pradnya      -79 \u2193 \u2588\u258F   2.4  11  20  b   WPA2      0.5s "
+            "02:00:00:00:00:04",
+            "-  (hidden)     -73   \u2588\u258C   2.4  13  20  b   WPA2-Ent   46s "
+            "02:00:00:00:00:05",
+            "", "", " q quit  f freeze"));
 }
 
 TEST_F(WatchScreen, ShowsTheLastMinuteOnWideTerminals) {
@@ -107,10 +112,14 @@ TEST_F(WatchScreen, ShowsTheLastMinuteOnWideTerminals) {
     EXPECT_EQ(lines[1],
               "   SSID         dBm        60 s         GHz  CH  MHz GEN SECURITY  PMF LAST BSSID"
               "             MAKER");
-    EXPECT_THAT(lines[2], HasSubstr(" -19   ████ ████████████ 2.4 "));
-    EXPECT_THAT(lines[3], HasSubstr(" -67   █▉             ▄  2.4 "));
-    EXPECT_THAT(lines[4], HasSubstr(" -73 ↑ █▌   ▃  ▃▃▃▃▃▃▃▃▃ 2.4 "));
-    EXPECT_THAT(lines[6], HasSubstr(" -73   █▌     ▃          2.4 "));
+    EXPECT_THAT(
+        lines[2],
+        HasSubstr(" -19   \u2588\u2588\u2588\u2588 "
+                  "\u2588\u2588\u2588\u2588\u2588\u2588\u2588\u2588\u2588\u2588\u2588\u2588 2.4 "));
+    EXPECT_THAT(lines[3], HasSubstr(" -67   \u2588\u2589             \u2584  2.4 "));
+    EXPECT_THAT(lines[4], HasSubstr(" -73 \u2191 \u2588\u258C   \u2583  "
+                                    "\u2583\u2583\u2583\u2583\u2583\u2583\u2583\u2583\u2583 2.4 "));
+    EXPECT_THAT(lines[6], HasSubstr(" -73   \u2588\u258C     \u2583          2.4 "));
     EXPECT_EQ(lines[9], " q quit   f freeze");
 }
 
@@ -119,7 +128,7 @@ TEST_F(WatchScreen, LosesColumnsOnNarrowTerminals) {
     Lines lines = drawn(60, 10);
     EXPECT_EQ(lines[0], "14 networks, 1 new, 1 lost                             01:06");
     EXPECT_EQ(lines[1], "   SSID         dBm   GHz  CH  MHz SECURITY  LAST BSSID");
-    EXPECT_EQ(lines[4], "   VVM          -73 ↑ 2.4  11  20  WPA2      0.4s 00:00:03");
+    EXPECT_EQ(lines[4], "   VVM          -73 \u2191 2.4  11  20  WPA2      0.4s 00:00:03");
     lines = drawn(40, 10);
     EXPECT_EQ(lines[0], "14 networks, 1 new, 1 lost         01:06");
     EXPECT_EQ(lines[1], "   SSID         dBm   GHz  CH SECURITY");
@@ -144,9 +153,9 @@ TEST_F(WatchScreen, CountsTheRowsThatDoNotFit) {
     const Lines lines = drawn(80, 6);
     EXPECT_THAT(lines[0], HasSubstr("   SSID"));  // no head on so few lines
     EXPECT_THAT(lines[3], HasSubstr("VVM"));
-    EXPECT_EQ(lines[4], "… 2 more");
+    EXPECT_EQ(lines[4], "\u2026 2 more");
     EXPECT_EQ(lines[5], " q quit  f freeze");
-    EXPECT_EQ(drawn(80, 4).back(), "… 3 more");
+    EXPECT_EQ(drawn(80, 4).back(), "\u2026 3 more");
 }
 
 TEST_F(WatchScreen, PaintsWhatIsNewAndWhatIsLost) {

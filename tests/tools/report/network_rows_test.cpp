@@ -58,7 +58,7 @@ TEST(NetworkRows, HaveValuesToReadAndToSortBy) {
               "3|3\n"
               "1|1\n"
               "|local address\n"
-              "|\u2013\n");
+              "0|\u2013\n");
 }
 
 TEST(NetworkRows, LeaveOutWhatIsNotTold) {

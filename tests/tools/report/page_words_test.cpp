@@ -40,7 +40,7 @@ TEST(PageWords, LabelRadios) {
     maker.add({.name = "e", .lastOctet = 0x30, .signal = -4});
     const ReportData data = maker.data();
     ASSERT_EQ(data.radios.size(), 3u);
-    EXPECT_EQ(radioLabel(data, data.radios[0]).octets(), "A name of th\u2026ets, no? +1");
+    EXPECT_EQ(radioLabel(data, data.radios[0]).octets(), "A name of th\u2026ts, no? +1");
     EXPECT_EQ(radioLabel(data, data.radios[1]).octets(), "AP#1 \u00D72");
     EXPECT_EQ(radioLabel(data, data.radios[2]).octets(), "e");
 }

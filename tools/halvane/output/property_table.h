@@ -263,8 +263,11 @@ constexpr PropertyDescription describedProperty(const Property<Read>& row) {
     using Returned = std::remove_cvref_t<std::invoke_result_t<const Read&, const Record&>>;
     using Value = typename PartsOf<Returned>::Value;
     using Item = typename ItemOf<Value>::Item;
-    PropertyDescription description = {
-        row.key.text, KindOf<Value>::value, PartsOf<Returned>::kMayBeAbsent, KindOf<Item>::value, {}};
+    PropertyDescription description = {row.key.text,
+                                       KindOf<Value>::value,
+                                       PartsOf<Returned>::kMayBeAbsent,
+                                       KindOf<Item>::value,
+                                       {}};
     if constexpr (Tabled<Item>) description.members = kPropertyRows<Item>;
     return description;
 }
