@@ -243,8 +243,10 @@ TEST_F(DaemonClientTest, SendsNothingThatTheBusDoesNotTake) {
 TEST_F(DaemonClientTest, GivesUpAtTheDeadline) {
     connect();
     daemon_->answer(PeerSilence());
-    EXPECT_EQ(outcomeOf(client_->enable("wlan0", 1ms)), textOf(DaemonKind::DeadlinePassed));
-    daemon_->waitForRequest();
+    // On a busy machine a deadline may pass before anything is sent.
+    for (auto allowed = 1ms; daemon_->requests().empty(); allowed *= 2) {
+        EXPECT_EQ(outcomeOf(client_->enable("wlan0", allowed)), textOf(DaemonKind::DeadlinePassed));
+    }
     daemon_->answer(ipcMessage({{"status", 3}}));
     daemon_->answerHeld(ipcMessage({{"status", 4}}));
     EXPECT_EQ(outcomeOf(client_->enable("wlan0", 1h)), "status 3") << "not the late answer";

@@ -17,6 +17,7 @@ pid_t startChild(Run run) {
     if (child < 0) throw std::runtime_error("no process");
     if (child > 0) return child;
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test that crashes leaves no child behind
+    ::alarm(120);                        // a child that hangs writes its stack and ends
     ::_exit(run() ? 0 : 1);
 }
 
