@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -177,7 +178,7 @@ Value retries(const Configuration& c) {
 
 template <auto name>  // a getter of a text
 Value wpsName(const Configuration& c) {
-    return c.allowSecurityWPS() ? (c.*name)() : std::nullopt;
+    return c.allowSecurityWPS() ? std::invoke(name, c) : std::nullopt;
 }
 
 Value methods(const Configuration& c) {
