@@ -24,7 +24,7 @@ enum class InterfaceMode : unsigned {
     P2PGroupOwner = 9,
     P2PDevice = 10,
     OutsideBSS = 11,
-    NAN = 12,
+    NeighborAwareness = 12,
 };
 
 struct WirelessInterface {
