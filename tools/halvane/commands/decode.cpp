@@ -31,6 +31,7 @@
 #include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/options/decode_options.h"
+#include "tools/halvane/options/list_options.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/message.h"
 #include "tools/halvane/output/progress_bar.h"

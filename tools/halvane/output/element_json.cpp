@@ -17,6 +17,7 @@
 #include "tools/halvane/output/element_properties.h"
 #include "tools/halvane/output/element_text.h"
 #include "tools/halvane/output/json_record.h"
+#include "tools/halvane/output/property_table.h"
 
 namespace halvane::tool {
 

@@ -4,6 +4,7 @@
 
 // The writeJSON() of a record's type is its caller's to include.
 // IWYU pragma: no_include "tools/halvane/output/config_json.h"
+// IWYU pragma: no_include "tools/halvane/output/json_schema.h"
 #include <utility>
 #include <vector>
 

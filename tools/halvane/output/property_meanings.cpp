@@ -1,6 +1,7 @@
 #include "tools/halvane/output/property_meanings.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 
 namespace halvane::tool {

@@ -1,5 +1,7 @@
 #include "tools/halvane/output/whole_file.h"
 
+// <filesystem> includes what declares its namespace first.
+// IWYU pragma: no_include <chrono>
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>

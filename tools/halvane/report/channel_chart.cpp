@@ -10,6 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
+
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/report/channel_shape.h"
 #include "tools/halvane/report/channel_use.h"

@@ -1,6 +1,7 @@
 #include "tools/halvane/report/channel_shape.h"
 
 #include <bitset>
+#include <cstddef>
 #include <string>
 #include <vector>
 

@@ -6,6 +6,7 @@
 #include <set>
 #include <utility>
 
+#include "halvane/air/channel_use.h"
 #include "halvane/air/neighbor.h"
 #include "halvane/base/mac_address.h"
 

@@ -15,11 +15,13 @@
 #include "halvane/air/security.h"
 
 #include "tools/halvane/networks/security_label.h"
+#include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/report/channel_use.h"
 #include "tools/halvane/report/chart_scale.h"
 #include "tools/halvane/report/page_words.h"
 #include "tools/halvane/report/radar_ranges.h"
+#include "tools/halvane/survey/network.h"
 
 namespace halvane::tool {
 

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/security.h"
 #include "halvane/base/escaped_text.h"
@@ -16,10 +19,12 @@
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/address_text.h"
 #include "tools/halvane/output/folded_case.h"
+#include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/report/findings_part.h"
 #include "tools/halvane/report/network_details_part.h"
 #include "tools/halvane/report/page_words.h"
+#include "tools/halvane/survey/network.h"
 
 namespace halvane::tool {
 

@@ -9,9 +9,11 @@
 #include "halvane/capture/beacon_frame.h"
 
 #include "tools/halvane/networks/generation_label.h"
+#include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/output/address_text.h"
 #include "tools/halvane/output/cell_text.h"
 #include "tools/halvane/output/maker_name.h"
+#include "tools/halvane/survey/network.h"
 
 namespace halvane::tool {
 

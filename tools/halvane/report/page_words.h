@@ -13,6 +13,7 @@
 
 #include "halvane/air/finding.h"
 
+#include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/report/html_writer.h"
 #include "tools/halvane/report/report_data.h"

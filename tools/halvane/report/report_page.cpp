@@ -6,11 +6,15 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <span>
 #include <string_view>
 
 #include "halvane/air/channel.h"
 #include "halvane/air/finding.h"
 
+#include "tools/halvane/input/capture_reader.h"
+#include "tools/halvane/networks/survey_reader.h"
+#include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/time_text.h"
 #include "tools/halvane/report/channel_chart.h"
 #include "tools/halvane/report/findings_part.h"
@@ -22,6 +26,7 @@
 #include "tools/halvane/report/shares.h"
 #include "tools/halvane/report/signal_chart.h"
 #include "tools/halvane/report/source_hash.h"
+#include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/saturated.h"
 
 namespace halvane::tool {

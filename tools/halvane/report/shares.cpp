@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "halvane/air/channel.h"
+#include "halvane/air/channel_use.h"
 #include "halvane/air/security.h"
 
 #include "tools/halvane/networks/security_label.h"

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/output/time_text.h"
 #include "tools/halvane/report/page_words.h"
 #include "tools/halvane/survey/saturated.h"
