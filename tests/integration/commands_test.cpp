@@ -1,12 +1,15 @@
 // The tool's command line, and its small commands, as their users run them.
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -124,6 +127,102 @@ TEST(Usage, EndsQuietlyWhenNobodyReadsItsOutput) {
             EXPECT_EQ(result.errors, "") << words;
         }
     }
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+TEST(Usage, FitsEightyColumns) {
+    constexpr std::size_t kColumns = 80;
+    for (const std::string& line : linesOf(runTool({"--help"}).output)) {
+        EXPECT_LE(line.size(), kColumns) << line;
+    }
+    for (const char* const command : kCommands) {
+        for (const std::string& line : linesOf(runTool({"help", command}).output)) {
+            EXPECT_LE(line.size(), kColumns) << command << ": " << line;
+        }
+    }
+}
+
+// The options that take a number, and what the help says it counts.
+struct NumberOption {
+    const char* name;
+    const char* unit;  // in the row of the option
+};
+constexpr NumberOption kNumberOptions[] = {
+    {"--min-signal DBM", "dBm"},
+    {"--duration SECONDS", "(s)"},
+    {"--eapol-interval N", "in ms"},
+    {"--gtk-rotation N", "in s "},
+    {"--channel-width N", "MHz"},
+    {"--frequency MHZ", "MHz"},
+    {"--width WIDTH", "MHz"},
+    {"[NUMBER|FREQUENCY...]", "MHz"},
+    {"--width N", "columns"},
+    {"--limit N", "rows"},
+    {"--count N", "frames"},
+    {"--jobs N", "files"},
+    {"--max-networks N", "beyond N"},
+    {"--eapol-retries N", "count"},
+    {"--preferred-order N", "position"},
+    // Numbers that name something.
+    {"--channel N", "channel|this number"},
+    {"--class N", "operating class"},
+    {"--capabilities FIELD", "capability field"},
+    {"--width-ambiguous 1|2", "cells"},
+};
+
+// The rows of options of a help, each with the lines that belong to it.
+std::vector<std::string> optionRows(const std::string& help) {
+    std::vector<std::string> rows;
+    const std::regex start("    (-|\\[|<).*");
+    const std::regex more("        [^ ].*");
+    for (const std::string& line : linesOf(help)) {
+        if (std::regex_match(line, start)) {
+            rows.push_back(line);
+        } else if (!rows.empty() && std::regex_match(line, more)) {
+            rows.back() += '\n' + line;
+        }
+    }
+    return rows;
+}
+
+bool isRowOf(const std::string& row, const std::string& name) {
+    const std::size_t at = row.find(name);
+    if (at == std::string::npos) return false;
+    const bool endsThere = row.size() == at + name.size() || row[at + name.size()] == ' ';
+    return endsThere && row.find_first_not_of(' ') == at;
+}
+
+TEST(Usage, TellsTheUnitOfEveryNumber) {
+    std::set<std::string> seen;
+    const std::regex number(" *(--[a-z-]+ |\\[)(N|DBM|SECONDS|MHZ|WIDTH|FIELD|1\\|2|NUMBER)\\b.*");
+    for (const char* const command : kCommands) {
+        for (const std::string& row : optionRows(runTool({"help", command}).output)) {
+            const auto* const known = std::ranges::find_if(
+                kNumberOptions,
+                [&](const NumberOption& option) { return isRowOf(row, option.name); });
+            const std::string first = row.substr(0, row.find('\n'));
+            if (known == std::end(kNumberOptions)) {
+                EXPECT_FALSE(std::regex_match(first, number)) << command << ": " << row;
+                continue;
+            }
+            seen.insert(known->name);
+            // Behind the name, which may hold the unit itself.
+            const std::string text = row.substr(row.find(known->name) + std::strlen(known->name));
+            std::istringstream units(known->unit);
+            bool isTold = false;
+            for (std::string unit; std::getline(units, unit, '|');) {
+                isTold = isTold || text.find(unit) != std::string::npos;
+            }
+            EXPECT_TRUE(isTold) << command << ": " << row;
+        }
+    }
+    EXPECT_EQ(seen.size(), std::size(kNumberOptions));
 }
 
 TEST(Usage, IsHeldAsFiles) {

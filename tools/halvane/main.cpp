@@ -55,8 +55,8 @@ const CLIOption kCommands[] = {
      .subOptions = reportOptions(),
      .shortHelp = "make a page about the networks of capture files",
      .longHelp = "Makes one HTML page about the networks of captures: channels, signal over\n"
-                 "time, shares, findings and a table. It loads nothing, and can be read without\n"
-                 "scripts. Captures are what 'halvane decode' reads."},
+                 "time, shares, findings and a table. It loads nothing, and can be read\n"
+                 "without scripts. Captures are what 'halvane decode' reads."},
     {.type = kCLICommand,
      .longName = "scan",
      .handler = handle<scanCommand>,
@@ -139,7 +139,8 @@ const CLIOption kCommands[] = {
                  "receive, passphrase and key included. Without options it is an open network\n"
                  "of all PHY modes. Commas separate WORDS, and their case does not matter. The\n"
                  "words of a group replace its defaults. --check names what contradicts itself\n"
-                 "in a file, and --export prints the configuration as another program reads it."},
+                 "in a file, and --export prints the configuration as another program reads\n"
+                 "it."},
 };
 
 const CLIOption kLastCommands[] = {
@@ -149,9 +150,9 @@ const CLIOption kLastCommands[] = {
      .subOptions = gSchemaOptions,
      .shortHelp = "print the schema of a command's JSON",
      .longHelp = "Prints the JSON Schema (draft 2020-12) of what a command prints with\n"
-                 "--format=json: every key, its type, unit and meaning. The definition 'record'\n"
-                 "is that of a line of --format=jsonl. Without COMMAND it lists the commands\n"
-                 "that print JSON, one a line."},
+                 "--format=json: every key, its type, unit and meaning. The definition\n"
+                 "'record' is that of a line of --format=jsonl. Without COMMAND it lists the\n"
+                 "commands that print JSON, one a line."},
     {.type = kCLICommand,
      .longName = "help",
      .handler = _CLIHelpCommand,

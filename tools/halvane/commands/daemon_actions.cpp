@@ -155,13 +155,12 @@ CLIOption gRoleOptions[] = {
     {.type = kCLIEnd},
 };
 
-CLIOption gAddOptions[] = {
-    HALVANE_CONFIG_PRESETS,
-    HALVANE_CONFIG_OPTIONS,
-    configFlag("force", &gIsForced, "a passphrase without security, or security without one"),
-    kInterface,
-    kConfigExitStatus,
-    {.type = kCLIEnd}};
+CLIOption gAddOptions[] = {HALVANE_CONFIG_PRESETS,
+                           HALVANE_CONFIG_OPTIONS,
+                           configFlag("force", &gIsForced, "send a passphrase or a security alone"),
+                           kInterface,
+                           kConfigExitStatus,
+                           {.type = kCLIEnd}};
 
 CLIOption gRemoveOptions[] = {
     HALVANE_CONFIG_OPTIONS, kInterface, kConfigExitStatus, {.type = kCLIEnd}};

@@ -218,8 +218,8 @@ constexpr CLIOption kCommands[] = {
      .handler = handle<printList<kChannelList>>,
      .subOptions = gChannelListOptions,
      .shortHelp = "print the channels of an interface",
-     .longHelp = "Prints the Wi-Fi daemon's channels of an interface: number, frequency in MHz,\n"
-                 "and the same flags as 'halvane country'."},
+     .longHelp = "Prints the Wi-Fi daemon's channels of an interface: number, frequency in\n"
+                 "MHz, and the same flags as 'halvane country'."},
     {.type = kCLICommand,
      .longName = kConfigs.name,
      .handler = handle<printList<kConfigs>>,

@@ -209,8 +209,8 @@ CLIOption gElementsOptions[] = {
      .shortHelp = "hexadecimal text, or a file of it; '-' is standard input"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
-     .longHelp = "0 success; 1 the text cannot be read, or the elements are damaged, or writing\n"
-                 "failed; 2 usage error."},
+     .longHelp = "0 success; 1 the text cannot be read, or the elements are damaged, or\n"
+                 "writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };
 

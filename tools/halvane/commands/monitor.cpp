@@ -169,7 +169,8 @@ int run() {
 }
 
 CLIOption gOptions[] = {
-    formatOption("text: local time, event, address and interface; jsonl: one object per line.",
+    formatOption("text: local time, event, address and interface; jsonl: one object per\n"
+                 "line.",
                  "text (default) or jsonl"),
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",

@@ -90,31 +90,31 @@ constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char
 }
 
 // All options, for the table of a command.
-#define HALVANE_CONFIG_OPTIONS                                                                   \
-    configValue("ssid", &gTypedConfig.ssid, "SSID", "the network's name, 1 to 32 octets"),       \
-        configValue("ssid-hex", &gTypedConfig.ssidHex, "HEX", "the SSID as hexadecimal text"),   \
-        configFlag("passphrase", &gTypedConfig.passphrase,                                       \
-                   "read it from standard input, or ask for it"),                                \
-        configFlag("key", &gTypedConfig.key, "derive the pre-shared key of the passphrase"),     \
-        configWords<kBSSAuthenticationWords>("authentication", &gTypedConfig.authentication),    \
-        configWords<kBSSSecurityWords>("security", &gTypedConfig.security),                      \
-        configWords<kBSSUnicastCipherWords>("unicast", &gTypedConfig.unicast),                   \
-        configWords<kBSSMulticastCipherWords>("multicast", &gTypedConfig.multicast),             \
-        configWords<kBSSKeyManagementWords>("key-management", &gTypedConfig.keyManagement),      \
-        configWords<kBSSPHYModeWords>("phy", &gTypedConfig.phy),                                 \
-        configValue("channel", &gTypedConfig.channel, "N", "channel number"),                    \
-        configValue("channel-width", &gTypedConfig.channelWidth, "N", "MHz"),                    \
-        configValue("preferred-order", &gTypedConfig.preferredOrder, "N",                        \
-                    "position among others"),                                                    \
-        configValue("eapol-retries", &gTypedConfig.eapolRetries, "N", "count (default 3)"),      \
-        configValue("eapol-interval", &gTypedConfig.eapolInterval, "N", "in ms (default 100)"),  \
-        configValue("gtk-rotation", &gTypedConfig.gtkRotation, "N", "in seconds (default 300)"), \
-        configWords<kBSSWPSMethodWords>("wps", &gTypedConfig.wps),                               \
-        configValue("wps-pin", &gTypedConfig.wpsPIN, "PIN", "8 digits, with check digit"),       \
-        configValue("device-name", &gTypedConfig.deviceName, "TEXT", "for WPS"),                 \
-        configValue("manufacturer", &gTypedConfig.manufacturer, "TEXT", "for WPS"),              \
-        configValue("model-name", &gTypedConfig.modelName, "TEXT", "for WPS"),                   \
-        configValue("model-number", &gTypedConfig.modelNumber, "TEXT", "for WPS"),               \
+#define HALVANE_CONFIG_OPTIONS                                                                  \
+    configValue("ssid", &gTypedConfig.ssid, "SSID", "the network's name, 1 to 32 octets"),      \
+        configValue("ssid-hex", &gTypedConfig.ssidHex, "HEX", "the SSID as hexadecimal text"),  \
+        configFlag("passphrase", &gTypedConfig.passphrase,                                      \
+                   "read it from standard input, or ask for it"),                               \
+        configFlag("key", &gTypedConfig.key, "derive the pre-shared key of the passphrase"),    \
+        configWords<kBSSAuthenticationWords>("authentication", &gTypedConfig.authentication),   \
+        configWords<kBSSSecurityWords>("security", &gTypedConfig.security),                     \
+        configWords<kBSSUnicastCipherWords>("unicast", &gTypedConfig.unicast),                  \
+        configWords<kBSSMulticastCipherWords>("multicast", &gTypedConfig.multicast),            \
+        configWords<kBSSKeyManagementWords>("key-management", &gTypedConfig.keyManagement),     \
+        configWords<kBSSPHYModeWords>("phy", &gTypedConfig.phy),                                \
+        configValue("channel", &gTypedConfig.channel, "N", "channel number"),                   \
+        configValue("channel-width", &gTypedConfig.channelWidth, "N", "in MHz"),                \
+        configValue("preferred-order", &gTypedConfig.preferredOrder, "N",                       \
+                    "position among others"),                                                   \
+        configValue("eapol-retries", &gTypedConfig.eapolRetries, "N", "count (default 3)"),     \
+        configValue("eapol-interval", &gTypedConfig.eapolInterval, "N", "in ms (default 100)"), \
+        configValue("gtk-rotation", &gTypedConfig.gtkRotation, "N", "in s (default 300)"),      \
+        configWords<kBSSWPSMethodWords>("wps", &gTypedConfig.wps),                              \
+        configValue("wps-pin", &gTypedConfig.wpsPIN, "PIN", "8 digits, with check digit"),      \
+        configValue("device-name", &gTypedConfig.deviceName, "TEXT", "for WPS"),                \
+        configValue("manufacturer", &gTypedConfig.manufacturer, "TEXT", "for WPS"),             \
+        configValue("model-name", &gTypedConfig.modelName, "TEXT", "for WPS"),                  \
+        configValue("model-number", &gTypedConfig.modelNumber, "TEXT", "for WPS"),              \
         configValue("serial-number", &gTypedConfig.serialNumber, "TEXT", "for WPS")
 
 // The presets, for the table of a command that makes new networks.

@@ -62,7 +62,7 @@ const CLIOption kMannerRows[] = {
 const CLIOption kLastRows[] = {
     {.type = kCLIArgument,
      .longName = "FILE...",
-     .shortHelp = "a capture, or a folder of them; '-' is standard input"},
+     .shortHelp = "a capture or a folder; '-' is standard input"},
     {.type = kCLISection,
      .shortHelp = "EXAMPLES",
      .longHelp = "halvane decode walk.pcapng\n"
@@ -73,8 +73,8 @@ const CLIOption kLastRows[] = {
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp = "0 done, also where no network passes the filter; 1 a file could not be read\n"
-                 "to its end, the output could not be written, or, in all formats but table and\n"
-                 "csv, a frame is cut in an element; 2 usage."},
+                 "to its end, the output could not be written, or, in all formats but table\n"
+                 "and csv, a frame is cut in an element; 2 usage."},
     {.type = kCLIEnd},
 };
 

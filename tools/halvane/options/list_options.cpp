@@ -79,12 +79,12 @@ constexpr CLIOption flag(const char* name, std::int32_t& value, const char* help
 
 const CLIOption kFilterOptions[] = {
     heading("Which networks"),
-    repeatable("ssid", gTyped.ssids, "NAME", "this name, '*' and '?' stand for others; repeatable"),
+    repeatable("ssid", gTyped.ssids, "NAME", "this name ('*' and '?' for others); repeatable"),
     repeatable("bssid", gTyped.bssids, "ADDRESS[/MASK]", "this address; repeatable"),
     repeatable("band", gTyped.bands, "2.4|5|6", "this band; repeatable"),
     repeatable("channel", gTyped.channels, "N", "this primary channel; repeatable"),
     repeatable("security", gTyped.securities, "NAME",
-               "Open, OWE, WEP, WPA, WPA2, WPA3, Enterprise; repeatable"),
+               "Open, OWE, WEP, WPA, WPA2, WPA3, Enterprise"),
     repeatable("generation", gTyped.generations, "4|5|6|6E|7",
                "this one; '6+' this one or newer; repeatable"),
     valued("min-signal", gTyped.minSignal, "DBM", "this signal (dBm) or stronger: -70"),
@@ -93,10 +93,10 @@ const CLIOption kFilterOptions[] = {
 
 const CLIOption kShowOptions[] = {
     heading("What to show"),
-    formatOption("json: one document; jsonl: one line per record; csv: columns for programs;\n"
-                 "plist: skeletons.",
-                 "table (default), text, json, jsonl, csv or plist"),
-    valued("columns", gTyped.columns, "NAMES", "these columns, in this order ('help' lists them)"),
+    formatOption("json: one document; jsonl: one line per record; csv: columns for\n"
+                 "programs; plist: skeletons.",
+                 "table (default), text, json, jsonl, csv, plist"),
+    valued("columns", gTyped.columns, "NAMES", "these, in this order ('help' lists them)"),
     valued("sort", gTyped.sort, "NAMES", "by these columns, '-' before one turns it round"),
     flag("reverse", gTyped.reverse, "turn the whole order round"),
     valued("group", gTyped.group, "ssid|radio", "one row a name, or a radio"),
@@ -123,9 +123,8 @@ const CLIOption kMannerOptions[] = {
     valued("color", gTyped.color, "auto|always|never", "colours: on a terminal (default auto)"),
     flag("ascii", gTyped.ascii, "no character beyond ASCII"),
     valued("width-ambiguous", gTyped.widthAmbiguous, "1|2",
-           "cells of characters that Unicode calls ambiguous"),
-    valued("max-networks", gTyped.maxNetworks, "N",
-           "forget those longest not heard beyond N (default 65536)"),
+           "cells of what Unicode calls ambiguous"),
+    valued("max-networks", gTyped.maxNetworks, "N", "forget the oldest beyond N (default 65536)"),
     flag("quiet", gTyped.quiet, "no summary and no progress"),
 };
 

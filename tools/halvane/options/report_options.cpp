@@ -60,28 +60,28 @@ const CLIOption kPageRows[] = {
      .countPtr = &gTyped.ownCount,
      .argName = "NAME|ADDRESS[/MASK]",
      .flags = kCLIBareName,
-     .shortHelp = "yours: a name ('*' and '?') or addresses; repeatable"},
+     .shortHelp = "yours: a name or addresses; repeatable"},
     valued(0, "title", gTyped.title, "TEXT", "the heading"),
     valued(0, "details", gTyped.details, "all|own|none",
-           "octets of elements (default: all up to 500 networks)"),
+           "octets of elements (all up to 500 networks)"),
 };
 
 const CLIOption kMannerRows[] = {
     {.type = kCLIGroup, .shortHelp = "How"},
     valued(0, "jobs", gTyped.jobs, "N", "files read at once (default: all cores)"),
     valued(0, "max-networks", gTyped.maxNetworks, "N",
-           "forget those longest not heard beyond N (default 65536)"),
+           "forget the oldest beyond N (default 65536)"),
     flag(0, "quiet", gTyped.quiet, "no summary"),
 };
 
 const CLIOption kLastRows[] = {
     {.type = kCLIArgument,
      .longName = "FILE...",
-     .shortHelp = "a capture, or a folder of them; '-' is standard input"},
+     .shortHelp = "a capture or a folder; '-' is standard input"},
     {.type = kCLISection,
      .shortHelp = "EXAMPLES",
      .longHelp = "halvane report walk.pcapng -o survey.html\n"
-                 "halvane report --own='office*' --title='First floor' captures/ -o survey.html\n"
+                 "halvane report --own='office*' --title='Floor 1' captures/ -o survey.html\n"
                  "halvane report --band=5 walk.pcapng -o - | gzip > survey.html.gz"},
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
