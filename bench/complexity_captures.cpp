@@ -28,7 +28,7 @@ namespace {
 // Folds all frames of a file.
 BSSTable tableOf(const std::string& path) {
     auto reader = CaptureReader::open(path);
-    requireRow(reader ? "" : reader.error().c_str(), reader.has_value());
+    requireRow(reader ? "" : reader.error().text.c_str(), reader.has_value());
     BSSTable table;
     while (const auto frame = reader->next()) {
         if (frame->beacon() != nullptr) table.add(sightingOf(*frame->beacon(), frame->radio));

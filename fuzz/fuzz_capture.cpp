@@ -70,7 +70,7 @@ void check(std::span<const std::uint8_t> file) {
     const auto written = ::write(descriptor, file.data(), file.size());
     REQUIRE(written == static_cast<ssize_t>(file.size()));
     auto reader = CaptureReader::open("/proc/self/fd/" + std::to_string(descriptor));
-    REQUIRE(reader || !reader.error().empty());
+    REQUIRE(reader || !reader.error().text.empty());
     std::uint64_t count = 0, last = 0;
     while (reader) {
         const auto frame = reader->next();

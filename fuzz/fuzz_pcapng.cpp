@@ -126,7 +126,7 @@ void check(std::span<const std::uint8_t> file) {
     REQUIRE(::write(descriptor, file.data(), file.size()) == static_cast<ssize_t>(file.size()));
     const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
     auto reader = CaptureReader::open(path);
-    REQUIRE(reader || reader.error().starts_with(path + ": "));
+    REQUIRE(reader || reader.error().text.starts_with(path + ": "));
     std::uint64_t last = 0, count = 0;
     while (reader) {
         const auto frame = reader->next();
@@ -138,7 +138,7 @@ void check(std::span<const std::uint8_t> file) {
     if (reader) {
         REQUIRE(reader->summary().frames == count && !reader->next());
         REQUIRE(reader->error() || reader->bytesRead() == file.size());
-        REQUIRE(!reader->error() || reader->error()->starts_with(path + ": "));
+        REQUIRE(!reader->error() || reader->error()->text.starts_with(path + ": "));
         REQUIRE(!reader->note() || reader->note()->starts_with(path + ": "));
     }
     ::close(descriptor);

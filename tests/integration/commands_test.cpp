@@ -43,7 +43,10 @@ TEST(Usage, IsRefusedWithStatusTwoAndOneMessage) {
                 "error: unknown command 'bogus'. See 'halvane help' for a list of commands.\n");
     expectUsage({"--bogus"}, "error: unknown option 'bogus'.\n");
     expectUsage({"help", "bogus"}, "error: unknown command 'bogus'.\n");
-    expectUsage({"decode"}, "halvane: decode: no file to decode ('-' is standard input)\n");
+    expectUsage(
+        {"decode"},
+        "halvane: decode: no file to decode ('-' is standard input)\n"
+        "  live: 'halvane scan' lists the networks around, 'halvane watch wlan1' follows\n");
     expectUsage({"decode", "--bogus", "x"}, "error: unknown option 'bogus'.\n");
     expectUsage({"decode", "x", "--bogus"}, "error: unknown option 'bogus'.\n");
     expectUsage({"decode", "--format=x", "x"},

@@ -328,7 +328,13 @@ TEST(DecodeFailure, NamesTheFileAndWhatIsWrong) {
     std::string ethernet("\xD4\xC3\xB2\xA1\x02\x00\x04\x00", 8);
     ethernet += std::string(8, '\0') + std::string("\xFF\xFF\x00\x00\x01\x00\x00\x00", 8);
     const auto wired = write("wired.pcap", ethernet);
-    expectComplaint(decode({wired}), wired, "EN10MB");
+    const auto foreign = decode({wired});
+    EXPECT_EQ(foreign.status, 1);
+    EXPECT_EQ(foreign.errors.substr(0, foreign.errors.find("no networks")),
+              "halvane: " + wired + ": holds Ethernet frames, no 802.11 (link type 1)\n" +
+                  "  capture in monitor mode: sudo iw dev wlan1 set type monitor\n");
+    EXPECT_EQ(decode({"--per-frame", wired}).errors.substr(0, wired.size() + 80),
+              foreign.errors.substr(0, wired.size() + 80));
 }
 
 TEST(DecodeFailure, PrintsEverythingBeforeTheDamage) {
@@ -338,7 +344,7 @@ TEST(DecodeFailure, PrintsEverythingBeforeTheDamage) {
     const auto path = (folder.path() / "cut.pcap").string();
     std::ofstream(path, std::ios::binary) << whole.substr(0, whole.size() - 5);
     const auto result = decode({"--format=jsonl", "--per-frame", path});
-    expectComplaint(result, path, "truncated");
+    expectComplaint(result, path, "ends in the middle of frame 12; 11 frames were read\n");
     EXPECT_FALSE(result.output.empty());
     EXPECT_EQ(all.substr(0, result.output.size()), result.output);
     EXPECT_NE(result.errors.find("\n11 frames: "), std::string::npos) << result.errors;

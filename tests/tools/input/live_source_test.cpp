@@ -78,7 +78,7 @@ Bytes radiotapPacket(std::uint8_t last) {
 // The octets of the next packet; none if there is none.
 Bytes nextBytes(LiveSource& source) {
     const NextPacket packet = source.next();
-    EXPECT_TRUE(packet) << packet.error();
+    EXPECT_TRUE(packet) << packet.error().text;
     if (!packet || !*packet) return {};
     return {(*packet)->bytes.begin(), (*packet)->bytes.end()};
 }
@@ -282,7 +282,7 @@ TEST(LiveSource, GoesOnWithoutAnInterfaceThatGoes) {
         second.remove();
         const NextPacket end = source->next();
         ASSERT_FALSE(end);
-        EXPECT_EQ(end.error(), "mon1: went away while it was listened to");
+        EXPECT_EQ(end.error().text, "mon1: went away while it was listened to");
         EXPECT_FALSE(source->next());
     });
 }
@@ -313,7 +313,7 @@ TEST(LiveSource, KnowsAnotherInterfaceOfTheSameName) {
         monitor = std::make_unique<Monitor>("mon0");
         const NextPacket end = source->next();
         ASSERT_FALSE(end);
-        EXPECT_EQ(end.error(), "mon0: went away while it was listened to");
+        EXPECT_EQ(end.error().text, "mon0: went away while it was listened to");
     });
 }
 
@@ -348,7 +348,7 @@ TEST(LiveSource, EndsWithAnInterfaceThatLeavesMonitorMode) {
         monitor.setHardwareType(ARPHRD_ETHER);
         const NextPacket end = source->next();
         ASSERT_FALSE(end);
-        EXPECT_EQ(end.error(), "mon0: left monitor mode while it was listened to");
+        EXPECT_EQ(end.error().text, "mon0: left monitor mode while it was listened to");
     });
 }
 

@@ -69,7 +69,7 @@ class PcapngSource : public ::testing::Test {
         Reading reading;
         auto reader = CaptureReader::open(path_);
         if (!reader) {
-            reading.error = reader.error();
+            reading.error = reader.error().text;
             EXPECT_THAT(reading.error, StartsWith(path_ + ": "));
             reading.fault = reading.error.substr(path_.size());
             return reading;
@@ -82,7 +82,7 @@ class PcapngSource : public ::testing::Test {
             reading.bssids.push_back(frame->beacon()->bssid.text());
             reading.elements.push_back(ByteBuffer(frame->beacon()->elements).hex());
         }
-        reading.error = reader->error().value_or("");
+        if (reader->error()) reading.error = reader->error()->text;
         reading.fault = reading.error.substr(std::min(path_.size(), reading.error.size()));
         reading.note = reader->note().value_or("");
         EXPECT_EQ(reader->summary().frames, reading.numbers.size());
@@ -235,7 +235,7 @@ TEST_F(PcapngSource, CountsWhatIsNoWiFiAndGoesOn) {
 }
 
 TEST_F(PcapngSource, RefusesAFileOfOtherFramesAlone) {
-    const std::string text = ": its frames are not 802.11, but of link type EN10MB (Ethernet)";
+    const std::string text = ": holds Ethernet frames, no 802.11 (link type 1)";
     PcapngBytes file;
     file.addInterface(kEthernet);
     EXPECT_EQ(read(file).fault, text);
@@ -280,6 +280,27 @@ TEST_F(PcapngSource, NamesTheBlockOfAFault) {
               at + "its packet of 9 octets does not fit into it");
     EXPECT_EQ(faultBehindOnePacket(onePacket().addPacket(0, Bytes(262145, 0))),
               at + "its packet of 262145 octets is above 262144");
+}
+
+// Of a block of its own, only what begins as a packet is a frame.
+TEST_F(PcapngSource, TellsThatAFrameIsCut) {
+    const std::size_t first = onePacket().bytes().size();
+    const Bytes whole = onePacket().addPacket(0, beaconFrame(2)).addBlock(5, Bytes(4, 0)).bytes();
+    const std::size_t second = whole.size() - 16;
+    for (std::size_t size = first + 1; size < whole.size(); ++size) {
+        if (size == second) continue;
+        const Bytes part(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        const bool isFrame = size >= first + 4 && size < second;
+        EXPECT_THAT(read(part).fault,
+                    isFrame ? StartsWith(": ends in the middle of frame 2; 1 frame was read")
+                            : StartsWith(": cannot be read beyond frame "))
+            << size;
+    }
+    Bytes none = PcapngBytes().addInterface(kBare).bytes();
+    for (const std::uint32_t number : {6u, 64u, 0u}) {
+        appendNumber(none, number, 4, Order::Little);
+    }
+    EXPECT_EQ(read(none).fault, ": ends in the middle of frame 1; no frame was read");
 }
 
 TEST_F(PcapngSource, NamesALengthThatNoBlockHas) {

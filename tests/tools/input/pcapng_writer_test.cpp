@@ -65,10 +65,10 @@ Reading readBack(const std::string& path) {
     auto stream = InputStream::open(path);
     if (!stream) return {{}, stream.error()};
     auto source = openPcapng(std::make_unique<InputStream>(std::move(*stream)));
-    if (!source) return {{}, source.error()};
+    if (!source) return {{}, source.error().text};
     for (;;) {
         const NextPacket packet = (*source)->next();
-        if (!packet) reading.fault = packet.error();
+        if (!packet) reading.fault = packet.error().text;
         if (!packet || !*packet) return reading;
         reading.packets.push_back({{(*packet)->bytes.begin(), (*packet)->bytes.end()},
                                    (*packet)->interface,

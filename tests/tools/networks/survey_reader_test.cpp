@@ -33,7 +33,7 @@ std::string tellingOf(const SurveyOfFiles& survey) {
                 std::to_string(network.statistics->lastCapture) + '\n';
     }
     for (const SurveyedCapture& capture : survey.captures) {
-        text += capture.summary.text() + ' ' + capture.error.value_or("") + '\n';
+        text += capture.summary.text() + ' ' + (capture.error ? capture.error->text : "") + '\n';
     }
     return text;
 }
@@ -67,7 +67,7 @@ TEST(SurveyReader, KeepsTheFaultOfEachFile) {
     const auto survey = surveyFiles({path}, {});
     ASSERT_EQ(survey.captures.size(), 1u);
     EXPECT_FALSE(survey.isWhole());
-    EXPECT_NE(survey.captures[0].error->find("empty.pcap"), std::string::npos);
+    EXPECT_NE(survey.captures[0].error->text.find("empty.pcap"), std::string::npos);
     EXPECT_FALSE(survey.duration());
 }
 

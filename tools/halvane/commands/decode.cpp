@@ -111,7 +111,7 @@ class FramePrinter {
     bool printCapture(const std::string& path) {
         auto reader = CaptureReader::open(path);
         if (!reader) {
-            complain(reader.error());
+            complain(reader.error().text, reader.error().hint);
             return false;
         }
         std::uint64_t cut = 0;
@@ -131,7 +131,7 @@ class FramePrinter {
         cutFrames_ += cut;
         if (const auto note = reader->note()) complain(*note);
         if (cut > 0) complain(inputName(path) + ": " + cutText(cut, firstCut));
-        if (reader->error()) complain(*reader->error());
+        if (reader->error()) complain(reader->error()->text, reader->error()->hint);
         return !reader->error() && cut == 0;
     }
 
@@ -162,7 +162,7 @@ class FramePrinter {
 void complainOf(const SurveyOfFiles& survey) {
     for (const SurveyedCapture& capture : survey.captures) {
         for (const std::string& note : capture.notes) complain(note);
-        if (capture.error) complain(*capture.error);
+        if (capture.error) complain(capture.error->text, capture.error->hint);
     }
 }
 

@@ -38,7 +38,7 @@ std::string sizeText(std::size_t octets) {
 void complainOf(const SurveyOfFiles& survey) {
     for (const SurveyedCapture& capture : survey.captures) {
         for (const std::string& note : capture.notes) complain(note);
-        if (capture.error) complain(*capture.error);
+        if (capture.error) complain(capture.error->text, capture.error->hint);
     }
 }
 

@@ -16,6 +16,10 @@ constexpr std::array<const char*, capture::kSkipReasonCount> kSkipReasonNames = 
     "other frames", "fragments", "encrypted", "short", "damaged", "malformed radio headers",
 };
 
+ReadingFault named(const std::string& name, const ReadingFault& fault) {
+    return {name + ": " + fault.text, fault.hint};
+}
+
 }  // namespace
 
 void CaptureSummary::add(const capture::CapturedFrame& frame) {
@@ -56,7 +60,7 @@ CaptureReader::CaptureReader(std::unique_ptr<PacketSource> source, std::string n
                              std::optional<std::uint64_t> fileSize)
     : source_(std::move(source)), name_(std::move(name)), fileSize_(fileSize) {}
 
-Result<CaptureReader, std::string> CaptureReader::open(const std::string& path) {
+Result<CaptureReader, ReadingFault> CaptureReader::open(const std::string& path) {
     const std::string name = inputName(path);
     auto stream = InputStream::open(path);
     if (!stream) return Unexpected(name + ": " + stream.error());
@@ -64,7 +68,7 @@ Result<CaptureReader, std::string> CaptureReader::open(const std::string& path) 
     const bool isPcapng = captureFormat(*stream) == CaptureFormat::Pcapng;
     auto input = std::make_unique<InputStream>(std::move(*stream));
     auto source = isPcapng ? openPcapng(std::move(input)) : openPcap(std::move(input));
-    if (!source) return Unexpected(name + ": " + source.error());
+    if (!source) return Unexpected(named(name, source.error()));
     return CaptureReader(std::move(*source), name, size);
 }
 
@@ -72,7 +76,7 @@ std::optional<CaptureReader::Frame> CaptureReader::next() {
     if (isAtEnd_) return std::nullopt;
     const NextPacket packet = source_->next();
     isAtEnd_ = !packet || !*packet;
-    if (!packet) error_ = name_ + ": " + packet.error();
+    if (!packet) error_ = named(name_, packet.error());
     if (isAtEnd_) return std::nullopt;
 
     const Frame frame = {examinedFrame(**packet), (*packet)->number, (*packet)->linkType,

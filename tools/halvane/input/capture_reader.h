@@ -51,14 +51,14 @@ class CaptureReader {
     // the fault: the file cannot be opened or read, is a directory, is empty or no capture, or its
     // frames are not 802.11. If a pcapng file has frames and none of its interfaces is 802.11, only
     // its end can tell: then error() says so.
-    static Result<CaptureReader, std::string> open(const std::string& path);
+    static Result<CaptureReader, ReadingFault> open(const std::string& path);
 
     // Returns the next frame; its spans are valid until the next call. Absent at the end of the
     // file, and if the file is damaged; error() tells which.
     std::optional<Frame> next();
 
     // The file's name and the fault that ended the reading early. Absent if there was none.
-    const std::optional<std::string>& error() const { return error_; }
+    const std::optional<ReadingFault>& error() const { return error_; }
 
     // The file's name and a sentence on the interfaces that were passed over so far because they
     // are not 802.11. Absent if there was none.
@@ -83,7 +83,7 @@ class CaptureReader {
     std::unique_ptr<PacketSource> source_;
     std::string name_;
     std::optional<std::uint64_t> fileSize_;
-    std::optional<std::string> error_;
+    std::optional<ReadingFault> error_;
     bool isAtEnd_ = false;
     CaptureSummary summary_;
 };

@@ -1,6 +1,7 @@
 #include "tools/halvane/input/link_type_name.h"
 
 #include <pcap/pcap.h>
+#include <utility>
 
 namespace halvane::tool {
 
@@ -14,6 +15,15 @@ std::string linkTypeName(int linkType) {
 
 std::string notWiFiText(int linkType) {
     return "its frames are not 802.11, but of link type " + linkTypeName(linkType);
+}
+
+ReadingFault notWiFiFault(int linkType) {
+    const char* const description = pcap_datalink_val_to_description(linkType);
+    const std::string number = "link type " + std::to_string(linkType);
+    std::string text =
+        description ? std::string("holds ") + description + " frames, no 802.11 (" + number + ')'
+                    : "holds frames of " + number + ", no 802.11";
+    return {std::move(text), "capture in monitor mode: sudo iw dev wlan1 set type monitor"};
 }
 
 }  // namespace halvane::tool

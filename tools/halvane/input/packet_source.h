@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "halvane/base/result.h"
 #include "halvane/capture/link_type.h"
@@ -29,9 +30,18 @@ struct Packet {
     std::uint32_t interface = 0;  // of the live capture or of the section of the file, from 0
 };
 
-// A packet, or absent at the end; the error is the text of the fault that ends the reading,
-// without the file's name.
-using NextPacket = Result<std::optional<Packet>, std::string>;
+// Why a capture cannot be read, or not to its end.
+struct ReadingFault {
+    std::string text;
+    std::string hint{};  // what to do, in lines; empty for none
+
+    ReadingFault(std::string why, std::string whatToDo = {})
+        : text(std::move(why)), hint(std::move(whatToDo)) {}
+};
+
+// A packet, or absent at the end; the error is the fault that ends the reading, without the file's
+// name.
+using NextPacket = Result<std::optional<Packet>, ReadingFault>;
 
 class PacketSource {
   public:
@@ -52,9 +62,12 @@ inline std::string beyondFrame(std::uint64_t number, const std::string& text) {
     return "cannot be read beyond frame " + std::to_string(number) + ": " + text;
 }
 
-using OpenedSource = Result<std::unique_ptr<PacketSource>, std::string>;
+// "ends in the middle of frame 8; 7 frames were read".
+std::string endsInFrame(std::uint64_t framesRead);
 
-// Open what follows in `stream`. An error is the text of the fault, without the file's name.
+using OpenedSource = Result<std::unique_ptr<PacketSource>, ReadingFault>;
+
+// Open what follows in `stream`. An error is the fault, without the file's name.
 // pcap of every kind that libpcap reads, through it.
 OpenedSource openPcap(std::unique_ptr<InputStream> stream);
 OpenedSource openPcapng(std::unique_ptr<InputStream> stream);

@@ -79,8 +79,7 @@ class PcapSource : public PacketSource {
         const u_char* bytes = nullptr;
         const int outcome = pcap_next_ex(capture_.get(), &header, &bytes);
         if (outcome == PCAP_ERROR) {
-            return Unexpected(
-                beyondFrame(count_, stream_->error().value_or(pcap_geterr(capture_.get()))));
+            return Unexpected(fault());
         }
         if (outcome != 1) return std::optional<Packet>();
         bytesRead_ += kRecordHeaderSize + header->caplen;
@@ -97,6 +96,13 @@ class PcapSource : public PacketSource {
     }
 
   private:
+    std::string fault() const {
+        if (stream_->error()) return beyondFrame(count_, *stream_->error());
+        // libpcap asks for octets beyond the end only where a record is cut.
+        if (std::feof(pcap_file(capture_.get())) != 0) return endsInFrame(count_);
+        return beyondFrame(count_, pcap_geterr(capture_.get()));
+    }
+
     std::unique_ptr<InputStream> stream_;  // the capture reads it
     capture::LinkType linkType_;
     bool endsInFCS_;
@@ -125,7 +131,7 @@ OpenedSource openPcap(std::unique_ptr<InputStream> stream) {
 
     const int number = pcap_datalink(capture.get());
     const auto linkType = capture::linkTypeOfNumber(number);
-    if (!linkType) return Unexpected(notWiFiText(number));
+    if (!linkType) return Unexpected(notWiFiFault(number));
     return OpenedSource(
         std::make_unique<PcapSource>(std::move(stream), std::move(capture), *linkType));
 }

@@ -59,16 +59,18 @@ std::string BlockReader::fault(const std::string& text) const {
 }
 
 // The fault of the compressed data, if it is that which ended the block.
-std::string BlockReader::cutFault(std::uint64_t kept, std::uint64_t length) const {
+std::string BlockReader::cutFault(const Header& header, std::uint64_t kept) {
     if (stream_->error()) return *stream_->error();
+    isPacketCut_ = isPacket(header.type);
     return fault("the file is truncated: the block has " + std::to_string(kept) + " of its " +
-                 std::to_string(length) + " octets");
+                 std::to_string(header.length) + " octets");
 }
 
 Result<BlockReader::Header, std::string> BlockReader::readHeader() {
     const auto start = stream_->peek(kSmallestBlock);
     if (start.size() < kSmallestBlock) {
         if (stream_->error()) return Unexpected(*stream_->error());
+        isPacketCut_ = isPacket(OrderedCursor(start, isBigEndian_).u32().value_or(0));
         return Unexpected(fault("the file is truncated: " + std::to_string(start.size()) +
                                 " octets are no block"));
     }
@@ -103,7 +105,7 @@ Result<OrderedCursor, std::string> BlockReader::readBody(const Header& header) {
                                 " octets is above " + std::to_string(kLargestBlock)));
     }
     const auto octets = stream_->peek(header.length);
-    if (octets.size() < header.length) return Unexpected(cutFault(octets.size(), header.length));
+    if (octets.size() < header.length) return Unexpected(cutFault(header, octets.size()));
     unconsumed_ = header.length;
     OrderedCursor cursor(octets.first(header.length), isBigEndian_);
     cursor.take(8);
@@ -122,7 +124,7 @@ BlockReader::Fault BlockReader::passOver(const Header& header) {
     const std::uint64_t skipped = stream_->skip(start);
     const auto octets = stream_->peek(kTrailer);
     const auto trailer = OrderedCursor(octets, isBigEndian_).u32();
-    if (!trailer) return cutFault(skipped + octets.size(), header.length);
+    if (!trailer) return cutFault(header, skipped + octets.size());
     if (*trailer != header.length) {
         return fault("its lengths at both ends differ: " + std::to_string(header.length) + " and " +
                      std::to_string(*trailer));

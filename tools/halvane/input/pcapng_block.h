@@ -50,6 +50,9 @@ class BlockReader {
     // Returns whether the next block is one of a packet.
     bool isPacketNext();
 
+    // Returns whether the file ends in the middle of a packet's block, the last one.
+    bool isPacketCut() const { return isPacketCut_; }
+
     // Names the last block: "block 7 at octet 1044: TEXT".
     std::string fault(const std::string& text) const;
 
@@ -70,10 +73,11 @@ class BlockReader {
     Fault readByteOrder(std::span<const std::uint8_t> start);
     Result<OrderedCursor, std::string> readBody(const Header& header);
     Fault passOver(const Header& header);
-    std::string cutFault(std::uint64_t kept, std::uint64_t length) const;
+    std::string cutFault(const Header& header, std::uint64_t kept);
 
     std::unique_ptr<InputStream> stream_;
     bool isBigEndian_ = false;
+    bool isPacketCut_ = false;
     std::uint64_t count_ = 0;
     std::uint64_t start_ = 0;     // of the last block
     std::size_t unconsumed_ = 0;  // of the last block

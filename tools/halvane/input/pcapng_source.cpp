@@ -155,13 +155,13 @@ class PcapngSource : public PacketSource {
     explicit PcapngSource(std::unique_ptr<InputStream> stream) : blocks_(std::move(stream)) {}
 
     // Reads the blocks before the first packet.
-    std::optional<std::string> open() {
+    std::optional<ReadingFault> open() {
         while (!blocks_.isPacketNext()) {
             const auto block = blocks_.next();
-            if (!block) return "not a readable capture: " + block.error();
+            if (!block) return ReadingFault("not a readable capture: " + block.error());
             if (!*block) return faultOfEndWithoutPackets();
             if (const auto fault = describe(**block)) {
-                return "not a readable capture: " + blocks_.fault(*fault);
+                return ReadingFault("not a readable capture: " + blocks_.fault(*fault));
             }
         }
         return std::nullopt;
@@ -170,7 +170,7 @@ class PcapngSource : public PacketSource {
     NextPacket next() override {
         for (;;) {
             const auto block = blocks_.next();
-            if (!block) return Unexpected(beyondFrame(count_, block.error()));
+            if (!block) return Unexpected(faultOf(block.error()));
             if (!*block) return end();
             if (!isPacket(**block)) {
                 if (const auto fault = describe(**block)) return Unexpected(beyond(*fault));
@@ -278,14 +278,19 @@ class PcapngSource : public PacketSource {
     }
 
     NextPacket end() const {
-        if (!hasWiFi_ && foreignInterfaces_ > 0) return Unexpected(notWiFiText(foreignLinkType_));
+        if (!hasWiFi_ && foreignInterfaces_ > 0) return Unexpected(notWiFiFault(foreignLinkType_));
         return std::optional<Packet>();
     }
 
-    std::optional<std::string> faultOfEndWithoutPackets() const {
+    std::optional<ReadingFault> faultOfEndWithoutPackets() const {
         if (hasWiFi_) return std::nullopt;
-        if (foreignInterfaces_ > 0) return notWiFiText(foreignLinkType_);
-        return "not a readable capture: it describes no interface";
+        if (foreignInterfaces_ > 0) return notWiFiFault(foreignLinkType_);
+        return ReadingFault("not a readable capture: it describes no interface");
+    }
+
+    // `text` is that of the block reader.
+    std::string faultOf(const std::string& text) const {
+        return blocks_.isPacketCut() ? endsInFrame(count_) : beyondFrame(count_, text);
     }
 
     std::string beyond(const std::string& fault) const {

@@ -158,7 +158,11 @@ bool isList(Format format) {
 
 std::optional<UsageError> conflictIn(const DecodeOptions& options) {
     if (options.list.isColumnsHelp) return std::nullopt;
-    if (options.files.empty()) return UsageError{"no file to decode ('-' is standard input)"};
+    if (options.files.empty()) {
+        return UsageError{
+            "no file to decode ('-' is standard input)",
+            "live: 'halvane scan' lists the networks around, 'halvane watch wlan1' follows"};
+    }
     if (std::ranges::count(options.files, "-") > 1) return UsageError{"'-' can be read once only"};
     if (!options.isHex && options.capabilities) return UsageError{"--capabilities is for --hex"};
     if (options.isHex && options.files.size() > 1) return UsageError{"--hex takes one file"};
