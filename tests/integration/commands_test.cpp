@@ -96,6 +96,15 @@ TEST(Usage, SuggestsWhatMayBeMeant) {
     expectUsage({"channels", "--band=2"},
                 "halvane: channels: --band: '2' is not 2.4, 3.6, 4.9, 5, 5.9, 6, 60, s1g or all\n"
                 "  did you mean --band=2.4?\n");
+    expectUsage({"decode", "--band=2", "walk.pcap"},
+                "halvane: decode: --band: '2' is not 2.4, 5 or 6\n"
+                "  did you mean --band=2.4?\n");
+    expectUsage({"config", "--security=WPA,WAP2"},
+                "halvane: config: --security: 'WAP2' is not one of Open, WEP, WPA, WPA2, WPS\n"
+                "  did you mean WPA2?\n");
+    expectUsage({"config", "--export=hostap"},
+                "halvane: config: --export: 'hostap' is not hostapd, iwd or networkmanager\n"
+                "  did you mean --export=hostapd?\n");
     expectUsage({"channels", "--format=jsno"},
                 "halvane: channels: --format: 'jsno' is not text, json, jsonl or plist\n"
                 "  did you mean --format=json?\n");

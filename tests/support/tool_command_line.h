@@ -71,6 +71,9 @@ class ToolOptions {
     // The error's message; empty if there is no error.
     std::string error() const { return taken_ ? "" : taken_.error().message; }
 
+    // The lines below it.
+    std::string hint() const { return taken_ ? "" : taken_.error().hint; }
+
   private:
     Taken taken_ = Options();
 };

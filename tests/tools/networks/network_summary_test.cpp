@@ -83,6 +83,19 @@ TEST_F(NetworkSummary, TellsWhatEachFilterLetsThrough) {
                                         "  --band=5    alone lets 1 through"}));
 }
 
+TEST_F(NetworkSummary, SuggestsWhatAFilterMeant) {
+    networks_.push_back(maker_.make({"KITRI_BoB", 4}));
+    NetworkFilter filter;
+    filter.add("--ssid", "kitri_bob", [](const Network&) { return false; });
+    EXPECT_EQ(emptyFilterLines(filter, networks_),
+              (std::vector<std::string>{
+                  "no network of 4 passes the filter",
+                  "  --ssid=kitri_bob alone lets none through; did you mean 'KITRI_BoB' (1)?"}));
+    NetworkFilter passing;
+    passing.add("--ssid", "kitri_bob", [](const Network&) { return true; });
+    EXPECT_EQ(emptyFilterLines(passing, networks_)[1], "  --ssid=kitri_bob alone lets 4 through");
+}
+
 TEST_F(NetworkSummary, BreaksLinesBehindCommas) {
     const std::string line = "3 networks: 2 on 2.4 GHz, 1 on 5 GHz; 1 hidden";
     EXPECT_EQ(brokenLine(line, std::nullopt), line);

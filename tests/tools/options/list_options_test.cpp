@@ -98,4 +98,22 @@ TEST(ListOptions, AreRefusedWithWhatIsWrong) {
     EXPECT_NE(errorOf({"--columns=-ssid"}), "");
 }
 
+TEST(ListOptions, SuggestTheWordThatWasMeant) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"--band=2", "did you mean --band=2.4?"},
+        {"--security=opne", "did you mean --security=Open?"},
+        {"--security=enterprize", "did you mean --security=Enterprise?"},
+        {"--security=WPA2-Personel", "did you mean --security=WPA2-Personal?"},
+        {"--columns=ssid,bsid", "did you mean bssid?"},
+        {"--sort=-sginal", "did you mean signal?"},
+        {"--findings=warn", "did you mean --findings=warning?"},
+        {"--color=alwyas", "did you mean --color=always?"},
+        {"--group=ssd", "did you mean --group=ssid?"},
+        {"--security=strong", ""},
+        {"--channel=x", ""},
+        {"--bssid=home", ""},
+    };
+    for (const auto& [word, hint] : rows) EXPECT_EQ(taken({word}).hint(), hint) << word;
+}
+
 }  // namespace

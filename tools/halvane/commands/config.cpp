@@ -1,6 +1,9 @@
 // Prints the BSS configuration that the options make, checks one, or exports it.
+#include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -89,27 +92,28 @@ int printExported(const HalvaneBSSConfig& configuration, const ExportFormat& for
 
 // --- Options ---
 
-// Why the tasks and options do not go together; empty if they do.
-std::string conflictOf(const TypedTask& task, const ConfigOptions& options) {
+constexpr std::array<std::string_view, 3> kPrograms = {"hostapd", "iwd", "networkmanager"};
+
+// Why the tasks and options do not go together; absent if they do.
+std::optional<UsageError> conflictOf(const TypedTask& task, const ConfigOptions& options) {
     if (task.check != nullptr && task.exported != nullptr) {
-        return "--check and --export do not go together";
+        return UsageError{"--check and --export do not go together"};
     }
     if (task.hasFormat && (task.check != nullptr || task.exported != nullptr)) {
-        return std::string(task.check != nullptr ? "--check" : "--export") +
-               " and --format do not go together";
+        return UsageError{std::string(task.check != nullptr ? "--check" : "--export") +
+                          " and --format do not go together"};
     }
     const bool hasOptions =
         options.needsPassphrase || options.configuration != HalvaneBSSConfig::init();
-    if (task.check != nullptr && hasOptions) return "--check reads a file and takes no options";
+    if (task.check != nullptr && hasOptions) {
+        return UsageError{"--check reads a file and takes no options"};
+    }
     if (task.exported != nullptr && exportFormatOf(task.exported) == nullptr) {
-        return std::string("--export: '") + task.exported +
-               "' is not hostapd, iwd or networkmanager";
+        return withSuggestion({std::string("--export: '") + task.exported +
+                               "' is not hostapd, iwd or networkmanager"},
+                              "--export=", task.exported, kPrograms);
     }
-    if (options.lacksKeyManagement) {
-        return "--security: WPA and WPA2 need a key: --passphrase (for PSK), or "
-               "--key-management=802.1X with its ciphers";
-    }
-    return {};
+    return missingKeyManagement(options);
 }
 
 int makeConfiguration(const ConfigOptions& options, const TypedTask& task, Format format) {
@@ -160,9 +164,7 @@ int configCommand() {
     if (!words.empty()) return refuse("config", "takes options only");
     if (!options) return refuse("config", options.error());
     if (!format) return refuse("config", format.error());
-    if (const auto conflict = conflictOf(task, *options); !conflict.empty()) {
-        return refuse("config", conflict);
-    }
+    if (const auto conflict = conflictOf(task, *options)) return refuse("config", *conflict);
     if (task.check != nullptr) return check(task.check);
     return makeConfiguration(*options, task, *format);
 }

@@ -11,13 +11,14 @@ void NetworkFilter::add(std::string_view option, std::string_view typed, Network
                         Subject subject) {
     auto known = std::ranges::find(options_, option, &Option::name);
     if (known == options_.end()) {
-        known = options_.insert(known, Option{std::string(option), {}, subject, {}});
+        known = options_.insert(known, Option{std::string(option), {}, subject, {}, {}});
     }
     Option& place = *known;
     if (!place.typed.empty()) place.typed += ' ';
     place.typed += option;
     if (!typed.empty()) place.typed += '=' + shellWord(typed);
     place.conditions.push_back(std::move(condition));
+    place.values.emplace_back(typed);
 }
 
 bool NetworkFilter::Option::passes(const Network& network) const {
@@ -42,7 +43,8 @@ std::vector<NetworkFilter::Share> NetworkFilter::sharesOf(std::span<const Networ
     for (const Option& option : options_) {
         const auto count = std::ranges::count_if(
             networks, [&](const Network& network) { return option.passes(network); });
-        shares.push_back({option.typed, static_cast<std::size_t>(count)});
+        shares.push_back(
+            {option.typed, static_cast<std::size_t>(count), option.name, option.values});
     }
     return shares;
 }

@@ -39,8 +39,10 @@ class NetworkFilter {
 
     // How many networks each option alone lets through, in the order of their first use.
     struct Share {
-        std::string typed;  // "--ssid='KITRI*'", quoted for a shell
+        std::string typed{};  // "--ssid='KITRI*'", quoted for a shell
         std::size_t count = 0;
+        std::string option{};               // "--ssid"
+        std::vector<std::string> values{};  // as typed
     };
     std::vector<Share> sharesOf(std::span<const Network> networks) const;
 
@@ -50,6 +52,7 @@ class NetworkFilter {
         std::string typed;
         Subject subject;
         std::vector<NetworkCondition> conditions;
+        std::vector<std::string> values;
 
         bool passes(const Network& network) const;
     };

@@ -10,6 +10,7 @@
 #include "halvane/air/finding.h"
 #include "halvane/capture/beacon_frame.h"
 
+#include "tools/halvane/networks/filter_suggestion.h"
 #include "tools/halvane/networks/network_groups.h"
 
 namespace halvane::tool {
@@ -141,8 +142,11 @@ std::vector<std::string> emptyFilterLines(const NetworkFilter& filter,
     for (const auto& share : shares) widest = std::max(widest, share.typed.size());
     for (const auto& share : shares) {
         const std::string count = share.count == 0 ? "none" : std::to_string(share.count);
-        lines.push_back("  " + share.typed + std::string(widest - share.typed.size(), ' ') +
-                        " alone lets " + count + " through");
+        std::string line = "  " + share.typed + std::string(widest - share.typed.size(), ' ') +
+                           " alone lets " + count + " through";
+        const std::string meant =
+            share.count == 0 ? filterSuggestion(share, networks) : std::string();
+        lines.push_back(meant.empty() ? line : line + "; " + meant);
     }
     return lines;
 }

@@ -39,7 +39,8 @@ std::string findingsLine(std::span<const Network> networks);
 std::string framesLine(const CaptureSummary& frames, std::uint64_t cutFrames,
                        std::optional<std::int64_t> nanoseconds);
 
-// "no network of 74 passes the filter", and what each option alone lets through.
+// "no network of 74 passes the filter", and what each option alone lets through. An SSID or a BSSID
+// that is not there is followed by the nearest one that is.
 std::vector<std::string> emptyFilterLines(const NetworkFilter& filter,
                                           std::span<const Network> networks);
 

@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "halvane/base/number.h"
-#include "halvane/base/similar_word_internal.h"
+
+#include "tools/halvane/output/near_word.h"
 
 namespace halvane::tool {
 
@@ -24,8 +25,9 @@ struct UsageError {
 template <typename Words>
 UsageError withSuggestion(UsageError error, std::string_view before, std::string_view typed,
                           const Words& words) {
-    const std::optional<std::string_view> word = similarWord(typed, words);
-    if (word) error.hint.append("did you mean ").append(before).append(*word).append("?");
+    const std::vector<std::string_view> known(words.begin(), words.end());
+    const auto place = nearWord(typed, known);
+    if (place) error.hint.append("did you mean ").append(before).append(known[*place]).append("?");
     return error;
 }
 

@@ -115,7 +115,9 @@ std::string listOf(std::span<const std::string_view> words) {
 
 Problem readWords(HalvaneBSSConfig& configuration, const WordsOption& option, const char* list) {
     if ((configuration.*option.set)(list, nullptr)) return std::nullopt;
-    return badValue(option.name, unknownWord(list, option.known), "one of " + listOf(option.known));
+    const std::string word = unknownWord(list, option.known);
+    return withSuggestion(badValue(option.name, word, "one of " + listOf(option.known)), "", word,
+                          option.known);
 }
 
 Problem readNumber(HalvaneBSSConfig& configuration, const NumberOption& option, const char* text) {
@@ -260,6 +262,13 @@ Problem conflictIn(const ConfigOptions& options) {
 }
 
 }  // namespace
+
+std::optional<UsageError> missingKeyManagement(const ConfigOptions& options) {
+    if (!options.lacksKeyManagement) return std::nullopt;
+    return UsageError{
+        "--security: WPA and WPA2 need a key: --passphrase (for PSK), or "
+        "--key-management=802.1X with its ciphers"};
+}
 
 Result<ConfigOptions, UsageError> takeConfigOptions() {
     const TypedConfig typed = std::exchange(gTypedConfig, TypedConfig());

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -134,6 +135,9 @@ struct ConfigOptions {
     // WPA or WPA2 was typed without a cipher and key management, and no passphrase tells which.
     bool lacksKeyManagement = false;
 };
+
+// Returns what is wrong with options that lack the key management.
+std::optional<UsageError> missingKeyManagement(const ConfigOptions& options);
 
 // Returns the options that were typed since the last call, added to the defaults.
 Result<ConfigOptions, UsageError> takeConfigOptions();

@@ -1,11 +1,14 @@
 #include "tools/halvane/options/list_options.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <ranges>
 #include <span>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "tools/halvane/options/format_option.h"
 #include "tools/halvane/options/network_conditions.h"
@@ -138,26 +141,35 @@ struct Condition {
     Texts Typed::*texts;
     ConditionReader read;
     const char* expected;
+    std::vector<std::string_view> (*words)() = nullptr;  // null where any word may be right
     NetworkFilter::Subject subject = NetworkFilter::Subject::All;
 };
 constexpr Condition kConditions[] = {
     {"ssid", &Typed::ssids, ssidCondition, ""},
     {"bssid", &Typed::bssids, bssidCondition,
-     "an address of six octets (02:1a:2b:3c:4d:5e), with or without a mask (/24)",
+     "an address of six octets (02:1a:2b:3c:4d:5e), with or without a mask (/24)", nullptr,
      NetworkFilter::Subject::Address},
-    {"band", &Typed::bands, bandCondition, "2.4, 5 or 6"},
+    {"band", &Typed::bands, bandCondition, "2.4, 5 or 6", bandWords},
     {"channel", &Typed::channels, channelCondition, "a channel number"},
     {"security", &Typed::securities, securityCondition,
-     "Open, OWE, WEP, WPA, WPA2, WPA3, Personal, Enterprise or a name of the table"},
-    {"generation", &Typed::generations, generationCondition, "4, 5, 6, 6E, 7, a, b or g"},
+     "Open, OWE, WEP, WPA, WPA2, WPA3, Personal, Enterprise or a name of the table", securityWords},
+    {"generation", &Typed::generations, generationCondition, "4, 5, 6, 6E, 7, a, b or g",
+     generationWords},
 };
+
+UsageError unreadable(const Condition& condition, const char* text) {
+    UsageError error = badValue(condition.name, text, condition.expected);
+    if (condition.words == nullptr) return error;
+    return withSuggestion(std::move(error), "--" + std::string(condition.name) + '=', text,
+                          condition.words());
+}
 
 std::optional<UsageError> readConditions(NetworkFilter& filter, const Typed& typed) {
     for (const Condition& condition : kConditions) {
         const Texts& texts = typed.*condition.texts;
         for (const char* const text : std::span(texts.texts, texts.count)) {
             auto holds = condition.read(text);
-            if (!holds) return badValue(condition.name, text, condition.expected);
+            if (!holds) return unreadable(condition, text);
             filter.add(std::string("--") + condition.name, text, std::move(*holds),
                        condition.subject);
         }
@@ -185,14 +197,17 @@ std::optional<UsageError> readNumber(const char* name, const char* text, std::ui
     return std::nullopt;
 }
 
-std::string columnNames(ListKind list) {
-    std::string names;
+// A name that is none of the columns of the list.
+UsageError noColumn(std::string_view option, std::string_view typed, ListKind list) {
+    std::vector<std::string_view> names;
+    std::string text;
     for (const NetworkColumn& column : networkColumns(list)) {
         if (column.value == nullptr) continue;
-        if (!names.empty()) names += ", ";
-        names += column.layout.name;
+        names.emplace_back(column.layout.name);
+        if (!text.empty()) text += ", ";
+        text += column.layout.name;
     }
-    return names;
+    return withSuggestion(badValue(option, typed, "one of " + text), "", typed, names);
 }
 
 std::optional<UsageError> readColumns(ListOptions& options, const Typed& typed) {
@@ -200,7 +215,7 @@ std::optional<UsageError> readColumns(ListOptions& options, const Typed& typed) 
     options.isColumnsHelp = std::string_view(typed.columns) == "help";
     if (options.isColumnsHelp) return std::nullopt;
     const auto keys = orderKeysOf(typed.columns, options.list);
-    if (!keys) return badValue("columns", keys.error(), "one of " + columnNames(options.list));
+    if (!keys) return noColumn("columns", keys.error(), options.list);
     for (const OrderKey& key : *keys) {
         if (key.isFalling) return badValue("columns", typed.columns, "names of columns");
         options.columns.push_back(key.column);
@@ -212,7 +227,7 @@ std::optional<UsageError> readOrder(ListOptions& options, const Typed& typed) {
     options.order.isReversed = typed.reverse != 0;
     if (typed.sort == nullptr) return std::nullopt;
     auto keys = orderKeysOf(typed.sort, options.list);
-    if (!keys) return badValue("sort", keys.error(), "one of " + columnNames(options.list));
+    if (!keys) return noColumn("sort", keys.error(), options.list);
     options.isSorted = true;
     options.order.keys = std::move(*keys);
     return std::nullopt;
@@ -229,14 +244,18 @@ std::optional<UsageError> readColor(ListOptions& options, const Typed& typed) {
         options.color = choice;
         return std::nullopt;
     }
-    return badValue("color", typed.color, "auto, always or never");
+    return withSuggestion(badValue("color", typed.color, "auto, always or never"),
+                          "--color=", typed.color, kChoices | std::views::keys);
 }
 
 std::optional<UsageError> readGrouping(ListOptions& options, const Typed& typed) {
     options.areAddressesShown = typed.verbose != 0;
     if (typed.group == nullptr) return std::nullopt;
     const std::string_view group = typed.group;
-    if (group != "ssid" && group != "radio") return badValue("group", group, "ssid or radio");
+    if (group != "ssid" && group != "radio") {
+        return withSuggestion(badValue("group", group, "ssid or radio"), "--group=", group,
+                              std::array<std::string_view, 2>{"ssid", "radio"});
+    }
     options.grouping = group == "ssid" ? Grouping::Name : Grouping::Radio;
     if (!options.columns.empty()) return UsageError{"--group and --columns do not go together"};
     if (!options.format || *options.format == Format::Table) return std::nullopt;
@@ -255,7 +274,8 @@ std::optional<UsageError> readFindings(ListOptions& options, const Typed& typed)
     if (typed.findings == nullptr) return std::nullopt;
     options.findings = severityNamed(typed.findings);
     if (options.findings) return std::nullopt;
-    return badValue("findings", typed.findings, "error, warning or note");
+    return withSuggestion(badValue("findings", typed.findings, "error, warning or note"),
+                          "--findings=", typed.findings, severityWords());
 }
 
 std::optional<UsageError> readInto(ListOptions& options, const Typed& typed) {

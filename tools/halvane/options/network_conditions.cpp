@@ -59,6 +59,9 @@ bool hasSecurity(air::Security security, const std::string& word) {
 constexpr std::array<std::string_view, 3> kLegacyLabels = {"a", "b", "g"};
 constexpr std::array<std::string_view, 5> kGenerationLabels = {"4", "5", "6", "6E", "7"};
 
+constexpr air::Severity kSeverities[] = {air::Severity::Note, air::Severity::Warning,
+                                         air::Severity::Error};
+
 }  // namespace
 
 std::optional<MacAddress> addressOf(std::string_view text) {
@@ -155,9 +158,37 @@ NetworkCondition findingsCondition(air::Severity least) {
     };
 }
 
+std::vector<std::string_view> bandWords() {
+    std::vector<std::string_view> words;
+    for (int i = 0; i <= static_cast<int>(air::Band::Ghz60); ++i) {
+        words.push_back(air::bandName(static_cast<air::Band>(i)));
+    }
+    return words;
+}
+
+std::vector<std::string_view> securityWords() {
+    std::vector<std::string_view> words = {"WPA", "WPA2", "WPA3", "Personal", "Enterprise"};
+    for (int i = 0; i <= static_cast<int>(air::Security::Broken); ++i) {
+        words.push_back(shortSecurityName(static_cast<air::Security>(i)));
+        words.push_back(air::securityName(static_cast<air::Security>(i)));
+    }
+    return words;
+}
+
+std::vector<std::string_view> generationWords() {
+    std::vector<std::string_view> words(kGenerationLabels.begin(), kGenerationLabels.end());
+    words.insert(words.end(), kLegacyLabels.begin(), kLegacyLabels.end());
+    return words;
+}
+
+std::vector<std::string_view> severityWords() {
+    std::vector<std::string_view> words;
+    for (const auto severity : kSeverities) words.push_back(air::severityName(severity));
+    return words;
+}
+
 std::optional<air::Severity> severityNamed(std::string_view name) {
-    for (const auto severity :
-         {air::Severity::Note, air::Severity::Warning, air::Severity::Error}) {
+    for (const auto severity : kSeverities) {
         if (air::severityName(severity) == name) return severity;
     }
     return std::nullopt;

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "halvane/air/finding.h"
 #include "halvane/base/mac_address.h"
@@ -37,6 +38,12 @@ std::optional<NetworkCondition> generationCondition(std::string_view text);
 std::optional<NetworkCondition> signalCondition(std::string_view text);
 // A finding of this severity or a worse one.
 NetworkCondition findingsCondition(air::Severity least);
+// The words that these conditions take, for suggestions.
+std::vector<std::string_view> bandWords();
+std::vector<std::string_view> securityWords();
+std::vector<std::string_view> generationWords();
+std::vector<std::string_view> severityWords();
+
 // "error", "warning" or "note".
 std::optional<air::Severity> severityNamed(std::string_view name);
 

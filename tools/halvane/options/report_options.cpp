@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <ranges>
 #include <span>
 #include <string_view>
 #include <thread>
@@ -126,7 +127,8 @@ std::optional<UsageError> readDetails(ReportOptions& page, const char* typed) {
         page.details = details;
         return std::nullopt;
     }
-    return badValue("details", typed, "all, own or none");
+    return withSuggestion(badValue("details", typed, "all, own or none"), "--details=", typed,
+                          kChoices | std::views::keys);
 }
 
 // An address, with or without a mask, or else a name.
