@@ -842,6 +842,13 @@ TEST_F(DaemonUsage, RefusesANetworkThatIsNotProtectedAsItSeems) {
     EXPECT_THAT(runTool(forced).errors, HasSubstr("no system bus"));
 }
 
+TEST_F(DaemonUsage, RefusesToRemoveASecurityWithoutItsKeys) {
+    expectFailure({"remove", "wlan0", "--ssid=home", "--security=WPA2"}, 2,
+                  "halvane: remove: --security: WPA and WPA2 need a key: --passphrase (for PSK), "
+                  "or --key-management=802.1X with its ciphers\n");
+    EXPECT_THAT(runTool({"remove", "wlan0", "--ssid=home"}).errors, HasSubstr("no system bus"));
+}
+
 TEST_F(DaemonUsage, LeavesAPassphraseUnread) {
     const auto result = runTool({"add", "wlan0", "--ssid=home", "--passphrase", "--key",
                                  "--security=WPA2", "--key-management=PSK"},

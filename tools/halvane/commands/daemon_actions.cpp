@@ -1,5 +1,6 @@
 // The actions of the Wi-Fi daemon. Each command sends one request, and reports the daemon's status.
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -95,10 +96,11 @@ Result<ActionInput, int> takeInput(const Action& action) {
     if (!options->configuration.ssid()) {
         return Unexpected(refuse(action.name, "needs --ssid or --ssid-hex"));
     }
-    if (action.needs == Needs::SafeConfiguration && !isForced) {
-        if (const auto problem = unprotectedBy(*options)) {
-            return Unexpected(refuse(action.name, *problem));
-        }
+    if (!isForced) {
+        auto problem = action.needs == Needs::SafeConfiguration ? unprotectedBy(*options)
+                                                                : std::optional<UsageError>();
+        if (!problem) problem = missingKeyManagement(*options);
+        if (problem) return Unexpected(refuse(action.name, *problem));
     }
     const auto configuration = configurationOf(*options);
     if (!configuration) {
