@@ -26,6 +26,7 @@
 #include "tools/halvane/output/record_properties.h"
 #include "tools/halvane/output/regulatory_properties.h"
 #include "tools/halvane/output/station_event.h"
+#include "tools/halvane/survey/network_moment.h"
 #include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::tool {
@@ -68,6 +69,21 @@ CommandSchema decodeSchema() {
              networkRecord("buffer", "The elements of hexadecimal text, with --hex.", {}, {})}};
 }
 
+CommandSchema scanSchema() {
+    return {"scan",
+            SchemaForm::Array,
+            "The networks of the kernel's list, in its order.",
+            {networkRecord("network", "A network.", {}, {{kPropertyRows<NetworkMoment>}})}};
+}
+
+CommandSchema watchSchema() {
+    return {"watch",
+            SchemaForm::Array,
+            "The networks that were heard, in the order in which they were first heard.",
+            {networkRecord("network", "A network, over all of its frames.", {},
+                           {{kPropertyRows<NetworkStatistics>}})}};
+}
+
 CommandSchema channelsSchema() {
     const PropertyRows mapped = mappedChannelRows();
     return {"channels",
@@ -91,6 +107,8 @@ std::vector<CommandSchema> allSchemas() {
     constexpr std::string_view kConfiguration = "The configuration of a network.";
     return {
         decodeSchema(),
+        scanSchema(),
+        watchSchema(),
         arrayOf<DecodedElement>("elements", "The elements of hexadecimal text.",
                                 "An element, or octets that make none."),
         channelsSchema(),

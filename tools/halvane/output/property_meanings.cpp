@@ -186,6 +186,8 @@ constexpr PropertyMeaning kMeanings[] = {
     {"signal", "mean", "Mean of the signals.", "dBm"},
     {"signal", "greatest", "Strongest signal.", "dBm"},
     {"signal", "count", "Number of signals."},
+    {"moment", "age", "Time since its last frame.", "ms"},
+    {"moment", "isInUse", "Whether this machine uses the network."},
     {"maker", "maker", "Who the IEEE assigned the address to, where its list is installed."},
 
     // --- What a network is today ---
