@@ -169,6 +169,9 @@ constexpr FindingInfo kFindings[] = {
     {Kind::CountryMissingOnDfs, Severity::Note, "country-missing",
      "No country on a channel with radar detection.",
      "Set the country: channels and power depend on it.", "9.3.3.2"},
+    {Kind::CountryDiffers, Severity::Note, "country-differs",
+     "The country differs from that of most networks here.",
+     "Set the country: channels and power depend on it.", "9.4.2.8"},
     // Multiple BSSs and links
     {Kind::MldSecurityDiffers, Severity::Error, "mld-security",
      "The links of a multi-link device differ in security.", "Look at the access point's software.",

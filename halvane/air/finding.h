@@ -76,6 +76,7 @@ enum class FindingKind : std::uint8_t {
     // Country
     CountryInvalid,
     CountryMissingOnDfs,
+    CountryDiffers,  // of several networks: profileOf() never finds it
     // Multiple BSSs and links
     MldSecurityDiffers,
     MldAddressIsBssid,

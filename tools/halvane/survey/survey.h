@@ -49,7 +49,7 @@ class Survey {
 
     // The networks in the order of their first sightings, and behind each those that its frames
     // tell of (Multiple BSSID) and that were not heard themselves. They borrow from the survey: it
-    // must outlive them and not change.
+    // must outlive them and not change. Findings that need several networks are among theirs.
     std::vector<Network> networks() const;
 
     // The same of one address: its network first. Empty if the survey does not have it.
