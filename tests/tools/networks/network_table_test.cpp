@@ -10,6 +10,8 @@
 
 #include "tests/support/captured_stream.h"
 #include "tests/tools/networks/networks_for_tests.h"
+#include "tools/halvane/output/cell_text.h"
+#include "tools/halvane/output/shown_text.h"
 
 using namespace halvane;
 using namespace halvane::testing;
@@ -92,6 +94,26 @@ TEST_F(NetworkTable, FitsEveryWidth) {
             EXPECT_LE(line.size(), width) << line;
         }
         EXPECT_EQ(count, networks_.size() + 1);
+    }
+}
+
+// A table has 40 cells at least. Names of two cells a letter, and one with a combining mark.
+TEST_F(NetworkTable, CutsNoCharacterAtAnyWidth) {
+    constexpr std::size_t kLeast = 40;
+    networks_.push_back(maker_.make({"\u65E5\u672C\u8A9E\u30AB\u30D5\u30A7 5G", 4, -50}));
+    networks_.push_back(maker_.make({"Cafe\u0301 of a long name there", 5, -60}));
+    CellSurroundings surroundings = {.glyphs = glyphsOf(GlyphSet::UTF8), .rules = {}};
+    surroundings.makers = asciiSurroundings().makers;
+    for (std::size_t width = 20; width <= 240; ++width) {
+        const CapturedStream output(stdout);
+        printNetworks(networks_, {.width = width}, surroundings, Theme(), stdout);
+        std::istringstream lines(output.text());
+        std::size_t count = 0;
+        for (std::string line; std::getline(lines, line); ++count) {
+            ASSERT_LE(cellsOf(line, {}), std::max(width, kLeast)) << line;
+            ASSERT_EQ(shownText(line, {}).octets().find("\\x"), std::string::npos) << line;
+        }
+        ASSERT_EQ(count, networks_.size() + 1) << width;
     }
 }
 

@@ -22,6 +22,7 @@
 #include "tests/support/hostile_bytes.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/cell_text.h"
+#include "tools/halvane/output/shown_text.h"
 
 using namespace halvane;
 using namespace halvane::tool;
@@ -286,6 +287,21 @@ TEST(ExplainText, FitsEveryWidth) {
                     ASSERT_FALSE(line.ends_with(' ')) << line;
                 }
             }
+        }
+    }
+}
+
+// Two cells a letter, and a letter with a combining mark.
+TEST(ExplainText, CutsNoCharacterAtAnyWidth) {
+    const std::string name = "\u65E5\u672C\u8A9E\u30AB e\u0301\u65E5";
+    const Bytes elements =
+        joined({ssidElement(name), htOperationElement(36, 5), rsnElement(2),
+                element(71, bytesOf("02 00 0E 53020100 0005 4775657374 550101"))});
+    for (std::size_t width = 20; width <= 240; ++width) {
+        std::istringstream lines(explained(elements, width));
+        for (std::string line; std::getline(lines, line);) {
+            ASSERT_LE(cellsOf(line, {}), width) << line;
+            ASSERT_EQ(shownText(line, {}).octets().find("\\x"), std::string::npos) << line;
         }
     }
 }
