@@ -99,7 +99,7 @@ TEST(NetworkRows, SayWhatTheyLeaveOut) {
     const std::string text = textOf(part.root());
     EXPECT_NE(text.find("The table holds the strongest 2 networks of 6."), text.npos);
     EXPECT_NE(text.find("3 further networks, a line each"), text.npos);
-    EXPECT_NE(text.find("1 weaker ones are counted above"), text.npos);
+    EXPECT_NE(text.find("1 weaker one is counted above"), text.npos);
 }
 
 TEST(NetworkRows, StandHostileNames) {

@@ -202,21 +202,6 @@ void printRecords(std::span<const Network> networks, const DecodeOptions& option
     writer->finish();
 }
 
-SurveyOfFiles surveyWithProgress(const std::vector<std::string>& files,
-                                 const DecodeOptions& options) {
-    SurveyOptions reading{.most = options.list.mostNetworks, .jobs = options.jobs};
-    std::optional<SurveyProgress> progress;
-    if (!options.list.isQuiet) {
-        progress.emplace(files);
-        if (progress->isShown()) {
-            reading.progress = [&](std::size_t file, std::uint64_t octets) {
-                progress->update(file, octets);
-            };
-        }
-    }
-    return surveyFiles(files, reading);
-}
-
 std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOptions& options,
                                    std::span<const Network> all, std::span<const Network> shown) {
     auto lines = summaryOfNetworks(survey.survey, options, all, shown);
@@ -227,7 +212,8 @@ std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOption
 }
 
 int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>& files) {
-    const SurveyOfFiles survey = surveyWithProgress(files, options);
+    const SurveyOfFiles survey = surveyWithProgress(
+        files, {.most = options.list.mostNetworks, .jobs = options.jobs}, options.list.isQuiet);
     auto all = survey.survey.networks();
     const auto ends = survey.ends();
     const CellSurroundings surroundings = cellSurroundings(options.list, ends);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tools/halvane/commands/command.h"
+#include "tools/halvane/commands/survey_progress.h"
 #include "tools/halvane/input/capture_files.h"
 #include "tools/halvane/input/maker_list.h"
 #include "tools/halvane/networks/network_summary.h"
@@ -60,8 +61,9 @@ void summarize(const ReportCommandOptions& options, std::size_t networks, std::s
 }
 
 int makeReport(const ReportCommandOptions& options, const CaptureFiles& found) {
-    const SurveyOfFiles survey = surveyFiles(
-        found.paths, {.most = options.mostNetworks, .jobs = options.jobs, .keepsHistory = true});
+    const SurveyOfFiles survey = surveyWithProgress(
+        found.paths, {.most = options.mostNetworks, .jobs = options.jobs, .keepsHistory = true},
+        options.isQuiet);
     complainOf(survey);
     std::vector<Network> networks = survey.survey.networks();
     const std::size_t all = networks.size();

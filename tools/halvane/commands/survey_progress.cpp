@@ -1,6 +1,7 @@
 #include "tools/halvane/commands/survey_progress.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <unistd.h>
 
@@ -27,6 +28,20 @@ SurveyProgress::SurveyProgress(const std::vector<std::string>& files) : bar_(STD
 void SurveyProgress::update(std::size_t file, std::uint64_t octets) {
     const std::scoped_lock lock(mutex_);
     bar_.update(files_[file], octets);
+}
+
+SurveyOfFiles surveyWithProgress(const std::vector<std::string>& files, SurveyOptions options,
+                                 bool isQuiet) {
+    std::optional<SurveyProgress> progress;
+    if (!isQuiet) {
+        progress.emplace(files);
+        if (progress->isShown()) {
+            options.progress = [&](std::size_t file, std::uint64_t octets) {
+                progress->update(file, octets);
+            };
+        }
+    }
+    return surveyFiles(files, options);
 }
 
 }  // namespace halvane::tool

@@ -1,4 +1,4 @@
-// Shows how far several threads have come with reading files.
+// Shows how far several threads have come with reading files, on standard error.
 #ifndef TOOLS_HALVANE_COMMANDS_SURVEY_PROGRESS_H
 #define TOOLS_HALVANE_COMMANDS_SURVEY_PROGRESS_H
 
@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/output/progress_bar.h"
 
 namespace halvane::tool {
@@ -27,6 +28,10 @@ class SurveyProgress {
     std::mutex mutex_;  // guards bar_
     ProgressBar bar_;
 };
+
+// As surveyFiles(), with a bar unless `isQuiet`. `options` have no progress of their own.
+SurveyOfFiles surveyWithProgress(const std::vector<std::string>& files, SurveyOptions options,
+                                 bool isQuiet);
 
 }  // namespace halvane::tool
 

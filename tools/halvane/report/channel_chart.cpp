@@ -380,8 +380,10 @@ class ChannelChart {
         for (std::size_t level = 0; level < unnamed_.size(); ++level) {
             if (unnamed_[level] == 0) continue;
             html_ << "<span class=\"" << kLevelNotes[level] << "\">" << unnamed_[level] << " of "
-                  << wishes_.size()
-                  << " shapes carry no label for want of room; the table names them.</span>";
+                  << HtmlText{countedText(wishes_.size(), "shape", "shapes")}
+                  << (unnamed_[level] == 1 ? Markup(" carries") : " carry")
+                  << " no label for want of room; the table names "
+                  << (unnamed_[level] == 1 ? Markup("it") : "them") << ".</span>";
         }
         html_ << "</p>";
         if (notDrawn_ == 0) return;
@@ -479,7 +481,7 @@ void writeLegend(HtmlWriter& html, const ReportData& data) {
             "<path d=\"M23 6H34\" class=\"rf pd\"/></svg>punctured: not used</li><li>"
             "<svg width=\"46\" height=\"26\" aria-hidden=\"true\" class=\""
          << classOf(others)
-         << " fl\"><rect x=\"2\" y=\"9\" width=\"42\" height=\"11\" rx=\"2\" class=\"ns\"/></svg>"
+         << " bare\"><rect x=\"2\" y=\"9\" width=\"42\" height=\"11\" rx=\"2\" class=\"ns\"/></svg>"
             "signal not told</li><li><svg width=\"46\" height=\"26\" aria-hidden=\"true\">"
             "<rect x=\"2\" y=\"4\" width=\"42\" height=\"22\" class=\"dfs\"/></svg>radar (DFS)"
             "</li></ul>\n";

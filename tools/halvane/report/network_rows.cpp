@@ -252,7 +252,7 @@ constexpr Column kColumns[] = {
          html << HtmlText{foldedCase(makerNameOf(data, network.network))};
      },
      writeMakerCell},
-    {"<th scope=\"col\" class=\"c3\" data-k=\"find\">", "Findings", "<td class=\"c3\" data-v=\"",
+    {"<th scope=\"col\" class=\"c3\" data-k=\"find\">", "Findings", "<td class=\"c3 fi\" data-v=\"",
      [](HtmlWriter& html, Data, Network network) {
          const FindingCounts counts = findingCounts(network);
          html << countOf(counts, air::Severity::Error) * 10000 +
@@ -321,7 +321,10 @@ void writeFilter(HtmlWriter& html, const ReportData& data) {
     html << "<label class=\"chip\"><input type=\"checkbox\" id=\"ff\"/><span>with errors or "
             "warnings</span></label>\n<label class=\"srt\">Sort <select id=\"srt\"></select>"
             "</label><button type=\"reset\">Show all</button><p id=\"count\" role=\"status\" "
-            "aria-live=\"polite\"></p></form>\n<noscript><p class=\"foot\">Without scripts the "
+            "aria-live=\"polite\">"
+         << HtmlText{countedText(std::min(data.networks.size(), data.limits.rows), "network",
+                                 "networks")}
+         << "</p></form>\n<noscript><p class=\"foot\">Without scripts the "
             "table neither sorts nor filters; everything else works, and a name opens its "
             "details.</p></noscript>\n";
 }
@@ -362,8 +365,9 @@ void writeFurther(HtmlWriter& html, const ReportData& data) {
     }
     html << "</tbody></table></div></details>";
     if (brief == further) return;
-    html << "<p class=\"foot\">" << HtmlText{groupedText(further - brief)}
-         << " weaker ones are counted above and left out here; <code>halvane decode</code> lists "
+    html << "<p class=\"foot\">"
+         << HtmlText{countedText(further - brief, "weaker one is", "weaker ones are")}
+         << " counted above and left out here; <code>halvane decode</code> lists "
             "them.</p>";
 }
 

@@ -157,7 +157,8 @@ void writeFindingCounts(HtmlWriter& html, const ReportData& data) {
     html << "<div class=\"kpi\"><b class=\"fk\">";
     for (const auto severity :
          {air::Severity::Error, air::Severity::Warning, air::Severity::Note}) {
-        html << signOf(severity) << countOf(counts, severity) << " ";
+        html << "<span>" << signOf(severity) << HtmlText{groupedText(countOf(counts, severity))}
+             << "</span> ";
     }
     html << "</b><span>errors, warnings, notes</span><i><a href=\"#findings\">what they are</a></i>"
             "</div>";

@@ -21,7 +21,8 @@ constexpr int kFewBins = 30;
 constexpr int kLongestGap = 5;            // empty bins within a curve
 constexpr std::uint64_t kLeastCount = 8;  // measurements of a picture
 constexpr double kWidth = 240;            // units of a picture
-constexpr double kUnitsPerDecibel = 0.8;
+constexpr double kUnitsPerDecibel = 0.75;
+constexpr double kMargin = 2;    // above and below, so that no stroke is cut
 constexpr int kStrongest = -15;  // dBm, at the top
 constexpr int kWeakest = -95;
 
@@ -33,7 +34,8 @@ struct Picture {
 };
 
 double yOf(double signal) {
-    return (kStrongest - std::clamp<double>(signal, kWeakest, kStrongest)) * kUnitsPerDecibel;
+    const double below = kStrongest - std::clamp<double>(signal, kWeakest, kStrongest);
+    return kMargin + below * kUnitsPerDecibel;
 }
 
 // Runs of points without a longer gap.
@@ -166,7 +168,8 @@ void writeStretch(HtmlWriter& html, const ReportData& data, const Stretch& stret
     writePictures(html, data, stretch, pictures.first(shown));
     if (shown == pictures.size()) return;
     const std::size_t more = std::min(pictures.size() - shown, data.limits.morePictures);
-    html << "<details class=\"alt\"><summary>" << more << " weaker ones</summary>";
+    html << "<details class=\"alt\"><summary>"
+         << HtmlText{countedText(more, "weaker one", "weaker ones")} << "</summary>";
     writePictures(html, data, stretch, pictures.subspan(shown, more));
     html << "</details>";
     const std::size_t left = pictures.size() - shown - more;

@@ -14,6 +14,7 @@
         count = $('#count'),
         empty = $('#empty'),
         srt = $('#srt');
+    const everything = count.textContent;
     // theme: system, light, dark; kept for this visit only
     const th = $('#theme'),
         T = ['system', 'light', 'dark'];
@@ -34,7 +35,7 @@
         const value = (n) => {
             const v = n.rows[0].cells[i].dataset.v;
             const number = parseFloat(v);
-      return txt ? v || null : Number.isNaN(number) ? null : number;
+            return txt ? v || null : Number.isNaN(number) ? null : number;
         };
         // What is not told stands last, whichever way the rest is sorted.
         const list = nets.map((n, j) => [value(n), j, n]);
@@ -110,8 +111,8 @@
         }
         count.textContent =
             on.size === nets.length
-                ? nets.length + ' networks'
-                : on.size + ' of ' + nets.length + ' networks';
+                ? everything
+                : on.size + ' of ' + everything;
         empty.hidden = on.size > 0;
         tab.hidden = on.size === 0;
     }
