@@ -110,9 +110,8 @@ TEST(SignalHistory, OfTwoIsThatOfAllFrames) {
 TEST(SignalHistory, StandsTimesOfAnyKind) {
     using Limits = std::numeric_limits<std::int64_t>;
     SignalHistory history;
-    for (std::int64_t i = 0; i < 1000; ++i) {
-        history.add(Limits::min() + i * (Limits::max() / 500), -50);
-    }
+    for (std::int64_t i = -500; i < 500; ++i) history.add(i * (Limits::max() / 500), -50);
+    history.add(Limits::min(), -50);
     history.add(Limits::max(), -50);
     EXPECT_LE(history.slots().size(), SignalHistory::kMostSlots);
     EXPECT_TRUE(std::ranges::is_sorted(history.slots(), {}, &SignalHistory::Slot::index));

@@ -8,14 +8,20 @@ namespace halvane::tool {
 
 namespace {
 
-// A day and the nanoseconds since its begin.
+constexpr std::int64_t kSecond = 1'000'000'000;
+
+// A day, the seconds since its begin, and nanoseconds.
 struct Moment {
     explicit Moment(std::int64_t nanoseconds) {
         using namespace std::chrono;
-        const sys_time<std::chrono::nanoseconds> time{std::chrono::nanoseconds(nanoseconds)};
+        fraction = nanoseconds % kSecond;
+        if (fraction < 0) fraction += kSecond;
+        // Nanoseconds do not reach the begin of the earliest day.
+        const sys_seconds time{
+            seconds(nanoseconds / kSecond - (nanoseconds % kSecond < 0 ? 1 : 0))};
         const auto day = floor<days>(time);
         date = year_month_day(day);
-        clock = hh_mm_ss<std::chrono::nanoseconds>(time - day);
+        clock = hh_mm_ss<seconds>(time - day);
     }
 
     std::string text(char separator) const {
@@ -29,7 +35,8 @@ struct Moment {
     }
 
     std::chrono::year_month_day date{};
-    std::chrono::hh_mm_ss<std::chrono::nanoseconds> clock{};
+    std::chrono::hh_mm_ss<std::chrono::seconds> clock{};
+    std::int64_t fraction = 0;
 };
 
 }  // namespace
@@ -37,7 +44,7 @@ struct Moment {
 std::string utcTimeText(std::int64_t nanoseconds) {
     constexpr std::int64_t kNanoseconds = 1000;
     const Moment moment(nanoseconds);
-    const auto fraction = static_cast<long long>(moment.clock.subseconds().count());
+    const auto fraction = static_cast<long long>(moment.fraction);
     std::array<char, 16> digits{};
     if (fraction % kNanoseconds == 0) {
         std::snprintf(digits.data(), digits.size(), ".%06lldZ", fraction / kNanoseconds);
