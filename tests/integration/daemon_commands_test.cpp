@@ -812,7 +812,7 @@ TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
         {{"logging", "set", "WiFi=\xFF"}, "logging: '\\xFF' is no text of a control string"},
         {{"logging", "set", "wifi=a"},
          "logging: no category 'wifi'; there are WiFi, WiFiBPF, WiFiEAPOL, WiFiIE, WiFiIO80211, "
-         "WiFiJoin, WiFiScan, WiFiWPS, WiFiXPC"},
+         "WiFiJoin, WiFiScan, WiFiWPS, WiFiXPC\n  did you mean WiFi?"},
         {{"logging", "set", "WiFiJion=a"},
          "logging: no category 'WiFiJion'; there are WiFi, WiFiBPF, WiFiEAPOL, WiFiIE, "
          "WiFiIO80211, WiFiJoin, WiFiScan, WiFiWPS, WiFiXPC\n  did you mean WiFiJoin?"},

@@ -201,7 +201,7 @@ TEST(JSONRecord, OfEverySampleIsWhatAnotherLibraryWrites) {
     for (const auto& entry : fs::directory_iterator(HALVANE_SAMPLES)) {
         if (!entry.path().extension().string().starts_with(".pcap")) continue;
         auto reader = CaptureReader::open(entry.path().string());
-        ASSERT_TRUE(reader) << reader.error();
+        ASSERT_TRUE(reader) << reader.error().text;
         while (const auto frame = reader->next()) {
             if (frame->beacon() == nullptr) continue;
             expectAsOfTree(capture::sightingOf(*frame->beacon(), frame->radio).record);

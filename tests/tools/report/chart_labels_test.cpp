@@ -34,11 +34,16 @@ TEST(ChartLabels, StandAboveTheRoof) {
 }
 
 TEST(ChartLabels, GiveWayToStrongerOnes) {
-    const std::vector<LabelWish> wishes(5, {.left = 48, .right = 52, .roof = 200, .width = 60});
+    const std::vector<LabelWish> wishes = {{.left = 48, .right = 52, .roof = 200, .width = 60},
+                                           {.left = 52, .right = 56, .roof = 200, .width = 60},
+                                           {.left = 48, .right = 52, .roof = 200, .width = 60}};
     const auto places = placeLabels(wishes, kWidths);
+    ASSERT_TRUE(places[0]);
     EXPECT_FALSE(places[0]->hasLeader);
+    ASSERT_TRUE(places[1]);
     EXPECT_TRUE(places[1]->hasLeader);
     EXPECT_DOUBLE_EQ(places[1]->y, 171);
+    EXPECT_FALSE(places[2]) << "its leader would run through the first";
 }
 
 // Distances at a width, in pixels.
