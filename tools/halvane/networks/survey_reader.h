@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tools/halvane/input/capture_reader.h"
+#include "tools/halvane/input/packet_source.h"
 #include "tools/halvane/survey/survey.h"
 
 namespace halvane::tool {

@@ -2,10 +2,12 @@
 #ifndef TOOLS_HALVANE_OPTIONS_ARGUMENT_H
 #define TOOLS_HALVANE_OPTIONS_ARGUMENT_H
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/number.h"
@@ -29,6 +31,14 @@ UsageError withSuggestion(UsageError error, std::string_view before, std::string
     const auto place = nearWord(typed, known);
     if (place) error.hint.append("did you mean ").append(before).append(known[*place]).append("?");
     return error;
+}
+
+// The names of a table of words and their values.
+template <typename Value, std::size_t count>
+std::vector<std::string_view> namesOf(const std::pair<std::string_view, Value> (&choices)[count]) {
+    std::vector<std::string_view> names;
+    for (const auto& choice : choices) names.push_back(choice.first);
+    return names;
 }
 
 // Takes the arguments that the parser left for the command, and marks them as used.

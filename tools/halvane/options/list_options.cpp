@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <ranges>
 #include <span>
 #include <string>
 #include <string_view>
@@ -245,7 +244,7 @@ std::optional<UsageError> readColor(ListOptions& options, const Typed& typed) {
         return std::nullopt;
     }
     return withSuggestion(badValue("color", typed.color, "auto, always or never"),
-                          "--color=", typed.color, kChoices | std::views::keys);
+                          "--color=", typed.color, namesOf(kChoices));
 }
 
 std::optional<UsageError> readGrouping(ListOptions& options, const Typed& typed) {

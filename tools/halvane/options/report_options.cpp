@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <ranges>
 #include <span>
 #include <string_view>
 #include <thread>
@@ -128,7 +127,7 @@ std::optional<UsageError> readDetails(ReportOptions& page, const char* typed) {
         return std::nullopt;
     }
     return withSuggestion(badValue("details", typed, "all, own or none"), "--details=", typed,
-                          kChoices | std::views::keys);
+                          namesOf(kChoices));
 }
 
 // An address, with or without a mask, or else a name.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "halvane/air/finding.h"
+#include "halvane/air/source.h"
 
 namespace halvane::tool {
 
