@@ -70,7 +70,8 @@ std::optional<Option> takeOption(OrderedCursor& cursor, BlockFault& fault) {
 // Some programs write octets, as the text's example does, and others bits, as its words say. The
 // sequence of 802.11 has four octets, so both mean the same.
 bool isFCSLength(std::optional<std::uint8_t> length) {
-    return length == 4 || length == 32;
+    if (!length) return false;
+    return *length == 4 || *length == 32;
 }
 
 BlockFault readInterfaceOptions(OrderedCursor cursor, Interface& interface) {
@@ -248,9 +249,9 @@ class PcapngSource : public PacketSource {
     }
 
     BlockFault read(const Block& block, StoredPacket& stored) const {
-        const auto fault = block.type == BlockType::SimplePacket
-                               ? readSimplePacket(block, simpleSnapshotLength(), stored)
-                               : readEnhancedPacket(block, stored);
+        auto fault = block.type == BlockType::SimplePacket
+                         ? readSimplePacket(block, simpleSnapshotLength(), stored)
+                         : readEnhancedPacket(block, stored);
         if (fault) return fault;
         if (stored.interface < interfaces_.size()) return std::nullopt;
         return "it is of interface " + std::to_string(stored.interface) + ", and " +

@@ -44,7 +44,7 @@ bool namesNoInterface(ScanProblem problem) {
 }  // namespace
 
 std::string headline(const ScanFault& fault) {
-    const std::string text = problemText(fault);
+    std::string text = problemText(fault);
     if (fault.interface.empty() || namesNoInterface(fault.problem)) return text;
     return fault.interface + ": " + text;
 }

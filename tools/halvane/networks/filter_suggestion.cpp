@@ -49,19 +49,20 @@ const Words::value_type* nearest(const Words& words, std::span<const std::string
 }
 
 // As names are shown, without the signs of a pattern that stand for others.
-std::string asName(std::string value) {
-    std::erase(value, '*');
-    return escapedText(value);
+std::string asName(const std::string& value) {
+    std::string name = value;
+    std::erase(name, '*');
+    return escapedText(name);
 }
 
 // As addresses are shown; a value with a mask, which is no address, stays.
-std::string asAddress(std::string value) {
+std::string asAddress(const std::string& value) {
     const auto address = MacAddress::fromText(value);
     return address ? addressText(*address) : value;
 }
 
 std::vector<std::string> changed(std::vector<std::string> values,
-                                 std::string (*change)(std::string)) {
+                                 std::string (*change)(const std::string&)) {
     std::ranges::transform(values, values.begin(), change);
     return values;
 }

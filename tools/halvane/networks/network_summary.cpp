@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <map>
 #include <string_view>
+#include <utility>
 
 #include "halvane/air/channel.h"
 #include "halvane/air/finding.h"
@@ -146,7 +147,8 @@ std::vector<std::string> emptyFilterLines(const NetworkFilter& filter,
                            " alone lets " + count + " through";
         const std::string meant =
             share.count == 0 ? filterSuggestion(share, networks) : std::string();
-        lines.push_back(meant.empty() ? line : line + "; " + meant);
+        if (!meant.empty()) line.append("; ").append(meant);
+        lines.push_back(std::move(line));
     }
     return lines;
 }

@@ -127,7 +127,7 @@ std::vector<std::string> networkLines(std::span<const Network> networks,
 }
 
 void printNetworks(std::span<const Network> networks, const NetworkTableOptions& options,
-                   CellSurroundings surroundings, const Theme& theme, std::FILE* stream) {
+                   const CellSurroundings& surroundings, const Theme& theme, std::FILE* stream) {
     if (networks.empty()) return;
     const std::size_t count =
         options.limit == 0 ? networks.size() : std::min(options.limit, networks.size());

@@ -32,7 +32,7 @@ std::vector<std::string> networkLines(std::span<const Network> networks,
 
 // Prints nothing without networks.
 void printNetworks(std::span<const Network> networks, const NetworkTableOptions& options,
-                   CellSurroundings surroundings, const Theme& theme, std::FILE* stream);
+                   const CellSurroundings& surroundings, const Theme& theme, std::FILE* stream);
 
 }  // namespace halvane::tool
 

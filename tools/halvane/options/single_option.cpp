@@ -26,10 +26,10 @@ std::string ownerOf(const CLIOption& option, std::span<CLIOption> commands) {
     for (const CLIOption& command : commands) {
         if (command.type != kCLICommand) continue;
         const std::span<CLIOption> rows = rowsOf(command.subOptions);
-        const std::string name = command.longName;
+        std::string name = command.longName;
         if (&option >= rows.data() && &option < rows.data() + rows.size()) return name;
         const std::string inner = ownerOf(option, rows);
-        if (!inner.empty()) return name + " " + inner;
+        if (!inner.empty()) return name.append(" ").append(inner);
     }
     return {};
 }
