@@ -95,7 +95,7 @@ std::string FindingsList::text(air::Severity least, const TextStyle& style) cons
     });
     std::string text;
     for (const auto& [info, networks] : found) {
-        const auto add = [&](std::vector<TextPart> parts, Meaning meaning) {
+        const auto add = [&](const std::vector<TextPart>& parts, Meaning meaning) {
             text += hangingLines(blanks(kTextColumn), Meaning::Plain, parts, meaning, style);
         };
         text += hangingLines(headOf(info->severity, networks->size()), meaningOf(info->severity),

@@ -60,9 +60,9 @@ constexpr Reason kReasons[] = {
 
 std::string reasonText(std::uint64_t code, bool isBrief) {
     const auto* const reason = std::ranges::find(kReasons, code, &Reason::code);
-    const std::string number = std::to_string(code);
-    if (reason == std::end(kReasons)) return number;
-    return number + " " + (isBrief ? reason->brief : reason->whole);
+    std::string text = std::to_string(code);
+    if (reason == std::end(kReasons)) return text;
+    return text.append(" ").append(isBrief ? reason->brief : reason->whole);
 }
 
 }  // namespace halvane::tool

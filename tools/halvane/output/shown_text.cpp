@@ -157,7 +157,8 @@ bool isShownBlank(const Character& character, const TextRules& rules) {
 bool needsQuotes(const std::vector<Character>& characters, const TextRules& rules) {
     if (characters.empty()) return false;
     const Character& first = characters.front();
-    return first.code == U'(' || first.code == U'"' || isShownBlank(first, rules) ||
+    const char32_t sign = first.code.value_or(U'\0');
+    return sign == U'(' || sign == U'"' || isShownBlank(first, rules) ||
            isShownBlank(characters.back(), rules);
 }
 

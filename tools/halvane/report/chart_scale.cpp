@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -117,9 +118,11 @@ SegmentParts partsOf(const Segment& segment, const air::ChannelUse& channel) {
     const unsigned mask = channel.punctured ? **channel.punctured : 0u;
     if (mask == 0) return {.used = {segment.range}};
     SegmentParts parts;
-    int index = segment.firstIndex;
-    for (double low = segment.range.low; low < segment.range.high; low += kChannelWidth, ++index) {
-        auto& own = (mask >> index & 1) != 0 ? parts.punctured : parts.used;
+    const auto channels =
+        static_cast<int>(std::ceil((segment.range.high - segment.range.low) / kChannelWidth));
+    for (int i = 0; i < channels; ++i) {
+        const double low = segment.range.low + i * kChannelWidth;
+        auto& own = (mask >> (segment.firstIndex + i) & 1) != 0 ? parts.punctured : parts.used;
         if (!own.empty() && own.back().high == low) {
             own.back().high += kChannelWidth;
         } else {
