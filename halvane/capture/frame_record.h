@@ -24,6 +24,7 @@ struct ElementsOrigin {
     BeaconSubtype subtype = BeaconSubtype::Beacon;
     std::size_t offset = 0;              // of the first element in the 802.11 frame
     std::uint64_t frame = 0;             // number in its file, counted from 1; 0: not known
+    std::size_t file = 0;                // index of its file, where a program reads several
     std::optional<LinkType> linkType{};  // of the packet, if it is known
 };
 

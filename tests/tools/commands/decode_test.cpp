@@ -70,6 +70,24 @@ TEST(DecodeCommand, ExplainsTheNetworkOfOneAddress) {
     EXPECT_TRUE(all.starts_with(one.output)) << one.output;
 }
 
+TEST(DecodeCommand, NamesTheFileOfTheFrameWhereThereAreSeveral) {
+    const std::string other = HALVANE_SAMPLES "/today.pcap";
+    EXPECT_EQ(explain({kNeighbourhood}).output.find("neighbourhood.pcap"), std::string::npos);
+    for (const std::string form : {"--format=text", "--per-frame"}) {
+        const Ran ran = explain({form, "--width=200", kNeighbourhood, other});
+        EXPECT_EQ(ran.status, kExitDone);
+        const auto namesOf = [&](const std::string& path) {
+            const std::regex line("(^|\n)" + path + ": frame [0-9]+, (beacon|probe-response), ");
+            return std::distance(std::sregex_iterator(ran.output.begin(), ran.output.end(), line),
+                                 std::sregex_iterator());
+        };
+        EXPECT_GT(namesOf(kNeighbourhood), 3) << ran.output;
+        EXPECT_GT(namesOf(other), 3) << ran.output;
+        EXPECT_EQ(namesOf(kNeighbourhood) + namesOf(other),
+                  static_cast<std::ptrdiff_t>(networksIn(ran.output)));
+    }
+}
+
 TEST(DecodeCommand, ExplainsNothingWithoutANetwork) {
     const Ran none = explain({"--bssid=06:00:00:00:00:01", kNeighbourhood});
     EXPECT_EQ(none.status, kExitDone);

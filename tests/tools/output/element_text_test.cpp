@@ -1,10 +1,13 @@
 #include "tools/halvane/output/element_text.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/element_id.h"
@@ -175,8 +178,24 @@ void expectPrintable(const std::string& text) {
     EXPECT_TRUE(text.ends_with('\n'));
 }
 
+std::vector<Bytes> sampleElements() {
+    std::vector<Bytes> elements;
+    for (const auto& sample : kElementSamples) {
+        Bytes body = bytesOf(sample.hex);
+        if (const auto extension = extensionOf(sample.id)) body.insert(body.begin(), *extension);
+        elements.push_back(element(idOctetOf(sample.id), body));
+    }
+    for (const auto& sample : kVendorSamples) {
+        Bytes body = {sample.oui[0], sample.oui[1], sample.oui[2], sample.type};
+        const Bytes rest = bytesOf(sample.hex);
+        body.insert(body.end(), rest.begin(), rest.end());
+        elements.push_back(element(221, body));
+    }
+    return elements;
+}
+
 TEST(ElementText, OfEverySampleIsPrintable) {
-    const auto check = [](Bytes octets) {
+    for (Bytes octets : sampleElements()) {
         for (Bytes::size_type place = 2; place < octets.size(); ++place) {
             for (const std::uint8_t octet : Bytes{0x00, 0x1B, 0x9B, 0xFF}) {
                 const auto before = std::exchange(octets[place], octet);
@@ -185,18 +204,46 @@ TEST(ElementText, OfEverySampleIsPrintable) {
                 octets[place] = before;
             }
         }
+    }
+}
+
+// Whether a line could have been broken: behind the margin and the name, or the label of a group,
+// it has more than one word. Four octets stay together.
+bool couldBeShorter(const std::string& line) {
+    constexpr std::size_t kMargin = 18;
+    constexpr std::size_t kFourOctets = 11;
+    const auto text = line.find_first_not_of(' ');
+    const auto label = line.find(": ");
+    if (label != std::string::npos) return line.find(' ', label + 2) != std::string::npos;
+    const bool isHead = text < kMargin;
+    return !isHead && line.size() - text > kFourOctets && line.find(' ', text) != std::string::npos;
+}
+
+TEST(ElementText, OfEverySampleFitsEveryWidth) {
+    for (const Bytes& octets : sampleElements()) {
+        for (std::size_t width = 20; width <= 240; width += width < 84 ? 1 : 12) {
+            for (const bool isWhole : {false, true}) {
+                DamageReport report;
+                std::istringstream lines(textOf(
+                    octets, report, {.hasOctets = isWhole, .hasFields = isWhole, .width = width}));
+                for (std::string line; std::getline(lines, line);) {
+                    if (line.size() <= width) continue;
+                    EXPECT_FALSE(couldBeShorter(line)) << width << ": " << line;
+                }
+            }
+        }
+    }
+}
+
+TEST(ElementText, PutsFewerOctetsInARowWhereTheWidthAsksForIt) {
+    const auto rows = [](std::size_t width) {
+        return textOf("0208" + std::string(16, 'A'), {.width = width});
     };
-    for (const auto& sample : kElementSamples) {
-        Bytes body = bytesOf(sample.hex);
-        if (const auto extension = extensionOf(sample.id)) body.insert(body.begin(), *extension);
-        check(element(idOctetOf(sample.id), body));
-    }
-    for (const auto& sample : kVendorSamples) {
-        Bytes body = {sample.oui[0], sample.oui[1], sample.oui[2], sample.type};
-        const Bytes rest = bytesOf(sample.hex);
-        body.insert(body.end(), rest.begin(), rest.end());
-        check(element(221, body));
-    }
+    EXPECT_EQ(rows(41), "    0 2         8 Reserved (2)\n" + std::string(18, ' ') +
+                            "AA AA AA AA AA AA AA AA\n");
+    const std::string four = std::string(18, ' ') + "AA AA AA AA\n";
+    EXPECT_EQ(rows(40), "    0 2         8 Reserved (2)\n" + four + four);
+    EXPECT_EQ(rows(20), "    0 2         8 Reserved (2)\n" + four + four);
 }
 
 TEST(ElementText, ListsNamesWithOctets) {

@@ -68,6 +68,20 @@ std::string rowOf(const std::string& text, std::string_view head) {
     return row;
 }
 
+TEST(ExplainText, TellsTheRateThatIsListedBeforeWiFi4) {
+    const Bytes old = joined({ssidElement("old"), element(1, {0x82, 0x84, 0x8B, 0x16})});
+    EXPECT_EQ(rowOf(explained(old), "Rate"),
+              "Rate        11 Mbit/s              Supported Rates @41: the highest rate listed\n");
+    const Bytes newer = joined({old, element(50, {0x0C, 0x12, 0x6C, 0x61})});
+    EXPECT_EQ(rowOf(explained(newer), "Rate"),
+              "Rate        54 Mbit/s              Supported Rates @41\n"
+              "                                   Extended Supported Rates and BSS Membership\n"
+              "                                   Selectors @47: the highest rate listed\n");
+    EXPECT_EQ(rowOf(explained(element(1, {0x0B})), "Rate").substr(0, 23),
+              "Rate        5.5 Mbit/s ");
+    EXPECT_EQ(rowOf(explained(ssidElement("old")), "Rate"), "");
+}
+
 // The sightings of all frames of a capture.
 std::vector<capture::Sighting> sightingsIn(const std::filesystem::path& path) {
     std::vector<capture::Sighting> sightings;

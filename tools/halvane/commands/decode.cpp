@@ -55,11 +55,21 @@ std::string cutText(std::uint64_t count, std::uint64_t first) {
     return std::to_string(count) + " frames are cut in an element, the first is frame " + frame;
 }
 
-std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options) {
+// One file needs no name.
+std::vector<std::string> namesOf(const std::vector<std::string>& files) {
+    std::vector<std::string> names;
+    if (files.size() < 2) return names;
+    for (const std::string& path : files) names.push_back(inputName(path));
+    return names;
+}
+
+std::unique_ptr<RecordWriter> writerFor(const DecodeOptions& options,
+                                        const std::vector<std::string>& files) {
     if (!options.isExplained) return RecordWriter::create(options.format, stdout, listedMaker);
     return RecordWriter::createExplaining(
         stdout, listTextStyle(options.list),
-        [](const MacAddress& address) { return MakerList::ofSystem().cell(address); });
+        [](const MacAddress& address) { return MakerList::ofSystem().cell(address); },
+        namesOf(files));
 }
 
 void summarize(const DecodeOptions& options, const std::vector<std::string>& lines) {
@@ -70,7 +80,7 @@ void summarize(const DecodeOptions& options, const std::vector<std::string>& lin
 
 int decodeHex(const DecodeOptions& options) {
     const std::string& path = options.files.front();
-    const auto writer = writerFor(options);
+    const auto writer = writerFor(options, options.files);
     const auto elements = readHexFile(path);
     if (!elements) {
         complain(elements.error());
@@ -92,14 +102,13 @@ int decodeHex(const DecodeOptions& options) {
 
 class FramePrinter {
   public:
-    explicit FramePrinter(const DecodeOptions& options)
-        : options_(options), writer_(writerFor(options)) {}
+    FramePrinter(const DecodeOptions& options, const std::vector<std::string>& files)
+        : options_(options), files_(files), writer_(writerFor(options, files)) {}
 
-    int run(const std::vector<std::string>& files) {
+    int run() {
         bool isWhole = true;
-        for (const std::string& path : files) {
-            if (isOutputLost()) break;
-            isWhole = printCapture(path) && isWhole;
+        for (std::size_t file = 0; file < files_.size() && !isOutputLost(); ++file) {
+            isWhole = printCapture(file) && isWhole;
         }
         writer_->finish();
         summarize(options_, {framesLine(summary_, cutFrames_, std::nullopt)});
@@ -108,7 +117,8 @@ class FramePrinter {
 
   private:
     // Returns false if the file, or a frame in it, could not be read to its end.
-    bool printCapture(const std::string& path) {
+    bool printCapture(std::size_t file) {
+        const std::string& path = files_[file];
         auto reader = CaptureReader::open(path);
         if (!reader) {
             complain(reader.error().text, reader.error().hint);
@@ -117,16 +127,17 @@ class FramePrinter {
         std::uint64_t cut = 0;
         std::uint64_t firstCut = 0;
         const ProgressOf work = {.name = escapedText(inputName(path)), .total = reader->fileSize()};
-        ProgressBar progress(STDERR_FILENO, ResultsAre::Streamed);
+        std::optional<ProgressBar> progress;
+        if (!options_.list.isQuiet) progress.emplace(STDERR_FILENO, ResultsAre::Streamed);
         while (const auto frame = isOutputLost() ? std::nullopt : reader->next()) {
-            if (progress.isShown()) progress.update(work, reader->bytesRead());
+            if (progress && progress->isShown()) progress->update(work, reader->bytesRead());
             const capture::BeaconFrame* const beacon = frame->beacon();
             if (beacon == nullptr || !options_.list.filter.mayPass(beacon->bssid)) continue;
             const bool isCut = endsInsideAnElement(beacon->elements);
             if (isCut && cut++ == 0) firstCut = frame->number;
-            print(*frame, *beacon);
+            print(*frame, *beacon, file);
         }
-        progress.clear();
+        progress.reset();
         summary_.add(reader->summary());
         cutFrames_ += cut;
         if (const auto note = reader->note()) complain(*note);
@@ -135,8 +146,10 @@ class FramePrinter {
         return !reader->error() && cut == 0;
     }
 
-    void print(const CaptureReader::Frame& frame, const capture::BeaconFrame& beacon) {
-        const capture::Sighting sighting = CaptureReader::sightingOf(frame);
+    void print(const CaptureReader::Frame& frame, const capture::BeaconFrame& beacon,
+               std::size_t file) {
+        capture::Sighting sighting = CaptureReader::sightingOf(frame);
+        sighting.origin->file = file;
         const FrameOrigin origin{frame.number, beacon.subtype, frame.time};
         if (!passes(sighting, frame, beacon)) return;
         writer_->write(sighting, origin);
@@ -151,6 +164,7 @@ class FramePrinter {
     }
 
     const DecodeOptions& options_;
+    const std::vector<std::string>& files_;
     std::unique_ptr<RecordWriter> writer_;
     CaptureSummary summary_;
     std::uint64_t cutFrames_ = 0;
@@ -191,8 +205,9 @@ bool complainOfCutFrames(std::span<const Network> networks, const std::vector<st
     return areThere;
 }
 
-void printRecords(std::span<const Network> networks, const DecodeOptions& options) {
-    const auto writer = writerFor(options);
+void printRecords(std::span<const Network> networks, const DecodeOptions& options,
+                  const std::vector<std::string>& files) {
+    const auto writer = writerFor(options, files);
     for (const Network& network : networks) {
         // The record of the sender tells of the others.
         if (network.heard == nullptr) continue;
@@ -224,7 +239,7 @@ int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>&
     } else if (isList(options.format)) {
         printList(networks, options.list, options.format, surroundings);
     } else {
-        printRecords(networks, options);
+        printRecords(networks, options, files);
     }
     // The summary is the line above the prompt.
     std::fflush(stdout);
@@ -244,7 +259,7 @@ int decodeCaptures(const DecodeOptions& options) {
     const CaptureFiles found = findCaptureFiles(options.files);
     for (const std::string& note : found.notes) complain(note);
     for (const std::string& fault : found.faults) complain(fault);
-    const int status = options.isPerFrame ? FramePrinter(options).run(found.paths)
+    const int status = options.isPerFrame ? FramePrinter(options, found.paths).run()
                                           : decodeNetworks(options, found.paths);
     return found.faults.empty() ? status : kExitFailed;
 }

@@ -61,7 +61,8 @@ class FileSurvey {
         addTime(frame.time, capture_);
         const capture::BeaconFrame* const beacon = frame.beacon();
         if (beacon == nullptr) return;
-        const capture::Sighting sighting = CaptureReader::sightingOf(frame);
+        capture::Sighting sighting = CaptureReader::sightingOf(frame);
+        sighting.origin->file = file_;
         const bool isCut = endsInsideAnElement(beacon->elements);
         if (isCut && capture_.cutFrames++ == 0) capture_.firstCut = frame.number;
         survey_.add(sighting, {.subtype = beacon->subtype,

@@ -28,7 +28,7 @@ namespace {
 constexpr std::size_t kFieldColumn = 20;
 constexpr std::size_t kOctetColumn = 18;
 constexpr std::size_t kNestedIndent = 4;  // of each list within another
-constexpr std::size_t kOctetsPerLine = 16;
+constexpr std::size_t kOctetCells = 3;    // of an octet in a row of them
 
 std::string hexOf(air::Octets octets) {
     return ByteBuffer(octets).hex();
@@ -141,11 +141,28 @@ class FieldText : public air::FieldSink {
     std::vector<Group> groups_{{}};
 };
 
-std::string octetLines(air::Octets octets, std::size_t column) {
+// Where octets stand.
+struct OctetRows {
+    std::size_t column;
+    std::size_t count;  // of the octets of a row
+};
+
+// Sixteen stand in a row, or half of them as often as the width asks for it, but never below four.
+OctetRows octetRows(const ElementList& list, const ElementWish& wish) {
+    constexpr std::size_t kMost = 16;
+    constexpr std::size_t kLeast = 4;
+    OctetRows rows{octetColumn(list), kMost};
+    while (rows.count > kLeast && rows.column + kOctetCells * rows.count - 1 > wish.width) {
+        rows.count /= 2;
+    }
+    return rows;
+}
+
+std::string octetLines(air::Octets octets, const OctetRows& rows) {
     std::string lines;
-    for (std::size_t i = 0; i < octets.size(); i += kOctetsPerLine) {
-        const std::size_t count = std::min(kOctetsPerLine, octets.size() - i);
-        lines.append(column, ' ');
+    for (std::size_t i = 0; i < octets.size(); i += rows.count) {
+        const std::size_t count = std::min(rows.count, octets.size() - i);
+        lines.append(rows.column, ' ');
         for (std::size_t k = 0; k < count; ++k) {
             if (k > 0) lines += ' ';
             lines += shownHex(octets.subspan(i + k, 1));
@@ -156,15 +173,14 @@ std::string octetLines(air::Octets octets, std::size_t column) {
 }
 
 // The same with a caret below the octet `index`, or behind the last one, and a note beside it.
-std::string markedOctets(air::Octets octets, std::size_t column, std::size_t index,
+std::string markedOctets(air::Octets octets, const OctetRows& rows, std::size_t index,
                          const std::string& note) {
-    constexpr std::size_t kCells = 3;  // of an octet
-    const std::size_t last = octets.empty() ? 0 : (octets.size() - 1) / kOctetsPerLine;
-    const std::size_t line = std::min(index / kOctetsPerLine, last);
-    const std::size_t end = std::min((line + 1) * kOctetsPerLine, octets.size());
-    const std::size_t place = kCells * (std::min(index, end) - line * kOctetsPerLine);
-    return octetLines(octets.first(end), column) + std::string(column + place, ' ') + "^^ " + note +
-           '\n' + octetLines(octets.subspan(end), column);
+    const std::size_t last = octets.empty() ? 0 : (octets.size() - 1) / rows.count;
+    const std::size_t line = std::min(index / rows.count, last);
+    const std::size_t end = std::min((line + 1) * rows.count, octets.size());
+    const std::size_t place = kOctetCells * (std::min(index, end) - line * rows.count);
+    return octetLines(octets.first(end), rows) + std::string(rows.column + place, ' ') + "^^ " +
+           note + '\n' + octetLines(octets.subspan(end), rows);
 }
 
 std::string idText(air::ElementId id) {
@@ -196,7 +212,8 @@ std::string damageText(const ElementList& list, const air::Element& element, std
                        std::size_t index, const TextWish& wish) {
     return paragraph(bareMargin(list, octet), "the element ends inside the field that begins here",
                      fieldColumn(list), wish.width) +
-           markedOctets(element.octets, octetColumn(list), index, "octet " + std::to_string(octet));
+           markedOctets(element.octets, octetRows(list, wish), index,
+                        "octet " + std::to_string(octet));
 }
 
 std::string summaryLines(const ElementList& list, const std::string& head,
@@ -205,7 +222,7 @@ std::string summaryLines(const ElementList& list, const std::string& head,
     std::string text =
         paragraph(head + (summary.text.empty() ? "" : ": "), summary.text, column, wish.width);
     for (const std::string& line : summary.lines) {
-        text += paragraph(std::string(column, ' ') + line, "", column, wish.width);
+        text += paragraph(std::string(column, ' '), line, column + 2, wish.width);
     }
     return text;
 }
@@ -218,7 +235,7 @@ std::string textOf(const ElementList& list, const air::Element& element, const T
     const auto summary = wish.hasFields ? std::nullopt : elementSummary(list, element, wish.rules);
     if (summary) {
         return summaryLines(list, head, *summary, wish) +
-               (wish.hasOctets ? octetLines(element.body, octetColumn(list)) : "");
+               (wish.hasOctets ? octetLines(element.body, octetRows(list, wish)) : "");
     }
     const bool hasClause = wish.hasFields && !described.clause().empty();
     if (hasClause) head.append(" (").append(described.clause()).append(")");
@@ -228,7 +245,7 @@ std::string textOf(const ElementList& list, const air::Element& element, const T
     std::string text = fields.lines(head);
     if (!damage) {
         const bool areOctetsShown = wish.hasOctets || !described.hasFields();
-        return areOctetsShown ? text + octetLines(element.body, octetColumn(list)) : text;
+        return areOctetsShown ? text + octetLines(element.body, octetRows(list, wish)) : text;
     }
     const std::size_t place = described.octetOf(*damage);
     wish.report.note(place, elementProblem(place, element));
@@ -285,12 +302,12 @@ std::string elementNames(air::ElementRange elements) {
 std::string trailingText(const ElementList& list, const air::TrailingOctets& trailing,
                          const ElementWish& wish) {
     const std::size_t octet = list.offsetOf(trailing.offset);
-    const std::size_t column = octetColumn(list);
+    const OctetRows rows = octetRows(list, wish);
     const auto length = trailing.missingLength();
     if (!length) {
         return paragraph(bareMargin(list, octet), trailingProblem(list, trailing),
                          fieldColumn(list), wish.width) +
-               markedOctets(trailing.octets, column, 0, "octet " + std::to_string(octet));
+               markedOctets(trailing.octets, rows, 0, "octet " + std::to_string(octet));
     }
     const air::ElementId id = idOf(trailing.octets);
     const std::size_t left = trailing.octets.size() - kElementHead;
@@ -300,7 +317,7 @@ std::string trailingText(const ElementList& list, const air::TrailingOctets& tra
     const std::string name(info != nullptr ? info->name : "element");
     return paragraph(margin(list, 'x', octet, idText(id), *length) + name + ": ", told,
                      fieldColumn(list), wish.width) +
-           markedOctets(trailing.octets, column, 1,
+           markedOctets(trailing.octets, rows, 1,
                         "octet " + std::to_string(list.offsetOf(trailing.offset + 1)) + ": length");
 }
 

@@ -9,12 +9,14 @@
 
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/channel.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/generation.h"
 #include "halvane/air/max_rates.h"
 #include "halvane/air/phy_rate.h"
 
 #include "tools/halvane/output/explain_parts.h"
 #include "tools/halvane/output/theme.h"
+#include "tools/halvane/survey/network_details.h"
 
 namespace halvane::tool {
 
@@ -112,10 +114,25 @@ void addRates(std::vector<ReasonRow>& rows, const air::MaxRates& rates) {
     }
 }
 
+// Before Wi-Fi 4 there is no formula: the elements list the rates.
+void addListedRate(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
+    const int rate = networkDetailsOf(bss.elements).highestRate;  // in units of 500 kbit/s
+    if (rate == 0) return;
+    Parts because;
+    for (const auto id : {air::ElementId::SupportedRates, air::ElementId::ExtendedSupportedRates}) {
+        if (bss.places.find(id) != nullptr)
+            because.push_back(part(bss.places.of(id), kCommaJoiner));
+    }
+    because.push_back(part("the highest rate listed", kColonJoiner));
+    const std::string value = std::to_string(rate / 2) + (rate % 2 == 0 ? "" : ".5");
+    rows.push_back({"Rate", {part(value + " Mbit/s")}, std::move(because), Meaning::Header});
+}
+
 }  // namespace
 
 void addRateRows(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
     addGeneration(rows, bss);
+    if (bss.profile.rates.latest() == nullptr) return addListedRate(rows, bss);
     addRates(rows, bss.profile.rates);
 }
 

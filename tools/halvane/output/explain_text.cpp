@@ -85,9 +85,9 @@ std::string headingText(const ExplainedNetwork& network, const ShownText& name,
     return hangingLines({}, Meaning::Plain, parts, Meaning::Header, style);
 }
 
-// "frame 7, beacon, 383 octets of elements; @N is octet N of the 802.11 frame".
-std::string frameText(const capture::Sighting& sighting, std::size_t octets,
-                      const TextStyle& style) {
+// "walk.pcap: frame 7, beacon, 383 octets of elements; @N is octet N of the 802.11 frame".
+std::string frameText(const ExplainedNetwork& network, std::size_t octets, const TextStyle& style) {
+    const capture::Sighting& sighting = network.sighting;
     std::string text;
     std::string_view counted = "elements";
     if (const auto& origin = sighting.origin) {
@@ -96,7 +96,12 @@ std::string frameText(const capture::Sighting& sighting, std::size_t octets,
         counted = "802.11 frame";
     }
     text += std::to_string(octets) + (octets == 1 ? " octet" : " octets") + " of elements";
-    Parts parts = {part(text), part("@N is octet N of the " + std::string(counted))};
+    Parts parts;
+    if (!network.file.empty()) {
+        parts.push_back(TextPart::foreign(shownText(network.file, style.rules)));
+    }
+    parts.push_back(part(text, kColonJoiner));
+    parts.push_back(part("@N is octet N of the " + std::string(counted)));
     if (sighting.isNameRevealed) parts.push_back(part("earlier frames hide the name"));
     return hangingLines({}, Meaning::Plain, parts, Meaning::Secondary, style);
 }
@@ -159,7 +164,7 @@ std::string explainText(const ExplainedNetwork& network, const TextStyle& style)
         profile,    elements, places, sighting.radioFrequency, radioNameOf(sighting.origin),
         style.rules};
     return headingText(network, nameOf(profile, places, style.rules), style) +
-           frameText(sighting, elements.size(), style) + '\n' +
+           frameText(network, elements.size(), style) + '\n' +
            reasonLines(explainRows(bss), style) + findingsText(profile, places, style) +
            sharersText(profile, places, style);
 }

@@ -17,6 +17,7 @@ struct ExplainedNetwork {
     const capture::Sighting& sighting;
     std::string maker = {};          // of its address; empty: not told
     std::optional<int> signal = {};  // dBm
+    std::string file = {};           // of the frame, as given; empty: not told
 };
 
 // Two lines that say which network it is and which frame explains it; a row for each value: what,

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/bss_profile.h"
@@ -64,14 +65,15 @@ class ExplainingWriter : public Writer {
   public:
     using MakerOf = std::function<std::string(const MacAddress&)>;
 
-    ExplainingWriter(std::FILE* stream, const TextStyle& style, MakerOf makerOf)
-        : Writer(stream), style_(style), makerOf_(std::move(makerOf)) {}
+    ExplainingWriter(std::FILE* stream, const TextStyle& style, MakerOf makerOf,
+                     std::vector<std::string> files)
+        : Writer(stream), style_(style), makerOf_(std::move(makerOf)), files_(std::move(files)) {}
 
     void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>&,
                const NetworkStatistics* heard) override {
         if (!std::exchange(isFirst_, false)) put("\n");
         const auto signal = heard != nullptr ? heard->signal.median() : signalOf(sighting);
-        put(explainText({sighting, makerTextOf(sighting), signal}, style_));
+        put(explainText({sighting, makerTextOf(sighting), signal, fileOf(sighting)}, style_));
     }
     void finish() override {}
 
@@ -82,6 +84,9 @@ class ExplainingWriter : public Writer {
         std::string maker = makerOf_(*address);
         return maker == "-" ? "" : maker;
     }
+    std::string fileOf(const capture::Sighting& sighting) const {
+        return sighting.origin && !files_.empty() ? files_.at(sighting.origin->file) : "";
+    }
     static std::optional<int> signalOf(const capture::Sighting& sighting) {
         const auto signal = sighting.record.RSSI();
         if (!signal) return std::nullopt;
@@ -90,6 +95,7 @@ class ExplainingWriter : public Writer {
 
     TextStyle style_;
     MakerOf makerOf_;
+    std::vector<std::string> files_;
     bool isFirst_ = true;
 };
 
@@ -222,8 +228,8 @@ class PropertyListWriter : public Writer {
 
 std::unique_ptr<RecordWriter> RecordWriter::createExplaining(
     std::FILE* stream, const TextStyle& style,
-    std::function<std::string(const MacAddress&)> makerOf) {
-    return std::make_unique<ExplainingWriter>(stream, style, std::move(makerOf));
+    std::function<std::string(const MacAddress&)> makerOf, std::vector<std::string> files) {
+    return std::make_unique<ExplainingWriter>(stream, style, std::move(makerOf), std::move(files));
 }
 
 std::unique_ptr<RecordWriter> RecordWriter::create(Format format, std::FILE* stream,

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "halvane/base/mac_address.h"
 #include "halvane/capture/frame_record.h"
@@ -46,10 +47,11 @@ class RecordWriter {
                                                 MakerOf makerOf = {});
 
     // Writes the profile of each record, with its reasons, in place of the record.
-    // `makerOf` returns the cell of a table for the maker of an address; "-" for none.
+    // `makerOf` returns the cell of a table for the maker of an address; "-" for none. `files` are
+    // the names of those that the origins of the records count; empty: no file is told.
     static std::unique_ptr<RecordWriter> createExplaining(
         std::FILE* stream, const TextStyle& style,
-        std::function<std::string(const MacAddress&)> makerOf);
+        std::function<std::string(const MacAddress&)> makerOf, std::vector<std::string> files = {});
 };
 
 }  // namespace halvane::tool
