@@ -357,6 +357,39 @@ TEST_F(Report, ReadsFilesOfSeveralKindsTogether) {
     }
 }
 
+// As many networks as are told to, each heard once; the last one is the weakest.
+std::vector<Packet> flood(std::uint64_t networks) {
+    constexpr std::size_t kAddress = kRadiotap + 10;  // the sender's, and then the BSSID
+    std::vector<Packet> packets(networks, samplePackets().at(1));
+    for (std::uint64_t i = 0; i < networks; ++i) {
+        Bytes address = {0x02, 0x1A};
+        for (int shift = 24; shift >= 0; shift -= 8) {
+            address.push_back(static_cast<std::uint8_t>(i >> shift));
+        }
+        Bytes& octets = packets[i].octets;
+        for (std::size_t j = 0; j < 2 * address.size(); ++j) {
+            octets.at(kAddress + j) = address[j % address.size()];
+        }
+    }
+    packets.back().octets.at(kSignalAt) = static_cast<std::uint8_t>(-99);
+    return packets;
+}
+
+TEST_F(Report, StaysSmallInAFloodAndKeepsTheOwnNetwork) {
+    std::ofstream(path("flood.pcap"), std::ios::binary) << pcapOf(flood(8000));
+    const auto result = report({"--own=02:1A:00:00:1F:3F", path("flood.pcap")});
+    EXPECT_EQ(result.status, 0);
+    const std::string& page = result.output;
+    EXPECT_LT(page.size(), 11'000'000u);
+    std::size_t rows = 0;
+    for (auto at = page.find("<tbody id="); at != page.npos; at = page.find("<tbody id=", at + 1)) {
+        ++rows;
+    }
+    EXPECT_EQ(rows, 1500u);
+    EXPECT_NE(page.find("<tbody id=\"n-021a00001f3f\""), page.npos);
+    EXPECT_NE(page.find("500 weaker ones are counted above and left out here"), page.npos);
+}
+
 // What takes the line of the progress away.
 constexpr std::string_view kErased = "\r\x1B[K";
 

@@ -23,7 +23,6 @@
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/time_text.h"
 #include "tools/halvane/output/wrapped_text.h"
-#include "tools/halvane/report/findings_part.h"
 #include "tools/halvane/report/page_words.h"
 #include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/network_statistics.h"
