@@ -37,6 +37,7 @@ FILES = (
 TITLE = "</title></style></script><script>hostile=1</script>"
 CROWD = 180  # further networks, so that numbers have many digits
 MAKERS_PREFIX = bytes((0x00, 0x11, 0x22))
+HEADER = struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 65535, 127)
 FRAMES_EACH = 10  # enough for a picture of the signal over time
 
 
@@ -85,7 +86,7 @@ def networks():
 
 
 def capture(seconds=0):
-    data = struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 65535, 127)
+    data = HEADER
     for i, (address, name, channel, signal, is_hostile) in enumerate(networks()):
         for j in range(FRAMES_EACH if is_hostile else 1):
             frame = beacon(address, name, channel, is_hostile)
@@ -108,3 +109,11 @@ def write(folder):
         with open(path, "wb") as file:
             file.write(capture(3600 * i))
     return paths
+
+
+def write_empty(folder):
+    """Writes a capture without packets, and returns its path."""
+    path = os.path.join(folder, "empty.pcap")
+    with open(path, "wb") as file:
+        file.write(HEADER)
+    return path

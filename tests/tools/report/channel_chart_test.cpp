@@ -130,6 +130,10 @@ TEST(ChannelChart, HasBarsForRadiosWithoutSignal) {
     const ParsedPart part(written(writeChannels, maker.data({}, limits)));
     EXPECT_EQ(part.all("//a[contains(@class,'nos')]").size(), 2u);
     EXPECT_NE(part.text("//figure").find("1 radio is counted and not drawn"), std::string::npos);
+    EXPECT_NE(part.text("//svg[@role='img']").find("The signal of no radio is told."),
+              std::string::npos);
+    // None of them is the strongest.
+    EXPECT_TRUE(part.all("//details//a").empty());
 }
 
 TEST(ChannelChart, SaysWhichBandsAreEmpty) {

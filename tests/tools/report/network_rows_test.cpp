@@ -102,6 +102,24 @@ TEST(NetworkRows, SayWhatTheyLeaveOut) {
     EXPECT_NE(text.find("1 weaker one is counted above"), text.npos);
 }
 
+TEST(NetworkRows, HaveRoomForOwnOnesFirst) {
+    ReportMaker maker;
+    for (std::uint8_t i = 0; i < 6; ++i) {
+        maker.add({.name = i == 5 ? "mine" : "x", .lastOctet = i, .signal = -30 - i});
+    }
+    ReportLimits limits;
+    limits.rows = 2;
+    limits.briefRows = 3;
+    const ParsedPart part(written(writeNetworks, maker.data(ownNamed("mine"), limits)));
+    const auto rows = part.all("//tbody[contains(@class,'net')]");
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_STREQ(rows[0].attribute("id").value(), "n-020000000000");
+    EXPECT_STREQ(rows[1].attribute("id").value(), "n-020000000005");
+    const std::string text = textOf(part.root());
+    EXPECT_NE(text.find("The table holds your networks and the strongest others, 2 of 6."),
+              text.npos);
+}
+
 TEST(NetworkRows, StandHostileNames) {
     ReportMaker maker;
     std::uint8_t octet = 0;

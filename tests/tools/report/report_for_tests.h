@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/channel.h"
+
 #include "tests/tools/networks/networks_for_tests.h"
 #include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/report/html_writer.h"

@@ -125,6 +125,15 @@ TEST(ReportPage, IsSafeWithoutNetworks) {
     expectHashes(page);
 }
 
+TEST(ReportPage, SaysWhyThereAreNoNetworks) {
+    ReportData data = ReportMaker().data();
+    const auto text = [&] { return textOf(ParsedPage(reportPage(data)).all("//main").at(0)); };
+    EXPECT_TRUE(text().starts_with("\nNetworksNo network was heard: ")) << text();
+    data.all = 3;
+    EXPECT_TRUE(text().starts_with("\nNetworksNo network passes the filter.")) << text();
+    EXPECT_TRUE(ParsedPage(reportPage(data)).all("//svg|//nav|//figure").empty());
+}
+
 // The pages of the samples, each in itself.
 TEST(ReportPage, ShowsTheSamples) {
     for (const auto& entry : std::filesystem::directory_iterator(HALVANE_SAMPLES)) {
@@ -165,6 +174,40 @@ TEST(ReportPage, HasOctetsOfElementsAsAskedFor) {
     EXPECT_EQ(count(ReportDetails::None), 0u);
     EXPECT_LT(count(ReportDetails::Own), networks.size());
     EXPECT_GT(count(ReportDetails::Own), 0u);
+}
+
+TEST(ReportPage, HasNoMoreOctetsOfElementsThanItsLimits) {
+    const std::string file = HALVANE_SAMPLES "/neighbourhood.pcap";
+    const SurveyOfFiles survey = surveyFiles({file}, {});
+    const auto networks = survey.survey.networks();
+    const auto page = [&](const ReportLimits& limits, ReportDetails details) {
+        return ParsedPage(reportPage(reportData({.networks = networks,
+                                                 .files = {file},
+                                                 .captures = survey.captures,
+                                                 .all = networks.size()},
+                                                {.details = details}, limits)));
+    };
+    const auto octets = [&](const ReportLimits& limits, ReportDetails details) {
+        return page(limits, details).all("//details[@class='els']").size();
+    };
+    ReportLimits few;
+    few.withOctets = 2;
+    ReportLimits small;
+    small.octets = 300;
+    EXPECT_EQ(octets(few, ReportDetails::Auto), 2u);
+    EXPECT_EQ(octets(small, ReportDetails::Auto), 2u);
+    EXPECT_EQ(octets(few, ReportDetails::All), networks.size());
+    EXPECT_NE(textOf(page(few, ReportDetails::Auto).root())
+                  .find("6 rows have no octets of elements; --details=all puts all there."),
+              std::string::npos);
+
+    ReportLimits narrow;
+    narrow.rowOctets = 300;
+    const ParsedPage parsed = page(narrow, ReportDetails::Auto);
+    EXPECT_EQ(parsed.all("//tbody[@data-t]").size(), 2u);
+    EXPECT_NE(textOf(parsed.root()).find("The table holds the strongest 2 networks of 8."),
+              std::string::npos);
+    expectSafe(reportPage(reportData({.networks = networks, .captures = {}}, {}, narrow)));
 }
 
 TEST(ReportPage, SaysWhatAFilterAndALimitLeft) {

@@ -38,6 +38,7 @@ constexpr double kBarGap = 8;
 constexpr double kFoot = 4;
 constexpr double kCellInset = 0.06;   // per cent
 constexpr double kRangeInset = 0.15;  // per cent
+constexpr int kMiddleSignal = -55;    // dBm, at half the height
 constexpr std::size_t kCellSteps = 4;
 constexpr std::size_t kOwnBonus = 6;  // dB
 
@@ -50,8 +51,8 @@ struct BandPicture {
 };
 constexpr BandPicture kPictures[] = {
     {air::Band::Ghz2, "24", "scroll ch24", {592, 1010, 1310}},
-    {air::Band::Ghz5, "5", "scroll ch5", {752, 1010, 1310}},
-    {air::Band::Ghz6, "6", "scroll ch6", {752, 1010, 1310}},
+    {air::Band::Ghz5, "5", "scroll ch5", {692, 1010, 1310}},
+    {air::Band::Ghz6, "6", "scroll ch6", {692, 1010, 1310}},
 };
 constexpr std::array<Markup, 3> kLevels = {"l0", "l1", "l2"};
 constexpr std::array<Markup, 3> kLevelNotes = {"m-l0", "m-l1", "m-l2"};
@@ -158,6 +159,10 @@ class ChannelChart {
         writeCells();
         for (const std::size_t index : shapes_) {
             writeShape(html_, data_, data_.radios[index], {scale_, picture_.key});
+        }
+        if (shapes_.empty()) {
+            html_ << "<text x=\"50%\" y=\"" << Fixed{ChartScale::yOf(kMiddleSignal), 0}
+                  << "\" class=\"pt\">The signal of no radio is told.</text>\n";
         }
         html_.append(bars);
         writeTold();
@@ -410,10 +415,9 @@ class ChannelChart {
     void writeTableRow(const ChannelCell& cell) {
         html_ << "<tr><th scope=\"row\">" << cell.number << "</th><td>" << cell.radios
               << "</td><td>" << cell.networks << "</td><td>" << cell.primaries << "</td><td>";
-        writeLink(html_, *cell.strongest);
-        html_ << " ";
         if (cell.strongest->signal) {
-            html_ << HtmlText{signedText(*cell.strongest->signal)};
+            writeLink(html_, *cell.strongest);
+            html_ << " " << HtmlText{signedText(*cell.strongest->signal)};
         } else {
             html_ << untold();
         }

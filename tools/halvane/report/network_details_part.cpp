@@ -23,7 +23,6 @@
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/time_text.h"
 #include "tools/halvane/output/wrapped_text.h"
-#include "tools/halvane/report/findings_part.h"
 #include "tools/halvane/report/page_words.h"
 #include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/network_statistics.h"
@@ -213,25 +212,8 @@ class DetailsWriter {
         html_ << "</ul>";
     }
 
-    bool hasOctets() const {
-        const FindingCounts counts = findingCounts(network_);
-        const bool isNotable = network_.isOwn || countOf(counts, air::Severity::Error) > 0 ||
-                               countOf(counts, air::Severity::Warning) > 0;
-        switch (data_.options.details) {
-            case ReportDetails::All:
-                return true;
-            case ReportDetails::None:
-                return false;
-            case ReportDetails::Own:
-                return isNotable;
-            case ReportDetails::Auto:
-                break;
-        }
-        return isNotable || data_.networks.size() <= ReportLimits::kMostWithOctets;
-    }
-
     void writeElements() {
-        if (network_.network.heard == nullptr || !hasOctets()) return;
+        if (network_.network.heard == nullptr || !network_.hasOctets) return;
         const capture::Sighting sighting = network_.network.heard->sighting();
         const auto& buffer = sighting.record.ieBuffer();
         if (!buffer) return;

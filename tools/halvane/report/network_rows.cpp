@@ -306,7 +306,7 @@ static_assert(std::size(kColumns) == 14);
 void writeFilter(HtmlWriter& html, const ReportData& data) {
     html << "<form class=\"filter js-only\" role=\"search\" aria-label=\"Filter the networks\">"
             "<label class=\"ft\">Filter <input type=\"search\" id=\"q\" placeholder=\"name, "
-            "address, maker, WPA3, ch36 \u2026\" autocomplete=\"off\" spellcheck=\"false\"/>"
+            "maker, WPA3, ch36 \u2026\" autocomplete=\"off\" spellcheck=\"false\"/>"
             "</label>\n<fieldset><legend class=\"vh\">Band</legend>"
             "<label class=\"chip\"><input type=\"checkbox\" name=\"b\" value=\"2.4\" "
             "checked=\"checked\"/><span>2.4</span></label>"
@@ -322,8 +322,7 @@ void writeFilter(HtmlWriter& html, const ReportData& data) {
             "warnings</span></label>\n<label class=\"srt\">Sort <select id=\"srt\"></select>"
             "</label><button type=\"reset\">Show all</button><p id=\"count\" role=\"status\" "
             "aria-live=\"polite\">"
-         << HtmlText{countedText(std::min(data.networks.size(), data.limits.rows), "network",
-                                 "networks")}
+         << HtmlText{countedText(data.countOf(ReportNetwork::Place::Row), "network", "networks")}
          << "</p></form>\n<noscript><p class=\"foot\">Without scripts the "
             "table neither sorts nor filters; everything else works, and a name opens its "
             "details.</p></noscript>\n";
@@ -346,13 +345,29 @@ void writeBriefRow(HtmlWriter& html, const ReportNetwork& network) {
          << "</td></tr>\n";
 }
 
+void writeOctetsNote(HtmlWriter& html, const ReportData& data) {
+    if (data.options.details != ReportDetails::Auto) return;
+    const auto lacks = [](const ReportNetwork& network) {
+        return network.place == ReportNetwork::Place::Row && network.network.heard != nullptr &&
+               !network.hasOctets;
+    };
+    if (std::ranges::none_of(data.networks, lacks)) return;
+    html << "<p class=\"foot\">To keep the page small, "
+         << HtmlText{countedText(
+                static_cast<std::size_t>(std::ranges::count_if(data.networks, lacks)), "row has",
+                "rows have")}
+         << " no octets of elements; <code>--details=all</code> puts all there.</p>";
+}
+
 void writeFurther(HtmlWriter& html, const ReportData& data) {
-    const std::size_t rows = std::min(data.networks.size(), data.limits.rows);
+    const std::size_t rows = data.countOf(ReportNetwork::Place::Row);
+    const std::size_t brief = data.countOf(ReportNetwork::Place::BriefRow);
     const std::size_t further = data.networks.size() - rows;
     if (further == 0) return;
-    const std::size_t brief = std::min(further, data.limits.briefRows);
-    html << "<p class=\"foot\">The table holds the strongest " << HtmlText{groupedText(rows)}
-         << " networks of " << HtmlText{groupedText(data.networks.size())} << ".</p>";
+    html << "<p class=\"foot\">The table holds "
+         << (data.hasOwn ? Markup("your networks and the strongest others, ") : "the strongest ")
+         << HtmlText{groupedText(rows)} << (data.hasOwn ? Markup(" of ") : " networks of ")
+         << HtmlText{groupedText(data.networks.size())} << ".</p>";
     html << "<details class=\"alt\"><summary>"
          << HtmlText{countedText(brief, "further network", "further networks")}
          << ", a line each</summary><div class=\"scroll\" tabindex=\"0\" role=\"group\" "
@@ -388,6 +403,7 @@ void writeNetworks(HtmlWriter& html, const ReportData& data) {
     }
     html << "</table><div id=\"empty\" hidden=\"hidden\"><p>No network passes the filter.</p>"
             "<button type=\"button\" id=\"again\">Show all</button></div>\n";
+    writeOctetsNote(html, data);
     writeFurther(html, data);
     html << "</section>\n";
 }

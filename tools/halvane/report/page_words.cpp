@@ -94,6 +94,7 @@ void writeLinkAndAddress(HtmlWriter& html, const ReportNetwork& network) {
 std::string idsOf(const ReportData& data, std::span<const std::size_t> networks) {
     std::string ids;
     for (const std::size_t index : networks) {
+        if (data.networks[index].place != ReportNetwork::Place::Row) continue;
         if (!ids.empty()) ids += ' ';
         ids += data.networks[index].id;
     }

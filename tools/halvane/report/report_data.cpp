@@ -4,8 +4,10 @@
 #include <array>
 #include <utility>
 
+#include "halvane/air/finding.h"
 #include "halvane/base/ascii_internal.h"
 #include "halvane/base/mac_address.h"
+#include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/networks/network_groups.h"
 
@@ -50,10 +52,66 @@ std::vector<ReportNetwork> reportNetworks(std::vector<Network>&& sorted,
     return networks;
 }
 
-void placeNetworks(std::vector<ReportNetwork>& networks, const ReportLimits& limits) {
-    for (std::size_t i = limits.rows; i < networks.size(); ++i) {
-        networks[i].place = i - limits.rows < limits.briefRows ? ReportNetwork::Place::BriefRow
-                                                               : ReportNetwork::Place::Nowhere;
+// Own ones first, and then the strongest: a flood of strong ones pushes nobody's own off the page.
+std::vector<ReportNetwork*> byImportance(std::vector<ReportNetwork>& networks) {
+    std::vector<ReportNetwork*> order;
+    order.reserve(networks.size());
+    for (const bool isOwn : {true, false}) {
+        for (ReportNetwork& network : networks) {
+            if (network.isOwn == isOwn) order.push_back(&network);
+        }
+    }
+    return order;
+}
+
+bool isNotable(const ReportNetwork& network) {
+    const auto isGrave = [](const air::Finding& finding) {
+        return finding.info().severity != air::Severity::Note;
+    };
+    return network.isOwn || std::ranges::any_of(network.network.profile.findings, isGrave);
+}
+
+std::size_t octetsOf(const Network& network) {
+    if (network.heard == nullptr) return 0;
+    const capture::Sighting sighting = network.heard->sighting();
+    const auto& elements = sighting.record.ieBuffer();
+    return elements ? elements->bytes().size() : 0;
+}
+
+// Details grow with the elements that they explain.
+std::size_t rowCount(std::span<ReportNetwork* const> order, const ReportLimits& limits) {
+    const std::size_t most = std::min(order.size(), limits.rows);
+    std::size_t octets = 0;
+    for (std::size_t i = 0; i < most; ++i) {
+        octets += octetsOf(order[i]->network);
+        if (octets > limits.rowOctets) return i;
+    }
+    return most;
+}
+
+void placeNetworks(std::span<ReportNetwork* const> order, const ReportLimits& limits) {
+    const std::size_t rows = rowCount(order, limits);
+    for (std::size_t i = rows; i < order.size(); ++i) {
+        order[i]->place = i - rows < limits.briefRows ? ReportNetwork::Place::BriefRow
+                                                      : ReportNetwork::Place::Nowhere;
+    }
+}
+
+void chooseOctets(std::span<ReportNetwork* const> order, ReportDetails details,
+                  const ReportLimits& limits) {
+    if (details == ReportDetails::None) return;
+    const bool isBound = details == ReportDetails::Auto;
+    const bool hasAll =
+        details == ReportDetails::All || (isBound && order.size() <= limits.withOctets);
+    std::size_t count = 0;
+    std::size_t octets = 0;
+    for (ReportNetwork* const network : order) {
+        if (network->place != ReportNetwork::Place::Row) return;
+        if (!hasAll && !isNotable(*network)) continue;
+        octets += octetsOf(network->network);
+        if (isBound && (count == limits.withOctets || octets > limits.octets)) return;
+        network->hasOctets = true;
+        ++count;
     }
 }
 
@@ -81,6 +139,10 @@ void connect(std::vector<Radio>& radios, std::vector<ReportNetwork>& networks) {
 
 }  // namespace
 
+std::size_t ReportData::countOf(ReportNetwork::Place place) const {
+    return static_cast<std::size_t>(std::ranges::count(networks, place, &ReportNetwork::place));
+}
+
 std::optional<air::Band> ReportData::bandOf(const Radio& radio) const {
     const auto& band = channelOf(radio).band;
     return band ? std::optional(**band) : std::nullopt;
@@ -97,7 +159,9 @@ ReportData reportData(ReportSource source, ReportOptions options, ReportLimits l
                              [](const Network& network) { return signalOf(network); });
     data.radios = groupRadios(source.networks);
     data.networks = reportNetworks(std::move(source.networks), options);
-    placeNetworks(data.networks, limits);
+    const auto order = byImportance(data.networks);
+    placeNetworks(order, limits);
+    chooseOctets(order, options.details, limits);
     connect(data.radios, data.networks);
     data.hasOwn = static_cast<bool>(options.isOwn);
     data.files = std::move(source.files);

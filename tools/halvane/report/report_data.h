@@ -24,7 +24,7 @@ namespace halvane::tool {
 
 // Which networks have the octets of their elements on the page.
 enum class ReportDetails {
-    Auto,  // all up to kMostWithOctets networks, otherwise as Own
+    Auto,  // all of a small survey, as Own of a large one, within ReportLimits
     All,
     Own,  // own networks, and those with errors or warnings
     None,
@@ -41,15 +41,17 @@ struct ReportOptions {
 
 // The bounds of the page. What is beyond is counted, and a line says so.
 struct ReportLimits {
-    static constexpr std::size_t kMostWithOctets = 500;
-    std::size_t rows = 2000;         // networks in the table
-    std::size_t briefRows = 8000;    // further ones, a line each
-    std::size_t shapes = 300;        // radios in a chart
-    std::size_t untoldRows = 12;     // rows of radios without a signal below a chart
-    std::size_t pictures = 48;       // of the signal over time, for each stretch of time
-    std::size_t morePictures = 152;  // further ones, closed
-    std::size_t stretches = 24;      // of time
-    std::size_t findingNames = 200;  // networks of one finding
+    std::size_t rows = 1500;            // networks in the table
+    std::size_t rowOctets = 1'000'000;  // of elements of these networks, which details explain
+    std::size_t briefRows = 6000;       // further networks, a line each
+    std::size_t withOctets = 500;       // networks whose elements have octets, and how many of
+    std::size_t octets = 500'000;       // them, unless others are asked for
+    std::size_t shapes = 300;           // radios in a chart
+    std::size_t untoldRows = 12;        // rows of radios without a signal below a chart
+    std::size_t pictures = 48;          // of the signal over time, for each stretch of time
+    std::size_t morePictures = 152;     // further ones, closed
+    std::size_t stretches = 24;         // of time
+    std::size_t findingNames = 200;     // networks of one finding
 };
 
 struct ReportNetwork {
@@ -64,6 +66,7 @@ struct ReportNetwork {
     std::optional<int> signal{};  // median, dBm
     std::size_t radio = 0;        // index
     Place place = Place::Row;
+    bool hasOctets = false;  // of its elements, in its row
 };
 
 // One access point's channel.
@@ -74,7 +77,7 @@ struct Radio {
 };
 
 struct ReportData {
-    std::vector<ReportNetwork> networks{};  // the strongest first
+    std::vector<ReportNetwork> networks{};  // the strongest first; own ones have rows before others
     std::vector<Radio> radios{};            // the strongest first
     bool hasOwn = false;                    // own networks are told from others
     std::vector<std::string> files{};
@@ -83,6 +86,9 @@ struct ReportData {
     std::uint64_t letGo = 0;                      // networks that were forgotten
     ReportOptions options{};
     ReportLimits limits{};
+
+    // The networks there.
+    std::size_t countOf(ReportNetwork::Place place) const;
 
     const ReportNetwork& strongestOf(const Radio& radio) const {
         return networks[radio.networks.front()];

@@ -93,6 +93,13 @@ void writeLede(HtmlWriter& html, const ReportData& data) {
     html << "</p>";
 }
 
+void writeNavigation(HtmlWriter& html) {
+    html << "<nav class=\"wrap\" aria-label=\"Parts of this page\"><ul>"
+            "<li><a href=\"#channels\">Channels</a></li><li><a href=\"#signal\">Signal</a></li>"
+            "<li><a href=\"#shares\">Shares</a></li><li><a href=\"#findings\">Findings</a></li>"
+            "<li><a href=\"#networks\">Networks</a></li></ul></nav>";
+}
+
 void writeTop(HtmlWriter& html, const ReportData& data) {
     html
         << "<body>\n<a class=\"skip\" href=\"#networks\">Skip to the table of networks</a>\n"
@@ -101,12 +108,9 @@ void writeTop(HtmlWriter& html, const ReportData& data) {
         << HtmlText{titleOf(data)} << "</h1>";
     writeLede(html, data);
     html << "</div>\n<div class=\"tools js-only\"><button type=\"button\" id=\"theme\" "
-            "aria-label=\"Colours: as the system\">Colours: system</button></div></div>\n"
-            "<nav class=\"wrap\" aria-label=\"Parts of this page\"><ul>"
-            "<li><a href=\"#channels\">Channels</a></li><li><a href=\"#signal\">Signal</a></li>"
-            "<li><a href=\"#shares\">Shares</a></li><li><a href=\"#findings\">Findings</a></li>"
-            "<li><a href=\"#networks\">Networks</a></li></ul></nav></header>"
-            "<main class=\"wrap\">\n";
+            "aria-label=\"Colours: as the system\">Colours: system</button></div></div>\n";
+    if (!data.networks.empty()) writeNavigation(html);
+    html << "</header><main class=\"wrap\">\n";
 }
 
 // --- Numbers ---
@@ -205,6 +209,25 @@ void writeCaptures(HtmlWriter& html, const ReportData& data) {
     html << "</tbody></table></div></section>\n";
 }
 
+// In place of all parts about networks.
+void writeNothing(HtmlWriter& html, const ReportData& data) {
+    html << "<section id=\"networks\"><h2>Networks</h2><p class=\"intro\">"
+         << (data.all > 0 ? Markup("No network passes the filter.")
+                          : "No network was heard: the captures hold no beacon and no probe "
+                            "response that can be read.")
+         << "</p></section>\n";
+}
+
+void writeParts(HtmlWriter& html, const ReportData& data) {
+    writeNumbers(html, data);
+    writeInShort(html, data);
+    writeChannels(html, data);
+    writeSignals(html, data);
+    writeShares(html, data);
+    writeFindings(html, data);
+    writeNetworks(html, data);
+}
+
 void writeEnd(HtmlWriter& html) {
     html
         << "</main><footer class=\"wrap\"><p>Made by <b>halvane report</b>. This page is whole: it "
@@ -220,13 +243,11 @@ std::string reportPage(const ReportData& data) {
     HtmlWriter html;
     writeHead(html, data);
     writeTop(html, data);
-    writeNumbers(html, data);
-    writeInShort(html, data);
-    writeChannels(html, data);
-    writeSignals(html, data);
-    writeShares(html, data);
-    writeFindings(html, data);
-    writeNetworks(html, data);
+    if (data.networks.empty()) {
+        writeNothing(html, data);
+    } else {
+        writeParts(html, data);
+    }
     writeCaptures(html, data);
     writeEnd(html);
     return html.take();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -28,9 +29,8 @@ constexpr int kWeakest = -95;
 
 struct Picture {
     const ReportNetwork* network;
-    std::vector<SignalPoint> points{};
-    std::uint64_t count = 0;
-    double mean = 0;
+    std::uint64_t count = 0;  // of measurements
+    double mean = 0;          // dBm
 };
 
 double yOf(double signal) {
@@ -55,11 +55,13 @@ class PictureWriter {
     PictureWriter(HtmlWriter& html, const ReportData& data, const Stretch& stretch)
         : html_(html),
           data_(data),
+          stretch_(stretch),
           length_(static_cast<double>(saturatedDifference(stretch.end, stretch.begin))),
           bins_(binsOf(stretch)) {}
 
     void write(const Picture& picture) {
         const ReportNetwork& network = *picture.network;
+        const auto points = pointsOf(network.network.statistics->history, stretch_);
         html_ << "<li class=\"mult " << classOf(tintOf(data_, network.isOwn)) << "\" data-n=\""
               << HtmlText{network.id} << "\"><p class=\"mh\">";
         writeLink(html_, network);
@@ -71,9 +73,9 @@ class PictureWriter {
             html_ << "<line x1=\"0\" x2=\"240\" y1=\"" << Fixed{yOf(signal)} << "\" y2=\""
                   << Fixed{yOf(signal)} << "\" class=\"grid\"/>";
         }
-        for (const auto run : runsOf(picture.points, gapOf(network))) writeRun(run);
+        for (const auto run : runsOf(points, gapOf(network))) writeRun(run);
         html_ << "</svg><p class=\"mf\"><span>";
-        writeFoot(picture);
+        writeFoot(picture, points);
         html_ << "</p></li>";
     }
 
@@ -110,10 +112,10 @@ class PictureWriter {
               << "\" class=\"dot\"/>";
     }
 
-    void writeFoot(const Picture& picture) {
+    void writeFoot(const Picture& picture, std::span<const SignalPoint> points) {
         int least = 0;
         int greatest = kWeakest * 2;
-        for (const SignalPoint& point : picture.points) {
+        for (const SignalPoint& point : points) {
             least = std::min(least, point.least);
             greatest = std::max(greatest, point.greatest);
         }
@@ -127,25 +129,43 @@ class PictureWriter {
 
     HtmlWriter& html_;
     const ReportData& data_;
+    const Stretch& stretch_;
     const double length_;  // nanoseconds
     const int bins_;
 };
 
+// Nothing if the network was not measured often enough. The points are left out: a flood of
+// networks has far more pictures than the page shows.
+std::optional<Picture> pictureOf(const ReportNetwork& network, const Stretch& stretch) {
+    // Statistics of another network's frames are told there.
+    if (network.network.heard == nullptr) return std::nullopt;
+    Picture picture{&network};
+    for (const SignalPoint& point : pointsOf(network.network.statistics->history, stretch)) {
+        picture.mean += point.mean * static_cast<double>(point.count);
+        picture.count += point.count;
+    }
+    if (picture.count < kLeastCount) return std::nullopt;
+    picture.mean /= static_cast<double>(picture.count);
+    return picture;
+}
+
+bool hasPicture(const ReportData& data, const Stretch& stretch) {
+    return std::ranges::any_of(data.networks, [&](const ReportNetwork& network) {
+        return pictureOf(network, stretch).has_value();
+    });
+}
+
+// The strongest first. Where there are too many, own ones come before all others.
 std::vector<Picture> picturesOf(const ReportData& data, const Stretch& stretch) {
     std::vector<Picture> pictures;
     for (const ReportNetwork& network : data.networks) {
-        // Statistics of another network's frames are told there.
-        if (network.network.heard == nullptr) continue;
-        Picture picture{&network, pointsOf(network.network.statistics->history, stretch)};
-        for (const SignalPoint& point : picture.points) {
-            picture.mean += point.mean * static_cast<double>(point.count);
-            picture.count += point.count;
-        }
-        if (picture.count < kLeastCount) continue;
-        picture.mean /= static_cast<double>(picture.count);
-        pictures.push_back(std::move(picture));
+        if (const auto picture = pictureOf(network, stretch)) pictures.push_back(*picture);
     }
     std::ranges::stable_sort(pictures, std::greater(), &Picture::mean);
+    if (pictures.size() > data.limits.pictures) {
+        std::stable_partition(pictures.begin(), pictures.end(),
+                              [](const Picture& picture) { return picture.network->isOwn; });
+    }
     return pictures;
 }
 
@@ -176,6 +196,22 @@ void writeStretch(HtmlWriter& html, const ReportData& data, const Stretch& stret
     if (left == 0) return;
     html << "<p class=\"foot\">" << HtmlText{countedText(left, "network", "networks")}
          << " without a picture, for want of room.</p>";
+}
+
+constexpr Markup kIntro =
+    "<p class=\"intro\">One small picture a network that was measured 8 times or more: from left "
+    "to "
+    "right the whole capture, lines at \u221230, \u221250, \u221270 and \u221290 dBm. The curve is "
+    "the mean, the shade behind it the least to the greatest.</p>";
+
+Markup reasonForNone(const ReportData& data) {
+    const auto hasTime = [](const SurveyedCapture& capture) {
+        return capture.firstTime.has_value();
+    };
+    const auto hasSignal = [](const ReportNetwork& network) { return network.signal.has_value(); };
+    if (std::ranges::none_of(data.networks, hasSignal)) return "The captures tell no signals.";
+    if (std::ranges::none_of(data.captures, hasTime)) return "The captures tell no times.";
+    return "No network was measured 8 times or more.";
 }
 
 }  // namespace
@@ -209,10 +245,16 @@ std::vector<SignalPoint> pointsOf(const SignalHistory& history, const Stretch& s
     const auto slot = static_cast<double>(history.slotLength());
     const auto begin = static_cast<double>(stretch.begin);
     const double length = std::max(static_cast<double>(stretch.end) - begin, 1.0);
+    const auto startOf = [&](const SignalHistory::Slot& heard) {
+        return static_cast<double>(heard.index) * slot;
+    };
+    const auto slots = history.slots();
+    auto first = std::ranges::partition_point(
+        slots, [&](const SignalHistory::Slot& heard) { return startOf(heard) + slot < begin; });
     std::vector<SignalPoint> points;
-    for (const SignalHistory::Slot& heard : history.slots()) {
-        const double start = static_cast<double>(heard.index) * slot;
-        if (start + slot < begin || start > begin + length) continue;
+    for (const SignalHistory::Slot& heard : std::span(first, slots.end())) {
+        const double start = startOf(heard);
+        if (start > begin + length) break;
         const double part = (start + slot / 2 - begin) / length;
         const int bin = std::clamp(static_cast<int>(part * bins), 0, bins - 1);
         if (points.empty() || points.back().bin != bin) {
@@ -231,27 +273,20 @@ std::vector<SignalPoint> pointsOf(const SignalHistory& history, const Stretch& s
 }
 
 void writeSignals(HtmlWriter& html, const ReportData& data) {
-    html
-        << "<section id=\"signal\"><h2>Signal over time</h2><p class=\"intro\">One small picture a "
-           "network that was measured 8 times or more: from left to right the whole capture, lines "
-           "at \u221230, \u221250, \u221270 and \u221290 dBm. The curve is the mean, the shade "
-           "behind it the least to the greatest.</p>";
+    html << "<section id=\"signal\"><h2>Signal over time</h2>";
     std::size_t shown = 0;
     std::size_t left = 0;
     for (const Stretch& stretch : stretchesOf(data.captures)) {
-        const auto pictures = picturesOf(data, stretch);
-        if (pictures.empty()) continue;
         if (shown == data.limits.stretches) {
-            ++left;
+            left += hasPicture(data, stretch) ? 1 : 0;
             continue;
         }
-        ++shown;
+        const auto pictures = picturesOf(data, stretch);
+        if (pictures.empty()) continue;
+        if (shown++ == 0) html << kIntro;
         writeStretch(html, data, stretch, pictures);
     }
-    if (shown == 0) {
-        html << "<p class=\"foot\">No network was measured often enough, or the captures tell "
-                "neither times nor signals.</p>";
-    }
+    if (shown == 0) html << "<p class=\"foot\">" << reasonForNone(data) << "</p>";
     if (left > 0) {
         html << "<p class=\"foot\">" << HtmlText{countedText(left, "capture", "captures")}
              << " without pictures, for want of room.</p>";

@@ -8,13 +8,12 @@
         root = d.documentElement;
     root.classList.add('js');
     const tab = $('#nets'),
-        nets = $$('tbody.net', tab),
+        nets = $$('tbody.net'),
         q = $('#q'),
         form = $('.filter'),
         count = $('#count'),
         empty = $('#empty'),
         srt = $('#srt');
-    const everything = count.textContent;
     // theme: system, light, dark; kept for this visit only
     const th = $('#theme'),
         T = ['system', 'light', 'dark'];
@@ -26,6 +25,9 @@
         th.textContent = 'Colours: ' + T[ti];
         th.setAttribute('aria-label', 'Colours: ' + (ti ? T[ti] : 'as the system'));
     });
+    // a page without networks has no more to do
+    if (!tab) return;
+    const everything = count.textContent;
     // sort
     const ths = [...tab.tHead.rows[0].cells],
         text = new Set(['name', 'maker']);
@@ -104,15 +106,15 @@
             n.hidden = !ok;
             if (ok) on.add(n.id);
         }
+        // What the table does not hold fades with the first that is filtered out.
+        const all = on.size === nets.length;
         for (const [m, ids] of marks) {
-            const off = !ids.some((i) => on.has(i));
+            const off = !all && !ids.some((i) => on.has(i));
             m.classList.toggle('off', off);
             if (m.classList.contains('mult')) m.hidden = off;
         }
         count.textContent =
-            on.size === nets.length
-                ? everything
-                : on.size + ' of ' + everything;
+            all ? everything : on.size + ' of ' + everything;
         empty.hidden = on.size > 0;
         tab.hidden = on.size === 0;
     }
