@@ -156,7 +156,7 @@ TEST_F(OneNetworkScreen, LosesWordsAsTheWidthDoes) {
 TEST_F(OneNetworkScreen, IsNeverTooWide) {
     hear(-53, 1s, 60s);
     for (std::size_t width = 1; width <= 240; ++width) {
-        for (const std::size_t height : {1, 11, 12, 14, 24}) {
+        for (const std::size_t height : {1u, 11u, 12u, 14u, 24u}) {
             view_.width = width;
             view_.height = height;
             for (const std::string& line : drawn()) {

@@ -103,7 +103,7 @@ TEST(WatchKeysScreen, NamesEachKey) {
 
 TEST(WatchKeysScreen, FitsTheTerminal) {
     for (std::size_t width = 1; width <= 240; ++width) {
-        for (const std::size_t height : {1, 5, 24}) {
+        for (const std::size_t height : {1u, 5u, 24u}) {
             const auto lines = watchKeysScreen(width, height, {});
             EXPECT_LE(lines.size(), height);
             EXPECT_THAT(lines, Each(::testing::SizeIs(::testing::Le(width))));

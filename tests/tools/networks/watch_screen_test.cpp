@@ -72,7 +72,7 @@ class WatchScreen : public ::testing::Test {
 
     Lines drawn(std::size_t width, std::size_t height, const Theme& theme = {}) {
         return watchScreen({.rows = rows_,
-                            .all = 14,
+                            .all = all_,
                             .columns = columns_,
                             .choices = choices_,
                             .first = first_,
@@ -87,6 +87,7 @@ class WatchScreen : public ::testing::Test {
     std::vector<const NetworkColumn*> columns_;
     WatchChoices choices_;
     std::size_t first_ = 0;
+    std::size_t all_ = 14;
     WatchStatus status_{.interfaces = "wlan1mon",
                         .channel = 1,
                         .counts = {.networks = 14, .isNew = 1, .lost = 1},
@@ -151,7 +152,7 @@ TEST_F(WatchScreen, LosesColumnsOnNarrowTerminals) {
 TEST_F(WatchScreen, HasTheLinesOfTheTerminalAndNoneIsTooWide) {
     addWalk();
     for (std::size_t width = 20; width <= 240; ++width) {
-        for (const std::size_t height : {1, 2, 4, 10}) {
+        for (const std::size_t height : {1u, 2u, 4u, 10u}) {
             for (const Grouping grouping : {Grouping::None, Grouping::Name, Grouping::Radio}) {
                 choices_.grouping = grouping;
                 const Lines lines = drawn(width, height);
@@ -223,6 +224,8 @@ TEST_F(WatchScreen, ShowsGroups) {
 TEST_F(WatchScreen, SaysThatNothingPasses) {
     EXPECT_EQ(drawn(80, 10)[2], "   no network of 14 passes the filter");
     EXPECT_EQ(drawn(20, 10)[1], "   no network of 14 ");
+    all_ = 0;  // it is quiet
+    EXPECT_EQ(drawn(80, 10)[2], "");
 }
 
 TEST_F(WatchScreen, ShowsWhatIsTypedEvenOnFewLines) {

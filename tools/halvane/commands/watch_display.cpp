@@ -11,6 +11,7 @@
 
 #include "tools/halvane/commands/list_output.h"
 #include "tools/halvane/networks/network_columns.h"
+#include "tools/halvane/networks/network_order.h"
 #include "tools/halvane/networks/one_network_screen.h"
 #include "tools/halvane/networks/watch_foot.h"
 #include "tools/halvane/networks/watch_keys_screen.h"
@@ -108,9 +109,10 @@ std::vector<std::string> WatchDisplay::lines(const WatchStatus& status, WatchLis
     const Surroundings output = surroundingsOf(stdout);
     const Theme theme(options_.list.color, output);
     const auto networks = list_.rows(watchFilter(options_.list.filter, choices_));
+    const std::size_t all = networks.empty() ? list_.rows({}).size() : networks.size();
     forgetLostRow(networks);
     const WatchView view{.rows = networks,
-                         .all = status.counts.networks,
+                         .all = all,
                          .columns = options_.list.columns,
                          .choices = choices_,
                          .width = options_.list.width.value_or(output.columns.value_or(80)),

@@ -1,6 +1,7 @@
 #include "tools/halvane/networks/watch_choices.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "halvane/base/utf8_internal.h"

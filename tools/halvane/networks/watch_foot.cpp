@@ -5,6 +5,7 @@
 
 #include "halvane/air/channel.h"
 
+#include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/output/cell_text.h"
 #include "tools/halvane/output/shown_text.h"
 

@@ -12,6 +12,7 @@
 #include "tools/halvane/networks/network_table.h"
 #include "tools/halvane/networks/watch_foot.h"
 #include "tools/halvane/output/glyphs.h"
+#include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/unicode.h"
 
 namespace halvane::tool {

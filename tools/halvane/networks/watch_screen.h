@@ -36,7 +36,7 @@ struct WatchStatus {
 
 struct WatchView {
     std::span<const Network> rows{};              // that pass
-    std::size_t all = 0;                          // networks, whether they pass or not
+    std::size_t all = 0;                          // rows, whether they pass or not
     std::vector<const NetworkColumn*> columns{};  // empty: those of the width
     WatchChoices choices{};
     std::size_t first = 0;  // of the rows of the screen, the one that stands first
