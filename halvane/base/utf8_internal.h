@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace halvane {
@@ -67,6 +68,21 @@ inline std::optional<Utf8Character> firstUtf8Character(std::string_view text) {
     const std::uint8_t first = byteAt(text, 0);
     if (first < 0x80) return Utf8Character{first, 1};
     return multiByteCharacter(text);
+}
+
+// Appends the octets of a character.
+// REQUIRES: it is a code point of Unicode, and no surrogate.
+inline void appendUtf8(std::string& out, char32_t codePoint) {
+    if (codePoint < 0x80) {
+        out += static_cast<char>(codePoint);
+        return;
+    }
+    const int following = codePoint < 0x800 ? 1 : codePoint < 0x10000 ? 2 : 3;
+    const std::uint32_t lengthMark = 0xFF00u >> (following + 1) & 0xFF;  // 0xC0, 0xE0, 0xF0
+    out += static_cast<char>(lengthMark | codePoint >> 6 * following);
+    for (int i = following - 1; i >= 0; --i) {
+        out += static_cast<char>(0x80 | (codePoint >> 6 * i & 0x3F));
+    }
 }
 
 // Whether all of `text` is valid UTF-8.

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <sys/wait.h>
 #include <utility>
@@ -109,7 +110,7 @@ TEST_F(WatchTool, StreamsRecordsOnceTheyAreHeard) {
 TEST_F(WatchTool, EndsAfterItsTimeWithoutAnyFrame) {
     inPrivateNetwork([] {
         const Monitor monitor;
-        const auto result = runTool({"watch", "--duration=1", "mon0"});
+        const auto result = runTool({"watch", "--duration=0.02", "mon0"});
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.output, "");
         EXPECT_THAT(result.errors, HasSubstr("\nno networks\n0 frames\n"));
@@ -171,6 +172,115 @@ TEST_F(WatchTool, GivesTheTerminalBackWhileItIsStopped) {
     });
 }
 
+TEST_F(WatchTool, DrawsAnewWhenTheTerminalChanges) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    const ScopedEnvironment columns("COLUMNS", std::nullopt);
+    const ScopedEnvironment lines("LINES", std::nullopt);
+    inPrivateNetwork([] {
+        const Monitor monitor;
+        TerminalProgram program(watch({"mon0"}));
+        program.waitFor("\x1B[?1049h");
+        program.resize(24, 120);
+        EXPECT_THAT(program.waitFor("   Enter one network   ? keys"), HasSubstr("\x1B[24;1H"));
+        program.resize(12, 40);
+        EXPECT_THAT(program.waitFor(" q quit  / filter  s sort  ? keys"), HasSubstr("\x1B[12;1H"));
+        program.type("q");
+        EXPECT_EQ(program.wait(), 0);
+    });
+}
+
+// Each key is waited for, so that it is seen to have had its effect.
+TEST_F(WatchTool, TakesKeys) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    inPrivateNetwork([] {
+        Monitor monitor;
+        TerminalProgram program(watch({"mon0"}));
+        program.waitFor(" q quit");
+        monitor.hearBeacon(1, -40);
+        monitor.hearBeacon(2, -60);
+        program.waitFor("02:00:00:00:00:02");
+        program.type("s");
+        EXPECT_THAT(program.waitFor("  s sort: band  "), Not(HasSubstr("missing")));
+        program.type("b");
+        EXPECT_THAT(program.waitFor("  b band: 2.4  "), Not(HasSubstr("missing")));
+        program.type("g");
+        EXPECT_THAT(program.waitFor("  g group: name  "), HasSubstr("BSS  AP"));
+        program.type("gg?");
+        EXPECT_THAT(program.waitFor(" any key goes back"), HasSubstr(" KEYS"));
+        program.type("q");
+        EXPECT_THAT(program.waitFor(" q quit"), HasSubstr("02:00:00:00:00:02"));
+        program.type("\x1B[B\x1BOB");  // both forms of an arrow
+        EXPECT_THAT(program.waitFor("  >a "), Not(HasSubstr("missing")));
+        program.type("\r");
+        EXPECT_THAT(program.waitFor("02:00:00:00:00:02  "), HasSubstr("a  "));
+        EXPECT_THAT(program.waitFor(" dBm   best -60"), Not(HasSubstr("missing")));
+        program.type("\x1B");
+        EXPECT_THAT(program.waitFor("s sort: band"), HasSubstr("  >a "));
+        program.type("q");
+        EXPECT_EQ(program.wait(), 0);
+        EXPECT_TRUE(program.shows());
+    });
+}
+
+TEST_F(WatchTool, PrintsWhatTheTypedFilterLetsThrough) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    inPrivateNetwork([] {
+        Monitor monitor;
+        TerminalProgram program(watch({"mon0"}));
+        program.waitFor(" q quit");
+        monitor.hearBeacon(1, -40);
+        monitor.hearBeacon(2, -60);
+        program.waitFor("02:00:00:00:00:02");
+        program.type("/q");
+        EXPECT_THAT(program.waitFor(" /q_  Enter keeps"),
+                    HasSubstr("no network of 2 passes the filter"));
+        program.type(
+            "\x7F"
+            "02:00:00:00:00:02\r");
+        EXPECT_THAT(program.waitFor("/ filter: 02:00:00:00"), HasSubstr("02:00:00:00:00:02"));
+        program.type("q");
+        program.waitFor("\x1B[?1049l");
+        EXPECT_EQ(program.wait(), 0);
+        const std::string rest = program.screen();
+        EXPECT_THAT(rest, HasSubstr("1 of 2 networks: 1 on 2.4 GHz\r\n"));
+        EXPECT_THAT(rest, Not(HasSubstr("-40 ")));
+    });
+}
+
+TEST_F(WatchTool, BeginsWithOneNetworkWhereOneIsAskedFor) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    inPrivateNetwork([] {
+        Monitor monitor;
+        TerminalProgram program(watch({"--bssid=02:00:00:00:00:02", "mon0"}));
+        EXPECT_THAT(program.waitFor("not heard yet"), HasSubstr("-  02:00:00:00:00:02"));
+        monitor.hearBeacon(2, -60);
+        EXPECT_THAT(program.waitFor("-60 dBm   best -60  (last 60 s)"), Not(HasSubstr("missing")));
+        program.type("\x1B");
+        EXPECT_THAT(program.waitFor(" q quit  / filter"), HasSubstr("  >a "));
+        program.type("q");
+        EXPECT_EQ(program.wait(), 0);
+    });
+}
+
+TEST_F(WatchTool, TakesTheKeyboardAgainAfterAStopThatGaveNothingBack) {
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    inPrivateNetwork([] {
+        const Monitor monitor;
+        TerminalProgram program(watch({"mon0"}));
+        program.waitFor(" q quit");
+        ::kill(program.process(), SIGSTOP);
+        int status = 0;
+        EXPECT_EQ(::waitpid(program.process(), &status, WUNTRACED), program.process());
+        program.showTyped();  // as a shell does
+        ::kill(program.process(), SIGCONT);
+        EXPECT_THAT(program.waitFor(" q quit"), HasSubstr("mon0 "));
+        EXPECT_FALSE(program.shows());
+        program.type("q");
+        EXPECT_EQ(program.wait(), 0);
+        EXPECT_TRUE(program.shows());
+    });
+}
+
 TEST_F(WatchTool, EndsWithTheInterface) {
     inPrivateNetwork([] {
         Monitor monitor;
@@ -197,6 +307,11 @@ TEST_F(WatchTool, SaysWhatIsWrong) {
               "halvane: watch: interface 'a' is given twice\n");
     EXPECT_EQ(runTool({"watch", "--count=0", "a"}).errors,
               "halvane: watch: --count: '0' is not a number from 1 on\n");
+    for (const std::string duration : {"0", "0.0", "0.0001", "-1", "1.", ".5", "1.5s", "1e3", ""}) {
+        EXPECT_EQ(runTool({"watch", "--duration=" + duration, "a"}).errors,
+                  "halvane: watch: --duration: '" + duration +
+                      "' is not a number of seconds from 0.001 on\n");
+    }
     EXPECT_EQ(runTool({"watch", "--write=-", "a"}).errors,
               "halvane: watch: --write: '-' is no file\n");
 }

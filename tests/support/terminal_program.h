@@ -10,6 +10,7 @@
 #include <pty.h>
 #include <string>
 #include <string_view>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <termios.h>
@@ -79,6 +80,12 @@ class TerminalProgram {
         }
     }
 
+    // Gives the terminal another size, which the program is told by SIGWINCH.
+    void resize(unsigned short lines, unsigned short columns) {
+        const winsize size = {.ws_row = lines, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
+        ::ioctl(keyboard_, TIOCSWINSZ, &size);
+    }
+
     pid_t process() const { return process_; }
 
     // Waits for the program's end, and returns the status of waitpid().
@@ -99,6 +106,14 @@ class TerminalProgram {
         termios settings{};
         ::tcgetattr(terminal_, &settings);
         return (settings.c_lflag & ECHO) != 0;
+    }
+
+    // Makes the terminal show what is typed, line by line, as shells leave it.
+    void showTyped() const {
+        termios settings{};
+        ::tcgetattr(terminal_, &settings);
+        settings.c_lflag |= ECHO | ICANON;
+        ::tcsetattr(terminal_, TCSANOW, &settings);
     }
 
   private:

@@ -80,19 +80,6 @@ void appendCharacter(std::string& out, std::string_view bytes, char32_t codePoin
     }
 }
 
-void appendUtf8(std::string& out, char32_t codePoint) {
-    if (codePoint < 0x80) {
-        out += static_cast<char>(codePoint);
-        return;
-    }
-    const int following = codePoint < 0x800 ? 1 : codePoint < 0x10000 ? 2 : 3;
-    const std::uint32_t lengthMark = 0xFF00u >> (following + 1) & 0xFF;  // 0xC0, 0xE0, 0xF0
-    out += static_cast<char>(lengthMark | codePoint >> 6 * following);
-    for (int i = following - 1; i >= 0; --i) {
-        out += static_cast<char>(0x80 | (codePoint >> 6 * i & 0x3F));
-    }
-}
-
 constexpr std::array<std::pair<std::string_view, char>, 5> kEntities = {
     {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}}};
 

@@ -14,7 +14,10 @@
 #include "halvane/capture/frame_record.h"
 #include "halvane/capture/radio_header.h"
 
+#include "tools/halvane/networks/network_columns.h"
 #include "tools/halvane/networks/network_filter.h"
+#include "tools/halvane/networks/network_order.h"
+#include "tools/halvane/networks/watched_signal.h"
 #include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/network_moment.h"
 
@@ -186,6 +189,83 @@ TEST_F(WatchListTest, StandsStillWhileItIsFrozen) {
     EXPECT_EQ(rows(90s), "ab");
     list_.freeze(false);
     EXPECT_EQ(rows(91s), "b");
+}
+
+TEST_F(WatchListTest, PutsNewRowsToTheEndWhileItIsFrozen) {
+    hear(1, -50, 1s);
+    hear(2, -60, 1s);
+    EXPECT_EQ(rows(1s), "ab");
+    list_.freeze(true);
+    hear(3, -40, 2s);
+    EXPECT_EQ(rows(2s), "abc");
+    list_.freeze(false);
+    EXPECT_EQ(rows(3s), "cab");
+}
+
+TEST_F(WatchListTest, KeepsTheRowOfANetworkThatComesBackWhileItIsFrozen) {
+    hear(1, -50, 1s);
+    hearAll(2, -60, 1s, 50s);
+    EXPECT_EQ(rows(20s), "ba");
+    list_.freeze(true);
+    hear(1, -50, 21s);
+    EXPECT_EQ(rows(21s), "ba");
+    list_.freeze(false);
+    EXPECT_EQ(rows(22s), "ab");
+}
+
+TEST_F(WatchListTest, TakesAnotherOrderAtOnce) {
+    hear(2, -50, 1s);
+    hear(1, -60, 1s);
+    hear(3, -70, 1s);
+    EXPECT_EQ(rows(1s), "bac");
+    list_.sortBy({.keys = {{networkColumnNamed("ssid", ListKind::Watch)}}});
+    EXPECT_EQ(rows(2s), "abc");
+    list_.sortBy({.keys = {{networkColumnNamed("ssid", ListKind::Watch)}}, .isReversed = true});
+    list_.freeze(true);
+    EXPECT_EQ(rows(3s), "cba");  // also while it is frozen: it was asked for
+    list_.freeze(false);
+    hear(4, -40, 4s);
+    EXPECT_EQ(rows(4s), "dcba");
+}
+
+TEST_F(WatchListTest, PutsLostRowsBelowAllOthersInAnyOrder) {
+    hear(1, -50, 1s);
+    hearAll(2, -60, 1s, 20s);
+    hearAll(3, -70, 1s, 20s);
+    list_.sortBy({.keys = {{networkColumnNamed("ssid", ListKind::Watch)}}});
+    EXPECT_EQ(rows(20s), "bca");
+}
+
+TEST_F(WatchListTest, TurnsTheOrderOfSignalsRound) {
+    hearAll(1, -50, 0s, 6s);
+    hearAll(2, -60, 0s, 6s);
+    NetworkOrder order = defaultOrder();
+    order.isReversed = true;
+    list_.sortBy(order);
+    EXPECT_EQ(rows(1s), "ba");
+    hearAll(2, -47, 6100ms, 20s);
+    hearAll(1, -50, 6100ms, 20s);
+    EXPECT_EQ(rows(20s), "ba");  // 3 dB
+    hearAll(2, -46, 20100ms, 30s);
+    hearAll(1, -50, 20100ms, 30s);
+    EXPECT_EQ(rows(30s), "ab");
+}
+
+TEST_F(WatchListTest, HoldsAValueForSixSeconds) {
+    hear(1, -50, 1s);
+    hear(1, -60, 2s);
+    list_.advance(3s);
+    const WatchedSignal* const signal = list_.signalOf(address(1));
+    ASSERT_NE(signal, nullptr);
+    EXPECT_EQ(signal->held(0s, 3s), -50);  // the stronger of two
+    EXPECT_EQ(signal->held(1s, 3s), -60);
+    EXPECT_EQ(signal->held(7s, 7999ms), -60);
+    EXPECT_EQ(signal->held(7s, 8s), std::nullopt);
+    EXPECT_EQ(signal->held(0s, 999ms), std::nullopt);
+    EXPECT_EQ(signal->best(60s), -50);
+    EXPECT_EQ(signal->best(61s), -60);
+    EXPECT_EQ(signal->best(62s), std::nullopt);
+    EXPECT_EQ(list_.signalOf(address(2)), nullptr);
 }
 
 TEST_F(WatchListTest, ShowsWhatPasses) {

@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "tests/tools/networks/networks_for_tests.h"
+#include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_columns.h"
+#include "tools/halvane/networks/watch_choices.h"
 #include "tools/halvane/output/cell_text.h"
 #include "tools/halvane/output/glyphs.h"
 #include "tools/halvane/output/theme.h"
@@ -69,13 +71,23 @@ class WatchScreen : public ::testing::Test {
     }
 
     Lines drawn(std::size_t width, std::size_t height, const Theme& theme = {}) {
-        return watchScreen({.rows = rows_, .width = width, .height = height}, status_,
-                           utf8Surroundings(), theme);
+        return watchScreen({.rows = rows_,
+                            .all = all_,
+                            .columns = columns_,
+                            .choices = choices_,
+                            .first = first_,
+                            .width = width,
+                            .height = height},
+                           status_, utf8Surroundings(), theme);
     }
 
     NetworkMaker maker_;
     std::deque<NetworkMoment> moments_;
     std::vector<Network> rows_;
+    std::vector<const NetworkColumn*> columns_;
+    WatchChoices choices_;
+    std::size_t first_ = 0;
+    std::size_t all_ = 14;
     WatchStatus status_{.interfaces = "wlan1mon",
                         .channel = 1,
                         .counts = {.networks = 14, .isNew = 1, .lost = 1},
@@ -100,7 +112,7 @@ TEST_F(WatchScreen, IsDrawnForEightyColumns) {
             "02:00:00:00:00:04",
             "-  (hidden)     -73   \u2588\u258C   2.4  13  20  b   WPA2-Ent   46s "
             "02:00:00:00:00:05",
-            "", "", " q quit  f freeze"));
+            "", "", " q quit  / filter  s sort: signal  b band: all  g group  f freeze  ? keys"));
 }
 
 TEST_F(WatchScreen, ShowsTheLastMinuteOnWideTerminals) {
@@ -120,7 +132,9 @@ TEST_F(WatchScreen, ShowsTheLastMinuteOnWideTerminals) {
     EXPECT_THAT(lines[4], HasSubstr(" -73 \u2191 \u2588\u258C   \u2583  "
                                     "\u2583\u2583\u2583\u2583\u2583\u2583\u2583\u2583\u2583 2.4 "));
     EXPECT_THAT(lines[6], HasSubstr(" -73   \u2588\u258C     \u2583          2.4 "));
-    EXPECT_EQ(lines[9], " q quit   f freeze");
+    EXPECT_EQ(lines[9],
+              " q quit   / filter   s sort: signal   b band: all   g group   f freeze   "
+              "Enter one network   ? keys");
 }
 
 TEST_F(WatchScreen, LosesColumnsOnNarrowTerminals) {
@@ -137,15 +151,90 @@ TEST_F(WatchScreen, LosesColumnsOnNarrowTerminals) {
 
 TEST_F(WatchScreen, HasTheLinesOfTheTerminalAndNoneIsTooWide) {
     addWalk();
-    for (std::size_t width = 40; width <= 130; ++width) {
-        for (const std::size_t height : {1, 2, 4, 10}) {
-            const Lines lines = drawn(width, height);
-            EXPECT_EQ(lines.size(), height);
-            for (const std::string& line : lines) {
-                EXPECT_LE(cellsOf(line, {}), width) << width << " x " << height << ": " << line;
+    for (std::size_t width = 20; width <= 240; ++width) {
+        for (const std::size_t height : {1u, 2u, 4u, 10u}) {
+            for (const Grouping grouping : {Grouping::None, Grouping::Name, Grouping::Radio}) {
+                choices_.grouping = grouping;
+                const Lines lines = drawn(width, height);
+                EXPECT_EQ(lines.size(), height);
+                for (const std::string& line : lines) {
+                    EXPECT_LE(cellsOf(line, {}), width) << width << " x " << height << ": " << line;
+                }
             }
         }
     }
+}
+
+TEST_F(WatchScreen, CutsLinesOnVeryNarrowTerminals) {
+    addWalk();
+    EXPECT_EQ(drawn(24, 5)[1], "   WPA3         -19   2\u2026");
+    const Lines painted = drawn(24, 5, Theme(Palette::Colors16, true));
+    EXPECT_THAT(painted[1], HasSubstr("\x1B[1;36m-19\x1B[m"));
+    EXPECT_THAT(painted[1], HasSubstr("\u2026"));
+    EXPECT_THAT(painted[1], Not(HasSubstr("WPA2")));
+}
+
+TEST_F(WatchScreen, MarksTheChosenRow) {
+    addWalk();
+    choices_.chosen = rows_[1].bssid;
+    Lines lines = drawn(80, 10);
+    EXPECT_THAT(lines[2], ::testing::StartsWith("   WPA3 "));
+    EXPECT_THAT(lines[3], ::testing::StartsWith("+ >Krishna "));
+    lines = drawn(80, 10, Theme(Palette::Colors16, true));
+    EXPECT_THAT(lines[3],
+                ::testing::StartsWith("\x1B[1;32m+\x1B[m \x1B[1m>\x1B[m\x1B[1;32mKrishna"));
+    choices_.grouping = Grouping::Name;
+    EXPECT_THAT(drawn(80, 10)[3], ::testing::StartsWith(" >Krishna "));
+}
+
+TEST_F(WatchScreen, HasAMarginForTheMarkBesideColumnsOfTheUsersChoice) {
+    addWalk();
+    columns_ = {networkColumnNamed("ssid", ListKind::Watch),
+                networkColumnNamed("signal", ListKind::Watch)};
+    EXPECT_THAT(drawn(80, 10)[1], "  SSID         dBm");
+    EXPECT_THAT(drawn(80, 10)[2], "  WPA3         -19");
+    choices_.chosen = rows_[0].bssid;
+    EXPECT_THAT(drawn(80, 10)[2], "> WPA3         -19");
+}
+
+TEST_F(WatchScreen, ShowsRowsFromTheFirstOneOn) {
+    addWalk();
+    first_ = 2;
+    const Lines lines = drawn(80, 6);
+    EXPECT_THAT(lines[1], HasSubstr("VVM"));
+    EXPECT_THAT(lines[3], HasSubstr("(hidden)"));
+    EXPECT_THAT(lines[4], HasSubstr(" 2 more: "));
+    first_ = 99;
+    EXPECT_EQ(drawn(80, 6), lines);
+}
+
+TEST_F(WatchScreen, ShowsGroups) {
+    addWalk();
+    add({"WPA3", 6, -40, air::Band::Ghz5, 36}, {.signal = -40});
+    choices_.grouping = Grouping::Name;
+    const Lines lines = drawn(80, 10);
+    EXPECT_THAT(lines[1], ::testing::StartsWith("  SSID         dBm      BSS  AP 2.4 GHz"));
+    EXPECT_THAT(lines[2], HasSubstr("  WPA3         -19 \u2588\u2588\u2588\u2588   2 "));
+    EXPECT_THAT(lines[6], HasSubstr("(hidden)"));
+    EXPECT_EQ(watchRows(rows_, Grouping::Name).size(), 5u);
+    EXPECT_EQ(watchRows(rows_, Grouping::None).size(), 6u);
+    EXPECT_THAT(lines[9], HasSubstr("g group: name"));
+}
+
+TEST_F(WatchScreen, SaysThatNothingPasses) {
+    EXPECT_EQ(drawn(80, 10)[2], "   no network of 14 passes the filter");
+    EXPECT_EQ(drawn(20, 10)[1], "   no network of 14 ");
+    all_ = 0;  // it is quiet
+    EXPECT_EQ(drawn(80, 10)[2], "");
+}
+
+TEST_F(WatchScreen, ShowsWhatIsTypedEvenOnFewLines) {
+    addWalk();
+    choices_.isTyping = true;
+    choices_.filter = U"Kri";
+    EXPECT_EQ(drawn(80, 10).back(), " /Kri_  Enter keeps  Escape drops");
+    EXPECT_EQ(drawn(80, 3).back(), " /Kri_  Enter keeps  Escape drops");
+    EXPECT_EQ(drawn(20, 3).back(), " /Kri_");
 }
 
 TEST_F(WatchScreen, CountsTheRowsThatDoNotFit) {
@@ -153,9 +242,10 @@ TEST_F(WatchScreen, CountsTheRowsThatDoNotFit) {
     const Lines lines = drawn(80, 6);
     EXPECT_THAT(lines[0], HasSubstr("   SSID"));  // no head on so few lines
     EXPECT_THAT(lines[3], HasSubstr("VVM"));
-    EXPECT_EQ(lines[4], "\u2026 2 more");
-    EXPECT_EQ(lines[5], " q quit  f freeze");
-    EXPECT_EQ(drawn(80, 4).back(), "\u2026 3 more");
+    EXPECT_EQ(lines[4], "\u2026 2 more: wheel or arrow keys");
+    EXPECT_THAT(lines[5], HasSubstr(" q quit"));
+    EXPECT_EQ(drawn(80, 4).back(), "\u2026 3 more: wheel or arrow keys");
+    EXPECT_EQ(drawn(28, 4).back(), "\u2026 3 more");
 }
 
 TEST_F(WatchScreen, PaintsWhatIsNewAndWhatIsLost) {
@@ -169,8 +259,8 @@ TEST_F(WatchScreen, PaintsWhatIsNewAndWhatIsLost) {
 }
 
 TEST_F(WatchScreen, TellsHowItGoesOn) {
-    status_.isFrozen = true;
-    EXPECT_EQ(drawn(80, 10).back(), " q quit  f go on");
+    choices_.isFrozen = true;
+    EXPECT_THAT(drawn(80, 10).back(), HasSubstr("  f go on  "));
     status_.message = "wlan1mon: went away";
     EXPECT_EQ(drawn(80, 10).back(), " wlan1mon: went away");
     status_.elapsed = std::chrono::seconds(3661);

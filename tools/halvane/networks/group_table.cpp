@@ -1,16 +1,13 @@
 #include "tools/halvane/networks/group_table.h"
 
 #include <algorithm>
-#include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "halvane/air/channel.h"
 #include "halvane/air/security.h"
 #include "halvane/ie/fancy_formatting.h"
 
-#include "tools/halvane/networks/network_groups.h"
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/cell_text.h"
 #include "tools/halvane/output/fitted_table.h"
@@ -226,26 +223,32 @@ std::vector<FittedColumn> layoutsOf(std::span<const GroupColumn> columns) {
     return layouts;
 }
 
-class Printer {
+std::span<const GroupColumn> columnsOf(Grouping grouping) {
+    if (grouping == Grouping::Radio) return kRadioColumns;
+    return kNameColumns;
+}
+
+// Lays the table out line by line.
+class Drawing {
   public:
-    Printer(std::span<const GroupColumn> columns, const GroupTableOptions& options,
-            const Around& around, const Theme& theme, std::FILE* stream)
-        : columns_(columns),
+    Drawing(const GroupTableOptions& options, const Around& around, const Theme& theme)
+        : columns_(columnsOf(options.grouping)),
           options_(options),
           around_(around),
           theme_(theme),
-          stream_(stream),
-          layouts_(layoutsOf(columns)),
+          layouts_(layoutsOf(columns_)),
           table_({layouts_, kSqueezes}, options.width) {}
 
-    void print(std::span<const NetworkGroup> groups) {
+    template <typename Put>
+    void draw(std::span<const NetworkGroup> groups, Put putLine) {
         for (const NetworkGroup& group : groups) table_.fit(rowOf(group));
         table_.settle();
-        put(table_.header(theme_), stream_);
+        putLine(table_.header(theme_));
         const ShownText mark = ownText(around_.glyphs.cut, around_.rules);
         for (const NetworkGroup& group : groups) {
-            put(table_.line(rowOf(group), theme_, mark), stream_);
-            if (options_.areAddressesShown) printAddresses(group);
+            putLine(table_.line(rowOf(group), theme_, mark));
+            if (!options_.areAddressesShown) continue;
+            for (const Network* const network : group) putLine(addressLine(*network));
         }
     }
 
@@ -260,36 +263,47 @@ class Printer {
         return row;
     }
 
-    void printAddresses(const NetworkGroup& group) const {
-        for (const Network* const network : group) {
-            const auto signal = network->statistics->signal.median();
-            put("    " + FancyFormatting::formattedMAC(network->bssid.buffer()) + "  " +
-                    (signal ? std::to_string(*signal) + " dBm" : std::string(kUntold)) + '\n',
-                stream_);
-        }
+    static std::string addressLine(const Network& network) {
+        const auto signal = signalOf(network);
+        return "    " + FancyFormatting::formattedMAC(network.bssid.buffer()) + "  " +
+               (signal ? std::to_string(*signal) + " dBm" : std::string(kUntold)) + '\n';
     }
 
     std::span<const GroupColumn> columns_;
     const GroupTableOptions& options_;
     const Around& around_;
     const Theme& theme_;
-    std::FILE* const stream_;
     const std::vector<FittedColumn> layouts_;
     FittedTable table_;
 };
 
 }  // namespace
 
+std::vector<NetworkGroup> groupsOf(std::span<const Network> networks, Grouping grouping) {
+    return grouping == Grouping::Radio ? groupsByRadio(networks) : groupsByName(networks);
+}
+
+std::vector<std::string> groupLines(std::span<const NetworkGroup> groups,
+                                    const GroupTableOptions& options,
+                                    const CellSurroundings& surroundings, const Theme& theme) {
+    GroupTableOptions plain = options;
+    plain.areAddressesShown = false;
+    std::vector<std::string> lines;
+    Drawing(plain, surroundings, theme).draw(groups, [&lines](std::string line) {
+        lines.push_back(std::move(line));
+    });
+    return lines;
+}
+
 void printGroups(std::span<const Network> networks, const GroupTableOptions& options,
                  const CellSurroundings& surroundings, const Theme& theme, std::FILE* stream) {
     if (networks.empty()) return;
-    const bool isByRadio = options.grouping == Grouping::Radio;
-    const auto groups = isByRadio ? groupsByRadio(networks) : groupsByName(networks);
+    const auto groups = groupsOf(networks, options.grouping);
     const std::size_t count =
         options.limit == 0 ? groups.size() : std::min(options.limit, groups.size());
-    const std::span<const GroupColumn> columns =
-        isByRadio ? std::span<const GroupColumn>(kRadioColumns) : kNameColumns;
-    Printer(columns, options, surroundings, theme, stream).print({groups.data(), count});
+    Drawing(options, surroundings, theme)
+        .draw(std::span(groups).first(count),
+              [stream](const std::string& line) { put(line, stream); });
     if (count == groups.size()) return;
     put(std::string(surroundings.glyphs.cut) + ' ' + std::to_string(groups.size() - count) +
             " more (--limit=0 shows all)\n",

@@ -6,8 +6,11 @@
 #include <cstdio>
 #include <optional>
 #include <span>
+#include <string>
+#include <vector>
 
 #include "tools/halvane/networks/network_columns.h"
+#include "tools/halvane/networks/network_groups.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/survey/network.h"
 
@@ -21,6 +24,16 @@ struct GroupTableOptions {
     std::size_t limit = 0;               // rows; 0: all
     bool areAddressesShown = false;      // below each row, indented
 };
+
+// The groups of networks, in the order of their first networks.
+// REQUIRES: the grouping is not None.
+std::vector<NetworkGroup> groupsOf(std::span<const Network> networks, Grouping grouping);
+
+// The lines of the table, each with its end: the header, then one for each group. Of the options,
+// `limit` and `areAddressesShown` do not count.
+std::vector<std::string> groupLines(std::span<const NetworkGroup> groups,
+                                    const GroupTableOptions& options,
+                                    const CellSurroundings& surroundings, const Theme& theme);
 
 // Prints nothing without networks. Groups stand in the order of their first networks.
 // REQUIRES: the grouping is not None.

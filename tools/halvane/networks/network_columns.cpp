@@ -53,11 +53,6 @@ PlainValue text(std::string_view value) {
 
 // --- The parts of a network ---
 
-std::optional<int> signalOf(const Network& network) {
-    if (network.moment != nullptr && network.moment->signal) return network.moment->signal;
-    return network.statistics->signal.median();
-}
-
 std::string addressText(const Network& network) {
     return FancyFormatting::formattedMAC(network.bssid.buffer());
 }

@@ -88,7 +88,7 @@ std::vector<NetworkGroup> groupsByRadio(std::span<const Network> networks) {
 std::optional<int> signalOf(const NetworkGroup& group) {
     std::optional<int> strongest;
     for (const Network* const network : group) {
-        const auto signal = network->statistics->signal.median();
+        const auto signal = signalOf(*network);
         if (signal && (!strongest || *signal > *strongest)) strongest = signal;
     }
     return strongest;

@@ -26,7 +26,7 @@ std::vector<NetworkGroup> groupsByName(std::span<const Network> networks);
 // in the bit of local addresses, or under one name of an access point.
 std::vector<NetworkGroup> groupsByRadio(std::span<const Network> networks);
 
-// The strongest of the medians, in dBm.
+// The strongest of the signals, in dBm.
 std::optional<int> signalOf(const NetworkGroup& group);
 
 // The access points: those with one name or one multi-link address, and those that share beacons,

@@ -1,7 +1,10 @@
 #include "tools/halvane/networks/network_order.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <cstdlib>
+#include <optional>
 #include <utility>
 
 #include "tools/halvane/output/folded_case.h"
@@ -10,36 +13,43 @@ namespace halvane::tool {
 
 namespace {
 
-// What a key compares.
-struct Compared {
-    PlainValue value;
-
-    explicit Compared(PlainValue plain) : value(std::move(plain)) {
-        value.text = foldedCase(value.text);
+// Negative if the left value stands before the right one. Absent ones stand last.
+int compared(const PlainValue& left, const PlainValue& right, bool isFalling) {
+    if (left.isAbsent() || right.isAbsent()) {
+        return static_cast<int>(left.isAbsent()) - static_cast<int>(right.isAbsent());
     }
+    const bool areNumbers = left.number && right.number;
+    const int order = areNumbers ? static_cast<int>(*left.number > *right.number) -
+                                       static_cast<int>(*left.number < *right.number)
+                                 : left.text.compare(right.text);
+    return isFalling ? -order : order;
+}
 
-    // Negative if this one stands before the other.
-    int before(const Compared& other, bool isFalling) const {
-        if (value.isAbsent() || other.value.isAbsent()) {
-            return static_cast<int>(value.isAbsent()) - static_cast<int>(other.value.isAbsent());
-        }
-        const int order = compare(other);
-        return isFalling ? -order : order;
+// The same of the values of all keys.
+int compared(const OrderValues& left, const OrderValues& right, std::span<const OrderKey> keys) {
+    for (std::size_t k = 0; k < keys.size(); ++k) {
+        const int order = compared(left[k], right[k], keys[k].isFalling);
+        if (order != 0) return order;
     }
+    return 0;
+}
 
-  private:
-    int compare(const Compared& other) const {
-        if (value.number && other.value.number) {
-            return static_cast<int>(*value.number > *other.value.number) -
-                   static_cast<int>(*value.number < *other.value.number);
-        }
-        return value.text.compare(other.value.text);
+// Whether the first key that differs is a signal that differs by less than `noise` dB.
+bool differInNoise(const OrderValues& left, const OrderValues& right,
+                   std::span<const OrderKey> keys, int noise) {
+    for (std::size_t k = 0; k < keys.size(); ++k) {
+        if (compared(left[k], right[k], false) == 0) continue;
+        const std::optional<double>& a = left[k].number;
+        const std::optional<double>& b = right[k].number;
+        return std::string_view(keys[k].column->layout.name) == "signal" && a && b &&
+               std::abs(*a - *b) < noise;
     }
-};
+    return false;
+}
 
 struct Placed {
     std::size_t index;
-    std::vector<Compared> values;
+    OrderValues values;
 };
 
 // Moves each network to its place, without a second list of networks.
@@ -77,22 +87,33 @@ Result<std::vector<OrderKey>, std::string> orderKeysOf(std::string_view text, Li
     return keys;
 }
 
+OrderValues orderValuesOf(const Network& network, const NetworkOrder& order,
+                          const CellSurroundings& surroundings) {
+    OrderValues values;
+    values.reserve(order.keys.size());
+    for (const OrderKey& key : order.keys) {
+        values.push_back(key.column->value(network, surroundings));
+        values.back().text = foldedCase(values.back().text);
+    }
+    return values;
+}
+
+bool standsBefore(const OrderValues& left, const OrderValues& right, const NetworkOrder& order,
+                  int noise) {
+    if (differInNoise(left, right, order.keys, noise)) return false;
+    const int way = compared(left, right, order.keys);
+    return order.isReversed ? way > 0 : way < 0;
+}
+
 void sortNetworks(std::span<Network> networks, const NetworkOrder& order,
                   const CellSurroundings& surroundings) {
     std::vector<Placed> places;
     places.reserve(networks.size());
     for (std::size_t i = 0; i < networks.size(); ++i) {
-        Placed& place = places.emplace_back(Placed{i, {}});
-        for (const OrderKey& key : order.keys) {
-            place.values.emplace_back(key.column->value(networks[i], surroundings));
-        }
+        places.push_back({i, orderValuesOf(networks[i], order, surroundings)});
     }
     std::ranges::stable_sort(places, [&](const Placed& left, const Placed& right) {
-        for (std::size_t k = 0; k < order.keys.size(); ++k) {
-            const int before = left.values[k].before(right.values[k], order.keys[k].isFalling);
-            if (before != 0) return before < 0;
-        }
-        return false;
+        return compared(left.values, right.values, order.keys) < 0;
     });
     if (order.isReversed) std::ranges::reverse(places);
     takePlaces(networks, places);

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <utility>
+
+#include "tools/halvane/networks/network_columns.h"
+#include "tools/halvane/output/glyphs.h"
 
 namespace halvane::tool {
 
@@ -17,10 +19,11 @@ constexpr seconds kLost{15};
 constexpr seconds kGone{60};
 constexpr seconds kBetweenOrders{5};
 
-// What the order compares; networks without a signal stand behind all others.
-int strengthOf(const NetworkMoment& moment) {
-    constexpr int kNone = std::numeric_limits<int>::min() / 2;
-    return moment.signal.value_or(kNone);
+// Values for an order depend on no terminal.
+const CellSurroundings& orderSurroundings() {
+    static const CellSurroundings surroundings{
+        .glyphs = glyphsOf(GlyphSet::ASCII), .rules = {}, .list = ListKind::Watch};
+    return surroundings;
 }
 
 }  // namespace
@@ -50,10 +53,13 @@ void WatchList::refresh(Rows::value_type& entry, Time now) {
     const bool isNew = row.first >= kNew && now - row.first < kNew;
     const bool wasLost = moment.state == State::Lost;
     moment.state = now - row.last >= kLost ? State::Lost : isNew ? State::New : State::Known;
-    if (wasLost && moment.state != State::Lost) row.isPlaced = false;
-    if (!std::exchange(row.isChanged, false)) return;
-    row.networks = survey_.networksOf(address);
-    for (Network& network : row.networks) network.moment = &moment;
+    if (wasLost && moment.state != State::Lost) row.isOutOfPlace = true;
+    if (std::exchange(row.isChanged, false)) {
+        row.networks = survey_.networksOf(address);
+        for (Network& network : row.networks) network.moment = &moment;
+    }
+    if (row.networks.empty()) return;
+    row.values = orderValuesOf(row.networks.front(), networkOrder_, orderSurroundings());
 }
 
 // Takes away what was not heard for long, and what the survey has let go.
@@ -66,25 +72,43 @@ void WatchList::removeGone(Time now) {
     std::erase_if(rows_, isGone);
 }
 
-// Puts a row before the first one that is weaker or lost.
+// Puts a row before the first one that it stands before, or that is lost.
 void WatchList::place(Rows::iterator row) {
-    const int strength = strengthOf(row->second.moment);
     const auto place = std::ranges::find_if(order_, [&](Rows::iterator other) {
-        const NetworkMoment& moment = other->second.moment;
-        return moment.state == State::Lost || strengthOf(moment) < strength;
+        return other->second.moment.state == State::Lost ||
+               standsBefore(row->second.values, other->second.values, networkOrder_);
     });
-    order_.insert(place, row);
     row->second.isPlaced = true;
+    row->second.isOutOfPlace = isFrozen_;
+    order_.insert(isFrozen_ ? order_.end() : place, row);
 }
 
 void WatchList::takeOrder() {
     for (auto row = order_.begin(); row != order_.end(); ++row) {
         for (auto at = row; at != order_.begin(); --at) {
             const auto above = std::prev(at);
-            const int gain = strengthOf((*at)->second.moment) - strengthOf((*above)->second.moment);
-            if (gain < WatchedSignal::kChange) break;
+            if (!standsBefore((*at)->second.values, (*above)->second.values, networkOrder_,
+                              WatchedSignal::kChange)) {
+                break;
+            }
             std::iter_swap(above, at);
         }
+    }
+}
+
+// An order that was asked for comes at once, and whole.
+void WatchList::takeNewOrder() {
+    std::stable_sort(order_.begin(), order_.end(), [&](Rows::iterator left, Rows::iterator right) {
+        return standsBefore(left->second.values, right->second.values, networkOrder_);
+    });
+    sinkLost();
+}
+
+// Takes the rows out of the order that are to come to their places anew.
+void WatchList::takeOutOfPlace() {
+    std::erase_if(order_, [](Rows::iterator row) { return row->second.isOutOfPlace; });
+    for (auto& [address, row] : rows_) {
+        if (std::exchange(row.isOutOfPlace, false)) row.isPlaced = false;
     }
 }
 
@@ -94,10 +118,16 @@ void WatchList::sinkLost() {
     });
 }
 
+void WatchList::sortBy(const NetworkOrder& order) {
+    networkOrder_ = order;
+    isNewOrder_ = true;
+}
+
 void WatchList::advance(Time now) {
     removeGone(now);
     for (auto& entry : rows_) refresh(entry, now);
-    std::erase_if(order_, [](Rows::iterator row) { return !row->second.isPlaced; });
+    if (!isFrozen_) takeOutOfPlace();
+    if (std::exchange(isNewOrder_, false)) takeNewOrder();
     if (!isFrozen_) {
         if (now - lastOrder_ >= kBetweenOrders) {
             lastOrder_ = now;
@@ -117,6 +147,15 @@ std::vector<Network> WatchList::rows(const NetworkFilter& filter) const {
                              [&](const Network& network) { return filter.passes(network); });
     }
     return rows;
+}
+
+const WatchedSignal* WatchList::signalOf(const MacAddress& address) const {
+    const auto own = rows_.find(address);
+    if (own != rows_.end()) return &own->second.signal;
+    const auto teller = std::ranges::find_if(rows_, [&](const Rows::value_type& entry) {
+        return std::ranges::count(entry.second.networks, address, &Network::bssid) > 0;
+    });
+    return teller == rows_.end() ? nullptr : &teller->second.signal;
 }
 
 WatchList::Counts WatchList::counts() const {

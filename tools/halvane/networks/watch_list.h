@@ -16,6 +16,7 @@
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/networks/network_filter.h"
+#include "tools/halvane/networks/network_order.h"
 #include "tools/halvane/networks/watched_signal.h"
 #include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/network_moment.h"
@@ -36,18 +37,26 @@ class WatchList {
     // Brings the rows up to `now`:
     // - a row that was first heard within the last 10 s is new, but not in the first 10 s of all
     // - after 15 s without a frame a row is lost and stands at the bottom, after 60 s it leaves
-    // - a new row, or one that was lost and came back, comes to its place by its signal, behind the
-    //   equal ones
-    // - every 5 s the order is taken anew: a row passes another one that is 4 dB weaker or more
+    // - a new row, or one that was lost and came back, comes to its place in the order, behind the
+    //   equal ones; while the list is frozen, to the end
+    // - every 5 s the order is taken anew: where it is that of the signals, a row passes another
+    // one
+    //   that is 4 dB weaker or more
     // REQUIRES: not earlier than any time before.
     void advance(Time now);
 
     // While it is frozen, no row moves or leaves; new ones come.
     void freeze(bool isFrozen) { isFrozen_ = isFrozen; }
 
+    // The order from the next advance() on, which takes it at once. At first it is defaultOrder().
+    void sortBy(const NetworkOrder& order);
+
     // The rows that pass, in their order. They borrow from the list, until it changes. Those that a
     // network's frames tell of (Multiple BSSID) follow it.
     std::vector<Network> rows(const NetworkFilter& filter) const;
+
+    // The signals of the radio that told of the network; null if it has no row.
+    const WatchedSignal* signalOf(const MacAddress& address) const;
 
     struct Counts {
         std::size_t networks = 0;  // heard at any time, as far as they are kept
@@ -65,8 +74,10 @@ class WatchList {
         WatchedSignal signal{};
         NetworkMoment moment{};
         std::vector<Network> networks{};
+        OrderValues values{};
         bool isChanged = true;  // since `networks` was made
         bool isPlaced = false;
+        bool isOutOfPlace = false;  // until the list is not frozen any longer
     };
     using Rows = std::map<MacAddress, Row>;
 
@@ -74,12 +85,16 @@ class WatchList {
     void removeGone(Time now);
     void place(Rows::iterator row);
     void takeOrder();
+    void takeNewOrder();
+    void takeOutOfPlace();
     void sinkLost();
 
     Survey survey_;
     Rows rows_;
     std::vector<Rows::iterator> order_;
     Time lastOrder_{};
+    NetworkOrder networkOrder_ = defaultOrder();
+    bool isNewOrder_ = false;  // since the last advance()
     bool isFrozen_ = false;
 };
 

@@ -17,6 +17,7 @@ constexpr seconds kRecent{4};
 constexpr seconds kBefore{8};
 constexpr seconds kStep{5};
 constexpr seconds kKept{60};
+constexpr seconds kHeld{6};
 constexpr int kMostBelieved = 0;  // dBm
 
 }  // namespace
@@ -59,6 +60,23 @@ NetworkMoment::Trend WatchedSignal::trend(Time now) const {
     if (*recent - *before >= kChange) return NetworkMoment::Trend::Rising;
     if (*before - *recent >= kChange) return NetworkMoment::Trend::Falling;
     return NetworkMoment::Trend::Steady;
+}
+
+std::optional<int> WatchedSignal::held(Time after, Time until) const {
+    if (const auto heard = medianBetween(after, until)) return heard;
+    const auto isUpTo = [](Time time, const Sample& sample) { return time < sample.time; };
+    const auto next = std::upper_bound(samples_.begin(), samples_.end(), after, isUpTo);
+    if (next == samples_.begin()) return std::nullopt;
+    const Sample& last = *std::prev(next);
+    return until - last.time < kHeld ? std::optional(last.dBm) : std::nullopt;
+}
+
+std::optional<int> WatchedSignal::best(Time now) const {
+    std::optional<int> best;
+    for (const Sample& sample : samples_) {
+        if (sample.time > now - kKept) best = std::max(best.value_or(sample.dBm), sample.dBm);
+    }
+    return best;
 }
 
 decltype(NetworkMoment::history) WatchedSignal::history(Time now) const {

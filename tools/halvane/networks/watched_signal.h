@@ -33,6 +33,13 @@ class WatchedSignal {
     // Whether the median of the last 4 s differs from that of the 8 s before by kChange or more.
     NetworkMoment::Trend trend(Time now) const;
 
+    // The median of what was heard later than `after`, up to `until`. Without a frame in that time,
+    // the last signal before it, which is held for 6 s.
+    std::optional<int> held(Time after, Time until) const;
+
+    // The greatest of the last minute.
+    std::optional<int> best(Time now) const;
+
     // The medians of the last twelve times 5 s.
     decltype(NetworkMoment::history) history(Time now) const;
 

@@ -1,7 +1,9 @@
 #include "tools/halvane/options/watch_options.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "tools/halvane/networks/network_columns.h"
@@ -39,7 +41,10 @@ const CLIOption kLastRows[] = {
     {.type = kCLIArgument, .longName = "INTERFACE...", .shortHelp = "an interface in monitor mode"},
     {.type = kCLISection,
      .shortHelp = "KEYS",
-     .longHelp = "q ends, f freezes the order of the rows, Control-Z stops for a while."},
+     .longHelp = "q quit; / filter by the beginning of names or addresses; s and S sort by\n"
+                 "the next or previous column, r reverse; b band; g group; f freeze the rows;\n"
+                 "arrows or j and k choose a row, Enter shows it alone, Escape goes back;\n"
+                 "? lists the keys. Control-Z stops for a while."},
     {.type = kCLISection,
      .shortHelp = "EXAMPLES",
      .longHelp = "halvane watch wlan1mon\n"
@@ -72,6 +77,27 @@ Result<std::optional<std::uint64_t>, UsageError> numberOf(const char* name, cons
         UsageError{std::string("--") + name + ": '" + typed + "' is not a number from 1 on"});
 }
 
+// A time with at most three digits of a fraction, if one was typed.
+Result<std::optional<std::chrono::milliseconds>, UsageError> durationOf(const char* typed) {
+    constexpr std::uint64_t kMost = 1'000'000'000;  // s
+    constexpr std::size_t kDigits = 3;
+    using Duration = std::optional<std::chrono::milliseconds>;
+    if (typed == nullptr) return Duration();
+    const std::string_view text = typed;
+    const std::size_t point = text.find('.');
+    std::string fraction(point == std::string_view::npos ? "0" : text.substr(point + 1));
+    const bool isExact = !fraction.empty() && fraction.size() <= kDigits;
+    fraction.resize(kDigits, '0');
+    const auto seconds = decimalOf(text.substr(0, point));
+    const auto thousandths = decimalOf(fraction);
+    if (isExact && seconds && thousandths && *seconds <= kMost) {
+        const std::uint64_t all = *seconds * 1000 + *thousandths;
+        if (all > 0) return Duration(all);
+    }
+    return Unexpected(UsageError{std::string("--duration: '") + typed +
+                                 "' is not a number of seconds from 0.001 on"});
+}
+
 std::optional<UsageError> conflictIn(const WatchOptions& options) {
     if (options.list.isColumnsHelp) return std::nullopt;
     if (options.interfaces.empty()) return UsageError{"no interface to watch"};
@@ -100,9 +126,9 @@ Result<WatchOptions, UsageError> takeWatchOptions() {
     options.list = std::move(*list);
     options.format = options.list.format.value_or(Format::Table);
     options.isFindingsList = takeFindings(options.list);
-    const auto duration = numberOf("duration", typed.duration);
+    const auto duration = durationOf(typed.duration);
     if (!duration) return Unexpected(duration.error());
-    if (*duration) options.duration = std::chrono::seconds(**duration);
+    options.duration = *duration;
     const auto count = numberOf("count", typed.count);
     if (!count) return Unexpected(count.error());
     options.count = *count;

@@ -19,7 +19,7 @@ namespace halvane::tool {
 
 struct WatchOptions {
     std::vector<std::string> interfaces{};
-    std::optional<std::chrono::seconds> duration{};
+    std::optional<std::chrono::milliseconds> duration{};
     std::optional<std::uint64_t> count{};  // frames
     std::optional<std::string> file{};     // that keeps the frames
     Format format = Format::Table;

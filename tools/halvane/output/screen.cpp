@@ -9,9 +9,11 @@ namespace halvane::tool {
 
 namespace {
 
-// The alternate screen, no cursor, and lines that end at the edge.
-constexpr std::string_view kEnter = "\x1B[?1049h\x1B[?25l\x1B[?7l\x1B[H\x1B[2J";
-constexpr std::string_view kLeave = "\x1B[?7h\x1B[?25h\x1B[?1049l";
+// The alternate screen, no cursor, lines that end at the edge, and a wheel that sends arrow keys.
+// What the wheel did before is kept by the terminal: no program can know it.
+constexpr std::string_view kEnter =
+    "\x1B[?1049h\x1B[?25l\x1B[?7l\x1B[?1007s\x1B[?1007h\x1B[H\x1B[2J";
+constexpr std::string_view kLeave = "\x1B[?1007r\x1B[?7h\x1B[?25h\x1B[?1049l";
 constexpr std::string_view kBegin = "\x1B[?2026h";
 constexpr std::string_view kEnd = "\x1B[?2026l";
 constexpr std::string_view kClear = "\x1B[H\x1B[2J";
@@ -50,10 +52,20 @@ Screen::Screen(int output, int keyboard) : output_(output), keyboard_(keyboard) 
 void Screen::enter() {
     if (isEntered_) return;
     isEntered_ = true;
-    shown_.clear();
     termios settings{};
-    if (keyboard_ >= 0 && ::tcgetattr(keyboard_, &settings) == 0) {
-        before_ = settings;
+    before_.reset();
+    if (keyboard_ >= 0 && ::tcgetattr(keyboard_, &settings) == 0) before_ = settings;
+    take();
+}
+
+void Screen::renew() {
+    if (isEntered_) take();
+}
+
+void Screen::take() {
+    shown_.clear();
+    if (before_) {
+        termios settings = *before_;
         settings.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
         settings.c_cc[VMIN] = 1;
         settings.c_cc[VTIME] = 0;

@@ -16,7 +16,8 @@ namespace halvane::tool {
 // none differs. All lines are written where their number differs.
 std::string redrawn(const std::vector<std::string>& before, const std::vector<std::string>& after);
 
-// Holds the alternate screen, without its cursor and without echo, and gives the terminal back.
+// Holds the alternate screen, without its cursor and without echo, and gives the terminal back. The
+// wheel sends arrow keys, where the terminal can (mode 1007).
 class Screen {
   public:
     // REQUIRES: `output` is a terminal. `keyboard` is one too, or -1.
@@ -28,6 +29,10 @@ class Screen {
     void enter();
     void leave() noexcept;
 
+    // Takes the screen and the keyboard once more, if it has them: another program may have changed
+    // them while this one was stopped.
+    void renew();
+
     // Draws the lines, with one write.
     void show(const std::vector<std::string>& lines);
 
@@ -35,6 +40,8 @@ class Screen {
     void forget() { shown_.clear(); }
 
   private:
+    void take();
+
     int output_;
     int keyboard_;
     bool isEntered_ = false;

@@ -32,10 +32,6 @@ bool isStronger(const std::optional<int>& left, const std::optional<int>& right)
     return left && (!right || *left > *right);
 }
 
-std::optional<int> signalOf(const Network& network) {
-    return network.statistics->signal.median();
-}
-
 std::vector<ReportNetwork> reportNetworks(std::vector<Network>&& sorted,
                                           const ReportOptions& options) {
     std::vector<ReportNetwork> networks;

@@ -18,6 +18,11 @@ bool isHidden(const Network& network) {
     return network.profile.isHidden && !network.details.meshID;
 }
 
+std::optional<int> signalOf(const Network& network) {
+    if (network.moment != nullptr && network.moment->signal) return network.moment->signal;
+    return network.statistics->signal.median();
+}
+
 Network networkOf(const MacAddress& bssid, const capture::Sighting& sighting,
                   const NetworkStatistics* statistics) {
     const auto& elements = sighting.record.ieBuffer();

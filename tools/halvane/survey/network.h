@@ -38,6 +38,9 @@ std::string_view nameOf(const Network& network);
 // Whether the network keeps its name to itself. A mesh has another name.
 bool isHidden(const Network& network);
 
+// The network's signal now, or else the median of all its frames, dBm.
+std::optional<int> signalOf(const Network& network);
+
 // Returns the network of a sighting; `heard` is left null.
 Network networkOf(const MacAddress& bssid, const capture::Sighting& sighting,
                   const NetworkStatistics* statistics);
