@@ -8,7 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/air/channel.h"
 #include "halvane/air/rule.h"
+#include "halvane/air/security.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/ssid.h"
 
@@ -16,6 +18,7 @@
 #include "tools/halvane/networks/network_columns.h"
 #include "tools/halvane/output/glyphs.h"
 #include "tools/halvane/survey/network.h"
+#include "tools/halvane/survey/network_statistics.h"
 
 namespace halvane::testing {
 
