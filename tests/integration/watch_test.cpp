@@ -1,6 +1,7 @@
 // `halvane watch` on interfaces of a private network that hear what a test writes.
 #include <csignal>
 #include <cstdint>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -123,12 +124,13 @@ TEST_F(WatchTool, DrawsAScreenAndGivesTheTerminalBack) {
         Monitor monitor;
         TerminalProgram program(watch({"mon0"}));
         EXPECT_THAT(program.waitFor("\x1B[?1049h"), Not(HasSubstr("missing")));
+        EXPECT_THAT(program.waitFor("\x1B[?1007h"), HasSubstr("\x1B[?1007s"));  // the wheel
         EXPECT_THAT(program.waitFor("mon0 "), Not(HasSubstr("missing")));
         EXPECT_FALSE(program.shows());
         monitor.hearBeacon(1, -40);
         EXPECT_THAT(program.waitFor("02:00:00:00:00:01"), HasSubstr("mon0  channel 1  "));
         program.type("q");
-        EXPECT_THAT(program.waitFor("\x1B[?1049l"), Not(HasSubstr("missing")));
+        EXPECT_THAT(program.waitFor("\x1B[?1049l"), HasSubstr("\x1B[?1007r"));
         EXPECT_EQ(program.wait(), 0);
         EXPECT_TRUE(program.shows());
         const std::string rest = program.screen();

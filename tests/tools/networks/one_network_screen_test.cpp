@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "halvane/air/channel.h"
 #include "halvane/air/security.h"
 
 #include "tests/tools/networks/networks_for_tests.h"

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/air/channel.h"
+
 #include "tests/tools/networks/networks_for_tests.h"
 #include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_columns.h"

@@ -10,6 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "halvane/air/channel.h"
+#include "halvane/air/security.h"
+
 #include "tests/tools/networks/networks_for_tests.h"
 #include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_columns.h"
