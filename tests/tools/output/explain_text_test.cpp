@@ -22,6 +22,7 @@
 #include "tests/support/hostile_bytes.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/cell_text.h"
+#include "tools/halvane/output/guessed_name.h"
 #include "tools/halvane/output/shown_text.h"
 
 using namespace halvane;
@@ -66,6 +67,15 @@ std::string rowOf(const std::string& text, std::string_view head) {
         if (isNew || isOn) row += line + '\n';
     }
     return row;
+}
+
+TEST(ExplainText, GuessesWhatANameReadsThatIsNotUTF8) {
+    if (!nameInGB18030("\xB2\xE2")) GTEST_SKIP() << "the system does not know GB18030";
+    const std::string text = explained(ssidElement("\xB2\xE2\xCA\xD4"));
+    EXPECT_TRUE(text.starts_with("\\xB2\\xE2\\xCA\\xD4  02:00:00:00:08:2A  heard once\n")) << text;
+    EXPECT_NE(text.find("\nnot UTF-8; in GB18030 it would read \u6D4B\u8BD5\n"), std::string::npos)
+        << text;
+    EXPECT_EQ(explained(ssidElement("plain")).find("GB18030"), std::string::npos);
 }
 
 TEST(ExplainText, TellsTheRateThatIsListedBeforeWiFi4) {

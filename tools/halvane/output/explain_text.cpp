@@ -22,6 +22,7 @@
 #include "tools/halvane/output/explained_bss.h"
 #include "tools/halvane/output/finding_text.h"
 #include "tools/halvane/output/frame_origin.h"
+#include "tools/halvane/output/guessed_name.h"
 #include "tools/halvane/output/network_name.h"
 #include "tools/halvane/output/reason_table.h"
 #include "tools/halvane/output/shown_text.h"
@@ -85,6 +86,14 @@ std::string headingText(const ExplainedNetwork& network, const ShownText& name,
     return hangingLines({}, Meaning::Plain, parts, Meaning::Header, style);
 }
 
+// What its name may be meant to read.
+std::optional<std::string> guessOf(const capture::Sighting& sighting) {
+    const auto& ssid = sighting.record.SSID();
+    if (!ssid) return std::nullopt;
+    const auto octets = ssid->bytes();
+    return nameInGB18030(std::string(octets.begin(), octets.end()));
+}
+
 // "walk.pcap: frame 7, beacon, 383 octets of elements; @N is octet N of the 802.11 frame".
 std::string frameText(const ExplainedNetwork& network, std::size_t octets, const TextStyle& style) {
     const capture::Sighting& sighting = network.sighting;
@@ -103,6 +112,11 @@ std::string frameText(const ExplainedNetwork& network, std::size_t octets, const
     parts.push_back(part(text, kColonJoiner));
     parts.push_back(part("@N is octet N of the " + std::string(counted)));
     if (sighting.isNameRevealed) parts.push_back(part("earlier frames hide the name"));
+    if (const auto guess = guessOf(sighting)) {
+        ShownText name = ownText("not UTF-8; in GB18030 it would read ", style.rules);
+        name.append(shownText(*guess, style.rules));
+        parts.push_back(TextPart::foreign(name));
+    }
     return hangingLines({}, Meaning::Plain, parts, Meaning::Secondary, style);
 }
 
