@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "halvane/air/feature.h"
+
 #include "tests/support/captured_stream.h"
 #include "tests/tools/networks/networks_for_tests.h"
 #include "tools/halvane/output/cell_text.h"
@@ -95,6 +97,21 @@ TEST_F(NetworkTable, FitsEveryWidth) {
         }
         EXPECT_EQ(count, networks_.size() + 1);
     }
+}
+
+TEST_F(NetworkTable, CutsFeaturesThatFindNoRoom) {
+    std::vector<const NetworkColumn*> columns;
+    for (const char* const name : {"ssid", "bssid", "features", "signal"}) {
+        columns.push_back(networkColumnNamed(name));
+    }
+    for (const auto feature :
+         {air::Feature::RadioMeasurement, air::Feature::BssTransition, air::Feature::FastTransition,
+          air::Feature::Wmm, air::Feature::Wps}) {
+        networks_.front().profile.features.push_back(feature);
+    }
+    EXPECT_GT(printed({.columns = columns, .width = 200}).find('\n'), 48U);
+    std::istringstream lines(printed({.columns = columns, .width = 48}));
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 48U) << line;
 }
 
 // A table has 40 cells at least. Names of two cells a letter, and one with a combining mark.

@@ -16,7 +16,10 @@ namespace {
 // The width from which on the security has its full name.
 constexpr std::size_t kFullSecurityWidth = 160;
 
+// Names of access points and features stand only where they were asked for.
 constexpr Squeeze kSqueezes[] = {
+    {.column = "features", .least = 8},
+    {.column = "ap", .least = 8},
     {.column = "maker", .least = 8},
     {.column = "ssid", .least = 12},
     {.column = "ssid", .least = 4, .from = 40},
