@@ -59,6 +59,22 @@ TEST(InShort, TellsOfCrowdedChannels) {
               "channels 52 to 64 hold 0.");
 }
 
+TEST(InShort, TellsOfAnOwnRadioThatOthersCrowd) {
+    ReportMaker maker;
+    for (std::uint8_t i = 1; i <= 4; ++i) {
+        maker.add({.name = i == 1 ? "mine" : "other",
+                   .lastOctet = static_cast<std::uint8_t>(i << 4),
+                   .band = air::Band::Ghz2,
+                   .channel = i});
+    }
+    EXPECT_EQ(sentencesOf(maker.data(ownNamed("mine"))).at(1),
+              "1 of your radios shares channels 1 to 3 (3 radios in all), while channels 9 to 13 "
+              "hold 0.");
+    for (const std::string& sentence : sentencesOf(maker.data(ownNamed("absent")))) {
+        EXPECT_EQ(sentence.find("while channels"), std::string::npos) << sentence;
+    }
+}
+
 TEST(InShort, TellsOfLoadChannelsAndSecurity) {
     ReportMaker maker;
     using air::Security;

@@ -1,6 +1,7 @@
 #include "tools/halvane/report/in_short.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -29,7 +30,7 @@ namespace {
 
 constexpr std::size_t kMostSentences = 6;
 constexpr int kHighLoad = 102;     // of 255: 40 %
-constexpr std::size_t kCrowd = 3;  // own radios over one range
+constexpr std::size_t kCrowd = 3;  // radios in one range
 constexpr double kDamagedShare = 0.01;
 
 // Writes a sentence and returns true, or writes nothing.
@@ -90,34 +91,55 @@ bool tellOwn(HtmlWriter& html, const ReportData& data) {
     return true;
 }
 
-// The channels of 80 MHz at 5 GHz, by their first and last channel of 20 MHz.
-struct WideRange {
+// Channels that disturb each other, by the first and the last one of 20 MHz.
+struct ChannelRange {
+    air::Band band;
     int first, last;
 };
-constexpr WideRange kWideRanges[] = {{36, 48},   {52, 64},   {100, 112},
-                                     {116, 128}, {132, 144}, {149, 161}};
+// The channels around 1, 6 and 11, and those of 80 MHz.
+constexpr auto kRangesOf24 = std::to_array<ChannelRange>(
+    {{air::Band::Ghz2, 1, 3}, {air::Band::Ghz2, 4, 8}, {air::Band::Ghz2, 9, 13}});
+constexpr auto kRangesOf5 = std::to_array<ChannelRange>({{air::Band::Ghz5, 36, 48},
+                                                         {air::Band::Ghz5, 52, 64},
+                                                         {air::Band::Ghz5, 100, 112},
+                                                         {air::Band::Ghz5, 116, 128},
+                                                         {air::Band::Ghz5, 132, 144},
+                                                         {air::Band::Ghz5, 149, 161}});
 
 // Radios whose primary channel lies in the range.
-std::size_t radiosIn(const ReportData& data, const WideRange& range, bool ownOnly) {
+std::size_t radiosIn(const ReportData& data, const ChannelRange& range, bool ownOnly) {
     return static_cast<std::size_t>(std::ranges::count_if(data.radios, [&](const Radio& radio) {
         const auto& channel = data.channelOf(radio).primaryChannel;
-        return channel && data.bandOf(radio) == air::Band::Ghz5 && **channel >= range.first &&
+        return channel && data.bandOf(radio) == range.band && **channel >= range.first &&
                **channel <= range.last && (radio.isOwn || !ownOnly);
     }));
 }
 
-bool tellCrowd(HtmlWriter& html, const ReportData& data) {
+// Tells of the range with most radios among those that have own ones.
+bool tellCrowdIn(HtmlWriter& html, const ReportData& data, std::span<const ChannelRange> ranges) {
     if (!data.hasOwn) return false;
-    const auto own = [&](const WideRange& range) { return radiosIn(data, range, true); };
-    const auto all = [&](const WideRange& range) { return radiosIn(data, range, false); };
-    const WideRange& crowded = *std::ranges::max_element(kWideRanges, {}, own);
-    const WideRange& empty = *std::ranges::min_element(kWideRanges, {}, all);
-    if (own(crowded) < kCrowd || all(empty) + 1 >= all(crowded)) return false;
-    html << "<b>" << own(crowded) << "</b> of your radios share the 80 MHz of channels "
+    const auto own = [&](const ChannelRange& range) { return radiosIn(data, range, true); };
+    const auto all = [&](const ChannelRange& range) { return radiosIn(data, range, false); };
+    const auto weight = [&](const ChannelRange& range) { return own(range) > 0 ? all(range) : 0; };
+    const ChannelRange& crowded = *std::ranges::max_element(ranges, {}, weight);
+    const ChannelRange& empty = *std::ranges::min_element(ranges, {}, all);
+    if (weight(crowded) < kCrowd || all(empty) + 1 >= all(crowded)) return false;
+    const bool isOne = own(crowded) == 1;
+    html << "<b>" << own(crowded) << "</b> of your radios "
+         << (isOne ? Markup("shares ") : Markup("share "))
+         << (crowded.band == air::Band::Ghz5 ? Markup("the 80 MHz of ") : Markup("")) << "channels "
          << crowded.first << " to " << crowded.last << " (<b>" << all(crowded)
          << "</b> radios in all), while channels " << empty.first << " to " << empty.last
          << " hold <b>" << all(empty) << "</b>.";
     return true;
+}
+
+bool tellCrowdOf5(HtmlWriter& html, const ReportData& data) {
+    return tellCrowdIn(html, data, kRangesOf5);
+}
+
+bool tellCrowdOf24(HtmlWriter& html, const ReportData& data) {
+    return tellCrowdIn(html, data, kRangesOf24);
 }
 
 bool tellLoad(HtmlWriter& html, const ReportData& data) {
@@ -239,8 +261,9 @@ bool tellDamage(HtmlWriter& html, const ReportData& data) {
     return true;
 }
 
-constexpr Rule kRules[] = {tellOwn,  tellCrowd,     tellLoad,  tellChannelsOf24, tellWeakSecurity,
-                           tellWpa3, tellDiffering, tellRadar, tellDamage};
+constexpr Rule kRules[] = {tellOwn,          tellCrowdOf5,     tellCrowdOf24, tellLoad,
+                           tellChannelsOf24, tellWeakSecurity, tellWpa3,      tellDiffering,
+                           tellRadar,        tellDamage};
 
 }  // namespace
 
