@@ -13,6 +13,7 @@
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
+#include "halvane/model/daemon_status.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/bus/message_check_internal.h"
@@ -20,9 +21,9 @@
 #include "halvane/platform/plist/xml_property_list_reader.h"
 #include "halvane/regulatory/channel.h"
 
+#include "tests/sim/answers.h"
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/notification.h"
-#include "tools/halvaned-sim/status.h"
 
 namespace halvane::sim {
 
@@ -104,7 +105,7 @@ TEST_F(SimulationTest, ListsANewcomerInSoManyBytes) {
 TEST_F(SimulationTest, ListsAsManyStationsAsThereMayBe) {
     World& world = simulation_.world;
     world.startBSS("wlan0");
-    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), Status::Done);
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), DaemonStatus::Done);
     const IPCMessage reply = ask({{"command", "clientList"}}).reply;
     EXPECT_EQ(recordsIn<HalvaneClient>(reply.entries(), "clients").size(), kMaximumStations);
     EXPECT_EQ(checkBusMessage(reply, kLargestReply).refusal, "");
