@@ -105,8 +105,11 @@ Result<void, std::string> Session::start() {
     }
     watchSignals();
     const auto onLoss = [this] {
-        complain("the bus is gone");
-        stop(EXIT_FAILURE);
+        guarded([this] {
+            complain("the bus is gone");
+            stop(EXIT_FAILURE);
+            return 0;
+        });
     };
     const auto onNameless = [](const std::string& reason) {
         complain("the daemon came back without its name: " + reason);
