@@ -2,6 +2,7 @@
 // decoded reads back the same after a client has sent it again.
 #include <cstddef>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,13 +15,20 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/result.h"
 #include "halvane/daemon/requests_internal.h"
+#include "halvane/model/bss_config.h"
+#include "halvane/model/client.h"
 #include "halvane/model/daemon_log_controls.h"
 #include "halvane/model/daemon_protocol.h"
 #include "halvane/model/daemon_status.h"
+#include "halvane/model/device.h"
+#include "halvane/model/interface.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/regulatory/channel.h"
 #include "halvane/service/backend.h"
+#include "halvane/service/backend_reply.h"
+#include "halvane/service/daemon_faults.h"
 #include "halvane/service/dispatcher_internal.h"
 #include "halvane/service/log_settings.h"
 #include "halvane/service/message_internal.h"

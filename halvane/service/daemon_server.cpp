@@ -1,5 +1,6 @@
 #include "halvane/service/daemon_server.h"
 
+// IWYU pragma: no_include <systemd/sd-event.h>
 #include <utility>
 
 #include "halvane/model/daemon_service.h"

@@ -28,7 +28,8 @@
 #include "halvane/service/log_settings.h"
 #include "halvane/service/subscribers.h"
 
-struct sd_event;  // a loop, of <systemd/sd-event.h>
+// IWYU pragma: no_include <systemd/sd-event.h>
+struct sd_event;  // a loop, of that header
 
 namespace halvane {
 
@@ -85,7 +86,7 @@ class HALVANE_EXPORT DaemonServer {
     Result<void, std::string> restart();
 
   private:
-    struct Core;
+    struct HALVANE_HIDDEN Core;
     std::unique_ptr<Core> core_;
 };
 

@@ -5,6 +5,7 @@
 
 #include "halvane/model/daemon_status.h"
 #include "halvane/platform/bus/message_check_internal.h"
+#include "halvane/service/backend_reply.h"
 #include "halvane/service/dispatcher_internal.h"
 #include "halvane/service/message_internal.h"
 

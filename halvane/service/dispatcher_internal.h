@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "halvane/model/daemon_status.h"
 #include "halvane/model/station_change.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/service/backend.h"

@@ -1,5 +1,6 @@
 #include "halvane/model/station_change.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <string>

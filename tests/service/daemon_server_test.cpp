@@ -14,8 +14,11 @@
 #include <vector>
 
 #include "halvane/model/daemon_service.h"
+#include "halvane/model/daemon_status.h"
+#include "halvane/service/backend_reply.h"
 
 #include "tests/service/running_server.h"
+#include "tests/service/scripted_backend.h"
 #include "tests/support/bus_caller.h"
 #include "tests/support/private_bus.h"
 #include "tests/support/scoped_environment.h"

@@ -17,9 +17,11 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/result.h"
 #include "halvane/base/skeleton_internal.h"
+#include "halvane/model/daemon_log_controls.h"
 #include "halvane/model/daemon_status.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
+#include "halvane/service/backend_reply.h"
 #include "halvane/service/dispatcher_internal.h"
 #include "halvane/service/message_internal.h"
 

@@ -1,4 +1,5 @@
 // docs/protocol.md and docs/daemon.md say what the library has.
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <gmock/gmock.h>

@@ -2,6 +2,7 @@
 #ifndef TESTS_SERVICE_SCRIPTED_BACKEND_H
 #define TESTS_SERVICE_SCRIPTED_BACKEND_H
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@
 #include "halvane/model/station_change.h"
 #include "halvane/regulatory/channel.h"
 #include "halvane/service/backend.h"
+#include "halvane/service/backend_reply.h"
 #include "halvane/service/log_settings.h"
 
 namespace halvane::testing {

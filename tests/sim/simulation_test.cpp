@@ -2,9 +2,12 @@
 #include "tools/halvaned-sim/simulation.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <string>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -16,6 +19,7 @@
 #include "halvane/model/daemon_status.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
+#include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"

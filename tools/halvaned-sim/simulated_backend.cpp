@@ -6,6 +6,7 @@
 
 #include "halvane/base/result.h"
 #include "halvane/model/daemon_status.h"
+#include "halvane/service/backend_reply.h"
 #include "halvane/service/message_internal.h"
 
 #include "tools/halvaned-sim/notification.h"
