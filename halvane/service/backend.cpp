@@ -2,8 +2,7 @@
 
 namespace halvane {
 
-// Here, so that the library alone holds the tables of the classes.
-StationListener::~StationListener() = default;
+// Here, so that the library alone holds the table of the class.
 Backend::~Backend() = default;
 
 }  // namespace halvane

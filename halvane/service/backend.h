@@ -38,7 +38,7 @@ class HALVANE_EXPORT StationListener {
     StationListener() = default;
     StationListener(const StationListener&) = default;
     StationListener& operator=(const StationListener&) = default;
-    virtual ~StationListener();
+    ~StationListener() = default;
 };
 
 // REQUIRES of each function: throws nothing but std::bad_alloc, which loses the reply.

@@ -26,7 +26,8 @@ struct DaemonServer::Core {
     ServiceHost::Handlers hostHandlers() {
         return {
             .request =
-                [this](const std::string& sender, IPCMessage request, ServiceHost::Call call) {
+                [this](const std::string& sender, const IPCMessage& request,
+                       const ServiceHost::Call& call) {
                     dispatcher->handle(sender, request, [this, call](const DaemonAnswer& answer) {
                         respond(call, answer);
                     });

@@ -166,7 +166,7 @@ Result<void, std::string> ServiceHost::watch() {
 // sd-bus replies with an error if this returns one.
 int ServiceHost::requestArrived(sd_bus_message* message, void* host, sd_bus_error* error) noexcept {
     return withoutThrowing([=] {
-        auto request = readBusMessage(message);
+        const auto request = readBusMessage(message);
         if (!request) {
             return ::sd_bus_error_set_const(error, SD_BUS_ERROR_INVALID_ARGS,
                                             "the dictionary cannot be read");
@@ -175,7 +175,7 @@ int ServiceHost::requestArrived(sd_bus_message* message, void* host, sd_bus_erro
         if (call == nullptr) return -ENOMEM;
         const char* const sender = ::sd_bus_message_get_sender(message);
         static_cast<ServiceHost*>(host)->handlers_.request(sender != nullptr ? sender : "",
-                                                           *std::move(request), call);
+                                                           *request, call);
         call->request = nullptr;
         return 1;
     });

@@ -40,7 +40,8 @@ class ServiceHost {
     // All are called from the loop, except `left`, which restart() and the destructor may call.
     // REQUIRES of each: throws nothing but std::bad_alloc.
     struct Handlers {
-        std::function<void(const std::string& sender, IPCMessage request, Call call)> request;
+        std::function<void(const std::string& sender, const IPCMessage& request, const Call& call)>
+            request;
 
         // A connection has left the bus. `name` is the one that only it had.
         std::function<void(const std::string& name)> departed;
