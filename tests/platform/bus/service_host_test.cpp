@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 #include <systemd/sd-event.h>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -60,19 +59,19 @@ class ServiceHostTest : public ::testing::Test {
     std::function<void(const ServiceHost::Call&)> onCall_ = [this](const ServiceHost::Call& call) {
         calls_.push_back(call);
     };
-    ServiceHost host_{
-        loop_.get(),
-        kName,
-        {.request =
-             [this](const std::string& sender, IPCMessage request, const ServiceHost::Call& call) {
-                 sender_ = sender;
-                 request_ = std::move(request);
-                 onCall_(call);
-             },
-         .departed = [this](const std::string& name) { departed_.push_back(name); },
-         .left = [] {},
-         .lost = [this] { ++lost_; },
-         .nameless = [](const std::string&) {}}};
+    ServiceHost host_{loop_.get(),
+                      kName,
+                      {.request =
+                           [this](const std::string& sender, const IPCMessage& request,
+                                  const ServiceHost::Call& call) {
+                               sender_ = sender;
+                               request_ = request;
+                               onCall_(call);
+                           },
+                       .departed = [this](const std::string& name) { departed_.push_back(name); },
+                       .left = [] {},
+                       .lost = [this] { ++lost_; },
+                       .nameless = [](const std::string&) {}}};
 
     void SetUp() override {
         const auto started = host_.start();
