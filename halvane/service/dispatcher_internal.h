@@ -44,7 +44,7 @@ class Dispatcher final : public StationListener, public std::enable_shared_from_
     Dispatcher& operator=(const Dispatcher&) = delete;
 
     // What the backend still has to reply goes nowhere.
-    ~Dispatcher();
+    virtual ~Dispatcher();
 
     // Carries out a request of the connection `sender`, and calls `respond` once, now or later.
     // Then, unless the reply comes later, notifies of its effects. If it throws std::bad_alloc, it
