@@ -6,11 +6,9 @@
 #define HALVANE_DAEMON_DAEMON_EVENTS_H
 
 #include <functional>
-#include <string>
 
-#include "halvane/base/export.h"
-#include "halvane/base/mac_address.h"
 #include "halvane/daemon/daemon_result.h"
+#include "halvane/model/station_change.h"  // IWYU pragma: export
 
 namespace halvane {
 
@@ -22,20 +20,6 @@ enum class DaemonState {
     BusGone,     // the bus cannot be reached; the client tries again
     Ending,      // the client is being destroyed, or belongs to another process
 };
-
-// What happened to a station of a hosted network.
-struct StationChange {
-    enum class Kind { Authorized, Joined, Kicked, Left };
-
-    Kind kind = Kind::Joined;
-    MacAddress address;
-    std::string interface;  // the interface that hosts the network
-
-    friend bool operator==(const StationChange&, const StationChange&) = default;
-};
-
-// "authorized", "joined", "kicked" or "left". Static text.
-HALVANE_EXPORT const char* nameOf(StationChange::Kind kind) noexcept;
 
 // The functions that receive the events. Each may be empty.
 // REQUIRES of each: throws nothing; an exception ends the program.

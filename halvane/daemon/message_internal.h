@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "halvane/base/number.h"
+#include "halvane/model/daemon_protocol.h"
 #include "halvane/platform/bus/ipc_message.h"
 
 namespace halvane {
@@ -19,7 +20,7 @@ const Kind* daemonValue(const IPCMessage& message, std::string_view key) {
 
 // Returns "status", the lowest 32 bits of a 64-bit integer; 0, success, if it is missing.
 inline std::int32_t daemonStatus(const IPCMessage& message) {
-    const auto* number = daemonValue<Number>(message, "status");
+    const auto* number = daemonValue<Number>(message, protocol::key::kStatus);
     if (number == nullptr || number->isReal()) return 0;
     return static_cast<std::int32_t>(number->exactInt64().value_or(0));
 }

@@ -5,6 +5,7 @@
 #include "halvane/base/number.h"
 #include "halvane/base/result.h"
 #include "halvane/daemon/requests_internal.h"
+#include "halvane/model/daemon_protocol.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 namespace halvane {
@@ -12,18 +13,17 @@ namespace halvane {
 namespace {
 
 using Kind = DaemonError::Kind;
+namespace command = protocol::command;
+namespace key = protocol::key;
 
 // --- Messages ---
-
-constexpr const char* kInterface = "interface";
-constexpr const char* kRole = "role";  // also a command
 
 // A key of a request and its value. A key without a value is left out.
 using Entry = std::pair<const char*, std::optional<PropertyListValue>>;
 
 IPCMessage messageOf(const char* command, std::initializer_list<Entry> entries = {}) {
     IPCMessage message;
-    message.entries().set("command", command);
+    message.entries().set(key::kCommand, command);
     for (const auto& [key, value] : entries) {
         if (value) message.entries().set(key, *value);
     }
@@ -45,7 +45,7 @@ PropertyListValue dataOf(const HalvaneBSSConfig& configuration) {
 
 // Absent if "status" is not an integer; such a reply breaks the protocol.
 std::optional<std::int64_t> statusIn(const IPCMessage& reply) {
-    const auto* number = daemonValue<Number>(reply, "status");
+    const auto* number = daemonValue<Number>(reply, key::kStatus);
     if (number == nullptr || number->isReal()) return std::nullopt;
     return number->exactInt64();
 }
@@ -67,21 +67,21 @@ DaemonResult<std::vector<Record>> readList(const IPCMessage& reply) {
 
 // The settings are the result whatever the status is. The reply may lack a status.
 DaemonResult<std::string> readSettings(const IPCMessage& reply) {
-    if (const auto* settings = daemonValue<std::string>(reply, "params")) return *settings;
+    if (const auto* settings = daemonValue<std::string>(reply, key::kLogging)) return *settings;
     const auto status = statusIn(reply).value_or(0);
     if (status != 0) return Unexpected(DaemonError{Kind::Refused, status});
     return Unexpected(DaemonError{Kind::Undecodable});
 }
 
 DaemonRequest<void> interfaceAction(const char* command, std::string_view interface) {
-    return {messageOf(command, {{kInterface, textOf(interface)}}), readStatus};
+    return {messageOf(command, {{key::kInterface, textOf(interface)}}), readStatus};
 }
 
 DaemonRequest<void> configurationAction(const char* command, std::string_view interface,
                                         const HalvaneBSSConfig& configuration) {
-    return {
-        messageOf(command, {{kInterface, textOf(interface)}, {"bssconfig", dataOf(configuration)}}),
-        readStatus};
+    return {messageOf(command, {{key::kInterface, textOf(interface)},
+                                {key::kConfiguration, dataOf(configuration)}}),
+            readStatus};
 }
 
 }  // namespace
@@ -89,15 +89,15 @@ DaemonRequest<void> configurationAction(const char* command, std::string_view in
 namespace requests {
 
 DaemonRequest<std::vector<HalvaneDevice>> devices() {
-    return {messageOf("queryDeviceList"), readList<HalvaneDevice>};
+    return {messageOf(command::kDevices), readList<HalvaneDevice>};
 }
 
 DaemonRequest<std::vector<HalvaneInterface>> interfaces() {
-    return {messageOf("queryInterfaceList"), readList<HalvaneInterface>};
+    return {messageOf(command::kInterfaces), readList<HalvaneInterface>};
 }
 
 DaemonRequest<std::vector<HalvaneChannel>> channels(std::string_view interface) {
-    return {messageOf("queryChannelList", {{kInterface, textOf(interface)}}),
+    return {messageOf(command::kChannels, {{key::kInterface, textOf(interface)}}),
             readList<HalvaneChannel>};
 }
 
@@ -105,49 +105,51 @@ DaemonRequest<std::vector<HalvaneBSSConfig>> configurations(
     std::optional<std::string_view> interface) {
     std::optional<PropertyListValue> name;
     if (interface) name = textOf(*interface);
-    return {messageOf("queryBSSConfigList", {{kInterface, std::move(name)}}),
+    return {messageOf(command::kConfigurations, {{key::kInterface, std::move(name)}}),
             readList<HalvaneBSSConfig>};
 }
 
 DaemonRequest<std::vector<HalvaneClient>> stations() {
-    return {messageOf("clientList"), readList<HalvaneClient>};
+    return {messageOf(command::kStations), readList<HalvaneClient>};
 }
 
 DaemonRequest<void> add(std::string_view interface, const HalvaneBSSConfig& configuration) {
-    return configurationAction("configAdd", interface, configuration);
+    return configurationAction(command::kAdd, interface, configuration);
 }
 
 DaemonRequest<void> remove(std::string_view interface, const HalvaneBSSConfig& configuration) {
-    return configurationAction("configRemove", interface, configuration);
+    return configurationAction(command::kRemove, interface, configuration);
 }
 
 DaemonRequest<void> enable(std::string_view interface) {
-    return interfaceAction("enable", interface);
+    return interfaceAction(command::kEnable, interface);
 }
 
 DaemonRequest<void> disable(std::string_view interface) {
-    return interfaceAction("disable", interface);
+    return interfaceAction(command::kDisable, interface);
 }
 
 DaemonRequest<void> role(std::string_view interface, std::string_view role) {
-    return {messageOf(kRole, {{kInterface, textOf(interface)}, {kRole, textOf(role)}}), readStatus};
+    return {messageOf(command::kRole,
+                      {{key::kInterface, textOf(interface)}, {key::kRole, textOf(role)}}),
+            readStatus};
 }
 
 DaemonRequest<void> start(std::string_view interface) {
-    return interfaceAction("bssStart", interface);
+    return interfaceAction(command::kStart, interface);
 }
 
 DaemonRequest<void> stop(std::string_view interface) {
-    return interfaceAction("bssStop", interface);
+    return interfaceAction(command::kStop, interface);
 }
 
 DaemonRequest<void> subscribe(bool isWanted) {
-    return {messageOf("subscribe", {{"notifyAP", isWanted}}), readStatus};
+    return {messageOf(command::kSubscribe, {{key::kWantsNotifications, isWanted}}), readStatus};
 }
 
 // The keys are the names of the log categories.
 DaemonRequest<void> setLogging(const DaemonLogControls& controls) {
-    IPCMessage message = messageOf("logging");
+    IPCMessage message = messageOf(command::kSetLogging);
     for (std::size_t i = 0; i < controls.size(); ++i) {
         if (controls[i]) message.entries().set(std::string(kDaemonLogCategories[i]), *controls[i]);
     }
@@ -155,7 +157,7 @@ DaemonRequest<void> setLogging(const DaemonLogControls& controls) {
 }
 
 DaemonRequest<std::string> logging() {
-    return {messageOf("queryLogging"), readSettings};
+    return {messageOf(command::kLogging), readSettings};
 }
 
 }  // namespace requests

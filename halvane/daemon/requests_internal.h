@@ -11,11 +11,12 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
-#include "halvane/daemon/daemon_log_controls.h"
 #include "halvane/daemon/daemon_result.h"
 #include "halvane/daemon/message_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
+#include "halvane/model/daemon_list_key_internal.h"
+#include "halvane/model/daemon_log_controls.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/bus/ipc_message.h"
@@ -31,20 +32,6 @@ struct DaemonRequest {
     // Converts a reply to the result. It may throw std::bad_alloc, and nothing else.
     DaemonResult<T> (*read)(const IPCMessage& reply);
 };
-
-// The key in a reply under which each kind of record is listed.
-template <typename Record>
-inline constexpr const char* kDaemonListKey = nullptr;
-template <>
-inline constexpr const char* kDaemonListKey<HalvaneDevice> = "devices";
-template <>
-inline constexpr const char* kDaemonListKey<HalvaneInterface> = "interfaces";
-template <>
-inline constexpr const char* kDaemonListKey<HalvaneChannel> = "channels";
-template <>
-inline constexpr const char* kDaemonListKey<HalvaneBSSConfig> = "configs";
-template <>
-inline constexpr const char* kDaemonListKey<HalvaneClient> = "clients";
 
 // Returns the records in a reply, without items that make no record; absent if it holds no list.
 template <typename Record>

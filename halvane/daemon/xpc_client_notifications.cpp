@@ -8,7 +8,9 @@
 #include "halvane/daemon/xpc_link_internal.h"
 #include "halvane/daemon/xpc_request_internal.h"
 #include "halvane/ie/fancy_formatting.h"
-#include "halvane/model/daemon_service.h"
+#include "halvane/model/daemon_protocol.h"
+#include "halvane/model/station_change.h"
+#include "halvane/model/station_change_internal.h"
 #include "halvane/utils/log.h"
 
 namespace halvane {
@@ -17,7 +19,7 @@ namespace {
 
 using Delegate = HalvaneXPCClientDelegate;
 
-// The log text and delegate member for each notification, in the order of kDaemonNotifications.
+// The log text and delegate member for each notification, in the order of kStationNotifications.
 struct Notification {
     const char* name;
     const char* function;  // the handler's name as the log shows it
@@ -25,13 +27,13 @@ struct Notification {
 };
 
 constexpr Notification kNotifications[] = {
-    {kDaemonNotifications[0].command, "-[HalvaneXPCClient handleNotificationClientAuthorized:]",
+    {kStationNotifications[0].command, "-[HalvaneXPCClient handleNotificationClientAuthorized:]",
      &Delegate::clientAuthorized_forInterface},
-    {kDaemonNotifications[1].command, "-[HalvaneXPCClient handleNotificationClientJoined:]",
+    {kStationNotifications[1].command, "-[HalvaneXPCClient handleNotificationClientJoined:]",
      &Delegate::clientJoined_forInterface},
-    {kDaemonNotifications[2].command, "-[HalvaneXPCClient handleNotificationClientKicked:]",
+    {kStationNotifications[2].command, "-[HalvaneXPCClient handleNotificationClientKicked:]",
      &Delegate::clientKicked_forInterface},
-    {kDaemonNotifications[3].command, "-[HalvaneXPCClient handleNotificationClientLeft:]",
+    {kStationNotifications[3].command, "-[HalvaneXPCClient handleNotificationClientLeft:]",
      &Delegate::clientLeft_forInterface},
 };
 
@@ -52,10 +54,10 @@ void handle(const Notification& notification, const IPCMessage& message,
             const std::shared_ptr<const Delegate>& delegate,
             const std::shared_ptr<const XPCLink>& link) {
     log(notification, "Command        : %s\n", notification.name);
-    const auto* interfaceName = daemonValue<std::string>(message, "BSDName");
+    const auto* interfaceName = daemonValue<std::string>(message, protocol::key::kStationInterface);
     if (interfaceName == nullptr) return;
     log(notification, "Interface      : %s\n", interfaceName->c_str());
-    const auto* mac = daemonValue<ByteBuffer>(message, "MAC");
+    const auto* mac = daemonValue<ByteBuffer>(message, protocol::key::kStationAddress);
     if (mac == nullptr) return;
     logAddress(notification, *mac);
     if (delegate && (*delegate).*notification.call && !link->hasEnded()) {

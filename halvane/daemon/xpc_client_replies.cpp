@@ -6,6 +6,7 @@
 #include "halvane/daemon/message_internal.h"
 #include "halvane/daemon/requests_internal.h"
 #include "halvane/daemon/xpc_client.h"
+#include "halvane/model/daemon_protocol.h"
 #include "halvane/model/daemon_service.h"
 
 namespace halvane {
@@ -97,7 +98,8 @@ bool HalvaneXPCClient::setLoggingResponse_error(const ServiceReply& reply,
 }
 
 std::optional<std::string> HalvaneXPCClient::queryLoggingResponse(const ServiceReply& reply) {
-    const auto* params = reply ? daemonValue<std::string>(*reply, "params") : nullptr;
+    const auto* params =
+        reply ? daemonValue<std::string>(*reply, protocol::key::kLogging) : nullptr;
     return params != nullptr ? std::optional(*params) : std::nullopt;
 }
 

@@ -64,6 +64,8 @@ class HALVANE_EXPORT HalvaneInterface {
     friend HALVANE_EXPORT bool operator==(const HalvaneInterface& a, const HalvaneInterface& b);
 
   private:
+    friend class InterfaceBuilder;  // which sets what clients only read
+
     HalvaneInterface() = default;
 
     std::optional<ByteBuffer> ifMAC_;

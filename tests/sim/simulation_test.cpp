@@ -2,9 +2,12 @@
 #include "tools/halvaned-sim/simulation.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <string>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -13,16 +16,18 @@
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
+#include "halvane/model/daemon_status.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
+#include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"
 #include "halvane/regulatory/channel.h"
 
+#include "tests/sim/answers.h"
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/notification.h"
-#include "tools/halvaned-sim/status.h"
 
 namespace halvane::sim {
 
@@ -104,7 +109,7 @@ TEST_F(SimulationTest, ListsANewcomerInSoManyBytes) {
 TEST_F(SimulationTest, ListsAsManyStationsAsThereMayBe) {
     World& world = simulation_.world;
     world.startBSS("wlan0");
-    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), Status::Done);
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), DaemonStatus::Done);
     const IPCMessage reply = ask({{"command", "clientList"}}).reply;
     EXPECT_EQ(recordsIn<HalvaneClient>(reply.entries(), "clients").size(), kMaximumStations);
     EXPECT_EQ(checkBusMessage(reply, kLargestReply).refusal, "");

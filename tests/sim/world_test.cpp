@@ -6,6 +6,7 @@
 
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/daemon_status.h"
 
 #include "tools/halvaned-sim/default_world.h"
 
@@ -43,7 +44,7 @@ Notification on0(Happening happening, const ByteBuffer& mac) {
 // Returns the default world with the BSS of wlan0 up. Its earlier notifications are taken.
 World worldWithBSS() {
     World world = defaultWorld();
-    EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.startBSS("wlan0"), DaemonStatus::Done);
     world.takeNotifications();
     return world;
 }
@@ -78,7 +79,7 @@ TEST(World, HasTwoDevicesWithAnInterfaceEach) {
 
 TEST(World, LetsStationsInRangeJoinWhenABSSStarts) {
     World world = defaultWorld();
-    EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.startBSS("wlan0"), DaemonStatus::Done);
     EXPECT_THAT(world.takeNotifications(),
                 ElementsAre(on0(Happening::Joined, kFirst), on0(Happening::Authorized, kFirst),
                             on0(Happening::Joined, kSecond), on0(Happening::Authorized, kSecond)));
@@ -94,12 +95,12 @@ TEST(World, LetsStationsInRangeJoinWhenABSSStarts) {
 
 TEST(World, DoesNothingWhereABSSIsUpAlready) {
     World world = worldWithBSS();
-    EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.startBSS("wlan0"), DaemonStatus::Done);
     EXPECT_THAT(world.takeNotifications(), IsEmpty());
 }
 
 TEST(World, LetsStationsLeaveWhenTheBSSEnds) {
-    using End = Status (*)(World&);
+    using End = DaemonStatus (*)(World&);
     const End ends[] = {
         [](World& world) { return world.stopBSS("wlan0"); },
         [](World& world) { return world.disable("wlan0"); },
@@ -110,7 +111,7 @@ TEST(World, LetsStationsLeaveWhenTheBSSEnds) {
     };
     for (const End& end : ends) {
         World world = worldWithBSS();
-        EXPECT_EQ(end(world), Status::Done);
+        EXPECT_EQ(end(world), DaemonStatus::Done);
         EXPECT_THAT(world.takeNotifications(),
                     ElementsAre(on0(Happening::Left, kFirst), on0(Happening::Left, kSecond)));
         EXPECT_FALSE(world.interfaces()[0].hostedSSID);
@@ -122,7 +123,7 @@ TEST(World, LetsStationsLeaveWhenTheBSSEnds) {
 
 TEST(World, KeepsTheBSSOfARoleThatHostsToo) {
     World world = worldWithBSS();
-    EXPECT_EQ(world.changeRole("wlan0", "ap"), Status::Done);
+    EXPECT_EQ(world.changeRole("wlan0", "ap"), DaemonStatus::Done);
     EXPECT_THAT(world.takeNotifications(), IsEmpty());
     EXPECT_EQ(world.interfaces()[0].record.ifRole(), "ap");
     EXPECT_EQ(world.interfaces()[0].record.availableChannels().size(), 11u);
@@ -162,15 +163,15 @@ TEST(World, GivesNoReasonBeforeAStationLeaves) {
 
 TEST(World, StartsNothingOnAnInterfaceThatCannot) {
     World world = defaultWorld();
-    EXPECT_EQ(world.startBSS("wlan7"), Status::UnknownInterface);
-    EXPECT_EQ(world.startBSS("wlan1"), Status::WrongRole);
-    EXPECT_EQ(world.changeRole("wlan1", "AP"), Status::Done);
-    EXPECT_EQ(world.startBSS("wlan1"), Status::NothingToStart);
-    EXPECT_EQ(world.disable("wlan0"), Status::Done);
-    EXPECT_EQ(world.startBSS("wlan0"), Status::InterfaceDisabled);
+    EXPECT_EQ(world.startBSS("wlan7"), DaemonStatus::UnknownInterface);
+    EXPECT_EQ(world.startBSS("wlan1"), DaemonStatus::WrongRole);
+    EXPECT_EQ(world.changeRole("wlan1", "AP"), DaemonStatus::Done);
+    EXPECT_EQ(world.startBSS("wlan1"), DaemonStatus::NothingToStart);
+    EXPECT_EQ(world.disable("wlan0"), DaemonStatus::Done);
+    EXPECT_EQ(world.startBSS("wlan0"), DaemonStatus::InterfaceDisabled);
     EXPECT_THAT(world.takeNotifications(), IsEmpty());
-    EXPECT_EQ(world.enable("wlan0"), Status::Done);
-    EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.enable("wlan0"), DaemonStatus::Done);
+    EXPECT_EQ(world.startBSS("wlan0"), DaemonStatus::Done);
 }
 
 TEST(World, StartsTheConfigurationOfTheLowestOrder) {
@@ -186,9 +187,9 @@ TEST(World, StartsTheConfigurationOfTheLowestOrder) {
 
 TEST(World, ReplacesAConfigurationOfTheSameSSID) {
     World world = defaultWorld();
-    EXPECT_EQ(world.addConfig("wlan1", config("one")), Status::Done);
-    EXPECT_EQ(world.addConfig("wlan1", config("two")), Status::Done);
-    EXPECT_EQ(world.addConfig("wlan1", config("one", 9)), Status::Done);
+    EXPECT_EQ(world.addConfig("wlan1", config("one")), DaemonStatus::Done);
+    EXPECT_EQ(world.addConfig("wlan1", config("two")), DaemonStatus::Done);
+    EXPECT_EQ(world.addConfig("wlan1", config("one", 9)), DaemonStatus::Done);
     EXPECT_THAT(namesOf(world.interfaces()[1]), ElementsAre("one", "two"));
     EXPECT_EQ(world.interfaces()[1].configs.begin()->preferredOrder(), 9);
     EXPECT_THAT(namesOf(world.interfaces()[0]), ElementsAre("Halvane Simulation"));
@@ -198,11 +199,12 @@ TEST(World, RemovesAConfigurationByItsSSID) {
     World world = defaultWorld();
     world.addConfig("wlan1", config("one"));
     world.addConfig("wlan1", config("two"));
-    EXPECT_EQ(world.removeConfig("wlan1", config("one", 9)), Status::Done);
+    EXPECT_EQ(world.removeConfig("wlan1", config("one", 9)), DaemonStatus::Done);
     EXPECT_THAT(namesOf(world.interfaces()[1]), ElementsAre("two"));
-    EXPECT_EQ(world.removeConfig("wlan1", config("one")), Status::UnknownConfiguration);
-    EXPECT_EQ(world.removeConfig("wlan1", HalvaneBSSConfig::init()), Status::UnknownConfiguration);
-    EXPECT_EQ(world.removeConfig("wlan7", config("two")), Status::UnknownInterface);
+    EXPECT_EQ(world.removeConfig("wlan1", config("one")), DaemonStatus::UnknownConfiguration);
+    EXPECT_EQ(world.removeConfig("wlan1", HalvaneBSSConfig::init()),
+              DaemonStatus::UnknownConfiguration);
+    EXPECT_EQ(world.removeConfig("wlan7", config("two")), DaemonStatus::UnknownInterface);
 }
 
 TEST(World, LeavesTheBSSUpWhenAnotherConfigurationGoes) {
@@ -215,37 +217,37 @@ TEST(World, LeavesTheBSSUpWhenAnotherConfigurationGoes) {
 
 TEST(World, RefusesAConfigurationWithoutAnSSIDOfItsOwn) {
     World world = defaultWorld();
-    EXPECT_EQ(world.addConfig("wlan0", HalvaneBSSConfig::init()), Status::BadConfiguration);
-    EXPECT_EQ(world.addConfig("wlan0", config("")), Status::BadConfiguration);
-    EXPECT_EQ(world.addConfig("wlan7", config("x")), Status::UnknownInterface);
+    EXPECT_EQ(world.addConfig("wlan0", HalvaneBSSConfig::init()), DaemonStatus::BadConfiguration);
+    EXPECT_EQ(world.addConfig("wlan0", config("")), DaemonStatus::BadConfiguration);
+    EXPECT_EQ(world.addConfig("wlan7", config("x")), DaemonStatus::UnknownInterface);
     PropertyListDictionary skeleton;
     skeleton.set("SSID", ByteBuffer::fromText(std::string(33, 'x')));
     EXPECT_EQ(world.addConfig("wlan0", HalvaneBSSConfig::initWithSkeletonRepresentation(skeleton)),
-              Status::BadConfiguration);
+              DaemonStatus::BadConfiguration);
     skeleton.set("SSID", ByteBuffer::fromText(std::string(32, 'x')));
     EXPECT_EQ(world.addConfig("wlan0", HalvaneBSSConfig::initWithSkeletonRepresentation(skeleton)),
-              Status::Done);
+              DaemonStatus::Done);
 }
 
 TEST(World, TakesAnyRoleThatAPropertyListHolds) {
     World world = defaultWorld();
-    EXPECT_EQ(world.changeRole("wlan7", "AP"), Status::UnknownInterface);
-    EXPECT_EQ(world.changeRole("wlan0", ""), Status::BadRequest);
-    EXPECT_EQ(world.changeRole("wlan0", "\xEF\xBF\xBF"), Status::BadRequest);
+    EXPECT_EQ(world.changeRole("wlan7", "AP"), DaemonStatus::UnknownInterface);
+    EXPECT_EQ(world.changeRole("wlan0", ""), DaemonStatus::BadRequest);
+    EXPECT_EQ(world.changeRole("wlan0", "\xEF\xBF\xBF"), DaemonStatus::BadRequest);
     EXPECT_EQ(world.interfaces()[0].record.ifRole(), "AP");
-    EXPECT_EQ(world.changeRole("wlan0", "monitor"), Status::Done);
+    EXPECT_EQ(world.changeRole("wlan0", "monitor"), DaemonStatus::Done);
     EXPECT_EQ(world.interfaces()[0].record.ifRole(), "monitor");
-    EXPECT_EQ(world.enable("wlan7"), Status::UnknownInterface);
-    EXPECT_EQ(world.disable("wlan7"), Status::UnknownInterface);
-    EXPECT_EQ(world.stopBSS("wlan7"), Status::UnknownInterface);
+    EXPECT_EQ(world.enable("wlan7"), DaemonStatus::UnknownInterface);
+    EXPECT_EQ(world.disable("wlan7"), DaemonStatus::UnknownInterface);
+    EXPECT_EQ(world.stopBSS("wlan7"), DaemonStatus::UnknownInterface);
 }
 
 TEST(World, TellsWhatStationsDoInOrder) {
     World world = worldWithBSS();
-    EXPECT_EQ(world.join("wlan0", kStranger), Status::Done);
-    EXPECT_EQ(world.authorize("wlan0", kStranger), Status::Done);
-    EXPECT_EQ(world.kick("wlan0", kStranger, 15), Status::Done);
-    EXPECT_EQ(world.leave("wlan0", kFirst), Status::Done);
+    EXPECT_EQ(world.join("wlan0", kStranger), DaemonStatus::Done);
+    EXPECT_EQ(world.authorize("wlan0", kStranger), DaemonStatus::Done);
+    EXPECT_EQ(world.kick("wlan0", kStranger, 15), DaemonStatus::Done);
+    EXPECT_EQ(world.leave("wlan0", kFirst), DaemonStatus::Done);
     EXPECT_THAT(
         world.takeNotifications(),
         ElementsAre(on0(Happening::Joined, kStranger), on0(Happening::Authorized, kStranger),
@@ -257,18 +259,18 @@ TEST(World, TellsWhatStationsDoInOrder) {
 
 TEST(World, KnowsOnlyStationsThatAreAssociated) {
     World world = defaultWorld();
-    EXPECT_EQ(world.join("wlan0", kStranger), Status::NoBSS);
-    EXPECT_EQ(world.leave("wlan0", kStranger), Status::NoBSS);
-    EXPECT_EQ(world.burst("wlan0", 1), Status::NoBSS);
+    EXPECT_EQ(world.join("wlan0", kStranger), DaemonStatus::NoBSS);
+    EXPECT_EQ(world.leave("wlan0", kStranger), DaemonStatus::NoBSS);
+    EXPECT_EQ(world.burst("wlan0", 1), DaemonStatus::NoBSS);
     world.startBSS("wlan0");
     world.takeNotifications();
-    EXPECT_EQ(world.leave("wlan0", kFirst), Status::Done);
+    EXPECT_EQ(world.leave("wlan0", kFirst), DaemonStatus::Done);
     world.takeNotifications();
-    EXPECT_EQ(world.leave("wlan0", kFirst), Status::UnknownStation);
-    EXPECT_EQ(world.kick("wlan0", kStranger, 1), Status::UnknownStation);
-    EXPECT_EQ(world.authorize("wlan0", kStranger), Status::UnknownStation);
-    EXPECT_EQ(world.join("wlan7", kStranger), Status::UnknownInterface);
-    EXPECT_EQ(world.burst("wlan7", 1), Status::UnknownInterface);
+    EXPECT_EQ(world.leave("wlan0", kFirst), DaemonStatus::UnknownStation);
+    EXPECT_EQ(world.kick("wlan0", kStranger, 1), DaemonStatus::UnknownStation);
+    EXPECT_EQ(world.authorize("wlan0", kStranger), DaemonStatus::UnknownStation);
+    EXPECT_EQ(world.join("wlan7", kStranger), DaemonStatus::UnknownInterface);
+    EXPECT_EQ(world.burst("wlan7", 1), DaemonStatus::UnknownInterface);
     EXPECT_THAT(world.takeNotifications(), IsEmpty());
 }
 
@@ -276,7 +278,7 @@ TEST(World, BurstsWithStationsThatAreNew) {
     World world = worldWithBSS();
     const ByteBuffer next = {0x02, 0xB0, 0, 0, 0, 1};
     world.join("wlan0", next);
-    EXPECT_EQ(world.burst("wlan0", 2), Status::Done);
+    EXPECT_EQ(world.burst("wlan0", 2), DaemonStatus::Done);
     const ByteBuffer zero = {0x02, 0xB0, 0, 0, 0, 0}, two = {0x02, 0xB0, 0, 0, 0, 2};
     EXPECT_THAT(world.takeNotifications(),
                 ElementsAre(on0(Happening::Joined, next), on0(Happening::Joined, zero),
@@ -285,24 +287,24 @@ TEST(World, BurstsWithStationsThatAreNew) {
 
 TEST(World, HasRoomForSoManyStationsAndNoMore) {
     World world = worldWithBSS();
-    EXPECT_EQ(world.burst("wlan0", SIZE_MAX), Status::TooManyStations);
-    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 1), Status::TooManyStations);
+    EXPECT_EQ(world.burst("wlan0", SIZE_MAX), DaemonStatus::TooManyStations);
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 1), DaemonStatus::TooManyStations);
     EXPECT_THAT(world.takeNotifications(), IsEmpty());
-    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), Status::Done);
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), DaemonStatus::Done);
     EXPECT_EQ(world.takeNotifications().size(), kMaximumStations - 2);
-    EXPECT_EQ(world.join("wlan0", kStranger), Status::TooManyStations);
-    EXPECT_EQ(world.join("wlan0", kFirst), Status::Done);
+    EXPECT_EQ(world.join("wlan0", kStranger), DaemonStatus::TooManyStations);
+    EXPECT_EQ(world.join("wlan0", kFirst), DaemonStatus::Done);
     world.changeRole("wlan1", "AP");
     world.addConfig("wlan1", config("x"));
-    EXPECT_EQ(world.startBSS("wlan1"), Status::TooManyStations);
+    EXPECT_EQ(world.startBSS("wlan1"), DaemonStatus::TooManyStations);
 }
 
 TEST(World, StartsAgainWhereThereIsNoRoomLeft) {
     World world = worldWithBSS();
-    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), Status::Done);
-    EXPECT_EQ(world.stopBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.burst("wlan0", kMaximumStations - 2), DaemonStatus::Done);
+    EXPECT_EQ(world.stopBSS("wlan0"), DaemonStatus::Done);
     world.takeNotifications();
-    EXPECT_EQ(world.startBSS("wlan0"), Status::Done);
+    EXPECT_EQ(world.startBSS("wlan0"), DaemonStatus::Done);
     EXPECT_EQ(world.takeNotifications().size(), 4u);
     EXPECT_EQ(world.clients().size(), kMaximumStations);
 }

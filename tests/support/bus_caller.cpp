@@ -246,6 +246,11 @@ pid_t BusCaller::processOf(const char* name) {
     return static_cast<pid_t>(process);
 }
 
+void BusCaller::waitUntilOwned(const std::string& name) {
+    if (!ownerOf(name.c_str()).empty()) return;
+    processUntil([&] { return std::find(owned_.begin(), owned_.end(), name) != owned_.end(); });
+}
+
 void BusCaller::waitUntilGone(const std::string& name) {
     processUntil([&] { return std::find(gone_.begin(), gone_.end(), name) != gone_.end(); });
 }
@@ -258,7 +263,8 @@ int BusCaller::eventArrived(sd_bus_message* m, void* caller, sd_bus_error*) {
 int BusCaller::nameChanged(sd_bus_message* m, void* caller, sd_bus_error*) {
     const char *name = nullptr, *before = nullptr, *after = nullptr;
     check(::sd_bus_message_read(m, "sss", &name, &before, &after), "name");
-    if (*after == '\0') static_cast<BusCaller*>(caller)->gone_.push_back(name);
+    auto* self = static_cast<BusCaller*>(caller);
+    (*after == '\0' ? self->gone_ : self->owned_).push_back(name);
     return 0;
 }
 

@@ -80,6 +80,8 @@ class BusCaller {
     // Returns the process that owns a name.
     pid_t processOf(const char* name);
     std::string ownerOf(const char* name);  // empty for none
+    // Waits until somebody owns the name.
+    void waitUntilOwned(const std::string& name);
     // Waits until nobody owns the unique name.
     void waitUntilGone(const std::string& name);
 
@@ -96,7 +98,7 @@ class BusCaller {
     std::string name_;
     std::vector<WireEvent> events_;
     std::size_t seen_ = 0;
-    std::vector<std::string> gone_;
+    std::vector<std::string> gone_, owned_;
     std::unique_ptr<sd_bus, Closer> bus_;
 };
 

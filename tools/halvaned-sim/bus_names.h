@@ -6,9 +6,6 @@
 
 namespace halvane::sim {
 
-// The daemon.
-inline constexpr const char kObjectPath[] = "/org/halvane/halvaned";
-
 // The control of the simulation, which a real daemon does not have. It has its own name, because
 // the simulation may lack the daemon's name.
 inline constexpr const char kControlName[] = HALVANE_DAEMON_SERVICE_NAME ".Simulation";

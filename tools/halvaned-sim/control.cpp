@@ -13,9 +13,10 @@
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
+#include "halvane/model/daemon_status.h"
+#include "halvane/service/request_internal.h"
 
 #include "tools/halvaned-sim/faults.h"
-#include "tools/halvaned-sim/status.h"
 #include "tools/halvaned-sim/world.h"
 
 namespace halvane::sim {
@@ -51,8 +52,8 @@ ControlResult done(std::string text = {}) {
     return {.refusal = {}, .text = std::move(text), .action = {}};
 }
 
-ControlResult resultOf(Status status) {
-    return status == Status::Done ? done() : refuse(std::string(textOf(status)));
+ControlResult resultOf(DaemonStatus status) {
+    return status == DaemonStatus::Done ? done() : refuse(std::string(textOf(status)));
 }
 
 std::optional<ByteBuffer> addressOf(const std::string& word) {
@@ -78,12 +79,12 @@ ControlResult refuseNumber(const std::string& word) {
     return refuse("'" + word + "' is not a number, or is too large");
 }
 
-template <Status (World::*action)(std::string_view)>
+template <DaemonStatus (World::*action)(std::string_view)>
 ControlResult withInterface(const Line& line) {
     return resultOf((line.simulation.world.*action)(line.interface()));
 }
 
-template <Status (World::*action)(std::string_view, const ByteBuffer&)>
+template <DaemonStatus (World::*action)(std::string_view, const ByteBuffer&)>
 ControlResult withStation(const Line& line) {
     const auto address = addressOf(line.words[2]);
     if (!address) return refuseAddress(line.words[2]);
@@ -103,6 +104,15 @@ ControlResult burst(const Line& line) {
     const auto count = numberOf<std::size_t>(line.words[2]);
     if (!count) return refuseNumber(line.words[2]);
     return resultOf(line.simulation.world.burst(line.interface(), *count));
+}
+
+bool isCommand(std::string_view name) {
+    return commandFor(name) != nullptr;
+}
+
+bool isListCommand(std::string_view name) {
+    const CommandInfo* const command = commandFor(name);
+    return command != nullptr && isList(command->command);
 }
 
 bool fits(Fault fault, std::string_view target) {

@@ -2,17 +2,21 @@
 
 #include <utility>
 
+#include "halvane/model/daemon_service.h"
+#include "halvane/platform/bus/bus_error_internal.h"
+#include "halvane/platform/bus/service_host_internal.h"
+#include "halvane/platform/bus/service_names_internal.h"
+#include "halvane/service/message_internal.h"
+
 #include "tools/halvaned-sim/bus_error.h"
 #include "tools/halvaned-sim/bus_names.h"
 #include "tools/halvaned-sim/event_loop.h"
 #include "tools/halvaned-sim/notification.h"
-#include "tools/halvaned-sim/simulation.h"
 
 namespace halvane::sim {
 
-ControlService::ControlService(sd_event* event, Simulation& simulation, Service& service,
-                               QuitHandler onQuit)
-    : event_(event), simulation_(simulation), service_(service), onQuit_(std::move(onQuit)) {}
+ControlService::ControlService(sd_event* event, const Parts& parts, QuitHandler onQuit)
+    : event_(event), parts_(parts), onQuit_(std::move(onQuit)) {}
 
 Result<void, std::string> ControlService::start() {
     auto bus = openSystemBus();
@@ -24,12 +28,12 @@ Result<void, std::string> ControlService::start() {
                                  lineArrived, SD_BUS_VTABLE_UNPRIVILEGED),
         SD_BUS_VTABLE_END,
     };
-    auto published = attempted(
+    auto published = busAttempt(
         ::sd_bus_add_object_vtable(bus_.get(), nullptr, kControlPath, kControlName, methods, this),
         "publishing the control");
     if (!published) return published;
-    auto attached = attempted(::sd_bus_attach_event(bus_.get(), event_, SD_EVENT_PRIORITY_NORMAL),
-                              "using the bus");
+    auto attached = busAttempt(::sd_bus_attach_event(bus_.get(), event_, SD_EVENT_PRIORITY_NORMAL),
+                               "using the bus");
     if (!attached) return attached;
     isReachable_ = ::sd_bus_request_name(bus_.get(), kControlName, 0) >= 0;
     return {};
@@ -55,14 +59,15 @@ int ControlService::lineArrived(sd_bus_message* message, void* userData, sd_bus_
 }
 
 ControlResult ControlService::follow(std::string_view line) {
-    ControlResult result = control(simulation_, line);
-    service_.deliver();
+    ControlResult result = control(parts_.simulation, line);
+    parts_.backend.tellAll();
+    parts_.server.flush();
     if (result.action) {
         auto performed = perform(*result.action);
         if (!performed) result.refusal = std::move(performed).error();
         result.action.reset();
     }
-    if (result.text.size() > kLargestReply) {
+    if (result.text.size() > kLargestDaemonReply) {
         result.refusal = "the reply is larger than a bus accepts";
     }
     return result;
@@ -72,11 +77,11 @@ ControlResult ControlService::follow(std::string_view line) {
 Result<void, std::string> ControlService::perform(const BusAction& action) {
     switch (action.kind) {
         case BusAction::Kind::Drop:
-            return service_.dropName();
+            return parts_.server.dropName();
         case BusAction::Kind::Take:
-            return service_.takeName();
+            return parts_.server.takeName();
         case BusAction::Kind::Restart:
-            return service_.restart();
+            return parts_.server.restart();
         case BusAction::Kind::Quit:
             onQuit_();
             return {};
@@ -88,8 +93,9 @@ Result<void, std::string> ControlService::perform(const BusAction& action) {
 }
 
 void ControlService::spoof(const Notification& forged) {
-    for (const std::string& subscriber : simulation_.subscribers.names()) {
-        sendEvent(bus_.get(), forged.message(), subscriber);
+    const auto names = ServiceNames::of(kDaemonServiceName);
+    for (const std::string& subscriber : parts_.simulation.subscribers.names()) {
+        check(sendServiceEvent(bus_.get(), *names, forged.message(), subscriber), "notifying");
     }
 }
 

@@ -13,9 +13,11 @@
 
 #include "halvane/base/result.h"
 #include "halvane/platform/bus/pointers_internal.h"
+#include "halvane/service/daemon_server.h"
 
 #include "tools/halvaned-sim/control.h"
-#include "tools/halvaned-sim/service.h"
+#include "tools/halvaned-sim/simulated_backend.h"
+#include "tools/halvaned-sim/simulation.h"
 
 namespace halvane::sim {
 
@@ -23,7 +25,14 @@ class ControlService {
   public:
     using QuitHandler = std::function<void()>;
 
-    ControlService(sd_event* event, Simulation& simulation, Service& service, QuitHandler onQuit);
+    // The parts of the running simulation.
+    struct Parts {
+        Simulation& simulation;
+        SimulatedBackend& backend;
+        DaemonServer& server;
+    };
+
+    ControlService(sd_event* event, const Parts& parts, QuitHandler onQuit);
     ControlService(const ControlService&) = delete;
     ControlService& operator=(const ControlService&) = delete;
 
@@ -47,8 +56,7 @@ class ControlService {
     static int lineArrived(sd_bus_message*, void* control, sd_bus_error*);
 
     sd_event* const event_;
-    Simulation& simulation_;
-    Service& service_;
+    const Parts parts_;
     const QuitHandler onQuit_;
     BusPointer bus_;
     bool isReachable_ = false;

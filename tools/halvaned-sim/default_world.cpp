@@ -2,18 +2,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
-#include <memory>
 #include <utility>
 #include <vector>
 
-#include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
-#include "halvane/base/property_list_value.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
+#include "halvane/model/client_builder.h"
 #include "halvane/model/device.h"
-#include "halvane/model/interface.h"
+#include "halvane/model/interface_builder.h"
 #include "halvane/regulatory/channel.h"
 
 namespace halvane::sim {
@@ -47,25 +45,23 @@ std::vector<HalvaneChannel> channelsOf(const Band (&bands)[count]) {
 // The elements of a station with one stream that associates with a WPA2 network (IEEE 802.11-2020,
 // 9.3.3.5): Supported Rates, Extended Supported Rates, RSN with CCMP and a pre-shared key, HT
 // Capabilities.
-ByteBuffer stationElements() {
-    return {1,    8,    0x82, 0x84, 0x8B, 0x96, 0x0C, 0x12, 0x18, 0x24,  //
-            50,   4,    0x30, 0x48, 0x60, 0x6C,                          //
-            48,   20,   0x01, 0x00, 0x00, 0x0F, 0xAC, 0x04,              //
-            0x01, 0x00, 0x00, 0x0F, 0xAC, 0x04,                          //
-            0x01, 0x00, 0x00, 0x0F, 0xAC, 0x02, 0x00, 0x00,              //
-            45,   26,   0x2C, 0x01, 0x03, 0xFF, 0x00, 0x00, 0x00, 0x00,  //
-            0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
-            0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00};
-}
+constexpr std::uint8_t kStationElements[] = {
+    1,    8,    0x82, 0x84, 0x8B, 0x96, 0x0C, 0x12, 0x18, 0x24,  //
+    50,   4,    0x30, 0x48, 0x60, 0x6C,                          //
+    48,   20,   0x01, 0x00, 0x00, 0x0F, 0xAC, 0x04,              //
+    0x01, 0x00, 0x00, 0x0F, 0xAC, 0x04,                          //
+    0x01, 0x00, 0x00, 0x0F, 0xAC, 0x02, 0x00, 0x00,              //
+    45,   26,   0x2C, 0x01, 0x03, 0xFF, 0x00, 0x00, 0x00, 0x00,  //
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00};
 
 HalvaneClient station(std::uint8_t number, int rssi) {
-    auto client = HalvaneClient::initWithMAC({0x02, 0x00, 0x00, 0x00, 0x01, number});
-    client.setCapabilityField(0x0431);  // ESS, privacy, short preamble, short slot time
-    client.setInformationElements(stationElements());
-    client.setRSSI(Number(rssi));
-    client.setNoise(Number(-95));
-    client.setDeauthReason(kReasonNone);
-    return client;
+    return ClientBuilder(MacAddress({0x02, 0x00, 0x00, 0x00, 0x01, number}))
+        .capabilities(0x0431)  // ESS, privacy, short preamble, short slot time
+        .elements(kStationElements)
+        .signal(rssi)
+        .noise(-95)
+        .build();
 }
 
 HalvaneBSSConfig network() {
@@ -81,40 +77,42 @@ HalvaneBSSConfig network() {
     return config;
 }
 
-HalvaneDevice device(const ByteBuffer& mac, std::uint64_t index, std::uint64_t chains) {
-    auto device = HalvaneDevice::initWithMACAddress_withIndex(mac, index);
-    device.setNumRadioChains(chains);
-    return device;
-}
+// A device and its only interface have the same address.
+struct Radio {
+    MacAddress address;
+    std::uint64_t index;
+    std::uint64_t chains;
 
-SimulatedInterface interfaceOf(const HalvaneDevice& device, const char* name, const char* role,
+    HalvaneDevice device() const {
+        auto device = HalvaneDevice::initWithMACAddress_withIndex(address.buffer(), index);
+        device.setNumRadioChains(chains);
+        return device;
+    }
+};
+
+SimulatedInterface interfaceOf(const Radio& radio, const char* name, const char* role,
                                std::vector<HalvaneChannel> channels) {
-    auto bare = HalvaneInterface::initWithDevice_withMAC_withBSDName(
-        std::make_shared<HalvaneDevice>(device), device.MACAddress(), name);
-    PropertyListDictionary skeleton = bare.skeletonRepresentation();
-    skeleton.set("Role", role);
-    skeleton.set("Subsystem", "nl80211");
-    SimulatedInterface interface {
-        .record = *HalvaneInterface::initWithSkeletonRepresentation(skeleton)
-    };
-    interface.record.setAvailableChannels(std::move(channels));
-    return interface;
+    return {.record = InterfaceBuilder(name, role, "nl80211")
+                          .address(radio.address)
+                          .device(radio.device())
+                          .channels(std::move(channels))
+                          .build()};
 }
 
 }  // namespace
 
 World defaultWorld() {
-    std::vector<HalvaneDevice> devices = {device({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}, 0, 2),
-                                          device({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5F}, 1, 3)};
-    auto host = interfaceOf(devices[0], "wlan0", kHostRole, channelsOf(k24GHz));
+    const Radio first = {MacAddress({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}), 0, 2};
+    const Radio second = {MacAddress({0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5F}), 1, 3};
+    auto host = interfaceOf(first, "wlan0", kHostRole, channelsOf(k24GHz));
     host.configs.put(network());
     host.stations = {station(1, -48), station(2, -61)};
-    auto other = interfaceOf(devices[1], "wlan1", "STA", channelsOf(kBothBands));
+    auto other = interfaceOf(second, "wlan1", "STA", channelsOf(kBothBands));
     other.stations = {station(3, -70)};
     std::vector<SimulatedInterface> interfaces;
     interfaces.push_back(std::move(host));
     interfaces.push_back(std::move(other));
-    return World(std::move(devices), std::move(interfaces));
+    return World({first.device(), second.device()}, std::move(interfaces));
 }
 
 }  // namespace halvane::sim

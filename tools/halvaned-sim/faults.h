@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "halvane/platform/bus/ipc_message.h"
+#include "halvane/service/daemon_faults.h"
 
 namespace halvane::sim {
 
@@ -35,7 +36,7 @@ struct FaultSetting {
 // The word for notifications among the names of commands.
 inline constexpr std::string_view kEventTarget = "event";
 
-class Faults {
+class Faults final : public DaemonFaults {
   public:
     void set(const std::string& target, FaultSetting setting) { settings_[target] = setting; }
     void clear(const std::string& target) { settings_.erase(target); }
@@ -45,6 +46,10 @@ class Faults {
         const auto found = settings_.find(target);
         return found != settings_.end() ? found->second : FaultSetting();
     }
+
+    std::optional<DaemonAnswer> insteadOf(std::string_view command) override;
+    IPCMessage reply(std::string_view command, IPCMessage reply) override;
+    std::optional<IPCMessage> event(IPCMessage event) override;
 
     // "enable: status 5\n": one line per target, in the order of names.
     std::string text() const;

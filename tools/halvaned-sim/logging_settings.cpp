@@ -30,27 +30,24 @@ std::string withoutControls(const std::string& text) {
 LoggingSettings::LoggingSettings() {
     for (std::size_t i = 0; i < controls_.size(); ++i) {
         controls_[i] =
-            std::string("?") + kLogCategoryNames[i] + ":output=file;path=/var/log/halvaned.log";
+            "?" + std::string(kDaemonLogCategories[i]) + ":output=file;path=/var/log/halvaned.log";
     }
 }
 
-Status LoggingSettings::change(const PropertyListDictionary& request) {
+// If memory runs out, the settings are unchanged.
+DaemonStatus LoggingSettings::apply(const DaemonLogControls& controls) {
     auto changed = controls_;
     for (std::size_t i = 0; i < changed.size(); ++i) {
-        const auto* value = request.find(kLogCategoryNames[i]);
-        if (value == nullptr) continue;
-        const auto* control = value->as<std::string>();
-        if (control == nullptr) return Status::BadRequest;
-        changed[i] = *control;
+        if (controls[i]) changed[i] = *controls[i];
     }
     controls_ = std::move(changed);
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
 std::string LoggingSettings::text() const {
     std::string text;
     for (std::size_t i = 0; i < controls_.size(); ++i) {
-        text += std::string(kLogCategoryNames[i]) + ": " + withoutControls(controls_[i]) + '\n';
+        text += std::string(kDaemonLogCategories[i]) + ": " + withoutControls(controls_[i]) + '\n';
     }
     return text;
 }

@@ -4,36 +4,27 @@
 #define TOOLS_HALVANED_SIM_LOGGING_SETTINGS_H
 
 #include <array>
-#include <iterator>
 #include <string>
 
-#include "halvane/base/property_list_value.h"
-#include "halvane/utils/log.h"
-
-#include "tools/halvaned-sim/status.h"
+#include "halvane/model/daemon_log_controls.h"
+#include "halvane/model/daemon_status.h"
+#include "halvane/service/log_settings.h"
 
 namespace halvane::sim {
 
-// The log categories of a daemon.
-#define HALVANE_SIM_CATEGORY_NAME(name) #name,
-inline constexpr const char* kLogCategoryNames[] = {
-    HALVANE_WIFI_LOG_CATEGORIES(HALVANE_SIM_CATEGORY_NAME)};
-#undef HALVANE_SIM_CATEGORY_NAME
-
-class LoggingSettings {
+class LoggingSettings final : public LogSettings {
   public:
     // By default each category logs to the daemon's file.
     LoggingSettings();
 
-    // Stores the strings under the names of categories: all of them, or none if one is no string.
-    Status change(const PropertyListDictionary& request);
+    DaemonStatus apply(const DaemonLogControls& controls) override;
 
     // One line per category: "WiFi: ?WiFi:output=file;path=/var/log/halvaned.log\n". ASCII control
     // characters, which could break the line, become \xNN.
-    std::string text() const;
+    std::string text() const override;
 
   private:
-    std::array<std::string, std::size(kLogCategoryNames)> controls_;
+    std::array<std::string, kDaemonLogCategories.size()> controls_;
 };
 
 }  // namespace halvane::sim

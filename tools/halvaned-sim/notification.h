@@ -7,14 +7,14 @@
 #include <string_view>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/model/station_change.h"
 #include "halvane/platform/bus/ipc_message.h"
 
 namespace halvane::sim {
 
-enum class Happening { Authorized, Joined, Kicked, Left };
+using Happening = StationChange::Kind;
 
-// Converts to "authorized", "joined", "kicked", "left", and back. Absent for any other word.
-std::string_view wordOf(Happening happening);
+// Converts "authorized", "joined", "kicked" and "left". Absent for any other word.
 std::optional<Happening> happeningFor(std::string_view word);
 
 struct Notification {
@@ -22,6 +22,8 @@ struct Notification {
     std::string interface;
     ByteBuffer mac;
 
+    // REQUIRES: the address has 6 bytes.
+    StationChange change() const;
     IPCMessage message() const;
 
     friend bool operator==(const Notification&, const Notification&) = default;

@@ -9,7 +9,10 @@
 #include <utility>
 
 #include "halvane/base/result.h"
+#include "halvane/platform/bus/bus_error_internal.h"
 #include "halvane/platform/bus/pointers_internal.h"
+#include "halvane/platform/bus/service_host_internal.h"
+#include "halvane/service/daemon_server.h"
 
 #include "tools/halvaned-sim/bus_error.h"
 #include "tools/halvaned-sim/bus_names.h"
@@ -19,7 +22,7 @@
 #include "tools/halvaned-sim/message.h"
 #include "tools/halvaned-sim/private_bus.h"
 #include "tools/halvaned-sim/program.h"
-#include "tools/halvaned-sim/service.h"
+#include "tools/halvaned-sim/simulated_backend.h"
 #include "tools/halvaned-sim/simulation.h"
 
 namespace halvane::sim {
@@ -77,7 +80,8 @@ class Session {
     const EventPointer event_ = newEventLoop();
     std::unique_ptr<PrivateBus> privateBus_;
     Simulation simulation_;
-    std::unique_ptr<Service> service_;
+    SimulatedBackend backend_{simulation_.world};
+    std::unique_ptr<DaemonServer> server_;
     std::unique_ptr<ControlService> control_;
     std::unique_ptr<Program> program_;
     std::vector<EventSourcePointer> sources_;
@@ -101,17 +105,25 @@ Result<void, std::string> Session::start() {
     }
     watchSignals();
     const auto onLoss = [this] {
-        complain("the bus is gone");
-        stop(EXIT_FAILURE);
+        guarded([this] {
+            complain("the bus is gone");
+            stop(EXIT_FAILURE);
+            return 0;
+        });
     };
     const auto onNameless = [](const std::string& reason) {
         complain("the daemon came back without its name: " + reason);
     };
-    service_ =
-        std::make_unique<Service>(event_.get(), simulation_, Service::Handlers{onLoss, onNameless});
-    if (auto started = service_->start(); !started) return started;
-    control_ = std::make_unique<ControlService>(event_.get(), simulation_, *service_,
-                                                [this] { stop(EXIT_SUCCESS); });
+    const DaemonParts parts = {.backend = backend_,
+                               .logging = simulation_.logging,
+                               .subscribers = &simulation_.subscribers,
+                               .faults = &simulation_.faults};
+    server_ = std::make_unique<DaemonServer>(event_.get(), parts,
+                                             DaemonServerHandlers{onLoss, onNameless});
+    if (auto started = server_->start(); !started) return started;
+    control_ = std::make_unique<ControlService>(
+        event_.get(), ControlService::Parts{simulation_, backend_, *server_},
+        [this] { stop(EXIT_SUCCESS); });
     return control_->start();
 }
 
@@ -197,8 +209,8 @@ Result<std::string, std::string> sendLine(sd_bus* bus, const std::string& line) 
         return Unexpected(line + ": " + owner.error.message);
     }
     const char* text = nullptr;
-    auto sent = attempted(result, line.c_str());
-    if (sent) sent = attempted(::sd_bus_message_read(reply, "s", &text), line.c_str());
+    auto sent = busAttempt(result, line.c_str());
+    if (sent) sent = busAttempt(::sd_bus_message_read(reply, "s", &text), line.c_str());
     if (!sent) return Unexpected(std::move(sent).error());
     return text;
 }

@@ -5,6 +5,7 @@
 
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/model/interface_builder.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/utils/scan_time.h"
 #include "halvane/utils/text/compare.h"
@@ -28,13 +29,6 @@ bool isHostRole(const std::string& role) {
 
 bool isRole(const std::string& role) {
     return !role.empty() && xmlPropertyList(role).has_value();
-}
-
-// A record has no setter for its role alone.
-HalvaneInterface withRole(const HalvaneInterface& record, const std::string& role) {
-    PropertyListDictionary skeleton = record.skeletonRepresentation();
-    skeleton.set("Role", role);
-    return *HalvaneInterface::initWithSkeletonRepresentation(skeleton);
 }
 
 // A station without any known properties.
@@ -98,71 +92,72 @@ std::size_t World::newStationsOf(const SimulatedInterface& interface) const {
         std::count_if(interface.stations.begin(), interface.stations.end(), isNew));
 }
 
-Status World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
+DaemonStatus World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
     SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
-    if (!isUsable(config)) return Status::BadConfiguration;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
+    if (!isUsable(config)) return DaemonStatus::BadConfiguration;
     interface->configs.put(config);
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
-Status World::removeConfig(std::string_view name, const HalvaneBSSConfig& config) {
+DaemonStatus World::removeConfig(std::string_view name, const HalvaneBSSConfig& config) {
     SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
     // SSIDs are unique, so the equal configuration is the one with the same SSID.
     const std::optional<ByteBuffer>& ssid = config.ssid();
-    if (!ssid || interface->configs.find(*ssid) == nullptr) return Status::UnknownConfiguration;
+    if (!ssid || interface->configs.find(*ssid) == nullptr)
+        return DaemonStatus::UnknownConfiguration;
     if (interface->hostedSSID == ssid) takeDown(*interface);
     interface->configs.remove(*ssid);
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
-Status World::enable(std::string_view name) {
+DaemonStatus World::enable(std::string_view name) {
     SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
     interface->isEnabled = true;
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
-Status World::disable(std::string_view name) {
+DaemonStatus World::disable(std::string_view name) {
     SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
     takeDown(*interface);
     interface->isEnabled = false;
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
-Status World::changeRole(std::string_view name, const std::string& role) {
+DaemonStatus World::changeRole(std::string_view name, const std::string& role) {
     SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
-    if (!isRole(role)) return Status::BadRequest;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
+    if (!isRole(role)) return DaemonStatus::BadRequest;
     if (!isHostRole(role)) takeDown(*interface);
-    interface->record = withRole(interface->record, role);
-    return Status::Done;
+    interface->record = InterfaceBuilder(interface->record).role(role).build();
+    return DaemonStatus::Done;
 }
 
-Status World::startBSS(std::string_view name) {
+DaemonStatus World::startBSS(std::string_view name) {
     SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
-    if (!interface->isEnabled) return Status::InterfaceDisabled;
-    if (!isHostRole(*interface->record.ifRole())) return Status::WrongRole;
-    if (interface->configs.empty()) return Status::NothingToStart;
-    if (interface->hostedSSID) return Status::Done;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
+    if (!interface->isEnabled) return DaemonStatus::InterfaceDisabled;
+    if (!isHostRole(*interface->record.ifRole())) return DaemonStatus::WrongRole;
+    if (interface->configs.empty()) return DaemonStatus::NothingToStart;
+    if (interface->hostedSSID) return DaemonStatus::Done;
     if (stations_.size() + newStationsOf(*interface) > kMaximumStations) {
-        return Status::TooManyStations;
+        return DaemonStatus::TooManyStations;
     }
     bringUp(*interface, *std::min_element(interface->configs.begin(), interface->configs.end(),
                                           [](const auto& a, const auto& b) {
                                               return a.preferredOrder() < b.preferredOrder();
                                           }));
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
-Status World::stopBSS(std::string_view name) {
+DaemonStatus World::stopBSS(std::string_view name) {
     SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
     takeDown(*interface);
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
 void World::bringUp(SimulatedInterface& interface, const HalvaneBSSConfig& config) {
@@ -206,53 +201,53 @@ void World::tell(Happening happening, const SimulatedInterface& interface, const
 }
 
 template <typename Change>
-Status World::withStation(std::string_view name, const ByteBuffer& mac, Change change) {
+DaemonStatus World::withStation(std::string_view name, const ByteBuffer& mac, Change change) {
     const SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
-    if (!interface->hostedSSID) return Status::NoBSS;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
+    if (!interface->hostedSSID) return DaemonStatus::NoBSS;
     HalvaneClient* const client = stations_.find(interface->name(), mac);
-    if (client == nullptr || !client->isAssociated()) return Status::UnknownStation;
+    if (client == nullptr || !client->isAssociated()) return DaemonStatus::UnknownStation;
     change(*interface, *client);
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
-Status World::join(std::string_view name, const ByteBuffer& mac) {
+DaemonStatus World::join(std::string_view name, const ByteBuffer& mac) {
     const SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
-    if (!interface->hostedSSID) return Status::NoBSS;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
+    if (!interface->hostedSSID) return DaemonStatus::NoBSS;
     if (stations_.find(interface->name(), mac) == nullptr && stations_.size() >= kMaximumStations) {
-        return Status::TooManyStations;
+        return DaemonStatus::TooManyStations;
     }
     admit(*interface, newcomer(mac));
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
-Status World::authorize(std::string_view name, const ByteBuffer& mac) {
+DaemonStatus World::authorize(std::string_view name, const ByteBuffer& mac) {
     return withStation(name, mac, [&](const SimulatedInterface& interface, HalvaneClient&) {
         tell(Happening::Authorized, interface, mac);
     });
 }
 
-Status World::leave(std::string_view name, const ByteBuffer& mac) {
+DaemonStatus World::leave(std::string_view name, const ByteBuffer& mac) {
     return withStation(name, mac, [&](const SimulatedInterface& interface, HalvaneClient& client) {
         dismiss(client, kReasonLeaving);
         tell(Happening::Left, interface, mac);
     });
 }
 
-Status World::kick(std::string_view name, const ByteBuffer& mac, std::uint64_t reason) {
+DaemonStatus World::kick(std::string_view name, const ByteBuffer& mac, std::uint64_t reason) {
     return withStation(name, mac, [&](const SimulatedInterface& interface, HalvaneClient& client) {
         dismiss(client, reason);
         tell(Happening::Kicked, interface, mac);
     });
 }
 
-Status World::burst(std::string_view name, std::size_t count) {
+DaemonStatus World::burst(std::string_view name, std::size_t count) {
     const SimulatedInterface* const interface = find(name);
-    if (interface == nullptr) return Status::UnknownInterface;
-    if (!interface->hostedSSID) return Status::NoBSS;
+    if (interface == nullptr) return DaemonStatus::UnknownInterface;
+    if (!interface->hostedSSID) return DaemonStatus::NoBSS;
     if (count > kMaximumStations - std::min(kMaximumStations, stations_.size())) {
-        return Status::TooManyStations;
+        return DaemonStatus::TooManyStations;
     }
     while (count > 0) {
         const ByteBuffer mac = burstAddress(indexOf(*interface), burstStations_++);
@@ -260,7 +255,7 @@ Status World::burst(std::string_view name, std::size_t count) {
         admit(*interface, newcomer(mac));
         --count;
     }
-    return Status::Done;
+    return DaemonStatus::Done;
 }
 
 std::vector<Notification> World::takeNotifications() {

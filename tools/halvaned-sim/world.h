@@ -17,13 +17,13 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
+#include "halvane/model/daemon_status.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 
 #include "tools/halvaned-sim/config_list.h"
 #include "tools/halvaned-sim/notification.h"
 #include "tools/halvaned-sim/station_list.h"
-#include "tools/halvaned-sim/status.h"
 
 namespace halvane::sim {
 
@@ -74,39 +74,39 @@ class World {
     std::map<std::string, std::size_t> associatedStations() const { return stations_.associated(); }
 
     // Adds the configuration, or replaces the one with the same SSID.
-    Status addConfig(std::string_view interface, const HalvaneBSSConfig& config);
+    DaemonStatus addConfig(std::string_view interface, const HalvaneBSSConfig& config);
 
     // Removes the equal configuration or, if there is none, the one with the same SSID. Stops a BSS
     // that is up with it.
-    Status removeConfig(std::string_view interface, const HalvaneBSSConfig& config);
+    DaemonStatus removeConfig(std::string_view interface, const HalvaneBSSConfig& config);
 
-    Status enable(std::string_view interface);
+    DaemonStatus enable(std::string_view interface);
 
     // Stops the BSS, if one is up.
-    Status disable(std::string_view interface);
+    DaemonStatus disable(std::string_view interface);
 
     // Accepts any text that is not empty and that a property list can hold. Stops the BSS if one is
     // up and the role is not that of a host.
-    Status changeRole(std::string_view interface, const std::string& role);
+    DaemonStatus changeRole(std::string_view interface, const std::string& role);
 
     // Starts the configuration with the lowest preferred order; of several, the first. The stations
     // in range join and are authorized, one after the other. Does nothing while a BSS is up.
-    Status startBSS(std::string_view interface);
+    DaemonStatus startBSS(std::string_view interface);
 
     // Stops the BSS. The associated stations leave, in the order in which they first joined. Does
     // nothing while no BSS is up.
-    Status stopBSS(std::string_view interface);
+    DaemonStatus stopBSS(std::string_view interface);
 
     // Actions by or on a station, at an interface whose BSS is up. A station that has joined may
     // join again. The other actions require that it has joined. The reason becomes the client's
     // deauthReason().
-    Status join(std::string_view interface, const ByteBuffer& mac);
-    Status authorize(std::string_view interface, const ByteBuffer& mac);
-    Status leave(std::string_view interface, const ByteBuffer& mac);
-    Status kick(std::string_view interface, const ByteBuffer& mac, std::uint64_t reason);
+    DaemonStatus join(std::string_view interface, const ByteBuffer& mac);
+    DaemonStatus authorize(std::string_view interface, const ByteBuffer& mac);
+    DaemonStatus leave(std::string_view interface, const ByteBuffer& mac);
+    DaemonStatus kick(std::string_view interface, const ByteBuffer& mac, std::uint64_t reason);
 
     // `count` new stations join.
-    Status burst(std::string_view interface, std::size_t count);
+    DaemonStatus burst(std::string_view interface, std::size_t count);
 
     // The events since the last call, in order.
     std::vector<Notification> takeNotifications();
@@ -123,7 +123,7 @@ class World {
 
     // Calls `change` with the interface and a station that is associated there.
     template <typename Change>
-    Status withStation(std::string_view interface, const ByteBuffer& mac, Change change);
+    DaemonStatus withStation(std::string_view interface, const ByteBuffer& mac, Change change);
 
     std::vector<HalvaneDevice> devices_;
     std::vector<SimulatedInterface> interfaces_;

@@ -15,8 +15,10 @@
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/message_reader_internal.h"
 #include "halvane/platform/bus/message_writer_internal.h"
+#include "halvane/platform/bus/open_bus_internal.h"
 #include "halvane/platform/bus/service_event.h"
 #include "halvane/platform/bus/service_link_internal.h"
+#include "halvane/platform/bus/service_names_internal.h"
 #include "halvane/platform/os/up_time_internal.h"
 
 namespace halvane {
@@ -29,7 +31,6 @@ constexpr std::string_view kNoReply = "org.freedesktop.DBus.Error.NoReply";
 constexpr std::string_view kUnknownService = "org.freedesktop.DBus.Error.ServiceUnknown";
 constexpr const char* kNoOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
 constexpr const char* kAccessDenied = "org.freedesktop.DBus.Error.AccessDenied";
-constexpr std::uint64_t kNoTimeLimit = UINT64_MAX;  // sd-bus's value
 
 std::string_view senderOf(sd_bus_message* message) {
     const char* sender = ::sd_bus_message_get_sender(message);
@@ -79,41 +80,14 @@ const timespec* timeUntil(std::uint64_t deadline, timespec& storage) {
     return &storage;
 }
 
-// Returns a connection that begins to connect; null if that fails at once. It equals a connection
-// of sd_bus_open_system() or sd_bus_open_user(), but its calls have no time limit. This covers the
-// greeting of the bus and the calls that follow the service: a slow bus must not end them. The
-// connection accepts no descriptors: a message with more of them than the process has room for
-// would end it.
-BusPointer openBus(const std::string& address) {
-    sd_bus* bus = nullptr;
-    if (::sd_bus_new(&bus) < 0) return nullptr;
-    BusPointer owner(bus);
-    const bool isStarted =
-        ::sd_bus_set_address(bus, address.c_str()) >= 0 && ::sd_bus_set_bus_client(bus, 1) >= 0 &&
-        ::sd_bus_negotiate_fds(bus, 0) >= 0 &&
-        ::sd_bus_set_method_call_timeout(bus, kNoTimeLimit) >= 0 && ::sd_bus_start(bus) >= 0;
-    return isStarted ? std::move(owner) : nullptr;
-}
-
 }  // namespace
-
-std::optional<ServiceNames> ServiceNames::of(const std::string& serviceName) {
-    if (serviceName.find('\0') != std::string::npos ||
-        ::sd_bus_service_name_is_valid(serviceName.c_str()) <= 0 ||
-        ::sd_bus_interface_name_is_valid(serviceName.c_str()) <= 0) {
-        return std::nullopt;
-    }
-    ServiceNames names = {serviceName, "/" + serviceName};
-    std::ranges::replace(names.path, '.', '/');
-    return names;
-}
 
 std::unique_ptr<ServiceLink> ServiceLink::open(const ServiceNames& names,
                                                const std::string& address,
                                                ServiceOwner::EventSink sink,
                                                std::function<void()> absence) {
-    BusPointer bus = openBus(address);
-    if (!bus) return nullptr;
+    BusPointer bus;  // a slow bus must not end the calls that follow the service
+    if (openBus(address, kNoCallLimit, bus) < 0) return nullptr;
     std::unique_ptr<ServiceLink> link(
         new ServiceLink(names, std::move(bus), std::move(sink), std::move(absence)));
     return link->follow() ? std::move(link) : nullptr;
@@ -139,7 +113,8 @@ bool ServiceLink::follow() {
         std::string("type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',") +
         "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" + names_.name + "'";
     const std::string events = "type='signal',sender='" + names_.name + "',path='" + names_.path +
-                               "',interface='" + names_.name + "',member='Event'";
+                               "',interface='" + names_.name +
+                               "',member='" HALVANE_SERVICE_EVENT "'";
     sd_bus* bus = bus_.get();
     return ::sd_bus_add_match_async(bus, nullptr, changes.c_str(), ownerChanged, matchAnswered,
                                     this) >= 0 &&
@@ -176,14 +151,14 @@ void ServiceLink::send(const IPCMessage& message, Answer answer) {
 
 int ServiceLink::call(const IPCMessage& message, Pending& pending) {
     sd_bus_message* request = nullptr;
-    int status =
-        ::sd_bus_message_new_method_call(bus_.get(), &request, names_.name.c_str(),
-                                         names_.path.c_str(), names_.name.c_str(), "Request");
+    int status = ::sd_bus_message_new_method_call(bus_.get(), &request, names_.name.c_str(),
+                                                  names_.path.c_str(), names_.name.c_str(),
+                                                  HALVANE_SERVICE_REQUEST);
     const BusMessagePointer owner(request);
     if (status >= 0) status = ::sd_bus_message_set_auto_start(request, 0);
     if (status >= 0) status = writeBusMessage(request, message);
     if (status < 0) return status;
-    return ::sd_bus_call_async(bus_.get(), nullptr, request, replyArrived, &pending, kNoTimeLimit);
+    return ::sd_bus_call_async(bus_.get(), nullptr, request, replyArrived, &pending, kNoCallLimit);
 }
 
 bool ServiceLink::process(int most) {

@@ -15,19 +15,11 @@
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/pointers_internal.h"
 #include "halvane/platform/bus/service_event.h"
+#include "halvane/platform/bus/service_names_internal.h"
 #include "halvane/platform/bus/service_owner_internal.h"
 #include "halvane/platform/os/wake_event_internal.h"
 
 namespace halvane {
-
-// The names on the bus that follow from a service's name.
-struct ServiceNames {
-    std::string name;  // of the service and of its interface
-    std::string path;  // of its object
-
-    // Absent if D-Bus cannot express the name.
-    static std::optional<ServiceNames> of(const std::string& serviceName);
-};
 
 class ServiceLink {
   public:

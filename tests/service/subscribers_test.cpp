@@ -1,10 +1,10 @@
-#include "tools/halvaned-sim/subscribers.h"
+#include "halvane/service/subscribers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <utility>
 
-namespace halvane::sim {
+namespace halvane {
 
 namespace {
 
@@ -38,4 +38,4 @@ TEST(Subscribers, LetOneGoByItsOwnName) {
 
 }  // namespace
 
-}  // namespace halvane::sim
+}  // namespace halvane

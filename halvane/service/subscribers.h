@@ -1,12 +1,14 @@
 // The connections that want notifications, by their unique names on the bus.
-#ifndef TOOLS_HALVANED_SIM_SUBSCRIBERS_H
-#define TOOLS_HALVANED_SIM_SUBSCRIBERS_H
+//
+// Threads: only one thread at a time may use an object.
+#ifndef HALVANE_SERVICE_SUBSCRIBERS_H
+#define HALVANE_SERVICE_SUBSCRIBERS_H
 
 #include <list>
 #include <map>
 #include <string>
 
-namespace halvane::sim {
+namespace halvane {
 
 class Subscribers {
   public:
@@ -21,6 +23,8 @@ class Subscribers {
         places_.emplace(name, added.begin());
         names_.splice(names_.end(), added);
     }
+
+    bool contains(const std::string& name) const { return places_.contains(name); }
 
     // Does nothing if there is none.
     void remove(const std::string& name) {
@@ -43,6 +47,6 @@ class Subscribers {
     std::map<std::string, std::list<std::string>::iterator> places_;
 };
 
-}  // namespace halvane::sim
+}  // namespace halvane
 
 #endif
