@@ -35,6 +35,7 @@ struct FixedFields {
 struct RadioHint {
     std::optional<int> frequency{};  // MHz, of the channel on which it listened
     std::optional<int> signal{};     // dBm
+    bool isCut = false;              // the capture kept only the start of the frame
 };
 
 struct SecurityProfile {
@@ -76,9 +77,12 @@ struct NontransmittedBss;
 struct BssProfile {
     std::optional<Derived<Ssid>> ssid{};  // absent where missing or longer than 32 octets
     bool isHidden = false;                // the name is empty or zeros
+    // The frame ends inside an element, or its capture kept only its start. What it does not tell
+    // was perhaps cut off: nothing is derived from its absence, and no finding rests on it.
+    bool isCut = false;
     ChannelUse channel{};
     Derived<Generation> generation{};
-    MaxRates rates{};
+    MaxRates rates{};  // none if the width is not told
     SecurityProfile security{};
     std::optional<Derived<CountryProfile>> country{};
     std::optional<Derived<BssLoadProfile>> load{};

@@ -110,8 +110,10 @@ void findCenters(const ProfileParts& parts, FindingCollector& findings) {
 }
 
 void findAt6Ghz(const ProfileParts& parts, FindingCollector& findings) {
-    const bool lacksInformation = !parts.operation.he || !parts.operation.he->sixGhz;
-    if (!isBand(parts, Band::Ghz6) || !lacksInformation) return;
+    const bool isElementThere = parts.index.has(ElementId::HeOperation);
+    const bool hasInformation = parts.operation.he && parts.operation.he->sixGhz;
+    if (!isBand(parts, Band::Ghz6) || hasInformation) return;
+    if (!isElementThere && !parts.lacks(ElementId::HeOperation)) return;
     Sources sources = findings.sourcesOf(ElementId::HeOperation);
     if (sources.empty()) sources.push_back({Origin::Radio});
     findings.add(Kind::SixGhzInformationMissing, sources);
@@ -184,10 +186,10 @@ void findHalfGenerations(const ProfileParts& parts, FindingCollector& findings) 
     for (const Pair& pair : kPairs) {
         const bool hasCapabilities = parts.index.has(pair.capabilities);
         const bool hasOperation = parts.index.has(pair.operation);
-        findings.addIf(hasOperation && !hasCapabilities, Kind::OperationWithoutCapabilities,
-                       findings.sourcesOf(pair.operation));
-        findings.addIf(hasCapabilities && !hasOperation, Kind::CapabilitiesWithoutOperation,
-                       findings.sourcesOf(pair.capabilities));
+        findings.addIf(hasOperation && parts.lacks(pair.capabilities),
+                       Kind::OperationWithoutCapabilities, findings.sourcesOf(pair.operation));
+        findings.addIf(hasCapabilities && parts.lacks(pair.operation),
+                       Kind::CapabilitiesWithoutOperation, findings.sourcesOf(pair.capabilities));
     }
 }
 

@@ -184,7 +184,8 @@ constexpr FindingInfo kFindings[] = {
     {Kind::ColorDisabled, Severity::Note, "color-disabled",
      "The BSS colour is switched off: spatial reuse does not work.", "", "802.11ax 26.17.3"},
     // Form
-    {Kind::FrameCut, Severity::Warning, "frame-cut", "A frame ended inside an element.",
+    {Kind::FrameCut, Severity::Warning, "frame-cut",
+     "A frame was cut: it ended inside an element, or the capture kept only its start.",
      "Capture whole frames (snapshot length), or look at the radio.", "9.4.2.1"},
     {Kind::ElementTooShort, Severity::Warning, "element-too-short",
      "The fields of an element go past its end.", "Look at the access point's software.",

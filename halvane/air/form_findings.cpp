@@ -151,7 +151,9 @@ class FormWalk {
 void findInForm(const ProfileParts& parts, FindingCollector& findings) {
     FormWalk walk(parts.index, findings);
     for (const Element& element : parts.index.elements()) walk.look(element);
-    if (parts.trailing.empty()) return;
+    if (parts.trailing.empty()) {
+        return findings.addIf(parts.radio.isCut, Kind::FrameCut, {{Origin::Radio}});
+    }
     findings.add(Kind::FrameCut, {{Origin::Element, idOf(parts.trailing),
                                    static_cast<std::uint32_t>(parts.trailing.offset)}});
 }

@@ -72,8 +72,9 @@ void findInRsnAndWpa(const ProfileParts& parts, FindingCollector& findings) {
 void findInFastTransition(const ProfileParts& parts, FindingCollector& findings) {
     const bool hasDomain = parts.index.has(ElementId::MobilityDomain);
     const bool hasFt = kFtAkms.isAnyIn(parts.security.offer.rsnAkms);
-    findings.addIf(hasFt && !hasDomain, Kind::FtWithoutMobilityDomain, rsnSources(findings));
-    findings.addIf(hasDomain && !hasFt, Kind::MobilityDomainWithoutFt,
+    findings.addIf(hasFt && parts.lacks(ElementId::MobilityDomain), Kind::FtWithoutMobilityDomain,
+                   rsnSources(findings));
+    findings.addIf(hasDomain && !hasFt && !parts.profile.isCut, Kind::MobilityDomainWithoutFt,
                    findings.sourcesOf(ElementId::MobilityDomain));
 }
 
@@ -102,7 +103,7 @@ void findInPmf(const ProfileParts& parts, FindingCollector& findings) {
         Source source;
     };
     const auto& security = parts.security;
-    const bool isMesh = parts.index.has(ElementId::MeshId);
+    const bool isMesh = parts.mayBeMesh();
     const auto judge = [&](const std::optional<Rsn>& rsn, auto key) {
         return Judged{rsn ? pmfFaultOf(*rsn, isMesh) : std::nullopt, parts.index.sourceOf(key)};
     };

@@ -82,13 +82,25 @@ void findInLinkSecurity(const ProfileParts& parts, FindingCollector& findings) {
 void findInMld(const ProfileParts& parts, FindingCollector& findings) {
     const auto& mld = parts.profile.mld;
     if (!mld || !parts.multiLink) return;
-    findInLinkSecurity(parts, findings);
+    // A link has from the sender what it does not name itself.
+    if (!parts.profile.isCut) findInLinkSecurity(parts, findings);
     const auto hasMldAddress = [&](const MldLink& link) { return link.address == mld->address; };
     findings.addIf(std::ranges::any_of(mld->links, hasMldAddress), Kind::MldAddressIsBssid,
                    mld->sources);
 }
 
+// Whether the profile that stands last may go on in an element that was cut off.
+bool mayProfileGoOn(const ProfileParts& parts) {
+    const auto elements = parts.index.elements();
+    if (!parts.profile.isCut || elements.empty()) return false;
+    const auto& rest = parts.trailing.octets;
+    const bool isNextAlike =
+        rest.empty() || rest.front() == static_cast<std::uint8_t>(ElementId::MultipleBssid);
+    return elements.back().id == ElementId::MultipleBssid && isNextAlike;
+}
+
 void findInProfiles(const ProfileParts& parts, FindingCollector& findings) {
+    if (mayProfileGoOn(parts)) return;
     const Sources source = findings.sourcesOf(ElementId::MultipleBssid);
     const auto lacksName = [](const NontransmittedBss& bss) { return !bss.profile.ssid; };
     findings.addIf(std::ranges::any_of(parts.profile.nontransmitted, lacksName),

@@ -52,11 +52,24 @@ constexpr GenerationRow kGenerations[] = {
     {ElementId::HtCapabilities, Generation::WiFi4, Rule::GenerationHt},
 };
 
-Derived<Generation> generationOf(const ElementIndex& index) {
+// All but the latest rest on the absence of a later one.
+Derived<Generation> generationOf(const ElementIndex& index, bool isCut) {
     for (const GenerationRow& row : kGenerations) {
-        if (index.has(row.id)) return {row.generation, row.rule, {index.sourceOf(row.id)}};
+        if (!index.has(row.id)) continue;
+        const bool isLatest = row.id == std::begin(kGenerations)->id;
+        return {row.generation,
+                isCut && !isLatest ? Rule::FrameCut : row.rule,
+                {index.sourceOf(row.id)}};
     }
-    return {Generation::Legacy, Rule::GenerationLegacy, {}};
+    return {Generation::Legacy, isCut ? Rule::FrameCut : Rule::GenerationLegacy, {}};
+}
+
+// The operation element of the latest generation decides, wherever it stands.
+ChannelUse usedChannelOf(const ElementIndex& index, const OperationElements& operation,
+                         const std::optional<int>& frequency, bool isCut) {
+    ChannelUse use = channelUseOf(index, operation, frequency);
+    if (isCut && use.span.rule != Rule::WidthEht) use.span.rule = Rule::FrameCut;
+    return use;
 }
 
 // --- Security ---
@@ -136,17 +149,35 @@ void takeSuites(SecurityProfile& security, const SecurityElements& elements) {
     }
 }
 
+// Without RSN, whatever else protects the network has not the last word.
+Derived<Security> cutSecurityOf(const ElementIndex& index, const SecurityOffer& offer) {
+    Sources sources = {{Origin::Capabilities}};
+    if (offer.wpa != Reading::Missing) sources.push_back(index.sourceOf(VendorKind::Wpa));
+    return {Security::Unknown, Rule::FrameCut, sources};
+}
+
+Derived<Security> securityNameOf(const ElementIndex& index, const SecurityElements& elements) {
+    const SecurityOffer& offer = elements.offer;
+    const Security name = securityOf(offer);
+    const bool isOpen = name == Security::Open || name == Security::EnhancedOpenTransition;
+    if (elements.mayLack(offer.rsn) && !isOpen) return cutSecurityOf(index, offer);
+    const auto row = securityRowOf(index, offer, name);
+    return {name, row.rule, row.sources};
+}
+
+Derived<Pmf> pmfOf(const ElementIndex& index, const SecurityElements& elements) {
+    const Pmf pmf = elements.offer.pmf;
+    if (elements.rsn && elements.rsn->capabilities) {
+        return {pmf, Rule::PmfRsn, {index.sourceOf(ElementId::Rsn)}};
+    }
+    return {pmf, elements.mayLack(elements.offer.rsn) ? Rule::FrameCut : Rule::PmfNoRsn, {}};
+}
+
 SecurityProfile securityProfileOf(const ElementIndex& index, const SecurityElements& elements) {
     SecurityProfile security;
-    security.name.value = securityOf(elements.offer);
-    const auto row = securityRowOf(index, elements.offer, *security.name);
-    security.name.rule = row.rule;
-    security.name.sources = row.sources;
+    security.name = securityNameOf(index, elements);
     takeSuites(security, elements);
-    security.pmf.value = elements.offer.pmf;
-    const bool hasCapabilities = elements.rsn && elements.rsn->capabilities;
-    security.pmf.rule = hasCapabilities ? Rule::PmfRsn : Rule::PmfNoRsn;
-    if (hasCapabilities) security.pmf.sources = {index.sourceOf(ElementId::Rsn)};
+    security.pmf = pmfOf(index, elements);
     return security;
 }
 
@@ -186,6 +217,7 @@ struct Frame {
     const FixedFields& fixed;
     const RadioHint& radio;
     const TrailingOctets& trailing;
+    bool isCut;
 };
 
 // The networks that share a frame; only its sender has any.
@@ -199,13 +231,16 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors
     const bool isPrivacy = (frame.fixed.capabilities & kPrivacy) != 0;
     const OperationElements operation(index);
     const CapabilityElements capabilities(index);
-    const SecurityElements security(index, isPrivacy);
+    const SecurityElements security(index, isPrivacy, frame.isCut);
     BssProfile profile;
+    profile.isCut = frame.isCut;
     profile.ssid = ssidOf(index);
     profile.isHidden = profile.ssid && (*profile.ssid)->isHidden();
-    profile.channel = channelUseOf(index, operation, frame.radio.frequency);
-    profile.generation = generationOf(index);
-    profile.rates = maxRatesOf(index, capabilities, profile.channel.span->width);
+    profile.channel = usedChannelOf(index, operation, frame.radio.frequency, frame.isCut);
+    profile.generation = generationOf(index, frame.isCut);
+    if (profile.channel.span.isTold()) {
+        profile.rates = maxRatesOf(index, capabilities, profile.channel.span->width);
+    }
     profile.security = securityProfileOf(index, security);
     profile.country = countryOf(index);
     profile.load = loadOf(index);
@@ -244,7 +279,7 @@ Sharers sharersOf(std::span<const Element> elements, const Frame& frame) {
         const FixedFields fixed = {
             found.bssid, static_cast<std::uint16_t>(found.capabilities.fields.bits(0, 16)),
             frame.fixed.beaconInterval};
-        const Frame shared = {fixed, frame.radio, whole};
+        const Frame shared = {fixed, frame.radio, whole, frame.isCut};
         sharers.all.push_back({found.bssid, found.index.index,
                                profileOfBss(index, shared, inherited.neighborsOf(own, index), {})});
         auto& profile = sharers.all.back().profile;
@@ -264,7 +299,7 @@ BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& r
     for (; element != std::default_sentinel; ++element) elements->push_back(*element);
     const TrailingOctets trailing = element.rest();
     const ElementIndex index(*elements);
-    const Frame frame = {fixed, radio, trailing};
+    const Frame frame = {fixed, radio, trailing, radio.isCut || !trailing.empty()};
     Sharers sharers;
     if (index.has(ElementId::MultipleBssid)) sharers = sharersOf(*elements, frame);
     return profileOfBss(index, frame, neighborsIn(index), std::move(sharers));

@@ -45,8 +45,10 @@ void findBasicRates(const ProfileParts& parts, FindingCollector& findings) {
     if (!rates) return;
     const BasicRates first = basicRatesIn(rates);
     const BasicRates further = basicRatesIn(parts.index.decode<ExtendedSupportedRates>());
+    const bool isFurtherCutOff =
+        parts.profile.isCut && !parts.index.has(ElementId::ExtendedSupportedRates);
     findings.addIf(
-        !first.isAny && !further.isAny, Kind::NoBasicRates,
+        !first.isAny && !further.isAny && !isFurtherCutOff, Kind::NoBasicRates,
         findings.sourcesOf(ElementId::SupportedRates, ElementId::ExtendedSupportedRates));
     findings.addIf(first.isSlow || further.isSlow, Kind::SlowBasicRates,
                    findings.sourcesOf(first.isSlow ? ElementId::SupportedRates
@@ -58,10 +60,9 @@ void findInterval(const ProfileParts& parts, FindingCollector& findings) {
     constexpr int kShort = 50;  // TU
     constexpr int kLong = 500;
     const int interval = parts.fixed.beaconInterval;
-    const bool isMesh = parts.index.has(ElementId::MeshId);
     findings.addIf(interval > 0 && interval < kShort, Kind::ShortBeaconInterval,
                    {{Origin::BeaconInterval}});
-    findings.addIf(interval > kLong && !isMesh, Kind::LongBeaconInterval,
+    findings.addIf(interval > kLong && parts.lacks(ElementId::MeshId), Kind::LongBeaconInterval,
                    {{Origin::BeaconInterval}});
 }
 
@@ -97,7 +98,7 @@ void findInCountry(const ProfileParts& parts, FindingCollector& findings) {
                               country->sources);
     }
     const auto& channel = parts.profile.channel;
-    if (parts.index.has(ElementId::Country) || !isOnDfs(channel)) return;
+    if (!parts.lacks(ElementId::Country) || !isOnDfs(channel)) return;
     Sources sources = channel.primaryChannel ? channel.primaryChannel->sources : Sources();
     for (const Source& source : channel.span.sources) {
         if (std::ranges::find(sources, source) == sources.end()) sources.push_back(source);
@@ -132,14 +133,14 @@ void findInRates(const ProfileParts& parts, FindingCollector& findings) {
 void findInNames(const ProfileParts& parts, FindingCollector& findings) {
     const Sources source = findings.sourcesOf(ElementId::Ssid);
     // A mesh has its name elsewhere. The encrypted half of Enhanced Open is joined by the open one.
-    const bool isHiddenOnPurpose =
-        parts.index.has(ElementId::MeshId) || parts.index.has(VendorKind::OweTransition);
+    const bool isNameHere =
+        parts.lacks(ElementId::MeshId) && parts.lacks(VendorKind::OweTransition);
     if (!parts.index.has(ElementId::Ssid)) {
-        findings.add(Kind::SsidMissing);
+        findings.addIf(parts.lacks(ElementId::Ssid), Kind::SsidMissing);
     } else if (!parts.profile.ssid) {
         findings.add(Kind::SsidTooLong, source);
     } else {
-        findings.addIf(parts.profile.isHidden && !isHiddenOnPurpose, Kind::HiddenName, source);
+        findings.addIf(parts.profile.isHidden && isNameHere, Kind::HiddenName, source);
     }
     findInCountry(parts, findings);
 }

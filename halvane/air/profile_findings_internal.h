@@ -3,12 +3,14 @@
 #define HALVANE_AIR_PROFILE_FINDINGS_INTERNAL_H
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/channel_use_internal.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_index_internal.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/max_rates_internal.h"
@@ -30,6 +32,18 @@ struct ProfileParts {
     const BssProfile& profile;
     const std::optional<BasicMultiLink>& multiLink;
     std::optional<std::size_t> faultyProfiles;  // the offset of a Multiple BSSID element
+
+    // Whether the BSS certainly has no such element. After a cut nothing is certain.
+    template <typename Key>
+    bool lacks(Key key) const {
+        return !profile.isCut && !index.has(key);
+    }
+    // An access point is none (9.4.1.4).
+    bool mayBeMesh() const {
+        constexpr std::uint16_t kEss = 0x0001;
+        const bool mayBeCutOff = profile.isCut && (fixed.capabilities & kEss) == 0;
+        return mayBeCutOff || index.has(ElementId::MeshId);
+    }
 };
 
 // Collects the findings of one BSS. Each goes to its place at once: there are a few, and sorting

@@ -80,13 +80,14 @@ constexpr RuleInfo kRules[] = {
     {Rule::ProfileAddress,
      "The transmitted BSSID with its low bits advanced by the index, without a carry.", "9.4.2.45"},
     {Rule::NeighborReport, "The neighbours of Reduced Neighbor Report.", "9.4.2.170"},
+    {Rule::FrameCut, "The frame was cut: what tells it may be missing.", ""},
 };
 
 constexpr bool isInOrder() {
     for (std::size_t i = 0; i < std::size(kRules); ++i) {
         if (kRules[i].rule != static_cast<Rule>(i)) return false;
     }
-    return kRules[std::size(kRules) - 1].rule == Rule::NeighborReport;
+    return kRules[std::size(kRules) - 1].rule == Rule::FrameCut;
 }
 static_assert(isInOrder());
 

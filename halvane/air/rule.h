@@ -61,6 +61,7 @@ enum class Rule : std::uint8_t {
     MultiLinkElement,
     ProfileAddress,
     NeighborReport,
+    FrameCut,  // what tells the value may have been cut off; it is what the rest tells
 };
 
 struct RuleInfo {
@@ -76,6 +77,9 @@ struct Derived {
     T value{};
     Rule rule = Rule::None;
     Sources sources{};
+
+    // Whether something tells the value, and nothing that was cut off could tell another one.
+    bool isTold() const { return rule != Rule::None && rule != Rule::FrameCut; }
 
     const T& operator*() const { return value; }
     const T* operator->() const { return &value; }

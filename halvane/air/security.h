@@ -35,7 +35,7 @@ enum class Security : std::uint8_t {
     Osen,                    // the online sign-up network of Hotspot 2.0
     Dpp,                     // Easy Connect alone
     Wapi,
-    Unknown,  // protected by key management that the library does not know
+    Unknown,  // protected by key management that the library does not know, or that was cut off
     Broken,   // protected, but its elements cannot be read
 };
 

@@ -44,7 +44,7 @@ bool hasWapi(const ElementIndex& index) {
 
 }  // namespace
 
-SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
+SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy, bool isOfCutFrame)
     : rsn(index.decode<Rsn>()),
       rsnOverride(rsnIn<RsnOverride>(index, VendorKind::RsnOverride)),
       rsnOverride2(rsnIn<RsnOverride2>(index, VendorKind::RsnOverride2)),
@@ -53,7 +53,8 @@ SecurityElements::SecurityElements(const ElementIndex& index, bool isPrivacy)
       wapi(hasWapi(index) ? index.decode<Wapi>() : std::nullopt),
       rsnx(index.decode<Rsnx>()),
       rsnxOverride(rsnxOverrideIn(index)),
-      wps(index.decode<WpsSummary>(VendorKind::Wps)) {
+      wps(index.decode<WpsSummary>(VendorKind::Wps)),
+      isCut(isOfCutFrame) {
     const auto rsnAkms = rsn ? akmsOf(*rsn) : std::nullopt;
     const auto wpaAkms = wpa ? offeredAkms(*wpa, {kWPAOUI, 1}) : std::nullopt;
     offer.rsn = readingOf(index.has(ElementId::Rsn), rsnAkms);

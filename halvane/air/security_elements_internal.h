@@ -17,7 +17,7 @@ namespace halvane::air {
 
 // Elements are absent where missing or damaged; the offer tells which of RSN and WPA.
 struct SecurityElements {
-    SecurityElements(const ElementIndex& index, bool isPrivacy);
+    SecurityElements(const ElementIndex& index, bool isPrivacy, bool isOfCutFrame = false);
 
     // Of RSN Extension or of its override.
     bool has(RsnxCapability flag) const {
@@ -25,8 +25,11 @@ struct SecurityElements {
     }
 
     bool offersSaeWithoutH2e() const {
-        return kSaeAkms.isAnyIn(offer.rsnAkms) && !has(RsnxCapability::SaeHashToElement);
+        return !isCut && kSaeAkms.isAnyIn(offer.rsnAkms) && !has(RsnxCapability::SaeHashToElement);
     }
+
+    // Whether an element is missing here that the frame may have had.
+    bool mayLack(Reading reading) const { return isCut && reading == Reading::Missing; }
 
     std::optional<Rsn> rsn;
     std::optional<Rsn> rsnOverride;
@@ -38,6 +41,7 @@ struct SecurityElements {
     std::optional<Rsnx> rsnxOverride;
     std::optional<WpsSummary> wps;
     SecurityOffer offer;
+    bool isCut;  // further elements may have been cut off
 };
 
 }  // namespace halvane::air

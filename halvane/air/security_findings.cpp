@@ -135,6 +135,7 @@ void findInCiphers(const ProfileParts& parts, FindingCollector& findings) {
 bool isBannedAt6Ghz(const ProfileParts& parts) {
     const auto& security = parts.profile.security;
     const auto& offer = parts.security.offer;
+    if (parts.security.mayLack(offer.rsn) && offer.wpa == Reading::Missing) return false;
     return offer.rsn != Reading::Whole || offer.wpa != Reading::Missing ||
            kPskAkms.isAnyIn(offer.rsnAkms) || allowsTkip(parts.security.rsn, false) ||
            isWeakGroup(security.groupCipher) || parts.security.offersSaeWithoutH2e() ||

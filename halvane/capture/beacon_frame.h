@@ -35,11 +35,12 @@ struct BeaconFrame {
     std::uint16_t capabilities = 0;            // capability information field (9.4.1.4)
     std::span<const std::uint8_t> elements{};  // borrowed from the frame; may be empty
     std::size_t elementsOffset = 0;            // in octets of the frame
+    bool isCut = false;  // the capture kept only the start of the elements, or none of them
 };
 
 // Reads an 802.11 frame that begins with its Frame Control field and has neither radio header nor
-// frame check sequence. The elements are not parsed. The error is never Damaged or MalformedHeader,
-// which the frame itself cannot show.
+// frame check sequence. The elements are not parsed, so a frame never reads as cut. The error is
+// never Damaged or MalformedHeader, which the frame itself cannot show.
 HALVANE_EXPORT Result<BeaconFrame, SkipReason> parseBeaconFrame(
     std::span<const std::uint8_t> frame);
 

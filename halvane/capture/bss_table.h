@@ -24,7 +24,8 @@ class HALVANE_EXPORT BSSTable {
     ~BSSTable();
 
     // Adds a sighting, or merges it with those of the same address as HalvaneMAC::mergeEntries()
-    // merges records. A channel from the radio header alone never replaces one that the BSS stated.
+    // merges records. A channel from the radio header alone never replaces one that the BSS stated,
+    // and the elements of a cut frame never those of a whole one, which replace them.
     // The time is proportional to the logarithm of size(). If memory runs out, a new address is not
     // added.
     void add(const Sighting& sighting);

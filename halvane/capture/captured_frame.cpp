@@ -8,9 +8,12 @@ namespace halvane::capture {
 
 namespace {
 
+// The elements are whole if all that is missing is of the frame check sequence.
 Result<BeaconFrame, SkipReason> read(const RadioInfo& radio, std::size_t missing) {
     if (radio.isBadFCS) return Unexpected(SkipReason::Damaged);
-    return parseBeaconFrame(radio.hasFCS ? withoutFCS(radio.frame, missing) : radio.frame);
+    auto beacon = parseBeaconFrame(radio.hasFCS ? withoutFCS(radio.frame, missing) : radio.frame);
+    if (beacon) beacon->isCut = missing > (radio.hasFCS ? kFCSSize : 0);
+    return beacon;
 }
 
 }  // namespace

@@ -73,14 +73,20 @@ FoldedSighting::FoldedSighting(const Sighting& sighting)
       firstAdded_(sighting.record.firstAdded()),
       elements_(std::make_unique<Elements>(sighting)),
       values_(sighting),
-      hasSSID_(sighting.record.SSID().has_value()) {}
+      hasSSID_(sighting.record.SSID().has_value()),
+      isCut_(sighting.isCut) {}
 
 FoldedSighting::FoldedSighting(FoldedSighting&&) noexcept = default;
 FoldedSighting& FoldedSighting::operator=(FoldedSighting&&) noexcept = default;
 FoldedSighting::~FoldedSighting() = default;
 
 void FoldedSighting::fold(const Sighting& sighting) {
-    if (!hasSSID_ && sighting.record.SSID()) {
+    if (isCut_ && !sighting.isCut) {
+        elements_ = std::make_unique<Elements>(sighting);
+        revealing_.reset();
+        hasSSID_ = sighting.record.SSID().has_value();
+        isCut_ = false;
+    } else if (isCut_ == sighting.isCut && !hasSSID_ && sighting.record.SSID()) {
         revealing_ = std::make_unique<Elements>(sighting);
         hasSSID_ = true;
     }
@@ -88,7 +94,12 @@ void FoldedSighting::fold(const Sighting& sighting) {
 }
 
 void FoldedSighting::fold(FoldedSighting&& later) {
-    if (!hasSSID_ && later.hasSSID_) {
+    if (isCut_ && !later.isCut_) {
+        elements_ = std::move(later.elements_);
+        revealing_ = std::move(later.revealing_);
+        hasSSID_ = later.hasSSID_;
+        isCut_ = false;
+    } else if (isCut_ == later.isCut_ && !hasSSID_ && later.hasSSID_) {
         revealing_ = std::move(later.revealing_ ? later.revealing_ : later.elements_);
         hasSSID_ = true;
     }
@@ -110,7 +121,8 @@ Sighting FoldedSighting::sighting() const {
             .radioFrequency = values_.radioFrequency,
             .origin = revealing_ ? revealing_->origin : elements_->origin,
             .frames = values_.frames,
-            .isNameRevealed = revealing_ != nullptr};
+            .isNameRevealed = revealing_ != nullptr,
+            .isCut = isCut_};
 }
 
 }  // namespace halvane::capture

@@ -25,7 +25,9 @@ class HALVANE_EXPORT FoldedSighting {
     ~FoldedSighting();
 
     // Merges a later sighting of the same address as HalvaneMAC::mergeEntries() merges records. A
-    // channel from the radio header alone never replaces one that the BSS stated.
+    // channel from the radio header alone never replaces one that the BSS stated. The elements of a
+    // whole frame replace those of a cut one, as if the cut frame had had none, and those of a cut
+    // frame never replace those of a whole one.
     void fold(const Sighting& sighting);
 
     // Merges what was folded of later sightings of the same address. The result is that of folding
@@ -58,6 +60,7 @@ class HALVANE_EXPORT FoldedSighting {
     std::unique_ptr<Elements> revealing_;  // later elements that revealed the SSID
     Values values_;
     bool hasSSID_;
+    bool isCut_;  // the elements are those of a cut frame, since no whole one was seen
 };
 
 }  // namespace halvane::capture

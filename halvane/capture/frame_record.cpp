@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "halvane/air/bit_octets.h"
+#include "halvane/air/element_range.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
@@ -55,6 +57,10 @@ std::optional<Number> channelOfRadio(const RadioInfo& radio) {
     return Number(*radio.channel);
 }
 
+bool endsInsideAnElement(air::Octets elements) {
+    return !air::ElementRange(elements).trailing().empty();
+}
+
 std::optional<Number> numberOf(std::optional<int> value) {
     return value ? std::optional<Number>(*value) : std::nullopt;
 }
@@ -71,8 +77,12 @@ Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
     const auto radioChannel = channelOfRadio(radio);
     const auto ownChannel = channelOfElements(record);
     record.setChannel(ownChannel ? ownChannel : radioChannel);
-    return {std::move(record), radioChannel, !ownChannel && radioChannel, radio.frequencyMHz,
-            ElementsOrigin{.subtype = beacon.subtype, .offset = beacon.elementsOffset}};
+    return {.record = std::move(record),
+            .radioChannel = radioChannel,
+            .isChannelOfRadio = !ownChannel && radioChannel,
+            .radioFrequency = radio.frequencyMHz,
+            .origin = ElementsOrigin{.subtype = beacon.subtype, .offset = beacon.elementsOffset},
+            .isCut = beacon.isCut || endsInsideAnElement(beacon.elements)};
 }
 
 Result<Sighting, SkipReason> sightingOfPacket(LinkType linkType,

@@ -142,4 +142,42 @@ TEST(AirFindings, PointAtElements) {
     }
 }
 
+// What a frame tells up to a cut, it tells without the cut too. The privacy bit alone proves that a
+// network is open, even where an element behind it names an encrypted half.
+void expectNothingFromAbsence(const HeardFrame& frame) {
+    const Bytes octets = octetsOf(frame.elements);
+    const FixedFields fixed = {kBssid, frame.capabilities, frame.interval};
+    RadioHint radio;
+    if (frame.frequency != 0) radio.frequency = frame.frequency;
+    radio.signal = frame.signal;
+    const BssProfile whole = profileOf(octets, fixed, radio);
+    radio.isCut = true;
+    for (std::size_t size = 0; size < octets.size(); ++size) {
+        const Bytes start(octets.begin(), octets.begin() + static_cast<std::ptrdiff_t>(size));
+        for (const Finding& finding : profileOf(start, fixed, radio).findings) {
+            if (finding.kind == FindingKind::FrameCut || finding.kind == FindingKind::OpenNetwork) {
+                continue;
+            }
+            EXPECT_NE(findIn(whole, finding.kind), nullptr)
+                << finding.info().id << " after " << size << " octets of " << frame.elements;
+        }
+    }
+}
+
+TEST(AirFindings, RestOnNoAbsenceInACutFrame) {
+    for (const FindingCase& row : findingCases()) {
+        expectNothingFromAbsence(row.raising);
+        expectNothingFromAbsence(row.quiet);
+    }
+}
+
+// Between two elements only the capture can tell of a cut.
+TEST(AirFindings, TellOfACutBetweenElements) {
+    const BssProfile profile = profileOf(octetsOf("0=61"), {}, {.isCut = true});
+    const Finding* const cut = findIn(profile, FindingKind::FrameCut);
+    ASSERT_NE(cut, nullptr);
+    EXPECT_EQ(textOf(cut->sources), "radio");
+    EXPECT_EQ(findIn(profileOf(octetsOf("0=61")), FindingKind::FrameCut), nullptr);
+}
+
 }  // namespace

@@ -480,4 +480,52 @@ TEST(AirProfile, SurvivesEveryPrefixAndOctet) {
     halvane::testing::forEachValueAt(octets, offsets, check);
 }
 
+// --- Cut frames ---
+
+constexpr FixedFields kPrivateAccessPoint = {.capabilities = 0x0011};
+constexpr char kWpaPsk[] = "0050F2010100 0050F202 0100 0050F202 0100 0050F202";
+
+void expectUnknown(const BssProfile& profile) {
+    EXPECT_EQ(securityName(*profile.security.name), "Unknown");
+    EXPECT_EQ(profile.security.name.rule, Rule::FrameCut);
+    EXPECT_FALSE(profile.security.pmf.isTold());
+    EXPECT_FALSE(hasFinding(profile, "wep"));
+    EXPECT_FALSE(hasFinding(profile, "wpa-only"));
+}
+
+TEST(AirProfile, ConcludesNoWeakSecurityFromACut) {
+    Bytes octets = ssidElement("x");
+    EXPECT_EQ(securityName(*profileOf(octets, kPrivateAccessPoint).security.name), "WEP");
+    expectUnknown(profileOf(octets, kPrivateAccessPoint, {.isCut = true}));
+    octets.push_back(48);
+    expectUnknown(profileOf(octets, kPrivateAccessPoint));
+
+    const Bytes wpa = joined({ssidElement("x"), hexElement(221, kWpaPsk)});
+    EXPECT_EQ(securityName(*profileOf(wpa, kPrivateAccessPoint).security.name), "WPA-Personal");
+    expectUnknown(profileOf(wpa, kPrivateAccessPoint, {.isCut = true}));
+}
+
+TEST(AirProfile, TellsOfACutFrameWhatItProves) {
+    const Bytes octets = ssidElement("x");
+    EXPECT_EQ(securityName(*profileOf(octets, kOpen, {.isCut = true}).security.name), "Open");
+    const Bytes rsn = hexElement(48, "0100 000FAC04 0100 000FAC04 0100 000FAC02 8000");
+    const auto profile = profileOf(rsn, kPrivateAccessPoint, {.isCut = true});
+    EXPECT_EQ(securityName(*profile.security.name), "WPA2-Personal");
+    EXPECT_TRUE(profile.security.name.isTold());
+    EXPECT_TRUE(profile.security.pmf.isTold());
+}
+
+TEST(AirProfile, TellsNeitherGenerationNorWidthNorRateOfACutFrame) {
+    const Bytes octets = joined({ssidElement("x"), hexElement(1, "82848B96"), hexElement(3, "06")});
+    const auto whole = profileOf(octets, kOpen);
+    EXPECT_TRUE(whole.generation.isTold());
+    EXPECT_TRUE(whole.channel.span.isTold());
+    EXPECT_FALSE(whole.isCut);
+    const auto cut = profileOf(octets, kOpen, {.isCut = true});
+    EXPECT_TRUE(cut.isCut);
+    EXPECT_FALSE(cut.generation.isTold());
+    EXPECT_FALSE(cut.channel.span.isTold());
+    EXPECT_EQ(cut.rates.latest(), nullptr);
+}
+
 }  // namespace

@@ -88,6 +88,25 @@ TEST(CapturedFrame, EndsWhereTheCaptureCutIt) {
     }
 }
 
+// The frame check sequence is no part of the elements.
+TEST(CapturedFrame, TellsWhetherTheCutTookElements) {
+    const Bytes plain = withRadiotap(0, beaconPacket());
+    const Bytes announced = withRadiotap(kFCSAtEnd, beaconPacket());
+    struct Row {
+        const Bytes& packet;
+        std::size_t missing;
+        bool isCut;
+    };
+    for (const Row& row : {Row{plain, 0, false}, Row{plain, 1, true}, Row{announced, 4, false},
+                           Row{announced, 5, true}}) {
+        const auto frame =
+            examinePacket(LinkType::Radiotap, row.packet, row.packet.size() + row.missing);
+        ASSERT_NE(frame.beacon(), nullptr);
+        EXPECT_EQ(frame.beacon()->isCut, row.isCut) << row.missing;
+        EXPECT_EQ(sightingOf(*frame.beacon(), frame.radio).isCut, row.isCut) << row.missing;
+    }
+}
+
 TEST(CapturedFrame, IsWholeWhereItsOriginalLengthIsBelowItsOwn) {
     const Bytes packet = withRadiotap(kFCSAtEnd, joined(beaconPacket(), kWrongFCS));
     for (const std::size_t length : {std::size_t{0}, packet.size() - 1, packet.size()}) {

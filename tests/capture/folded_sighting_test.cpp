@@ -74,4 +74,50 @@ TEST(FoldedSighting, KeepsTheAddress) {
     EXPECT_EQ(FoldedSighting(someSightings()[0]).mac(), (ByteBuffer{2, 0, 0, 0, 0, 1}));
 }
 
+Sighting sightingWith(const Bytes& elements, bool isCut) {
+    auto record = HalvaneMAC::initWithMAC({0x02, 0, 0, 0, 0, 1});
+    record.setInformationElements(ByteBuffer(elements));
+    Sighting sighting{record};
+    sighting.isCut = isCut;
+    return sighting;
+}
+
+std::optional<ByteBuffer> elementsOf(const FoldedSighting& folded) {
+    return folded.sighting().record.ieBuffer();
+}
+
+// Every sequence of three frames, named and nameless, cut and whole.
+TEST(FoldedSighting, KeepsTheElementsOfAWholeFrame) {
+    const Bytes hidden = joined({element(0, {}), htOperationElement(44, 1)});
+    const std::vector<Sighting> sightings = {
+        sightingWith(element(0, {}), true), sightingWith(ssidElement("cut"), true),
+        sightingWith(hidden, false), sightingWith(ssidElement("home"), false)};
+    for (std::size_t i = 0; i < 64; ++i) {
+        const auto at = [&](std::size_t k) -> const Sighting& {
+            return sightings[i >> (2 * k) & 3];
+        };
+        FoldedSighting one(at(0));
+        one.fold(at(1));
+        one.fold(at(2));
+        FoldedSighting later(at(1));
+        later.fold(at(2));
+        FoldedSighting parts(at(0));
+        parts.fold(std::move(later));
+        EXPECT_EQ(elementsOf(one), elementsOf(parts)) << i;
+        EXPECT_EQ(one.sighting().isCut, parts.sighting().isCut) << i;
+        const bool hasWhole = !at(0).isCut || !at(1).isCut || !at(2).isCut;
+        EXPECT_EQ(one.sighting().isCut, !hasWhole) << i;
+    }
+}
+
+TEST(FoldedSighting, ReplacesACutFrameByAWholeOneOnly) {
+    const Bytes whole = joined({ssidElement("home"), htOperationElement(44, 1)});
+    FoldedSighting cutFirst(sightingWith(ssidElement("home"), true));
+    cutFirst.fold(sightingWith(whole, false));
+    EXPECT_EQ(elementsOf(cutFirst), ByteBuffer(whole));
+    FoldedSighting wholeFirst(sightingWith(whole, false));
+    wholeFirst.fold(sightingWith(ssidElement("home"), true));
+    EXPECT_EQ(elementsOf(wholeFirst), ByteBuffer(whole));
+}
+
 }  // namespace

@@ -288,9 +288,9 @@ TEST(DecodeHex, DecodesOneElementBuffer) {
                "0004 686f6d65\n01 01 82\n09");
     expectComplaint(result, "standard input", "cut in an element");
     json records = json::parse(result.output);
-    EXPECT_EQ(records.at(0).at("air").at("security"), "WEP");
+    EXPECT_EQ(records.at(0).at("air").at("security"), "Unknown");
     EXPECT_EQ(records.at(0).at("elements").size(), 3U);
-    EXPECT_EQ(records.at(0).at("findings").at(0).at("id"), "wep");
+    EXPECT_EQ(records.at(0).at("findings").at(0).at("id"), "frame-cut");
     for (const char* const added : {"air", "elements", "findings"}) records.at(0).erase(added);
     EXPECT_EQ(records, (json::array({{{"mac", "02:1A:2B:3C:4D:5E"},
                                       {"SSID", "home"},
@@ -358,12 +358,77 @@ TEST(DecodeFailure, PrintsEverythingBeforeTheDamage) {
 TEST(DecodeFailure, TellsWhichFramesAreCutInAnElement) {
     const auto path = sample("elements.pcap");
     const auto result = decode({"--format=jsonl", path});
-    expectComplaint(result, path, "2 frames are cut in an element, the first is frame 6");
+    expectComplaint(result, path, "2 frames are cut, the first is frame 6");
     EXPECT_EQ(linesOf(result.output).size(), 9u);
     EXPECT_EQ(decode({path}).status, 0) << "a table marks them";
     expectComplaint(decode({"--format=text", "--bssid=02-1a-00-00-00-07", path}), path,
-                    "frame 7 is cut in an element");
+                    "frame 7 is cut");
     EXPECT_EQ(decode({"--format=text", "--bssid=02-1a-00-00-00-01", path}).status, 0);
+}
+
+// --- Cut frames ---
+
+// The capture as it is with a snapshot length of `most` octets. It has octets of little-endian
+// order.
+std::string cutCapture(const std::string& path, std::size_t most) {
+    constexpr std::size_t kFileHeader = 24;
+    constexpr std::size_t kHeader = 16;
+    constexpr std::size_t kCaptured = 8;  // the place of the captured length
+    const std::string whole = contentsOf(path);
+    std::string cut = whole.substr(0, kFileHeader);
+    for (std::size_t at = kFileHeader; at + kHeader <= whole.size();) {
+        const auto octet = [&](std::size_t i) {
+            return static_cast<std::size_t>(static_cast<unsigned char>(whole[at + kCaptured + i]));
+        };
+        const std::size_t length = octet(0) | octet(1) << 8;
+        const std::size_t kept = std::min(length, most);
+        std::string header = whole.substr(at, kHeader);
+        header[kCaptured] = static_cast<char>(kept & 0xFF);
+        header[kCaptured + 1] = static_cast<char>(kept >> 8);
+        cut += header + whole.substr(at + kHeader, kept);
+        at += kHeader + length;
+    }
+    return cut;
+}
+
+std::string bySecurity(const ProgramResult& result) {
+    std::string text;
+    for (const auto& record : json::parse(result.output)) {
+        text += record.at("air").at("security").get<std::string>() + '\n';
+    }
+    return text;
+}
+
+TEST(DecodeCut, TakesNoWeaknessFromAShortCapture) {
+    const TemporaryFolder folder;
+    const std::string path = (folder.path() / "cut.pcap").string();
+    for (const std::size_t most : {60u, 80u, 100u, 128u}) {
+        std::ofstream(path, std::ios::binary) << cutCapture(sample("security.pcap"), most);
+        const std::string findings = decode({"--findings", path}).output;
+        EXPECT_EQ(findings.find("wep"), std::string::npos) << most << findings;
+        EXPECT_EQ(findings.find("wpa-only"), std::string::npos) << most << findings;
+    }
+}
+
+TEST(DecodeCut, PrefersWholeFramesInAnyOrder) {
+    const TemporaryFolder folder;
+    const std::string cut = (folder.path() / "cut.pcap").string();
+    std::ofstream(cut, std::ios::binary) << cutCapture(sample("security.pcap"), 80);
+    const std::string whole = sample("security.pcap");
+    const std::string expected = bySecurity(decode({"--format=json", whole}));
+    for (const char* jobs : {"--jobs=1", "--jobs=2"}) {
+        EXPECT_EQ(bySecurity(decode({"--format=json", jobs, cut, whole})), expected) << jobs;
+        EXPECT_EQ(bySecurity(decode({"--format=json", jobs, whole, cut})), expected) << jobs;
+    }
+}
+
+TEST(DecodeNames, CountsNetworksWithoutANameAsHidden) {
+    const auto path = sample("elements.pcap");
+    const auto all = decode({"--columns=ssid,bssid,width,generation", path});
+    EXPECT_NE(all.output.find("(no name)"), std::string::npos) << all.output;
+    EXPECT_NE(all.errors.find("1 hidden"), std::string::npos) << all.errors;
+    const auto hidden = decode({"--hidden", path});
+    EXPECT_NE(hidden.output.find("(no name)"), std::string::npos) << hidden.errors;
 }
 
 // An element of 255 octets that goes on in a fragment is whole, and so is one of 254.
@@ -399,7 +464,7 @@ TEST(Captures, DecodeWithoutAComplaint) {
         const auto path = entry.path().string();
         const auto frames = decode({"--format=jsonl", "--per-frame", path});
         // One of them holds a beacon with bytes after its last element.
-        const bool isCut = frames.errors.find("cut in an element") != std::string::npos;
+        const bool isCut = frames.errors.find(" cut") != std::string::npos;
         EXPECT_EQ(isCut, entry.path().filename() == "aircrack-ng-wpa.cap") << frames.errors;
         EXPECT_EQ(frames.status, isCut ? 1 : 0) << path << frames.errors;
         EXPECT_FALSE(linesOf(frames.output).empty()) << path;

@@ -29,6 +29,24 @@ TEST_F(NetworkGroups, HaveOneName) {
     EXPECT_EQ(groups[2].size(), 2u);
 }
 
+// Who keeps a name secret, has none, or lost it to a cut adds no name.
+TEST_F(NetworkGroups, CountNames) {
+    std::vector<Network> networks = {maker_.make({"a", 1}), maker_.make({"a", 2}),
+                                     maker_.make({"", 3}),  maker_.make({"", 4}),
+                                     maker_.make({"", 5}),  maker_.make({"b", 6})};
+    networks[3].profile.ssid.reset();
+    networks[3].profile.isHidden = false;
+    networks[4].profile.ssid.reset();
+    networks[4].profile.isHidden = false;
+    networks[4].profile.isCut = true;
+    EXPECT_EQ(nameCount(networks), 2u);
+    EXPECT_EQ(groupsByName(networks).size(), 5u);
+    EXPECT_TRUE(isHidden(networks[2]));
+    EXPECT_TRUE(isHidden(networks[3]));
+    EXPECT_FALSE(isHidden(networks[4]));
+    EXPECT_TRUE(isNameCutOff(networks[4]));
+}
+
 TEST_F(NetworkGroups, HaveOneRadio) {
     const std::vector<Network> networks = {maker_.make({"a", 0x10}), maker_.make({"b", 0x1F}),
                                            maker_.make({"c", 0x20}),

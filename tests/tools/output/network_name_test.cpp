@@ -29,7 +29,10 @@ TEST(NetworkName, IsTheNameAsItIsShown) {
 }
 
 TEST(NetworkName, TellsThatThereIsNone) {
-    EXPECT_EQ(networkName({}, {}).octets(), "(no name)");
+    EXPECT_EQ(networkName(air::BssProfile(), {}).octets(), "(no name)");
+    air::BssProfile cut;
+    cut.isCut = true;
+    EXPECT_EQ(networkName(cut, {}).octets(), "(cut)");
 }
 
 }  // namespace

@@ -51,8 +51,8 @@ bool isOutputLost() {
 
 std::string cutText(std::uint64_t count, std::uint64_t first) {
     const std::string frame = std::to_string(first);
-    if (count == 1) return "frame " + frame + " is cut in an element";
-    return std::to_string(count) + " frames are cut in an element, the first is frame " + frame;
+    if (count == 1) return "frame " + frame + " is cut";
+    return std::to_string(count) + " frames are cut, the first is frame " + frame;
 }
 
 // One file needs no name.
@@ -133,7 +133,7 @@ class FramePrinter {
             if (progress && progress->isShown()) progress->update(work, reader->bytesRead());
             const capture::BeaconFrame* const beacon = frame->beacon();
             if (beacon == nullptr || !options_.list.filter.mayPass(beacon->bssid)) continue;
-            const bool isCut = endsInsideAnElement(beacon->elements);
+            const bool isCut = isCutFrame(*beacon);
             if (isCut && cut++ == 0) firstCut = frame->number;
             print(*frame, *beacon, file);
         }

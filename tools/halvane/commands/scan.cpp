@@ -85,10 +85,9 @@ class ScannedSurvey {
   private:
     void add(const capture::CapturedFrame& frame) {
         const capture::BeaconFrame& beacon = *frame.beacon();
-        survey_.add(capture::sightingOf(beacon, frame.radio),
-                    {.subtype = beacon.subtype,
-                     .signal = frame.radio.signalDBm,
-                     .isCut = endsInsideAnElement(beacon.elements)});
+        survey_.add(capture::sightingOf(beacon, frame.radio), {.subtype = beacon.subtype,
+                                                               .signal = frame.radio.signalDBm,
+                                                               .isCut = isCutFrame(beacon)});
     }
 
     void note(const ScannedNetwork& network, std::chrono::nanoseconds now) {

@@ -37,6 +37,7 @@ capture::CapturedFrame examineWithFCS(const Packet& packet) {
     content.radio.frame = frame.radio.frame;
     content.radio.hasFCS = true;
     content.isCut = frame.isCut;
+    if (content.content) content.content->isCut = missing > capture::kFCSSize;
     return content;
 }
 

@@ -15,6 +15,7 @@ bool isIn(const Network& network, air::Band band) {
 }  // namespace
 
 std::string_view generationLabel(const Network& network) {
+    if (!tellsGeneration(network)) return "-";
     switch (network.profile.generation.value) {
         case air::Generation::WiFi7:
             return "7";

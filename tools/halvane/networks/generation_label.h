@@ -11,7 +11,7 @@
 namespace halvane::tool {
 
 // "7", "6E" (Wi-Fi 6 at 6 GHz), "6", "5", "4"; before these the letter of the amendment: "g" (with
-// OFDM at 2.4 GHz), "a" (at 5 GHz) or "b".
+// OFDM at 2.4 GHz), "a" (at 5 GHz) or "b". "-" if nothing tells it.
 std::string_view generationLabel(const Network& network);
 
 }  // namespace halvane::tool

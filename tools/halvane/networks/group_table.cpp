@@ -11,6 +11,7 @@
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/cell_text.h"
 #include "tools/halvane/output/fitted_table.h"
+#include "tools/halvane/output/network_name.h"
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/signal_bar.h"
 #include "tools/halvane/output/standard_output.h"
@@ -41,8 +42,9 @@ FittedCell markCell(const NetworkGroup&, const Around&, std::size_t) {
 
 FittedCell nameCell(const NetworkGroup& group, const Around& around, std::size_t) {
     const Network& first = *group.front();
-    return {first.details.meshID ? shownMesh(nameOf(first), around.rules)
-                                 : shownName(nameOf(first), around.rules)};
+    // One row of several has no length of their names.
+    const bool isHiddenName = first.profile.ssid && isHidden(first);
+    return {isHiddenName ? shownName({}, around.rules) : networkName(first, around.rules)};
 }
 
 FittedCell signalCell(const NetworkGroup& group, const Around&, std::size_t) {
@@ -113,8 +115,7 @@ FittedCell namesCell(const NetworkGroup& group, const Around& around, std::size_
     ShownText names;
     for (const Network* const network : group) {
         if (network != group.front()) names.append(", ");
-        names.append(network->details.meshID ? shownMesh(nameOf(*network), around.rules)
-                                             : shownName(nameOf(*network), around.rules));
+        names.append(networkName(*network, around.rules));
     }
     return {names};
 }

@@ -28,7 +28,7 @@ std::optional<MacAddress> HeardFrames::add(const Packet& packet, WatchList::Time
     capture::Sighting sighting = capture::sightingOf(*beacon, frame.radio);
     sighting.origin->frame = packet.number;
     sighting.origin->linkType = packet.linkType;
-    const bool isCut = endsInsideAnElement(beacon->elements);
+    const bool isCut = isCutFrame(*beacon);
     if (isCut) ++cutFrames_;
     list_.add(sighting,
               {.subtype = beacon->subtype,

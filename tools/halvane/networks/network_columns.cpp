@@ -10,12 +10,14 @@
 #include "halvane/air/feature.h"
 #include "halvane/air/finding.h"
 #include "halvane/air/max_rates.h"
+#include "halvane/air/rule.h"
 #include "halvane/air/security.h"
 #include "halvane/ie/fancy_formatting.h"
 
 #include "tools/halvane/networks/generation_label.h"
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/age_text.h"
+#include "tools/halvane/output/network_name.h"
 #include "tools/halvane/output/signal_bar.h"
 #include "tools/halvane/output/text_table.h"
 #include "tools/halvane/output/theme.h"
@@ -59,7 +61,9 @@ std::string addressText(const Network& network) {
 
 // Mbit/s of the latest generation, or of the rates from before there were any.
 std::optional<double> rateOf(const Network& network) {
+    if (network.profile.generation.rule == air::Rule::FrameCut) return std::nullopt;
     if (const auto* const rate = network.profile.rates.latest()) return rate->value.mbps();
+    if (network.profile.isCut) return std::nullopt;
     const int legacy = network.details.highestRate;
     return legacy > 0 ? std::optional(legacy / 2.0) : std::nullopt;
 }
@@ -163,13 +167,14 @@ Meaning meaningOfName(const Network& network) {
 
 FittedCell ssidCell(const Network& network, const Around& around) {
     const Meaning meaning = meaningOfName(network);
-    if (network.details.meshID) return {shownMesh(nameOf(network), around.rules), meaning};
-    if (isHidden(network) && !around.hasAddress) return {shownHidden(network.bssid), meaning};
-    return {shownName(nameOf(network), around.rules), meaning};
+    const bool isNameless = isHidden(network) || isNameCutOff(network);
+    if (isNameless && !around.hasAddress) return {shownHidden(network.bssid), meaning};
+    return {networkName(network, around.rules), meaning};
 }
 
 PlainValue ssidValue(const Network& network, const Around&) {
-    return isHidden(network) ? PlainValue() : text(nameOf(network));
+    const bool isNameless = isHidden(network) || isNameCutOff(network);
+    return isNameless ? PlainValue() : text(nameOf(network));
 }
 
 FittedCell signalCell(const Network& network, const Around&) {
@@ -208,6 +213,7 @@ FittedCell historyCell(const Network& network, const Around& around) {
 
 FittedCell widthCell(const Network& network, const Around& around) {
     const air::ChannelUse& channel = network.profile.channel;
+    if (!widthOf(network)) return own("- ");
     if (channel.span->center2) return {ownText(around.glyphs.twice80, around.rules)};
     const bool isPunctured = channel.punctured && channel.punctured->value != 0;
     return own(std::to_string(channel.span->width) + (isPunctured ? 'p' : ' '));
@@ -281,7 +287,7 @@ PlainValue timeValue(const std::optional<std::int64_t>& time) {
 
 FittedCell centerCell(const Network& network, const Around&) {
     const air::ChannelSpan& span = *network.profile.channel.span;
-    if (!span.center1) return own(kUntold);
+    if (!span.center1 || !widthOf(network)) return own(kUntold);
     const std::string first = std::to_string(*span.center1);
     return own(span.center2 ? first + '+' + std::to_string(*span.center2) : first);
 }
@@ -321,7 +327,7 @@ constexpr NetworkColumn kColumns[] = {
     {{.name = "mark", .header = "", .align = Align::Left, .least = 1, .most = kAnyWidth},
      markCell,
      markValue,
-     "! an error among the findings, x a frame ended inside an element"},
+     "! an error among the findings, x a frame was cut"},
     {{.name = "ssid", .header = "SSID", .align = Align::Left, .least = 12, .most = 32},
      ssidCell,
      ssidValue,
@@ -367,9 +373,7 @@ constexpr NetworkColumn kColumns[] = {
       .most = kAnyWidth,
       .from = 40},
      widthCell,
-     [](const Network& network, const Around&) {
-         return number(network.profile.channel.span->width);
-     },
+     [](const Network& network, const Around&) { return numberIf(widthOf(network)); },
      "width, MHz; p: punctured"},
     {{.name = "generation",
       .header = "GEN",
@@ -378,7 +382,9 @@ constexpr NetworkColumn kColumns[] = {
       .most = kAnyWidth,
       .from = 59},
      [](const Network& network, const Around&) { return own(generationLabel(network)); },
-     [](const Network& network, const Around&) { return text(generationLabel(network)); },
+     [](const Network& network, const Around&) {
+         return tellsGeneration(network) ? text(generationLabel(network)) : PlainValue();
+     },
      "7, 6E, 6, 5 or 4; before these g, a or b"},
     {{.name = "rate",
       .header = "Mbit/s",
@@ -404,7 +410,8 @@ constexpr NetworkColumn kColumns[] = {
          return own(shortPmfName(network.profile.security.pmf.value));
      },
      [](const Network& network, const Around&) {
-         return text(air::pmfName(network.profile.security.pmf.value));
+         const auto& pmf = network.profile.security.pmf;
+         return pmf.rule == air::Rule::FrameCut ? PlainValue() : text(air::pmfName(*pmf));
      },
      "protection of management frames: capable or required"},
     {{.name = "load",

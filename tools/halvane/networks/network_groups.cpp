@@ -40,12 +40,24 @@ MacAddress radioAddress(const MacAddress& bssid) {
 }
 
 struct Name {
-    bool isMesh;
-    bool isHidden;
+    enum class Kind { Ssid, Mesh, Hidden, Missing, CutOff };
+
+    Kind kind;
     std::string octets;
 
     auto operator<=>(const Name&) const = default;
 };
+
+bool isNamed(const Network& network) {
+    return !isHidden(network) && !isNameCutOff(network);
+}
+
+Name::Kind kindOf(const Network& network) {
+    if (network.details.meshID) return Name::Kind::Mesh;
+    if (isNameCutOff(network)) return Name::Kind::CutOff;
+    if (!network.profile.ssid) return Name::Kind::Missing;
+    return isHidden(network) ? Name::Kind::Hidden : Name::Kind::Ssid;
+}
 
 struct Radio {
     std::string accessPoint;
@@ -75,10 +87,13 @@ Radio radioOf(const Network& network) {
 
 std::vector<NetworkGroup> groupsByName(std::span<const Network> networks) {
     return groupsBy<Name>(networks, [](const Network& network) {
-        const bool hides = isHidden(network);
-        return Name{network.details.meshID.has_value(), hides,
-                    hides ? std::string() : std::string(nameOf(network))};
+        return Name{kindOf(network), isNamed(network) ? std::string(nameOf(network)) : ""};
     });
+}
+
+std::size_t nameCount(std::span<const Network> networks) {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        groupsByName(networks), [](const NetworkGroup& group) { return isNamed(*group.front()); }));
 }
 
 std::vector<NetworkGroup> groupsByRadio(std::span<const Network> networks) {

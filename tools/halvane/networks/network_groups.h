@@ -19,8 +19,12 @@ namespace halvane::tool {
 using NetworkGroup = std::vector<const Network*>;
 
 // The groups, in the order of their first networks, borrow the networks.
-// Hidden networks are one group, whatever they are, and a mesh is not its SSID's namesake.
+// Hidden networks are one group, whatever they are, and so are those without an SSID and those
+// whose name was cut off. A mesh is not its SSID's namesake.
 std::vector<NetworkGroup> groupsByName(std::span<const Network> networks);
+
+// How many names there are. Hidden networks, and those whose name was cut off, have none.
+std::size_t nameCount(std::span<const Network> networks);
 
 // A radio sends on one channel of one width from addresses that differ in their last four bits and
 // in the bit of local addresses, or under one name of an access point.

@@ -77,7 +77,8 @@ std::string subjectOf(const NetworkCounts& counts) {
         return counted(groupsByRadio(counts.networks).size(), "radio", "radios") + " with " + text;
     }
     if (counts.grouping == Grouping::Name) {
-        text += " of " + counted(groupsByName(counts.networks).size(), "name", "names");
+        const std::size_t names = nameCount(counts.networks);
+        if (names > 0) text += " of " + counted(names, "name", "names");
     }
     return text;
 }

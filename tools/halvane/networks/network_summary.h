@@ -35,7 +35,7 @@ std::string networksLine(const NetworkCounts& counts);
 std::string findingsLine(std::span<const Network> networks);
 
 // "1934 frames in 5.8 s: 130 beacons, 20 probe responses, 1784 others, 1 damaged". A frame that is
-// cut in an element counts as what it is, and as damaged.
+// cut counts as what it is, and as damaged.
 std::string framesLine(const CaptureSummary& frames, std::uint64_t cutFrames,
                        std::optional<std::int64_t> nanoseconds);
 

@@ -63,7 +63,7 @@ class FileSurvey {
         if (beacon == nullptr) return;
         capture::Sighting sighting = CaptureReader::sightingOf(frame);
         sighting.origin->file = file_;
-        const bool isCut = endsInsideAnElement(beacon->elements);
+        const bool isCut = isCutFrame(*beacon);
         if (isCut && capture_.cutFrames++ == 0) capture_.firstCut = frame.number;
         survey_.add(sighting, {.subtype = beacon->subtype,
                                .number = frame.number,

@@ -23,7 +23,7 @@ struct SurveyedCapture {
     std::optional<std::int64_t>
         firstTime{};  // nanoseconds since 1970-01-01 00:00 UTC, of any frame
     std::optional<std::int64_t> lastTime{};
-    std::uint64_t cutFrames = 0;          // their elements end inside an element
+    std::uint64_t cutFrames = 0;          // the end of their elements is missing
     std::uint64_t firstCut = 0;           // number of the first of them
     std::vector<std::string> notes{};     // what was passed over; one line each
     std::optional<ReadingFault> error{};  // why the file was not read to its end

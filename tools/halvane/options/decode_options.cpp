@@ -74,7 +74,7 @@ const CLIOption kLastRows[] = {
      .shortHelp = "EXIT STATUS",
      .longHelp = "0 done, also where no network passes the filter; 1 a file could not be read\n"
                  "to its end, the output could not be written, or, in all formats but table\n"
-                 "and csv, a frame is cut in an element; 2 usage."},
+                 "and csv, a frame is cut; 2 usage."},
     {.type = kCLIEnd},
 };
 

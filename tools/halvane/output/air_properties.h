@@ -189,8 +189,10 @@ constexpr auto networkProperties(Profile profile) {
                      return ssid->value.buffer();
                  }},
         Property{"generation",
-                 [profile](const auto& record) {
-                     return static_cast<int>(profile(record).generation.value);
+                 [profile](const auto& record) -> std::optional<int> {
+                     const auto& generation = profile(record).generation;
+                     if (!generation.isTold()) return std::nullopt;
+                     return static_cast<int>(*generation);
                  }},
         Property{"security",
                  [profile](const auto& record) {
@@ -211,8 +213,10 @@ constexpr auto networkProperties(Profile profile) {
                      return cipherTextOf(profile(record).security.groupManagementCipher);
                  }},
         Property{"pmf",
-                 [profile](const auto& record) {
-                     return air::pmfName(profile(record).security.pmf.value);
+                 [profile](const auto& record) -> std::optional<std::string_view> {
+                     const auto& pmf = profile(record).security.pmf;
+                     if (!pmf.isTold()) return std::nullopt;
+                     return air::pmfName(*pmf);
                  }},
         Property{"streams", [profile](const auto& record) { return profile(record).streams(); }},
         Property{"maxRate",
@@ -256,6 +260,11 @@ inline constexpr auto kProperties<MultipleBssidView> = std::tuple{
              }},
 };
 
+// Without centres if the frame was cut before what decides.
+inline air::ChannelSpan toldSpan(const air::BssProfile& profile) {
+    return profile.channel.span.isTold() ? *profile.channel.span : air::ChannelSpan();
+}
+
 inline const air::BssProfile& itself(const air::BssProfile& profile) {
     return profile;
 }
@@ -277,11 +286,16 @@ inline constexpr auto kProperties<air::BssProfile> = std::tuple_cat(
         Property{"primaryFrequency",
                  [](const air::BssProfile& profile) { return profile.channel.primaryFrequency; }},
         Property{"width",
-                 [](const air::BssProfile& profile) { return profile.channel.span->width; }},
+                 [](const air::BssProfile& profile) -> std::
+                                                        optional<int> {
+                                                            if (!profile.channel.span.isTold())
+                                                                return std::nullopt;
+                                                            return profile.channel.span->width;
+                                                        }},
         Property{"center1",
-                 [](const air::BssProfile& profile) { return profile.channel.span->center1; }},
+                 [](const air::BssProfile& profile) { return toldSpan(profile).center1; }},
         Property{"center2",
-                 [](const air::BssProfile& profile) { return profile.channel.span->center2; }},
+                 [](const air::BssProfile& profile) { return toldSpan(profile).center2; }},
         Property{"puncturedSubchannels",
                  [](const air::BssProfile& profile) { return puncturedIn(profile.channel); }},
         Property{"mld",

@@ -24,6 +24,8 @@ namespace halvane::tool {
 
 namespace {
 
+constexpr std::string_view kNotTold = "not told";
+
 struct Row {
     std::string what;
     std::string value;
@@ -64,6 +66,7 @@ void addChannel(std::vector<Row>& rows, const air::ChannelUse& channel) {
     std::string width = span.center2 ? "80+80 MHz" : megahertz(span.width);
     if (span.center1) width += ", centre " + std::to_string(*span.center1);
     if (span.center2) width += " and " + std::to_string(*span.center2);
+    if (!channel.span.isTold()) width = kNotTold;
     rows.push_back({"Width", std::move(width)});
     if (!channel.punctured) return;
     std::vector<int> indexes;
@@ -75,6 +78,7 @@ void addChannel(std::vector<Row>& rows, const air::ChannelUse& channel) {
 }
 
 std::string generationText(const air::BssProfile& profile) {
+    if (!profile.generation.isTold()) return std::string(kNotTold);
     if (*profile.generation == air::Generation::Legacy) return "before Wi-Fi 4";
     const int number = static_cast<int>(*profile.generation);
     const auto& band = profile.channel.band;
@@ -108,7 +112,8 @@ void addSecurity(std::vector<Row>& rows, const air::SecurityProfile& security) {
         }
         rows.push_back({"Ciphers", std::move(value)});
     }
-    rows.push_back({"PMF", std::string(air::pmfName(*security.pmf))});
+    rows.push_back(
+        {"PMF", std::string(security.pmf.isTold() ? air::pmfName(*security.pmf) : kNotTold)});
 }
 
 void addAccessPoint(std::vector<Row>& rows, const air::BssProfile& profile) {

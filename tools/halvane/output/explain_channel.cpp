@@ -232,7 +232,7 @@ Parts widthValue(const air::ChannelSpan& span) {
 // Below 80 MHz nothing can be punctured.
 void addPunctured(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
     const air::ChannelUse& channel = bss.profile.channel;
-    if (channel.span->width < 80) return;
+    if (channel.span->width < 80 || !channel.span.isTold()) return;
     if (!channel.punctured) {
         if (bss.places.find(ElementId::EhtOperation) != nullptr) return;
         rows.push_back({"Punctured", {part("no")}, {part("no EHT Operation")}});
@@ -254,6 +254,10 @@ void addPunctured(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
 
 void addWidth(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
     const air::ChannelUse& channel = bss.profile.channel;
+    if (!channel.span.isTold()) {
+        rows.push_back({"Width", {part("not told")}, {part(kFrameCut)}, Meaning::Header, true});
+        return;
+    }
     air::WidthClaims claims;
     if (channel.band) claims = air::widthClaimsOf(bss.elements, **channel.band);
     rows.push_back(

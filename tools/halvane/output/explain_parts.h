@@ -13,6 +13,9 @@
 
 namespace halvane::tool {
 
+// Why a value is not told.
+inline constexpr std::string_view kFrameCut = "the frame was cut: what tells it may be missing";
+
 using Parts = std::vector<TextPart>;
 
 inline constexpr std::string_view kCommaJoiner = ", ";

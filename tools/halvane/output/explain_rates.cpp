@@ -49,6 +49,18 @@ constexpr auto kGenerations = std::to_array<GenerationWords>({
     {air::Generation::WiFi7, "Wi-Fi 7", ""},
 });
 
+// What was cut off can only tell a later one.
+void addCutGeneration(std::vector<ReasonRow>& rows, const ExplainedBss& bss,
+                      std::string_view name) {
+    const auto& generation = bss.profile.generation;
+    const bool isAny = *generation == air::Generation::Legacy;
+    const std::string value = isAny ? "not told" : std::string(name) + " or later";
+    Parts because;
+    if (!isAny) because.push_back(part(bss.places.of(generation.sources)));
+    because.push_back(part(kFrameCut));
+    rows.push_back({"Generation", {part(value)}, std::move(because), Meaning::Header});
+}
+
 void addGeneration(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
     const air::BssProfile& profile = bss.profile;
     const auto* const words =
@@ -57,6 +69,7 @@ void addGeneration(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
     const auto& band = profile.channel.band;
     const bool is6E =
         words->generation == air::Generation::WiFi6 && band && **band == air::Band::Ghz6;
+    if (!profile.generation.isTold()) return addCutGeneration(rows, bss, words->name);
     Parts value = {part(std::string(words->name) + (is6E ? "E" : ""))};
     if (profile.streams() > 0)
         value.push_back(part(counted(profile.streams(), "stream"), kCommaJoiner));
@@ -117,7 +130,7 @@ void addRates(std::vector<ReasonRow>& rows, const air::MaxRates& rates) {
 // Before Wi-Fi 4 there is no formula: the elements list the rates.
 void addListedRate(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
     const int rate = networkDetailsOf(bss.elements).highestRate;  // in units of 500 kbit/s
-    if (rate == 0) return;
+    if (rate == 0 || bss.profile.isCut) return;
     Parts because;
     for (const auto id : {air::ElementId::SupportedRates, air::ElementId::ExtendedSupportedRates}) {
         if (bss.places.find(id) != nullptr)

@@ -63,7 +63,11 @@ bool isByAkms(Rule rule) {
 
 Parts securityReasons(const ExplainedBss& bss) {
     const auto& name = bss.profile.security.name;
-    if (isByAkms(name.rule)) return akmReasons(bss);
+    if (isByAkms(name.rule)) {
+        Parts reasons = akmReasons(bss);
+        if (bss.profile.isCut) reasons.push_back(part("the rest of the frame was cut off"));
+        return reasons;
+    }
     const std::string sources = bss.places.of(name.sources);
     const std::string rule(air::ruleInfo(name.rule).sentence);
     return {part(sources.empty() ? rule : sources + ": " + rule)};
@@ -137,6 +141,10 @@ Parts pmfReasons(const ExplainedBss& bss) {
 }
 
 void addPmf(std::vector<ReasonRow>& rows, const ExplainedBss& bss) {
+    if (!bss.profile.security.pmf.isTold()) {
+        rows.push_back({"PMF", {part("not told")}, {part(kFrameCut)}, Meaning::Header});
+        return;
+    }
     rows.push_back(
         {"PMF", {part(air::pmfName(*bss.profile.security.pmf))}, pmfReasons(bss), Meaning::Header});
 }

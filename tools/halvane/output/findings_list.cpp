@@ -8,6 +8,7 @@
 #include "tools/halvane/output/cell_text.h"
 #include "tools/halvane/output/finding_text.h"
 #include "tools/halvane/output/glyphs.h"
+#include "tools/halvane/output/network_name.h"
 #include "tools/halvane/output/reason_table.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/output/wrapped_text.h"
@@ -52,7 +53,7 @@ void FindingsList::addOne(const air::BssProfile& profile, std::optional<int> sig
         Networks& networks = networks_[finding.kind];
         // The findings of a kind stand together; a network counts once.
         if (std::exchange(last, &networks) == &networks) continue;
-        networks.push_back({ssid, signal});
+        networks.push_back({ssid, profile.isCut, signal});
     }
 }
 
@@ -69,7 +70,7 @@ std::vector<TextPart> namesOf(Networks networks, const TextStyle& style) {
     std::vector<TextPart> parts;
     for (std::size_t i = 0; i < named; ++i) {
         const auto& ssid = networks[i].ssid;
-        ShownText name = ssid ? shownName(*ssid, style.rules) : ownText("(no name)", {});
+        ShownText name = ssid ? shownName(*ssid, style.rules) : shownNameless(networks[i].isCut);
         name = cutInMiddle(name, kNameCells, mark);
         if (i + 1 < named) name.append(ownText(",", {}));
         parts.push_back(TextPart::foreign(std::move(name), " "));

@@ -34,6 +34,7 @@ class FindingsList {
   private:
     struct Named {
         std::optional<std::string> ssid;  // absent without an SSID element
+        bool isCut;                       // it may have been cut off
         std::optional<int> signal;
     };
     using Networks = std::vector<Named>;

@@ -12,6 +12,7 @@
 #include "halvane/air/channel.h"
 #include "halvane/air/channel_use.h"
 #include "halvane/air/finding.h"
+#include "halvane/air/rule.h"
 #include "halvane/air/security.h"
 #include "halvane/base/escaped_text.h"
 
@@ -77,8 +78,9 @@ void writeNameCell(HtmlWriter& html, const ReportData&, const ReportNetwork& net
          << "</span><span class=\"sub\">";
     if (channel.band) html << HtmlText{bandOf(network)} << " GHz \u00B7 ";
     if (channel.primaryChannel) html << **channel.primaryChannel << "/";
-    html << channel.span->width << " \u00B7 "
-         << HtmlText{shortSecurityName(*profileOf(network).security.name)} << "</span>";
+    writeNumber(html, widthOf(network.network));
+    html << " \u00B7 " << HtmlText{shortSecurityName(*profileOf(network).security.name)}
+         << "</span>";
 }
 
 void writeSignalCell(HtmlWriter& html, const ReportData& data, const ReportNetwork& network) {
@@ -116,7 +118,9 @@ void writeSecurityCell(HtmlWriter& html, const ReportData&, const ReportNetwork&
 
 void writeWidthCell(HtmlWriter& html, const ReportData&, const ReportNetwork& network) {
     const air::ChannelUse& channel = profileOf(network).channel;
-    if (channel.span->center2) {
+    if (!widthOf(network.network)) {
+        html << untold();
+    } else if (channel.span->center2) {
         html << "80+80";
     } else {
         html << channel.span->width;
@@ -191,7 +195,7 @@ constexpr Column kColumns[] = {
     {"<th scope=\"col\" class=\"c2 num\" data-k=\"width\">", "Width<span class=\"u\">MHz</span>",
      "<td class=\"c2 num\" data-v=\"",
      [](HtmlWriter& html, Data, Network network) {
-         html << profileOf(network).channel.span->width;
+         if (const auto width = widthOf(network.network)) html << *width;
      },
      writeWidthCell},
     {"<th scope=\"col\" class=\"c3\" data-k=\"gen\">", "Wi-Fi", "<td class=\"c3\" data-v=\"",
@@ -209,7 +213,10 @@ constexpr Column kColumns[] = {
          html << static_cast<int>(*profileOf(network).security.pmf);
      },
      [](HtmlWriter& html, Data, Network network) {
-         html << HtmlText{air::pmfName(*profileOf(network).security.pmf)};
+         const auto& pmf = profileOf(network).security.pmf;
+         const bool isUntold = pmf.rule == air::Rule::FrameCut;
+         if (isUntold) html << untold();
+         if (!isUntold) html << HtmlText{air::pmfName(*pmf)};
      }},
     {"<th scope=\"col\" class=\"c4 num\" data-k=\"rate\">", "Rate<span class=\"u\">Mbit/s</span>",
      "<td class=\"c4 num\" data-v=\"",

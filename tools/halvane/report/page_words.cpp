@@ -162,6 +162,7 @@ std::uint64_t damagedFrames(const SurveyedCapture& capture) {
 }
 
 std::string generationName(const Network& network) {
+    if (!tellsGeneration(network)) return "not told";
     const std::string_view label = generationLabel(network);
     for (const GenerationName& known : kGenerationNames) {
         if (known.label == label) return std::string(known.name);

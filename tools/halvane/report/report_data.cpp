@@ -10,6 +10,7 @@
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/networks/network_groups.h"
+#include "tools/halvane/output/network_name.h"
 
 namespace halvane::tool {
 
@@ -19,12 +20,6 @@ std::string idOf(const MacAddress& address) {
     std::string id = "n-";
     for (const std::uint8_t octet : address.octets()) appendHexOctet(id, octet, kLowerHexDigits);
     return id;
-}
-
-ShownText shownNameOf(const Network& network) {
-    const TextRules rules;
-    return network.details.meshID ? shownMesh(tool::nameOf(network), rules)
-                                  : shownName(tool::nameOf(network), rules);
 }
 
 // The strongest first; what is not told stands last.
@@ -39,9 +34,9 @@ std::vector<ReportNetwork> reportNetworks(std::vector<Network>&& sorted,
     for (Network& network : sorted) {
         ReportNetwork& place = networks.emplace_back();
         place.id = idOf(network.bssid);
-        place.name = shownNameOf(network);
+        place.name = networkName(network, {});
         place.isOwn = options.isOwn && options.isOwn(network);
-        place.isNameless = isHidden(network);
+        place.isNameless = isHidden(network) || isNameCutOff(network);
         place.signal = signalOf(network);
         place.network = std::move(network);
     }

@@ -119,11 +119,8 @@ void writeNetworkCount(HtmlWriter& html, const ReportData& data) {
     std::set<std::string_view> names;
     std::size_t hidden = 0;
     for (const ReportNetwork& network : data.networks) {
-        if (network.isNameless) {
-            ++hidden;
-        } else {
-            names.insert(nameOf(network.network));
-        }
+        if (isHidden(network.network)) ++hidden;
+        if (!network.isNameless) names.insert(nameOf(network.network));
     }
     html << "<div class=\"kpi\"><b>" << HtmlText{groupedText(data.networks.size())}
          << (data.networks.size() == 1 ? Markup("</b><span>network") : "</b><span>networks")

@@ -130,6 +130,7 @@ ShareKey generationKey(const ReportNetwork& network) {
 }
 
 ShareKey widthKey(const ReportNetwork& network) {
+    if (!widthOf(network.network)) return {"", "not told"};
     const air::ChannelSpan& span = *network.network.profile.channel.span;
     return {numberKey(span.width) + (span.center2 ? "+" : ""),
             span.center2 ? "80+80 MHz" : std::to_string(span.width) + " MHz"};

@@ -29,7 +29,7 @@ air::BssProfile airProfileOf(const capture::Sighting& sighting) {
         fixed.beaconInterval = static_cast<std::uint16_t>(interval->exactInt64().value_or(0));
     }
     return air::profileOf(elements ? elements->bytes() : air::Octets(), fixed,
-                          {sighting.radioFrequency, signalOf(record)});
+                          {sighting.radioFrequency, signalOf(record), sighting.isCut});
 }
 
 }  // namespace halvane::tool

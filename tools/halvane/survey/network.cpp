@@ -1,6 +1,7 @@
 #include "tools/halvane/survey/network.h"
 
 #include "halvane/air/bit_octets.h"
+#include "halvane/air/rule.h"
 
 #include "tools/halvane/survey/air_profile.h"
 
@@ -15,7 +16,26 @@ std::string_view nameOf(const Network& network) {
 }
 
 bool isHidden(const Network& network) {
-    return network.profile.isHidden && !network.details.meshID;
+    const air::BssProfile& profile = network.profile;
+    const bool hasName = profile.ssid && !profile.isHidden;
+    return !hasName && !network.details.meshID && !isNameCutOff(network);
+}
+
+bool isNameCutOff(const Network& network) {
+    return network.profile.isCut && !network.profile.ssid && !network.details.meshID;
+}
+
+std::optional<int> widthOf(const Network& network) {
+    const auto& span = network.profile.channel.span;
+    const bool isSilent = span.rule == air::Rule::WidthDefault && !tellsGeneration(network);
+    const bool isUntold = isSilent || span.rule == air::Rule::FrameCut;
+    return isUntold ? std::nullopt : std::optional(span->width);
+}
+
+bool tellsGeneration(const Network& network) {
+    const air::Rule rule = network.profile.generation.rule;
+    const bool isSilent = rule == air::Rule::GenerationLegacy && network.details.highestRate == 0;
+    return rule != air::Rule::FrameCut && !isSilent;
 }
 
 std::optional<int> signalOf(const Network& network) {

@@ -35,8 +35,18 @@ struct Network {
 // The octets of the network's name; of the mesh's, if it is one. Valid as long as the network.
 std::string_view nameOf(const Network& network);
 
-// Whether the network keeps its name to itself. A mesh has another name.
+// Whether the network keeps its name to itself: it is empty or zeros, or there is none that can be
+// read. A mesh has another name.
 bool isHidden(const Network& network);
+
+// Whether the name was cut off its frame, so that nobody knows whether there is one.
+bool isNameCutOff(const Network& network);
+
+// MHz; absent if the network does not tell it, not even by being one of 20 MHz.
+std::optional<int> widthOf(const Network& network);
+
+// Whether something tells the generation: capabilities, or the rates of an older network.
+bool tellsGeneration(const Network& network);
 
 // The network's signal now, or else the median of all its frames, dBm.
 std::optional<int> signalOf(const Network& network);

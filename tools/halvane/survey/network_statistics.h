@@ -22,7 +22,7 @@ struct HeardFrame {
     std::size_t capture = 0;             // index of the capture
     std::optional<std::int64_t> time{};  // nanoseconds since 1970-01-01 00:00 UTC
     std::optional<int> signal{};         // dBm
-    bool isCut = false;                  // ends inside an element
+    bool isCut = false;                  // the end of its elements is missing
     bool isForHistory = false;           // its signal is kept over time
 };
 
