@@ -67,7 +67,7 @@ void expectFailure(Words words, int status, const std::string& message) {
 
 std::string noDaemonMessage(const std::string& command, const std::string& hint) {
     return "halvane: " + command +
-           ": no Wi-Fi daemon: nobody owns org.halvane.halvaned on the system bus\n  " + hint +
+           ": no Wi-Fi daemon: nobody owns org.halvane.halvaned on the\n  system bus\n  " + hint +
            "\n";
 }
 
@@ -160,6 +160,17 @@ TEST_F(DaemonLists, NameTheInterfaceOfEachConfiguration) {
               "-             0    6 auto WPA2     PSK  Halvane Simulation\n"
               "-             0 auto auto Open     -    home\n"
               "-             0 auto auto Open     -    home\n");
+}
+
+TEST_F(DaemonLists, TellWPA3ByItsName) {
+    outputOf({"add", "wlan1", "--wpa3-personal", "new"}, "password12\n");
+    outputOf({"add", "wlan1", "--wpa2-wpa3-personal", "both"}, "password12\n");
+    outputOf({"add", "wlan1", "--wpa2-enterprise", "work"});
+    EXPECT_EQ(outputOf({"configs", "wlan1"}),
+              "INTERFACE ORDER   CH  MHz SECURITY  KEYS    SSID\n"
+              "wlan1         0 auto auto WPA3      SAE     new\n"
+              "wlan1         0 auto auto WPA2/WPA3 PSK,SAE both\n"
+              "wlan1         0 auto auto WPA2      802.1X  work\n");
 }
 
 TEST_F(DaemonLists, SayThatTheyAreEmpty) {
