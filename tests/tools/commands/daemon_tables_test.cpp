@@ -45,7 +45,7 @@ TEST(ClientsTable, HasTheWholeWordsOfAReasonWhereTheyFit) {
 }
 
 TEST(ClientsTable, CutsNoReasonThatHasBriefWords) {
-    for (const std::size_t columns : {120, 140, 150}) {
+    for (const std::size_t columns : {120u, 140u, 150u}) {
         const std::string table = clientsAt(columns, {gone(5)});
         EXPECT_THAT(table, HasSubstr(" 5 AP is full\n")) << columns;
         EXPECT_THAT(table, HasSubstr("SECURITY")) << columns;

@@ -93,7 +93,7 @@ const CLIOption kFilterOptions[] = {
     flag("hidden", gTyped.hidden, "networks without a name"),
 };
 
-constexpr CLIOption findingsOption(const char* help) {
+CLIOption findingsOption(const char* help) {
     return {.type = kCLIString,
             .longName = "findings",
             .valuePtr = &gTyped.findings,
