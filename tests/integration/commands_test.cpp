@@ -108,6 +108,24 @@ TEST(Usage, SuggestsWhatMayBeMeant) {
     expectUsage({"channels", "--format=jsno"},
                 "halvane: channels: --format: 'jsno' is not text, json, jsonl or plist\n"
                 "  did you mean --format=json?\n");
+    expectUsage({"schema", "decod"},
+                "halvane: schema: no JSON of 'decod' ('halvane schema' lists what has)\n"
+                "  did you mean decode?\n");
+    expectUsage({"watch"},
+                "halvane: watch: no interface to watch\n"
+                "  name one in monitor mode: 'halvane watch wlan1'; 'halvane scan' needs none\n");
+    expectUsage({"decode", "--min-signal=70", "x"},
+                "halvane: decode: --min-signal: '70' is not a signal of dBm (-70)\n"
+                "  did you mean --min-signal=-70?\n");
+    expectMessage(runTool({"country", "germny"}), 1,
+                  "halvane: country: no country 'germny' ('halvane countries' lists them)\n"
+                  "  did you mean Germany?\n");
+    expectMessage(runTool({"country", "united kindom"}), 1,
+                  "halvane: country: no country 'united kindom' ('halvane countries' lists them)\n"
+                  "  did you mean 'United Kingdom'?\n");
+    expectMessage(runTool({"countries", "--sku", "estsi"}), 1,
+                  "halvane: countries: no SKU 'estsi'; there are APAC, Japan, Korea, ROW, ETSI, "
+                  "FCC, Unused\n  did you mean --sku=ETSI?\n");
     expectUsage({"logging", "shw"},
                 "halvane: logging: 'shw' is not 'show' or 'set'\n  did you mean show?\n");
 }
@@ -514,7 +532,7 @@ TEST(Countries, AreWholeForPrograms) {
 }
 
 TEST(Countries, OfAnUnknownSKUAreToldWhichThereAre) {
-    for (const char* name : {"Nowhere", "", "ETS", "ETSI "}) {
+    for (const char* name : {"Nowhere", ""}) {
         for (const char* format : {"text", "json", "plist"}) {
             expectMessage(runTool({"countries", "--sku", name, "--format", format}), 1,
                           "halvane: countries: no SKU '" + std::string(name) +
@@ -590,7 +608,7 @@ TEST(Country, IsOneRecordForPrograms) {
 
 TEST(Country, IsToldToBeUnknown) {
     for (const char* name :
-         {"Slovenia", "no", "", "United", "-2", "--1", "+1", "-", "1", "9223372036854775808",
+         {"Atlantis", "no", "", "United", "-2", "--1", "+1", "-", "1", "9223372036854775808",
           "-9223372036854775809", "99999999999999999999"}) {
         expectMessage(runTool({"country", "--format=json", "--", name}), 1,
                       "halvane: country: no country '" + std::string(name) +

@@ -31,6 +31,34 @@ TEST(ConfigPreset, ReadsItsPassphrase) {
     EXPECT_EQ(runTool({"config", "--open=home"}).errors, "");
 }
 
+TEST(ConfigPreset, RefusesAPassphraseOfWhichNoNetworkCanBeMade) {
+    const std::string start = "halvane: config: ";
+    for (const char* preset : {"--wpa2-personal=home", "--wpa2-wpa3-personal=home"}) {
+        expectMessage(runTool({"config", preset}, "short\n"), 1,
+                      start + "The passphrase has 5 octets, and takes 8 to 63.\n");
+        expectMessage(runTool({"config", preset}, "pass\tword\n"), 1,
+                      start + "The passphrase holds a character that is not printable ASCII.\n");
+        expectMessage(
+            runTool({"config", preset}, std::string(32, 'p')), 1,
+            start + "The passphrase has exactly 32 octets, of which Halvane makes no key.\n");
+    }
+    expectMessage(runTool({"config", "--wpa3-personal=home"}, "short\n"), 1,
+                  start + "The passphrase has 5 octets, and takes 8 to 63.\n");
+    EXPECT_EQ(runTool({"config", "--wpa3-personal=home"}, std::string(32, 'p')).status, 0)
+        << "SAE needs no key";
+}
+
+TEST(ConfigPreset, ExportsAPassphraseThatHalvaneAloneRefuses) {
+    const auto result =
+        runTool({"config", "--wpa2-personal=home", "--channel=6", "--export=hostapd"},
+                std::string(32, 'p'));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_NE(result.output.find("\nwpa_passphrase=pppp"), std::string::npos);
+    expectMessage(runTool({"config", "--wpa2-personal=home", "--export=hostapd"}, "short"), 1,
+                  "halvane: config: hostapd: The passphrase has 5 octets, and takes 8 to 63.\n");
+}
+
 TEST(ConfigPreset, ChangesNothingOfAConfigurationWithoutOne) {
     const auto output = runTool({"config", "--format=json"}).output;
     EXPECT_EQ(output.find("SAE"), std::string::npos);
@@ -40,7 +68,20 @@ TEST(ConfigPreset, ChangesNothingOfAConfigurationWithoutOne) {
 TEST(ConfigSecurity, SaysWhatIsMissing) {
     expectMessage(runTool({"config", "--security=WPA2"}), 2,
                   "halvane: config: --security: WPA and WPA2 need a key: --passphrase (for PSK), "
-                  "or --key-management=802.1X with its ciphers\n");
+                  "or --key-management=802.1X\n");
+    expectMessage(runTool({"config", "--security=WPA2", "--unicast=CCMP"}), 2,
+                  "halvane: config: --security: WPA and WPA2 need a key: --passphrase (for PSK), "
+                  "or --key-management=802.1X\n");
+    expectMessage(runTool({"config", "--security=WPA", "--multicast=CCMP", "--passphrase"}), 2,
+                  "halvane: config: --security: WPA with CCMP for the group needs a cipher: "
+                  "--unicast=CCMP\n");
+    const auto enterprise =
+        runTool({"config", "--ssid=x", "--security=WPA2", "--key-management=802.1X"});
+    EXPECT_NE(enterprise.output.find("Unicast Ciphers       : CCMP \n"
+                                     "Multicast Cipher      : CCMP \n"
+                                     "Key Management        : 802.1X \n"),
+              std::string::npos)
+        << enterprise.output;
     const auto result = runTool({"config", "--security=WPA2", "--passphrase"}, "password\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_NE(result.output.find("Unicast Ciphers       : CCMP \n"
@@ -51,9 +92,10 @@ TEST(ConfigSecurity, SaysWhatIsMissing) {
 }
 
 TEST(ConfigCheck, NamesContradictions) {
-    const auto made = runTool({"config", "--ssid=home", "--security=WPA2", "--unicast=CCMP",
-                               "--passphrase", "--format=plist"},
-                              "short\n");
+    const auto made =
+        runTool({"config", "--ssid=home", "--security=WPA2", "--unicast=CCMP",
+                 "--multicast=", "--key-management=", "--passphrase", "--format=plist"},
+                "short\n");
     const auto result = runTool({"config", "--check=-"}, made.output);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors, "");

@@ -67,7 +67,7 @@ void expectFailure(Words words, int status, const std::string& message) {
 
 std::string noDaemonMessage(const std::string& command, const std::string& hint) {
     return "halvane: " + command +
-           ": no Wi-Fi daemon: nobody owns org.halvane.halvaned on the system bus\n  " + hint +
+           ": no Wi-Fi daemon: nobody owns org.halvane.halvaned on the\n  system bus\n  " + hint +
            "\n";
 }
 
@@ -160,6 +160,17 @@ TEST_F(DaemonLists, NameTheInterfaceOfEachConfiguration) {
               "-             0    6 auto WPA2     PSK  Halvane Simulation\n"
               "-             0 auto auto Open     -    home\n"
               "-             0 auto auto Open     -    home\n");
+}
+
+TEST_F(DaemonLists, TellWPA3ByItsName) {
+    outputOf({"add", "wlan1", "--wpa3-personal", "new"}, "password12\n");
+    outputOf({"add", "wlan1", "--wpa2-wpa3-personal", "both"}, "password12\n");
+    outputOf({"add", "wlan1", "--wpa2-enterprise", "work"});
+    EXPECT_EQ(outputOf({"configs", "wlan1"}),
+              "INTERFACE ORDER   CH  MHz SECURITY  KEYS    SSID\n"
+              "wlan1         0 auto auto WPA3      SAE     new\n"
+              "wlan1         0 auto auto WPA2/WPA3 PSK,SAE both\n"
+              "wlan1         0 auto auto WPA2      802.1X  work\n");
 }
 
 TEST_F(DaemonLists, SayThatTheyAreEmpty) {
@@ -842,10 +853,26 @@ TEST_F(DaemonUsage, RefusesANetworkThatIsNotProtectedAsItSeems) {
     EXPECT_THAT(runTool(forced).errors, HasSubstr("no system bus"));
 }
 
+TEST_F(DaemonUsage, RefusesAPassphraseOfWhichNoNetworkCanBeMade) {
+    const std::string message = "halvane: add: The passphrase has 5 octets, and takes 8 to 63.\n";
+    for (Words words : {Words{"add", "wlan0", "--wpa2-personal=home"},
+                        {"add", "wlan0", "--ssid=home", "--security=WPA2", "--passphrase"}}) {
+        const auto refused = runTool(words, "short\n");
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.errors, message);
+        words.push_back("--force");
+        EXPECT_THAT(runTool(words, "short\n").errors, HasSubstr("no system bus"));
+    }
+    EXPECT_THAT(
+        runTool({"remove", "wlan0", "--ssid=home", "--security=WPA2", "--passphrase"}, "short\n")
+            .errors,
+        HasSubstr("no system bus"));
+}
+
 TEST_F(DaemonUsage, RefusesToRemoveASecurityWithoutItsKeys) {
     expectFailure({"remove", "wlan0", "--ssid=home", "--security=WPA2"}, 2,
                   "halvane: remove: --security: WPA and WPA2 need a key: --passphrase (for PSK), "
-                  "or --key-management=802.1X with its ciphers\n");
+                  "or --key-management=802.1X\n");
     EXPECT_THAT(runTool({"remove", "wlan0", "--ssid=home"}).errors, HasSubstr("no system bus"));
 }
 

@@ -330,11 +330,22 @@ TEST(DecodeFailure, NamesTheFileAndWhatIsWrong) {
     const auto wired = write("wired.pcap", ethernet);
     const auto foreign = decode({wired});
     EXPECT_EQ(foreign.status, 1);
-    EXPECT_EQ(foreign.errors.substr(0, foreign.errors.find("no networks")),
+    EXPECT_EQ(foreign.errors,
               "halvane: " + wired + ": holds Ethernet frames, no 802.11 (link type 1)\n" +
                   "  capture in monitor mode: sudo iw dev wlan1 set type monitor\n");
-    EXPECT_EQ(decode({"--per-frame", wired}).errors.substr(0, wired.size() + 80),
-              foreign.errors.substr(0, wired.size() + 80));
+    EXPECT_EQ(decode({"--per-frame", wired}).errors, foreign.errors);
+    EXPECT_EQ(decode({missing}).errors.find("no networks"), std::string::npos);
+}
+
+TEST(DecodeSummary, LeavesOutWhatIsZero) {
+    const TemporaryFolder folder;
+    const auto path = (folder.path() / "none.pcap").string();
+    std::ofstream(path, std::ios::binary)
+        << contentsOf(sample("neighbourhood.pcap")).substr(0, 24);  // the header alone
+    const auto result = decode({path});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "no networks\n");
+    EXPECT_EQ(decode({"--per-frame", path}).errors, "");
 }
 
 TEST(DecodeFailure, PrintsEverythingBeforeTheDamage) {

@@ -155,7 +155,9 @@ TEST_F(ScanCommand, PrintsTheColumnsOfItsListAsCSV) {
     EXPECT_THAT(all, ::testing::StartsWith("state,mark,ssid,"));
     EXPECT_THAT(all, Not(HasSubstr("beacons")));
     EXPECT_THAT(runWith(kAround, {"--columns=last"}).errors,
-                HasSubstr("--columns: 'last' is not one of state, mark, ssid, "));
+                HasSubstr("--columns: 'last' is no column"));
+    EXPECT_THAT(runWith(kAround, {"--findings", "--limit=1"}).errors,
+                HasSubstr("--findings and --limit do not go together"));
 }
 
 TEST_F(ScanCommand, FiltersNetworks) {

@@ -37,6 +37,13 @@ TEST_F(NetworkSummary, CountsNetworksByBand) {
               "1 network: 1 on 2.4 GHz; 1204 let go (--max-networks=65536)");
 }
 
+TEST_F(NetworkSummary, CountsNetworksOfNoKnownBand) {
+    networks_[0].profile.channel.band.reset();
+    EXPECT_EQ(networksLine({.networks = networks_}),
+              "3 networks: 1 on 2.4 GHz, 1 on 5 GHz, 1 on no known band; 1 hidden");
+    EXPECT_EQ(networksLine({.networks = {networks_.data(), 1}}), "1 network: 1 on no known band");
+}
+
 TEST_F(NetworkSummary, CountsNamesAndRadios) {
     EXPECT_EQ(networksLine({.networks = networks_, .grouping = Grouping::Name}),
               "3 networks of 3 names: 2 on 2.4 GHz, 1 on 5 GHz; 1 hidden");
@@ -51,6 +58,16 @@ TEST_F(NetworkSummary, CountsFindingsBySeverity) {
     networks_[1].profile.findings = {{air::findingInfo("pmf-missing")->kind, {}},
                                      {air::findingInfo("wps-on")->kind, {}}};
     EXPECT_EQ(findingsLine(networks_), "1 error, 2 warnings (--findings)");
+    EXPECT_EQ(findingsLine(networks_, air::Severity::Error), "1 error, 2 warnings (--findings)");
+}
+
+TEST_F(NetworkSummary, SaysThatNothingIsAsBadAsWasAskedFor) {
+    EXPECT_EQ(findingsLine({}, air::Severity::Error), "");
+    EXPECT_EQ(findingsLine(networks_, air::Severity::Note), "no findings");
+    EXPECT_EQ(findingsLine(networks_, air::Severity::Warning), "no errors or warnings found");
+    networks_[0].profile.findings = {{air::findingInfo("wps-on")->kind, {}}};
+    EXPECT_EQ(findingsLine(networks_, air::Severity::Error),
+              "no errors found; 1 warning (--findings)");
 }
 
 TEST_F(NetworkSummary, CountsFrames) {

@@ -246,7 +246,7 @@ TEST(ConfigSecurity, TakesWhatItDemandsIfNothingElseIsSaid) {
     EXPECT_EQ(wpa2.configuration, optionsOf({"--security=WPA2", "--unicast=CCMP",
                                              "--multicast=CCMP", "--key-management=PSK"})
                                       .configuration);
-    EXPECT_FALSE(wpa2.lacksKeyManagement);
+    EXPECT_FALSE(wpa2.lacking.keyManagement);
     EXPECT_EQ(
         optionsOf({"--security=WPA", "--passphrase"}).configuration,
         optionsOf({"--security=WPA", "--unicast=TKIP", "--multicast=TKIP", "--key-management=PSK"})
@@ -258,26 +258,59 @@ TEST(ConfigSecurity, TakesWhatItDemandsIfNothingElseIsSaid) {
     EXPECT_TRUE(optionsOf({"--security=WPA2,WPS"}).configuration.allowKeyManagementPSK());
 }
 
-TEST(ConfigSecurity, StaysAsTypedBesideAnyWord) {
-    for (const char* word : {"--unicast=CCMP", "--multicast=CCMP", "--key-management=PSK",
-                             "--unicast=", "--key-management="}) {
-        const auto with = optionsOf({"--security=WPA2", "--passphrase", word});
-        auto expected = optionsOf({word}).configuration;
-        EXPECT_TRUE(expected.setSecurityWithOptionString_error("WPA2"));
-        EXPECT_EQ(with.configuration, expected) << word;
-        EXPECT_FALSE(with.lacksKeyManagement) << word;
+TEST(ConfigSecurity, TakesEachPartThatIsNotTyped) {
+    const auto whole = [](Words words) {
+        words.push_back("--passphrase");
+        const auto options = optionsOf(std::move(words));
+        EXPECT_FALSE(options.lacking.unicast || options.lacking.keyManagement);
+        return options.configuration;
+    };
+    const auto wpa2 = whole({"--security=WPA2"});
+    for (const char* word : {"--unicast=CCMP", "--multicast=CCMP", "--key-management=PSK"}) {
+        EXPECT_EQ(whole({"--security=WPA2", word}), wpa2) << word;
     }
+    const auto wpa = whole({"--security=WPA"});
+    for (const char* word : {"--unicast=TKIP", "--multicast=TKIP", "--key-management=PSK"}) {
+        EXPECT_EQ(whole({"--security=WPA", word}), wpa) << word;
+    }
+    EXPECT_EQ(whole({"--security=WPA2", "--unicast=TKIP,CCMP"}),
+              whole({"--security=WPA2", "--unicast=TKIP,CCMP", "--multicast=TKIP"}))
+        << "stations with TKIP understand no group with CCMP";
+    EXPECT_EQ(whole({"--security=WPA", "--unicast=CCMP"}),
+              whole({"--security=WPA", "--unicast=CCMP", "--multicast=CCMP"}));
+    EXPECT_EQ(whole({"--security=WPA,WPA2", "--multicast=CCMP"}),
+              whole({"--security=WPA,WPA2", "--multicast=CCMP", "--unicast=CCMP"}));
+    EXPECT_EQ(whole({"--security=WPA2", "--unicast=UseGroup"}),
+              whole({"--security=WPA2", "--unicast=UseGroup", "--multicast=CCMP"}));
+    EXPECT_EQ(optionsOf({"--security=WPA2", "--key-management=802.1X"}).configuration,
+              optionsOf({"--security=WPA2", "--unicast=CCMP", "--multicast=CCMP",
+                         "--key-management=802.1X"})
+                  .configuration);
+}
+
+TEST(ConfigSecurity, StaysAsTypedInAnEmptyList) {
+    const auto options = optionsOf(
+        {"--security=WPA2", "--unicast=", "--multicast=", "--key-management=", "--passphrase"});
+    auto expected = HalvaneBSSConfig::init();
+    EXPECT_TRUE(expected.setSecurityWithOptionString_error("WPA2"));
+    EXPECT_EQ(options.configuration, expected);
+    EXPECT_FALSE(options.lacking.unicast || options.lacking.keyManagement);
+}
+
+TEST(ConfigSecurity, DemandsNothingWithoutWPA) {
     for (const char* security : {"--security=WEP", "--security=Open", "--security=WPS"}) {
-        EXPECT_FALSE(optionsOf({security}).lacksKeyManagement) << security;
+        EXPECT_FALSE(optionsOf({security}).lacking.keyManagement) << security;
         EXPECT_FALSE(optionsOf({security}).configuration.allowUnicastCipherCCMP()) << security;
     }
 }
 
-TEST(ConfigSecurity, LacksKeyManagementWithoutAPassphrase) {
+TEST(ConfigSecurity, LacksWhatHasNoClearChoice) {
     for (const char* security : {"--security=WPA2", "--security=WPA", "--security=WPA,WPA2"}) {
-        EXPECT_TRUE(optionsOf({security}).lacksKeyManagement) << security;
+        EXPECT_TRUE(optionsOf({security}).lacking.keyManagement) << security;
     }
-    EXPECT_FALSE(optionsOf({}).lacksKeyManagement);
+    EXPECT_TRUE(optionsOf({"--security=WPA2", "--unicast=CCMP"}).lacking.keyManagement);
+    EXPECT_TRUE(optionsOf({"--security=WPA", "--multicast=CCMP"}).lacking.unicast);
+    EXPECT_FALSE(optionsOf({}).lacking.keyManagement);
 }
 
 }  // namespace

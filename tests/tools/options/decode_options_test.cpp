@@ -115,4 +115,36 @@ TEST(DecodeOptions, AreRefusedWithWhatIsWrong) {
               "--hex goes with --format=text, json, jsonl or plist");
 }
 
+TEST(DecodeOptions, ShowTheTableOrAreRefused) {
+    const std::pair<const char*, const char*> options[] = {
+        {"--group=ssid", "--group"}, {"--columns=ssid", "--columns"}, {"--limit=3", "--limit"},
+        {"--sort=ssid", "--sort"},   {"--reverse", "--reverse"},
+    };
+    for (const auto& [typed, name] : options) {
+        const std::string beside = std::string(" and ") + name + " do not go together";
+        EXPECT_EQ(errorOf({"--per-frame", typed, "a"}), "--per-frame" + beside);
+        EXPECT_EQ(errorOf({"--hex", typed, "a"}), "--hex" + beside);
+        EXPECT_EQ(errorOf({"--findings", typed, "a"}), "--findings" + beside);
+        EXPECT_EQ(errorOf({"--findings", "--format=table", typed, "a"}), "") << "a filter";
+    }
+    for (const char* typed : {"--group=ssid", "--columns=ssid", "--limit=3"}) {
+        EXPECT_NE(errorOf({"--explain", typed, "a"}), "") << typed;
+        for (const char* format : {"text", "json", "jsonl", "plist"}) {
+            EXPECT_NE(errorOf({std::string("--format=") + format, typed, "a"}), "") << typed;
+        }
+    }
+    EXPECT_EQ(errorOf({"--format=csv", "--limit=3", "a"}),
+              "--limit goes with --format=table alone");
+    EXPECT_EQ(errorOf({"--format=json", "--columns=ssid", "a"}),
+              "--columns goes with --format=table or csv");
+    EXPECT_EQ(errorOf({"--format=csv", "--columns=ssid", "--sort=ssid", "a"}), "");
+}
+
+TEST(DecodeOptions, OrderAndFilterWhatIsExplained) {
+    const auto options = optionsOf({"--explain", "--sort=ssid", "--reverse", "--findings", "a"});
+    EXPECT_TRUE(options.list.isSorted && options.list.order.isReversed);
+    EXPECT_FALSE(options.isFindingsList);
+    EXPECT_FALSE(options.list.filter.isEmpty());
+}
+
 }  // namespace

@@ -125,6 +125,8 @@ TEST_F(NetworkConditions, ReadSignals) {
     EXPECT_FALSE(holds(signalCondition, "-59"));
     EXPECT_FALSE(signalCondition(""));
     EXPECT_FALSE(signalCondition("-6x"));
+    EXPECT_FALSE(signalCondition("60"));
+    EXPECT_TRUE(signalCondition("0"));
     network_ = maker_.make({"untold"});
     EXPECT_FALSE(holds(signalCondition, "-127"));
 }

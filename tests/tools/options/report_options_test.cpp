@@ -5,9 +5,12 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/air/finding.h"
+
 #include "tests/support/tool_command_line.h"
 #include "tests/tools/networks/networks_for_tests.h"
 
+using namespace halvane;
 using namespace halvane::tool;
 using halvane::testing::NetworkMaker;
 using halvane::testing::ToolOptions;
@@ -72,6 +75,20 @@ TEST(ReportOptions, FilterNetworks) {
     const auto options = optionsOf({"a", "--ssid=home"});
     EXPECT_TRUE(options.filter.passes(maker.make({.name = "home"})));
     EXPECT_FALSE(options.filter.passes(maker.make({.name = "other"})));
+}
+
+TEST(ReportOptions, FilterNetworksByFindings) {
+    NetworkMaker maker;
+    auto network = maker.make({.name = "home"});
+    const auto passes = [&](const char* word) {
+        return optionsOf({"a", word}).filter.passes(network);
+    };
+    EXPECT_FALSE(passes("--findings"));
+    network.profile.findings = {{air::findingInfo("wps-on")->kind, {}}};
+    EXPECT_TRUE(passes("--findings"));
+    EXPECT_TRUE(passes("--findings=warning"));
+    EXPECT_FALSE(passes("--findings=error"));
+    EXPECT_EQ(errorOf({"a", "--findings=bad"}), "--findings: 'bad' is not error, warning or note");
 }
 
 TEST(ReportOptions, RefuseWhatMakesNoSense) {

@@ -49,12 +49,35 @@ TEST(MakerName, KeepsTheWordsThatPeopleKnow) {
 }
 
 TEST(MakerName, DropsLegalFormsOfManyCountries) {
-    for (const char* name :
-         {"Acme AG", "Acme GmbH & Co. KG", "Acme S.p.A.", "Acme s.r.o.", "Acme Sp. z o.o.",
-          "Acme Pty Ltd", "Acme Pvt. Ltd.", "Acme Sdn Bhd", "Acme A/S", "Acme, LLC", "Acme Oy",
-          "Acme Private Limited", "Acme Co.Ltd.", "Acme CO.\xEF\xBC\x8CLTD", "Acme Company",
-          "Acme B.V.", "Acme Kft.", "Acme K.K.", "Acme, a Great Company"}) {
+    for (const char* name : {"Acme AG",
+                             "Acme GmbH & Co. KG",
+                             "Acme S.p.A.",
+                             "Acme s.r.o.",
+                             "Acme Sp. z o.o.",
+                             "Acme Pty Ltd",
+                             "Acme Pvt. Ltd.",
+                             "Acme Sdn Bhd",
+                             "Acme A/S",
+                             "Acme, LLC",
+                             "Acme Oy",
+                             "Acme Private Limited",
+                             "Acme Co.Ltd.",
+                             "Acme CO.\xEF\xBC\x8CLTD",
+                             "Acme Company",
+                             "Acme B.V.",
+                             "Acme Kft.",
+                             "Acme K.K.",
+                             "Acme, a Great Company",
+                             "Acme.Inc",
+                             "ACME.INC.",
+                             "Acme.Ltd Co"}) {
         EXPECT_EQ(shortMakerName(name), "Acme") << name;
+    }
+}
+
+TEST(MakerName, KeepsWhatOnlyLooksLikeALegalFormBehindADot) {
+    for (const char* name : {"Acme.com", "A.S.A", "Us.SA", "2.Co", ".ltd"}) {
+        EXPECT_EQ(shortMakerName(name), name);
     }
 }
 

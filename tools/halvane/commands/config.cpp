@@ -113,10 +113,12 @@ std::optional<UsageError> conflictOf(const TypedTask& task, const ConfigOptions&
                                "' is not hostapd, iwd or networkmanager"},
                               "--export=", task.exported, kPrograms);
     }
-    return missingKeyManagement(options);
+    return missingPart(options);
 }
 
-int makeConfiguration(const ConfigOptions& options, const TypedTask& task, Format format) {
+int makeConfiguration(ConfigOptions options, const TypedTask& task, Format format) {
+    // An export refuses all that contradicts itself, the passphrase too.
+    if (task.exported != nullptr) options.checksPassphrase = false;
     const auto configuration = configurationOf(options);
     if (!configuration) return fail(configuration.error());
     if (task.exported != nullptr) {
@@ -140,8 +142,8 @@ CLIOption gConfigOptions[] = {
     {.type = kCLISection,
      .shortHelp = "PRESETS",
      .longHelp = "A preset of the kind 'personal' reads the passphrase as --passphrase does.\n"
-                 "The other options change what it sets. --security=WPA or WPA2 without a\n"
-                 "word about ciphers and key management takes those that it demands."},
+                 "The other options change what it sets. --security=WPA or WPA2 takes the\n"
+                 "ciphers and key management that it demands where no option tells them."},
     {.type = kCLISection,
      .shortHelp = "SECRETS",
      .longHelp = "Every format and every export holds the passphrase or the key in the clear:\n"
@@ -149,7 +151,7 @@ CLIOption gConfigOptions[] = {
     {.type = kCLISection,
      .shortHelp = "EXIT STATUS",
      .longHelp = "0 success, or no contradictions; 1 there are contradictions, the passphrase\n"
-                 "cannot be read, is too long, or makes no key, the file cannot be read, the\n"
+                 "cannot be read, is not valid, or makes no key, the file cannot be read, the\n"
                  "program cannot host such a network, or writing failed; 2 usage error."},
     {.type = kCLIEnd},
 };

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -32,13 +33,17 @@ bool isNamed(const HalvaneSKU& sku, const std::string& name) {
     return isSame(sku.shortName()) || isSame(sku.friendlyName());
 }
 
-std::string unknownText(const std::string& name, const std::vector<HalvaneSKU>& known) {
+UsageError noSKU(const std::string& name, const std::vector<HalvaneSKU>& known) {
     std::string text = "no SKU '" + name + "'; there are ";
+    std::vector<std::string_view> names;
     for (const HalvaneSKU& sku : known) {
         if (&sku != &known.front()) text += ", ";
         text += sku.shortName().value_or("-");
+        for (const auto* own : {&sku.shortName(), &sku.friendlyName()}) {
+            if (*own) names.emplace_back(**own);
+        }
     }
-    return text;
+    return withSuggestion({std::move(text)}, "--sku=", name, names);
 }
 
 void printTable(const std::vector<HalvaneSKU>& skus) {
@@ -93,7 +98,8 @@ int countriesCommand() {
         const auto found = std::ranges::find_if(
             skus, [name](const HalvaneSKU& sku) { return isNamed(sku, name); });
         if (found == skus.end()) {
-            complain("countries: " + unknownText(name, skus));
+            const UsageError error = noSKU(name, skus);
+            complain("countries: " + error.message, error.hint);
             return kExitFailed;
         }
         skus = {std::move(*found)};

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "halvane/regulatory/sku.h"
@@ -50,6 +51,20 @@ std::optional<HalvaneCountry> countryOf(const std::string& text) {
     return std::nullopt;
 }
 
+UsageError noCountry(const std::string& text) {
+    const auto skus = HalvaneSKU::createDefaultSKUList();
+    std::vector<std::string_view> names;
+    for (const HalvaneSKU& sku : skus) {
+        for (const HalvaneCountry& country : sku.countries()) {
+            for (const auto* name : {&country.friendlyName(), &country.isoName()}) {
+                if (*name) names.emplace_back(**name);
+            }
+        }
+    }
+    return withSuggestion({"no country '" + text + "' ('halvane countries' lists them)"}, "", text,
+                          names);
+}
+
 void printTable(const HalvaneCountry& country) {
     put(country.description() + '\n');
     printChannelTable(country.channels());
@@ -85,7 +100,8 @@ int countryCommand() {
     }
     const auto country = countryOf(arguments[0]);
     if (!country) {
-        complain("country: no country '" + arguments[0] + "' ('halvane countries' lists them)");
+        const UsageError error = noCountry(arguments[0]);
+        complain("country: " + error.message, error.hint);
         return kExitFailed;
     }
     print(*country, *format);

@@ -88,7 +88,7 @@ Result<ActionInput, UsageError> takeOperands(const Action& action) {
 // The request to send. If there is none, the exit status; the reason has been printed.
 Result<ActionInput, int> takeInput(const Action& action) {
     auto operands = takeOperands(action);
-    const auto options = takeConfigOptions();
+    auto options = takeConfigOptions();
     const bool isForced = std::exchange(gIsForced, 0) != 0;
     if (!operands) return Unexpected(refuse(action.name, operands.error()));
     if (!options) return Unexpected(refuse(action.name, options.error()));
@@ -99,9 +99,10 @@ Result<ActionInput, int> takeInput(const Action& action) {
     if (!isForced) {
         auto problem = action.needs == Needs::SafeConfiguration ? unprotectedBy(*options)
                                                                 : std::optional<UsageError>();
-        if (!problem) problem = missingKeyManagement(*options);
+        if (!problem) problem = missingPart(*options);
         if (problem) return Unexpected(refuse(action.name, *problem));
     }
+    options->checksPassphrase = !isForced && action.needs == Needs::SafeConfiguration;
     const auto configuration = configurationOf(*options);
     if (!configuration) {
         complain(std::string(action.name) + ": " + configuration.error());
@@ -138,7 +139,7 @@ constexpr CLIOption kActionExitStatus = exitStatus(
 
 constexpr CLIOption kConfigExitStatus = exitStatus(
     "0 the daemon has done it; 1 there is no daemon, it refused, or it went away\n"
-    "before it replied, or the passphrase cannot be read, is too long, or makes\n"
+    "before it replied, or the passphrase cannot be read, is not valid, or makes\n"
     "no key; 2 usage error.");
 
 CLIOption gInterfaceOptions[][3] = {
@@ -157,12 +158,13 @@ CLIOption gRoleOptions[] = {
     {.type = kCLIEnd},
 };
 
-CLIOption gAddOptions[] = {HALVANE_CONFIG_PRESETS,
-                           HALVANE_CONFIG_OPTIONS,
-                           configFlag("force", &gIsForced, "send a passphrase or a security alone"),
-                           kInterface,
-                           kConfigExitStatus,
-                           {.type = kCLIEnd}};
+CLIOption gAddOptions[] = {
+    HALVANE_CONFIG_PRESETS,
+    HALVANE_CONFIG_OPTIONS,
+    configFlag("force", &gIsForced, "send what cannot work, or protects nothing"),
+    kInterface,
+    kConfigExitStatus,
+    {.type = kCLIEnd}};
 
 CLIOption gRemoveOptions[] = {
     HALVANE_CONFIG_OPTIONS, kInterface, kConfigExitStatus, {.type = kCLIEnd}};

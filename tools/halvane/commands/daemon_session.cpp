@@ -23,11 +23,13 @@ struct Explanation {
     std::string hint = {};  // in lines
 };
 
+// The name of the service is long: the sentence ends on the next line.
 Explanation missingDaemon() {
-    return {
-        std::string("no Wi-Fi daemon: nobody owns ") + kDaemonServiceName + " on the system bus",
-        isDaemonInstalled() ? "systemctl status halvaned"
-                            : "to try without one: halvaned-sim --private -- halvane interfaces"};
+    return {std::string("no Wi-Fi daemon: nobody owns ") + kDaemonServiceName + " on the",
+            std::string("system bus\n") +
+                (isDaemonInstalled()
+                     ? "systemctl status halvaned"
+                     : "to try without one: halvaned-sim --private -- halvane interfaces")};
 }
 
 Explanation missingBus() {

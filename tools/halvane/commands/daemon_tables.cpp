@@ -9,13 +9,16 @@
 #include <span>
 #include <string_view>
 
+#include "halvane/air/security.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/bss_option_table_internal.h"
 
+#include "tools/halvane/config/configured_security.h"
 #include "tools/halvane/input/maker_list.h"
+#include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/fitted_table.h"
 #include "tools/halvane/output/maker_name.h"
 #include "tools/halvane/output/reason_code.h"
@@ -28,7 +31,7 @@ namespace halvane::tool {
 
 namespace {
 
-constexpr std::size_t kWholeReason = 120;  // the width from which there is room for more
+constexpr std::size_t kWideTable = 120;  // the width from which there is room for more
 
 constexpr FittedColumn left(const char* name, const char* header, std::size_t least,
                             std::size_t most = kAnyWidth) {
@@ -40,10 +43,6 @@ constexpr FittedColumn right(const char* name, const char* header, std::size_t l
 }
 constexpr FittedColumn from(std::size_t width, FittedColumn column) {
     column.from = width;
-    return column;
-}
-constexpr FittedColumn below(std::size_t width, FittedColumn column) {
-    column.below = width;
     return column;
 }
 
@@ -66,13 +65,34 @@ FittedCell secondsCell(std::uint64_t microseconds, const ListLook& look) {
     return ownCell(text, look);
 }
 
-FittedCell wordsCell(const HalvaneBSSConfig& config, std::span<const BSSOption> options,
-                     const ListLook& look) {
-    std::string words;
-    for (const BSSOption& option : options) {
-        if ((config.*option.isAllowed)())
-            words.append(words.empty() ? "" : ",").append(option.word);
+void addWord(std::string& words, std::string_view word) {
+    words.append(words.empty() ? "" : ",").append(word);
+}
+
+// WPA3 has no word of its own: it is WPA2 with SAE, and both if a station may do without SAE.
+std::string_view securityWord(const HalvaneBSSConfig& config, const BSSOption& option) {
+    if (option.isAllowed != &HalvaneBSSConfig::allowSecurityWPA2 || !allowsSAE(config)) {
+        return option.word;
     }
+    const bool mayDoWithout = config.allowKeyManagementPSK() || config.allowKeyManagement8021X();
+    return shortSecurityName(mayDoWithout ? air::Security::Wpa2Wpa3Personal
+                                          : air::Security::Wpa3Personal);
+}
+
+FittedCell securityCell(const HalvaneBSSConfig& config, const ListLook& look) {
+    std::string words;
+    for (const BSSOption& option : kSecurityOptions) {
+        if ((config.*option.isAllowed)()) addWord(words, securityWord(config, option));
+    }
+    return ownCell(words, look);
+}
+
+FittedCell keysCell(const HalvaneBSSConfig& config, const ListLook& look) {
+    std::string words;
+    for (const BSSOption& option : kKeyManagementOptions) {
+        if ((config.*option.isAllowed)()) addWord(words, option.word);
+    }
+    if (allowsSAE(config)) addWord(words, "SAE");
     return ownCell(words, look);
 }
 
@@ -155,12 +175,8 @@ constexpr auto kConfigCells = std::to_array<ListCell<HostedConfig>>({
     [](const auto& row, const ListLook& look) {
         return choiceCell(row.config.channelWidth(), look);
     },
-    [](const auto& row, const ListLook& look) {
-        return wordsCell(row.config, kSecurityOptions, look);
-    },
-    [](const auto& row, const ListLook& look) {
-        return wordsCell(row.config, kKeyManagementOptions, look);
-    },
+    [](const auto& row, const ListLook& look) { return securityCell(row.config, look); },
+    [](const auto& row, const ListLook& look) { return keysCell(row.config, look); },
     [](const auto& row, const ListLook& look) { return nameCell(row.config, look); },
 });
 
@@ -210,19 +226,20 @@ constexpr auto kClientColumns = std::to_array<FittedColumn>({
     left("state", "STATE", 10),
     right("signal", "dBm", 3),
     left("bar", "", 4),
-    from(kWholeReason, right("rate", "Mbit/s", 6)),
-    from(kWholeReason, left("security", "SECURITY", 8)),
-    from(kWholeReason, right("channel", "CH", 3)),
+    from(kWideTable, right("rate", "Mbit/s", 6)),
+    from(kWideTable, left("security", "SECURITY", 8)),
+    from(kWideTable, right("channel", "CH", 3)),
     right("joined", "JOINED s", 8),
     right("left", "LEFT s", 8),
-    below(kWholeReason, left("reason", "REASON", 6)),
-    from(kWholeReason, left("reason", "REASON", 6)),
+    left("reason", "REASON", 6),
 });
+// The maker gives way first.
 constexpr auto kClientSqueezes = std::to_array<Squeeze>({
     {.column = "maker", .least = 8},
     {.column = "reason", .least = 6},
     {.column = "security", .least = 8},
 });
+template <bool isBrief>
 constexpr auto kClientCells = std::to_array<ListCell<HalvaneClient>>({
     [](const auto& client, const ListLook& look) { return addressCell(client.mac(), look); },
     makerCell,
@@ -236,14 +253,31 @@ constexpr auto kClientCells = std::to_array<ListCell<HalvaneClient>>({
     [](const auto& client, const ListLook& look) { return numberCell(client.channel(), look); },
     [](const auto& client, const ListLook& look) { return secondsCell(client.joinTime(), look); },
     [](const auto& client, const ListLook& look) { return secondsCell(client.leftTime(), look); },
-    [](const auto& client, const ListLook& look) { return reasonCell(client, look, true); },
-    [](const auto& client, const ListLook& look) { return reasonCell(client, look, false); },
+    [](const auto& client, const ListLook& look) { return reasonCell(client, look, isBrief); },
 });
+
+template <bool isBrief>
+RecordList<HalvaneClient> clientList() {
+    return {{kClientColumns, kClientSqueezes}, kClientCells<isBrief>};
+}
+
+// Whether the table has room for the whole words of each reason, where the maker alone gives way.
+bool fitsWholeReasons(const std::vector<HalvaneClient>& clients, const ListLook& look) {
+    if (!look.width) return true;
+    if (*look.width < kWideTable) return false;
+    RecordList<HalvaneClient> list = clientList<false>();
+    list.design.squeezes = list.design.squeezes.first(1);
+    FittedTable table(list.design, look.width);
+    for (const HalvaneClient& client : clients) table.fit(rowOf(list, table, client, look));
+    table.settle();
+    const std::size_t reason = table.standing().size() - 1;
+    return table.beginOf(reason) + table.cellsOf(reason) <= *look.width;
+}
 
 static_assert(kDeviceCells.size() == kDeviceColumns.size());
 static_assert(kInterfaceCells.size() == kInterfaceColumns.size());
 static_assert(kConfigCells.size() == kConfigColumns.size());
-static_assert(kClientCells.size() == kClientColumns.size());
+static_assert(kClientCells<true>.size() == kClientColumns.size());
 
 }  // namespace
 
@@ -261,7 +295,8 @@ void printTableOf(const std::vector<HostedConfig>& configs, const ListLook& look
 }
 
 void printTableOf(const std::vector<HalvaneClient>& clients, const ListLook& look) {
-    printList<HalvaneClient>({{kClientColumns, kClientSqueezes}, kClientCells}, clients, look);
+    printList(fitsWholeReasons(clients, look) ? clientList<false>() : clientList<true>(), clients,
+              look);
 }
 
 }  // namespace halvane::tool

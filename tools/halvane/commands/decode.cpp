@@ -111,7 +111,9 @@ class FramePrinter {
             isWhole = printCapture(file) && isWhole;
         }
         writer_->finish();
-        summarize(options_, {framesLine(summary_, cutFrames_, std::nullopt)});
+        if (summary_.frames > 0) {
+            summarize(options_, {framesLine(summary_, cutFrames_, std::nullopt)});
+        }
         return isWhole ? kExitDone : kExitFailed;
     }
 
@@ -217,10 +219,18 @@ void printRecords(std::span<const Network> networks, const DecodeOptions& option
     writer->finish();
 }
 
+// Where no file could be read the message about it says all.
+bool isAnythingRead(const SurveyOfFiles& survey) {
+    return std::ranges::any_of(survey.captures, [](const SurveyedCapture& capture) {
+        return !capture.error || capture.summary.frames > 0;
+    });
+}
+
 std::vector<std::string> summaryOf(const SurveyOfFiles& survey, const ListOptions& options,
                                    std::span<const Network> all, std::span<const Network> shown) {
+    if (!isAnythingRead(survey)) return {};
     auto lines = summaryOfNetworks(survey.survey, options, all, shown);
-    if (options.filter.isEmpty()) {
+    if (options.filter.isEmpty() && survey.summary().frames > 0) {
         lines.push_back(framesLine(survey.summary(), survey.cutFrames(), survey.duration()));
     }
     return lines;

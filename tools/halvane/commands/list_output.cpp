@@ -108,7 +108,7 @@ std::vector<std::string> summaryOfNetworks(const Survey& survey, const ListOptio
                          .letGo = survey.letGoCount(),
                          .most = survey.most()};
     if (!filter.isEmpty()) counts.all = all.size();
-    return {networksLine(counts), findingsLine(shown)};
+    return {networksLine(counts), findingsLine(shown, options.findings)};
 }
 
 void printColumnsHelp(ListKind list) {

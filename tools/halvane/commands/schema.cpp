@@ -1,5 +1,6 @@
 // The schemas of the JSON that commands print.
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "halvane/utils/cli.h"
@@ -13,6 +14,17 @@
 #include "tools/halvane/output/standard_output.h"
 
 namespace halvane::tool {
+
+namespace {
+
+UsageError noSchema(const std::string& command) {
+    std::vector<std::string_view> commands;
+    for (const CommandSchema& schema : commandSchemas()) commands.emplace_back(schema.command);
+    return withSuggestion({"no JSON of '" + command + "' ('halvane schema' lists what has)"}, "",
+                          command, commands);
+}
+
+}  // namespace
 
 CLIOption gSchemaOptions[] = {
     {.type = kCLIArgument,
@@ -36,9 +48,7 @@ int schemaCommand() {
         return kExitDone;
     }
     const CommandSchema* const schema = schemaOf(words[0]);
-    if (schema == nullptr) {
-        return refuse("schema", "no JSON of '" + words[0] + "' ('halvane schema' lists what has)");
-    }
+    if (schema == nullptr) return refuse("schema", noSchema(words[0]));
     JSONWriter writer(JSONWriter::Layout::Indented);
     writeJSON(writer, *schema);
     writer.newline();

@@ -120,6 +120,11 @@ constexpr Rule kSecretRules[] = {
      "PSK has neither a passphrase nor a key."},
     {[](const Configuration& c) { return allowsSAE(c) && !c.passphrase(); },
      "SAE has no passphrase, and cannot take a key instead."},
+    {[](const Configuration& c) { return c.allowSecurityWEP() && !isWPA(c) && !c.passphrase(); },
+     "WEP has no key, which stands in the place of the passphrase."},
+};
+
+constexpr Rule kPassphraseRules[] = {
     {[](const Configuration& c) {
          return isPersonal(c) && c.passphrase() && isHexadecimalKey(c.passphrase()->bytes());
      },
@@ -128,8 +133,6 @@ constexpr Rule kSecretRules[] = {
          return isPersonal(c) && c.passphrase() && !isPrintable(c.passphrase()->bytes());
      },
      "The passphrase holds a character that is not printable ASCII."},
-    {[](const Configuration& c) { return c.allowSecurityWEP() && !isWPA(c) && !c.passphrase(); },
-     "WEP has no key, which stands in the place of the passphrase."},
 };
 
 constexpr Rule kWPSRules[] = {
@@ -306,6 +309,12 @@ class Findings {
     std::vector<Contradiction> found_;
 };
 
+void addThoseOfPassphrase(Findings& findings, const Configuration& configuration) {
+    findings.add(kPassphraseRules, configuration);
+    findings.add(passphraseSize(configuration));
+    findings.add(passphraseWithoutKey(configuration), true);
+}
+
 }  // namespace
 
 std::vector<Contradiction> contradictionsIn(const HalvaneBSSConfig& configuration) {
@@ -315,10 +324,10 @@ std::vector<Contradiction> contradictionsIn(const HalvaneBSSConfig& configuratio
     findings.add(kProtectionRules, configuration);
     findings.add(knownProtection(configuration));
     findings.add(kSecretRules, configuration);
-    for (const auto check : {passphraseSize, wepKeySize, keySize, keyOfPassphrase}) {
+    addThoseOfPassphrase(findings, configuration);
+    for (const auto check : {wepKeySize, keySize, keyOfPassphrase}) {
         findings.add(check(configuration));
     }
-    findings.add(passphraseWithoutKey(configuration), true);
     findings.add(kWPSRules, configuration);
     for (const auto check : {pinDigits, nameSizes, countryLetters}) {
         findings.add(check(configuration));
@@ -327,6 +336,12 @@ std::vector<Contradiction> contradictionsIn(const HalvaneBSSConfig& configuratio
     for (const auto check : {knownChannel, knownWidth, widthOnChannel}) {
         findings.add(check(configuration));
     }
+    return findings.take();
+}
+
+std::vector<Contradiction> contradictionsOfPassphrase(const HalvaneBSSConfig& configuration) {
+    Findings findings;
+    addThoseOfPassphrase(findings, configuration);
     return findings.take();
 }
 

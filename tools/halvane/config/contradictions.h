@@ -20,6 +20,9 @@ struct Contradiction {
 // Returns the contradictions: name, security, secrets, protection, WPS, channel.
 std::vector<Contradiction> contradictionsIn(const HalvaneBSSConfig& configuration);
 
+// Those of them that tell why the passphrase of a network with PSK or SAE is none.
+std::vector<Contradiction> contradictionsOfPassphrase(const HalvaneBSSConfig& configuration);
+
 }  // namespace halvane::tool
 
 #endif

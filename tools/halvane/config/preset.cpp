@@ -1,5 +1,7 @@
 #include "tools/halvane/config/preset.h"
 
+#include "tools/halvane/config/configured_security.h"
+
 namespace halvane::tool {
 
 void applyPreset(HalvaneBSSConfig& configuration, const Preset& preset) {
@@ -11,17 +13,32 @@ void applyPreset(HalvaneBSSConfig& configuration, const Preset& preset) {
     configuration.setManagementFrameProtection(preset.protection);
 }
 
-void allowWhatSecurityDemands(HalvaneBSSConfig& configuration, bool hasPassphrase) {
-    const bool isWPA = configuration.allowSecurityWPA();
-    const bool isWPA2 = configuration.allowSecurityWPA2();
-    if (!isWPA && !isWPA2) return;
-    configuration.setAllowUnicastCipherTKIP(isWPA);
-    configuration.setAllowUnicastCipherCCMP(isWPA2);
-    configuration.setAllowMulticastCipherTKIP(isWPA);
-    configuration.setAllowMulticastCipherCCMP(!isWPA);
-    if (hasPassphrase || configuration.allowSecurityWPS()) {
-        configuration.setAllowKeyManagementPSK(true);
-    }
+namespace {
+
+// TKIP is no choice under a group with CCMP, which stations with TKIP do not understand.
+void allowDemandedUnicast(HalvaneBSSConfig& c) {
+    c.setAllowUnicastCipherTKIP(c.allowSecurityWPA() && !c.allowMulticastCipherCCMP());
+    c.setAllowUnicastCipherCCMP(c.allowSecurityWPA2());
+}
+
+void allowDemandedMulticast(HalvaneBSSConfig& c) {
+    const bool isTKIP = c.allowSecurityWPA() || c.allowUnicastCipherTKIP();
+    const bool isCCMPAlone = c.allowUnicastCipherCCMP() && !c.allowUnicastCipherTKIP();
+    c.setAllowMulticastCipherTKIP(isTKIP && !isCCMPAlone);
+    c.setAllowMulticastCipherCCMP(!isTKIP || isCCMPAlone);
+}
+
+}  // namespace
+
+UnchosenParts allowWhatSecurityDemands(HalvaneBSSConfig& configuration, UnchosenParts unchosen,
+                                       bool hasPassphrase) {
+    if (!isWPA(configuration)) return {};
+    const bool isKeyKnown = hasPassphrase || configuration.allowSecurityWPS();
+    if (unchosen.unicast) allowDemandedUnicast(configuration);
+    if (unchosen.multicast) allowDemandedMulticast(configuration);
+    if (unchosen.keyManagement && isKeyKnown) configuration.setAllowKeyManagementPSK(true);
+    return {.unicast = unchosen.unicast && !hasUnicastCipher(configuration),
+            .keyManagement = unchosen.keyManagement && !isKeyKnown};
 }
 
 }  // namespace halvane::tool

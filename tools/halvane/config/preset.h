@@ -38,10 +38,19 @@ inline constexpr auto kPresets = std::to_array<Preset>({
 // Sets all fields that the preset has a word for.
 void applyPreset(HalvaneBSSConfig& configuration, const Preset& preset);
 
-// Allows what WPA and WPA2 demand (IEEE 802.11-2020, 9.4.2.24): CCMP for WPA2 and TKIP for WPA, of
-// which the group takes the weaker one. With a passphrase, or if WPS hands out the key, also PSK.
-// Nothing changes if neither WPA nor WPA2 is allowed.
-void allowWhatSecurityDemands(HalvaneBSSConfig& configuration, bool hasPassphrase);
+// What a network with WPA or WPA2 needs besides, and nobody chose.
+struct UnchosenParts {
+    bool unicast = false;
+    bool multicast = false;
+    bool keyManagement = false;
+};
+
+// Allows what WPA and WPA2 demand (IEEE 802.11-2020, 9.4.2.24) for each unchosen part: CCMP for
+// WPA2 and TKIP for WPA, of which the group takes the weakest one that stations use. With a
+// passphrase, or if WPS hands out the key, also PSK. Returns the parts that have no clear choice.
+// Nothing changes, and no part is returned, if neither WPA nor WPA2 is allowed.
+UnchosenParts allowWhatSecurityDemands(HalvaneBSSConfig& configuration, UnchosenParts unchosen,
+                                       bool hasPassphrase);
 
 }  // namespace halvane::tool
 

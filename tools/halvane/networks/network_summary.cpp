@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <map>
 #include <string_view>
@@ -45,8 +47,10 @@ std::string bandText(air::Band band) {
 // How many networks there are on each band; with radios, how many of these.
 std::string bandsText(const NetworkCounts& networks) {
     std::map<air::Band, std::uint64_t> counts;
+    std::uint64_t unknown = 0;
     const auto note = [&](const Network& network) {
-        if (network.profile.channel.band) ++counts[network.profile.channel.band->value];
+        const auto& band = network.profile.channel.band;
+        ++(band ? counts[band->value] : unknown);
     };
     if (networks.grouping == Grouping::Radio) {
         for (const auto& radio : groupsByRadio(networks.networks)) note(*radio.front());
@@ -55,6 +59,7 @@ std::string bandsText(const NetworkCounts& networks) {
     }
     Enumeration text;
     for (const auto& [band, count] : counts) text.add(count, bandText(band), bandText(band));
+    text.add(unknown, "on no known band", "on no known band");
     return text.text();
 }
 
@@ -96,8 +101,22 @@ std::string networksLine(const NetworkCounts& counts) {
            " let go (--max-networks=" + std::to_string(counts.most) + ')';
 }
 
-std::string findingsLine(std::span<const Network> networks) {
-    std::array<std::uint64_t, 3> counts{};  // by severity
+namespace {
+
+using SeverityCounts = std::array<std::uint64_t, 3>;  // by severity
+
+constexpr std::string_view kNoFindings[] = {"no findings", "no errors or warnings found",
+                                            "no errors found"};  // by the least severity
+
+bool hasNone(const SeverityCounts& counts, air::Severity least) {
+    return std::all_of(counts.begin() + static_cast<std::ptrdiff_t>(least), counts.end(),
+                       [](std::uint64_t count) { return count == 0; });
+}
+
+}  // namespace
+
+std::string findingsLine(std::span<const Network> networks, std::optional<air::Severity> asked) {
+    SeverityCounts counts{};
     for (const Network& network : networks) {
         for (const air::Finding& finding : network.profile.findings) {
             ++counts[static_cast<std::size_t>(finding.info().severity)];
@@ -107,7 +126,10 @@ std::string findingsLine(std::span<const Network> networks) {
     text.add(counts[static_cast<std::size_t>(air::Severity::Error)], "error", "errors");
     text.add(counts[static_cast<std::size_t>(air::Severity::Warning)], "warning", "warnings");
     text.add(counts[static_cast<std::size_t>(air::Severity::Note)], "note", "notes");
-    return text.text().empty() ? std::string() : text.text() + " (--findings)";
+    const std::string told = text.text().empty() ? "" : text.text() + " (--findings)";
+    if (!asked || networks.empty() || !hasNone(counts, *asked)) return told;
+    const std::string none(kNoFindings[static_cast<std::size_t>(*asked)]);
+    return told.empty() ? none : none + "; " + told;
 }
 
 std::string framesLine(const CaptureSummary& frames, std::uint64_t cutFrames,

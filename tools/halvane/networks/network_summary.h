@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "halvane/air/finding.h"
+
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/networks/group_table.h"
 #include "tools/halvane/networks/network_filter.h"
@@ -18,9 +20,10 @@
 
 namespace halvane::tool {
 
-// "18 networks: 17 on 2.4 GHz, 1 on 5 GHz; 1 hidden". `all` counts the networks before a filter:
-// with one it is "6 of 74 networks: ...". Networks that had to go are told at the end.
-// With a grouping it begins with "74 networks of 22 names: ..." or "33 radios with 74 networks:
+// "18 networks: 16 on 2.4 GHz, 1 on 5 GHz, 1 on no known band; 1 hidden". `all` counts the networks
+// before a filter: with one it is "6 of 74 networks: ...". Networks that had to go are told at the
+// end. With a grouping it begins with "74 networks of 22 names: ..." or "33 radios with 74
+// networks:
 // ...", which counts the radios of each band.
 struct NetworkCounts {
     std::span<const Network> networks;
@@ -31,8 +34,11 @@ struct NetworkCounts {
 };
 std::string networksLine(const NetworkCounts& counts);
 
-// "3 errors, 10 warnings, 11 notes (--findings)"; empty if there are none.
-std::string findingsLine(std::span<const Network> networks);
+// "3 errors, 10 warnings, 11 notes (--findings)"; empty if there are none. If the networks have no
+// finding of the severity that was asked for, it begins with that: "no errors found; 10 warnings,
+// 11 notes (--findings)".
+std::string findingsLine(std::span<const Network> networks,
+                         std::optional<air::Severity> asked = std::nullopt);
 
 // "1934 frames in 5.8 s: 130 beacons, 20 probe responses, 1784 others, 1 damaged". A frame that is
 // cut counts as what it is, and as damaged.

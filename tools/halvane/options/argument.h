@@ -13,6 +13,7 @@
 #include "halvane/base/number.h"
 
 #include "tools/halvane/output/near_word.h"
+#include "tools/halvane/output/shell_word.h"
 
 namespace halvane::tool {
 
@@ -29,7 +30,11 @@ UsageError withSuggestion(UsageError error, std::string_view before, std::string
                           const Words& words) {
     const std::vector<std::string_view> known(words.begin(), words.end());
     const auto place = nearWord(typed, known);
-    if (place) error.hint.append("did you mean ").append(before).append(known[*place]).append("?");
+    if (place)
+        error.hint.append("did you mean ")
+            .append(before)
+            .append(shellWord(known[*place]))
+            .append("?");
     return error;
 }
 

@@ -21,6 +21,7 @@
 #include "halvane/utils/text/compare.h"
 #include "halvane/utils/text/split.h"
 
+#include "tools/halvane/config/contradictions.h"
 #include "tools/halvane/config/preset.h"
 #include "tools/halvane/input/passphrase_input.h"
 #include "tools/halvane/options/ssid_argument.h"
@@ -229,21 +230,20 @@ Problem readPreset(ConfigOptions& options, const TypedConfig& typed) {
     options.configuration.setSSID(*ssid);
     applyPreset(options.configuration, preset);
     options.needsPassphrase |= preset.takesPassphrase;
+    options.checksPassphrase = true;
     return std::nullopt;
 }
 
-// Without a word about ciphers and key management, a typed security takes what it demands.
+// A typed security takes what it demands of the ciphers and key management that were not typed.
 void completeSecurity(ConfigOptions& options, const TypedConfig& typed) {
-    const bool isBare = typed.security != nullptr && typed.unicast == nullptr &&
-                        typed.multicast == nullptr && typed.keyManagement == nullptr;
     const bool hasPreset =
         std::ranges::any_of(typed.presets, [](const char* ssid) { return ssid != nullptr; });
-    if (!isBare || hasPreset) return;
-    HalvaneBSSConfig& configuration = options.configuration;
-    allowWhatSecurityDemands(configuration, options.needsPassphrase);
-    const auto kind = configuration.wifiSecurity();
-    options.lacksKeyManagement =
-        kind == kHalvaneSecurityWPAPSK && !configuration.allowKeyManagementPSK();
+    if (typed.security == nullptr || hasPreset) return;
+    const UnchosenParts unchosen = {.unicast = typed.unicast == nullptr,
+                                    .multicast = typed.multicast == nullptr,
+                                    .keyManagement = typed.keyManagement == nullptr};
+    options.lacking =
+        allowWhatSecurityDemands(options.configuration, unchosen, options.needsPassphrase);
 }
 
 Problem conflictIn(const ConfigOptions& options) {
@@ -263,11 +263,13 @@ Problem conflictIn(const ConfigOptions& options) {
 
 }  // namespace
 
-std::optional<UsageError> missingKeyManagement(const ConfigOptions& options) {
-    if (!options.lacksKeyManagement) return std::nullopt;
+std::optional<UsageError> missingPart(const ConfigOptions& options) {
+    if (options.lacking.unicast) {
+        return UsageError{"--security: WPA with CCMP for the group needs a cipher: --unicast=CCMP"};
+    }
+    if (!options.lacking.keyManagement) return std::nullopt;
     return UsageError{
-        "--security: WPA and WPA2 need a key: --passphrase (for PSK), or "
-        "--key-management=802.1X with its ciphers"};
+        "--security: WPA and WPA2 need a key: --passphrase (for PSK), or --key-management=802.1X"};
 }
 
 Result<ConfigOptions, UsageError> takeConfigOptions() {
@@ -293,6 +295,10 @@ Result<HalvaneBSSConfig, std::string> configurationOf(const ConfigOptions& optio
         return Unexpected(error->code == kStatusUnsupported
                               ? "the passphrase is longer than 63 characters"
                               : "the passphrase is not UTF-8 text");
+    }
+    if (options.checksPassphrase) {
+        auto problems = contradictionsOfPassphrase(configuration);
+        if (!problems.empty()) return Unexpected(std::move(problems.front().sentence));
     }
     if (!options.needsKey) return configuration;
     configuration.generateKeyMaterial();

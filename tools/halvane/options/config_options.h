@@ -132,12 +132,13 @@ struct ConfigOptions {
     HalvaneBSSConfig configuration = HalvaneBSSConfig::init();
     bool needsPassphrase = false;
     bool needsKey = false;
-    // WPA or WPA2 was typed without a cipher and key management, and no passphrase tells which.
-    bool lacksKeyManagement = false;
+    bool checksPassphrase = false;  // refuses one of which no network can be made
+    // What the typed WPA or WPA2 lacks, and no other option tells.
+    UnchosenParts lacking{};
 };
 
-// Returns what is wrong with options that lack the key management.
-std::optional<UsageError> missingKeyManagement(const ConfigOptions& options);
+// Returns what is wrong with options that lack a cipher or the key management.
+std::optional<UsageError> missingPart(const ConfigOptions& options);
 
 // Returns the options that were typed since the last call, added to the defaults.
 Result<ConfigOptions, UsageError> takeConfigOptions();

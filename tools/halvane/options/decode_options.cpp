@@ -8,10 +8,6 @@
 #include <thread>
 #include <utility>
 
-#include "halvane/air/finding.h"
-
-#include "tools/halvane/options/network_conditions.h"
-
 namespace halvane::tool {
 
 namespace {
@@ -143,12 +139,9 @@ std::optional<UsageError> readInto(DecodeOptions& options, const Typed& typed) {
     options.isHex = typed.hex != 0;
     options.isExplained = typed.explain != 0;
     options.format = options.list.format.value_or(usualFormat(options));
-    const auto& findings = options.list.findings;
-    options.isFindingsList = findings && !options.list.format && options.format == Format::Table;
-    if (findings && !options.isFindingsList) {
-        options.list.filter.add("--findings", air::severityName(*findings),
-                                findingsCondition(*findings));
-    }
+    options.isFindingsList =
+        options.list.findings && !options.list.format && options.format == Format::Table;
+    if (!options.isFindingsList) filterByFindings(options.list);
     return readJobs(options, typed.jobs);
 }
 
@@ -178,6 +171,10 @@ std::optional<UsageError> conflictIn(const DecodeOptions& options) {
     if (options.isHex && isList(options.format)) {
         return UsageError{"--hex goes with --format=text, json, jsonl or plist"};
     }
+    if (options.isHex) return tableOptionBeside("--hex", options.list, false);
+    if (options.isPerFrame) return tableOptionBeside("--per-frame", options.list, false);
+    if (options.isFindingsList) return tableOptionBeside("--findings", options.list, false);
+    if (options.isExplained) return tableOptionBeside("--explain", options.list, true);
     return std::nullopt;
 }
 

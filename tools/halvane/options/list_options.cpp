@@ -93,6 +93,19 @@ const CLIOption kFilterOptions[] = {
     flag("hidden", gTyped.hidden, "networks without a name"),
 };
 
+CLIOption findingsOption(const char* help) {
+    return {.type = kCLIString,
+            .longName = "findings",
+            .valuePtr = &gTyped.findings,
+            .defaultValue = CLI_DEFAULT_TEXT("note"),
+            .argName = "SEVERITY",
+            .flags = kCLIBareName | kCLIOptionalValue,
+            .shortHelp = help};
+}
+
+const CLIOption kFindingsFilter[] = {
+    findingsOption("with an error, a warning or a note (default)")};
+
 const CLIOption kShowOptions[] = {
     heading("What to show"),
     formatOption("json: one document; jsonl: one line per record; csv: columns for\n"
@@ -109,13 +122,7 @@ const CLIOption kShowOptions[] = {
      .flags = kCLINoValue,
      .shortHelp = "with --group: the addresses below each row"},
     valued("limit", gTyped.limit, "N", "at most N rows of the table"),
-    {.type = kCLIString,
-     .longName = "findings",
-     .valuePtr = &gTyped.findings,
-     .defaultValue = CLI_DEFAULT_TEXT("note"),
-     .argName = "SEVERITY",
-     .flags = kCLIBareName | kCLIOptionalValue,
-     .shortHelp = "what is wrong: error, warning or note (default)"},
+    findingsOption("what is wrong: error, warning or note (default)"),
 };
 
 const CLIOption kMannerOptions[] = {
@@ -163,6 +170,15 @@ UsageError unreadable(const Condition& condition, const char* text) {
                           condition.words());
 }
 
+// Signals are below 0 dBm, and the sign is easily forgotten.
+UsageError noSignal(std::string_view typed) {
+    UsageError error = badValue("min-signal", typed, "a signal of dBm (-70)");
+    if (signalCondition('-' + std::string(typed))) {
+        error.hint = "did you mean --min-signal=-" + std::string(typed) + "?";
+    }
+    return error;
+}
+
 std::optional<UsageError> readConditions(NetworkFilter& filter, const Typed& typed) {
     for (const Condition& condition : kConditions) {
         const Texts& texts = typed.*condition.texts;
@@ -175,7 +191,7 @@ std::optional<UsageError> readConditions(NetworkFilter& filter, const Typed& typ
     }
     if (typed.minSignal != nullptr) {
         auto holds = signalCondition(typed.minSignal);
-        if (!holds) return badValue("min-signal", typed.minSignal, "a signal of dBm (-70)");
+        if (!holds) return noSignal(typed.minSignal);
         filter.add("--min-signal", typed.minSignal, std::move(*holds));
     }
     if (typed.hidden != 0) filter.add("--hidden", {}, hiddenCondition());
@@ -199,14 +215,14 @@ std::optional<UsageError> readNumber(const char* name, const char* text, std::ui
 // A name that is none of the columns of the list.
 UsageError noColumn(std::string_view option, std::string_view typed, ListKind list) {
     std::vector<std::string_view> names;
-    std::string text;
     for (const NetworkColumn& column : networkColumns(list)) {
-        if (column.value == nullptr) continue;
-        names.emplace_back(column.layout.name);
-        if (!text.empty()) text += ", ";
-        text += column.layout.name;
+        if (column.value != nullptr) names.emplace_back(column.layout.name);
     }
-    return withSuggestion(badValue(option, typed, "one of " + text), "", typed, names);
+    UsageError error =
+        withSuggestion({"--" + std::string(option) + ": '" + std::string(typed) + "' is no column"},
+                       "", typed, names);
+    error.hint += std::string(error.hint.empty() ? "" : "\n") + "--columns=help lists them";
+    return error;
 }
 
 std::optional<UsageError> readColumns(ListOptions& options, const Typed& typed) {
@@ -277,6 +293,28 @@ std::optional<UsageError> readFindings(ListOptions& options, const Typed& typed)
                           "--findings=", typed.findings, severityWords());
 }
 
+struct TableOption {
+    const char* name;
+    bool isOrder;
+    bool (*isTyped)(const ListOptions&);
+};
+constexpr TableOption kTableOptions[] = {
+    {"--group", false, [](const ListOptions& o) { return o.grouping != Grouping::None; }},
+    {"--columns", false, [](const ListOptions& o) { return !o.columns.empty(); }},
+    {"--limit", false, [](const ListOptions& o) { return o.limit != 0; }},
+    {"--sort", true, [](const ListOptions& o) { return o.isSorted; }},
+    {"--reverse", true, [](const ListOptions& o) { return o.order.isReversed; }},
+};
+
+std::optional<UsageError> conflictIn(const ListOptions& options) {
+    if (!options.format || *options.format == Format::Table) return std::nullopt;
+    if (options.limit != 0) return UsageError{"--limit goes with --format=table alone"};
+    if (!options.columns.empty() && *options.format != Format::CSV) {
+        return UsageError{"--columns goes with --format=table or csv"};
+    }
+    return std::nullopt;
+}
+
 std::optional<UsageError> readInto(ListOptions& options, const Typed& typed) {
     const auto format = takeListFormat();
     if (!format) return format.error();
@@ -296,7 +334,10 @@ std::optional<UsageError> readInto(ListOptions& options, const Typed& typed) {
     if (auto error = readAmbiguousWidth(options, typed)) return error;
     if (auto error = readNumber("limit", typed.limit, 0, options.limit)) return error;
     if (auto error = readNumber("width", typed.width, 1, options.width)) return error;
-    return readNumber("max-networks", typed.maxNetworks, 1, options.mostNetworks);
+    if (auto error = readNumber("max-networks", typed.maxNetworks, 1, options.mostNetworks)) {
+        return error;
+    }
+    return conflictIn(options);
 }
 
 void freeTexts(Typed& typed) {
@@ -310,6 +351,10 @@ void freeTexts(Typed& typed) {
 
 std::span<const CLIOption> filterOptions() {
     return kFilterOptions;
+}
+
+std::span<const CLIOption> findingsFilterOption() {
+    return kFindingsFilter;
 }
 
 std::span<const CLIOption> showOptions() {
@@ -335,12 +380,25 @@ Result<ListOptions, UsageError> takeListOptions(ListKind list) {
     return options;
 }
 
+std::optional<UsageError> tableOptionBeside(std::string_view other, const ListOptions& options,
+                                            bool hasOrder) {
+    for (const TableOption& option : kTableOptions) {
+        if (!option.isTyped(options) || (option.isOrder && hasOrder)) continue;
+        return UsageError{std::string(other) + " and " + option.name + " do not go together"};
+    }
+    return std::nullopt;
+}
+
 bool takeFindings(ListOptions& options) {
-    const auto& findings = options.findings;
-    if (!findings) return false;
-    if (!options.format) return true;
-    options.filter.add("--findings", air::severityName(*findings), findingsCondition(*findings));
+    if (options.findings && !options.format) return true;
+    filterByFindings(options);
     return false;
+}
+
+void filterByFindings(ListOptions& options) {
+    const auto& findings = options.findings;
+    if (!findings) return;
+    options.filter.add("--findings", air::severityName(*findings), findingsCondition(*findings));
 }
 
 }  // namespace halvane::tool

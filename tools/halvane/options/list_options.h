@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "halvane/air/finding.h"
@@ -48,6 +49,7 @@ struct ListOptions {
 // "What to show" and "How". All commands share one place for what is typed, because only one runs
 // at a time.
 std::span<const CLIOption> filterOptions();
+std::span<const CLIOption> findingsFilterOption();  // for a command that lists no findings
 std::span<const CLIOption> showOptions();
 std::span<const CLIOption> mannerOptions();
 
@@ -55,9 +57,17 @@ std::span<const CLIOption> mannerOptions();
 Result<ListOptions, UsageError> takeListOptions(ListKind list);
 Result<ListOptions, UsageError> takeListOptions();  // of captures
 
+// Returns why an option of the table does not go with `other`, which prints no table: grouping,
+// columns, a limit, and without `hasOrder` the order too. Absent if none of these was typed.
+std::optional<UsageError> tableOptionBeside(std::string_view other, const ListOptions& options,
+                                            bool hasOrder);
+
 // Returns whether --findings asks for the findings in place of the networks: without a format.
 // Otherwise it becomes a condition of the filter.
 bool takeFindings(ListOptions& options);
+
+// Makes --findings, if it was typed, a condition of the filter.
+void filterByFindings(ListOptions& options);
 
 }  // namespace halvane::tool
 

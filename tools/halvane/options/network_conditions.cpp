@@ -143,7 +143,7 @@ std::optional<NetworkCondition> generationCondition(std::string_view text) {
 std::optional<NetworkCondition> signalCondition(std::string_view text) {
     if (text.ends_with("dBm")) text.remove_suffix(3);
     const auto least = signedDecimalOf(text);
-    if (!least) return std::nullopt;
+    if (!least || *least > 0) return std::nullopt;
     return [least = *least](const Network& network) {
         const auto signal = network.statistics->signal.median();
         return signal && *signal >= least;

@@ -93,7 +93,7 @@ const CLIOption kLastRows[] = {
 std::vector<CLIOption> allOptions() {
     std::vector<CLIOption> options;
     for (const std::span<const CLIOption> rows :
-         {std::span<const CLIOption>(kPageRows), filterOptions(),
+         {std::span<const CLIOption>(kPageRows), filterOptions(), findingsFilterOption(),
           std::span<const CLIOption>(kMannerRows), std::span<const CLIOption>(kLastRows)}) {
         options.insert(options.end(), rows.begin(), rows.end());
     }
@@ -152,6 +152,7 @@ std::optional<UsageError> readInto(ReportCommandOptions& options, const Typed& t
     constexpr std::uint64_t kMostNetworks = 1'000'000'000;
     auto list = takeListOptions();
     if (!list) return list.error();
+    filterByFindings(*list);
     options.filter = std::move(list->filter);
     options.mostNetworks = list->mostNetworks;
     options.jobs = std::max(1u, std::thread::hardware_concurrency());

@@ -67,6 +67,10 @@ Result<ScanOptions, UsageError> takeScanOptions() {
     options.list = std::move(*list);
     options.format = options.list.format.value_or(Format::Table);
     options.isFindingsList = takeFindings(options.list);
+    if (options.isFindingsList) {
+        auto error = tableOptionBeside("--findings", options.list, false);
+        if (error) return Unexpected(std::move(*error));
+    }
     return options;
 }
 

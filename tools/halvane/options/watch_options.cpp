@@ -100,13 +100,18 @@ Result<std::optional<std::chrono::milliseconds>, UsageError> durationOf(const ch
 
 std::optional<UsageError> conflictIn(const WatchOptions& options) {
     if (options.list.isColumnsHelp) return std::nullopt;
-    if (options.interfaces.empty()) return UsageError{"no interface to watch"};
+    if (options.interfaces.empty()) {
+        return UsageError{
+            "no interface to watch",
+            "name one in monitor mode: 'halvane watch wlan1'; 'halvane scan' needs none"};
+    }
     for (const std::string& name : options.interfaces) {
         if (std::ranges::count(options.interfaces, name) > 1) {
             return UsageError{"interface '" + name + "' is given twice"};
         }
     }
     if (options.file == "-") return UsageError{"--write: '-' is no file"};
+    if (options.isFindingsList) return tableOptionBeside("--findings", options.list, false);
     return std::nullopt;
 }
 

@@ -132,11 +132,22 @@ void dropDescription(Words& words) {
     words.erase(article, words.end());
 }
 
+// "Acme.Inc" lacks the blank before its legal form. Initials such as "A.S.A" are left whole.
+void dropFormBehindDot(std::string& word) {
+    constexpr std::size_t kLeastName = 3;
+    constexpr std::size_t kLeastForm = 2;
+    const std::size_t dot = word.rfind('.', word.find_last_not_of('.'));
+    if (dot == std::string::npos || word.find('.') < kLeastName) return;
+    const std::string_view form = std::string_view(word).substr(dot + 1);
+    if (form.size() >= kLeastForm && isLegalForm(form)) word.resize(dot);
+}
+
 void dropLegalForms(Words& words) {
     while (words.size() > 1 &&
            (isLegalForm(words.back()) || isAmong(kLinks, smallOf(words.back())))) {
         words.pop_back();
     }
+    dropFormBehindDot(words.back());
 }
 
 // The number of words at the start that name a town.
