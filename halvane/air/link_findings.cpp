@@ -10,6 +10,7 @@
 #include "halvane/air/profile_findings_internal.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/security_elements_internal.h"
+#include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {
 
@@ -93,9 +94,9 @@ void findInMld(const ProfileParts& parts, FindingCollector& findings) {
 bool mayProfileGoOn(const ProfileParts& parts) {
     const auto elements = parts.index.elements();
     if (!parts.profile.isCut || elements.empty()) return false;
-    const auto& rest = parts.trailing.octets;
-    const bool isNextAlike =
-        rest.empty() || rest.front() == static_cast<std::uint8_t>(ElementId::MultipleBssid);
+    ByteCursor rest(parts.trailing.octets);
+    const auto next = rest.u8();
+    const bool isNextAlike = !next || *next == static_cast<std::uint8_t>(ElementId::MultipleBssid);
     return elements.back().id == ElementId::MultipleBssid && isNextAlike;
 }
 
