@@ -11,20 +11,22 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
+#include "halvane/model/daemon_status.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 #include "bench/foreign_bytes.h"
 #include "bench/growth.h"
+#include "tests/sim/answers.h"
 #include "tools/halvaned-sim/control.h"
 #include "tools/halvaned-sim/default_world.h"
 #include "tools/halvaned-sim/simulation.h"
-#include "tools/halvaned-sim/status.h"
 #include "tools/halvaned-sim/world.h"
 #include "tools/halvaned-sim/world_file.h"
 
 using halvane::ByteBuffer;
+using halvane::DaemonStatus;
 using halvane::HalvaneBSSConfig;
 using halvane::HalvaneClient;
 using halvane::HalvaneInterface;
@@ -148,7 +150,7 @@ void addStateRows() {
 
 // A simulation of one interface with n stations in range.
 std::unique_ptr<Simulation> simulationOf(const PropertyListDictionary& file) {
-    return std::make_unique<Simulation>(Simulation{*worldFromPropertyList(file), {}, {}, {}});
+    return std::unique_ptr<Simulation>(new Simulation{*worldFromPropertyList(file), {}, {}, {}});
 }
 
 bool isFollowed(Simulation& simulation, const std::string& line) {
@@ -206,7 +208,7 @@ void addRequestRows() {
         [](std::size_t n) {
             const auto simulation = simulationOf(fileOf(1));
             for (std::size_t i = 0; i < n; ++i) {
-                if (simulation->world.addConfig(nameOf(0), configOf(i)) != Status::Done) {
+                if (simulation->world.addConfig(nameOf(0), configOf(i)) != DaemonStatus::Done) {
                     return false;
                 }
             }
@@ -219,7 +221,7 @@ void addRequestRows() {
             World& world = simulation->world;
             for (std::size_t i = 0; i < n; ++i) world.addConfig(nameOf(0), configOf(i));
             for (std::size_t i = 0; i < n; ++i) {
-                if (world.removeConfig(nameOf(0), configOf(i)) != Status::Done) return false;
+                if (world.removeConfig(nameOf(0), configOf(i)) != DaemonStatus::Done) return false;
             }
             return world.interfaces()[0].configs.empty();
         });
@@ -234,10 +236,8 @@ void addRequestRows() {
         "simulation: subscribers", 4096, [](std::size_t n) { return n; },
         [](std::size_t n) {
             const auto simulation = simulationOf(fileOf(1));
-            IPCMessage request = requestOf("subscribe");
-            request.entries().set("notifyAP", true);
             for (std::size_t i = 0; i < n; ++i) {
-                answer(*simulation, ":1." + std::to_string(i), request);
+                simulation->subscribers.add(":1." + std::to_string(i));
             }
             return simulation->subscribers.names().size() == n;
         });

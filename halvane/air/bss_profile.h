@@ -77,8 +77,8 @@ struct NontransmittedBss;
 struct BssProfile {
     std::optional<Derived<Ssid>> ssid{};  // absent where missing or longer than 32 octets
     bool isHidden = false;                // the name is empty or zeros
-    // The frame ends inside an element, or its capture kept only its start. What it does not tell
-    // was perhaps cut off: nothing is derived from its absence, and no finding rests on it.
+    // The capture kept only the start of the frame (RadioHint). What it does not tell was perhaps
+    // cut off: nothing is derived from its absence, and no finding rests on it.
     bool isCut = false;
     ChannelUse channel{};
     Derived<Generation> generation{};

@@ -7,7 +7,9 @@
 #include "halvane/air/bss_load.h"
 #include "halvane/air/channel_use_internal.h"
 #include "halvane/air/country.h"
+#include "halvane/air/element_id.h"
 #include "halvane/air/element_index_internal.h"
+#include "halvane/air/element_range.h"
 #include "halvane/air/generation.h"
 #include "halvane/air/inheritance.h"
 #include "halvane/air/inherited_elements_internal.h"
@@ -22,6 +24,7 @@
 #include "halvane/air/stack_list_internal.h"
 #include "halvane/air/suite.h"
 #include "halvane/air/tim.h"
+#include "halvane/base/byte_cursor.h"
 #include "halvane/base/escaped_text.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/ssid.h"
@@ -226,12 +229,20 @@ struct Sharers {
     std::optional<std::size_t> faultyElement{};  // of Multiple BSSID
 };
 
+// Whether an element that may tell of keys was cut off, or is damaged at the end of the frame.
+bool mayLackKeys(const Frame& frame) {
+    ByteCursor damaged(frame.trailing.octets);
+    const auto id = damaged.u8();
+    return frame.isCut || id == static_cast<std::uint8_t>(ElementId::Rsn) ||
+           id == static_cast<std::uint8_t>(ElementId::Vendor);
+}
+
 BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors neighbors,
                         Sharers sharers) {
     const bool isPrivacy = (frame.fixed.capabilities & kPrivacy) != 0;
     const OperationElements operation(index);
     const CapabilityElements capabilities(index);
-    const SecurityElements security(index, isPrivacy, frame.isCut);
+    const SecurityElements security(index, isPrivacy, mayLackKeys(frame));
     BssProfile profile;
     profile.isCut = frame.isCut;
     profile.ssid = ssidOf(index);
@@ -299,7 +310,7 @@ BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& r
     for (; element != std::default_sentinel; ++element) elements->push_back(*element);
     const TrailingOctets trailing = element.rest();
     const ElementIndex index(*elements);
-    const Frame frame = {fixed, radio, trailing, radio.isCut || !trailing.empty()};
+    const Frame frame = {fixed, radio, trailing, radio.isCut};
     Sharers sharers;
     if (index.has(ElementId::MultipleBssid)) sharers = sharersOf(*elements, frame);
     return profileOfBss(index, frame, neighborsIn(index), std::move(sharers));

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "halvane/air/bit_octets.h"
-#include "halvane/air/element_range.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
@@ -57,10 +55,6 @@ std::optional<Number> channelOfRadio(const RadioInfo& radio) {
     return Number(*radio.channel);
 }
 
-bool endsInsideAnElement(air::Octets elements) {
-    return !air::ElementRange(elements).trailing().empty();
-}
-
 std::optional<Number> numberOf(std::optional<int> value) {
     return value ? std::optional<Number>(*value) : std::nullopt;
 }
@@ -82,7 +76,7 @@ Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
             .isChannelOfRadio = !ownChannel && radioChannel,
             .radioFrequency = radio.frequencyMHz,
             .origin = ElementsOrigin{.subtype = beacon.subtype, .offset = beacon.elementsOffset},
-            .isCut = beacon.isCut || endsInsideAnElement(beacon.elements)};
+            .isCut = beacon.isCut};
 }
 
 Result<Sighting, SkipReason> sightingOfPacket(LinkType linkType,

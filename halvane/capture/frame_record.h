@@ -38,8 +38,8 @@ struct Sighting {
     std::optional<ElementsOrigin> origin{};  // absent if the elements come from no frame
     std::uint64_t frames = 1;                // that are merged here
     bool isNameRevealed = false;             // the first of them hid the SSID
-    bool isCut = false;  // the frame of the elements ends inside one of them, or its capture kept
-                         // only its start: what the elements do not tell, they may have told
+    bool isCut = false;  // the capture kept only the start of the frame of the elements: what they
+                         // do not tell may have been told
 
     // Returns the radio's channel if the record's differs from it. A scanning radio also hears
     // neighbouring channels, or still states the channel that it has just left.

@@ -95,7 +95,7 @@ TEST(AirDocumentation, ListsEveryRule) {
         written.push_back({cells[1], cells[2]});
     }
     std::vector<Lines> expected;
-    for (int i = 0; i <= static_cast<int>(Rule::NeighborReport); ++i) {
+    for (int i = 0; i <= static_cast<int>(Rule::FrameCut); ++i) {
         const RuleInfo& info = ruleInfo(static_cast<Rule>(i));
         expected.push_back({std::string(info.sentence), std::string(info.clause)});
     }

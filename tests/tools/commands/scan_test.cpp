@@ -118,9 +118,9 @@ TEST_F(ScanCommand, PrintsTheTableWithStateAndAge) {
         ran.output,
         "   SSID         dBm      GHz  CH  MHz GEN Mbit/s SECURITY PMF  AGE BSSID             "
         "MAKER\n"
-        "*  mine         -31 ####   5  36  20  b        - Open     -   7.9s 02:00:00:00:00:02 "
+        "*  mine         -31 ####   5  36   -  -        - Open     -   7.9s 02:00:00:00:00:02 "
         "(local)\n"
-        "   far          -80 #... 2.4   1  20  b        - Open     -    46s 02:00:00:00:00:01 "
+        "   far          -80 #... 2.4   1   -  -        - Open     -    46s 02:00:00:00:00:01 "
         "(local)\n");
     EXPECT_EQ(ran.errors.substr(0, ran.errors.find('\n')), "2 networks: 1 on 2.4 GHz, 1 on 5 GHz");
     EXPECT_THAT(ran.errors,

@@ -46,7 +46,7 @@ TEST_F(NetworkSummary, CountsNetworksOfNoKnownBand) {
 
 TEST_F(NetworkSummary, CountsNamesAndRadios) {
     EXPECT_EQ(networksLine({.networks = networks_, .grouping = Grouping::Name}),
-              "3 networks of 3 names: 2 on 2.4 GHz, 1 on 5 GHz; 1 hidden");
+              "3 networks of 2 names: 2 on 2.4 GHz, 1 on 5 GHz; 1 hidden");
     networks_.push_back(maker_.make({"twin", 4, -50}));
     EXPECT_EQ(networksLine({.networks = networks_, .grouping = Grouping::Radio}),
               "3 radios with 4 networks: 2 on 2.4 GHz, 1 on 5 GHz; 1 hidden");
