@@ -288,9 +288,9 @@ TEST(DecodeHex, DecodesOneElementBuffer) {
                "0004 686f6d65\n01 01 82\n09");
     expectComplaint(result, "standard input", "cut in an element");
     json records = json::parse(result.output);
-    EXPECT_EQ(records.at(0).at("air").at("security"), "Unknown");
+    EXPECT_EQ(records.at(0).at("air").at("security"), "WEP");
     EXPECT_EQ(records.at(0).at("elements").size(), 3U);
-    EXPECT_EQ(records.at(0).at("findings").at(0).at("id"), "frame-cut");
+    EXPECT_EQ(records.at(0).at("findings").at(0).at("id"), "wep");
     for (const char* const added : {"air", "elements", "findings"}) records.at(0).erase(added);
     EXPECT_EQ(records, (json::array({{{"mac", "02:1A:2B:3C:4D:5E"},
                                       {"SSID", "home"},

@@ -126,7 +126,7 @@ std::string findingsLine(std::span<const Network> networks, std::optional<air::S
     text.add(counts[static_cast<std::size_t>(air::Severity::Error)], "error", "errors");
     text.add(counts[static_cast<std::size_t>(air::Severity::Warning)], "warning", "warnings");
     text.add(counts[static_cast<std::size_t>(air::Severity::Note)], "note", "notes");
-    const std::string told = text.text().empty() ? "" : text.text() + " (--findings)";
+    std::string told = text.text().empty() ? "" : text.text() + " (--findings)";
     if (!asked || networks.empty() || !hasNone(counts, *asked)) return told;
     const std::string none(kNoFindings[static_cast<std::size_t>(*asked)]);
     return told.empty() ? none : none + "; " + told;

@@ -1,6 +1,7 @@
 #include "tools/halvane/output/guessed_name.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <iconv.h>
 
 #include "halvane/base/utf8_internal.h"
@@ -30,8 +31,8 @@ bool hasPairsAlone(std::string_view octets) {
 
 // Returns the text in UTF-8; empty if it cannot be converted.
 std::string convertedText(std::string_view octets, const char* characterSet) {
-    const iconv_t converter = ::iconv_open("UTF-8", characterSet);
-    if (converter == reinterpret_cast<iconv_t>(-1)) return {};
+    iconv_t converter = ::iconv_open("UTF-8", characterSet);
+    if (reinterpret_cast<std::intptr_t>(converter) == -1) return {};
     constexpr std::size_t kMostOctets = 4;  // of a character in UTF-8
     std::string input(octets);
     std::string text(kMostOctets * octets.size(), '\0');
