@@ -19,13 +19,13 @@
 #include <vector>
 
 #include "halvane/base/export.h"
-#include "halvane/model/bss_config.h"
-#include "halvane/model/client.h"
-#include "halvane/model/device.h"
-#include "halvane/model/interface.h"
-#include "halvane/model/station_change.h"
-#include "halvane/regulatory/channel.h"
-#include "halvane/service/backend_reply.h"
+#include "halvane/model/bss_config.h"       // IWYU pragma: export
+#include "halvane/model/client.h"           // IWYU pragma: export
+#include "halvane/model/device.h"           // IWYU pragma: export
+#include "halvane/model/interface.h"        // IWYU pragma: export
+#include "halvane/model/station_change.h"   // IWYU pragma: export
+#include "halvane/regulatory/channel.h"     // IWYU pragma: export
+#include "halvane/service/backend_reply.h"  // IWYU pragma: export
 
 namespace halvane {
 

@@ -7,8 +7,8 @@
 #include <functional>
 #include <utility>
 
-#include "halvane/base/result.h"
-#include "halvane/model/daemon_status.h"
+#include "halvane/base/result.h"          // IWYU pragma: export
+#include "halvane/model/daemon_status.h"  // IWYU pragma: export
 
 namespace halvane {
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "halvane/base/export.h"
-#include "halvane/model/daemon_log_controls.h"
-#include "halvane/model/daemon_status.h"
+#include "halvane/model/daemon_log_controls.h"  // IWYU pragma: export
+#include "halvane/model/daemon_status.h"        // IWYU pragma: export
 
 namespace halvane {
 

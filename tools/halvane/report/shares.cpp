@@ -19,6 +19,7 @@
 #include "tools/halvane/output/maker_name.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/report/page_words.h"
+#include "tools/halvane/survey/network.h"
 
 namespace halvane::tool {
 

@@ -1,5 +1,7 @@
 #include "tools/halvane/survey/network.h"
 
+#include <span>
+
 #include "halvane/air/bit_octets.h"
 #include "halvane/air/rule.h"
 
