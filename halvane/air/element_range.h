@@ -48,6 +48,17 @@ struct TrailingOctets {
     Octets octets{};
 
     bool empty() const { return octets.empty(); }
+    // The number of the element; absent if there is none. An extension that is cut reads as
+    // missing.
+    std::optional<ElementId> id() const {
+        ByteCursor cursor(octets);
+        const auto number = cursor.u8();
+        if (!number) return std::nullopt;
+        if (*number != kExtendedElementId) return static_cast<ElementId>(*number);
+        cursor.skip(1);  // the length
+        const auto extension = cursor.u8();
+        return extension ? extensionElement(*extension) : ElementId::ExtensionMissing;
+    }
     // The length that the element would have needed after its header; absent if even the header is
     // cut.
     std::optional<std::uint8_t> missingLength() const {

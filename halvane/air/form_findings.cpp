@@ -10,7 +10,6 @@
 #include "halvane/air/profile_findings_internal.h"
 #include "halvane/air/source.h"
 #include "halvane/air/whole_element_internal.h"
-#include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {
 
@@ -90,16 +89,6 @@ constexpr auto kPlaces = [] {
     return places;
 }();
 
-// The number of an element that is cut. REQUIRES: there is one.
-ElementId idOf(const TrailingOctets& trailing) {
-    ByteCursor cursor(trailing.octets);
-    const std::uint8_t id = cursor.u8().value_or(0);
-    if (id != kExtendedElementId) return static_cast<ElementId>(id);
-    cursor.skip(1);  // the length
-    const auto extension = cursor.u8();
-    return extension ? extensionElement(*extension) : ElementId::ExtensionMissing;
-}
-
 // One finding of a kind, however many elements have the fault; the first of them counts.
 class FormWalk {
   public:
@@ -151,11 +140,10 @@ class FormWalk {
 void findInForm(const ProfileParts& parts, FindingCollector& findings) {
     FormWalk walk(parts.index, findings);
     for (const Element& element : parts.index.elements()) walk.look(element);
-    if (parts.trailing.empty()) {
-        return findings.addIf(parts.radio.isCut, Kind::FrameCut, {{Origin::Radio}});
-    }
-    findings.add(Kind::FrameCut, {{Origin::Element, idOf(parts.trailing),
-                                   static_cast<std::uint32_t>(parts.trailing.offset)}});
+    const auto damaged = parts.trailing.id();
+    if (!damaged) return findings.addIf(parts.radio.isCut, Kind::FrameCut, {{Origin::Radio}});
+    findings.add(Kind::FrameCut,
+                 {{Origin::Element, *damaged, static_cast<std::uint32_t>(parts.trailing.offset)}});
 }
 
 }  // namespace halvane::air

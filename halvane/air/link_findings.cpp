@@ -10,7 +10,6 @@
 #include "halvane/air/profile_findings_internal.h"
 #include "halvane/air/profile_links_internal.h"
 #include "halvane/air/security_elements_internal.h"
-#include "halvane/base/byte_cursor.h"
 
 namespace halvane::air {
 
@@ -94,10 +93,8 @@ void findInMld(const ProfileParts& parts, FindingCollector& findings) {
 bool mayProfileGoOn(const ProfileParts& parts) {
     const auto elements = parts.index.elements();
     if (!parts.profile.isCut || elements.empty()) return false;
-    ByteCursor rest(parts.trailing.octets);
-    const auto next = rest.u8();
-    const bool isNextAlike = !next || *next == static_cast<std::uint8_t>(ElementId::MultipleBssid);
-    return elements.back().id == ElementId::MultipleBssid && isNextAlike;
+    const ElementId next = parts.trailing.id().value_or(ElementId::MultipleBssid);
+    return elements.back().id == ElementId::MultipleBssid && next == ElementId::MultipleBssid;
 }
 
 void findInProfiles(const ProfileParts& parts, FindingCollector& findings) {

@@ -24,7 +24,6 @@
 #include "halvane/air/stack_list_internal.h"
 #include "halvane/air/suite.h"
 #include "halvane/air/tim.h"
-#include "halvane/base/byte_cursor.h"
 #include "halvane/base/escaped_text.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/ssid.h"
@@ -69,9 +68,9 @@ Derived<Generation> generationOf(const ElementIndex& index, bool isCut) {
 
 // The operation element of the latest generation decides, wherever it stands.
 ChannelUse usedChannelOf(const ElementIndex& index, const OperationElements& operation,
-                         const std::optional<int>& frequency, bool isCut) {
-    ChannelUse use = channelUseOf(index, operation, frequency);
-    if (isCut && use.span.rule != Rule::WidthEht) use.span.rule = Rule::FrameCut;
+                         const RadioHint& radio) {
+    ChannelUse use = channelUseOf(index, operation, radio.frequency);
+    if (radio.isCut && use.span.rule != Rule::WidthEht) use.span.rule = Rule::FrameCut;
     return use;
 }
 
@@ -220,7 +219,6 @@ struct Frame {
     const FixedFields& fixed;
     const RadioHint& radio;
     const TrailingOctets& trailing;
-    bool isCut;
 };
 
 // The networks that share a frame; only its sender has any.
@@ -231,10 +229,8 @@ struct Sharers {
 
 // Whether an element that may tell of keys was cut off, or is damaged at the end of the frame.
 bool mayLackKeys(const Frame& frame) {
-    ByteCursor damaged(frame.trailing.octets);
-    const auto id = damaged.u8();
-    return frame.isCut || id == static_cast<std::uint8_t>(ElementId::Rsn) ||
-           id == static_cast<std::uint8_t>(ElementId::Vendor);
+    const auto damaged = frame.trailing.id();
+    return frame.radio.isCut || damaged == ElementId::Rsn || damaged == ElementId::Vendor;
 }
 
 BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors neighbors,
@@ -244,11 +240,11 @@ BssProfile profileOfBss(const ElementIndex& index, const Frame& frame, Neighbors
     const CapabilityElements capabilities(index);
     const SecurityElements security(index, isPrivacy, mayLackKeys(frame));
     BssProfile profile;
-    profile.isCut = frame.isCut;
+    profile.isCut = frame.radio.isCut;
     profile.ssid = ssidOf(index);
     profile.isHidden = profile.ssid && (*profile.ssid)->isHidden();
-    profile.channel = usedChannelOf(index, operation, frame.radio.frequency, frame.isCut);
-    profile.generation = generationOf(index, frame.isCut);
+    profile.channel = usedChannelOf(index, operation, frame.radio);
+    profile.generation = generationOf(index, profile.isCut);
     if (profile.channel.span.isTold()) {
         profile.rates = maxRatesOf(index, capabilities, profile.channel.span->width);
     }
@@ -290,7 +286,7 @@ Sharers sharersOf(std::span<const Element> elements, const Frame& frame) {
         const FixedFields fixed = {
             found.bssid, static_cast<std::uint16_t>(found.capabilities.fields.bits(0, 16)),
             frame.fixed.beaconInterval};
-        const Frame shared = {fixed, frame.radio, whole, frame.isCut};
+        const Frame shared = {fixed, frame.radio, whole};
         sharers.all.push_back({found.bssid, found.index.index,
                                profileOfBss(index, shared, inherited.neighborsOf(own, index), {})});
         auto& profile = sharers.all.back().profile;
@@ -310,7 +306,7 @@ BssProfile profileOf(Octets octets, const FixedFields& fixed, const RadioHint& r
     for (; element != std::default_sentinel; ++element) elements->push_back(*element);
     const TrailingOctets trailing = element.rest();
     const ElementIndex index(*elements);
-    const Frame frame = {fixed, radio, trailing, radio.isCut};
+    const Frame frame = {fixed, radio, trailing};
     Sharers sharers;
     if (index.has(ElementId::MultipleBssid)) sharers = sharersOf(*elements, frame);
     return profileOfBss(index, frame, neighborsIn(index), std::move(sharers));

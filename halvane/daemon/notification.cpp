@@ -5,6 +5,7 @@
 #include "halvane/daemon/message_internal.h"
 #include "halvane/daemon/notification_internal.h"
 #include "halvane/model/daemon_protocol.h"
+#include "halvane/model/daemon_value_internal.h"
 
 namespace halvane {
 

@@ -6,6 +6,7 @@
 #include "halvane/base/result.h"
 #include "halvane/daemon/requests_internal.h"
 #include "halvane/model/daemon_protocol.h"
+#include "halvane/model/daemon_value_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 namespace halvane {

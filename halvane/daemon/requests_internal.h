@@ -17,6 +17,7 @@
 #include "halvane/model/client.h"
 #include "halvane/model/daemon_list_key_internal.h"
 #include "halvane/model/daemon_log_controls.h"
+#include "halvane/model/daemon_value_internal.h"
 #include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/bus/ipc_message.h"

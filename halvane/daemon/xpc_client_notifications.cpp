@@ -9,6 +9,7 @@
 #include "halvane/daemon/xpc_request_internal.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/model/daemon_protocol.h"
+#include "halvane/model/daemon_value_internal.h"
 #include "halvane/model/station_change.h"
 #include "halvane/model/station_change_internal.h"
 #include "halvane/utils/log.h"

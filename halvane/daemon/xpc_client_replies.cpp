@@ -8,6 +8,7 @@
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/model/daemon_protocol.h"
 #include "halvane/model/daemon_service.h"
+#include "halvane/model/daemon_value_internal.h"
 
 namespace halvane {
 

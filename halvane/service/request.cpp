@@ -6,6 +6,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/model/daemon_protocol.h"
+#include "halvane/model/daemon_value_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"
 #include "halvane/service/request_internal.h"
@@ -17,18 +18,12 @@ namespace {
 namespace command = protocol::command;
 namespace key = protocol::key;
 
-template <typename Kind>
-const Kind* valueOf(const IPCMessage& message, std::string_view key) {
-    const auto* const value = message.entries().find(key);
-    return value != nullptr ? value->as<Kind>() : nullptr;
-}
-
 DaemonStatus readNothing(const IPCMessage&, DecodedRequest&) {
     return DaemonStatus::Done;
 }
 
 DaemonStatus readInterface(const IPCMessage& message, DecodedRequest& request) {
-    const auto* const name = valueOf<std::string>(message, key::kInterface);
+    const auto* const name = daemonValue<std::string>(message, key::kInterface);
     if (name == nullptr) return DaemonStatus::BadRequest;
     request.interface = *name;
     return DaemonStatus::Done;
@@ -41,7 +36,7 @@ DaemonStatus readAnyInterface(const IPCMessage& message, DecodedRequest& request
 }
 
 DaemonStatus readRole(const IPCMessage& message, DecodedRequest& request) {
-    const auto* const role = valueOf<std::string>(message, key::kRole);
+    const auto* const role = daemonValue<std::string>(message, key::kRole);
     if (role == nullptr) return DaemonStatus::BadRequest;
     request.role = *role;
     return readInterface(message, request);
@@ -50,7 +45,7 @@ DaemonStatus readRole(const IPCMessage& message, DecodedRequest& request) {
 // XML 1.1 has characters that no list of configurations could hold, so the text must be writable
 // again.
 DaemonStatus readConfiguration(const IPCMessage& message, DecodedRequest& request) {
-    const auto* const data = valueOf<ByteBuffer>(message, key::kConfiguration);
+    const auto* const data = daemonValue<ByteBuffer>(message, key::kConfiguration);
     if (data == nullptr) return DaemonStatus::BadRequest;
     if (const auto status = readInterface(message, request); status != DaemonStatus::Done) {
         return status;
@@ -67,7 +62,7 @@ DaemonStatus readConfiguration(const IPCMessage& message, DecodedRequest& reques
 DaemonStatus readControls(const IPCMessage& message, DecodedRequest& request) {
     for (std::size_t i = 0; i < kDaemonLogCategories.size(); ++i) {
         if (message.entries().find(kDaemonLogCategories[i]) == nullptr) continue;
-        const auto* const control = valueOf<std::string>(message, kDaemonLogCategories[i]);
+        const auto* const control = daemonValue<std::string>(message, kDaemonLogCategories[i]);
         if (control == nullptr) return DaemonStatus::BadRequest;
         request.controls[i] = *control;
     }
@@ -75,7 +70,7 @@ DaemonStatus readControls(const IPCMessage& message, DecodedRequest& request) {
 }
 
 DaemonStatus readSubscription(const IPCMessage& message, DecodedRequest& request) {
-    const auto* const wants = valueOf<bool>(message, key::kWantsNotifications);
+    const auto* const wants = daemonValue<bool>(message, key::kWantsNotifications);
     if (wants == nullptr) return DaemonStatus::BadRequest;
     request.wantsNotifications = *wants;
     return DaemonStatus::Done;
@@ -117,7 +112,7 @@ bool isForBackend(DaemonCommand command) {
 }
 
 Result<const CommandInfo*, DaemonStatus> commandIn(const IPCMessage& message) {
-    const auto* const name = valueOf<std::string>(message, key::kCommand);
+    const auto* const name = daemonValue<std::string>(message, key::kCommand);
     if (name == nullptr) return Unexpected(DaemonStatus::BadRequest);
     const CommandInfo* const command = commandFor(*name);
     if (command == nullptr) return Unexpected(DaemonStatus::UnknownCommand);

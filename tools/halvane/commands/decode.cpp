@@ -207,18 +207,6 @@ bool complainOfCutFrames(std::span<const Network> networks, const std::vector<st
     return areThere;
 }
 
-void printRecords(std::span<const Network> networks, const DecodeOptions& options,
-                  const std::vector<std::string>& files) {
-    const auto writer = writerFor(options, files);
-    for (const Network& network : networks) {
-        // The record of the sender tells of the others.
-        if (network.heard == nullptr) continue;
-        if (isOutputLost()) break;
-        writer->write(network.heard->sighting(), std::nullopt, network.statistics);
-    }
-    writer->finish();
-}
-
 // Where no file could be read the message about it says all.
 bool isAnythingRead(const SurveyOfFiles& survey) {
     return std::ranges::any_of(survey.captures, [](const SurveyedCapture& capture) {
@@ -249,7 +237,7 @@ int decodeNetworks(const DecodeOptions& options, const std::vector<std::string>&
     } else if (isList(options.format)) {
         printList(networks, options.list, options.format, surroundings);
     } else {
-        printRecords(networks, options, files);
+        printRecords(networks, *writerFor(options, files));
     }
     // The summary is the line above the prompt.
     std::fflush(stdout);

@@ -69,6 +69,15 @@ TextStyle listTextStyle(const ListOptions& options) {
     return textStyleFor(surroundings, options.color, options.text);
 }
 
+void printRecords(std::span<const Network> networks, RecordWriter& writer) {
+    for (const Network& network : networks) {
+        if (network.heard == nullptr) continue;
+        if (std::ferror(stdout) != 0) break;
+        writer.write(network.heard->sighting(), std::nullopt, network.statistics);
+    }
+    writer.finish();
+}
+
 void printFindings(std::span<const Network> networks, const ListOptions& options) {
     FindingsList findings;
     for (const Network& network : networks) {

@@ -14,6 +14,7 @@
 #include "tools/halvane/networks/network_columns.h"
 #include "tools/halvane/options/list_options.h"
 #include "tools/halvane/output/format.h"
+#include "tools/halvane/output/record_writer.h"
 #include "tools/halvane/output/text_style.h"
 #include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/survey.h"
@@ -29,6 +30,10 @@ CellSurroundings cellSurroundings(const ListOptions& options,
 // REQUIRES: the format is one of these.
 void printList(std::span<const Network> networks, const ListOptions& options, Format format,
                const CellSurroundings& surroundings);
+
+// Writes the records of networks that were heard, and ends the document. Stops where the output is
+// lost. The record of a sender tells of the networks that share its beacons.
+void printRecords(std::span<const Network> networks, RecordWriter& writer);
 
 // How texts on standard output are laid out.
 TextStyle listTextStyle(const ListOptions& options);

@@ -110,7 +110,8 @@ std::vector<std::string> WatchDisplay::lines(const WatchStatus& status, WatchLis
     const Theme theme(options_.list.color, output);
     const auto networks = list_.rows(watchFilter(options_.list.filter, choices_));
     const std::size_t all = networks.empty() ? list_.rows({}).size() : networks.size();
-    forgetLostRow(networks);
+    rows_ = watchRows(networks, choices_.grouping);
+    forgetLostRow();
     const WatchView view{.rows = networks,
                          .all = all,
                          .columns = options_.list.columns,
@@ -118,17 +119,15 @@ std::vector<std::string> WatchDisplay::lines(const WatchStatus& status, WatchLis
                          .width = options_.list.width.value_or(output.columns.value_or(80)),
                          .height = output.lines.value_or(24)};
     sortColumns_ = sortColumns(view.columns, view.width);
-    rows_ = watchRows(networks, choices_.grouping);
     if (choices_.page == WatchPage::List) return listLines(view, status, theme);
     return pageLines(view, status, time, theme);
 }
 
 // A row that has left, or passes no longer, is not chosen. A network that has a page of its own may
 // come back.
-void WatchDisplay::forgetLostRow(const std::vector<Network>& rows) {
+void WatchDisplay::forgetLostRow() {
     if (!choices_.chosen || choices_.page != WatchPage::List) return;
-    const auto addresses = watchRows(rows, choices_.grouping);
-    if (std::ranges::count(addresses, *choices_.chosen) == 0) choices_.chosen.reset();
+    if (std::ranges::count(rows_, *choices_.chosen) == 0) choices_.chosen.reset();
 }
 
 std::vector<std::string> WatchDisplay::listLines(WatchView view, const WatchStatus& status,

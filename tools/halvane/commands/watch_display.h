@@ -63,7 +63,7 @@ class WatchDisplay {
                                        const Theme& theme);
     std::vector<std::string> pageLines(const WatchView& view, const WatchStatus& status,
                                        WatchList::Time time, const Theme& theme) const;
-    void forgetLostRow(const std::vector<Network>& rows);
+    void forgetLostRow();
 
     const WatchOptions& options_;
     WatchList& list_;

@@ -66,7 +66,8 @@ void WatchSession::print() {
     } else if (isList(options_.format)) {
         printList(networks, list, options_.format, surroundings);
     } else if (options_.format != Format::JSONLines) {
-        printRecords(networks);
+        const auto writer = RecordWriter::create(options_.format, stdout, listedMaker);
+        printRecords(networks, *writer);
     }
     std::fflush(stdout);
     if (list.isQuiet) return;
@@ -163,15 +164,6 @@ WatchStatus WatchSession::status(Clock::time_point now) {
         status.message = joinedNames({headline(source_.faults().back())});
     }
     return status;
-}
-
-void WatchSession::printRecords(std::span<const Network> networks) {
-    const auto writer = RecordWriter::create(options_.format, stdout, listedMaker);
-    for (const Network& network : networks) {
-        if (network.heard == nullptr) continue;
-        writer->write(network.heard->sighting(), std::nullopt, network.statistics);
-    }
-    writer->finish();
 }
 
 void WatchSession::finishFile() {

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -22,7 +21,6 @@
 #include "tools/halvane/networks/watch_screen.h"
 #include "tools/halvane/options/list_options.h"
 #include "tools/halvane/options/watch_options.h"
-#include "tools/halvane/survey/network.h"
 
 namespace halvane::tool {
 
@@ -56,7 +54,6 @@ class WatchSession {
     void takeKeys(Clock::time_point now);
     void draw();
     WatchStatus status(Clock::time_point now);
-    void printRecords(std::span<const Network> networks);
     void finishFile();
     void noteFault(const PcapngWriter::Fault& fault);
 

@@ -23,7 +23,7 @@ using Words = std::map<std::string, std::size_t>;
 Words namesOf(std::span<const Network> networks) {
     Words names;
     for (const Network& network : networks) {
-        if (!isHidden(network) && !isNameCutOff(network)) ++names[escapedText(nameOf(network))];
+        if (isNamed(network)) ++names[escapedText(nameOf(network))];
     }
     return names;
 }

@@ -167,14 +167,12 @@ Meaning meaningOfName(const Network& network) {
 
 FittedCell ssidCell(const Network& network, const Around& around) {
     const Meaning meaning = meaningOfName(network);
-    const bool isNameless = isHidden(network) || isNameCutOff(network);
-    if (isNameless && !around.hasAddress) return {shownHidden(network.bssid), meaning};
+    if (!isNamed(network) && !around.hasAddress) return {shownHidden(network.bssid), meaning};
     return {networkName(network, around.rules), meaning};
 }
 
 PlainValue ssidValue(const Network& network, const Around&) {
-    const bool isNameless = isHidden(network) || isNameCutOff(network);
-    return isNameless ? PlainValue() : text(nameOf(network));
+    return isNamed(network) ? text(nameOf(network)) : PlainValue();
 }
 
 FittedCell signalCell(const Network& network, const Around&) {

@@ -48,10 +48,6 @@ struct Name {
     auto operator<=>(const Name&) const = default;
 };
 
-bool isNamed(const Network& network) {
-    return !isHidden(network) && !isNameCutOff(network);
-}
-
 Name::Kind kindOf(const Network& network) {
     if (network.details.meshID) return Name::Kind::Mesh;
     if (isNameCutOff(network)) return Name::Kind::CutOff;

@@ -30,11 +30,10 @@ UsageError withSuggestion(UsageError error, std::string_view before, std::string
                           const Words& words) {
     const std::vector<std::string_view> known(words.begin(), words.end());
     const auto place = nearWord(typed, known);
-    if (place)
-        error.hint.append("did you mean ")
-            .append(before)
-            .append(shellWord(known[*place]))
-            .append("?");
+    if (place) {
+        error.hint.append("did you mean ").append(before);
+        error.hint.append(shellWord(known[*place])).append("?");
+    }
     return error;
 }
 

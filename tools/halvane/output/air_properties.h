@@ -12,6 +12,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/channel.h"
 #include "halvane/air/channel_use.h"
 #include "halvane/air/feature.h"

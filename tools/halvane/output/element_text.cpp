@@ -15,7 +15,6 @@
 #include "halvane/air/element_info.h"
 #include "halvane/air/field_sink.h"
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/byte_cursor.h"
 
 #include "tools/halvane/output/described_element.h"
 #include "tools/halvane/output/element_summary.h"
@@ -255,16 +254,6 @@ std::string textOf(const ElementList& list, const air::Element& element, const T
 
 constexpr std::size_t kElementHead = 2;  // ID and length
 
-// The number of an element that is cut; without its extension if that is cut too.
-air::ElementId idOf(air::Octets octets) {
-    constexpr std::uint8_t kExtended = 255;
-    ByteCursor cursor(octets);
-    const auto id = cursor.u8().value_or(0);
-    cursor.skip(1);
-    const auto extension = cursor.u8();
-    return static_cast<air::ElementId>(id == kExtended && extension ? 256 + *extension : id);
-}
-
 std::string listText(const ElementList& list, const TextWish& wish) {
     std::string text;
     auto element = list.range().begin();
@@ -309,7 +298,7 @@ std::string trailingText(const ElementList& list, const air::TrailingOctets& tra
                          fieldColumn(list), wish.width) +
                markedOctets(trailing.octets, rows, 0, "octet " + std::to_string(octet));
     }
-    const air::ElementId id = idOf(trailing.octets);
+    const air::ElementId id = *trailing.id();
     const std::size_t left = trailing.octets.size() - kElementHead;
     const std::string told = octetCount(*length) + (*length == 1 ? " is" : " are") + " told, " +
                              std::to_string(left) + (left == 1 ? " is" : " are") + " left";

@@ -36,7 +36,7 @@ std::vector<ReportNetwork> reportNetworks(std::vector<Network>&& sorted,
         place.id = idOf(network.bssid);
         place.name = networkName(network, {});
         place.isOwn = options.isOwn && options.isOwn(network);
-        place.isNameless = isHidden(network) || isNameCutOff(network);
+        place.isNameless = !isNamed(network);
         place.signal = signalOf(network);
         place.network = std::move(network);
     }

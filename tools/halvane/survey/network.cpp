@@ -27,6 +27,10 @@ bool isNameCutOff(const Network& network) {
     return network.profile.isCut && !network.profile.ssid && !network.details.meshID;
 }
 
+bool isNamed(const Network& network) {
+    return !isHidden(network) && !isNameCutOff(network);
+}
+
 std::optional<int> widthOf(const Network& network) {
     const auto& span = network.profile.channel.span;
     const bool isSilent = span.rule == air::Rule::WidthDefault && !tellsGeneration(network);

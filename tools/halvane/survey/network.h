@@ -42,6 +42,9 @@ bool isHidden(const Network& network);
 // Whether the name was cut off its frame, so that nobody knows whether there is one.
 bool isNameCutOff(const Network& network);
 
+// Whether it has a name that can be told.
+bool isNamed(const Network& network);
+
 // MHz; absent if the network does not tell it, not even by being one of 20 MHz.
 std::optional<int> widthOf(const Network& network);
 
