@@ -55,6 +55,15 @@ std::optional<InterfaceFacts> interfaceFacts(const std::string& name) {
     return facts;
 }
 
+bool isInterfaceName(std::string_view name) {
+    const auto isForbidden = [](char c) {
+        const auto octet = static_cast<unsigned char>(c);
+        return octet <= ' ' || octet == 0x7F || c == '/' || c == ':';
+    };
+    return !name.empty() && name.size() < IFNAMSIZ && name != "." && name != ".." &&
+           std::ranges::none_of(name, isForbidden);
+}
+
 bool isMonitorType(int hardwareType) {
     return hardwareType == ARPHRD_IEEE80211 || hardwareType == ARPHRD_IEEE80211_PRISM ||
            hardwareType == ARPHRD_IEEE80211_RADIOTAP;
