@@ -14,6 +14,7 @@
 
 #include "halvane/air/channel.h"
 #include "halvane/air/he_phy_capabilities.h"
+#include "halvane/base/mac_address.h"
 
 #include "tools/halvane/input/wireless_interface.h"
 
@@ -74,6 +75,9 @@ struct Radio {
     std::optional<std::uint32_t> receivingChains{};
     std::optional<std::uint16_t> mostStations{};  // of an access point
     bool hasOwnRegulatoryDomain = false;
+    // What the system's files tell beside nl80211.
+    std::optional<MacAddress> address{};
+    std::string driver{};  // of the kernel; empty if it is not known
 
     // Adds what another message tells of the same radio. What both tell, `part` tells anew.
     void join(Radio part);
