@@ -1,8 +1,6 @@
 // A message of nl80211 of any attributes, most of them whole: a walk returns parts of the message
 // in their order, and what is told of a network stands in it.
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -13,11 +11,13 @@
 #include <vector>
 
 #include "fuzz/byte_source.h"
+#include "fuzz/netlink_source.h"
 #include "fuzz/require.h"
 #include "tools/halvane/input/netlink_attributes.h"
 #include "tools/halvane/input/nl80211_message.h"
 
 using halvane::fuzzing::ByteSource;
+using halvane::fuzzing::putAttribute;
 using namespace halvane::tool;
 
 namespace {
@@ -38,19 +38,8 @@ class Message {
     const Bytes& bytes() const { return bytes_; }
 
   private:
-    static void append(Bytes& bytes, std::uint16_t number) {
-        const auto octets = std::bit_cast<std::array<std::uint8_t, 2>>(number);
-        bytes.insert(bytes.end(), octets.begin(), octets.end());
-    }
-
-    // The length may be wrong by what the input says.
     void put(Bytes& bytes, std::uint16_t type, View value) {
-        const std::size_t wrong =
-            source_.byte() == 0xFF ? source_.integer<std::uint16_t>() : std::uint16_t{0};
-        append(bytes, static_cast<std::uint16_t>(4 + value.size() + wrong));
-        append(bytes, type);
-        bytes.insert(bytes.end(), value.begin(), value.end());
-        bytes.resize((bytes.size() + 3) / 4 * 4);
+        putAttribute(source_, bytes, type, value);
     }
 
     void addAttribute() {

@@ -9,6 +9,7 @@
 #include <netlink/msg.h>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "tests/support/hostile_bytes.h"
 
@@ -36,14 +37,15 @@ class NetlinkMessage {
     NetlinkMessage& addU64(int type, std::uint64_t value) { return addValue(type, value); }
     NetlinkMessage& addFlag(int type) { return add(type, {}); }
 
-    // The attributes that follow stand within this one, up to end().
+    // The attributes that follow stand within this one, up to its end().
     NetlinkMessage& begin(int type) {
-        nested_ = nla_nest_start(get(), type);
-        require(nested_ != nullptr);
+        nested_.push_back(nla_nest_start(get(), type));
+        require(nested_.back() != nullptr);
         return *this;
     }
     NetlinkMessage& end() {
-        nla_nest_end(get(), nested_);
+        nla_nest_end(get(), nested_.back());
+        nested_.pop_back();
         return *this;
     }
 
@@ -72,7 +74,7 @@ class NetlinkMessage {
     nl_msg* get() const { return message_.get(); }
 
     std::unique_ptr<nl_msg, Freer> message_;
-    nlattr* nested_ = nullptr;
+    std::vector<nlattr*> nested_;  // the innermost is the last
 };
 
 }  // namespace halvane::testing

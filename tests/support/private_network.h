@@ -26,18 +26,22 @@
 
 namespace halvane::testing {
 
-// Moves the process into a network of its own, as its administrator. Returns whether the system
-// allows it.
-inline bool enterPrivateNetwork() {
+// Moves the process into namespaces (CLONE_NEW...) of its own, as their administrator. Returns
+// whether the system allows it.
+inline bool enterNamespaces(int namespaces) {
     const uid_t user = ::geteuid();
     const gid_t group = ::getegid();
-    if (::unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0) return false;
+    if (::unshare(CLONE_NEWUSER | namespaces) != 0) return false;
     const auto write = [](const char* path, const std::string& text) {
         return static_cast<bool>(std::ofstream(path) << text << std::flush);
     };
     return write("/proc/self/setgroups", "deny") &&
            write("/proc/self/uid_map", "0 " + std::to_string(user) + " 1") &&
            write("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
+}
+
+inline bool enterPrivateNetwork() {
+    return enterNamespaces(CLONE_NEWNET);
 }
 
 // An interface of a hardware type of the test's choice. It goes with the object.

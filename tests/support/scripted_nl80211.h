@@ -28,6 +28,9 @@ class ScriptedNl80211 : public tool::Nl80211Channel {
     std::deque<Event> events{};
     std::optional<tool::Nl80211Fault> subscriptionFault{};
 
+    int descriptor = -1;
+    bool areEventsLost = false;
+
     std::vector<tool::Nl80211Request> asked{};
     std::vector<std::string> steps{};  // "ask 33", "subscribe scan", "wait"
 
@@ -46,6 +49,21 @@ class ScriptedNl80211 : public tool::Nl80211Channel {
     Event nextEvent(Clock::time_point, int) override {
         steps.emplace_back("wait");
         return take(events, Event(std::optional<Message>()));
+    }
+
+    int eventDescriptor() const override { return descriptor; }
+
+    // All events that are left.
+    Result<tool::Nl80211Events, tool::Nl80211Fault> readyEvents() override {
+        steps.emplace_back("read");
+        tool::Nl80211Events ready;
+        ready.wereLost = std::exchange(areEventsLost, false);
+        while (!events.empty()) {
+            Event event = take(events, Event(std::optional<Message>()));
+            if (!event) return Unexpected(event.error());
+            if (*event) ready.messages.push_back(std::move(**event));
+        }
+        return ready;
     }
 
   private:

@@ -89,6 +89,20 @@ TEST_F(ChannelToTheKernel, WaitsForEventsToAnInterrupt) {
     ::close(interrupt);
 }
 
+// The family tells of families that come and go; here none does.
+TEST_F(ChannelToTheKernel, ReturnsReadyEventsWithoutWaiting) {
+    EXPECT_FALSE(channel_->readyEvents());
+    EXPECT_EQ(channel_->eventDescriptor(), -1);
+    EXPECT_EQ(channel_->subscribe("notify"), std::nullopt);
+    const int descriptor = channel_->eventDescriptor();
+    EXPECT_GE(descriptor, 0);
+    const auto events = channel_->readyEvents();
+    ASSERT_TRUE(events) << events.error().text;
+    EXPECT_FALSE(events->wereLost);
+    EXPECT_EQ(channel_->subscribe("notify"), std::nullopt);
+    EXPECT_EQ(channel_->eventDescriptor(), descriptor);  // one for all groups
+}
+
 TEST_F(ChannelToTheKernel, KnowsNoOtherGroup) {
     const auto fault = channel_->subscribe("halvane-none");
     ASSERT_TRUE(fault);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <net/if.h>
 #include <net/if_arp.h>
 #include <sys/ioctl.h>
@@ -36,6 +37,14 @@ bool isNameOf(unsigned index, const std::string& name) {
     return ::if_indextoname(index, found.data()) != nullptr && name == found.data();
 }
 
+std::optional<MacAddress> addressIn(const sockaddr& told) {
+    const bool hasAddress = told.sa_family == ARPHRD_ETHER || isMonitorType(told.sa_family);
+    if (!hasAddress) return std::nullopt;
+    MacAddress::Octets octets{};
+    std::memcpy(octets.data(), told.sa_data, octets.size());
+    return MacAddress(octets);
+}
+
 }  // namespace
 
 std::optional<InterfaceFacts> interfaceFacts(const std::string& name) {
@@ -49,10 +58,20 @@ std::optional<InterfaceFacts> interfaceFacts(const std::string& name) {
     facts.index = static_cast<unsigned>(request.ifr_ifindex);
     if (!socket.ask(SIOCGIFHWADDR, request)) return std::nullopt;
     facts.hardwareType = request.ifr_hwaddr.sa_family;
+    facts.address = addressIn(request.ifr_hwaddr);
     if (!socket.ask(SIOCGIFFLAGS, request)) return std::nullopt;
     facts.isUp = (request.ifr_flags & IFF_UP) != 0;
     if (!isNameOf(facts.index, name)) return std::nullopt;
     return facts;
+}
+
+bool isInterfaceName(std::string_view name) {
+    const auto isForbidden = [](char c) {
+        const auto octet = static_cast<unsigned char>(c);
+        return octet <= ' ' || octet == 0x7F || c == '/' || c == ':';
+    };
+    return !name.empty() && name.size() < IFNAMSIZ && name != "." && name != ".." &&
+           std::ranges::none_of(name, isForbidden);
 }
 
 bool isMonitorType(int hardwareType) {

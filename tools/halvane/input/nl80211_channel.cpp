@@ -184,13 +184,15 @@ class LibnlChannel : public Nl80211Channel {
     std::optional<Nl80211Fault> subscribe(const std::string& group) override {
         const int number = genl_ctrl_resolve_grp(socket_.get(), name_.c_str(), group.c_str());
         if (number < 0) return lost(number);
-        auto socket = connect();
-        if (!socket) return socket.error();
-        int outcome = nl_socket_add_membership(socket->get(), number);
-        if (outcome >= 0) outcome = nl_socket_set_nonblocking(socket->get());
-        if (outcome < 0) return lost(outcome);
-        events_ = std::move(*socket);
-        return std::nullopt;
+        if (!events_) {
+            auto socket = connect();
+            if (!socket) return socket.error();
+            const int outcome = nl_socket_set_nonblocking(socket->get());
+            if (outcome < 0) return lost(outcome);
+            events_ = std::move(*socket);
+        }
+        const int outcome = nl_socket_add_membership(events_.get(), number);
+        return outcome < 0 ? std::optional(lost(outcome)) : std::nullopt;
     }
 
     Result<std::optional<Message>, Nl80211Fault> nextEvent(Clock::time_point deadline,
@@ -198,10 +200,7 @@ class LibnlChannel : public Nl80211Channel {
         if (!events_) return Unexpected(lost("no events are asked for"));
         while (kept_.messages.empty()) {
             if (!waitForEvent(deadline, interrupt)) return std::optional<Message>();
-            const Callbacks callbacks = callbacksInto(kept_);
-            nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, acceptAnySequence, nullptr);
-            const int outcome = nl_recvmsgs(events_.get(), callbacks.get());
-            if (kept_.isWithoutMemory) throw std::bad_alloc();
+            const int outcome = receiveEvents();
             // Events that found no room are lost; those that follow are not.
             const bool canGoOn = outcome >= 0 || outcome == -NLE_AGAIN || outcome == -NLE_NOMEM;
             if (!canGoOn) return Unexpected(lost(outcome));
@@ -211,7 +210,37 @@ class LibnlChannel : public Nl80211Channel {
         return std::optional(std::move(event));
     }
 
+    int eventDescriptor() const override { return events_ ? nl_socket_get_fd(events_.get()) : -1; }
+
+    Result<Nl80211Events, Nl80211Fault> readyEvents() override {
+        if (!events_) return Unexpected(lost("no events are asked for"));
+        Nl80211Events events;
+        while (kept_.messages.size() < kMostReadyEvents) {
+            const int outcome = receiveEvents();
+            if (outcome == -NLE_AGAIN) break;
+            if (outcome < 0 && outcome != -NLE_NOMEM) return Unexpected(lost(outcome));
+            // Without room nothing more comes now.
+            events.wereLost = outcome == -NLE_NOMEM;
+            if (events.wereLost) break;
+        }
+        events.messages.assign(std::make_move_iterator(kept_.messages.begin()),
+                               std::make_move_iterator(kept_.messages.end()));
+        kept_.messages.clear();
+        return events;
+    }
+
   private:
+    static constexpr std::size_t kMostReadyEvents = 256;
+
+    // Keeps what one reading of the socket gives. Returns a code of libnl.
+    int receiveEvents() {
+        const Callbacks callbacks = callbacksInto(kept_);
+        nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, acceptAnySequence, nullptr);
+        const int outcome = nl_recvmsgs(events_.get(), callbacks.get());
+        if (kept_.isWithoutMemory) throw std::bad_alloc();
+        return outcome;
+    }
+
     // Returns whether the socket may have an event.
     bool waitForEvent(Clock::time_point deadline, int interrupt) const {
         std::array<pollfd, 2> polled = {

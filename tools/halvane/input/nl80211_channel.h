@@ -45,6 +45,13 @@ struct Nl80211Answer {
     bool isInterrupted = false;
 };
 
+// Events that have come so far.
+struct Nl80211Events {
+    // As those of an answer.
+    std::vector<std::vector<std::uint8_t>> messages{};
+    bool wereLost = false;  // others found no room
+};
+
 class Nl80211Channel {
   public:
     using Clock = std::chrono::steady_clock;
@@ -59,13 +66,19 @@ class Nl80211Channel {
     // Asks, and waits for the whole answer.
     virtual Result<Nl80211Answer, Nl80211Fault> ask(const Nl80211Request& request) = 0;
 
-    // From now on keeps the events of the group.
+    // From now on keeps the events of the group, and of the groups before.
     virtual std::optional<Nl80211Fault> subscribe(const std::string& group) = 0;
 
     // Waits for the next event. Absent at the deadline, and once `interrupt` is readable (-1:
     // nothing interrupts).
     virtual Result<std::optional<Message>, Nl80211Fault> nextEvent(Clock::time_point deadline,
                                                                    int interrupt) = 0;
+
+    // For a loop that waits itself: a descriptor that is readable while events wait, from the first
+    // subscribe() on (-1 before it), and the events that are there now, without waiting. Of very
+    // many it returns some, and the descriptor stays readable.
+    virtual int eventDescriptor() const = 0;
+    virtual Result<Nl80211Events, Nl80211Fault> readyEvents() = 0;
 };
 
 }  // namespace halvane::tool

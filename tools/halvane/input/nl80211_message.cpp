@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tools/halvane/input/netlink_attributes.h"
+#include "tools/halvane/input/told_value.h"
 
 namespace halvane::tool {
 
@@ -12,23 +13,7 @@ namespace {
 
 using Bytes = ScannedNetwork::Bytes;
 
-// The text of a fault, or absent.
-using Fault = std::optional<std::string>;
-
-constexpr const char* kEndsInside = "it ends inside an attribute";
-
-Fault wrongSize(const NetlinkAttribute& attribute, const std::string& name) {
-    return "its " + name + " has " + std::to_string(attribute.value.size()) + " octets";
-}
-
-// Keeps a number. `number` is absent if the attribute has another size.
-template <typename Value, typename Number>
-Fault keep(std::optional<Value>& value, const std::optional<Number>& number,
-           const NetlinkAttribute& attribute, const char* name) {
-    if (!number) return wrongSize(attribute, name);
-    value = static_cast<Value>(*number);
-    return std::nullopt;
-}
+using Fault = MessageFault;
 
 // As the attributes tell it, before the elements have found their kind.
 struct ToldNetwork {
@@ -40,12 +25,6 @@ struct ToldNetwork {
     std::optional<Bytes> elements{};
     bool isProbeResponse = false;
 };
-
-Fault readAddress(const NetlinkAttribute& attribute, std::optional<MacAddress>& address,
-                  const char* name) {
-    address = MacAddress::fromBytes(attribute.value);
-    return address ? std::nullopt : wrongSize(attribute, name);
-}
 
 // The attributes that tell of the time and the strength of frames.
 Fault readReception(const NetlinkAttribute& attribute, ToldNetwork& told) {
@@ -66,7 +45,7 @@ Fault readReception(const NetlinkAttribute& attribute, ToldNetwork& told) {
         case NL80211_BSS_PARENT_TSF:
             return keep(told.parentTSF, attribute.u64(), attribute, "parent's TSF");
         case NL80211_BSS_PARENT_BSSID:
-            return readAddress(attribute, told.parent, "parent's BSSID");
+            return keepAddress(told.parent, attribute, "parent's BSSID");
         default:
             return std::nullopt;
     }
@@ -77,7 +56,7 @@ Fault readContent(const NetlinkAttribute& attribute, ToldNetwork& told) {
     ScannedNetwork& network = told.network;
     switch (attribute.type) {
         case NL80211_BSS_BSSID:
-            return readAddress(attribute, told.bssid, "BSSID");
+            return keepAddress(told.bssid, attribute, "BSSID");
         case NL80211_BSS_TSF:
             return keep(network.tsf, attribute.u64(), attribute, "TSF");
         case NL80211_BSS_BEACON_TSF:
@@ -114,11 +93,10 @@ void placeElements(ToldNetwork& told) {
 
 Result<ScannedNetwork, std::string> readNetwork(std::span<const std::uint8_t> nested) {
     ToldNetwork told;
-    NetlinkAttributes attributes(nested);
-    while (const auto attribute = attributes.next()) {
-        if (const Fault fault = readContent(*attribute, told)) return Unexpected(*fault);
-    }
-    if (attributes.areBroken()) return Unexpected(std::string(kEndsInside));
+    const Fault fault = readEach(NetlinkAttributes(nested), [&told](const auto& attribute) {
+        return readContent(attribute, told);
+    });
+    if (fault) return Unexpected(*fault);
     if (!told.bssid) return Unexpected(std::string("it tells no BSSID"));
     placeElements(told);
     told.network.bssid = *told.bssid;
@@ -141,11 +119,9 @@ Fault readOuter(const NetlinkAttribute& attribute, Outer& outer) {
             return keep(outer.interface, attribute.u32(), attribute, "interface");
         case NL80211_ATTR_IFTYPE:
             return keep(outer.type, attribute.u32(), attribute, "interface's type");
-        case NL80211_ATTR_IFNAME: {
-            const auto end = std::ranges::find(attribute.value, std::uint8_t{0});
-            outer.name.emplace(attribute.value.begin(), end);
+        case NL80211_ATTR_IFNAME:
+            outer.name = toldText(attribute);
             return std::nullopt;
-        }
         case NL80211_ATTR_BSS:
             outer.network = attribute.value;
             return std::nullopt;
@@ -156,15 +132,14 @@ Fault readOuter(const NetlinkAttribute& attribute, Outer& outer) {
 
 Result<Outer, std::string> readOuter(NetlinkAttributes attributes) {
     Outer outer;
-    while (const auto attribute = attributes.next()) {
-        if (const Fault fault = readOuter(*attribute, outer)) return Unexpected(*fault);
-    }
-    if (attributes.areBroken()) return Unexpected(std::string(kEndsInside));
+    const Fault fault = readEach(
+        attributes, [&outer](const auto& attribute) { return readOuter(attribute, outer); });
+    if (fault) return Unexpected(*fault);
     return outer;
 }
 
 Unexpected<std::string> withoutHeader() {
-    return Unexpected(std::string("it is shorter than its header"));
+    return Unexpected(std::string(kShorterThanHeader));
 }
 
 }  // namespace

@@ -1,0 +1,26 @@
+#include "tools/halvaned/settings/settings.h"
+
+#include "tools/halvaned/settings/setting_keys.h"
+
+namespace halvane::hosting {
+
+std::string_view driverName(Driver driver) {
+    switch (driver) {
+        case Driver::Nl80211:
+            return "nl80211";
+        case Driver::Wired:
+            return "wired";
+    }
+    return "";
+}
+
+ChangedSettings changesBetween(const Settings& before, const Settings& after) {
+    ChangedSettings changes;
+    for (const SettingKey& key : settingKeys()) {
+        if (key.write(before) == key.write(after)) continue;
+        (key.needsRestart ? changes.needRestart : changes.applied).push_back(key.name);
+    }
+    return changes;
+}
+
+}  // namespace halvane::hosting
