@@ -50,7 +50,7 @@ TEST(SurveyReader, ReadsTheSameWithAnyNumberOfJobs) {
     files.push_back(files.front());
     const std::string one = tellingOf(surveyFiles(files, {.jobs = 1}));
     EXPECT_NE(one.find("missing.pcap"), std::string::npos);
-    for (const std::size_t jobs : {2, 3, 16}) {
+    for (const std::size_t jobs : {2u, 3u, 16u}) {
         EXPECT_EQ(tellingOf(surveyFiles(files, {.jobs = jobs})), one) << jobs;
     }
 }
