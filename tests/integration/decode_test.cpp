@@ -254,7 +254,7 @@ TEST(Decode, CountsEveryFrame) {
     EXPECT_EQ(decode({sample("damaged.pcap")}).errors,
               "1 network: 1 on 2.4 GHz\n"
               "3 notes (--findings)\n"
-              "12 frames in 1.1 s: 3 beacons, 1 probe response, 5 others, 4 damaged\n");
+              "12 frames in 1.1 s: 3 beacons, 1 probe response, 5 others, 3 damaged; 1 is cut\n");
 }
 
 TEST(Decode, ReadsStandardInput) {

@@ -316,6 +316,8 @@ TEST_F(WatchTool, SaysWhatIsWrong) {
     }
     EXPECT_EQ(runTool({"watch", "--write=-", "a"}).errors,
               "halvane: watch: --write: '-' is no file\n");
+    EXPECT_EQ(runTool({"watch", "--write=", "a"}).errors,
+              "halvane: watch: --write: '' is no file\n");
 }
 
 }  // namespace

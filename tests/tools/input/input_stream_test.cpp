@@ -167,6 +167,13 @@ TEST_F(InputStreamTest, TellsDamage) {
     EXPECT_THAT(readAll(file).error, HasSubstr("the compressed data is damaged: "));
 }
 
+TEST_F(InputStreamTest, CallsAFrameOfZstdThatNeedsMuchMemoryNotDamaged) {
+    // Magic, a descriptor without a size, a window of 2^28 octets, and an empty last block
+    // (RFC 8878, 3.1.1).
+    const Bytes frame = {0x28, 0xB5, 0x2F, 0xFD, 0x00, (28 - 10) << 3, 0x01, 0x00, 0x00};
+    EXPECT_EQ(readAll(frame).error, "needs more than 128 MiB of memory to decompress");
+}
+
 TEST_F(InputStreamTest, TellsThatNothingIsThere) {
     EXPECT_EQ(readAll({}).error, "the file is empty");
     for (const char* filter : {"gzip", "bzip2", "xz", "zstd"}) {  // lz4 of nothing is not written

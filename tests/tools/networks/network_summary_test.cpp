@@ -84,8 +84,12 @@ TEST_F(NetworkSummary, CountsFrames) {
     skipped(capture::SkipReason::Encrypted) = 1;
     skipped(capture::SkipReason::Short) = 1;
     skipped(capture::SkipReason::Damaged) = 1;
-    EXPECT_EQ(framesLine(frames, 2, 5'849'000'000),
-              "10 frames in 5.8 s: 4 beacons, 1 probe response, 3 others, 4 damaged");
+    EXPECT_EQ(framesLine(frames, 0, 5'849'000'000),
+              "10 frames in 5.8 s: 4 beacons, 1 probe response, 3 others, 2 damaged");
+    // These are beacons and probe responses, which are counted already.
+    EXPECT_EQ(framesLine(frames, 1, std::nullopt),
+              "10 frames: 4 beacons, 1 probe response, 3 others, 2 damaged; 1 is cut");
+    EXPECT_TRUE(framesLine(frames, 2, std::nullopt).ends_with("; 2 are cut"));
 }
 
 TEST_F(NetworkSummary, TellsWhatEachFilterLetsThrough) {

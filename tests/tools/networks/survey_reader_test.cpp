@@ -1,12 +1,17 @@
 #include "tools/halvane/networks/survey_reader.h"
 
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sstream>
+#include <stdexcept>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include "tests/support/temporary_folder.h"
@@ -45,7 +50,7 @@ TEST(SurveyReader, ReadsTheSameWithAnyNumberOfJobs) {
     files.push_back(files.front());
     const std::string one = tellingOf(surveyFiles(files, {.jobs = 1}));
     EXPECT_NE(one.find("missing.pcap"), std::string::npos);
-    for (const std::size_t jobs : {2, 3, 16}) {
+    for (const std::size_t jobs : {2u, 3u, 16u}) {
         EXPECT_EQ(tellingOf(surveyFiles(files, {.jobs = jobs})), one) << jobs;
     }
 }
@@ -58,6 +63,42 @@ TEST(SurveyReader, LetsTheSameNetworksGoWithAnyNumberOfJobs) {
     EXPECT_GT(one.survey.letGoCount(), 0u);
     EXPECT_EQ(two.survey.letGoCount(), one.survey.letGoCount());
     EXPECT_EQ(tellingOf(two), tellingOf(one));
+}
+
+// A pipe that holds the octets of the file, and is at its end behind them.
+class FilledPipe {
+  public:
+    explicit FilledPipe(const std::string& path) {
+        std::ostringstream octets;
+        octets << std::ifstream(path, std::ios::binary).rdbuf();
+        const std::string text = octets.str();
+        std::array<int, 2> ends{};
+        if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+        end_ = ends[0];
+        const bool isWhole =
+            ::write(ends[1], text.data(), text.size()) == static_cast<ssize_t>(text.size());
+        ::close(ends[1]);
+        if (!isWhole) throw std::runtime_error("the pipe is too small");
+    }
+    FilledPipe(const FilledPipe&) = delete;
+    FilledPipe& operator=(const FilledPipe&) = delete;
+    ~FilledPipe() { ::close(end_); }
+
+    std::string path() const { return "/proc/self/fd/" + std::to_string(end_); }
+
+  private:
+    int end_ = -1;
+};
+
+TEST(SurveyReader, ReadsPipesOnceWhereNetworksHaveToGo) {
+    const std::string today = HALVANE_SAMPLES "/today.pcap";
+    const std::string security = HALVANE_SAMPLES "/security.pcap";
+    const FilledPipe first(today);
+    const FilledPipe second(security);
+    const auto files = surveyFiles({today, security}, {.most = 3, .jobs = 2});
+    const auto pipes = surveyFiles({first.path(), second.path()}, {.most = 3, .jobs = 2});
+    EXPECT_GT(files.survey.letGoCount(), 0u);
+    EXPECT_EQ(tellingOf(pipes), tellingOf(files));
 }
 
 TEST(SurveyReader, KeepsTheFaultOfEachFile) {

@@ -52,6 +52,9 @@ TEST_F(NetworkConditions, ReadNames) {
     network_ = maker_.make({"a\xFF\\*"});
     EXPECT_TRUE(holds(ssidCondition, "a\\xFF\\\\*")) << "as it is shown";
     EXPECT_TRUE(holds(ssidCondition, "a\xFF\\\\\\*"));
+    network_ = maker_.make({"a\\\\b"});
+    EXPECT_TRUE(holds(ssidCondition, "a\\\\b")) << "its octets";
+    EXPECT_TRUE(holds(ssidCondition, "a\\\\\\\\b")) << "as it is shown";
     network_.details.meshID = "mesh";
     EXPECT_TRUE(holds(ssidCondition, "mesh"));
 }

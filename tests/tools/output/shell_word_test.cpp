@@ -13,6 +13,13 @@ TEST(ShellWord, StandsBetweenQuotesWhereItMust) {
     EXPECT_EQ(shellWord("my net"), "'my net'");
     EXPECT_EQ(shellWord("it's"), "'it'\\''s'");
     EXPECT_EQ(shellWord(""), "''");
+    EXPECT_EQ(shellWord("a\\*"), "'a\\*'");
+}
+
+TEST(ShellWord, CannotCommandATerminal) {
+    EXPECT_EQ(shellWord("\x1B[2J"), "$'\\x1B[2J'");
+    EXPECT_EQ(shellWord("\xFFit's \\"), "$'\\xFFit\\'s \\\\'");
+    EXPECT_EQ(shellWord("\xE2\x80\xAE"), "$'\\xE2\\x80\\xAE'");  // right-to-left override
 }
 
 }  // namespace

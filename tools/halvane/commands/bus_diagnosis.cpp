@@ -77,7 +77,7 @@ std::string systemBusAddressOf() {
 
 std::string unreachableReason(std::string_view address) {
     const auto path = socketPath(address);
-    if (!path) return std::string(address);
+    if (!path) return address.empty() ? "''" : std::string(address);
     const int error = connectTo(*path);
     return error == 0 ? *path : *path + ": " + std::generic_category().message(error);
 }

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "tools/halvane/input/compressed_source.h"
@@ -15,6 +17,9 @@
 namespace halvane::tool {
 
 namespace {
+
+// What libzstd says of a frame that refers to octets more than 128 MiB before.
+constexpr std::string_view kAboveLimit = "Frame requires too much memory for decoding";
 
 struct ArchiveCloser {
     void operator()(struct archive* reader) const { archive_read_free(reader); }
@@ -62,7 +67,12 @@ class ArchiveDecompressor : public CompressedSource {
     void tellFault() {
         if (fault()) return;  // the source's own
         const char* const text = archive_error_string(reader_.get());
-        fail(text ? text : "libarchive does not tell more");
+        const std::string_view reason = text ? text : "libarchive does not tell more";
+        if (reason.ends_with(kAboveLimit)) {
+            failWith("needs more than 128 MiB of memory to decompress");
+        } else {
+            fail(std::string(reason));
+        }
     }
 
     static la_ssize_t provide(struct archive* reader, void* context, const void** octets) {

@@ -150,11 +150,11 @@ std::string framesLine(const CaptureSummary& frames, std::uint64_t cutFrames,
                   skippedFor(frames, SkipReason::Fragment) +
                   skippedFor(frames, SkipReason::Encrypted),
               "other", "others");
-    kinds.add(cutFrames + skippedFor(frames, SkipReason::Short) +
-                  skippedFor(frames, SkipReason::Damaged) +
+    kinds.add(skippedFor(frames, SkipReason::Short) + skippedFor(frames, SkipReason::Damaged) +
                   skippedFor(frames, SkipReason::MalformedHeader),
               "damaged", "damaged");
-    return kinds.text().empty() ? line : line + ": " + kinds.text();
+    if (!kinds.text().empty()) line += ": " + kinds.text();
+    return cutFrames == 0 ? line : line + "; " + counted(cutFrames, "is cut", "are cut");
 }
 
 std::vector<std::string> emptyFilterLines(const NetworkFilter& filter,

@@ -40,8 +40,8 @@ std::string networksLine(const NetworkCounts& counts);
 std::string findingsLine(std::span<const Network> networks,
                          std::optional<air::Severity> asked = std::nullopt);
 
-// "1934 frames in 5.8 s: 130 beacons, 20 probe responses, 1784 others, 1 damaged". A frame that is
-// cut counts as what it is, and as damaged.
+// "1934 frames in 5.8 s: 130 beacons, 20 probe responses, 1783 others, 1 damaged; 2 are cut". The
+// kinds add up to the frames. A beacon or probe response that is cut counts as what it is.
 std::string framesLine(const CaptureSummary& frames, std::uint64_t cutFrames,
                        std::optional<std::int64_t> nanoseconds);
 

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <condition_variable>
 #include <exception>
+#include <filesystem>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -16,6 +18,8 @@
 namespace halvane::tool {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 // The frames between two reports of progress.
 constexpr std::uint64_t kFramesAtOnce = 1024;
@@ -182,6 +186,13 @@ class ParallelSurvey {
     std::exception_ptr failure_;
 };
 
+// Whether the file gives its octets once, as standard input and pipes do.
+bool isReadOnce(const std::string& path) {
+    std::error_code ignored;
+    const fs::file_status status = fs::status(path, ignored);
+    return path == "-" || (fs::exists(status) && !fs::is_regular_file(status));
+}
+
 }  // namespace
 
 bool SurveyOfFiles::isWhole() const {
@@ -219,8 +230,8 @@ std::vector<std::optional<std::int64_t>> SurveyOfFiles::ends() const {
 }
 
 SurveyOfFiles surveyFiles(const std::vector<std::string>& files, const SurveyOptions& options) {
-    const bool hasStandardInput = std::ranges::count(files, "-") > 0;
-    if (options.jobs <= 1 || files.size() <= 1 || hasStandardInput) {
+    const bool canBeReadAgain = std::ranges::none_of(files, isReadOnce);
+    if (options.jobs <= 1 || files.size() <= 1 || !canBeReadAgain) {
         return surveyInOrder(files, options);
     }
     SurveyOfFiles result = ParallelSurvey(files, options).run();

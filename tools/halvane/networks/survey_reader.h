@@ -53,7 +53,7 @@ struct SurveyOfFiles {
 };
 
 // Reads all files in their order. The result does not depend on the number of jobs. A file "-" is
-// standard input.
+// standard input. Each file is opened once if it cannot be read again, such as a pipe.
 SurveyOfFiles surveyFiles(const std::vector<std::string>& files, const SurveyOptions& options);
 
 }  // namespace halvane::tool

@@ -82,10 +82,12 @@ std::optional<NetworkCondition> bssidCondition(std::string_view text) {
 }
 
 std::optional<NetworkCondition> ssidCondition(std::string_view text) {
-    return [pattern = std::string(text)](const Network& network) {
+    // A name without such signs is shown as it is.
+    const bool mayBeEscaped = text.find('\\') != std::string_view::npos;
+    return [pattern = std::string(text), mayBeEscaped](const Network& network) {
         const std::string_view name = nameOf(network);
-        const std::string shown = escapedText(name);
-        return matchesWildcard(pattern, name) || shown == pattern;
+        return name == pattern || matchesWildcard(pattern, name) ||
+               (mayBeEscaped && escapedText(name) == pattern);
     };
 }
 

@@ -110,7 +110,9 @@ std::optional<UsageError> conflictIn(const WatchOptions& options) {
             return UsageError{"interface '" + name + "' is given twice"};
         }
     }
-    if (options.file == "-") return UsageError{"--write: '-' is no file"};
+    if (options.file == "-" || options.file == "") {
+        return UsageError{"--write: '" + *options.file + "' is no file"};
+    }
     if (options.isFindingsList) return tableOptionBeside("--findings", options.list, false);
     return std::nullopt;
 }

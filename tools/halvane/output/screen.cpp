@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <poll.h>
 #include <string_view>
 #include <unistd.h>
 
@@ -19,11 +20,21 @@ constexpr std::string_view kEnd = "\x1B[?2026l";
 constexpr std::string_view kClear = "\x1B[H\x1B[2J";
 constexpr std::string_view kEraseRest = "\x1B[K";
 
+// Returns, after a failed write, whether another may succeed. Waits for room if another user of the
+// terminal made it non-blocking.
+bool mayGoOn(int output) noexcept {
+    if (errno == EINTR) return true;
+    if (errno != EAGAIN) return false;
+    pollfd writable = {output, POLLOUT, 0};
+    ::poll(&writable, 1, -1);
+    return true;
+}
+
 // A terminal that is gone takes nothing; the program ends by other signs of that.
 void writeAll(int output, std::string_view text) noexcept {
     while (!text.empty()) {
         const ssize_t count = ::write(output, text.data(), text.size());
-        if (count < 0 && errno == EINTR) continue;
+        if (count < 0 && mayGoOn(output)) continue;
         if (count <= 0) return;
         text.remove_prefix(static_cast<std::size_t>(count));
     }

@@ -19,6 +19,7 @@ std::string gOtherReason;
 }  // namespace
 
 void put(std::string_view text, std::FILE* stream) noexcept {
+    if (text.empty()) return;  // it may have no address, which fwrite() demands
     if (std::fwrite(text.data(), 1, text.size(), stream) < text.size()) noteLostOutput(errno);
 }
 
