@@ -1,8 +1,10 @@
 #include "tools/halvaned/radio/device_records.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <vector>

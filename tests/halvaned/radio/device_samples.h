@@ -8,6 +8,7 @@
 
 #include "tools/halvane/input/wireless_interface.h"
 #include "tools/halvaned/radio/device_list.h"
+#include "tools/halvaned/radio/radio.h"
 
 namespace halvane::testing {
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <sys/socket.h>
 #include <system_error>
+#include <utility>
 
 #include "halvane/platform/os/file_internal.h"
 

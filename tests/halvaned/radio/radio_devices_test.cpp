@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

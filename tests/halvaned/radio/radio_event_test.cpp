@@ -1,10 +1,12 @@
 #include "tools/halvaned/radio/radio_event.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <linux/nl80211.h>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "halvane/base/byte_buffer.h"
 

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "halvane/air/channel.h"
+#include "halvane/air/he_phy_capabilities.h"
 #include "halvane/base/byte_buffer.h"
 
 #include "tests/halvaned/radio/radio_samples.h"

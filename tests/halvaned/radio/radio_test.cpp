@@ -1,5 +1,6 @@
 #include "tools/halvaned/radio/radio.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>

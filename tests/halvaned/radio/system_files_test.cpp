@@ -1,5 +1,7 @@
 #include "tools/halvaned/radio/system_files.h"
 
+// <filesystem> includes what declares its namespace first.
+// IWYU pragma: no_include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>

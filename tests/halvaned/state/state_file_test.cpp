@@ -1,5 +1,7 @@
 #include "tools/halvaned/state/state_file.h"
 
+// <filesystem> includes what declares its namespace first.
+// IWYU pragma: no_include <chrono>
 #include <algorithm>
 #include <csignal>
 #include <filesystem>

@@ -1,8 +1,11 @@
 #include "tools/halvaned/radio/device_change.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <utility>
+
+#include "tools/halvaned/radio/radio.h"
 
 namespace halvane::hosting {
 

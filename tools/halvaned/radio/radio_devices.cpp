@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <linux/nl80211.h>
+#include <span>
 #include <sys/epoll.h>
 #include <system_error>
 #include <utility>
 
+#include "tools/halvane/input/nl80211_message.h"
 #include "tools/halvaned/radio/device_change.h"
 #include "tools/halvaned/radio/radio.h"
 #include "tools/halvaned/radio/radio_interface.h"

@@ -1,20 +1,24 @@
 #include "tools/halvaned/radio/radio_message.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <iterator>
 #include <linux/nl80211.h>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 
 #include "halvane/air/bit_octets.h"
+#include "halvane/air/he_phy_capabilities.h"
 #include "halvane/air/ht_mcs_set.h"
 #include "halvane/air/mcs_map.h"
+#include "halvane/base/result.h"
 
 #include "tools/halvane/input/netlink_attributes.h"
 #include "tools/halvane/input/told_value.h"
+#include "tools/halvane/input/wireless_interface.h"
 
 namespace halvane::hosting {
 
@@ -72,7 +76,7 @@ Fault readChannel(NetlinkAttributes attributes, RadioBand& band) {
                 break;
         }
         const auto* flag = std::ranges::find(kChannelFlags, attribute.type, &ChannelFlag::type);
-        if (flag != std::ranges::end(kChannelFlags)) channel.*flag->flag = true;
+        if (flag != std::end(kChannelFlags)) channel.*flag->flag = true;
         return std::nullopt;
     });
     if (fault) return fault;
@@ -94,7 +98,7 @@ Fault readHTSet(const NetlinkAttribute& attribute, RadioBand& band) {
 
 Fault readVHTSet(const NetlinkAttribute& attribute, RadioBand& band) {
     if (attribute.value.size() != 8) return tool::wrongSize(attribute, "VHT MCS set");
-    for (const std::size_t place : {0, 4}) {
+    for (const std::size_t place : {0U, 4U}) {
         const auto map = fieldOf<2>(attribute.value.subspan(place, 2));
         addStreams(band, air::VhtMcsMap{*map}.streams());
     }
@@ -113,7 +117,7 @@ Fault readHESet(const NetlinkAttribute& attribute, ModeData& data) {
     // The maps of 80 MHz stand first (802.11ax, 9.4.2.248.4). The kernel always has those of 160
     // and 80+80 MHz too.
     if (attribute.value.size() < 4) return tool::wrongSize(attribute, "HE MCS set");
-    for (const std::size_t place : {0, 2}) {
+    for (const std::size_t place : {0U, 2U}) {
         const auto map = fieldOf<2>(attribute.value.subspan(place, 2));
         data.streams = std::max(data.streams, air::HeMcsMap{*map}.streams());
     }

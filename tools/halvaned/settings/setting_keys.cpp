@@ -4,11 +4,13 @@
 #include <arpa/inet.h>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <netinet/in.h>
 #include <optional>
 #include <sys/socket.h>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 #include <vector>
 

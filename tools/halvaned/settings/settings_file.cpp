@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/similar_word_internal.h"

@@ -3,6 +3,7 @@
 #include <string.h>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "halvane/base/status.h"
 #include "halvane/platform/os/file_internal.h"
