@@ -39,8 +39,8 @@ struct ControlEvent {
 // Whether a message is an event and no reply: it begins with '<'.
 bool isEvent(std::string_view message) noexcept;
 
-// Reads "<3>AP-STA-CONNECTED 02:00:00:00:00:01 ...". A message without a level is read as one with
-// it. An event of a station without its address is Other.
+// Reads "<3>AP-STA-CONNECTED 02:00:00:00:00:01 ...". The level may be missing. An event of a
+// station without its address is Other.
 ControlEvent readEvent(std::string_view message) noexcept;
 
 // --- Replies ---
@@ -64,14 +64,14 @@ std::optional<std::string_view> valueIn(std::string_view message, std::string_vi
 // A station as STA, STA-FIRST and STA-NEXT tell it. Absent is what hostapd does not tell.
 struct StationRecord {
     MacAddress address;
-    bool isAuthenticated = false;  // [AUTH]
-    bool isAssociated = false;     // [ASSOC]
-    bool isAuthorized = false;     // [AUTHORIZED]
-    std::optional<std::uint16_t> aid = {};           // 1 to 2007
-    std::optional<std::uint16_t> capabilities = {};  // IEEE 802.11-2020, 9.4.1.4
+    bool isAuthenticated = false;                      // [AUTH]
+    bool isAssociated = false;                         // [ASSOC]
+    bool isAuthorized = false;                         // [AUTHORIZED]
+    std::optional<std::uint16_t> aid = {};             // 1 to 2007
+    std::optional<std::uint16_t> capabilities = {};    // IEEE 802.11-2020, 9.4.1.4
     std::optional<std::uint16_t> listenInterval = {};  // beacon intervals
     std::optional<int> signal = {};                    // dBm
-    // Rates of the last frame of data, as hostapd tells them: in 100 kb/s.
+    // Rates of the last frames of data, in 100 kb/s.
     std::optional<std::uint32_t> receiveRate = {};
     std::optional<std::uint32_t> transmitRate = {};
     std::optional<std::uint64_t> receivedPackets = {};
@@ -80,9 +80,8 @@ struct StationRecord {
     std::optional<std::uint64_t> transmittedBytes = {};
     std::optional<std::uint64_t> connectedTime = {};  // seconds
     std::optional<std::uint64_t> inactiveTime = {};   // milliseconds
-    // Elements that hostapd keeps of the association request, one behind the other: rates (ID 1),
-    // HT capabilities (45), VHT capabilities (191), extended capabilities (127). Others it does not
-    // tell.
+    // The elements of its association request that hostapd tells, one behind the other (IEEE
+    // 802.11-2020, 9.4.2.1): supported rates, extended supported rates, extended capabilities.
     std::vector<std::uint8_t> elements = {};
 
     // Whether it takes part in the network. A cable has no association.
