@@ -284,6 +284,18 @@ TEST(HostapdFile, NeverTellsASecret) {
     }
 }
 
+TEST(HostapdFile, KnowsItsSecrets) {
+    auto plan = enterprisePlan();
+    plan.radius = {"127.0.0.1", 1812, "of radius"};
+    plan.networks.push_back({"wlan0_1", wpa3Network(true)});
+    const auto secrets = secretsIn(fileOf(plan).text);
+    EXPECT_EQ(secrets, (Sentences{"of radius", "password"}));
+    EXPECT_EQ(withoutSecrets("Line 3: 'password' and password, of radius", secrets),
+              "Line 3: '(secret)' and (secret), (secret)");
+    EXPECT_EQ(withoutSecrets("aaa", {"a", ""}), "(secret)(secret)(secret)");
+    EXPECT_EQ(secretsIn(fileOf(planOf({personalNetwork()})).text)[0].size(), 64U);
+}
+
 TEST(HostapdFile, LetsNoTextBecomeALine) {
     using namespace std::string_literals;
     for (const std::string& name :

@@ -166,17 +166,27 @@ void ControlSocket::expire() {
     lose("hostapd does not answer \"" + requests_.front().command + "\"");
 }
 
-void ControlSocket::lose(const std::string& reason) {
+// Returns whether the object is still there.
+bool ControlSocket::failRequests() {
     const std::weak_ptr<char> life = life_;
     source_.reset();
     deadline_.reset();
     socket_ = FileDescriptor();
-    const auto lost = std::move(handlers_.lost);
     for (auto requests = std::exchange(requests_, {}); !requests.empty(); requests.pop_front()) {
         requests.front().reply(Unexpected(ControlFailure::Lost));
-        if (life.expired()) return;
+        if (life.expired()) return false;
     }
-    if (lost) lost(reason);
+    return true;
+}
+
+void ControlSocket::close() {
+    handlers_ = {};
+    failRequests();
+}
+
+void ControlSocket::lose(const std::string& reason) {
+    const auto lost = std::move(handlers_.lost);
+    if (failRequests() && lost) lost(reason);
 }
 
 }  // namespace halvane::hosting

@@ -60,6 +60,10 @@ class ControlSocket {
     // Calls no handler.
     ~ControlSocket();
 
+    // Gives the connection up: what waits is lost, and nothing is received any more. The handler
+    // for losses is not called.
+    void close();
+
     // Sends the request when all earlier ones have their replies. The handler is called once:
     // during this call if the connection is lost or too many requests wait, else from the loop.
     // Handlers may request, and may destroy the ControlSocket.
@@ -80,6 +84,7 @@ class ControlSocket {
     void take(std::string_view message, bool isTooLarge);
     void reply(Result<std::string_view, ControlFailure> result);
     void expire();
+    bool failRequests();
     void lose(const std::string& reason);
 
     static int happened(sd_event_source*, int, std::uint32_t events, void* socket);

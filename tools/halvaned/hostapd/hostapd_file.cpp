@@ -324,6 +324,32 @@ std::optional<Driver> driverOf(std::string_view name) noexcept {
     return std::nullopt;
 }
 
+std::vector<std::string> secretsIn(std::string_view text) {
+    constexpr std::string_view kKeys[] = {
+        "wpa_passphrase=", "wpa_psk=", "wep_key0=", "ap_pin=", "auth_server_shared_secret="};
+    std::vector<std::string> secrets;
+    while (!text.empty()) {
+        const auto line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        for (const auto key : kKeys) {
+            if (line.starts_with(key)) secrets.emplace_back(line.substr(key.size()));
+        }
+    }
+    return secrets;
+}
+
+std::string withoutSecrets(std::string line, const std::vector<std::string>& secrets) {
+    constexpr std::string_view kMask = "(secret)";
+    for (const std::string& secret : secrets) {
+        if (secret.empty()) continue;
+        for (auto at = line.find(secret); at != std::string::npos;
+             at = line.find(secret, at + kMask.size())) {
+            line.replace(at, secret.size(), kMask);
+        }
+    }
+    return line;
+}
+
 bool isInterfaceName(std::string_view text) noexcept {
     constexpr std::size_t kMost = 15;  // IFNAMSIZ without the end
     return !text.empty() && text.size() <= kMost && text != "." && text != ".." &&

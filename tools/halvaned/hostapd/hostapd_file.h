@@ -78,6 +78,12 @@ struct HostapdFile {
 // name nor a channel nor ciphers; only 802.1X counts.
 Result<HostapdFile, std::vector<std::string>> hostapdFileOf(const HostapdPlan& plan);
 
+// The passphrases, keys and PINs in the text of such a file.
+std::vector<std::string> secretsIn(std::string_view text);
+
+// The line with "(secret)" in the place of each of them.
+std::string withoutSecrets(std::string line, const std::vector<std::string>& secrets);
+
 // Whether the kernel would take the text for an interface, and hostapd for the name of its socket:
 // 1 to 15 visible ASCII characters without '/', and neither "." nor "..".
 bool isInterfaceName(std::string_view text) noexcept;
