@@ -276,7 +276,7 @@ std::string Host::reasonFor(const ChildEnd& end) const {
 // The line of the configuration that hostapd names, or else the first line that speaks of a
 // failure.
 std::string Host::refusedLine() const {
-    for (const std::string_view sign : {"Line ", "rror", "nvalid", "ailed", "ould not"}) {
+    for (const std::string_view sign : {"Line ", " line ", "nvalid", "ould not", "ailed", "rror"}) {
         for (const std::string& line : firstLines_) {
             if (line.find(sign) != std::string::npos) return line;
         }
