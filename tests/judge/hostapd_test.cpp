@@ -1,59 +1,34 @@
 // hostapd's own parser as the judge of exported configurations: it names each line that it does not
 // know, and what does not fit together. It is skipped where hostapd is not installed.
-#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 
-#include "halvane/base/byte_buffer.h"
 #include "halvane/model/bss_config.h"
 
+#include "tests/support/hostapd_parser.h"
 #include "tests/support/made_config.h"
-#include "tests/support/run_program.h"
-#include "tests/support/temporary_folder.h"
 #include "tools/halvane/config/export_format.h"
 
 using namespace halvane;
 using halvane::testing::enterpriseNetwork;
+using halvane::testing::hostapdPath;
 using halvane::testing::openNetwork;
 using halvane::testing::personalNetwork;
-using halvane::testing::runProgram;
-using halvane::testing::TemporaryFolder;
 using halvane::testing::wpa3Network;
 
 namespace {
 
-std::string hostapdPath() {
-    for (const char* path : {"/usr/sbin/hostapd", "/usr/local/sbin/hostapd"}) {
-        if (::access(path, X_OK) == 0) return path;
-    }
-    return {};
-}
-
-// What the parser says of a file. An unknown line at its end keeps hostapd from starting a network;
-// the parser reads all of the file nevertheless.
 class HostapdParser : public ::testing::Test {
   protected:
     void SetUp() override {
         if (hostapdPath().empty()) GTEST_SKIP() << "hostapd is not installed";
     }
 
-    // The complaints of all lines but the added one.
     std::string complaintsOf(const std::string& text) {
-        const auto file = ByteBuffer::fromText(text + kEnd + "=1\n");
-        const auto path = folder_.write("hostapd.conf", file.bytes());
-        auto said = runProgram({hostapdPath(), "-i", "lo", path}).output;
-        std::size_t lines = 1;
-        for (const char c : text) lines += c == '\n' ? 1 : 0;
-        drop(said,
-             "Line " + std::to_string(lines) + ": unknown configuration item '" + kEnd + "'\n");
-        drop(said, "1 errors found in configuration file '" + path + "'\n");
-        drop(said, "Failed to set up interface with " + path + "\n");
-        drop(said, "Failed to initialize interface\n");
-        return said;
+        return parser_.complaintsOf(text, {"-i", "lo"});
     }
 
     std::string complaintsOf(const HalvaneBSSConfig& configuration, std::string_view more = {}) {
@@ -63,18 +38,7 @@ class HostapdParser : public ::testing::Test {
     }
 
   private:
-    static constexpr const char* kEnd = "the_end_of_the_file";
-
-    static void drop(std::string& said, const std::string& expected) {
-        const auto at = said.find(expected);
-        if (at == std::string::npos) {
-            said += "(missing: " + expected + ")";
-        } else {
-            said.erase(at, expected.size());
-        }
-    }
-
-    TemporaryFolder folder_;
+    halvane::testing::HostapdParser parser_;
 };
 
 TEST_F(HostapdParser, NamesALineThatItDoesNotKnow) {

@@ -213,12 +213,12 @@ TEST(Hostapd, TellsWhatIsLeftOut) {
                   "The channel width is left out, since there is no channel.",
                   "There is no RADIUS server: add auth_server_addr, auth_server_port and "
                   "auth_server_shared_secret.",
+                  "The preferred order is left out: hostapd knows none.",
                   "LEAP authentication is left out.",
                   "The EAPOL retry interval is left out: hostapd has its own.",
                   "The EAPOL retry count is left out: hostapd takes 1 to 4294967295.",
                   "The EAPOL GTK rotation is left out: it is negative.",
                   "The texts for WPS are left out, since WPS is not allowed.",
-                  "The preferred order is left out: hostapd knows none.",
               }));
 }
 

@@ -1,9 +1,12 @@
-// The configuration file of hostapd, as its own example file documents it.
+#include "tools/halvane/config/hostapd_config.h"
+
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -198,11 +201,15 @@ Value pin(const Configuration& c) {
 
 // --- The file ---
 
-constexpr ExportLine kLines[] = {
+constexpr ExportLine kDriverLines[] = {
     {"driver", [](const Configuration&) { return Value("nl80211"); }},
+};
+constexpr ExportLine kNameLines[] = {
     {"ssid", plainName},
     {"ssid2", nameInDigits},
     {"utf8_ssid", nameIsUTF8},
+};
+constexpr ExportLine kRadioLines[] = {
     {"country_code", [](const Configuration& c) { return Value(c.country()); }},
     {"ieee80211d", [](const Configuration& c) { return valueIf(c.country().has_value(), "1"); }},
     {"hw_mode", mode},
@@ -216,6 +223,8 @@ constexpr ExportLine kLines[] = {
          return valueIf(isVeryWide(c), c.channelWidth() == 80 ? "1" : "2");
      }},
     {"vht_oper_centr_freq_seg0_idx", center},
+};
+constexpr ExportLine kSecurityLines[] = {
     {"auth_algs", authentication},
     {"wep_default_key", [](const Configuration& c) { return valueIf(wepKey(c).has_value(), "0"); }},
     {"wep_key0", wepKey},
@@ -238,8 +247,12 @@ constexpr ExportLine kLines[] = {
     {"ieee80211w", protection},
     {"sae_require_mfp",
      [](const Configuration& c) { return valueIf(allowsSAE(c) && !requiresProtection(c), "1"); }},
+};
+constexpr ExportLine kSecretLines[] = {
     {"wpa_passphrase", passphrase},
     {"wpa_psk", key},
+};
+constexpr ExportLine kHandshakeLines[] = {
     {"ieee8021x",
      [](const Configuration& c) { return valueIf(isWPA(c) && c.allowKeyManagement8021X(), "1"); }},
     {"wpa_group_rekey", rotation},
@@ -255,7 +268,9 @@ constexpr ExportLine kLines[] = {
     {"model_number", wpsName<&Configuration::wpsModelNumber>},
     {"serial_number", wpsName<&Configuration::wpsSerialNumber>},
 };
-constexpr ExportSection kSections[] = {{"", kLines}};
+constexpr ExportSection kSections[] = {{"", kDriverLines}, {"", kNameLines},
+                                       {"", kRadioLines},  {"", kSecurityLines},
+                                       {"", kSecretLines}, {"", kHandshakeLines}};
 
 constexpr ExportGap kRefusals[] = {
     {isWPSAlone, "WPS alone does not say how the network is encrypted."},
@@ -263,9 +278,10 @@ constexpr ExportGap kRefusals[] = {
     {[](const Configuration& c) { return c.allowUnicastCipherUseGroup(); },
      "hostapd has no unicast cipher UseGroup."},
     {[](const Configuration& c) { return isWEP(c) && c.allowKeyManagement8021X(); },
-     "The export of WEP with 802.1X is not supported."},
+     "WEP with 802.1X is not supported."},
 };
 
+// The first ones hold for a file alone. A program that runs hostapd makes up for them.
 constexpr ExportGap kLosses[] = {
     {[](const Configuration& c) { return c.channel() == 0; },
      "There is no channel: add channel=N, and hw_mode=a if that is on 5 GHz."},
@@ -274,6 +290,7 @@ constexpr ExportGap kLosses[] = {
     {[](const Configuration& c) { return isWPA(c) && c.allowKeyManagement8021X(); },
      "There is no RADIUS server: add auth_server_addr, auth_server_port and "
      "auth_server_shared_secret."},
+    {hasOrder, "The preferred order is left out: hostapd knows none."},
     {[](const Configuration& c) {
          return !isOn5GHz(c) && c.allowPHY80211g() && !c.allowPHY80211b();
      },
@@ -292,8 +309,8 @@ constexpr ExportGap kLosses[] = {
      "The EAPOL GTK rotation is left out: it is negative."},
     {[](const Configuration& c) { return hasWPSText(c) && !c.allowSecurityWPS(); },
      "The texts for WPS are left out, since WPS is not allowed."},
-    {hasOrder, "The preferred order is left out: hostapd knows none."},
 };
+constexpr std::size_t kLossesOfFileAlone = 4;
 
 std::string heading(const Configuration& c) {
     const bool isSecret = passphrase(c) || key(c) || wepKey(c);
@@ -303,6 +320,9 @@ std::string heading(const Configuration& c) {
 
 }  // namespace
 
+const HostapdParts kHostapdParts = {
+    kNameLines,      kRadioLines, kSecurityLines,
+    kHandshakeLines, kRefusals,   std::span(kLosses).subspan<kLossesOfFileAlone>()};
 const ExportFormat kHostapdFormat = {"hostapd", heading, kSections, kRefusals, kLosses};
 
 }  // namespace halvane::tool

@@ -61,12 +61,9 @@ bool readCount(std::string_view value, Settings& settings) {
 }
 
 bool readDriver(std::string_view value, Settings& settings) {
-    for (const Driver driver : {Driver::Nl80211, Driver::Wired}) {
-        if (value != driverName(driver)) continue;
-        settings.driver = driver;
-        return true;
-    }
-    return false;
+    const auto driver = driverOf(value);
+    if (driver) settings.driver = *driver;
+    return driver.has_value();
 }
 
 // Names between blanks.
@@ -101,7 +98,7 @@ bool readServer(std::string_view value, Settings& settings) {
 }
 
 std::string writeDriver(const Settings& settings) {
-    return std::string(driverName(settings.driver));
+    return std::string(nameOf(settings.driver));
 }
 
 std::string writeInterfaces(const Settings& settings) {

@@ -4,16 +4,6 @@
 
 namespace halvane::hosting {
 
-std::string_view driverName(Driver driver) {
-    switch (driver) {
-        case Driver::Nl80211:
-            return "nl80211";
-        case Driver::Wired:
-            return "wired";
-    }
-    return "";
-}
-
 ChangedSettings changesBetween(const Settings& before, const Settings& after) {
     ChangedSettings changes;
     for (const SettingKey& key : settingKeys()) {

@@ -10,15 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/halvaned/driver.h"
+
 namespace halvane::hosting {
-
-enum class Driver {
-    Nl80211,  // radios
-    Wired,    // Ethernet, for trials without a radio: 802.1X alone
-};
-
-// "nl80211" or "wired", as hostapd calls them too.
-std::string_view driverName(Driver driver);
 
 struct Settings {
     Driver driver = Driver::Nl80211;

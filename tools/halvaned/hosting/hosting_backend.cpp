@@ -1,0 +1,298 @@
+#include "tools/halvaned/hosting/hosting_backend.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "halvane/base/byte_buffer.h"
+#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/service/backend_reply.h"
+#include "halvane/utils/strings.h"
+
+#include "tools/halvaned/hosting/daemon_logging.h"
+#include "tools/halvaned/hosting/hosting_plan.h"
+#include "tools/halvaned/hosting/hosting_status.h"
+#include "tools/halvaned/radio/device_change.h"
+#include "tools/halvaned/radio/device_records.h"
+
+namespace halvane::hosting {
+
+namespace {
+
+constexpr std::size_t kLongestSSID = 32;
+
+// The role in which an interface hosts, in any case; the role of every interface at first.
+constexpr const char kHostRole[] = "AP";
+
+std::string roleOf(const InterfaceState& state) {
+    return state.role.value_or(kHostRole);
+}
+
+bool hasHostRole(const InterfaceState& state) {
+    const std::string role = roleOf(state);
+    return strnicmpx(role.data(), role.size(), kHostRole) == 0;
+}
+
+bool isRole(const std::string& role) {
+    return !role.empty() && xmlPropertyList(role).has_value();
+}
+
+bool isUsable(const HalvaneBSSConfig& configuration) {
+    const auto& ssid = configuration.ssid();
+    return ssid && !ssid->empty() && ssid->size() <= kLongestSSID;
+}
+
+std::vector<HalvaneBSSConfig>::iterator findSSID(std::vector<HalvaneBSSConfig>& list,
+                                                 const std::optional<ByteBuffer>& ssid) {
+    return std::ranges::find_if(list, [&](const auto& each) { return each.ssid() == ssid; });
+}
+
+DaemonStatus statusOf(const HostError& error) {
+    switch (error.kind) {
+        case HostError::Kind::BadPlan:
+            return kCannotHost;
+        case HostError::Kind::Stopped:
+            return kStopped;
+        case HostError::Kind::Busy:
+        case HostError::Kind::NotReady:
+        case HostError::Kind::Refused:
+        case HostError::Kind::NoAnswer:
+        case HostError::Kind::UnknownStation:
+            break;
+    }
+    return kHostapdFailed;
+}
+
+void answer(BackendReply<void>& reply, DaemonStatus status) {
+    if (status == DaemonStatus::Done) {
+        reply({});
+    } else {
+        reply(Unexpected(status));
+    }
+}
+
+}  // namespace
+
+HostingBackend::HostingBackend(sd_event* loop, DeviceSource& source, Settings settings,
+                               HostSettings host)
+    : source_(source),
+      settings_(std::move(settings)),
+      saved_(settings_.stateFile),
+      networks_(loop, std::move(host), [this](const StationChange& change) { tell(change); }) {}
+
+// --- Devices ---
+
+Result<void, std::string> HostingBackend::load() {
+    const auto damage = saved_.load();
+    if (!damage) return Unexpected(damage.error());
+    if (*damage) logError(**damage);
+    const auto update = source_.start();
+    if (!update) return Unexpected(update.error());
+    if (!source_.isAvailable()) {
+        logNotice("The kernel has no nl80211, so there are no devices.");
+    }
+    take(*update);
+    return {};
+}
+
+void HostingBackend::updateDevices() {
+    take(source_.update());
+}
+
+void HostingBackend::take(const DeviceUpdate& update) {
+    for (const std::string& fault : update.faults) logError(fault);
+    for (const DeviceChange& change : update.changes) {
+        using Kind = DeviceChange::Kind;
+        if (change.kind == Kind::Went) networks_.stop(change.interface, [] {});
+        if (change.kind == Kind::Renamed) networks_.stop(change.formerName, [] {});
+        if (change.kind == Kind::Came || change.kind == Kind::Renamed) resume(change.interface);
+    }
+}
+
+// Hosts again what a client had started, before a restart of the daemon or of the device.
+void HostingBackend::resume(const std::string& name) {
+    const DeviceInterface* const interface = find(name);
+    if (interface == nullptr || !saved_.of(name).isStarted) return;
+    const DaemonStatus status = bringUp(*interface, [name](const auto& result) {
+        if (!result) logError(name + ": " + result.error().text);
+    });
+    if (status != DaemonStatus::Done) logError(name + " cannot host as it did before.");
+}
+
+// hostapd's own interfaces are no devices of clients.
+const DeviceInterface* HostingBackend::find(std::string_view name) const {
+    return networks_.isMade(name) ? nullptr : source_.devices().find(name);
+}
+
+// --- Lists ---
+
+void HostingBackend::devices(BackendReply<std::vector<HalvaneDevice>> reply) {
+    reply(deviceRecords(source_.devices()));
+}
+
+void HostingBackend::interfaces(BackendReply<std::vector<HalvaneInterface>> reply) {
+    std::vector<HalvaneInterface> list;
+    for (const DeviceInterface& interface : source_.devices().interfaces) {
+        if (networks_.isMade(interface.name)) continue;
+        list.push_back(interfaceRecord(source_.devices(), interface,
+                                       roleOf(saved_.of(interface.name)), source_.subsystem()));
+    }
+    reply(std::move(list));
+}
+
+void HostingBackend::channels(std::string_view name,
+                              BackendReply<std::vector<HalvaneChannel>> reply) {
+    const DeviceInterface* const interface = find(name);
+    if (interface == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    reply(channelRecords(source_.devices(), *interface));
+}
+
+void HostingBackend::configurations(std::optional<std::string_view> name,
+                                    BackendReply<std::vector<HalvaneBSSConfig>> reply) {
+    if (name) {
+        if (find(*name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+        return reply(saved_.of(std::string(*name)).configurations);
+    }
+    std::vector<HalvaneBSSConfig> list;
+    for (const auto& [interface, state] : saved_.state().interfaces) {
+        if (find(interface) == nullptr) continue;
+        list.insert(list.end(), state.configurations.begin(), state.configurations.end());
+    }
+    reply(std::move(list));
+}
+
+void HostingBackend::stations(BackendReply<std::vector<HalvaneClient>> reply) {
+    // A std::function is copied, and a reply cannot be.
+    auto kept = std::make_shared<BackendReply<std::vector<HalvaneClient>>>(std::move(reply));
+    networks_.clients([kept](std::vector<HalvaneClient> list) { (*kept)(std::move(list)); });
+}
+
+// --- Actions ---
+
+void HostingBackend::add(std::string_view name, const HalvaneBSSConfig& configuration,
+                         BackendReply<void> reply) {
+    if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    if (!isUsable(configuration)) return reply(Unexpected(DaemonStatus::BadConfiguration));
+    const std::string interface(name);
+    InterfaceState state = saved_.of(interface);
+    const auto same = findSSID(state.configurations, configuration.ssid());
+    if (same != state.configurations.end()) {
+        *same = configuration;
+    } else if (state.configurations.size() >= settings_.configurations) {
+        return reply(Unexpected(kTooManyConfigurations));
+    } else {
+        state.configurations.push_back(configuration);
+    }
+    saveAndReply(interface, std::move(state), std::move(reply));
+}
+
+void HostingBackend::remove(std::string_view name, const HalvaneBSSConfig& configuration,
+                            BackendReply<void> reply) {
+    if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    const std::string interface(name);
+    InterfaceState state = saved_.of(interface);
+    const auto found = findSSID(state.configurations, configuration.ssid());
+    if (found == state.configurations.end()) {
+        return reply(Unexpected(DaemonStatus::UnknownConfiguration));
+    }
+    const bool wasHosted = networks_.hosts(interface, configuration.ssid());
+    state.configurations.erase(found);
+    state.isStarted = state.isStarted && !state.configurations.empty();
+    if (!wasHosted) return saveAndReply(interface, std::move(state), std::move(reply));
+    if (!saved_.set(interface, std::move(state))) return answer(reply, kNotSaved);
+    auto kept = std::make_shared<BackendReply<void>>(std::move(reply));
+    networks_.stop(interface, [this, interface, kept] {
+        (*kept)({});
+        resume(interface);  // with the others
+    });
+}
+
+void HostingBackend::enable(std::string_view name, BackendReply<void> reply) {
+    if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    const std::string interface(name);
+    InterfaceState state = saved_.of(interface);
+    state.isEnabled = true;
+    saveAndReply(interface, std::move(state), std::move(reply));
+}
+
+void HostingBackend::disable(std::string_view name, BackendReply<void> reply) {
+    if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    const std::string interface(name);
+    InterfaceState state = saved_.of(interface);
+    state.isEnabled = false;
+    state.isStarted = false;
+    saveAndStop(interface, std::move(state), std::move(reply));
+}
+
+void HostingBackend::changeRole(std::string_view name, std::string_view role,
+                                BackendReply<void> reply) {
+    if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    if (!isRole(std::string(role))) return reply(Unexpected(DaemonStatus::BadRequest));
+    const std::string interface(name);
+    InterfaceState state = saved_.of(interface);
+    state.role = std::string(role);
+    if (hasHostRole(state)) return saveAndReply(interface, std::move(state), std::move(reply));
+    state.isStarted = false;
+    saveAndStop(interface, std::move(state), std::move(reply));
+}
+
+void HostingBackend::start(std::string_view name, BackendReply<void> reply) {
+    const DeviceInterface* const interface = find(name);
+    if (interface == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    auto kept = std::make_shared<BackendReply<void>>(std::move(reply));
+    const DaemonStatus status =
+        bringUp(*interface, [this, kept, started = std::string(name)](const auto& result) {
+            this->started(started, result, *kept);
+        });
+    if (status != DaemonStatus::Done) answer(*kept, status);
+}
+
+DaemonStatus HostingBackend::bringUp(const DeviceInterface& interface, Host::Done done) {
+    const InterfaceState& state = saved_.of(interface.name);
+    if (!state.isEnabled) return DaemonStatus::InterfaceDisabled;
+    if (!hasHostRole(state)) return DaemonStatus::WrongRole;
+    if (state.configurations.empty()) return DaemonStatus::NothingToStart;
+    const auto plan = hostingPlan(source_.devices(), interface, state, settings_);
+    if (!plan) {
+        logError(interface.name + ": " + plan.error());
+        return kCannotHost;
+    }
+    networks_.start(interface.name, *plan, std::move(done));
+    return DaemonStatus::Done;
+}
+
+void HostingBackend::started(const std::string& interface, const Result<void, HostError>& result,
+                             BackendReply<void>& reply) {
+    if (!result) {
+        logError(interface + ": " + result.error().text);
+        return answer(reply, statusOf(result.error()));
+    }
+    InterfaceState state = saved_.of(interface);
+    state.isStarted = true;
+    if (saved_.set(interface, std::move(state))) return reply({});
+    // It would not be started again after a restart, so it is not started now.
+    networks_.stop(interface, [] {});
+    answer(reply, kNotSaved);
+}
+
+void HostingBackend::stop(std::string_view name, BackendReply<void> reply) {
+    if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    const std::string interface(name);
+    InterfaceState state = saved_.of(interface);
+    state.isStarted = false;
+    saveAndStop(interface, std::move(state), std::move(reply));
+}
+
+void HostingBackend::saveAndReply(const std::string& interface, InterfaceState state,
+                                  BackendReply<void> reply) {
+    answer(reply, saved_.set(interface, std::move(state)) ? DaemonStatus::Done : kNotSaved);
+}
+
+void HostingBackend::saveAndStop(const std::string& interface, InterfaceState state,
+                                 BackendReply<void> reply) {
+    if (!saved_.set(interface, std::move(state))) return answer(reply, kNotSaved);
+    auto kept = std::make_shared<BackendReply<void>>(std::move(reply));
+    networks_.stop(interface, [kept] { (*kept)({}); });
+}
+
+}  // namespace halvane::hosting

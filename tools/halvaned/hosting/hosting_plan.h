@@ -1,0 +1,30 @@
+// What hostapd is to host at an interface.
+//
+// A function that reads the files that the settings name; any thread may call it.
+#ifndef TOOLS_HALVANED_HOSTING_HOSTING_PLAN_H
+#define TOOLS_HALVANED_HOSTING_HOSTING_PLAN_H
+
+#include <string>
+
+#include "halvane/base/result.h"
+
+#include "tools/halvaned/hostapd/hostapd_file.h"
+#include "tools/halvaned/radio/device_list.h"
+#include "tools/halvaned/settings/settings.h"
+#include "tools/halvaned/state/daemon_state.h"
+
+namespace halvane::hosting {
+
+// All configurations of the interface become networks, by their preferred order, and those of equal
+// order as they were added. The first network is that of the interface itself; hostapd makes an
+// interface for each other one: "wlan0_1", "wlan0_2" and so on. The error is a sentence without
+// secrets: there are more networks than the radio can host, it may not use the channel, a name
+// would be too long, or the secret of the RADIUS server cannot be read.
+// REQUIRES: there is a configuration.
+Result<HostapdPlan, std::string> hostingPlan(const DeviceList& devices,
+                                             const DeviceInterface& interface,
+                                             const InterfaceState& state, const Settings& settings);
+
+}  // namespace halvane::hosting
+
+#endif

@@ -1,0 +1,169 @@
+#include "tools/halvaned/hosting/networks.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "halvane/utils/scan_time.h"
+
+#include "tools/halvaned/hosting/daemon_logging.h"
+
+namespace halvane::hosting {
+
+namespace {
+
+std::uint64_t now() {
+    return UpTicksToMicroseconds(UpTicks());
+}
+
+// Calls `done` when all of those that it was counted for have called it.
+class Countdown {
+  public:
+    explicit Countdown(std::function<void()> done) : done_(std::move(done)) {}
+    void add() { ++left_; }
+    void finish() {
+        if (--left_ == 0) done_();
+    }
+
+  private:
+    std::size_t left_ = 1;  // whoever counts
+    const std::function<void()> done_;
+};
+
+std::int64_t channelOf(const HostapdPlan& plan) {
+    const std::int64_t configured =
+        plan.networks.empty() ? 0 : plan.networks.front().configuration.channel();
+    return configured != 0 ? configured : plan.channel;
+}
+
+}  // namespace
+
+Networks::Networks(sd_event* loop, HostSettings settings, Told told)
+    : loop_(loop), settings_(std::move(settings)), told_(std::move(told)) {}
+
+bool Networks::isUp(const std::string& interface) const {
+    const auto found = hostings_.find(interface);
+    if (found == hostings_.end()) return false;
+    const Host::State state = found->second.host->state();
+    return !found->second.waiting.empty() ||
+           (state != Host::State::Idle && state != Host::State::Ending);
+}
+
+bool Networks::hosts(const std::string& interface, const std::optional<ByteBuffer>& ssid) const {
+    if (!isUp(interface)) return false;
+    const auto& networks = hostings_.at(interface).plan.networks;
+    return std::ranges::any_of(
+        networks, [&](const auto& network) { return network.configuration.ssid() == ssid; });
+}
+
+bool Networks::isMade(std::string_view interface) const {
+    return std::ranges::any_of(hostings_, [&](const auto& entry) {
+        const auto& [name, hosting] = entry;
+        return name != interface && hosting.host->state() != Host::State::Idle &&
+               std::ranges::find(hosting.plan.networks, interface, &HostedNetwork::interface) !=
+                   hosting.plan.networks.end();
+    });
+}
+
+Networks::Hosting& Networks::hostingOf(const std::string& interface) {
+    Hosting& hosting = hostings_[interface];
+    if (!hosting.host) {
+        hosting.host = std::make_unique<Host>(
+            loop_, settings_,
+            Host::Handlers{
+                .station = [this, interface](const auto& change) { happened(interface, change); },
+                .log =
+                    [interface](std::string_view line) {
+                        logNotice(interface + ": " + std::string(line));
+                    },
+            });
+    }
+    return hosting;
+}
+
+void Networks::start(const std::string& interface, const HostapdPlan& plan, Host::Done done) {
+    Hosting& hosting = hostingOf(interface);
+    const Host::State state = hosting.host->state();
+    const bool isStarting = !hosting.waiting.empty();
+    if (!isStarting && (state == Host::State::Ready || state == Host::State::Failing)) {
+        return done({});
+    }
+    hosting.waiting.push_back(std::move(done));
+    if (isStarting) return;
+    hosting.plan = plan;
+    if (!std::exchange(hosting.isQueued, true) && isOpen_) queueStart(interface);
+}
+
+void Networks::open() {
+    isOpen_ = true;
+    for (const auto& [interface, hosting] : hostings_) {
+        if (hosting.isQueued) queueStart(interface);
+    }
+}
+
+// What still ends has to end first.
+void Networks::queueStart(const std::string& interface) {
+    hostings_.at(interface).host->stop([this, interface](const auto&) { startQueued(interface); });
+}
+
+void Networks::startQueued(const std::string& interface) {
+    Hosting& hosting = hostingOf(interface);
+    hosting.isQueued = false;
+    if (hosting.waiting.empty()) return;  // stopped meanwhile
+    hosting.host->start(hosting.plan,
+                        [this, interface](const auto& result) { finishStart(interface, result); });
+}
+
+void Networks::finishStart(const std::string& interface, const Result<void, HostError>& result) {
+    const auto waiting = std::exchange(hostingOf(interface).waiting, {});
+    for (const auto& done : waiting) done(result);
+}
+
+void Networks::stop(const std::string& interface, std::function<void()> done) {
+    const auto found = hostings_.find(interface);
+    if (found == hostings_.end()) return done();
+    if (found->second.isQueued) {
+        finishStart(interface, Unexpected(HostError{.kind = HostError::Kind::Stopped}));
+    }
+    found->second.host->stop([done = std::move(done)](const auto&) { done(); });
+}
+
+void Networks::stopAll(const std::function<void()>& done) {
+    const auto countdown = std::make_shared<Countdown>(done);
+    for (const auto& [interface, hosting] : hostings_) {
+        countdown->add();
+        stop(interface, [countdown] { countdown->finish(); });
+    }
+    countdown->finish();
+}
+
+void Networks::clients(Clients done) {
+    const auto countdown =
+        std::make_shared<Countdown>([this, done = std::move(done)] { done(book_.list()); });
+    for (const auto& [name, hosting] : hostings_) {
+        if (hosting.host->state() != Host::State::Ready) continue;
+        countdown->add();
+        hosting.host->stations([this, countdown, interface = name](const auto& stations) {
+            if (stations) noteAll(interface, *stations);
+            countdown->finish();
+        });
+    }
+    countdown->finish();
+}
+
+void Networks::noteAll(const std::string& interface, const std::vector<HostedStation>& stations) {
+    const auto channel = static_cast<int>(channelOf(hostingOf(interface).plan));
+    for (const HostedStation& station : stations) {
+        book_.note(interface, station.record, channel, now());
+    }
+}
+
+void Networks::happened(const std::string& interface, const StationChange& change) {
+    StationChange told = change;
+    told.interface = interface;
+    book_.note(told, now());
+    told_(told);
+}
+
+}  // namespace halvane::hosting
