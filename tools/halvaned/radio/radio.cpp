@@ -36,8 +36,8 @@ void joinGreatest(std::optional<Value>& whole, const std::optional<Value>& part)
     if (part) whole = std::max(whole.value_or(0), *part);
 }
 
-void joinBand(RadioBand& whole, RadioBand part) {
-    for (auto& [place, channel] : part.channels) whole.channels[place] = channel;
+void joinBand(RadioBand& whole, const RadioBand& part) {
+    for (const auto& [place, channel] : part.channels) whole.channels[place] = channel;
     joinOptional(whole.ht, part.ht);
     joinOptional(whole.vht, part.vht);
     joinOptional(whole.he, part.he);
@@ -72,7 +72,7 @@ bool RadioBand::allows80(const RadioChannel& channel) const {
 
 void Radio::join(Radio part) {
     if (!part.name.empty()) name = std::move(part.name);
-    for (auto& [number, band] : part.bands) joinBand(bands[number], std::move(band));
+    for (const auto& [number, band] : part.bands) joinBand(bands[number], band);
     modes.merge(part.modes);
     joinGreatest(mostAPs, part.mostAPs);
     if (!part.ciphers.empty()) ciphers = std::move(part.ciphers);

@@ -218,7 +218,7 @@ Fault readLimit(NetlinkAttributes attributes, ModeLimit& limit) {
 Fault readCombination(NetlinkAttributes attributes, Radio& radio) {
     std::uint64_t aps = 0;
     std::optional<std::uint32_t> most;
-    const Fault fault = readEach(attributes, [&](const NetlinkAttribute& attribute) -> Fault {
+    Fault fault = readEach(attributes, [&](const NetlinkAttribute& attribute) -> Fault {
         switch (attribute.type) {
             case NL80211_IFACE_COMB_MAXNUM:
                 return keep(most, attribute.u32(), attribute, "number of interfaces");

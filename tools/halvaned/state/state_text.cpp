@@ -177,11 +177,12 @@ Result<std::string, std::string> textOf(const DaemonState& state) {
     file.set(kInterfaces, std::move(interfaces));
     auto xml = xmlPropertyList(std::move(file));
     if (!xml) return Unexpected("it holds " + std::string(xml.error().reason));
-    if (xml->size() > kLargestState) {
-        ::explicit_bzero(xml->data(), xml->size());
+    std::string& text = *xml;
+    if (text.size() > kLargestState) {
+        ::explicit_bzero(text.data(), text.size());
         return Unexpected("it would have more than " + std::to_string(kLargestState) + " bytes");
     }
-    return *std::move(xml);
+    return std::move(text);
 }
 
 }  // namespace halvane::hosting
