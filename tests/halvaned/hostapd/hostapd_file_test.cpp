@@ -1,6 +1,7 @@
 #include "tools/halvaned/hostapd/hostapd_file.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>

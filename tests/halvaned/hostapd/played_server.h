@@ -3,6 +3,8 @@
 #define TESTS_HALVANED_HOSTAPD_PLAYED_SERVER_H
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <stdexcept>

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <utility>
 
 #include "tests/halvaned/hostapd/test_loop.h"
 #include "tests/support/temporary_folder.h"

@@ -1,6 +1,7 @@
 // The Host with the real hostapd, and a real station at the other end of a cable in a network of
 // the test's own. It is skipped where one of them is not to be had.
 #include <csignal>
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
@@ -25,6 +26,8 @@
 #include "tests/support/spawned_process.h"
 #include "tests/support/temporary_folder.h"
 #include "tools/halvaned/hostapd/host.h"
+#include "tools/halvaned/hostapd/hostapd_file.h"
+#include "tools/halvaned/hostapd/hosted_stations.h"
 
 using namespace halvane;
 using namespace halvane::hosting;

@@ -4,6 +4,7 @@
 #ifndef TOOLS_HALVANED_HOSTAPD_CHILD_PROCESS_H
 #define TOOLS_HALVANED_HOSTAPD_CHILD_PROCESS_H
 
+#include <csignal>
 #include <cstddef>
 #include <cstdint>
 #include <functional>

@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <ctime>
+#include <iterator>
 #include <optional>
 #include <unistd.h>
 #include <unordered_map>
-#include <unordered_set>
+#include <utility>
 
 #include "halvane/base/escaped_text.h"
 
 #include "tools/halvane/config/configured_security.h"
-#include "tools/halvaned/hostapd/control_socket.h"
+#include "tools/halvaned/hostapd/control_message.h"
 
 namespace halvane::hosting {
 
@@ -18,11 +19,17 @@ using Kind = HostError::Kind;
 
 // One network, and the socket that tells of it.
 struct Host::Link {
-    std::string interface;
-    std::string server;  // the path of hostapd's socket
-    bool exchangesKeys;
-    HostedStations stations{exchangesKeys};
-    std::unique_ptr<ControlSocket> socket = {};
+    Link(std::string name, std::string path, bool exchanges)
+        : interface(std::move(name)),
+          server(std::move(path)),
+          exchangesKeys(exchanges),
+          stations(exchanges) {}
+
+    const std::string interface;
+    const std::string server;  // the path of hostapd's socket
+    const bool exchangesKeys;
+    HostedStations stations;
+    std::unique_ptr<ControlSocket> socket;
     bool isAttached = false;  // events come
 };
 
@@ -111,7 +118,7 @@ Result<void, HostError> Host::prepare(const HostapdPlan& plan) {
         const bool exchangesKeys =
             plan.driver != Driver::Wired && tool::isWPA(network.configuration);
         links_.push_back(std::make_unique<Link>(
-            Link{network.interface, plan.controlFolder + "/" + network.interface, exchangesKeys}));
+            network.interface, plan.controlFolder + "/" + network.interface, exchangesKeys));
     }
     pause_ = 0;
     hasBeenReady_ = false;

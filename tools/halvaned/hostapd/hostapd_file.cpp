@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <netinet/in.h>
 #include <span>
+#include <sys/socket.h>
 #include <utility>
 
 #include "halvane/base/status.h"
