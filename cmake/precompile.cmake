@@ -14,3 +14,10 @@ function(halvane_precompile kind target)
   endforeach()
   target_precompile_headers(${target} PRIVATE ${headers})
 endfunction()
+
+# halvane_objects_of(library variable) sets the variable to the objects of an object library, for
+# whoever links them through another library. Precompiled headers are among a library's objects for
+# CMake, but not for the linker.
+function(halvane_objects_of library variable)
+  set(${variable} "$<FILTER:$<TARGET_OBJECTS:${library}>,EXCLUDE,\\.gch$|\\.pch$>" PARENT_SCOPE)
+endfunction()

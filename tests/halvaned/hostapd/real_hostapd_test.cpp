@@ -17,11 +17,11 @@
 #include "halvane/model/station_change.h"
 
 #include "tests/halvaned/hostapd/test_loop.h"
+#include "tests/support/cable.h"
 #include "tests/support/child_process.h"
 #include "tests/support/hostapd_parser.h"
 #include "tests/support/made_config.h"
 #include "tests/support/private_network.h"
-#include "tests/support/run_program.h"
 #include "tests/support/spawn_program.h"
 #include "tests/support/spawned_process.h"
 #include "tests/support/temporary_folder.h"
@@ -34,7 +34,8 @@ using namespace halvane::hosting;
 using halvane::testing::enterpriseNetwork;
 using halvane::testing::hostapdPath;
 using halvane::testing::inPrivateNetwork;
-using halvane::testing::runProgram;
+using halvane::testing::kStationProgram;
+using halvane::testing::layCable;
 using halvane::testing::SpawnedProcess;
 using halvane::testing::TemporaryFolder;
 using halvane::testing::TestLoop;
@@ -43,33 +44,13 @@ namespace {
 
 using Kind = StationChange::Kind;
 
-constexpr const char* kStationProgram = "/sbin/wpa_supplicant";
-
-// Returns whether the system has cables.
-bool layCable() {
-    for (const char* words : {"link add cable0 type veth peer name cable1", "link set cable0 up",
-                              "link set cable1 address 02:00:00:00:00:01", "link set cable1 up"}) {
-        std::vector<std::string> command = {"/usr/sbin/ip"};
-        std::string word;
-        for (const char c : std::string(words) + ' ') {
-            if (c != ' ') {
-                word += c;
-            } else {
-                command.push_back(std::exchange(word, {}));
-            }
-        }
-        if (runProgram(command).status != 0) return false;
-    }
-    return true;
-}
-
 class Cable {
   public:
     Cable() : host_(loop_.get(), settings(), handlers()) {
         plan_.driver = Driver::Wired;
         plan_.networks = {{.interface = "cable0", .configuration = enterpriseNetwork()}};
         plan_.controlFolder = folder_.path() / "control";
-        plan_.eapUserFile = write("users", "\"user\" MD5 \"password\"\n");
+        plan_.eapUserFile = write("users", halvane::testing::kUsersFile);
     }
 
     void start() {
@@ -82,13 +63,9 @@ class Cable {
     }
 
     void join() {
-        const auto file = write("station",
-                                "ap_scan=0\nnetwork={\nkey_mgmt=IEEE8021X\neap=MD5\n"
-                                "identity=\"user\"\npassword=\"password\"\n"
-                                "eapol_flags=0\n}\n");
-        station_.emplace(
-            std::vector<std::string>{kStationProgram, "-Dwired", "-icable1", "-c" + file},
-            halvane::testing::StandardStreams{.output = folder_.path() / "said"});
+        const auto file = write("station", halvane::testing::kStationFile);
+        station_.emplace(halvane::testing::stationWords(file),
+                         halvane::testing::StandardStreams{.output = folder_.path() / "said"});
         waitFor(Kind::Authorized);
     }
 

@@ -1,0 +1,383 @@
+// The daemon as its clients meet it on a bus: without a radio, on a wired interface.
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include "tests/support/bus_caller.h"
+#include "tests/support/cable.h"
+#include "tests/support/hostapd_parser.h"
+#include "tests/support/output_pipe.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/private_network.h"
+#include "tests/support/run_tool.h"
+#include "tests/support/spawned_process.h"
+#include "tests/support/temporary_folder.h"
+
+using halvane::testing::BusCaller;
+using halvane::testing::command;
+using halvane::testing::enterPrivateNetwork;
+using halvane::testing::hostapdPath;
+using halvane::testing::inPrivateNetwork;
+using halvane::testing::isTrueInChild;
+using halvane::testing::kStationFile;
+using halvane::testing::kStationProgram;
+using halvane::testing::kUsersFile;
+using halvane::testing::layCable;
+using halvane::testing::OutputPipe;
+using halvane::testing::PrivateBus;
+using halvane::testing::runTool;
+using halvane::testing::SpawnedProcess;
+using halvane::testing::stationWords;
+using halvane::testing::TemporaryFolder;
+using halvane::testing::WireData;
+using halvane::testing::WireMessage;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace {
+
+constexpr const char kName[] = "org.halvane.halvaned";
+
+// Statuses of docs/protocol.md, and of docs/hosting.md.
+enum Status {
+    kUnknownInterface = 3,
+    kBadConfiguration = 4,
+    kUnknownConfiguration = 5,
+    kDisabled = 6,
+    kWrongRole = 7,
+    kNothingToStart = 8,
+    kNotSaved = 100,
+    kHostapdFailed = 102,
+    kTooMany = 103,
+};
+
+WireData configuration(const std::string& name) {
+    const std::string text =
+        runTool({"config", "--format=plist", "--wpa2-enterprise", name}).output;
+    return {text.begin(), text.end()};
+}
+
+// A daemon for one interface, and its client.
+class Trial {
+  public:
+    explicit Trial(std::string interface) : interface_(std::move(interface)) {
+        write("users", kUsersFile);
+        set("");
+    }
+
+    // Replaces the settings, which count from the next start on.
+    void set(const std::string& more) {
+        settings_ = write("halvaned.conf", "driver = wired\ninterfaces = " + interface_ +
+                                               "\nruntime-folder = " + path("run") +
+                                               "\nstate-file = " + path("state/state.plist") +
+                                               "\neap-user-file = " + path("users") + '\n' + more);
+    }
+
+    void start() {
+        process_.emplace(words(), halvane::testing::StandardStreams{.errors = path("log")});
+        caller_.emplace(bus_.address());  // an earlier one remembers an earlier daemon
+        caller_->waitUntilOwned(kName);
+    }
+    std::vector<std::string> words() const {
+        return {HALVANE_DAEMON, "--config=" + settings_, "--foreground"};
+    }
+    int stop(int signal) {
+        const int status = process_->stop(signal);
+        caller_->waitUntilGone(kName);
+        return status;
+    }
+
+    std::int64_t request(const std::string& name, const std::string& network = {}) {
+        WireMessage message = command(name, interface_);
+        if (!network.empty()) message["bssconfig"] = configuration(network);
+        return caller_->request(message).status();
+    }
+    std::string list(const std::string& name, const std::string& key) {
+        return caller_->request(command(name)).text(key);
+    }
+
+    std::string path(const std::string& name) const { return folder_.path() / name; }
+    std::string write(const std::string& name, const std::string& text) const {
+        std::ofstream(path(name)) << text;
+        return path(name);
+    }
+    std::string read(const std::string& name) const {
+        std::ifstream file(path(name));
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    BusCaller& caller() { return *caller_; }
+    PrivateBus& bus() { return bus_; }
+    SpawnedProcess& process() { return *process_; }
+
+  private:
+    TemporaryFolder folder_;
+    PrivateBus bus_;
+    std::optional<BusCaller> caller_;
+    std::string interface_;
+    std::string settings_;
+    std::optional<SpawnedProcess> process_;
+};
+
+// --- Without a station: every system has this interface ---
+
+class HostingDaemon : public ::testing::Test {
+  protected:
+    void SetUp() override { trial_.start(); }
+
+    Trial trial_{"lo"};
+};
+
+TEST_F(HostingDaemon, ListsItsInterface) {
+    EXPECT_THAT(trial_.list("queryInterfaceList", "interfaces"), HasSubstr("<string>lo</string>"));
+    EXPECT_THAT(trial_.list("queryInterfaceList", "interfaces"), HasSubstr("<string>AP</string>"));
+    EXPECT_THAT(trial_.list("queryInterfaceList", "interfaces"),
+                HasSubstr("<string>wired</string>"));
+    EXPECT_EQ(trial_.caller().request(command("queryChannelList", "lo")).status(), 0);
+    EXPECT_EQ(trial_.caller().request(command("clientList")).status(), 0);
+}
+
+TEST_F(HostingDaemon, KnowsNoOtherInterface) {
+    for (const char* name :
+         {"queryChannelList", "queryBSSConfigList", "enable", "disable", "bssStart", "bssStop"}) {
+        EXPECT_EQ(trial_.caller().request(command(name, "wlan7")).status(), kUnknownInterface)
+            << name;
+    }
+}
+
+TEST_F(HostingDaemon, KeepsConfigurationsByTheirNames) {
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    EXPECT_EQ(trial_.request("configAdd", "Shed"), 0);
+    const std::string both = trial_.list("queryBSSConfigList", "configs");
+    EXPECT_THAT(both, HasSubstr("R2FyZGVu"));
+    EXPECT_EQ(both.find("R2FyZGVu"), both.rfind("R2FyZGVu"));
+    EXPECT_THAT(both, HasSubstr("U2hlZA=="));
+    EXPECT_EQ(trial_.request("configRemove", "Garden"), 0);
+    EXPECT_EQ(trial_.request("configRemove", "Garden"), kUnknownConfiguration);
+    EXPECT_THAT(trial_.list("queryBSSConfigList", "configs"), Not(HasSubstr("R2FyZGVu")));
+}
+
+TEST_F(HostingDaemon, RefusesWhatCannotStart) {
+    EXPECT_EQ(trial_.request("bssStart"), kNothingToStart);
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    EXPECT_EQ(trial_.request("disable"), 0);
+    EXPECT_EQ(trial_.request("bssStart"), kDisabled);
+    EXPECT_EQ(trial_.request("enable"), 0);
+    WireMessage role = command("role", "lo");
+    role["role"] = std::string("STA");
+    EXPECT_EQ(trial_.caller().request(role).status(), 0);
+    EXPECT_EQ(trial_.request("bssStart"), kWrongRole);
+    EXPECT_EQ(trial_.request("bssStop"), 0);
+}
+
+TEST_F(HostingDaemon, RefusesAConfigurationWithoutAName) {
+    WireMessage add = command("configAdd", "lo");
+    const std::string nameless = "<plist version=\"1.0\"><dict/></plist>";
+    add["bssconfig"] = WireData(nameless.begin(), nameless.end());
+    EXPECT_EQ(trial_.caller().request(add).status(), kBadConfiguration);
+}
+
+TEST_F(HostingDaemon, RemembersWhatItWasTold) {
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    EXPECT_EQ(trial_.request("disable"), 0);
+    trial_.stop(SIGKILL);
+    trial_.start();
+    EXPECT_THAT(trial_.list("queryBSSConfigList", "configs"), HasSubstr("R2FyZGVu"));
+    EXPECT_EQ(trial_.request("bssStart"), kDisabled);
+}
+
+TEST_F(HostingDaemon, KeepsKeysFromOthers) {
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    struct stat found = {};
+    ASSERT_EQ(::stat(trial_.path("state/state.plist").c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 0777U, 0600U);
+    ASSERT_EQ(::stat(trial_.path("run").c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 0777U, 0700U);
+}
+
+TEST_F(HostingDaemon, SetsADamagedStateAside) {
+    trial_.stop(SIGTERM);
+    std::filesystem::create_directories(trial_.path("state"));
+    trial_.write("state/state.plist", "nonsense");
+    trial_.start();
+    EXPECT_EQ(trial_.request("bssStart"), kNothingToStart);
+    EXPECT_EQ(trial_.read("state/state.plist.damaged"), "nonsense");
+    EXPECT_THAT(trial_.read("log"), HasSubstr("state.plist.damaged"));
+}
+
+TEST_F(HostingDaemon, AcknowledgesNothingThatItCannotSave) {
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    // A folder in the place of the file that the state is first written to.
+    std::filesystem::create_directories(trial_.path("state/state.plist.new/x"));
+    EXPECT_EQ(trial_.request("configAdd", "Shed"), kNotSaved);
+    EXPECT_THAT(trial_.list("queryBSSConfigList", "configs"), Not(HasSubstr("U2hlZA==")));
+    std::filesystem::remove_all(trial_.path("state/state.plist.new"));
+    EXPECT_EQ(trial_.request("configAdd", "Shed"), 0);
+}
+
+TEST_F(HostingDaemon, SaysThatHostapdCannotBeStarted) {
+    trial_.stop(SIGTERM);
+    trial_.set("hostapd = " + trial_.path("nowhere") + '\n');
+    trial_.start();
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    EXPECT_EQ(trial_.request("bssStart"), kHostapdFailed);
+    EXPECT_THAT(trial_.read("log"), HasSubstr("nowhere"));
+    EXPECT_EQ(trial_.request("configRemove", "Garden"), 0);
+}
+
+TEST_F(HostingDaemon, TakesSettingsAgainAtSIGHUP) {
+    trial_.set("configurations = 1\n");
+    trial_.process().send(SIGHUP);
+    // Signals come to the loop in any order with requests; the first configuration may be added
+    // in any case.
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+    while (trial_.read("log").find("read the settings again") == std::string::npos) {
+        EXPECT_EQ(trial_.request("enable"), 0);
+    }
+    EXPECT_EQ(trial_.request("configAdd", "Shed"), kTooMany);
+    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
+}
+
+TEST_F(HostingDaemon, LetsNoClientWriteFiles) {
+    const std::string target = trial_.path("owned");
+    for (const std::string& control :
+         {"WiFi:output=file;path=" + target, std::string("WiFi:output=callback;func=0x1;arg=0x1"),
+          "WiFi:OUTPUT=FILE;path=" + target, "WiFi:level=info,WiFi:output=file;path=" + target,
+          std::string("+WiFi:level=all")}) {
+        WireMessage logging = command("logging");
+        logging["WiFi"] = control;
+        EXPECT_EQ(trial_.caller().request(logging).status(), 2) << control;
+    }
+    EXPECT_FALSE(std::filesystem::exists(target));
+    WireMessage logging = command("logging");
+    logging["WiFiScan"] = std::string("WiFiScan:level=trace,WiFiScan:output=file;stderr");
+    EXPECT_EQ(trial_.caller().request(logging).status(), 0);
+}
+
+TEST_F(HostingDaemon, RunsOnce) {
+    OutputPipe errors;
+    SpawnedProcess second(trial_.words(), {.errors = errors.writer()});
+    errors.closeWriter();
+    EXPECT_THAT(errors.readLine(), HasSubstr("is there already: another daemon runs"));
+    EXPECT_EQ(second.wait(), 1);
+}
+
+TEST_F(HostingDaemon, EndsBySignalsAndWithTheBus) {
+    EXPECT_EQ(trial_.stop(SIGTERM), 0);
+    trial_.start();
+    EXPECT_EQ(trial_.stop(SIGINT), 0);
+    trial_.start();
+    trial_.bus().kill();
+    EXPECT_EQ(trial_.process().wait(), 1);
+}
+
+TEST(HostingDaemonOptions, RefusesWhatItCannotUse) {
+    const TemporaryFolder folder;
+    const auto run = [](const std::string& word) {
+        return halvane::testing::runProgram({HALVANE_DAEMON, "--foreground", word});
+    };
+    EXPECT_EQ(run("--config=" + (folder.path() / "nowhere").string()).status, 1);
+    EXPECT_EQ(run("--nonsense").status, 2);
+    EXPECT_EQ(run("wlan0").status, 2);
+    EXPECT_EQ(run("--help").status, 0);
+    EXPECT_EQ(run("--version").status, 0);
+}
+
+// --- With a station, at the other end of a cable ---
+
+class HostingDaemonTrial : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (hostapdPath().empty()) GTEST_SKIP() << "hostapd is not installed";
+        if (::access(kStationProgram, X_OK) != 0) GTEST_SKIP() << "wpa_supplicant is not installed";
+        if (!isTrueInChild([] { return enterPrivateNetwork() && layCable(); })) {
+            GTEST_SKIP() << "this system has no network namespaces or no cables for tests";
+        }
+    }
+};
+
+class Station {
+  public:
+    explicit Station(const Trial& trial)
+        : process_(stationWords(trial.write("station", kStationFile)),
+                   {.output = trial.path("station-log")}) {}
+
+  private:
+    SpawnedProcess process_;
+};
+
+void subscribe(Trial& trial) {
+    EXPECT_EQ(trial.caller().request({{"command", "subscribe"}, {"notifyAP", true}}).status(), 0);
+}
+
+TEST_F(HostingDaemonTrial, HostsAStationUntilItIsStopped) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        subscribe(trial);
+        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        {
+            const Station station(trial);
+            EXPECT_THAT(
+                trial.caller().nextEvents(2),
+                ElementsAre("joined cable0 020000000001", "authorized cable0 020000000001"));
+            EXPECT_THAT(trial.list("clientList", "clients"),
+                        HasSubstr("<key>isAssociated</key>\n\t\t<true/>"));
+        }
+        EXPECT_EQ(trial.request("bssStop"), 0);
+        EXPECT_THAT(trial.caller().nextEvents(1), ElementsAre("left cable0 020000000001"));
+        EXPECT_THAT(trial.list("clientList", "clients"),
+                    HasSubstr("<key>isAssociated</key>\n\t\t<false/>"));
+        EXPECT_EQ(trial.stop(SIGTERM), 0);
+    });
+}
+
+TEST_F(HostingDaemonTrial, HostsAgainAfterItWasKilled) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        trial.stop(SIGKILL);
+        trial.start();
+        // It waits for the network that the daemon starts by itself.
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        subscribe(trial);
+        const Station station(trial);
+        EXPECT_THAT(trial.caller().nextEvents(2),
+                    ElementsAre("joined cable0 020000000001", "authorized cable0 020000000001"));
+        EXPECT_EQ(trial.stop(SIGTERM), 0);
+        // Nothing is left.
+        EXPECT_FALSE(std::filesystem::exists(trial.path("run/cable0.conf")));
+    });
+}
+
+TEST_F(HostingDaemonTrial, RemovesTheNetworkOfAConfiguration) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        EXPECT_TRUE(std::filesystem::exists(trial.path("run/cable0.conf")));
+        EXPECT_EQ(trial.request("configRemove", "Garden"), 0);
+        EXPECT_FALSE(std::filesystem::exists(trial.path("run/cable0.conf")));
+        EXPECT_EQ(trial.request("bssStart"), kNothingToStart);
+    });
+}
+
+}  // namespace
