@@ -84,11 +84,8 @@ Networks::Hosting& Networks::hostingOf(const std::string& interface) {
 
 void Networks::start(const std::string& interface, const HostapdPlan& plan, Host::Done done) {
     Hosting& hosting = hostingOf(interface);
-    const Host::State state = hosting.host->state();
     const bool isStarting = !hosting.waiting.empty();
-    if (!isStarting && (state == Host::State::Ready || state == Host::State::Failing)) {
-        return done({});
-    }
+    if (!isStarting && hosting.host->state() == Host::State::Ready) return done({});
     hosting.waiting.push_back(std::move(done));
     if (isStarting) return;
     hosting.plan = plan;

@@ -49,8 +49,9 @@ class Networks {
     // runtime folder ends first.
     void open();
 
-    // Starts hosting, once what the interface hosts has ended. If it hosts already, or is about to,
-    // the plan is not used, and `done` learns how that turns out.
+    // Starts hosting, and calls `done` when that is done or has failed. If the interface hosts
+    // already, or a start is under way, the plan is not used, and `done` learns how that turns out.
+    // An interface that comes back after a failure is started anew.
     void start(const std::string& interface, const HostapdPlan& plan, Host::Done done);
 
     // Ends hosting. `done` is called when nothing runs.
