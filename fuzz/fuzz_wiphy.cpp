@@ -13,6 +13,7 @@
 #include "fuzz/byte_source.h"
 #include "fuzz/netlink_source.h"
 #include "fuzz/require.h"
+#include "tools/halvane/input/nl80211_message.h"
 #include "tools/halvaned/radio/device_list.h"
 #include "tools/halvaned/radio/device_records.h"
 #include "tools/halvaned/radio/radio.h"

@@ -19,8 +19,6 @@ namespace halvane::tool {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 // The frames between two reports of progress.
 constexpr std::uint64_t kFramesAtOnce = 1024;
 
@@ -189,8 +187,8 @@ class ParallelSurvey {
 // Whether the file gives its octets once, as standard input and pipes do.
 bool isReadOnce(const std::string& path) {
     std::error_code ignored;
-    const fs::file_status status = fs::status(path, ignored);
-    return path == "-" || (fs::exists(status) && !fs::is_regular_file(status));
+    const auto status = std::filesystem::status(path, ignored);
+    return path == "-" || (exists(status) && !is_regular_file(status));
 }
 
 }  // namespace

@@ -81,6 +81,7 @@ int failureIn(const FileDescriptor& stream) {
 
 int spawn(std::vector<std::string>& words, const FileDescriptor& output, pid_t& process) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     Pipe failure;

@@ -60,7 +60,7 @@ ControlSocket::ControlSocket(sd_event* loop, std::uint64_t timeout, Handlers han
     : loop_(loop), timeout_(timeout), handlers_(std::move(handlers)) {}
 
 Result<std::unique_ptr<ControlSocket>, std::string> ControlSocket::connect(sd_event* loop,
-                                                                           Paths paths,
+                                                                           const Paths& paths,
                                                                            std::uint64_t timeout,
                                                                            Handlers handlers) {
     std::unique_ptr<ControlSocket> made(new ControlSocket(loop, timeout, std::move(handlers)));

@@ -51,7 +51,8 @@ class ControlSocket {
 
     // Returns a sentence if there is no such server (yet). `timeout`, in microseconds, is the time
     // for each reply. After it the connection is lost: a late reply would be taken for another.
-    static Result<std::unique_ptr<ControlSocket>, std::string> connect(sd_event* loop, Paths paths,
+    static Result<std::unique_ptr<ControlSocket>, std::string> connect(sd_event* loop,
+                                                                       const Paths& paths,
                                                                        std::uint64_t timeout,
                                                                        Handlers handlers);
     ControlSocket(const ControlSocket&) = delete;

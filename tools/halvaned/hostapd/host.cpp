@@ -11,6 +11,7 @@
 #include "halvane/base/escaped_text.h"
 
 #include "tools/halvane/config/configured_security.h"
+#include "tools/halvaned/driver.h"
 #include "tools/halvaned/hostapd/control_message.h"
 
 namespace halvane::hosting {
@@ -408,7 +409,7 @@ std::vector<StationChange> Host::stationsLeave() {
 
 // --- Requests ---
 
-void Host::kick(const MacAddress& address, Done done) {
+void Host::kick(const MacAddress& address, const Done& done) {
     if (state_ != State::Ready) return done(failure(Kind::NotReady, "hostapd hosts nothing."));
     const auto found = std::ranges::find_if(
         links_, [&](const auto& link) { return link->stations.setKicked(address, true); });

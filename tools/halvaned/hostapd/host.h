@@ -111,7 +111,7 @@ class Host {
     void stations(StationsDone done);
 
     // Sends a station away. The change is told before `done`, since hostapd tells it first.
-    void kick(const MacAddress& address, Done done);
+    void kick(const MacAddress& address, const Done& done);
 
   private:
     struct Link;

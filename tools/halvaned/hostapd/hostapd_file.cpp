@@ -27,7 +27,6 @@ using Configuration = HalvaneBSSConfig;
 using Value = std::optional<std::string>;
 using Sentences = std::vector<std::string>;
 using tool::allowsSAE;
-using tool::encrypts;
 using tool::ExportGap;
 using tool::ExportLine;
 using tool::ExportSection;

@@ -23,6 +23,7 @@
 #include "halvane/service/daemon_server.h"
 #include "halvane/utils/log.h"
 
+#include "tools/halvaned/driver.h"
 #include "tools/halvaned/hostapd/event_source.h"
 #include "tools/halvaned/hostapd/host.h"
 #include "tools/halvaned/hostapd/predecessor.h"

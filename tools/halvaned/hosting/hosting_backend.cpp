@@ -1,6 +1,7 @@
 #include "tools/halvaned/hosting/hosting_backend.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <utility>
 

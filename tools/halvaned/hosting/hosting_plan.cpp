@@ -12,6 +12,7 @@
 #include "halvane/platform/os/file_internal.h"
 
 #include "tools/halvaned/hosting/channel_choice.h"
+#include "tools/halvaned/radio/radio.h"
 
 namespace halvane::hosting {
 

@@ -7,6 +7,7 @@
 
 #include "halvane/utils/scan_time.h"
 
+#include "tools/halvaned/hostapd/hosted_stations.h"
 #include "tools/halvaned/hosting/daemon_logging.h"
 
 namespace halvane::hosting {

@@ -1,6 +1,7 @@
 #include "tools/halvaned/hosting/station_book.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"

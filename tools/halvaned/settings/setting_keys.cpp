@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "tools/halvane/input/interface_facts.h"
+#include "tools/halvaned/driver.h"
 
 namespace halvane::hosting {
 

@@ -14,6 +14,7 @@
 #include "halvane/base/status.h"
 #include "halvane/platform/os/file_internal.h"
 
+#include "tools/halvaned/driver.h"
 #include "tools/halvaned/settings/setting_keys.h"
 
 namespace halvane::hosting {
