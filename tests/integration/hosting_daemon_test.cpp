@@ -253,7 +253,7 @@ TEST_F(HostingDaemon, LetsNoClientWriteFiles) {
     for (const std::string& control :
          {"WiFi:output=file;path=" + target, std::string("WiFi:output=callback;func=0x1;arg=0x1"),
           "WiFi:OUTPUT=FILE;path=" + target, "WiFi:level=info,WiFi:output=file;path=" + target,
-          std::string("+WiFi:level=all")}) {
+          std::string("+WiFi:level=all"), std::string("a1:level=all"), std::string("WiFi:a1=1")}) {
         WireMessage logging = command("logging");
         logging["WiFi"] = control;
         EXPECT_EQ(trial_.caller().request(logging).status(), 2) << control;

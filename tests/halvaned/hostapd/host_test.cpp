@@ -319,6 +319,23 @@ TEST_F(HostTest, StopsAtEachStepOfAStart) {
     }
 }
 
+TEST_F(HostTest, StaysStoppedWhenAnAnswerComesLate) {
+    settings_.endTimeout = 50'000;
+    play("stubborn\n");
+    PlayedNetwork& network = serve();
+    network.replies["STA-FIRST"] = std::nullopt;
+    start(planOf(openNetwork()));
+    loop_.runUntil([&] {
+        const auto& requests = network.server().requests();
+        return !requests.empty() && requests.back() == "STA-FIRST";
+    });
+    host().stop([this](auto) { told_.push_back("stopped"); });
+    network.server().send("FAIL\n");
+    runUntilTold("stopped");
+    EXPECT_EQ(told_, (Texts{"refused", "stopped"}));
+    EXPECT_EQ(host().state(), State::Idle);
+}
+
 TEST_F(HostTest, EndsWhoIgnoresThat) {
     settings_.endTimeout = 1000;
     play("stubborn\n");
@@ -631,6 +648,20 @@ TEST_F(HostTest, TellsWhoLeavesWhenItIsStopped) {
     runUntilCount(5);
     EXPECT_EQ(Texts(told_.begin() + 3, told_.end()),
               (Texts{"stopped", "left 02:00:00:00:00:01 wlan0"}));
+}
+
+TEST_F(HostTest, TellsWhoLeavesBeforeWhatComesAfterwards) {
+    serve().flags[addressText(1)] = "[AUTH][ASSOC][AUTHORIZED]";
+    startAndWait(planOf(openNetwork()));
+    runUntilCount(3);
+    host().stop([this](auto) {
+        told_.push_back("stopped");
+        start(planOf(openNetwork()));
+    });
+    runUntilCount(8);
+    EXPECT_EQ(Texts(told_.begin() + 3, told_.end()),
+              (Texts{"stopped", "left 02:00:00:00:00:01 wlan0", "started",
+                     "joined 02:00:00:00:00:01 wlan0", "authorized 02:00:00:00:00:01 wlan0"}));
 }
 
 }  // namespace

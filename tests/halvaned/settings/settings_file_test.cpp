@@ -151,6 +151,19 @@ TEST(Settings, TellWhichKeysNeedARestart) {
     EXPECT_THAT(changes.applied, ElementsAre("country", "stations"));
 }
 
+TEST(Settings, KeepWhatNeedsARestart) {
+    Settings before;
+    before.interfaces = {"eth0"};
+    Settings after;
+    after.driver = Driver::Wired;
+    after.runtimeFolder = "/tmp/other";
+    after.hostapd = "/tmp/hostapd";
+    after.stations = 5;
+    Settings expected = before;
+    expected.stations = 5;
+    EXPECT_EQ(settingsWithoutRestart(before, after), expected);
+}
+
 // Every field has a key: settings with other values than the defaults differ in all of them.
 TEST(SettingKeys, WriteWhatTheyRead) {
     Settings all;

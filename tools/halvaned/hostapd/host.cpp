@@ -170,7 +170,7 @@ void Host::look() {
     if (next != links_.begin() && !isEnabled_) return;  // the others have no socket until then
     if (next == links_.end()) {
         return walk([this](const auto& stations) {
-            if (stations) becomeReady();
+            if (stations && state_ == State::Starting) becomeReady();
         });
     }
     if (connect(**next)) return attach(**next);
@@ -219,6 +219,7 @@ void Host::becomeReady() {
     startTimer_.reset();
     state_ = State::Ready;
     hasBeenReady_ = true;
+    tellsStations_ = true;
     firstLines_.clear();
     steadyTimer_ = timerOf<&Host::becomeSteady>(loop_, settings_.steadyTime, this);
     pingTimer_ = timerOf<&Host::ping>(loop_, settings_.pingInterval, this);
@@ -261,7 +262,10 @@ void Host::childEnded(const ChildEnd& end) {
     const auto kind = failure_.empty() ? Kind::Refused : Kind::NoAnswer;
     const auto started = std::exchange(started_, {});
     const auto stopped = std::exchange(stopped_, {});
+    // Of stations that were never told nothing is told.
     const auto changes = stationsLeave();
+    const bool wereTold = std::exchange(tellsStations_, false);
+    early_.clear();
     if (before == State::Ending || !hasBeenReady_) {
         becomeIdle();
     } else {
@@ -271,7 +275,9 @@ void Host::childEnded(const ChildEnd& end) {
     closeLinks();
     if (started) started(failure(kind, reason));
     for (const Done& done : stopped) done({});
-    if (before != State::Starting) tellAll(changes);
+    // Now, even if one of these has started hosting again.
+    if (!wereTold || !handlers_.station) return;
+    for (const StationChange& change : changes) handlers_.station(change);
 }
 
 std::string Host::reasonFor(const ChildEnd& end) const {

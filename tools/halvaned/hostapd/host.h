@@ -178,6 +178,7 @@ class Host {
     bool isEnabled_ = false;               // hostapd says so
     bool seeksChannel_ = false;            // hostapd says so
     bool hasBeenReady_ = false;            // since start()
+    bool tellsStations_ = false;           // of this hostapd: it has been ready
     std::uint64_t pause_ = 0;              // before the next start
     Done started_;
     std::vector<Done> stopped_;

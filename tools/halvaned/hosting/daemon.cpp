@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <sys/epoll.h>
@@ -105,6 +106,7 @@ class Daemon {
     std::unique_ptr<Predecessor> predecessor_;
     std::vector<EventSourcePointer> sources_;
     EventSourcePointer patience_;
+    bool isOpen_ = false;  // whether it hosts
     bool isEnding_ = false;
     int status_ = EXIT_SUCCESS;
 };
@@ -112,6 +114,8 @@ class Daemon {
 // Nothing of an earlier daemon runs any more.
 void Daemon::open(std::size_t ended) {
     if (ended > 0) logNotice("ended what an earlier daemon had left");
+    if (isEnding_) return;
+    isOpen_ = true;
     backend_->open();
     ::sd_notify(0, "READY=1");
     logNotice("ready");
@@ -210,20 +214,21 @@ int Daemon::devicesChanged(sd_event_source*, int, std::uint32_t, void* data) {
 }
 
 void Daemon::readSettingsAgain() {
-    ::sd_notify(0, "RELOADING=1");
+    if (isEnding_) return;
+    if (isOpen_) ::sd_notify(0, "RELOADING=1");
     LogReopen();
     if (auto settings = settingsOf(options_)) {
         const ChangedSettings changes = changesBetween(settings_, *settings);
         for (const auto key : changes.needRestart) {
             logNotice(std::string(key) + " counts when the daemon is started again.");
         }
-        settings_ = *std::move(settings);
+        settings_ = settingsWithoutRestart(settings_, *std::move(settings));
         backend_->setSettings(settings_);
         logNotice("read the settings again");
     } else {
         logError(settings.error() + " The settings stay as they were.");
     }
-    ::sd_notify(0, "READY=1");
+    if (isOpen_) ::sd_notify(0, "READY=1");
 }
 
 void Daemon::end(int status) {
@@ -242,7 +247,11 @@ void Daemon::giveUpOnHosts() {
 
 }  // namespace
 
-int runDaemon(const DaemonOptions& options) {
+int runDaemon(DaemonOptions options) {
+    // In the background the process is in another folder.
+    if (!options.settingsFile.empty()) {
+        options.settingsFile = std::filesystem::absolute(options.settingsFile).string();
+    }
     auto settings = settingsOf(options);
     if (!settings) {
         std::fprintf(stderr, "halvaned: %s\n", settings.error().c_str());

@@ -15,7 +15,7 @@ struct DaemonOptions {
 // Runs until SIGTERM or SIGINT arrives, the bus is gone, or the daemon cannot run, and returns the
 // exit status: EXIT_SUCCESS after a signal. SIGHUP reads the settings again, and reopens the files
 // of the log. REQUIRES: the process has one thread.
-int runDaemon(const DaemonOptions& options);
+int runDaemon(DaemonOptions options);
 
 }  // namespace halvane::hosting
 

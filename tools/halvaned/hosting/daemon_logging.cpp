@@ -2,35 +2,41 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
-#include "halvane/utils/strings.h"
 
 namespace halvane::hosting {
 
 namespace {
 
+constexpr std::array<std::string_view, 4> kNames = {"level", "flags", "rate", "output"};
+constexpr std::size_t kLongestValue = 256;
 constexpr std::array<std::string_view, 6> kOutputs = {
     "console", "file", "file;stderr", "file;stdout", "syslog", "file;path=/var/log/halvaned.log",
 };
 
-bool isOutput(std::string_view name) {
-    constexpr const char* kOutput = "output";
-    return strnicmpx(name.data(), name.size(), kOutput) == 0;
+template <typename Texts>
+bool isAmong(const Texts& texts, std::string_view text) {
+    return std::ranges::find(texts, text) != std::ranges::end(texts);
 }
 
-// An entry is "pattern:name=value"; halvane/utils/log.h has the whole of it.
+// An entry is "pattern:name=value"; halvane/utils/log.h has the whole of it. The logging system
+// keeps each pattern and name for good, so there must be few.
 bool isHarmlessEntry(std::string_view entry) {
     const auto colon = entry.find(':');
     if (colon == entry.npos) return false;
     const auto equals = entry.find('=', colon);
     if (equals == entry.npos) return false;
-    if (!isOutput(entry.substr(colon + 1, equals - colon - 1))) return true;
-    return std::ranges::find(kOutputs, entry.substr(equals + 1)) != kOutputs.end();
+    const auto pattern = entry.substr(0, colon);
+    const auto name = entry.substr(colon + 1, equals - colon - 1);
+    const auto value = entry.substr(equals + 1);
+    if (!isAmong(kDaemonLogCategories, pattern) || !isAmong(kNames, name)) return false;
+    return name == "output" ? isAmong(kOutputs, value) : value.size() <= kLongestValue;
 }
 
 bool isHarmless(std::string_view control) {

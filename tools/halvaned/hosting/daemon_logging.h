@@ -23,9 +23,10 @@ void logError(std::string_view line);
 
 class DaemonLogging : public LogSettings {
   public:
-    // Clients choose levels, flags, rates, and one of the outputs that no client can misuse: the
-    // console, a standard stream, the system's log, or the daemon's own file. BadRequest for any
-    // other output, which could replace a file or call any address as the daemon's user, and for
+    // Patterns are the names of categories. Clients choose levels, flags, rates, and one of the
+    // outputs that no client can misuse: the console, a standard stream, the system's log, or the
+    // daemon's own file. BadRequest for any other output, which could replace a file or call any
+    // address as the daemon's user, and for
     // '+', which would keep the settings in the preferences of that user.
     DaemonStatus apply(const DaemonLogControls& controls) override;
 

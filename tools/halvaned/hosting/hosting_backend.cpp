@@ -102,10 +102,13 @@ void HostingBackend::updateDevices() {
 
 void HostingBackend::take(const DeviceUpdate& update) {
     for (const std::string& fault : update.faults) logError(fault);
+    using Kind = DeviceChange::Kind;
     for (const DeviceChange& change : update.changes) {
-        using Kind = DeviceChange::Kind;
         if (change.kind == Kind::Went) networks_.stop(change.interface, [] {});
         if (change.kind == Kind::Renamed) networks_.stop(change.formerName, [] {});
+    }
+    // Names may have changed places, so this comes behind all ends.
+    for (const DeviceChange& change : update.changes) {
         if (change.kind == Kind::Came || change.kind == Kind::Renamed) resume(change.interface);
     }
 }
@@ -268,6 +271,8 @@ void HostingBackend::started(const std::string& interface, const Result<void, Ho
         logError(interface + ": " + result.error().text);
         return answer(reply, statusOf(result.error()));
     }
+    // Another who waited for the same start may have failed to save it.
+    if (!networks_.isUp(interface)) return answer(reply, kStopped);
     InterfaceState state = saved_.of(interface);
     state.isStarted = true;
     if (saved_.set(interface, std::move(state))) return reply({});

@@ -15,7 +15,7 @@ inline constexpr auto kCannotHost = static_cast<DaemonStatus>(kFirstOwnStatus + 
 inline constexpr auto kHostapdFailed = static_cast<DaemonStatus>(kFirstOwnStatus + 2);
 // The interface has as many configurations as the settings allow.
 inline constexpr auto kTooManyConfigurations = static_cast<DaemonStatus>(kFirstOwnStatus + 3);
-// Another request stopped the network before it was ready.
+// The network was stopped before it was ready: by another request, or by the daemon's end.
 inline constexpr auto kStopped = static_cast<DaemonStatus>(kFirstOwnStatus + 4);
 
 }  // namespace halvane::hosting

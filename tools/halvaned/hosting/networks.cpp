@@ -32,6 +32,10 @@ class Countdown {
     const std::function<void()> done_;
 };
 
+HostError stoppedMeanwhile() {
+    return {.kind = HostError::Kind::Stopped, .text = "The network was stopped meanwhile."};
+}
+
 std::int64_t channelOf(const HostapdPlan& plan) {
     const std::int64_t configured =
         plan.networks.empty() ? 0 : plan.networks.front().configuration.channel();
@@ -84,6 +88,7 @@ Networks::Hosting& Networks::hostingOf(const std::string& interface) {
 }
 
 void Networks::start(const std::string& interface, const HostapdPlan& plan, Host::Done done) {
+    if (isClosed_) return done(Unexpected(stoppedMeanwhile()));
     Hosting& hosting = hostingOf(interface);
     const bool isStarting = !hosting.waiting.empty();
     if (!isStarting && hosting.host->state() == Host::State::Ready) return done({});
@@ -122,12 +127,13 @@ void Networks::stop(const std::string& interface, std::function<void()> done) {
     const auto found = hostings_.find(interface);
     if (found == hostings_.end()) return done();
     if (found->second.isQueued) {
-        finishStart(interface, Unexpected(HostError{.kind = HostError::Kind::Stopped}));
+        finishStart(interface, Unexpected(stoppedMeanwhile()));
     }
     found->second.host->stop([done = std::move(done)](const auto&) { done(); });
 }
 
 void Networks::stopAll(const std::function<void()>& done) {
+    isClosed_ = true;
     const auto countdown = std::make_shared<Countdown>(done);
     for (const auto& [interface, hosting] : hostings_) {
         countdown->add();

@@ -56,6 +56,7 @@ class Networks {
 
     // Ends hosting. `done` is called when nothing runs.
     void stop(const std::string& interface, std::function<void()> done);
+    // The same for all interfaces. Nothing starts after that.
     void stopAll(const std::function<void()>& done);
 
     // All stations of all networks, with what hostapd tells of them now. A network that does not
@@ -82,6 +83,7 @@ class Networks {
     const Told told_;
     StationBook book_;
     bool isOpen_ = false;
+    bool isClosed_ = false;
     std::map<std::string, Hosting> hostings_;
 };
 

@@ -129,7 +129,7 @@ constexpr SettingKey kKeys[] = {
     {"driver", "nl80211 or wired", true, readDriver, writeDriver},
     {"interfaces", "names of interfaces with blanks between, each once", true, readInterfaces,
      writeInterfaces},
-    {"hostapd", kPath, false, readPath<&Settings::hostapd>, write<&Settings::hostapd>},
+    {"hostapd", kPath, true, readPath<&Settings::hostapd>, write<&Settings::hostapd>},
     {"runtime-folder", "a path of at most 64 bytes that begins with '/'", true, readRuntimeFolder,
      write<&Settings::runtimeFolder>},
     {"state-file", kPath, true, readPath<&Settings::stateFile>, write<&Settings::stateFile>},

@@ -13,4 +13,11 @@ ChangedSettings changesBetween(const Settings& before, const Settings& after) {
     return changes;
 }
 
+Settings settingsWithoutRestart(const Settings& before, Settings after) {
+    for (const SettingKey& key : settingKeys()) {
+        if (key.needsRestart) key.read(key.write(before), after);
+    }
+    return after;
+}
+
 }  // namespace halvane::hosting

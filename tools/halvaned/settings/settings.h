@@ -45,6 +45,9 @@ struct ChangedSettings {
 };
 ChangedSettings changesBetween(const Settings& before, const Settings& after);
 
+// The later settings, as far as they count without a restart of the daemon.
+Settings settingsWithoutRestart(const Settings& before, Settings after);
+
 }  // namespace halvane::hosting
 
 #endif
