@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 
 #include "halvane/base/status.h"
@@ -22,7 +23,7 @@ constexpr std::array<std::string_view, 6> kOutputs = {
 
 template <typename Texts>
 bool isAmong(const Texts& texts, std::string_view text) {
-    return std::ranges::find(texts, text) != std::ranges::end(texts);
+    return std::find(std::begin(texts), std::end(texts), text) != std::end(texts);
 }
 
 // An entry is "pattern:name=value"; halvane/utils/log.h has the whole of it. The logging system
