@@ -13,6 +13,7 @@
 #include "halvane/model/device.h"
 #include "halvane/model/interface_builder.h"
 #include "halvane/regulatory/channel.h"
+#include "halvane/service/hosting_rules_internal.h"
 
 namespace halvane::sim {
 

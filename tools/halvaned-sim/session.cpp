@@ -77,7 +77,7 @@ class Session {
 
     const SessionOptions& options_;
     const BlockedSignals signals_;
-    const EventPointer event_ = newEventLoop();
+    const EventPointer event_ = madeEventLoop();
     std::unique_ptr<PrivateBus> privateBus_;
     Simulation simulation_;
     SimulatedBackend backend_{simulation_.world};

@@ -6,29 +6,18 @@
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/model/interface_builder.h"
-#include "halvane/platform/plist/xml_property_list.h"
+#include "halvane/service/hosting_rules_internal.h"
 #include "halvane/utils/scan_time.h"
-#include "halvane/utils/text/compare.h"
 
 namespace halvane::sim {
 
 namespace {
-
-constexpr std::size_t kLongestSSID = 32;
 
 // IEEE 802.11-2020, 9.4.1.7: deauthenticated because the sender is leaving the network.
 constexpr std::uint64_t kReasonLeaving = 3;
 
 std::uint64_t now() {
     return UpTicksToMicroseconds(UpTicks());
-}
-
-bool isHostRole(const std::string& role) {
-    return strnicmpx(role.data(), role.size(), kHostRole) == 0;
-}
-
-bool isRole(const std::string& role) {
-    return !role.empty() && xmlPropertyList(role).has_value();
 }
 
 // A station without any known properties.
@@ -58,10 +47,6 @@ std::int64_t hostChannel(const SimulatedInterface& interface) {
 }
 
 }  // namespace
-
-bool isUsable(const HalvaneBSSConfig& config) {
-    return config.ssid() && !config.ssid()->empty() && config.ssid()->size() <= kLongestSSID;
-}
 
 World::World(std::vector<HalvaneDevice> devices, std::vector<SimulatedInterface> interfaces)
     : devices_(std::move(devices)), interfaces_(std::move(interfaces)) {
@@ -95,7 +80,7 @@ std::size_t World::newStationsOf(const SimulatedInterface& interface) const {
 DaemonStatus World::addConfig(std::string_view name, const HalvaneBSSConfig& config) {
     SimulatedInterface* const interface = find(name);
     if (interface == nullptr) return DaemonStatus::UnknownInterface;
-    if (!isUsable(config)) return DaemonStatus::BadConfiguration;
+    if (!hasUsableSSID(config)) return DaemonStatus::BadConfiguration;
     interface->configs.put(config);
     return DaemonStatus::Done;
 }

@@ -37,9 +37,6 @@ inline constexpr std::size_t kLargestStationsInRange = 8 << 20;
 // The deauthReason() of a station that was never sent away, and never left.
 inline constexpr std::uint64_t kReasonNone = 0;
 
-// The role in which an interface hosts a BSS, in any case.
-inline constexpr const char kHostRole[] = "AP";
-
 struct SimulatedInterface {
     HalvaneInterface record;
     bool isEnabled = true;
@@ -49,9 +46,6 @@ struct SimulatedInterface {
 
     const std::string& name() const { return *record.ifName(); }
 };
-
-// Whether the configuration has an SSID that can distinguish it from others.
-bool isUsable(const HalvaneBSSConfig& config);
 
 class World {
   public:

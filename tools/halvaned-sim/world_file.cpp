@@ -19,6 +19,7 @@
 #include "halvane/model/interface.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"
+#include "halvane/service/hosting_rules_internal.h"
 
 #include "tools/halvaned-sim/record_check.h"
 
@@ -211,7 +212,7 @@ class Reader {
         for (std::size_t i = 0; i < interfaces_.size(); ++i) {
             Distinct<ByteBuffer> names(lists.at(interfaces_[i].name()), "SSID");
             for (const HalvaneBSSConfig& config : configs_[i]) {
-                if (!isUsable(config)) return names.refuse("does not have 1 to 32 bytes");
+                if (!hasUsableSSID(config)) return names.refuse("does not have 1 to 32 bytes");
                 if (auto added = names.add(*config.ssid()); !added) return added;
                 interfaces_[i].configs.put(config);
             }

@@ -12,6 +12,7 @@
 #include <systemd/sd-event.h>
 
 #include "halvane/base/result.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/pointers_internal.h"
 #include "halvane/platform/bus/service_names_internal.h"
@@ -101,10 +102,6 @@ class ServiceHost {
     void restartSoon();
 
   private:
-    struct SourceReleaser {
-        void operator()(sd_event_source* source) const { ::sd_event_source_disable_unref(source); }
-    };
-
     Result<void, std::string> join();
     void leave();
     Result<void, std::string> publish();
@@ -120,7 +117,7 @@ class ServiceHost {
     const ServiceNames names_;
     const Handlers handlers_;
     BusPointer bus_;
-    std::unique_ptr<sd_event_source, SourceReleaser> restart_;
+    EventSourcePointer restart_;
 };
 
 }  // namespace halvane

@@ -325,11 +325,11 @@ TEST(HostapdFile, KnowsNamesOfDrivers) {
 
 TEST(HostapdFile, KnowsNamesOfInterfaces) {
     for (const char* name : {"w", "wlan0", "wlan0_15", "fifteenlettersx"}) {
-        EXPECT_TRUE(isInterfaceName(name)) << name;
+        EXPECT_TRUE(isHostableName(name)) << name;
     }
     for (const char* name :
-         {"", "sixteenlettersxx", ".", "..", "a/b", "a b", "a\n", "caf\xC3\xA9"}) {
-        EXPECT_FALSE(isInterfaceName(name)) << name;
+         {"", "sixteenlettersxx", ".", "..", "a/b", "a b", "a\n", "a:1", "caf\xC3\xA9"}) {
+        EXPECT_FALSE(isHostableName(name)) << name;
     }
 }
 

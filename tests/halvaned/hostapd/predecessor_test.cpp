@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
@@ -123,6 +124,13 @@ TEST_F(PredecessorTest, LeavesProcessesAloneThatNoFileNames) {
         EXPECT_EQ(end(1000), 0U) << text;
     }
     EXPECT_EQ(::kill(child_->process(), 0), 0);
+}
+
+TEST_F(PredecessorTest, KnowsTheInterfacesThatHostapdMade) {
+    write("wlan0.conf", "interface=wlan0\nbss=wlan0_1\nssid=bss=no\nbss=wlan0_2\n");
+    write("wlan1.conf", "interface=wlan1\n");
+    const Predecessor predecessor(loop_.get(), folder_.path(), kLong, [](std::size_t) {});
+    EXPECT_THAT(predecessor.made(), ::testing::ElementsAre("wlan0_1", "wlan0_2"));
 }
 
 }  // namespace

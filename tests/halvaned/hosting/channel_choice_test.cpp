@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <string>
 
+#include "halvane/base/result.h"
 #include "halvane/model/bss_config.h"
 
 #include "tools/halvaned/radio/radio.h"
@@ -29,6 +31,11 @@ Radio radioOf(std::initializer_list<Frequency> frequencies) {
         radio.bands[band].channels.emplace(channel.kilohertz(), channel);
     }
     return radio;
+}
+
+Result<std::int64_t, std::string> channelFor(const HalvaneBSSConfig& configuration,
+                                             const Radio& radio) {
+    return hosting::channelFor(configuration, radio, ChannelRules::InForce);
 }
 
 HalvaneBSSConfig onChannel(std::int64_t number) {
@@ -95,6 +102,28 @@ TEST(ChannelChoice, ChoosesNoneThatNeedsALookForRadar) {
     const auto channel = channelFor(onChannel(0), radio);
     ASSERT_FALSE(channel);
     EXPECT_EQ(channel.error(), "phy0 has no channel to host on that needs no radar detection.");
+}
+
+// A new system follows the rules of the world, which forbid most of 5 GHz, until somebody sets a
+// country.
+TEST(ChannelChoice, LeavesTheRulesOfAnotherCountryToHostapd) {
+    const Radio radio = radioOf({{kChannel1},
+                                 {.megahertz = kChannel36, .isPassive = true},
+                                 {.megahertz = kChannel52, .isDisabled = true}});
+    const auto rules = ChannelRules::Another;
+    EXPECT_EQ(hosting::channelFor(onChannel(36), radio, rules), 36);
+    EXPECT_EQ(hosting::channelFor(onChannel(52), radio, rules), 52);
+    EXPECT_FALSE(hosting::channelFor(onChannel(149), radio, rules));
+    EXPECT_EQ(hosting::channelFor(ofModes("802.11a"), radio, rules), 36);
+    EXPECT_EQ(hosting::channelFor(onChannel(0), radio, rules), 1);
+}
+
+TEST(ChannelChoice, KnowsWhereRadarMayBe) {
+    const Radio radio = radioOf({{kChannel36}, {.megahertz = kChannel52, .isRadarProne = true}});
+    EXPECT_TRUE(isRadarProne(radio, 52));
+    EXPECT_FALSE(isRadarProne(radio, 36));
+    EXPECT_FALSE(isRadarProne(radio, 100));
+    EXPECT_FALSE(isRadarProne(radio, 0));
 }
 
 }  // namespace

@@ -35,9 +35,10 @@ DeviceList oneRadio(std::uint32_t mostAPs) {
     return {.radios = {radio}, .interfaces = {{.name = "wlan0", .index = 3, .radio = 0}}};
 }
 
-Result<HostapdPlan, std::string> planOf(const DeviceList& devices, const InterfaceState& state,
-                                        const Settings& settings = {}) {
-    return hostingPlan(devices, devices.interfaces.front(), state, settings);
+Result<HostapdPlan, std::string> planOf(
+    const DeviceList& devices, const InterfaceState& state, const Settings& settings = {},
+    const IsTaken& isTaken = [](const auto&) { return false; }) {
+    return hostingPlan(devices, devices.interfaces.front(), state, settings, isTaken);
 }
 
 TEST(HostingPlan, HostsAllConfigurationsByTheirOrder) {
@@ -70,6 +71,50 @@ TEST(HostingPlan, RefusesNamesThatNoInterfaceCanHave) {
     ASSERT_FALSE(plan);
     EXPECT_EQ(plan.error(), "No interface can be called wireless-radio0_1.");
     EXPECT_TRUE(planOf(devices, {.configurations = {network("a", 0)}}));
+}
+
+TEST(HostingPlan, TakesNoNameThatIsTaken) {
+    const InterfaceState state{
+        .configurations = {network("a", 0), network("b", 0), network("c", 0)}};
+    const auto plan = planOf(oneRadio(4), state, {}, [](const std::string& name) {
+        return name == "wlan0_1" || name == "wlan0_3";
+    });
+    ASSERT_TRUE(plan) << plan.error();
+    EXPECT_EQ(plan->networks[0].interface, "wlan0");
+    EXPECT_EQ(plan->networks[1].interface, "wlan0_2");
+    EXPECT_EQ(plan->networks[2].interface, "wlan0_4");
+}
+
+// The world's rules let nobody send first at 5 GHz.
+TEST(HostingPlan, LetsHostapdSetTheCountryBeforeItAsksForTheChannel) {
+    DeviceList devices = oneRadio(4);
+    RadioChannel channel{.frequency = 5180, .isPassive = true};
+    devices.radios[0].bands[1].channels.emplace(channel.kilohertz(), channel);
+    devices.domains = {{.country = "00"}};
+    HalvaneBSSConfig configuration = network("a", 0);
+    configuration.setChannel(36);
+    EXPECT_FALSE(planOf(devices, {.configurations = {configuration}}));
+    const auto plan = planOf(devices, {.configurations = {configuration}}, {.country = "DE"});
+    ASSERT_TRUE(plan) << plan.error();
+    EXPECT_EQ(plan->channel, 36);
+
+    devices.domains = {{.country = "DE"}};
+    EXPECT_FALSE(planOf(devices, {.configurations = {configuration}}, {.country = "DE"}));
+    devices.domains = {{.country = "00"}};
+    devices.radios[0].hasOwnRegulatoryDomain = true;
+    EXPECT_FALSE(planOf(devices, {.configurations = {configuration}}, {.country = "DE"}));
+}
+
+TEST(HostingPlan, HasNoRadarDetectionWithoutACountry) {
+    DeviceList devices = oneRadio(4);
+    RadioChannel channel{.frequency = 5260, .isRadarProne = true};
+    devices.radios[0].bands[1].channels.emplace(channel.kilohertz(), channel);
+    HalvaneBSSConfig configuration = network("a", 0);
+    configuration.setChannel(52);
+    const auto plan = planOf(devices, {.configurations = {configuration}});
+    ASSERT_FALSE(plan);
+    EXPECT_EQ(plan.error(), "Channel 52 needs radar detection, and that a country.");
+    EXPECT_TRUE(planOf(devices, {.configurations = {configuration}}, {.country = "DE"}));
 }
 
 TEST(HostingPlan, HasTheSettings) {

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_host_internal.h"
 
@@ -29,16 +30,6 @@ using ::testing::HasSubstr;
 
 constexpr const char kName[] = "org.halvane.halvaned";
 
-struct LoopReleaser {
-    void operator()(sd_event* loop) const { ::sd_event_unref(loop); }
-};
-
-std::unique_ptr<sd_event, LoopReleaser> newLoop() {
-    sd_event* loop = nullptr;
-    EXPECT_GE(::sd_event_new(&loop), 0);
-    return std::unique_ptr<sd_event, LoopReleaser>(loop);
-}
-
 IPCMessage status(std::int64_t value) {
     IPCMessage message;
     message.entries().set("status", value);
@@ -48,7 +39,7 @@ IPCMessage status(std::int64_t value) {
 class ServiceHostTest : public ::testing::Test {
   protected:
     PrivateBus bus_;
-    const std::unique_ptr<sd_event, LoopReleaser> loop_ = newLoop();
+    const EventPointer loop_ = newEventLoop();
     BusCaller caller_{bus_.address()};
     std::vector<ServiceHost::Call> calls_;
     std::string sender_;

@@ -163,6 +163,19 @@ TEST(Hostapd, PlacesTheChannel) {
     }
 }
 
+TEST(Hostapd, DetectsRadarAt5GHzByTheRulesOfACountry) {
+    auto configuration = openNetwork();
+    configuration.setChannel(52);
+    EXPECT_EQ(valueIn(linesOf(configuration, kHostapdFormat), "ieee80211h"), "(none)");
+    auto skeleton = configuration.skeletonRepresentation();
+    skeleton.set("country", "DE");
+    configuration = HalvaneBSSConfig::initWithSkeletonRepresentation(skeleton);
+    EXPECT_EQ(valueIn(linesOf(configuration, kHostapdFormat), "ieee80211d"), "1");
+    EXPECT_EQ(valueIn(linesOf(configuration, kHostapdFormat), "ieee80211h"), "1");
+    configuration.setChannel(6);
+    EXPECT_EQ(valueIn(linesOf(configuration, kHostapdFormat), "ieee80211h"), "(none)");
+}
+
 TEST(Hostapd, ChoosesAmongPHYModes) {
     auto configuration = openNetwork();
     configuration.setChannel(6);

@@ -212,6 +212,8 @@ constexpr ExportLine kNameLines[] = {
 constexpr ExportLine kRadioLines[] = {
     {"country_code", [](const Configuration& c) { return Value(c.country()); }},
     {"ieee80211d", [](const Configuration& c) { return valueIf(c.country().has_value(), "1"); }},
+    // Channels with radar need it (IEEE 802.11-2020, 11.8), and none at 5 GHz minds it.
+    {"ieee80211h", [](const Configuration& c) { return valueIf(c.country() && isOn5GHz(c), "1"); }},
     {"hw_mode", mode},
     {"channel", channel},
     {"ieee80211n", [](const Configuration& c) { return valueIf(hasHT(c), "1"); }},

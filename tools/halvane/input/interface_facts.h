@@ -23,8 +23,8 @@ struct InterfaceFacts {
 std::optional<InterfaceFacts> interfaceFacts(const std::string& name);
 
 // Whether an interface can have this name, by the kernel's rule: 1 to 15 octets without white
-// space,
-// '/' and ':', and neither "." nor "..". Refuses control characters too, which the kernel allows.
+// space, '/' and ':', and neither "." nor "..". Refuses control characters too, which the kernel
+// allows.
 bool isInterfaceName(std::string_view name);
 
 // Returns whether frames of the hardware type are those of 802.11, as in monitor mode.

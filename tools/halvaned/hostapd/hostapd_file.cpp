@@ -18,6 +18,7 @@
 #include "tools/halvane/config/configured_security.h"
 #include "tools/halvane/config/export_format.h"
 #include "tools/halvane/config/hostapd_config.h"
+#include "tools/halvane/input/interface_facts.h"
 
 namespace halvane::hosting {
 
@@ -206,7 +207,7 @@ bool hasTwins(const HostapdPlan& plan) {
 constexpr PlanRule kPlanRules[] = {
     {[](const HostapdPlan& p) { return p.networks.empty(); }, "There is no network."},
     {[](const HostapdPlan& p) {
-         return !std::ranges::all_of(p.networks, isInterfaceName, &HostedNetwork::interface);
+         return !std::ranges::all_of(p.networks, isHostableName, &HostedNetwork::interface);
      },
      "The name of an interface is none."},
     {hasTwins, "Two networks have the same interface."},
@@ -337,10 +338,8 @@ std::string withoutSecrets(std::string line, const std::vector<std::string>& sec
     return line;
 }
 
-bool isInterfaceName(std::string_view text) noexcept {
-    constexpr std::size_t kMost = 15;  // IFNAMSIZ without the end
-    return !text.empty() && text.size() <= kMost && text != "." && text != ".." &&
-           std::ranges::all_of(text, [](char c) { return c > ' ' && c <= '~' && c != '/'; });
+bool isHostableName(std::string_view text) {
+    return tool::isInterfaceName(text) && isLine(text);
 }
 
 Result<HostapdFile, std::vector<std::string>> hostapdFileOf(const HostapdPlan& plan) {

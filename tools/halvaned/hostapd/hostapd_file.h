@@ -74,9 +74,9 @@ std::vector<std::string> secretsIn(std::string_view text);
 // The line with "(secret)" in the place of each of them.
 std::string withoutSecrets(std::string line, const std::vector<std::string>& secrets);
 
-// Whether the kernel would take the text for an interface, and hostapd for the name of its socket:
-// 1 to 15 visible ASCII characters without '/', and neither "." nor "..".
-bool isInterfaceName(std::string_view text) noexcept;
+// Whether an interface that hostapd hosts at can have this name: one of the kernel's (see
+// tool::isInterfaceName()) in ASCII, as hostapd's file has to be.
+bool isHostableName(std::string_view text);
 
 // Replaces `path` by a file that only this user can read. Its name with ".new" is used on the way.
 // Returns a sentence with the path if that fails.

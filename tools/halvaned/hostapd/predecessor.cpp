@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <sstream>
 #include <string_view>
 #include <sys/epoll.h>
 #include <sys/syscall.h>
@@ -63,11 +64,14 @@ Predecessor::Predecessor(sd_event* loop, std::string folder, std::uint64_t grace
         const auto& path = entry.path();
         const bool isOurs = path.extension() == ".pid" || path.extension() == ".conf";
         const std::string name = path.stem();
-        if (isOurs && isInterfaceName(name)) names_.push_back(name);
+        if (isOurs && isHostableName(name)) names_.push_back(name);
     }
     std::ranges::sort(names_);
     names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
-    for (const std::string& name : names_) find(name);
+    for (const std::string& name : names_) {
+        find(name);
+        readMade(name);
+    }
     if (!processes_.empty()) patience_ = timerOf<&Predecessor::killAll>(loop_, grace, this);
     finish_ = timerOf<&Predecessor::finishIfAlone>(loop_, 0, this);
 }
@@ -87,6 +91,15 @@ void Predecessor::find(const std::string& name) {
     process->source.reset(source);
     send(SIGTERM, process->handle);
     processes_.push_back(std::move(process));
+}
+
+void Predecessor::readMade(const std::string& name) {
+    constexpr std::string_view kKey = "bss=";
+    constexpr std::size_t kLargest = 1 << 20;
+    std::istringstream lines(readFile(folder_ + "/" + name + ".conf", kLargest).text);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(kKey)) made_.push_back(line.substr(kKey.size()));
+    }
 }
 
 void Predecessor::killAll() {

@@ -37,10 +37,15 @@ class Predecessor {
     Predecessor& operator=(const Predecessor&) = delete;
     ~Predecessor();
 
+    // The interfaces that its hostapd may have made: those of networks beside the first one. They
+    // stay if hostapd was killed.
+    const std::vector<std::string>& made() const { return made_; }
+
   private:
     struct Process;
 
     void find(const std::string& name);
+    void readMade(const std::string& name);
     void killAll();
     void ended(const Process& process);
     void finishIfAlone();
@@ -52,6 +57,7 @@ class Predecessor {
     const std::string folder_;
     Done done_;
     std::vector<std::string> names_;  // of interfaces
+    std::vector<std::string> made_;
     std::vector<std::unique_ptr<Process>> processes_;
     std::size_t endedCount_ = 0;
     EventSourcePointer patience_;

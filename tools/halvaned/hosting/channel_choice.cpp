@@ -35,46 +35,66 @@ const RadioChannel* find(const Radio& radio, const air::Channel& wanted) {
     return nullptr;
 }
 
-std::optional<std::int64_t> firstOf(const Radio& radio, Band band,
-                                    std::span<const std::uint8_t> numbers) {
-    const auto isFree = [&](std::uint8_t number) {
+using Allows = bool (*)(const RadioChannel&);
+
+bool isFreeOfRadar(const RadioChannel& channel) {
+    return channel.canHost() && !channel.isRadarProne;
+}
+bool isThere(const RadioChannel&) {
+    return true;
+}
+
+std::optional<std::int64_t> firstOf(const Radio& radio, Band band, Allows allows) {
+    const auto numbers = band == Band::Ghz2 ? std::span<const std::uint8_t>(kOf2GHz)
+                                            : std::span<const std::uint8_t>(kOf5GHz);
+    const auto found = std::ranges::find_if(numbers, [&](std::uint8_t number) {
         const RadioChannel* const channel = find(radio, {band, number});
-        return channel != nullptr && channel->canHost() && !channel->isRadarProne;
-    };
-    const auto found = std::ranges::find_if(numbers, isFree);
+        return channel != nullptr && allows(*channel);
+    });
     return found != numbers.end() ? std::optional<std::int64_t>(*found) : std::nullopt;
 }
 
-std::optional<std::int64_t> chosenChannel(const HalvaneBSSConfig& c, const Radio& radio) {
+std::optional<std::int64_t> chosenChannel(const HalvaneBSSConfig& c, const Radio& radio,
+                                          Allows allows) {
     for (const Band band : bandsOf(c)) {
-        const auto numbers = band == Band::Ghz2 ? std::span<const std::uint8_t>(kOf2GHz)
-                                                : std::span<const std::uint8_t>(kOf5GHz);
-        if (const auto number = firstOf(radio, band, numbers)) return number;
+        if (const auto number = firstOf(radio, band, allows)) return number;
     }
     return std::nullopt;
 }
 
-// The channels of this number, of which an interface at 2.4 or 5 GHz has one.
-bool mayHostOn(const Radio& radio, std::int64_t number) {
+// Whether the condition holds for a channel of this number, of which an interface at 2.4 or 5 GHz
+// has one.
+template <typename Condition>
+bool holdsFor(const Radio& radio, std::int64_t number, Condition condition) {
     if (number < 1 || number > UINT8_MAX) return false;
     const auto narrow = static_cast<std::uint8_t>(number);
     return std::ranges::any_of(std::array{Band::Ghz2, Band::Ghz5}, [&](Band band) {
         const RadioChannel* const channel = find(radio, {band, narrow});
-        return channel != nullptr && channel->canHost();
+        return channel != nullptr && condition(*channel);
     });
 }
 
 }  // namespace
 
 Result<std::int64_t, std::string> channelFor(const HalvaneBSSConfig& configuration,
-                                             const Radio& radio) {
+                                             const Radio& radio, ChannelRules rules) {
+    const bool isForbidding = rules == ChannelRules::InForce;
     const std::int64_t configured = configuration.channel();
     if (configured == 0) {
-        if (const auto chosen = chosenChannel(configuration, radio)) return *chosen;
+        auto chosen = chosenChannel(configuration, radio, isFreeOfRadar);
+        if (!chosen && !isForbidding) chosen = chosenChannel(configuration, radio, isThere);
+        if (chosen) return *chosen;
         return Unexpected(radio.name + " has no channel to host on that needs no radar detection.");
     }
-    if (mayHostOn(radio, configured)) return configured;
+    const bool mayHost = holdsFor(radio, configured, [&](const RadioChannel& channel) {
+        return !isForbidding || channel.canHost();
+    });
+    if (mayHost) return configured;
     return Unexpected(radio.name + " may not host on channel " + std::to_string(configured) + ".");
+}
+
+bool isRadarProne(const Radio& radio, std::int64_t channel) {
+    return holdsFor(radio, channel, [](const RadioChannel& each) { return each.isRadarProne; });
 }
 
 }  // namespace halvane::hosting

@@ -11,6 +11,7 @@
 #include <sys/epoll.h>
 #include <sys/signalfd.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <systemd/sd-daemon.h>
 #include <systemd/sd-event.h>
 #include <unistd.h>
@@ -19,6 +20,7 @@
 
 #include "halvane/base/result.h"
 #include "halvane/base/status.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/os/file_internal.h"
 #include "halvane/service/daemon_limits.h"
 #include "halvane/service/daemon_server.h"
@@ -43,20 +45,11 @@ namespace {
 
 // From SIGTERM to the end, whatever hostapd does: less than the second that users and systemd
 // expect.
-constexpr std::uint64_t kLongestEnd = 900'000;  // microseconds
+constexpr std::uint64_t kLongestEnd = 800'000;  // microseconds
+constexpr long kLongestFlush = 150'000;
 
 // What an earlier daemon's hostapd gets from SIGTERM to SIGKILL.
 constexpr std::uint64_t kPredecessorGrace = 700'000;
-
-struct EventReleaser {
-    void operator()(sd_event* event) const { ::sd_event_unref(event); }
-};
-using EventPointer = std::unique_ptr<sd_event, EventReleaser>;
-
-EventPointer newLoop() {
-    sd_event* loop = nullptr;
-    return EventPointer(::sd_event_new(&loop) < 0 ? nullptr : loop);
-}
 
 Result<Settings, std::string> settingsOf(const DaemonOptions& options) {
     if (options.settingsFile.empty()) return readSettings(kSettingsFile, IfMissing::UseDefaults);
@@ -74,6 +67,13 @@ void blockSignals() {
     for (const int signal : {SIGCHLD, SIGTERM, SIGINT, SIGHUP}) ::sigaddset(&blocked, signal);
     ::sigprocmask(SIG_BLOCK, &blocked, nullptr);
     ::signal(SIGPIPE, SIG_IGN);
+}
+
+// The server waits until the bus has taken its last replies. A bus that takes nothing must not keep
+// the process: then SIGALRM ends it.
+void endSoon() {
+    const itimerval soon = {.it_interval = {}, .it_value = {.tv_sec = 0, .tv_usec = kLongestFlush}};
+    ::setitimer(ITIMER_REAL, &soon, nullptr);
 }
 
 class Daemon {
@@ -127,6 +127,8 @@ int Daemon::run() {
         return EXIT_FAILURE;
     }
     const int result = ::sd_event_loop(loop_.get());
+    backend_->kill();
+    endSoon();
     return result < 0 ? EXIT_FAILURE : status_;
 }
 
@@ -155,10 +157,11 @@ Result<void, std::string> Daemon::start() {
                     .limits = DaemonLimits{.subscribers = settings_.subscribers}},
         DaemonServerHandlers{.onLoss = onLoss});
     if (auto started = server_->start(); !started) return started;
-    if (auto loaded = backend_->load(); !loaded) return loaded;
     predecessor_ =
         std::make_unique<Predecessor>(loop_.get(), settings_.runtimeFolder, kPredecessorGrace,
                                       [this](std::size_t ended) { open(ended); });
+    backend_->noteMade(predecessor_->made());
+    if (auto loaded = backend_->load(); !loaded) return loaded;
     return watchDevices();
 }
 
@@ -263,7 +266,7 @@ int runDaemon(DaemonOptions options) {
     }
     startLogging(options.isForeground ? LogPlace::Console : LogPlace::File, options.isVerbose);
     blockSignals();
-    auto loop = newLoop();
+    auto loop = newEventLoop();
     if (!loop) return EXIT_FAILURE;
     return Daemon(std::move(loop), options, *std::move(settings)).run();
 }

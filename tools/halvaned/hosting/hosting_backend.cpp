@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <net/if.h>
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/service/backend_reply.h"
-#include "halvane/utils/strings.h"
+#include "halvane/service/hosting_rules_internal.h"
 
 #include "tools/halvaned/hosting/daemon_logging.h"
 #include "tools/halvaned/hosting/hosting_plan.h"
@@ -20,27 +20,16 @@ namespace halvane::hosting {
 
 namespace {
 
-constexpr std::size_t kLongestSSID = 32;
+// A role is a word, and the state is bounded.
+constexpr std::size_t kLongestRole = 64;  // octets
 
-// The role in which an interface hosts, in any case; the role of every interface at first.
-constexpr const char kHostRole[] = "AP";
-
+// Every interface has the role that hosts at first.
 std::string roleOf(const InterfaceState& state) {
     return state.role.value_or(kHostRole);
 }
 
 bool hasHostRole(const InterfaceState& state) {
-    const std::string role = roleOf(state);
-    return strnicmpx(role.data(), role.size(), kHostRole) == 0;
-}
-
-bool isRole(const std::string& role) {
-    return !role.empty() && xmlPropertyList(role).has_value();
-}
-
-bool isUsable(const HalvaneBSSConfig& configuration) {
-    const auto& ssid = configuration.ssid();
-    return ssid && !ssid->empty() && ssid->size() <= kLongestSSID;
+    return isHostRole(roleOf(state));
 }
 
 std::vector<HalvaneBSSConfig>::iterator findSSID(std::vector<HalvaneBSSConfig>& list,
@@ -64,6 +53,13 @@ DaemonStatus statusOf(const HostError& error) {
     return kHostapdFailed;
 }
 
+void logCountry(const DeviceList& devices, const std::string& name) {
+    const DeviceInterface* const interface = devices.find(name);
+    if (interface == nullptr) return;
+    const auto country = devices.countryOf(*interface);
+    logNotice(name + " follows the rules of " + (country ? *country : "no country") + ".");
+}
+
 void answer(BackendReply<void>& reply, DaemonStatus status) {
     if (status == DaemonStatus::Done) {
         reply({});
@@ -75,13 +71,19 @@ void answer(BackendReply<void>& reply, DaemonStatus status) {
 }  // namespace
 
 HostingBackend::HostingBackend(sd_event* loop, DeviceSource& source, Settings settings,
-                               HostSettings host)
+                               const HostSettings& host)
     : source_(source),
       settings_(std::move(settings)),
       saved_(settings_.stateFile),
-      networks_(loop, std::move(host), [this](const StationChange& change) { tell(change); }) {}
+      networks_(loop, host, [this](const StationChange& change) { tell(change); }),
+      retries_(loop, host.firstPause, host.longestPause,
+               [this](const std::string& interface) { resume(interface); }) {}
 
 // --- Devices ---
+
+void HostingBackend::noteMade(const std::vector<std::string>& interfaces) {
+    for (const std::string& interface : interfaces) networks_.noteMade(interface);
+}
 
 Result<void, std::string> HostingBackend::load() {
     const auto damage = saved_.load();
@@ -104,7 +106,11 @@ void HostingBackend::take(const DeviceUpdate& update) {
     for (const std::string& fault : update.faults) logError(fault);
     using Kind = DeviceChange::Kind;
     for (const DeviceChange& change : update.changes) {
-        if (change.kind == Kind::Went) networks_.stop(change.interface, [] {});
+        if (change.kind == Kind::Country) logCountry(source_.devices(), change.interface);
+        if (change.kind == Kind::Went) {
+            networks_.noteGone(change.interface);
+            networks_.stop(change.interface, [] {});
+        }
         if (change.kind == Kind::Renamed) networks_.stop(change.formerName, [] {});
     }
     // Names may have changed places, so this comes behind all ends.
@@ -116,11 +122,19 @@ void HostingBackend::take(const DeviceUpdate& update) {
 // Hosts again what a client had started, before a restart of the daemon or of the device.
 void HostingBackend::resume(const std::string& name) {
     const DeviceInterface* const interface = find(name);
-    if (interface == nullptr || !saved_.of(name).isStarted) return;
-    const DaemonStatus status = bringUp(*interface, [name](const auto& result) {
-        if (!result) logError(name + ": " + result.error().text);
-    });
-    if (status != DaemonStatus::Done) logError(name + " cannot host as it did before.");
+    if (interface == nullptr || !saved_.of(name).isStarted) return retries_.forget(name);
+    const DaemonStatus status =
+        bringUp(*interface, [this, name](const auto& result) { resumed(name, result); });
+    if (status == DaemonStatus::Done) return;
+    logError(name + " cannot host as it did before.");
+    retries_.later(name);
+}
+
+// A network that clients were told is started is tried again until they stop it.
+void HostingBackend::resumed(const std::string& interface, const Result<void, HostError>& result) {
+    if (result) return retries_.forget(interface);
+    logError(interface + ": " + result.error().text);
+    if (result.error().kind != HostError::Kind::Stopped) retries_.later(interface);
 }
 
 // hostapd's own interfaces are no devices of clients.
@@ -176,7 +190,7 @@ void HostingBackend::stations(BackendReply<std::vector<HalvaneClient>> reply) {
 void HostingBackend::add(std::string_view name, const HalvaneBSSConfig& configuration,
                          BackendReply<void> reply) {
     if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
-    if (!isUsable(configuration)) return reply(Unexpected(DaemonStatus::BadConfiguration));
+    if (!hasUsableSSID(configuration)) return reply(Unexpected(DaemonStatus::BadConfiguration));
     const std::string interface(name);
     InterfaceState state = saved_.of(interface);
     const auto same = findSSID(state.configurations, configuration.ssid());
@@ -231,7 +245,9 @@ void HostingBackend::disable(std::string_view name, BackendReply<void> reply) {
 void HostingBackend::changeRole(std::string_view name, std::string_view role,
                                 BackendReply<void> reply) {
     if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
-    if (!isRole(std::string(role))) return reply(Unexpected(DaemonStatus::BadRequest));
+    if (role.size() > kLongestRole || !isRole(std::string(role))) {
+        return reply(Unexpected(DaemonStatus::BadRequest));
+    }
     const std::string interface(name);
     InterfaceState state = saved_.of(interface);
     state.role = std::string(role);
@@ -256,7 +272,10 @@ DaemonStatus HostingBackend::bringUp(const DeviceInterface& interface, Host::Don
     if (!state.isEnabled) return DaemonStatus::InterfaceDisabled;
     if (!hasHostRole(state)) return DaemonStatus::WrongRole;
     if (state.configurations.empty()) return DaemonStatus::NothingToStart;
-    const auto plan = hostingPlan(source_.devices(), interface, state, settings_);
+    const auto plan = hostingPlan(
+        source_.devices(), interface, state, settings_, [this](const std::string& each) {
+            return !networks_.isMade(each) && ::if_nametoindex(each.c_str()) != 0;
+        });
     if (!plan) {
         logError(interface.name + ": " + plan.error());
         return kCannotHost;
@@ -269,13 +288,19 @@ void HostingBackend::started(const std::string& interface, const Result<void, Ho
                              BackendReply<void>& reply) {
     if (!result) {
         logError(interface + ": " + result.error().text);
+        // It may have been hosting, or about to, when the client asked.
+        const bool isWanted = saved_.of(interface).isStarted;
+        if (isWanted && result.error().kind != HostError::Kind::Stopped) retries_.later(interface);
         return answer(reply, statusOf(result.error()));
     }
     // Another who waited for the same start may have failed to save it.
     if (!networks_.isUp(interface)) return answer(reply, kStopped);
     InterfaceState state = saved_.of(interface);
     state.isStarted = true;
-    if (saved_.set(interface, std::move(state))) return reply({});
+    if (saved_.set(interface, std::move(state))) {
+        retries_.forget(interface);
+        return reply({});
+    }
     // It would not be started again after a restart, so it is not started now.
     networks_.stop(interface, [] {});
     answer(reply, kNotSaved);

@@ -24,6 +24,7 @@
 
 #include "tools/halvaned/hostapd/host.h"
 #include "tools/halvaned/hosting/networks.h"
+#include "tools/halvaned/hosting/retries.h"
 #include "tools/halvaned/hosting/saved_state.h"
 #include "tools/halvaned/radio/device_list.h"
 #include "tools/halvaned/radio/device_source.h"
@@ -36,7 +37,11 @@ class HostingBackend final : public Backend {
   public:
     // The loop and the source outlive the backend. Times and folders of `host` are those of hostapd
     // in production, and others in tests.
-    HostingBackend(sd_event* loop, DeviceSource& source, Settings settings, HostSettings host);
+    HostingBackend(sd_event* loop, DeviceSource& source, Settings settings,
+                   const HostSettings& host);
+
+    // The interfaces that an earlier daemon's hostapd may have left. Called before load().
+    void noteMade(const std::vector<std::string>& interfaces);
 
     // Reads the state and the devices. From then on requests are served. Returns why the daemon
     // cannot run.
@@ -53,6 +58,9 @@ class HostingBackend final : public Backend {
 
     // Ends all networks; a daemon that starts again starts them again.
     void end(const std::function<void()>& done) { networks_.stopAll(done); }
+
+    // Kills what still runs. Nothing is asked of the backend after that.
+    void kill() { networks_.killAll(); }
 
     void devices(BackendReply<std::vector<HalvaneDevice>> reply) override;
     void interfaces(BackendReply<std::vector<HalvaneInterface>> reply) override;
@@ -76,6 +84,7 @@ class HostingBackend final : public Backend {
     const DeviceInterface* find(std::string_view interface) const;
     void take(const DeviceUpdate& update);
     void resume(const std::string& interface);
+    void resumed(const std::string& interface, const Result<void, HostError>& result);
     DaemonStatus bringUp(const DeviceInterface& interface, Host::Done done);
     void started(const std::string& interface, const Result<void, HostError>& result,
                  BackendReply<void>& reply);
@@ -87,6 +96,7 @@ class HostingBackend final : public Backend {
     Settings settings_;
     SavedState saved_;
     Networks networks_;
+    Retries retries_;
 };
 
 }  // namespace halvane::hosting

@@ -35,8 +35,47 @@ HalvaneBSSConfig withCountry(HalvaneBSSConfig configuration, const Settings& set
     return HalvaneBSSConfig::initWithSkeletonRepresentation(skeleton);
 }
 
-std::string networkName(const std::string& interface, std::size_t index) {
-    return index == 0 ? interface : interface + '_' + std::to_string(index);
+// Gives each network the name of its interface.
+class Names {
+  public:
+    Names(const std::string& interface, const IsTaken& isTaken)
+        : interface_(interface), isTaken_(isTaken) {}
+
+    std::string next() {
+        if (last_++ == 0) return interface_;
+        std::string name = numbered(last_ - 1);
+        while (isHostableName(name) && isTaken_(name)) name = numbered(last_++);
+        return name;
+    }
+
+  private:
+    std::string numbered(std::size_t number) const {
+        return interface_ + '_' + std::to_string(number);
+    }
+
+    const std::string& interface_;
+    const IsTaken& isTaken_;
+    std::size_t last_ = 0;
+};
+
+// The flags of a radio with a domain of its own are those of its driver, whatever hostapd sets.
+ChannelRules rulesFor(const HalvaneBSSConfig& configuration, const DeviceList& devices,
+                      const DeviceInterface& interface, const Radio& radio) {
+    const bool isAnother = configuration.country() && !radio.hasOwnRegulatoryDomain &&
+                           configuration.country() != devices.countryOf(interface);
+    return isAnother ? ChannelRules::Another : ChannelRules::InForce;
+}
+
+Result<std::int64_t, std::string> channelOf(const HalvaneBSSConfig& configuration,
+                                            const DeviceList& devices,
+                                            const DeviceInterface& interface, const Radio& radio) {
+    const auto rules = rulesFor(configuration, devices, interface, radio);
+    auto channel = channelFor(configuration, radio, rules);
+    if (channel && !configuration.country() && isRadarProne(radio, *channel)) {
+        return Unexpected("Channel " + std::to_string(*channel) +
+                          " needs radar detection, and that a country.");
+    }
+    return channel;
 }
 
 Result<std::optional<RadiusServer>, std::string> radiusServer(const Settings& settings) {
@@ -56,25 +95,27 @@ Result<std::optional<RadiusServer>, std::string> radiusServer(const Settings& se
 
 Result<HostapdPlan, std::string> hostingPlan(const DeviceList& devices,
                                              const DeviceInterface& interface,
-                                             const InterfaceState& state,
-                                             const Settings& settings) {
+                                             const InterfaceState& state, const Settings& settings,
+                                             const IsTaken& isTaken) {
     HostapdPlan plan{.driver = settings.driver};
-    const auto configurations = ordered(state.configurations);
+    auto configurations = ordered(state.configurations);
+    for (auto& each : configurations) each = withCountry(std::move(each), settings);
     if (const Radio* const radio = devices.radioOf(interface)) {
         if (configurations.size() > radio->mostNetworks()) {
             return Unexpected(radio->name + " can host " + std::to_string(radio->mostNetworks()) +
                               " networks at the same time, and " + interface.name + " has " +
                               std::to_string(configurations.size()) + ".");
         }
-        const auto channel = channelFor(configurations.front(), *radio);
+        const auto channel = channelOf(configurations.front(), devices, interface, *radio);
         if (!channel) return Unexpected(channel.error());
         plan.channel = *channel;
     }
-    for (std::size_t i = 0; i < configurations.size(); ++i) {
-        const std::string name = networkName(interface.name, i);
-        if (!isInterfaceName(name)) return Unexpected("No interface can be called " + name + ".");
+    Names names(interface.name, isTaken);
+    for (auto& configuration : configurations) {
+        const std::string name = names.next();
+        if (!isHostableName(name)) return Unexpected("No interface can be called " + name + ".");
         plan.networks.push_back({.interface = name,
-                                 .configuration = withCountry(configurations[i], settings),
+                                 .configuration = std::move(configuration),
                                  .maxStations = settings.stations});
     }
     auto radius = radiusServer(settings);

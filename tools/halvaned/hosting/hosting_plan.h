@@ -4,6 +4,7 @@
 #ifndef TOOLS_HALVANED_HOSTING_HOSTING_PLAN_H
 #define TOOLS_HALVANED_HOSTING_HOSTING_PLAN_H
 
+#include <functional>
 #include <string>
 
 #include "halvane/base/result.h"
@@ -15,15 +16,20 @@
 
 namespace halvane::hosting {
 
+// Whether the system has an interface of this name that hostapd did not make for the daemon.
+using IsTaken = std::function<bool(const std::string& name)>;
+
 // All configurations of the interface become networks, by their preferred order, and those of equal
 // order as they were added. The first network is that of the interface itself; hostapd makes an
-// interface for each other one: "wlan0_1", "wlan0_2" and so on. The error is a sentence without
-// secrets: there are more networks than the radio can host, it may not use the channel, a name
-// would be too long, or the secret of the RADIUS server cannot be read.
+// interface for each other one: "wlan0_1", "wlan0_2" and so on, without those that are taken, since
+// hostapd would replace them. The error is a sentence without secrets: there are more networks than
+// the radio can host, it may not use the channel, a channel that needs radar detection has no
+// country, a name would be too long, or the secret of the RADIUS server cannot be read.
 // REQUIRES: there is a configuration.
 Result<HostapdPlan, std::string> hostingPlan(const DeviceList& devices,
                                              const DeviceInterface& interface,
-                                             const InterfaceState& state, const Settings& settings);
+                                             const InterfaceState& state, const Settings& settings,
+                                             const IsTaken& isTaken);
 
 }  // namespace halvane::hosting
 

@@ -63,6 +63,7 @@ bool Networks::hosts(const std::string& interface, const std::optional<ByteBuffe
 }
 
 bool Networks::isMade(std::string_view interface) const {
+    if (made_.contains(interface)) return true;
     return std::ranges::any_of(hostings_, [&](const auto& entry) {
         const auto& [name, hosting] = entry;
         return name != interface && hosting.host->state() != Host::State::Idle &&
@@ -95,6 +96,9 @@ void Networks::start(const std::string& interface, const HostapdPlan& plan, Host
     hosting.waiting.push_back(std::move(done));
     if (isStarting) return;
     hosting.plan = plan;
+    for (const HostedNetwork& network : plan.networks) {
+        if (network.interface != interface) noteMade(network.interface);
+    }
     if (!std::exchange(hosting.isQueued, true) && isOpen_) queueStart(interface);
 }
 
@@ -159,14 +163,14 @@ void Networks::clients(Clients done) {
 void Networks::noteAll(const std::string& interface, const std::vector<HostedStation>& stations) {
     const auto channel = static_cast<int>(channelOf(hostingOf(interface).plan));
     for (const HostedStation& station : stations) {
-        book_.note(interface, station.record, channel, now());
+        book_.note(interface, station, channel, now());
     }
 }
 
 void Networks::happened(const std::string& interface, const StationChange& change) {
+    if (!book_.note(interface, change, now())) return;
     StationChange told = change;
     told.interface = interface;
-    book_.note(told, now());
     told_(told);
 }
 

@@ -9,9 +9,11 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <systemd/sd-event.h>
+#include <utility>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -42,8 +44,12 @@ class Networks {
     // Whether one of the networks that the interface hosts, or is about to, has that name.
     bool hosts(const std::string& interface, const std::optional<ByteBuffer>& ssid) const;
 
-    // Whether the interface was made for one of the networks.
+    // Whether hostapd has made the interface for one of the networks, now or before.
     bool isMade(std::string_view interface) const;
+    // hostapd may have made that interface for an earlier daemon.
+    void noteMade(std::string interface) { made_.insert(std::move(interface)); }
+    // There is no such interface any more.
+    void noteGone(const std::string& interface) { made_.erase(interface); }
 
     // Starts what has been waiting. Nothing starts before: what another daemon has left in the
     // runtime folder ends first.
@@ -58,6 +64,8 @@ class Networks {
     void stop(const std::string& interface, std::function<void()> done);
     // The same for all interfaces. Nothing starts after that.
     void stopAll(const std::function<void()>& done);
+    // Kills what still runs. REQUIRES: no handler is running.
+    void killAll() { hostings_.clear(); }
 
     // All stations of all networks, with what hostapd tells of them now. A network that does not
     // answer adds what is known of its stations.
@@ -85,6 +93,8 @@ class Networks {
     bool isOpen_ = false;
     bool isClosed_ = false;
     std::map<std::string, Hosting> hostings_;
+    // What hostapd has made stays if it is killed, and is its own when it starts again.
+    std::set<std::string, std::less<>> made_;
 };
 
 }  // namespace halvane::hosting

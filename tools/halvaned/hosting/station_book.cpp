@@ -7,6 +7,8 @@
 #include "halvane/base/number.h"
 #include "halvane/model/client_builder.h"
 
+#include "tools/halvaned/hostapd/control_message.h"
+
 namespace halvane::hosting {
 
 namespace {
@@ -21,40 +23,45 @@ HalvaneClient newcomer(const MacAddress& address, std::uint64_t now) {
 
 }  // namespace
 
-void StationBook::note(const StationChange& change, std::uint64_t now) {
-    const auto found = byKey_.find(Key(change.interface, change.address));
+bool StationBook::note(const std::string& interface, const StationChange& change,
+                       std::uint64_t now) {
+    const auto found = byKey_.find(Key(interface, change.address));
     const bool isThere = found != byKey_.end() && found->second->client.isAssociated();
+    const bool isElsewhere = isThere && found->second->network != change.interface;
     switch (change.kind) {
         case StationChange::Kind::Joined:
-            enter(change, now).client.setJoinTime(now);
-            return;
+            join(interface, change, now);
+            return true;
         case StationChange::Kind::Authorized:
-            if (!isThere) enter(change, now).client.setJoinTime(now);
-            return;
+            if (!isThere) join(interface, change, now);
+            break;
         case StationChange::Kind::Kicked:
-            if (isThere) leave(*found->second, kUnspecified, now);
-            return;
+            if (isThere && !isElsewhere) leave(*found->second, kUnspecified, now);
+            break;
         case StationChange::Kind::Left:
-            if (isThere) leave(*found->second, kLeaving, now);
-            return;
+            if (isThere && !isElsewhere) leave(*found->second, kLeaving, now);
+            break;
     }
+    return !isElsewhere;
 }
 
-StationBook::Entry& StationBook::enter(const StationChange& change, std::uint64_t now) {
-    Key key(change.interface, change.address);
+void StationBook::join(const std::string& interface, const StationChange& change,
+                       std::uint64_t now) {
+    Key key(interface, change.address);
     auto found = byKey_.find(key);
     if (found == byKey_.end()) {
-        entries_.push_back({change.interface, newcomer(change.address, now)});
+        entries_.push_back({interface, change.interface, newcomer(change.address, now)});
         found = byKey_.emplace(std::move(key), std::prev(entries_.end())).first;
     }
     Entry& entry = *found->second;
-    if (!entry.client.isAssociated()) ++present_[entry.interface];
+    if (!entry.client.isAssociated()) ++present_;
+    entry.network = change.interface;
     entry.client.setIsAssociated(true);
-    return entry;
+    entry.client.setJoinTime(now);
 }
 
 void StationBook::leave(Entry& entry, std::uint16_t reason, std::uint64_t now) {
-    --present_[entry.interface];
+    --present_;
     entry.client.setIsAssociated(false);
     entry.client.setLeftTime(now);
     entry.client.setDeauthReason(reason);
@@ -62,9 +69,7 @@ void StationBook::leave(Entry& entry, std::uint16_t reason, std::uint64_t now) {
 }
 
 void StationBook::forgetFirstGone() {
-    std::size_t present = 0;
-    for (const auto& [interface, count] : present_) present += count;
-    if (entries_.size() - present <= kMostGone) return;
+    if (entries_.size() - present_ <= kMostGone) return;
     // The list is bounded, and this happens once a departure, so looking through it will do.
     auto first = entries_.end();
     for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
@@ -78,16 +83,22 @@ void StationBook::forgetFirstGone() {
     entries_.erase(first);
 }
 
-void StationBook::note(const std::string& interface, const StationRecord& record, int channel,
+void StationBook::note(const std::string& interface, const HostedStation& station, int channel,
                        std::uint64_t now) {
+    const StationRecord& record = station.record;
     const auto found = byKey_.find(Key(interface, record.address));
-    if (found == byKey_.end()) return;
+    if (found == byKey_.end() || found->second->network != station.interface) return;
     HalvaneClient& client = found->second->client;
     if (!client.isAssociated()) return;
     if (channel != 0) client.setChannel(Number(std::int64_t{channel}));
     if (record.signal) client.setRSSI(Number(std::int64_t{*record.signal}));
-    if (record.capabilities) client.setCapabilityField(*record.capabilities);
-    if (!record.elements.empty()) client.setInformationElements(ByteBuffer(record.elements));
+    if (record.capabilities && *record.capabilities != client.capabilities()) {
+        client.setCapabilityField(*record.capabilities);
+    }
+    // Elements are decoded again whenever they are set.
+    if (ByteBuffer elements(record.elements); !elements.empty() && client.ieBuffer() != elements) {
+        client.setInformationElements(elements);
+    }
     // hostapd knows since when it is there better than who has attached later.
     constexpr std::uint64_t kSecond = 1'000'000;
     if (record.connectedTime && *record.connectedTime < now / kSecond) {
@@ -100,11 +111,6 @@ std::vector<HalvaneClient> StationBook::list() const {
     clients.reserve(entries_.size());
     for (const Entry& entry : entries_) clients.push_back(entry.client);
     return clients;
-}
-
-std::size_t StationBook::count(std::string_view interface) const {
-    const auto found = present_.find(interface);
-    return found != present_.end() ? found->second : 0;
 }
 
 }  // namespace halvane::hosting

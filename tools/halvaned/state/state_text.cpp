@@ -10,10 +10,10 @@
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
-#include "halvane/base/ssid.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"
+#include "halvane/service/hosting_rules_internal.h"
 
 #include "tools/halvane/input/interface_facts.h"
 
@@ -56,11 +56,6 @@ std::optional<std::string> unknownKey(const PropertyListDictionary& dictionary,
     return std::nullopt;
 }
 
-bool hasSSID(const HalvaneBSSConfig& configuration) {
-    const auto& ssid = configuration.ssid();
-    return ssid && !ssid->empty() && ssid->size() <= Ssid::kMaxSize;
-}
-
 Read<std::vector<HalvaneBSSConfig>> configurationsIn(const PropertyListArray& array,
                                                      const std::string& place) {
     std::vector<HalvaneBSSConfig> configurations;
@@ -71,7 +66,7 @@ Read<std::vector<HalvaneBSSConfig>> configurationsIn(const PropertyListArray& ar
         const auto* skeleton = item.as<PropertyListDictionary>();
         if (skeleton == nullptr) return refuse(element, " is no dictionary");
         configurations.push_back(HalvaneBSSConfig::initWithSkeletonRepresentation(*skeleton));
-        if (!hasSSID(configurations.back())) {
+        if (!hasUsableSSID(configurations.back())) {
             return refuse(element, " has no SSID of 1 to 32 bytes");
         }
     }
@@ -143,7 +138,7 @@ PropertyListDictionary dictionaryOf(const InterfaceState& interface) {
 std::optional<std::string> problemOf(const DaemonState& state) {
     for (const auto& [name, interface] : state.interfaces) {
         if (!tool::isInterfaceName(name)) return "no interface has the name " + name;
-        if (!std::ranges::all_of(interface.configurations, hasSSID)) {
+        if (!std::ranges::all_of(interface.configurations, hasUsableSSID)) {
             return "a configuration of " + name + " has no SSID of 1 to 32 bytes";
         }
     }
