@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "halvane/base/result.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 
 #include "tools/halvaned-sim/event_loop.h"
 

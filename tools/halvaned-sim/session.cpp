@@ -10,6 +10,7 @@
 
 #include "halvane/base/result.h"
 #include "halvane/platform/bus/bus_error_internal.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/bus/pointers_internal.h"
 #include "halvane/platform/bus/service_host_internal.h"
 #include "halvane/service/daemon_server.h"

@@ -1,6 +1,7 @@
 #include "tools/halvaned/hosting/hosting_plan.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include "tools/halvane/input/wireless_interface.h"
 #include "tools/halvaned/driver.h"
 #include "tools/halvaned/radio/device_list.h"
+#include "tools/halvaned/radio/radio.h"
 #include "tools/halvaned/settings/settings.h"
 #include "tools/halvaned/state/daemon_state.h"
 

@@ -1,8 +1,10 @@
 #include "tools/halvaned/hosting/retries.h"
 
 #include <cstdint>
+#include <ctime>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <vector>
 

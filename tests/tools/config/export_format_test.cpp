@@ -224,8 +224,8 @@ TEST(Hostapd, TellsWhatIsLeftOut) {
               (Sentences{
                   "There is no channel: add channel=N, and hw_mode=a if that is on 5 GHz.",
                   "The channel width is left out, since there is no channel.",
-                  "There is no RADIUS server: add auth_server_addr, auth_server_port and "
-                  "auth_server_shared_secret.",
+                  ("There is no RADIUS server: add auth_server_addr, auth_server_port and "
+                   "auth_server_shared_secret."),
                   "The preferred order is left out: hostapd knows none.",
                   "LEAP authentication is left out.",
                   "The EAPOL retry interval is left out: hostapd has its own.",

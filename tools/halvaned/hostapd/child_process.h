@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "halvane/base/result.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/os/file_internal.h"
 
 #include "tools/halvaned/hostapd/event_source.h"

@@ -15,6 +15,7 @@
 #include <systemd/sd-event.h>
 
 #include "halvane/base/result.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/os/file_internal.h"
 
 #include "tools/halvaned/hostapd/event_source.h"

@@ -27,6 +27,7 @@
 #include "halvane/base/mac_address.h"
 #include "halvane/base/result.h"
 #include "halvane/model/station_change.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 
 #include "tools/halvaned/hostapd/child_process.h"
 #include "tools/halvaned/hostapd/control_socket.h"

@@ -15,6 +15,7 @@
 #include <systemd/sd-event.h>
 #include <vector>
 
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/os/file_internal.h"
 
 #include "tools/halvaned/hostapd/event_source.h"

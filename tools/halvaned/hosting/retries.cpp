@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "halvane/platform/bus/event_loop_internal.h"
+
 #include "tools/halvaned/hostapd/event_source.h"
 
 namespace halvane::hosting {
