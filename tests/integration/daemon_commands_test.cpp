@@ -316,6 +316,13 @@ TEST_F(DaemonActions, StartAndStopANetwork) {
     EXPECT_EQ(jsonFrom({"clients"})[0]["isAssociated"], false);
 }
 
+TEST_F(DaemonActions, AddAHiddenNetworkThatIsolatesStations) {
+    EXPECT_EQ(outputOf({"add", "wlan1", "--ssid=home", "--hidden", "--isolate"}), "");
+    const json configurations = jsonFrom({"configs", "wlan1"});
+    EXPECT_EQ(configurations[0]["hiddenSSID"], true);
+    EXPECT_EQ(configurations[0]["stationIsolation"], true);
+}
+
 // The actions, and their commands on the bus.
 const std::pair<Words, std::string> kActions[] = {
     {{"add", "wlan0", "--ssid=home"}, "configAdd"},

@@ -170,6 +170,17 @@ TEST_F(SimulationTest, CarriesOutEveryAction) {
     EXPECT_EQ(statusOf({{"command", "role"}, {"role", "AP"}}), 2);
 }
 
+TEST_F(SimulationTest, CarriesHiddenSSIDAndIsolationThrough) {
+    auto config = HalvaneBSSConfig::init();
+    config.setSSID_error("mine");
+    config.setHiddenSSID(true);
+    config.setStationIsolation(false);
+    const ByteBuffer data = xml(config.skeletonRepresentation());
+    EXPECT_EQ(statusOf({{"command", "configAdd"}, {"interface", "wlan1"}, {"bssconfig", data}}), 0);
+    const auto reply = replyTo({{"command", "queryBSSConfigList"}, {"interface", "wlan1"}});
+    EXPECT_EQ(recordsIn<HalvaneBSSConfig>(reply, "configs"), std::vector{config});
+}
+
 TEST_F(SimulationTest, AnswersWithAStatusWhatItCannotDo) {
     EXPECT_EQ(statusOf({}), 2);
     EXPECT_EQ(statusOf({{"command", 7}}), 2);
