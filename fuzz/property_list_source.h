@@ -70,8 +70,6 @@ inline constexpr const char* kKnownKeys[] = {"MAC",
                                              "KeyManagement8021X",
                                              "KeyManagementSAE",
                                              "ManagementFrameProtection",
-                                             "HiddenSSID",
-                                             "StationIsolation",
                                              "PHYModes80211n",
                                              "wpsDeviceName",
                                              "wpsPIN",
@@ -84,7 +82,9 @@ inline constexpr const char* kKnownKeys[] = {"MAC",
                                              "clients",
                                              "params",
                                              "command",
-                                             "BSDName"};
+                                             "BSDName",
+                                             "HiddenSSID",
+                                             "StationIsolation"};
 
 inline std::string keyFrom(ByteSource& source) {
     const std::size_t choice = source.byte();
