@@ -43,14 +43,23 @@ using namespace halvane;
 
 namespace {
 
-constexpr const char* kCommands[] = {"queryDeviceList",  "queryInterfaceList",
-                                     "queryChannelList", "queryBSSConfigList",
-                                     "clientList",       "configAdd",
-                                     "configRemove",     "enable",
-                                     "disable",          "role",
-                                     "bssStart",         "bssStop",
-                                     "logging",          "queryLogging",
-                                     "subscribe",        "dance"};
+constexpr const char* kCommands[] = {"queryDeviceList",
+                                     "queryInterfaceList",
+                                     "queryChannelList",
+                                     "queryBSSConfigList",
+                                     "clientList",
+                                     "configAdd",
+                                     "configRemove",
+                                     "enable",
+                                     "disable",
+                                     "role",
+                                     "bssStart",
+                                     "bssStop",
+                                     "logging",
+                                     "queryLogging",
+                                     "subscribe",
+                                     "dance",
+                                     "kick"};
 constexpr const char* kKeys[] = {"interface", "role", "notifyAP", "WiFi", "WiFiXPC"};
 
 // A configuration as a client sends it, or some other bytes.
@@ -112,6 +121,9 @@ class Nothing final : public Backend {
     }
     void start(std::string_view, BackendReply<void> reply) override { act(reply); }
     void stop(std::string_view, BackendReply<void> reply) override { act(reply); }
+    void kick(std::string_view, const MacAddress&, BackendReply<void> reply) override {
+        act(reply);
+    }
 
     std::optional<HalvaneBSSConfig> added;
 
@@ -148,6 +160,7 @@ void checkAgain(const DecodedRequest& request, const IPCMessage& sent) {
     REQUIRE(again->interface == request.interface);
     REQUIRE(again->configuration == request.configuration);
     REQUIRE(again->role == request.role);
+    REQUIRE(again->station == request.station);
 }
 
 void checkDecoded(const DecodedRequest& request, const IPCMessage& message) {
@@ -164,6 +177,9 @@ void checkDecoded(const DecodedRequest& request, const IPCMessage& message) {
         case DaemonCommand::Role:
             REQUIRE(hasInterface && holds<std::string>(message, "role"));
             return checkAgain(request, requests::role(*request.interface, request.role).message);
+        case DaemonCommand::Kick:
+            REQUIRE(hasInterface && holds<ByteBuffer>(message, "MAC"));
+            return checkAgain(request, requests::kick(*request.interface, request.station).message);
         case DaemonCommand::Channels:
         case DaemonCommand::Enable:
         case DaemonCommand::Disable:

@@ -82,7 +82,9 @@ inline constexpr const char* kKnownKeys[] = {"MAC",
                                              "clients",
                                              "params",
                                              "command",
-                                             "BSDName"};
+                                             "BSDName",
+                                             "HiddenSSID",
+                                             "StationIsolation"};
 
 inline std::string keyFrom(ByteSource& source) {
     const std::size_t choice = source.byte();

@@ -169,6 +169,15 @@ void DaemonClient::stop(std::string_view interface, const Done<void>& done) {
     call(link_, done, [&] { return requests::stop(interface); });
 }
 
+DaemonResult<void> DaemonClient::kick(std::string_view interface, const MacAddress& station,
+                                      Deadline deadline) {
+    return call(link_, deadline, [&] { return requests::kick(interface, station); });
+}
+void DaemonClient::kick(std::string_view interface, const MacAddress& station,
+                        const Done<void>& done) {
+    call(link_, done, [&] { return requests::kick(interface, station); });
+}
+
 // --- Notifications and logging ---
 
 DaemonResult<void> DaemonClient::subscribe(bool isWanted, Deadline deadline) {

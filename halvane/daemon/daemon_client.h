@@ -59,6 +59,7 @@
 #include <vector>
 
 #include "halvane/base/export.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/daemon/daemon_events.h"
 #include "halvane/daemon/daemon_log_controls.h"
 #include "halvane/daemon/daemon_result.h"
@@ -146,6 +147,14 @@ class HALVANE_EXPORT DaemonClient final {
     void start(std::string_view interface, const Done<void>& done);
     DaemonResult<void> stop(std::string_view interface, Deadline deadline = {});
     void stop(std::string_view interface, const Done<void>& done);
+
+    // Sends an associated station away. A daemon that is not of this library may not know the
+    // request, which is Refused then. A daemon of this library refuses it with
+    // DaemonStatus::UnknownStation if no such station is associated, and with NoBSS if the
+    // interface hosts no network.
+    DaemonResult<void> kick(std::string_view interface, const MacAddress& station,
+                            Deadline deadline = {});
+    void kick(std::string_view interface, const MacAddress& station, const Done<void>& done);
 
     // --- Notifications and logging ---
 

@@ -144,6 +144,12 @@ DaemonRequest<void> stop(std::string_view interface) {
     return interfaceAction(command::kStop, interface);
 }
 
+DaemonRequest<void> kick(std::string_view interface, const MacAddress& station) {
+    return {messageOf(command::kKick, {{key::kInterface, textOf(interface)},
+                                       {key::kStationAddress, station.buffer()}}),
+            readStatus};
+}
+
 DaemonRequest<void> subscribe(bool isWanted) {
     return {messageOf(command::kSubscribe, {{key::kWantsNotifications, isWanted}}), readStatus};
 }

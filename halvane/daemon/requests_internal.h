@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/daemon/daemon_result.h"
@@ -64,6 +65,7 @@ DaemonRequest<void> disable(std::string_view interface);
 DaemonRequest<void> role(std::string_view interface, std::string_view role);
 DaemonRequest<void> start(std::string_view interface);
 DaemonRequest<void> stop(std::string_view interface);
+DaemonRequest<void> kick(std::string_view interface, const MacAddress& station);
 DaemonRequest<void> subscribe(bool isWanted);
 DaemonRequest<void> setLogging(const DaemonLogControls& controls);
 DaemonRequest<std::string> logging();

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -69,6 +70,10 @@ void appendText(std::string& text, const char* label, const std::string& value) 
     text += '\n';
 }
 
+void appendChoice(std::string& text, const char* label, std::optional<bool> choice) {
+    if (choice) appendText(text, label, *choice ? "YES" : "NO");
+}
+
 constexpr const char* kProtectionWords[] = {"none", "capable", "required"};
 
 void appendProtection(std::string& text, HalvaneManagementFrameProtection protection) {
@@ -113,10 +118,10 @@ std::string HalvaneBSSConfig::description() const {
     }
     if (allowPIN() || allowPushbutton()) appendFlags(text, *this, kWPSMethodLine);
     if (wpsPIN() != 0) appendNumber(text, "WPS PIN               : %lld\n", wpsPIN());
-    if (const auto sae = allowKeyManagementSAE()) {
-        appendText(text, "SAE                   : ", *sae ? "YES" : "NO");
-    }
+    appendChoice(text, "SAE                   : ", allowKeyManagementSAE());
     if (const auto protection = managementFrameProtection()) appendProtection(text, *protection);
+    appendChoice(text, "Hidden SSID           : ", hiddenSSID());
+    appendChoice(text, "Station Isolation     : ", stationIsolation());
     return text;
 }
 

@@ -55,6 +55,8 @@ struct BSSConfigFields {
     std::optional<std::string> wpsSerialNumber;
     std::optional<bool> allowKeyManagementSAE;
     std::optional<HalvaneManagementFrameProtection> managementFrameProtection;
+    std::optional<bool> hiddenSSID;
+    std::optional<bool> stationIsolation;
 
     friend bool operator==(const BSSConfigFields&, const BSSConfigFields&) = default;
 };

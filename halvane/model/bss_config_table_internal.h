@@ -58,6 +58,9 @@
     NUMBER(wpsPIN, setWpsPIN, "wpsPIN", 0)                                                       \
     NAME(wpsSerialNumber, setWpsSerialNumber, "wpsSerialNumber")                                 \
     GIVEN(bool, allowKeyManagementSAE, "KeyManagementSAE")                                       \
-    GIVEN(HalvaneManagementFrameProtection, managementFrameProtection, "ManagementFrameProtection")
+    GIVEN(HalvaneManagementFrameProtection, managementFrameProtection,                           \
+          "ManagementFrameProtection")                                                           \
+    GIVEN(bool, hiddenSSID, "HiddenSSID")                                                        \
+    GIVEN(bool, stationIsolation, "StationIsolation")
 
 #endif

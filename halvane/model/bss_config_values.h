@@ -170,6 +170,18 @@ class BSSConfigValues {
         fields_.change().managementFrameProtection = value;
     }
 
+    // Whether beacons leave out the SSID, and probe responses go only to stations that ask for it
+    // by name (the wildcard SSID of IEEE 802.11-2020, 9.4.2.2). Absent: likewise.
+    std::optional<bool> hiddenSSID() const { return fields_->hiddenSSID; }
+    void setHiddenSSID(std::optional<bool> value) { fields_.change().hiddenSSID = value; }
+
+    // Whether the access point keeps the stations of the network from reaching each other. Absent:
+    // likewise.
+    std::optional<bool> stationIsolation() const { return fields_->stationIsolation; }
+    void setStationIsolation(std::optional<bool> value) {
+        fields_.change().stationIsolation = value;
+    }
+
   protected:
     using Fields = BSSConfigFields;
 

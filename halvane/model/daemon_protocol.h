@@ -31,6 +31,8 @@ inline constexpr const char kDisable[] = "disable";
 inline constexpr const char kRole[] = "role";  // changes the role
 inline constexpr const char kStart[] = "bssStart";
 inline constexpr const char kStop[] = "bssStop";
+// Sends a station away. An addition of this library, which other daemons may not know.
+inline constexpr const char kKick[] = "kick";
 
 // The daemon itself.
 inline constexpr const char kSetLogging[] = "logging";
@@ -59,7 +61,7 @@ inline constexpr const char kConfigurations[] = "configs";
 inline constexpr const char kStations[] = "clients";
 inline constexpr const char kLogging[] = "params";  // string: the logging settings
 
-// Notifications.
+// Notifications, and the latter also the request that sends a station away.
 inline constexpr const char kStationInterface[] = "BSDName";  // string: hosts the network
 inline constexpr const char kStationAddress[] = "MAC";        // data: 6 bytes
 

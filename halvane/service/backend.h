@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "halvane/base/export.h"
+#include "halvane/base/mac_address.h"       // IWYU pragma: export
 #include "halvane/model/bss_config.h"       // IWYU pragma: export
 #include "halvane/model/client.h"           // IWYU pragma: export
 #include "halvane/model/device.h"           // IWYU pragma: export
@@ -71,6 +72,11 @@ class HALVANE_EXPORT Backend {
                             BackendReply<void> reply) = 0;
     virtual void start(std::string_view interface, BackendReply<void> reply) = 0;
     virtual void stop(std::string_view interface, BackendReply<void> reply) = 0;
+
+    // Sends an associated station away. Unless a backend can do so, it replies
+    // DaemonStatus::UnknownCommand.
+    virtual void kick(std::string_view interface, const MacAddress& station,
+                      BackendReply<void> reply);
 
     // The server sets itself as the listener, and null when it ends.
     void setListener(StationListener* listener) { listener_ = listener; }

@@ -157,6 +157,8 @@ void Dispatcher::askBackend(const DecodedRequest& request, const Pending& pendin
             return backend.start(*request.interface, reply);
         case DaemonCommand::Stop:
             return backend.stop(*request.interface, reply);
+        case DaemonCommand::Kick:
+            return backend.kick(*request.interface, request.station, reply);
         case DaemonCommand::SetLogging:
         case DaemonCommand::Logging:
         case DaemonCommand::Subscribe:

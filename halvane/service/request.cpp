@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/model/daemon_protocol.h"
 #include "halvane/model/daemon_value_internal.h"
@@ -39,6 +40,14 @@ DaemonStatus readRole(const IPCMessage& message, DecodedRequest& request) {
     const auto* const role = daemonValue<std::string>(message, key::kRole);
     if (role == nullptr) return DaemonStatus::BadRequest;
     request.role = *role;
+    return readInterface(message, request);
+}
+
+DaemonStatus readStation(const IPCMessage& message, DecodedRequest& request) {
+    const auto* const data = daemonValue<ByteBuffer>(message, key::kStationAddress);
+    const auto address = data != nullptr ? MacAddress::fromBytes(data->bytes()) : std::nullopt;
+    if (!address) return DaemonStatus::BadRequest;
+    request.station = *address;
     return readInterface(message, request);
 }
 
@@ -90,6 +99,7 @@ constexpr CommandInfo kCommands[] = {
     {command::kRole, DaemonCommand::Role, readRole},
     {command::kStart, DaemonCommand::Start, readInterface},
     {command::kStop, DaemonCommand::Stop, readInterface},
+    {command::kKick, DaemonCommand::Kick, readStation},
     {command::kSetLogging, DaemonCommand::SetLogging, readControls},
     {command::kLogging, DaemonCommand::Logging, readNothing},
     {command::kSubscribe, DaemonCommand::Subscribe, readSubscription},
@@ -108,7 +118,7 @@ bool isList(DaemonCommand command) {
 }
 
 bool isForBackend(DaemonCommand command) {
-    return command <= DaemonCommand::Stop;
+    return command <= DaemonCommand::Kick;
 }
 
 Result<const CommandInfo*, DaemonStatus> commandIn(const IPCMessage& message) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/base/mac_address.h"
 #include "halvane/base/result.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/daemon_log_controls.h"
@@ -27,6 +28,7 @@ enum class DaemonCommand {
     Role,
     Start,
     Stop,
+    Kick,
     SetLogging,
     Logging,
     Subscribe,
@@ -48,6 +50,7 @@ struct DecodedRequest {
     DaemonCommand command = DaemonCommand::Devices;
     std::optional<std::string> interface = {};
     std::string role = {};
+    MacAddress station = {};
     std::optional<HalvaneBSSConfig> configuration = {};
     DaemonLogControls controls = {};
     bool wantsNotifications = false;

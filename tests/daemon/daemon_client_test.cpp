@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/model/bss_config.h"
@@ -165,6 +166,35 @@ TEST_P(DaemonClientRequest, FindsTheAnswerOfAnotherProtocolUndecodable) {
 
 INSTANTIATE_TEST_SUITE_P(All, DaemonClientRequest, ::testing::ValuesIn(kRequests),
                          [](const auto& row) { return row.param.name; });
+
+// --- A request that the stated client has not ---
+
+TEST_F(DaemonClientTest, KicksAStationOfAnInterface) {
+    const MacAddress station({2, 0, 0, 0, 1, 7});
+    daemon_->answer(ipcMessage({{"status", 0}}));
+    EXPECT_EQ(outcomeOf(client_->kick("wlan0", station)), "done");
+    Arrivals<std::string> outcomes;
+    client_->kick("wlan0", station, noting<void>(outcomes));
+    EXPECT_EQ(outcomes.wait(0), "done");
+    const auto requests = daemon_->requests();
+    ASSERT_EQ(requests.size(), 2u);
+    for (const auto& request : requests) {
+        EXPECT_EQ(request.keysAndTypes(), "command:s interface:s MAC:ay");
+        EXPECT_EQ(request.find("command")->value, PropertyListValue("kick"));
+        EXPECT_EQ(request.find("interface")->value, PropertyListValue("wlan0"));
+        EXPECT_EQ(request.find("MAC")->value, PropertyListValue(station.buffer()));
+    }
+}
+
+TEST_F(DaemonClientTest, TellsWithWhichStatusAKickWasRefused) {
+    daemon_->answer(ipcMessage({{"status", 10}}));
+    EXPECT_EQ(outcomeOf(client_->kick("wlan0", MacAddress())), "status 10");
+    Arrivals<std::string> outcomes;
+    client_->kick("wlan0", MacAddress(), noting<void>(outcomes));
+    EXPECT_EQ(outcomes.wait(0), "status 10");
+    daemon_->answer(ipcMessage({{"state", 0}}));
+    EXPECT_EQ(outcomeOf(client_->kick("wlan0", MacAddress())), textOf(DaemonKind::Undecodable));
+}
 
 // --- What comes of it ---
 

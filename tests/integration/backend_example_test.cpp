@@ -46,6 +46,13 @@ TEST_F(BackendExample, ServesItsInterface) {
     EXPECT_THAT(caller_.nextEvents(1), ElementsAre("joined wlan0 020000000002"));
 }
 
+TEST_F(BackendExample, DoesNotKnowHowToSendAStationAway) {
+    WireMessage kick = command("kick", "wlan0");
+    EXPECT_EQ(caller_.request(kick).status(), 2);
+    kick["MAC"] = WireData{2, 0, 0, 0, 0, 2};
+    EXPECT_EQ(caller_.request(kick).status(), 1);
+}
+
 TEST_F(BackendExample, RunsOnce) {
     OutputPipe errors;
     SpawnedProcess second({HALVANE_BACKEND_EXAMPLE}, {.errors = errors.writer()});

@@ -28,10 +28,11 @@ namespace {
 using Words = std::vector<std::string>;
 
 constexpr const char* kCommands[] = {
-    "decode",       "report",  "scan",    "watch",   "elements", "channels", "skus",
-    "countries",    "country", "pin",     "psk",     "config",   "devices",  "interfaces",
-    "channel-list", "configs", "clients", "add",     "remove",   "enable",   "disable",
-    "role",         "start",   "stop",    "logging", "monitor",  "schema",   "help"};
+    "decode",  "report",     "scan",         "watch",   "elements", "channels",
+    "skus",    "countries",  "country",      "pin",     "psk",      "config",
+    "devices", "interfaces", "channel-list", "configs", "clients",  "add",
+    "remove",  "enable",     "disable",      "role",    "start",    "stop",
+    "kick",    "logging",    "monitor",      "schema",  "help"};
 
 // Expects status 2, no standard output, and a message.
 void expectUsage(const Words& words, const std::string& message) {

@@ -99,6 +99,7 @@ const Words kCommands[] = {
     {"role", "wlan0", "AP"},
     {"start", "wlan0"},
     {"stop", "wlan0"},
+    {"kick", "wlan0", "02:00:00:00:01:01"},
     {"logging"},
     {"logging", "set", "WiFi=WiFi:level=info"},
     {"monitor"},
@@ -316,6 +317,26 @@ TEST_F(DaemonActions, StartAndStopANetwork) {
     EXPECT_EQ(jsonFrom({"clients"})[0]["isAssociated"], false);
 }
 
+TEST_F(DaemonActions, SendAStationAway) {
+    expectFailure({"kick", "wlan0", "02:00:00:00:01:02"}, 1,
+                  "halvane: kick: the daemon answered with status 9\n");
+    EXPECT_EQ(outputOf({"start", "wlan0"}), "");
+    EXPECT_EQ(outputOf({"kick", "wlan0", "02-00-00-00-01-02"}), "");
+    const json clients = jsonFrom({"clients"});
+    EXPECT_EQ(clients[0]["isAssociated"], true);
+    EXPECT_EQ(clients[1]["isAssociated"], false);
+    EXPECT_EQ(clients[1]["deauthReason"], 1);
+    expectFailure({"kick", "wlan0", "020000000102"}, 1,
+                  "halvane: kick: the daemon answered with status 10\n");
+}
+
+TEST_F(DaemonActions, AddAHiddenNetworkThatIsolatesStations) {
+    EXPECT_EQ(outputOf({"add", "wlan1", "--ssid=home", "--hidden", "--isolate"}), "");
+    const json configurations = jsonFrom({"configs", "wlan1"});
+    EXPECT_EQ(configurations[0]["hiddenSSID"], true);
+    EXPECT_EQ(configurations[0]["stationIsolation"], true);
+}
+
 // The actions, and their commands on the bus.
 const std::pair<Words, std::string> kActions[] = {
     {{"add", "wlan0", "--ssid=home"}, "configAdd"},
@@ -325,6 +346,7 @@ const std::pair<Words, std::string> kActions[] = {
     {{"role", "wlan0", "STA"}, "role"},
     {{"start", "wlan0"}, "bssStart"},
     {{"stop", "wlan0"}, "bssStop"},
+    {{"kick", "wlan0", "02:00:00:00:01:01"}, "kick"},
 };
 
 TEST_F(DaemonActions, TellWhatTheDaemonAnswered) {
@@ -808,6 +830,12 @@ TEST_F(DaemonUsage, IsRefusedWithOneMessage) {
         {{"start", ""}, "start: '' is no name of an interface"},
         {{"stop", "a\x1B\xFF"}, "stop: 'a\\x1B\\xFF' is no name of an interface"},
         {{"role", "wlan0"}, "role: takes an interface and a role"},
+        {{"kick", "wlan0"}, "kick: takes an interface and the address of a station"},
+        {{"kick", "wlan0", "a", "b"}, "kick: takes an interface and the address of a station"},
+        {{"kick", "", "02:00:00:00:01:01"}, "kick: '' is no name of an interface"},
+        {{"kick", "wlan0", ""}, "kick: '' is no address of a station"},
+        {{"kick", "wlan0", "02:00:00:00:01"}, "kick: '02:00:00:00:01' is no address of a station"},
+        {{"kick", "wlan0", "x\x1B\xFF"}, "kick: 'x\\x1B\\xFF' is no address of a station"},
         {{"role", "wlan0", ""}, "role: '' is no text of a role"},
         {{"role", "wlan0", "\xFF"}, "role: '\\xFF' is no text of a role"},
         {{"add", "wlan0"}, "add: needs --ssid or --ssid-hex"},

@@ -49,12 +49,15 @@ constexpr const char kName[] = "org.halvane.halvaned";
 
 // Statuses of docs/protocol.md, and of docs/hosting.md.
 enum Status {
+    kBadRequest = 2,
     kUnknownInterface = 3,
     kBadConfiguration = 4,
     kUnknownConfiguration = 5,
     kDisabled = 6,
     kWrongRole = 7,
     kNothingToStart = 8,
+    kNoBSS = 9,
+    kUnknownStation = 10,
     kNotSaved = 100,
     kHostapdFailed = 102,
     kTooMany = 103,
@@ -65,6 +68,9 @@ WireData configuration(const std::string& name) {
         runTool({"config", "--format=plist", "--wpa2-enterprise", name}).output;
     return {text.begin(), text.end()};
 }
+
+// The station at the other end of the cable.
+const WireData kStation = {2, 0, 0, 0, 0, 1};
 
 // A daemon for one interface, and its client.
 class Trial {
@@ -99,6 +105,11 @@ class Trial {
     std::int64_t request(const std::string& name, const std::string& network = {}) {
         WireMessage message = command(name, interface_);
         if (!network.empty()) message["bssconfig"] = configuration(network);
+        return caller_->request(message).status();
+    }
+    std::int64_t kick() {
+        WireMessage message = command("kick", interface_);
+        message["MAC"] = kStation;
         return caller_->request(message).status();
     }
     std::string list(const std::string& name, const std::string& key) {
@@ -178,6 +189,14 @@ TEST_F(HostingDaemon, RefusesWhatCannotStart) {
     EXPECT_EQ(trial_.caller().request(role).status(), 0);
     EXPECT_EQ(trial_.request("bssStart"), kWrongRole);
     EXPECT_EQ(trial_.request("bssStop"), 0);
+}
+
+TEST_F(HostingDaemon, SendsNobodyAwayWhereItHostsNothing) {
+    EXPECT_EQ(trial_.kick(), kNoBSS);
+    EXPECT_EQ(trial_.request("kick"), kBadRequest);
+    WireMessage elsewhere = command("kick", "wlan7");
+    elsewhere["MAC"] = kStation;
+    EXPECT_EQ(trial_.caller().request(elsewhere).status(), kUnknownInterface);
 }
 
 TEST_F(HostingDaemon, RefusesAConfigurationWithoutAName) {
@@ -341,6 +360,26 @@ TEST_F(HostingDaemonTrial, HostsAStationUntilItIsStopped) {
         EXPECT_THAT(trial.caller().nextEvents(1), ElementsAre("left cable0 020000000001"));
         EXPECT_THAT(trial.list("clientList", "clients"),
                     HasSubstr("<key>isAssociated</key>\n\t\t<false/>"));
+        EXPECT_EQ(trial.stop(SIGTERM), 0);
+    });
+}
+
+TEST_F(HostingDaemonTrial, SendsAStationAway) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        subscribe(trial);
+        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        EXPECT_EQ(trial.kick(), kUnknownStation);
+        const Station station(trial);
+        EXPECT_THAT(trial.caller().nextEvents(2),
+                    ElementsAre("joined cable0 020000000001", "authorized cable0 020000000001"));
+        EXPECT_EQ(trial.kick(), 0);
+        EXPECT_THAT(trial.caller().nextEvents(1), ElementsAre("kicked cable0 020000000001"));
+        EXPECT_EQ(trial.request("bssStop"), 0);
+        EXPECT_EQ(trial.kick(), kNoBSS);
         EXPECT_EQ(trial.stop(SIGTERM), 0);
     });
 }

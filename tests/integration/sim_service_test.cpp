@@ -138,6 +138,17 @@ TEST_F(SimService, TellsSubscribersWhatHappensInOrder) {
     EXPECT_EQ(countIn(caller_.request(command("clientList")), "clients"), 3u);
 }
 
+TEST_F(SimService, TellsSubscribersOfAStationThatAClientSendsAway) {
+    EXPECT_EQ(statusOf(command("bssStart", "wlan0")), 0);
+    EXPECT_EQ(statusOf(subscribe(true)), 0);
+    WireMessage kick = command("kick", "wlan0");
+    EXPECT_EQ(statusOf(kick), 2);
+    kick["MAC"] = WireData{2, 0, 0, 0, 1, 2};
+    EXPECT_EQ(statusOf(kick), 0);
+    EXPECT_THAT(caller_.nextEvents(1), ElementsAre("kicked wlan0 020000000102"));
+    EXPECT_EQ(statusOf(kick), 10);
+}
+
 TEST_F(SimService, AnswersARequestBeforeItTellsWhatCameOfIt) {
     statusOf(subscribe(true));
     const auto reply = caller_.requestLater(command("bssStart", "wlan0"));

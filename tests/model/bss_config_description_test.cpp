@@ -175,4 +175,15 @@ TEST(BSSConfigDescription, EndsWithSAEAndFrameProtectionIfTheyAreSet) {
                   "Management Frames     : protection -9223372036854775808\n");
 }
 
+TEST(BSSConfigDescription, EndsWithHiddenSSIDAndIsolationIfTheyAreSet) {
+    auto configuration = HalvaneBSSConfig::init();
+    configuration.setAllowKeyManagementSAE(true);
+    const std::string before = configuration.description();
+    configuration.setStationIsolation(false);
+    EXPECT_EQ(configuration.description(), before + "Station Isolation     : NO\n");
+    configuration.setHiddenSSID(true);
+    EXPECT_EQ(configuration.description(),
+              before + "Hidden SSID           : YES\nStation Isolation     : NO\n");
+}
+
 }  // namespace

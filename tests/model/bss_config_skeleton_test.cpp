@@ -64,6 +64,8 @@ PropertyListDictionary fullSkeleton() {
         {"wpsSerialNumber", "serial"},
         {"KeyManagementSAE", true},
         {"ManagementFrameProtection", 2},
+        {"HiddenSSID", true},
+        {"StationIsolation", true},
     };
     for (const auto& [key, value] : entries) skeleton.set(key, value);
     return skeleton;
@@ -145,7 +147,8 @@ TEST(BSSConfigSkeleton, LeavesOutWhatIsAbsent) {
     const auto skeleton = HalvaneBSSConfig::init().skeletonRepresentation();
     std::vector<std::string> expected;
     for (const auto& [key, value] : fullSkeleton()) {
-        const bool isOptional = key == "KeyManagementSAE" || key == "ManagementFrameProtection";
+        const bool isOptional = key == "KeyManagementSAE" || key == "ManagementFrameProtection" ||
+                                key == "HiddenSSID" || key == "StationIsolation";
         if (!isOptional && (value.as<Number>() || value.as<bool>())) expected.push_back(key);
     }
     EXPECT_EQ(keysOf(skeleton), expected);
@@ -177,6 +180,32 @@ TEST(BSSConfigSkeleton, HasSAEAndFrameProtectionOnlyIfSet) {
     configuration.setManagementFrameProtection(std::nullopt);
     EXPECT_EQ(configuration.skeletonRepresentation(),
               HalvaneBSSConfig::init().skeletonRepresentation());
+}
+
+TEST(BSSConfigSkeleton, HasHiddenSSIDAndIsolationOnlyIfSet) {
+    auto configuration = HalvaneBSSConfig::init();
+    configuration.setHiddenSSID(false);
+    configuration.setStationIsolation(true);
+    auto expected = HalvaneBSSConfig::init().skeletonRepresentation();
+    expected.set("HiddenSSID", false);
+    expected.set("StationIsolation", true);
+    EXPECT_EQ(configuration.skeletonRepresentation(), expected);
+    EXPECT_EQ(fromSkeleton(expected), configuration);
+    EXPECT_EQ(throughXML(configuration), configuration);
+    EXPECT_NE(configuration, HalvaneBSSConfig::init());
+    configuration.setHiddenSSID(std::nullopt);
+    configuration.setStationIsolation(std::nullopt);
+    EXPECT_EQ(configuration.skeletonRepresentation(),
+              HalvaneBSSConfig::init().skeletonRepresentation());
+}
+
+TEST(BSSConfigSkeleton, ReadsANumberForHiddenSSIDAndNoText) {
+    PropertyListDictionary skeleton;
+    skeleton.set("HiddenSSID", 7);
+    skeleton.set("StationIsolation", "true");
+    const auto configuration = fromSkeleton(skeleton);
+    EXPECT_EQ(configuration.hiddenSSID(), true);
+    EXPECT_EQ(configuration.stationIsolation(), std::nullopt);
 }
 
 // A later version may know more numbers, and a number stands in for a boolean.

@@ -106,6 +106,17 @@ TEST(BSSConfig, SaysNothingOfSAEAndFrameProtectionUnlessToldTo) {
     EXPECT_EQ(configuration.wifiSecurity(), kHalvaneSecurityOpen);
 }
 
+TEST(BSSConfig, SaysNothingOfHiddenSSIDAndIsolationUnlessToldTo) {
+    auto configuration = HalvaneBSSConfig::init();
+    EXPECT_FALSE(configuration.hiddenSSID());
+    EXPECT_FALSE(configuration.stationIsolation());
+    configuration.setHiddenSSID(true);
+    EXPECT_EQ(configuration.hiddenSSID(), true);
+    EXPECT_FALSE(configuration.stationIsolation());
+    configuration.setStationIsolation(false);
+    EXPECT_EQ(configuration.stationIsolation(), false);
+}
+
 TEST(BSSConfig, EqualsAnotherWithTheSameFields) {
     auto one = HalvaneBSSConfig::init();
     auto other = HalvaneBSSConfig::init();

@@ -111,12 +111,14 @@ TEST_F(DispatcherTest, AsksTheBackend) {
     ask(message({{"command", "role"}, {"interface", "wlan0"}, {"role", "STA"}}));
     ask(message({{"command", "configAdd"}, {"interface", "wlan0"}, {"bssconfig", mine}}));
     ask(message({{"command", "configRemove"}, {"interface", "wlan0"}, {"bssconfig", mine}}));
+    ask(message(
+        {{"command", "kick"}, {"interface", "wlan0"}, {"MAC", ByteBuffer{2, 0, 0, 0, 1, 7}}}));
     EXPECT_THAT(backend_.calls,
                 ElementsAre("devices", "interfaces", "channels wlan0", "configurations wlan0",
                             "enable wlan0", "disable wlan0", "start wlan0", "stop wlan0",
                             "configurations of all", "role wlan0 STA", "add wlan0 mine",
-                            "remove wlan0 mine"));
-    EXPECT_EQ(std::ranges::count(sent_, ":1.5: status 0"), 12);
+                            "remove wlan0 mine", "kick wlan0 02:00:00:00:01:07"));
+    EXPECT_EQ(std::ranges::count(sent_, ":1.5: status 0"), 13);
     ask(message({{"command", "clientList"}}));
     EXPECT_EQ(sent_.back(), ":1.5: status 100");
 }

@@ -28,8 +28,8 @@ TEST(ProtocolDocument, NamesCommandsKeysAndLogCategories) {
     for (const char* name :
          {command::kDevices, command::kInterfaces, command::kChannels, command::kConfigurations,
           command::kStations, command::kAdd, command::kRemove, command::kEnable, command::kDisable,
-          command::kRole, command::kStart, command::kStop, command::kSetLogging, command::kLogging,
-          command::kSubscribe}) {
+          command::kRole, command::kStart, command::kStop, command::kKick, command::kSetLogging,
+          command::kLogging, command::kSubscribe}) {
         EXPECT_THAT(document, HasSubstr(std::string("| `") + name + "` |"));
     }
     for (const char* name :

@@ -1,4 +1,6 @@
 // How requests are read: by command, with every key missing or of a wrong type.
+#include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
@@ -6,6 +8,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/model/daemon_protocol.h"
 #include "halvane/service/request_internal.h"
@@ -68,6 +71,7 @@ const std::vector<Row> kRows = {
     {"role", {"interface", "role"}},
     {"bssStart", {"interface"}},
     {"bssStop", {"interface"}},
+    {"kick", {"interface", "MAC"}},
     {"logging",
      {},
      {"WiFi", "WiFiBPF", "WiFiEAPOL", "WiFiIE", "WiFiIO80211", "WiFiJoin", "WiFiScan", "WiFiWPS",
@@ -80,6 +84,7 @@ const std::vector<Row> kRows = {
 PropertyListValue goodValue(const std::string& key) {
     if (key == "bssconfig") return configuration("<dict/>");
     if (key == "notifyAP") return true;
+    if (key == "MAC") return ByteBuffer{2, 0, 0, 0, 1, 1};
     return "text";
 }
 
@@ -150,6 +155,12 @@ TEST(Request, HoldsItsValues) {
     EXPECT_EQ(request->interface, "wlan0");
     EXPECT_EQ(request->role, "AP");
 
+    request = decode(message(
+        {{"command", "kick"}, {"interface", "wlan0"}, {"MAC", ByteBuffer{2, 0, 0, 0, 1, 7}}}));
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->interface, "wlan0");
+    EXPECT_EQ(request->station, MacAddress({2, 0, 0, 0, 1, 7}));
+
     request = decode(message({{"command", "queryBSSConfigList"}}));
     ASSERT_TRUE(request);
     EXPECT_FALSE(request->interface);
@@ -171,6 +182,15 @@ TEST(Request, HoldsItsValues) {
          {"bssconfig", configuration("<dict><key>SSID</key><data>bWluZQ==</data></dict>")}}));
     ASSERT_TRUE(request);
     EXPECT_EQ(request->configuration.value().ssid(), ByteBuffer::fromText("mine"));
+}
+
+TEST(Request, NeedsAnAddressOfSixOctets) {
+    for (std::size_t size = 0; size < 20; ++size) {
+        const ByteBuffer address(std::vector<std::uint8_t>(size, 2));
+        EXPECT_EQ(statusOf({{"command", "kick"}, {"interface", "wlan0"}, {"MAC", address}}),
+                  size == MacAddress::kSize ? DaemonStatus::Done : DaemonStatus::BadRequest)
+            << size;
+    }
 }
 
 TEST(Request, NeedsAConfigurationThatIsADictionary) {

@@ -103,6 +103,11 @@ class ScriptedBackend final : public Backend {
         note("stop", interface);
         onAction(std::move(reply));
     }
+    void kick(std::string_view interface, const MacAddress& station,
+              BackendReply<void> reply) override {
+        note("kick", interface, station.text());
+        onAction(std::move(reply));
+    }
 
   private:
     static std::string nameOf(const HalvaneBSSConfig& configuration) {

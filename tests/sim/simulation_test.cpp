@@ -170,6 +170,36 @@ TEST_F(SimulationTest, CarriesOutEveryAction) {
     EXPECT_EQ(statusOf({{"command", "role"}, {"role", "AP"}}), 2);
 }
 
+TEST_F(SimulationTest, SendsAStationAway) {
+    const ByteBuffer station{2, 0, 0, 0, 1, 2};
+    const auto kick = [&](const char* interface, const ByteBuffer& address) {
+        return statusOf({{"command", "kick"}, {"interface", interface}, {"MAC", address}});
+    };
+    EXPECT_EQ(kick("wlan7", station), 3);
+    EXPECT_EQ(kick("wlan0", station), 9);
+    EXPECT_EQ(statusOf({{"command", "bssStart"}, {"interface", "wlan0"}}), 0);
+    EXPECT_EQ(kick("wlan0", {2, 0, 0, 0, 9, 9}), 10);
+    EXPECT_EQ(kick("wlan0", {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}), 10);
+    EXPECT_EQ(kick("wlan0", {2, 0, 0, 0, 1}), 2);
+    EXPECT_EQ(simulation_.world.associatedStations("wlan0"), 2u);
+
+    EXPECT_EQ(kick("wlan0", station), 0);
+    EXPECT_EQ(simulation_.world.associatedStations("wlan0"), 1u);
+    EXPECT_EQ(simulation_.world.clients()[1].deauthReason(), 1u);
+    EXPECT_EQ(kick("wlan0", station), 10);
+}
+
+TEST_F(SimulationTest, CarriesHiddenSSIDAndIsolationThrough) {
+    auto config = HalvaneBSSConfig::init();
+    config.setSSID_error("mine");
+    config.setHiddenSSID(true);
+    config.setStationIsolation(false);
+    const ByteBuffer data = xml(config.skeletonRepresentation());
+    EXPECT_EQ(statusOf({{"command", "configAdd"}, {"interface", "wlan1"}, {"bssconfig", data}}), 0);
+    const auto reply = replyTo({{"command", "queryBSSConfigList"}, {"interface", "wlan1"}});
+    EXPECT_EQ(recordsIn<HalvaneBSSConfig>(reply, "configs"), std::vector{config});
+}
+
 TEST_F(SimulationTest, AnswersWithAStatusWhatItCannotDo) {
     EXPECT_EQ(statusOf({}), 2);
     EXPECT_EQ(statusOf({{"command", 7}}), 2);

@@ -24,7 +24,6 @@ namespace halvane::sim {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr std::uint64_t kReasonUnspecified = 1;
 
 using Words = std::vector<std::string>;
 

@@ -86,6 +86,11 @@ void SimulatedBackend::stop(std::string_view interface, BackendReply<void> reply
     finish(world_.stopBSS(interface), std::move(reply));
 }
 
+void SimulatedBackend::kick(std::string_view interface, const MacAddress& station,
+                            BackendReply<void> reply) {
+    finish(world_.kick(interface, station.buffer(), kReasonUnspecified), std::move(reply));
+}
+
 void SimulatedBackend::finish(DaemonStatus status, BackendReply<void> reply) {
     if (status == DaemonStatus::Done) {
         reply({});

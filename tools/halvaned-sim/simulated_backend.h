@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "halvane/base/mac_address.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
 #include "halvane/model/daemon_status.h"
@@ -40,6 +41,8 @@ class SimulatedBackend final : public Backend {
                     BackendReply<void> reply) override;
     void start(std::string_view interface, BackendReply<void> reply) override;
     void stop(std::string_view interface, BackendReply<void> reply) override;
+    void kick(std::string_view interface, const MacAddress& station,
+              BackendReply<void> reply) override;
 
     // Tells what has happened in the world since the last time.
     void tellAll();

@@ -37,6 +37,9 @@ inline constexpr std::size_t kLargestStationsInRange = 8 << 20;
 // The deauthReason() of a station that was never sent away, and never left.
 inline constexpr std::uint64_t kReasonNone = 0;
 
+// That of a station that was sent away without a reason (IEEE 802.11-2020, 9.4.1.7).
+inline constexpr std::uint64_t kReasonUnspecified = 1;
+
 struct SimulatedInterface {
     HalvaneInterface record;
     bool isEnabled = true;

@@ -138,13 +138,23 @@ TEST(HostapdFile, PlacesTheSecondHalfOfTheChosenChannel) {
     EXPECT_EQ(errorsOf(plan), Sentences{"Channel 14 is not part of a channel of 40 MHz."});
 }
 
+TEST(HostapdFile, HidesAndIsolates) {
+    auto network = openNetwork();
+    EXPECT_FALSE(hasKey(fileOf(planOf({network})), "ignore_broadcast_ssid"));
+    EXPECT_FALSE(hasKey(fileOf(planOf({network})), "ap_isolate"));
+    network.setHiddenSSID(true);
+    network.setStationIsolation(true);
+    EXPECT_TRUE(hasLine(fileOf(planOf({network})), "ignore_broadcast_ssid=1"));
+    EXPECT_TRUE(hasLine(fileOf(planOf({network})), "ap_isolate=1"));
+    network.setHiddenSSID(false);
+    network.setStationIsolation(false);
+    EXPECT_FALSE(hasKey(fileOf(planOf({network})), "ignore_broadcast_ssid"));
+    EXPECT_FALSE(hasKey(fileOf(planOf({network})), "ap_isolate"));
+}
+
 TEST(HostapdFile, HasWhatSettingsAdd) {
     auto plan = planOf({openNetwork()});
-    plan.networks[0].isHidden = true;
-    plan.networks[0].isolatesStations = true;
     plan.networks[0].maxStations = 9;
-    EXPECT_TRUE(hasLine(fileOf(plan), "ignore_broadcast_ssid=1"));
-    EXPECT_TRUE(hasLine(fileOf(plan), "ap_isolate=1"));
     EXPECT_TRUE(hasLine(fileOf(plan), "max_num_sta=9"));
     for (const unsigned wrong : {0U, 5000U}) {
         plan.networks[0].maxStations = wrong;
@@ -171,7 +181,7 @@ TEST(HostapdFile, KeepsNetworksApart) {
     second.setChannel(11);
     auto plan = planOf({openNetwork("home"), second, enterpriseNetwork("work")});
     plan.eapUserFile = "/etc/halvane/users";
-    plan.networks[1].isHidden = true;
+    plan.networks[1].configuration.setHiddenSSID(true);
     const auto file = fileOf(plan);
     EXPECT_EQ(file.losses,
               Sentences{"wlan0_1: The channel, the country and the PHY modes are those "
@@ -262,10 +272,11 @@ TEST(HostapdFile, SaysWhereHostapdHasNoWPS) {
     auto network = personalNetwork();
     network.setAllowSecurityWPS(true);
     network.setAllowPushbutton(true);
-    auto hidden = planOf({network});
-    hidden.networks[0].isHidden = true;
-    EXPECT_EQ(fileOf(hidden).losses,
-              Sentences{"WPS is left out: hostapd has none in hidden networks."});
+    network.setHiddenSSID(true);
+    const auto hidden = fileOf(planOf({network}));
+    EXPECT_EQ(hidden.losses, Sentences{"WPS is left out: hostapd has none in hidden networks."});
+    EXPECT_FALSE(hasKey(hidden, "wps_state"));
+    network.setHiddenSSID(std::nullopt);
     network.setUnicastCipherWithOptionString_error("TKIP");
     network.setMulticastCipherWithOptionString_error("TKIP");
     EXPECT_EQ(fileOf(planOf({network})).losses.back(),
@@ -501,7 +512,8 @@ TEST_F(HostapdJudgesFile, TakesSeveralNetworksWithEverySetting) {
                         enterpriseNetwork(" a "), wpa3Network(true), wpa3Network(false)});
     plan.radius = {"127.0.0.1", 1812, "#secret"};
     for (auto& network : plan.networks) {
-        network.isHidden = network.isolatesStations = true;
+        network.configuration.setHiddenSSID(true);
+        network.configuration.setStationIsolation(true);
         network.maxStations = 1;
     }
     EXPECT_EQ(complaintsOf(plan), "");

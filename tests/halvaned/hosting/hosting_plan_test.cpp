@@ -13,6 +13,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tools/halvane/input/wireless_interface.h"
 #include "tools/halvaned/driver.h"
+#include "tools/halvaned/hostapd/hostapd_file.h"
 #include "tools/halvaned/radio/device_list.h"
 #include "tools/halvaned/radio/radio.h"
 #include "tools/halvaned/settings/settings.h"
@@ -129,6 +130,21 @@ TEST(HostingPlan, HasTheSettings) {
     EXPECT_EQ(plan->controlFolder, "/tmp/run/control");
     EXPECT_EQ(plan->eapUserFile, "/etc/users");
     EXPECT_FALSE(plan->radius);
+}
+
+TEST(HostingPlan, HidesAndIsolatesWhatTheConfigurationSays) {
+    HalvaneBSSConfig hidden = network("a", 0);
+    hidden.setHiddenSSID(true);
+    hidden.setStationIsolation(true);
+    const auto plan =
+        planOf(oneRadio(2), {.configurations = {hidden, network("b", 1)}}, {.country = "DE"});
+    ASSERT_TRUE(plan) << plan.error();
+    const auto file = hostapdFileOf(*plan);
+    ASSERT_TRUE(file);
+    const auto second = file->text.find("bss=wlan0_1\n");
+    EXPECT_LT(file->text.find("ignore_broadcast_ssid=1\nap_isolate=1\n"), second);
+    EXPECT_EQ(file->text.find("ignore_broadcast_ssid", second), std::string::npos);
+    EXPECT_EQ(file->text.find("ap_isolate", second), std::string::npos);
 }
 
 TEST(HostingPlan, ReadsTheSecretOfTheRadiusServer) {

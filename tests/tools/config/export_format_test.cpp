@@ -211,6 +211,38 @@ TEST(Hostapd, HasTheTextsOfWPS) {
     EXPECT_EQ(losses.back(), "model_name is left out: the text has a control character.");
 }
 
+TEST(Hostapd, HidesAndIsolates) {
+    auto configuration = personalNetwork();
+    auto lines = linesOf(configuration, kHostapdFormat);
+    EXPECT_EQ(valueIn(lines, "ignore_broadcast_ssid"), "(none)");
+    EXPECT_EQ(valueIn(lines, "ap_isolate"), "(none)");
+    configuration.setHiddenSSID(true);
+    configuration.setStationIsolation(true);
+    lines = linesOf(configuration, kHostapdFormat);
+    EXPECT_EQ(valueIn(lines, "ignore_broadcast_ssid"), "1");
+    EXPECT_EQ(valueIn(lines, "ap_isolate"), "1");
+    EXPECT_EQ(valueIn(lines, "ssid"), "home");
+    configuration.setHiddenSSID(false);
+    configuration.setStationIsolation(false);
+    EXPECT_EQ(linesOf(configuration, kHostapdFormat), linesOf(personalNetwork(), kHostapdFormat));
+}
+
+TEST(Hostapd, HasNoWPSInAHiddenNetwork) {
+    auto configuration = personalNetwork();
+    configuration.setChannel(6);
+    configuration.setAllowSecurityWPS(true);
+    configuration.setWPSConfigurationMethodsString_error("PIN,PushButton");
+    configuration.setWpsPIN(100007);
+    configuration.setWpsDeviceName("A name");
+    configuration.setHiddenSSID(true);
+    EXPECT_EQ(exportOf(configuration, kHostapdFormat).losses,
+              Sentences{"WPS is left out: hostapd has none in hidden networks."});
+    const auto lines = linesOf(configuration, kHostapdFormat);
+    for (const char* key : {"wps_state", "eap_server", "config_methods", "ap_pin", "device_name"}) {
+        EXPECT_EQ(valueIn(lines, key), "(none)") << key;
+    }
+}
+
 TEST(Hostapd, TellsWhatIsLeftOut) {
     auto configuration = enterpriseNetwork();
     configuration.setEapolRetryCount(0);
@@ -274,6 +306,19 @@ TEST(Iwd, TellsWhatIsLeftOut) {
               (Sentences{"SAE is left out: the network comes out as WPA2-Personal.",
                          "The protection of management frames is left out."}));
     EXPECT_EQ(exportOf(personalNetwork(), kIwdFormat).losses, Sentences());
+    auto hidden = personalNetwork();
+    hidden.setHiddenSSID(true);
+    EXPECT_EQ(exportOf(hidden, kIwdFormat).losses,
+              Sentences{"The SSID is not hidden: iwd hosts no hidden networks."});
+}
+
+TEST(Iwd, DoesNotLetStationsReachEachOtherInSilence) {
+    auto configuration = personalNetwork();
+    configuration.setStationIsolation(true);
+    EXPECT_EQ(refusalOf(configuration, kIwdFormat),
+              Sentences{"iwd does not keep stations from each other."});
+    configuration.setStationIsolation(false);
+    EXPECT_EQ(refusalOf(configuration, kIwdFormat), Sentences());
 }
 
 TEST(Iwd, HostsWPA2PersonalAlone) {
@@ -298,6 +343,24 @@ TEST(NetworkManager, IsAKeyFileOfAnAccessPoint) {
               "psk=password\n"
               "\n[ipv4]\nmethod=shared\n");
     EXPECT_EQ(exportOf(configuration, kNetworkManagerFormat).losses, Sentences());
+}
+
+TEST(NetworkManager, HidesAndIsolates) {
+    auto configuration = openNetwork();
+    auto lines = linesOf(configuration, kNetworkManagerFormat);
+    EXPECT_EQ(valueIn(lines, "hidden"), "(none)");
+    EXPECT_EQ(valueIn(lines, "ap-isolation"), "(none)");
+    configuration.setHiddenSSID(true);
+    configuration.setStationIsolation(true);
+    const auto text = exportOf(configuration, kNetworkManagerFormat).text;
+    EXPECT_NE(text.find("\n[wifi]\nmode=ap\nssid=home\nhidden=true\nap-isolation=1\n"),
+              std::string::npos)
+        << text;
+    configuration.setHiddenSSID(false);
+    configuration.setStationIsolation(false);
+    lines = linesOf(configuration, kNetworkManagerFormat);
+    EXPECT_EQ(valueIn(lines, "hidden"), "(none)");
+    EXPECT_EQ(valueIn(lines, "ap-isolation"), "0");
 }
 
 TEST(NetworkManager, HasNoSecurityOfAnOpenNetwork) {

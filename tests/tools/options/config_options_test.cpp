@@ -178,6 +178,18 @@ TEST(ConfigOptions, WithoutASecretReadNothing) {
 
 // --- Presets ---
 
+TEST(ConfigOptions, HideAndIsolate) {
+    auto expected = HalvaneBSSConfig::init();
+    EXPECT_EQ(optionsOf({}).configuration, expected);
+    expected.setHiddenSSID(true);
+    EXPECT_EQ(optionsOf({"--hidden"}).configuration, expected);
+    expected.setStationIsolation(true);
+    EXPECT_EQ(optionsOf({"--isolate", "--hidden"}).configuration, expected);
+    expected.setHiddenSSID(std::nullopt);
+    EXPECT_EQ(optionsOf({"--isolate"}).configuration, expected);
+    EXPECT_EQ(optionsOf({}).configuration, HalvaneBSSConfig::init()) << "kept from the last call";
+}
+
 TEST(ConfigPresets, MakeANetworkOfItsName) {
     auto expected = HalvaneBSSConfig::init();
     EXPECT_TRUE(expected.setSSID_error("home"));

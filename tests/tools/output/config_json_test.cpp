@@ -60,4 +60,14 @@ TEST(ConfigJSON, HasSAEAndFrameProtectionOnlyIfSet) {
     EXPECT_EQ(jsonOf(configuration), expected);
 }
 
+TEST(ConfigJSON, HasHiddenSSIDAndIsolationOnlyIfSet) {
+    auto configuration = HalvaneBSSConfig::init();
+    JSON expected = jsonOf(configuration);
+    configuration.setHiddenSSID(true);
+    configuration.setStationIsolation(false);
+    expected["hiddenSSID"] = true;
+    expected["stationIsolation"] = false;
+    EXPECT_EQ(jsonOf(configuration), expected);
+}
+
 }  // namespace

@@ -178,7 +178,7 @@ TEST(PropertyTable, OfAFrameRepeatsNoKeyOfItsRecord) {
 }
 
 TEST(PropertyTable, OfAConfigurationHasEveryFieldOfItsSkeletonAndTheTextOfTheSSID) {
-    EXPECT_EQ(kPropertyDescriptions<HalvaneBSSConfig>.size(), 41u + 1u);
+    EXPECT_EQ(kPropertyDescriptions<HalvaneBSSConfig>.size(), 43u + 1u);
 }
 
 }  // namespace

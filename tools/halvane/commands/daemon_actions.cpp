@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/mac_address.h"
 #include "halvane/base/result.h"
 #include "halvane/daemon/daemon_client.h"
 #include "halvane/daemon/daemon_result.h"
@@ -26,11 +27,12 @@ namespace {
 struct ActionInput {
     std::string interface = {};
     std::string role = {};
+    MacAddress station = {};
     HalvaneBSSConfig configuration = HalvaneBSSConfig::init();
 };
 
 // The last ones take a configuration.
-enum class Needs { Nothing, Role, Configuration, SafeConfiguration };
+enum class Needs { Nothing, Role, Station, Configuration, SafeConfiguration };
 
 std::int32_t gIsForced = 0;
 
@@ -61,26 +63,56 @@ constexpr Action kStart = {"start", Needs::Nothing, [](auto& daemon, const auto&
 constexpr Action kStop = {"stop", Needs::Nothing, [](auto& daemon, const auto& input) {
                               return daemon.stop(input.interface);
                           }};
+constexpr Action kKick = {"kick", Needs::Station, [](auto& daemon, const auto& input) {
+                              return daemon.kick(input.interface, input.station);
+                          }};
 
-// The operands, in their order.
+// Reads the operand behind the interface. Returns what is wrong with it.
+using ReadOperand = std::optional<UsageError> (*)(ActionInput& input, const std::string& word);
+
+std::optional<UsageError> readRole(ActionInput& input, const std::string& word) {
+    if (word.empty() || !isText(word)) return UsageError{"'" + word + "' is no text of a role"};
+    input.role = word;
+    return std::nullopt;
+}
+
+std::optional<UsageError> readStation(ActionInput& input, const std::string& word) {
+    const auto address = MacAddress::fromText(word);
+    if (!address) return UsageError{"'" + word + "' is no address of a station"};
+    input.station = *address;
+    return std::nullopt;
+}
+
+struct Operands {
+    const char* message;  // for another number of them
+    ReadOperand readSecond;
+};
+
+constexpr Operands operandsOf(Needs needs) {
+    switch (needs) {
+        case Needs::Role:
+            return {"takes an interface and a role", readRole};
+        case Needs::Station:
+            return {"takes an interface and the address of a station", readStation};
+        case Needs::Nothing:
+        case Needs::Configuration:
+        case Needs::SafeConfiguration:
+            break;
+    }
+    return {"takes one interface", nullptr};
+}
+
 Result<ActionInput, UsageError> takeOperands(const Action& action) {
     const std::vector<std::string> words = takeArguments();
-    const bool hasRole = action.needs == Needs::Role;
-    if (words.size() != (hasRole ? 2u : 1u)) {
-        // The message does not repeat the arguments, because one may be the passphrase.
-        return Unexpected(
-            UsageError{hasRole ? "takes an interface and a role" : "takes one interface"});
-    }
+    const auto [message, readSecond] = operandsOf(action.needs);
+    // The message does not repeat the arguments, because one may be the passphrase.
+    if (words.size() != (readSecond != nullptr ? 2u : 1u)) return Unexpected(UsageError{message});
     if (!isInterfaceName(words[0])) {
         return Unexpected(UsageError{"'" + words[0] + "' is no name of an interface"});
     }
     ActionInput input = {.interface = words[0]};
-    if (hasRole) {
-        const std::string& role = words[1];
-        if (role.empty() || !isText(role)) {
-            return Unexpected(UsageError{"'" + role + "' is no text of a role"});
-        }
-        input.role = role;
+    if (readSecond != nullptr) {
+        if (auto problem = readSecond(input, words[1])) return Unexpected(*std::move(problem));
     }
     return input;
 }
@@ -158,6 +190,15 @@ CLIOption gRoleOptions[] = {
     {.type = kCLIEnd},
 };
 
+CLIOption gKickOptions[] = {
+    kInterface,
+    {.type = kCLIArgument,
+     .longName = "ADDRESS",
+     .shortHelp = "of the station, such as 02:00:00:00:01:01"},
+    kActionExitStatus,
+    {.type = kCLIEnd},
+};
+
 CLIOption gAddOptions[] = {
     HALVANE_CONFIG_PRESETS,
     HALVANE_CONFIG_OPTIONS,
@@ -215,6 +256,14 @@ constexpr CLIOption kCommands[] = {
      .subOptions = gInterfaceOptions[3],
      .shortHelp = "stop the network of an interface",
      .longHelp = "Asks the Wi-Fi daemon to stop the network of an interface."},
+    {.type = kCLICommand,
+     .longName = kKick.name,
+     .handler = handle<act<kKick>>,
+     .subOptions = gKickOptions,
+     .shortHelp = "send a station away",
+     .longHelp = "Asks the Wi-Fi daemon to send a station away from the networks of an\n"
+                 "interface. The station may come back at once. 'halvane clients' lists the\n"
+                 "stations. A daemon that does not know the request refuses it."},
 };
 
 }  // namespace

@@ -59,6 +59,13 @@ inline bool protectsFrames(const HalvaneBSSConfig& c) {
            c.managementFrameProtection() == kHalvaneManagementFrameProtectionCapable;
 }
 
+inline bool hidesSSID(const HalvaneBSSConfig& c) {
+    return c.hiddenSSID().value_or(false);
+}
+inline bool isolatesStations(const HalvaneBSSConfig& c) {
+    return c.stationIsolation().value_or(false);
+}
+
 // IEEE 802.11-2020, J.4.1: a passphrase has the characters 32 to 126.
 inline bool isPrintable(std::span<const std::uint8_t> octets) {
     return std::ranges::all_of(octets, [](std::uint8_t o) { return o >= 0x20 && o <= 0x7E; });

@@ -179,13 +179,18 @@ Value retries(const Configuration& c) {
 
 // --- WPS ---
 
+// hostapd turns WPS off in a hidden network.
+bool hasWPS(const Configuration& c) {
+    return c.allowSecurityWPS() && !hidesSSID(c);
+}
+
 template <auto name>  // a getter of a text
 Value wpsName(const Configuration& c) {
-    return c.allowSecurityWPS() ? std::invoke(name, c) : std::nullopt;
+    return hasWPS(c) ? std::invoke(name, c) : std::nullopt;
 }
 
 Value methods(const Configuration& c) {
-    if (!c.allowSecurityWPS()) return std::nullopt;
+    if (!hasWPS(c)) return std::nullopt;
     return WordList()
         .add(c.allowPIN(), "label")
         .add(c.allowPushbutton(), "virtual_push_button")
@@ -193,7 +198,7 @@ Value methods(const Configuration& c) {
 }
 
 Value pin(const Configuration& c) {
-    if (!c.allowSecurityWPS() || c.wpsPIN() == 0) return std::nullopt;
+    if (!hasWPS(c) || c.wpsPIN() == 0) return std::nullopt;
     char digits[24] = {};
     std::snprintf(digits, sizeof(digits), "%08lld", static_cast<long long>(c.wpsPIN()));
     return digits;
@@ -254,14 +259,18 @@ constexpr ExportLine kSecretLines[] = {
     {"wpa_passphrase", passphrase},
     {"wpa_psk", key},
 };
+constexpr ExportLine kAccessLines[] = {
+    {"ignore_broadcast_ssid", [](const Configuration& c) { return valueIf(hidesSSID(c), "1"); }},
+    {"ap_isolate", [](const Configuration& c) { return valueIf(isolatesStations(c), "1"); }},
+};
 constexpr ExportLine kHandshakeLines[] = {
     {"ieee8021x",
      [](const Configuration& c) { return valueIf(isWPA(c) && c.allowKeyManagement8021X(), "1"); }},
     {"wpa_group_rekey", rotation},
     {"wpa_group_update_count", retries},
     {"wpa_pairwise_update_count", retries},
-    {"wps_state", [](const Configuration& c) { return valueIf(c.allowSecurityWPS(), "2"); }},
-    {"eap_server", [](const Configuration& c) { return valueIf(c.allowSecurityWPS(), "1"); }},
+    {"wps_state", [](const Configuration& c) { return valueIf(hasWPS(c), "2"); }},
+    {"eap_server", [](const Configuration& c) { return valueIf(hasWPS(c), "1"); }},
     {"config_methods", methods},
     {"ap_pin", pin},
     {"device_name", wpsName<&Configuration::wpsDeviceName>},
@@ -270,9 +279,9 @@ constexpr ExportLine kHandshakeLines[] = {
     {"model_number", wpsName<&Configuration::wpsModelNumber>},
     {"serial_number", wpsName<&Configuration::wpsSerialNumber>},
 };
-constexpr ExportSection kSections[] = {{"", kDriverLines}, {"", kNameLines},
-                                       {"", kRadioLines},  {"", kSecurityLines},
-                                       {"", kSecretLines}, {"", kHandshakeLines}};
+constexpr ExportSection kSections[] = {
+    {"", kDriverLines},   {"", kNameLines},   {"", kAccessLines},   {"", kRadioLines},
+    {"", kSecurityLines}, {"", kSecretLines}, {"", kHandshakeLines}};
 
 constexpr ExportGap kRefusals[] = {
     {isWPSAlone, "WPS alone does not say how the network is encrypted."},
@@ -311,6 +320,8 @@ constexpr ExportGap kLosses[] = {
      "The EAPOL GTK rotation is left out: it is negative."},
     {[](const Configuration& c) { return hasWPSText(c) && !c.allowSecurityWPS(); },
      "The texts for WPS are left out, since WPS is not allowed."},
+    {[](const Configuration& c) { return c.allowSecurityWPS() && !hasWPS(c); },
+     "WPS is left out: hostapd has none in hidden networks."},
 };
 constexpr std::size_t kLossesOfFileAlone = 4;
 
@@ -322,9 +333,13 @@ std::string heading(const Configuration& c) {
 
 }  // namespace
 
-const HostapdParts kHostapdParts = {
-    kNameLines,      kRadioLines, kSecurityLines,
-    kHandshakeLines, kRefusals,   std::span(kLosses).subspan<kLossesOfFileAlone>()};
+const HostapdParts kHostapdParts = {kNameLines,
+                                    kAccessLines,
+                                    kRadioLines,
+                                    kSecurityLines,
+                                    kHandshakeLines,
+                                    kRefusals,
+                                    std::span(kLosses).subspan<kLossesOfFileAlone>()};
 const ExportFormat kHostapdFormat = {"hostapd", heading, kSections, kRefusals, kLosses};
 
 }  // namespace halvane::tool

@@ -14,6 +14,7 @@ namespace halvane::tool {
 
 struct HostapdParts {
     std::span<const ExportLine> name;
+    std::span<const ExportLine> access;     // who sees the network, and reaches whom in it
     std::span<const ExportLine> radio;      // once a file: channel, PHY modes and country
     std::span<const ExportLine> security;   // except the secrets of WPA
     std::span<const ExportLine> handshake;  // 802.1X, EAPOL and WPS

@@ -69,11 +69,13 @@ constexpr ExportGap kRefusals[] = {
     {hasNoSecret, "iwd needs the passphrase or the key."},
     {[](const Configuration& c) { return c.allowUnicastCipherUseGroup(); },
      "iwd has no unicast cipher UseGroup."},
+    {isolatesStations, "iwd does not keep stations from each other."},
 };
 
 constexpr ExportGap kLosses[] = {
     {allowsSAE, "SAE is left out: the network comes out as WPA2-Personal."},
     {protectsFrames, "The protection of management frames is left out."},
+    {hidesSSID, "The SSID is not hidden: iwd hosts no hidden networks."},
     {[](const Configuration& c) { return c.allowSecurityWPA(); }, "WPA is left out beside WPA2."},
     {[](const Configuration& c) { return c.allowKeyManagement8021X(); },
      "802.1X is left out beside PSK."},

@@ -79,6 +79,12 @@ Value secret(const Configuration& c) {
     return c.keyMaterial() ? Value(hexText(c.keyMaterial()->text())) : std::nullopt;
 }
 
+// Without a value NetworkManager has a default of its own, which its configuration may change.
+Value isolation(const Configuration& c) {
+    if (!c.stationIsolation()) return std::nullopt;
+    return isolatesStations(c) ? "1" : "0";
+}
+
 constexpr ExportLine kConnection[] = {
     {"id", identifier},
     {"type", [](const Configuration&) { return Value("wifi"); }},
@@ -88,6 +94,8 @@ constexpr ExportLine kWifi[] = {
     {"ssid", name},
     {"band", band},
     {"channel", channel},
+    {"hidden", [](const Configuration& c) { return hidesSSID(c) ? Value("true") : std::nullopt; }},
+    {"ap-isolation", isolation},
 };
 constexpr ExportLine kSecurity[] = {
     {"key-mgmt", keyManagement},

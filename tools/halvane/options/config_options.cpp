@@ -197,6 +197,8 @@ Problem readAll(HalvaneBSSConfig& configuration, const TypedConfig& typed) {
     if (auto problem = readEach<NameOption>(kNameOptions, configuration, typed, readName)) {
         return problem;
     }
+    if (typed.hidden != 0) configuration.setHiddenSSID(true);
+    if (typed.isolate != 0) configuration.setStationIsolation(true);
     return typed.wpsPIN != nullptr ? readPIN(configuration, typed.wpsPIN) : std::nullopt;
 }
 

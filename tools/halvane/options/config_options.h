@@ -27,6 +27,8 @@ struct TypedConfig {
     const char* ssidHex = nullptr;
     std::int32_t passphrase = 0;
     std::int32_t key = 0;
+    std::int32_t hidden = 0;
+    std::int32_t isolate = 0;
     const char* authentication = nullptr;
     const char* security = nullptr;
     const char* unicast = nullptr;
@@ -97,6 +99,8 @@ constexpr CLIOption configFlag(const char* name, std::int32_t* place, const char
         configFlag("passphrase", &gTypedConfig.passphrase,                                      \
                    "read it from standard input, or ask for it"),                               \
         configFlag("key", &gTypedConfig.key, "derive the pre-shared key of the passphrase"),    \
+        configFlag("hidden", &gTypedConfig.hidden, "leave the SSID out of beacons"),            \
+        configFlag("isolate", &gTypedConfig.isolate, "keep stations from each other"),          \
         configWords<kBSSAuthenticationWords>("authentication", &gTypedConfig.authentication),   \
         configWords<kBSSSecurityWords>("security", &gTypedConfig.security),                     \
         configWords<kBSSUnicastCipherWords>("unicast", &gTypedConfig.unicast),                  \

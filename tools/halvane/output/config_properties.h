@@ -64,6 +64,8 @@ inline constexpr auto kProperties<HalvaneBSSConfig> = std::tuple{
              [](const HalvaneBSSConfig& record) -> std::optional<std::int64_t> {
                  return record.managementFrameProtection();
              }},
+    HALVANE_PROPERTY(hiddenSSID),
+    HALVANE_PROPERTY(stationIsolation),
     // The SSID as text, behind the properties that programs know the order of.
     Property{"ssidText",
              [](const HalvaneBSSConfig& record) { return shownOctetsIn(record.ssid()); }},

@@ -327,6 +327,8 @@ constexpr PropertyMeaning kMeanings[] = {
     {"configuration", "allowKeyManagementSAE", "Whether keys come from SAE, as of WPA3."},
     {"configuration", "managementFrameProtection",
      "Protection of management frames: 0 none, 1 capable, 2 required."},
+    {"configuration", "hiddenSSID", "Whether beacons leave out the SSID."},
+    {"configuration", "stationIsolation", "Whether stations cannot reach each other."},
     {"configuration", "allowPHY80211b", "Whether 802.11b is allowed."},
     {"configuration", "allowPHY80211g", "Whether 802.11g is allowed."},
     {"configuration", "allowPHY80211a", "Whether 802.11a is allowed."},

@@ -94,7 +94,7 @@ class Lines {
 const char* obstacleOfWPS(const HostedNetwork& network) {
     const Configuration& c = network.configuration;
     if (!c.allowSecurityWPS()) return nullptr;
-    if (network.isHidden) return "WPS is left out: hostapd has none in hidden networks.";
+    if (tool::hidesSSID(c)) return "WPS is left out: hostapd has none in hidden networks.";
     if (c.allowSecurityWEP()) return "WPS is left out: hostapd has none with WEP.";
     if (isWPA(c) && !(c.allowSecurityWPA2() && c.allowUnicastCipherCCMP())) {
         return "WPS is left out: hostapd has none without WPA2 and CCMP.";
@@ -147,6 +147,7 @@ using Exported = Result<tool::ExportedConfig, Sentences>;
 Exported exportedForRadio(const Configuration& configuration, bool isFirst) {
     const tool::HostapdParts& parts = tool::kHostapdParts;
     const ExportSection sections[] = {{"", parts.name},
+                                      {"", parts.access},
                                       {"", isFirst ? parts.radio : std::span<const ExportLine>()},
                                       {"", parts.security},
                                       {"", kSecretLines},
@@ -259,8 +260,6 @@ std::string headOf(const HostapdPlan& plan, const HostedNetwork& network, bool i
     lines.add("logger_stdout", "-1");
     lines.add("logger_stdout_level", "2");
     if (plan.driver == Driver::Wired) return lines.text();
-    lines.addIf(network.isHidden, "ignore_broadcast_ssid", "1");
-    lines.addIf(network.isolatesStations, "ap_isolate", "1");
     lines.add("max_num_sta", std::to_string(std::clamp(network.maxStations, 1U, kMaxStations)));
     return lines.text();
 }

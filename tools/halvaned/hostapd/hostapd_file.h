@@ -32,8 +32,6 @@ struct RadiusServer {
 struct HostedNetwork {
     std::string interface = {};
     HalvaneBSSConfig configuration = HalvaneBSSConfig::init();
-    bool isHidden = false;          // beacons do not tell its name
-    bool isolatesStations = false;  // stations do not reach each other
     unsigned maxStations = kMaxStations;
 };
 

@@ -43,11 +43,13 @@ DaemonStatus statusOf(const HostError& error) {
             return kCannotHost;
         case HostError::Kind::Stopped:
             return kStopped;
-        case HostError::Kind::Busy:
         case HostError::Kind::NotReady:
+            return DaemonStatus::NoBSS;
+        case HostError::Kind::UnknownStation:
+            return DaemonStatus::UnknownStation;
+        case HostError::Kind::Busy:
         case HostError::Kind::Refused:
         case HostError::Kind::NoAnswer:
-        case HostError::Kind::UnknownStation:
             break;
     }
     return kHostapdFailed;
@@ -312,6 +314,15 @@ void HostingBackend::stop(std::string_view name, BackendReply<void> reply) {
     InterfaceState state = saved_.of(interface);
     state.isStarted = false;
     saveAndStop(interface, std::move(state), std::move(reply));
+}
+
+void HostingBackend::kick(std::string_view name, const MacAddress& station,
+                          BackendReply<void> reply) {
+    if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
+    auto kept = std::make_shared<BackendReply<void>>(std::move(reply));
+    networks_.kick(std::string(name), station, [kept](const auto& result) {
+        answer(*kept, result ? DaemonStatus::Done : statusOf(result.error()));
+    });
 }
 
 void HostingBackend::saveAndReply(const std::string& interface, InterfaceState state,

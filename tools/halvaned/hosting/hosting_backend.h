@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/mac_address.h"
 #include "halvane/base/result.h"
 #include "halvane/model/bss_config.h"
 #include "halvane/model/client.h"
@@ -79,6 +80,8 @@ class HostingBackend final : public Backend {
                     BackendReply<void> reply) override;
     void start(std::string_view interface, BackendReply<void> reply) override;
     void stop(std::string_view interface, BackendReply<void> reply) override;
+    void kick(std::string_view interface, const MacAddress& station,
+              BackendReply<void> reply) override;
 
   private:
     const DeviceInterface* find(std::string_view interface) const;

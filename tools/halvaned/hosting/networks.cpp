@@ -146,6 +146,15 @@ void Networks::stopAll(const std::function<void()>& done) {
     countdown->finish();
 }
 
+void Networks::kick(const std::string& interface, const MacAddress& station,
+                    const Host::Done& done) {
+    const auto found = hostings_.find(interface);
+    if (found == hostings_.end()) {
+        return done(Unexpected(HostError{HostError::Kind::NotReady, "No network is hosted."}));
+    }
+    found->second.host->kick(station, done);
+}
+
 void Networks::clients(Clients done) {
     const auto countdown =
         std::make_shared<Countdown>([this, done = std::move(done)] { done(book_.list()); });

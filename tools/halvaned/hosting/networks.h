@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/result.h"
 #include "halvane/model/client.h"
 #include "halvane/model/station_change.h"
@@ -66,6 +67,9 @@ class Networks {
     void stopAll(const std::function<void()>& done);
     // Kills what still runs. REQUIRES: no handler is running.
     void killAll() { hostings_.clear(); }
+
+    // Sends a station of the interface away, whichever of its networks it is in.
+    void kick(const std::string& interface, const MacAddress& station, const Host::Done& done);
 
     // All stations of all networks, with what hostapd tells of them now. A network that does not
     // answer adds what is known of its stations.
