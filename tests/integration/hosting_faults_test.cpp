@@ -2,6 +2,7 @@
 // what was acknowledged is kept, no process is left behind, and the next request works.
 #include <csignal>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -12,6 +13,7 @@
 #include <sys/inotify.h>
 #include <sys/mount.h>
 #include <sys/types.h>
+#include <utility>
 #include <vector>
 
 #include "tests/support/bus_caller.h"
@@ -23,15 +25,12 @@
 #include "tests/support/process_list.h"
 #include "tests/support/run_program.h"
 
-using halvane::testing::BusCaller;
 using halvane::testing::enterNamespaces;
 using halvane::testing::FolderWatch;
 using halvane::testing::inPrivateNetwork;
 using halvane::testing::isTrueInChild;
 using halvane::testing::kHostapdFailed;
-using halvane::testing::kNothingToStart;
 using halvane::testing::kNotSaved;
-using halvane::testing::kStopped;
 using halvane::testing::kUnknownInterface;
 using halvane::testing::layCable;
 using halvane::testing::missingForStations;
@@ -72,6 +71,7 @@ class HostingFaults : public ::testing::Test {
     }
 
     void expectUsable() {
+        trial_.write("run/play", "serve\n");
         EXPECT_EQ(trial_.request("bssStart"), 0);
         EXPECT_THAT(trial_.hostapds(), SizeIs(1));
         EXPECT_THAT(trial_.list("queryBSSConfigList", "configs"), HasSubstr(kGarden));
@@ -137,7 +137,6 @@ TEST_F(HostingFaults, TellsTheLineThatHostapdRefuses) {
     EXPECT_EQ(trial_.request("bssStart"), kHostapdFailed);
     trial_.waitForLog("hostapd ended with status 1: Line 3: invalid answer 'x'.");
     expectNothingLeft();
-    trial_.write("run/play", "serve\n");
     expectUsable();
 }
 
@@ -152,7 +151,6 @@ TEST_F(HostingFaults, StopsAHostapdThatIgnoresSIGTERM) {
     host("serve\nstubborn\n");
     EXPECT_EQ(trial_.request("bssStop"), 0);
     expectNothingLeft();
-    trial_.write("run/play", "serve\n");
     expectUsable();
 }
 
@@ -328,7 +326,6 @@ TEST_F(HostingFaults, OutlivesOddAnswersOfHostapd) {
         EXPECT_EQ(trial_.caller().request(halvane::testing::command("clientList")).status(), 0)
             << plays[i].substr(0, 100);
     }
-    trial_.write("run/play", "serve\n");
     expectUsable();
 }
 
