@@ -1,42 +1,42 @@
 // The daemon as its clients meet it on a bus: without a radio, on a wired interface.
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
-#include <optional>
 #include <string>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 #include "tests/support/bus_caller.h"
 #include "tests/support/cable.h"
-#include "tests/support/hostapd_parser.h"
+#include "tests/support/hosting_trial.h"
 #include "tests/support/output_pipe.h"
-#include "tests/support/private_bus.h"
 #include "tests/support/private_network.h"
-#include "tests/support/run_tool.h"
+#include "tests/support/run_program.h"
 #include "tests/support/spawned_process.h"
 #include "tests/support/temporary_folder.h"
 
-using halvane::testing::BusCaller;
 using halvane::testing::command;
-using halvane::testing::enterPrivateNetwork;
-using halvane::testing::hostapdPath;
 using halvane::testing::inPrivateNetwork;
-using halvane::testing::isTrueInChild;
-using halvane::testing::kStationFile;
-using halvane::testing::kStationProgram;
-using halvane::testing::kUsersFile;
+using halvane::testing::kBadConfiguration;
+using halvane::testing::kBadRequest;
+using halvane::testing::kCableStation;
+using halvane::testing::kDisabled;
+using halvane::testing::kHostapdFailed;
+using halvane::testing::kNoBSS;
+using halvane::testing::kNothingToStart;
+using halvane::testing::kNotSaved;
+using halvane::testing::kTooMany;
+using halvane::testing::kUnknownConfiguration;
+using halvane::testing::kUnknownInterface;
+using halvane::testing::kWrongRole;
 using halvane::testing::layCable;
+using halvane::testing::missingForStations;
 using halvane::testing::OutputPipe;
-using halvane::testing::PrivateBus;
-using halvane::testing::runTool;
 using halvane::testing::SpawnedProcess;
-using halvane::testing::stationWords;
+using halvane::testing::Station;
 using halvane::testing::TemporaryFolder;
+using halvane::testing::Trial;
 using halvane::testing::WireData;
 using halvane::testing::WireMessage;
 using ::testing::ElementsAre;
@@ -44,100 +44,6 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 namespace {
-
-constexpr const char kName[] = "org.halvane.halvaned";
-
-// Statuses of docs/protocol.md, and of docs/hosting.md.
-enum Status {
-    kBadRequest = 2,
-    kUnknownInterface = 3,
-    kBadConfiguration = 4,
-    kUnknownConfiguration = 5,
-    kDisabled = 6,
-    kWrongRole = 7,
-    kNothingToStart = 8,
-    kNoBSS = 9,
-    kUnknownStation = 10,
-    kNotSaved = 100,
-    kHostapdFailed = 102,
-    kTooMany = 103,
-};
-
-WireData configuration(const std::string& name) {
-    const std::string text =
-        runTool({"config", "--format=plist", "--wpa2-enterprise", name}).output;
-    return {text.begin(), text.end()};
-}
-
-// The station at the other end of the cable.
-const WireData kStation = {2, 0, 0, 0, 0, 1};
-
-// A daemon for one interface, and its client.
-class Trial {
-  public:
-    explicit Trial(std::string interface) : interface_(std::move(interface)) {
-        write("users", kUsersFile);
-        set("");
-    }
-
-    // Replaces the settings, which count from the next start on.
-    void set(const std::string& more) {
-        settings_ = write("halvaned.conf", "driver = wired\ninterfaces = " + interface_ +
-                                               "\nruntime-folder = " + path("run") +
-                                               "\nstate-file = " + path("state/state.plist") +
-                                               "\neap-user-file = " + path("users") + '\n' + more);
-    }
-
-    void start() {
-        process_.emplace(words(), halvane::testing::StandardStreams{.errors = path("log")});
-        caller_.emplace(bus_.address());  // an earlier one remembers an earlier daemon
-        caller_->waitUntilOwned(kName);
-    }
-    std::vector<std::string> words() const {
-        return {HALVANE_DAEMON, "--config=" + settings_, "--foreground"};
-    }
-    int stop(int signal) {
-        const int status = process_->stop(signal);
-        caller_->waitUntilGone(kName);
-        return status;
-    }
-
-    std::int64_t request(const std::string& name, const std::string& network = {}) {
-        WireMessage message = command(name, interface_);
-        if (!network.empty()) message["bssconfig"] = configuration(network);
-        return caller_->request(message).status();
-    }
-    std::int64_t kick() {
-        WireMessage message = command("kick", interface_);
-        message["MAC"] = kStation;
-        return caller_->request(message).status();
-    }
-    std::string list(const std::string& name, const std::string& key) {
-        return caller_->request(command(name)).text(key);
-    }
-
-    std::string path(const std::string& name) const { return folder_.path() / name; }
-    std::string write(const std::string& name, const std::string& text) const {
-        std::ofstream(path(name)) << text;
-        return path(name);
-    }
-    std::string read(const std::string& name) const {
-        std::ifstream file(path(name));
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    BusCaller& caller() { return *caller_; }
-    PrivateBus& bus() { return bus_; }
-    SpawnedProcess& process() { return *process_; }
-
-  private:
-    TemporaryFolder folder_;
-    PrivateBus bus_;
-    std::optional<BusCaller> caller_;
-    std::string interface_;
-    std::string settings_;
-    std::optional<SpawnedProcess> process_;
-};
 
 // --- Without a station: every system has this interface ---
 
@@ -195,7 +101,7 @@ TEST_F(HostingDaemon, SendsNobodyAwayWhereItHostsNothing) {
     EXPECT_EQ(trial_.kick(), kNoBSS);
     EXPECT_EQ(trial_.request("kick"), kBadRequest);
     WireMessage elsewhere = command("kick", "wlan7");
-    elsewhere["MAC"] = kStation;
+    elsewhere["MAC"] = kCableStation;
     EXPECT_EQ(trial_.caller().request(elsewhere).status(), kUnknownInterface);
 }
 
@@ -317,34 +223,16 @@ TEST(HostingDaemonOptions, RefusesWhatItCannotUse) {
 class HostingDaemonTrial : public ::testing::Test {
   protected:
     void SetUp() override {
-        if (hostapdPath().empty()) GTEST_SKIP() << "hostapd is not installed";
-        if (::access(kStationProgram, X_OK) != 0) GTEST_SKIP() << "wpa_supplicant is not installed";
-        if (!isTrueInChild([] { return enterPrivateNetwork() && layCable(); })) {
-            GTEST_SKIP() << "this system has no network namespaces or no cables for tests";
-        }
+        if (const auto missing = missingForStations()) GTEST_SKIP() << *missing;
     }
 };
-
-class Station {
-  public:
-    explicit Station(const Trial& trial)
-        : process_(stationWords(trial.write("station", kStationFile)),
-                   {.output = trial.path("station-log")}) {}
-
-  private:
-    SpawnedProcess process_;
-};
-
-void subscribe(Trial& trial) {
-    EXPECT_EQ(trial.caller().request({{"command", "subscribe"}, {"notifyAP", true}}).status(), 0);
-}
 
 TEST_F(HostingDaemonTrial, HostsAStationUntilItIsStopped) {
     inPrivateNetwork([] {
         ASSERT_TRUE(layCable());
         Trial trial("cable0");
         trial.start();
-        subscribe(trial);
+        trial.subscribe();
         EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
         EXPECT_EQ(trial.request("bssStart"), 0);
         EXPECT_EQ(trial.request("bssStart"), 0);
@@ -364,26 +252,6 @@ TEST_F(HostingDaemonTrial, HostsAStationUntilItIsStopped) {
     });
 }
 
-TEST_F(HostingDaemonTrial, SendsAStationAway) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
-        subscribe(trial);
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
-        EXPECT_EQ(trial.kick(), kUnknownStation);
-        const Station station(trial);
-        EXPECT_THAT(trial.caller().nextEvents(2),
-                    ElementsAre("joined cable0 020000000001", "authorized cable0 020000000001"));
-        EXPECT_EQ(trial.kick(), 0);
-        EXPECT_THAT(trial.caller().nextEvents(1), ElementsAre("kicked cable0 020000000001"));
-        EXPECT_EQ(trial.request("bssStop"), 0);
-        EXPECT_EQ(trial.kick(), kNoBSS);
-        EXPECT_EQ(trial.stop(SIGTERM), 0);
-    });
-}
-
 TEST_F(HostingDaemonTrial, HostsAgainAfterItWasKilled) {
     inPrivateNetwork([] {
         ASSERT_TRUE(layCable());
@@ -395,7 +263,7 @@ TEST_F(HostingDaemonTrial, HostsAgainAfterItWasKilled) {
         trial.start();
         // It waits for the network that the daemon starts by itself.
         EXPECT_EQ(trial.request("bssStart"), 0);
-        subscribe(trial);
+        trial.subscribe();
         const Station station(trial);
         EXPECT_THAT(trial.caller().nextEvents(2),
                     ElementsAre("joined cable0 020000000001", "authorized cable0 020000000001"));

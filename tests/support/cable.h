@@ -27,6 +27,7 @@ inline bool layCable() {
 }
 
 inline constexpr const char* kStationProgram = "/sbin/wpa_supplicant";
+inline constexpr const char* kStationControl = "/sbin/wpa_cli";
 
 // What makes the program join the cable's network, as the user that the other constant lets in.
 inline constexpr const char kStationFile[] =

@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <string>
+#include <sys/types.h>
 #include <sys/wait.h>
 #include <utility>
 #include <vector>
@@ -21,6 +22,8 @@ class SpawnedProcess {
     SpawnedProcess(const SpawnedProcess&) = delete;
     SpawnedProcess& operator=(const SpawnedProcess&) = delete;
     ~SpawnedProcess() { stop(SIGKILL); }
+
+    pid_t number() const { return process_; }  // -1 after its end
 
     void send(int signal) const {
         if (process_ > 0) ::kill(process_, signal);

@@ -4,11 +4,9 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
@@ -21,7 +19,7 @@
 #include "halvane/model/bss_config.h"
 #include "halvane/model/station_change.h"
 
-#include "tests/halvaned/hostapd/played_server.h"
+#include "tests/halvaned/hostapd/played_network.h"
 #include "tests/halvaned/hostapd/test_loop.h"
 #include "tests/support/made_config.h"
 #include "tests/support/run_program.h"
@@ -29,9 +27,10 @@
 
 using namespace halvane;
 using namespace halvane::hosting;
+using halvane::testing::addressText;
 using halvane::testing::openNetwork;
 using halvane::testing::personalNetwork;
-using halvane::testing::PlayedServer;
+using halvane::testing::PlayedNetwork;
 using halvane::testing::TemporaryFolder;
 using halvane::testing::TestLoop;
 
@@ -41,55 +40,9 @@ using Texts = std::vector<std::string>;
 using State = Host::State;
 using ErrorKind = HostError::Kind;
 
-std::string addressText(int number) {
-    char text[32];
-    std::snprintf(text, sizeof(text), "02:00:00:00:%02x:%02x", number >> 8 & 0xFF, number & 0xFF);
-    return text;
-}
 MacAddress addressOf(int number) {
     return MacAddress::fromText(addressText(number)).value();
 }
-
-// hostapd's answers for one network, whose stations are in the order of their addresses.
-class PlayedNetwork {
-  public:
-    PlayedNetwork(sd_event* loop, const std::string& path)
-        : server_(loop, path, [this](const std::string& request) { return reply(request); }) {}
-
-    PlayedServer& server() { return server_; }
-
-    std::string state = "ENABLED";
-    std::map<std::string, std::string> flags;                   // of stations
-    std::map<std::string, std::optional<std::string>> replies;  // other than the usual ones
-
-  private:
-    std::optional<std::string> reply(const std::string& request) {
-        const std::string verb = request.substr(0, request.find(' '));
-        if (const auto other = replies.find(verb); other != replies.end()) return other->second;
-        if (verb == "ATTACH") return "OK\n";
-        if (verb == "PING") return "PONG\n";
-        if (verb == "STATUS") return "state=" + state + "\nphy=\n";
-        if (verb == "STA-FIRST") return record(flags.begin());
-        const std::string address = request.substr(verb.size() + 1);
-        if (verb == "STA") return record(flags.find(address));
-        if (verb == "STA-NEXT") {
-            const auto found = flags.find(address);
-            return found == flags.end() ? "FAIL\n" : record(std::next(found));
-        }
-        if (verb == "DEAUTHENTICATE") {
-            if (flags.erase(address) > 0) server_.send("<3>AP-STA-DISCONNECTED " + address);
-            return "OK\n";
-        }
-        return "UNKNOWN COMMAND\n";
-    }
-
-    std::string record(std::map<std::string, std::string>::const_iterator station) const {
-        if (station == flags.end()) return "";
-        return station->first + "\nflags=" + station->second + "\naid=1\nsignal=-40\n";
-    }
-
-    PlayedServer server_;
-};
 
 class HostTest : public ::testing::Test {
   protected:

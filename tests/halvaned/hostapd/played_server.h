@@ -31,7 +31,7 @@ class PlayedServer {
         address.sun_family = AF_UNIX;
         if (path_.size() >= sizeof(address.sun_path)) throw std::runtime_error("a long path");
         path_.copy(address.sun_path, path_.size());
-        socket_ = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+        socket_ = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
         if (::bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0 ||
             ::sd_event_add_io(loop, &source_, socket_, EPOLLIN, happened, this) < 0) {
             throw std::runtime_error("no socket " + path_);
@@ -47,16 +47,21 @@ class PlayedServer {
 
     // Sends a message to the client that spoke last, which must have room for it. Returns whether
     // it had.
-    bool send(std::string_view message) const {
-        return ::sendto(socket_, message.data(), message.size(), MSG_DONTWAIT,
-                        reinterpret_cast<const sockaddr*>(&client_), clientSize_) >= 0;
-    }
+    bool send(std::string_view message) const { return send(message, MSG_DONTWAIT); }
+
+    // The same, but waits for room. REQUIRES: the client is on another loop.
+    bool sendPatiently(std::string_view message) const { return send(message, 0); }
 
     void setScript(Script script) { script_ = std::move(script); }
 
     const std::vector<std::string>& requests() const { return requests_; }
 
   private:
+    bool send(std::string_view message, int flags) const {
+        return ::sendto(socket_, message.data(), message.size(), flags | MSG_NOSIGNAL,
+                        reinterpret_cast<const sockaddr*>(&client_), clientSize_) >= 0;
+    }
+
     static int happened(sd_event_source*, int, std::uint32_t, void* server) {
         static_cast<PlayedServer*>(server)->answer();
         return 0;
@@ -65,7 +70,7 @@ class PlayedServer {
     void answer() {
         std::array<char, 4096> octets;
         clientSize_ = sizeof(client_);
-        const auto size = ::recvfrom(socket_, octets.data(), octets.size(), 0,
+        const auto size = ::recvfrom(socket_, octets.data(), octets.size(), MSG_DONTWAIT,
                                      reinterpret_cast<sockaddr*>(&client_), &clientSize_);
         if (size < 0) return;
         requests_.emplace_back(octets.data(), static_cast<std::size_t>(size));

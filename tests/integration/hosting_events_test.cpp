@@ -1,0 +1,157 @@
+// What `halvane monitor` prints while halvaned and hostapd host a station at a cable.
+#include <csignal>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "tests/support/cable.h"
+#include "tests/support/hosting_trial.h"
+#include "tests/support/private_network.h"
+#include "tests/support/run_tool.h"
+#include "tests/support/running_program.h"
+
+using halvane::testing::inPrivateNetwork;
+using halvane::testing::kNoBSS;
+using halvane::testing::kUnknownStation;
+using halvane::testing::layCable;
+using halvane::testing::missingForStations;
+using halvane::testing::RunningProgram;
+using halvane::testing::runTool;
+using halvane::testing::Station;
+using halvane::testing::toolWords;
+using halvane::testing::Trial;
+using ::testing::HasSubstr;
+
+namespace {
+
+class HostingEvents : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (const auto missing = missingForStations()) GTEST_SKIP() << *missing;
+    }
+};
+
+class Monitor {
+  public:
+    Monitor() : program_(toolWords({"monitor"})) {
+        EXPECT_EQ(program_.errorLine(),
+                  "halvane: monitor: asked for notifications; Control-C ends\n");
+    }
+
+    // The event, the station and the interface of the next line, which begins with the time.
+    std::string next() const {
+        std::string line = program_.outputLine();
+        if (line.starts_with("-- ")) line = program_.outputLine();
+        return line.substr(line.find(' ') + 1);
+    }
+
+    // Ends it. Returns what it has printed since.
+    std::string end() {
+        EXPECT_EQ(program_.stop(SIGINT), 0);
+        return program_.outputLine() + program_.errorLine();
+    }
+
+  private:
+    RunningProgram program_;
+};
+
+constexpr const char kJoined[] = "joined     02:00:00:00:00:01 cable0\n";
+constexpr const char kAuthorized[] = "authorized 02:00:00:00:00:01 cable0\n";
+constexpr const char kKicked[] = "kicked     02:00:00:00:00:01 cable0\n";
+constexpr const char kLeft[] = "left       02:00:00:00:00:01 cable0\n";
+
+TEST_F(HostingEvents, TellsAStationThatComesGoesAndComesBack) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        Monitor monitor;
+        EXPECT_EQ(runTool({"add", "cable0", "--wpa2-enterprise", "Garden"}).status, 0);
+        EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
+        const Station station(trial);
+        EXPECT_EQ(monitor.next(), kJoined);
+        EXPECT_EQ(monitor.next(), kAuthorized);
+        EXPECT_THAT(runTool({"clients"}).output,
+                    HasSubstr("\n02:00:00:00:00:01 (local) associated "));
+        station.leave();
+        EXPECT_EQ(monitor.next(), kLeft);
+        EXPECT_THAT(runTool({"clients"}).output, HasSubstr("\n02:00:00:00:00:01 (local) gone "));
+        // hostapd would refuse the next try of a station that has just logged off.
+        EXPECT_EQ(runTool({"stop", "cable0"}).status, 0);
+        EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
+        station.comeBack();
+        EXPECT_EQ(monitor.next(), kJoined);
+        EXPECT_EQ(monitor.next(), kAuthorized);
+        EXPECT_EQ(runTool({"stop", "cable0"}).status, 0);
+        EXPECT_EQ(monitor.next(), kLeft);
+        EXPECT_EQ(monitor.end(), "");
+        EXPECT_EQ(trial.stop(SIGTERM), 0);
+    });
+}
+
+TEST_F(HostingEvents, TellsAStationThatIsSentAway) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        Monitor monitor;
+        EXPECT_EQ(runTool({"add", "cable0", "--wpa2-enterprise", "Garden"}).status, 0);
+        EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
+        EXPECT_EQ(trial.kick(), kUnknownStation);
+        const Station station(trial);
+        EXPECT_EQ(monitor.next(), kJoined);
+        EXPECT_EQ(monitor.next(), kAuthorized);
+        EXPECT_EQ(runTool({"kick", "cable0", "02:00:00:00:00:01"}).status, 0);
+        EXPECT_EQ(monitor.next(), kKicked);
+        EXPECT_EQ(runTool({"stop", "cable0"}).status, 0);
+        EXPECT_EQ(trial.kick(), kNoBSS);
+        EXPECT_EQ(trial.stop(SIGTERM), 0);
+    });
+}
+
+TEST_F(HostingEvents, TellsTheStationsOfAHostapdThatWasKilled) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        Monitor monitor;
+        const Station station(trial);
+        EXPECT_EQ(monitor.next(), kJoined);
+        EXPECT_EQ(monitor.next(), kAuthorized);
+        trial.sendToHostapd(SIGKILL);
+        EXPECT_EQ(monitor.next(), kLeft);
+        EXPECT_EQ(trial.request("bssStart"), 0);  // waits for the next hostapd
+        EXPECT_EQ(trial.hostapds().size(), 1U);
+        station.leave();
+        station.comeBack();
+        EXPECT_EQ(monitor.next(), kJoined);
+        EXPECT_EQ(monitor.next(), kAuthorized);
+        EXPECT_EQ(monitor.end(), "");
+    });
+}
+
+// hostapd learns of that when the interface goes down with the daemon's network, not before.
+TEST_F(HostingEvents, TellsNothingOfAStationThatGoesWithoutAWord) {
+    inPrivateNetwork([] {
+        ASSERT_TRUE(layCable());
+        Trial trial("cable0");
+        trial.start();
+        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
+        EXPECT_EQ(trial.request("bssStart"), 0);
+        Monitor monitor;
+        {
+            const Station station(trial);
+            EXPECT_EQ(monitor.next(), kJoined);
+            EXPECT_EQ(monitor.next(), kAuthorized);
+        }
+        EXPECT_THAT(trial.list("clientList", "clients"),
+                    HasSubstr("<key>isAssociated</key>\n\t\t<true/>"));
+        EXPECT_EQ(trial.request("bssStop"), 0);
+        EXPECT_EQ(monitor.next(), kLeft);
+        EXPECT_EQ(monitor.end(), "");
+    });
+}
+
+}  // namespace
