@@ -202,7 +202,8 @@ TEST_F(HostingFaults, HostsAgainAfterADeathThatHostapdSurvives) {
 TEST_F(HostingFaults, HostsAgainAfterADeathWhileItWritesHostapdsFile) {
     host("serve\n");
     EXPECT_EQ(trial_.stop(SIGTERM), 0);
-    for (const std::uint32_t step : {IN_CREATE, IN_MODIFY, IN_MOVED_TO}) {
+    constexpr std::uint32_t kSteps[] = {IN_CREATE, IN_MODIFY, IN_MOVED_TO};
+    for (const std::uint32_t step : kSteps) {
         trial_.setFake("serve\n");
         const FolderWatch watch(trial_.path("run"), step);
         trial_.launch();
