@@ -18,6 +18,7 @@
 
 #include "bench/bus_bytes.h"
 #include "tests/support/private_bus.h"
+#include "tests/support/spawn_program.h"
 #include "tests/support/spawned_process.h"
 #include "tests/support/temporary_folder.h"
 

@@ -1,4 +1,5 @@
 // The unit of systemd that is installed with the daemon, as systemd itself reads it.
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iostream>
