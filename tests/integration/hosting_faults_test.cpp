@@ -30,6 +30,7 @@ using halvane::testing::FolderWatch;
 using halvane::testing::inPrivateNetwork;
 using halvane::testing::isTrueInChild;
 using halvane::testing::kHostapdFailed;
+using halvane::testing::kHostingName;
 using halvane::testing::kNotSaved;
 using halvane::testing::kUnknownInterface;
 using halvane::testing::layCable;
@@ -242,6 +243,7 @@ TEST_F(HostingFaults, ForgetsARequestThatItNeverRead) {
     host("serve\n");
     trial_.process().send(SIGSTOP);
     const auto reply = trial_.caller().requestLater(trial_.message("disable"));
+    trial_.caller().ownerOf(kHostingName);  // the bus has it once it has replied to this
     trial_.process().send(SIGKILL);
     trial_.caller().waitFor(*reply);
     EXPECT_EQ(reply->error, "org.freedesktop.DBus.Error.NoReply");
