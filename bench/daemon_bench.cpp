@@ -1,16 +1,13 @@
 // A request of the daemon's client, and its notifications, beside a bare sd-bus client. Both ask
 // the same service on the same bus for the same bytes.
 #include <benchmark/benchmark.h>
-#include <csignal>
+#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <systemd/sd-bus.h>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -28,35 +25,15 @@
 #include "halvane/regulatory/channel.h"
 #include "halvane/utils/log.h"
 
+#include "bench/bus_bytes.h"
 #include "tests/support/private_bus.h"
 
 namespace {
 
 using namespace halvane;
+using namespace halvane::bench;
 
-constexpr const char* kPath = "/org/halvane/halvaned";
 constexpr unsigned kBurst = 10000;
-
-void expect(bool holds) {
-    if (!holds) std::abort();
-}
-
-void check(int status) {
-    expect(status >= 0);
-}
-
-struct Unref {
-    void operator()(sd_bus* bus) const { ::sd_bus_flush_close_unref(bus); }
-    void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
-};
-using Bus = std::unique_ptr<sd_bus, Unref>;
-using Message = std::unique_ptr<sd_bus_message, Unref>;
-
-Bus openBus() {
-    sd_bus* bus = nullptr;
-    check(::sd_bus_open_system(&bus));
-    return Bus(bus);
-}
 
 // --- The service, a process of its own ---
 
@@ -79,18 +56,6 @@ std::string interfaceList(unsigned count) {
         interfaces.emplace_back(std::move(skeleton));
     }
     return *xmlPropertyList(interfaces);
-}
-
-void appendStatusAndData(sd_bus_message* message, const std::string& data) {
-    check(::sd_bus_message_open_container(message, 'a', "{sv}"));
-    check(::sd_bus_message_append(message, "{sv}", "status", "x", std::int64_t{0}));
-    check(::sd_bus_message_open_container(message, 'e', "sv"));
-    check(::sd_bus_message_append(message, "s", "interfaces"));
-    check(::sd_bus_message_open_container(message, 'v', "ay"));
-    check(::sd_bus_message_append_array(message, 'y', data.data(), data.size()));
-    check(::sd_bus_message_close_container(message));
-    check(::sd_bus_message_close_container(message));
-    check(::sd_bus_message_close_container(message));
 }
 
 void sendNotification(sd_bus* bus, const char* destination) {
@@ -120,68 +85,31 @@ int answer(sd_bus_message* request, void* list, sd_bus_error*) {
     sd_bus_message* reply = nullptr;
     check(::sd_bus_message_new_method_return(request, &reply));
     const Message owner(reply);
-    appendStatusAndData(reply, *static_cast<const std::string*>(list));
+    append(reply, {"interfaces", *static_cast<const std::string*>(list)});
     check(::sd_bus_send(bus, reply, nullptr));
     return 1;
-}
-
-[[noreturn]] void serve(std::string list, int readyPipe) {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const Bus bus = openBus();
-    static const sd_bus_vtable kMethods[] = {
-        SD_BUS_VTABLE_START(0),
-        SD_BUS_METHOD("Request", "a{sv}", "a{sv}", answer, SD_BUS_VTABLE_UNPRIVILEGED),
-        SD_BUS_VTABLE_END};
-    check(
-        ::sd_bus_add_object_vtable(bus.get(), nullptr, kPath, kDaemonServiceName, kMethods, &list));
-    check(::sd_bus_request_name(bus.get(), kDaemonServiceName, 0));
-    expect(::write(readyPipe, "", 1) == 1);
-    for (;;) {
-        const int status = ::sd_bus_process(bus.get(), nullptr);
-        if (status < 0) ::_exit(0);
-        if (status == 0) check(::sd_bus_wait(bus.get(), UINT64_MAX));
-    }
 }
 
 // A bus and a service on it that lists `interfaces` interfaces.
 class Stage {
   public:
-    explicit Stage(unsigned interfaces) {
+    explicit Stage(unsigned interfaces) : list_(interfaceList(interfaces)) {
         gLogCategory_WiFiXPC.level = kLogLevelOff;
-        std::string list = interfaceList(interfaces);
-        int ready[2] = {};
-        check(::pipe(ready));
-        process_ = ::fork();
-        if (process_ == 0) serve(std::move(list), ready[1]);
-        ::close(ready[1]);
-        char byte = 0;
-        expect(::read(ready[0], &byte, 1) == 1);
-        ::close(ready[0]);
-    }
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
-    ~Stage() {
-        ::kill(process_, SIGKILL);
-        ::waitpid(process_, nullptr, 0);
+        service_.emplace(answer, &list_);
     }
 
   private:
     testing::PrivateBus bus_;
-    pid_t process_ = -1;
+    std::string list_;
+    std::optional<BytesService> service_;
 };
 
 // --- The bare client ---
 
 // Sends a request, and gets the bytes of the list from the reply.
 std::size_t bareRequest(sd_bus* bus, const char* command) {
-    sd_bus_message* request = nullptr;
-    check(::sd_bus_message_new_method_call(bus, &request, kDaemonServiceName, kPath,
-                                           kDaemonServiceName, "Request"));
-    const Message requestOwner(request);
-    check(::sd_bus_message_append(request, "a{sv}", 1, "command", "s", command));
-    sd_bus_message* reply = nullptr;
-    check(::sd_bus_call(bus, request, UINT64_MAX, nullptr, &reply));
-    const Message replyOwner(reply);
+    const Message owner = requestMessage(bus, command);
+    sd_bus_message* reply = owner.get();
     const char* key = nullptr;
     std::int64_t status = -1;
     const void* bytes = nullptr;

@@ -132,7 +132,7 @@ TEST_F(HostingEvents, TellsTheStationsOfAHostapdThatWasKilled) {
     });
 }
 
-// hostapd learns of that when the interface goes down with the daemon's network, not before.
+// hostapd hears of stations at a cable only what they send.
 TEST_F(HostingEvents, TellsNothingOfAStationThatGoesWithoutAWord) {
     inPrivateNetwork([] {
         ASSERT_TRUE(layCable());

@@ -30,6 +30,7 @@ using halvane::testing::FolderWatch;
 using halvane::testing::inPrivateNetwork;
 using halvane::testing::isTrueInChild;
 using halvane::testing::kHostapdFailed;
+using halvane::testing::kHostingName;
 using halvane::testing::kNotSaved;
 using halvane::testing::kUnknownInterface;
 using halvane::testing::layCable;
@@ -202,7 +203,8 @@ TEST_F(HostingFaults, HostsAgainAfterADeathThatHostapdSurvives) {
 TEST_F(HostingFaults, HostsAgainAfterADeathWhileItWritesHostapdsFile) {
     host("serve\n");
     EXPECT_EQ(trial_.stop(SIGTERM), 0);
-    for (const std::uint32_t step : {IN_CREATE, IN_MODIFY, IN_MOVED_TO}) {
+    constexpr std::uint32_t kSteps[] = {IN_CREATE, IN_MODIFY, IN_MOVED_TO};
+    for (const std::uint32_t step : kSteps) {
         trial_.setFake("serve\n");
         const FolderWatch watch(trial_.path("run"), step);
         trial_.launch();
@@ -241,6 +243,7 @@ TEST_F(HostingFaults, ForgetsARequestThatItNeverRead) {
     host("serve\n");
     trial_.process().send(SIGSTOP);
     const auto reply = trial_.caller().requestLater(trial_.message("disable"));
+    trial_.caller().ownerOf(kHostingName);  // the bus has it once it has replied to this
     trial_.process().send(SIGKILL);
     trial_.caller().waitFor(*reply);
     EXPECT_EQ(reply->error, "org.freedesktop.DBus.Error.NoReply");

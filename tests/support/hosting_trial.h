@@ -2,6 +2,7 @@
 #ifndef TESTS_SUPPORT_HOSTING_TRIAL_H
 #define TESTS_SUPPORT_HOSTING_TRIAL_H
 
+#include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +18,7 @@
 
 #include "tests/support/bus_caller.h"
 #include "tests/support/cable.h"
+#include "tests/support/child_process.h"
 #include "tests/support/folder_watch.h"
 #include "tests/support/hostapd_parser.h"
 #include "tests/support/private_bus.h"
@@ -24,6 +26,7 @@
 #include "tests/support/process_list.h"
 #include "tests/support/run_program.h"
 #include "tests/support/run_tool.h"
+#include "tests/support/spawn_program.h"
 #include "tests/support/spawned_process.h"
 #include "tests/support/temporary_folder.h"
 

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <poll.h>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <sys/syscall.h>
@@ -26,7 +26,9 @@ inline std::vector<pid_t> processesOf(std::string_view lastWord) {
         const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
         if (error != std::errc() || end != name.data() + name.size()) continue;
         std::ifstream file(entry.path() / "cmdline", std::ios::binary);
-        std::string words(std::istreambuf_iterator<char>(file), {});
+        std::ostringstream read;
+        read << file.rdbuf();  // nothing of a process that has ended meanwhile
+        std::string words = read.str();
         if (!words.empty()) words.pop_back();  // the zero at the end
         if (words.substr(words.rfind('\0') + 1) == lastWord) found.push_back(process);
     }

@@ -9,13 +9,20 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
+#include <sched.h>
 #include <string>
 #include <string_view>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <sys/wait.h>
+#include <systemd/sd-event.h>
+#include <unistd.h>
 #include <utility>
 
 #include "tests/halvaned/hostapd/test_loop.h"
+#include "tests/support/child_process.h"
+#include "tests/support/private_network.h"
 #include "tests/support/temporary_folder.h"
 #include "tools/halvaned/hostapd/child_process.h"
 
@@ -131,6 +138,34 @@ TEST_F(PredecessorTest, KnowsTheInterfacesThatHostapdMade) {
     write("wlan1.conf", "interface=wlan1\n");
     const Predecessor predecessor(loop_.get(), folder_.path(), kLong, [](std::size_t) {});
     EXPECT_THAT(predecessor.made(), ::testing::ElementsAre("wlan0_1", "wlan0_2"));
+}
+
+// A process may end between an open() and a read() of its files, which then fails. So does the read
+// of a folder in the place of the file.
+TEST_F(PredecessorTest, LooksAtAProcessThatEndsMeanwhile) {
+    const pid_t other = halvane::testing::startChild([] { return ::pause() == 0; });
+    write("wlan0.pid", std::to_string(other) + "\n");
+    const std::string facts = "/proc/" + std::to_string(other);
+    const auto hide = [&facts] {
+        return halvane::testing::enterNamespaces(CLONE_NEWNS) &&
+               ::mount("none", facts.c_str(), "tmpfs", 0, nullptr) == 0 &&
+               std::filesystem::create_directory(facts + "/cmdline");
+    };
+    if (halvane::testing::isTrueInChild(hide)) {
+        EXPECT_TRUE(halvane::testing::isTrueInChild([&] {
+            const TestLoop loop;  // one of the parent's turns nowhere else
+            std::optional<std::size_t> ended;
+            if (!hide()) return false;
+            const Predecessor predecessor(loop.get(), folder_.path(), kLong,
+                                          [&](std::size_t count) { ended = count; });
+            while (!ended) {
+                if (::sd_event_run(loop.get(), UINT64_MAX) < 0) return false;
+            }
+            return ended == 0U;
+        }));
+    }
+    ::kill(other, SIGKILL);
+    ::waitpid(other, nullptr, 0);
 }
 
 }  // namespace

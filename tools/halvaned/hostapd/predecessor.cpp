@@ -4,8 +4,6 @@
 #include <charconv>
 #include <csignal>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <sstream>
 #include <string_view>
@@ -41,10 +39,10 @@ std::optional<pid_t> numberIn(const std::string& path) {
     return number;
 }
 
-// The last word of the command line of a process; empty if there is no such process.
+// The last word of the command line of a process; empty if there is no such process, or no more.
 std::string lastWordOf(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/cmdline", std::ios::binary);
-    std::string line(std::istreambuf_iterator<char>(file), {});
+    constexpr std::size_t kMost = 65536;
+    std::string line = readFile("/proc/" + std::to_string(process) + "/cmdline", kMost).text;
     if (!line.empty() && line.back() == '\0') line.pop_back();
     return line.substr(line.rfind('\0') + 1);
 }
