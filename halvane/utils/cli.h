@@ -126,7 +126,6 @@ struct CLIOption {
 #undef HALVANE_CLI_ZERO
 
 /* Converts a text for valuePtr or countPtr of a version option, and for defaultValue. */
-/* Casts for the fields of a row that are no pointers to text: valuePtr, and defaultValue. */
 #define CLI_TEXT(text) ((void*)(text))
 #define CLI_DEFAULT_TEXT(text) ((uintptr_t)(text))
 
