@@ -1,9 +1,8 @@
-#include "halvane/air/profile.h"
-
 #include <cstdint>
 #include <iostream>
 #include <vector>
 
+#include "halvane/air/profile.h"
 #include "halvane/air/security.h"
 #include "halvane/base/mac_address.h"
 
@@ -11,5 +10,5 @@ int main() {
     const std::vector<std::uint8_t> elements = {0, 4, 'h', 'o', 'm', 'e'};
     const halvane::MacAddress bssid({2, 0, 0, 0, 0, 1});
     const std::uint16_t capabilities = 1, beaconInterval = 100;
-@BLOCK@
+    // BLOCK
 }

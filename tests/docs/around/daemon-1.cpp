@@ -9,10 +9,11 @@ using namespace halvane;
 
 const std::vector<HalvaneInterface> list;
 
-@BLOCK@
+// BLOCK
 int main() {
     int count = 0;
-    interfaces(BackendReply<std::vector<HalvaneInterface>>([&](auto result) { count += result.has_value(); }));
+    interfaces(BackendReply<std::vector<HalvaneInterface>>(
+        [&](auto result) { count += result.has_value(); }));
     enable("wlan0", BackendReply<void>([&](auto result) { count += result.has_value(); }));
     start("wlan0", BackendReply<void>([&](auto result) { count += !result.has_value(); }));
     return count == 3 ? 0 : 1;

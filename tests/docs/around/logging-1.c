@@ -2,7 +2,7 @@
 
 void roam(const uint8_t* address, int rssi);
 
-@BLOCK@
+// BLOCK
 int main(void) {
     const uint8_t address[6] = {2, 0, 0, 0, 0, 1};
     roam(address, -61);

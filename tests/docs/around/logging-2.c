@@ -3,6 +3,6 @@
 #include "halvane/utils/log.h"
 
 int main(void) {
-    @BLOCK@
+    // BLOCK
     return 0;
 }
