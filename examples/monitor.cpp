@@ -7,11 +7,14 @@
 #include <span>
 #include <string>
 
+#include "halvane/air/bss_profile.h"
 #include "halvane/air/profile.h"
 #include "halvane/air/security.h"
 #include "halvane/base/mac_address.h"
+#include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/captured_frame.h"
 #include "halvane/capture/link_type.h"
+#include "halvane/capture/radio_header.h"
 
 using namespace halvane;
 
@@ -27,10 +30,10 @@ pcap_t* opened(const char* source) {
     return capture;
 }
 
-void print(const capture::BeaconFrame& beacon, const capture::RadioInfo& radio) {
+void print(const capture::BeaconFrame& beacon, const capture::RadioInfo& radio, bool isCut) {
     const air::BssProfile network =
         air::profileOf(beacon.elements, {beacon.bssid, beacon.capabilities, beacon.beaconInterval},
-                       {radio.frequencyMHz, radio.signalDBm, beacon.isCut});
+                       {radio.frequencyMHz, radio.signalDBm, isCut});
     std::printf("%s  %4d dBm  %-24s %s\n", beacon.bssid.text().c_str(), radio.signalDBm.value_or(0),
                 std::string(air::securityName(*network.security.name)).c_str(),
                 network.ssid ? network.ssid->value.text().c_str() : "");
@@ -52,7 +55,8 @@ int main(int argc, char** argv) {
         if (outcome == 0) continue;  // nothing was heard for a moment
         const auto frame = capture::examinePacket(*linkType, {bytes, header->caplen}, header->len);
         const capture::BeaconFrame* const beacon = frame.beacon();
-        if (beacon != nullptr && known.insert(beacon->bssid).second) print(*beacon, frame.radio);
+        if (beacon != nullptr && known.insert(beacon->bssid).second)
+            print(*beacon, frame.radio, frame.isCut);
     }
     pcap_close(source);
 }

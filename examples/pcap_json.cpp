@@ -1,5 +1,6 @@
 // The networks of a capture file as JSON: example_pcap_json FILE
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <pcap/pcap.h>
 #include <span>
 #include <string>
@@ -10,8 +11,7 @@
 #include "halvane/capture/link_type.h"
 #include "halvane/ie/mac.h"
 
-#include "nlohmann/json.hpp"
-
+// NOLINTNEXTLINE(bugprone-exception-escape): only a lack of memory throws.
 int main(int argc, char** argv) {
     using namespace halvane;
 

@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "halvane/air/generation.h"
+#include "halvane/air/bss_profile.h"
+#include "halvane/air/finding.h"
 #include "halvane/air/rule.h"
 #include "halvane/air/security.h"
 #include "halvane/base/ssid.h"
