@@ -11,6 +11,7 @@
 
 namespace halvane::air {
 
+// An access category by its number (ACI).
 enum class AccessCategoryIndex : std::uint8_t {
     BestEffort = 0,
     Background = 1,

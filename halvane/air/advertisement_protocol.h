@@ -26,6 +26,7 @@ enum class AdvertisementProtocolId : std::uint8_t {
     Vendor = 221,
 };
 
+// A protocol that the access point answers, and how.
 struct AdvertisementProtocolTuple {
     BitOctets<1> response{};
     std::uint8_t id = 0;

@@ -12,6 +12,7 @@
 
 namespace halvane::air {
 
+// Octets that somebody else owns.
 using Octets = std::span<const std::uint8_t>;
 
 // Returns `count` bits from bit `first` on. Bits past the end of `octets` read as 0.

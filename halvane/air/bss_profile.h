@@ -26,8 +26,8 @@ namespace halvane::air {
 
 // The fields before the elements (IEEE 802.11-2020, 9.4.1.3 and 9.4.1.4), and the sender.
 struct FixedFields {
-    MacAddress bssid{};
-    std::uint16_t capabilities = 0;
+    MacAddress bssid{};                // of the sender
+    std::uint16_t capabilities = 0;    // the bits of CapabilityInformation
     std::uint16_t beaconInterval = 0;  // TU; 0: not known
 };
 
@@ -38,21 +38,24 @@ struct RadioHint {
     bool isCut = false;              // the capture kept only the start of the frame
 };
 
+// The security of a BSS.
 struct SecurityProfile {
-    Derived<Security> name{};
-    SuiteSet akms{};             // of RSN, its overrides and WPA
-    SuiteSet pairwiseCiphers{};  // of RSN, otherwise of WPA
-    std::optional<Suite> groupCipher{};
-    std::optional<Suite> groupManagementCipher{};
-    Derived<Pmf> pmf{};
+    Derived<Security> name{};                      // as the Wi-Fi Alliance has it
+    SuiteSet akms{};                               // of RSN, its overrides and WPA
+    SuiteSet pairwiseCiphers{};                    // of RSN, otherwise of WPA
+    std::optional<Suite> groupCipher{};            // absent if no element names one
+    std::optional<Suite> groupManagementCipher{};  // of RSN; absent if it names none
+    Derived<Pmf> pmf{};                            // whether management frames are protected
 };
 
+// What BSS Load tells.
 struct BssLoadProfile {
-    int stations = 0;
+    int stations = 0;           // that are associated
     int utilization = 0;        // of 255
     int admissionCapacity = 0;  // 32 us/s
 };
 
+// What Country tells.
 struct CountryProfile {
     std::string code{};                   // two letters, or what stands in their place, escaped
     std::optional<char> environment{};    // 'I' indoor, 'O' outdoor; absent for both
@@ -61,15 +64,16 @@ struct CountryProfile {
 
 // A link of a multi-link device.
 struct MldLink {
-    int id = 0;
+    int id = 0;                           // of the link within the MLD, 0 to 14
     std::optional<MacAddress> address{};  // the BSSID of the link
     bool isReporting = false;             // the link that sent the frame
 };
 
+// The multi-link device that the BSS belongs to.
 struct MldProfile {
-    MacAddress address{};
-    std::vector<MldLink> links{};
-    Sources sources{};
+    MacAddress address{};          // of the MLD
+    std::vector<MldLink> links{};  // the reporting one first
+    Sources sources{};             // the elements that tell them
 };
 
 struct NontransmittedBss;
@@ -80,19 +84,19 @@ struct BssProfile {
     // The capture kept only the start of the frame (RadioHint). What it does not tell was perhaps
     // cut off: nothing is derived from its absence, and no finding rests on it.
     bool isCut = false;
-    ChannelUse channel{};
-    Derived<Generation> generation{};
-    MaxRates rates{};  // none if the width is not told
-    SecurityProfile security{};
-    std::optional<Derived<CountryProfile>> country{};
-    std::optional<Derived<BssLoadProfile>> load{};
-    std::optional<Derived<int>> dtimPeriod{};  // beacons
-    Features features{};
-    Neighbors neighbors{};
-    std::optional<MldProfile> mld{};
-    std::optional<int> maxBssidIndicator{};  // of Multiple BSSID
-    std::vector<NontransmittedBss> nontransmitted;
-    std::vector<Finding> findings{};  // the worst first
+    ChannelUse channel{};                              // where the BSS is
+    Derived<Generation> generation{};                  // of Wi-Fi
+    MaxRates rates{};                                  // none if the width is not told
+    SecurityProfile security{};                        // how the BSS protects itself
+    std::optional<Derived<CountryProfile>> country{};  // absent without a Country element
+    std::optional<Derived<BssLoadProfile>> load{};     // absent without a BSS Load element
+    std::optional<Derived<int>> dtimPeriod{};          // beacons
+    Features features{};                               // what is offered beyond carrying frames
+    Neighbors neighbors{};                             // whom the frame tells of
+    std::optional<MldProfile> mld{};                   // absent unless the BSS belongs to one
+    std::optional<int> maxBssidIndicator{};            // of Multiple BSSID
+    std::vector<NontransmittedBss> nontransmitted;     // the other networks of the beacon
+    std::vector<Finding> findings{};                   // the worst first
 
     // The streams of the latest generation's highest rate; 0 if there is none.
     int streams() const {
@@ -103,9 +107,9 @@ struct BssProfile {
 
 // A network that shares the beacon of another: a nontransmitted BSSID (9.4.2.45).
 struct NontransmittedBss {
-    MacAddress bssid{};
-    int index = 0;
-    BssProfile profile{};
+    MacAddress bssid{};    // computed from the sender's
+    int index = 0;         // of Multiple BSSID-Index, from 1
+    BssProfile profile{};  // of its own elements and the inherited ones
 };
 
 }  // namespace halvane::air

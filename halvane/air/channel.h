@@ -52,6 +52,7 @@ inline std::optional<int> centerFrequencyOf(const Channel& channel) {
 HALVANE_EXPORT std::optional<Channel> channelOf(int frequency);
 // Returns its band alone, or its number if it is in the band.
 HALVANE_EXPORT std::optional<Band> bandOfFrequency(int frequency);
+// The number in the band of the channel at a centre frequency in MHz; absent if there is none.
 HALVANE_EXPORT std::optional<int> channelNumberOf(Band band, int frequency);
 
 // Whether the channel is a preferred scanning channel at 6 GHz: 5, 21, ..., 229.
@@ -61,6 +62,7 @@ HALVANE_EXPORT bool isPreferredScanningChannel(const Channel& channel);
 // of the second kind 63, 127 and 191.
 enum class ChannelWidth : std::uint8_t { Mhz20, Mhz40, Mhz80, Mhz160, Mhz320First, Mhz320Second };
 
+// The width in MHz, of both parts together.
 constexpr int megahertzOf(ChannelWidth width) {
     constexpr int kWidths[] = {20, 40, 80, 160, 320, 320};
     return kWidths[static_cast<int>(width)];
@@ -100,6 +102,7 @@ HALVANE_EXPORT std::optional<WideChannel> wideChannelAt(const Channel& center, i
 // Returns the wider channels that have all of `channel` in them, narrow ones first. There may be
 // two of 320 MHz, and two of 40 MHz at 2.4 GHz.
 using WideChannels = InlineList<WideChannel, 6>;
+// All of them, the narrowest first.
 HALVANE_EXPORT WideChannels widerChannelsOf(const WideChannel& channel);
 
 }  // namespace halvane::air

@@ -16,6 +16,7 @@
 
 namespace halvane::air {
 
+// A channel of the plan.
 struct HALVANE_EXPORT PlannedChannel {
     Band band = Band::Ghz2;
     std::uint8_t number = 0;      // that of the centre

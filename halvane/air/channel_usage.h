@@ -17,6 +17,7 @@
 
 namespace halvane::air {
 
+// A channel, by its operating class and its number there.
 struct UsageChannel {
     std::uint8_t operatingClass = 0;  // of Annex E
     std::uint8_t channel = 0;

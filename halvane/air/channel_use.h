@@ -22,10 +22,10 @@ struct ChannelSpan {
 };
 
 struct ChannelUse {
-    std::optional<Derived<Band>> band{};
-    std::optional<Derived<int>> primaryChannel{};
-    std::optional<int> primaryFrequency{};  // MHz
-    Derived<ChannelSpan> span{};
+    std::optional<Derived<Band>> band{};           // of the primary channel
+    std::optional<Derived<int>> primaryChannel{};  // its number in the band
+    std::optional<int> primaryFrequency{};         // MHz
+    Derived<ChannelSpan> span{};                   // the whole channel
     // Bit k: the k-th 20 MHz from the lowest are not used. Absent if the BSS does not tell.
     std::optional<Derived<std::uint16_t>> punctured{};
 };

@@ -23,9 +23,9 @@ namespace halvane::air {
 // Element ID 133, of Cisco Compatible Extensions.
 struct HALVANE_EXPORT CcxDeviceName {
     static constexpr ElementId kId = ElementId::CcxDeviceName;
-    static constexpr std::size_t kNameSize = 16;
+    static constexpr std::size_t kNameSize = 16;  // octets
 
-    std::array<std::uint8_t, 10> head{};
+    std::array<std::uint8_t, 10> head{};    // what they mean is not known
     ByteBuffer paddedName{};                // of kNameSize octets, NUL at the end
     std::optional<std::uint8_t> clients{};  // associated stations
     ByteBuffer rest{};
@@ -47,7 +47,7 @@ struct HALVANE_EXPORT AironetDeviceName {
     static constexpr OUI kOui = {0x00, 0x40, 0x96};
     static constexpr std::uint8_t kType = 47;
 
-    ByteBuffer name{};
+    ByteBuffer name{};  // its encoding is not checked
 
     static std::optional<AironetDeviceName> decode(Octets body);
     static std::optional<ElementDamage> describe(Octets body, FieldSink& sink);
@@ -60,11 +60,11 @@ struct HALVANE_EXPORT AironetDeviceName {
 struct HALVANE_EXPORT ArubaDeviceName {
     static constexpr OUI kOui = {0x00, 0x0B, 0x86};
     static constexpr std::uint8_t kType = 1;
-    static constexpr std::uint8_t kNameSubtype = 3;
+    static constexpr std::uint8_t kNameSubtype = 3;  // an element with a name
 
-    std::uint8_t subtype = kNameSubtype;
+    std::uint8_t subtype = kNameSubtype;     // kNameSubtype for a name
     std::optional<std::uint8_t> reserved{};  // before a name
-    std::optional<ByteBuffer> name{};
+    std::optional<ByteBuffer> name{};        // absent unless the subtype has one
     ByteBuffer rest{};
 
     static std::optional<ArubaDeviceName> decode(Octets body);
@@ -79,7 +79,7 @@ struct HALVANE_EXPORT MistDeviceName {
     static constexpr OUI kOui = {0x5C, 0x5B, 0x35};
     static constexpr std::uint8_t kType = 1;
 
-    ByteBuffer name{};
+    ByteBuffer name{};  // its encoding is not checked
 
     static std::optional<MistDeviceName> decode(Octets body);
     static std::optional<ElementDamage> describe(Octets body, FieldSink& sink);

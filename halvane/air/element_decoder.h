@@ -22,11 +22,13 @@ struct ElementDecoder {
     std::optional<std::vector<std::uint8_t>> (*rebuild)(Octets body) = nullptr;
 };
 
+// The functions of a decoder for the element type T.
 template <typename T>
 bool isWholeBy(Octets body) {
     return T::decode(body).has_value();
 }
 
+// The functions of a decoder for the element type T.
 template <typename T>
 std::optional<std::vector<std::uint8_t>> rebuildBy(Octets body) {
     const auto element = T::decode(body);

@@ -85,8 +85,10 @@ enum class ElementId : std::uint16_t {
     BandwidthIndication = 256 + 135,
 };
 
+// The element ID that an extension follows.
 inline constexpr std::uint8_t kExtendedElementId = 255;
 
+// The number of an element ID extension.
 constexpr ElementId extensionElement(std::uint8_t extension) {
     return static_cast<ElementId>(256 + extension);
 }

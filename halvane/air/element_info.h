@@ -20,23 +20,24 @@
 namespace halvane::air {
 
 struct ElementInfo {
-    ElementId id;
-    std::string_view name;    // as in table 9-92
-    std::string_view clause;  // of IEEE 802.11-2020, or with its amendment: "802.11be 9.4.2.311"
-    ElementDecoder decoder{};
+    ElementId id;              // of the element
+    std::string_view name;     // as in table 9-92
+    std::string_view clause;   // of IEEE 802.11-2020, or with its amendment: "802.11be 9.4.2.311"
+    ElementDecoder decoder{};  // its functions are null for an element that is not decoded
 };
 
 // An element of the ID 221 by its OUI and the octet after it.
 struct VendorElementInfo {
-    OUI oui;
+    OUI oui;                           // of the vendor
     std::optional<std::uint8_t> type;  // absent: every type of the vendor
-    std::string_view name;
-    std::string_view source;   // the document that defines it, or how it is known
-    ElementDecoder decoder{};  // takes the body after OUI and type
+    std::string_view name;             // as the source has it
+    std::string_view source;           // the document that defines it, or how it is known
+    ElementDecoder decoder{};          // takes the body after OUI and type
 };
 
 // All rows, in the order of their numbers.
 HALVANE_EXPORT std::span<const ElementInfo> elementInfos();
+// The same for vendor elements, by OUI and type.
 HALVANE_EXPORT std::span<const VendorElementInfo> vendorElementInfos();
 
 // Null for a number that the standard reserves.

@@ -17,8 +17,10 @@
 
 namespace halvane::air {
 
+// The numbers of this element, which differ from those of AccessCategoryIndex.
 enum class AccessCategory : std::uint8_t { Background = 0, BestEffort = 1, Video = 2, Voice = 3 };
 
+// What a station may expect in one access category.
 struct EstimatedService {
     BitOctets<3> fields{};
 

@@ -34,6 +34,7 @@ enum class Feature : std::uint8_t {
     FtmResponder,
     ProxyArp,
 };
+// The number of enumerators of Feature.
 inline constexpr int kFeatureCount = 21;
 
 // "802.11k", "802.11v", "802.11r", "FILS", "SAE-H2E", ...

@@ -13,8 +13,8 @@
 namespace halvane::air {
 
 struct FeatureUse {
-    Feature feature = Feature::RadioMeasurement;
-    Source source{};  // the most telling element, if there are several
+    Feature feature = Feature::RadioMeasurement;  // what is offered
+    Source source{};                              // the most telling element, if there are several
 
     friend constexpr bool operator==(const FeatureUse&, const FeatureUse&) = default;
 };

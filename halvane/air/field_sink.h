@@ -15,23 +15,23 @@ namespace halvane::air {
 
 // Where a field stands in the body of its element. A field that fills its octets has no bits.
 struct FieldPlace {
-    std::size_t offset = 0;  // of the field's first octet
-    std::size_t size = 0;    // octets
-    std::uint16_t firstBit = 0;
-    std::uint8_t bitCount = 0;  // 0: all bits of the octets
+    std::size_t offset = 0;      // of the field's first octet
+    std::size_t size = 0;        // octets
+    std::uint16_t firstBit = 0;  // of the octets; 0: the least significant bit of the first
+    std::uint8_t bitCount = 0;   // 0: all bits of the octets
 };
 
 // A value of a field, and the standard's word for it.
 struct ValueName {
-    std::uint32_t value;
-    std::string_view name;
+    std::uint32_t value;    // of the field
+    std::string_view name;  // as the standard has it
 };
 
 // How a number is to be read. Both spans live as long as the program.
 struct NumberForm {
-    std::string_view unit{};  // "TU", "dBm"; empty for a number without one
-    std::span<const ValueName> names{};
-    bool isSigned = false;  // two's complement
+    std::string_view unit{};             // "TU", "dBm"; empty for a number without one
+    std::span<const ValueName> names{};  // of its values; empty if they have none
+    bool isSigned = false;               // two's complement
 
     // Empty if the value has no name.
     constexpr std::string_view nameOf(std::uint32_t value) const {
@@ -45,13 +45,13 @@ struct NumberForm {
 // A field that holds elements, and where they stand in the body. A field that goes on in fragments
 // has their headers between its octets.
 struct ElementOctets {
-    static constexpr std::size_t kHeaderSize = 2;
-    static constexpr std::size_t kPieceSize = 255;
+    static constexpr std::size_t kHeaderSize = 2;   // octets of a fragment's header
+    static constexpr std::size_t kPieceSize = 255;  // octets of a fragment, at most
 
-    Octets octets{};            // of all pieces, without the headers
-    std::size_t fixedSize = 0;  // octets before the first element
-    std::size_t offset = 0;     // of the first octet
-    std::size_t firstPieceSize = octets.size();
+    Octets octets{};                             // of all pieces, without the headers
+    std::size_t fixedSize = 0;                   // octets before the first element
+    std::size_t offset = 0;                      // of the first octet
+    std::size_t firstPieceSize = octets.size();  // octets before the first fragment's header
 
     // The octets after the fixed ones.
     Octets elements() const {
@@ -76,7 +76,9 @@ class HALVANE_EXPORT FieldSink {
   public:
     virtual ~FieldSink();
 
+    // A single bit.
     virtual void flag(const FieldPlace& place, std::string_view label, bool value) = 0;
+    // A number, to be read by `form`.
     virtual void number(const FieldPlace& place, std::string_view label, std::int64_t value,
                         const NumberForm& form) = 0;
     // A value in words, such as an address or the name of a cipher suite. Words of the sender, such
@@ -88,7 +90,7 @@ class HALVANE_EXPORT FieldSink {
     // does not take. The default takes none.
     virtual bool elements(std::string_view label, const ElementOctets& value);
 
-    // The fields between these two calls are parts of one field, or of one item of a list.
+    // The fields between these two calls are parts of one field, or of one item of a list:
     virtual void beginGroup(std::string_view label) = 0;
     virtual void endGroup() = 0;
 };

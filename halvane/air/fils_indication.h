@@ -29,6 +29,7 @@ enum class FilsFlag : std::uint8_t {
     PublicKey = 11,
 };
 
+// A public key that the network may be known by.
 struct FilsPublicKeyIdentifier {
     std::uint8_t keyType = 0;
     ByteBuffer indicator{};  // of the key or of who certifies it

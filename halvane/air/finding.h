@@ -91,30 +91,35 @@ enum class FindingKind : std::uint8_t {
     FragmentAlone,
 };
 
+// How bad a finding is. An error is against the standard or dangerous.
 enum class Severity : std::uint8_t { Note, Warning, Error };
 
 // "note", "warning", "error".
 HALVANE_EXPORT std::string_view severityName(Severity severity);
 
+// What is to be said about a kind of finding. Its texts live as long as the program.
 struct FindingInfo {
-    FindingKind kind;
-    Severity severity;
-    std::string_view id;  // stable: "tkip-allowed"
-    std::string_view sentence;
-    std::string_view advice;  // empty where the reader can do nothing
-    std::string_view clause;  // of IEEE 802.11-2020, or the document with its clause
+    FindingKind kind;           // of the row
+    Severity severity;          // of every finding of the kind
+    std::string_view id;        // stable: "tkip-allowed"
+    std::string_view sentence;  // tells what is wrong, to people
+    std::string_view advice;    // empty where the reader can do nothing
+    std::string_view clause;    // of IEEE 802.11-2020, or the document with its clause
 };
 
 // All rows, in the order of their kinds.
 HALVANE_EXPORT std::span<const FindingInfo> findingInfos();
+// The row of a kind.
 HALVANE_EXPORT const FindingInfo& findingInfo(FindingKind kind);
 // Null for an identifier that there is not.
 HALVANE_EXPORT const FindingInfo* findingInfo(std::string_view id);
 
+// A finding of a BSS.
 struct Finding {
-    FindingKind kind = FindingKind::WepOnly;
-    Sources sources{};
+    FindingKind kind = FindingKind::WepOnly;  // what is wrong
+    Sources sources{};                        // the elements that show it
 
+    // The row of its kind.
     const FindingInfo& info() const { return findingInfo(kind); }
 
     friend bool operator==(const Finding&, const Finding&) = default;

@@ -30,6 +30,7 @@
 
 namespace halvane::air {
 
+// Whose profile it is: of a nontransmitted BSSID, or of another link.
 enum class ProfileKind { NontransmittedBssid, Link };
 
 // Of the sender's elements only so many are looked at; no beacon has more. A profile then costs
@@ -53,6 +54,8 @@ struct HALVANE_EXPORT BssElements {
 // All elements of a frame or of a profile.
 HALVANE_EXPORT std::vector<Element> elementsIn(Octets octets);
 
+// The elements that hold for the BSS of a profile: its own, and those of the sender that it
+// inherits. The spans are read during the call; the elements point to the same octets.
 HALVANE_EXPORT BssElements withInheritance(std::span<const Element> sender,
                                            std::span<const Element> profile, ProfileKind kind);
 

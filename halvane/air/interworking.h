@@ -16,6 +16,7 @@
 
 namespace halvane::air {
 
+// What kind of network it is.
 enum class AccessNetworkType : std::uint8_t {
     Private = 0,
     PrivateWithGuestAccess = 1,

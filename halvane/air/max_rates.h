@@ -14,10 +14,10 @@ namespace halvane::air {
 // What the access point receives, at the width of the BSS or the widest below it that the
 // generation has. Puncturing does not lower the rates.
 struct MaxRates {
-    std::optional<Derived<PhyRate>> ht{};
-    std::optional<Derived<PhyRate>> vht{};
-    std::optional<Derived<PhyRate>> he{};
-    std::optional<Derived<PhyRate>> eht{};
+    std::optional<Derived<PhyRate>> ht{};   // Wi-Fi 4
+    std::optional<Derived<PhyRate>> vht{};  // Wi-Fi 5
+    std::optional<Derived<PhyRate>> he{};   // Wi-Fi 6
+    std::optional<Derived<PhyRate>> eht{};  // Wi-Fi 7
 
     // That of the latest generation; null if there is none.
     const Derived<PhyRate>* latest() const {

@@ -39,7 +39,9 @@ struct McsMap {
     friend constexpr bool operator==(const McsMap&, const McsMap&) = default;
 };
 
+// The map of VHT: up to MCS 7, 8 or 9.
 using VhtMcsMap = McsMap<7, 8, 9>;
+// The map of HE: up to MCS 7, 9 or 11.
 using HeMcsMap = McsMap<7, 9, 11>;
 
 }  // namespace halvane::air

@@ -59,6 +59,7 @@ struct EmlCapabilities {
     }
 };
 
+// Which mappings of TIDs to links can be negotiated.
 enum class TidToLinkNegotiation : std::uint8_t {
     None = 0,
     SameLinks = 1,  // every TID to the same set of links
@@ -66,6 +67,7 @@ enum class TidToLinkNegotiation : std::uint8_t {
     AnyLinks = 3,
 };
 
+// MLD Capabilities And Operations.
 struct MldCapabilities {
     BitOctets<2> fields{};
 
@@ -91,6 +93,7 @@ struct MldCapabilities {
     friend constexpr bool operator==(const MldCapabilities&, const MldCapabilities&) = default;
 };
 
+// Extended MLD Capabilities And Operations.
 struct ExtendedMldCapabilities {
     BitOctets<2> fields{};
 

@@ -31,6 +31,7 @@ namespace halvane::air {
 // An index of one octet tells no more apart, of which 0 is the sender's.
 inline constexpr std::size_t kMaxNontransmittedProfiles = 255;
 
+// A network that has no beacon of its own.
 struct NontransmittedProfile {
     MacAddress bssid{};
     MultipleBssidIndex index{};

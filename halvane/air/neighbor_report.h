@@ -18,6 +18,7 @@
 
 namespace halvane::air {
 
+// Whether a station can preauthenticate with the neighbour.
 enum class ApReachability : std::uint8_t {
     Reserved = 0,
     NotReachable = 1,
@@ -25,6 +26,7 @@ enum class ApReachability : std::uint8_t {
     Reachable = 3
 };
 
+// BSSID Information.
 struct NeighborBssidInformation {
     BitOctets<4> fields{};
 
@@ -55,6 +57,7 @@ struct NeighborBssidInformation {
                                      const NeighborBssidInformation&) = default;
 };
 
+// The optional subelement with the neighbour's time (9.4.2.36).
 struct NeighborTsf {
     // TU between the sender's TSF and the neighbor's, to the nearest one, modulo beaconInterval.
     std::uint16_t offset = 0;

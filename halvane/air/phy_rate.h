@@ -14,6 +14,7 @@
 
 namespace halvane::air {
 
+// The PHY that a rate is of: Wi-Fi 4 to 7.
 enum class Phy : std::uint8_t { Ht, Vht, He, Eht };
 
 // "HT", "VHT", "HE", "EHT".

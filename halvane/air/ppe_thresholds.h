@@ -72,7 +72,9 @@ struct PpeThresholds {
     }
 };
 
+// The thresholds of HE Capabilities.
 using HePpeThresholds = PpeThresholds<3, 4>;
+// The thresholds of EHT Capabilities.
 using EhtPpeThresholds = PpeThresholds<4, 5>;
 
 }  // namespace halvane::air

@@ -15,6 +15,7 @@
 
 namespace halvane::air {
 
+// When the channel is quiet.
 struct QuietInterval {
     std::uint8_t count = 0;      // beacons before the first quiet interval; 0 is reserved
     std::uint8_t period = 0;     // beacons from one to the next; 0: it comes once

@@ -64,19 +64,21 @@ enum class Rule : std::uint8_t {
     FrameCut,  // what tells the value may have been cut off; it is what the rest tells
 };
 
+// What a rule says. The texts live as long as the program.
 struct RuleInfo {
-    Rule rule;
-    std::string_view sentence;
-    std::string_view clause;
+    Rule rule;                  // of the row
+    std::string_view sentence;  // for people
+    std::string_view clause;    // of the document that has the rule; empty if none does
 };
+// The row of a rule.
 HALVANE_EXPORT const RuleInfo& ruleInfo(Rule rule);
 
 // A value, the rule that gives it, and what it was taken from.
 template <typename T>
 struct Derived {
-    T value{};
-    Rule rule = Rule::None;
-    Sources sources{};
+    T value{};               // what is derived
+    Rule rule = Rule::None;  // Rule::None if nothing tells the value
+    Sources sources{};       // the parts of the frame that tell it
 
     // Whether something tells the value, and nothing that was cut off could tell another one.
     bool isTold() const { return rule != Rule::None && rule != Rule::FrameCut; }

@@ -13,6 +13,7 @@
 
 namespace halvane::air {
 
+// The kind of a part of a frame.
 enum class Origin : std::uint8_t {
     Element,
     Capabilities,    // the capability information field (IEEE 802.11-2020, 9.4.1.4)
@@ -29,9 +30,9 @@ constexpr std::string_view originName(Origin origin) {
 }
 
 struct Source {
-    Origin origin = Origin::Element;
-    ElementId id = ElementId::Ssid;  // of an element
-    std::uint32_t offset = 0;        // of the element's first octet among the elements
+    Origin origin = Origin::Element;  // what it is
+    ElementId id = ElementId::Ssid;   // of an element
+    std::uint32_t offset = 0;         // of the element's first octet among the elements
 
     friend constexpr bool operator==(const Source&, const Source&) = default;
 };

@@ -39,10 +39,12 @@ using SuiteSet = InlineList<Suite, 24>;
 // The suites that the standard or the Wi-Fi Alliance names: "CCMP-128", "SAE". Empty for any other
 // suite. A suite of the WPA element (00-50-F2) has the name of the RSN element's suite.
 HALVANE_EXPORT std::string_view cipherName(const Suite& suite);
+// The same for key management suites.
 HALVANE_EXPORT std::string_view akmName(const Suite& suite);
 
 // The name, or "00-0F-AC:99" for a suite without one.
 HALVANE_EXPORT std::string cipherText(const Suite& suite);
+// The same for key management suites.
 HALVANE_EXPORT std::string akmText(const Suite& suite);
 
 }  // namespace halvane::air

@@ -18,6 +18,7 @@
 
 namespace halvane::air {
 
+// The direction of the frames that a mapping is for.
 enum class TidToLinkDirection : std::uint8_t { Downlink = 0, Uplink = 1, Both = 2, Reserved = 3 };
 
 struct HALVANE_EXPORT TidToLinkMapping {

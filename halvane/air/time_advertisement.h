@@ -24,6 +24,7 @@ struct TimeOffset {
     friend constexpr bool operator==(const TimeOffset&, const TimeOffset&) = default;
 };
 
+// A time of day of Coordinated Universal Time, as the sender has it.
 struct UtcTime {
     std::uint16_t year = 0;
     std::uint8_t month = 0;

@@ -19,6 +19,7 @@
 
 namespace halvane::air {
 
+// What the parameters are about.
 enum class TwtNegotiation : std::uint8_t {
     Individual = 0,
     NextBeacon = 1,         // the next beacon to wake up for
@@ -26,6 +27,7 @@ enum class TwtNegotiation : std::uint8_t {
     BroadcastMembership = 3,
 };
 
+// What the sender of the parameters wants.
 enum class TwtSetup : std::uint8_t {
     Request = 0,
     Suggest = 1,
@@ -56,6 +58,7 @@ struct TwtParameters {
     friend constexpr bool operator==(const TwtParameters&, const TwtParameters&) = default;
 };
 
+// The parameters of an agreement between two stations.
 struct HALVANE_EXPORT IndividualTwt {
     TwtParameters parameters{};
     std::optional<std::uint64_t> targetWakeTime{};  // TSF, us; unless the setup is Grouping
@@ -81,6 +84,7 @@ struct RestrictedTwtTraffic {
                                      const RestrictedTwtTraffic&) = default;
 };
 
+// The parameters of a schedule for many stations.
 struct BroadcastTwt {
     TwtParameters parameters{};
     std::uint16_t targetWakeTime = 0;  // bits 10 to 25 of the TSF

@@ -21,6 +21,7 @@ struct VendorAttribute {
     friend bool operator==(const VendorAttribute&, const VendorAttribute&) = default;
 };
 
+// The attributes of an element, in its order.
 using VendorAttributes = std::vector<VendorAttribute>;
 
 // The value of the first attribute with the identifier; null if there is none.

@@ -24,16 +24,18 @@ namespace halvane::air {
 // has at least kMinSize, those of its mandatory fields without a suite in its lists.
 struct HALVANE_EXPORT Wapi {
     static constexpr ElementId kId = ElementId::BssAcAccessDelay;
-    static constexpr std::size_t kMinSize = 12;
+    static constexpr std::size_t kMinSize = 12;  // octets
 
-    std::uint16_t version = 1;
-    Rsn::Suites akms{};
-    Rsn::Suites unicast{};
-    Suite multicast{};
-    BitOctets<2> capabilities{};
+    std::uint16_t version = 1;    // of the protocol; 1
+    Rsn::Suites akms{};           // key management suites
+    Rsn::Suites unicast{};        // ciphers of single stations
+    Suite multicast{};            // cipher of the group
+    BitOctets<2> capabilities{};  // bit 0: preauthentication
+    // Identifiers of base keys; absent if the element ends before.
     std::optional<InlineList<Rsn::Pmkid, 15>> bkids{};
     ByteBuffer rest{};
 
+    // Whether a station can authenticate through another access point before it comes.
     bool hasPreauthentication() const { return capabilities.bit(0); }
 
     // Whether an element with the ID 68 is this one.

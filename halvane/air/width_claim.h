@@ -29,6 +29,7 @@ struct WidthClaim {
     friend constexpr bool operator==(const WidthClaim&, const WidthClaim&) = default;
 };
 
+// One of each element that tells a width.
 using WidthClaims = InlineList<WidthClaim, 4>;
 
 // Returns the claims of a beacon's elements, the latest generation first. The first that tells a

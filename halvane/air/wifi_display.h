@@ -16,6 +16,7 @@
 
 namespace halvane::air {
 
+// What the device does: it sends pictures, shows them, or both.
 enum class WifiDisplayRole : std::uint8_t { Source, PrimarySink, SecondarySink, Dual };
 
 // Of the WFD Device Information subelement.

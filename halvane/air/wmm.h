@@ -17,8 +17,10 @@
 
 namespace halvane::air {
 
+// What the vendor element of type 2 holds.
 enum class WmmSubtype : std::uint8_t { Information = 0, Parameter = 1, Tspec = 2 };
 
+// The parameters of all access categories.
 struct WmmParameters {
     std::uint8_t reserved = 0;
     std::array<EdcaRecord, 4> records{};  // of best effort, background, video and voice

@@ -18,6 +18,7 @@
 
 namespace halvane::air {
 
+// Whether the access point has been set up.
 enum class WpsState : std::uint8_t { NotConfigured = 1, Configured = 2 };
 
 // The flags of Config Methods, by bit of the number.

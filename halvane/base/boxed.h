@@ -20,7 +20,7 @@ union NeverDestroyed {
     NeverDestroyed& operator=(const NeverDestroyed&) = delete;
     ~NeverDestroyed() {}
 
-    Value value;
+    Value value;  // the value, whose destructor never runs
 };
 
 template <typename Value>
@@ -29,8 +29,10 @@ class Boxed {
     // A fresh value.
     constexpr Boxed() = default;
 
+    // Copies the value, if the box has one of its own.
     Boxed(const Boxed& other)
         : value_(other.value_ ? std::make_unique<Value>(*other.value_) : nullptr) {}
+    // Copies the value, if the box has one of its own.
     Boxed& operator=(const Boxed& other) { return *this = Boxed(other); }
     // A moved-from box holds a fresh value.
     Boxed(Boxed&&) noexcept = default;
@@ -48,6 +50,7 @@ class Boxed {
     // Releases the memory; the box then holds a fresh value.
     void makeFresh() { value_.reset(); }
 
+    // Compares the values.
     friend bool operator==(const Boxed& a, const Boxed& b) { return *a == *b; }
 
   private:

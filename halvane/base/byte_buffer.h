@@ -29,6 +29,7 @@ namespace halvane {
 
 class HALVANE_EXPORT ByteBuffer {
   public:
+    // The bytes that a buffer holds without an allocation.
     static constexpr std::size_t kInlineCapacity = 16;
 
     // The empty buffer.
@@ -157,6 +158,7 @@ class HALVANE_EXPORT ByteBuffer {
 // Within one process equal buffers have the same hash.
 template <>
 struct std::hash<halvane::ByteBuffer> {
+    // The hash of the bytes.
     std::size_t operator()(const halvane::ByteBuffer& buffer) const noexcept {
         return std::hash<std::string_view>()(buffer.text());
     }

@@ -23,12 +23,14 @@ namespace halvane {
 
 class ByteCursor {
   public:
+    // Begins at the first byte. REQUIRES: the bytes outlive the cursor.
     explicit ByteCursor(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
 
     // A cursor over a buffer returns slices that share the buffer's memory.
     explicit ByteCursor(const ByteBuffer& buffer) : bytes_(buffer.bytes()), buffer_(&buffer) {}
     explicit ByteCursor(ByteBuffer&&) = delete;
 
+    // The number of bytes read, the number that is left, and whether that is 0:
     std::size_t position() const { return position_; }
     std::size_t remaining() const { return bytes_.size() - position_; }
     bool atEnd() const { return remaining() == 0; }
@@ -49,6 +51,7 @@ class ByteCursor {
         return bytes_[position_ + offset];
     }
 
+    // Skips `count` bytes. Returns false, and reads nothing, if fewer are left.
     bool skip(std::size_t count) {
         if (!fits(count)) return false;
         position_ += count;

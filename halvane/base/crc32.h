@@ -11,6 +11,7 @@
 
 namespace halvane {
 
+// The sum of the octets.
 HALVANE_EXPORT std::uint32_t crc32(std::span<const std::uint8_t> octets) noexcept;
 
 }  // namespace halvane

@@ -36,7 +36,9 @@ class HALVANE_EXPORT Date {
     // Absent if the fields name no date ("February 30").
     static std::optional<Date> fromFields(const Fields& fields);
 
+    // Seconds since 1970-01-01 00:00 UTC, without leap seconds.
     std::int64_t unixTime() const { return seconds_; }
+    // The date and time of day, in UTC.
     Fields fields() const;
 
     friend auto operator<=>(const Date&, const Date&) = default;

@@ -9,10 +9,12 @@
 
 namespace halvane {
 
+// The text, as descriptions print it.
 inline std::string describe(const std::string& text) {
     return text;
 }
 
+// The value's own description, as descriptions print it.
 template <typename Value>
 requires requires(const Value& value) {
     value.description();
@@ -21,6 +23,7 @@ std::string describe(const Value& value) {
     return value.description();
 }
 
+// The value as above, or "(null)".
 template <typename Value>
 std::string describe(const std::optional<Value>& value) {
     return value ? describe(*value) : std::string("(null)");

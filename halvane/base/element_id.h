@@ -10,6 +10,7 @@ namespace halvane {
 // An element's header is its ID and its length, one octet each.
 inline constexpr std::size_t kElementHeaderSize = 2;
 
+// The element IDs that HalvaneMAC decodes (IEEE 802.11-2020, table 9-92):
 inline constexpr std::uint8_t kElementIDSSID = 0;
 inline constexpr std::uint8_t kElementIDSupportedRates = 1;
 inline constexpr std::uint8_t kElementIDDSParameterSet = 3;

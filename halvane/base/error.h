@@ -45,6 +45,7 @@ class ErrorDomain {
     std::size_t size() const noexcept { return view().size(); }
     bool empty() const noexcept { return view().empty(); }
 
+    // The text, as view() and as a copy of it:
     operator std::string_view() const noexcept { return view(); }
     operator std::string() const { return std::string(view()); }
 
@@ -78,8 +79,8 @@ class ErrorDomain {
 };
 
 struct Error {
-    ErrorDomain domain;
-    std::int64_t code = 0;
+    ErrorDomain domain;     // who made the code
+    std::int64_t code = 0;  // what went wrong, by the domain's own numbers
 
     friend bool operator==(const Error&, const Error&) = default;
 };

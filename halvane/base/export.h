@@ -3,6 +3,7 @@
 #ifndef HALVANE_BASE_EXPORT_H
 #define HALVANE_BASE_EXPORT_H
 
+/* Marks what the shared library exports. */
 #define HALVANE_EXPORT __attribute__((visibility("default")))
 
 /* Marks a member of an exported class that is not exported. */

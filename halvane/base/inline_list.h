@@ -34,6 +34,7 @@ class InlineList {
     }
     ~InlineList() = default;
 
+    // The greatest size.
     static constexpr std::size_t capacity() { return Capacity; }
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
@@ -50,6 +51,7 @@ class InlineList {
     T* end() { return items_ + size_; }
     const T* begin() const { return items_; }
     const T* end() const { return items_ + size_; }
+    // The first item; not null, even for an empty list.
     const T* data() const { return items_; }
 
     // REQUIRES: index < size(), or a list that is not empty.
@@ -58,8 +60,10 @@ class InlineList {
     T& back() { return items_[size_ - 1]; }
     const T& back() const { return items_[size_ - 1]; }
 
+    // Whether an item equals `item`.
     bool contains(const T& item) const { return std::find(begin(), end(), item) != end(); }
 
+    // Equal lists have equal items in the same order.
     friend bool operator==(const InlineList& a, const InlineList& b) {
         return std::ranges::equal(a, b);
     }

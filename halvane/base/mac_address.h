@@ -79,6 +79,7 @@ class HALVANE_EXPORT MacAddress {
 
 }  // namespace halvane
 
+// Within one process equal addresses have the same hash.
 template <>
 struct std::hash<halvane::MacAddress> {
     std::size_t operator()(const halvane::MacAddress& address) const noexcept {

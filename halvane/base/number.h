@@ -23,13 +23,16 @@ class HALVANE_EXPORT Number {
     // The integer 0.
     Number() = default;
 
+    // A signed integer.
     template <std::signed_integral Integer>
     Number(Integer value) : value_(static_cast<std::int64_t>(value)) {}
 
+    // An unsigned integer.
     template <std::unsigned_integral Integer>
     requires(!std::same_as<Integer, bool>) Number(Integer value)
         : value_(static_cast<std::uint64_t>(value)) {}
 
+    // A real number. A float becomes the double of the same value.
     template <std::floating_point Real>
     Number(Real value) : value_(static_cast<double>(value)) {}
 
@@ -65,6 +68,7 @@ class HALVANE_EXPORT Number {
     // back equal. "54", "6.5", "-61".
     std::string description() const;
 
+    // Compares the values, whatever types hold them. NaN is unordered.
     friend HALVANE_EXPORT std::partial_ordering operator<=>(const Number& a, const Number& b);
     friend HALVANE_EXPORT bool operator==(const Number& a, const Number& b) {
         return (a <=> b) == std::partial_ordering::equivalent;

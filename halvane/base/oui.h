@@ -7,6 +7,7 @@
 
 namespace halvane {
 
+// An Organizationally Unique Identifier, as it stands in a frame.
 using OUI = std::array<std::uint8_t, 3>;
 
 // The octets as one number, the first the most significant. Numbers compare faster than octets.

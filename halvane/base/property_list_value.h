@@ -40,10 +40,13 @@ class PropertyListValue;
 // the keys are. If memory runs out, the dictionary stays as it was.
 class HALVANE_EXPORT PropertyListDictionary {
   public:
+    // A key and its value.
     using Entry = std::pair<std::string, PropertyListValue>;
     class Iterator;  // forward, of constant entries
 
+    // Without entries.
     PropertyListDictionary();
+    // Copies and moves as a standard container does:
     PropertyListDictionary(const PropertyListDictionary&);
     PropertyListDictionary(PropertyListDictionary&&) noexcept;
     PropertyListDictionary& operator=(const PropertyListDictionary&);
@@ -94,23 +97,28 @@ class HALVANE_EXPORT PropertyListDictionary {
     std::unique_ptr<Index> index_;  // null up to kScanLimit entries, as in most dictionaries
 };
 
+// Values in order.
 using PropertyListArray = std::vector<PropertyListValue>;
 
 class HALVANE_EXPORT PropertyListValue {
   public:
+    // A value of a kind that other code defines. Null is the null value.
     using Object = std::shared_ptr<const PropertyListObject>;
+    // What a value holds; nothing for null.
     using Variant = std::variant<std::monostate, bool, Number, std::string, ByteBuffer, Date,
                                  PropertyListArray, PropertyListDictionary, Object>;
 
     // The null value.
     PropertyListValue() = default;
 
+    // Makes a value of the kind that the type of the argument tells:
     template <std::same_as<bool> Boolean>
     PropertyListValue(Boolean value) : value_(value) {}
     template <typename Arithmetic>
     requires(std::is_arithmetic_v<Arithmetic> && !std::same_as<Arithmetic, bool>)
         PropertyListValue(Arithmetic value)
         : value_(Number(value)) {}
+    // Makes a value of the kind that the type of the argument tells:
     PropertyListValue(Number value) : value_(value) {}
     PropertyListValue(std::string value) : value_(std::move(value)) {}
     PropertyListValue(std::string_view value) : value_(std::string(value)) {}
@@ -134,6 +142,7 @@ class HALVANE_EXPORT PropertyListValue {
         }
     }
 
+    // Whether there is no value.
     bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
 
     // Returns the value as one of the alternatives of Variant, or null if it is of another kind.
@@ -146,6 +155,7 @@ class HALVANE_EXPORT PropertyListValue {
         return std::get_if<Kind>(&value_);
     }
 
+    // What the value holds, for std::visit.
     const Variant& variant() const { return value_; }
 
     // Equal values have the same kind and content. Numbers compare by value, objects by identity.
@@ -158,11 +168,13 @@ class HALVANE_EXPORT PropertyListValue {
     Variant value_;
 };
 
+// An entry, or the place of an erased one.
 struct PropertyListDictionary::Slot {
-    Entry entry;
-    bool isErased = false;
+    Entry entry;            // its key is empty once it is erased
+    bool isErased = false;  // whether iterators skip it
 };
 
+// A forward iterator over the entries that are not erased, in order of insertion.
 class PropertyListDictionary::Iterator {
   public:
     using iterator_category = std::forward_iterator_tag;
@@ -185,6 +197,7 @@ class PropertyListDictionary::Iterator {
         ++*this;
         return before;
     }
+    // Iterators of one dictionary are equal if they are at the same entry.
     friend bool operator==(const Iterator& a, const Iterator& b) { return a.slot_ == b.slot_; }
 
   private:

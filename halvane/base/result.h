@@ -27,8 +27,10 @@ namespace halvane {
 template <typename E>
 class Unexpected {
   public:
+    // The error, which a Result takes.
     explicit Unexpected(E error) : error_(std::move(error)) {}
 
+    // The error:
     const E& error() const& noexcept { return error_; }
     E&& error() && noexcept { return std::move(error_); }
 
@@ -47,15 +49,20 @@ concept ResultValue =
 template <typename T, typename E>
 class [[nodiscard]] Result {
   public:
+    // What std::expected names so.
     using value_type = T;
+    // What std::expected names so.
     using error_type = E;
 
+    // Succeeded with the value.
     template <ResultValue<T, E> U = T>
     // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the concept leaves copies alone.
     Result(U&& value) : state_(std::in_place_index<0>, std::forward<U>(value)) {}
+    // Failed with the error.
     template <std::convertible_to<E> G>
     Result(Unexpected<G> error) : state_(std::in_place_index<1>, std::move(error).error()) {}
 
+    // Whether it succeeded:
     bool has_value() const noexcept { return state_.index() == 0; }
     explicit operator bool() const noexcept { return has_value(); }
 
@@ -78,10 +85,12 @@ class [[nodiscard]] Result {
     // Equal if the result holds a value equal to `value`.
     friend bool operator==(const Result& a, const T& value) { return a && *a == value; }
 
+    // The value, or `other` after a failure:
     template <typename U>
     T value_or(U&& other) const& {
         return has_value() ? **this : static_cast<T>(std::forward<U>(other));
     }
+    // The value, or `other` after a failure:
     template <typename U>
     T value_or(U&& other) && {
         return has_value() ? *std::move(*this) : static_cast<T>(std::forward<U>(other));
@@ -109,6 +118,7 @@ class [[nodiscard]] Result {
 template <typename E>
 class [[nodiscard]] Result<void, E> {
   public:
+    // What std::expected names so:
     using value_type = void;
     using error_type = E;
 
@@ -116,6 +126,7 @@ class [[nodiscard]] Result<void, E> {
     template <std::convertible_to<E> G>
     Result(Unexpected<G> error) : state_(std::in_place_index<1>, std::move(error).error()) {}
 
+    // Whether it succeeded:
     bool has_value() const noexcept { return state_.index() == 0; }
     explicit operator bool() const noexcept { return has_value(); }
 

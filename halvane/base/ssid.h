@@ -78,6 +78,7 @@ class HALVANE_EXPORT Ssid {
 
 }  // namespace halvane
 
+// Within one process equal names have the same hash.
 template <>
 struct std::hash<halvane::Ssid> {
     std::size_t operator()(const halvane::Ssid& ssid) const noexcept {

@@ -8,6 +8,7 @@
 
 #include "halvane/base/export.h"
 
+/* What fallible functions of the C layer return: kStatusOK, or one of the codes below. */
 typedef int32_t HalvaneStatus;
 
 enum {

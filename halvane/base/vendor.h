@@ -12,6 +12,8 @@
 
 namespace halvane {
 
+// The OUIs under which the maker's elements are, its enterprise number as elements hold it, and its
+// name in descriptions:
 inline constexpr OUI kVendorOUI = {0x0A, 0x7E, 0x55};
 inline constexpr OUI kVendorGeneralOUI = {0x0A, 0x7E, 0x56};
 inline constexpr std::array<std::uint8_t, 4> kVendorSMI = {0x0A, 0x7E, 0x55, 0x01};

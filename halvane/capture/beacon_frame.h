@@ -24,8 +24,10 @@ enum class SkipReason {
     Damaged,          // received with a wrong frame check sequence
     MalformedHeader,  // the radio header in front of it cannot be read
 };
+// The number of enumerators of SkipReason.
 inline constexpr std::size_t kSkipReasonCount = 6;
 
+// Which kind of management frame it is.
 enum class BeaconSubtype { Beacon, ProbeResponse };
 
 struct BeaconFrame {

@@ -19,6 +19,7 @@ namespace halvane::capture {
 
 struct CapturedFrame {
     RadioInfo radio{};  // all absent if the radio header is malformed
+    // The frame, or why it is skipped.
     Result<BeaconFrame, SkipReason> content = Unexpected(SkipReason::OtherFrame);
     bool isCut = false;  // the capture kept only the frame's start (its snapshot length)
 

@@ -19,8 +19,11 @@ namespace halvane::capture {
 // An object can be moved but not copied. Threads: as for a standard container.
 class HALVANE_EXPORT FoldedSighting {
   public:
+    // Begins with the first sighting.
     explicit FoldedSighting(const Sighting& sighting);
+    // Moves every member.
     FoldedSighting(FoldedSighting&&) noexcept;
+    // Moves every member.
     FoldedSighting& operator=(FoldedSighting&&) noexcept;
     ~FoldedSighting();
 
@@ -37,6 +40,7 @@ class HALVANE_EXPORT FoldedSighting {
     // Creates the record again: of its time stamps only firstAdded() is that of the first sighting.
     Sighting sighting() const;
 
+    // The address that all its sightings have.
     const ByteBuffer& mac() const { return mac_; }
 
   private:

@@ -21,8 +21,8 @@ namespace halvane::capture {
 
 // The frame that the elements of a record come from.
 struct ElementsOrigin {
-    BeaconSubtype subtype = BeaconSubtype::Beacon;
-    std::size_t offset = 0;              // of the first element in the 802.11 frame
+    BeaconSubtype subtype = BeaconSubtype::Beacon;  // of the frame that the elements are from
+    std::size_t offset = 0;                         // of the first element in the 802.11 frame
     std::uint64_t frame = 0;             // number in its file, counted from 1; 0: not known
     std::size_t file = 0;                // index of its file, where a program reads several
     std::optional<LinkType> linkType{};  // of the packet, if it is known
@@ -30,7 +30,7 @@ struct ElementsOrigin {
 
 // A record, and the channel on which the radio received it. It owns all its data.
 struct Sighting {
-    HalvaneMAC record;
+    HalvaneMAC record;                       // made of this frame alone
     std::optional<Number> radioChannel{};    // the radio's channel, if its header states it
     bool isChannelOfRadio = false;           // the record's channel is the radio's, as no element
                                              // states one

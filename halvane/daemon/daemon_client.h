@@ -75,6 +75,7 @@ class DaemonLink;
 
 class HALVANE_EXPORT DaemonClient final {
   public:
+    // Short names of what the functions take and return:
     using Deadline = DaemonDeadline;
     template <typename T>
     using Done = DaemonCompletion<T>;
@@ -105,6 +106,7 @@ class HALVANE_EXPORT DaemonClient final {
 
     // --- Lists. Items that make no record are left out. ---
 
+    // The devices of the daemon, its interfaces, and the channels that an interface can use:
     DaemonResult<Devices> devices(Deadline deadline = {});
     void devices(const Done<Devices>& done);
     DaemonResult<Interfaces> interfaces(Deadline deadline = {});
@@ -136,6 +138,7 @@ class HALVANE_EXPORT DaemonClient final {
     void remove(std::string_view interface, const HalvaneBSSConfig& configuration,
                 const Done<void>& done);
 
+    // Enables or disables an interface, sets its role, and starts or stops its networks:
     DaemonResult<void> enable(std::string_view interface, Deadline deadline = {});
     void enable(std::string_view interface, const Done<void>& done);
     DaemonResult<void> disable(std::string_view interface, Deadline deadline = {});

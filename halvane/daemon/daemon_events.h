@@ -24,6 +24,7 @@ enum class DaemonState {
 // The functions that receive the events. Each may be empty.
 // REQUIRES of each: throws nothing; an exception ends the program.
 struct DaemonEvents {
+    // A station joined, left, was authorized or was sent away.
     std::function<void(const StationChange& change)> station = nullptr;
 
     // The client has entered `state`, which is never Connecting or Ending. state() may already

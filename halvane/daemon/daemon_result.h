@@ -16,6 +16,7 @@ namespace halvane {
 
 // The reason why a request has no result. Creating an error allocates nothing.
 struct HALVANE_EXPORT DaemonError {
+    // What went wrong.
     enum class Kind {
         Refused,         // the daemon returned a status other than 0
         Denied,          // the bus's policy forbids the request
@@ -32,7 +33,7 @@ struct HALVANE_EXPORT DaemonError {
         Failed,          // the daemon or the bus returned another D-Bus error
     };
 
-    Kind kind = Kind::BusGone;
+    Kind kind = Kind::BusGone;  // what went wrong
 
     // The daemon's status if the kind is Refused, otherwise 0.
     std::int64_t status = 0;
@@ -44,6 +45,7 @@ struct HALVANE_EXPORT DaemonError {
     friend bool operator==(const DaemonError&, const DaemonError&) = default;
 };
 
+// The value of a request, or the reason why there is none.
 template <typename T>
 using DaemonResult = Result<T, DaemonError>;
 
@@ -55,11 +57,12 @@ using DaemonCompletion = std::function<void(DaemonResult<T>)>;
 // When a blocking request gives up: at a point of the steady clock, or never.
 class DaemonDeadline {
   public:
-    using Clock = std::chrono::steady_clock;
+    using Clock = std::chrono::steady_clock;  // unaffected by changes of the time of day
 
     // Never.
     constexpr DaemonDeadline() = default;
 
+    // At `end`.
     constexpr DaemonDeadline(Clock::time_point end) : end_(end) {}
 
     // The given time from now on. A time beyond the clock's range means never.
@@ -75,6 +78,7 @@ class DaemonDeadline {
     }
 
     constexpr const std::optional<Clock::time_point>& end() const { return end_; }
+    // Whether the time has come. Never, if there is no end.
     bool hasPassed() const { return end_ && *end_ <= Clock::now(); }
 
   private:

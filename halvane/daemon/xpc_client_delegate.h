@@ -19,6 +19,7 @@ struct HalvaneXPCClientDelegate {
     // REQUIRES: throws nothing; an exception ends the program.
     using Call = std::function<void(const ByteBuffer& mac, const std::string& interfaceName)>;
 
+    // What happened to a station, by its address, on an interface. Null ignores it.
     Call clientAuthorized_forInterface = nullptr;
     Call clientJoined_forInterface = nullptr;
     Call clientKicked_forInterface = nullptr;

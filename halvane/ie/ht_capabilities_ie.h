@@ -42,9 +42,11 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
     bool supportsTxSTBC() const { return supportsTxSTBC_; }
     // The number of spatial streams, 0 to 3.
     std::int64_t numSupportedRxSTBC() const { return numSupportedRxSTBC_; }
+
     bool supportsHTDelayedBlockAck() const { return supportsHTDelayedBlockAck_; }
     // In octets: 3839 or 7935 once decoded.
     std::int64_t maximumAMSDULength() const { return maximumAMSDULength_; }
+
     bool supportsDSSSCCK40MHz() const { return supportsDSSSCCK40MHz_; }
     bool fortyMHzIntolerant() const { return fortyMHzIntolerant_; }
     bool supportsLSIGTXOPProtectionSupport() const { return supportsLSIGTXOPProtectionSupport_; }

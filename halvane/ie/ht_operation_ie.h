@@ -40,6 +40,7 @@ class HALVANE_EXPORT HalvaneHTOperationIE {
     std::int64_t secondaryChannelOffset() const { return secondaryChannelOffset_; }
     // In MHz: 20 or 40 once decoded, 0 before.
     std::int64_t staChannelWidth() const { return staChannelWidth_; }
+
     bool supportsRIFS() const { return supportsRIFS_; }
 
     // Never decoded: always 0 or false, whatever the raw fields contain.

@@ -16,7 +16,7 @@ namespace halvane {
 
 class HALVANE_EXPORT HalvaneLinkQualityHistory {
   public:
-    static constexpr std::size_t kMaxSamples = 256;
+    static constexpr std::size_t kMaxSamples = 256;  // older samples are dropped
 
     class Iterator;  // bidirectional, of constant samples
 
@@ -76,6 +76,7 @@ class HALVANE_EXPORT HalvaneLinkQualityHistory {
     double sum_ = 0;           // the exact sum of the other samples' rates
 };
 
+// A bidirectional iterator over the samples, the oldest first.
 class HalvaneLinkQualityHistory::Iterator {
   public:
     using iterator_category = std::bidirectional_iterator_tag;

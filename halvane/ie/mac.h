@@ -136,6 +136,8 @@ class HALVANE_EXPORT HalvaneMAC {
         return record_->walk->securityFriendlyName;
     }
 
+    // Whether securityFriendlyName() would be possible: no privacy; privacy without RSN and WPA;
+    // RSN or WPA with PSK; RSN or WPA with 802.1X.
     bool doesSupportSecurityOpen() const;
     bool doesSupportSecurityWEP() const;
     bool doesSupportSecurityWPAPersonal() const;
@@ -170,6 +172,7 @@ class HALVANE_EXPORT HalvaneMAC {
     friend HALVANE_EXPORT bool operator==(const HalvaneMAC& a, const HalvaneMAC& b);
 
   protected:
+    // For derived classes: the same as initWithMAC() and initWithSkeletonRepresentation().
     explicit HalvaneMAC(const ByteBuffer& mac);
     explicit HalvaneMAC(const PropertyListDictionary& skeleton);
 

@@ -24,11 +24,13 @@ namespace halvane {
 
 // A fresh record equals that of an empty skeleton.
 struct MACRecord {
+    // An element in a box; the box of an absent one is empty.
     template <typename Element>
     using BoxedElement = Boxed<std::optional<Element>>;
 
     // The results of decoding the elements.
     struct Walk {
+        // Each is what the function of HalvaneMAC with its name returns.
         std::optional<ByteBuffer> invalidIEs;
         std::optional<ByteBuffer> SSID;
         std::optional<std::vector<Number>> supportedRates;
@@ -47,11 +49,15 @@ struct MACRecord {
 
     // The results of the link samples.
     struct Link {
+        // Each is what the function of HalvaneMAC with its name returns; history is that of
+        // linkQualityHistory().
         std::optional<Number> maxClientRate;
         std::optional<Number> averageRate;
         HalvaneLinkQualityHistory history;
     };
 
+    // Each is what the function of HalvaneMAC with its name returns; walk and link hold the results
+    // above.
     ByteBuffer mac;
     std::uint64_t lastUpdated = 0;
     std::uint64_t firstAdded = 0;

@@ -46,6 +46,7 @@ class HALVANE_EXPORT HalvaneRSNIE {
     // stay set.
     bool isValid() const { return isValid_; }
 
+    // Of the element.
     std::int64_t version() const { return version_; }
 
     // Pairwise cipher suites 2, 4 and 0.

@@ -23,6 +23,7 @@
 #define HALVANE_WPS_PROPERTY(...)
 #endif
 #ifndef HALVANE_WPS_PARSER_ONLY
+// The rows become nothing.
 #define HALVANE_WPS_PARSER_ONLY(...)
 #endif
 

@@ -8,6 +8,7 @@
 
 namespace halvane {
 
+// How an attribute's value is read and stored.
 enum class WPSValueKind : std::uint8_t {
     Integer,  // unsigned, big-endian, as wide as the longest length accepted: 1, 2 or 4 bytes
     Version,  // one byte: the major version in its high four bits, tenths in the low ones
@@ -16,6 +17,7 @@ enum class WPSValueKind : std::uint8_t {
     Devices,  // groups of 8 bytes, each appended to the array of device types
 };
 
+// No limit to the length of a value.
 inline constexpr std::size_t kWPSAny = SIZE_MAX;
 
 // The first and the last type of the rows. 0x1006, 0x1007, 0x1013, 0x1019, 0x1025, 0x102B, 0x102E,
@@ -114,11 +116,11 @@ enum class WPSProperty : std::uint8_t {
 
 // A row of the table without its names.
 struct WPSAttribute {
-    std::uint16_t type;
-    WPSValueKind kind;
+    std::uint16_t type;    // of the attribute
+    WPSValueKind kind;     // how the value is read
     std::size_t shortest;  // bytes
     std::size_t longest;   // bytes
-    WPSProperty property;
+    WPSProperty property;  // where the value is stored
 };
 
 }  // namespace halvane

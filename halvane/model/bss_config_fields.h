@@ -14,6 +14,7 @@ namespace halvane {
 
 // A fresh object equals that of an empty skeleton: each field is 0, false or absent.
 struct BSSConfigFields {
+    // Each is what the function of HalvaneBSSConfig with its name returns.
     std::optional<ByteBuffer> ssid;
     std::optional<ByteBuffer> passphrase;
     std::optional<ByteBuffer> keyMaterial;

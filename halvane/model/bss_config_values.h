@@ -149,6 +149,7 @@ class BSSConfigValues {
     std::int64_t wpsPIN() const { return fields_->wpsPIN; }
     void setWpsPIN(std::int64_t value) { fields_.change().wpsPIN = value; }
 
+    // Of the device, for WPS.
     const std::optional<std::string>& wpsSerialNumber() const { return fields_->wpsSerialNumber; }
     void setWpsSerialNumber(std::optional<std::string> name) {
         fields_.change().wpsSerialNumber = std::move(name);
@@ -183,7 +184,7 @@ class BSSConfigValues {
     }
 
   protected:
-    using Fields = BSSConfigFields;
+    using Fields = BSSConfigFields;  // where derived classes find the fields
 
     BSSConfigValues() = default;
     BSSConfigValues(const BSSConfigValues&) = default;

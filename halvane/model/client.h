@@ -29,6 +29,7 @@ class HALVANE_EXPORT HalvaneClient : public HalvaneMAC {
     // "leftTime" and "deauthReason".
     PropertyListDictionary skeletonRepresentation() const override;
 
+    // Whether the station is associated.
     bool isAssociated() const { return station_->isAssociated; }
     void setIsAssociated(bool value) { station_.change().isAssociated = value; }
 

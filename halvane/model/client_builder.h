@@ -25,10 +25,12 @@ class HALVANE_EXPORT ClientBuilder {
     // All elements of its (re)association request, IEEE 802.11-2020, 9.4.2.
     ClientBuilder& elements(std::span<const std::uint8_t> octets);
 
+    // The signal and the noise at the access point, in dBm, and the channel's number:
     ClientBuilder& signal(int dBm);
     ClientBuilder& noise(int dBm);
     ClientBuilder& channel(int number);
 
+    // Whether the station is associated; not at first.
     ClientBuilder& isAssociated(bool value);
 
     // Times in microseconds of system up-time; 0 for never.
@@ -39,6 +41,7 @@ class HALVANE_EXPORT ClientBuilder {
     // A code of IEEE 802.11-2020, 9.4.1.7; 0 for none.
     ClientBuilder& deauthReason(std::uint16_t code);
 
+    // A station with what was set.
     HalvaneClient build() const { return client_; }
 
   private:

@@ -10,6 +10,7 @@
 
 namespace halvane {
 
+// The log categories that a daemon has.
 inline constexpr auto kDaemonLogCategories = protocol::kLogCategories;
 
 // One control string (docs/logging.md) for each category, in that order. An absent string leaves

@@ -70,6 +70,7 @@ inline constexpr const char kStationAddress[] = "MAC";        // data: 6 bytes
 // The values of key::kCommand in a notification.
 namespace notification {
 
+// What happened to a station:
 inline constexpr const char kAuthorized[] = HALVANE_DAEMON_SERVICE_NAME ".status.client.authorized";
 inline constexpr const char kJoined[] = HALVANE_DAEMON_SERVICE_NAME ".status.client.joined";
 inline constexpr const char kKicked[] = HALVANE_DAEMON_SERVICE_NAME ".status.client.kicked";

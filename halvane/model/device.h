@@ -31,6 +31,7 @@ class HALVANE_EXPORT HalvaneDevice {
     // The hardware address, 6 bytes.
     const std::optional<ByteBuffer>& MACAddress() const { return fields_->MACAddress; }
 
+    // The daemon's number of the device.
     std::uint64_t deviceIndex() const { return fields_->deviceIndex; }
 
     // The number of radio chains, which is that of spatial streams.

@@ -50,6 +50,7 @@ class HALVANE_EXPORT HalvaneInterface {
     // The device of the interface; null only if the interface was created without one.
     const std::shared_ptr<HalvaneDevice>& wifiDevice() const { return wifiDevice_; }
 
+    // The channels that the interface can use, in the daemon's order:
     const std::vector<HalvaneChannel>& availableChannels() const { return availableChannels_; }
     std::vector<HalvaneChannel>& availableChannels() { return availableChannels_; }
     void setAvailableChannels(std::vector<HalvaneChannel> value) {

@@ -24,11 +24,13 @@ class HALVANE_EXPORT InterfaceBuilder {
     // A copy to change. It shares the device until device() replaces it.
     explicit InterfaceBuilder(HalvaneInterface interface);
 
+    // Each sets what the function of HalvaneInterface returns.
     InterfaceBuilder& role(std::string value);
     InterfaceBuilder& address(const MacAddress& value);
     InterfaceBuilder& device(const HalvaneDevice& value);
     InterfaceBuilder& channels(std::vector<HalvaneChannel> value);
 
+    // An interface with what was set.
     HalvaneInterface build() const { return interface_; }
 
   private:

@@ -13,11 +13,12 @@ namespace halvane {
 
 // What happened to a station of a hosted network.
 struct StationChange {
+    // What happened.
     enum class Kind { Authorized, Joined, Kicked, Left };
 
-    Kind kind = Kind::Joined;
-    MacAddress address;
-    std::string interface;  // the interface that hosts the network
+    Kind kind = Kind::Joined;  // what happened
+    MacAddress address;        // of the station
+    std::string interface;     // the interface that hosts the network
 
     friend bool operator==(const StationChange&, const StationChange&) = default;
 };

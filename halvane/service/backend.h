@@ -33,6 +33,7 @@ namespace halvane {
 // Learns what happens to stations.
 class HALVANE_EXPORT StationListener {
   public:
+    // A station joined, left, was authorized or was sent away.
     virtual void happened(const StationChange& change) = 0;
 
   protected:

@@ -22,6 +22,7 @@ using BackendResult = Result<T, DaemonStatus>;
 template <typename T>
 class BackendReply {
   public:
+    // Takes the result, once.
     using Handler = std::function<void(BackendResult<T>)>;
 
     // Destroying a handler uncalled has to mean that the reply is lost.

@@ -16,6 +16,7 @@ namespace halvane {
 
 // What a daemon sends instead of a message that should carry a reply.
 struct DaemonAnswer {
+    // How a request is answered.
     enum class Kind {
         Reply,
         Silence,   // there is never a reply
@@ -23,10 +24,10 @@ struct DaemonAnswer {
         Gone,      // the daemon leaves the bus without a reply, and comes back
         NoMemory,  // an error of D-Bus: memory does not hold the reply
     };
-    Kind kind = Kind::Reply;
-    IPCMessage reply = {};   // of Kind::Reply
-    std::string error = {};  // of Kind::Error: its name
-    std::string text = {};   // of Kind::Error: for people
+    Kind kind = Kind::Reply;  // how the request is answered
+    IPCMessage reply = {};    // of Kind::Reply
+    std::string error = {};   // of Kind::Error: its name
+    std::string text = {};    // of Kind::Error: for people
 };
 
 class HALVANE_EXPORT DaemonFaults {

@@ -35,9 +35,9 @@ namespace halvane {
 
 // The parts of a daemon. All of them outlive the server.
 struct DaemonParts {
-    Backend& backend;
-    LogSettings& logging;
-    DaemonLimits limits = {};
+    Backend& backend;          // knows the radios; outlives the server
+    LogSettings& logging;      // knows the daemon's log; outlives the server
+    DaemonLimits limits = {};  // of what clients may demand
 
     // Keeps the subscribers, if the program wants to look at them.
     Subscribers* subscribers = nullptr;

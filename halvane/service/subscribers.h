@@ -24,6 +24,7 @@ class Subscribers {
         names_.splice(names_.end(), added);
     }
 
+    // Whether this connection subscribed.
     bool contains(const std::string& name) const { return places_.contains(name); }
 
     // Does nothing if there is none.
@@ -34,6 +35,7 @@ class Subscribers {
         places_.erase(found);
     }
 
+    // Forgets all of them.
     void clear() {
         names_.clear();
         places_.clear();

@@ -81,6 +81,7 @@ enum {
     kCLINoMemory = 130
 };
 
+/* A row of a table of options, described below. */
 typedef struct CLIOption CLIOption;
 
 /* Receives the value of a kCLICallback option. `value` is null if there is none; `negated` is
@@ -100,8 +101,10 @@ typedef void (*CLIHandler)(void);
 #define HALVANE_CLI_ZERO
 #endif
 
+/* A row of a table: an option, a command or an argument. Most tables are made of macros
+ * (cli/options.h). */
 struct CLIOption {
-    uint32_t type HALVANE_CLI_ZERO;
+    uint32_t type HALVANE_CLI_ZERO;          /* a kCLI... type */
     uint32_t shortName HALVANE_CLI_ZERO;     /* the ASCII character of -c; 0 for none */
     const char* longName HALVANE_CLI_ZERO;   /* the name of an option (--name), a command or an
                                                 argument; none if null or empty */

@@ -30,9 +30,9 @@
 
 /* Describes to a callback output the message whose bytes it receives. */
 typedef struct LogMessage {
-    const LogCategory* category;
-    const char* function; /* as the caller passed it */
-    uint32_t level;       /* level word */
+    const LogCategory* category; /* that it was logged to */
+    const char* function;        /* as the caller passed it */
+    uint32_t level;              /* level word */
 } LogMessage;
 
 /* The function of an output "callback;func=0x...;arg=0x...". A message may arrive in several
@@ -43,6 +43,7 @@ typedef void (*LogCallback)(const LogMessage* message, const char* text, size_t 
 namespace halvane {
 class PropertyListValue;
 }
+/* A value of a property list; from C an opaque one. */
 typedef halvane::PropertyListValue HalvanePropertyListValue;
 
 extern "C" {

@@ -58,6 +58,7 @@ typedef struct PrintFFormat {
 /* All zero: no flag, no width, no precision. */
 HALVANE_EXPORT extern const PrintFFormat kPrintFFormatDefault;
 
+/* What one call of the engine works on, described below. */
 typedef struct PrintFContext PrintFContext;
 
 /* Receives one piece of output, never an empty one. Returns the number of bytes it accepted, or
@@ -71,7 +72,7 @@ typedef int32_t (*PrintFUserCallback)(const char* text, size_t length, void* use
 /* The destination of one call's output. A callback passed to PrintFCore may use the fields after
  * `callback` as it likes. */
 struct PrintFContext {
-    PrintFOutputCallback callback;
+    PrintFOutputCallback callback; /* receives the pieces */
     union {
         char* buffer; /* fixed or heap buffer */
         PrintFUserCallback userCallback;

@@ -70,12 +70,6 @@ TEST(DaemonDocument, StatesTheLimits) {
     EXPECT_THAT(document, HasSubstr(withCommas(kLargestDaemonReply) + " bytes"));
 }
 
-TEST(DaemonDocument, ShowsTheExample) {
-    const std::string example = contentsOf(kRoot / "examples/backend.cpp");
-    ASSERT_FALSE(example.empty());
-    EXPECT_THAT(contentsOf(kRoot / "docs/daemon.md"), HasSubstr("```cpp\n" + example + "```\n"));
-}
-
 }  // namespace
 
 }  // namespace halvane

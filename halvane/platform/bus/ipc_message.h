@@ -18,8 +18,10 @@ class HALVANE_EXPORT IPCMessage {
     // An empty message.
     IPCMessage() = default;
 
+    // A message of these entries.
     explicit IPCMessage(PropertyListDictionary entries) : entries_(std::move(entries)) {}
 
+    // The entries:
     const PropertyListDictionary& entries() const { return entries_; }
     PropertyListDictionary& entries() { return entries_; }
 

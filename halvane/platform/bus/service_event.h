@@ -13,6 +13,7 @@ namespace halvane {
 
 // The reason why there is no message.
 struct ServiceError {
+    // What went wrong.
     enum class Kind {
         Invalid,      // the connection is unusable for good: the bus is gone, or cancel() was
                       // called
@@ -31,13 +32,13 @@ struct ServiceError {
         Unsendable,  // the request breaks a rule of the bus and was not sent
     };
 
-    Kind kind = Kind::Other;
+    Kind kind = Kind::Other;  // what went wrong
 
     // The error for people to read: "org.freedesktop.DBus.Error.ServiceUnknown: The name ... was
     // not provided ...".
     std::string text;
 
-    Cause cause = Cause::Unknown;
+    Cause cause = Cause::Unknown;  // why, if that is known
 };
 
 // The service has come up: its name has an owner, and events of that owner are accepted.

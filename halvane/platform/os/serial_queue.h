@@ -64,8 +64,10 @@ class HALVANE_EXPORT SerialQueue {
     // Whether the calling thread is the queue's thread, or runs work in its place.
     bool isCurrent() const;
 
+    // The text given to the constructor.
     const std::string& label() const;
 
+    // A reference to the queue.
     Handle handle() const;
 
   private:

@@ -31,6 +31,7 @@ namespace halvane {
 
 inline constexpr std::size_t kPreferencesFileLimit = 16777216;  // bytes
 
+// Whether values were written; otherwise why not.
 struct PreferenceResult {
     // kStatusOK also if there is no value, or if a damaged file was set aside. Otherwise:
     // - kStatusBadPath: the name is too long for a file, or there is no folder for the file

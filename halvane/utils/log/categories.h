@@ -9,6 +9,7 @@
 #include "halvane/base/export.h"
 #include "halvane/utils/log/level.h"
 
+/* An output, which the library owns. */
 typedef struct LogOutput LogOutput;
 
 /* A category: one static record, defined with HALVANE_LOG_CATEGORY. A program may change
@@ -17,13 +18,13 @@ typedef struct LogOutput LogOutput;
 typedef struct LogCategory LogCategory;
 struct LogCategory {
     int32_t level; /* lowest level that passes; kLogLevelUninitialized before the first test */
-    int32_t defaultLevel;   /* a negative one counts as 0 */
-    const char* initConfig; /* control string applied on the first test, or null */
-    uint32_t flags;         /* kLogHeader... */
-    const char* name;
-    const char* prefix;  /* the name up to its first '_' */
-    size_t prefixLength; /* the prefix has no terminator */
-    LogCategory* next;
+    int32_t defaultLevel;     /* a negative one counts as 0 */
+    const char* initConfig;   /* control string applied on the first test, or null */
+    uint32_t flags;           /* kLogHeader... */
+    const char* name;         /* as control strings name it; it outlives the category */
+    const char* prefix;       /* the name up to its first '_' */
+    size_t prefixLength;      /* the prefix has no terminator */
+    LogCategory* next;        /* of the library's list */
     LogOutput* output;        /* shared between categories; null before the first test */
     uint64_t ratePeriod;      /* up-ticks */
     uint64_t rateIntervalEnd; /* up-ticks; 0 while no interval is open */

@@ -22,11 +22,13 @@ HALVANE_EXPORT uint64_t UpTicks(void);
 /* 1000000000 if the clock counts nanoseconds. Does not change while a process runs. */
 HALVANE_EXPORT uint64_t UpTicksPerSecond(void);
 
+/* Convert up-ticks to a unit. */
 HALVANE_EXPORT uint64_t UpTicksToSeconds(uint64_t ticks);
 HALVANE_EXPORT uint64_t UpTicksToMilliseconds(uint64_t ticks);
 HALVANE_EXPORT uint64_t UpTicksToMicroseconds(uint64_t ticks);
 HALVANE_EXPORT uint64_t UpTicksToNanoseconds(uint64_t ticks);
 
+/* Convert a unit to up-ticks. */
 HALVANE_EXPORT uint64_t SecondsToUpTicks(uint64_t seconds);
 HALVANE_EXPORT uint64_t MillisecondsToUpTicks(uint64_t milliseconds);
 HALVANE_EXPORT uint64_t MicrosecondsToUpTicks(uint64_t microseconds);

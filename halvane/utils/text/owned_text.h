@@ -15,15 +15,15 @@ extern "C" {
 /* A list of texts. Each node and each text is a separate heap block, allocated with malloc or a
  * function that uses it. A text may be null. A null list is an empty list. */
 typedef struct StringList {
-    struct StringList* next;
-    char* text;
+    struct StringList* next; /* null at the end */
+    char* text;              /* NUL-terminated */
 } StringList;
 
 /* A list of named values, allocated in the same way. */
 typedef struct NameValueList {
-    struct NameValueList* next;
-    char* name;
-    char* value;
+    struct NameValueList* next; /* null at the end */
+    char* name;                 /* NUL-terminated */
+    char* value;                /* NUL-terminated */
 } NameValueList;
 
 /* Free every node and its texts. The list may be null. */

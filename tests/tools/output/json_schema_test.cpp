@@ -185,6 +185,17 @@ std::string commandText(const CommandSchema& schema) {
     return text;
 }
 
+// A record may also be a member, as elements are of fields that hold elements.
+void addWithMembers(const PropertyRows& table, std::map<std::string_view, PropertyRows>& objects) {
+    objects.emplace(table.table(), table);
+    for (const PropertyDescription& row : table.rows()) {
+        const bool hasTable =
+            row.kind == PropertyKind::Object ||
+            (row.kind == PropertyKind::Array && row.itemKind == PropertyKind::Object);
+        if (hasTable) objects.emplace(row.members.table(), row.members);
+    }
+}
+
 std::string documentText() {
     std::string text =
         "# The keys of the JSON output\n\n"
@@ -195,7 +206,7 @@ std::string documentText() {
     std::map<std::string_view, PropertyRows> objects;
     for (const CommandSchema& schema : commandSchemas()) {
         text += commandText(schema);
-        for (const PropertyRows& table : tablesOf(schema)) objects.emplace(table.table(), table);
+        for (const PropertyRows& table : tablesOf(schema)) addWithMembers(table, objects);
     }
     text += "\n## Objects\n";
     for (const auto& [name, table] : objects) {
