@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <span>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane::air {
 
 using Octets = std::span<const std::uint8_t>;

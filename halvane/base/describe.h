@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 inline std::string describe(const std::string& text) {

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 using OUI = std::array<std::uint8_t, 3>;

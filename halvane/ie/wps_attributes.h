@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 enum class WPSValueKind : std::uint8_t {

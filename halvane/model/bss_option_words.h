@@ -5,6 +5,8 @@
 #include <array>
 #include <string_view>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 inline constexpr std::array kBSSAuthenticationWords = {
