@@ -39,8 +39,12 @@ install(FILES ${PROJECT_BINARY_DIR}/halvane-config.cmake
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}
            OUTPUT_VARIABLE halvane_relative_libdir)
 file(RELATIVE_PATH halvane_pc_to_prefix /x/${halvane_relative_libdir}/pkgconfig /x)
-list(JOIN NETTLE_STATIC_LDFLAGS " " halvane_nettle_flags)
-list(JOIN SYSTEMD_STATIC_LDFLAGS " " halvane_systemd_flags)
+set(halvane_private_flags ${NETTLE_STATIC_LDFLAGS} ${SYSTEMD_STATIC_LDFLAGS})
+foreach(folder IN LISTS CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
+  list(REMOVE_ITEM halvane_private_flags -L${folder})
+endforeach()
+list(REMOVE_DUPLICATES halvane_private_flags)
+list(JOIN halvane_private_flags " " halvane_private_flags)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/halvane.pc.in ${PROJECT_BINARY_DIR}/halvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/halvane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT development)
