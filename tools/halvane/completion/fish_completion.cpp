@@ -21,6 +21,11 @@ function __NAME_is
     test -z "$argv[1]"
 end
 
+# Whether the command is that one, and a word of its own is typed instead of an option's value.
+function __NAME_takes
+    __NAME_is $argv; and not string match -q -- '--*=*' (commandline -ct)
+end
+
 # The words, behind those of a list that stand already.
 function __NAME_list
     set -l typed (commandline -ct | string replace -r '^--[^=]*=' '')
@@ -85,7 +90,8 @@ void addCommand(std::string& script, const OutlinedCommand& command) {
     for (const OutlinedOption& option : command.options) addOption(script, condition, option);
     for (const OutlinedArgument& argument : command.arguments) {
         const std::string words = wordsFor(argument.words);
-        if (!words.empty()) script += start(condition) + words + '\n';
+        if (words.empty()) continue;
+        script += start(" -n '__NAME_takes " + command.name + '\'') + words + '\n';
     }
 }
 
