@@ -158,7 +158,7 @@ std::string plainText(std::string_view text) {
     std::string all;
     for (const char letter : text) {
         // A hyphen begins a list where it begins a line.
-        const bool isList = letter == '-' && (all.empty() || all.back() == '\n');
+        const bool isList = letter == '-' && all.ends_with('\n');
         if (isList || std::string_view("\\*_#[]|+<>`~").find(letter) != std::string_view::npos) {
             all += '\\';
         }

@@ -11,12 +11,13 @@ namespace {
 
 constexpr std::string_view kKinds[] = {"any", "words", "list", "files", "interfaces"};
 
-// The function that knows the tables. PROGRAM is the program's name, NAME that name in functions.
-constexpr std::string_view kTableHead = R"(# Completes the command lines of PROGRAM in bash.
+// The function that knows the tables. @PROGRAM@ is the program's name, @NAME@ that of its
+// functions.
+constexpr std::string_view kTableHead = R"(# Completes the command lines of @PROGRAM@ in bash.
 
 # Sets `kind` and `words` for what "COMMAND --option" or the arguments of "COMMAND " take. An option
 # without a value has no row. The kind of a value that may be left out ends in '='.
-_NAME_values() {
+@NAME@_values() {
     kind='' words=''
     case $1 in
 )";
@@ -25,7 +26,7 @@ constexpr std::string_view kRest = R"(    esac
 }
 
 # Adds what the kind offers for `cur` to COMPREPLY, each with `before` in front.
-_NAME_offer() {
+@NAME@_offer() {
     local known before=$1 typed=''
     case $kind in
     files*)
@@ -45,7 +46,7 @@ _NAME_offer() {
     [[ ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2>/dev/null
 }
 
-_NAME() {
+@NAME@() {
     local cur=${COMP_WORDS[COMP_CWORD]} last=${COMP_WORDS[COMP_CWORD-1]}
     local command='' option='' kind words word isEnd='' i
     COMPREPLY=()
@@ -61,28 +62,28 @@ _NAME() {
     elif [[ $last == = && COMP_CWORD -gt 2 ]]; then
         option=${COMP_WORDS[COMP_CWORD-2]}
     elif [[ $last == -?* && -z $isEnd ]]; then
-        _NAME_values "$command $last"
+        @NAME@_values "$command $last"
         if [[ -n $kind && $kind != *= ]]; then
-            _NAME_offer ''
+            @NAME@_offer ''
             return
         fi
     fi
     if [[ $option == --* && -z $isEnd ]]; then
-        _NAME_values "$command $option"
-        _NAME_offer ''
+        @NAME@_values "$command $option"
+        @NAME@_offer ''
     elif [[ $cur == --*=* && -z $isEnd ]]; then
         option=${cur%%=*} cur=${cur#*=}
-        _NAME_values "$command $option"
-        _NAME_offer "$option="
+        @NAME@_values "$command $option"
+        @NAME@_offer "$option="
     elif [[ $cur == -* && -z $isEnd ]]; then
-        _NAME_values "$command -"
-        _NAME_offer ''
+        @NAME@_values "$command -"
+        @NAME@_offer ''
     else
-        _NAME_values "$command "
-        _NAME_offer ''
+        @NAME@_values "$command "
+        @NAME@_offer ''
     fi
 }
-complete -F _NAME PROGRAM
+complete -F @NAME@ @PROGRAM@
 )";
 
 void addRow(std::string& script, const std::string& place, std::string_view kind,
@@ -154,8 +155,8 @@ std::string bashCompletion(const ProgramOutline& outline) {
     script = replacedText(std::move(script), "    HAS_NO_COMMANDS\n",
                           hasCommands ? "" : "    command=''\n");
     const std::string& name = outline.program.name;
-    script = replacedText(std::move(script), "PROGRAM", name);
-    return replacedText(std::move(script), "_NAME", '_' + functionName(name));
+    script = replacedText(std::move(script), "@PROGRAM@", name);
+    return replacedText(std::move(script), "@NAME@", '_' + functionName(name));
 }
 
 }  // namespace halvane::tool

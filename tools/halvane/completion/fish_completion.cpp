@@ -9,10 +9,10 @@ namespace halvane::tool {
 
 namespace {
 
-constexpr std::string_view kFunctions = R"(# Completes the command lines of PROGRAM in fish.
+constexpr std::string_view kFunctions = R"(# Completes the command lines of @PROGRAM@ in fish.
 
 # Whether the command is the one that is named, or there is none yet.
-function __NAME_is
+function @NAME@_is
     for word in (commandline -opc)[2..]
         string match -q -- '-*' $word; and continue
         test "$argv[1]" = $word
@@ -22,12 +22,12 @@ function __NAME_is
 end
 
 # Whether the command is that one, and a word of its own is typed instead of an option's value.
-function __NAME_takes
-    __NAME_is $argv; and not string match -q -- '--*=*' (commandline -ct)
+function @NAME@_takes
+    @NAME@_is $argv; and not string match -q -- '--*=*' (commandline -ct)
 end
 
 # The words, behind those of a list that stand already.
-function __NAME_list
+function @NAME@_list
     set -l typed (commandline -ct | string replace -r '^--[^=]*=' '')
     set -l before (string match -r '^.*,' -- $typed)
     for word in $argv
@@ -35,13 +35,13 @@ function __NAME_list
     end
 end
 
-function __NAME_interfaces
+function @NAME@_interfaces
     for folder in /sys/class/net/*
         string replace /sys/class/net/ '' $folder
     end
 end
 
-complete -c PROGRAM -f
+complete -c @PROGRAM@ -f
 )";
 
 std::string quoted(std::string_view text) {
@@ -61,17 +61,17 @@ std::string wordsFor(const ValueWords& words) {
         case Kind::Words:
             return " -a " + quoted(spaced(words.words));
         case Kind::List:
-            return " -a " + quoted("(__NAME_list " + spaced(words.words) + ')');
+            return " -a " + quoted("(@NAME@_list " + spaced(words.words) + ')');
         case Kind::Files:
             return " -F";
         case Kind::Interfaces:
-            return " -a '(__NAME_interfaces)'";
+            return " -a '(@NAME@_interfaces)'";
     }
     return "";
 }
 
 std::string start(const std::string& condition) {
-    return "complete -c PROGRAM" + condition;
+    return "complete -c @PROGRAM@" + condition;
 }
 
 void addOption(std::string& script, const std::string& condition, const OutlinedOption& option) {
@@ -83,15 +83,15 @@ void addOption(std::string& script, const std::string& condition, const Outlined
 }
 
 void addCommand(std::string& script, const OutlinedCommand& command) {
-    const std::string condition = " -n '__NAME_is " + command.name + '\'';
-    script += start(" -n '__NAME_is \"\"'") + " -a " + command.name + " -d " +
+    const std::string condition = " -n '@NAME@_is " + command.name + '\'';
+    script += start(" -n '@NAME@_is \"\"'") + " -a " + command.name + " -d " +
               quoted(command.help) + '\n';
     script += start(condition) + " -l help -d 'print the help of the command'\n";
     for (const OutlinedOption& option : command.options) addOption(script, condition, option);
     for (const OutlinedArgument& argument : command.arguments) {
         const std::string words = wordsFor(argument.words);
         if (words.empty()) continue;
-        script += start(" -n '__NAME_takes " + command.name + '\'') + words + '\n';
+        script += start(" -n '@NAME@_takes " + command.name + '\'') + words + '\n';
     }
 }
 
@@ -99,14 +99,14 @@ void addCommand(std::string& script, const OutlinedCommand& command) {
 
 std::string fishCompletion(const ProgramOutline& outline) {
     std::string script(kFunctions);
-    const std::string condition = outline.commands.empty() ? "" : " -n '__NAME_is \"\"'";
+    const std::string condition = outline.commands.empty() ? "" : " -n '@NAME@_is \"\"'";
     for (const OutlinedOption& option : outline.program.options) {
         addOption(script, condition, option);
     }
     for (const OutlinedCommand& command : outline.commands) addCommand(script, command);
     const std::string& name = outline.program.name;
-    script = replacedText(std::move(script), "PROGRAM", name);
-    return replacedText(std::move(script), "__NAME", "__" + functionName(name));
+    script = replacedText(std::move(script), "@PROGRAM@", name);
+    return replacedText(std::move(script), "@NAME@", "__" + functionName(name));
 }
 
 }  // namespace halvane::tool

@@ -32,7 +32,7 @@ std::string actionOf(const ValueWords& words) {
         case Kind::Words:
             return '(' + quoted(spaced(words.words), ":") + ')';
         case Kind::List:
-            return "{_NAME_list " + quoted(spaced(words.words), ":") + '}';
+            return "{@NAME@_list " + quoted(spaced(words.words), ":") + '}';
         case Kind::Files:
             return "_files";
         case Kind::Interfaces:
@@ -78,11 +78,11 @@ void addCommand(std::string& script, const OutlinedCommand& command) {
     script += std::string(kIndent) + "&& return 0 ;;\n";
 }
 
-constexpr std::string_view kHead = R"(#compdef PROGRAM
-# Completes the command lines of PROGRAM in zsh.
+constexpr std::string_view kHead = R"(#compdef @PROGRAM@
+# Completes the command lines of @PROGRAM@ in zsh.
 
 # The words, behind those of a list that stand already.
-_NAME_list() {
+@NAME@_list() {
     compset -P '*,'
     compadd -S '' - "$@"
 }
@@ -90,7 +90,7 @@ _NAME_list() {
 )";
 
 std::string simpleFunction(const ProgramOutline& outline) {
-    std::string script = "_NAME() {\n    _arguments -s \\\n";
+    std::string script = "@NAME@() {\n    _arguments -s \\\n";
     for (const OutlinedOption& option : outline.program.options) {
         addOption(script, option, "        ");
     }
@@ -98,17 +98,17 @@ std::string simpleFunction(const ProgramOutline& outline) {
 }
 
 std::string commandFunction(const ProgramOutline& outline) {
-    std::string script = "_NAME_commands() {\n    local -a commands=(\n";
+    std::string script = "@NAME@_commands() {\n    local -a commands=(\n";
     for (const OutlinedCommand& command : outline.commands) {
         script += "        '" + command.name + ':' + quoted(command.help, "") + "'\n";
     }
     script += "    )\n    _describe -t commands command commands\n}\n\n";
-    script += "_NAME() {\n    local curcontext=$curcontext state line\n    _arguments -C \\\n";
+    script += "@NAME@() {\n    local curcontext=$curcontext state line\n    _arguments -C \\\n";
     for (const OutlinedOption& option : outline.program.options) {
         addOption(script, option, "        ");
     }
     script +=
-        "        '1:command:_NAME_commands' \\\n        '*::argument:->arguments' && return 0\n"
+        "        '1:command:@NAME@_commands' \\\n        '*::argument:->arguments' && return 0\n"
         "    [[ $state == arguments ]] || return 1\n    case $words[1] in\n";
     for (const OutlinedCommand& command : outline.commands) addCommand(script, command);
     return script + "    esac\n    return 1\n}\n";
@@ -116,10 +116,10 @@ std::string commandFunction(const ProgramOutline& outline) {
 
 // Loaded by itself, the file is the function; sourced, it names it to the shell.
 constexpr std::string_view kTail = R"(
-if [[ $funcstack[1] == _NAME ]]; then
-    _NAME "$@"
+if [[ $funcstack[1] == @NAME@ ]]; then
+    @NAME@ "$@"
 else
-    compdef _NAME PROGRAM
+    compdef @NAME@ @PROGRAM@
 fi
 )";
 
@@ -130,9 +130,9 @@ std::string zshCompletion(const ProgramOutline& outline) {
     script += outline.commands.empty() ? simpleFunction(outline) : commandFunction(outline);
     script += kTail;
     const std::string& name = outline.program.name;
-    script = replacedText(std::move(script), "PROGRAM", name);
+    script = replacedText(std::move(script), "@PROGRAM@", name);
     // The file of a function has the program's name.
-    return replacedText(std::move(script), "_NAME", '_' + name);
+    return replacedText(std::move(script), "@NAME@", '_' + name);
 }
 
 }  // namespace halvane::tool
