@@ -266,7 +266,8 @@ TEST(Usage, IsHeldAsFiles) {
 
 TEST(Usage, TellsWhatHelpAndPINTake) {
     const std::string help = runTool({"help", "help"}).output;
-    EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [options] [COMMAND]\n"), std::string::npos) << help;
+    EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [options] [COMMAND]\n"), std::string::npos)
+        << help;
     const std::string pin = runTool({"help", "pin"}).output;
     const std::string description = pin.substr(pin.find("\nDESCRIPTION\n"));
     EXPECT_LT(description.find("check N"), description.find("\nOPTIONS\n")) << pin;
