@@ -16,6 +16,7 @@
 
 #include "halvane/utils/cli.h"
 
+#include "tools/halvane/commands/tool_outline.h"
 #include "tools/halvane/completion/completion_script.h"
 #include "tools/halvane/completion/program_outline.h"
 #include "tools/halvaned-sim/control.h"

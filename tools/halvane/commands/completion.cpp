@@ -6,8 +6,8 @@
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"
+#include "tools/halvane/commands/tool_outline.h"
 #include "tools/halvane/completion/completion_script.h"
-#include "tools/halvane/completion/program_outline.h"
 #include "tools/halvane/options/argument.h"
 #include "tools/halvane/output/standard_output.h"
 

@@ -6,6 +6,7 @@
 #include "halvane/utils/cli.h"
 
 #include "tools/halvane/commands/command.h"
+#include "tools/halvane/commands/tool_outline.h"
 #include "tools/halvane/completion/program_outline.h"
 #include "tools/halvane/completion/script_text.h"
 #include "tools/halvane/output/paragraph.h"

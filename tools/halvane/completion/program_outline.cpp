@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <utility>
 
-#include "tools/halvane/commands/command_table.h"
 #include "tools/halvane/options/single_option.h"
 
 namespace halvane::tool {
@@ -79,10 +78,6 @@ ProgramOutline outlineOf(std::string name, std::string help, std::span<const CLI
         }
     }
     return outline;
-}
-
-ProgramOutline toolOutline() {
-    return outlineOf("halvane", "look at Wi-Fi networks, and host them", commandTable());
 }
 
 }  // namespace halvane::tool

@@ -60,9 +60,6 @@ struct ProgramOutline {
 // `table` may end with kCLIEnd. Commands within commands are left out.
 ProgramOutline outlineOf(std::string name, std::string help, std::span<const CLIOption> table);
 
-// The outline of `halvane`.
-ProgramOutline toolOutline();
-
 }  // namespace halvane::tool
 
 #endif

@@ -10,8 +10,6 @@
 #include "halvane/regulatory/country.h"
 #include "halvane/regulatory/sku.h"
 
-#include "tools/halvane/commands/command_schemas.h"
-#include "tools/halvane/commands/command_table.h"
 #include "tools/halvane/networks/network_columns.h"
 #include "tools/halvane/options/network_conditions.h"
 
@@ -116,18 +114,6 @@ Words countryNames(std::string_view) {
     return words;
 }
 
-Words commandNames(std::string_view command) {
-    Words words;
-    if (command == "schema") {
-        for (const CommandSchema& schema : commandSchemas()) words.emplace_back(schema.command);
-        return words;
-    }
-    for (const CLIOption& row : commandTable()) {
-        if (row.type == kCLICommand) words.emplace_back(row.longName);
-    }
-    return words;
-}
-
 Words loggingWords(std::string_view) {
     Words words = {"show", "set"};
     for (const std::string_view category : kDaemonLogCategories) {
@@ -152,7 +138,6 @@ constexpr KnownRow kKnownRows[] = {
     {"sort", "NAMES", Kind::List, orderWords},
     {"sku", "NAME", Kind::Words, skuNames},
     {"NAME|ISO", "", Kind::Words, countryNames},
-    {"COMMAND", "", Kind::Words, commandNames},
     {"check N", "", Kind::Words, [](auto) { return Words{"check"}; }},
     {"ROLE", "", Kind::Words, [](auto) { return Words{"AP"}; }},
     {"show | set CATEGORY=CONTROL...", "", Kind::Words, loggingWords},
