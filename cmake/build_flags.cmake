@@ -22,6 +22,30 @@ endif()
 # tsan and fuzz presets have the type Debug.
 add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
+# What is shipped is hardened: the library, the tool and the daemons link this target. Programs bind
+# all functions before they run, so that the tables of addresses are read-only from then on (full
+# RELRO); the library leaves that to the program that loads it.
+include(CheckCXXCompilerFlag)
+add_library(halvane_hardening INTERFACE)
+if(NOT HALVANE_SANITIZE AND NOT HALVANE_COVERAGE)
+  set(optimised $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
+  foreach(flag IN ITEMS -fstack-protector-strong -fcf-protection -mbranch-protection=standard)
+    string(MAKE_C_IDENTIFIER has${flag} has_flag)
+    check_cxx_compiler_flag(${flag} ${has_flag})
+    if(${has_flag})
+      target_compile_options(halvane_hardening INTERFACE $<${optimised}:${flag}>)
+    endif()
+  endforeach()
+  set(is_program $<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>)
+  set(is_plain $<NOT:$<BOOL:$<TARGET_PROPERTY:POSITION_INDEPENDENT_CODE>>>)
+  target_compile_options(
+    halvane_hardening INTERFACE "$<${optimised}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>"
+                                $<$<AND:${optimised},${is_plain}>:-fPIE>)
+  target_link_options(
+    halvane_hardening INTERFACE $<${optimised}:-Wl,-z,relro,-z,noexecstack>
+                                "$<$<AND:${optimised},${is_program}>:-pie;-Wl,-z,now>")
+endif()
+
 # The whole tree is instrumented alike, so these are directory-wide.
 if(HALVANE_SANITIZE)
   add_compile_options(-fsanitize=${HALVANE_SANITIZE} -fno-omit-frame-pointer

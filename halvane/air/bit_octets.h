@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <span>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane::air {
 
 // Octets that somebody else owns.

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane::air {
 
 struct ElementDamage {

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane::air {
 
 // The element ID, or 256 plus the element ID extension. Every number of either kind is a value of

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane::air {
 
 // The values are the numbers. Wi-Fi 6E is Wi-Fi 6 at 6 GHz.

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane::air {

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane::air {
 
 // What a station supports that joins the BSS (9.4.2.3, 802.11ax and 802.11be).

@@ -10,6 +10,8 @@
 #include <memory>
 #include <utility>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // A value whose destructor never runs, so that it stays valid until the process ends.

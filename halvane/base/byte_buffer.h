@@ -23,6 +23,7 @@
 #include <string_view>
 #include <utility>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

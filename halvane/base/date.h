@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

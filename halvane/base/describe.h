@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // The text, as descriptions print it.

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // An element's header is its ID and its length, one octet each.

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <utility>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 class ErrorDomain;

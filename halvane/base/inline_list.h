@@ -12,6 +12,8 @@
 #include <span>
 #include <type_traits>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 template <typename T, std::size_t Capacity>

@@ -14,6 +14,7 @@
 #include <string>
 #include <variant>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // An Organizationally Unique Identifier, as it stands in a frame.

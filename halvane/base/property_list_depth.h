@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // The greatest depth of a value that is written out. The root is at level 1, its members are at

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <span>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane::capture {

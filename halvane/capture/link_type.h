@@ -6,6 +6,7 @@
 
 #include <optional>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane::capture {

@@ -5,6 +5,7 @@
 
 #include <atomic>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

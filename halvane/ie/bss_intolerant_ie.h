@@ -3,6 +3,7 @@
 #ifndef HALVANE_IE_BSS_INTOLERANT_IE_H
 #define HALVANE_IE_BSS_INTOLERANT_IE_H
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

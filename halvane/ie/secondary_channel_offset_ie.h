@@ -3,6 +3,7 @@
 #ifndef HALVANE_IE_SECONDARY_CHANNEL_OFFSET_IE_H
 #define HALVANE_IE_SECONDARY_CHANNEL_OFFSET_IE_H
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // How an attribute's value is read and stored.

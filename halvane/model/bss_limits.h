@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // IEEE 802.11-2020, 9.4.2.2 and J.4.1, in octets.

@@ -5,6 +5,8 @@
 #include <array>
 #include <string_view>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // The words for authentication, security, ciphers of single stations, ciphers of the group, key

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 enum class DaemonStatus : std::int64_t {

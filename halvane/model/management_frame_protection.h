@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // The bits MFPC and MFPR of the RSN Capabilities (IEEE 802.11-2020, 9.4.2.24.4). A skeleton may

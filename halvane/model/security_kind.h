@@ -2,6 +2,8 @@
 #ifndef HALVANE_MODEL_SECURITY_KIND_H
 #define HALVANE_MODEL_SECURITY_KIND_H
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 // The results of HalvaneBSSConfig::wifiSecurity().

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 struct DaemonLimits {

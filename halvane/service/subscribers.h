@@ -8,6 +8,8 @@
 #include <map>
 #include <string>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 class Subscribers {

@@ -28,11 +28,11 @@ namespace {
 using Words = std::vector<std::string>;
 
 constexpr const char* kCommands[] = {
-    "decode",  "report",     "scan",         "watch",   "elements", "channels",
-    "skus",    "countries",  "country",      "pin",     "psk",      "config",
-    "devices", "interfaces", "channel-list", "configs", "clients",  "add",
-    "remove",  "enable",     "disable",      "role",    "start",    "stop",
-    "kick",    "logging",    "monitor",      "schema",  "help"};
+    "decode",  "report",     "scan",         "watch",   "elements",   "channels",
+    "skus",    "countries",  "country",      "pin",     "psk",        "config",
+    "devices", "interfaces", "channel-list", "configs", "clients",    "add",
+    "remove",  "enable",     "disable",      "role",    "start",      "stop",
+    "kick",    "logging",    "monitor",      "schema",  "completion", "help"};
 
 // Expects status 2, no standard output, and a message.
 void expectUsage(const Words& words, const std::string& message) {
@@ -266,7 +266,8 @@ TEST(Usage, IsHeldAsFiles) {
 
 TEST(Usage, TellsWhatHelpAndPINTake) {
     const std::string help = runTool({"help", "help"}).output;
-    EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [COMMAND]\n"), std::string::npos) << help;
+    EXPECT_NE(help.find("\nSYNOPSIS\n    halvane help [options] [COMMAND]\n"), std::string::npos)
+        << help;
     const std::string pin = runTool({"help", "pin"}).output;
     const std::string description = pin.substr(pin.find("\nDESCRIPTION\n"));
     EXPECT_LT(description.find("check N"), description.find("\nOPTIONS\n")) << pin;

@@ -7,6 +7,8 @@
 
 #include <semaphore.h>
 
+#include "halvane/base/cxx20.h"
+
 namespace halvane {
 
 class CountingSemaphore {

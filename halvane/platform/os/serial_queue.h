@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 
 namespace halvane {

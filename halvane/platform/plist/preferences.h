@@ -24,6 +24,7 @@
 #include <string>
 #include <string_view>
 
+#include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
 #include "halvane/base/status.h"
 

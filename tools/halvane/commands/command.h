@@ -65,6 +65,10 @@ extern CLIOption gConfigOptions[];
 int configCommand();
 extern CLIOption gSchemaOptions[];
 int schemaCommand();
+extern CLIOption gCompletionOptions[];
+int completionCommand();
+extern CLIOption gHelpOptions[];
+int helpCommand();
 
 // Commands that talk to the Wi-Fi daemon, as rows of the command table.
 std::span<const CLIOption> daemonListCommands();

@@ -1,0 +1,347 @@
+// The completions of command lines, in the shells that use them.
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/run_program.h"
+#include "tests/support/run_tool.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/terminal_program.h"
+
+using halvane::testing::contentsOf;
+using halvane::testing::expectMessage;
+using halvane::testing::runProgram;
+using halvane::testing::runTool;
+using halvane::testing::TemporaryFolder;
+using halvane::testing::TerminalProgram;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+Words linesOf(const std::string& text) {
+    Words lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+// Where the program is; empty if it is not installed.
+std::string pathOf(const std::string& program) {
+    for (const char* const folder : {"/bin/", "/usr/bin/", "/usr/local/bin/"}) {
+        if (std::filesystem::exists(folder + program)) return folder + program;
+    }
+    return {};
+}
+
+#define HALVANE_SKIP_WITHOUT(program) \
+    if (pathOf(program).empty()) GTEST_SKIP() << program << " is not installed"
+
+// The interfaces of this machine.
+Words interfaces() {
+    Words names;
+    for (const auto& entry : std::filesystem::directory_iterator("/sys/class/net")) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+// The script of a shell, in a file.
+class Script {
+  public:
+    explicit Script(const std::string& shell) {
+        std::ofstream(path()) << runTool({"completion", shell}).output;
+    }
+    std::string path() const { return (folder_.path() / "script").string(); }
+    std::string folder() const { return folder_.path().string(); }
+    void add(const std::string& file) const { std::ofstream(folder_.path() / file) << ""; }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+// --- The tables ---
+
+// The commands, and the long options of each command, as the help lists them.
+Words commands() {
+    Words names;
+    bool isIn = false;
+    for (const std::string& line : linesOf(runTool({"help"}).output)) {
+        if (line == "Commands:") isIn = true;
+        if (isIn && line.starts_with("    "))
+            names.push_back(line.substr(4, line.find(' ', 4) - 4));
+    }
+    return names;
+}
+
+Words optionsOf(const std::string& command) {
+    Words options;
+    bool isIn = false;
+    for (const std::string& line : linesOf(runTool({"help", command}).output)) {
+        if (!line.empty() && line[0] != ' ') isIn = line == "OPTIONS";
+        if (!isIn || !line.starts_with("    -")) continue;
+        const std::size_t start = line.find("--");
+        if (start > 8) continue;
+        options.push_back(line.substr(start, line.find_first_of(" [,", start) - start));
+    }
+    return options;
+}
+
+TEST(Completion, RefusesOtherShells) {
+    expectMessage(runTool({"completion"}), 2,
+                  "halvane: completion: takes one shell: bash, zsh or fish\n");
+    expectMessage(runTool({"completion", "fsh"}), 2,
+                  "halvane: completion: 'fsh' is not bash, zsh or fish\n"
+                  "  did you mean fish?\n");
+}
+
+// --- bash ---
+
+// What bash offers for the last word. The words are those that bash makes of the line.
+Words offeredByBash(const Script& script, const Words& words) {
+    std::string line = "cd " + script.folder() + "; source ./script; COMP_WORDS=(halvane";
+    for (const std::string& word : words) line += " '" + word + '\'';
+    line += "); COMP_CWORD=" + std::to_string(words.size()) +
+            "; _halvane; [[ ${#COMPREPLY[@]} -eq 0 ]] || printf '%s\\n' \"${COMPREPLY[@]}\"";
+    const auto result = runProgram({pathOf("bash"), "--norc", "--noprofile", "-c", line});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.errors, "");
+    return linesOf(result.output);
+}
+
+TEST(BashCompletion, OffersEveryCommandAndOption) {
+    HALVANE_SKIP_WITHOUT("bash");
+    const Script script("bash");
+    const Words all = offeredByBash(script, {""});
+    EXPECT_EQ(all, commands());
+    for (const std::string& command : all) {
+        const Words offered = offeredByBash(script, {command, "--"});
+        for (const std::string& option : optionsOf(command)) {
+            const bool isOffered = std::ranges::count(offered, option) > 0 ||
+                                   std::ranges::count(offered, option + '=') > 0;
+            EXPECT_TRUE(isOffered) << command << ' ' << option;
+        }
+    }
+}
+
+TEST(BashCompletion, OffersWords) {
+    HALVANE_SKIP_WITHOUT("bash");
+    const Script script("bash");
+    EXPECT_THAT(offeredByBash(script, {"decode", "--format", "=", "js"}),
+                ElementsAre("json", "jsonl"));
+    EXPECT_THAT(offeredByBash(script, {"decode", "--format=js"}),
+                ElementsAre("--format=json", "--format=jsonl"));
+    EXPECT_THAT(offeredByBash(script, {"decode", "--format", "js"}), ElementsAre("json", "jsonl"));
+    EXPECT_THAT(offeredByBash(script, {"decode", "--findings", "=", ""}),
+                ElementsAre("note", "warning", "error"));
+    EXPECT_THAT(offeredByBash(script, {"decode", "--hex", "--per"}), ElementsAre("--per-frame"));
+    EXPECT_THAT(offeredByBash(script, {"decode", "--columns", "=", "ssid,ban"}),
+                ElementsAre("ssid,band"));
+    EXPECT_THAT(offeredByBash(script, {"config", "--security", "=", "Open,WE"}),
+                ElementsAre("Open,WEP"));
+    EXPECT_THAT(offeredByBash(script, {"countries", "--sku", "=", "E"}), ElementsAre("ETSI"));
+    EXPECT_THAT(offeredByBash(script, {"completion", ""}), ElementsAre("bash", "zsh", "fish"));
+    EXPECT_THAT(offeredByBash(script, {"schema", "dec"}), ElementsAre("decode"));
+    EXPECT_THAT(offeredByBash(script, {"nothing", "--"}), IsEmpty());
+}
+
+TEST(BashCompletion, OffersInterfacesAndFiles) {
+    HALVANE_SKIP_WITHOUT("bash");
+    const Script script("bash");
+    script.add("walk one.pcap");
+    for (const char* const command : {"scan", "watch", "add", "start", "channel-list"}) {
+        Words offered = offeredByBash(script, {command, ""});
+        std::ranges::sort(offered);
+        EXPECT_EQ(offered, interfaces()) << command;
+    }
+    EXPECT_THAT(offeredByBash(script, {"decode", "wa"}), ElementsAre("walk one.pcap"));
+    EXPECT_THAT(offeredByBash(script, {"report", "-o", "wa"}), ElementsAre("walk one.pcap"));
+    EXPECT_THAT(offeredByBash(script, {"decode", "--", "wa"}), ElementsAre("walk one.pcap"));
+}
+
+// --- Keys typed in a terminal ---
+
+std::string typedIn(const Words& shell, const std::string& start, const std::string& keys,
+                    const std::string& end) {
+    TerminalProgram terminal(shell);
+    terminal.type(start + "; echo rea''dy\n");
+    terminal.waitFor("ready");
+    terminal.type(keys);
+    return terminal.waitFor(end);
+}
+
+TEST(BashCompletion, CompletesWhatIsTyped) {
+    HALVANE_SKIP_WITHOUT("bash");
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    const Script script("bash");
+    const std::string source = "source " + script.path();
+    const Words shell = {pathOf("bash"), "--norc", "--noprofile", "-i"};
+    EXPECT_THAT(typedIn(shell, source, "halvane decode --per\t", "--per-frame "),
+                Not(HasSubstr("missing")));
+    EXPECT_THAT(typedIn(shell, source, "halvane decode --color=al\t", "--color=always "),
+                Not(HasSubstr("missing")));
+    // The package bash-completion changes how lines are completed.
+    const std::string package = "/usr/share/bash-completion/bash_completion";
+    if (!std::filesystem::exists(package)) return;
+    EXPECT_THAT(typedIn(shell, "source " + package + "; " + source, "halvane decode --color=al\t",
+                        "--color=always "),
+                Not(HasSubstr("missing")));
+}
+
+TEST(ZshCompletion, CompletesWhatIsTyped) {
+    HALVANE_SKIP_WITHOUT("zsh");
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    const Script script("zsh");
+    script.add("walk.pcap");
+    const Words shell = {pathOf("env"), "TERM=dumb", pathOf("zsh"), "-f", "-i"};
+    const std::string start = "unsetopt zle_bracketed_paste prompt_sp; PS1='> '; cd " +
+                              script.folder() + "; autoload -Uz compinit; compinit -u -D; source " +
+                              script.path();
+    struct Case {
+        const char* keys;
+        const char* end;  // the rest that appears
+    };
+    for (const Case& row : {Case{"halvane decod\t", "decode "},
+                            {"halvane decode --hex --per-f\t", "--per-frame "},
+                            {"halvane decode --color=al\t", "=always "},
+                            {"halvane decode --columns=ssid,bss\t", "ssid,bssid"},
+                            {"halvane config --security=Open,WE\t", "Open,WEP"},
+                            {"halvane scan l\t", "scan lo "},
+                            {"halvane schema deco\t", "schema decode "},
+                            {"halvane decode wal\t", "walk.pcap "},
+                            {"halvane report -o wal\t", "walk.pcap "}}) {
+        EXPECT_THAT(typedIn(shell, start, row.keys, row.end), Not(HasSubstr("missing")))
+            << row.keys;
+    }
+}
+
+TEST(ZshCompletion, NamesEveryCommandAndOption) {
+    const std::string script = runTool({"completion", "zsh"}).output;
+    for (const std::string& command : commands()) {
+        const std::size_t start = script.find("\n    " + command + ")\n");
+        ASSERT_NE(start, std::string::npos) << command;
+        const std::string own = script.substr(start, script.find(";;\n", start) - start);
+        EXPECT_THAT(script, HasSubstr("\n        '" + command + ':'));
+        for (const std::string& option : optionsOf(command)) {
+            EXPECT_THAT(own, ::testing::AnyOf(HasSubstr(option + '['), HasSubstr(option + '=')))
+                << command;
+        }
+    }
+}
+
+// --- fish ---
+
+// The words that fish offers for the line, without what it says of them.
+Words offeredByFish(const Script& script, const std::string& line) {
+    const auto result =
+        runProgram({pathOf("env"), "HOME=" + script.folder(), pathOf("fish"), "--no-config", "-c",
+                    "cd " + script.folder() + "; source ./script; complete -C '" + line + '\''});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    Words words;
+    for (const std::string& row : linesOf(result.output))
+        words.push_back(row.substr(0, row.find('\t')));
+    return words;
+}
+
+TEST(FishCompletion, OffersEveryCommandAndOption) {
+    HALVANE_SKIP_WITHOUT("fish");
+    const Script script("fish");
+    Words all = offeredByFish(script, "halvane ");
+    Words known = commands();
+    std::ranges::sort(all);
+    std::ranges::sort(known);
+    EXPECT_EQ(all, known);
+    for (const std::string& command : known) {
+        const Words offered = offeredByFish(script, "halvane " + command + " --");
+        for (const std::string& option : optionsOf(command)) {
+            const bool isOffered = std::ranges::count(offered, option) > 0 ||
+                                   std::ranges::count(offered, option + '=') > 0;
+            EXPECT_TRUE(isOffered) << command << ' ' << option;
+        }
+    }
+}
+
+TEST(FishCompletion, OffersWordsInterfacesAndFiles) {
+    HALVANE_SKIP_WITHOUT("fish");
+    const Script script("fish");
+    script.add("walk.pcap");
+    EXPECT_THAT(offeredByFish(script, "halvane decode --format=js"),
+                ElementsAre("--format=json", "--format=jsonl"));
+    EXPECT_THAT(offeredByFish(script, "halvane decode --findings=w"),
+                ElementsAre("--findings=warning"));
+    EXPECT_THAT(offeredByFish(script, "halvane decode --columns=ssid,ban"),
+                ElementsAre("--columns=ssid,band"));
+    EXPECT_THAT(offeredByFish(script, "halvane decode --hex --per"), ElementsAre("--per-frame"));
+    EXPECT_THAT(offeredByFish(script, "halvane schema dec"), ElementsAre("decode"));
+    EXPECT_THAT(offeredByFish(script, "halvane decode wal"), ElementsAre("walk.pcap"));
+    EXPECT_THAT(offeredByFish(script, "halvane devices wal"), IsEmpty());
+    Words offered = offeredByFish(script, "halvane start ");
+    std::ranges::sort(offered);
+    EXPECT_EQ(offered, interfaces());
+}
+
+// Every word that is offered for a format is one that the command takes.
+TEST(Completion, OffersFormatsThatCommandsTake) {
+    HALVANE_SKIP_WITHOUT("bash");
+    const Script script("bash");
+    for (const std::string command : {"channels", "skus", "countries", "config"}) {
+        const Words formats = offeredByBash(script, {command, "--format", "=", ""});
+        EXPECT_THAT(formats, Contains("json"));
+        for (const std::string& format : formats) {
+            EXPECT_EQ(runTool({command, "--format=" + format}).status, 0) << command << format;
+        }
+    }
+}
+
+// --- Manuals ---
+
+TEST(Manuals, NameEveryCommandAndOption) {
+    const std::filesystem::path pages = HALVANE_MANUAL_PAGES;
+    if (!std::filesystem::exists(pages)) GTEST_SKIP() << "no manuals are made here";
+    const std::string tool = contentsOf(pages / "halvane.1.scd");
+    for (const std::string& command : commands()) {
+        EXPECT_THAT(tool, HasSubstr("*halvane-" + command + "*(1)"));
+        const std::string page = contentsOf(pages / ("halvane-" + command + ".1.scd"));
+        for (const char* const title : {"# NAME\n", "# SYNOPSIS\n", "# SEE ALSO\n"}) {
+            EXPECT_THAT(page, HasSubstr(title)) << command;
+        }
+        for (const std::string& option : optionsOf(command)) {
+            EXPECT_THAT(page, HasSubstr('*' + option + '*')) << command;
+        }
+    }
+}
+
+// The examples of the commands that need no radio and no daemon.
+TEST(Manuals, HaveExamplesThatWork) {
+    const std::filesystem::path prose = HALVANE_MANUAL_PROSE;
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(prose)) {
+        const std::string page = contentsOf(entry.path());
+        if (page.find("_samples_") == std::string::npos) continue;
+        for (const std::string& line : linesOf(page.substr(page.find("_samples_")))) {
+            if (!line.starts_with("halvane ") && !line.starts_with("echo ")) continue;
+            const auto result = runProgram(
+                {"/bin/sh", "-c",
+                 "halvane() { " HALVANE_TOOL " \"$@\"; }; cd " HALVANE_SAMPLES " && " + line});
+            EXPECT_EQ(result.status, 0) << line << '\n' << result.errors;
+            ++count;
+        }
+    }
+    EXPECT_GT(count, 20u);
+}
+
+}  // namespace

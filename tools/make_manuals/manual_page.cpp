@@ -1,0 +1,220 @@
+#include "tools/make_manuals/manual_page.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+#include <iterator>
+#include <utility>
+
+#include "tools/halvane/completion/script_text.h"
+#include "tools/halvane/completion/value_words.h"
+
+namespace halvane::tool {
+
+namespace {
+
+std::string bold(std::string_view text) {
+    return '*' + plainText(text) + '*';
+}
+
+std::string underlined(std::string_view text) {
+    return '_' + plainText(text) + '_';
+}
+
+std::string_view takeLine(std::string_view& text) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(text.size(), line.size() + 1));
+    return line;
+}
+
+// --- Generated sections ---
+
+std::string titleOf(const ProgramOutline& outline, const OutlinedCommand& command) {
+    const bool isProgram = &command == &outline.program;
+    return isProgram ? command.name : outline.program.name + '-' + command.name;
+}
+
+std::string synopsisOf(const ProgramOutline& outline, const OutlinedCommand& command) {
+    std::string text = bold(outline.program.name);
+    const bool isProgram = &command == &outline.program;
+    if (!isProgram) text += ' ' + bold(command.name);
+    if (!command.options.empty()) text += " \\[_options_\\]";
+    if (isProgram && !outline.commands.empty()) text += " _command_ \\[_arguments_\\]";
+    for (const OutlinedArgument& argument : command.arguments) {
+        const std::string name = underlined(argument.name);
+        text += ' ' + (argument.isOptional ? "\\[" + name + "\\]" : name);
+    }
+    return text + '\n';
+}
+
+std::string wordsText(const ValueWords& words) {
+    if (words.words.empty()) return {};
+    return "\n\tWords: " + plainText(spaced(words.words)) + ".\n";
+}
+
+std::string entry(const std::string& head, const std::string& help, const std::string& longHelp,
+                  const ValueWords& words) {
+    std::string text = head + "\n\t" + plainText(help) + '\n';
+    if (!longHelp.empty()) text += "\n\t" + plainText(replacedText(longHelp, "\n", " ")) + '\n';
+    // The help of such a value is the list of its words.
+    if (help.find(words.words.empty() ? "" : words.words.back()) == help.npos) {
+        text += wordsText(words);
+    }
+    return text + '\n';
+}
+
+std::string headOf(const OutlinedOption& option) {
+    std::string head =
+        option.shortName != 0 ? bold(std::string("-") + option.shortName) + ", " : "";
+    head += bold("--" + option.name);
+    if (!option.takesValue()) return head;
+    const std::string value = underlined(option.value);
+    return head + (option.isAttached ? "\\[=" + value + "\\]" : "=" + value);
+}
+
+std::string optionsOf(const OutlinedCommand& command) {
+    std::string text;
+    for (const OutlinedOption& option : command.options) {
+        if (!option.heading.empty()) text += "## " + plainText(option.heading) + "\n\n";
+        text += entry(headOf(option), option.help, option.longHelp, option.words);
+    }
+    return text;
+}
+
+std::string argumentsOf(const OutlinedCommand& command) {
+    std::string text;
+    for (const OutlinedArgument& argument : command.arguments) {
+        text += entry(underlined(argument.name), argument.help, "", argument.words);
+    }
+    return text;
+}
+
+std::string commandsOf(const ProgramOutline& outline) {
+    std::string text;
+    for (const OutlinedCommand& command : outline.commands) {
+        text += bold(outline.program.name + '-' + command.name) + "(1)\n\t" +
+                plainText(command.help) + "\n\n";
+    }
+    return text;
+}
+
+// "0 done; 1 failed" as a list of the statuses.
+std::string statusesOf(const std::string& lines) {
+    std::string text;
+    std::string rest = replacedText(lines, "\n", " ");
+    while (!rest.empty()) {
+        std::size_t end = rest.find("; ");
+        while (end != rest.npos && std::isdigit(static_cast<unsigned char>(rest[end + 2])) == 0) {
+            end = rest.find("; ", end + 1);
+        }
+        const std::string status = rest.substr(0, end);
+        rest = end == rest.npos ? "" : rest.substr(end + 2);
+        const std::size_t blank = status.find(' ');
+        text +=
+            bold(status.substr(0, blank)) + "\n\t" + plainText(status.substr(blank + 1)) + "\n\n";
+    }
+    return text;
+}
+
+ManualSection sectionOf(const OutlinedSection& section) {
+    if (section.title == "EXIT STATUS") return {section.title, statusesOf(section.text)};
+    const bool isLiteral = section.title == "EXAMPLES" || section.title == "COMMANDS";
+    if (isLiteral) return {section.title, literalText(section.text)};
+    return {section.title, plainText(section.text) + '\n'};
+}
+
+// --- Whole pages ---
+
+// Sections of other titles stand behind OPTIONS.
+constexpr std::string_view kFirst[] = {"NAME",      "SYNOPSIS", "DESCRIPTION",
+                                       "ARGUMENTS", "COMMANDS", "OPTIONS"};
+constexpr std::string_view kLast[] = {"EXIT STATUS", "ENVIRONMENT", "FILES", "EXAMPLES",
+                                      "SEE ALSO"};
+
+int placeOf(const std::string& title) {
+    const auto* const first = std::ranges::find(kFirst, title);
+    if (first != std::end(kFirst)) return static_cast<int>(first - kFirst);
+    const auto* const last = std::ranges::find(kLast, title);
+    constexpr int kOthers = std::size(kFirst);
+    return last == std::end(kLast) ? kOthers : kOthers + 1 + static_cast<int>(last - kLast);
+}
+
+void add(ManualSections& sections, const ManualSection& section) {
+    const auto found = std::ranges::find(sections, section.title, &ManualSection::title);
+    if (found == sections.end()) {
+        sections.push_back(section);
+        return;
+    }
+    if (section.title != "SEE ALSO") {
+        found->text += '\n' + section.text;
+        return;
+    }
+    while (found->text.ends_with('\n')) found->text.pop_back();
+    found->text += ",\n" + section.text;
+}
+
+}  // namespace
+
+std::string plainText(std::string_view text) {
+    std::string all;
+    for (const char letter : text) {
+        // A hyphen begins a list where it begins a line.
+        const bool isList = letter == '-' && all.ends_with('\n');
+        if (isList || std::string_view("\\*_#[]|+<>`~").find(letter) != std::string_view::npos) {
+            all += '\\';
+        }
+        all += letter;
+    }
+    return all;
+}
+
+std::string literalText(std::string_view lines) {
+    return "```\n" + std::string(lines) + (lines.ends_with('\n') ? "" : "\n") + "```\n";
+}
+
+ManualSections sectionsIn(std::string_view text) {
+    ManualSections sections;
+    while (!text.empty()) {
+        const std::string_view line = takeLine(text);
+        if (line.starts_with("# ")) {
+            sections.push_back({std::string(line.substr(2)), ""});
+        } else if (!sections.empty() && !(line.empty() && sections.back().text.empty())) {
+            sections.back().text.append(line).append("\n");
+        }
+    }
+    return sections;
+}
+
+ManualSections sectionsOf(const ProgramOutline& outline, const OutlinedCommand& command) {
+    ManualSections sections = {
+        {"NAME", titleOf(outline, command) + " - " + plainText(command.help) + '\n'},
+        {"SYNOPSIS", synopsisOf(outline, command)},
+        {"DESCRIPTION", plainText(command.longHelp) + '\n'},
+        {"ARGUMENTS", argumentsOf(command)},
+        {"OPTIONS", optionsOf(command)}};
+    if (&command == &outline.program) sections.push_back({"COMMANDS", commandsOf(outline)});
+    for (const OutlinedSection& section : command.sections) sections.push_back(sectionOf(section));
+    if (&command != &outline.program) {
+        sections.push_back({"SEE ALSO", bold(outline.program.name) + "(1), *halvane*(7)\n"});
+    }
+    std::erase_if(sections, [](const ManualSection& section) {
+        return section.text.find_first_not_of('\n') == section.text.npos;
+    });
+    return sections;
+}
+
+std::string manualPage(std::string_view name, std::string_view section, ManualSections generated,
+                       const ManualSections& prose) {
+    for (const ManualSection& part : prose) add(generated, part);
+    std::ranges::stable_sort(generated, {},
+                             [](const ManualSection& part) { return placeOf(part.title); });
+    std::string page = std::string(name) + '(' + std::string(section) + ") \"Halvane " +
+                       HALVANE_VERSION "\" \"Halvane\"\n";
+    for (const ManualSection& part : generated) {
+        page += "\n# " + part.title + "\n\n" + part.text;
+        while (page.ends_with("\n\n")) page.pop_back();
+    }
+    return page;
+}
+
+}  // namespace halvane::tool
