@@ -1,9 +1,10 @@
 #include "halvane/service/daemon_server.h"
 
-// IWYU pragma: no_include <systemd/sd-event.h>
+#include <systemd/sd-event.h>
 #include <utility>
 
 #include "halvane/model/daemon_service.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/bus/ipc_message.h"
 #include "halvane/platform/bus/service_host_internal.h"
 #include "halvane/service/dispatcher_internal.h"
@@ -14,14 +15,31 @@ namespace halvane {
 struct DaemonServer::Core {
     Core(sd_event* loop, const DaemonParts& parts, DaemonServerHandlers given)
         : handlers(std::move(given)),
-          dispatcher(
-              Dispatcher::create({parts.backend, parts.logging,
-                                  parts.subscribers != nullptr ? *parts.subscribers : subscribers,
-                                  parts.faults, parts.limits},
-                                 [this](const IPCMessage& event, const std::string& subscriber) {
-                                     host.send(event, subscriber);
-                                 })),
-          host(loop, kDaemonServiceName, hostHandlers()) {}
+          dispatcher(Dispatcher::create(
+              {parts.backend, parts.logging,
+               parts.subscribers != nullptr ? *parts.subscribers : subscribers, parts.faults,
+               parts.limits, [this] { return pump && host.isCongested(); }},
+              [this](const IPCMessage& event, const std::string& subscriber) {
+                  host.send(event, subscriber);
+              })),
+          host(loop, kDaemonServiceName, hostHandlers()) {
+        sd_event_source* source = nullptr;
+        if (::sd_event_add_post(loop, &source, somethingHappened, this) >= 0) pump.reset(source);
+    }
+
+    // The loop has done something: perhaps the bus has taken messages.
+    static int somethingHappened(sd_event_source*, void* core) noexcept {
+        static_cast<Core*>(core)->dispatcher->sendHeld();
+        return 0;
+    }
+
+    // Notifications go before what follows.
+    void sendAll() {
+        while (dispatcher->holdsNotifications()) {
+            host.flush();
+            dispatcher->sendHeld();
+        }
+    }
 
     ServiceHost::Handlers hostHandlers() {
         return {
@@ -64,22 +82,27 @@ struct DaemonServer::Core {
     Subscribers subscribers;
     const std::shared_ptr<Dispatcher> dispatcher;
     ServiceHost host;
+    EventSourcePointer pump;  // null if memory is short; then no notification waits
 };
 
 DaemonServer::DaemonServer(sd_event* loop, const DaemonParts& parts, DaemonServerHandlers handlers)
     : core_(std::make_unique<Core>(loop, parts, std::move(handlers))) {}
 
-DaemonServer::~DaemonServer() = default;
+DaemonServer::~DaemonServer() {
+    core_->sendAll();
+}
 
 Result<void, std::string> DaemonServer::start() {
     return core_->host.start();
 }
 
 void DaemonServer::flush() {
+    core_->sendAll();
     core_->host.flush();
 }
 
 Result<void, std::string> DaemonServer::dropName() {
+    core_->sendAll();
     return core_->host.dropName();
 }
 
@@ -88,6 +111,7 @@ Result<void, std::string> DaemonServer::takeName() {
 }
 
 Result<void, std::string> DaemonServer::restart() {
+    core_->sendAll();
     return core_->host.restart();
 }
 

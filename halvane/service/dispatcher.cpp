@@ -213,6 +213,24 @@ void Dispatcher::notifyOfEffects() {
 
 void Dispatcher::notify(const StationChange& change) {
     try {
+        if (held_.empty() && !parts_.isCongested()) return send(change);
+        if (held_.size() < kMostHeld && !parts_.subscribers.names().empty()) {
+            held_.push_back(change);
+        }
+    } catch (const std::bad_alloc&) {
+        // Memory does not hold the notification: it is dropped.
+    }
+}
+
+void Dispatcher::sendHeld() {
+    while (!held_.empty() && !parts_.isCongested()) {
+        send(held_.front());
+        held_.pop_front();
+    }
+}
+
+void Dispatcher::send(const StationChange& change) {
+    try {
         std::optional<IPCMessage> event =
             stationMessage(change.kind, change.interface, change.address.buffer());
         if (parts_.faults != nullptr) event = parts_.faults->event(*std::move(event));

@@ -5,6 +5,7 @@
 #define HALVANE_SERVICE_DISPATCHER_INTERNAL_H
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -32,7 +33,12 @@ class Dispatcher final : public StationListener, public std::enable_shared_from_
         Subscribers& subscribers;
         DaemonFaults* faults = nullptr;
         DaemonLimits limits = {};
+        // Whether so much waits for the bus that notifications wait, too. Throws nothing.
+        std::function<bool()> isCongested = [] { return false; };
     };
+
+    // Changes that may wait. Of more, the latest are dropped.
+    static constexpr std::size_t kMostHeld = 1 << 18;
 
     // REQUIRES of both: throws nothing.
     using Respond = std::function<void(const DaemonAnswer&)>;
@@ -55,9 +61,19 @@ class Dispatcher final : public StationListener, public std::enable_shared_from_
     void departed(const std::string& name) { parts_.subscribers.remove(name); }
 
     // The daemon has left the bus.
-    void left() { parts_.subscribers.clear(); }
+    void left() {
+        parts_.subscribers.clear();
+        held_.clear();
+    }
 
     void happened(const StationChange& change) override;
+
+    // Whether notifications wait. A change waits once for all subscribers, and replies do not wait
+    // with it.
+    bool holdsNotifications() const { return !held_.empty(); }
+
+    // Sends those that wait until the bus is congested again.
+    void sendHeld();
 
   private:
     struct Waiting;
@@ -71,6 +87,7 @@ class Dispatcher final : public StationListener, public std::enable_shared_from_
     DaemonStatus subscribe(const std::string& sender, bool wants);
     void finish(const Waiting& waiting, const std::function<IPCMessage()>& reply) noexcept;
     void notify(const StationChange& change);
+    void send(const StationChange& change);
     void notifyOfEffects();
 
     const Parts parts_;
@@ -79,6 +96,7 @@ class Dispatcher final : public StationListener, public std::enable_shared_from_
     std::map<std::string, std::size_t> waitingOf_;
     bool isHandling_ = false;
     std::vector<StationChange> effects_;  // of the request that is being handled
+    std::deque<StationChange> held_;
 };
 
 }  // namespace halvane

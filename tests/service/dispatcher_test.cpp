@@ -60,13 +60,15 @@ class DispatcherTest : public ::testing::Test {
     // What clients get, in order: ":1.5: status 0", ":1.5: joined wlan0 02...01".
     std::vector<std::string> sent_;
     std::vector<IPCMessage> replies_;
+    bool isCongested_ = false;
     std::shared_ptr<Dispatcher> dispatcher_ = make({});
 
     std::shared_ptr<Dispatcher> make(const DaemonLimits& limits, DaemonFaults* faults = nullptr) {
-        return Dispatcher::create({backend_, logging_, subscribers_, faults, limits},
-                                  [this](const IPCMessage& event, const std::string& subscriber) {
-                                      notified(event, subscriber);
-                                  });
+        return Dispatcher::create(
+            {backend_, logging_, subscribers_, faults, limits, [this] { return isCongested_; }},
+            [this](const IPCMessage& event, const std::string& subscriber) {
+                notified(event, subscriber);
+            });
     }
 
     void remake(const DaemonLimits& limits, DaemonFaults* faults = nullptr) {
@@ -376,6 +378,56 @@ TEST_F(DispatcherTest, AnswersOnceHoweverShortMemoryIs) {
     backend_.calls.clear();
     act("enable");  // nothing counts as waiting
     EXPECT_THAT(backend_.calls, ElementsAre("enable wlan0"));
+}
+
+// --- A bus that takes messages more slowly than they come ---
+
+TEST_F(DispatcherTest, LetsNotificationsWaitButNoReplies) {
+    subscribe(":1.1");
+    subscribe(":1.2");
+    sent_.clear();
+    isCongested_ = true;
+    backend_.tell(joined(1));
+    backend_.tell({StationChange::Kind::Left, joined(1).address, "wlan0"});
+    EXPECT_TRUE(dispatcher_->holdsNotifications());
+    act("enable");
+    EXPECT_THAT(sent_, ElementsAre(":1.5: status 0"));
+    dispatcher_->sendHeld();
+    EXPECT_THAT(sent_, ElementsAre(":1.5: status 0"));
+    sent_.clear();
+    isCongested_ = false;
+    backend_.tell(joined(2));  // behind the others
+    EXPECT_THAT(sent_, IsEmpty());
+    dispatcher_->sendHeld();
+    EXPECT_FALSE(dispatcher_->holdsNotifications());
+    EXPECT_THAT(sent_,
+                ElementsAre(":1.1: joined wlan0 020000000001", ":1.2: joined wlan0 020000000001",
+                            ":1.1: left wlan0 020000000001", ":1.2: left wlan0 020000000001",
+                            ":1.1: joined wlan0 020000000002", ":1.2: joined wlan0 020000000002"));
+    backend_.tell({StationChange::Kind::Left, joined(2).address, "wlan0"});
+    EXPECT_EQ(sent_.back(), ":1.2: left wlan0 020000000002");
+}
+
+TEST_F(DispatcherTest, HoldsNoMoreThanItsLimit) {
+    isCongested_ = true;
+    backend_.tell(joined(1));
+    EXPECT_FALSE(dispatcher_->holdsNotifications()) << "nobody wants it";
+    subscribe(":1.1");
+    sent_.clear();
+    for (std::size_t i = 0; i < Dispatcher::kMostHeld + 5; ++i) {
+        backend_.tell(joined(1));
+    }
+    isCongested_ = false;
+    dispatcher_->sendHeld();
+    EXPECT_EQ(sent_.size(), Dispatcher::kMostHeld);
+}
+
+TEST_F(DispatcherTest, ForgetsWhatWaitsWhenItLeavesTheBus) {
+    subscribe(":1.1");
+    isCongested_ = true;
+    backend_.tell(joined(1));
+    dispatcher_->left();
+    EXPECT_FALSE(dispatcher_->holdsNotifications());
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <new>
 #include <string_view>
@@ -198,6 +199,12 @@ void ServiceHost::replyError(const Call& call, const std::string& name, const st
 
 void ServiceHost::send(const IPCMessage& event, const std::string& subscriber) {
     sendServiceEvent(bus_.get(), names_, event, subscriber);
+}
+
+bool ServiceHost::isCongested() const {
+    constexpr std::uint64_t kMany = 4096;
+    std::uint64_t count = 0;
+    return bus_ && ::sd_bus_get_n_queued_write(bus_.get(), &count) >= 0 && count > kMany;
 }
 
 // The bus handles messages of one connection in order, so its reply comes after all of them.

@@ -87,6 +87,9 @@ class ServiceHost {
     // REQUIRES: checkBusMessage() does not refuse `event`.
     void send(const IPCMessage& event, const std::string& subscriber);
 
+    // Whether some thousand messages wait for the bus to take them.
+    bool isCongested() const;
+
     // Returns when the bus has everything that was sent.
     void flush();
 
