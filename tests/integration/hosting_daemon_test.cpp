@@ -211,8 +211,10 @@ TEST(HostingDaemonOptions, RefusesWhatItCannotUse) {
     const auto run = [](const std::string& word) {
         return halvane::testing::runProgram({HALVANE_DAEMON, "--foreground", word});
     };
-    EXPECT_EQ(run("--config=" + (folder.path() / "nowhere").string()).status, 1);
+    EXPECT_EQ(run("--config=" + (folder.path() / "nowhere").string()).status, 2);
     EXPECT_EQ(run("--nonsense").status, 2);
+    EXPECT_EQ(run("--config=").status, 2);
+    EXPECT_THAT(run("--config=/\x1B[1m").errors, Not(HasSubstr("\x1B")));
     EXPECT_EQ(run("wlan0").status, 2);
     EXPECT_EQ(run("--help").status, 0);
     EXPECT_EQ(run("--version").status, 0);

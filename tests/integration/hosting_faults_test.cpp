@@ -190,8 +190,9 @@ TEST_F(HostingFaults, HostsAgainAfterADeathAtAnyStepOfAStart) {
 TEST_F(HostingFaults, HostsAgainAfterADeathThatHostapdSurvives) {
     host("serve\n");
     EXPECT_EQ(trial_.stop(SIGTERM), 0);
-    for (const char* play : {"stubborn\nserve\nkillat ATTACH\n", "stubborn\nserve\nkillat STATUS\n",
-                             "stubborn\nserve\nkillat STA-FIRST\n"}) {
+    for (const char* play :
+         {"stubborn\nkill\n", "stubborn\nserve\nkillat ATTACH\n",
+          "stubborn\nserve\nkillat STATUS\n", "stubborn\nserve\nkillat STA-FIRST\n"}) {
         trial_.setFake(play);
         trial_.launch();
         EXPECT_EQ(trial_.process().wait(), -SIGKILL) << play;

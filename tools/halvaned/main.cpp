@@ -27,7 +27,12 @@ int exitStatus() noexcept {
             std::fprintf(stderr, "halvaned: '%s' is no option\n", gArgV[gArgI]);
             return kExitUsage;
         }
-        return runDaemon(takeDaemonOptions());
+        const DaemonOptions options = takeDaemonOptions();
+        if (options.settingsFile && options.settingsFile->empty()) {
+            std::fputs("halvaned: --config needs the name of a file\n", stderr);
+            return kExitUsage;
+        }
+        return runDaemon(options);
     } catch (const std::bad_alloc&) {
         std::fputs("halvaned: out of memory\n", stderr);
     } catch (const std::exception& error) {

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <optional>
+#include <string>
 
 namespace halvane::hosting {
 
@@ -19,7 +21,7 @@ std::int32_t help(CLIOption* option, const char* value, int negated) {
         "    halvaned [options]\n\n"
         "SIGTERM and SIGINT end it and its networks, which the next start brings back.\n"
         "SIGHUP has it read its configuration file again. The exit status is 0 after\n"
-        "these signals, 1 if it cannot run, or 2 after wrong usage.\n",
+        "these signals, 1 if it cannot run, or 2 after wrong usage or wrong settings.\n",
         stderr);
     return status;
 }
@@ -61,7 +63,8 @@ CLIOption* daemonOptions() {
 }
 
 DaemonOptions takeDaemonOptions() {
-    return {.settingsFile = gSettingsFile != nullptr ? gSettingsFile : "",
+    return {.settingsFile =
+                gSettingsFile != nullptr ? std::optional<std::string>(gSettingsFile) : std::nullopt,
             .isForeground = gIsForeground != 0,
             .isVerbose = gIsVerbose != 0};
 }

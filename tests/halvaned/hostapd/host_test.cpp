@@ -493,6 +493,23 @@ TEST_F(HostTest, KicksWithoutAnEvent) {
     EXPECT_EQ(told_.size(), 5U) << "told once";
 }
 
+// The network that it has left has not noticed yet.
+TEST_F(HostTest, KicksAStationWhereItJoinedLast) {
+    auto& first = serve();
+    auto& second = serve("wlan0_1");
+    first.flags[addressText(1)] = "[AUTH][ASSOC][AUTHORIZED]";
+    auto plan = planOf(openNetwork());
+    plan.networks.push_back({.interface = "wlan0_1", .configuration = openNetwork("guests")});
+    startAndWait(plan);
+    second.flags[addressText(1)] = "[AUTH][ASSOC][AUTHORIZED]";
+    second.server().send("<3>AP-STA-CONNECTED 02:00:00:00:00:01");
+    runUntilTold("joined 02:00:00:00:00:01 wlan0_1");
+    kick(1);
+    runUntilTold("kicked 02:00:00:00:00:01 wlan0_1");
+    EXPECT_EQ(first.flags.size(), 1U);
+    EXPECT_TRUE(second.flags.empty());
+}
+
 TEST_F(HostTest, KicksOnlyWhoIsThere) {
     auto& network = serve();
     kick(1);

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -133,11 +134,19 @@ TEST_F(PredecessorTest, LeavesProcessesAloneThatNoFileNames) {
     EXPECT_EQ(::kill(child_->process(), 0), 0);
 }
 
-TEST_F(PredecessorTest, KnowsTheInterfacesThatHostapdMade) {
-    write("wlan0.conf", "interface=wlan0\nbss=wlan0_1\nssid=bss=no\nbss=wlan0_2\n");
-    write("wlan1.conf", "interface=wlan1\n");
-    const Predecessor predecessor(loop_.get(), folder_.path(), kLong, [](std::size_t) {});
-    EXPECT_THAT(predecessor.made(), ::testing::ElementsAre("wlan0_1", "wlan0_2"));
+TEST_F(PredecessorTest, RemovesAFileThatWasNotYetInPlace) {
+    write("wlan0.conf.new", "wpa_psk=...");
+    EXPECT_EQ(end(), 0U);
+    EXPECT_FALSE(has("wlan0.conf.new"));
+}
+
+TEST_F(PredecessorTest, KillsWhatItDoesNotWaitFor) {
+    leave("wlan0.conf", "stubborn\n");
+    writeNumber("wlan0.pid");
+    {
+        const Predecessor predecessor(loop_.get(), folder_.path(), kLong, [](std::size_t) {});
+    }
+    loop_.runUntil([&] { return end_.has_value(); });
 }
 
 // A process may end between an open() and a read() of its files, which then fails. So does the read

@@ -24,10 +24,12 @@
 #include "halvane/model/station_change.h"
 #include "halvane/service/backend.h"
 #include "halvane/service/backend_reply.h"
+#include "halvane/utils/log.h"
 
 #include "tests/halvaned/hostapd/played_network.h"
 #include "tests/halvaned/hostapd/test_loop.h"
 #include "tests/halvaned/hosting/scripted_devices.h"
+#include "tests/support/log_recorder.h"
 #include "tests/support/made_config.h"
 #include "tests/support/run_program.h"
 #include "tests/support/temporary_folder.h"
@@ -41,13 +43,18 @@ namespace {
 using halvane::testing::addRadio;
 using halvane::testing::addressText;
 using halvane::testing::contentsOf;
+using halvane::testing::LogRecorder;
 using halvane::testing::openNetwork;
+using halvane::testing::personalNetwork;
 using halvane::testing::PlayedNetwork;
 using halvane::testing::ScriptedDevices;
 using halvane::testing::TemporaryFolder;
 using halvane::testing::TestLoop;
+using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 
 constexpr const char kAuthorized[] = "[AUTH][ASSOC][AUTHORIZED]";
@@ -222,6 +229,11 @@ TEST_F(HostingBackendTest, ListsDevicesAndChannels) {
     EXPECT_THAT(*channels, SizeIs(1));
 }
 
+TEST_F(HostingBackendTest, LeavesOutANameThatNoListCanCarry) {
+    addRadio(source_.next, 2, "b\xFF\xFE");
+    EXPECT_THAT(interfaces(), ElementsAre("wlan0", "wlan1"));
+}
+
 TEST_F(HostingBackendTest, RefusesWhatCannotStart) {
     EXPECT_EQ(start("wlan0"), DaemonStatus::NothingToStart);
     EXPECT_EQ(add("wlan0", "home"), DaemonStatus::Done);
@@ -249,6 +261,22 @@ TEST_F(HostingBackendTest, RefusesConfigurations) {
     EXPECT_EQ(add("wlan1", "c"), DaemonStatus::Done);
     EXPECT_EQ(configurations("wlan0"), 2U);
     EXPECT_EQ(configurations(std::nullopt), 3U);
+}
+
+TEST_F(HostingBackendTest, RefusesAConfigurationThatIsTooLarge) {
+    auto large = openNetwork("home");
+    large.setWpsDeviceName(std::string(65536, 'x'));
+    EXPECT_EQ(statusOf([&](auto reply) { backend().add("wlan0", large, std::move(reply)); }),
+              kTooLarge);
+    large.setWpsDeviceName(std::string(60000, 'x'));
+    EXPECT_EQ(statusOf([&](auto reply) { backend().add("wlan0", large, std::move(reply)); }),
+              DaemonStatus::Done);
+}
+
+TEST_F(HostingBackendTest, TakesRolesOfSomeLength) {
+    EXPECT_EQ(changeRole("wlan0", std::string(64, 'x')), DaemonStatus::Done);
+    EXPECT_EQ(changeRole("wlan0", std::string(65, 'x')), DaemonStatus::BadRequest);
+    EXPECT_EQ(changeRole("wlan0", ""), DaemonStatus::BadRequest);
 }
 
 TEST_F(HostingBackendTest, TellsWhyHostapdFailed) {
@@ -345,6 +373,82 @@ TEST_F(HostingBackendTest, HostsSeveralNetworksOfOneInterface) {
     EXPECT_EQ(remove("wlan0", "guests"), DaemonStatus::Done);
     EXPECT_EQ(start("wlan0"), DaemonStatus::Done);
     EXPECT_NE(processOf("wlan0"), before);
+}
+
+// The kernel keeps what hostapd had made when it was killed.
+TEST_F(HostingBackendTest, KnowsWhatHostapdLeft) {
+    serve("wlan0");
+    serve("wlan0_1");
+    EXPECT_EQ(add("wlan0", "home"), DaemonStatus::Done);
+    EXPECT_EQ(add("wlan0", "guests"), DaemonStatus::Done);
+    EXPECT_EQ(start("wlan0"), DaemonStatus::Done);
+    source_.next.interfaces.push_back({.name = "wlan0_1", .index = 77, .radio = 0});
+    backend().updateDevices();
+    EXPECT_EQ(stop("wlan0"), DaemonStatus::Done);
+    EXPECT_THAT(interfaces(), ElementsAre("wlan0", "wlan1"));
+    load();  // another daemon
+    EXPECT_THAT(interfaces(), ElementsAre("wlan0", "wlan1"));
+    EXPECT_EQ(start("wlan0"), DaemonStatus::Done);
+    EXPECT_THAT(contentsOf(path("wlan0.conf")), HasSubstr("\nbss=wlan0_1\n"));
+    EXPECT_EQ(stop("wlan0"), DaemonStatus::Done);
+    // What comes after it has gone is somebody else's.
+    source_.next.interfaces.pop_back();
+    backend().updateDevices();
+    source_.next.interfaces.push_back({.name = "wlan0_1", .index = 78, .radio = 0});
+    backend().updateDevices();
+    EXPECT_THAT(interfaces(), ElementsAre("wlan0", "wlan1", "wlan0_1"));
+}
+
+TEST_F(HostingBackendTest, AnswersAllWhoAskForStations) {
+    auto& network = serve("wlan0");
+    network.flags[addressText(1)] = kAuthorized;
+    int questions = 0;
+    network.heard = [&](const std::string& verb) { questions += verb == "STA-FIRST" ? 1 : 0; };
+    EXPECT_EQ(add("wlan0", "home"), DaemonStatus::Done);
+    EXPECT_EQ(start("wlan0"), DaemonStatus::Done);
+    questions = 0;
+    std::vector<std::size_t> sizes;
+    for (int i = 0; i < 50; ++i) {
+        backend().stations(BackendReply<std::vector<HalvaneClient>>(
+            [&](auto result) { sizes.push_back(result->size()); }));
+    }
+    loop_.runUntil([&] { return sizes.size() == 50; });
+    EXPECT_THAT(sizes, Each(1U));
+    EXPECT_EQ(questions, 1);
+    EXPECT_THAT(clients(), SizeIs(1));
+}
+
+// Nobody but root can look into the file; everybody can look at arguments.
+TEST_F(HostingBackendTest, TellsNobodyThePassphrase) {
+    serve("wlan0");
+    std::ofstream(path("play")) << "say words\n";
+    LogRecorder log;
+    LogUtils_Finalize();
+    LogIsEnabled(&gLogCategory_WiFi, kLogLevelVerbose);
+    LogControl(("WiFi:level=all,WiFi:output=" + log.spec()).c_str());
+    EXPECT_EQ(statusOf([&](auto reply) {
+                  backend().add("wlan0", personalNetwork("home", "correct horse"),
+                                std::move(reply));
+              }),
+              DaemonStatus::Done);
+    EXPECT_EQ(start("wlan0"), DaemonStatus::Done);
+    const std::string facts = "/proc/" + std::to_string(processOf("wlan0"));
+    const std::string file = contentsOf(path("wlan0.conf"));
+    EXPECT_THAT(file, Not(HasSubstr("correct horse")));
+    const auto at = file.find("wpa_psk=");
+    ASSERT_NE(at, std::string::npos);
+    const std::string key = file.substr(at + 8, 64);
+    EXPECT_EQ(key.find('\n'), std::string::npos);
+    loop_.runUntil([&] { return log.text().find("hostapd: words") != std::string::npos; });
+    LogUtils_Finalize();
+    for (const std::string& secret : {std::string("correct horse"), key}) {
+        EXPECT_THAT(contentsOf(facts + "/cmdline"), Not(HasSubstr(secret)));
+        EXPECT_THAT(contentsOf(facts + "/environ"), Not(HasSubstr(secret)));
+        EXPECT_THAT(log.text(), Not(HasSubstr(secret)));
+    }
+    EXPECT_THAT(contentsOf(facts + "/cmdline"), HasSubstr("wlan0.conf"));
+    const auto mode = std::filesystem::status(path("wlan0.conf")).permissions();
+    EXPECT_EQ(mode, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 }
 
 TEST_F(HostingBackendTest, HostsAtTwoInterfaces) {
@@ -454,6 +558,33 @@ TEST_F(HostingBackendTest, HostsAgainAfterAnEndOfTheDaemon) {
     loop_.runUntil([&] { return isHosted("wlan0"); });
     EXPECT_FALSE(isHosted("wlan1"));
     EXPECT_EQ(configurations(std::nullopt), 2U);
+}
+
+TEST_F(HostingBackendTest, TriesAgainWhatCouldNotStartAfterAnEnd) {
+    host("wlan0");
+    backend_.reset();
+    std::ofstream(path("play")) << "exit 1\n";
+    networks_.clear();
+    load();
+    EXPECT_EQ(start("wlan0"), kHostapdFailed);  // with the start that is under way
+    std::ofstream(path("play")) << "";
+    serve("wlan0");
+    loop_.runUntil([&] { return isHosted("wlan0"); });
+}
+
+TEST_F(HostingBackendTest, TriesAgainWhatTheRadioDidNotAllow) {
+    host("wlan0");
+    backend_.reset();
+    const auto bands = source_.next.radios[0].bands;
+    source_.next.radios[0].bands.clear();  // no channel is allowed
+    load();
+    EXPECT_EQ(start("wlan0"), kCannotHost);
+    source_.next.radios[0].bands = bands;
+    backend().updateDevices();
+    loop_.runUntil([&] { return isHosted("wlan0"); });
+    EXPECT_EQ(stop("wlan0"), DaemonStatus::Done);
+    loop_.settle();
+    EXPECT_FALSE(isHosted("wlan0"));
 }
 
 TEST_F(HostingBackendTest, StartsNothingBeforeItIsOpen) {

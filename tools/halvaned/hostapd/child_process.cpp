@@ -6,8 +6,10 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <iterator>
 #include <sys/epoll.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -41,6 +43,20 @@ bool open(Pipe& pipe) {
     ::_exit(127);
 }
 
+// Writes the number of this process in decimal digits, and a newline.
+void tellNumber(int file, int failure) {
+    char text[24];
+    char* begin = std::end(text);
+    *--begin = '\n';
+    pid_t number = ::getpid();
+    do {
+        *--begin = static_cast<char>('0' + number % 10);
+        number /= 10;
+    } while (number > 0);
+    const ssize_t size = std::end(text) - begin;
+    if (::write(file, begin, static_cast<std::size_t>(size)) != size) failTo(failure);
+}
+
 void resetSignals() {
     struct sigaction usual {};
     usual.sa_handler = SIG_DFL;
@@ -50,8 +66,18 @@ void resetSignals() {
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-[[noreturn]] void become(char* const* words, int output, int failure, pid_t parent) {
+// What the child gets of its parent. A number that is not told has no file (-1).
+struct Inheritance {
+    int output;
+    int failure;
+    int number;
+    pid_t parent;
+};
+
+[[noreturn]] void become(char* const* words, const Inheritance& from) {
     char* const environment[] = {nullptr};
+    const auto [output, failure, number, parent] = from;
+    if (number >= 0) tellNumber(number, failure);
     const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
     const bool isReady =
         nothing >= 0 && ::dup2(nothing, STDIN_FILENO) >= 0 && ::dup2(output, STDOUT_FILENO) >= 0 &&
@@ -79,7 +105,8 @@ int failureIn(const FileDescriptor& stream) {
     return count == sizeof(error) ? error : 0;
 }
 
-int spawn(std::vector<std::string>& words, const FileDescriptor& output, pid_t& process) {
+int spawn(std::vector<std::string>& words, const FileDescriptor& output,
+          const FileDescriptor& number, pid_t& process) {
     std::vector<char*> arguments;
     arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
@@ -89,7 +116,9 @@ int spawn(std::vector<std::string>& words, const FileDescriptor& output, pid_t& 
     const pid_t parent = ::getpid();
     process = ::fork();
     if (process < 0) return errno;
-    if (process == 0) become(arguments.data(), output.number(), failure.in.number(), parent);
+    if (process == 0) {
+        become(arguments.data(), {output.number(), failure.in.number(), number.number(), parent});
+    }
     failure.in = FileDescriptor();
     const int error = failureIn(failure.out);
     if (error != 0) {
@@ -97,6 +126,11 @@ int spawn(std::vector<std::string>& words, const FileDescriptor& output, pid_t& 
         }
     }
     return error;
+}
+
+FileDescriptor newFile(const std::string& path) {
+    constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC;
+    return aboveStandardStreams(FileDescriptor(::open(path.c_str(), kFlags, S_IRUSR | S_IWUSR)));
 }
 
 std::string refusal(const std::string& program, int error) {
@@ -113,12 +147,18 @@ ChildProcess::ChildProcess(sd_event* loop, Handlers handlers)
     : loop_(loop), handlers_(std::move(handlers)) {}
 
 Result<std::unique_ptr<ChildProcess>, std::string> ChildProcess::start(
-    sd_event* loop, std::vector<std::string> words, Handlers handlers) {
+    sd_event* loop, std::vector<std::string> words, Handlers handlers,
+    const std::string& numberFile) {
     std::unique_ptr<ChildProcess> child(new ChildProcess(loop, std::move(handlers)));
     Pipe output;
     if (!open(output)) return Unexpected(refusal(words[0], errno));
+    FileDescriptor number;
+    if (!numberFile.empty()) {
+        number = newFile(numberFile);
+        if (!number) return Unexpected(numberFile + " cannot be written: " + std::strerror(errno));
+    }
     pid_t process = -1;
-    if (const int error = spawn(words, output.in, process)) {
+    if (const int error = spawn(words, output.in, number, process)) {
         return Unexpected(refusal(words[0], error));
     }
     child->process_ = process;

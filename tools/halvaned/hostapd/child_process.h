@@ -46,11 +46,12 @@ class ChildProcess {
 
     // Runs words[0], a path. The child has its own process group, no signal blocked or ignored, no
     // open descriptor but the standard ones, nothing to read, and an empty environment. The kernel
-    // ends it by SIGTERM if the calling thread ends. Returns a sentence if it cannot be started.
+    // ends it by SIGTERM if the calling thread ends. Its number is in `numberFile`, for this user
+    // alone, before it runs; without a path, nowhere. Returns a sentence if it cannot be started.
     // REQUIRES: SIGCHLD is blocked.
-    static Result<std::unique_ptr<ChildProcess>, std::string> start(sd_event* loop,
-                                                                    std::vector<std::string> words,
-                                                                    Handlers handlers);
+    static Result<std::unique_ptr<ChildProcess>, std::string> start(
+        sd_event* loop, std::vector<std::string> words, Handlers handlers,
+        const std::string& numberFile = {});
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 

@@ -131,13 +131,10 @@ Result<void, std::string> Host::launch() {
     if (auto written = writeHostapdFile(path(".conf"), text_); !written) return written;
     auto started = ChildProcess::start(loop_, {settings_.program, path(".conf")},
                                        {.line = [this](std::string_view line) { printed(line); },
-                                        .ended = [this](const ChildEnd& end) { childEnded(end); }});
+                                        .ended = [this](const ChildEnd& end) { childEnded(end); }},
+                                       path(".pid"));
     if (!started) return Unexpected(std::move(started).error());
     child_ = *std::move(started);
-    if (auto written = writeHostapdFile(path(".pid"), std::to_string(process()) + "\n"); !written) {
-        child_.reset();
-        return written;
-    }
     state_ = State::Starting;
     failure_.clear();
     firstLines_.clear();
@@ -417,19 +414,33 @@ std::vector<StationChange> Host::stationsLeave() {
 
 void Host::kick(const MacAddress& address, const Done& done) {
     if (state_ != State::Ready) return done(failure(Kind::NotReady, "hostapd hosts nothing."));
-    const auto found = std::ranges::find_if(
-        links_, [&](const auto& link) { return link->stations.setKicked(address, true); });
-    if (found == links_.end()) return done(failure(Kind::UnknownStation, "No such station."));
-    Link& link = **found;
+    Link* const found = linkOf(address);
+    if (found == nullptr) return done(failure(Kind::UnknownStation, "No such station."));
+    Link& link = *found;
+    link.stations.setKicked(address, true);
     link.socket->request("DEAUTHENTICATE " + address.text(), [=, this, &link](auto reply) {
+        const bool isDone = reply && readReply(*reply) == ControlReply::OK;
+        if (!isDone) link.stations.setKicked(address, false);
         if (!reply) return done(failure(Kind::NoAnswer, "hostapd does not answer."));
-        if (readReply(*reply) != ControlReply::OK) {
-            link.stations.setKicked(address, false);
+        if (!isDone) {
             return done(failure(Kind::UnknownStation, "hostapd knows no such station."));
         }
         tell(link, address, link.stations.kicked(address));
         done({});
     });
+}
+
+// The network that the station joined last: another one may not yet know that it has moved on.
+Host::Link* Host::linkOf(const MacAddress& address) const {
+    Link* last = nullptr;
+    std::uint64_t lastTime = 0;
+    for (const auto& link : links_) {
+        const auto found = link->stations.known().find(address);
+        if (found == link->stations.known().end() || found->second.joinTime < lastTime) continue;
+        last = link.get();
+        lastTime = found->second.joinTime;
+    }
+    return last;
 }
 
 void Host::stations(StationsDone done) {

@@ -151,6 +151,7 @@ class Host {
     void tell(const Link& link, const MacAddress& address, const HostedStations::Kinds& kinds);
     void tellAll(const std::vector<StationChange>& changes);
     std::vector<StationChange> stationsLeave();
+    Link* linkOf(const MacAddress& address) const;
     void walk(StationsDone done);
     void walkOn(const std::string& command);
     void walked(const Result<std::string_view, ControlFailure>& reply);

@@ -61,6 +61,12 @@ constexpr ExportGap kMoreRefusals[] = {
     {[](const Configuration& c) { return c.allowSecurityWPS() && c.allowKeyManagement8021X(); },
      "WPS does not go with 802.1X: it hands out keys for PSK."},
 };
+constexpr ExportGap kMoreLosses[] = {
+    {[](const Configuration& c) { return c.allowSecurityWPS() && c.allowPushbutton(); },
+     "No station can join by the push button of WPS: no request of clients presses it."},
+    {[](const Configuration& c) { return c.allowSecurityWPS() && c.allowPIN() && c.wpsPIN() == 0; },
+     "WPS has no PIN, so nobody can use it by PIN."},
+};
 constexpr ExportGap kWiredRefusals[] = {
     {[](const Configuration& c) { return !c.allowKeyManagement8021X(); },
      "A wired interface authenticates stations by 802.1X alone."},
@@ -153,8 +159,9 @@ Exported exportedForRadio(const Configuration& configuration, bool isFirst) {
                                       {"", kSecretLines},
                                       {"", parts.handshake}};
     const auto refusals = joined(parts.refusals, kMoreRefusals);
+    const auto losses = joined(parts.losses, kMoreLosses);
     return tool::exported(configuration, {"hostapd", isFirst ? mainHeading : furtherHeading,
-                                          sections, refusals, parts.losses});
+                                          sections, refusals, losses});
 }
 
 Exported exportedForCable(const Configuration& configuration) {

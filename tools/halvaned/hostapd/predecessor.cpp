@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <iterator>
 #include <optional>
-#include <sstream>
 #include <string_view>
 #include <sys/epoll.h>
 #include <sys/syscall.h>
@@ -18,6 +19,22 @@
 namespace halvane::hosting {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+// Of the files of a host. "new" is on the way to the file itself (writeHostapdFile()).
+constexpr std::string_view kSuffixes[] = {".pid", ".conf", ".pid.new", ".conf.new"};
+
+// What a folder has; less, if it cannot be read.
+std::vector<fs::path> filesIn(const std::string& folder) {
+    std::vector<fs::path> files;
+    std::error_code failure;
+    for (fs::directory_iterator file(folder, failure), end; !failure && file != end;
+         file.increment(failure)) {
+        files.push_back(file->path());
+    }
+    return files;
+}
 
 // The header of glibc 2.36 for these two does not work in C++.
 FileDescriptor handleOf(pid_t process) {
@@ -57,24 +74,24 @@ struct Predecessor::Process {
 
 Predecessor::Predecessor(sd_event* loop, std::string folder, std::uint64_t grace, Done done)
     : loop_(loop), folder_(std::move(folder)), done_(std::move(done)) {
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_, ignored)) {
-        const auto& path = entry.path();
-        const bool isOurs = path.extension() == ".pid" || path.extension() == ".conf";
-        const std::string name = path.stem();
-        if (isOurs && isHostableName(name)) names_.push_back(name);
+    for (const auto& path : filesIn(folder_)) {
+        std::string name = path.filename();
+        const auto suffix = std::ranges::find_if(
+            kSuffixes, [&](std::string_view each) { return name.ends_with(each); });
+        if (suffix == std::end(kSuffixes)) continue;
+        name.resize(name.size() - suffix->size());
+        if (isHostableName(name)) names_.push_back(name);
     }
     std::ranges::sort(names_);
     names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
-    for (const std::string& name : names_) {
-        find(name);
-        readMade(name);
-    }
+    for (const std::string& name : names_) find(name);
     if (!processes_.empty()) patience_ = timerOf<&Predecessor::killAll>(loop_, grace, this);
     finish_ = timerOf<&Predecessor::finishIfAlone>(loop_, 0, this);
 }
 
-Predecessor::~Predecessor() = default;
+Predecessor::~Predecessor() {
+    killAll();
+}
 
 // The process is named by a handle before it is looked at, so that it is the one that is signalled.
 void Predecessor::find(const std::string& name) {
@@ -89,15 +106,6 @@ void Predecessor::find(const std::string& name) {
     process->source.reset(source);
     send(SIGTERM, process->handle);
     processes_.push_back(std::move(process));
-}
-
-void Predecessor::readMade(const std::string& name) {
-    constexpr std::string_view kKey = "bss=";
-    constexpr std::size_t kLargest = 1 << 20;
-    std::istringstream lines(readFile(folder_ + "/" + name + ".conf", kLargest).text);
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with(kKey)) made_.push_back(line.substr(kKey.size()));
-    }
 }
 
 void Predecessor::killAll() {
@@ -129,18 +137,15 @@ void Predecessor::finishIfAlone() {
 
 void Predecessor::removeFiles() const {
     for (const std::string& name : names_) {
-        for (const char* suffix : {".pid", ".conf", ".pid.new", ".conf.new"}) {
-            ::unlink((folder_ + "/" + name + suffix).c_str());
+        for (const std::string_view suffix : kSuffixes) {
+            ::unlink((folder_ + "/" + name).append(suffix).c_str());
         }
     }
     std::error_code ignored;
-    std::vector<std::filesystem::path> sockets;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_, ignored)) {
-        if (entry.path().filename().string().starts_with("control-") && entry.is_socket(ignored)) {
-            sockets.push_back(entry.path());
-        }
+    for (const auto& path : filesIn(folder_)) {
+        const bool isOurs = path.filename().string().starts_with("control-");
+        if (isOurs && fs::is_socket(path, ignored)) fs::remove(path, ignored);
     }
-    for (const auto& path : sockets) std::filesystem::remove(path, ignored);
 }
 
 }  // namespace halvane::hosting

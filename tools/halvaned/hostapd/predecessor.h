@@ -32,21 +32,17 @@ class Predecessor {
     // process that does not end by SIGTERM within the grace time, in microseconds, is killed. Then
     // removes NAME.pid and NAME.conf, and the files of control sockets.
     //
-    // Nothing happens after the object is destroyed, which Done may do.
+    // Nothing happens after the object is destroyed, which Done may do, except that processes which
+    // have not ended are killed then.
     Predecessor(sd_event* loop, std::string folder, std::uint64_t grace, Done done);
     Predecessor(const Predecessor&) = delete;
     Predecessor& operator=(const Predecessor&) = delete;
     ~Predecessor();
 
-    // The interfaces that its hostapd may have made: those of networks beside the first one. They
-    // stay if hostapd was killed.
-    const std::vector<std::string>& made() const { return made_; }
-
   private:
     struct Process;
 
     void find(const std::string& name);
-    void readMade(const std::string& name);
     void killAll();
     void ended(const Process& process);
     void finishIfAlone();
@@ -58,7 +54,6 @@ class Predecessor {
     const std::string folder_;
     Done done_;
     std::vector<std::string> names_;  // of interfaces
-    std::vector<std::string> made_;
     std::vector<std::unique_ptr<Process>> processes_;
     std::size_t endedCount_ = 0;
     EventSourcePointer patience_;

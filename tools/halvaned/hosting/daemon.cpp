@@ -18,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "halvane/base/escaped_text.h"
 #include "halvane/base/result.h"
 #include "halvane/base/status.h"
 #include "halvane/platform/bus/event_loop_internal.h"
@@ -48,12 +49,15 @@ namespace {
 constexpr std::uint64_t kLongestEnd = 800'000;  // microseconds
 constexpr long kLongestFlush = 150'000;
 
+// The exit status for a usage error, too: the next start would end the same way.
+constexpr int kBadSettings = 2;
+
 // What an earlier daemon's hostapd gets from SIGTERM to SIGKILL.
 constexpr std::uint64_t kPredecessorGrace = 700'000;
 
 Result<Settings, std::string> settingsOf(const DaemonOptions& options) {
-    if (options.settingsFile.empty()) return readSettings(kSettingsFile, IfMissing::UseDefaults);
-    return readSettings(options.settingsFile, IfMissing::Fail);
+    if (!options.settingsFile) return readSettings(kSettingsFile, IfMissing::UseDefaults);
+    return readSettings(*options.settingsFile, IfMissing::Fail);
 }
 
 HostSettings hostSettingsOf(const Settings& settings) {
@@ -69,12 +73,45 @@ void blockSignals() {
     ::signal(SIGPIPE, SIG_IGN);
 }
 
-// The server waits until the bus has taken its last replies. A bus that takes nothing must not keep
-// the process: then SIGALRM ends it.
-void endSoon() {
-    const itimerval soon = {.it_interval = {}, .it_value = {.tv_sec = 0, .tv_usec = kLongestFlush}};
-    ::setitimer(ITIMER_REAL, &soon, nullptr);
-}
+// hostapd may be slow to die, and the server waits until the bus has taken its last replies.
+// Neither keeps the process: it ends by itself then, with that status, unless the object goes
+// before.
+class EndsSoon {
+  public:
+    explicit EndsSoon(int status) {
+        ::signal(
+            SIGALRM, status == EXIT_SUCCESS ? [](int) { ::_exit(EXIT_SUCCESS); }
+                                            : [](int) { ::_exit(EXIT_FAILURE); });
+        setTimer(kLongestFlush);
+    }
+    EndsSoon(const EndsSoon&) = delete;
+    EndsSoon& operator=(const EndsSoon&) = delete;
+    ~EndsSoon() { setTimer(0); }
+
+  private:
+    static void setTimer(long microseconds) {
+        const itimerval timer = {.it_interval = {}, .it_value = {0, microseconds}};
+        ::setitimer(ITIMER_REAL, &timer, nullptr);
+    }
+};
+
+// Until something is hosted, a signal to end does so at once, whatever the bus is waited for.
+class EndsAtOnce {
+  public:
+    EndsAtOnce() {
+        for (const int signal : {SIGTERM, SIGINT}) {
+            ::sigaddset(&signals_, signal);
+            ::signal(signal, [](int) { ::_exit(EXIT_SUCCESS); });
+        }
+        ::sigprocmask(SIG_UNBLOCK, &signals_, nullptr);
+    }
+    EndsAtOnce(const EndsAtOnce&) = delete;
+    EndsAtOnce& operator=(const EndsAtOnce&) = delete;
+    ~EndsAtOnce() { ::sigprocmask(SIG_BLOCK, &signals_, nullptr); }
+
+  private:
+    sigset_t signals_ = {};
+};
 
 class Daemon {
   public:
@@ -86,6 +123,7 @@ class Daemon {
   private:
     Result<void, std::string> start();
     Result<void, std::string> prepareFolders() const;
+    Result<void, std::string> joinBus();
     void open(std::size_t ended);
     Result<void, std::string> watchDevices();
     Result<void, std::string> watchSignals();
@@ -127,9 +165,11 @@ int Daemon::run() {
         return EXIT_FAILURE;
     }
     const int result = ::sd_event_loop(loop_.get());
+    if (result < 0) status_ = EXIT_FAILURE;
+    const EndsSoon limit(status_);
     backend_->kill();
-    endSoon();
-    return result < 0 ? EXIT_FAILURE : status_;
+    server_.reset();
+    return status_;
 }
 
 // The name on the bus comes before the state: whoever owns it has the state's file, and hostapd, to
@@ -156,13 +196,17 @@ Result<void, std::string> Daemon::start() {
                     .logging = logging_,
                     .limits = DaemonLimits{.subscribers = settings_.subscribers}},
         DaemonServerHandlers{.onLoss = onLoss});
-    if (auto started = server_->start(); !started) return started;
+    if (auto joined = joinBus(); !joined) return joined;
     predecessor_ =
         std::make_unique<Predecessor>(loop_.get(), settings_.runtimeFolder, kPredecessorGrace,
                                       [this](std::size_t ended) { open(ended); });
-    backend_->noteMade(predecessor_->made());
     if (auto loaded = backend_->load(); !loaded) return loaded;
     return watchDevices();
+}
+
+Result<void, std::string> Daemon::joinBus() {
+    const EndsAtOnce signals;
+    return server_->start();
 }
 
 // Keys and sockets are in the runtime folder.
@@ -252,13 +296,13 @@ void Daemon::giveUpOnHosts() {
 
 int runDaemon(DaemonOptions options) {
     // In the background the process is in another folder.
-    if (!options.settingsFile.empty()) {
-        options.settingsFile = std::filesystem::absolute(options.settingsFile).string();
+    if (options.settingsFile) {
+        options.settingsFile = std::filesystem::absolute(*options.settingsFile).string();
     }
     auto settings = settingsOf(options);
     if (!settings) {
-        std::fprintf(stderr, "halvaned: %s\n", settings.error().c_str());
-        return EXIT_FAILURE;
+        std::fprintf(stderr, "halvaned: %s\n", escapedText(settings.error()).c_str());
+        return kBadSettings;
     }
     if (!options.isForeground && ::daemon(0, 0) != 0) {
         std::fputs("halvaned: the process cannot go to the background\n", stderr);

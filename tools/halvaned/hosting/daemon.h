@@ -2,12 +2,13 @@
 #ifndef TOOLS_HALVANED_HOSTING_DAEMON_H
 #define TOOLS_HALVANED_HOSTING_DAEMON_H
 
+#include <optional>
 #include <string>
 
 namespace halvane::hosting {
 
 struct DaemonOptions {
-    std::string settingsFile;   // empty: the usual one, if it is there
+    std::optional<std::string> settingsFile;  // absent: the usual one, if it is there
     bool isForeground = false;  // stays where it was started, and logs to standard error
     bool isVerbose = false;
 };

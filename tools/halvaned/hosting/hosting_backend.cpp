@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
-#include <net/if.h>
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/escaped_text.h"
+#include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/service/backend_reply.h"
 #include "halvane/service/hosting_rules_internal.h"
 
@@ -32,6 +33,13 @@ bool hasHostRole(const InterfaceState& state) {
     return isHostRole(roleOf(state));
 }
 
+// All configurations of all interfaces share the state's file, and each change writes all of it.
+bool isSmall(const HalvaneBSSConfig& configuration) {
+    constexpr std::size_t kLargest = 65536;
+    const auto text = xmlPropertyList(configuration.skeletonRepresentation());
+    return text && text->size() <= kLargest;
+}
+
 std::vector<HalvaneBSSConfig>::iterator findSSID(std::vector<HalvaneBSSConfig>& list,
                                                  const std::optional<ByteBuffer>& ssid) {
     return std::ranges::find_if(list, [&](const auto& each) { return each.ssid() == ssid; });
@@ -53,6 +61,11 @@ DaemonStatus statusOf(const HostError& error) {
             break;
     }
     return kHostapdFailed;
+}
+
+// Whether lists can carry the name.
+bool isText(const std::string& name) {
+    return xmlPropertyList(name).has_value();
 }
 
 void logCountry(const DeviceList& devices, const std::string& name) {
@@ -83,10 +96,6 @@ HostingBackend::HostingBackend(sd_event* loop, DeviceSource& source, Settings se
 
 // --- Devices ---
 
-void HostingBackend::noteMade(const std::vector<std::string>& interfaces) {
-    for (const std::string& interface : interfaces) networks_.noteMade(interface);
-}
-
 Result<void, std::string> HostingBackend::load() {
     const auto damage = saved_.load();
     if (!damage) return Unexpected(damage.error());
@@ -112,6 +121,10 @@ void HostingBackend::take(const DeviceUpdate& update) {
         if (change.kind == Kind::Went) {
             networks_.noteGone(change.interface);
             networks_.stop(change.interface, [] {});
+        }
+        if (change.kind == Kind::Came) networks_.noteCame(change.interface);
+        if (change.kind == Kind::Came && !isText(change.interface)) {
+            logNotice(escapedText(change.interface) + " is left out: its name is no text.");
         }
         if (change.kind == Kind::Renamed) networks_.stop(change.formerName, [] {});
     }
@@ -153,7 +166,7 @@ void HostingBackend::devices(BackendReply<std::vector<HalvaneDevice>> reply) {
 void HostingBackend::interfaces(BackendReply<std::vector<HalvaneInterface>> reply) {
     std::vector<HalvaneInterface> list;
     for (const DeviceInterface& interface : source_.devices().interfaces) {
-        if (networks_.isMade(interface.name)) continue;
+        if (networks_.isMade(interface.name) || !isText(interface.name)) continue;
         list.push_back(interfaceRecord(source_.devices(), interface,
                                        roleOf(saved_.of(interface.name)), source_.subsystem()));
     }
@@ -193,6 +206,7 @@ void HostingBackend::add(std::string_view name, const HalvaneBSSConfig& configur
                          BackendReply<void> reply) {
     if (find(name) == nullptr) return reply(Unexpected(DaemonStatus::UnknownInterface));
     if (!hasUsableSSID(configuration)) return reply(Unexpected(DaemonStatus::BadConfiguration));
+    if (!isSmall(configuration)) return reply(Unexpected(kTooLarge));
     const std::string interface(name);
     InterfaceState state = saved_.of(interface);
     const auto same = findSSID(state.configurations, configuration.ssid());
@@ -274,10 +288,10 @@ DaemonStatus HostingBackend::bringUp(const DeviceInterface& interface, Host::Don
     if (!state.isEnabled) return DaemonStatus::InterfaceDisabled;
     if (!hasHostRole(state)) return DaemonStatus::WrongRole;
     if (state.configurations.empty()) return DaemonStatus::NothingToStart;
-    const auto plan = hostingPlan(
-        source_.devices(), interface, state, settings_, [this](const std::string& each) {
-            return !networks_.isMade(each) && ::if_nametoindex(each.c_str()) != 0;
-        });
+    const auto plan = hostingPlan(source_.devices(), interface, state, settings_,
+                                  [this, &interface](const std::string& each) {
+                                      return !networks_.mayMake(each, interface.name);
+                                  });
     if (!plan) {
         logError(interface.name + ": " + plan.error());
         return kCannotHost;

@@ -41,9 +41,6 @@ class HostingBackend final : public Backend {
     HostingBackend(sd_event* loop, DeviceSource& source, Settings settings,
                    const HostSettings& host);
 
-    // The interfaces that an earlier daemon's hostapd may have left. Called before load().
-    void noteMade(const std::vector<std::string>& interfaces);
-
     // Reads the state and the devices. From then on requests are served. Returns why the daemon
     // cannot run.
     Result<void, std::string> load();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <net/if.h>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -41,21 +42,24 @@ class Names {
     Names(const std::string& interface, const IsTaken& isTaken)
         : interface_(interface), isTaken_(isTaken) {}
 
+    std::string first() const { return interface_; }
+
     std::string next() {
-        if (last_++ == 0) return interface_;
-        std::string name = numbered(last_ - 1);
-        while (isHostableName(name) && isTaken_(name)) name = numbered(last_++);
+        std::string name = numbered(++number_);
+        while (isTaken_(name)) name = numbered(++number_);
         return name;
     }
 
   private:
+    // A name has at most 15 characters, and those of adapters in a USB socket often have all.
     std::string numbered(std::size_t number) const {
-        return interface_ + '_' + std::to_string(number);
+        const std::string suffix = '_' + std::to_string(number);
+        return interface_.substr(0, IFNAMSIZ - 1 - suffix.size()) + suffix;
     }
 
     const std::string& interface_;
     const IsTaken& isTaken_;
-    std::size_t last_ = 0;
+    std::size_t number_ = 0;
 };
 
 // The flags of a radio with a domain of its own are those of its driver, whatever hostapd sets.
@@ -98,6 +102,7 @@ Result<HostapdPlan, std::string> hostingPlan(const DeviceList& devices,
                                              const InterfaceState& state, const Settings& settings,
                                              const IsTaken& isTaken) {
     HostapdPlan plan{.driver = settings.driver};
+    std::uint32_t mostStations = settings.stations;
     auto configurations = ordered(state.configurations);
     for (auto& each : configurations) each = withCountry(std::move(each), settings);
     if (const Radio* const radio = devices.radioOf(interface)) {
@@ -109,14 +114,16 @@ Result<HostapdPlan, std::string> hostingPlan(const DeviceList& devices,
         const auto channel = channelOf(configurations.front(), devices, interface, *radio);
         if (!channel) return Unexpected(channel.error());
         plan.channel = *channel;
+        mostStations =
+            std::min<std::uint32_t>(mostStations, radio->mostStations.value_or(mostStations));
     }
     Names names(interface.name, isTaken);
     for (auto& configuration : configurations) {
-        const std::string name = names.next();
+        const std::string name = plan.networks.empty() ? names.first() : names.next();
         if (!isHostableName(name)) return Unexpected("No interface can be called " + name + ".");
         plan.networks.push_back({.interface = name,
                                  .configuration = std::move(configuration),
-                                 .maxStations = settings.stations});
+                                 .maxStations = mostStations});
     }
     auto radius = radiusServer(settings);
     if (!radius) return Unexpected(std::move(radius).error());

@@ -21,11 +21,11 @@ using IsTaken = std::function<bool(const std::string& name)>;
 
 // All configurations of the interface become networks, by their preferred order, and those of equal
 // order as they were added. The first network is that of the interface itself; hostapd makes an
-// interface for each other one: "wlan0_1", "wlan0_2" and so on, without those that are taken, since
-// hostapd would replace them. The error is a sentence without secrets: there are more networks than
-// the radio can host, it may not use the channel, a channel that needs radar detection has no
-// country, a name would be too long, or the secret of the RADIUS server cannot be read.
-// REQUIRES: there is a configuration.
+// interface for each other one: "wlan0_1", "wlan0_2" and so on, with the end of a long name cut
+// off, and without those that are taken, since hostapd would replace them. The error is a sentence
+// without secrets: there are more networks than the radio can host, it may not use the channel, a
+// channel that needs radar detection has no country, or the secret of the RADIUS server cannot be
+// read. REQUIRES: there is a configuration.
 Result<HostapdPlan, std::string> hostingPlan(const DeviceList& devices,
                                              const DeviceInterface& interface,
                                              const InterfaceState& state, const Settings& settings,

@@ -17,6 +17,8 @@ inline constexpr auto kHostapdFailed = static_cast<DaemonStatus>(kFirstOwnStatus
 inline constexpr auto kTooManyConfigurations = static_cast<DaemonStatus>(kFirstOwnStatus + 3);
 // The network was stopped before it was ready: by another request, or by the daemon's end.
 inline constexpr auto kStopped = static_cast<DaemonStatus>(kFirstOwnStatus + 4);
+// The configuration takes more room than the state has for one.
+inline constexpr auto kTooLarge = static_cast<DaemonStatus>(kFirstOwnStatus + 5);
 
 }  // namespace halvane::hosting
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <net/if.h>
 #include <utility>
 
 #include "halvane/utils/scan_time.h"
 
+#include "tools/halvaned/hostapd/event_source.h"
 #include "tools/halvaned/hostapd/hosted_stations.h"
 #include "tools/halvaned/hosting/daemon_logging.h"
 
@@ -36,16 +38,13 @@ HostError stoppedMeanwhile() {
     return {.kind = HostError::Kind::Stopped, .text = "The network was stopped meanwhile."};
 }
 
-std::int64_t channelOf(const HostapdPlan& plan) {
-    const std::int64_t configured =
-        plan.networks.empty() ? 0 : plan.networks.front().configuration.channel();
-    return configured != 0 ? configured : plan.channel;
-}
-
 }  // namespace
 
 Networks::Networks(sd_event* loop, HostSettings settings, Told told)
-    : loop_(loop), settings_(std::move(settings)), told_(std::move(told)) {}
+    : loop_(loop),
+      settings_(std::move(settings)),
+      told_(std::move(told)),
+      made_(settings_.runtimeFolder + "/made") {}
 
 bool Networks::isUp(const std::string& interface) const {
     const auto found = hostings_.find(interface);
@@ -63,13 +62,28 @@ bool Networks::hosts(const std::string& interface, const std::optional<ByteBuffe
 }
 
 bool Networks::isMade(std::string_view interface) const {
-    if (made_.contains(interface)) return true;
-    return std::ranges::any_of(hostings_, [&](const auto& entry) {
-        const auto& [name, hosting] = entry;
-        return name != interface && hosting.host->state() != Host::State::Idle &&
-               std::ranges::find(hosting.plan.networks, interface, &HostedNetwork::interface) !=
-                   hosting.plan.networks.end();
-    });
+    return made_.ownerOf(interface) || hostOf(interface);
+}
+
+// The interface whose hostapd has, or may have, made that one.
+std::optional<std::string> Networks::hostOf(std::string_view made) const {
+    for (const auto& [name, hosting] : hostings_) {
+        if (name == made || hosting.host->state() == Host::State::Idle) continue;
+        const auto& networks = hosting.plan.networks;
+        if (std::ranges::find(networks, made, &HostedNetwork::interface) != networks.end()) {
+            return name;
+        }
+    }
+    return std::nullopt;
+}
+
+bool Networks::mayMake(const std::string& name, const std::string& interface) const {
+    const auto owner = made_.ownerOf(name);
+    return owner ? *owner == interface : ::if_nametoindex(name.c_str()) == 0;
+}
+
+void Networks::noteCame(const std::string& interface) {
+    if (const auto owner = hostOf(interface)) made_.add(interface, *owner);
 }
 
 Networks::Hosting& Networks::hostingOf(const std::string& interface) {
@@ -97,7 +111,7 @@ void Networks::start(const std::string& interface, const HostapdPlan& plan, Host
     if (isStarting) return;
     hosting.plan = plan;
     for (const HostedNetwork& network : plan.networks) {
-        if (network.interface != interface) noteMade(network.interface);
+        if (network.interface != interface) made_.add(network.interface, interface);
     }
     if (!std::exchange(hosting.isQueued, true) && isOpen_) queueStart(interface);
 }
@@ -156,8 +170,16 @@ void Networks::kick(const std::string& interface, const MacAddress& station,
 }
 
 void Networks::clients(Clients done) {
-    const auto countdown =
-        std::make_shared<Countdown>([this, done = std::move(done)] { done(book_.list()); });
+    asking_.push_back(std::move(done));
+    if (asking_.size() == 1) askForStations();
+}
+
+void Networks::askForStations() {
+    const auto countdown = std::make_shared<Countdown>([this] {
+        for (Clients& done : asking_) answers_.push_back(std::move(done));
+        asking_.clear();
+        if (!nextAnswer_) answerNext();
+    });
     for (const auto& [name, hosting] : hostings_) {
         if (hosting.host->state() != Host::State::Ready) continue;
         countdown->add();
@@ -169,8 +191,19 @@ void Networks::clients(Clients done) {
     countdown->finish();
 }
 
+// A list of many stations takes milliseconds, in which nothing else is done.
+void Networks::answerNext() {
+    nextAnswer_.reset();
+    if (answers_.empty()) return;
+    const Clients done = std::move(answers_.front());
+    answers_.pop_front();
+    if (!answers_.empty()) nextAnswer_ = timerOf<&Networks::answerNext>(loop_, 0, this);
+    done(book_.list());
+    if (!nextAnswer_) answerNext();
+}
+
 void Networks::noteAll(const std::string& interface, const std::vector<HostedStation>& stations) {
-    const auto channel = static_cast<int>(channelOf(hostingOf(interface).plan));
+    const auto channel = static_cast<int>(hostingOf(interface).plan.channel);
     for (const HostedStation& station : stations) {
         book_.note(interface, station, channel, now());
     }

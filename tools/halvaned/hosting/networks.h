@@ -5,15 +5,14 @@
 #ifndef TOOLS_HALVANED_HOSTING_NETWORKS_H
 #define TOOLS_HALVANED_HOSTING_NETWORKS_H
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <systemd/sd-event.h>
-#include <utility>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -21,9 +20,11 @@
 #include "halvane/base/result.h"
 #include "halvane/model/client.h"
 #include "halvane/model/station_change.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 
 #include "tools/halvaned/hostapd/host.h"
 #include "tools/halvaned/hostapd/hostapd_file.h"
+#include "tools/halvaned/hosting/made_interfaces.h"
 #include "tools/halvaned/hosting/station_book.h"
 
 namespace halvane::hosting {
@@ -47,10 +48,12 @@ class Networks {
 
     // Whether hostapd has made the interface for one of the networks, now or before.
     bool isMade(std::string_view interface) const;
-    // hostapd may have made that interface for an earlier daemon.
-    void noteMade(std::string interface) { made_.insert(std::move(interface)); }
-    // There is no such interface any more.
-    void noteGone(const std::string& interface) { made_.erase(interface); }
+    // Whether hostapd may make an interface of that name for the other one. It would replace one
+    // that is there.
+    bool mayMake(const std::string& name, const std::string& interface) const;
+    // The system has a new interface, or one less.
+    void noteCame(const std::string& interface);
+    void noteGone(const std::string& interface) { made_.remove(interface); }
 
     // Starts what has been waiting. Nothing starts before: what another daemon has left in the
     // runtime folder ends first.
@@ -72,7 +75,8 @@ class Networks {
     void kick(const std::string& interface, const MacAddress& station, const Host::Done& done);
 
     // All stations of all networks, with what hostapd tells of them now. A network that does not
-    // answer adds what is known of its stations.
+    // answer adds what is known of its stations. Of many who ask at once, each is answered in a
+    // turn of the loop of its own.
     void clients(Clients done);
 
   private:
@@ -80,14 +84,17 @@ class Networks {
         std::unique_ptr<Host> host;
         HostapdPlan plan;
         std::vector<Host::Done> waiting;  // for the start that is under way or queued
-        bool isQueued = false;            // whether something has to end before the start
+        bool isQueued = false;            // whether the start is still to come
     };
 
     Hosting& hostingOf(const std::string& interface);
+    std::optional<std::string> hostOf(std::string_view made) const;
     void queueStart(const std::string& interface);
     void startQueued(const std::string& interface);
     void finishStart(const std::string& interface, const Result<void, HostError>& result);
     void happened(const std::string& interface, const StationChange& change);
+    void askForStations();
+    void answerNext();
     void noteAll(const std::string& interface, const std::vector<HostedStation>& stations);
 
     sd_event* const loop_;
@@ -97,8 +104,10 @@ class Networks {
     bool isOpen_ = false;
     bool isClosed_ = false;
     std::map<std::string, Hosting> hostings_;
-    // What hostapd has made stays if it is killed, and is its own when it starts again.
-    std::set<std::string, std::less<>> made_;
+    MadeInterfaces made_;
+    std::vector<Clients> asking_;  // for the question to hostapd that is under way
+    std::deque<Clients> answers_;  // that are due
+    EventSourcePointer nextAnswer_;
 };
 
 }  // namespace halvane::hosting
