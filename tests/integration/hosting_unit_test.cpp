@@ -1,4 +1,4 @@
-// The unit of systemd that is installed with the daemon, as systemd itself reads it.
+// The daemon's unit of systemd, as systemd itself reads it.
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -24,8 +24,9 @@ class HostingUnit : public ::testing::Test {
         if (::access(kJudge, X_OK) != 0) {
             GTEST_SKIP() << "systemd-analyze is not installed (package systemd)";
         }
-        // systemd looks whether there is such a program, and this one need not be installed.
-        std::string text = contentsOf(HALVANE_UNIT);
+        // The folder of the program is known when the unit is installed, and systemd looks whether
+        // there is such a program.
+        std::string text = contentsOf(HALVANE_DATA "/halvaned.service.in");
         const std::string key = "\nExecStart=";
         const auto begin = text.find(key);
         ASSERT_NE(begin, std::string::npos);
