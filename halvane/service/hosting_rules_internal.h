@@ -20,9 +20,13 @@ inline bool isHostRole(const std::string& role) {
     return strnicmpx(role.data(), role.size(), kHostRole) == 0;
 }
 
-// Whether lists can carry the role: it is not empty, and text of XML 1.0.
+// Whether lists can carry the name: it is text of XML 1.0.
+inline bool isText(const std::string& name) {
+    return xmlPropertyList(name).has_value();
+}
+
 inline bool isRole(const std::string& role) {
-    return !role.empty() && xmlPropertyList(role).has_value();
+    return !role.empty() && isText(role);
 }
 
 // Whether the configuration has an SSID of 1 to 32 octets (IEEE 802.11-2020, 9.4.2.2).

@@ -17,7 +17,6 @@
 #include "tests/support/temporary_folder.h"
 
 using halvane::testing::command;
-using halvane::testing::inPrivateNetwork;
 using halvane::testing::kBadConfiguration;
 using halvane::testing::kBadRequest;
 using halvane::testing::kCableStation;
@@ -30,8 +29,6 @@ using halvane::testing::kTooMany;
 using halvane::testing::kUnknownConfiguration;
 using halvane::testing::kUnknownInterface;
 using halvane::testing::kWrongRole;
-using halvane::testing::layCable;
-using halvane::testing::missingForStations;
 using halvane::testing::OutputPipe;
 using halvane::testing::SpawnedProcess;
 using halvane::testing::Station;
@@ -222,21 +219,12 @@ TEST(HostingDaemonOptions, RefusesWhatItCannotUse) {
 
 // --- With a station, at the other end of a cable ---
 
-class HostingDaemonTrial : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        if (const auto missing = missingForStations()) GTEST_SKIP() << *missing;
-    }
-};
+using HostingDaemonTrial = halvane::testing::CableTrial;
 
 TEST_F(HostingDaemonTrial, HostsAStationUntilItIsStopped) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
+    atCable([](Trial& trial) {
         trial.subscribe();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+        trial.host("Garden");
         EXPECT_EQ(trial.request("bssStart"), 0);
         {
             const Station station(trial);
@@ -255,12 +243,8 @@ TEST_F(HostingDaemonTrial, HostsAStationUntilItIsStopped) {
 }
 
 TEST_F(HostingDaemonTrial, HostsAgainAfterItWasKilled) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+    atCable([](Trial& trial) {
+        trial.host("Garden");
         trial.stop(SIGKILL);
         trial.start();
         // It waits for the network that the daemon starts by itself.
@@ -276,12 +260,8 @@ TEST_F(HostingDaemonTrial, HostsAgainAfterItWasKilled) {
 }
 
 TEST_F(HostingDaemonTrial, RemovesTheNetworkOfAConfiguration) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+    atCable([](Trial& trial) {
+        trial.host("Garden");
         EXPECT_TRUE(std::filesystem::exists(trial.path("run/cable0.conf")));
         EXPECT_EQ(trial.request("configRemove", "Garden"), 0);
         EXPECT_FALSE(std::filesystem::exists(trial.path("run/cable0.conf")));

@@ -10,11 +10,8 @@
 #include "tests/support/run_tool.h"
 #include "tests/support/running_program.h"
 
-using halvane::testing::inPrivateNetwork;
 using halvane::testing::kNoBSS;
 using halvane::testing::kUnknownStation;
-using halvane::testing::layCable;
-using halvane::testing::missingForStations;
 using halvane::testing::RunningProgram;
 using halvane::testing::runTool;
 using halvane::testing::Station;
@@ -24,12 +21,7 @@ using ::testing::HasSubstr;
 
 namespace {
 
-class HostingEvents : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        if (const auto missing = missingForStations()) GTEST_SKIP() << *missing;
-    }
-};
+using HostingEvents = halvane::testing::CableTrial;
 
 class Monitor {
   public:
@@ -61,10 +53,7 @@ constexpr const char kKicked[] = "kicked     02:00:00:00:00:01 cable0\n";
 constexpr const char kLeft[] = "left       02:00:00:00:00:01 cable0\n";
 
 TEST_F(HostingEvents, TellsAStationThatComesGoesAndComesBack) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
+    atCable([](Trial& trial) {
         Monitor monitor;
         EXPECT_EQ(runTool({"add", "cable0", "--wpa2-enterprise", "Garden"}).status, 0);
         EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
@@ -90,10 +79,7 @@ TEST_F(HostingEvents, TellsAStationThatComesGoesAndComesBack) {
 }
 
 TEST_F(HostingEvents, TellsAStationThatIsSentAway) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
+    atCable([](Trial& trial) {
         Monitor monitor;
         EXPECT_EQ(runTool({"add", "cable0", "--wpa2-enterprise", "Garden"}).status, 0);
         EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
@@ -110,12 +96,8 @@ TEST_F(HostingEvents, TellsAStationThatIsSentAway) {
 }
 
 TEST_F(HostingEvents, TellsTheStationsOfAHostapdThatWasKilled) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+    atCable([](Trial& trial) {
+        trial.host("Garden");
         Monitor monitor;
         const Station station(trial);
         EXPECT_EQ(monitor.next(), kJoined);
@@ -134,12 +116,8 @@ TEST_F(HostingEvents, TellsTheStationsOfAHostapdThatWasKilled) {
 
 // hostapd hears of stations at a cable only what they send.
 TEST_F(HostingEvents, TellsNothingOfAStationThatGoesWithoutAWord) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+    atCable([](Trial& trial) {
+        trial.host("Garden");
         Monitor monitor;
         {
             const Station station(trial);

@@ -27,14 +27,12 @@
 
 using halvane::testing::enterNamespaces;
 using halvane::testing::FolderWatch;
-using halvane::testing::inPrivateNetwork;
 using halvane::testing::isTrueInChild;
 using halvane::testing::kHostapdFailed;
 using halvane::testing::kHostingName;
 using halvane::testing::kNotSaved;
 using halvane::testing::kUnknownInterface;
 using halvane::testing::layCable;
-using halvane::testing::missingForStations;
 using halvane::testing::runProgram;
 using halvane::testing::Station;
 using halvane::testing::Trial;
@@ -119,8 +117,7 @@ TEST_F(HostingFaults, HostsAgainWhenAMissingHostapdComesBack) {
     std::filesystem::create_symlink(HALVANE_FAKE_HOSTAPD, program);
     trial_.set("hostapd = " + program + '\n');
     trial_.start();
-    EXPECT_EQ(trial_.request("configAdd", "Garden"), 0);
-    EXPECT_EQ(trial_.request("bssStart"), 0);
+    trial_.host("Garden");
     std::filesystem::remove(program);
     trial_.write("run/play", "serve\nsay again\n");
     trial_.sendToHostapd(SIGKILL);
@@ -395,8 +392,7 @@ TEST_F(HostingOnAFullDisk, KeepsHostingWhatItCannotSaveTheEndOf) {
     run("state", [](Trial& trial) {
         trial.setFake("serve\n");
         trial.start();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+        trial.host("Garden");
         fill(trial, "state/filler");
         EXPECT_EQ(trial.request("bssStop"), kNotSaved);
         EXPECT_THAT(trial.hostapds(), SizeIs(1));
@@ -424,21 +420,12 @@ TEST_F(HostingOnAFullDisk, SaysThatHostapdsFileCannotBeWritten) {
 
 // --- With the real hostapd at a cable ---
 
-class HostingFaultsAtACable : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        if (const auto missing = missingForStations()) GTEST_SKIP() << *missing;
-    }
-};
+using HostingFaultsAtACable = halvane::testing::CableTrial;
 
 TEST_F(HostingFaultsAtACable, HostsAgainWhenTheInterfaceComesBack) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
+    atCable([](Trial& trial) {
         trial.subscribe();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+        trial.host("Garden");
         {
             const Station station(trial);
             trial.caller().nextEvents(2);
@@ -459,10 +446,7 @@ TEST_F(HostingFaultsAtACable, HostsAgainWhenTheInterfaceComesBack) {
 }
 
 TEST_F(HostingFaultsAtACable, TellsTheUsersThatHostapdRefuses) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
+    atCable([](Trial& trial) {
         trial.write("users", "nonsense\n");
         EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
         EXPECT_EQ(trial.request("bssStart"), kHostapdFailed);
@@ -475,12 +459,8 @@ TEST_F(HostingFaultsAtACable, TellsTheUsersThatHostapdRefuses) {
 }
 
 TEST_F(HostingFaultsAtACable, LeavesNoHostapdWhenItIsKilled) {
-    inPrivateNetwork([] {
-        ASSERT_TRUE(layCable());
-        Trial trial("cable0");
-        trial.start();
-        EXPECT_EQ(trial.request("configAdd", "Garden"), 0);
-        EXPECT_EQ(trial.request("bssStart"), 0);
+    atCable([](Trial& trial) {
+        trial.host("Garden");
         const auto processes = trial.hostapds();
         EXPECT_THAT(processes, SizeIs(1));
         trial.stop(SIGKILL);

@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "halvane/base/result.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/service/daemon_limits.h"
 #include "halvane/service/daemon_server.h"
 #include "halvane/service/subscribers.h"
@@ -72,24 +73,21 @@ class RunningServer {
 
   private:
     void run() {
-        ::sd_event_new(&loop_);
-        sd_event_source* source = nullptr;
-        ::sd_event_add_io(loop_, &source, wake_, EPOLLIN, work, this);
+        loop_ = newEventLoop();
+        ::sd_event_add_io(loop_.get(), nullptr, wake_, EPOLLIN, work, this);
         server_ = std::make_unique<DaemonServer>(
-            loop_,
+            loop_.get(),
             DaemonParts{.backend = backend_,
                         .logging = logging_,
                         .limits = limits_,
                         .subscribers = &subscribers_},
             DaemonServerHandlers{.onLoss = [this] { lost_.set_value(); }});
-        ::sd_event_loop(loop_);
+        ::sd_event_loop(loop_.get());
         server_.reset();
-        ::sd_event_source_unref(source);
-        ::sd_event_unref(loop_);
     }
 
     void end() {
-        inLoop([this] { ::sd_event_exit(loop_, 0); });
+        inLoop([this] { ::sd_event_exit(loop_.get(), 0); });
         thread_.join();
         ::close(wake_);
     }
@@ -118,7 +116,7 @@ class RunningServer {
     const int wake_ = ::eventfd(0, EFD_CLOEXEC);
     std::mutex mutex_;
     std::queue<std::packaged_task<void()>> tasks_;
-    sd_event* loop_ = nullptr;
+    EventPointer loop_;
     std::unique_ptr<DaemonServer> server_;
     std::thread thread_;
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <optional>
@@ -109,6 +110,12 @@ class Trial {
         return status;
     }
 
+    // Has the daemon host a network of this name at the interface.
+    void host(const std::string& network) {
+        EXPECT_EQ(request("configAdd", network), 0);
+        EXPECT_EQ(request("bssStart"), 0);
+    }
+
     std::int64_t request(const std::string& name, const std::string& network = {}) {
         return caller_->request(message(name, network)).status();
     }
@@ -174,6 +181,24 @@ inline std::optional<std::string> missingForStations() {
     }
     return std::nullopt;
 }
+
+// Trials with the real hostapd and stations, each in a network of its own.
+class CableTrial : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (const auto missing = missingForStations()) GTEST_SKIP() << *missing;
+    }
+
+    // Runs the test with a daemon at one end of the cable.
+    static void atCable(const std::function<void(Trial& trial)>& test) {
+        inPrivateNetwork([&] {
+            ASSERT_TRUE(layCable());
+            Trial trial("cable0");
+            trial.start();
+            test(trial);
+        });
+    }
+};
 
 // wpa_supplicant, which joins at once. Killed, it says nothing to hostapd.
 class Station {

@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <systemd/sd-event.h>
 
+#include "halvane/platform/bus/event_loop_internal.h"
+
 namespace halvane::testing {
 
 class TestLoop {
@@ -17,33 +19,33 @@ class TestLoop {
         ::sigemptyset(&child);
         ::sigaddset(&child, SIGCHLD);
         ::pthread_sigmask(SIG_BLOCK, &child, &before_);
-        if (::sd_event_new(&loop_) < 0) throw std::runtime_error("no loop");
+        if (!loop_) throw std::runtime_error("no loop");
     }
     TestLoop(const TestLoop&) = delete;
     TestLoop& operator=(const TestLoop&) = delete;
     ~TestLoop() {
-        ::sd_event_unref(loop_);
+        loop_.reset();
         ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
     }
 
-    sd_event* get() const { return loop_; }
+    sd_event* get() const { return loop_.get(); }
 
     // Turns the loop until the condition holds. The deadline of all tests ends it otherwise.
     template <typename Condition>
     void runUntil(Condition condition) {
         while (!condition()) {
-            if (::sd_event_run(loop_, UINT64_MAX) < 0) throw std::runtime_error("the loop ended");
+            if (::sd_event_run(get(), UINT64_MAX) < 0) throw std::runtime_error("the loop ended");
         }
     }
 
     // Turns the loop until nothing is left to do at once.
     void settle() {
-        while (::sd_event_run(loop_, 0) > 0) {
+        while (::sd_event_run(get(), 0) > 0) {
         }
     }
 
   private:
-    sd_event* loop_ = nullptr;
+    EventPointer loop_ = newEventLoop();
     sigset_t before_{};
 };
 

@@ -63,11 +63,6 @@ DaemonStatus statusOf(const HostError& error) {
     return kHostapdFailed;
 }
 
-// Whether lists can carry the name.
-bool isText(const std::string& name) {
-    return xmlPropertyList(name).has_value();
-}
-
 void logCountry(const DeviceList& devices, const std::string& name) {
     const DeviceInterface* const interface = devices.find(name);
     if (interface == nullptr) return;

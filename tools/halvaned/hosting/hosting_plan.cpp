@@ -36,13 +36,11 @@ HalvaneBSSConfig withCountry(HalvaneBSSConfig configuration, const Settings& set
     return HalvaneBSSConfig::initWithSkeletonRepresentation(skeleton);
 }
 
-// Gives each network the name of its interface.
+// Names the interfaces of the networks behind the first.
 class Names {
   public:
     Names(const std::string& interface, const IsTaken& isTaken)
         : interface_(interface), isTaken_(isTaken) {}
-
-    std::string first() const { return interface_; }
 
     std::string next() {
         std::string name = numbered(++number_);
@@ -119,7 +117,7 @@ Result<HostapdPlan, std::string> hostingPlan(const DeviceList& devices,
     }
     Names names(interface.name, isTaken);
     for (auto& configuration : configurations) {
-        const std::string name = plan.networks.empty() ? names.first() : names.next();
+        const std::string name = plan.networks.empty() ? interface.name : names.next();
         if (!isHostableName(name)) return Unexpected("No interface can be called " + name + ".");
         plan.networks.push_back({.interface = name,
                                  .configuration = std::move(configuration),
