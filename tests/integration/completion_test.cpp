@@ -443,23 +443,56 @@ TEST(Manuals, NameEveryCommandAndOption) {
     }
 }
 
+// What a page of docs/man/ shows behind `marker`: the lines that run the tool.
+Words examplesBehind(const std::string& page, const std::string& marker) {
+    const std::size_t start = page.find(marker);
+    if (start == std::string::npos) return {};
+    Words examples;
+    for (const std::string& line : linesOf(page.substr(start))) {
+        if (line.starts_with("halvane ") || line.starts_with("echo ")) examples.push_back(line);
+    }
+    return examples;
+}
+
+constexpr const char* kTool = "halvane() { " HALVANE_TOOL " \"$@\"; }; cd " HALVANE_SAMPLES " && ";
+
 // The examples of the commands that need no radio and no daemon.
 TEST(Manuals, HaveExamplesThatWork) {
-    const std::filesystem::path prose = HALVANE_MANUAL_PROSE;
     std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(prose)) {
-        const std::string page = contentsOf(entry.path());
-        if (page.find("_samples_") == std::string::npos) continue;
-        for (const std::string& line : linesOf(page.substr(page.find("_samples_")))) {
-            if (!line.starts_with("halvane ") && !line.starts_with("echo ")) continue;
-            const auto result = runProgram(
-                {"/bin/sh", "-c",
-                 "halvane() { " HALVANE_TOOL " \"$@\"; }; cd " HALVANE_SAMPLES " && " + line});
+    for (const auto& entry : std::filesystem::directory_iterator(HALVANE_MANUAL_PROSE)) {
+        for (const std::string& line : examplesBehind(contentsOf(entry.path()), "_samples_")) {
+            const auto result = runProgram({"/bin/sh", "-c", kTool + line});
             EXPECT_EQ(result.status, 0) << line << '\n' << result.errors;
             ++count;
         }
     }
     EXPECT_GT(count, 20u);
+}
+
+TEST(Manuals, HaveExamplesThatWorkWithTheSimulation) {
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(HALVANE_MANUAL_PROSE)) {
+        std::string script = kTool;
+        script += "set -e";
+        const Words examples = examplesBehind(contentsOf(entry.path()), "*halvaned-sim --private");
+        for (const std::string& line : examples) script += "\n" + line;
+        if (examples.empty()) continue;
+        const auto result = runProgram({HALVANE_SIM, "--private", "--", "/bin/sh", "-c", script});
+        EXPECT_EQ(result.status, 0) << entry.path() << '\n' << result.output << result.errors;
+        count += examples.size();
+    }
+    EXPECT_GT(count, 20u);
+}
+
+TEST(Manuals, ListWordsOnce) {
+    const std::filesystem::path pages = HALVANE_MANUAL_PAGES;
+    if (!std::filesystem::exists(pages)) GTEST_SKIP() << "no manuals are made here";
+    const std::string decode = contentsOf(pages / "halvane-decode.1.scd");
+    EXPECT_THAT(decode, HasSubstr("Words: mark, ssid, signal,"));
+    EXPECT_THAT(decode, Not(HasSubstr("\\-ssid")));
+    EXPECT_THAT(decode, Not(HasSubstr(" -ssid")));
+    EXPECT_THAT(decode, Not(HasSubstr("Words: auto")));
+    EXPECT_THAT(contentsOf(pages / "halvane-completion.1.scd"), Not(HasSubstr("Words: bash")));
 }
 
 }  // namespace
