@@ -7,6 +7,7 @@ set(CPACK_PACKAGE_VENDOR "The Halvane developers")
 set(CPACK_PACKAGE_CONTACT "The Halvane developers <halvane-developers@localhost.invalid>")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # The settings belong below /etc, and the unit names /usr.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
@@ -28,7 +29,7 @@ set(summary "802.11 elements, records of networks, and a Wi-Fi daemon's protocol
 foreach(row IN ITEMS
         "LIBRARY|libhalvane${soversion}|libs||||Wi-Fi support library"
         "DEVELOPMENT|libhalvane-dev|libdevel|libhalvane${soversion} ${same_version}||halvane-doc, libsystemd-dev, nettle-dev|Wi-Fi support library - development files"
-        "TOOL|halvane|net|libhalvane${soversion} ${same_version}|dbus-daemon|halvaned|show Wi-Fi networks, captures and 802.11 elements"
+        "TOOL|halvane|net||dbus-daemon|halvaned|show Wi-Fi networks, captures and 802.11 elements"
         "DAEMON|halvaned|net|default-dbus-system-bus / dbus-system-bus, hostapd|halvane||Wi-Fi daemon that hosts networks"
         "DOC|halvane-doc|doc||||Wi-Fi support library - documents and examples")
   string(REPLACE "|" ";" row "${row}")
