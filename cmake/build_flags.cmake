@@ -22,11 +22,15 @@ endif()
 # tsan and fuzz presets have the type Debug.
 add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
-# What is shipped is hardened: the library, the tool and the daemons link this target. Programs bind
-# all functions before they run, so that the tables of addresses are read-only from then on (full
-# RELRO); the library leaves that to the program that loads it.
+# What is shipped is hardened: the library, the tool and the daemons are compiled with the first
+# target and linked with the second one. The first has no options for the linker, since those of a
+# static library and of objects reach every program that links them, such as a user's, whose own
+# sources need not be position-independent. Programs bind all functions before they run, so that the
+# tables of addresses are read-only from then on (full RELRO); the library leaves that to the program
+# that loads it.
 include(CheckCXXCompilerFlag)
 add_library(halvane_hardening INTERFACE)
+add_library(halvane_hardened_link INTERFACE)
 if(NOT HALVANE_SANITIZE AND NOT HALVANE_COVERAGE)
   set(optimised $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
   foreach(flag IN ITEMS -fstack-protector-strong -fcf-protection -mbranch-protection=standard)
@@ -42,7 +46,7 @@ if(NOT HALVANE_SANITIZE AND NOT HALVANE_COVERAGE)
     halvane_hardening INTERFACE "$<${optimised}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>"
                                 $<$<AND:${optimised},${is_plain}>:-fPIE>)
   target_link_options(
-    halvane_hardening INTERFACE $<${optimised}:-Wl,-z,relro,-z,noexecstack>
+    halvane_hardened_link INTERFACE $<${optimised}:-Wl,-z,relro,-z,noexecstack>
                                 "$<$<AND:${optimised},${is_program}>:-pie;-Wl,-z,now>")
 endif()
 

@@ -66,7 +66,7 @@ install(FILES data/org.halvane.halvaned.xml DESTINATION ${CMAKE_INSTALL_DATADIR}
 configure_file(cmake/install_daemon.cmake.in ${PROJECT_BINARY_DIR}/install_daemon.cmake @ONLY)
 install(SCRIPT ${PROJECT_BINARY_DIR}/install_daemon.cmake COMPONENT daemon)
 
-install(FILES README.md CHANGELOG.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
 install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT doc)
 install(DIRECTORY docs/images DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT doc)

@@ -7,6 +7,7 @@ set(CPACK_PACKAGE_VENDOR "The Halvane developers")
 set(CPACK_PACKAGE_CONTACT "The Halvane developers <halvane-developers@localhost.invalid>")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # The settings belong below /etc, and the unit names /usr.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
@@ -24,20 +25,22 @@ set(CPACK_DEBIAN_PACKAGE_SECTION net)
 set(same_version "(= ${PROJECT_VERSION})")
 set(soversion ${PROJECT_VERSION_MAJOR})
 set(summary "802.11 elements, records of networks, and a Wi-Fi daemon's protocol.")
+# Component, package, section, Depends, Recommends, Suggests, Description.
 foreach(row IN ITEMS
-        "LIBRARY|libhalvane${soversion}|libs||Wi-Fi support library"
-        "DEVELOPMENT|libhalvane-dev|libdevel|libhalvane${soversion} ${same_version}|Wi-Fi support library - development files"
-        "TOOL|halvane|net|libhalvane${soversion} ${same_version}|show Wi-Fi networks, captures and 802.11 elements"
-        "DAEMON|halvaned|net|default-dbus-system-bus | dbus-system-bus, hostapd|Wi-Fi daemon that hosts networks"
-        "DOC|halvane-doc|doc||Wi-Fi support library - documents and examples")
-  # The dependencies may contain the separator, with blanks around it.
-  string(REGEX MATCH "^([A-Z]+)\\|([^|]+)\\|([^|]+)\\|(.*)\\|([^|]+)$" matched "${row}")
-  set(component ${CMAKE_MATCH_1})
-  set(package ${CMAKE_MATCH_2})
+        "LIBRARY|libhalvane${soversion}|libs||||Wi-Fi support library"
+        "DEVELOPMENT|libhalvane-dev|libdevel|libhalvane${soversion} ${same_version}||halvane-doc, libsystemd-dev, nettle-dev|Wi-Fi support library - development files"
+        "TOOL|halvane|net||dbus-daemon|halvaned|show Wi-Fi networks, captures and 802.11 elements"
+        "DAEMON|halvaned|net|default-dbus-system-bus / dbus-system-bus, hostapd|halvane||Wi-Fi daemon that hosts networks"
+        "DOC|halvane-doc|doc||||Wi-Fi support library - documents and examples")
+  string(REPLACE "|" ";" row "${row}")
+  list(POP_FRONT row component package section depends recommends suggests description)
+  string(REPLACE " / " " | " depends "${depends}")
   set(CPACK_DEBIAN_${component}_PACKAGE_NAME ${package})
-  set(CPACK_DEBIAN_${component}_PACKAGE_SECTION ${CMAKE_MATCH_3})
-  set(CPACK_DEBIAN_${component}_PACKAGE_DEPENDS "${CMAKE_MATCH_4}")
-  set(CPACK_DEBIAN_${component}_DESCRIPTION "${CMAKE_MATCH_5}\n${summary}")
+  set(CPACK_DEBIAN_${component}_PACKAGE_SECTION ${section})
+  set(CPACK_DEBIAN_${component}_PACKAGE_DEPENDS "${depends}")
+  set(CPACK_DEBIAN_${component}_PACKAGE_RECOMMENDS "${recommends}")
+  set(CPACK_DEBIAN_${component}_PACKAGE_SUGGESTS "${suggests}")
+  set(CPACK_DEBIAN_${component}_DESCRIPTION "${description}\n${summary}")
 
   string(TOLOWER ${component} lower)
   install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package}

@@ -50,6 +50,9 @@ std::string pathOf(const std::string& program) {
 #define HALVANE_SKIP_WITHOUT(program) \
     if (pathOf(program).empty()) GTEST_SKIP() << program << " is not installed"
 
+#define HALVANE_SKIP_WITHOUT_COMPLETIONS() \
+    if (!std::filesystem::exists(HALVANE_COMPLETIONS)) GTEST_SKIP() << "none are made here"
+
 // The interfaces of this machine.
 Words interfaces() {
     Words names;
@@ -66,12 +69,22 @@ class Script {
     explicit Script(const std::string& shell) {
         std::ofstream(path()) << runTool({"completion", shell}).output;
     }
+    // That of a daemon, as it is installed.
+    Script(const std::string& shell, const std::string& daemon) : program_(daemon) {
+        const std::string name = shell == "zsh"    ? "_" + daemon
+                                 : shell == "fish" ? daemon + ".fish"
+                                                   : daemon;
+        const auto installed = std::filesystem::path(HALVANE_COMPLETIONS) / shell / name;
+        std::ofstream(path()) << contentsOf(installed);
+    }
+    const std::string& program() const { return program_; }
     std::string path() const { return (folder_.path() / "script").string(); }
     std::string folder() const { return folder_.path().string(); }
     void add(const std::string& file) const { std::ofstream(folder_.path() / file) << ""; }
 
   private:
     TemporaryFolder folder_;
+    std::string program_ = "halvane";
 };
 
 // --- The tables ---
@@ -113,10 +126,13 @@ TEST(Completion, RefusesOtherShells) {
 
 // What bash offers for the last word. The words are those that bash makes of the line.
 Words offeredByBash(const Script& script, const Words& words) {
-    std::string line = "cd " + script.folder() + "; source ./script; COMP_WORDS=(halvane";
+    std::string function = '_' + script.program();
+    std::ranges::replace(function, '-', '_');
+    std::string line =
+        "cd " + script.folder() + "; source ./script; COMP_WORDS=(" + script.program();
     for (const std::string& word : words) line += " '" + word + '\'';
-    line += "); COMP_CWORD=" + std::to_string(words.size()) +
-            "; _halvane; [[ ${#COMPREPLY[@]} -eq 0 ]] || printf '%s\\n' \"${COMPREPLY[@]}\"";
+    line += "); COMP_CWORD=" + std::to_string(words.size()) + "; " + function +
+            "; [[ ${#COMPREPLY[@]} -eq 0 ]] || printf '%s\\n' \"${COMPREPLY[@]}\"";
     const auto result = runProgram({pathOf("bash"), "--norc", "--noprofile", "-c", line});
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.errors, "");
@@ -173,6 +189,48 @@ TEST(BashCompletion, OffersInterfacesAndFiles) {
     EXPECT_THAT(offeredByBash(script, {"decode", "--", "wa"}), ElementsAre("walk one.pcap"));
 }
 
+TEST(BashCompletion, KnowsThePlaceOfAnArgument) {
+    HALVANE_SKIP_WITHOUT("bash");
+    const Script script("bash");
+    Words offered = offeredByBash(script, {"role", ""});
+    std::ranges::sort(offered);
+    EXPECT_EQ(offered, interfaces());
+    EXPECT_THAT(offeredByBash(script, {"role", "wlan0", ""}), ElementsAre("AP"));
+    EXPECT_THAT(offeredByBash(script, {"role", "wlan0", "AP", ""}), IsEmpty());
+    EXPECT_THAT(offeredByBash(script, {"start", "wlan0", ""}), IsEmpty());
+    // Values of options have no place.
+    for (const Words& words : {Words{"channel-list", "--format", "json", "l"},
+                               Words{"channel-list", "--format=json", "l"},
+                               Words{"channel-list", "--format", "=", "json", "l"}}) {
+        EXPECT_THAT(offeredByBash(script, words), Contains("lo"));
+    }
+    EXPECT_THAT(offeredByBash(script, {"channel-list", "--format", "=", "json", "wlan0", ""}),
+                IsEmpty());
+    EXPECT_THAT(offeredByBash(script, {"watch", "wlan0", "l"}), Contains("lo"));
+    // A value that may be left out is never the next word.
+    EXPECT_THAT(offeredByBash(script, {"scan", "--findings", "l"}), Contains("lo"));
+}
+
+TEST(BashCompletion, KnowsTheDaemons) {
+    HALVANE_SKIP_WITHOUT("bash");
+    HALVANE_SKIP_WITHOUT_COMPLETIONS();
+    const Script daemon("bash", "halvaned");
+    daemon.add("trial.conf");
+    EXPECT_THAT(offeredByBash(daemon, {"--"}),
+                ElementsAre("--help", "--version", "--config=", "--foreground", "--verbose"));
+    EXPECT_THAT(offeredByBash(daemon, {"--config", "tr"}), ElementsAre("trial.conf"));
+    EXPECT_THAT(offeredByBash(daemon, {"--foreground", "tr"}), IsEmpty());
+
+    const Script simulation("bash", "halvaned-sim");
+    simulation.add("world.plist");
+    EXPECT_THAT(offeredByBash(simulation, {"--pri"}), ElementsAre("--private", "--print-state"));
+    EXPECT_THAT(offeredByBash(simulation, {"--state", "=", "wo"}), ElementsAre("world.plist"));
+    EXPECT_THAT(offeredByBash(simulation, {"--private", "--", "prin"}), Contains("printf"));
+    EXPECT_THAT(offeredByBash(simulation, {"--control", "start wlan0", "prin"}),
+                Contains("printf"));
+    EXPECT_THAT(offeredByBash(simulation, {"--", "cat", "wo"}), ElementsAre("world.plist"));
+}
+
 // --- Keys typed in a terminal ---
 
 std::string typedIn(const Words& shell, const std::string& start, const std::string& keys,
@@ -202,15 +260,20 @@ TEST(BashCompletion, CompletesWhatIsTyped) {
                 Not(HasSubstr("missing")));
 }
 
+Words zsh() {
+    return {pathOf("env"), "TERM=dumb", pathOf("zsh"), "-f", "-i"};
+}
+
+std::string zshStart(const Script& script) {
+    return "unsetopt zle_bracketed_paste prompt_sp; PS1='> '; cd " + script.folder() +
+           "; autoload -Uz compinit; compinit -u -D; source " + script.path();
+}
+
 TEST(ZshCompletion, CompletesWhatIsTyped) {
     HALVANE_SKIP_WITHOUT("zsh");
     HALVANE_SKIP_WITHOUT_TERMINALS();
     const Script script("zsh");
     script.add("walk.pcap");
-    const Words shell = {pathOf("env"), "TERM=dumb", pathOf("zsh"), "-f", "-i"};
-    const std::string start = "unsetopt zle_bracketed_paste prompt_sp; PS1='> '; cd " +
-                              script.folder() + "; autoload -Uz compinit; compinit -u -D; source " +
-                              script.path();
     struct Case {
         const char* keys;
         const char* end;  // the rest that appears
@@ -221,10 +284,33 @@ TEST(ZshCompletion, CompletesWhatIsTyped) {
                             {"halvane decode --columns=ssid,bss\t", "ssid,bssid"},
                             {"halvane config --security=Open,WE\t", "Open,WEP"},
                             {"halvane scan l\t", "scan lo "},
+                            {"halvane role wlan0 A\t", "wlan0 AP "},
                             {"halvane schema deco\t", "schema decode "},
                             {"halvane decode wal\t", "walk.pcap "},
                             {"halvane report -o wal\t", "walk.pcap "}}) {
-        EXPECT_THAT(typedIn(shell, start, row.keys, row.end), Not(HasSubstr("missing")))
+        EXPECT_THAT(typedIn(zsh(), zshStart(script), row.keys, row.end), Not(HasSubstr("missing")))
+            << row.keys;
+    }
+}
+
+TEST(ZshCompletion, KnowsTheDaemons) {
+    HALVANE_SKIP_WITHOUT("zsh");
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    HALVANE_SKIP_WITHOUT_COMPLETIONS();
+    struct Case {
+        const char* program;
+        const char* keys;
+        const char* end;
+    };
+    for (const Case& row :
+         {Case{"halvaned", "halvaned --fore\t", "--foreground "},
+          {"halvaned", "halvaned --config=tri\t", "trial.conf "},
+          {"halvaned-sim", "halvaned-sim --priv\t", "--private "},
+          {"halvaned-sim", "halvaned-sim --private -- rmdi\t", "rmdir "},
+          {"halvaned-sim", "halvaned-sim --private -- cat tri\t", "trial.conf "}}) {
+        const Script script("zsh", row.program);
+        script.add("trial.conf");
+        EXPECT_THAT(typedIn(zsh(), zshStart(script), row.keys, row.end), Not(HasSubstr("missing")))
             << row.keys;
     }
 }
@@ -294,6 +380,38 @@ TEST(FishCompletion, OffersWordsInterfacesAndFiles) {
     EXPECT_EQ(offered, interfaces());
 }
 
+TEST(FishCompletion, KnowsThePlaceOfAnArgument) {
+    HALVANE_SKIP_WITHOUT("fish");
+    const Script script("fish");
+    Words offered = offeredByFish(script, "halvane role ");
+    std::ranges::sort(offered);
+    EXPECT_EQ(offered, interfaces());
+    EXPECT_THAT(offeredByFish(script, "halvane role wlan0 "), ElementsAre("AP"));
+    EXPECT_THAT(offeredByFish(script, "halvane role wlan0 AP "), IsEmpty());
+    EXPECT_THAT(offeredByFish(script, "halvane channel-list --format json l"), Contains("lo"));
+    EXPECT_THAT(offeredByFish(script, "halvane channel-list --format=json l"), Contains("lo"));
+    EXPECT_THAT(offeredByFish(script, "halvane channel-list wlan0 l"), IsEmpty());
+    EXPECT_THAT(offeredByFish(script, "halvane watch wlan0 l"), Contains("lo"));
+}
+
+TEST(FishCompletion, KnowsTheDaemons) {
+    HALVANE_SKIP_WITHOUT("fish");
+    HALVANE_SKIP_WITHOUT_COMPLETIONS();
+    const Script daemon("fish", "halvaned");
+    daemon.add("trial.conf");
+    EXPECT_THAT(offeredByFish(daemon, "halvaned --fore"), ElementsAre("--foreground"));
+    EXPECT_THAT(offeredByFish(daemon, "halvaned --config tri"), ElementsAre("trial.conf"));
+    EXPECT_THAT(offeredByFish(daemon, "halvaned tri"), IsEmpty());
+
+    const Script simulation("fish", "halvaned-sim");
+    simulation.add("trial.conf");
+    EXPECT_THAT(offeredByFish(simulation, "halvaned-sim --priv"), ElementsAre("--private"));
+    EXPECT_THAT(offeredByFish(simulation, "halvaned-sim --private -- rmdi"), Contains("rmdir"));
+    EXPECT_THAT(offeredByFish(simulation, "halvaned-sim --control \"start wlan0\" cat tri"),
+                ElementsAre("trial.conf"));
+    EXPECT_THAT(offeredByFish(simulation, "halvaned-sim cat --priv"), Not(Contains("--private")));
+}
+
 // Every word that is offered for a format is one that the command takes.
 TEST(Completion, OffersFormatsThatCommandsTake) {
     HALVANE_SKIP_WITHOUT("bash");
@@ -325,23 +443,56 @@ TEST(Manuals, NameEveryCommandAndOption) {
     }
 }
 
+// What a page of docs/man/ shows behind `marker`: the lines that run the tool.
+Words examplesBehind(const std::string& page, const std::string& marker) {
+    const std::size_t start = page.find(marker);
+    if (start == std::string::npos) return {};
+    Words examples;
+    for (const std::string& line : linesOf(page.substr(start))) {
+        if (line.starts_with("halvane ") || line.starts_with("echo ")) examples.push_back(line);
+    }
+    return examples;
+}
+
+constexpr const char* kTool = "halvane() { " HALVANE_TOOL " \"$@\"; }; cd " HALVANE_SAMPLES " && ";
+
 // The examples of the commands that need no radio and no daemon.
 TEST(Manuals, HaveExamplesThatWork) {
-    const std::filesystem::path prose = HALVANE_MANUAL_PROSE;
     std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(prose)) {
-        const std::string page = contentsOf(entry.path());
-        if (page.find("_samples_") == std::string::npos) continue;
-        for (const std::string& line : linesOf(page.substr(page.find("_samples_")))) {
-            if (!line.starts_with("halvane ") && !line.starts_with("echo ")) continue;
-            const auto result = runProgram(
-                {"/bin/sh", "-c",
-                 "halvane() { " HALVANE_TOOL " \"$@\"; }; cd " HALVANE_SAMPLES " && " + line});
+    for (const auto& entry : std::filesystem::directory_iterator(HALVANE_MANUAL_PROSE)) {
+        for (const std::string& line : examplesBehind(contentsOf(entry.path()), "_samples_")) {
+            const auto result = runProgram({"/bin/sh", "-c", kTool + line});
             EXPECT_EQ(result.status, 0) << line << '\n' << result.errors;
             ++count;
         }
     }
     EXPECT_GT(count, 20u);
+}
+
+TEST(Manuals, HaveExamplesThatWorkWithTheSimulation) {
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(HALVANE_MANUAL_PROSE)) {
+        std::string script = kTool;
+        script += "set -e";
+        const Words examples = examplesBehind(contentsOf(entry.path()), "*halvaned-sim --private");
+        for (const std::string& line : examples) script += "\n" + line;
+        if (examples.empty()) continue;
+        const auto result = runProgram({HALVANE_SIM, "--private", "--", "/bin/sh", "-c", script});
+        EXPECT_EQ(result.status, 0) << entry.path() << '\n' << result.output << result.errors;
+        count += examples.size();
+    }
+    EXPECT_GT(count, 20u);
+}
+
+TEST(Manuals, ListWordsOnce) {
+    const std::filesystem::path pages = HALVANE_MANUAL_PAGES;
+    if (!std::filesystem::exists(pages)) GTEST_SKIP() << "no manuals are made here";
+    const std::string decode = contentsOf(pages / "halvane-decode.1.scd");
+    EXPECT_THAT(decode, HasSubstr("Words: mark, ssid, signal,"));
+    EXPECT_THAT(decode, Not(HasSubstr("\\-ssid")));
+    EXPECT_THAT(decode, Not(HasSubstr(" -ssid")));
+    EXPECT_THAT(decode, Not(HasSubstr("Words: auto")));
+    EXPECT_THAT(contentsOf(pages / "halvane-completion.1.scd"), Not(HasSubstr("Words: bash")));
 }
 
 }  // namespace

@@ -68,6 +68,10 @@ CLIOption gOptions[] = {
      .countPtr = &gSimOptions.linesToSend.count,
      .argName = "LINE",
      .shortHelp = "send the line to a running simulation; may be repeated"},
+    {.type = kCLIArgument,
+     .longName = "COMMAND...",
+     .flags = kCLIOptionalValue,
+     .shortHelp = "run this on the bus, and end with it"},
     {.type = kCLIEnd},
 };
 

@@ -4,7 +4,10 @@
 #include <cctype>
 #include <cstddef>
 #include <iterator>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "tools/halvane/completion/script_text.h"
 #include "tools/halvane/completion/value_words.h"
@@ -47,20 +50,25 @@ std::string synopsisOf(const ProgramOutline& outline, const OutlinedCommand& com
     return text + '\n';
 }
 
-std::string wordsText(const ValueWords& words) {
-    if (words.words.empty()) return {};
-    return "\n\tWords: " + plainText(spaced(words.words)) + ".\n";
+// The words of a value, unless its name or its help lists them. A column with '-' before it is no
+// other word.
+std::string wordsText(const ValueWords& words, const std::string& name, const std::string& help) {
+    std::vector<std::string> shown;
+    for (const std::string& word : words.words) {
+        if (word[0] != '-') shown.push_back(word);
+    }
+    if (shown.empty() || name.find(shown.back()) != name.npos ||
+        help.find(shown.back()) != help.npos) {
+        return {};
+    }
+    return "\n\tWords: " + plainText(replacedText(spaced(shown), " ", ", ")) + ".\n";
 }
 
 std::string entry(const std::string& head, const std::string& help, const std::string& longHelp,
                   const ValueWords& words) {
     std::string text = head + "\n\t" + plainText(help) + '\n';
     if (!longHelp.empty()) text += "\n\t" + plainText(replacedText(longHelp, "\n", " ")) + '\n';
-    // The help of such a value is the list of its words.
-    if (help.find(words.words.empty() ? "" : words.words.back()) == help.npos) {
-        text += wordsText(words);
-    }
-    return text + '\n';
+    return text + wordsText(words, head, help) + '\n';
 }
 
 std::string headOf(const OutlinedOption& option) {

@@ -11,14 +11,14 @@ namespace halvane::tool {
 
 namespace {
 
-constexpr std::string_view kKinds[] = {"any", "words", "list", "files", "interfaces"};
+constexpr std::string_view kKinds[] = {"any", "words", "list", "files", "interfaces", "commands"};
 
 // The function that knows the tables. @PROGRAM@ is the program's name, @NAME@ that of its
 // functions.
 constexpr std::string_view kTableHead = R"(# Completes the command lines of @PROGRAM@ in bash.
 
-# Sets `kind` and `words` for what "COMMAND --option" or the arguments of "COMMAND " take. An option
-# without a value has no row. The kind of a value that may be left out ends in '='.
+# Sets `kind` and `words` for what "COMMAND --option" or "COMMAND #2", its second argument, takes. An
+# option without a value has no row. The kind of a value that may be left out ends in '='.
 @NAME@_values() {
     kind='' words=''
     case $1 in
@@ -34,6 +34,16 @@ constexpr std::string_view kRest = R"(    esac
     files*)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -P "$before" -- "$cur")
+        return ;;
+    commands*)
+        if [[ $place -eq 1 ]]; then
+            mapfile -t COMPREPLY < <(compgen -c -- "$cur")
+        elif declare -F _command_offset >/dev/null; then
+            _command_offset "$first"
+        else
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -f -- "$cur")
+        fi
         return ;;
     interfaces*)
         known=$(cd /sys/class/net 2>/dev/null && printf '%s\n' *) ;;
@@ -51,13 +61,20 @@ constexpr std::string_view kRest = R"(    esac
 @NAME@() {
     local cur=${COMP_WORDS[COMP_CWORD]} last=${COMP_WORDS[COMP_CWORD-1]}
     local command='' option='' kind words word isEnd='' i
+    local place=1 first=0  # of the arguments: the one that is typed, and where they begin
     COMPREPLY=()
     for ((i = 1; i < COMP_CWORD; ++i)); do
         word=${COMP_WORDS[i]}
-        [[ $word == -- ]] && isEnd=yes
-        [[ -z $command && $word != -* ]] && command=$word
+        if [[ $word == -- && -z $isEnd ]]; then
+            isEnd=yes
+        elif [[ $word == = ]]; then
+            ((++i))
+        elif [[ $word == -?* && -z $isEnd ]]; then
+            # Its value may be the next word.
+            @NAME@_values "$command $word"
+            [[ -z $kind || $kind == *= || ${COMP_WORDS[i+1]} == = ]] || ((++i))
+        TAKE_WORD
     done
-    HAS_NO_COMMANDS
     # bash makes words of its own of the '=' and of what is behind it.
     if [[ $cur == = && $last == --* ]]; then
         option=$last cur=
@@ -81,18 +98,37 @@ constexpr std::string_view kRest = R"(    esac
         @NAME@_values "$command -"
         @NAME@_offer ''
     else
-        @NAME@_values "$command "
+        @NAME@_values "$command #$place"
         @NAME@_offer ''
     fi
 }
 complete -F @NAME@ @PROGRAM@
 )";
 
+// What becomes of a word that is no option: the first one is the command.
+constexpr std::string_view kTakeWord = R"(        elif [[ -z $command ]]; then
+            command=$word
+        else
+            ((++place))
+        fi
+)";
+// Without commands, the first one ends the options: the others belong to what it names.
+constexpr std::string_view kTakeFirst = R"(        else
+            [[ $place -gt 1 ]] || first=$i
+            isEnd=yes
+            ((++place))
+        fi
+)";
+
+std::string rowEnd(std::string_view kind, const std::string& words) {
+    std::string text = ") kind=" + std::string(kind);
+    if (!words.empty()) text += " words='" + words + '\'';
+    return text + " ;;\n";
+}
+
 void addRow(std::string& script, const std::string& place, std::string_view kind,
             const std::string& words) {
-    script += "    '" + place + "') kind=" + std::string(kind);
-    if (!words.empty()) script += " words='" + words + '\'';
-    script += " ;;\n";
+    script += "    '" + place + '\'' + rowEnd(kind, words);
 }
 
 std::string kindOf(const ValueWords& words) {
@@ -117,16 +153,16 @@ void addOption(std::string& script, const std::string& start, const OutlinedOpti
     if (option.shortName != 0) addRow(script, start + '-' + option.shortName, kind, words);
 }
 
-// All arguments of a command share their words, because the place of an argument is not known.
+// One row for each place, and one for all the places of an argument that may be repeated.
 void addArguments(std::string& script, const std::string& start, const OutlinedCommand& command) {
-    std::string kind = "any";
-    std::string words;
+    int place = 0;
     for (const OutlinedArgument& argument : command.arguments) {
+        ++place;
         if (argument.words.kind == ValueWords::Kind::Any) continue;
-        if (kind == "any") kind = kindOf(argument.words);
-        words += (words.empty() ? "" : " ") + spaced(argument.words.words);
+        script += "    '" + start + '#';
+        script += argument.isRepeatable() ? "'*" : std::to_string(place) + '\'';
+        script += rowEnd(kindOf(argument.words), spaced(argument.words.words));
     }
-    addRow(script, start, kind, words);
 }
 
 void addCommand(std::string& script, const OutlinedCommand& command) {
@@ -151,11 +187,12 @@ std::string bashCompletion(const ProgramOutline& outline) {
     std::string script(kTableHead);
     addRow(script, " -", "words", optionNames(outline.program, true));
     for (const OutlinedOption& option : outline.program.options) addOption(script, " ", option);
-    if (hasCommands) addRow(script, " ", "words", commandNames(outline));
+    if (hasCommands) addRow(script, " #1", "words", commandNames(outline));
+    addArguments(script, " ", outline.program);
     for (const OutlinedCommand& command : outline.commands) addCommand(script, command);
     script += kRest;
-    script = replacedText(std::move(script), "    HAS_NO_COMMANDS\n",
-                          hasCommands ? "" : "    command=''\n");
+    script = replacedText(std::move(script), "        TAKE_WORD\n",
+                          hasCommands ? kTakeWord : kTakeFirst);
     const std::string& name = outline.program.name;
     script = replacedText(std::move(script), "@PROGRAM@", name);
     return replacedText(std::move(script), "@NAME@", '_' + functionName(name));

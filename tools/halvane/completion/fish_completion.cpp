@@ -23,9 +23,27 @@ function @NAME@_is
     test -z "$argv[1]"
 end
 
-# Whether the command is that one, and a word of its own is typed instead of an option's value.
+# Whether the argument of that place is typed: `at COMMAND PLACE OPTION...`, where `+` stands behind
+# the place of one that may be repeated. The options take the next word as their value.
+function @NAME@_at
+    @NAME@_is $argv[1]; or test -z "$argv[1]"; or return
+    set -l place 0
+    test -z "$argv[1]"; and set place 1
+    set -l words (commandline -opc)[2..]
+    while set -q words[1]
+        if contains -- $words[1] $argv[3..]
+            set -e words[1]
+        else if not string match -q -- '-?*' $words[1]
+            set place (math $place + 1)
+        end
+        set -e words[1]
+    end
+    test $place = $argv[2]; or string match -q -- '*+' $argv[2]
+end
+
+# The same, and it is no option's value.
 function @NAME@_takes
-    @NAME@_is $argv; and not string match -q -- '--*=*' (commandline -ct)
+    @NAME@_at $argv; and not string match -q -- '--*=*' (commandline -ct)
 end
 
 # The words, behind those of a list that stand already.
@@ -55,7 +73,7 @@ std::string quoted(std::string_view text) {
     return all + '\'';
 }
 
-std::string wordsFor(const ValueWords& words) {
+std::string wordsFor(const ValueWords& words, const std::string& valuedOptions = "") {
     using Kind = ValueWords::Kind;
     switch (words.kind) {
         case Kind::Any:
@@ -68,6 +86,8 @@ std::string wordsFor(const ValueWords& words) {
             return " -F";
         case Kind::Interfaces:
             return " -a '(@NAME@_interfaces)'";
+        case Kind::Commands:
+            return " -a '(__fish_complete_subcommand" + valuedOptions + ")'";
     }
     return "";
 }
@@ -84,27 +104,53 @@ void addOption(std::string& script, const std::string& condition, const Outlined
     script += wordsFor(option.words) + " -d " + quoted(option.help) + '\n';
 }
 
+// The options whose value is the next word.
+std::string valuedNames(const OutlinedCommand& command) {
+    std::string names;
+    for (const OutlinedOption& option : command.options) {
+        if (!option.takesValue() || option.isAttached) continue;
+        names += " --" + option.name;
+        if (option.shortName != 0) names += std::string(" -") + option.shortName;
+    }
+    return names;
+}
+
+// `name` is "" in quotes for a program without commands.
+void addArguments(std::string& script, const std::string& name, const OutlinedCommand& command) {
+    const std::string valued = valuedNames(command);
+    int place = 0;
+    for (const OutlinedArgument& argument : command.arguments) {
+        ++place;
+        const std::string words = wordsFor(argument.words, valued);
+        if (words.empty()) continue;
+        const std::string where = std::to_string(place) + (argument.isRepeatable() ? "+" : valued);
+        script += start(" -n '@NAME@_takes " + name + ' ' + where + '\'') + words + '\n';
+    }
+}
+
 void addCommand(std::string& script, const OutlinedCommand& command) {
     const std::string condition = " -n '@NAME@_is " + command.name + '\'';
     script += start(" -n '@NAME@_is \"\"'") + " -a " + command.name + " -d " +
               quoted(command.help) + '\n';
     script += start(condition) + " -l help -d 'print the help of the command'\n";
     for (const OutlinedOption& option : command.options) addOption(script, condition, option);
-    for (const OutlinedArgument& argument : command.arguments) {
-        const std::string words = wordsFor(argument.words);
-        if (words.empty()) continue;
-        script += start(" -n '@NAME@_takes " + command.name + '\'') + words + '\n';
-    }
+    addArguments(script, command.name, command);
 }
 
 }  // namespace
 
 std::string fishCompletion(const ProgramOutline& outline) {
     std::string script(kFunctions);
-    const std::string condition = outline.commands.empty() ? "" : " -n '@NAME@_is \"\"'";
+    // Behind the first argument of a program without commands, options belong to what it names.
+    const std::string condition =
+        !outline.commands.empty() ? " -n '@NAME@_is \"\"'"
+        : outline.program.arguments.empty()
+            ? ""
+            : " -n '@NAME@_at \"\" 1" + valuedNames(outline.program) + '\'';
     for (const OutlinedOption& option : outline.program.options) {
         addOption(script, condition, option);
     }
+    addArguments(script, "\"\"", outline.program);
     for (const OutlinedCommand& command : outline.commands) addCommand(script, command);
     const std::string& name = outline.program.name;
     script = replacedText(std::move(script), "@PROGRAM@", name);

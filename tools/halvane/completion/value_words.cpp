@@ -170,6 +170,7 @@ ValueWords valueWordsOf(std::string_view command, const CLIOption& row) {
     if (auto known = knownWords(command, option, value)) return *std::move(known);
     const std::string_view name = isArgument ? option : value;
     if (name.starts_with("INTERFACE")) return {Kind::Interfaces};
+    if (name == "COMMAND...") return {Kind::Commands};
     if (name.find("FILE") != name.npos) return {Kind::Files};
     if (name == "WORDS") return {Kind::List, listedWords(textOf(row.shortHelp))};
     if (std::ranges::count(kListedValues, name) > 0) {

@@ -17,6 +17,7 @@ struct ValueWords {
         List,        // some of `words`, with commas between
         Files,       // files and folders
         Interfaces,  // the network interfaces of this machine
+        Commands,    // a program and its arguments
     };
     Kind kind = Kind::Any;
     std::vector<std::string> words{};

@@ -39,6 +39,8 @@ std::string actionOf(const ValueWords& words) {
             return "_files";
         case Kind::Interfaces:
             return "{compadd - /sys/class/net/*(N:t)}";
+        case Kind::Commands:
+            return "_command_names -e";
     }
     return " ";
 }
@@ -62,6 +64,12 @@ void addOption(std::string& script, const OutlinedOption& option, const char* in
 
 void addArguments(std::string& script, const OutlinedCommand& command, const char* indent) {
     for (const OutlinedArgument& argument : command.arguments) {
+        if (argument.words.kind == ValueWords::Kind::Commands) {
+            // The options end with the name of the program.
+            script += std::string(indent) + "'(-)1:command:_command_names -e' \\\n" + indent +
+                      "'*::argument:_normal' \\\n";
+            continue;
+        }
         const bool isMany = argument.isRepeatable() || argument.name.find(' ') != std::string::npos;
         script += std::string(indent) + '\'' +
                   (isMany                ? "*:"
@@ -72,7 +80,7 @@ void addArguments(std::string& script, const OutlinedCommand& command, const cha
 }
 
 void addCommand(std::string& script, const OutlinedCommand& command) {
-    script += "    " + command.name + ")\n        _arguments -s \\\n";
+    script += "    " + command.name + ")\n        _arguments -s -S \\\n";
     constexpr const char* kIndent = "            ";
     script += std::string(kIndent) + "'--help[print the help of the command]' \\\n";
     for (const OutlinedOption& option : command.options) addOption(script, option, kIndent);
@@ -92,11 +100,12 @@ constexpr std::string_view kHead = R"(#compdef @PROGRAM@
 )";
 
 std::string simpleFunction(const ProgramOutline& outline) {
-    std::string script = "@NAME@() {\n    _arguments -s \\\n";
+    std::string script = "@NAME@() {\n    _arguments -s -S \\\n";
     for (const OutlinedOption& option : outline.program.options) {
         addOption(script, option, "        ");
     }
-    return script + "        '*::command:_normal'\n}\n";
+    addArguments(script, outline.program, "        ");
+    return script + "        && return 0\n}\n";
 }
 
 std::string commandFunction(const ProgramOutline& outline) {
