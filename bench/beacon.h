@@ -45,12 +45,11 @@ inline constexpr std::size_t kFixedSize = 36;
 inline halvane::HalvaneMAC decodedBeacon() {
     using namespace halvane;
     const std::span frame(kBeacon);
-    auto record = HalvaneMAC::initWithMAC(ByteBuffer(frame.subspan(16, 6)));
+    auto record = HalvaneMAC::initWithMAC_withCapabilityField_withInformationElements(
+        ByteBuffer(frame.subspan(16, 6)), 0x0411, ByteBuffer(frame.subspan(kFixedSize)));
     record.setChannel(Number(6));
     record.setRSSI(Number(-61));
     record.setBeaconInterval(Number(100));
-    record.setCapabilityField(0x0411);
-    record.setInformationElements(ByteBuffer(frame.subspan(kFixedSize)));
     return record;
 }
 

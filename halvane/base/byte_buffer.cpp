@@ -1,14 +1,50 @@
 #include "halvane/base/byte_buffer.h"
 
+#include <cstring>
+#include <new>
+
 #include "halvane/base/ascii_internal.h"
 
 namespace halvane {
 
-std::shared_ptr<const std::uint8_t[]> ByteBuffer::sharedCopyOf(
-    std::span<const std::uint8_t> bytes) {
-    auto copy = std::make_shared_for_overwrite<std::uint8_t[]>(bytes.size());
-    std::copy(bytes.begin(), bytes.end(), copy.get());
-    return copy;
+// A block with a copy of the bytes behind it.
+struct ByteBuffer::Copy : Block {
+    static Copy& make(std::span<const std::uint8_t> bytes) {
+        void* const memory = ::operator new(sizeof(Copy) + bytes.size());
+        auto& copy = *::new (memory) Copy{{.owners = {}, .destroy = destroyCopy}};
+        std::memcpy(copy.bytes(), bytes.data(), bytes.size());
+        return copy;
+    }
+    std::uint8_t* bytes() { return reinterpret_cast<std::uint8_t*>(this + 1); }
+
+    static void destroyCopy(Block& block) noexcept {
+        ::operator delete(static_cast<Copy*>(&block));
+    }
+};
+
+// A block for bytes of another owner.
+struct ByteBuffer::Loan : Block {
+    std::shared_ptr<const std::uint8_t[]> owner;
+
+    static void destroyLoan(Block& block) noexcept { delete static_cast<Loan*>(&block); }
+};
+
+void ByteBuffer::shareCopyOf(std::span<const std::uint8_t> bytes) {
+    Copy& copy = Copy::make(bytes);
+    share(copy, {copy.bytes(), bytes.size()});
+}
+
+void ByteBuffer::destroy(Block& block) noexcept {
+    block.destroy(block);
+}
+
+ByteBuffer ByteBuffer::sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size) {
+    ByteBuffer buffer;
+    if (!owner) return buffer;
+    const std::uint8_t* const bytes = owner.get();
+    buffer.share(*new Loan{{.owners = {}, .destroy = Loan::destroyLoan}, std::move(owner)},
+                 {bytes, size});
+    return buffer;
 }
 
 ByteBuffer::ByteBuffer(std::initializer_list<std::uint8_t> bytes)
@@ -39,14 +75,14 @@ std::optional<ByteBuffer> ByteBuffer::fromHex(std::string_view text) {
 
 std::string ByteBuffer::hex() const {
     std::string text;
-    text.reserve(size_ * 2);
+    text.reserve(size() * 2);
     for (std::uint8_t byte : bytes()) appendHexOctet(text, byte, kLowerHexDigits);
     return text;
 }
 
 std::string ByteBuffer::description() const {
     std::string text = "<";
-    text.reserve(size_ * 2 + size_ / 4 + 2);
+    text.reserve(size() * 2 + size() / 4 + 2);
     std::size_t index = 0;
     for (std::uint8_t byte : bytes()) {
         if (index > 0 && index % 4 == 0) text += ' ';

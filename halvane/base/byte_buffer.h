@@ -25,6 +25,7 @@
 
 #include "halvane/base/cxx20.h"
 #include "halvane/base/export.h"
+#include "halvane/base/share_count.h"
 
 namespace halvane {
 
@@ -34,27 +35,27 @@ class HALVANE_EXPORT ByteBuffer {
     static constexpr std::size_t kInlineCapacity = 16;
 
     // The empty buffer.
-    ByteBuffer() = default;
+    constexpr ByteBuffer() noexcept : storage_(), size_(0) {}
 
     // Holds a private copy of `bytes`.
-    explicit ByteBuffer(std::span<const std::uint8_t> bytes) : size_(bytes.size()) {
-        if (size_ <= kInlineCapacity) {
+    explicit ByteBuffer(std::span<const std::uint8_t> bytes) : ByteBuffer() {
+        if (bytes.size() <= kInlineCapacity) {
             copyInline(bytes);
         } else {
-            shared_ = sharedCopyOf(bytes);
+            shareCopyOf(bytes);
         }
     }
     ByteBuffer(std::initializer_list<std::uint8_t> bytes);
 
     // The same as whole.slice(offset, length).
-    ByteBuffer(const ByteBuffer& whole, std::size_t offset, std::size_t length) {
-        const auto from = std::min(offset, whole.size_);
-        const auto part = whole.bytes().subspan(from, std::min(length, whole.size_ - from));
-        size_ = part.size();
-        if (size_ <= kInlineCapacity) {
+    ByteBuffer(const ByteBuffer& whole, std::size_t offset, std::size_t length) : ByteBuffer() {
+        const auto from = std::min(offset, whole.size());
+        const auto part = whole.bytes().subspan(from, std::min(length, whole.size() - from));
+        if (part.size() <= kInlineCapacity) {
             copyInline(part);
         } else {
-            shared_ = std::shared_ptr<const std::uint8_t[]>(whole.shared_, part.data());
+            share(*whole.storage_.shared.block, part);
+            storage_.shared.block->owners.add();
         }
     }
 
@@ -63,51 +64,52 @@ class HALVANE_EXPORT ByteBuffer {
 
     // Shares memory that the caller already owns; no byte is copied.
     // REQUIRES: `owner` holds at least `size` bytes, and nobody writes to them any more.
-    static ByteBuffer sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size) {
-        ByteBuffer buffer;
-        buffer.size_ = owner ? size : 0;
-        buffer.shared_ = std::move(owner);
-        return buffer;
-    }
+    static ByteBuffer sharing(std::shared_ptr<const std::uint8_t[]> owner, std::size_t size);
 
     // Reads pairs of hexadecimal digits of either case. White space, ':' and '-' may separate
     // pairs. Absent for an odd digit or any other character.
     static std::optional<ByteBuffer> fromHex(std::string_view text);
 
-    ByteBuffer(const ByteBuffer&) = default;
-    ByteBuffer& operator=(const ByteBuffer&) = default;
-    // A moved-from buffer is empty, so that its size never outlives its bytes.
-    ByteBuffer(ByteBuffer&& other) noexcept
-        : shared_(std::move(other.shared_)),
-          size_(std::exchange(other.size_, 0)),
-          inline_(other.inline_) {}
-    ByteBuffer& operator=(ByteBuffer&& other) noexcept {
-        if (this == &other) return *this;
-        shared_ = std::move(other.shared_);
-        size_ = std::exchange(other.size_, 0);
-        inline_ = other.inline_;
+    ByteBuffer(const ByteBuffer& other) noexcept : storage_(other.storage_), size_(other.size_) {
+        if (isShared()) storage_.shared.block->owners.add();
+    }
+    ByteBuffer& operator=(const ByteBuffer& other) noexcept {
+        if (other.isShared()) other.storage_.shared.block->owners.add();
+        releaseShare();
+        storage_ = other.storage_;
+        size_ = other.size_;
         return *this;
     }
-    ~ByteBuffer() = default;
+    // A moved-from buffer is empty, so that its size never outlives its bytes.
+    ByteBuffer(ByteBuffer&& other) noexcept
+        : storage_(other.storage_), size_(std::exchange(other.size_, 0)) {}
+    ByteBuffer& operator=(ByteBuffer&& other) noexcept {
+        if (this == &other) return *this;
+        releaseShare();
+        storage_ = other.storage_;
+        size_ = std::exchange(other.size_, 0);
+        return *this;
+    }
+    ~ByteBuffer() { releaseShare(); }
 
-    std::size_t size() const { return size_; }
-    bool empty() const { return size_ == 0; }
+    std::size_t size() const { return size_ & ~kSharedBit; }
+    bool empty() const { return size() == 0; }
 
     // The bytes. The span is valid until this object is assigned to, moved from or destroyed.
     std::span<const std::uint8_t> bytes() const& {
-        return {shared_ ? shared_.get() : inline_.data(), size_};
+        return {isShared() ? storage_.shared.bytes : storage_.own.data(), size()};
     }
     std::span<const std::uint8_t> bytes() const&& = delete;
 
     // Iterators over the same bytes, valid as long as bytes() is.
     const std::uint8_t* begin() const& { return bytes().data(); }
-    const std::uint8_t* end() const& { return begin() + size_; }
+    const std::uint8_t* end() const& { return begin() + size(); }
     const std::uint8_t* begin() const&& = delete;
     const std::uint8_t* end() const&& = delete;
 
     // The same bytes as text, whose encoding is not checked. Valid as long as bytes() is.
     std::string_view text() const& {
-        return {reinterpret_cast<const char*>(bytes().data()), size_};
+        return {reinterpret_cast<const char*>(bytes().data()), size()};
     }
     std::string_view text() const&& = delete;
 
@@ -130,28 +132,56 @@ class HALVANE_EXPORT ByteBuffer {
                                                            const ByteBuffer& b);
 
   private:
-    static std::shared_ptr<const std::uint8_t[]> sharedCopyOf(std::span<const std::uint8_t> bytes);
+    // Memory that buffers share. What follows it depends on who made it.
+    struct Block {
+        ShareCount owners;
+        void (*destroy)(Block& block) noexcept;
+    };
+    struct Copy;
+    struct Loan;
+
+    union Storage {
+        std::array<std::uint8_t, kInlineCapacity> own{};
+        struct {
+            Block* block;
+            const std::uint8_t* bytes;
+        } shared;
+    };
+
+    // The bit of size_ that tells which kind of storage there is.
+    static constexpr std::size_t kSharedBit = ~(SIZE_MAX >> 1);
+
+    bool isShared() const { return (size_ & kSharedBit) != 0; }
+    void share(Block& block, std::span<const std::uint8_t> bytes) {
+        storage_.shared = {&block, bytes.data()};
+        size_ = bytes.size() | kSharedBit;
+    }
+    void shareCopyOf(std::span<const std::uint8_t> bytes);
+    void releaseShare() noexcept {
+        if (isShared() && storage_.shared.block->owners.remove()) destroy(*storage_.shared.block);
+    }
+    static void destroy(Block& block) noexcept;
 
     // Copies two words of fixed size, which may overlap. Elements are short and many, and a copy of
     // variable length costs a function call. REQUIRES: bytes.size() <= kInlineCapacity.
     void copyInline(std::span<const std::uint8_t> bytes) {
         const auto copyEnds = [&]<typename Word>(Word) {
             const std::size_t last = bytes.size() - sizeof(Word);
-            std::memcpy(inline_.data(), bytes.data(), sizeof(Word));
-            std::memcpy(inline_.data() + last, bytes.data() + last, sizeof(Word));
+            std::memcpy(storage_.own.data(), bytes.data(), sizeof(Word));
+            std::memcpy(storage_.own.data() + last, bytes.data() + last, sizeof(Word));
         };
         if (bytes.size() >= sizeof(std::uint64_t)) {
             copyEnds(std::uint64_t{});
         } else if (bytes.size() >= sizeof(std::uint32_t)) {
             copyEnds(std::uint32_t{});
         } else {
-            for (std::size_t i = 0; i < bytes.size(); ++i) inline_[i] = bytes[i];
+            for (std::size_t i = 0; i < bytes.size(); ++i) storage_.own[i] = bytes[i];
         }
+        size_ = bytes.size();
     }
 
-    std::shared_ptr<const std::uint8_t[]> shared_;  // null while the bytes are inline
-    std::size_t size_ = 0;
-    std::array<std::uint8_t, kInlineCapacity> inline_{};
+    Storage storage_;
+    std::size_t size_;
 };
 
 }  // namespace halvane

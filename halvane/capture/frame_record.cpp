@@ -62,12 +62,11 @@ std::optional<Number> numberOf(std::optional<int> value) {
 }  // namespace
 
 Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
-    auto record = HalvaneMAC::initWithMAC(beacon.bssid.buffer());
+    auto record = HalvaneMAC::initWithMAC_withCapabilityField_withInformationElements(
+        beacon.bssid.buffer(), beacon.capabilities, ByteBuffer(beacon.elements));
     record.setRSSI(numberOf(radio.signalDBm));
     record.setNoise(numberOf(radio.noiseDBm));
     record.setBeaconInterval(Number(beacon.beaconInterval));
-    record.setCapabilityField(beacon.capabilities);
-    record.setInformationElements(ByteBuffer(beacon.elements));
     const auto radioChannel = channelOfRadio(radio);
     const auto ownChannel = channelOfElements(record);
     record.setChannel(ownChannel ? ownChannel : radioChannel);

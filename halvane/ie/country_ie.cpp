@@ -1,6 +1,5 @@
 #include "halvane/ie/country_ie.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -36,9 +35,14 @@ void describeTuples(std::string& text, const char* label,
 }  // namespace
 
 HalvaneCountryIE HalvaneCountryIE::initWithIE(const ByteBuffer& ie) {
+    return initWithIE(ie, 0, ie.size());
+}
+
+HalvaneCountryIE HalvaneCountryIE::initWithIE(const ByteBuffer& elements, std::size_t offset,
+                                              std::size_t size) {
     HalvaneCountryIE object;
     object.isValid_ = true;
-    object.rawIE_ = ie;
+    object.rawIE_.emplace(elements, offset, size);
     object.parseIE();
     return object;
 }
@@ -47,12 +51,21 @@ void HalvaneCountryIE::parseIE() {
     countryCode_.reset();
     channelTuples_.reset();
     regulatoryTuples_.reset();
+    areTuplesAwaited_ = false;
     if (!rawIE_) return;
 
     ByteCursor cursor(*rawIE_);
     if (!cursor.skip(kElementHeaderSize)) return;
-    countryCode_ = cursor.takeBuffer(kCountryCodeSize);
-    if (!countryCode_) return;
+    if (!cursor.skip(kCountryCodeSize)) return;
+    countryCode_.emplace(*rawIE_, kElementHeaderSize, kCountryCodeSize);
+    areTuplesAwaited_ = true;
+}
+
+void HalvaneCountryIE::parseTuples() const {
+    channelTuples_.reset();
+    regulatoryTuples_.reset();
+    ByteCursor cursor(*rawIE_);
+    cursor.skip(kElementHeaderSize + kCountryCodeSize);
     while (cursor.remaining() >= kTupleSize) {
         const bool isChannel = cursor.peek() < kFirstExtensionIdentifier;
         const auto tuple = *cursor.take(kTupleSize);
@@ -62,6 +75,7 @@ void HalvaneCountryIE::parseIE() {
             appendTuple(regulatoryTuples_, tuple);
         }
     }
+    areTuplesAwaited_ = false;
 }
 
 std::string HalvaneCountryIE::description() const {
@@ -70,8 +84,8 @@ std::string HalvaneCountryIE::description() const {
                  FancyFormatting::formattedHexData(rawIE_).c_str());
     if (!isValid_) return text;
     appendPrintF(text, "    Country Code             : %s\n", describe(countryCode_).c_str());
-    describeTuples(text, "Channel Tuple           ", channelTuples_);
-    describeTuples(text, "Regulatory Tuple        ", regulatoryTuples_);
+    describeTuples(text, "Channel Tuple           ", channelTuples());
+    describeTuples(text, "Regulatory Tuple        ", regulatoryTuples());
     return text;
 }
 

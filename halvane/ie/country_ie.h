@@ -13,6 +13,7 @@
 #ifndef HALVANE_IE_COUNTRY_IE_H
 #define HALVANE_IE_COUNTRY_IE_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,10 +28,15 @@ namespace halvane {
 class HALVANE_EXPORT HalvaneCountryIE {
   public:
     // An empty object: nothing present, not valid.
-    HalvaneCountryIE() = default;
+    // (A defaulted constructor would clear the whole object first, which takes longer than
+    // decoding.)
+    HalvaneCountryIE() {}  // NOLINT(modernize-use-equals-default)
 
     // Decodes `ie`, the whole element including its header.
     static HalvaneCountryIE initWithIE(const ByteBuffer& ie);
+    // The same for the element of `size` bytes at `offset` in the buffer.
+    static HalvaneCountryIE initWithIE(const ByteBuffer& elements, std::size_t offset,
+                                       std::size_t size);
 
     // The whole element.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
@@ -44,9 +50,11 @@ class HALVANE_EXPORT HalvaneCountryIE {
 
     // The triplets of each kind in element order; absent, not empty, if the element has none.
     const std::optional<std::vector<HalvaneChannelTuple>>& channelTuples() const {
+        if (areTuplesAwaited_) parseTuples();
         return channelTuples_;
     }
     const std::optional<std::vector<HalvaneRegulatoryTuple>>& regulatoryTuples() const {
+        if (areTuplesAwaited_) parseTuples();
         return regulatoryTuples_;
     }
 
@@ -57,11 +65,15 @@ class HALVANE_EXPORT HalvaneCountryIE {
     std::string description() const;
 
   private:
+    void parseTuples() const;
+
     std::optional<ByteBuffer> rawIE_;
-    bool isValid_ = false;
     std::optional<ByteBuffer> countryCode_;
-    std::optional<std::vector<HalvaneChannelTuple>> channelTuples_;
-    std::optional<std::vector<HalvaneRegulatoryTuple>> regulatoryTuples_;
+    bool isValid_ = false;
+    // Made when they are first asked for.
+    mutable bool areTuplesAwaited_ = false;
+    mutable std::optional<std::vector<HalvaneChannelTuple>> channelTuples_;
+    mutable std::optional<std::vector<HalvaneRegulatoryTuple>> regulatoryTuples_;
 };
 
 }  // namespace halvane

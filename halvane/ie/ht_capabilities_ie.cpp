@@ -1,11 +1,11 @@
 #include "halvane/ie/ht_capabilities_ie.h"
 
 #include <bit>
-#include <cstddef>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
 #include "halvane/ie/fancy_formatting.h"
+#include "halvane/ie/mcs_set_internal.h"
 #include "halvane/utils/printf/std_string_internal.h"
 
 namespace halvane {
@@ -14,15 +14,6 @@ namespace {
 
 constexpr std::size_t kElementSize = 28;
 constexpr std::size_t kMCSSetSize = 16;
-constexpr int kMCSCount = 77;
-constexpr std::size_t kUsualMCSCount = 16;  // two streams of equal modulation
-
-// Figure 9-376, bits 2 and 3: 3 is "SM power save disabled", 2 is reserved.
-constexpr unsigned kStaticSMPowerSave = 0;
-constexpr unsigned kDynamicSMPowerSave = 1;
-
-constexpr std::int64_t kShortAMSDULength = 3839;
-constexpr std::int64_t kLongAMSDULength = 7935;
 
 // The rows of the capability field in a description: a text for a boolean value, a format for a
 // number.
@@ -78,8 +69,13 @@ void appendCapabilityLines(std::string& text, const IE& ie) {
 }  // namespace
 
 HalvaneHTCapabilitiesIE HalvaneHTCapabilitiesIE::initWithIE(const ByteBuffer& ie) {
+    return initWithIE(ie, 0, ie.size());
+}
+
+HalvaneHTCapabilitiesIE HalvaneHTCapabilitiesIE::initWithIE(const ByteBuffer& elements,
+                                                            std::size_t offset, std::size_t size) {
     HalvaneHTCapabilitiesIE object;
-    object.rawIE_ = ie;
+    object.rawIE_.emplace(elements, offset, size);
     object.isValid_ = true;
     object.parseIE();
     return object;
@@ -95,45 +91,39 @@ void HalvaneHTCapabilitiesIE::parseIE() {
     capabilities_ = *cursor.u16le();
     parseCapabilities();
     paramsAMPDU_ = *cursor.u8();
-    supportedMCSSet_ = *cursor.takeBuffer(kMCSSetSize);
-    parseSupportedMCSSet();
+    if (isMCSSetAwaited_) appendMCSSet();
+    supportedMCSSet_.emplace(*rawIE_, cursor.position(), kMCSSetSize);
+    cursor.skip(kMCSSetSize);
+    isMCSSetAwaited_ = true;
     extendedCapabilities_ = *cursor.u16le();
     transmitBeamformingCapabilities_ = *cursor.u32le();
     aselCapability_ = *cursor.u8();
 }
 
 void HalvaneHTCapabilitiesIE::parseCapabilities() {
-    const auto bit = [this](unsigned number) { return (capabilities_ >> number & 1u) != 0; };
-    const auto twoBits = [this](unsigned number) { return capabilities_ >> number & 3u; };
-    supportsLDPCCoding_ = bit(0);
-    supports40MHzOperation_ = bit(1);
-    staticSMPowerSaveMode_ = twoBits(2) == kStaticSMPowerSave;
-    dynamicSMPowerSaveMode_ = twoBits(2) == kDynamicSMPowerSave;
-    supportsGreenfield_ = bit(4);
-    supports20MHzShortGI_ = bit(5);
-    supports40MHzShortGI_ = bit(6);
-    supportsTxSTBC_ = bit(7);
-    numSupportedRxSTBC_ = twoBits(8);
-    supportsHTDelayedBlockAck_ = bit(10);
-    maximumAMSDULength_ = bit(11) ? kLongAMSDULength : kShortAMSDULength;
-    supportsDSSSCCK40MHz_ = bit(12);
-    fortyMHzIntolerant_ = bit(14);
-    supportsLSIGTXOPProtectionSupport_ = bit(15);
+    areCapabilitiesParsed_ = true;
 }
 
-// Counted from the least significant bit of the first byte, bit i of the bitmask is MCS i.
 void HalvaneHTCapabilitiesIE::parseSupportedMCSSet() {
+    if (isMCSSetAwaited_) appendMCSSet();
+    appendMCSSet();
+}
+
+void HalvaneHTCapabilitiesIE::appendMCSSet() const {
     if (!mcsRates_) mcsRates_.emplace();
-    if (!supportedMCSSet_) return;
-    mcsRates_->reserve(mcsRates_->size() + kUsualMCSCount);
-    int firstOfByte = 0;
-    for (const std::uint8_t byte : supportedMCSSet_->bytes()) {
-        for (unsigned bits = byte; bits != 0; bits &= bits - 1) {
-            const int index = firstOfByte + std::countr_zero(bits);
-            if (index < kMCSCount) mcsRates_->emplace_back(index);
-        }
-        firstOfByte += 8;
+    if (supportedMCSSet_) {
+        const MCSBits set(*supportedMCSSet_);
+        const int count = std::popcount(set.low) + std::popcount(set.high);
+        mcsRates_->reserve(mcsRates_->size() + static_cast<std::size_t>(count));
+        const auto append = [this](int first, std::uint64_t bits) {
+            for (; bits != 0; bits &= bits - 1) {
+                mcsRates_->emplace_back(first + std::countr_zero(bits));
+            }
+        };
+        append(0, set.low);
+        append(64, set.high);
     }
+    isMCSSetAwaited_ = false;
 }
 
 std::string HalvaneHTCapabilitiesIE::description() const {
@@ -149,9 +139,9 @@ std::string HalvaneHTCapabilitiesIE::description() const {
     appendPrintF(text, "    AMPDU Parameters                  : 0x%01x\n", paramsAMPDU_);
     appendPrintF(text, "    Supported MCS Set                 : %s\n",
                  formattedHexData(supportedMCSSet_).c_str());
-    if (mcsRates_) {
+    if (mcsRates()) {
         text += "    Supported MCS Indices             : ";
-        for (const Number& index : *mcsRates_) {
+        for (const Number& index : *mcsRates()) {
             appendPrintF(text, "%s ", index.description().c_str());
         }
         text += '\n';

@@ -5,6 +5,7 @@
 #ifndef HALVANE_IE_HT_CAPABILITIES_IE_H
 #define HALVANE_IE_HT_CAPABILITIES_IE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -19,10 +20,15 @@ namespace halvane {
 class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
   public:
     // An empty object: not valid, every field zero or absent.
-    HalvaneHTCapabilitiesIE() = default;
+    // (A defaulted constructor would clear the whole object first, which takes longer than
+    // decoding.)
+    HalvaneHTCapabilitiesIE() {}  // NOLINT(modernize-use-equals-default)
 
     // Decodes the whole element, including ID and length.
     static HalvaneHTCapabilitiesIE initWithIE(const ByteBuffer& ie);
+    // The same for the element of `size` bytes at `offset` in the buffer.
+    static HalvaneHTCapabilitiesIE initWithIE(const ByteBuffer& elements, std::size_t offset,
+                                              std::size_t size);
 
     // The whole element; absent in an empty object.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
@@ -32,24 +38,27 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
 
     // The HT capability information field (figure 9-376) and its decoded bits.
     std::uint16_t capabilities() const { return capabilities_; }
-    bool supportsLDPCCoding() const { return supportsLDPCCoding_; }
-    bool supports40MHzOperation() const { return supports40MHzOperation_; }
-    bool staticSMPowerSaveMode() const { return staticSMPowerSaveMode_; }
-    bool dynamicSMPowerSaveMode() const { return dynamicSMPowerSaveMode_; }
-    bool supportsGreenfield() const { return supportsGreenfield_; }
-    bool supports20MHzShortGI() const { return supports20MHzShortGI_; }
-    bool supports40MHzShortGI() const { return supports40MHzShortGI_; }
-    bool supportsTxSTBC() const { return supportsTxSTBC_; }
+    bool supportsLDPCCoding() const { return hasCapability(0); }
+    bool supports40MHzOperation() const { return hasCapability(1); }
+    bool staticSMPowerSaveMode() const { return areCapabilitiesParsed_ && smPowerSave() == 0; }
+    bool dynamicSMPowerSaveMode() const { return areCapabilitiesParsed_ && smPowerSave() == 1; }
+    bool supportsGreenfield() const { return hasCapability(4); }
+    bool supports20MHzShortGI() const { return hasCapability(5); }
+    bool supports40MHzShortGI() const { return hasCapability(6); }
+    bool supportsTxSTBC() const { return hasCapability(7); }
     // The number of spatial streams, 0 to 3.
-    std::int64_t numSupportedRxSTBC() const { return numSupportedRxSTBC_; }
+    std::int64_t numSupportedRxSTBC() const { return capabilities_ >> 8 & 3; }
 
-    bool supportsHTDelayedBlockAck() const { return supportsHTDelayedBlockAck_; }
+    bool supportsHTDelayedBlockAck() const { return hasCapability(10); }
     // In octets: 3839 or 7935 once decoded.
-    std::int64_t maximumAMSDULength() const { return maximumAMSDULength_; }
+    std::int64_t maximumAMSDULength() const {
+        if (!areCapabilitiesParsed_) return 0;
+        return hasCapability(11) ? 7935 : 3839;
+    }
 
-    bool supportsDSSSCCK40MHz() const { return supportsDSSSCCK40MHz_; }
-    bool fortyMHzIntolerant() const { return fortyMHzIntolerant_; }
-    bool supportsLSIGTXOPProtectionSupport() const { return supportsLSIGTXOPProtectionSupport_; }
+    bool supportsDSSSCCK40MHz() const { return hasCapability(12); }
+    bool fortyMHzIntolerant() const { return hasCapability(14); }
+    bool supportsLSIGTXOPProtectionSupport() const { return hasCapability(15); }
 
     std::uint8_t paramsAMPDU() const { return paramsAMPDU_; }
 
@@ -57,7 +66,10 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
     const std::optional<ByteBuffer>& supportedMCSSet() const { return supportedMCSSet_; }
 
     // The MCS indices, 0 to 76, whose bits are set in the receive bitmask, ascending.
-    const std::optional<std::vector<Number>>& mcsRates() const { return mcsRates_; }
+    const std::optional<std::vector<Number>>& mcsRates() const {
+        if (isMCSSetAwaited_) appendMCSSet();
+        return mcsRates_;
+    }
 
     std::uint16_t extendedCapabilities() const { return extendedCapabilities_; }
     std::uint32_t transmitBeamformingCapabilities() const {
@@ -79,29 +91,23 @@ class HALVANE_EXPORT HalvaneHTCapabilitiesIE {
     std::string description() const;
 
   private:
+    bool hasCapability(unsigned bit) const { return (capabilities_ >> bit & 1u) != 0; }
+    // Bits 2 and 3: 3 is "SM power save disabled", 2 is reserved.
+    unsigned smPowerSave() const { return capabilities_ >> 2 & 3u; }
+    void appendMCSSet() const;
+
     std::optional<ByteBuffer> rawIE_;
+    std::optional<ByteBuffer> supportedMCSSet_;
+    // Made when it is first asked for.
+    mutable std::optional<std::vector<Number>> mcsRates_;
+    mutable bool isMCSSetAwaited_ = false;
     bool isValid_ = false;
-    bool supportsLDPCCoding_ = false;
-    bool supports40MHzOperation_ = false;
-    bool staticSMPowerSaveMode_ = false;
-    bool dynamicSMPowerSaveMode_ = false;
-    bool supportsGreenfield_ = false;
-    bool supports20MHzShortGI_ = false;
-    bool supports40MHzShortGI_ = false;
-    bool supportsTxSTBC_ = false;
-    bool supportsHTDelayedBlockAck_ = false;
-    bool supportsDSSSCCK40MHz_ = false;
-    bool fortyMHzIntolerant_ = false;
-    bool supportsLSIGTXOPProtectionSupport_ = false;
+    bool areCapabilitiesParsed_ = false;
     std::uint8_t paramsAMPDU_ = 0;
     std::uint8_t aselCapability_ = 0;
     std::uint16_t capabilities_ = 0;
     std::uint16_t extendedCapabilities_ = 0;
     std::uint32_t transmitBeamformingCapabilities_ = 0;
-    std::int64_t numSupportedRxSTBC_ = 0;
-    std::int64_t maximumAMSDULength_ = 0;
-    std::optional<ByteBuffer> supportedMCSSet_;
-    std::optional<std::vector<Number>> mcsRates_;
 };
 
 }  // namespace halvane

@@ -1,7 +1,5 @@
 #include "halvane/ie/ht_operation_ie.h"
 
-#include <cstddef>
-
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 #include "halvane/base/element_id.h"
@@ -18,8 +16,13 @@ constexpr std::size_t kMCSSetSize = 16;
 }  // namespace
 
 HalvaneHTOperationIE HalvaneHTOperationIE::initWithIE(const ByteBuffer& ie) {
+    return initWithIE(ie, 0, ie.size());
+}
+
+HalvaneHTOperationIE HalvaneHTOperationIE::initWithIE(const ByteBuffer& elements,
+                                                      std::size_t offset, std::size_t size) {
     HalvaneHTOperationIE object;
-    object.rawIE_ = ie;
+    object.rawIE_.emplace(elements, offset, size);
     object.isValid_ = true;
     object.parseIE();
     return object;
@@ -37,7 +40,7 @@ void HalvaneHTOperationIE::parseIE() {
     parseCapabilities1();
     capabilities2_ = *cursor.u16le();
     capabilities3_ = *cursor.u16le();
-    basicMCSSet_ = *cursor.takeBuffer(kMCSSetSize);
+    basicMCSSet_.emplace(*rawIE_, cursor.position(), kMCSSetSize);
 }
 
 void HalvaneHTOperationIE::parseCapabilities1() {

@@ -5,6 +5,7 @@
 #ifndef HALVANE_IE_HT_OPERATION_IE_H
 #define HALVANE_IE_HT_OPERATION_IE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,10 +18,15 @@ namespace halvane {
 class HALVANE_EXPORT HalvaneHTOperationIE {
   public:
     // An empty object: not valid, every field zero or absent.
-    HalvaneHTOperationIE() = default;
+    // (A defaulted constructor would clear the whole object first, which takes longer than
+    // decoding.)
+    HalvaneHTOperationIE() {}  // NOLINT(modernize-use-equals-default)
 
     // Decodes the whole element, including ID and length.
     static HalvaneHTOperationIE initWithIE(const ByteBuffer& ie);
+    // The same for the element of `size` bytes at `offset` in the buffer.
+    static HalvaneHTOperationIE initWithIE(const ByteBuffer& elements, std::size_t offset,
+                                           std::size_t size);
 
     // The whole element; absent in an empty object.
     const std::optional<ByteBuffer>& rawIE() const { return rawIE_; }
@@ -72,15 +78,15 @@ class HALVANE_EXPORT HalvaneHTOperationIE {
 
   private:
     std::optional<ByteBuffer> rawIE_;
+    std::optional<ByteBuffer> basicMCSSet_;
     bool isValid_ = false;
     bool supportsRIFS_ = false;
+    std::uint8_t primaryChannel_ = 0;
     std::uint8_t capabilities1_ = 0;
+    std::uint8_t secondaryChannelOffset_ = 0;
+    std::uint8_t staChannelWidth_ = 0;
     std::uint16_t capabilities2_ = 0;
     std::uint16_t capabilities3_ = 0;
-    std::int64_t primaryChannel_ = 0;
-    std::int64_t secondaryChannelOffset_ = 0;
-    std::int64_t staChannelWidth_ = 0;
-    std::optional<ByteBuffer> basicMCSSet_;
 };
 
 }  // namespace halvane

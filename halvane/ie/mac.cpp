@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
-#include <iterator>
 #include <numeric>
+#include <span>
+#include <type_traits>
 #include <utility>
 
 #include "halvane/base/byte_cursor.h"
@@ -14,7 +16,7 @@
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/ie/link_quality.h"
 #include "halvane/ie/mac_record.h"
-#include "halvane/ie/mcs.h"
+#include "halvane/ie/mcs_set_internal.h"
 #include "halvane/utils/log.h"
 #include "halvane/utils/scan_time.h"
 
@@ -22,9 +24,8 @@ namespace halvane {
 
 namespace {
 
-constexpr std::size_t kOUISize = 3;
-constexpr unsigned kMaximumRates = 8;
-constexpr unsigned kMaximumExtendedRates = 255;
+constexpr std::size_t kMaximumRates = 8;
+constexpr std::size_t kMaximumExtendedRates = 255;
 
 // The upper bit marks a basic rate. The bits below are the rate in units of 500 kbit/s.
 constexpr unsigned kRateMask = 0x7F;
@@ -32,23 +33,35 @@ constexpr double kRatesPerMbps = 2;
 
 using Walk = MACRecord::Walk;
 using Link = MACRecord::Link;
+using Octets = std::span<const std::uint8_t>;
+
+// The first four octets of a vendor-specific element's body.
+constexpr std::uint32_t vendorKind(const OUI& oui, std::uint8_t type) {
+    return ouiNumber(oui) << 8 | type;
+}
 
 std::uint64_t now() {
     return UpTicksToMicroseconds(UpTicks());
 }
 
-// Returns the bytes after ID and length; absent if the element has no length byte.
-std::optional<ByteCursor> bodyOf(const ByteBuffer& element) {
+// Returns the bytes after ID and length; none if the element has no length byte.
+Octets bodyOf(Octets element) {
     ByteCursor cursor(element);
-    if (!cursor.skip(kElementHeaderSize)) return std::nullopt;
-    return cursor;
+    return cursor.skip(kElementHeaderSize) ? cursor.rest() : Octets();
 }
 
-// Returns the greatest body length of a rate element; absent for other elements.
-std::optional<unsigned> maximumRatesOf(const ByteBuffer& element) {
-    const auto id = ByteCursor(element).u8();
-    if (id == kElementIDSupportedRates) return kMaximumRates;
-    if (id == kElementIDExtendedSupportedRates) return kMaximumExtendedRates;
+// Returns the octets of a rate element; absent for other elements and for those that are ignored.
+std::optional<Octets> ratesOf(Octets element, std::size_t maximumLength) {
+    if (element.size() < kElementHeaderSize) return std::nullopt;
+    const Octets rates = bodyOf(element);
+    return rates.size() <= maximumLength ? std::optional(rates) : std::nullopt;
+}
+std::optional<Octets> ratesOf(Octets element) {
+    if (element.empty()) return std::nullopt;
+    if (element[0] == kElementIDSupportedRates) return ratesOf(element, kMaximumRates);
+    if (element[0] == kElementIDExtendedSupportedRates) {
+        return ratesOf(element, kMaximumExtendedRates);
+    }
     return std::nullopt;
 }
 
@@ -56,69 +69,200 @@ std::optional<unsigned> maximumRatesOf(const ByteBuffer& element) {
 // may hold hundreds of thousands of elements.
 class RateCounts {
   public:
-    explicit RateCounts(const std::optional<std::vector<Number>>& rates) : anyElements_(rates) {
-        if (!rates) return;
-        for (const Number& rate : *rates) {
-            count(static_cast<std::uint8_t>(rate.real() * kRatesPerMbps));
+    void count(const std::vector<Number>& rates) {
+        for (const Number& rate : rates) {
+            const auto octet = static_cast<std::uint8_t>(rate.real() * kRatesPerMbps);
+            count(Octets(&octet, 1));
         }
     }
-
-    // Counts the octets of a rate element whose body has at most `maximumLength` bytes.
-    void countElement(const ByteBuffer& element, unsigned maximumLength) {
-        auto body = bodyOf(element);
-        if (!body || body->remaining() > maximumLength) return;
-        anyElements_ = true;
-        for (const std::uint8_t octet : body->rest()) count(octet);
+    void count(Octets octets) {
+        std::uint64_t low = 0;
+        std::uint64_t high = 0;
+        for (const std::uint8_t octet : octets) {
+            const unsigned rate = octet & kRateMask;
+            ++counts_[rate];
+            (rate < kWordSize ? low : high) |= std::uint64_t{1} << rate % kWordSize;
+        }
+        low_ |= low;
+        high_ |= high;
+        total_ += octets.size();
     }
 
-    // Ascending; absent if there was no element.
-    std::optional<std::vector<Number>> numbers() const {
-        if (!anyElements_) return std::nullopt;
+    // Ascending.
+    std::vector<Number> numbers() const {
         std::vector<Number> numbers;
-        numbers.reserve(std::accumulate(counts_.begin(), counts_.end(), std::size_t{0}));
-        for (std::size_t rate = 0; rate < counts_.size(); ++rate) {
-            const Number number = static_cast<double>(rate) / kRatesPerMbps;
-            numbers.insert(numbers.end(), counts_[rate], number);
-        }
+        numbers.reserve(total_);
+        append(numbers, 0, low_);
+        append(numbers, kWordSize, high_);
         return numbers;
     }
 
   private:
-    void count(std::uint8_t octet) { ++counts_[octet & kRateMask]; }
+    // Appends the rates whose bits are set. The lowest bit stands for the rate `first`.
+    void append(std::vector<Number>& numbers, unsigned first, std::uint64_t bits) const {
+        for (; bits != 0; bits &= bits - 1) {
+            const unsigned rate = first + static_cast<unsigned>(std::countr_zero(bits));
+            for (std::uint32_t i = 0; i < counts_[rate]; ++i) {
+                numbers.emplace_back(rate / kRatesPerMbps);
+            }
+        }
+    }
 
-    std::array<std::size_t, kRateMask + 1> counts_{};
-    bool anyElements_;
+    static constexpr unsigned kWordSize = 64;
+
+    std::array<std::uint32_t, kRateMask + 1> counts_{};
+    std::uint64_t low_ = 0;  // the rates that occur
+    std::uint64_t high_ = 0;
+    std::size_t total_ = 0;
 };
 
-// Calls each(offset, size) for every element. Returns the offset of the trailing bytes that form no
-// element.
+// Calls each(offset, element) for every element. Returns the offset of the trailing bytes that form
+// no element.
 template <typename Each>
-std::size_t walkElements(ByteCursor cursor, Each each) {
-    while (!cursor.atEnd()) {
+std::size_t walkElements(Octets elements, Each each) {
+    ByteCursor cursor(elements);
+    while (const auto length = cursor.peek(1)) {
         // The size of an element has 8 bits.
-        const auto length = cursor.peek(1);
-        const auto size = static_cast<std::uint8_t>(length.value_or(0) + kElementHeaderSize);
-        if (!length || size == 0 || size > cursor.remaining()) break;
-        each(cursor.position(), size);
-        cursor.skip(size);
+        const auto size = static_cast<std::uint8_t>(*length + kElementHeaderSize);
+        if (size == 0 || size > cursor.remaining()) break;
+        const std::size_t offset = cursor.position();
+        each(offset, *cursor.take(size));
     }
     return cursor.position();
 }
 
-// Splits the buffer into elements, and returns the trailing bytes that form none. Elements are
-// counted first, since a list that grows takes several times the room.
-std::optional<ByteBuffer> cutElements(const ByteBuffer& elements, std::vector<ByteBuffer>& cut) {
-    // The number of remaining bytes has 16 bits.
-    const auto size = static_cast<std::uint16_t>(elements.size());
-    const ByteBuffer walked = elements.slice(0, size);
-    std::size_t count = 0;
-    const std::size_t end = walkElements(ByteCursor(walked), [&](auto, auto) { ++count; });
-    cut.reserve(count);
-    walkElements(ByteCursor(walked), [&](std::size_t offset, std::size_t length) {
-        cut.emplace_back(walked, offset, length);
-    });
-    return end < walked.size() ? std::optional(walked.slice(end)) : std::nullopt;
+// Returns the bytes that are walked: their number has 16 bits.
+Octets walkedBytesOf(const ByteBuffer& elements) {
+    return *ByteCursor(elements.bytes()).take(static_cast<std::uint16_t>(elements.size()));
 }
+
+// Splits the buffer into elements. They are counted first, since a list that grows takes several
+// times the room.
+std::vector<ByteBuffer> cutElements(const ByteBuffer& elements) {
+    const Octets walked = walkedBytesOf(elements);
+    std::size_t count = 0;
+    walkElements(walked, [&](auto, auto) { ++count; });
+    std::vector<ByteBuffer> cut;
+    cut.reserve(count);
+    walkElements(walked, [&](std::size_t offset, Octets element) {
+        cut.emplace_back(elements, offset, element.size());
+    });
+    return cut;
+}
+
+// Calls each(octets) for every element of the record.
+template <typename Each>
+void forEachElement(const MACRecord& record, Each each) {
+    if (record.areIEsAwaited) {
+        walkElements(walkedBytesOf(*record.ieBuffer), [&](auto, Octets element) { each(element); });
+    } else {
+        for (const ByteBuffer& element : record.IEs) each(element.bytes());
+    }
+}
+
+std::vector<Number> ratesOf(const MACRecord& record) {
+    RateCounts counts;
+    forEachElement(record, [&](Octets element) {
+        if (const auto rates = ratesOf(element)) counts.count(*rates);
+    });
+    return counts.numbers();
+}
+
+// Makes an object where it stays, since `emplace` would move it there.
+template <typename Make>
+struct MadeInPlace {
+    const Make& make;
+    operator std::invoke_result_t<const Make&>() const { return make(); }  // NOLINT(*-explicit-*)
+};
+
+template <typename Element, typename Make>
+void put(std::optional<Element>& element, const Make& make) {
+    element.emplace(MadeInPlace<Make>{make});
+}
+
+// Decodes elements one by one.
+class Decoder {
+  public:
+    explicit Decoder(Walk& walk) : walk_(walk) {}
+
+    // Decodes the element at an offset in the bytes. Those of other kinds are skipped.
+    void decode(const ByteBuffer& bytes, std::size_t offset, Octets element) {
+        const auto whole = [&] { return bytes.slice(offset, element.size()); };
+        switch (element[0]) {
+            case kElementIDSSID:
+                decodeSSID(bytes, offset, element);
+                break;
+            case kElementIDSupportedRates:
+            case kElementIDExtendedSupportedRates:
+                if (const auto rates = ratesOf(element)) noteRates(*rates);
+                break;
+            case kElementIDCountry:
+                put(walk_.countryIE,
+                    [&] { return HalvaneCountryIE::initWithIE(bytes, offset, element.size()); });
+                break;
+            case kElementIDHTCapabilities:
+                put(walk_.HTCaps, [&] {
+                    return HalvaneHTCapabilitiesIE::initWithIE(bytes, offset, element.size());
+                });
+                break;
+            case kElementIDRSN:
+                put(walk_.rsn, [&] {
+                    return HalvaneRSNIE::initWithIE_withOUI(bytes, offset, element.size(), kRSNOUI);
+                });
+                break;
+            case kElementIDHTOperation:
+                put(walk_.HTOperation, [&] {
+                    return HalvaneHTOperationIE::initWithIE(bytes, offset, element.size());
+                });
+                break;
+            case kElementIDVendorSpecific:
+                decodeVendorSpecific(element, whole);
+                break;
+            default:
+                break;
+        }
+    }
+
+    void decodeSSID(const ByteBuffer& bytes, std::size_t offset, Octets element) {
+        const Octets name = bodyOf(element);
+        const bool isHidden = std::ranges::all_of(name, [](auto octet) { return octet == 0; });
+        if (!isHidden) walk_.SSID.emplace(bytes, offset + kElementHeaderSize, name.size());
+    }
+
+    template <typename Whole>
+    void decodeVendorSpecific(Octets element, const Whole& whole) {
+        ByteCursor body(bodyOf(element));
+        const auto kind = body.u32be();
+        if (!kind) return;
+        if (kind == vendorKind(kWPAOUI, kWPSType)) {
+            put(walk_.rare.change().wpsIE, [&] { return HalvaneWPSIE::initWithIE(whole()); });
+        } else if (kind == vendorKind(kWPAOUI, kWPAType)) {
+            put(walk_.rare.change().wpa,
+                [&] { return HalvaneRSNIE::initWithIE_withOUI(whole(), ByteBuffer(kWPAOUI)); });
+        } else if (kind == vendorKind(kVendorOUI, kVendorTypeDWDS)) {
+            put(walk_.rare.change().dwdsIE, [&] { return HalvaneDWDSIE::initWithIE(whole()); });
+        } else if (*kind >> 8 == ouiNumber(kVendorGeneralOUI)) {
+            put(walk_.rare.change().tessicIE, [&] { return HalvaneTessicIE::initWithIE(whole()); });
+        }
+    }
+
+    // The greatest rate in the elements that were decoded, in Mbit/s.
+    std::optional<Number> greatestRate() const {
+        if (!greatestRate_) return std::nullopt;
+        return Number(*greatestRate_ / kRatesPerMbps);
+    }
+
+  private:
+    void noteRates(Octets rates) {
+        walk_.areRatesAwaited = true;
+        for (const std::uint8_t octet : rates) {
+            greatestRate_ = std::max(greatestRate_.value_or(0u), octet & kRateMask);
+        }
+    }
+
+    Walk& walk_;
+    std::optional<unsigned> greatestRate_;  // in units of 500 kbit/s
+};
 
 // Keeps a number that the other sighting lacks.
 void takeOver(std::optional<Number>& number, const std::optional<Number>& other) {
@@ -146,28 +290,57 @@ void logMerge(const char* format, const std::optional<ByteBuffer>& before,
               old ? &*old : nullptr, recent ? &*recent : nullptr);
 }
 
-// Returns the first label that applies, or null.
-const char* securityLabelOf(const HalvaneMAC& record) {
-    struct Row {
-        bool (HalvaneMAC::*holds)() const;
-        const char* label;
-    };
-    static constexpr std::array kRows = {
-        Row{&HalvaneMAC::doesSupportSecurityWPAEnterprise, "WPA Enterprise"},
-        Row{&HalvaneMAC::doesSupportSecurityWPAPersonal, "WPA Personal"},
-        Row{&HalvaneMAC::doesSupportSecurityWEP, "WEP"},
-        Row{&HalvaneMAC::doesSupportSecurityWPS, "WPS"},
-        Row{&HalvaneMAC::doesSupportSecurityOpen, "Open"},
-    };
-    for (const auto& [holds, label] : kRows) {
-        if ((record.*holds)()) return label;
+// What decides on the label of a record.
+struct SecurityTerms {
+    bool isOpen() const { return !isPrivacy; }
+    bool isWEP() const { return isPrivacy && !walk.rsn && !walk.rare->wpa; }
+    bool isWPAPersonal() const { return allows(&HalvaneRSNIE::allowKeyManagementPSK); }
+    bool isWPAEnterprise() const { return allows(&HalvaneRSNIE::allowKeyManagement8021X); }
+    bool isWPS() const { return walk.rare->wpsIE.has_value(); }
+
+    // Returns the first label that applies, or null.
+    const char* label() const {
+        if (isWPAEnterprise()) return "WPA Enterprise";
+        if (isWPAPersonal()) return "WPA Personal";
+        if (isWEP()) return "WEP";
+        if (isWPS()) return "WPS";
+        return isOpen() ? "Open" : nullptr;
     }
-    return nullptr;
+
+    const Walk& walk;
+    bool isPrivacy;
+
+  private:
+    using KeyManagement = bool (HalvaneRSNIE::*)() const;
+    bool allows(KeyManagement keyManagement) const {
+        const auto holds = [&](const auto& ie) { return ie && ((*ie).*keyManagement)(); };
+        return isPrivacy && (holds(walk.rsn) || holds(walk.rare->wpa));
+    }
+};
+
+void deriveRateAndSecurity(Walk& walk, std::optional<Number> greatestRate, bool isPrivacy) {
+    std::int64_t width = 20;
+    if (walk.HTCaps && walk.HTOperation) {
+        const auto& caps = *walk.HTCaps;
+        if (caps.supports40MHzOperation()) width = walk.HTOperation->staChannelWidth();
+        const bool shortGI =
+            width == 40 ? caps.supports40MHzShortGI() : caps.supports20MHzShortGI();
+        walk.maxPHYRate = bestRateOfMCSSet(caps.supportedMCSSet(), width, shortGI);
+    } else {
+        walk.maxPHYRate = greatestRate;
+    }
+    if (!walk.maxPHYRate) return;
+
+    walk.channelWidth = width;
+    if (const char* label = SecurityTerms{walk, isPrivacy}.label()) {
+        walk.securityFriendlyName = label;
+    }
 }
 
 }  // namespace
 
 HalvaneMAC::HalvaneMAC(const ByteBuffer& mac) {
+    record_.makeRoom();
     MACRecord& record = record_.change();
     record.mac = mac;
     record.firstAdded = now();
@@ -178,6 +351,16 @@ HalvaneMAC HalvaneMAC::initWithMAC(const ByteBuffer& mac) {
     return HalvaneMAC(mac);
 }
 
+HalvaneMAC HalvaneMAC::initWithMAC_withCapabilityField_withInformationElements(
+    const ByteBuffer& mac, std::uint16_t field, const ByteBuffer& elements) {
+    HalvaneMAC object(mac);
+    MACRecord& record = object.record_.change();
+    record.capabilities = field;
+    record.lastUpdated = record.firstAdded;
+    object.setElements(elements);
+    return object;
+}
+
 HalvaneMAC::~HalvaneMAC() = default;
 
 void HalvaneMAC::setCapabilityField(std::uint16_t field) {
@@ -186,168 +369,123 @@ void HalvaneMAC::setCapabilityField(std::uint16_t field) {
     record.lastUpdated = now();
 }
 
-// The walk changes the record step by step, so the old elements are kept until it ends. If memory
-// runs out, all elements stay as they were.
 void HalvaneMAC::setInformationElements(const ByteBuffer& elements) {
+    setElements(elements);
+    record_.change().lastUpdated = now();
+}
+
+// If memory runs out, all elements stay as they were.
+void HalvaneMAC::setElements(const ByteBuffer& elements) {
+    const ByteBuffer buffer = elements;  // it may be the record's own
+    record_.decodeAnew([&](Walk& walk) {
+        walk.channelWidth = channelWidth();
+        walk.securityFriendlyName = securityFriendlyName();
+        Decoder decoder(walk);
+        const Octets walked = walkedBytesOf(buffer);
+        const std::size_t end = walkElements(walked, [&](std::size_t offset, Octets element) {
+            decoder.decode(buffer, offset, element);
+        });
+        if (end < walked.size()) walk.invalidIEs.emplace(buffer, end, walked.size() - end);
+        deriveRateAndSecurity(walk, decoder.greatestRate(), isPrivacy());
+    });
     MACRecord& record = record_.change();
-    std::optional<ByteBuffer> buffer = elements;
-    std::vector<ByteBuffer> cut;
-    Boxed<Walk> walk;
-    walk.change().invalidIEs = cutElements(elements, cut);
-    walk.change().channelWidth = record.walk->channelWidth;
-    walk.change().securityFriendlyName = record.walk->securityFriendlyName;
-    const auto exchange = [&]() noexcept {
-        std::swap(record.ieBuffer, buffer);
-        std::swap(record.IEs, cut);
-        std::swap(record.walk, walk);
-    };
-    exchange();
-    try {
-        parseInformationElements();
-    } catch (...) {
-        exchange();
-        throw;
+    record.ieBuffer = buffer;
+    record.IEs = {};
+    record.areIEsAwaited = true;
+}
+
+const std::vector<ByteBuffer>& HalvaneMAC::IEs() const {
+    const MACRecord& record = *record_;
+    if (record.areIEsAwaited) {
+        record.IEs = cutElements(*record.ieBuffer);
+        record.areIEsAwaited = false;
     }
-    record.lastUpdated = now();
+    return record.IEs;
+}
+
+const std::optional<std::vector<Number>>& HalvaneMAC::supportedRates() const {
+    const Walk& walk = record_.walk();
+    if (walk.areRatesAwaited) {
+        walk.supportedRates = ratesOf(*record_);
+        walk.areRatesAwaited = false;
+    }
+    return walk.supportedRates;
 }
 
 void HalvaneMAC::cleanupIEs() {
-    Walk& walk = record_.change().walk.change();
+    Walk& walk = record_.changeWalk();
     walk.SSID.reset();
     walk.supportedRates.reset();
-    walk.countryIE.makeFresh();
-    walk.HTCaps.makeFresh();
-    walk.rsn.makeFresh();
-    walk.HTOperation.makeFresh();
-    walk.wpa.makeFresh();
-    walk.wpsIE.makeFresh();
-    walk.tessicIE.makeFresh();
-    walk.dwdsIE.makeFresh();
+    walk.areRatesAwaited = false;
+    walk.countryIE.reset();
+    walk.HTCaps.reset();
+    walk.rsn.reset();
+    walk.HTOperation.reset();
+    walk.rare.makeFresh();
 }
 
 void HalvaneMAC::parseInformationElements() {
     cleanupIEs();
-    RateCounts rates(supportedRates());
-    for (const ByteBuffer& element : record_->IEs) {
-        if (const auto maximum = maximumRatesOf(element)) {
-            rates.countElement(element, *maximum);
-        } else {
-            parseInformationElement(element);
-        }
+    Walk& walk = record_.changeWalk();
+    Decoder decoder(walk);
+    for (const ByteBuffer& element : IEs()) {
+        if (!element.empty()) decoder.decode(element, 0, element.bytes());
     }
-    record_.change().walk.change().supportedRates = rates.numbers();
-    deriveRateAndSecurity();
+    deriveRateAndSecurity(walk, decoder.greatestRate(), isPrivacy());
 }
 
 void HalvaneMAC::parseInformationElement(const ByteBuffer& element) {
     const auto id = ByteCursor(element).u8();
     if (!id) return;
-    Walk& walk = record_.change().walk.change();
     switch (*id) {
-        case kElementIDSSID:
-            parseInformationElementSSID(element);
-            break;
         case kElementIDSupportedRates:
             parseInformationElementSupportedRates_withMaximumLength(element, kMaximumRates);
-            break;
-        case kElementIDCountry:
-            walk.countryIE.change() = HalvaneCountryIE::initWithIE(element);
-            break;
-        case kElementIDHTCapabilities:
-            walk.HTCaps.change() = HalvaneHTCapabilitiesIE::initWithIE(element);
-            break;
-        case kElementIDRSN:
-            walk.rsn.change() = HalvaneRSNIE::initWithIE_withOUI(element, ByteBuffer(kRSNOUI));
             break;
         case kElementIDExtendedSupportedRates:
             parseInformationElementSupportedRates_withMaximumLength(element, kMaximumExtendedRates);
             break;
-        case kElementIDHTOperation:
-            walk.HTOperation.change() = HalvaneHTOperationIE::initWithIE(element);
-            break;
-        case kElementIDVendorSpecific:
-            parseInformationElementVendorSpecific(element);
-            break;
-        default:  // it is only in IEs()
+        default:
+            Decoder(record_.changeWalk()).decode(element, 0, element.bytes());
             break;
     }
 }
 
 void HalvaneMAC::parseInformationElementSSID(const ByteBuffer& element) {
-    auto body = bodyOf(element);
-    if (!body) return;
-    ByteBuffer octets = body->restBuffer();
-    const bool isHidden =
-        std::ranges::all_of(octets.bytes(), [](auto octet) { return octet == 0; });
-    if (!isHidden) record_.change().walk.change().SSID = std::move(octets);
+    Decoder(record_.changeWalk()).decodeSSID(element, 0, element.bytes());
 }
 
 void HalvaneMAC::parseInformationElementSupportedRates_withMaximumLength(const ByteBuffer& element,
                                                                          unsigned maximumLength) {
-    RateCounts rates(supportedRates());
-    rates.countElement(element, maximumLength);
-    record_.change().walk.change().supportedRates = rates.numbers();
+    const auto octets = ratesOf(element.bytes(), maximumLength);
+    if (!octets) return;
+    RateCounts counts;
+    if (const auto& rates = supportedRates()) counts.count(*rates);
+    counts.count(*octets);
+    record_.changeWalk().supportedRates = counts.numbers();
 }
 
 void HalvaneMAC::parseInformationElementVendorSpecific(const ByteBuffer& element) {
-    auto body = bodyOf(element);
-    const auto oui = body ? body->take(kOUISize) : std::nullopt;
-    const auto type = oui ? body->u8() : std::nullopt;
-    if (!type) return;
-    Walk& walk = record_.change().walk.change();
-    if (std::ranges::equal(*oui, kWPAOUI) && *type == kWPSType) {
-        walk.wpsIE.change() = HalvaneWPSIE::initWithIE(element);
-    } else if (std::ranges::equal(*oui, kWPAOUI) && *type == kWPAType) {
-        walk.wpa.change() = HalvaneRSNIE::initWithIE_withOUI(element, ByteBuffer(kWPAOUI));
-    } else if (std::ranges::equal(*oui, kVendorOUI) && *type == kVendorTypeDWDS) {
-        walk.dwdsIE.change() = HalvaneDWDSIE::initWithIE(element);
-    } else if (std::ranges::equal(*oui, kVendorGeneralOUI)) {
-        walk.tessicIE.change() = HalvaneTessicIE::initWithIE(element);
-    }
-}
-
-void HalvaneMAC::deriveRateAndSecurity() {
-    Walk& walk = record_.change().walk.change();
-    Number width = 20;
-    if (HTCaps() && HTOperation()) {
-        if (HTCaps()->supports40MHzOperation()) width = HTOperation()->staChannelWidth();
-        const bool shortGI =
-            width == 40 ? HTCaps()->supports40MHzShortGI() : HTCaps()->supports20MHzShortGI();
-        static const std::vector<Number> kNoRates;
-        const auto& indices = HTCaps()->mcsRates();
-        walk.maxPHYRate = HalvaneMCS::sharedSystem().rateForMCSSet_withChannelWidth_shortGI(
-            indices ? *indices : kNoRates, width.int64(), shortGI);
-    } else if (walk.supportedRates && !walk.supportedRates->empty()) {
-        walk.maxPHYRate = walk.supportedRates->back();
-    } else {
-        walk.maxPHYRate.reset();
-    }
-    if (!walk.maxPHYRate) return;
-
-    walk.channelWidth = width;
-    if (const char* label = securityLabelOf(*this)) walk.securityFriendlyName = label;
+    Decoder(record_.changeWalk()).decodeVendorSpecific(element.bytes(), [&] { return element; });
 }
 
 bool HalvaneMAC::doesSupportSecurityOpen() const {
-    return !isPrivacy();
+    return SecurityTerms{record_.walk(), isPrivacy()}.isOpen();
 }
 
 bool HalvaneMAC::doesSupportSecurityWEP() const {
-    return isPrivacy() && !rsn() && !wpa();
+    return SecurityTerms{record_.walk(), isPrivacy()}.isWEP();
 }
 
 bool HalvaneMAC::doesSupportSecurityWPAPersonal() const {
-    return isPrivacy() &&
-           ((rsn() && rsn()->allowKeyManagementPSK()) || (wpa() && wpa()->allowKeyManagementPSK()));
+    return SecurityTerms{record_.walk(), isPrivacy()}.isWPAPersonal();
 }
 
 bool HalvaneMAC::doesSupportSecurityWPAEnterprise() const {
-    return isPrivacy() && ((rsn() && rsn()->allowKeyManagement8021X()) ||
-                           (wpa() && wpa()->allowKeyManagement8021X()));
+    return SecurityTerms{record_.walk(), isPrivacy()}.isWPAEnterprise();
 }
 
 bool HalvaneMAC::doesSupportSecurityWPS() const {
-    return wpsIE().has_value();
+    return SecurityTerms{record_.walk(), isPrivacy()}.isWPS();
 }
 
 void HalvaneMAC::mergeEntries(const HalvaneMAC& other) {

@@ -17,7 +17,6 @@
 #include <string>
 #include <vector>
 
-#include "halvane/base/boxed.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
 #include "halvane/base/number.h"
@@ -44,6 +43,11 @@ class HALVANE_EXPORT HalvaneMAC {
     HalvaneMAC& operator=(const HalvaneMAC&) = default;
     HalvaneMAC& operator=(HalvaneMAC&&) noexcept = default;
     virtual ~HalvaneMAC();
+
+    // The same as initWithMAC(), setCapabilityField() and setInformationElements(), with one
+    // reading of the clock.
+    static HalvaneMAC initWithMAC_withCapabilityField_withInformationElements(
+        const ByteBuffer& mac, std::uint16_t field, const ByteBuffer& elements);
 
     // Rebuilds a record and decodes its elements again. Missing keys and values of another kind
     // read as nothing. A stamp or capability field that is out of range reads as the nearest limit:
@@ -103,37 +107,35 @@ class HALVANE_EXPORT HalvaneMAC {
     // The bytes of the last call; absent before.
     const std::optional<ByteBuffer>& ieBuffer() const { return record_->ieBuffer; }
     // One buffer per element: ID, length and body.
-    const std::vector<ByteBuffer>& IEs() const { return record_->IEs; }
+    const std::vector<ByteBuffer>& IEs() const;
     // The trailing bytes that form no whole element; absent if there are none.
-    const std::optional<ByteBuffer>& invalidIEs() const { return record_->walk->invalidIEs; }
+    const std::optional<ByteBuffer>& invalidIEs() const { return record_.walk().invalidIEs; }
 
     // Octets, not text. Absent if every SSID element is missing, empty or all zeros (hidden). A
     // hidden one after a named one leaves the name.
-    const std::optional<ByteBuffer>& SSID() const { return record_->walk->SSID; }
+    const std::optional<ByteBuffer>& SSID() const { return record_.walk().SSID; }
     // In Mbit/s, real, ascending, from both rate elements. Duplicates are kept.
-    const std::optional<std::vector<Number>>& supportedRates() const {
-        return record_->walk->supportedRates;
-    }
+    const std::optional<std::vector<Number>>& supportedRates() const;
 
     // The decoded elements. The last element of each kind counts.
-    const std::optional<HalvaneRSNIE>& rsn() const { return *record_->walk->rsn; }
-    const std::optional<HalvaneRSNIE>& wpa() const { return *record_->walk->wpa; }
-    const std::optional<HalvaneCountryIE>& countryIE() const { return *record_->walk->countryIE; }
-    const std::optional<HalvaneTessicIE>& tessicIE() const { return *record_->walk->tessicIE; }
-    const std::optional<HalvaneDWDSIE>& dwdsIE() const { return *record_->walk->dwdsIE; }
-    const std::optional<HalvaneWPSIE>& wpsIE() const { return *record_->walk->wpsIE; }
-    const std::optional<HalvaneHTCapabilitiesIE>& HTCaps() const { return *record_->walk->HTCaps; }
+    const std::optional<HalvaneRSNIE>& rsn() const { return record_.walk().rsn; }
+    const std::optional<HalvaneRSNIE>& wpa() const { return record_.walk().rare->wpa; }
+    const std::optional<HalvaneCountryIE>& countryIE() const { return record_.walk().countryIE; }
+    const std::optional<HalvaneTessicIE>& tessicIE() const { return record_.walk().rare->tessicIE; }
+    const std::optional<HalvaneDWDSIE>& dwdsIE() const { return record_.walk().rare->dwdsIE; }
+    const std::optional<HalvaneWPSIE>& wpsIE() const { return record_.walk().rare->wpsIE; }
+    const std::optional<HalvaneHTCapabilitiesIE>& HTCaps() const { return record_.walk().HTCaps; }
     const std::optional<HalvaneHTOperationIE>& HTOperation() const {
-        return *record_->walk->HTOperation;
+        return record_.walk().HTOperation;
     }
 
     // Derived from the elements: the rate in Mbit/s; the width, 20 or 40 MHz; and the label, "WPA
     // Enterprise", "WPA Personal", "WEP", "WPS" or "Open". Rate and width are 0 if the HT Operation
     // element is broken. Elements without any rate leave the other two values unchanged.
-    const std::optional<Number>& maxPHYRate() const { return record_->walk->maxPHYRate; }
-    const std::optional<Number>& channelWidth() const { return record_->walk->channelWidth; }
+    const std::optional<Number>& maxPHYRate() const { return record_.walk().maxPHYRate; }
+    const std::optional<Number>& channelWidth() const { return record_.walk().channelWidth; }
     const std::optional<std::string>& securityFriendlyName() const {
-        return record_->walk->securityFriendlyName;
+        return record_.walk().securityFriendlyName;
     }
 
     // Whether securityFriendlyName() would be possible: no privacy; privacy without RSN and WPA;
@@ -190,10 +192,10 @@ class HALVANE_EXPORT HalvaneMAC {
 
   private:
     bool hasCapability(unsigned bit) const { return (record_->capabilities >> bit & 1u) != 0; }
-    void deriveRateAndSecurity();
+    void setElements(const ByteBuffer& elements);
 
     // In a box, since a daemon's reply may hold an almost empty record in every few bytes of text.
-    Boxed<MACRecord> record_;
+    MACRecordBox record_;
 };
 
 }  // namespace halvane

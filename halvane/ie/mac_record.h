@@ -3,6 +3,7 @@
 #define HALVANE_IE_MAC_RECORD_H
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -24,27 +25,33 @@ namespace halvane {
 
 // A fresh record equals that of an empty skeleton.
 struct MACRecord {
-    // An element in a box; the box of an absent one is empty.
-    template <typename Element>
-    using BoxedElement = Boxed<std::optional<Element>>;
+    // The elements that most beacons lack.
+    struct RareElements {
+        // Each is what the function of HalvaneMAC with its name returns.
+        std::optional<HalvaneRSNIE> wpa;
+        std::optional<HalvaneTessicIE> tessicIE;
+        std::optional<HalvaneDWDSIE> dwdsIE;
+        std::optional<HalvaneWPSIE> wpsIE;
+    };
 
     // The results of decoding the elements.
     struct Walk {
-        // Each is what the function of HalvaneMAC with its name returns.
+        constexpr Walk() {}
+
+        // Each is what the function of HalvaneMAC with its name returns. The rates are absent while
+        // nobody has asked for them.
         std::optional<ByteBuffer> invalidIEs;
         std::optional<ByteBuffer> SSID;
-        std::optional<std::vector<Number>> supportedRates;
-        BoxedElement<HalvaneRSNIE> rsn;
-        BoxedElement<HalvaneRSNIE> wpa;
-        BoxedElement<HalvaneCountryIE> countryIE;
-        BoxedElement<HalvaneTessicIE> tessicIE;
-        BoxedElement<HalvaneDWDSIE> dwdsIE;
-        BoxedElement<HalvaneWPSIE> wpsIE;
-        BoxedElement<HalvaneHTCapabilitiesIE> HTCaps;
-        BoxedElement<HalvaneHTOperationIE> HTOperation;
+        std::optional<HalvaneRSNIE> rsn;
+        std::optional<HalvaneCountryIE> countryIE;
+        std::optional<HalvaneHTCapabilitiesIE> HTCaps;
+        std::optional<HalvaneHTOperationIE> HTOperation;
+        Boxed<RareElements> rare;
         std::optional<Number> maxPHYRate;
         std::optional<Number> channelWidth;
         std::optional<std::string> securityFriendlyName;
+        mutable std::optional<std::vector<Number>> supportedRates;
+        mutable bool areRatesAwaited = false;  // the elements have rates, and nobody has asked
     };
 
     // The results of the link samples.
@@ -56,8 +63,8 @@ struct MACRecord {
         HalvaneLinkQualityHistory history;
     };
 
-    // Each is what the function of HalvaneMAC with its name returns; walk and link hold the results
-    // above.
+    // Each is what the function of HalvaneMAC with its name returns; link holds the results above.
+    // The elements are those of ieBuffer if nobody has asked for them.
     ByteBuffer mac;
     std::uint64_t lastUpdated = 0;
     std::uint64_t firstAdded = 0;
@@ -66,11 +73,107 @@ struct MACRecord {
     std::optional<Number> RSSI;
     std::optional<Number> beaconInterval;
     std::uint16_t capabilities = 0;
+    mutable bool areIEsAwaited = false;
     std::optional<ByteBuffer> ieBuffer{std::in_place};
-    std::vector<ByteBuffer> IEs;
-    Boxed<Walk> walk;
+    mutable std::vector<ByteBuffer> IEs;
     Boxed<Link> link;
 };
+
+// A record and, once it has any, the results of its elements, in one block of memory.
+//
+// An unchanged box takes no memory and reads as a fresh record; one without elements takes only
+// the record's. Copying a box copies the record. A moved-from box holds a fresh record.
+class MACRecordBox {
+  public:
+    using Walk = MACRecord::Walk;
+
+    constexpr MACRecordBox() = default;
+    MACRecordBox(const MACRecordBox& other)
+        : block_(other.block_ ? other.block_->copy() : nullptr) {}
+    MACRecordBox& operator=(const MACRecordBox& other) { return *this = MACRecordBox(other); }
+    MACRecordBox(MACRecordBox&&) noexcept = default;
+    MACRecordBox& operator=(MACRecordBox&&) noexcept = default;
+    ~MACRecordBox() = default;
+
+    // The references are valid until the box is next assigned to or changed.
+    const MACRecord& operator*() const { return block_ ? block_->record : kFresh.value; }
+    const MACRecord* operator->() const { return &**this; }
+    const Walk& walk() const { return hasWalk() ? *block_->walk : kFreshWalk.value; }
+
+    MACRecord& change() {
+        if (!block_) block_ = std::make_unique<Block>();
+        return block_->record;
+    }
+    Walk& changeWalk() {
+        makeRoom();
+        block_->isWalkFresh = false;
+        return *block_->walk;
+    }
+    // Takes the room for the results now rather than with the first one.
+    void makeRoom() {
+        if (!hasWalk()) replaceBlock(std::make_unique<WalkBlock>());
+    }
+
+    // Replaces the results by what `decode` makes of a fresh Walk. If it throws, they stay.
+    template <typename Decode>
+    void decodeAnew(Decode decode) {
+        if (hasWalk() && block_->isWalkFresh) {
+            try {
+                decode(*block_->walk);
+            } catch (...) {
+                *block_->walk = Walk();
+                throw;
+            }
+            block_->isWalkFresh = false;
+        } else {
+            auto next = std::make_unique<WalkBlock>();
+            decode(next->ownWalk);
+            next->isWalkFresh = false;
+            replaceBlock(std::move(next));
+        }
+    }
+
+  private:
+    struct Block {
+        Block() = default;
+        explicit Block(const MACRecord& copied) : record(copied) {}
+        Block(const Block&) = delete;
+        Block& operator=(const Block&) = delete;
+        virtual ~Block() = default;
+        virtual std::unique_ptr<Block> copy() const { return std::make_unique<Block>(record); }
+
+        MACRecord record;
+        Walk* walk = nullptr;
+        bool isWalkFresh = true;
+    };
+    struct WalkBlock final : Block {
+        WalkBlock() { walk = &ownWalk; }
+        WalkBlock(const MACRecord& copied, const Walk& copiedWalk)
+            : Block(copied), ownWalk(copiedWalk) {
+            walk = &ownWalk;
+            isWalkFresh = false;
+        }
+        std::unique_ptr<Block> copy() const override {
+            return std::make_unique<WalkBlock>(record, ownWalk);
+        }
+
+        Walk ownWalk;
+    };
+
+    bool hasWalk() const { return block_ && block_->walk != nullptr; }
+    void replaceBlock(std::unique_ptr<Block> next) noexcept {
+        if (block_) next->record = std::move(block_->record);
+        block_ = std::move(next);
+    }
+
+    static constinit const NeverDestroyed<MACRecord> kFresh;
+    static constinit const NeverDestroyed<Walk> kFreshWalk;
+
+    std::unique_ptr<Block> block_;
+};
+
+inline constinit const NeverDestroyed<MACRecord> MACRecordBox::kFresh{};
+inline constinit const NeverDestroyed<MACRecord::Walk> MACRecordBox::kFreshWalk{};
 
 }  // namespace halvane
 

@@ -40,13 +40,12 @@ std::vector<ByteBuffer> buffersFor(const PropertyListDictionary& skeleton, const
     return buffers;
 }
 
-// Returns whether the skeletons of two records have the same contents. An absent element buffer
-// equals an empty one.
+// Returns whether the skeletons of two records have the same contents, apart from their elements.
+// An absent element buffer equals an empty one.
 bool areEqual(const MACRecord& a, const MACRecord& b) {
     const auto carried = [](const MACRecord& record) {
-        return std::tie(record.mac, record.IEs, record.lastUpdated, record.firstAdded,
-                        record.capabilities, record.channel, record.noise, record.RSSI,
-                        record.beaconInterval);
+        return std::tie(record.mac, record.lastUpdated, record.firstAdded, record.capabilities,
+                        record.channel, record.noise, record.RSSI, record.beaconInterval);
     };
     return carried(a) == carried(b) &&
            a.ieBuffer.value_or(ByteBuffer()) == b.ieBuffer.value_or(ByteBuffer());
@@ -59,7 +58,7 @@ PropertyListDictionary HalvaneMAC::skeletonRepresentation() const {
     skeleton.set(kMAC, record_->mac);
     if (record_->ieBuffer) {
         skeleton.set(kRawIEBuffer, *record_->ieBuffer);
-        skeleton.set(kIEs, PropertyListArray(record_->IEs.begin(), record_->IEs.end()));
+        skeleton.set(kIEs, PropertyListArray(IEs().begin(), IEs().end()));
     }
     skeleton.set(kLastUpdated, record_->lastUpdated);
     skeleton.set(kFirstUpdated, record_->firstAdded);
@@ -87,13 +86,14 @@ HalvaneMAC::HalvaneMAC(const PropertyListDictionary& skeleton) {
     record.noise = skeleton::numberFor(skeleton, kNoise);
     record.RSSI = skeleton::numberFor(skeleton, kRSSI);
     record.beaconInterval = skeleton::numberFor(skeleton, kBeaconInterval);
-    if (areEqual(record, *record_)) return;  // the record is unchanged, which allocates nothing
+    if (record.IEs.empty() && areEqual(record, *record_))
+        return;  // the record is unchanged, which allocates nothing
     record_.change() = std::move(record);
     if (!record_->IEs.empty()) parseInformationElements();
 }
 
 bool operator==(const HalvaneMAC& a, const HalvaneMAC& b) {
-    return areEqual(*a.record_, *b.record_);
+    return a.IEs() == b.IEs() && areEqual(*a.record_, *b.record_);
 }
 
 }  // namespace halvane

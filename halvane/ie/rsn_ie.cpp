@@ -4,7 +4,7 @@
 #include <array>
 #include <initializer_list>
 #include <iterator>
-#include <span>
+#include <utility>
 
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
@@ -59,30 +59,32 @@ bool isOUI(const std::optional<ByteBuffer>& buffer, const OUI& oui) {
     return buffer && std::ranges::equal(buffer->bytes(), oui);
 }
 
-// Returns the offset of the version field: after the header, and in a WPA element after OUI and
-// type.
+// Of the version field: after the header, and in a WPA element after OUI and type.
+constexpr std::size_t kRSNFieldsOffset = 2;
+constexpr std::size_t kWPAFieldsOffset = 6;
+
 std::optional<std::size_t> fieldsOffset(const std::optional<ByteBuffer>& oui) {
-    if (isOUI(oui, kRSNOUI)) return 2;
-    if (isOUI(oui, kWPAOUI)) return 6;
+    if (isOUI(oui, kRSNOUI)) return kRSNFieldsOffset;
+    if (isOUI(oui, kWPAOUI)) return kWPAFieldsOffset;
     return std::nullopt;
 }
 
-ByteCursor cursorAt(const std::optional<ByteBuffer>& element, std::size_t position,
-                    std::size_t length) {
-    const ByteCursor nothing{std::span<const std::uint8_t>()};
-    if (!element) return nothing;
-    ByteCursor whole(element->bytes());
-    if (!whole.skip(position)) return nothing;
-    return ByteCursor(*whole.take(std::min(length, whole.remaining())));
+// A suite selector as a number: the octets of its OUI, and then its type, least significant first.
+constexpr std::uint32_t kSuiteOUIMask = 0x00FFFFFF;
+constexpr unsigned kSuiteTypeShift = 24;
+constexpr std::uint32_t kNoSuiteOUI = UINT32_MAX;
+
+std::uint32_t suiteOUIOf(const std::optional<ByteBuffer>& oui) {
+    if (!oui || oui->size() != kSuiteSize - 1) return kNoSuiteOUI;
+    const auto octets = oui->bytes();
+    return std::uint32_t{octets[0]} | std::uint32_t{octets[1]} << 8 |
+           std::uint32_t{octets[2]} << 16;
 }
 
-// Returns the type of a suite selector if its OUI is `oui`.
-std::optional<std::uint8_t> takeSuiteType(ByteCursor& cursor,
-                                          const std::optional<ByteBuffer>& oui) {
-    const auto suiteOUI = cursor.take(kSuiteSize - 1);
-    const auto type = cursor.u8();
-    const bool isOurs = oui && suiteOUI && std::ranges::equal(*suiteOUI, oui->bytes());
-    return isOurs ? type : std::nullopt;
+// Calls found(type) for a suite selector of that OUI.
+template <typename SuiteFound>
+void findSuite(std::uint32_t suite, std::uint32_t oui, SuiteFound found) {
+    if ((suite & kSuiteOUIMask) == oui) found(static_cast<std::uint8_t>(suite >> kSuiteTypeShift));
 }
 
 void appendU16(std::vector<std::uint8_t>& element, std::uint64_t value) {
@@ -119,98 +121,118 @@ HalvaneRSNIE HalvaneRSNIE::initWithIE_withOUI(const std::optional<ByteBuffer>& i
     return object;
 }
 
-void HalvaneRSNIE::parseIE() {
-    using Stage = std::size_t (HalvaneRSNIE::*)(std::size_t, std::size_t);
-    constexpr std::array<Stage, 6> kStages = {
-        &HalvaneRSNIE::parseVersion_withLength,        &HalvaneRSNIE::parseGroupCipher_withLength,
-        &HalvaneRSNIE::parsePairwiseCipher_withLength, &HalvaneRSNIE::parseAKM_withLength,
-        &HalvaneRSNIE::parseCapabilities_withLength,   &HalvaneRSNIE::parsePMKIDs_withLength,
-    };
+HalvaneRSNIE HalvaneRSNIE::initWithIE_withOUI(const ByteBuffer& elements, std::size_t offset,
+                                              std::size_t size, const OUI& oui) {
+    HalvaneRSNIE object;
+    object.oui_.emplace(oui);
+    object.isValid_ = true;
+    object.rawIE_.emplace(elements, offset, size);
+    object.parseFields(oui == kRSNOUI ? kRSNFieldsOffset : kWPAFieldsOffset);
+    return object;
+}
 
+void HalvaneRSNIE::parseIE() {
     const auto offset = fieldsOffset(oui_);
-    if (!rawIE_ || !offset) return;
-    const std::size_t size = rawIE_->size();
-    std::size_t left = size > *offset ? size - *offset : 0;
-    for (const Stage stage : kStages) {
-        left = (this->*stage)(size - left, left);
-        if (!isValid_) return;
-    }
+    if (rawIE_ && offset) parseFields(*offset);
+}
+
+void HalvaneRSNIE::parseFields(std::size_t offset) {
+    ByteCursor cursor(*rawIE_);
+    cursor.skip(offset);
+    readVersion(cursor);
+    if (isValid_) readGroupCipher(cursor);
+    if (isValid_) readPairwiseCipher(cursor);
+    if (isValid_) readAKM(cursor);
+    if (isValid_) readCapabilities(cursor);
+    if (isValid_) readPMKIDs(cursor);
+}
+
+std::size_t HalvaneRSNIE::parse(Read read, std::size_t position, std::size_t length) {
+    const ByteBuffer bytes = rawIE_ ? rawIE_->slice(position, length) : ByteBuffer();
+    ByteCursor cursor(bytes);
+    return (this->*read)(cursor) ? cursor.remaining() : bytes.size();
 }
 
 std::size_t HalvaneRSNIE::parseVersion_withLength(std::size_t position, std::size_t length) {
-    ByteCursor cursor = cursorAt(rawIE_, position, length);
-    if (const auto version = cursor.u16le()) {
-        version_ = *version;
-    } else {
-        isValid_ = false;
-    }
-    return cursor.remaining();
+    return parse(&HalvaneRSNIE::readVersion, position, length);
 }
 
 std::size_t HalvaneRSNIE::parseGroupCipher_withLength(std::size_t position, std::size_t length) {
-    ByteCursor cursor = cursorAt(rawIE_, position, length);
-    if (cursor.remaining() < kSuiteSize) {
-        isValid_ = false;
-        return cursor.remaining();
-    }
-    if (const auto type = takeSuiteType(cursor, oui_)) setMulticastCipher(*type);
-    return cursor.remaining();
+    return parse(&HalvaneRSNIE::readGroupCipher, position, length);
+}
+
+std::size_t HalvaneRSNIE::parsePairwiseCipher_withLength(std::size_t position, std::size_t length) {
+    return parse(&HalvaneRSNIE::readPairwiseCipher, position, length);
+}
+
+std::size_t HalvaneRSNIE::parseAKM_withLength(std::size_t position, std::size_t length) {
+    return parse(&HalvaneRSNIE::readAKM, position, length);
+}
+
+std::size_t HalvaneRSNIE::parseCapabilities_withLength(std::size_t position, std::size_t length) {
+    return parse(&HalvaneRSNIE::readCapabilities, position, length);
+}
+
+std::size_t HalvaneRSNIE::parsePMKIDs_withLength(std::size_t position, std::size_t length) {
+    return parse(&HalvaneRSNIE::readPMKIDs, position, length);
+}
+
+bool HalvaneRSNIE::readVersion(ByteCursor& cursor) {
+    const auto version = cursor.u16le();
+    if (!version) return isValid_ = false;
+    version_ = *version;
+    return true;
+}
+
+bool HalvaneRSNIE::readGroupCipher(ByteCursor& cursor) {
+    const auto suite = cursor.u32le();
+    if (!suite) return isValid_ = false;
+    findSuite(*suite, suiteOUIOf(oui_), [this](auto type) { setMulticastCipher(type); });
+    return true;
 }
 
 // Reads a 16-bit count and that many suite selectors. If there are fewer, the element is invalid.
 template <typename SuiteFound>
-std::size_t HalvaneRSNIE::parseSuites(std::size_t position, std::size_t length, SuiteFound found) {
-    ByteCursor cursor = cursorAt(rawIE_, position, length);
-    const std::size_t available = cursor.remaining();
+bool HalvaneRSNIE::readSuites(ByteCursor& cursor, SuiteFound found) {
     const auto count = cursor.u16le();
-    if (!count || cursor.remaining() / kSuiteSize < *count) {
-        isValid_ = false;
-        return available;
-    }
-    for (std::size_t i = 0; i < *count; ++i) {
-        if (const auto type = takeSuiteType(cursor, oui_)) found(*type);
-    }
-    return cursor.remaining();
+    if (!count || cursor.remaining() / kSuiteSize < *count) return isValid_ = false;
+    const std::uint32_t oui = suiteOUIOf(oui_);
+    for (std::size_t i = 0; i < *count; ++i) findSuite(*cursor.u32le(), oui, found);
+    return true;
 }
 
-std::size_t HalvaneRSNIE::parsePairwiseCipher_withLength(std::size_t position, std::size_t length) {
-    return parseSuites(position, length, [this](std::uint8_t type) { setUnicastCipher(type); });
+bool HalvaneRSNIE::readPairwiseCipher(ByteCursor& cursor) {
+    return readSuites(cursor, [this](std::uint8_t type) { setUnicastCipher(type); });
 }
 
 // Unlike setAKM(), this sets the flag of each listed AKM and clears none.
-std::size_t HalvaneRSNIE::parseAKM_withLength(std::size_t position, std::size_t length) {
-    return parseSuites(position, length, [this](std::uint8_t type) {
+bool HalvaneRSNIE::readAKM(ByteCursor& cursor) {
+    return readSuites(cursor, [this](std::uint8_t type) {
         if (type == kAKM8021X) allowKeyManagement8021X_ = true;
         if (type == kAKMPSK) allowKeyManagementPSK_ = true;
     });
 }
 
 // IEEE 802.11-2020, figure 9-285. Nothing reads a single byte that is left.
-std::size_t HalvaneRSNIE::parseCapabilities_withLength(std::size_t position, std::size_t length) {
-    ByteCursor cursor = cursorAt(rawIE_, position, length);
-    if (const auto field = cursor.u16le()) {
-        supportsPreAuthentication_ = *field & 1u << 0;
-        hasNoPairwise_ = *field & 1u << 1;
-        replayCounterPTKSA_ = *field >> 2 & 3u;
-        replayCounterGTKSA_ = *field >> 4 & 3u;
-        isPeerKeyEnabled_ = *field & 1u << 9;
-    }
-    return cursor.remaining();
+bool HalvaneRSNIE::readCapabilities(ByteCursor& cursor) {
+    const auto field = cursor.u16le();
+    if (!field) return false;
+    supportsPreAuthentication_ = *field & 1u << 0;
+    hasNoPairwise_ = *field & 1u << 1;
+    replayCounterPTKSA_ = *field >> 2 & 3u;
+    replayCounterGTKSA_ = *field >> 4 & 3u;
+    isPeerKeyEnabled_ = *field & 1u << 9;
+    return true;
 }
 
-std::size_t HalvaneRSNIE::parsePMKIDs_withLength(std::size_t position, std::size_t length) {
-    ByteCursor cursor = cursorAt(rawIE_, position, length);
-    const std::size_t available = cursor.remaining();
+bool HalvaneRSNIE::readPMKIDs(ByteCursor& cursor) {
     const auto count = cursor.u16le();
-    if (!count) return available;
+    if (!count) return false;
     pmkids_.emplace();
-    if (cursor.remaining() / kPMKIDSize < *count) {
-        isValid_ = false;
-        return available;
-    }
+    if (cursor.remaining() / kPMKIDSize < *count) return isValid_ = false;
     pmkids_->reserve(*count);
     for (std::size_t i = 0; i < *count; ++i) pmkids_->push_back(*cursor.takeBuffer(kPMKIDSize));
-    return cursor.remaining();
+    return true;
 }
 
 void HalvaneRSNIE::setUnicastCipher(std::uint8_t suiteType) {

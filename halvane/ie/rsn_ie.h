@@ -19,21 +19,29 @@
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
+#include "halvane/base/oui.h"
 
 namespace halvane {
 
+class ByteCursor;
 class HalvaneBSSConfig;
 
 class HALVANE_EXPORT HalvaneRSNIE {
   public:
     // An empty object: version 1, no OUI, not valid.
-    HalvaneRSNIE() = default;
+    // (A defaulted constructor would clear the whole object first, which takes longer than
+    // decoding.)
+    HalvaneRSNIE() {}  // NOLINT(modernize-use-equals-default)
 
     // Decodes `ie`, the whole element including its header. The OUI determines its kind: 00-0F-AC
     // is an RSN element, 00-50-F2 a WPA element; for any other OUI nothing is decoded. Without an
     // element the object has only its OUI.
     static HalvaneRSNIE initWithIE_withOUI(const std::optional<ByteBuffer>& ie,
                                            const ByteBuffer& oui);
+    // The same for the element of `size` bytes at `offset` in the buffer. REQUIRES: one of the two
+    // OUIs
+    static HalvaneRSNIE initWithIE_withOUI(const ByteBuffer& elements, std::size_t offset,
+                                           std::size_t size, const OUI& oui);
 
     // 3 bytes: the OUI of the element and of every suite in it.
     const std::optional<ByteBuffer>& oui() const { return oui_; }
@@ -134,8 +142,19 @@ class HALVANE_EXPORT HalvaneRSNIE {
     std::string description() const;
 
   private:
+    void parseFields(std::size_t offset);
+    // Each reads the fields of a stage. Returns false if bytes lack, whatever was read of them.
+    bool readVersion(ByteCursor& cursor);
+    bool readGroupCipher(ByteCursor& cursor);
+    bool readPairwiseCipher(ByteCursor& cursor);
+    bool readAKM(ByteCursor& cursor);
+    bool readCapabilities(ByteCursor& cursor);
+    bool readPMKIDs(ByteCursor& cursor);
+    using Read = bool (HalvaneRSNIE::*)(ByteCursor&);
+    std::size_t parse(Read read, std::size_t position, std::size_t length);
     template <typename SuiteFound>
-    std::size_t parseSuites(std::size_t position, std::size_t length, SuiteFound found);
+    bool readSuites(ByteCursor& cursor, SuiteFound found);
+
     std::uint8_t groupCipherType() const;
     void appendFlaggedSuites(std::vector<std::uint8_t>& element) const;
     void appendCapabilities(std::vector<std::uint8_t>& element) const;

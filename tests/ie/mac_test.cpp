@@ -317,6 +317,10 @@ TEST(MACWalk, ChangesNothingWhereMemoryIsShort) {
                                 wpaElement(1),
                                 kRates,
                                 element(7, Bytes(60, 2)),
+                                element(221, {0x00, 0x50, 0xF2, 4,     // WPS
+                                              0x10, 0x4A, 0, 1, 0x10,  // version
+                                              0x10, 0x44, 0, 1, 2,     // state
+                                              0x10, 0x57, 0, 1, 1}),   // AP setup locked
                                 {1, 9}});
     auto record = recordOf(before, kESS | kPrivacy);
     const auto old = record;
@@ -335,7 +339,7 @@ TEST(MACWalk, ChangesNothingWhereMemoryIsShort) {
     const auto set = [&] { record.setInformationElements(elements); };
     EXPECT_GT(withEachAllocationFailing(set, expectOld), 3u);
     EXPECT_EQ(record.securityFriendlyName(), "WPA Enterprise");
-    EXPECT_EQ(record.IEs().size(), 5u);
+    EXPECT_EQ(record.IEs().size(), 6u);
     EXPECT_EQ(record.invalidIEs(), (ByteBuffer{1, 9}));
 }
 
