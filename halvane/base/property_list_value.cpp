@@ -60,24 +60,22 @@ const PropertyListValue* PropertyListDictionary::find(std::string_view key) cons
     return index != kNowhere ? &slots_[index].entry.second : nullptr;
 }
 
-void PropertyListDictionary::set(std::string key, PropertyListValue value) {
-    *enter(std::move(key)).first = std::move(value);
+void PropertyListDictionary::reserve(std::size_t size) {
+    slots_.reserve(size);
 }
 
-std::pair<PropertyListValue*, bool> PropertyListDictionary::enter(std::string key) {
+void PropertyListDictionary::set(std::string_view key, PropertyListValue value) {
+    *enter(key).first = std::move(value);
+}
+
+std::pair<PropertyListValue*, bool> PropertyListDictionary::enter(std::string_view key) {
     if (const auto index = indexOf(key); index != kNowhere) {
         return {&slots_[index].entry.second, false};
     }
+    if (slots_.size() < slots_.capacity()) return {append(key), true};
+    const std::string ownKey(key);  // `key` may refer to an entry, which now moves
     makeRoom();
-    slots_.emplace_back().entry.first = std::move(key);
-    try {
-        indexLastEntry();
-    } catch (const std::bad_alloc&) {
-        // Look-ups would miss the entry, and its key could be entered twice.
-        slots_.pop_back();
-        throw;
-    }
-    return {&slots_.back().entry.second, true};
+    return {append(ownKey), true};
 }
 
 // A dictionary of one entry stays that small, and a skeleton of about eight entries allocates only
@@ -86,21 +84,34 @@ void PropertyListDictionary::makeRoom() {
     constexpr std::size_t kFew = 4;
     constexpr std::size_t kUsual = 8;
     const std::size_t size = slots_.size();
-    if (size < slots_.capacity()) return;
     const std::size_t few = size == 0 ? 1 : size < kFew ? kFew : kUsual;
     slots_.reserve(size < kUsual ? few : size + size / 2);
+}
+
+// REQUIRES: there is room, and no entry of the key
+PropertyListValue* PropertyListDictionary::append(std::string_view key) {
+    Entry& entry = slots_.emplace_back().entry;
+    try {
+        entry.first = key;
+        if (index_ || slots_.size() > kScanLimit) indexLastEntry();
+    } catch (const std::bad_alloc&) {
+        // Look-ups would miss the entry, and its key could be entered twice.
+        slots_.pop_back();
+        throw;
+    }
+    return &entry.second;
 }
 
 void PropertyListDictionary::indexLastEntry() {
     if (index_) {
         index_->positions.emplace(slots_.back().entry.first, slots_.size() - 1);
-    } else if (slots_.size() > kScanLimit) {
-        auto index = std::make_unique<Index>();
-        for (std::size_t i = 0; i < slots_.size(); ++i) {
-            index->positions.emplace(slots_[i].entry.first, i);
-        }
-        index_ = std::move(index);
+        return;
     }
+    auto index = std::make_unique<Index>();
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+        index->positions.emplace(slots_[i].entry.first, i);
+    }
+    index_ = std::move(index);
 }
 
 bool PropertyListDictionary::erase(std::string_view key) {
@@ -219,7 +230,8 @@ void PropertyListValue::dismantle() noexcept {
     thread_local int level = 0;
     if (level < kFewLevels) {
         ++level;
-        { const Variant content = std::move(value_); }
+        std::destroy_at(&value_);
+        std::construct_at(&value_);  // for the destructor, which ends it again
         --level;
     } else if (PropertyListDismantler::isNeededFor(*this)) {
         PropertyListDismantler::dismantle(std::move(*this));

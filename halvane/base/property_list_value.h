@@ -59,12 +59,15 @@ class HALVANE_EXPORT PropertyListDictionary {
     // Returns the value of `key`, or null. Valid until the dictionary is next changed.
     const PropertyListValue* find(std::string_view key) const;
 
+    // Makes room for `size` entries in all. Unless it is called, the room grows with the entries.
+    void reserve(std::size_t size);
+
     // Sets the value of `key` in place, or appends a new entry.
-    void set(std::string key, PropertyListValue value);
+    void set(std::string_view key, PropertyListValue value);
 
     // Finds the entry of `key`, or appends one with the null value. Returns the place of its value,
     // and whether it was appended. Valid until the dictionary is next changed.
-    std::pair<PropertyListValue*, bool> enter(std::string key);
+    std::pair<PropertyListValue*, bool> enter(std::string_view key);
 
     // Removes the entry of `key`; returns false if there is none. `key` may refer to the entry's
     // own key. The time is logarithmic, amortised over many calls.
@@ -88,6 +91,7 @@ class HALVANE_EXPORT PropertyListDictionary {
     struct Index;
     std::size_t indexOf(std::string_view key) const;
     void makeRoom();
+    PropertyListValue* append(std::string_view key);
     void indexLastEntry();
     void removeErased();
 
@@ -153,6 +157,13 @@ class HALVANE_EXPORT PropertyListValue {
     template <typename Kind>
     Kind* as() {
         return std::get_if<Kind>(&value_);
+    }
+
+    // Makes the value one of `Kind`, an alternative of Variant, and returns what it then holds. An
+    // assignment does the same by way of another value.
+    template <typename Kind>
+    Kind& emplace(Kind held) {
+        return value_.template emplace<Kind>(std::move(held));
     }
 
     // What the value holds, for std::visit.

@@ -45,7 +45,11 @@ inline std::uint16_t uint16For(const PropertyListDictionary& skeleton, std::stri
 }
 
 inline bool boolFor(const PropertyListDictionary& skeleton, std::string_view key) {
-    return numberFor(skeleton, key).value_or(0) != Number(0);
+    const auto* value = skeleton.find(key);
+    if (value == nullptr) return false;
+    if (const auto* boolean = value->as<bool>()) return *boolean;
+    const auto* number = value->as<Number>();
+    return number != nullptr && *number != Number(0);
 }
 
 // Absent if the key is missing.

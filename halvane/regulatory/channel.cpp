@@ -50,6 +50,7 @@ HalvaneChannel HalvaneChannel::initWithSkeletonRepresentation(
 
 PropertyListDictionary HalvaneChannel::skeletonRepresentation() const {
     PropertyListDictionary skeleton;
+    skeleton.reserve(6);  // interfaces have many channels
     skeleton.set("ChannelNumber", channelNumber_);
     skeleton.set("ChannelFrequency", channelFrequency_);
     skeleton.set("isRadarProne", isRadarProne_);

@@ -222,6 +222,47 @@ TEST(PropertyListDictionary, EntersAKeyOnce) {
     EXPECT_EQ(*dictionary.find("17"), PropertyListValue(17));
 }
 
+// Entries move when the dictionary grows, at these sizes among others.
+TEST(PropertyListDictionary, EntersAKeyThatAnEntryHolds) {
+    const std::string text = "a text of more than 15 characters";
+    for (int count = 1; count <= 40; ++count) {
+        auto dictionary = numbered(count);
+        dictionary.set("key0", text);
+        dictionary.set(*dictionary.find("key0")->as<std::string>(), true);
+        ASSERT_NE(dictionary.find(text), nullptr) << count;
+        EXPECT_EQ(*dictionary.find(text), PropertyListValue(true)) << count;
+    }
+}
+
+TEST(PropertyListDictionary, HoldsTheSameWhateverRoomIsMade) {
+    for (const std::size_t room : {0u, 1u, 5u, 16u, 17u, 100u}) {
+        PropertyListDictionary dictionary;
+        dictionary.reserve(room);
+        EXPECT_TRUE(dictionary.empty());
+        const auto expected = numbered(40);
+        for (const auto& [key, value] : expected) {
+            const PropertyListValue* const before =
+                dictionary.begin() == dictionary.end() ? nullptr : &dictionary.begin()->second;
+            dictionary.set(key, value);
+            if (before != nullptr && dictionary.size() <= room) {
+                EXPECT_EQ(before, &dictionary.begin()->second) << room;
+            }
+        }
+        EXPECT_EQ(dictionary, expected) << room;
+        EXPECT_EQ(keysOf(dictionary), keysOf(expected)) << room;
+    }
+}
+
+TEST(PropertyListValue, BecomesWhatIsEmplaced) {
+    PropertyListValue value;
+    EXPECT_EQ(value.emplace(std::string("text")), "text");
+    EXPECT_EQ(value, PropertyListValue("text"));
+    value.emplace(PropertyListArray{1, 2}).push_back(3);
+    EXPECT_EQ(value, PropertyListValue(PropertyListArray{1, 2, 3}));
+    value.emplace(true);
+    EXPECT_EQ(value, PropertyListValue(true));
+}
+
 // The sizes lie on both sides of the one from which the dictionary has an index.
 TEST(PropertyListDictionary, ErasesAnyEntryAtEverySize) {
     for (int count = 1; count <= 40; ++count) {

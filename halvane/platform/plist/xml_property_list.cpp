@@ -135,7 +135,7 @@ class Writer {
 
     void writeHeld(std::monostate) {}
     void writeHeld(const PropertyListValue::Object&) {}
-    void writeHeld(bool value) { line(value ? "<true/>" : "<false/>"); }
+    void writeHeld(bool value) { value ? line("<true/>\n") : line("<false/>\n"); }
     void writeHeld(const Number& number) {
         if (number.isReal()) {
             element(kReal, realText(number));
@@ -147,7 +147,7 @@ class Writer {
     void writeHeld(const Date& date) { element(kDate, dateText(date)); }
 
     void writeHeld(const ByteBuffer& buffer) {
-        line("<data>");
+        line("<data>\n");
         for (auto rest = buffer.bytes(); !rest.empty();) {
             const auto part = rest.first(std::min(kBytesPerDataLine, rest.size()));
             indent();
@@ -155,35 +155,35 @@ class Writer {
             text_ += '\n';
             rest = rest.subspan(part.size());
         }
-        line("</data>");
+        line("</data>\n");
     }
 
     void writeHeld(const PropertyListArray& array) {
-        if (array.empty()) return line("<array/>");
-        line("<array>");
+        if (array.empty()) return line("<array/>\n");
+        line("<array>\n");
         ++depth_;
         for (const auto& value : array) write(value);
         --depth_;
-        line("</array>");
+        line("</array>\n");
     }
 
     void writeHeld(const PropertyListDictionary& dictionary) {
-        if (dictionary.empty()) return line("<dict/>");
-        line("<dict>");
+        if (dictionary.empty()) return line("<dict/>\n");
+        line("<dict>\n");
         ++depth_;
         for (const auto& [key, value] : dictionary) {
             textElement(kKey, key);
             write(value);
         }
         --depth_;
-        line("</dict>");
+        line("</dict>\n");
     }
 
     void indent() { text_.append(depth_, '\t'); }
 
-    void line(std::string_view tag) {
+    void line(std::string_view tagAndLineEnd) {
         indent();
-        text_.append(tag) += '\n';
+        text_ += tagAndLineEnd;
     }
 
     // Writes content that needs no escaping, such as digits.

@@ -2,141 +2,27 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <iterator>
-#include <limits>
-#include <memory>
-#include <nettle/base64.h>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
-#include "halvane/base/byte_buffer.h"
-#include "halvane/base/date.h"
 #include "halvane/base/number.h"
 #include "halvane/base/result.h"
+#include "halvane/platform/plist/plain_property_list_internal.h"
 #include "halvane/platform/plist/xml_outline_internal.h"
+#include "halvane/platform/plist/xml_property_list_reader_internal.h"
+#include "halvane/platform/plist/xml_scalar_internal.h"
 #include "halvane/platform/plist/xml_source_internal.h"
 #include "halvane/platform/plist/xml_text_internal.h"
 
 namespace halvane {
 
 namespace {
-
-// Reads all of `text` as a number in the form of std::from_chars.
-template <typename Value, typename... Base>
-std::errc readWhole(std::string_view text, Value& value, Base... base) {
-    const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value, base...);
-    if (result.ec != std::errc()) return result.ec;
-    return result.ptr == end ? std::errc() : std::errc::invalid_argument;
-}
-
-std::string_view withoutBlanksAround(std::string_view text) {
-    const auto isBlank = [](char c) { return isXmlSpace(static_cast<unsigned char>(c)); };
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-    return text;
-}
-
-bool skip(std::string_view& text, std::string_view prefix) {
-    if (!text.starts_with(prefix)) return false;
-    text.remove_prefix(prefix.size());
-    return true;
-}
-
-std::errc readInteger(std::string_view text, Number& number) {
-    const bool isNegative = skip(text, "-");
-    if (!isNegative) skip(text, "+");
-    const bool isHexadecimal = skip(text, "0x") || skip(text, "0X");
-    std::uint64_t magnitude = 0;
-    const std::errc status =
-        isHexadecimal ? readWhole(text, magnitude, 16) : readWhole(text, magnitude);
-    if (status != std::errc()) return status;
-    constexpr std::uint64_t kSignedLimit = std::uint64_t{1} << 63;
-    if (isNegative && magnitude > kSignedLimit) return std::errc::result_out_of_range;
-    if (isNegative) {
-        number = static_cast<std::int64_t>(0 - magnitude);
-    } else if (magnitude < kSignedLimit) {
-        number = static_cast<std::int64_t>(magnitude);
-    } else {
-        number = magnitude;
-    }
-    return {};
-}
-
-std::errc readReal(std::string_view text, Number& number) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    static constexpr std::array<std::pair<std::string_view, double>, 7> kNames = {
-        {{"nan", std::numeric_limits<double>::quiet_NaN()},
-         {"+infinity", kInfinity},
-         {"-infinity", -kInfinity},
-         {"infinity", kInfinity},
-         {"+inf", kInfinity},
-         {"-inf", -kInfinity},
-         {"inf", kInfinity}}};
-    for (const auto& [name, value] : kNames) {
-        if (text != name) continue;
-        number = value;
-        return {};
-    }
-    // Refuses the other names that std::from_chars accepts.
-    if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
-        return std::errc::invalid_argument;
-    }
-    // A plus sign, which std::from_chars does not accept.
-    if (skip(text, "+") && text.starts_with('-')) return std::errc::invalid_argument;
-    double value = 0;
-    const std::errc status = readWhole(text, value);
-    number = value;
-    return status;
-}
-
-// Reads the form "2026-11-21T07:00:00Z". In the pattern a digit is the index of its field.
-std::optional<Date> readDate(std::string_view text) {
-    constexpr std::string_view kForm = "0000-11-22T33:44:55Z";
-    std::array<unsigned, 6> fields{};
-    if (text.size() != kForm.size()) return std::nullopt;
-    for (std::size_t i = 0; i < kForm.size(); ++i) {
-        const bool isField = kForm[i] >= '0' && kForm[i] <= '5';
-        if (!isField) {
-            if (text[i] != kForm[i]) return std::nullopt;
-            continue;
-        }
-        if (text[i] < '0' || text[i] > '9') return std::nullopt;
-        unsigned& field = fields[static_cast<std::size_t>(kForm[i] - '0')];
-        field = field * 10 + static_cast<unsigned>(text[i] - '0');
-    }
-    const auto [year, month, day, hour, minute, second] = fields;
-    return Date::fromFields({static_cast<int>(year), month, day, hour, minute, second});
-}
-
-// RFC 4648 clause 4. Digits come in groups of four, the last one padded with "=", and bits that
-// belong to no byte are 0.
-std::optional<ByteBuffer> readBase64(std::string_view text) {
-    // The decoder skips these as white space, but they are not white space in XML.
-    for (const char other : {'\v', '\f'}) {
-        if (text.find(other) != std::string_view::npos) return std::nullopt;
-    }
-    const auto bytes =
-        std::make_unique_for_overwrite<std::uint8_t[]>(BASE64_DECODE_LENGTH(text.size()));
-    std::size_t size = 0;
-    base64_decode_ctx context;
-    ::base64_decode_init(&context);
-    const bool isRead =
-        ::base64_decode_update(&context, &size, bytes.get(), text.size(), text.data()) != 0 &&
-        ::base64_decode_final(&context) != 0;
-    // The decoder accepts a single digit with three "=".
-    constexpr unsigned kMostPadding = 2;
-    if (!isRead || context.padding > kMostPadding) return std::nullopt;
-    return ByteBuffer(std::span(bytes.get(), size));
-}
 
 // Returns an element name as one word, which compares faster than a text; 0 for a name longer than
 // all names of property lists.
@@ -388,7 +274,7 @@ class Reader {
             }
             isKeyNext = !isKeyNext;
             if (isKey) return readKey(child, key);
-            const auto [held, isNew] = dictionary.enter(std::move(key));
+            const auto [held, isNew] = dictionary.enter(key);
             return isNew ? read(child, name, level + 1, *held)
                          : refuse(child, "second value of a key");
         });
@@ -408,16 +294,16 @@ class Reader {
     }
 
     bool readInteger(const Tag& tag, int, PropertyListValue& value) {
-        return readNumber(tag, halvane::readInteger, "malformed integer", value);
+        return readNumber(tag, readXmlInteger, "malformed integer", value);
     }
     bool readReal(const Tag& tag, int, PropertyListValue& value) {
-        return readNumber(tag, halvane::readReal, "malformed real", value);
+        return readNumber(tag, readXmlReal, "malformed real", value);
     }
     bool readNumber(const Tag& tag, std::errc (*readForm)(std::string_view, Number&),
                     std::string_view malformed, PropertyListValue& value) {
         if (!readText(tag, scratch_)) return false;
         Number number;
-        const std::errc status = readForm(withoutBlanksAround(scratch_), number);
+        const std::errc status = readForm(scratch_, number);
         if (status == std::errc::result_out_of_range) return refuse(tag, "number out of range");
         if (status != std::errc()) return refuse(tag, malformed);
         value = number;
@@ -434,7 +320,7 @@ class Reader {
 
     bool readDate(const Tag& tag, int, PropertyListValue& value) {
         if (!readText(tag, scratch_)) return false;
-        const auto date = halvane::readDate(scratch_);
+        const auto date = readXmlDate(scratch_);
         if (!date) return refuse(tag, "malformed date");
         value = *date;
         return true;
@@ -442,7 +328,7 @@ class Reader {
 
     bool readData(const Tag& tag, int, PropertyListValue& value) {
         if (!readText(tag, scratch_)) return false;
-        auto bytes = readBase64(scratch_);
+        auto bytes = readXmlData(scratch_);
         if (!bytes) return refuse(tag, "malformed base64");
         value = std::move(*bytes);
         return true;
@@ -517,7 +403,10 @@ class Reader {
 using Reading = Result<PropertyListValue, XmlRefusal>;
 
 // Reads the document after its declaration, with plain line ends.
-Reading readBody(std::string_view body, XmlVersion version) {
+Reading readBody(std::string_view body, XmlVersion version, PlainReading plainReading) {
+    if (plainReading == PlainReading::Tried) {
+        if (auto value = plainPropertyList(body, version)) return *std::move(value);
+    }
     const auto outline = xmlOutline(body, kPropertyListMaxDepth + 1);
     if (!outline) return Unexpected(outline.error());
     XmlRefusal refusal{};
@@ -527,16 +416,16 @@ Reading readBody(std::string_view body, XmlVersion version) {
     return Unexpected(refusal);
 }
 
-Reading readDocument(std::string_view xml) {
+Reading readDocument(std::string_view xml, PlainReading plainReading) {
     const auto declaration = xmlDeclaration(xml);
     if (!declaration) return Unexpected(declaration.error());
     const XmlVersion version = declaration->version;
     if (const auto refused = refusedXmlCharacter(xml, version)) return Unexpected(*refused);
     const auto source = xml.substr(declaration->size);
     // Most documents have only plain line ends and need no copy.
-    const bool isPlain = !hasOtherLineEnds(source, version);
-    auto value =
-        isPlain ? readBody(source, version) : readBody(withPlainLineEnds(source, version), version);
+    auto value = hasOtherLineEnds(source, version)
+                     ? readBody(withPlainLineEnds(source, version), version, plainReading)
+                     : readBody(source, version, plainReading);
     if (value) return value;
     const auto [offset, reason] = value.error();
     const std::size_t before = offsetBeforePlainLineEnds(source, version, offset);
@@ -545,10 +434,15 @@ Reading readDocument(std::string_view xml) {
 
 }  // namespace
 
-Result<PropertyListValue, XmlPropertyListError> propertyListFromXml(std::string_view xml) {
-    auto value = readDocument(xml);
+Result<PropertyListValue, XmlPropertyListError> propertyListFromXml(std::string_view xml,
+                                                                    PlainReading plainReading) {
+    auto value = readDocument(xml, plainReading);
     if (value) return *std::move(value);
     return Unexpected(XmlPropertyListError{value.error().offset, value.error().reason});
+}
+
+Result<PropertyListValue, XmlPropertyListError> propertyListFromXml(std::string_view xml) {
+    return propertyListFromXml(xml, PlainReading::Tried);
 }
 
 }  // namespace halvane

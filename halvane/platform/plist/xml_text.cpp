@@ -44,21 +44,29 @@ constexpr bool isVerbatim(std::uint8_t byte) {
     return isPlain(byte) & isMeant;
 }
 
+// The results of a predicate for all bytes, which a short text needs one by one.
+template <bool (*kHolds)(std::uint8_t)>
+constexpr auto kHoldsFor = [] {
+    std::array<bool, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i) table[i] = kHolds(static_cast<std::uint8_t>(i));
+    return table;
+}();
+
 // Returns the offset of the first byte from `from` on for which the predicate is false; the size of
 // `text` if there is none. It checks whole blocks without a branch per byte, which compilers turn
 // into vector code.
 template <bool (*kHolds)(std::uint8_t)>
 std::size_t firstOther(std::string_view text, std::size_t from) {
-    constexpr std::size_t kBlock = 32;
-    for (; text.size() - from >= kBlock; from += kBlock) {
-        std::uint8_t others = 0;
-        for (std::size_t i = 0; i < kBlock; ++i) {
-            const std::uint8_t other = kHolds(byteAt(text, from + i)) ? 0 : 1;
-            others = static_cast<std::uint8_t>(others | other);
-        }
-        if (others != 0) break;
+    constexpr std::size_t kBlock = 64;
+    const auto holdsAt = [text](std::size_t offset) {
+        return kHoldsFor<kHolds>[byteAt(text, offset)];
+    };
+    for (; text.size() - from >= kBlock && holdsAt(from); from += kBlock) {
+        std::uint8_t holds = 1;
+        for (std::size_t i = 0; i < kBlock; ++i) holds &= kHolds(byteAt(text, from + i));
+        if (holds == 0) break;
     }
-    while (from < text.size() && kHolds(byteAt(text, from))) ++from;
+    while (from < text.size() && holdsAt(from)) ++from;
     return from;
 }
 

@@ -67,6 +67,13 @@ std::vector<std::pair<std::string, std::string>> hostileTexts() {
         const std::string dictionary = dictionaryOf(count, "<true/>");
         texts.emplace_back(dictionary, arrayOf(dictionary, kSize));
     }
+    // Small dictionaries after large ones, whose room they could be given.
+    for (const std::size_t count : {5u, 16u, 17u, 19u}) {
+        for (const char* small : {"<dict></dict>", "<dict><key></key><true/></dict>"}) {
+            const std::string both = dictionaryOf(count, "<true/>") + small;
+            texts.emplace_back(both, arrayOf(both, kSize));
+        }
+    }
     texts.emplace_back("nested", arrayOf(nested, kSize));
     texts.emplace_back("\\r", "<?xml version='1.0'?>\r\n" + arrayOf("<true/>", kSize));
     // The counts lie around those where a dictionary grows.
