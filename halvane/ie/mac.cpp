@@ -31,8 +31,11 @@ constexpr std::size_t kMaximumExtendedRates = 255;
 constexpr unsigned kRateMask = 0x7F;
 constexpr double kRatesPerMbps = 2;
 
+constexpr int kWordSize = 64;
+
 using Walk = MACRecord::Walk;
 using Link = MACRecord::Link;
+using RateBits = MACRecord::RateBits;
 using Octets = std::span<const std::uint8_t>;
 
 // The first four octets of a vendor-specific element's body.
@@ -65,6 +68,41 @@ std::optional<Octets> ratesOf(Octets element) {
     return std::nullopt;
 }
 
+// The greatest rate in Mbit/s; absent if there is none.
+std::optional<Number> greatestOf(const RateBits& rates) {
+    if ((rates.low | rates.high) == 0) return std::nullopt;
+    const auto width =
+        rates.high != 0 ? kWordSize + std::bit_width(rates.high) : std::bit_width(rates.low);
+    return Number(static_cast<double>(width - 1) / kRatesPerMbps);
+}
+
+void noteRates(RateBits& noted, Octets octets) {
+    RateBits rates = noted;  // a copy that the compiler may keep in registers
+    for (const std::uint8_t octet : octets) {
+        const unsigned rate = octet & kRateMask;
+        const std::uint64_t bit = std::uint64_t{1} << rate % kWordSize;
+        const std::uint64_t low = rate < kWordSize ? bit : 0;
+        const std::uint64_t high = rate < kWordSize ? 0 : bit;
+        rates.areRepeated |= ((rates.low & low) | (rates.high & high)) != 0;
+        rates.low |= low;
+        rates.high |= high;
+    }
+    rates.areSome = true;
+    noted = rates;
+}
+
+// Calls each(rate) for every rate, ascending.
+template <typename Each>
+void forEachRate(const RateBits& rates, Each each) {
+    const auto forEachBit = [&](unsigned first, std::uint64_t bits) {
+        for (; bits != 0; bits &= bits - 1) {
+            each(first + static_cast<unsigned>(std::countr_zero(bits)));
+        }
+    };
+    forEachBit(0, rates.low);
+    forEachBit(kWordSize, rates.high);
+}
+
 // Counts how often each rate occurs. Rates are counted instead of sorted, since a hostile record
 // may hold hundreds of thousands of elements.
 class RateCounts {
@@ -76,15 +114,8 @@ class RateCounts {
         }
     }
     void count(Octets octets) {
-        std::uint64_t low = 0;
-        std::uint64_t high = 0;
-        for (const std::uint8_t octet : octets) {
-            const unsigned rate = octet & kRateMask;
-            ++counts_[rate];
-            (rate < kWordSize ? low : high) |= std::uint64_t{1} << rate % kWordSize;
-        }
-        low_ |= low;
-        high_ |= high;
+        noteRates(bits_, octets);
+        for (const std::uint8_t octet : octets) ++counts_[octet & kRateMask];
         total_ += octets.size();
     }
 
@@ -92,27 +123,17 @@ class RateCounts {
     std::vector<Number> numbers() const {
         std::vector<Number> numbers;
         numbers.reserve(total_);
-        append(numbers, 0, low_);
-        append(numbers, kWordSize, high_);
+        forEachRate(bits_, [&](unsigned rate) {
+            for (std::size_t i = 0; i < counts_[rate]; ++i) {
+                numbers.emplace_back(rate / kRatesPerMbps);
+            }
+        });
         return numbers;
     }
 
   private:
-    // Appends the rates whose bits are set. The lowest bit stands for the rate `first`.
-    void append(std::vector<Number>& numbers, unsigned first, std::uint64_t bits) const {
-        for (; bits != 0; bits &= bits - 1) {
-            const unsigned rate = first + static_cast<unsigned>(std::countr_zero(bits));
-            for (std::uint32_t i = 0; i < counts_[rate]; ++i) {
-                numbers.emplace_back(rate / kRatesPerMbps);
-            }
-        }
-    }
-
-    static constexpr unsigned kWordSize = 64;
-
+    RateBits bits_;
     std::array<std::uint32_t, kRateMask + 1> counts_{};
-    std::uint64_t low_ = 0;  // the rates that occur
-    std::uint64_t high_ = 0;
     std::size_t total_ = 0;
 };
 
@@ -160,12 +181,19 @@ void forEachElement(const MACRecord& record, Each each) {
     }
 }
 
-std::vector<Number> ratesOf(const MACRecord& record) {
+std::vector<Number> countedRatesOf(const MACRecord& record) {
     RateCounts counts;
     forEachElement(record, [&](Octets element) {
         if (const auto rates = ratesOf(element)) counts.count(*rates);
     });
     return counts.numbers();
+}
+
+std::vector<Number> numbersOf(const RateBits& rates) {
+    std::vector<Number> numbers;
+    numbers.reserve(static_cast<std::size_t>(std::popcount(rates.low) + std::popcount(rates.high)));
+    forEachRate(rates, [&](unsigned rate) { numbers.emplace_back(rate / kRatesPerMbps); });
+    return numbers;
 }
 
 // Makes an object where it stays, since `emplace` would move it there.
@@ -194,7 +222,7 @@ class Decoder {
                 break;
             case kElementIDSupportedRates:
             case kElementIDExtendedSupportedRates:
-                if (const auto rates = ratesOf(element)) noteRates(*rates);
+                if (const auto rates = ratesOf(element)) noteRates(walk_.awaitedRates, *rates);
                 break;
             case kElementIDCountry:
                 put(walk_.countryIE,
@@ -246,22 +274,8 @@ class Decoder {
         }
     }
 
-    // The greatest rate in the elements that were decoded, in Mbit/s.
-    std::optional<Number> greatestRate() const {
-        if (!greatestRate_) return std::nullopt;
-        return Number(*greatestRate_ / kRatesPerMbps);
-    }
-
   private:
-    void noteRates(Octets rates) {
-        walk_.areRatesAwaited = true;
-        for (const std::uint8_t octet : rates) {
-            greatestRate_ = std::max(greatestRate_.value_or(0u), octet & kRateMask);
-        }
-    }
-
     Walk& walk_;
-    std::optional<unsigned> greatestRate_;  // in units of 500 kbit/s
 };
 
 // Keeps a number that the other sighting lacks.
@@ -318,7 +332,8 @@ struct SecurityTerms {
     }
 };
 
-void deriveRateAndSecurity(Walk& walk, std::optional<Number> greatestRate, bool isPrivacy) {
+// REQUIRES: nobody has asked for the rates since they were decoded
+void deriveRateAndSecurity(Walk& walk, bool isPrivacy) {
     std::int64_t width = 20;
     if (walk.HTCaps && walk.HTOperation) {
         const auto& caps = *walk.HTCaps;
@@ -327,7 +342,7 @@ void deriveRateAndSecurity(Walk& walk, std::optional<Number> greatestRate, bool 
             width == 40 ? caps.supports40MHzShortGI() : caps.supports20MHzShortGI();
         walk.maxPHYRate = bestRateOfMCSSet(caps.supportedMCSSet(), width, shortGI);
     } else {
-        walk.maxPHYRate = greatestRate;
+        walk.maxPHYRate = greatestOf(walk.awaitedRates);
     }
     if (!walk.maxPHYRate) return;
 
@@ -376,7 +391,7 @@ void HalvaneMAC::setInformationElements(const ByteBuffer& elements) {
 
 // If memory runs out, all elements stay as they were.
 void HalvaneMAC::setElements(const ByteBuffer& elements) {
-    const ByteBuffer buffer = elements;  // it may be the record's own
+    ByteBuffer buffer = elements;  // they may be the record's own
     record_.decodeAnew([&](Walk& walk) {
         walk.channelWidth = channelWidth();
         walk.securityFriendlyName = securityFriendlyName();
@@ -386,10 +401,10 @@ void HalvaneMAC::setElements(const ByteBuffer& elements) {
             decoder.decode(buffer, offset, element);
         });
         if (end < walked.size()) walk.invalidIEs.emplace(buffer, end, walked.size() - end);
-        deriveRateAndSecurity(walk, decoder.greatestRate(), isPrivacy());
+        deriveRateAndSecurity(walk, isPrivacy());
     });
     MACRecord& record = record_.change();
-    record.ieBuffer = buffer;
+    record.ieBuffer = std::move(buffer);
     record.IEs = {};
     record.areIEsAwaited = true;
 }
@@ -405,9 +420,9 @@ const std::vector<ByteBuffer>& HalvaneMAC::IEs() const {
 
 const std::optional<std::vector<Number>>& HalvaneMAC::supportedRates() const {
     const Walk& walk = record_.walk();
-    if (walk.areRatesAwaited) {
-        walk.supportedRates = ratesOf(*record_);
-        walk.areRatesAwaited = false;
+    if (const RateBits& rates = walk.awaitedRates; rates.areSome) {
+        walk.supportedRates = rates.areRepeated ? countedRatesOf(*record_) : numbersOf(rates);
+        walk.awaitedRates = {};
     }
     return walk.supportedRates;
 }
@@ -416,7 +431,7 @@ void HalvaneMAC::cleanupIEs() {
     Walk& walk = record_.changeWalk();
     walk.SSID.reset();
     walk.supportedRates.reset();
-    walk.areRatesAwaited = false;
+    walk.awaitedRates = {};
     walk.countryIE.reset();
     walk.HTCaps.reset();
     walk.rsn.reset();
@@ -431,7 +446,7 @@ void HalvaneMAC::parseInformationElements() {
     for (const ByteBuffer& element : IEs()) {
         if (!element.empty()) decoder.decode(element, 0, element.bytes());
     }
-    deriveRateAndSecurity(walk, decoder.greatestRate(), isPrivacy());
+    deriveRateAndSecurity(walk, isPrivacy());
 }
 
 void HalvaneMAC::parseInformationElement(const ByteBuffer& element) {

@@ -34,6 +34,14 @@ struct MACRecord {
         std::optional<HalvaneWPSIE> wpsIE;
     };
 
+    // The rates of the elements in units of 500 kbit/s: the lowest bit stands for 0.
+    struct RateBits {
+        std::uint64_t low = 0;   // 0 to 63
+        std::uint64_t high = 0;  // 64 to 127
+        bool areSome = false;    // an element of rates occurs, if an empty one
+        bool areRepeated = false;
+    };
+
     // The results of decoding the elements.
     struct Walk {
         constexpr Walk() {}
@@ -51,7 +59,7 @@ struct MACRecord {
         std::optional<Number> channelWidth;
         std::optional<std::string> securityFriendlyName;
         mutable std::optional<std::vector<Number>> supportedRates;
-        mutable bool areRatesAwaited = false;  // the elements have rates, and nobody has asked
+        mutable RateBits awaitedRates;  // those that nobody has asked for
     };
 
     // The results of the link samples.
