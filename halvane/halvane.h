@@ -190,6 +190,7 @@
 #include "halvane/base/property_list_object.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/result.h"
+#include "halvane/base/share_count.h"
 #include "halvane/base/ssid.h"
 #include "halvane/base/vendor.h"
 #include "halvane/capture/beacon_frame.h"

@@ -69,11 +69,11 @@ class HALVANE_EXPORT ByteBuffer {
     // Reads pairs of hexadecimal digits of either case. White space, ':' and '-' may separate
     // pairs. Absent for an odd digit or any other character.
     static std::optional<ByteBuffer> fromHex(std::string_view text);
-
+    // Share the bytes if there are more than kInlineCapacity; allocate nothing.
     ByteBuffer(const ByteBuffer& other) noexcept : storage_(other.storage_), size_(other.size_) {
         if (isShared()) storage_.shared.block->owners.add();
     }
-    ByteBuffer& operator=(const ByteBuffer& other) noexcept {
+    ByteBuffer& operator=(const ByteBuffer& other) noexcept {  // shares as copying does
         if (other.isShared()) other.storage_.shared.block->owners.add();
         releaseShare();
         storage_ = other.storage_;

@@ -36,10 +36,10 @@ struct MACRecord {
 
     // The rates of the elements in units of 500 kbit/s: the lowest bit stands for 0.
     struct RateBits {
-        std::uint64_t low = 0;   // 0 to 63
-        std::uint64_t high = 0;  // 64 to 127
-        bool areSome = false;    // an element of rates occurs, if an empty one
-        bool areRepeated = false;
+        std::uint64_t low = 0;     // 0 to 63
+        std::uint64_t high = 0;    // 64 to 127
+        bool areSome = false;      // an element of rates occurs, if an empty one
+        bool areRepeated = false;  // one occurs twice
     };
 
     // The results of decoding the elements.
@@ -93,8 +93,8 @@ struct MACRecord {
 // the record's. Copying a box copies the record. A moved-from box holds a fresh record.
 class MACRecordBox {
   public:
-    using Walk = MACRecord::Walk;
-
+    using Walk = MACRecord::Walk;  // the results
+    // Copying copies the record, and moving leaves a fresh one.
     constexpr MACRecordBox() = default;
     MACRecordBox(const MACRecordBox& other)
         : block_(other.block_ ? other.block_->copy() : nullptr) {}
@@ -107,12 +107,12 @@ class MACRecordBox {
     const MACRecord& operator*() const { return block_ ? block_->record : kFresh.value; }
     const MACRecord* operator->() const { return &**this; }
     const Walk& walk() const { return hasWalk() ? *block_->walk : kFreshWalk.value; }
-
+    // The record and its results, to be changed.
     MACRecord& change() {
         if (!block_) block_ = std::make_unique<Block>();
         return block_->record;
     }
-    Walk& changeWalk() {
+    Walk& changeWalk() {  // takes room for results, if there is none
         makeRoom();
         block_->isWalkFresh = false;
         return *block_->walk;
