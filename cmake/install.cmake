@@ -35,10 +35,19 @@ install(FILES ${PROJECT_BINARY_DIR}/halvane-config.cmake
               ${PROJECT_BINARY_DIR}/halvane-config-version.cmake
         DESTINATION ${package_folder} COMPONENT development)
 
-# Relative to the file itself, so that an installed tree can be moved.
-cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}
-           OUTPUT_VARIABLE halvane_relative_libdir)
-file(RELATIVE_PATH halvane_pc_to_prefix /x/${halvane_relative_libdir}/pkgconfig /x)
+# Relative to the file itself, so that an installed tree can be moved. Folders that the configuration
+# names in full stay where they are.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+  set(halvane_pc_prefix "${CMAKE_INSTALL_PREFIX}")
+else()
+  file(RELATIVE_PATH halvane_pc_prefix /x/${CMAKE_INSTALL_LIBDIR}/pkgconfig /x)
+  string(PREPEND halvane_pc_prefix "\${pcfiledir}/")
+endif()
+foreach(folder IN ITEMS LIBDIR INCLUDEDIR)
+  set(halvane_pc_${folder} "\${prefix}")
+  cmake_path(APPEND halvane_pc_${folder} "${CMAKE_INSTALL_${folder}}")
+  string(REPLACE " " "\\ " halvane_pc_${folder} "${halvane_pc_${folder}}")
+endforeach()
 set(halvane_private_flags ${NETTLE_STATIC_LDFLAGS} ${SYSTEMD_STATIC_LDFLAGS})
 foreach(folder IN LISTS CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
   list(REMOVE_ITEM halvane_private_flags -L${folder})
@@ -48,6 +57,14 @@ list(JOIN halvane_private_flags " " halvane_private_flags)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/halvane.pc.in ${PROJECT_BINARY_DIR}/halvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/halvane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT development)
+
+if(PROJECT_IS_TOP_LEVEL)
+  configure_file(cmake/uninstall.cmake.in ${PROJECT_BINARY_DIR}/uninstall.cmake @ONLY)
+  add_custom_target(
+    uninstall
+    COMMAND ${CMAKE_COMMAND} -P ${PROJECT_BINARY_DIR}/uninstall.cmake
+    COMMENT "Removing what the last 'cmake --install' installed")
+endif()
 
 if(NOT HALVANE_BUILD_TOOLS)
   return()
@@ -75,9 +92,3 @@ install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/html DESTINATION ${CMAKE_INSTALL_DO
         OPTIONAL)
 file(GLOB examples CONFIGURE_DEPENDS examples/*.c examples/*.cpp)
 install(FILES ${examples} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT doc)
-
-configure_file(cmake/uninstall.cmake.in ${PROJECT_BINARY_DIR}/uninstall.cmake @ONLY)
-add_custom_target(
-  uninstall
-  COMMAND ${CMAKE_COMMAND} -P ${PROJECT_BINARY_DIR}/uninstall.cmake
-  COMMENT "Removing what the last 'cmake --install' installed")

@@ -30,7 +30,7 @@ foreach(row IN ITEMS
         "LIBRARY|libhalvane${soversion}|libs||||Wi-Fi support library"
         "DEVELOPMENT|libhalvane-dev|libdevel|libhalvane${soversion} ${same_version}||halvane-doc, libsystemd-dev, nettle-dev|Wi-Fi support library - development files"
         "TOOL|halvane|net||dbus-daemon|halvaned|show Wi-Fi networks, captures and 802.11 elements"
-        "DAEMON|halvaned|net|default-dbus-system-bus / dbus-system-bus, hostapd|halvane||Wi-Fi daemon that hosts networks"
+        "DAEMON|halvaned|net|default-dbus-system-bus / dbus-system-bus, hostapd, passwd|halvane||Wi-Fi daemon that hosts networks"
         "DOC|halvane-doc|doc||||Wi-Fi support library - documents and examples")
   string(REPLACE "|" ";" row "${row}")
   list(POP_FRONT row component package section depends recommends suggests description)
@@ -56,9 +56,12 @@ file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
 execute_process(COMMAND gzip -9nc ${PROJECT_SOURCE_DIR}/debian/changelog
                 OUTPUT_FILE ${PROJECT_BINARY_DIR}/packaging/changelog.gz)
 
-# What the scripts of debian/ leave to debhelper.
-set(reload "if [ -d /run/systemd/system ]; then\n    systemctl daemon-reload\nfi")
-set(stop "if [ \"$1\" = remove ] && [ -d /run/systemd/system ]; then\n    systemctl stop halvaned.service\nfi")
+# What the scripts of debian/ leave to debhelper. As there, a manager that refuses does not keep
+# anybody from removing the package.
+set(reload "if [ -d /run/systemd/system ]; then\n    systemctl daemon-reload || true\nfi")
+set(stop "if [ \"$1\" = remove ] && [ -d /run/systemd/system ]; then\n    systemctl stop halvaned.service || true\nfi")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
+             debian/changelog debian/halvaned.postinst debian/halvaned.postrm)
 foreach(script IN ITEMS postinst postrm)
   file(READ debian/halvaned.${script} text)
   string(REPLACE "#DEBHELPER#" "${reload}" text "${text}")

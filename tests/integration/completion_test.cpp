@@ -81,6 +81,18 @@ class Script {
     std::string path() const { return (folder_.path() / "script").string(); }
     std::string folder() const { return folder_.path().string(); }
     void add(const std::string& file) const { std::ofstream(folder_.path() / file) << ""; }
+    // Interfaces of these names are there, instead of this machine's.
+    void addInterfaces(const Words& names) const {
+        const std::filesystem::path folder = folder_.path() / "interfaces";
+        std::filesystem::create_directory(folder);
+        for (const std::string& name : names) std::ofstream(folder / name) << "";
+        const std::string kernels = "/sys/class/net";
+        std::string text = contentsOf(path());
+        for (std::size_t at = 0; (at = text.find(kernels, at)) != std::string::npos;) {
+            text.replace(at, kernels.size(), folder.string());
+        }
+        std::ofstream(path()) << text;
+    }
 
   private:
     TemporaryFolder folder_;
@@ -124,14 +136,15 @@ TEST(Completion, RefusesOtherShells) {
 
 // --- bash ---
 
-// What bash offers for the last word. The words are those that bash makes of the line.
-Words offeredByBash(const Script& script, const Words& words) {
+// What bash offers for the last word, after it has run `start`. The words are those that bash makes
+// of the line.
+Words offeredByBash(const Script& script, const Words& words, const std::string& start = ":") {
     std::string function = '_' + script.program();
     std::ranges::replace(function, '-', '_');
     std::string line =
         "cd " + script.folder() + "; source ./script; COMP_WORDS=(" + script.program();
     for (const std::string& word : words) line += " '" + word + '\'';
-    line += "); COMP_CWORD=" + std::to_string(words.size()) + "; " + function +
+    line += "); COMP_CWORD=" + std::to_string(words.size()) + "; " + start + "; " + function +
             "; [[ ${#COMPREPLY[@]} -eq 0 ]] || printf '%s\\n' \"${COMPREPLY[@]}\"";
     const auto result = runProgram({pathOf("bash"), "--norc", "--noprofile", "-c", line});
     EXPECT_EQ(result.status, 0) << result.errors;
@@ -187,6 +200,37 @@ TEST(BashCompletion, OffersInterfacesAndFiles) {
     EXPECT_THAT(offeredByBash(script, {"decode", "wa"}), ElementsAre("walk one.pcap"));
     EXPECT_THAT(offeredByBash(script, {"report", "-o", "wa"}), ElementsAre("walk one.pcap"));
     EXPECT_THAT(offeredByBash(script, {"decode", "--", "wa"}), ElementsAre("walk one.pcap"));
+}
+
+// The kernel takes every name that has no blank, no slash and no colon.
+const Words kOddInterfaces = {"wlan0", "wl$(id>ran)", "wl`id>ran`", "wl;id", "wl'x",
+                              "wl\"x", "wl\\x",       "wl*",        "-wl"};
+
+TEST(BashCompletion, RunsNothingThatAnInterfaceIsNamed) {
+    HALVANE_SKIP_WITHOUT("bash");
+    const Script script("bash");
+    script.addInterfaces(kOddInterfaces);
+    EXPECT_THAT(offeredByBash(script, {"scan", "w"}), ElementsAre("wlan0"));
+    EXPECT_FALSE(std::filesystem::exists(script.folder() + "/ran"));
+}
+
+TEST(BashCompletion, MindsNoSettingOfTheShell) {
+    HALVANE_SKIP_WITHOUT("bash");
+    const Script script("bash");
+    script.addInterfaces({"wlan0", "wlan1"});
+    script.add("walk one.pcap");
+    for (const std::string start :
+         {"set -u", "compopt() { :; }; set -e", "set -f", "set -o posix", "unset IFS", "IFS=a",
+          "shopt -s nullglob failglob", "cd() { builtin cd \"$@\" && echo wlan-of-cd; }"}) {
+        SCOPED_TRACE(start);
+        EXPECT_THAT(offeredByBash(script, {"scan", "w"}, start), ElementsAre("wlan0", "wlan1"));
+        EXPECT_THAT(offeredByBash(script, {"scan", "none"}, start), IsEmpty());
+        EXPECT_THAT(offeredByBash(script, {"decode", "wa"}, start), ElementsAre("walk one.pcap"));
+        EXPECT_THAT(offeredByBash(script, {"decode", "--col"}, start),
+                    ElementsAre("--columns=", "--color="));
+        EXPECT_THAT(offeredByBash(script, {"decode", "--findings", "=", "wa"}, start),
+                    ElementsAre("warning"));
+    }
 }
 
 TEST(BashCompletion, KnowsThePlaceOfAnArgument) {
@@ -293,6 +337,16 @@ TEST(ZshCompletion, CompletesWhatIsTyped) {
     }
 }
 
+TEST(ZshCompletion, QuotesTheNamesOfInterfaces) {
+    HALVANE_SKIP_WITHOUT("zsh");
+    HALVANE_SKIP_WITHOUT_TERMINALS();
+    const Script script("zsh");
+    script.addInterfaces({"a$(id>ran)"});
+    EXPECT_THAT(typedIn(zsh(), zshStart(script), "halvane scan a\t", "a\\$\\(id\\>ran\\) "),
+                Not(HasSubstr("missing")));
+    EXPECT_FALSE(std::filesystem::exists(script.folder() + "/ran"));
+}
+
 TEST(ZshCompletion, KnowsTheDaemons) {
     HALVANE_SKIP_WITHOUT("zsh");
     HALVANE_SKIP_WITHOUT_TERMINALS();
@@ -378,6 +432,16 @@ TEST(FishCompletion, OffersWordsInterfacesAndFiles) {
     Words offered = offeredByFish(script, "halvane start ");
     std::ranges::sort(offered);
     EXPECT_EQ(offered, interfaces());
+}
+
+TEST(FishCompletion, RunsNothingThatAnInterfaceIsNamed) {
+    HALVANE_SKIP_WITHOUT("fish");
+    const Script script("fish");
+    script.addInterfaces(kOddInterfaces);
+    // fish quotes what it inserts.
+    EXPECT_THAT(offeredByFish(script, "halvane scan "),
+                ::testing::UnorderedElementsAreArray(kOddInterfaces));
+    EXPECT_FALSE(std::filesystem::exists(script.folder() + "/ran"));
 }
 
 TEST(FishCompletion, KnowsThePlaceOfAnArgument) {

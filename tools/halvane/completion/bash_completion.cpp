@@ -29,7 +29,7 @@ constexpr std::string_view kRest = R"(    esac
 
 # Adds what the kind offers for `cur` to COMPREPLY, each with `before` in front.
 @NAME@_offer() {
-    local known before=$1 typed=''
+    local known='' before=$1 typed='' name quoted
     case $kind in
     files*)
         compopt -o filenames 2>/dev/null
@@ -46,7 +46,11 @@ constexpr std::string_view kRest = R"(    esac
         fi
         return ;;
     interfaces*)
-        known=$(cd /sys/class/net 2>/dev/null && printf '%s\n' *) ;;
+        # compgen expands its words, and a name may hold $(...): one that needs quotes is left out.
+        while IFS= read -r name; do
+            printf -v quoted %q "${name##*/}"
+            [[ $name != */"$quoted" ]] || known+=" $quoted"
+        done < <(compgen -f /sys/class/net/) ;;
     list*)
         [[ $cur == *,* ]] && typed=${cur%,*},
         compopt -o nospace 2>/dev/null
@@ -55,7 +59,7 @@ constexpr std::string_view kRest = R"(    esac
     esac
     local IFS=$' \t\n'
     mapfile -t COMPREPLY < <(compgen -P "$before$typed" -W "$known" -- "${cur#"$typed"}")
-    [[ ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2>/dev/null
+    [[ ${#COMPREPLY[@]} -ne 1 || ${COMPREPLY[0]} != *= ]] || compopt -o nospace 2>/dev/null
 }
 
 @NAME@() {
