@@ -2,74 +2,34 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <pugixml.hpp>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
-#include "halvane/model/device.h"
 #include "halvane/model/interface.h"
 #include "halvane/platform/plist/xml_property_list.h"
 #include "halvane/platform/plist/xml_property_list_reader.h"
-#include "halvane/regulatory/channel.h"
+
+#include "bench/interface_list.h"
 
 namespace {
 
-using halvane::HalvaneChannel;
-using halvane::HalvaneDevice;
 using halvane::HalvaneInterface;
 using halvane::PropertyListArray;
 using halvane::PropertyListValue;
 
 constexpr int kInterfaces = 1000;
-constexpr int kChannels = 42;
 
 void require(bool condition) {
     if (!condition) std::abort();
 }
 
-std::vector<HalvaneChannel> channels() {
-    std::vector<HalvaneChannel> list;
-    for (int i = 0; i < kChannels; ++i) {
-        const int number = 36 + 4 * i;
-        auto channel = HalvaneChannel::initWithChannel_withFrequency_isRadarProne(
-            number, 5000 + 5 * number, i % 3 == 0);
-        channel.setSupports40MHz(i % 2 == 0);
-        list.push_back(channel);
-    }
-    return list;
-}
-
-HalvaneInterface interface(int index) {
-    const auto last = static_cast<std::uint8_t>(index);
-    auto device = std::make_shared<HalvaneDevice>(HalvaneDevice::initWithMACAddress_withIndex(
-        halvane::ByteBuffer{0x02, 0x1A, 0x2B, 0x3C, 0x4D, last}, static_cast<unsigned>(index)));
-    device->setNumRadioChains(3);
-    auto skeleton = HalvaneInterface::initWithDevice_withMAC_withBSDName(
-                        std::move(device), halvane::ByteBuffer{0x02, 0x1A, 0x2B, 0x3C, 0x4E, last},
-                        "wlan" + std::to_string(index))
-                        .skeletonRepresentation();
-    skeleton.set("Role", "infrastructure");
-    skeleton.set("Subsystem", "ieee80211");
-    auto record = HalvaneInterface::initWithSkeletonRepresentation(skeleton);
-    require(record.has_value());
-    record->setAvailableChannels(channels());
-    return *record;
-}
-
-std::vector<HalvaneInterface> interfaces() {
-    std::vector<HalvaneInterface> list;
-    for (int i = 0; i < kInterfaces; ++i) list.push_back(interface(i));
-    return list;
-}
-
 // The data with which every row starts. Each row checks that it ends with the same data.
 struct Subject {
-    std::vector<HalvaneInterface> records = interfaces();
+    std::vector<HalvaneInterface> records = bench::interfaces(kInterfaces);
     PropertyListValue value = halvane::skeleton::skeletonsOf(records);
     std::string text = halvane::xmlPropertyList(value).value_or("");
 };
