@@ -4,7 +4,6 @@
 #include <array>
 #include <bit>
 #include <cstddef>
-#include <numeric>
 #include <span>
 #include <type_traits>
 #include <utility>
@@ -191,7 +190,8 @@ std::vector<Number> countedRatesOf(const MACRecord& record) {
 
 std::vector<Number> numbersOf(const RateBits& rates) {
     std::vector<Number> numbers;
-    numbers.reserve(static_cast<std::size_t>(std::popcount(rates.low) + std::popcount(rates.high)));
+    const int count = std::popcount(rates.low) + std::popcount(rates.high);
+    numbers.reserve(static_cast<std::size_t>(count));
     forEachRate(rates, [&](unsigned rate) { numbers.emplace_back(rate / kRatesPerMbps); });
     return numbers;
 }

@@ -123,8 +123,11 @@ void addArguments(std::string& script, const std::string& name, const OutlinedCo
         ++place;
         const std::string words = wordsFor(argument.words, valued);
         if (words.empty()) continue;
-        const std::string where = std::to_string(place) + (argument.isRepeatable() ? "+" : valued);
-        script += start(" -n '@NAME@_takes " + name + ' ' + where + '\'') + words + '\n';
+        std::string condition = " -n '@NAME@_takes ";
+        condition.append(name).append(1, ' ').append(std::to_string(place));
+        condition.append(argument.isRepeatable() ? "+" : valued).append(1, '\'');
+        script += start(condition);
+        script.append(words).append(1, '\n');
     }
 }
 
