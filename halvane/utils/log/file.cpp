@@ -208,10 +208,11 @@ void LogFile::write(std::string_view text) {
 }
 
 void LogFile::put(std::string_view text) {
-    if (!canRaiseSignal()) {
-        tryToPut(text);
-        return;
-    }
+    if (canRaiseSignal()) return putWithoutSignal(text);
+    tryToPut(text);
+}
+
+void LogFile::putWithoutSignal(std::string_view text) {
     WriteSignalBlock block;
     if (const int error = tryToPut(text); error != 0) block.takeBackSignal(error);
 }

@@ -71,6 +71,7 @@ class LogFile {
     bool openFile();
     void close();
     void put(std::string_view text);
+    void putWithoutSignal(std::string_view text);
     bool canRaiseSignal() const;
     // Each returns 0, or the errno value of the failure.
     int tryToPut(std::string_view text);

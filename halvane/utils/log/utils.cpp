@@ -44,7 +44,7 @@ using halvane::logging::logState;
 
 extern "C" HalvaneStatus LogUtils_EnsureInitialized() {
     using namespace halvane::logging;
-    if (isReadingLogPreferences() || isInitialized.load(std::memory_order_acquire)) {
+    if (isInitialized.load(std::memory_order_acquire) || isReadingLogPreferences()) {
         return kStatusOK;
     }
     if (const LogLock lock; lock && !isInitialized.exchange(true)) readLogPreferences();
