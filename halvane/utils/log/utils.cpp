@@ -6,6 +6,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
+#include "halvane/utils/log/flush_internal.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/state_internal.h"
 
@@ -59,6 +60,7 @@ extern "C" void LogSetAppID(const char* appID) try {
 }
 
 extern "C" void LogUtils_Finalize() {
+    halvane::logging::stopFlushing();
     auto& state = logState();
     for (LogCategory* category = state.categories; category != nullptr; category = category->next) {
         halvane::logging::setCategoryLevel(*category, kLogLevelUninitialized);
