@@ -39,7 +39,7 @@ void inChild() {
 
 timespec timeAfter(std::chrono::milliseconds wait) {
     timespec time{};
-    ::clock_gettime(CLOCK_MONOTONIC, &time);
+    ::clock_gettime(CLOCK_REALTIME, &time);
     const auto nanoseconds = time.tv_nsec + std::chrono::nanoseconds(wait).count();
     time.tv_sec += nanoseconds / 1'000'000'000;
     time.tv_nsec = nanoseconds % 1'000'000'000;
@@ -59,7 +59,7 @@ LogLock::LogLock() : error_(errno) {
 LogLock::LogLock(std::chrono::milliseconds patience) : error_(errno) {
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState_);
     const timespec end = timeAfter(patience);
-    begin(pthread_mutex_clocklock(&mutex, CLOCK_MONOTONIC, &end));
+    begin(pthread_mutex_timedlock(&mutex, &end));
 }
 
 void LogLock::begin(int result) {
