@@ -1,5 +1,6 @@
-// A line to a log file, beside spdlog, which flushes each line, and beside a bare write(2) of the
-// same bytes. Also a line that does not go out because of its level.
+// A line to a log file, beside spdlog and beside a bare write(2) of the same bytes: each line
+// written at once, and lines collected in a buffer. Also a line that does not go out because of its
+// level.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdio>
@@ -58,37 +59,57 @@ void expectMessage(const std::string& line) {
     if (!line.ends_with(kMessage)) std::abort();
 }
 
-void writeLine(const TemporaryFile& file) {
-    const std::string control = "^Bench$:output=file;path=" + file.path();
-    LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
-    if (LogControl(control.c_str()) != kStatusOK) std::abort();
+void logLine() {
     HALVANE_LOG(&gLogCategory_Bench, kLogLevelInfo, "%d frames from %s on channel %d\n", kFrames,
                 kNeighbour, kChannel);
+}
+
+void writeLine(const TemporaryFile& file, const std::string& parameters = "") {
+    const std::string control = "^Bench$:output=file;path=" + file.path() + parameters;
+    LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
+    if (LogControl(control.c_str()) != kStatusOK) std::abort();
+    logLine();
 }
 
 void lineHalvane(benchmark::State& state) {
     const TemporaryFile file;
     writeLine(file);
     expectMessage(file.firstLine());
-    for (auto _ : state) {
-        HALVANE_LOG(&gLogCategory_Bench, kLogLevelInfo, "%d frames from %s on channel %d\n",
-                    kFrames, kNeighbour, kChannel);
-    }
+    for (auto _ : state) logLine();
     LogUtils_Finalize();
 }
 
-void lineSpdlog(benchmark::State& state) {
+void bufferedHalvane(benchmark::State& state) {
+    const TemporaryFile file;
+    writeLine(file, ";buffer=64K");
+    if (LogReopen() != kStatusOK) std::abort();
+    expectMessage(file.firstLine());
+    for (auto _ : state) logLine();
+    LogUtils_Finalize();
+}
+
+void spdlogLines(benchmark::State& state, bool flushesEach) {
     const TemporaryFile file;
     spdlog::logger logger("Bench",
                           std::make_shared<spdlog::sinks::basic_file_sink_mt>(file.path()));
     logger.set_pattern("%Y-%m-%d %I:%M:%S.%f %p [%n@%l] %v");
-    logger.flush_on(spdlog::level::info);
+    if (flushesEach) logger.flush_on(spdlog::level::info);
     const auto log = [&] {
         logger.info("{} frames from {} on channel {}", kFrames, kNeighbour, kChannel);
     };
     log();
+    logger.flush();
     expectMessage(file.firstLine());
     for (auto _ : state) log();
+}
+
+void lineSpdlog(benchmark::State& state) {
+    spdlogLines(state, true);
+}
+
+// The stream buffers 4 KiB.
+void bufferedSpdlog(benchmark::State& state) {
+    spdlogLines(state, false);
 }
 
 void lineWrite(benchmark::State& state) {
@@ -138,10 +159,7 @@ void lineToBrokenPipe(benchmark::State& state) {
     for (const int end : ends) ::close(end);
     LogIsEnabled(&gLogCategory_Bench, kLogLevelInfo);
     if (LogControl("^Bench$:output=file;stdout") != kStatusOK) std::abort();
-    for (auto _ : state) {
-        HALVANE_LOG(&gLogCategory_Bench, kLogLevelInfo, "%d frames from %s on channel %d\n",
-                    kFrames, kNeighbour, kChannel);
-    }
+    for (auto _ : state) logLine();
     LogUtils_Finalize();
     ::dup2(kept, STDOUT_FILENO);
     ::close(kept);
@@ -150,6 +168,8 @@ void lineToBrokenPipe(benchmark::State& state) {
 BENCHMARK(lineHalvane);
 BENCHMARK(lineSpdlog);
 BENCHMARK(lineWrite);
+BENCHMARK(bufferedHalvane);
+BENCHMARK(bufferedSpdlog);
 BENCHMARK(disabledLine);
 BENCHMARK(lineToBrokenPipe);
 BENCHMARK(controlPatterns)->RangeMultiplier(4)->Range(256, 16384)->Complexity();

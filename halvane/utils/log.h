@@ -14,6 +14,12 @@
  * dropped, and LogControl, LogReopen and LogCategory_Remove return kStatusUnsupported. Storing
  * settings does not hold the lock.
  *
+ * A message is in its file when the call returns, unless the output has a buffer
+ * ("file;path=FILE;buffer=64K"). Its messages are written together: when the buffer is full, with
+ * each message of level "error" or above, within a second, before fork(), and at exit(). A thread
+ * of the library does so within the second; it starts with the first such message. A process that
+ * is killed loses what was not written yet.
+ *
  * No call changes errno. */
 #ifndef HALVANE_UTILS_LOG_H
 #define HALVANE_UTILS_LOG_H
@@ -126,11 +132,11 @@ HALVANE_EXPORT HalvaneStatus LogControl(const char* control);
  * nothing and gives kStatusOK. */
 HALVANE_EXPORT HalvaneStatus LogControlCF(const HalvanePropertyListValue* control);
 
-/* Reopens the files of all outputs and creates their missing folders, for example after
- * logrotate has moved the files. A write does this by itself if the file's path leads elsewhere;
- * in a burst of writes it may do so some milliseconds later. LogReopen() also releases files
- * that nobody writes to. Returns kStatusOK; kStatusCannotOpen if a file cannot be opened, and
- * keeps the old one; or kStatusUnsupported within the lock. */
+/* Reopens the files of all outputs, creates their missing folders, and writes buffered messages,
+ * for example after logrotate has moved the files. A write does this by itself if the file's path
+ * leads elsewhere; in a burst of writes it may do so some milliseconds later. LogReopen() also
+ * releases files that nobody writes to. Returns kStatusOK; kStatusCannotOpen if a file cannot be
+ * opened, and keeps the old one; or kStatusUnsupported within the lock. */
 HALVANE_EXPORT HalvaneStatus LogReopen(void);
 
 /* Sets the application whose preferences hold "logconfig"; null, as at the start, means the

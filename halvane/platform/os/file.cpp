@@ -184,6 +184,10 @@ FileDescriptor aboveStandardStreams(FileDescriptor file) {
 }
 
 int writeAll(int descriptor, std::string_view text) {
+    return writeFront(descriptor, text);
+}
+
+int writeFront(int descriptor, std::string_view& text) {
     while (!text.empty()) {
         const auto count =
             uninterrupted([&] { return ::write(descriptor, text.data(), text.size()); });

@@ -47,6 +47,10 @@ class FileDescriptor {
 // process has no more.
 FileDescriptor aboveStandardStreams(FileDescriptor file);
 
+// Writes `text`, and removes from it what is written. Returns 0, or the errno value of the failure.
+// REQUIRES: as for writeAll().
+int writeFront(int descriptor, std::string_view& text);
+
 // Writes all of `text`. Returns 0, or the errno value of the failure.
 // REQUIRES: a WriteSignalBlock if the write may raise a signal (write_signal_internal.h).
 int writeAll(int descriptor, std::string_view text);

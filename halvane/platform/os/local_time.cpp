@@ -8,4 +8,10 @@ std::tm localTime(std::time_t seconds) {
     return fields;
 }
 
+ZoneMark zoneMark() {
+    return {__atomic_load_n(&::timezone, __ATOMIC_RELAXED),
+            __atomic_load_n(&::tzname[0], __ATOMIC_RELAXED),
+            __atomic_load_n(&::tzname[1], __ATOMIC_RELAXED)};
+}
+
 }  // namespace halvane

@@ -6,7 +6,7 @@ namespace halvane {
 
 WallTime wallTime() {
     std::timespec now{};
-    std::timespec_get(&now, TIME_UTC);
+    ::clock_gettime(CLOCK_REALTIME, &now);
     return {now.tv_sec, static_cast<std::uint32_t>(now.tv_nsec / 1000)};
 }
 

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <limits>
+#include <new>
 #include <optional>
 #include <string>
 #include <sys/stat.h>
@@ -16,12 +17,14 @@
 #include "halvane/platform/os/up_time_internal.h"
 #include "halvane/platform/os/write_signal_internal.h"
 #include "halvane/utils/log/file_internal.h"
+#include "halvane/utils/log/flush_internal.h"
 
 namespace halvane::logging {
 
 namespace {
 
 constexpr std::size_t kMaxFolder = 1024;
+constexpr std::uint64_t kMaxBuffer = 16 * 1048576;
 constexpr mode_t kFolderMode = 0770;
 constexpr mode_t kFileMode = 0666;  // less the process's umask
 constexpr std::string_view kEndedText = "\nLOG ENDED, CONTINUES IN NEXT LOG FILE\n";
@@ -55,6 +58,16 @@ std::uint64_t takeUnit(std::string_view& text) {
         return bytes;
     }
     return 1;
+}
+
+// Removes "<size>[K|M|B]" from the start of `text`, and returns the number of bytes.
+std::optional<std::uint64_t> takeSize(std::string_view& text) {
+    constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
+    const auto size = takeNumber(text, kMax);
+    if (!size) return std::nullopt;
+    const std::uint64_t unit = takeUnit(text);
+    if (*size > kMax / unit) return std::nullopt;
+    return *size * unit;
 }
 
 std::size_t folderLength(const std::string& path) {
@@ -91,6 +104,11 @@ bool LookCount::take() {
     return true;
 }
 
+LogFile::~LogFile() {
+    flush();
+    removeBuffer(*this);
+}
+
 void LogFile::close() {
     file_ = FileDescriptor();
     stream_ = nullptr;
@@ -119,6 +137,10 @@ HalvaneStatus LogFile::open() {
     createFolders(path_);
     if (!backupPath_.empty() && backupCount_ > 0 && !isFolderOfThere(backupPath_)) {
         return kStatusBadPath;
+    }
+    if (bufferSize_ > 0) {
+        waiting_.reserve(bufferSize_);
+        addBuffer(*this);
     }
     return openFile() ? kStatusOK : kStatusCannotOpen;
 }
@@ -152,7 +174,7 @@ bool LogFile::openFile() {
     isRegular_ = S_ISREG(status.st_mode);
     isPipe_ = S_ISFIFO(status.st_mode);
     isSizeLimited_ = isFileSizeLimited();
-    size_ = isRegular_ ? static_cast<std::uint64_t>(status.st_size) : 0;
+    size_ = waiting_.size() + (isRegular_ ? static_cast<std::uint64_t>(status.st_size) : 0);
     if (!isPipe_) ::fcntl(file_.number(), F_SETFL, O_APPEND);
     return true;
 }
@@ -172,15 +194,18 @@ bool LogFile::isElsewhere() const {
 }
 
 HalvaneStatus LogFile::setRoll(std::string_view value) {
-    const auto size = takeNumber(value, std::numeric_limits<std::uint64_t>::max());
-    if (!size) return kStatusUnsupported;
-    const std::uint64_t unit = takeUnit(value);
+    const auto size = takeSize(value);
     const auto count = takeCount(value);
-    if (!count || *size > std::numeric_limits<std::uint64_t>::max() / unit) {
-        return kStatusUnsupported;
-    }
-    rollMaxSize_ = *size * unit;
+    if (!size || !count) return kStatusUnsupported;
+    rollMaxSize_ = *size;
     rollCount_ = *count;
+    return kStatusOK;
+}
+
+HalvaneStatus LogFile::setBuffer(std::string_view value) {
+    const auto size = takeSize(value);
+    if (!size || !value.empty() || *size > kMaxBuffer) return kStatusUnsupported;
+    bufferSize_ = static_cast<std::size_t>(*size);
     return kStatusOK;
 }
 
@@ -196,22 +221,66 @@ HalvaneStatus LogFile::setBackup(std::string_view value) {
 }
 
 void LogFile::write(std::string_view text) {
+    if (bufferSize_ > 0 && collect(text)) return;
     if (!path_.empty()) {
-        if (!isOpen() || (looks_.take() && hasChanged())) reopen();
-        size_ += text.size();
-        if (rollMaxSize_ > 0 && size_ > rollMaxSize_ && isOpen() && isRegular_) {
-            rotate();
-            size_ = text.size();
-        }
+        followPath();
+        count(text.size());
     }
     if (isOpen()) put(text);
 }
 
-void LogFile::put(std::string_view text) {
-    if (!canRaiseSignal()) {
-        tryToPut(text);
+// Collects text in the buffer. Returns false if the text is too long for it, with nothing waiting.
+bool LogFile::collect(std::string_view text) {
+    const auto fits = [&] { return text.size() <= bufferSize_ - waiting_.size(); };
+    if (!fits() || mustRotateFor(text.size())) flush();
+    if (!fits()) return !waiting_.empty();
+    count(text.size());
+    waiting_.append(text);
+    if (!scheduleFlush()) flush();
+    return true;
+}
+
+bool LogFile::flush() noexcept try {
+    if (waiting_.empty()) return true;
+    followPath();
+    std::string_view text = waiting_;
+    if (isOpen()) put(text);
+    waiting_.erase(0, waiting_.size() - text.size());
+    return waiting_.empty();
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+void LogFile::forget() {
+    size_ -= waiting_.size();
+    waiting_.clear();
+}
+
+// Reopens the path if it leads elsewhere.
+void LogFile::followPath() {
+    if (!isOpen() || (looks_.take() && hasChanged())) reopen();
+}
+
+bool LogFile::mustRotateFor(std::size_t length) const {
+    return rollMaxSize_ > 0 && size_ + length > rollMaxSize_ && isOpen() && isRegular_;
+}
+
+// Counts bytes that are to be written, and rotates before them if they are too many.
+void LogFile::count(std::size_t length) {
+    if (!mustRotateFor(length)) {
+        size_ += length;
         return;
     }
+    rotate();
+    size_ = waiting_.size() + length;
+}
+
+void LogFile::put(std::string_view& text) {
+    if (canRaiseSignal()) return putWithoutSignal(text);
+    tryToPut(text);
+}
+
+void LogFile::putWithoutSignal(std::string_view& text) {
     WriteSignalBlock block;
     if (const int error = tryToPut(text); error != 0) block.takeBackSignal(error);
 }
@@ -221,13 +290,14 @@ bool LogFile::canRaiseSignal() const {
     return isPipe_ || (isRegular_ && isSizeLimited_);
 }
 
-int LogFile::tryToPut(std::string_view text) {
-    return stream_ != nullptr ? putToStream(text) : writeAll(file_.number(), text);
+int LogFile::tryToPut(std::string_view& text) {
+    return stream_ != nullptr ? putToStream(text) : writeFront(file_.number(), text);
 }
 
-int LogFile::putToStream(std::string_view text) {
-    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stream_) == text.size();
-    const int error = isWritten ? 0 : errno;
+int LogFile::putToStream(std::string_view& text) {
+    const std::size_t length = text.size();
+    text.remove_prefix(std::fwrite(text.data(), 1, length, stream_));
+    const int error = text.empty() ? 0 : errno;
     const bool isFlushed = std::fflush(stream_) == 0;
     return error == 0 && !isFlushed ? errno : error;
 }
@@ -249,7 +319,8 @@ void LogFile::rotate() {
     if (isEmpty()) return;
     heritage_ = heritageOf(file_.number());
     backUp();
-    put(kEndedText);
+    std::string_view ended = kEndedText;
+    put(ended);
     close();
     shiftNumberedFiles(path_, rollCount_);
     openFile();

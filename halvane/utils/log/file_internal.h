@@ -2,6 +2,7 @@
 #ifndef HALVANE_UTILS_LOG_FILE_INTERNAL_H
 #define HALVANE_UTILS_LOG_FILE_INTERNAL_H
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <optional>
@@ -11,6 +12,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/platform/os/file_internal.h"
+#include "halvane/utils/log/flush_internal.h"
 #include "halvane/utils/log/rotation_internal.h"
 
 namespace halvane::logging {
@@ -30,9 +32,10 @@ class LookCount {
     unsigned taken_ = 0;  // taken in the current step
 };
 
-class LogFile {
+class LogFile : public LogBuffer {
   public:
     LogFile() = default;
+    ~LogFile();
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
@@ -48,6 +51,9 @@ class LogFile {
     // keep.
     HalvaneStatus setBackup(std::string_view value);
 
+    // Sets "<size>[K|M|B]": the bytes to collect before they are written.
+    HalvaneStatus setBuffer(std::string_view value);
+
     // Opens the file for appending, and creates its missing folders. All settings must be made
     // before. kStatusUnsupported if there is no path, or if the names of the file and its backups
     // collide. kStatusBadPath if a path is too long for the names of rotated files, or if the
@@ -60,21 +66,35 @@ class LogFile {
 
     // Rotates if these bytes would make the file too large, then writes them. Errors are ignored. A
     // file that was renamed or removed, or that a rotation could not open, is first reopened. In a
-    // burst of writes only some check for that.
+    // burst of writes only some check for that. With a buffer the bytes may wait in it for flush();
+    // they count as a part of the file. They are dropped if the file does not take what waits.
     void write(std::string_view text);
+
+    // Writes what waits in the buffer. Returns false if some of it still waits, because the file
+    // could not be written.
+    bool flush() noexcept override;
+
+    // Empties the buffer without writing it.
+    void forget() override;
 
   private:
     bool isOpen() const { return stream_ != nullptr || file_; }
+    bool mustRotateFor(std::size_t length) const;
     bool hasChanged();
     bool isElsewhere() const;
     bool isEmpty() const;
     bool openFile();
     void close();
-    void put(std::string_view text);
+    void followPath();
+    void count(std::size_t length);
+    bool collect(std::string_view text);
+    // Each removes from `text` what it wrote.
+    void put(std::string_view& text);
+    void putWithoutSignal(std::string_view& text);
     bool canRaiseSignal() const;
     // Each returns 0, or the errno value of the failure.
-    int tryToPut(std::string_view text);
-    int putToStream(std::string_view text);
+    int tryToPut(std::string_view& text);
+    int putToStream(std::string_view& text);
     void backUp();
     void rotate();
 
@@ -88,11 +108,13 @@ class LogFile {
     bool isRegular_ = false;                // a device or pipe is never rotated
     bool isPipe_ = false;
     bool isSizeLimited_ = false;  // by RLIMIT_FSIZE, at the last check
-    std::uint64_t size_ = 0;      // bytes written so far
+    std::uint64_t size_ = 0;      // bytes written so far, or waiting
     std::uint64_t rollMaxSize_ = 0;
     int rollCount_ = 0;
     std::string backupPath_;
     int backupCount_ = 0;
+    std::size_t bufferSize_ = 0;  // 0 without a buffer
+    std::string waiting_;         // at most that many bytes
 };
 
 }  // namespace halvane::logging

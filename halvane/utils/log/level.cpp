@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <iterator>
@@ -11,13 +12,14 @@
 #include <string_view>
 #include <system_error>
 
+#include "halvane/utils/log/level_internal.h"
 #include "halvane/utils/printf.h"
 
 namespace {
 
 struct LevelName {
     std::int32_t level;
-    const char* name;
+    std::string_view name;  // with a terminator
 };
 
 // Ascending.
@@ -35,14 +37,26 @@ constexpr LevelName kLogLevelToStringTable[] = {
 
 // Returns the first of the nearest rows. The rows ascend, so the distances fall up to the nearest
 // row and then rise.
-const LevelName& nearestLevel(std::int32_t level) {
+constexpr std::uint8_t nearestRow(std::int32_t level) {
+    const auto distance = [level](const LevelName& row) {
+        return level < row.level ? row.level - level : level - row.level;
+    };
     const LevelName* nearest = std::begin(kLogLevelToStringTable);
     for (const LevelName& row : kLogLevelToStringTable) {
-        if (std::abs(level - row.level) > std::abs(level - nearest->level)) break;
-        if (std::abs(level - row.level) < std::abs(level - nearest->level)) nearest = &row;
+        if (distance(row) > distance(*nearest)) break;
+        if (distance(row) < distance(*nearest)) nearest = &row;
     }
-    return *nearest;
+    return static_cast<std::uint8_t>(nearest - std::begin(kLogLevelToStringTable));
 }
+
+// The nearest row of each level.
+constexpr auto kNearestRows = [] {
+    std::array<std::uint8_t, kLogLevelMask + 1> rows{};
+    for (std::int32_t level = 0; level <= kLogLevelMask; ++level) {
+        rows[static_cast<std::size_t>(level)] = nearestRow(level);
+    }
+    return rows;
+}();
 
 constexpr std::int32_t kInvalid = -1;
 
@@ -73,10 +87,9 @@ std::optional<std::int64_t> levelOf(std::string_view text) {
     const auto lettersEnd = std::ranges::find_if_not(text, isLetter);
     const std::string_view letters(text.begin(), lettersEnd);
     if (letters.empty()) return numberOf(text);
-    const auto row =
-        std::ranges::find_if(kLogLevelToStringTable, [letters](const LevelName& known) {
-            return std::string_view(known.name).starts_with(letters);
-        });
+    const auto row = std::ranges::find_if(
+        kLogLevelToStringTable,
+        [letters](const LevelName& known) { return known.name.starts_with(letters); });
     const auto offset = offsetOf(text.substr(letters.size()));
     if (row == std::end(kLogLevelToStringTable) || !offset) return std::nullopt;
     return row->level + *offset;
@@ -84,17 +97,24 @@ std::optional<std::int64_t> levelOf(std::string_view text) {
 
 }  // namespace
 
+namespace halvane::logging {
+
+std::string_view levelName(std::uint32_t level, LevelText& text) {
+    const std::uint32_t wanted = level & kLogLevelMask;
+    const LevelName& nearest = kLogLevelToStringTable[kNearestRows[wanted]];
+    const std::int32_t distance = static_cast<std::int32_t>(wanted) - nearest.level;
+    if (distance == 0) return nearest.name;
+    const int size = SNPrintF(text.data(), text.size(), distance > 0 ? "%s+%u" : "%s-%u",
+                              nearest.name.data(), std::abs(distance));
+    return {text.data(), static_cast<std::size_t>(size)};
+}
+
+}  // namespace halvane::logging
+
 extern "C" char* __LogCategory_LevelToString(std::uint32_t level, char* buffer) {
-    const auto wanted = static_cast<std::int32_t>(level & kLogLevelMask);
-    const LevelName& nearest = nearestLevel(wanted);
-    const std::int32_t distance = wanted - nearest.level;
-    if (distance == 0) {
-        const std::string_view name = nearest.name;
-        buffer[name.copy(buffer, name.size())] = '\0';
-        return buffer;
-    }
-    SNPrintF(buffer, kLogLevelStringSize, distance > 0 ? "%s+%u" : "%s-%u", nearest.name,
-             std::abs(distance));
+    halvane::logging::LevelText text;
+    const std::string_view name = halvane::logging::levelName(level, text);
+    buffer[name.copy(buffer, name.size())] = '\0';
     return buffer;
 }
 

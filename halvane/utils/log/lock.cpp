@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <ctime>
 #include <pthread.h>
 
 #include "halvane/utils/log/lock_internal.h"
@@ -16,8 +17,11 @@ pthread_mutex_t storing = kUnlocked;
 // the lock, unless the forking thread holds it.
 thread_local bool forkHoldsLock = false;
 
+LogForkSteps forkSteps = {};
+
 void beforeFork() {
     forkHoldsLock = pthread_mutex_lock(&mutex) == 0;
+    if (forkSteps.before != nullptr) forkSteps.before();
 }
 void inParent() {
     if (forkHoldsLock) pthread_mutex_unlock(&mutex);
@@ -30,6 +34,16 @@ void inChild() {
     mutex = kUnlocked;
     if (!forkHoldsLock) pthread_mutex_lock(&mutex);
     storing = kUnlocked;  // the storing thread exists only in the parent
+    if (forkSteps.inChild != nullptr) forkSteps.inChild();
+}
+
+timespec timeAfter(std::chrono::milliseconds wait) {
+    timespec time{};
+    ::clock_gettime(CLOCK_REALTIME, &time);
+    const auto nanoseconds = time.tv_nsec + std::chrono::nanoseconds(wait).count();
+    time.tv_sec += nanoseconds / 1'000'000'000;
+    time.tv_nsec = nanoseconds % 1'000'000'000;
+    return time;
 }
 
 // Active from when the library is loaded.
@@ -39,7 +53,18 @@ void inChild() {
 
 LogLock::LogLock() : error_(errno) {
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState_);
-    isHeld_ = pthread_mutex_lock(&mutex) == 0;
+    begin(pthread_mutex_lock(&mutex));
+}
+
+LogLock::LogLock(std::chrono::milliseconds patience) : error_(errno) {
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState_);
+    const timespec end = timeAfter(patience);
+    begin(pthread_mutex_timedlock(&mutex, &end));
+}
+
+void LogLock::begin(int result) {
+    isHeld_ = result == 0;
+    wasHeld_ = result == EDEADLK;
     if (!isHeld_) pthread_setcancelstate(cancelState_, nullptr);
 }
 
@@ -48,6 +73,10 @@ LogLock::~LogLock() {
     pthread_mutex_unlock(&mutex);
     pthread_setcancelstate(cancelState_, nullptr);
     errno = error_;
+}
+
+void setLogForkSteps(LogForkSteps steps) {
+    forkSteps = steps;
 }
 
 LogStoringTurn::LogStoringTurn() : error_(errno) {

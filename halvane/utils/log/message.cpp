@@ -13,8 +13,10 @@
 #include "halvane/platform/os/console_device_internal.h"
 #include "halvane/platform/os/process_internal.h"
 #include "halvane/utils/log.h"
+#include "halvane/utils/log/level_internal.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/output_internal.h"
+#include "halvane/utils/log/stamp_internal.h"
 #include "halvane/utils/log/state_internal.h"
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/engine_internal.h"
@@ -37,8 +39,10 @@ class LogPrintFContext : public PrintFContext {
     }
 
     void append(std::string_view piece) {
-        if (piece.size() > capacity - used) flush();
-        if (piece.size() > capacity) return hand(piece);
+        if (piece.size() > capacity - used) {
+            flush();
+            if (piece.size() > capacity) return hand(piece);
+        }
         std::memcpy(buffer + used, piece.data(), piece.size());
         used += piece.size();
     }
@@ -89,7 +93,7 @@ class HeaderWriter {
 
     // Returns the number of bytes.
     int write(const LogMessage& message) {
-        if (has(kLogHeaderTime)) print("%N ");
+        if (has(kLogHeaderTime)) append(stampOfNow());
         if (!has(kInBracket)) return length_;
         append("[");
         bracketLength_ = length_;
@@ -101,9 +105,9 @@ class HeaderWriter {
         writeCategory(*message.category);
         if (has(kLogHeaderFunction)) print(",%###s", message.function);
         if (has(kLogHeaderLevel)) {
-            std::array<char, kLogLevelStringSize> name;
+            LevelText text;
             separate("@");
-            append(__LogCategory_LevelToString(message.level, name.data()));
+            append(levelName(message.level, text));
         }
         append("] ");
         return length_;

@@ -2,20 +2,23 @@
 #include <cstdio>
 
 #include "halvane/base/status.h"
+#include "halvane/utils/log/level.h"
 #include "halvane/utils/log/output_internal.h"
 
 namespace halvane::logging {
 
 namespace {
 
-void __LogOutputFile_Writer(LogOutput& output, const LogMessage&, std::string_view text) {
+void __LogOutputFile_Writer(LogOutput& output, const LogMessage& message, std::string_view text) {
     output.file.write(text);
+    if ((message.level & kLogLevelMask) >= kLogLevelError) output.file.flush();
 }
 
 HalvaneStatus takeParameter(LogFile& file, std::string_view key, std::string_view value) {
     if (key == "path") return file.setPath(value);
     if (key == "roll") return file.setRoll(value);
     if (key == "backup") return file.setBackup(value);
+    if (key == "buffer") return file.setBuffer(value);
     return kStatusUnknownParameter;
 }
 

@@ -40,6 +40,7 @@ HalvaneStatus reopenFiles() {
     HalvaneStatus first = kStatusOK;
     for (const auto& [spec, output] : logState().outputs) {
         const HalvaneStatus status = output->file.reopen();
+        output->file.flush();
         if (first == kStatusOK) first = status;
     }
     return first;

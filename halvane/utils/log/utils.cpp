@@ -6,6 +6,7 @@
 
 #include "halvane/base/status.h"
 #include "halvane/utils/log.h"
+#include "halvane/utils/log/flush_internal.h"
 #include "halvane/utils/log/lock_internal.h"
 #include "halvane/utils/log/state_internal.h"
 
@@ -44,7 +45,7 @@ using halvane::logging::logState;
 
 extern "C" HalvaneStatus LogUtils_EnsureInitialized() {
     using namespace halvane::logging;
-    if (isReadingLogPreferences() || isInitialized.load(std::memory_order_acquire)) {
+    if (isInitialized.load(std::memory_order_acquire) || isReadingLogPreferences()) {
         return kStatusOK;
     }
     if (const LogLock lock; lock && !isInitialized.exchange(true)) readLogPreferences();
@@ -59,6 +60,7 @@ extern "C" void LogSetAppID(const char* appID) try {
 }
 
 extern "C" void LogUtils_Finalize() {
+    halvane::logging::stopFlushing();
     auto& state = logState();
     for (LogCategory* category = state.categories; category != nullptr; category = category->next) {
         halvane::logging::setCategoryLevel(*category, kLogLevelUninitialized);

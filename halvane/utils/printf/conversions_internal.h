@@ -2,6 +2,7 @@
 #ifndef HALVANE_UTILS_PRINTF_CONVERSIONS_INTERNAL_H
 #define HALVANE_UTILS_PRINTF_CONVERSIONS_INTERNAL_H
 
+#include <cstdint>
 #include <string_view>
 
 #include "halvane/utils/printf.h"
@@ -43,6 +44,9 @@ void convertElements(Output&, const PrintFFormat&, Arguments&);
 void convertIPCMessage(Output&, const PrintFFormat&, Arguments&);
 void convertMultiLineText(Output&, const PrintFFormat&, Arguments&);
 void convertTXTRecord(Output&, const PrintFFormat&, Arguments&);
+
+// "%d" and "%u" without anything between.
+void writeDecimal(Output& output, std::uint32_t magnitude, bool isNegative);
 
 // Parts of %s.
 void writeDNSName(Output& output, const PrintFFormat& format, const char* name);

@@ -191,6 +191,28 @@ void expandUnknown(Output& output, const Conversion& conversion) {
                  conversion.code);
 }
 
+// Expands "%d", "%u" or "%s", which most specifications are. Returns false for any other code.
+bool expandBare(Output& output, char code, Arguments& arguments) {
+    switch (code) {
+        case 'd': {
+            const auto value = va_arg(arguments.list, std::int32_t);
+            const auto magnitude = static_cast<std::uint32_t>(value);
+            writeDecimal(output, value < 0 ? 0 - magnitude : magnitude, value < 0);
+            return true;
+        }
+        case 'u':
+            writeDecimal(output, va_arg(arguments.list, std::uint32_t), false);
+            return true;
+        case 's': {
+            const auto* const text = va_arg(arguments.list, const char*);
+            output.write(text != nullptr ? std::string_view(text) : kNullText);
+            return true;
+        }
+        default:
+            return false;
+    }
+}
+
 // Expands one specification after its '%', and returns the text after it.
 const char* expandSpecification(Output& output, const char* text, Arguments& arguments) {
     Conversion conversion{};
@@ -224,7 +246,9 @@ void expand(Output& output, const char* format, Arguments& arguments) {
         const char* const percent = strchrnul(format, '%');
         output.write({format, static_cast<std::size_t>(percent - format)});
         if (*percent == '\0') return;
-        format = expandSpecification(output, percent + 1, arguments);
+        format = expandBare(output, percent[1], arguments)
+                     ? percent + 2
+                     : expandSpecification(output, percent + 1, arguments);
     }
 }
 

@@ -82,22 +82,33 @@ class Output {
     std::uint64_t count() const { return count_; }
 
     // Ends the call with a negative status.
-    void abort(std::int32_t status) { status_ = status; }
+    void abort(std::int32_t status) {
+        status_ = status;
+        storesIfRoom_ = false;
+    }
 
     // Returns the negative status, or the count, saturated.
     std::int32_t result() const;
 
     // Passes one piece to the callback, unless it is empty.
     void write(std::string_view piece) {
-        if (piece.empty() || !isOpen()) return;
-        count_ += piece.size();
-        if (storesIfRoom_ && piece.size() <= context_->capacity - context_->used) {
-            std::memcpy(context_->buffer + context_->used, piece.data(), piece.size());
-            context_->used += piece.size();
-            return;
-        }
-        const auto accepted = context_->callback(piece.data(), piece.size(), context_);
-        if (accepted < 0) status_ = accepted;
+        if (piece.empty()) return;
+        char* const place = room(piece.size());
+        if (place == nullptr) return pass(piece);
+        std::memcpy(place, piece.data(), piece.size());
+        take(piece.size());
+    }
+
+    // Returns where a piece of this size may be built in place, before take(); null if it must be
+    // built elsewhere and written.
+    char* room(std::size_t size) const {
+        const bool isThere = storesIfRoom_ && size <= context_->capacity - context_->used;
+        return isThere ? context_->buffer + context_->used : nullptr;
+    }
+    // Takes the piece that was built in the room for it.
+    void take(std::size_t size) {
+        context_->used += size;
+        count_ += size;
     }
 
     // Writes spaces, in pieces of bounded size.
@@ -107,8 +118,11 @@ class Output {
     void print(const char* format, ...);
 
   private:
+    // Calls the callback.
+    void pass(std::string_view piece);
+
     PrintFContext* context_;
-    // Whether a piece that fits is stored without calling the callback.
+    // Whether a piece that fits is stored without calling the callback; false after a failure.
     bool storesIfRoom_;
     std::uint64_t count_ = 0;
     std::int32_t status_ = 0;

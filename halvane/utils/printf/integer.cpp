@@ -1,12 +1,12 @@
 // Integers in any radix, lists of set bits, and the count of bytes so far.
 #include <algorithm>
-#include <array>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 #include "halvane/base/ascii_internal.h"
+#include "halvane/base/decimal_internal.h"
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/conversions_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
@@ -17,16 +17,7 @@ namespace {
 
 constexpr std::size_t kGroupSize = 3;
 constexpr unsigned kMostBits = 64;
-
-// "00" to "99": one division gives two digits.
-constexpr auto kDecimalPairs = [] {
-    std::array<char, 200> pairs{};
-    for (std::size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}();
+constexpr std::size_t kMostDecimal = 11;  // "-2147483648"
 
 // The text of a number, built from its right end.
 class NumberText {
@@ -139,6 +130,14 @@ void writeInteger(Output& output, const Conversion& conversion, std::uint64_t va
     finish(grouped);
 }
 
+// Returns the number of characters.
+std::size_t putDecimal(char* text, std::uint32_t magnitude, bool isNegative) {
+    const std::size_t size = decimalSize(magnitude) + (isNegative ? 1 : 0);
+    if (isNegative) *text = '-';
+    putDecimalBefore(text + size, magnitude);
+    return size;
+}
+
 unsigned bitCount(const PrintFFormat& format) {
     if (hasPrecision(format)) return std::max(format.precision, 1u);
     if (format.hCount == 2) return 8;
@@ -196,6 +195,14 @@ void convertUnsigned(Output& output, Conversion& conversion, Arguments& argument
         return writeBitList(output, conversion.format, value);
     }
     writeInteger(output, conversion, value, 0);
+}
+
+void writeDecimal(Output& output, std::uint32_t magnitude, bool isNegative) {
+    if (char* const place = output.room(kMostDecimal)) {
+        return output.take(putDecimal(place, magnitude, isNegative));
+    }
+    char text[kMostDecimal];
+    output.write({text, putDecimal(text, magnitude, isNegative)});
 }
 
 void convertPointer(Output& output, Conversion& conversion, Arguments& arguments) {

@@ -4,7 +4,6 @@
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
-#include <ctime>
 
 #include "halvane/platform/os/local_time_internal.h"
 #include "halvane/platform/os/wall_clock_internal.h"
@@ -14,6 +13,7 @@
 #include "halvane/utils/printf.h"
 #include "halvane/utils/printf/conversions_internal.h"
 #include "halvane/utils/printf/engine_internal.h"
+#include "halvane/utils/printf/stamp_internal.h"
 
 namespace halvane::printing {
 
@@ -88,34 +88,12 @@ void convertUUID(Output& output, Conversion& conversion, Arguments& arguments) {
     PrintFWriteText(output, conversion.format, UUIDtoCString(bytes, isLittleEndian, text));
 }
 
-namespace {
-
-// Replaces the characters before `end` by the last digits of a number.
-void putDigits(char* end, unsigned number, unsigned count) {
-    for (; count > 0; --count, number /= 10) *--end = static_cast<char>('0' + number % 10);
-}
-
-}  // namespace
-
-// Written by hand for speed, since most log lines begin with it.
 void convertNow(Output& output, Conversion& conversion, Arguments&) {
     const WallTime now = wallTime();
-    const std::tm local = localTime(now.seconds);
-    const int hour = local.tm_hour % 12 == 0 ? 12 : local.tm_hour % 12;
-
-    char stamp[] = "YYYY-MM-DD HH:MM:SS.uuuuuu AM";
-    const auto put = [&stamp](std::size_t end, int number, unsigned count) {
-        putDigits(stamp + end, static_cast<unsigned>(number), count);
-    };
-    put(4, local.tm_year + 1900, 4);
-    put(7, local.tm_mon + 1, 2);
-    put(10, local.tm_mday, 2);
-    put(13, hour, 2);
-    put(16, local.tm_min, 2);
-    put(19, local.tm_sec, 2);
-    putDigits(stamp + 26, now.microseconds, 6);
-    if (local.tm_hour >= 12) stamp[27] = 'P';
-    PrintFWriteText(output, conversion.format, stamp);
+    Stamp stamp;
+    stamp.setSecond(localTime(now.seconds));
+    stamp.setMicroseconds(now.microseconds);
+    PrintFWriteText(output, conversion.format, stamp.text());
 }
 
 void convertDuration(Output& output, const PrintFFormat& format, Arguments& arguments) {

@@ -39,9 +39,16 @@ std::int32_t Output::result() const {
     return static_cast<std::int32_t>(std::min<std::uint64_t>(count_, INT32_MAX));
 }
 
+void Output::pass(std::string_view piece) {
+    if (!isOpen()) return;
+    count_ += piece.size();
+    const auto accepted = context_->callback(piece.data(), piece.size(), context_);
+    if (accepted < 0) abort(accepted);
+}
+
 void Output::pad(std::uint64_t spaces) {
     if (spaces > kPadPiece && isOpen() && context_->callback == storeInHeapString) {
-        status_ = reserveInHeapString(spaces, context_);
+        if (const auto status = reserveInHeapString(spaces, context_); status < 0) abort(status);
     }
     while (spaces > 0 && isOpen()) {
         const auto piece = std::min<std::uint64_t>(spaces, kPadPiece);

@@ -24,61 +24,18 @@
 #include "tests/support/file_size_limit.h"
 #include "tests/support/replaced_system.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/utils/log/file_test_support.h"
 #include "tests/utils/log/test_support.h"
 
 namespace {
 
+using halvane::testing::Files;
 using halvane::testing::isFileSizeSignalUntouched;
+using halvane::testing::kEnded;
 using halvane::testing::limitFileSize;
-using halvane::testing::LogTest;
+using halvane::testing::LogFileTest;
 using halvane::testing::resultInChild;
-using halvane::testing::TemporaryFolder;
 using halvane::testing::TestCategory;
-
-using Files = std::map<std::string, std::string>;  // contents by name
-
-const std::string kEnded = "\nLOG ENDED, CONTINUES IN NEXT LOG FILE\n";
-
-TestCategory category("FileTest");
-
-class LogFileTest : public LogTest {
-  protected:
-    LogFileTest() {
-        category.reset();
-        LogIsEnabled(&category, kLogLevelInfo);
-    }
-
-    std::string path(const std::string& name = "log") const { return folder_.path() / name; }
-
-    // Sets the category's output to "file;<parameters>".
-    static HalvaneStatus setFile(const std::string& parameters) {
-        return control(category, "output=file;" + parameters);
-    }
-
-    static void log(const std::string& text) {
-        LogPrintF(&category, "", kLogLevelInfo, "%s", text.c_str());
-    }
-
-    std::string contents(const std::string& name = "log") const {
-        std::ifstream file(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    Files files() const {
-        Files found;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
-            const std::string name = entry.path().filename();
-            found[name] = entry.is_regular_file() ? contents(name) : "";
-        }
-        return found;
-    }
-
-    void write(const std::string& name, const std::string& text) const {
-        std::ofstream(path(name), std::ios::binary) << text;
-    }
-
-    TemporaryFolder folder_;
-};
 
 TEST_F(LogFileTest, AppendsToTheFile) {
     write("log", "before\n");
@@ -623,7 +580,7 @@ int endWithinCopy(const std::string& setting) {
     return resultInChild([&] {
         if (LogControl(setting.c_str()) != kStatusOK) return 2;
         if (!endAtLongWrite()) return kNotHere;
-        LogPrintF(&category, "", kLogLevelInfo, "b");
+        LogPrintF(&LogFileTest::category, "", kLogLevelInfo, "b");
         return 3;
     });
 }

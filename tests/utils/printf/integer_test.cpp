@@ -1,8 +1,11 @@
 #include <array>
 #include <bitset>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
+#include <string>
+#include <vector>
 
 #include "tests/utils/printf/test_support.h"
 
@@ -279,6 +282,34 @@ TEST(PrintFStoreCount, CountsWhatDidNotFit) {
     int count = 0;
     EXPECT_EQ(SNPrintF(text, sizeof(text), "%s%n", "12345", &count), 5);
     EXPECT_EQ(count, 5);
+}
+
+// "%d" and "%u" have a way of their own through the engine. The same with a width of 1 has not.
+TEST(PrintFInteger, PrintsTheSameWithAndWithoutAWidth) {
+    std::vector<std::uint32_t> values = {0, 0x7FFFFFFF, 0x80000000, 0x80000001, 0xFFFFFFFF};
+    for (std::uint64_t power = 1; power <= 1000000000; power *= 10) {
+        for (const std::uint64_t value : {power - 1, power, power + 1, 2 * power + 7}) {
+            values.push_back(static_cast<std::uint32_t>(value));
+            values.push_back(static_cast<std::uint32_t>(0 - value));
+        }
+    }
+    for (const std::uint32_t value : values) {
+        EXPECT_EQ(printed("%u", value), std::to_string(value));
+        EXPECT_EQ(printed("%d", value), std::to_string(static_cast<std::int32_t>(value)));
+        EXPECT_EQ(printed("<%u|%d>", value, value), printed("<%1u|%1d>", value, value));
+    }
+}
+
+TEST(PrintFInteger, IsCutInEveryBuffer) {
+    for (std::size_t size = 0; size <= 16; ++size) {
+        for (const int value : {7, -12, 345678, std::numeric_limits<int>::min()}) {
+            std::string cut(size, '#');
+            std::string expected(size, '#');
+            EXPECT_EQ(SNPrintF(cut.data(), size, "a%d", value),
+                      std::snprintf(expected.data(), size, "a%d", value));
+            EXPECT_EQ(cut.c_str(), std::string(expected.c_str())) << size;
+        }
+    }
 }
 
 }  // namespace
