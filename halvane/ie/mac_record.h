@@ -104,7 +104,10 @@ class MACRecordBox {
     ~MACRecordBox() = default;
 
     // The references are valid until the box is next assigned to or changed.
-    const MACRecord& operator*() const { return block_ ? block_->record : kFresh.value; }
+    const MACRecord& operator*() const {
+        const Block* const block = block_.get();
+        return block != nullptr ? block->record : kFresh.value;
+    }
     const MACRecord* operator->() const { return &**this; }
     const Walk& walk() const { return hasWalk() ? *block_->walk : kFreshWalk.value; }
     // The record and its results, to be changed.

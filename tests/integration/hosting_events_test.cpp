@@ -23,6 +23,11 @@ namespace {
 
 using HostingEvents = halvane::testing::CableTrial;
 
+constexpr const char kJoined[] = "joined     02:00:00:00:00:01 cable0\n";
+constexpr const char kAuthorized[] = "authorized 02:00:00:00:00:01 cable0\n";
+constexpr const char kKicked[] = "kicked     02:00:00:00:00:01 cable0\n";
+constexpr const char kLeft[] = "left       02:00:00:00:00:01 cable0\n";
+
 class Monitor {
   public:
     Monitor() : program_(toolWords({"monitor"})) {
@@ -37,6 +42,12 @@ class Monitor {
         return line.substr(line.find(' ') + 1);
     }
 
+    // The station joins, and is authorized.
+    void expectArrival() const {
+        EXPECT_EQ(next(), kJoined);
+        EXPECT_EQ(next(), kAuthorized);
+    }
+
     // Ends it. Returns what it has printed since.
     std::string end() {
         EXPECT_EQ(program_.stop(SIGINT), 0);
@@ -47,19 +58,13 @@ class Monitor {
     RunningProgram program_;
 };
 
-constexpr const char kJoined[] = "joined     02:00:00:00:00:01 cable0\n";
-constexpr const char kAuthorized[] = "authorized 02:00:00:00:00:01 cable0\n";
-constexpr const char kKicked[] = "kicked     02:00:00:00:00:01 cable0\n";
-constexpr const char kLeft[] = "left       02:00:00:00:00:01 cable0\n";
-
 TEST_F(HostingEvents, TellsAStationThatComesGoesAndComesBack) {
     atCable([](Trial& trial) {
         Monitor monitor;
         EXPECT_EQ(runTool({"add", "cable0", "--wpa2-enterprise", "Garden"}).status, 0);
         EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
         const Station station(trial);
-        EXPECT_EQ(monitor.next(), kJoined);
-        EXPECT_EQ(monitor.next(), kAuthorized);
+        monitor.expectArrival();
         EXPECT_THAT(runTool({"clients"}).output,
                     HasSubstr("\n02:00:00:00:00:01 (local) associated "));
         station.leave();
@@ -69,8 +74,7 @@ TEST_F(HostingEvents, TellsAStationThatComesGoesAndComesBack) {
         EXPECT_EQ(runTool({"stop", "cable0"}).status, 0);
         EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
         station.comeBack();
-        EXPECT_EQ(monitor.next(), kJoined);
-        EXPECT_EQ(monitor.next(), kAuthorized);
+        monitor.expectArrival();
         EXPECT_EQ(runTool({"stop", "cable0"}).status, 0);
         EXPECT_EQ(monitor.next(), kLeft);
         EXPECT_EQ(monitor.end(), "");
@@ -85,8 +89,7 @@ TEST_F(HostingEvents, TellsAStationThatIsSentAway) {
         EXPECT_EQ(runTool({"start", "cable0"}).status, 0);
         EXPECT_EQ(trial.kick(), kUnknownStation);
         const Station station(trial);
-        EXPECT_EQ(monitor.next(), kJoined);
-        EXPECT_EQ(monitor.next(), kAuthorized);
+        monitor.expectArrival();
         EXPECT_EQ(runTool({"kick", "cable0", "02:00:00:00:00:01"}).status, 0);
         EXPECT_EQ(monitor.next(), kKicked);
         EXPECT_EQ(runTool({"stop", "cable0"}).status, 0);
@@ -100,16 +103,14 @@ TEST_F(HostingEvents, TellsTheStationsOfAHostapdThatWasKilled) {
         trial.host("Garden");
         Monitor monitor;
         const Station station(trial);
-        EXPECT_EQ(monitor.next(), kJoined);
-        EXPECT_EQ(monitor.next(), kAuthorized);
+        monitor.expectArrival();
         trial.sendToHostapd(SIGKILL);
         EXPECT_EQ(monitor.next(), kLeft);
         EXPECT_EQ(trial.request("bssStart"), 0);  // waits for the next hostapd
         EXPECT_EQ(trial.hostapds().size(), 1U);
         station.leave();
         station.comeBack();
-        EXPECT_EQ(monitor.next(), kJoined);
-        EXPECT_EQ(monitor.next(), kAuthorized);
+        monitor.expectArrival();
         EXPECT_EQ(monitor.end(), "");
     });
 }
@@ -121,8 +122,7 @@ TEST_F(HostingEvents, TellsNothingOfAStationThatGoesWithoutAWord) {
         Monitor monitor;
         {
             const Station station(trial);
-            EXPECT_EQ(monitor.next(), kJoined);
-            EXPECT_EQ(monitor.next(), kAuthorized);
+            monitor.expectArrival();
         }
         EXPECT_THAT(trial.list("clientList", "clients"),
                     HasSubstr("<key>isAssociated</key>\n\t\t<true/>"));

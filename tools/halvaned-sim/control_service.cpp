@@ -4,6 +4,7 @@
 
 #include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/bus_error_internal.h"
+#include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/bus/service_host_internal.h"
 #include "halvane/platform/bus/service_names_internal.h"
 #include "halvane/service/message_internal.h"
