@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 #include <systemd/sd-bus.h>
 #include <utility>
 #include <vector>
@@ -124,11 +125,45 @@ std::size_t bareRequest(sd_bus* bus, const char* command) {
     return size;
 }
 
+// What all threads of this process have used for a request: microseconds of processor time, and how
+// often they were switched. The service and the bus are processes of their own.
+class Usage {
+  public:
+    explicit Usage(benchmark::State& state) : state_(state) {}
+    Usage(const Usage&) = delete;
+    Usage& operator=(const Usage&) = delete;
+    ~Usage() {
+        const rusage now = used();
+        const auto perRequest = [this](auto count) {
+            return benchmark::Counter(static_cast<double>(count),
+                                      benchmark::Counter::kAvgIterations);
+        };
+        state_.counters["cpu_us"] = perRequest(microseconds(now) - microseconds(before_));
+        state_.counters["switches"] = perRequest(switches(now) - switches(before_));
+    }
+
+  private:
+    static rusage used() {
+        rusage usage{};
+        check(::getrusage(RUSAGE_SELF, &usage));
+        return usage;
+    }
+    static long microseconds(const rusage& usage) {
+        return (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000000 +
+               usage.ru_utime.tv_usec + usage.ru_stime.tv_usec;
+    }
+    static long switches(const rusage& usage) { return usage.ru_nvcsw + usage.ru_nivcsw; }
+
+    benchmark::State& state_;
+    const rusage before_ = used();
+};
+
 void requestBare(benchmark::State& state) {
     const auto count = static_cast<unsigned>(state.range(0));
     const Stage stage(count);
     const Bus bus = openBus();
     const std::size_t size = interfaceList(count).size();
+    const Usage usage(state);
     for (auto _ : state) expect(bareRequest(bus.get(), "queryInterfaceList") == size);
     state.counters["bytes"] = static_cast<double>(size);
 }
@@ -138,6 +173,7 @@ void requestHalvane(benchmark::State& state) {
     const Stage stage(count);
     const auto client = HalvaneXPCClient::init();
     expect(client->queryInterfaceList().size() == count);
+    const Usage usage(state);
     for (auto _ : state) expect(client->queryInterfaceList().size() == count);
 }
 
@@ -145,6 +181,8 @@ void requestHalvane(benchmark::State& state) {
 void requestHalvaneUnread(benchmark::State& state) {
     const Stage stage(static_cast<unsigned>(state.range(0)));
     const auto client = HalvaneXPCClient::init();
+    benchmark::DoNotOptimize(client->queryLogging());
+    const Usage usage(state);
     for (auto _ : state) benchmark::DoNotOptimize(client->queryLogging());
 }
 

@@ -115,11 +115,11 @@ void SharedLink::wait(AwaitedReply& reply, const WaitEnd& end) {
     const Place place(*this, reply);
     bool isLeader = place.isLeader();
     if (!isLeader) sendWaiting();
-    while (!reply.isSettled() && !hasPassed(end)) {
+    do {
         if (isLeader) lead(reply, end, held);
         const CancellationHeld::Point point(held);
         isLeader = reply.await(end);
-    }
+    } while (!reply.isSettled() && !hasPassed(end));
 }
 
 // Leads until `reply` is settled, `end` has come, or the sharing ends.
