@@ -1,5 +1,5 @@
-#include <algorithm>
 #include <array>
+#include <chrono>
 #include <ctime>
 #include <poll.h>
 
@@ -14,7 +14,8 @@ const timespec* timeUntil(const WaitEnd& end, timespec& storage) {
     using std::chrono::nanoseconds;
     if (!end) return nullptr;
     constexpr long kNano = 1000000000;
-    const auto left = std::max(nanoseconds(*end - std::chrono::steady_clock::now()).count(), 0L);
+    const auto now = std::chrono::steady_clock::now();
+    const auto left = *end > now ? nanoseconds(*end - now).count() : 0;
     storage.tv_sec = left / kNano;
     storage.tv_nsec = left % kNano;
     return &storage;
