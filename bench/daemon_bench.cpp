@@ -132,9 +132,9 @@ std::size_t bareRequest(sd_bus* bus, const char* command) {
     return size;
 }
 
-// What all threads of this process have used for each of `items` items of an iteration: microseconds
-// of processor time, and how often they were switched. The service and the bus are processes of
-// their own.
+// What all threads of this process have used for each of `items` items of an iteration:
+// microseconds of processor time, and how often they were switched. The service and the bus are
+// processes of their own.
 class Usage {
   public:
     explicit Usage(benchmark::State& state, unsigned items = 1) : state_(state), items_(items) {}
