@@ -7,12 +7,15 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 #include <systemd/sd-bus.h>
 #include <utility>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/daemon/daemon_client.h"
+#include "halvane/daemon/daemon_result.h"
 #include "halvane/daemon/xpc_client.h"
 #include "halvane/daemon/xpc_client_delegate.h"
 #include "halvane/model/daemon_service.h"
@@ -34,6 +37,7 @@ using namespace halvane;
 using namespace halvane::bench;
 
 constexpr unsigned kBurst = 10000;
+constexpr unsigned kInFlight = 1000;
 
 // --- The service, a process of its own ---
 
@@ -69,8 +73,8 @@ void sendNotification(sd_bus* bus, const char* destination) {
     check(::sd_bus_send(bus, signal, nullptr));
 }
 
-// "bssStart" causes a burst of notifications before its reply. The reply to everything else is the
-// list.
+// "bssStart" causes a burst of notifications before its reply. The reply to "enable" is the status
+// alone, to everything else the list.
 int answer(sd_bus_message* request, void* list, sd_bus_error*) {
     const char *key = nullptr, *command = nullptr;
     check(::sd_bus_message_enter_container(request, 'a', "{sv}"));
@@ -85,7 +89,11 @@ int answer(sd_bus_message* request, void* list, sd_bus_error*) {
     sd_bus_message* reply = nullptr;
     check(::sd_bus_message_new_method_return(request, &reply));
     const Message owner(reply);
-    append(reply, {"interfaces", *static_cast<const std::string*>(list)});
+    if (std::string_view(command) == "enable") {
+        check(::sd_bus_message_append(reply, "a{sv}", 1, "status", "x", std::int64_t{0}));
+    } else {
+        append(reply, {"interfaces", *static_cast<const std::string*>(list)});
+    }
     check(::sd_bus_send(bus, reply, nullptr));
     return 1;
 }
@@ -99,7 +107,7 @@ class Stage {
     }
 
   private:
-    testing::PrivateBus bus_;
+    testing::PrivateBus bus_{{.limits = {{"max_replies_per_connection", kInFlight}}}};
     std::string list_;
     std::optional<BytesService> service_;
 };
@@ -124,11 +132,47 @@ std::size_t bareRequest(sd_bus* bus, const char* command) {
     return size;
 }
 
+// What all threads of this process have used for each of `items` items of an iteration:
+// microseconds of processor time, and how often they were switched. The service and the bus are
+// processes of their own.
+class Usage {
+  public:
+    explicit Usage(benchmark::State& state, unsigned items = 1) : state_(state), items_(items) {}
+    Usage(const Usage&) = delete;
+    Usage& operator=(const Usage&) = delete;
+    ~Usage() {
+        const rusage now = used();
+        const auto perItem = [this](long count) {
+            return benchmark::Counter(static_cast<double>(count) / items_,
+                                      benchmark::Counter::kAvgIterations);
+        };
+        state_.counters["cpu_us"] = perItem(microseconds(now) - microseconds(before_));
+        state_.counters["switches"] = perItem(switches(now) - switches(before_));
+    }
+
+  private:
+    static rusage used() {
+        rusage usage{};
+        check(::getrusage(RUSAGE_SELF, &usage));
+        return usage;
+    }
+    static long microseconds(const rusage& usage) {
+        return (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000000 + usage.ru_utime.tv_usec +
+               usage.ru_stime.tv_usec;
+    }
+    static long switches(const rusage& usage) { return usage.ru_nvcsw + usage.ru_nivcsw; }
+
+    benchmark::State& state_;
+    const unsigned items_;
+    const rusage before_ = used();
+};
+
 void requestBare(benchmark::State& state) {
     const auto count = static_cast<unsigned>(state.range(0));
     const Stage stage(count);
     const Bus bus = openBus();
     const std::size_t size = interfaceList(count).size();
+    const Usage usage(state);
     for (auto _ : state) expect(bareRequest(bus.get(), "queryInterfaceList") == size);
     state.counters["bytes"] = static_cast<double>(size);
 }
@@ -138,6 +182,7 @@ void requestHalvane(benchmark::State& state) {
     const Stage stage(count);
     const auto client = HalvaneXPCClient::init();
     expect(client->queryInterfaceList().size() == count);
+    const Usage usage(state);
     for (auto _ : state) expect(client->queryInterfaceList().size() == count);
 }
 
@@ -145,6 +190,8 @@ void requestHalvane(benchmark::State& state) {
 void requestHalvaneUnread(benchmark::State& state) {
     const Stage stage(static_cast<unsigned>(state.range(0)));
     const auto client = HalvaneXPCClient::init();
+    benchmark::DoNotOptimize(client->queryLogging());
+    const Usage usage(state);
     for (auto _ : state) benchmark::DoNotOptimize(client->queryLogging());
 }
 
@@ -158,6 +205,67 @@ void parseHalvane(benchmark::State& state) {
     for (auto _ : state) {
         expect(HalvaneXPCClient::queryInterfaceListResponse_error(reply).size() == count);
     }
+}
+
+// --- Many requests in flight ---
+
+int countReply(sd_bus_message* reply, void* count, sd_bus_error*) {
+    const char* key = nullptr;
+    std::int64_t status = -1;
+    check(::sd_bus_message_enter_container(reply, 'a', "{sv}"));
+    check(::sd_bus_message_read(reply, "{sv}", &key, "x", &status));
+    expect(status == 0);
+    ++*static_cast<unsigned*>(count);
+    return 1;
+}
+
+void sendRequest(sd_bus* bus, unsigned& replies) {
+    sd_bus_message* request = nullptr;
+    check(::sd_bus_message_new_method_call(bus, &request, kDaemonServiceName, kPath,
+                                           kDaemonServiceName, "Request"));
+    const Message owner(request);
+    check(::sd_bus_message_append(request, "a{sv}", 2, "command", "s", "enable", "interface", "s",
+                                  "wlan0"));
+    check(::sd_bus_call_async(bus, nullptr, request, countReply, &replies, UINT64_MAX));
+}
+
+// Handles what arrives until `count` is `most`.
+void processUntil(sd_bus* bus, const unsigned& count, unsigned most) {
+    while (count < most) {
+        const int status = ::sd_bus_process(bus, nullptr);
+        check(status);
+        if (status == 0) check(::sd_bus_wait(bus, UINT64_MAX));
+    }
+}
+
+void inFlightBare(benchmark::State& state) {
+    const Stage stage(1);
+    const Bus bus = openBus();
+    const Usage usage(state, kInFlight);
+    for (auto _ : state) {
+        unsigned replies = 0;
+        for (unsigned i = 0; i < kInFlight; ++i) sendRequest(bus.get(), replies);
+        processUntil(bus.get(), replies, kInFlight);
+    }
+    state.SetItemsProcessed(state.iterations() * kInFlight);
+}
+
+void inFlightHalvane(benchmark::State& state) {
+    const Stage stage(1);
+    DaemonClient client;
+    expect(client.enable("wlan0").has_value());
+    CountingSemaphore all(0);
+    unsigned replies = 0;
+    const auto count = [&](const DaemonResult<void>& done) {
+        expect(done.has_value());
+        if (++replies % kInFlight == 0) all.signal();
+    };
+    const Usage usage(state, kInFlight);
+    for (auto _ : state) {
+        for (unsigned i = 0; i < kInFlight; ++i) client.enable("wlan0", count);
+        all.wait();
+    }
+    state.SetItemsProcessed(state.iterations() * kInFlight);
 }
 
 // --- Notifications ---
@@ -176,14 +284,11 @@ void notificationsBare(benchmark::State& state) {
     unsigned count = 0;
     check(::sd_bus_match_signal(bus.get(), nullptr, kDaemonServiceName, kPath, kDaemonServiceName,
                                 "Event", countSignal, &count));
+    const Usage usage(state, kBurst);
     for (auto _ : state) {
         count = 0;
         bareRequest(bus.get(), "bssStart");
-        while (count < kBurst) {
-            const int status = ::sd_bus_process(bus.get(), nullptr);
-            check(status);
-            if (status == 0) check(::sd_bus_wait(bus.get(), UINT64_MAX));
-        }
+        processUntil(bus.get(), count, kBurst);
     }
     state.SetItemsProcessed(state.iterations() * kBurst);
 }
@@ -198,6 +303,7 @@ void notificationsHalvane(benchmark::State& state) {
     };
     const auto client = HalvaneXPCClient::init();
     client->setDelegate(std::move(delegate));
+    const Usage usage(state, kBurst);
     for (auto _ : state) {
         client->bssStart_error("wlan0");
         all.wait();
@@ -209,6 +315,8 @@ BENCHMARK(requestBare)->Arg(1)->Arg(16)->UseRealTime();
 BENCHMARK(requestHalvane)->Arg(1)->Arg(16)->UseRealTime();
 BENCHMARK(requestHalvaneUnread)->Arg(1)->Arg(16)->UseRealTime();
 BENCHMARK(parseHalvane)->Arg(1)->Arg(16);
+BENCHMARK(inFlightBare)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(inFlightHalvane)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(notificationsBare)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(notificationsHalvane)->UseRealTime()->Unit(benchmark::kMillisecond);
 

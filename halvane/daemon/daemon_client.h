@@ -34,7 +34,8 @@
 // - With a deadline: it blocks until there is a result or the deadline has passed. Without a
 //   deadline it waits as long as the daemon takes. A late reply is dropped; until it comes, the
 //   request counts towards the 128 that a bus lets a client have pending. The call throws nothing.
-//   If the deadline has already passed, it sends nothing.
+//   If the deadline has already passed, it sends nothing. While it waits, the calling thread
+//   receives for the whole client, so it should not be stopped from running.
 // - With a completion, which is called exactly once. It is normally called on the client's queue.
 //   If memory is short, the thread that finds so calls it. The destructor calls it on its own
 //   thread for a request that is still pending.

@@ -166,23 +166,23 @@ bool DaemonLink::post(Wish wish, Send send) {
     return true;
 }
 
+// After the wait the link may be gone.
 DaemonReply DaemonLink::request(IPCMessage message, const DaemonDeadline& deadline, Wish wish) {
     if (!isInHomeProcess()) return daemonFailure(Kind::Ending);
     if (deadline.hasPassed()) {
         remember(wish);
         return daemonFailure(Kind::DeadlinePassed);
     }
-    const auto waiter = std::make_shared<DaemonWaiter>();
-    auto request = std::make_shared<DaemonBlockedRequest>(waiter, completions_);
-    ServiceConnection::ReplyHandler handler = [request = std::move(request),
-                                               others = completions_](ServiceReply reply) {
-        request->finish(replyOf(std::move(reply), others->isEnding()));
-    };
+    const auto others = completions_;
+    const unsigned losses = others->losses();
+    std::optional<ServiceConnection::Request> request;
     const bool isPosted = post(wish, [&](ServiceConnection& connection) {
-        connection.sendMessageWithReplyAtOnce(std::move(message), std::move(handler));
+        request.emplace(connection.request(std::move(message)));
     });
     if (!isPosted) return Unexpected(failure());
-    return waiter->wait(deadline);
+    if (!request->wait(deadline.end())) return daemonFailure(Kind::DeadlinePassed);
+    auto reply = request->takeReply();
+    return reply ? replyOf(*std::move(reply), others->isEnding()) : others->lostReply(losses);
 }
 
 DaemonLink::Numbered DaemonLink::number(Completion& done) const {
@@ -219,12 +219,21 @@ void DaemonLink::request(IPCMessage message, Completion done, Wish wish) {
     }
 }
 
+// After the wait the link may be gone.
 void DaemonLink::send(IPCMessage message, const SerialQueue& replies,
                       ServiceConnection::ReplyHandler handler) {
     if (!isInHomeProcess()) return;
+    const auto queue = replies.handle();
+    std::optional<ServiceConnection::Request> request;
     post(std::nullopt, [&](ServiceConnection& connection) {
-        connection.sendMessageWithReply(std::move(message), replies, std::move(handler),
-                                        ServiceConnection::ReplyThread::Any);
+        request.emplace(connection.request(std::move(message)));
+    });
+    if (!request) return;
+    request->wait();
+    auto reply = request->takeReply();
+    if (!reply) return;
+    queue.runOrAsync([handler = std::move(handler), reply = *std::move(reply)]() mutable {
+        handler(std::move(reply));
     });
 }
 

@@ -5,8 +5,8 @@
 // on as they come; its states are Connecting, BusGone once released, and Ending.
 //
 // Threads: any thread may make any call, except as end() states. Events and completions run on one
-// queue. The connection's own thread releases blocked requests, so that code on that queue may make
-// them. A third thread reconnects.
+// queue. Blocked requests receive their replies without it, so that code on that queue may make
+// them. Two more threads serve the connection and reconnect.
 #ifndef HALVANE_DAEMON_LINK_INTERNAL_H
 #define HALVANE_DAEMON_LINK_INTERNAL_H
 
@@ -75,8 +75,9 @@ class DaemonLink : public std::enable_shared_from_this<DaemonLink> {
     // Sets the wish of a request that could not even be made.
     void remember(Wish wish);
 
-    // Passes the reply to `handler` on `replies`, or, if it is small, on the connection's thread.
-    // Destroys the handler uncalled if the link has ended. May throw std::bad_alloc.
+    // Waits for the reply and passes it to `handler` on `replies`, on the calling thread if that
+    // queue is idle. Destroys the handler uncalled if there is no reply, which includes the end of
+    // the link. May throw std::bad_alloc.
     void send(IPCMessage message, const SerialQueue& replies,
               ServiceConnection::ReplyHandler handler);
 

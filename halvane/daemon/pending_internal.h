@@ -1,16 +1,14 @@
-// Requests that await their reply: either a thread blocks, or a function is called.
+// Requests whose replies are passed to functions, and what becomes of a request without a reply.
 //
 // Threads: any thread may make any call.
 #ifndef HALVANE_DAEMON_PENDING_INTERNAL_H
 #define HALVANE_DAEMON_PENDING_INTERNAL_H
 
 #include <atomic>
-#include <condition_variable>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <utility>
 
 #include "halvane/base/result.h"
@@ -24,34 +22,6 @@ using DaemonReply = DaemonResult<IPCMessage>;
 inline DaemonReply daemonFailure(DaemonError::Kind kind) {
     return Unexpected(DaemonError{kind});
 }
-
-// A blocked thread waits here. It shares this with the sender of the reply, who may come too late.
-class DaemonWaiter {
-  public:
-    // Only the first reply counts.
-    void set(DaemonReply reply) {
-        const std::lock_guard lock(mutex_);
-        if (!reply_) reply_.emplace(std::move(reply));
-        changed_.notify_one();
-    }
-
-    // REQUIRES: called once.
-    DaemonReply wait(const DaemonDeadline& deadline) {
-        std::unique_lock lock(mutex_);
-        const auto isThere = [this] { return reply_.has_value(); };
-        if (!deadline.end()) {
-            changed_.wait(lock, isThere);
-        } else if (!changed_.wait_until(lock, *deadline.end(), isThere)) {
-            return daemonFailure(DaemonError::Kind::DeadlinePassed);
-        }
-        return std::move(*reply_);
-    }
-
-  private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::optional<DaemonReply> reply_;
-};
 
 // The functions that await a reply, by request number.
 class DaemonCompletions {
@@ -115,24 +85,6 @@ class DaemonCompletions {
 
 // The connection's share of a request, held by the copies of the reply handler. The connection
 // destroys it without a reply if memory cannot hold the reply, and when the connection ends.
-class DaemonBlockedRequest {
-  public:
-    DaemonBlockedRequest(std::shared_ptr<DaemonWaiter> waiter,
-                         std::shared_ptr<const DaemonCompletions> others)
-        : waiter_(std::move(waiter)), others_(std::move(others)), losses_(others_->losses()) {}
-    DaemonBlockedRequest(const DaemonBlockedRequest&) = delete;
-    DaemonBlockedRequest& operator=(const DaemonBlockedRequest&) = delete;
-    ~DaemonBlockedRequest() { waiter_->set(others_->lostReply(losses_)); }
-
-    void finish(DaemonReply reply) { waiter_->set(std::move(reply)); }
-
-  private:
-    const std::shared_ptr<DaemonWaiter> waiter_;
-    const std::shared_ptr<const DaemonCompletions> others_;
-    const unsigned losses_;
-};
-
-// The same for a function to call.
 class DaemonNumberedRequest {
   public:
     // Throws std::bad_alloc, and has not taken the function then.

@@ -6,10 +6,11 @@
 //
 // One client is one connection to the service kDaemonServiceName on the system bus, and two serial
 // queues. Events are handled on the connection queue, "<service>.connection.queue", replies on the
-// reply queue, "<service>.reply.queue". If there is no bus, or the bus goes away, the connection
-// becomes invalid for good: every later request fails at once, and the program needs a new client.
-// If the daemon goes away and comes back, later requests find it again, but notifications must be
-// registered again. docs/protocol.md describes the messages on the bus.
+// reply queue, "<service>.reply.queue". A waiting caller takes that queue's place for its own
+// reply. If there is no bus, or the bus goes away, the connection becomes invalid for good: every
+// later request fails at once, and the program needs a new client. If the daemon goes away and
+// comes back, later requests find it again, but notifications must be registered again.
+// docs/protocol.md describes the messages on the bus.
 //
 // A request blocks until the daemon's reply was handled, without a time limit: a daemon that never
 // replies blocks its caller forever. A request fails with code -6700 if the daemon or the bus goes

@@ -68,7 +68,7 @@ class XPCLink {
     bool isInHomeProcess() const { return link_->isInHomeProcess(); }
 
     // Sends `message` and returns what `parse` makes of its reply. The reply is parsed on the reply
-    // queue; a small one is parsed without waking the queue's thread. If parsing throws
+    // queue; if that is idle, on the calling thread in the place of the queue's. If parsing throws
     // std::bad_alloc, the reply counts as an error. In a child process made by fork() nothing is
     // sent, and the result is what `parse` makes of an error.
     // REQUIRES: `parse` waits for nothing.

@@ -81,21 +81,14 @@ TEST_F(DaemonPending, LeavesWhatIsDroppedAtTheEndToTheEnd) {
                                    "third: the client is ending"));
 }
 
-TEST_F(DaemonPending, ReleasesABlockedThreadWhoseReplyWasDropped) {
-    for (const bool isEnding : {false, true}) {
-        if (isEnding) completions_->beginEnd();
-        const auto waiter = std::make_shared<DaemonWaiter>();
-        DaemonBlockedRequest(waiter, completions_);
-        const auto reply = waiter->wait({});
-        ASSERT_FALSE(reply);
-        EXPECT_EQ(reply.error().kind, isEnding ? Kind::Ending : Kind::OutOfMemory);
-    }
-}
-
-TEST_F(DaemonPending, GivesABlockedThreadTheFirstReply) {
-    const auto waiter = std::make_shared<DaemonWaiter>();
-    DaemonBlockedRequest(waiter, completions_).finish(IPCMessage());
-    EXPECT_TRUE(waiter->wait(1h));
+TEST_F(DaemonPending, TellsWhyAReplyIsLost) {
+    const unsigned losses = completions_->losses();
+    EXPECT_EQ(completions_->lostReply(losses).error().kind, Kind::OutOfMemory);
+    completions_->noteLoss();
+    EXPECT_EQ(completions_->lostReply(losses).error().kind, Kind::BusGone);
+    EXPECT_EQ(completions_->lostReply(losses + 1).error().kind, Kind::OutOfMemory);
+    completions_->beginEnd();
+    EXPECT_EQ(completions_->lostReply(losses).error().kind, Kind::Ending);
 }
 
 TEST(BackOff, WaitsTwiceAsLongEachTimeWithinBounds) {

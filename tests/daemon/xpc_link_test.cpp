@@ -1,8 +1,10 @@
+#include <cstddef>
 #include <cstdint>
 #include <future>
 #include <gtest/gtest.h>
 #include <new>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
@@ -13,7 +15,6 @@
 #include "tests/support/private_bus.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/service_client.h"
-#include "tests/support/thread_names.h"
 
 namespace {
 
@@ -38,9 +39,8 @@ TEST(XPCLink, HandlesTheRepliesThatCameBeforeItWasReleased) {
     });
     link->resume();
 
-    // The first reply is too large for the connection's thread, so it occupies the queue while the
-    // second arrives and the bus goes. Before that request has a reply, the link calls its handler
-    // on the caller's thread.
+    // The first reply occupies the queue while the second arrives and the bus goes. Before that
+    // request has a reply, the link calls its handler on the caller's thread.
     CountingSemaphore entered(0), released(0);
     auto first = std::async(std::launch::async, [&] {
         return link->request(ipcMessage({{"command", "first"}}), [&](const ServiceReply& reply) {
@@ -82,20 +82,23 @@ TEST(XPCLink, TellsOfNoEventOnceReleased) {
     EXPECT_EQ(daemon.requests().size(), 0u);
 }
 
-TEST(XPCLink, HandlesSmallRepliesWithoutWakingTheQueue) {
+TEST(XPCLink, HandlesRepliesWithoutWakingTheQueue) {
     PrivateBus bus;
     BusPeer daemon(bus);
     XPCLink link([](const ServiceEvent&) {});
     link.resume();
-    std::string thread;
-    // The queue's thread may yet be on its way to wait.
-    for (int i = 0; i < 1000 && thread != "alvane.halvaned"; ++i) {
-        link.request(ipcMessage({{"command", "x"}}), [&](const ServiceReply& reply) {
-            if (reply) thread = currentThreadName();
-            return 0;
-        });
+    for (const std::size_t size : {1u, 1000000u}) {
+        daemon.answer(ipcMessage({{"data", ByteBuffer(std::vector<std::uint8_t>(size))}}));
+        std::thread::id thread;
+        // The queue's thread may yet be on its way to wait.
+        for (int i = 0; i < 1000 && thread != std::this_thread::get_id(); ++i) {
+            link.request(ipcMessage({{"command", "x"}}), [&](const ServiceReply& reply) {
+                if (reply) thread = std::this_thread::get_id();
+                return 0;
+            });
+        }
+        EXPECT_EQ(thread, std::this_thread::get_id());
     }
-    EXPECT_EQ(thread, "alvane.halvaned");
     link.end();
 }
 

@@ -11,9 +11,11 @@
 
 #include "halvane/base/result.h"
 #include "halvane/platform/bus/address_internal.h"
+#include "halvane/platform/bus/awaited_reply_internal.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/bus/service_link_internal.h"
 #include "halvane/platform/bus/service_mailbox_internal.h"
+#include "halvane/platform/bus/shared_link_internal.h"
 #include "halvane/platform/os/callback_gate_internal.h"
 #include "halvane/platform/os/process_internal.h"
 #include "halvane/platform/os/thread_internal.h"
@@ -27,9 +29,6 @@ constexpr std::size_t kHeaderRoom = 2048;
 // How long the connection waits for memory before it tries again.
 constexpr std::chrono::milliseconds kMemoryWait{1};
 
-// How many messages are read before requests are sent.
-constexpr int kMessagesAtOnce = 64;
-
 ServiceError invalidError() {
     return {ServiceError::Kind::Invalid, "the connection to the service is invalid"};
 }
@@ -41,8 +40,43 @@ bool isSmall(const ServiceReply& reply) {
     return checkBusMessage(*reply, kMost).refusal.empty();
 }
 
-// The gate of the connection that the calling thread serves; null on any other thread.
-thread_local const CallbackGate* servedGate = nullptr;
+// While an object lives, its thread serves the connection that has the gate: as the connection's
+// own thread, or while it waits for a reply.
+class Service {
+  public:
+    enum class Thread { Own, Waiting };
+
+    Service(const CallbackGate& gate, Thread thread) : gate_(gate), thread_(thread) {
+        innermost = this;
+    }
+    Service(const Service&) = delete;
+    Service& operator=(const Service&) = delete;
+    ~Service() { innermost = outer_; }
+
+    // Whether the calling thread serves the connection that has the gate.
+    static bool isOf(const CallbackGate& gate) { return find(gate) != nullptr; }
+
+    // Whether it is that connection's own thread.
+    static bool isOnOwnThread(const CallbackGate& gate) {
+        const Service* service = find(gate);
+        return service != nullptr && service->thread_ == Thread::Own;
+    }
+
+  private:
+    static const Service* find(const CallbackGate& gate) {
+        const Service* service = innermost;
+        while (service != nullptr && &service->gate_ != &gate) service = service->outer_;
+        return service;
+    }
+
+    static thread_local const Service* innermost;
+
+    const CallbackGate& gate_;
+    const Thread thread_;
+    const Service* const outer_ = innermost;
+};
+
+thread_local const Service* Service::innermost = nullptr;
 
 // Returns work that calls `handler` with `argument` if the gate is open. The handler is destroyed
 // before its callback counts as finished.
@@ -102,7 +136,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
                                       thread](ServiceReply reply) mutable {
             if (!handler) return;
             const bool mayRunHere =
-                thread == ReplyThread::Any && servedGate == gate.get() && isSmall(reply);
+                thread == ReplyThread::Any && Service::isOnOwnThread(*gate) && isSmall(reply);
             auto call = gatedCall(gate, std::move(handler), std::move(reply));
             if (mayRunHere) {
                 queue.runOrAsync(std::move(call));
@@ -110,14 +144,27 @@ class HALVANE_HIDDEN ServiceConnection::Core
                 queue.async(std::move(call));
             }
         };
-        post(std::move(message), std::move(answer));
+        post({std::move(message), std::move(answer)});
     }
 
     void sendAtOnce(IPCMessage message, ReplyHandler handler) {
-        post(std::move(message),
-             [gate = gate_, handler = std::move(handler)](ServiceReply reply) mutable {
-                 gatedCall(std::move(gate), std::move(handler), std::move(reply))();
-             });
+        post({std::move(message),
+              [gate = gate_, handler = std::move(handler)](ServiceReply reply) mutable {
+                  gatedCall(std::move(gate), std::move(handler), std::move(reply))();
+              }});
+    }
+
+    std::shared_ptr<AwaitedReply> request(IPCMessage message) {
+        const auto awaited = std::make_shared<AwaitedReply>();
+        const auto owed = std::make_shared<OwedReply>(awaited);
+        post({std::move(message), [owed](ServiceReply reply) { owed->set(std::move(reply)); }},
+             &ServiceMailbox::putQuietly);
+        return awaited;
+    }
+
+    void wait(AwaitedReply& reply, const WaitEnd& end) {
+        const Service service(*gate_, Service::Thread::Waiting);
+        link_.wait(reply, end);
     }
 
     void cancel() {
@@ -133,7 +180,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
         mailbox_.stop();
         std::thread thread = takeThread();
         if (!thread.joinable()) return;
-        if (thread.get_id() == std::this_thread::get_id()) {
+        if (Service::isOf(*gate_)) {
             thread.detach();
         } else {
             thread.join();
@@ -143,15 +190,17 @@ class HALVANE_HIDDEN ServiceConnection::Core
   private:
     enum class State { Idle, Resumed };
 
-    void post(IPCMessage message, ServiceLink::Answer answer) {
-        const auto check = checkBusMessage(message, kServiceMessageLimit - kHeaderRoom);
+    using Put = bool (ServiceMailbox::*)(ServiceRequest&);
+
+    void post(ServiceRequest request, Put put = &ServiceMailbox::put) {
+        const auto check = checkBusMessage(request.message, kServiceMessageLimit - kHeaderRoom);
         if (!check.refusal.empty()) {
-            answer(Unexpected(ServiceError{ServiceError::Kind::Other, std::string(check.refusal),
-                                           ServiceError::Cause::Unsendable}));
-            return;
+            request.answer(
+                Unexpected(ServiceError{ServiceError::Kind::Other, std::string(check.refusal),
+                                        ServiceError::Cause::Unsendable}));
+        } else if (!(mailbox_.*put)(request)) {
+            request.answer(Unexpected(invalidError()));
         }
-        ServiceRequest request = {std::move(message), std::move(answer)};
-        if (!mailbox_.put(request)) request.answer(Unexpected(invalidError()));
     }
 
     // Returns false if this has happened before. The setters have no effect any more.
@@ -164,19 +213,15 @@ class HALVANE_HIDDEN ServiceConnection::Core
         try {
             const auto names = ServiceNames::of(serviceName_);
             const auto address = busAddress();
-            if (!names || !address || !mailbox_.wake()) return false;
-            std::shared_ptr<ServiceLink> link = ServiceLink::open(
+            if (!names || !address || !mailbox_.wake() || !link_) return false;
+            auto opened = ServiceLink::open(
                 *names, *address, [this](ServiceEvent event) { report(std::move(event)); },
                 [this] { insist([this] { postAbsence(); }); });
-            if (!link) return false;
+            if (!opened) return false;
+            const auto link = std::make_shared<std::unique_ptr<ServiceLink>>(std::move(opened));
             const std::lock_guard lock(mutex_);
-            thread_ =
-                startThread(serviceName_, [self = shared_from_this(), link = std::move(link)] {
-                    servedGate = self->gate_.get();
-                    self->serve(*link);
-                    link->close([&](ServiceLink::Answer& answer) { self->tellEnd(answer); });
-                    self->end();
-                });
+            thread_ = startThread(
+                serviceName_, [self = shared_from_this(), link] { self->serve(std::move(*link)); });
         } catch (const std::bad_alloc&) {
             return false;
         }
@@ -194,24 +239,12 @@ class HALVANE_HIDDEN ServiceConnection::Core
         return std::move(thread_);
     }
 
-    // Runs until the connection fails or ends.
-    void serve(ServiceLink& link) {
-        bool hasInput = true;
-        while (link.isOpen()) {
-            if (hasInput) hasInput = link.process(kMessagesAtOnce);
-            auto requests = mailbox_.take();
-            if (!requests) return;
-            for (auto& request : *requests) send(link, request);
-            if (!hasInput && link.isOpen()) hasInput = link.wait(mailbox_.wake());
-        }
-    }
-
-    // If memory is short, the request is dropped with its handler.
-    static void send(ServiceLink& link, ServiceRequest& request) {
-        try {
-            link.send(request.message, std::move(request.answer));
-        } catch (const std::bad_alloc&) {
-        }
+    // Runs on the connection's own thread, until the connection fails or ends.
+    void serve(std::unique_ptr<ServiceLink> link) {
+        const Service service(*gate_, Service::Thread::Own);
+        link = link_.keep(std::move(link));
+        link->close([this](ServiceLink::Answer& answer) { tellEnd(answer); });
+        end();
     }
 
     // Replies to the pending requests with errors and reports the last event.
@@ -241,15 +274,15 @@ class HALVANE_HIDDEN ServiceConnection::Core
         }
     }
 
-    // Tries again while memory is short: the target must learn of every change. Only the thread
-    // that serves the connection waits; on another thread one attempt is made.
+    // Tries again while memory is short: the target must learn of every change. Only a thread that
+    // serves the connection waits; on another thread one attempt is made.
     template <typename Attempt>
     void insist(Attempt attempt) {
         do {
             try {
                 return attempt();
             } catch (const std::bad_alloc&) {
-                if (servedGate != gate_.get()) return;
+                if (!Service::isOf(*gate_)) return;
                 std::this_thread::sleep_for(kMemoryWait);
             }
         } while (!gate_->isClosed());
@@ -274,6 +307,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
     const SerialQueue::Handle targetQueue_;
     const std::shared_ptr<CallbackGate> gate_ = std::make_shared<CallbackGate>();
     ServiceMailbox mailbox_;
+    SharedLink link_{mailbox_};
 
     std::mutex mutex_;
     State state_ = State::Idle;
@@ -319,6 +353,26 @@ void ServiceConnection::setEventHandler(EventHandler handler) {
 
 void ServiceConnection::setAbsenceHandler(std::function<void()> handler) {
     if (core_->isInHomeProcess()) core_->setAbsenceHandler(std::move(handler));
+}
+
+ServiceConnection::Request ServiceConnection::request(IPCMessage message) {
+    if (core_->isInHomeProcess()) return {core_, core_->request(std::move(message))};
+    auto lost = std::make_shared<AwaitedReply>();
+    lost->lose();
+    return {core_, std::move(lost)};
+}
+
+ServiceConnection::Request::Request(std::shared_ptr<Core> core, std::shared_ptr<AwaitedReply> reply)
+    : core_(std::move(core)), reply_(std::move(reply)) {}
+
+bool ServiceConnection::Request::wait(
+    const std::optional<std::chrono::steady_clock::time_point>& end) {
+    if (core_->isInHomeProcess()) core_->wait(*reply_, end);
+    return reply_->isSettled();
+}
+
+std::optional<ServiceReply> ServiceConnection::Request::takeReply() {
+    return reply_->take();
 }
 
 // A handler that is called from one of the next four functions may destroy the connection before

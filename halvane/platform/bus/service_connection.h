@@ -49,9 +49,11 @@
 #ifndef HALVANE_PLATFORM_BUS_SERVICE_CONNECTION_H
 #define HALVANE_PLATFORM_BUS_SERVICE_CONNECTION_H
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "halvane/base/export.h"
@@ -63,6 +65,8 @@ namespace halvane {
 
 // In bytes. Of these, 2048 are reserved for everything but the dictionary.
 inline constexpr std::size_t kServiceMessageLimit = 33554432;
+
+class AwaitedReply;
 
 class HALVANE_EXPORT ServiceConnection {
   public:
@@ -137,10 +141,19 @@ class HALVANE_EXPORT ServiceConnection {
     void sendMessageWithReply(IPCMessage message, const SerialQueue& replyQueue,
                               ReplyHandler handler, ReplyThread thread = ReplyThread::Queue);
 
-    // The same without a queue. Calls `handler` at once, on the connection's own thread, or on the
-    // calling thread if the bus has no part in the reply.
+    // The same without a queue. Calls `handler` at once, on the thread that serves the connection:
+    // its own thread, or one that waits for a reply (Request). If the bus has no part in the reply,
+    // it calls `handler` on the thread that sends the message.
     // REQUIRES: `handler` is short, waits for nothing and calls nothing of this connection.
     void sendMessageWithReplyAtOnce(IPCMessage message, ReplyHandler handler);
+
+    // A request whose reply a thread waits for.
+    class HALVANE_EXPORT Request;
+
+    // Makes a request that is sent by Request::wait(), or by a later request of any kind if that is
+    // sent first.
+    // REQUIRES: wait() is called, or the connection ends.
+    Request request(IPCMessage message);
 
     // Ends the connection for good and returns at once. Pending and later requests get an Invalid
     // error as their reply. The event handler gets the event Invalid, even without a resume().
@@ -150,6 +163,34 @@ class HALVANE_EXPORT ServiceConnection {
     class Core;
     explicit ServiceConnection(std::shared_ptr<Core> core);
     std::shared_ptr<Core> core_;
+};
+
+// It may outlive the connection.
+//
+// Threads: only one thread at a time may use an object.
+class ServiceConnection::Request {
+  public:
+    // Waits until there is a reply, which may be an error as for sendMessageWithReply(), or until
+    // it is certain that there will be none: the connection was destroyed, or memory ran out. Gives
+    // up at `end`, if there is one; a late reply is dropped. Returns whether the wait came to its
+    // end before that.
+    //
+    // The calling thread serves the connection while it waits: it handles what arrives in place of
+    // the connection's own thread, and puts other replies and events on their queues. Of several
+    // waiting threads one does so for all. The thread may be cancelled (pthread_cancel()) while
+    // nothing arrives.
+    // REQUIRES: not called by a handler that runs on a thread that serves the connection.
+    bool wait(const std::optional<std::chrono::steady_clock::time_point>& end = {});
+
+    // The reply; absent if there is none, or it was taken before.
+    std::optional<ServiceReply> takeReply();
+
+  private:
+    friend class ServiceConnection;
+    Request(std::shared_ptr<Core> core, std::shared_ptr<AwaitedReply> reply);
+
+    std::shared_ptr<Core> core_;
+    std::shared_ptr<AwaitedReply> reply_;
 };
 
 }  // namespace halvane

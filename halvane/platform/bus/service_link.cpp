@@ -1,7 +1,5 @@
-#include <algorithm>
-#include <array>
 #include <cerrno>
-#include <ctime>
+#include <chrono>
 #include <iterator>
 #include <memory>
 #include <new>
@@ -19,7 +17,7 @@
 #include "halvane/platform/bus/service_event.h"
 #include "halvane/platform/bus/service_link_internal.h"
 #include "halvane/platform/bus/service_names_internal.h"
-#include "halvane/platform/os/up_time_internal.h"
+#include "halvane/platform/os/wait_for_input_internal.h"
 
 namespace halvane {
 
@@ -69,17 +67,6 @@ ServiceReply replyOf(sd_bus_message* message) {
                                    ServiceError::Cause::Unreadable});
 }
 
-// Returns the time until a point of the monotonic clock, in microseconds; null means forever.
-const timespec* timeUntil(std::uint64_t deadline, timespec& storage) {
-    if (deadline == ServiceLink::kNever) return nullptr;
-    constexpr std::uint64_t kMicro = 1000000;
-    const std::uint64_t now = upTimeNow() / (ticksPerSecondOf(upTimeTimebase()) / kMicro);
-    const std::uint64_t left = deadline > now ? deadline - now : 0;
-    storage.tv_sec = static_cast<time_t>(left / kMicro);
-    storage.tv_nsec = static_cast<long>(left % kMicro * 1000);
-    return &storage;
-}
-
 }  // namespace
 
 std::unique_ptr<ServiceLink> ServiceLink::open(const ServiceNames& names,
@@ -104,6 +91,10 @@ ServiceLink::~ServiceLink() = default;
 
 bool ServiceLink::isOpen() const {
     return !hasFailed_ && ::sd_bus_is_open(bus_.get()) > 0;
+}
+
+bool ServiceLink::isReady() const {
+    return ::sd_bus_is_ready(bus_.get()) > 0;
 }
 
 // The matches for owner changes come before the question for the owner, so that no change between
@@ -171,17 +162,20 @@ bool ServiceLink::process(int most) {
 }
 
 bool ServiceLink::wait(WakeEvent& wake) const {
+    const std::uint64_t deadline = this->deadline();
+    WaitEnd end;
+    if (deadline != kNever) end.emplace(std::chrono::microseconds(deadline));
+    return waitForInput(descriptor(), events(), wake, end);
+}
+
+int ServiceLink::descriptor() const {
+    return ::sd_bus_get_fd(bus_.get());
+}
+
+// If sd-bus cannot tell, process() can find out why.
+short ServiceLink::events() const {
     const int events = ::sd_bus_get_events(bus_.get());
-    if (events < 0) return true;
-    std::array<pollfd, 2> polled = {{
-        {::sd_bus_get_fd(bus_.get()), static_cast<short>(events), 0},
-        {wake.descriptor(), POLLIN, 0},
-    }};
-    timespec storage{};
-    const int count =
-        ::ppoll(polled.data(), polled.size(), timeUntil(deadline(), storage), nullptr);
-    if (count > 0 && polled[1].revents != 0) wake.clear();
-    return count <= 0 || polled[0].revents != 0;
+    return static_cast<short>(events < 0 ? POLLIN | POLLOUT : events);
 }
 
 // If sd-bus cannot tell the deadline, process() can find out why.

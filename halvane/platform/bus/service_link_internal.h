@@ -43,6 +43,10 @@ class ServiceLink {
     // Whether the bus is connected or still may become so.
     bool isOpen() const;
 
+    // Whether the bus has admitted the connection. From then on its descriptor stays the same, and
+    // it has no deadline.
+    bool isReady() const;
+
     // Sends a request. process() passes the reply to `answer`; if the request cannot be sent,
     // `answer` is called at once. Throws std::bad_alloc without sending the request. If memory
     // cannot hold the reply, it is dropped and `answer` is destroyed.
@@ -54,6 +58,11 @@ class ServiceLink {
     // Waits until there is something to process or `wake` is signalled, and clears `wake`. Returns
     // whether there is something to process.
     bool wait(WakeEvent& wake) const;
+
+    // For a wait of one's own: the bus's descriptor, and the events of poll() upon which there is
+    // something to process.
+    int descriptor() const;
+    short events() const;
 
     // Returns when process() has something to do even if nothing arrives, in microseconds of the
     // monotonic clock; kNever if that never happens.
