@@ -22,8 +22,6 @@ struct Probe {
     ByteBuffer name{};
     InlineList<std::uint8_t, 4> runs{};
     ByteBuffer rest{};
-
-    friend bool operator==(const Probe&, const Probe&) = default;
 };
 
 constexpr BitField kRuns[] = {{0, 3, "Size"}, {9, 2, "Late"}};

@@ -1,5 +1,7 @@
 #include "halvane/air/tid_to_link_mapping.h"
 
+#include <cstddef>
+
 #include <gtest/gtest.h>
 
 #include "tests/air/element_samples.h"
@@ -19,7 +21,7 @@ TEST(AirTidToLinkMapping, DecodesEveryField) {
     EXPECT_EQ(element->expectedDuration, 0x123456u);
     EXPECT_EQ(element->links[0], 0x0003);
     EXPECT_EQ(element->links[7], 0x8004);
-    for (int tid = 1; tid < 7; ++tid) EXPECT_FALSE(element->links[tid]) << tid;
+    for (std::size_t tid = 1; tid < 7; ++tid) EXPECT_FALSE(element->links[tid]) << tid;
     EXPECT_EQ(element->rest.size(), 1u);
 }
 

@@ -145,7 +145,8 @@ std::vector<Header> headersOfEveryLinkType() {
 }
 
 TEST(CapturedFrame, IsShortInEveryPrefixUpToItsElements) {
-    for (const auto& [linkType, header] : headersOfEveryLinkType()) {
+    for (const auto& [type, header] : headersOfEveryLinkType()) {
+        const LinkType linkType = type;
         SCOPED_TRACE(static_cast<int>(linkType));
         const std::size_t headerSize = header.size();
         const Bytes packet = joined(header, beaconPacket());
@@ -174,7 +175,8 @@ bool isWithin(std::span<const std::uint8_t> part, std::span<const std::uint8_t> 
 }
 
 TEST(CapturedFrame, LiesWithinThePacketWhateverAnOctetIs) {
-    for (const auto& [linkType, header] : headersOfEveryLinkType()) {
+    for (const auto& [type, header] : headersOfEveryLinkType()) {
+        const LinkType linkType = type;
         SCOPED_TRACE(static_cast<int>(linkType));
         const Bytes packet = joined(header, beaconPacket());
         std::vector<std::size_t> offsets(packet.size());

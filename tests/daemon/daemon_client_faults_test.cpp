@@ -335,7 +335,7 @@ TEST_F(DaemonClientFaults, AnswersACompletionThatAsksAtTheEnd) {
 
 TEST_F(DaemonClientFaults, MayEndInEachOfItsEvents) {
     connect();
-    const auto endAt = [this](const std::string& when, auto happen) {
+    const auto endAt = [](const std::string& when, auto happen) {
         std::unique_ptr<DaemonClient> client;
         CountingSemaphore isMade(0), hasEnded(0);
         std::atomic<int> later = 0;
