@@ -216,7 +216,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
             if (!names || !address || !mailbox_.wake() || !link_) return false;
             auto opened = ServiceLink::open(
                 *names, *address, [this](ServiceEvent event) { report(std::move(event)); },
-                [this] { insist([this] { postAbsence(); }); });
+                [this] { insist([this] { postAbsence(); }); }, [this] { targetQueue_.wake(); });
             if (!opened) return false;
             const auto link = std::make_shared<std::unique_ptr<ServiceLink>>(std::move(opened));
             const std::lock_guard lock(mutex_);
@@ -251,6 +251,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
     void end() {
         for (auto& request : mailbox_.close()) tellEnd(request.answer);
         insist([this] { postEvent(invalidError()); });
+        targetQueue_.wake();
         eventHandler_.reset();
         absenceHandler_ = nullptr;
     }
@@ -282,18 +283,20 @@ class HALVANE_HIDDEN ServiceConnection::Core
             try {
                 return attempt();
             } catch (const std::bad_alloc&) {
+                targetQueue_.wake();  // what is queued may give memory back
                 if (!Service::isOf(*gate_)) return;
                 std::this_thread::sleep_for(kMemoryWait);
             }
         } while (!gate_->isClosed());
     }
 
+    // The target's queue is woken after the last of those that have arrived together.
     void postEvent(ServiceEvent event) {
         if (!eventHandler_) return;
         const auto call = [handler = eventHandler_](ServiceEvent arrived) {
             (*handler)(std::move(arrived));
         };
-        targetQueue_.async(gatedCall(gate_, call, std::move(event)));
+        targetQueue_.append(gatedCall(gate_, call, std::move(event)));
     }
 
     void postAbsence() {

@@ -72,19 +72,21 @@ ServiceReply replyOf(sd_bus_message* message) {
 std::unique_ptr<ServiceLink> ServiceLink::open(const ServiceNames& names,
                                                const std::string& address,
                                                ServiceOwner::EventSink sink,
-                                               std::function<void()> absence) {
+                                               std::function<void()> absence,
+                                               std::function<void()> pause) {
     BusPointer bus;  // a slow bus must not end the calls that follow the service
     if (openBus(address, kNoCallLimit, bus) < 0) return nullptr;
-    std::unique_ptr<ServiceLink> link(
-        new ServiceLink(names, std::move(bus), std::move(sink), std::move(absence)));
+    std::unique_ptr<ServiceLink> link(new ServiceLink(names, std::move(bus), std::move(sink),
+                                                      std::move(absence), std::move(pause)));
     return link->follow() ? std::move(link) : nullptr;
 }
 
 ServiceLink::ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::EventSink sink,
-                         std::function<void()> absence)
+                         std::function<void()> absence, std::function<void()> pause)
     : names_(std::move(names)),
       owner_(std::move(sink)),
       absence_(std::move(absence)),
+      pause_(std::move(pause)),
       bus_(std::move(bus)) {}
 
 ServiceLink::~ServiceLink() = default;
@@ -153,6 +155,12 @@ int ServiceLink::call(const IPCMessage& message, Pending& pending) {
 }
 
 bool ServiceLink::process(int most) {
+    const bool hasMore = processSome(most);
+    if (pause_) pause_();
+    return hasMore;
+}
+
+bool ServiceLink::processSome(int most) {
     for (int i = 0; i < most && isOpen(); ++i) {
         const int status = ::sd_bus_process(bus_.get(), nullptr);
         if (status < 0) fail();

@@ -28,11 +28,12 @@ class ServiceLink {
     // Begins to connect to the bus at a D-Bus address and to follow the service. It waits for
     // nothing, and returns null if this fails at once. process() passes events to `sink`, all but
     // Invalid. It calls `absence`, at most once, if the bus says at the beginning that nobody owns
-    // the service's name.
-    // REQUIRES: `sink` and `absence` throw nothing.
+    // the service's name. Each call of process() ends with one of `pause`.
+    // REQUIRES: `sink`, `absence` and `pause` throw nothing.
     static std::unique_ptr<ServiceLink> open(const ServiceNames& names, const std::string& address,
                                              ServiceOwner::EventSink sink,
-                                             std::function<void()> absence = nullptr);
+                                             std::function<void()> absence = nullptr,
+                                             std::function<void()> pause = nullptr);
 
     ServiceLink(const ServiceLink&) = delete;
     ServiceLink& operator=(const ServiceLink&) = delete;
@@ -82,8 +83,9 @@ class ServiceLink {
     };
 
     ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::EventSink sink,
-                std::function<void()> absence);
+                std::function<void()> absence, std::function<void()> pause);
     bool follow();
+    bool processSome(int most);
     int call(const IPCMessage& message, Pending& pending);
     void fail();
     template <typename Note>
@@ -98,6 +100,7 @@ class ServiceLink {
     const ServiceNames names_;
     ServiceOwner owner_;
     const std::function<void()> absence_;
+    const std::function<void()> pause_;
     std::list<Pending> pending_;
     bool hasFailed_ = false;
     BusPointer bus_;  // closed first: its callbacks use the other members

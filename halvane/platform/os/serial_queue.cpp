@@ -36,6 +36,21 @@ class HALVANE_HIDDEN SerialQueue::State {
         changed_.signal();
     }
 
+    void append(Work work) {
+        if (!work || !isInHomeProcess()) return;
+        const std::lock_guard lock(mutex_);
+        if (!isClosed_) waiting_.push_back(std::move(work));
+    }
+
+    void wake() {
+        if (!isInHomeProcess()) return;
+        {
+            const std::lock_guard lock(mutex_);
+            if (isClosed_ || waiting_.empty() || !std::exchange(isIdle_, false)) return;
+        }
+        changed_.signal();
+    }
+
     void runOrAsync(Work work) {
         if (!work || !isInHomeProcess() || !enter(work)) return;
         runAsGuest(work);
@@ -64,17 +79,22 @@ class HALVANE_HIDDEN SerialQueue::State {
   private:
     static bool isOn(std::thread::id thread) { return thread == std::this_thread::get_id(); }
 
-    // Takes the thread's place; the thread stays idle until leave(). If the queue is busy, the work
-    // is queued. If the queue is closed, the work stays with the caller.
+    // Takes the thread's place; the thread stays idle until leave(). If the queue is busy or has
+    // work that waits, the work is queued. If the queue is closed, the work stays with the caller.
     bool enter(Work& work) {
-        const std::lock_guard lock(mutex_);
-        if (isClosed_) return false;
-        if (!std::exchange(isIdle_, false)) {
+        {
+            const std::lock_guard lock(mutex_);
+            if (isClosed_) return false;
+            const bool isIdle = std::exchange(isIdle_, false);
+            if (isIdle && waiting_.empty()) {
+                guest_ = std::this_thread::get_id();
+                return true;
+            }
             waiting_.push_back(std::move(work));
-            return false;
+            if (!isIdle) return false;
         }
-        guest_ = std::this_thread::get_id();
-        return true;
+        changed_.signal();
+        return false;
     }
 
     static void runAsGuest(Work& work) noexcept {
@@ -144,6 +164,14 @@ void SerialQueue::Handle::async(Work work) const {
 void SerialQueue::Handle::runOrAsync(Work work) const {
     const auto state = state_;
     state->runOrAsync(std::move(work));
+}
+
+void SerialQueue::Handle::append(Work work) const {
+    state_->append(std::move(work));
+}
+
+void SerialQueue::Handle::wake() const {
+    state_->wake();
 }
 
 SerialQueue::SerialQueue(std::string label) : state_(std::make_shared<State>(std::move(label))) {

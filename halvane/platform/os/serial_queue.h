@@ -41,6 +41,11 @@ class HALVANE_EXPORT SerialQueue {
         // REQUIRES: `work` does not wait for anything that the calling thread has yet to do.
         void runOrAsync(Work work) const;
 
+        // Like async(), but an idle queue sleeps on until wake(), or until the next work that comes
+        // by another call. For work that arrives in bursts: its thread is woken once for all.
+        void append(Work work) const;
+        void wake() const;
+
       private:
         friend class SerialQueue;
         explicit Handle(std::shared_ptr<State> state);

@@ -66,6 +66,65 @@ TEST(SerialQueue, RunsWorkThatWorkHasGiven) {
     EXPECT_EQ(order, (std::vector<int>{1, 2}));
 }
 
+TEST(SerialQueue, LetsNoGuestPassAppendedWork) {
+    std::vector<int> order;
+    SerialQueue queue("bursts");
+    waitUntilIdle(queue);
+    for (int i = 0; i < 3; ++i) queue.handle().append([&order, i] { order.push_back(i); });
+    CountingSemaphore done(0);
+    std::thread::id ranOn;
+    queue.handle().runOrAsync([&] {
+        ranOn = std::this_thread::get_id();
+        order.push_back(3);
+        done.signal();
+    });
+    done.wait();
+    EXPECT_NE(ranOn, std::this_thread::get_id());
+    EXPECT_EQ(order, (std::vector<int>{0, 1, 2, 3}));
+}
+
+TEST(SerialQueue, RunsAppendedWorkOnceItIsWoken) {
+    std::vector<int> order;
+    CountingSemaphore done(0);
+    SerialQueue queue("woken");
+    waitUntilIdle(queue);
+    queue.handle().append([&] { order.push_back(1); });
+    queue.handle().append([&] {
+        order.push_back(2);
+        done.signal();
+    });
+    queue.handle().wake();
+    done.wait();
+    EXPECT_EQ(order, (std::vector<int>{1, 2}));
+    queue.handle().wake();  // nothing is left
+}
+
+TEST(SerialQueue, RunsAppendedWorkBeforeLaterWork) {
+    std::vector<int> order;
+    SerialQueue queue("order");
+    for (int i = 0; i < 1000; ++i) {
+        if (i % 3 == 0) waitUntilIdle(queue);
+        queue.handle().append([&order, i] { order.push_back(2 * i); });
+        queue.async([&order, i] { order.push_back(2 * i + 1); });
+    }
+    drain(queue);
+    std::vector<int> expected(2000);
+    std::iota(expected.begin(), expected.end(), 0);
+    EXPECT_EQ(order, expected);
+}
+
+TEST(SerialQueue, DropsAppendedWorkThatNobodyWoke) {
+    const auto owned = std::make_shared<int>(0);
+    bool hasRun = false;
+    {
+        SerialQueue queue("dropped");
+        waitUntilIdle(queue);
+        queue.handle().append([owned, &hasRun] { hasRun = true; });
+    }
+    EXPECT_FALSE(hasRun);
+    EXPECT_EQ(owned.use_count(), 1);
+}
+
 TEST(SerialQueue, IsCurrentOnItsOwnThreadAlone) {
     SerialQueue queue("mine"), other("other");
     std::optional<bool> onItself, onOther;
