@@ -4,8 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
+#include <unistd.h>
 
 #include "tests/support/run_program.h"
 
@@ -14,10 +13,9 @@ namespace {
 
 using halvane::testing::ProgramResult;
 using halvane::testing::runProgram;
-using ::testing::ElementsAre;
+using ::testing::Contains;
 using ::testing::Field;
 using ::testing::HasSubstr;
-using ::testing::Not;
 
 struct Row {
     std::string_view text, written;
