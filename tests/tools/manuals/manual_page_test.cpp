@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "tests/support/run_program.h"
+#include "tools/halvane/completion/program_outline.h"
 
 namespace halvane::tool {
 namespace {
