@@ -40,7 +40,7 @@ std::string underlined(std::string_view text) {
 // A line that shows itself. Blanks at its start do not show in filled text, and scdoc refuses them.
 std::string plainLine(std::string_view line) {
     line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-    const std::string text = escaped(line, kMarkup);
+    std::string text = escaped(line, kMarkup);
     // Lists and comments begin so.
     if (text.starts_with('-') || text.starts_with(';')) return '\\' + text;
     // So do numbered lists and, as scdoc does not hide an escaped dot, the commands of manuals. An
