@@ -53,6 +53,8 @@ foreach(folder IN LISTS CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
   list(REMOVE_ITEM halvane_private_flags -L${folder})
 endforeach()
 list(REMOVE_DUPLICATES halvane_private_flags)
+list(TRANSFORM HALVANE_CXX_RUNTIME PREPEND -l OUTPUT_VARIABLE runtime_flags)
+list(APPEND halvane_private_flags ${runtime_flags} -pthread)
 list(JOIN halvane_private_flags " " halvane_private_flags)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/halvane.pc.in ${PROJECT_BINARY_DIR}/halvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/halvane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig

@@ -16,12 +16,37 @@ namespace halvane::tool {
 
 namespace {
 
+// What has a meaning for scdoc wherever it stands.
+constexpr std::string_view kMarkup = "\\*_#[]|+<>`~";
+
+// Text with a backslash before each of the letters.
+std::string escaped(std::string_view text, std::string_view letters) {
+    std::string all;
+    for (const char letter : text) {
+        if (letters.find(letter) != letters.npos) all += '\\';
+        all += letter;
+    }
+    return all;
+}
+
 std::string bold(std::string_view text) {
-    return '*' + plainText(text) + '*';
+    return '*' + escaped(text, kMarkup) + '*';
 }
 
 std::string underlined(std::string_view text) {
-    return '_' + plainText(text) + '_';
+    return '_' + escaped(text, kMarkup) + '_';
+}
+
+// A line that shows itself. Blanks at its start do not show in filled text, and scdoc refuses them.
+std::string plainLine(std::string_view line) {
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    std::string text = escaped(line, kMarkup);
+    // Lists and comments begin so.
+    if (text.starts_with('-') || text.starts_with(';')) return '\\' + text;
+    // So do numbered lists and, as scdoc does not hide an escaped dot, the commands of manuals. An
+    // empty bold text before the dot hides it from both.
+    if (text.starts_with('.')) return "**" + text;
+    return text;
 }
 
 std::string_view takeLine(std::string_view& text) {
@@ -64,10 +89,16 @@ std::string wordsText(const ValueWords& words, const std::string& name, const st
     return "\n\tWords: " + plainText(replacedText(spaced(shown), " ", ", ")) + ".\n";
 }
 
-std::string entry(const std::string& head, const std::string& help, const std::string& longHelp,
-                  const ValueWords& words) {
-    std::string text = head + "\n\t" + plainText(help) + '\n';
-    if (!longHelp.empty()) text += "\n\t" + plainText(replacedText(longHelp, "\n", " ")) + '\n';
+// A paragraph below the head of an entry; nothing without a text.
+std::string indented(const std::string& text) {
+    if (text.empty()) return {};
+    return '\t' + plainText(replacedText(text, "\n", " ")) + '\n';
+}
+
+std::string entry(const std::string& head, const std::string& help,
+                  const std::string& longHelp = {}, const ValueWords& words = {}) {
+    std::string text = head + '\n' + indented(help);
+    if (!longHelp.empty()) text += '\n' + indented(longHelp);
     return text + wordsText(words, head, help) + '\n';
 }
 
@@ -100,8 +131,7 @@ std::string argumentsOf(const OutlinedCommand& command) {
 std::string commandsOf(const ProgramOutline& outline) {
     std::string text;
     for (const OutlinedCommand& command : outline.commands) {
-        text += bold(outline.program.name + '-' + command.name) + "(1)\n\t" +
-                plainText(command.help) + "\n\n";
+        text += entry(bold(outline.program.name + '-' + command.name) + "(1)", command.help);
     }
     return text;
 }
@@ -118,8 +148,7 @@ std::string statusesOf(const std::string& lines) {
         const std::string status = rest.substr(0, end);
         rest = end == rest.npos ? "" : rest.substr(end + 2);
         const std::size_t blank = status.find(' ');
-        text +=
-            bold(status.substr(0, blank)) + "\n\t" + plainText(status.substr(blank + 1)) + "\n\n";
+        text += entry(bold(status.substr(0, blank)), status.substr(blank + 1));
     }
     return text;
 }
@@ -165,19 +194,17 @@ void add(ManualSections& sections, const ManualSection& section) {
 
 std::string plainText(std::string_view text) {
     std::string all;
-    for (const char letter : text) {
-        // A hyphen begins a list where it begins a line.
-        const bool isList = letter == '-' && all.ends_with('\n');
-        if (isList || std::string_view("\\*_#[]|+<>`~").find(letter) != std::string_view::npos) {
-            all += '\\';
-        }
-        all += letter;
+    while (true) {
+        const std::size_t end = text.find('\n');
+        all += plainLine(text.substr(0, end));
+        if (end == text.npos) return all;
+        all += '\n';
+        text.remove_prefix(end + 1);
     }
-    return all;
 }
 
 std::string literalText(std::string_view lines) {
-    return "```\n" + std::string(lines) + (lines.ends_with('\n') ? "" : "\n") + "```\n";
+    return "```\n" + escaped(lines, "\\`") + (lines.ends_with('\n') ? "" : "\n") + "```\n";
 }
 
 ManualSections sectionsIn(std::string_view text) {

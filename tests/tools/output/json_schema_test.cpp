@@ -13,6 +13,7 @@
 #include "tests/support/golden_file.h"
 #include "tests/support/written_json.h"
 #include "tools/halvane/commands/command_schemas.h"
+#include "tools/halvane/output/folded_case.h"
 #include "tools/halvane/output/property_meanings.h"
 #include "tools/halvane/output/property_table.h"
 
@@ -148,7 +149,8 @@ std::string nameOf(PropertyKind kind, const PropertyRows& members) {
         case PropertyKind::Scalar:
             return "Boolean, integer or text";
         case PropertyKind::Object:
-            return "[" + std::string(members.table()) + "](#" + std::string(members.table()) + ")";
+            // Anchors of headings have small letters.
+            return "[" + std::string(members.table()) + "](#" + foldedCase(members.table()) + ")";
         case PropertyKind::Array:
             return "array";
     }
