@@ -76,7 +76,8 @@ void findLate(LateLibrary& library, const char* name, Function*& function) {
 
 }  // namespace halvane
 
-#define HALVANE_LATE_MEMBER(function) decltype(&::function) function = nullptr;
+// A declaration needs no parentheses. NOLINTNEXTLINE(bugprone-macro-parentheses)
+#define HALVANE_LATE_MEMBER(function) decltype(&::function) function;
 #define HALVANE_LATE_FIND(function) ::halvane::findLate(library, #function, table.function);
 #define HALVANE_LATE_MISSING(function) ::halvane::makeMissing(table.function);
 
@@ -88,7 +89,7 @@ void findLate(LateLibrary& library, const char* name, Function*& function) {
     inline const Table& accessor() {                               \
         static const Table functions = [] {                        \
             ::halvane::LateLibrary library(name);                  \
-            Table table;                                           \
+            Table table{};                                         \
             FUNCTIONS(HALVANE_LATE_FIND)                           \
             table.problem = library.problem();                     \
             if (table.problem) {                                   \
