@@ -21,16 +21,17 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/halvane)
 set(CPACK_DEBIAN_PACKAGE_SECTION net)
 
-# The packages, as in debian/control.
+# The packages, as in debian/control. dpkg-shlibdeps finds the libraries that programs are linked
+# with. Those that they load later are named here, and tests/integration/late_libraries checks it.
 set(same_version "(= ${PROJECT_VERSION})")
 set(soversion ${PROJECT_VERSION_MAJOR})
 set(summary "802.11 elements, records of networks, and a Wi-Fi daemon's protocol.")
 # Component, package, section, Depends, Recommends, Suggests, Description.
 foreach(row IN ITEMS
-        "LIBRARY|libhalvane${soversion}|libs||||Wi-Fi support library"
+        "LIBRARY|libhalvane${soversion}|libs|libsystemd0|||Wi-Fi support library"
         "DEVELOPMENT|libhalvane-dev|libdevel|libhalvane${soversion} ${same_version}||halvane-doc, libsystemd-dev, nettle-dev|Wi-Fi support library - development files"
-        "TOOL|halvane|net||dbus-daemon|halvaned|show Wi-Fi networks, captures and 802.11 elements"
-        "DAEMON|halvaned|net|default-dbus-system-bus / dbus-system-bus, hostapd, passwd|halvane||Wi-Fi daemon that hosts networks"
+        "TOOL|halvane|net|libarchive13t64 / libarchive13, liblzma5, libnl-genl-3-200, libpcap0.8t64 / libpcap0.8, libsystemd0, zlib1g|dbus-daemon|halvaned|show Wi-Fi networks, captures and 802.11 elements"
+        "DAEMON|halvaned|net|default-dbus-system-bus / dbus-system-bus, hostapd, libnl-genl-3-200, passwd|halvane||Wi-Fi daemon that hosts networks"
         "DOC|halvane-doc|doc||||Wi-Fi support library - documents and examples")
   string(REPLACE "|" ";" row "${row}")
   list(POP_FRONT row component package section depends recommends suggests description)

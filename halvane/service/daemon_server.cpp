@@ -6,6 +6,7 @@
 #include "halvane/model/daemon_service.h"
 #include "halvane/platform/bus/event_loop_internal.h"
 #include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/libsystemd_internal.h"
 #include "halvane/platform/bus/service_host_internal.h"
 #include "halvane/service/dispatcher_internal.h"
 
@@ -24,7 +25,8 @@ struct DaemonServer::Core {
               })),
           host(loop, kDaemonServiceName, hostHandlers()) {
         sd_event_source* source = nullptr;
-        if (::sd_event_add_post(loop, &source, somethingHappened, this) >= 0) pump.reset(source);
+        if (libsystemd().sd_event_add_post(loop, &source, somethingHappened, this) >= 0)
+            pump.reset(source);
     }
 
     // The loop has done something: perhaps the bus has taken messages.

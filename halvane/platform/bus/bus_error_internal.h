@@ -8,6 +8,7 @@
 #include <string>
 
 #include "halvane/base/result.h"
+#include "halvane/platform/bus/libsystemd_internal.h"
 
 namespace halvane {
 
@@ -15,6 +16,9 @@ namespace halvane {
 // Throws std::bad_alloc if memory is short.
 inline std::string busProblem(int result, const char* attempt) {
     if (result == -ENOMEM) throw std::bad_alloc();
+    if (result == -ELIBACC && libsystemd().problem) {
+        return std::string(attempt) + ": " + libsystemd().problem;
+    }
     return std::string(attempt) + ": " + std::strerror(-result);
 }
 

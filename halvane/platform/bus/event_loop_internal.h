@@ -11,13 +11,17 @@
 #include <systemd/sd-event.h>
 #include <type_traits>
 
+#include "halvane/platform/bus/libsystemd_internal.h"
+
 namespace halvane {
 
 struct EventReleaser {
-    void operator()(sd_event* loop) const { ::sd_event_unref(loop); }
+    void operator()(sd_event* loop) const { libsystemd().sd_event_unref(loop); }
 };
 struct EventSourceReleaser {
-    void operator()(sd_event_source* source) const { ::sd_event_source_disable_unref(source); }
+    void operator()(sd_event_source* source) const {
+        libsystemd().sd_event_source_disable_unref(source);
+    }
 };
 using EventPointer = std::unique_ptr<sd_event, EventReleaser>;
 using EventSourcePointer = std::unique_ptr<sd_event_source, EventSourceReleaser>;
@@ -25,7 +29,7 @@ using EventSourcePointer = std::unique_ptr<sd_event_source, EventSourceReleaser>
 // Null if memory or descriptors are short.
 inline EventPointer newEventLoop() {
     sd_event* loop = nullptr;
-    return EventPointer(::sd_event_new(&loop) < 0 ? nullptr : loop);
+    return EventPointer(libsystemd().sd_event_new(&loop) < 0 ? nullptr : loop);
 }
 
 // A function that C code calls must not throw. Returns what `work` returns, or 0 if that is

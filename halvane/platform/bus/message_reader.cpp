@@ -12,6 +12,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/platform/bus/libsystemd_internal.h"
 #include "halvane/platform/bus/message_reader_internal.h"
 
 namespace halvane {
@@ -21,7 +22,7 @@ namespace {
 template <char kType, typename Wire, typename Held>
 bool readBasic(sd_bus_message* source, PropertyListValue& value) {
     Wire wire{};
-    if (::sd_bus_message_read_basic(source, kType, &wire) < 0) return false;
+    if (libsystemd().sd_bus_message_read_basic(source, kType, &wire) < 0) return false;
     value = Held(wire);
     return true;
 }
@@ -59,7 +60,8 @@ class Reader {
             return readContainer(SD_BUS_TYPE_DICT_ENTRY, entry.c_str(), [&] {
                 const char* key = nullptr;
                 PropertyListValue value;
-                if (::sd_bus_message_read_basic(source_, SD_BUS_TYPE_STRING, &key) <= 0 ||
+                if (libsystemd().sd_bus_message_read_basic(source_, SD_BUS_TYPE_STRING, &key) <=
+                        0 ||
                     !readValue(value)) {
                     return false;
                 }
@@ -71,24 +73,24 @@ class Reader {
 
   private:
     // Whether nothing is left in the container, which is not a failure.
-    bool isAtEnd() const { return ::sd_bus_message_at_end(source_, 0) > 0; }
+    bool isAtEnd() const { return libsystemd().sd_bus_message_at_end(source_, 0) > 0; }
 
     template <typename ReadElement>
     bool readContainer(char type, const char* contents, ReadElement readElement) {
-        if (::sd_bus_message_enter_container(source_, type, contents) <= 0) return false;
+        if (libsystemd().sd_bus_message_enter_container(source_, type, contents) <= 0) return false;
         while (!isAtEnd()) {
             if (!readElement()) return false;
         }
-        return ::sd_bus_message_exit_container(source_) >= 0;
+        return libsystemd().sd_bus_message_exit_container(source_) >= 0;
     }
 
-    bool skip() { return ::sd_bus_message_skip(source_, nullptr) >= 0; }
+    bool skip() { return libsystemd().sd_bus_message_skip(source_, nullptr) >= 0; }
 
     // Reads the next value. It becomes null if its type is skipped.
     bool readValue(PropertyListValue& value) {
         char type = 0;
         const char* contents = nullptr;
-        if (::sd_bus_message_peek_type(source_, &type, &contents) <= 0) return false;
+        if (libsystemd().sd_bus_message_peek_type(source_, &type, &contents) <= 0) return false;
         if (type == SD_BUS_TYPE_ARRAY) return readArray(contents, value);
         if (type == SD_BUS_TYPE_VARIANT) {
             return readContainer(type, contents, [&] { return readValue(value); });
@@ -133,13 +135,14 @@ class Reader {
         for (count = 0; !isAtEnd(); ++count) {
             if (!skip()) return false;
         }
-        return ::sd_bus_message_rewind(source_, 0) >= 0;
+        return libsystemd().sd_bus_message_rewind(source_, 0) >= 0;
     }
 
     bool readData(PropertyListValue& value) {
         const void* bytes = nullptr;
         std::size_t size = 0;
-        if (::sd_bus_message_read_array(source_, SD_BUS_TYPE_BYTE, &bytes, &size) < 0) return false;
+        if (libsystemd().sd_bus_message_read_array(source_, SD_BUS_TYPE_BYTE, &bytes, &size) < 0)
+            return false;
         value = ByteBuffer(std::span(static_cast<const std::uint8_t*>(bytes), size));
         return true;
     }
@@ -152,8 +155,8 @@ class Reader {
 std::optional<IPCMessage> readBusMessage(sd_bus_message* source) {
     char type = 0;
     const char* contents = nullptr;
-    if (::sd_bus_message_peek_type(source, &type, &contents) <= 0 || type != SD_BUS_TYPE_ARRAY ||
-        std::string_view(contents) != "{sv}") {
+    if (libsystemd().sd_bus_message_peek_type(source, &type, &contents) <= 0 ||
+        type != SD_BUS_TYPE_ARRAY || std::string_view(contents) != "{sv}") {
         return std::nullopt;
     }
     try {

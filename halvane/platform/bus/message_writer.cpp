@@ -6,6 +6,7 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 #include "halvane/base/property_list_value.h"
+#include "halvane/platform/bus/libsystemd_internal.h"
 #include "halvane/platform/bus/message_check_internal.h"
 #include "halvane/platform/bus/message_writer_internal.h"
 
@@ -38,13 +39,14 @@ class Writer {
     }
 
     void open(char type, const char* contents) {
-        attempt([&] { return ::sd_bus_message_open_container(target_, type, contents); });
+        attempt(
+            [&] { return libsystemd().sd_bus_message_open_container(target_, type, contents); });
     }
     void close() {
-        attempt([&] { return ::sd_bus_message_close_container(target_); });
+        attempt([&] { return libsystemd().sd_bus_message_close_container(target_); });
     }
     void writeBasic(char type, const void* value) {
-        attempt([&] { return ::sd_bus_message_append_basic(target_, type, value); });
+        attempt([&] { return libsystemd().sd_bus_message_append_basic(target_, type, value); });
     }
 
     void writeVariant(const PropertyListValue& value) {
@@ -72,8 +74,8 @@ class Writer {
     void write(const ByteBuffer& data) {
         const auto bytes = data.bytes();
         attempt([&] {
-            return ::sd_bus_message_append_array(target_, SD_BUS_TYPE_BYTE, bytes.data(),
-                                                 bytes.size());
+            return libsystemd().sd_bus_message_append_array(target_, SD_BUS_TYPE_BYTE, bytes.data(),
+                                                            bytes.size());
         });
     }
     void write(const PropertyListArray& array) {

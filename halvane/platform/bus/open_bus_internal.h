@@ -6,6 +6,7 @@
 #include <string>
 #include <systemd/sd-bus.h>
 
+#include "halvane/platform/bus/libsystemd_internal.h"
 #include "halvane/platform/bus/pointers_internal.h"
 
 namespace halvane {
@@ -20,13 +21,13 @@ inline constexpr std::uint64_t kNoCallLimit = UINT64_MAX;
 // of them than the process has room for would end it.
 inline int openBus(const std::string& address, std::uint64_t callLimit, BusPointer& bus) {
     sd_bus* opened = nullptr;
-    int result = ::sd_bus_new(&opened);
+    int result = libsystemd().sd_bus_new(&opened);
     bus.reset(opened);
-    if (result >= 0) result = ::sd_bus_set_address(opened, address.c_str());
-    if (result >= 0) result = ::sd_bus_set_bus_client(opened, 1);
-    if (result >= 0) result = ::sd_bus_negotiate_fds(opened, 0);
-    if (result >= 0) result = ::sd_bus_set_method_call_timeout(opened, callLimit);
-    if (result >= 0) result = ::sd_bus_start(opened);
+    if (result >= 0) result = libsystemd().sd_bus_set_address(opened, address.c_str());
+    if (result >= 0) result = libsystemd().sd_bus_set_bus_client(opened, 1);
+    if (result >= 0) result = libsystemd().sd_bus_negotiate_fds(opened, 0);
+    if (result >= 0) result = libsystemd().sd_bus_set_method_call_timeout(opened, callLimit);
+    if (result >= 0) result = libsystemd().sd_bus_start(opened);
     return result;
 }
 

@@ -5,13 +5,15 @@
 #include <memory>
 #include <systemd/sd-bus.h>
 
+#include "halvane/platform/bus/libsystemd_internal.h"
+
 namespace halvane {
 
 struct BusCloser {
-    void operator()(sd_bus* bus) const { ::sd_bus_close_unref(bus); }
+    void operator()(sd_bus* bus) const { libsystemd().sd_bus_close_unref(bus); }
 };
 struct BusMessageReleaser {
-    void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
+    void operator()(sd_bus_message* message) const { libsystemd().sd_bus_message_unref(message); }
 };
 
 // Closes the connection and discards unsent data.

@@ -7,6 +7,7 @@
 
 #include "halvane/platform/bus/address_internal.h"
 #include "halvane/platform/bus/bus_error_internal.h"
+#include "halvane/platform/bus/libsystemd_internal.h"
 #include "halvane/platform/bus/message_reader_internal.h"
 #include "halvane/platform/bus/message_writer_internal.h"
 #include "halvane/platform/bus/open_bus_internal.h"
@@ -36,13 +37,13 @@ template <typename Send>
 int withRoom(sd_bus* bus, Send send) {
     const int result = send();
     if (result != -ENOBUFS) return result;
-    ::sd_bus_flush(bus);
+    libsystemd().sd_bus_flush(bus);
     return send();
 }
 
 int sendReply(const BusMessagePointer& message) {
-    sd_bus* const bus = ::sd_bus_message_get_bus(message.get());
-    return withRoom(bus, [&] { return ::sd_bus_send(bus, message.get(), nullptr); });
+    sd_bus* const bus = libsystemd().sd_bus_message_get_bus(message.get());
+    return withRoom(bus, [&] { return libsystemd().sd_bus_send(bus, message.get(), nullptr); });
 }
 
 // Null if memory is short.
@@ -50,15 +51,15 @@ ServiceHost::Call callOf(sd_bus_message* request) {
     auto call = std::make_shared<ServiceHost::PendingCall>();
     sd_bus_message *reply = nullptr, *failure = nullptr;
     call->request = request;
-    ::sd_bus_message_new_method_return(request, &reply);
+    libsystemd().sd_bus_message_new_method_return(request, &reply);
     call->reply.reset(reply);
-    ::sd_bus_message_new_method_errno(request, &failure, ENOMEM, nullptr);
+    libsystemd().sd_bus_message_new_method_errno(request, &failure, ENOMEM, nullptr);
     call->failure.reset(failure);
     return call->reply && call->failure ? call : nullptr;
 }
 
 bool isFrom(sd_bus_message* message, std::string_view name) {
-    const char* const sender = ::sd_bus_message_get_sender(message);
+    const char* const sender = libsystemd().sd_bus_message_get_sender(message);
     return sender != nullptr && sender == name;
 }
 
@@ -74,13 +75,14 @@ Result<BusPointer, std::string> openSystemBus() {
 int sendServiceEvent(sd_bus* bus, const ServiceNames& names, const IPCMessage& event,
                      const std::string& subscriber) {
     sd_bus_message* message = nullptr;
-    int result = ::sd_bus_message_new_signal(bus, &message, names.path.c_str(), names.name.c_str(),
-                                             HALVANE_SERVICE_EVENT);
+    int result = libsystemd().sd_bus_message_new_signal(bus, &message, names.path.c_str(),
+                                                        names.name.c_str(), HALVANE_SERVICE_EVENT);
     const BusMessagePointer owner(message);
     if (result >= 0) result = writeBusMessage(message, event);
     if (result < 0) return result;
-    return withRoom(bus,
-                    [&] { return ::sd_bus_send_to(bus, message, subscriber.c_str(), nullptr); });
+    return withRoom(bus, [&] {
+        return libsystemd().sd_bus_send_to(bus, message, subscriber.c_str(), nullptr);
+    });
 }
 
 ServiceHost::ServiceHost(sd_event* loop, const std::string& serviceName, Handlers handlers)
@@ -102,14 +104,14 @@ Result<void, std::string> ServiceHost::join() {
     bus_ = *std::move(bus);
     if (auto published = publish(); !published) return published;
     if (auto watched = watch(); !watched) return watched;
-    return busAttempt(::sd_bus_attach_event(bus_.get(), loop_, SD_EVENT_PRIORITY_NORMAL),
+    return busAttempt(libsystemd().sd_bus_attach_event(bus_.get(), loop_, SD_EVENT_PRIORITY_NORMAL),
                       "using the bus");
 }
 
 void ServiceHost::leave() {
     if (!bus_) return;
-    ::sd_bus_flush(bus_.get());
-    ::sd_bus_detach_event(bus_.get());
+    libsystemd().sd_bus_flush(bus_.get());
+    libsystemd().sd_bus_detach_event(bus_.get());
     bus_.reset();
     handlers_.left();
 }
@@ -128,7 +130,7 @@ Result<void, std::string> ServiceHost::restart() {
 // Without room for the event source the connection is lost, since it cannot come back.
 void ServiceHost::restartSoon() {
     sd_event_source* source = nullptr;
-    if (::sd_event_add_defer(loop_, &source, restartIsDue, this) < 0) handlers_.lost();
+    if (libsystemd().sd_event_add_defer(loop_, &source, restartIsDue, this) < 0) handlers_.lost();
     restart_.reset(source);
 }
 
@@ -139,6 +141,8 @@ void ServiceHost::restartUnasked() {
 }
 
 Result<void, std::string> ServiceHost::publish() {
+    // The macro takes its address.
+    static const unsigned& sd_bus_object_vtable_format = *libsystemd().sd_bus_object_vtable_format;
     static const sd_bus_vtable members[] = {
         SD_BUS_VTABLE_START(0),
         SD_BUS_METHOD_WITH_NAMES(HALVANE_SERVICE_REQUEST, "a{sv}", SD_BUS_PARAM(message), "a{sv}",
@@ -146,9 +150,10 @@ Result<void, std::string> ServiceHost::publish() {
         SD_BUS_SIGNAL_WITH_NAMES(HALVANE_SERVICE_EVENT, "a{sv}", SD_BUS_PARAM(message), 0),
         SD_BUS_VTABLE_END,
     };
-    return busAttempt(::sd_bus_add_object_vtable(bus_.get(), nullptr, names_.path.c_str(),
-                                                 names_.name.c_str(), members, this),
-                      "publishing the daemon");
+    return busAttempt(
+        libsystemd().sd_bus_add_object_vtable(bus_.get(), nullptr, names_.path.c_str(),
+                                              names_.name.c_str(), members, this),
+        "publishing the daemon");
 }
 
 Result<void, std::string> ServiceHost::watch() {
@@ -156,12 +161,14 @@ Result<void, std::string> ServiceHost::watch() {
         "type='signal',sender='org.freedesktop.DBus',"
         "path='/org/freedesktop/DBus',interface='org.freedesktop.DBus',"
         "member='NameOwnerChanged',arg2=''";
-    auto watched = busAttempt(::sd_bus_add_match(bus_.get(), nullptr, kNamesLeft, nameLeft, this),
-                              "watching names");
+    auto watched =
+        busAttempt(libsystemd().sd_bus_add_match(bus_.get(), nullptr, kNamesLeft, nameLeft, this),
+                   "watching names");
     if (!watched) return watched;
-    return busAttempt(::sd_bus_match_signal(bus_.get(), nullptr, kLocalName, kLocalPath, kLocalName,
-                                            "Disconnected", disconnected, this),
-                      "watching the bus");
+    return busAttempt(
+        libsystemd().sd_bus_match_signal(bus_.get(), nullptr, kLocalName, kLocalPath, kLocalName,
+                                         "Disconnected", disconnected, this),
+        "watching the bus");
 }
 
 // sd-bus replies with an error if this returns one.
@@ -169,12 +176,12 @@ int ServiceHost::requestArrived(sd_bus_message* message, void* host, sd_bus_erro
     return withoutThrowing([=] {
         const auto request = readBusMessage(message);
         if (!request) {
-            return ::sd_bus_error_set_const(error, SD_BUS_ERROR_INVALID_ARGS,
-                                            "the dictionary cannot be read");
+            return libsystemd().sd_bus_error_set_const(error, SD_BUS_ERROR_INVALID_ARGS,
+                                                       "the dictionary cannot be read");
         }
         const auto call = callOf(message);
         if (call == nullptr) return -ENOMEM;
-        const char* const sender = ::sd_bus_message_get_sender(message);
+        const char* const sender = libsystemd().sd_bus_message_get_sender(message);
         static_cast<ServiceHost*>(host)->handlers_.request(sender != nullptr ? sender : "",
                                                            *request, call);
         call->request = nullptr;
@@ -194,7 +201,7 @@ void ServiceHost::replyFailure(const Call& call) {
 }
 
 void ServiceHost::replyError(const Call& call, const std::string& name, const std::string& text) {
-    ::sd_bus_reply_method_errorf(call->request, name.c_str(), "%s", text.c_str());
+    libsystemd().sd_bus_reply_method_errorf(call->request, name.c_str(), "%s", text.c_str());
 }
 
 void ServiceHost::send(const IPCMessage& event, const std::string& subscriber) {
@@ -204,23 +211,23 @@ void ServiceHost::send(const IPCMessage& event, const std::string& subscriber) {
 bool ServiceHost::isCongested() const {
     constexpr std::uint64_t kMany = 4096;
     std::uint64_t count = 0;
-    return bus_ && ::sd_bus_get_n_queued_write(bus_.get(), &count) >= 0 && count > kMany;
+    return bus_ && libsystemd().sd_bus_get_n_queued_write(bus_.get(), &count) >= 0 && count > kMany;
 }
 
 // The bus handles messages of one connection in order, so its reply comes after all of them.
 void ServiceHost::flush() {
-    ::sd_bus_call_method(bus_.get(), kBusName, kBusPath, "org.freedesktop.DBus.Peer", "Ping",
-                         nullptr, nullptr, "");
+    libsystemd().sd_bus_call_method(bus_.get(), kBusName, kBusPath, "org.freedesktop.DBus.Peer",
+                                    "Ping", nullptr, nullptr, "");
 }
 
 Result<void, std::string> ServiceHost::dropName() {
-    const int result = ::sd_bus_release_name(bus_.get(), names_.name.c_str());
+    const int result = libsystemd().sd_bus_release_name(bus_.get(), names_.name.c_str());
     if (result < 0) return Unexpected(std::string("the daemon's name is not owned"));
     return {};
 }
 
 Result<void, std::string> ServiceHost::takeName() {
-    const int result = ::sd_bus_request_name(bus_.get(), names_.name.c_str(), 0);
+    const int result = libsystemd().sd_bus_request_name(bus_.get(), names_.name.c_str(), 0);
     if (result >= 0 || result == -EALREADY) return {};
     if (result == -EEXIST) {
         return Unexpected(names_.name + " is there already: another daemon runs");
@@ -233,7 +240,8 @@ int ServiceHost::nameLeft(sd_bus_message* message, void* host, sd_bus_error*) no
     return withoutThrowing([=] {
         const char* name = nullptr;
         if (!isFrom(message, kBusName)) return 0;
-        if (::sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &name) <= 0) return 0;
+        if (libsystemd().sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &name) <= 0)
+            return 0;
         static_cast<ServiceHost*>(host)->handlers_.departed(name);
         return 0;
     });

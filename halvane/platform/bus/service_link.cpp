@@ -11,6 +11,7 @@
 
 #include "halvane/base/result.h"
 #include "halvane/platform/bus/ipc_message.h"
+#include "halvane/platform/bus/libsystemd_internal.h"
 #include "halvane/platform/bus/message_reader_internal.h"
 #include "halvane/platform/bus/message_writer_internal.h"
 #include "halvane/platform/bus/open_bus_internal.h"
@@ -31,7 +32,7 @@ constexpr const char* kNoOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
 constexpr const char* kAccessDenied = "org.freedesktop.DBus.Error.AccessDenied";
 
 std::string_view senderOf(sd_bus_message* message) {
-    const char* sender = ::sd_bus_message_get_sender(message);
+    const char* sender = libsystemd().sd_bus_message_get_sender(message);
     return sender != nullptr ? sender : "";
 }
 
@@ -58,7 +59,7 @@ ServiceError errorOfReply(const sd_bus_error& error) {
 }
 
 ServiceReply replyOf(sd_bus_message* message) {
-    if (const sd_bus_error* error = ::sd_bus_message_get_error(message)) {
+    if (const sd_bus_error* error = libsystemd().sd_bus_message_get_error(message)) {
         return Unexpected(errorOfReply(*error));
     }
     if (auto reply = readBusMessage(message)) return *std::move(reply);
@@ -92,11 +93,11 @@ ServiceLink::ServiceLink(ServiceNames names, BusPointer bus, ServiceOwner::Event
 ServiceLink::~ServiceLink() = default;
 
 bool ServiceLink::isOpen() const {
-    return !hasFailed_ && ::sd_bus_is_open(bus_.get()) > 0;
+    return !hasFailed_ && libsystemd().sd_bus_is_open(bus_.get()) > 0;
 }
 
 bool ServiceLink::isReady() const {
-    return ::sd_bus_is_ready(bus_.get()) > 0;
+    return libsystemd().sd_bus_is_ready(bus_.get()) > 0;
 }
 
 // The matches for owner changes come before the question for the owner, so that no change between
@@ -109,12 +110,13 @@ bool ServiceLink::follow() {
                                "',interface='" + names_.name +
                                "',member='" HALVANE_SERVICE_EVENT "'";
     sd_bus* bus = bus_.get();
-    return ::sd_bus_add_match_async(bus, nullptr, changes.c_str(), ownerChanged, matchAnswered,
-                                    this) >= 0 &&
-           ::sd_bus_call_method_async(bus, nullptr, kBusName, kBusPath, kBusName, "GetNameOwner",
-                                      ownerAnswered, this, "s", names_.name.c_str()) >= 0 &&
-           ::sd_bus_add_match_async(bus, nullptr, events.c_str(), eventArrived, matchAnswered,
-                                    this) >= 0;
+    return libsystemd().sd_bus_add_match_async(bus, nullptr, changes.c_str(), ownerChanged,
+                                               matchAnswered, this) >= 0 &&
+           libsystemd().sd_bus_call_method_async(bus, nullptr, kBusName, kBusPath, kBusName,
+                                                 "GetNameOwner", ownerAnswered, this, "s",
+                                                 names_.name.c_str()) >= 0 &&
+           libsystemd().sd_bus_add_match_async(bus, nullptr, events.c_str(), eventArrived,
+                                               matchAnswered, this) >= 0;
 }
 
 void ServiceLink::fail() {
@@ -144,14 +146,15 @@ void ServiceLink::send(const IPCMessage& message, Answer answer) {
 
 int ServiceLink::call(const IPCMessage& message, Pending& pending) {
     sd_bus_message* request = nullptr;
-    int status = ::sd_bus_message_new_method_call(bus_.get(), &request, names_.name.c_str(),
-                                                  names_.path.c_str(), names_.name.c_str(),
-                                                  HALVANE_SERVICE_REQUEST);
+    int status = libsystemd().sd_bus_message_new_method_call(
+        bus_.get(), &request, names_.name.c_str(), names_.path.c_str(), names_.name.c_str(),
+        HALVANE_SERVICE_REQUEST);
     const BusMessagePointer owner(request);
-    if (status >= 0) status = ::sd_bus_message_set_auto_start(request, 0);
+    if (status >= 0) status = libsystemd().sd_bus_message_set_auto_start(request, 0);
     if (status >= 0) status = writeBusMessage(request, message);
     if (status < 0) return status;
-    return ::sd_bus_call_async(bus_.get(), nullptr, request, replyArrived, &pending, kNoCallLimit);
+    return libsystemd().sd_bus_call_async(bus_.get(), nullptr, request, replyArrived, &pending,
+                                          kNoCallLimit);
 }
 
 bool ServiceLink::process(int most) {
@@ -162,7 +165,7 @@ bool ServiceLink::process(int most) {
 
 bool ServiceLink::processSome(int most) {
     for (int i = 0; i < most && isOpen(); ++i) {
-        const int status = ::sd_bus_process(bus_.get(), nullptr);
+        const int status = libsystemd().sd_bus_process(bus_.get(), nullptr);
         if (status < 0) fail();
         if (status <= 0) return false;
     }
@@ -177,19 +180,19 @@ bool ServiceLink::wait(WakeEvent& wake) const {
 }
 
 int ServiceLink::descriptor() const {
-    return ::sd_bus_get_fd(bus_.get());
+    return libsystemd().sd_bus_get_fd(bus_.get());
 }
 
 // If sd-bus cannot tell, process() can find out why.
 short ServiceLink::events() const {
-    const int events = ::sd_bus_get_events(bus_.get());
+    const int events = libsystemd().sd_bus_get_events(bus_.get());
     return static_cast<short>(events < 0 ? POLLIN | POLLOUT : events);
 }
 
 // If sd-bus cannot tell the deadline, process() can find out why.
 std::uint64_t ServiceLink::deadline() const {
     std::uint64_t deadline = kNever;
-    return ::sd_bus_get_timeout(bus_.get(), &deadline) < 0 ? 0 : deadline;
+    return libsystemd().sd_bus_get_timeout(bus_.get(), &deadline) < 0 ? 0 : deadline;
 }
 
 void ServiceLink::close(const std::function<void(Answer&)>& take) {
@@ -202,9 +205,9 @@ void ServiceLink::close(const std::function<void(Answer&)>& take) {
 // owner. Events are dropped until a change names it.
 int ServiceLink::ownerAnswered(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
     const char* owner = "";
-    if (::sd_bus_message_is_method_error(message, kNoOwner) > 0 ||
-        (::sd_bus_message_is_method_error(message, nullptr) <= 0 &&
-         ::sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &owner) > 0)) {
+    if (libsystemd().sd_bus_message_is_method_error(message, kNoOwner) > 0 ||
+        (libsystemd().sd_bus_message_is_method_error(message, nullptr) <= 0 &&
+         libsystemd().sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &owner) > 0)) {
         auto* self = static_cast<ServiceLink*>(link);
         self->noteOwner([&] { self->owner_.answered(owner); });
         if (*owner == '\0' && self->absence_) self->absence_();
@@ -216,7 +219,7 @@ int ServiceLink::ownerAnswered(sd_bus_message* message, void* link, sd_bus_error
 int ServiceLink::ownerChanged(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
     const char *name = nullptr, *before = nullptr, *now = nullptr;
     if (senderOf(message) != kBusName ||
-        ::sd_bus_message_read(message, "sss", &name, &before, &now) <= 0) {
+        libsystemd().sd_bus_message_read(message, "sss", &name, &before, &now) <= 0) {
         return 0;
     }
     auto* self = static_cast<ServiceLink*>(link);
@@ -234,7 +237,7 @@ int ServiceLink::eventArrived(sd_bus_message* message, void* link, sd_bus_error*
 
 // Without its matches the connection would miss events.
 int ServiceLink::matchAnswered(sd_bus_message* message, void* link, sd_bus_error*) noexcept {
-    if (::sd_bus_message_is_method_error(message, nullptr) > 0) {
+    if (libsystemd().sd_bus_message_is_method_error(message, nullptr) > 0) {
         static_cast<ServiceLink*>(link)->fail();
     }
     return 1;

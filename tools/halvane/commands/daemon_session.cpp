@@ -6,6 +6,7 @@
 
 #include "halvane/model/daemon_service.h"
 #include "halvane/model/interface.h"
+#include "halvane/platform/bus/libsystemd_internal.h"
 #include "halvane/platform/plist/xml_property_list.h"
 
 #include "tools/halvane/commands/bus_diagnosis.h"
@@ -33,6 +34,10 @@ Explanation missingDaemon() {
 }
 
 Explanation missingBus() {
+    if (libsystemd().problem) {
+        return {std::string("the bus cannot be used: ") + libsystemd().problem,
+                "install libsystemd"};
+    }
     const bool isChosen = std::getenv("DBUS_SYSTEM_BUS_ADDRESS") != nullptr;
     return {"no system bus: " + unreachableReason(systemBusAddressOf()),
             isChosen ? "is DBUS_SYSTEM_BUS_ADDRESS right?" : "systemctl status dbus"};

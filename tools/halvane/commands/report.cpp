@@ -16,6 +16,7 @@
 #include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/options/report_options.h"
 #include "tools/halvane/output/message.h"
+#include "tools/halvane/output/rounded.h"
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/standard_output.h"
 #include "tools/halvane/output/whole_file.h"
@@ -31,8 +32,8 @@ namespace {
 std::string sizeText(std::size_t octets) {
     constexpr double kThousand = 1000;
     const double thousands = std::ceil(static_cast<double>(octets) / kThousand);
-    if (thousands < kThousand) return std::to_string(std::lround(thousands)) + " kB";
-    const long tenths = std::lround(static_cast<double>(octets) / (kThousand * kThousand) * 10);
+    if (thousands < kThousand) return std::to_string(rounded(thousands)) + " kB";
+    const long tenths = rounded(static_cast<double>(octets) / (kThousand * kThousand) * 10);
     return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + " MB";
 }
 

@@ -40,6 +40,11 @@ class CompressedSource : public OctetSource {
 
     void fail(const std::string& text) { fault_ = "the compressed data is damaged: " + text; }
     void failWith(const std::string& text) { fault_ = text; }
+    // There is no decompressor, because of the library's problem, or for lack of memory.
+    void failToBegin(const char* problem) {
+        failWith(problem ? std::string("cannot be decompressed: ") + problem
+                         : "not enough memory to decompress");
+    }
 
     // Returns the next compressed octets, valid until the next call. None at the end, and on a read
     // error, which is the fault then.

@@ -12,6 +12,7 @@
 #include "tools/halvane/input/compressed_source.h"
 #include "tools/halvane/input/decompressor.h"
 #include "tools/halvane/input/octet_source.h"
+#include "tools/halvane/input/zlib.h"
 
 namespace halvane::tool {
 
@@ -23,13 +24,13 @@ class GzipDecompressor : public CompressedSource {
   public:
     explicit GzipDecompressor(std::unique_ptr<OctetSource> source)
         : CompressedSource(std::move(source)) {
-        if (::inflateInit2(&stream_, kGzipWindow) != Z_OK) {
-            failWith("not enough memory to decompress");
+        if (zlib().inflateInit2_(&stream_, kGzipWindow, ZLIB_VERSION, sizeof stream_) != Z_OK) {
+            failToBegin(zlib().problem);
         }
     }
     GzipDecompressor(const GzipDecompressor&) = delete;
     GzipDecompressor& operator=(const GzipDecompressor&) = delete;
-    ~GzipDecompressor() override { ::inflateEnd(&stream_); }
+    ~GzipDecompressor() override { zlib().inflateEnd(&stream_); }
 
   protected:
     std::size_t decompress(std::span<std::uint8_t> room) override {
@@ -49,7 +50,7 @@ class GzipDecompressor : public CompressedSource {
             return;
         }
         if (isBetweenMembers_ && !beginMember()) return;
-        const int outcome = ::inflate(&stream_, Z_NO_FLUSH);
+        const int outcome = zlib().inflate(&stream_, Z_NO_FLUSH);
         if (outcome == Z_STREAM_END) {
             isBetweenMembers_ = true;
         } else if (outcome != Z_OK && outcome != Z_BUF_ERROR) {
@@ -68,7 +69,7 @@ class GzipDecompressor : public CompressedSource {
     // Another member begins as the first did. Files may end in zeros, and in anything else.
     bool beginMember() {
         isAtEnd_ = *stream_.next_in != 0x1F;
-        if (!isAtEnd_) ::inflateReset(&stream_);
+        if (!isAtEnd_) zlib().inflateReset(&stream_);
         isBetweenMembers_ = false;
         return !isAtEnd_;
     }

@@ -1,13 +1,14 @@
 #include "tools/halvane/input/link_type_name.h"
 
-#include <pcap/pcap.h>
 #include <utility>
+
+#include "tools/halvane/input/libpcap.h"
 
 namespace halvane::tool {
 
 std::string linkTypeName(int linkType) {
-    const char* const name = pcap_datalink_val_to_name(linkType);
-    const char* const description = pcap_datalink_val_to_description(linkType);
+    const char* const name = libpcap().pcap_datalink_val_to_name(linkType);
+    const char* const description = libpcap().pcap_datalink_val_to_description(linkType);
     std::string text = name ? name : std::to_string(linkType);
     if (description) text += std::string(" (") + description + ")";
     return text;
@@ -18,7 +19,7 @@ std::string notWiFiText(int linkType) {
 }
 
 ReadingFault notWiFiFault(int linkType) {
-    const char* const description = pcap_datalink_val_to_description(linkType);
+    const char* const description = libpcap().pcap_datalink_val_to_description(linkType);
     const std::string number = "link type " + std::to_string(linkType);
     std::string text =
         description ? std::string("holds ") + description + " frames, no 802.11 (" + number + ')'

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "tools/halvane/input/interface_facts.h"
+#include "tools/halvane/input/libpcap.h"
 #include "tools/halvane/input/live_messages.h"
 
 namespace halvane::tool {
@@ -26,7 +27,7 @@ constexpr Milliseconds kCheckInterval{500};
 constexpr unsigned kPacketsBetweenLooks = 64;
 
 struct CaptureCloser {
-    void operator()(pcap_t* capture) const { pcap_close(capture); }
+    void operator()(pcap_t* capture) const { libpcap().pcap_close(capture); }
 };
 using Capture = std::unique_ptr<pcap_t, CaptureCloser>;
 
@@ -55,31 +56,33 @@ LiveProblem problemOf(int outcome) {
 
 // What libpcap says. Some faults have no more than their number.
 std::string textOf(pcap_t* capture, int outcome) {
-    const char* const text = pcap_geterr(capture);
-    return *text != '\0' ? text : pcap_statustostr(outcome);
+    const char* const text = libpcap().pcap_geterr(capture);
+    return *text != '\0' ? text : libpcap().pcap_statustostr(outcome);
 }
 
 void configure(pcap_t* capture, const LiveOptions& options) {
-    pcap_set_snaplen(capture, options.snapshotLength);
-    pcap_set_timeout(capture, static_cast<int>(options.delay.count()));
-    pcap_set_buffer_size(capture, kKernelBuffer);
+    libpcap().pcap_set_snaplen(capture, options.snapshotLength);
+    libpcap().pcap_set_timeout(capture, static_cast<int>(options.delay.count()));
+    libpcap().pcap_set_buffer_size(capture, kKernelBuffer);
     // Refused where the kernel counts microseconds alone: pcap_get_tstamp_precision() tells.
-    pcap_set_tstamp_precision(capture, PCAP_TSTAMP_PRECISION_NANO);
+    libpcap().pcap_set_tstamp_precision(capture, PCAP_TSTAMP_PRECISION_NANO);
 }
 
 using Activated = Result<Capture, LiveFault>;
 
 Activated activate(const std::string& name, const LiveOptions& options) {
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
-    Capture capture(pcap_create(name.c_str(), reason.data()));
+    Capture capture(libpcap().pcap_create(name.c_str(), reason.data()));
     const auto fault = [&name](LiveProblem problem, const std::string& text) {
         return Unexpected(LiveFault{.problem = problem, .interface = name, .text = text});
     };
-    if (!capture) return fault(LiveProblem::Other, reason.data());
+    if (!capture) {
+        return fault(LiveProblem::Other, libpcap().problem ? libpcap().problem : reason.data());
+    }
     configure(capture.get(), options);
-    const int outcome = pcap_activate(capture.get());  // above 0: a warning
+    const int outcome = libpcap().pcap_activate(capture.get());  // above 0: a warning
     if (outcome < 0) return fault(problemOf(outcome), textOf(capture.get(), outcome));
-    if (pcap_setnonblock(capture.get(), 1, reason.data()) != 0) {
+    if (libpcap().pcap_setnonblock(capture.get(), 1, reason.data()) != 0) {
         return fault(LiveProblem::Other, reason.data());
     }
     return Activated(std::move(capture));
@@ -94,7 +97,7 @@ std::int64_t nanoseconds(const pcap_pkthdr& header, bool areNanoseconds) {
 // The counters are those of the socket since the opening, modulo 2 to the power of 32.
 void addStatistics(Listener& listener) {
     pcap_stat now{};
-    if (!listener.capture || pcap_stats(listener.capture.get(), &now) != 0) return;
+    if (!listener.capture || libpcap().pcap_stats(listener.capture.get(), &now) != 0) return;
     listener.counts.received += now.ps_recv - listener.last.ps_recv;
     listener.counts.droppedByKernel += now.ps_drop - listener.last.ps_drop;
     listener.counts.droppedByInterface += now.ps_ifdrop - listener.last.ps_ifdrop;
@@ -117,14 +120,15 @@ class PcapLiveSource : public LiveSource {
         }
         Activated capture = activate(name, options_);
         if (!capture) return capture.error();
-        const int number = pcap_datalink(capture->get());
+        const int number = libpcap().pcap_datalink(capture->get());
         const auto linkType = capture::linkTypeOfNumber(number);
         if (!linkType) {
             return LiveFault{
                 .problem = LiveProblem::NotMonitor, .interface = name, .linkType = number};
         }
-        interfaces_.push_back(
-            {.name = name, .linkType = *linkType, .snapshotLength = pcap_snapshot(capture->get())});
+        interfaces_.push_back({.name = name,
+                               .linkType = *linkType,
+                               .snapshotLength = libpcap().pcap_snapshot(capture->get())});
         listeners_.push_back({.capture = std::move(*capture), .facts = *facts});
         return std::nullopt;
     }
@@ -173,7 +177,7 @@ class PcapLiveSource : public LiveSource {
         pcap_t* const capture = listeners_[number].capture.get();
         pcap_pkthdr* header = nullptr;
         const u_char* bytes = nullptr;
-        const int outcome = pcap_next_ex(capture, &header, &bytes);
+        const int outcome = libpcap().pcap_next_ex(capture, &header, &bytes);
         if (outcome < 0) {
             endWith(number, textOf(capture, outcome));
         } else if (outcome == 0 && listeners_[number].isGone) {
@@ -182,7 +186,7 @@ class PcapLiveSource : public LiveSource {
         if (outcome != 1) return std::nullopt;
         bytesRead_ += header->caplen;
         const bool areNanoseconds =
-            pcap_get_tstamp_precision(capture) == PCAP_TSTAMP_PRECISION_NANO;
+            libpcap().pcap_get_tstamp_precision(capture) == PCAP_TSTAMP_PRECISION_NANO;
         return Packet{.number = ++count_,
                       .linkType = interfaces_[number].linkType,
                       .bytes = {bytes, header->caplen},
@@ -198,7 +202,7 @@ class PcapLiveSource : public LiveSource {
         for (const Listener& listener : listeners_) {
             if (!listener.capture) continue;
             const timeval* const required =
-                pcap_get_required_select_timeout(listener.capture.get());
+                libpcap().pcap_get_required_select_timeout(listener.capture.get());
             if (!required) continue;
             const auto most = required->tv_sec * 1000 + required->tv_usec / 1000 + 1;
             timeout = static_cast<int>(std::min<std::int64_t>(most, timeout));
@@ -212,7 +216,7 @@ class PcapLiveSource : public LiveSource {
         for (const int interrupt : options_.interrupts) polled_.push_back({interrupt, POLLIN, 0});
         for (const Listener& listener : listeners_) {
             const int descriptor =
-                listener.capture ? pcap_get_selectable_fd(listener.capture.get()) : -1;
+                listener.capture ? libpcap().pcap_get_selectable_fd(listener.capture.get()) : -1;
             polled_.push_back({descriptor, POLLIN, 0});  // poll() passes over -1
         }
         if (::poll(polled_.data(), polled_.size(), timeout) <= 0) return;

@@ -20,6 +20,8 @@
 #include <poll.h>
 #include <utility>
 
+#include "tools/halvane/input/libnl.h"
+
 namespace halvane::tool {
 
 namespace {
@@ -31,22 +33,22 @@ using Message = Nl80211Channel::Message;
 constexpr int kReceiveBuffer = 1 << 20;
 
 struct SocketFreer {
-    void operator()(nl_sock* socket) const { nl_socket_free(socket); }
+    void operator()(nl_sock* socket) const { libnl().nl_socket_free(socket); }
 };
 using Socket = std::unique_ptr<nl_sock, SocketFreer>;
 
 struct MessageFreer {
-    void operator()(nl_msg* message) const { nlmsg_free(message); }
+    void operator()(nl_msg* message) const { libnl().nlmsg_free(message); }
 };
 using OwnedMessage = std::unique_ptr<nl_msg, MessageFreer>;
 
 struct CallbackReleaser {
-    void operator()(nl_cb* callbacks) const { nl_cb_put(callbacks); }
+    void operator()(nl_cb* callbacks) const { libnl().nl_cb_put(callbacks); }
 };
 using Callbacks = std::unique_ptr<nl_cb, CallbackReleaser>;
 
 Nl80211Fault lost(int libraryError) {
-    return {.kind = Kind::Lost, .text = nl_geterror(libraryError)};
+    return {.kind = Kind::Lost, .text = libnl().nl_geterror(libraryError)};
 }
 
 Nl80211Fault lost(const std::string& text) {
@@ -62,9 +64,9 @@ struct Gathered {
     int error = 0;  // of <errno.h>
 
     void keep(nl_msg* message) noexcept {
-        const nlmsghdr* const header = nlmsg_hdr(message);
-        const auto* const start = static_cast<const std::uint8_t*>(nlmsg_data(header));
-        const auto size = static_cast<std::size_t>(std::max(nlmsg_datalen(header), 0));
+        const nlmsghdr* const header = libnl().nlmsg_hdr(message);
+        const auto* const start = static_cast<const std::uint8_t*>(libnl().nlmsg_data(header));
+        const auto size = static_cast<std::size_t>(std::max(libnl().nlmsg_datalen(header), 0));
         try {
             messages.emplace_back(start, start + size);
         } catch (const std::bad_alloc&) {
@@ -74,10 +76,10 @@ struct Gathered {
 
     // A list ends in a message with its error, which is 0 or negative.
     void finish(nl_msg* message) noexcept {
-        const nlmsghdr* const header = nlmsg_hdr(message);
+        const nlmsghdr* const header = libnl().nlmsg_hdr(message);
         int code = 0;
-        if (nlmsg_datalen(header) >= static_cast<int>(sizeof code)) {
-            std::memcpy(&code, nlmsg_data(header), sizeof code);
+        if (libnl().nlmsg_datalen(header) >= static_cast<int>(sizeof code)) {
+            std::memcpy(&code, libnl().nlmsg_data(header), sizeof code);
         }
         if (code < 0) error = -code;
         isFinished = true;
@@ -116,38 +118,40 @@ int acceptAnySequence(nl_msg*, void*) {
 }
 
 Callbacks callbacksInto(Gathered& gathered) {
-    Callbacks callbacks(nl_cb_alloc(NL_CB_CUSTOM));
+    Callbacks callbacks(libnl().nl_cb_alloc(NL_CB_CUSTOM));
     if (!callbacks) throw std::bad_alloc();
     nl_cb* const set = callbacks.get();
-    nl_cb_set(set, NL_CB_VALID, NL_CB_CUSTOM, onValid, &gathered);
-    nl_cb_set(set, NL_CB_FINISH, NL_CB_CUSTOM, onFinish, &gathered);
-    nl_cb_set(set, NL_CB_ACK, NL_CB_CUSTOM, onAcknowledged, &gathered);
-    nl_cb_set(set, NL_CB_DUMP_INTR, NL_CB_CUSTOM, onInterrupted, &gathered);
-    nl_cb_err(set, NL_CB_CUSTOM, onError, &gathered);
+    libnl().nl_cb_set(set, NL_CB_VALID, NL_CB_CUSTOM, onValid, &gathered);
+    libnl().nl_cb_set(set, NL_CB_FINISH, NL_CB_CUSTOM, onFinish, &gathered);
+    libnl().nl_cb_set(set, NL_CB_ACK, NL_CB_CUSTOM, onAcknowledged, &gathered);
+    libnl().nl_cb_set(set, NL_CB_DUMP_INTR, NL_CB_CUSTOM, onInterrupted, &gathered);
+    libnl().nl_cb_err(set, NL_CB_CUSTOM, onError, &gathered);
     return callbacks;
 }
 
 Result<Socket, Nl80211Fault> connect() {
-    Socket socket(nl_socket_alloc());
+    if (libnl().problem)
+        return Unexpected(Nl80211Fault{.kind = Kind::Lost, .text = libnl().problem});
+    Socket socket(libnl().nl_socket_alloc());
     if (!socket) throw std::bad_alloc();
-    const int outcome = genl_connect(socket.get());
+    const int outcome = libnl().genl_connect(socket.get());
     if (outcome == -NLE_PROTO_MISMATCH || outcome == -NLE_AF_NOSUPPORT) {
         return Unexpected(Nl80211Fault{.kind = Kind::NoFamily});
     }
     if (outcome < 0) return Unexpected(lost(outcome));
-    nl_socket_set_buffer_size(socket.get(), kReceiveBuffer, 0);
+    libnl().nl_socket_set_buffer_size(socket.get(), kReceiveBuffer, 0);
     return Result<Socket, Nl80211Fault>(std::move(socket));
 }
 
 OwnedMessage messageOf(const Nl80211Request& request, int family) {
-    OwnedMessage message(nlmsg_alloc());
+    OwnedMessage message(libnl().nlmsg_alloc());
     const int flags = request.isList ? NLM_F_DUMP : NLM_F_ACK;
     const auto& attributes = request.attributes.bytes();
     if (!message ||
-        !genlmsg_put(message.get(), NL_AUTO_PORT, NL_AUTO_SEQ, family, 0, flags, request.command,
-                     0) ||
-        nlmsg_append(message.get(), const_cast<std::uint8_t*>(attributes.data()), attributes.size(),
-                     NLMSG_ALIGNTO) < 0) {
+        !libnl().genlmsg_put(message.get(), NL_AUTO_PORT, NL_AUTO_SEQ, family, 0, flags,
+                             request.command, 0) ||
+        libnl().nlmsg_append(message.get(), const_cast<std::uint8_t*>(attributes.data()),
+                             attributes.size(), NLMSG_ALIGNTO) < 0) {
         throw std::bad_alloc();
     }
     return message;
@@ -160,13 +164,13 @@ class LibnlChannel : public Nl80211Channel {
 
     Result<Nl80211Answer, Nl80211Fault> ask(const Nl80211Request& request) override {
         const OwnedMessage message = messageOf(request, family_);
-        int outcome = nl_send_auto(socket_.get(), message.get());
+        int outcome = libnl().nl_send_auto(socket_.get(), message.get());
         if (outcome < 0) return Unexpected(lost(outcome));
 
         Gathered gathered;
         const Callbacks callbacks = callbacksInto(gathered);
         while (!gathered.isFinished) {
-            outcome = nl_recvmsgs(socket_.get(), callbacks.get());
+            outcome = libnl().nl_recvmsgs(socket_.get(), callbacks.get());
             if (gathered.isFinished || outcome >= 0) continue;
             if (outcome != -NLE_DUMP_INTR) return Unexpected(lost(outcome));
             gathered.isInterrupted = true;
@@ -182,16 +186,17 @@ class LibnlChannel : public Nl80211Channel {
 
     // Events have a socket of their own, so that they do not come between answers.
     std::optional<Nl80211Fault> subscribe(const std::string& group) override {
-        const int number = genl_ctrl_resolve_grp(socket_.get(), name_.c_str(), group.c_str());
+        const int number =
+            libnl().genl_ctrl_resolve_grp(socket_.get(), name_.c_str(), group.c_str());
         if (number < 0) return lost(number);
         if (!events_) {
             auto socket = connect();
             if (!socket) return socket.error();
-            const int outcome = nl_socket_set_nonblocking(socket->get());
+            const int outcome = libnl().nl_socket_set_nonblocking(socket->get());
             if (outcome < 0) return lost(outcome);
             events_ = std::move(*socket);
         }
-        const int outcome = nl_socket_add_membership(events_.get(), number);
+        const int outcome = libnl().nl_socket_add_membership(events_.get(), number);
         return outcome < 0 ? std::optional(lost(outcome)) : std::nullopt;
     }
 
@@ -210,7 +215,9 @@ class LibnlChannel : public Nl80211Channel {
         return std::optional(std::move(event));
     }
 
-    int eventDescriptor() const override { return events_ ? nl_socket_get_fd(events_.get()) : -1; }
+    int eventDescriptor() const override {
+        return events_ ? libnl().nl_socket_get_fd(events_.get()) : -1;
+    }
 
     Result<Nl80211Events, Nl80211Fault> readyEvents() override {
         if (!events_) return Unexpected(lost("no events are asked for"));
@@ -235,8 +242,9 @@ class LibnlChannel : public Nl80211Channel {
     // Keeps what one reading of the socket gives. Returns a code of libnl.
     int receiveEvents() {
         const Callbacks callbacks = callbacksInto(kept_);
-        nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, acceptAnySequence, nullptr);
-        const int outcome = nl_recvmsgs(events_.get(), callbacks.get());
+        libnl().nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, acceptAnySequence,
+                          nullptr);
+        const int outcome = libnl().nl_recvmsgs(events_.get(), callbacks.get());
         if (kept_.isWithoutMemory) throw std::bad_alloc();
         return outcome;
     }
@@ -244,7 +252,7 @@ class LibnlChannel : public Nl80211Channel {
     // Returns whether the socket may have an event.
     bool waitForEvent(Clock::time_point deadline, int interrupt) const {
         std::array<pollfd, 2> polled = {
-            {{nl_socket_get_fd(events_.get()), POLLIN, 0}, {interrupt, POLLIN, 0}}};
+            {{libnl().nl_socket_get_fd(events_.get()), POLLIN, 0}, {interrupt, POLLIN, 0}}};
         const auto left =
             std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
         if (left <= 0) return false;
@@ -266,7 +274,7 @@ class LibnlChannel : public Nl80211Channel {
 Nl80211Channel::Opened Nl80211Channel::open(const std::string& family) {
     auto socket = connect();
     if (!socket) return Unexpected(socket.error());
-    const int number = genl_ctrl_resolve(socket->get(), family.c_str());
+    const int number = libnl().genl_ctrl_resolve(socket->get(), family.c_str());
     if (number == -NLE_OBJ_NOTFOUND) return Unexpected(Nl80211Fault{.kind = Kind::NoFamily});
     if (number < 0) return Unexpected(lost(number));
     return Opened(std::make_unique<LibnlChannel>(std::move(*socket), family, number));

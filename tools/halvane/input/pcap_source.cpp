@@ -16,6 +16,7 @@
 #include "halvane/capture/link_type.h"
 
 #include "tools/halvane/input/input_stream.h"
+#include "tools/halvane/input/libpcap.h"
 #include "tools/halvane/input/link_type_name.h"
 #include "tools/halvane/input/packet_source.h"
 
@@ -28,7 +29,7 @@ constexpr std::size_t kRecordHeaderSize = 16;
 constexpr std::size_t kStreamBuffer = std::size_t{64} << 10;
 
 struct CaptureCloser {
-    void operator()(pcap_t* capture) const { pcap_close(capture); }
+    void operator()(pcap_t* capture) const { libpcap().pcap_close(capture); }
 };
 using Capture = std::unique_ptr<pcap_t, CaptureCloser>;
 
@@ -55,7 +56,7 @@ ssize_t readStream(void* cookie, char* room, std::size_t size) {
 // there. That of 802.11 has four octets, so both mean the same.
 bool tellsFCS(pcap_t* capture) {
     constexpr unsigned kIsPresent = 0x04000000;
-    const unsigned extension = static_cast<unsigned>(pcap_datalink_ext(capture));
+    const unsigned extension = static_cast<unsigned>(libpcap().pcap_datalink_ext(capture));
     const unsigned length = extension >> 28;
     return (extension & kIsPresent) != 0 && (length == 2 || length == 4);
 }
@@ -77,7 +78,7 @@ class PcapSource : public PacketSource {
     NextPacket next() override {
         pcap_pkthdr* header = nullptr;
         const u_char* bytes = nullptr;
-        const int outcome = pcap_next_ex(capture_.get(), &header, &bytes);
+        const int outcome = libpcap().pcap_next_ex(capture_.get(), &header, &bytes);
         if (outcome == PCAP_ERROR) {
             return Unexpected(fault());
         }
@@ -99,8 +100,8 @@ class PcapSource : public PacketSource {
     std::string fault() const {
         if (stream_->error()) return beyondFrame(count_, *stream_->error());
         // libpcap asks for octets beyond the end only where a record is cut.
-        if (std::feof(pcap_file(capture_.get())) != 0) return endsInFrame(count_);
-        return beyondFrame(count_, pcap_geterr(capture_.get()));
+        if (std::feof(libpcap().pcap_file(capture_.get())) != 0) return endsInFrame(count_);
+        return beyondFrame(count_, libpcap().pcap_geterr(capture_.get()));
     }
 
     std::unique_ptr<InputStream> stream_;  // the capture reads it
@@ -114,6 +115,7 @@ class PcapSource : public PacketSource {
 }  // namespace
 
 OpenedSource openPcap(std::unique_ptr<InputStream> stream) {
+    if (libpcap().problem) return Unexpected(std::string(libpcap().problem));
     cookie_io_functions_t functions{};
     functions.read = readStream;
     std::unique_ptr<std::FILE, FileCloser> file(::fopencookie(stream.get(), "rb", functions));
@@ -121,15 +123,15 @@ OpenedSource openPcap(std::unique_ptr<InputStream> stream) {
     std::setvbuf(file.get(), nullptr, _IOFBF, kStreamBuffer);
 
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
-    Capture capture(pcap_fopen_offline_with_tstamp_precision(file.get(), PCAP_TSTAMP_PRECISION_NANO,
-                                                             reason.data()));
+    Capture capture(libpcap().pcap_fopen_offline_with_tstamp_precision(
+        file.get(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
     if (!capture) {
         if (stream->error()) return Unexpected(*stream->error());
         return Unexpected(std::string("not a readable capture: ") + reason.data());
     }
     static_cast<void>(file.release());  // closed with the capture
 
-    const int number = pcap_datalink(capture.get());
+    const int number = libpcap().pcap_datalink(capture.get());
     const auto linkType = capture::linkTypeOfNumber(number);
     if (!linkType) return Unexpected(notWiFiFault(number));
     return OpenedSource(

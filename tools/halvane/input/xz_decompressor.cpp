@@ -8,6 +8,7 @@
 
 #include "tools/halvane/input/compressed_source.h"
 #include "tools/halvane/input/decompressor.h"
+#include "tools/halvane/input/liblzma.h"
 #include "tools/halvane/input/octet_source.h"
 
 namespace halvane::tool {
@@ -21,13 +22,14 @@ class XzDecompressor : public CompressedSource {
   public:
     explicit XzDecompressor(std::unique_ptr<OctetSource> source)
         : CompressedSource(std::move(source)) {
-        if (::lzma_stream_decoder(&stream_, kMostMemory, LZMA_CONCATENATED) != LZMA_OK) {
-            failWith("not enough memory to decompress");
+        if (liblzma().problem ||
+            liblzma().lzma_stream_decoder(&stream_, kMostMemory, LZMA_CONCATENATED) != LZMA_OK) {
+            failToBegin(liblzma().problem);
         }
     }
     XzDecompressor(const XzDecompressor&) = delete;
     XzDecompressor& operator=(const XzDecompressor&) = delete;
-    ~XzDecompressor() override { ::lzma_end(&stream_); }
+    ~XzDecompressor() override { liblzma().lzma_end(&stream_); }
 
   protected:
     std::size_t decompress(std::span<std::uint8_t> room) override {
@@ -46,7 +48,8 @@ class XzDecompressor : public CompressedSource {
             stream_.avail_in = chunk.size();
             isInputAtEnd_ = chunk.empty();
         }
-        const lzma_ret outcome = ::lzma_code(&stream_, isInputAtEnd_ ? LZMA_FINISH : LZMA_RUN);
+        const lzma_ret outcome =
+            liblzma().lzma_code(&stream_, isInputAtEnd_ ? LZMA_FINISH : LZMA_RUN);
         isAtEnd_ = outcome == LZMA_STREAM_END;
         if (outcome != LZMA_OK && !isAtEnd_) tellFault(outcome);
     }

@@ -1,7 +1,6 @@
 #include "tools/halvane/networks/network_columns.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -18,6 +17,7 @@
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/age_text.h"
 #include "tools/halvane/output/network_name.h"
+#include "tools/halvane/output/rounded.h"
 #include "tools/halvane/output/signal_bar.h"
 #include "tools/halvane/output/text_table.h"
 #include "tools/halvane/output/theme.h"
@@ -229,7 +229,7 @@ FittedCell channelCell(const Network& network, const Around&) {
 
 FittedCell rateCell(const Network& network, const Around&) {
     const auto rate = rateOf(network);
-    return own(rate ? std::to_string(std::lround(*rate)) : std::string(kUntold));
+    return own(rate ? std::to_string(rounded(*rate)) : std::string(kUntold));
 }
 
 FittedCell securityCell(const Network& network, const Around& around) {

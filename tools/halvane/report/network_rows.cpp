@@ -1,7 +1,6 @@
 #include "tools/halvane/report/network_rows.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <optional>
@@ -20,6 +19,7 @@
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/address_text.h"
 #include "tools/halvane/output/folded_case.h"
+#include "tools/halvane/output/rounded.h"
 #include "tools/halvane/output/shown_text.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/report/findings_part.h"
@@ -225,7 +225,7 @@ constexpr Column kColumns[] = {
      },
      [](HtmlWriter& html, Data, Network network) {
          const auto rate = rateOf(network);
-         writeNumber(html, rate ? std::optional(std::lround(*rate)) : std::nullopt);
+         writeNumber(html, rate ? std::optional(rounded(*rate)) : std::nullopt);
      }},
     {"<th scope=\"col\" class=\"c5 num\" data-k=\"load\">", "Load<span class=\"u\">%</span>",
      "<td class=\"c5 num\" data-v=\"",

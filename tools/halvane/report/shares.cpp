@@ -1,7 +1,6 @@
 #include "tools/halvane/report/shares.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -17,6 +16,7 @@
 
 #include "tools/halvane/networks/security_label.h"
 #include "tools/halvane/output/maker_name.h"
+#include "tools/halvane/output/rounded.h"
 #include "tools/halvane/output/theme.h"
 #include "tools/halvane/report/page_words.h"
 #include "tools/halvane/survey/network.h"
@@ -100,7 +100,7 @@ class ShareWriter {
         const double percent =
             100.0 * static_cast<double>(share.count()) / static_cast<double>(data_.networks.size());
         html_ << "</svg></td><td class=\"n\"><b>" << share.count() << "</b> <span class=\"pc\">"
-              << std::lround(percent) << "\u00A0%</span>";
+              << rounded(percent) << "\u00A0%</span>";
         if (data_.hasOwn) {
             html_ << "<span class=\"vh\">, of these own " << share.own << "</span>";
         }

@@ -1,13 +1,13 @@
 #include "tools/halvane/report/signal_chart.h"
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "tools/halvane/networks/survey_reader.h"
+#include "tools/halvane/output/rounded.h"
 #include "tools/halvane/output/time_text.h"
 #include "tools/halvane/report/page_words.h"
 #include "tools/halvane/survey/saturated.h"
@@ -65,7 +65,7 @@ class PictureWriter {
         html_ << "<li class=\"mult " << classOf(tintOf(data_, network.isOwn)) << "\" data-n=\""
               << HtmlText{network.id} << "\"><p class=\"mh\">";
         writeLink(html_, network);
-        html_ << "<span class=\"mv\"><b>" << HtmlText{signedText(std::lround(picture.mean))}
+        html_ << "<span class=\"mv\"><b>" << HtmlText{signedText(rounded(picture.mean))}
               << "</b> <span class=\"u\">dBm</span></span></p>"
                  "<svg viewBox=\"0 0 240 64\" preserveAspectRatio=\"none\" aria-hidden=\"true\" "
                  "height=\"64\">";
