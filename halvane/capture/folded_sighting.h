@@ -57,7 +57,7 @@ class HALVANE_EXPORT FoldedSighting {
     struct Values {
         explicit Values(const Sighting& sighting);
         // Those of sightingOf(beacon, radio).
-        Values(const BeaconFrame& beacon, const RadioInfo& radio);
+        HALVANE_HIDDEN Values(const BeaconFrame& beacon, const RadioInfo& radio);
         void update(const Values& later);
 
         std::optional<Number> channel, noise, RSSI, beaconInterval, radioChannel;
