@@ -4,6 +4,7 @@
 #ifndef HALVANE_CAPTURE_SIGHTED_CHANNEL_INTERNAL_H
 #define HALVANE_CAPTURE_SIGHTED_CHANNEL_INTERNAL_H
 
+#include <cstdint>
 #include <optional>
 #include <span>
 

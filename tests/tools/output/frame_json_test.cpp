@@ -147,7 +147,7 @@ TEST(FrameJSON, WritesTheElementsOfTheFrame) {
 
 // After an element that the walks read in different ways, none is TIM for both.
 TEST(FrameJSON, TrustsNoTIMBehindLongElements) {
-    for (const std::size_t size : {253, 254, 255}) {
+    for (const std::size_t size : {253u, 254u, 255u}) {
         const auto elementsOf = [&](std::uint8_t count) {
             return joined({element(221, Bytes(size)), timElement(count, 1, 0)});
         };

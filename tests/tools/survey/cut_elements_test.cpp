@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <gtest/gtest.h>
+#include <span>
 #include <vector>
 
 #include "halvane/air/element_range.h"

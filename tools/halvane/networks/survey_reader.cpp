@@ -13,6 +13,7 @@
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/survey/cut_elements.h"
+#include "tools/halvane/survey/network_statistics.h"
 #include "tools/halvane/survey/saturated.h"
 
 namespace halvane::tool {
