@@ -61,7 +61,7 @@ FoldedSighting::Values::Values(const BeaconFrame& beacon, const RadioInfo& radio
       radioFrequency(radio.frequencyMHz),
       capabilities(beacon.capabilities),
       frames(1) {
-    const auto sighted = sightedChannelOf(beacon.elements, radio);
+    const auto sighted = sightedChannelOf(channelOfElements(beacon.elements), radio);
     channel = sighted.channel;
     radioChannel = sighted.radioChannel;
     isChannelOfRadio = sighted.isOfRadio;

@@ -13,6 +13,15 @@ namespace halvane::capture {
 
 namespace {
 
+// The record knows its HT Operation, so most frames need no other walk over their elements.
+std::optional<Number> ownChannelOf(const HalvaneMAC& record, const BeaconFrame& beacon) {
+    const auto& operation = record.HTOperation();
+    if (operation && operation->isValid() && operation->primaryChannel() != 0) {
+        return Number(operation->primaryChannel());
+    }
+    return channelOfElements(beacon.elements);
+}
+
 std::optional<Number> numberOf(std::optional<int> value) {
     return value ? std::optional<Number>(*value) : std::nullopt;
 }
@@ -25,7 +34,7 @@ Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
     record.setRSSI(numberOf(radio.signalDBm));
     record.setNoise(numberOf(radio.noiseDBm));
     record.setBeaconInterval(Number(beacon.beaconInterval));
-    const auto channel = sightedChannelOf(beacon.elements, radio);
+    const auto channel = sightedChannelOf(ownChannelOf(record, beacon), radio);
     record.setChannel(channel.channel);
     return {.record = std::move(record),
             .radioChannel = channel.radioChannel,

@@ -36,7 +36,9 @@ std::uint8_t firstOctetOf(std::span<const std::uint8_t> element) {
     return cursor.u8().value_or(0);
 }
 
-// Returns the channel that the BSS itself states. Of several HT Operation elements the last counts,
+}  // namespace
+
+// Of several HT Operation elements the last counts,
 // as for a record, even if it is damaged or states none. Of several DS Parameter Sets (9.4.2.4) the
 // first that states a channel does.
 std::optional<Number> channelOfElements(std::span<const std::uint8_t> elements) {
@@ -53,11 +55,8 @@ std::optional<Number> channelOfElements(std::span<const std::uint8_t> elements) 
     return channel != 0 ? std::optional(Number(channel)) : std::nullopt;
 }
 
-}  // namespace
-
-SightedChannel sightedChannelOf(std::span<const std::uint8_t> elements, const RadioInfo& radio) {
+SightedChannel sightedChannelOf(const std::optional<Number>& ownChannel, const RadioInfo& radio) {
     const auto radioChannel = channelOfRadio(radio);
-    const auto ownChannel = channelOfElements(elements);
     return {.channel = ownChannel ? ownChannel : radioChannel,
             .radioChannel = radioChannel,
             .isOfRadio = !ownChannel && radioChannel};

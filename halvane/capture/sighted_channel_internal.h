@@ -1,6 +1,6 @@
 // The channel of a frame, without a record of it.
 //
-// A pure function and plain values; any thread may use them.
+// Pure functions and plain values; any thread may use them.
 #ifndef HALVANE_CAPTURE_SIGHTED_CHANNEL_INTERNAL_H
 #define HALVANE_CAPTURE_SIGHTED_CHANNEL_INTERNAL_H
 
@@ -19,8 +19,12 @@ struct SightedChannel {
     bool isOfRadio = false;  // no element states one
 };
 
-// frame_record.h tells which channel counts.
-SightedChannel sightedChannelOf(std::span<const std::uint8_t> elements, const RadioInfo& radio);
+// Returns the channel that the elements state: that of HT Operation, otherwise that of the DS
+// Parameter Set.
+std::optional<Number> channelOfElements(std::span<const std::uint8_t> elements);
+
+// frame_record.h tells which channel counts. `ownChannel` is that of the elements.
+SightedChannel sightedChannelOf(const std::optional<Number>& ownChannel, const RadioInfo& radio);
 
 }  // namespace halvane::capture
 
