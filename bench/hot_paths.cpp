@@ -171,7 +171,7 @@ void readAddress() {
     DoNotOptimize(address);
 }
 
-void logLine(std::int32_t level) {
+void logLine(std::uint32_t level) {
     HALVANE_LOG(&gLogCategory_Hot, level, "%d frames from %s on channel %d\n", 42, "neighbour-12",
                 6);
 }
