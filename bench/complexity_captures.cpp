@@ -16,6 +16,7 @@
 #include "bench/growth.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/output/format.h"
+#include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/record_writer.h"
 
 using namespace halvane::capture;
@@ -160,8 +161,8 @@ void addOldHeaderRows() {
     });
 }
 
-// Prints n records, and discards the output.
-void addOutput(const char* row, Format format) {
+// Prints n records, of frames if an origin is told, and discards the output.
+void addOutput(const char* row, Format format, const std::optional<FrameOrigin>& origin = {}) {
     addGrowth(
         row, 4096,
         [](std::size_t n) {
@@ -172,11 +173,11 @@ void addOutput(const char* row, Format format) {
             }
             return sightings;
         },
-        [format](const std::vector<Sighting>& sightings) {
+        [format, origin](const std::vector<Sighting>& sightings) {
             const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
                 std::fopen("/dev/null", "w"), std::fclose);
             const auto writer = RecordWriter::create(format, stream.get());
-            for (const auto& sighting : sightings) writer->write(sighting, std::nullopt);
+            for (const auto& sighting : sightings) writer->write(sighting, origin);
             writer->finish();
             return std::ferror(stream.get()) == 0;
         });
@@ -192,6 +193,7 @@ void addCaptureRows() {
     addOutput("records as text", Format::Text);
     addOutput("records as JSON", Format::JSON);
     addOutput("records as JSON lines", Format::JSONLines);
+    addOutput("frames as JSON lines", Format::JSONLines, FrameOrigin{1});
     addOutput("records as a property list", Format::PropertyList);
 }
 

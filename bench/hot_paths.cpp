@@ -17,6 +17,8 @@
 #include "halvane/base/property_list_value.h"
 #include "halvane/base/skeleton_internal.h"
 #include "halvane/base/status.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/folded_sighting.h"
 #include "halvane/capture/frame_record.h"
 #include "halvane/capture/link_type.h"
 #include "halvane/ie/mac.h"
@@ -32,6 +34,7 @@
 #include "bench/beacon.h"
 #include "bench/interface_list.h"
 #include "bench/multi_link_beacon.h"
+#include "tools/halvane/output/frame_json.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/frame_properties.h"
 #include "tools/halvane/output/json_record.h"
@@ -116,6 +119,26 @@ void writeLine() {
     DoNotOptimize(writer.text().data());
 }
 
+// A frame whose elements were written before.
+void writeFrameAgain() {
+    using namespace halvane::tool;
+    static const Sighting sighting =
+        halvane::capture::sightingOf(*halvane::capture::parseBeaconFrame(bench::kBeacon));
+    static FrameJSON frames;
+    static JSONWriter writer;
+    writer.clear();
+    frames.write(writer, sighting, FrameOrigin{1}, {});
+    DoNotOptimize(writer.text().data());
+}
+
+// A frame of a known network.
+void foldNumbers() {
+    using namespace halvane::capture;
+    static const auto beacon = parseBeaconFrame(bench::kBeacon);
+    static FoldedSighting folded(sightingOf(*beacon));
+    DoNotOptimize(folded.foldNumbers(*beacon, {.frequencyMHz = 2437, .signalDBm = -61}));
+}
+
 // --- The C layer ---
 
 char gText[256];
@@ -148,7 +171,7 @@ void readAddress() {
     DoNotOptimize(address);
 }
 
-void logLine(std::int32_t level) {
+void logLine(std::uint32_t level) {
     HALVANE_LOG(&gLogCategory_Hot, level, "%d frames from %s on channel %d\n", 42, "neighbour-12",
                 6);
 }
@@ -184,6 +207,8 @@ std::vector<HotPath> hotPaths() {
         {"profile-wifi7", 300, [] { profile(wifi7()); }},
         {"packet", 1000, readPacket},
         {"json-line", 300, writeLine},
+        {"json-frame-again", 1000, writeFrameAgain},
+        {"fold-numbers", 1000, foldNumbers},
         {"print-line", 1000, printLine},
         {"print-address", 1000, printAddress},
         {"scan-line", 1000, scanLine},

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "halvane/base/property_list_value.h"
+#include "halvane/capture/sighted_channel_internal.h"
 #include "halvane/ie/mac.h"
 
 namespace halvane::capture {
@@ -52,6 +53,19 @@ FoldedSighting::Values::Values(const Sighting& sighting)
       capabilities(sighting.record.capabilities()),
       isChannelOfRadio(sighting.isChannelOfRadio),
       frames(sighting.frames) {}
+
+FoldedSighting::Values::Values(const BeaconFrame& beacon, const RadioInfo& radio)
+    : noise(radio.noiseDBm),
+      RSSI(radio.signalDBm),
+      beaconInterval(beacon.beaconInterval),
+      radioFrequency(radio.frequencyMHz),
+      capabilities(beacon.capabilities),
+      frames(1) {
+    const auto sighted = sightedChannelOf(channelOfElements(beacon.elements), radio);
+    channel = sighted.channel;
+    radioChannel = sighted.radioChannel;
+    isChannelOfRadio = sighted.isOfRadio;
+}
 
 void FoldedSighting::Values::update(const Values& later) {
     const bool isToldAlready = channel && !isChannelOfRadio;
@@ -104,6 +118,14 @@ void FoldedSighting::fold(FoldedSighting&& later) {
         hasSSID_ = true;
     }
     values_.update(later.values_);
+}
+
+bool FoldedSighting::foldNumbers(const BeaconFrame& beacon, const RadioInfo& radio) {
+    const bool mayComplete = isCut_ && !beacon.isCut;
+    const bool mayReveal = isCut_ == beacon.isCut && !hasSSID_;
+    if (mayComplete || mayReveal) return false;
+    values_.update(Values(beacon, radio));
+    return true;
 }
 
 Sighting FoldedSighting::sighting() const {

@@ -9,7 +9,9 @@
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/export.h"
 #include "halvane/base/number.h"
+#include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/frame_record.h"
+#include "halvane/capture/radio_header.h"
 
 namespace halvane::capture {
 
@@ -37,6 +39,11 @@ class HALVANE_EXPORT FoldedSighting {
     // these one by one.
     void fold(FoldedSighting&& later);
 
+    // Merges a later frame of the same address, as fold(sightingOf(beacon, radio)) does, but
+    // decodes no record. Returns false and merges nothing if the elements of the frame may replace
+    // those that are kept, because these are cut or hide the SSID.
+    bool foldNumbers(const BeaconFrame& beacon, const RadioInfo& radio);
+
     // Creates the record again: of its time stamps only firstAdded() is that of the first sighting.
     Sighting sighting() const;
 
@@ -49,6 +56,8 @@ class HALVANE_EXPORT FoldedSighting {
     // What each frame tells anew.
     struct Values {
         explicit Values(const Sighting& sighting);
+        // Those of sightingOf(beacon, radio).
+        HALVANE_HIDDEN Values(const BeaconFrame& beacon, const RadioInfo& radio);
         void update(const Values& later);
 
         std::optional<Number> channel, noise, RSSI, beaconInterval, radioChannel;

@@ -3,56 +3,23 @@
 #include <utility>
 
 #include "halvane/base/byte_buffer.h"
-#include "halvane/base/byte_cursor.h"
-#include "halvane/base/element_id.h"
 #include "halvane/base/number.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/captured_frame.h"
 #include "halvane/capture/radio_header.h"
-#include "halvane/regulatory/channel.h"
+#include "halvane/capture/sighted_channel_internal.h"
 
 namespace halvane::capture {
 
 namespace {
 
-// For an unknown frequency the look-up returns the last frequency of the map, so the result is
-// checked by the inverse look-up.
-std::optional<Number> channelOfFrequency(std::optional<int> frequency) {
-    if (!frequency || *frequency <= 0) return std::nullopt;
-    const auto megahertz = static_cast<unsigned>(*frequency);
-    const unsigned channel = HalvaneChannel::channelNumberForFrequency(megahertz);
-    if (HalvaneChannel::channelFrequencyForNumber(channel) != megahertz) return std::nullopt;
-    return Number(channel);
-}
-
-// IEEE 802.11-2020, 9.4.2.4: one octet.
-std::optional<Number> channelOfDSParameterSet(const HalvaneMAC& record) {
-    for (const ByteBuffer& element : record.IEs()) {
-        ByteCursor cursor(element);
-        if (cursor.u8() != kElementIDDSParameterSet || !cursor.skip(1)) continue;
-        if (const auto channel = cursor.u8(); channel && *channel != 0) return Number(*channel);
-    }
-    return std::nullopt;
-}
-
-std::optional<Number> channelOfHTOperation(const HalvaneMAC& record) {
+// The record knows its HT Operation, so most frames need no other walk over their elements.
+std::optional<Number> ownChannelOf(const HalvaneMAC& record, const BeaconFrame& beacon) {
     const auto& operation = record.HTOperation();
-    if (!operation || !operation->isValid() || operation->primaryChannel() == 0) {
-        return std::nullopt;
+    if (operation && operation->isValid() && operation->primaryChannel() != 0) {
+        return Number(operation->primaryChannel());
     }
-    return Number(operation->primaryChannel());
-}
-
-// Returns the channel that the BSS itself states.
-std::optional<Number> channelOfElements(const HalvaneMAC& record) {
-    if (const auto channel = channelOfHTOperation(record)) return channel;
-    return channelOfDSParameterSet(record);
-}
-
-std::optional<Number> channelOfRadio(const RadioInfo& radio) {
-    if (const auto channel = channelOfFrequency(radio.frequencyMHz)) return channel;
-    if (!radio.channel || *radio.channel <= 0) return std::nullopt;
-    return Number(*radio.channel);
+    return channelOfElements(beacon.elements);
 }
 
 std::optional<Number> numberOf(std::optional<int> value) {
@@ -67,12 +34,11 @@ Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
     record.setRSSI(numberOf(radio.signalDBm));
     record.setNoise(numberOf(radio.noiseDBm));
     record.setBeaconInterval(Number(beacon.beaconInterval));
-    const auto radioChannel = channelOfRadio(radio);
-    const auto ownChannel = channelOfElements(record);
-    record.setChannel(ownChannel ? ownChannel : radioChannel);
+    const auto channel = sightedChannelOf(ownChannelOf(record, beacon), radio);
+    record.setChannel(channel.channel);
     return {.record = std::move(record),
-            .radioChannel = radioChannel,
-            .isChannelOfRadio = !ownChannel && radioChannel,
+            .radioChannel = channel.radioChannel,
+            .isChannelOfRadio = channel.isOfRadio,
             .radioFrequency = radio.frequencyMHz,
             .origin = ElementsOrigin{.subtype = beacon.subtype, .offset = beacon.elementsOffset},
             .isCut = beacon.isCut};

@@ -170,16 +170,22 @@ std::optional<std::size_t> headerLength(std::span<const std::uint8_t> packet) {
 
 }  // namespace
 
+// The cursors are copied before they move, and the result is returned where it was made: a copy of
+// what was just written takes longer than reading a field.
 std::optional<RadioInfo> parseRadiotapHeader(std::span<const std::uint8_t> packet) {
+    constexpr std::size_t kBeforeWords = 4;  // the version, the pad octet and the length
+    std::optional<RadioInfo> info;
     const auto length = headerLength(packet);
-    if (!length) return std::nullopt;
-    auto split = splitPacket(packet, *length);
-    if (!split || !split->header.skip(4)) return std::nullopt;
+    const auto split = length ? splitPacket(packet, *length) : std::nullopt;
+    if (!split) return info;
 
-    const ByteCursor words = split->header;
-    if (!skipPresenceWords(split->header)) return std::nullopt;
-    RadioInfo info{.frame = split->frame};
-    if (walk(words, split->header, info) == Outcome::Malformed) return std::nullopt;
+    ByteCursor words = split->header;
+    ByteCursor data = split->header;
+    if (!words.skip(kBeforeWords) || !data.skip(kBeforeWords)) return info;
+    if (!skipPresenceWords(data)) return info;
+    info.emplace();
+    info->frame = split->frame;
+    if (walk(words, data, *info) == Outcome::Malformed) info.reset();
     return info;
 }
 

@@ -12,6 +12,7 @@
 #include "halvane/base/element_id.h"
 #include "halvane/base/oui.h"
 #include "halvane/base/vendor.h"
+#include "halvane/ie/element_walk_internal.h"
 #include "halvane/ie/fancy_formatting.h"
 #include "halvane/ie/link_quality.h"
 #include "halvane/ie/mac_record.h"
@@ -136,30 +137,10 @@ class RateCounts {
     std::size_t total_ = 0;
 };
 
-// Calls each(offset, element) for every element. Returns the offset of the trailing bytes that form
-// no element.
-template <typename Each>
-std::size_t walkElements(Octets elements, Each each) {
-    ByteCursor cursor(elements);
-    while (const auto length = cursor.peek(1)) {
-        // The size of an element has 8 bits.
-        const auto size = static_cast<std::uint8_t>(*length + kElementHeaderSize);
-        if (size == 0 || size > cursor.remaining()) break;
-        const std::size_t offset = cursor.position();
-        each(offset, *cursor.take(size));
-    }
-    return cursor.position();
-}
-
-// Returns the bytes that are walked: their number has 16 bits.
-Octets walkedBytesOf(const ByteBuffer& elements) {
-    return *ByteCursor(elements.bytes()).take(static_cast<std::uint16_t>(elements.size()));
-}
-
 // Splits the buffer into elements. They are counted first, since a list that grows takes several
 // times the room.
 std::vector<ByteBuffer> cutElements(const ByteBuffer& elements) {
-    const Octets walked = walkedBytesOf(elements);
+    const Octets walked = walkedBytesOf(elements.bytes());
     std::size_t count = 0;
     walkElements(walked, [&](auto, auto) { ++count; });
     std::vector<ByteBuffer> cut;
@@ -174,7 +155,8 @@ std::vector<ByteBuffer> cutElements(const ByteBuffer& elements) {
 template <typename Each>
 void forEachElement(const MACRecord& record, Each each) {
     if (record.areIEsAwaited) {
-        walkElements(walkedBytesOf(*record.ieBuffer), [&](auto, Octets element) { each(element); });
+        walkElements(walkedBytesOf(record.ieBuffer->bytes()),
+                     [&](auto, Octets element) { each(element); });
     } else {
         for (const ByteBuffer& element : record.IEs) each(element.bytes());
     }
@@ -396,7 +378,7 @@ void HalvaneMAC::setElements(const ByteBuffer& elements) {
         walk.channelWidth = channelWidth();
         walk.securityFriendlyName = securityFriendlyName();
         Decoder decoder(walk);
-        const Octets walked = walkedBytesOf(buffer);
+        const Octets walked = walkedBytesOf(buffer.bytes());
         const std::size_t end = walkElements(walked, [&](std::size_t offset, Octets element) {
             decoder.decode(buffer, offset, element);
         });

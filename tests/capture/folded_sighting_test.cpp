@@ -9,7 +9,10 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/radio_header.h"
 #include "halvane/ie/mac.h"
 
 #include "tests/support/elements.h"
@@ -118,6 +121,82 @@ TEST(FoldedSighting, ReplacesACutFrameByAWholeOneOnly) {
     FoldedSighting wholeFirst(sightingWith(whole, false));
     wholeFirst.fold(sightingWith(ssidElement("home"), true));
     EXPECT_EQ(elementsOf(wholeFirst), ByteBuffer(whole));
+}
+
+// --- Frames whose numbers alone count ---
+
+struct Frame {
+    Bytes elements;
+    RadioInfo radio;
+    bool isCut;
+
+    BeaconFrame beacon() const {
+        return {.bssid = MacAddress({0x02, 0, 0, 0, 0, 1}),
+                .beaconInterval = static_cast<std::uint16_t>(100 + elements.size()),
+                .capabilities = static_cast<std::uint16_t>(elements.size()),
+                .elements = elements,
+                .isCut = isCut};
+    }
+    Sighting sighting() const { return sightingOf(beacon(), radio); }
+};
+
+std::string numbersOf(const FoldedSighting& folded) {
+    const Sighting sighting = folded.sighting();
+    const auto text = [](const std::optional<Number>& number) {
+        return number ? number->description() + ' ' : "- ";
+    };
+    return sighting.record.description() + text(sighting.record.RSSI()) +
+           text(sighting.record.noise()) + text(sighting.record.beaconInterval()) +
+           text(sighting.radioChannel) + std::to_string(sighting.radioFrequency.value_or(0)) + ' ' +
+           std::to_string(sighting.isChannelOfRadio) + ' ' + std::to_string(sighting.frames) + ' ' +
+           std::to_string(sighting.isCut) + ' ' + std::to_string(sighting.isNameRevealed);
+}
+
+// Every sequence of three frames.
+TEST(FoldedSighting, FoldsNumbersAsASightingOfThem) {
+    const ScopedUpTime clock;
+    const std::vector<Frame> frames = {
+        {ssidElement("home"), {.frequencyMHz = 2437, .signalDBm = -50, .noiseDBm = -90}, false},
+        {joined({ssidElement("home"), element(3, {11})}), {.channel = 3, .signalDBm = -60}, false},
+        {joined({element(0, {}), htOperationElement(44, 1)}), {.frequencyMHz = 5180}, false},
+        {ssidElement("home"), {.signalDBm = -70}, true},
+        {element(0, {}), {}, true}};
+    std::size_t folded = 0;
+    for (const Frame& first : frames) {
+        for (const Frame& second : frames) {
+            for (const Frame& third : frames) {
+                FoldedSighting expected(first.sighting());
+                FoldedSighting actual(first.sighting());
+                for (const Frame* const frame : {&second, &third}) {
+                    const std::string before = numbersOf(actual);
+                    expected.fold(frame->sighting());
+                    if (actual.foldNumbers(frame->beacon(), frame->radio)) {
+                        ++folded;
+                    } else {
+                        EXPECT_EQ(numbersOf(actual), before);
+                        actual.fold(frame->sighting());
+                    }
+                    EXPECT_EQ(numbersOf(actual), numbersOf(expected));
+                }
+            }
+        }
+    }
+    EXPECT_GT(folded, 100u);
+}
+
+TEST(FoldedSighting, FoldsNoNumbersWhereTheElementsMayCount) {
+    const Frame named = {ssidElement("home"), {}, false};
+    const Frame hidden = {element(0, {}), {}, false};
+    const Frame cut = {ssidElement("home"), {}, true};
+    const auto folds = [](const Frame& first, const Frame& next) {
+        return FoldedSighting(first.sighting()).foldNumbers(next.beacon(), next.radio);
+    };
+    EXPECT_TRUE(folds(named, named));
+    EXPECT_TRUE(folds(named, hidden));
+    EXPECT_TRUE(folds(named, cut));
+    EXPECT_TRUE(folds(hidden, cut));
+    EXPECT_FALSE(folds(hidden, named));
+    EXPECT_FALSE(folds(cut, named));
 }
 
 }  // namespace

@@ -1,21 +1,25 @@
 #include "halvane/capture/frame_record.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
 #include "halvane/capture/beacon_frame.h"
+#include "halvane/ie/mac.h"
 
 #include "tests/capture/packets.h"
 #include "tests/support/elements.h"
 #include "tests/support/hostile_bytes.h"
 
 using halvane::ByteBuffer;
+using halvane::HalvaneMAC;
 using halvane::MacAddress;
 using halvane::Number;
 using namespace halvane::testing;
@@ -139,6 +143,50 @@ TEST(FrameRecord, IsNotMadeOfAPacketThatIsSkipped) {
         ASSERT_FALSE(sighting);
         EXPECT_EQ(sighting.error(), reason);
     }
+}
+
+// The channel that a record of the elements tells: the primary channel of its HT Operation, or else
+// the first in a DS Parameter Set.
+std::optional<Number> channelOfRecord(const Bytes& elements) {
+    auto record = HalvaneMAC::initWithMAC(kBSSID.buffer());
+    record.setInformationElements(ByteBuffer(elements));
+    const auto& operation = record.HTOperation();
+    if (operation && operation->isValid() && operation->primaryChannel() != 0) {
+        return Number(operation->primaryChannel());
+    }
+    for (const ByteBuffer& ie : record.IEs()) {
+        const auto octets = ie.bytes();
+        if (octets.size() > 2 && octets[0] == 3 && octets[2] != 0) return Number(octets[2]);
+    }
+    return std::nullopt;
+}
+
+// Every sequence of three, with the lengths that a record reads otherwise than the standard.
+TEST(FrameRecord, TakesTheChannelFromTheElementsThatARecordReads) {
+    const std::vector<Bytes> choices = {
+        element(3, {}),         element(3, {0}),          element(3, {11}),  element(3, {7, 8}),
+        kHTOperation,           htOperationElement(0, 0), element(61, {44}), element(0, Bytes(253)),
+        element(0, Bytes(254)), element(0, Bytes(255)),   Bytes{3},          Bytes{61, 22, 44}};
+    std::size_t told = 0;
+    for (const Bytes& first : choices) {
+        for (const Bytes& second : choices) {
+            for (const Bytes& third : choices) {
+                const Bytes all = joined({first, second, third});
+                const auto expected = channelOfRecord(all);
+                EXPECT_EQ(channelOf(all), expected) << ByteBuffer(all).description();
+                told += expected ? 1 : 0;
+            }
+        }
+    }
+    EXPECT_GT(told, 100u);
+}
+
+TEST(FrameRecord, ReadsNoChannelBeyondTheElements) {
+    const Bytes sample = joined({ssidElement("home"), kDSParameterSet, kHTOperation});
+    forEachHostileForm(sample, {1, 7, 10}, [](const ByteBuffer& elements) {
+        const Bytes copy(elements.bytes().begin(), elements.bytes().end());
+        EXPECT_EQ(channelOf(copy), channelOfRecord(copy));
+    });
 }
 
 }  // namespace

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
+#include "halvane/capture/beacon_frame.h"
 #include "halvane/ie/mac.h"
 
 #include "tests/support/elements.h"
@@ -131,6 +133,26 @@ TEST(Survey, KnowsWhatWasHeardLastAfterAddingAnother) {
     survey.add(std::move(later));
     hear(survey, {4});
     EXPECT_EQ(addressesIn(survey), "1 3 4 ");
+}
+
+TEST(Survey, AddsTheNumbersOfKnownNetworks) {
+    Survey survey(2);
+    hear(survey, {1});
+    hear(survey, {2, element(0, {})});
+    const Bytes elements = ssidElement("net");
+    const auto add = [&](std::uint8_t last) {
+        const capture::BeaconFrame beacon = {.bssid = MacAddress({0x02, 0, 0, 0, 0, last}),
+                                             .elements = elements};
+        return survey.addNumbers(beacon, {.signalDBm = -40}, {.number = 7, .signal = -40});
+    };
+    EXPECT_FALSE(add(3));  // unknown
+    EXPECT_FALSE(add(2));  // without a name
+    EXPECT_TRUE(add(1));
+    EXPECT_EQ(survey.networks()[0].statistics->frames(), 2u);
+    EXPECT_EQ(survey.networks()[0].heard->sighting().record.RSSI(), Number(-40));
+    EXPECT_EQ(survey.networks()[1].statistics->frames(), 1u);
+    hear(survey, {3});  // the second was not heard for the longest time
+    EXPECT_EQ(addressesIn(survey), "1 3 ");
 }
 
 }  // namespace

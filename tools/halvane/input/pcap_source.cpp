@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <pcap/pcap.h>
+#include <stdio_ext.h>
 #include <string>
 #include <sys/types.h>
 #include <utility>
@@ -121,6 +122,7 @@ OpenedSource openPcap(std::unique_ptr<InputStream> stream) {
     std::unique_ptr<std::FILE, FileCloser> file(::fopencookie(stream.get(), "rb", functions));
     if (!file) return Unexpected(std::string("not enough memory to read"));
     std::setvbuf(file.get(), nullptr, _IOFBF, kStreamBuffer);
+    ::__fsetlocking(file.get(), FSETLOCKING_BYCALLER);  // one thread at a time has the source
 
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
     Capture capture(libpcap().pcap_fopen_offline_with_tstamp_precision(

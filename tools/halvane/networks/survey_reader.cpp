@@ -13,6 +13,7 @@
 #include "halvane/capture/frame_record.h"
 
 #include "tools/halvane/survey/cut_elements.h"
+#include "tools/halvane/survey/network_statistics.h"
 #include "tools/halvane/survey/saturated.h"
 
 namespace halvane::tool {
@@ -63,17 +64,19 @@ class FileSurvey {
         addTime(frame.time, capture_);
         const capture::BeaconFrame* const beacon = frame.beacon();
         if (beacon == nullptr) return;
-        capture::Sighting sighting = CaptureReader::sightingOf(frame);
-        sighting.origin->file = file_;
         const bool isCut = isCutFrame(*beacon);
         if (isCut && capture_.cutFrames++ == 0) capture_.firstCut = frame.number;
-        survey_.add(sighting, {.subtype = beacon->subtype,
-                               .number = frame.number,
-                               .capture = file_,
-                               .time = frame.time,
-                               .signal = frame.radio.signalDBm,
-                               .isCut = isCut,
-                               .isForHistory = options_.keepsHistory});
+        const HeardFrame heard = {.subtype = beacon->subtype,
+                                  .number = frame.number,
+                                  .capture = file_,
+                                  .time = frame.time,
+                                  .signal = frame.radio.signalDBm,
+                                  .isCut = isCut,
+                                  .isForHistory = options_.keepsHistory};
+        if (survey_.addNumbers(*beacon, frame.radio, heard)) return;
+        capture::Sighting sighting = CaptureReader::sightingOf(frame);
+        sighting.origin->file = file_;
+        survey_.add(sighting, heard);
     }
 
     const std::size_t file_;

@@ -107,18 +107,25 @@ void writeList(JSONWriter& writer, const ElementList& list, DamageReport& report
 
 }  // namespace
 
-void writeElements(JSONWriter& writer, air::ElementRange elements) {
+std::optional<std::size_t> writeElements(JSONWriter& writer, air::ElementRange elements,
+                                         std::optional<std::size_t> sought) {
+    std::optional<std::size_t> digits;
     writer.beginArray();
     std::string name;
     auto iterator = elements.begin();
     for (; iterator != elements.end(); ++iterator) {
         writeObject(writer, listed(*iterator, iterator->offset, name));
+        // The octets are the last property, so its quote is the last one.
+        if (iterator->offset == sought) {
+            digits = writer.text().rfind('"') - 2 * iterator->body.size();
+        }
     }
     const auto trailing = iterator.rest();
     if (!trailing.empty()) {
         writeObject(writer, ListedElement{.offset = trailing.offset, .body = trailing.octets});
     }
     writer.endArray();
+    return digits;
 }
 
 void writeValue(JSONWriter& writer, const ListedElements& elements) {

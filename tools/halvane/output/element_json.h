@@ -2,6 +2,9 @@
 #ifndef TOOLS_HALVANE_OUTPUT_ELEMENT_JSON_H
 #define TOOLS_HALVANE_OUTPUT_ELEMENT_JSON_H
 
+#include <cstddef>
+#include <optional>
+
 #include "halvane/air/element_range.h"
 
 #include "tools/halvane/output/damage_report.h"
@@ -13,7 +16,11 @@ namespace halvane::tool {
 
 // Writes an array of all elements: "id", "extension", "name", "offset" and "bytes", the octets of
 // the body. Octets that make no element end it as an item that has "offset" and "bytes" alone.
-void writeElements(JSONWriter& writer, air::ElementRange elements);
+//
+// Returns where the digits of the body of the element at the offset `sought` start in the writer's
+// text. Absent if no element starts there.
+std::optional<std::size_t> writeElements(JSONWriter& writer, air::ElementRange elements,
+                                         std::optional<std::size_t> sought = std::nullopt);
 
 // The same as a value of a table.
 void writeValue(JSONWriter& writer, const ListedElements& elements);

@@ -47,8 +47,7 @@ void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
     writeSighting(writer, sighting);
     if (origin) writeMembers(writer, FrameTime{*origin});
     if (heard != nullptr) writeMembers(writer, *heard);
-    writeMembers(writer, RecordTexts{sighting.record});
-    writeMembers(writer, makerIn(sighting.record, makerOf));
+    writeTexts(writer, sighting.record, makerOf);
     writer.endObject();
 }
 
@@ -57,9 +56,13 @@ void writeJSON(JSONWriter& writer, const capture::Sighting& sighting, const Netw
     writer.beginObject();
     writeSighting(writer, sighting);
     writeMembers(writer, moment);
-    writeMembers(writer, RecordTexts{sighting.record});
-    writeMembers(writer, makerIn(sighting.record, makerOf));
+    writeTexts(writer, sighting.record, makerOf);
     writer.endObject();
+}
+
+void writeTexts(JSONWriter& writer, const HalvaneMAC& record, const MakerOf& makerOf) {
+    writeMembers(writer, RecordTexts{record});
+    writeMembers(writer, makerIn(record, makerOf));
 }
 
 }  // namespace halvane::tool

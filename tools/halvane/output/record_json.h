@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "halvane/capture/frame_record.h"
+#include "halvane/ie/mac.h"
 
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/json_writer.h"
@@ -25,6 +26,9 @@ void writeJSON(JSONWriter& writer, const capture::Sighting& sighting,
 // it was heard.
 void writeJSON(JSONWriter& writer, const capture::Sighting& sighting, const NetworkMoment& moment,
                const MakerOf& makerOf = {});
+
+// Writes the last members of both into an open object: the texts of octets and the maker.
+void writeTexts(JSONWriter& writer, const HalvaneMAC& record, const MakerOf& makerOf);
 
 }  // namespace halvane::tool
 

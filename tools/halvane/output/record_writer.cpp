@@ -17,6 +17,7 @@
 #include "tools/halvane/output/air_text.h"
 #include "tools/halvane/output/element_text.h"
 #include "tools/halvane/output/explain_text.h"
+#include "tools/halvane/output/frame_json.h"
 #include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/property_list_output.h"
 #include "tools/halvane/output/record_json.h"
@@ -132,18 +133,37 @@ class JSONBatch {
     std::size_t whole_ = 0;  // bytes of its text
 };
 
+// Writes records of frames and of networks.
+class JSONRecords {
+  public:
+    explicit JSONRecords(MakerOf makerOf) : makerOf_(std::move(makerOf)) {}
+
+    void write(JSONWriter& writer, const capture::Sighting& sighting,
+               const std::optional<FrameOrigin>& origin, const NetworkStatistics* heard) {
+        if (origin && heard == nullptr) return frames_.write(writer, sighting, *origin, makerOf_);
+        writeJSON(writer, sighting, origin, heard, makerOf_);
+    }
+    void write(JSONWriter& writer, const capture::Sighting& sighting, const NetworkMoment& moment) {
+        writeJSON(writer, sighting, moment, makerOf_);
+    }
+
+  private:
+    MakerOf makerOf_;
+    FrameJSON frames_;
+};
+
 class JSONLinesWriter : public RecordWriter {
   public:
     JSONLinesWriter(std::FILE* stream, MakerOf makerOf)
-        : batch_(JSONWriter::Layout::OneLine, stream), makerOf_(std::move(makerOf)) {}
+        : batch_(JSONWriter::Layout::OneLine, stream), records_(std::move(makerOf)) {}
 
     void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
                const NetworkStatistics* heard) override {
-        writeJSON(batch_.writer(), sighting, origin, heard, makerOf_);
+        records_.write(batch_.writer(), sighting, origin, heard);
         end();
     }
     void writeScanned(const capture::Sighting& sighting, const NetworkMoment& moment) override {
-        writeJSON(batch_.writer(), sighting, moment, makerOf_);
+        records_.write(batch_.writer(), sighting, moment);
         end();
     }
     void finish() override { batch_.flush(); }
@@ -155,7 +175,7 @@ class JSONLinesWriter : public RecordWriter {
     }
 
     JSONBatch batch_;
-    MakerOf makerOf_;
+    JSONRecords records_;
 };
 
 // Writes one array, with its brackets around the records as they pass. The records are indented
@@ -163,17 +183,17 @@ class JSONLinesWriter : public RecordWriter {
 class JSONArrayWriter : public RecordWriter {
   public:
     JSONArrayWriter(std::FILE* stream, MakerOf makerOf)
-        : batch_(JSONWriter::Layout::Indented, stream), makerOf_(std::move(makerOf)) {}
+        : batch_(JSONWriter::Layout::Indented, stream), records_(std::move(makerOf)) {}
 
     void write(const capture::Sighting& sighting, const std::optional<FrameOrigin>& origin,
                const NetworkStatistics* heard) override {
         begin();
-        writeJSON(batch_.writer(), sighting, origin, heard, makerOf_);
+        records_.write(batch_.writer(), sighting, origin, heard);
         batch_.commit();
     }
     void writeScanned(const capture::Sighting& sighting, const NetworkMoment& moment) override {
         begin();
-        writeJSON(batch_.writer(), sighting, moment, makerOf_);
+        records_.write(batch_.writer(), sighting, moment);
         batch_.commit();
     }
     void finish() override {
@@ -189,7 +209,7 @@ class JSONArrayWriter : public RecordWriter {
     }
 
     JSONBatch batch_;
-    MakerOf makerOf_;
+    JSONRecords records_;
     bool isFirst_ = true;
 };
 

@@ -1,14 +1,23 @@
 #include "tools/halvane/output/time_text.h"
 
-#include <array>
 #include <chrono>
-#include <cstdio>
+#include <cstddef>
 
 namespace halvane::tool {
 
 namespace {
 
 constexpr std::int64_t kSecond = 1'000'000'000;
+
+// Appends the last digits of a number, as many as `count`, and what ends them.
+void append(std::string& text, std::int64_t number, std::size_t count, char end = 0) {
+    const std::size_t start = text.size();
+    text.append(count, '0');
+    for (std::size_t i = start + count; i-- > start; number /= 10) {
+        text[i] = static_cast<char>('0' + number % 10);
+    }
+    if (end != 0) text += end;
+}
 
 // A day, the seconds since its begin, and nanoseconds.
 struct Moment {
@@ -24,14 +33,16 @@ struct Moment {
         clock = hh_mm_ss<seconds>(time - day);
     }
 
+    // Nanoseconds do not leave the years of four digits.
     std::string text(char separator) const {
-        std::array<char, 32> text{};
-        std::snprintf(
-            text.data(), text.size(), "%04d-%02u-%02u%c%02d:%02d:%02d",
-            static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
-            static_cast<unsigned>(date.day()), separator, static_cast<int>(clock.hours().count()),
-            static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()));
-        return text.data();
+        std::string text;
+        append(text, static_cast<int>(date.year()), 4, '-');
+        append(text, static_cast<unsigned>(date.month()), 2, '-');
+        append(text, static_cast<unsigned>(date.day()), 2, separator);
+        append(text, clock.hours().count(), 2, ':');
+        append(text, clock.minutes().count(), 2, ':');
+        append(text, clock.seconds().count(), 2);
+        return text;
     }
 
     std::chrono::year_month_day date{};
@@ -42,16 +53,16 @@ struct Moment {
 }  // namespace
 
 std::string utcTimeText(std::int64_t nanoseconds) {
-    constexpr std::int64_t kNanoseconds = 1000;
+    constexpr std::int64_t kMicrosecond = 1000;
     const Moment moment(nanoseconds);
-    const auto fraction = static_cast<long long>(moment.fraction);
-    std::array<char, 16> digits{};
-    if (fraction % kNanoseconds == 0) {
-        std::snprintf(digits.data(), digits.size(), ".%06lldZ", fraction / kNanoseconds);
+    std::string text = moment.text('T');
+    text += '.';
+    if (moment.fraction % kMicrosecond == 0) {
+        append(text, moment.fraction / kMicrosecond, 6, 'Z');
     } else {
-        std::snprintf(digits.data(), digits.size(), ".%09lldZ", fraction);
+        append(text, moment.fraction, 9, 'Z');
     }
-    return moment.text('T') + digits.data();
+    return text;
 }
 
 std::string utcSecondText(std::int64_t nanoseconds) {

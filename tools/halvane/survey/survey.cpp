@@ -28,8 +28,20 @@ void Survey::add(const capture::Sighting& sighting, const HeardFrame& frame) {
     if (known == places_.end()) {
         return hold({0, *address, capture::FoldedSighting(sighting), NetworkStatistics(frame)});
     }
-    const Place place = known->second;
-    place->folded.fold(sighting);
+    known->second->folded.fold(sighting);
+    note(known->second, frame);
+}
+
+bool Survey::addNumbers(const capture::BeaconFrame& beacon, const capture::RadioInfo& radio,
+                        const HeardFrame& frame) {
+    const auto known = places_.find(beacon.bssid);
+    if (known == places_.end() || !known->second->folded.foldNumbers(beacon, radio)) return false;
+    note(known->second, frame);
+    return true;
+}
+
+// The network is now the one that was heard last.
+void Survey::note(Place place, const HeardFrame& frame) {
     place->statistics.add(frame);
     heard_.splice(heard_.end(), heard_, place);
 }

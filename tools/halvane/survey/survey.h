@@ -15,8 +15,10 @@
 #include <vector>
 
 #include "halvane/base/mac_address.h"
+#include "halvane/capture/beacon_frame.h"
 #include "halvane/capture/folded_sighting.h"
 #include "halvane/capture/frame_record.h"
+#include "halvane/capture/radio_header.h"
 
 #include "tools/halvane/survey/network.h"
 #include "tools/halvane/survey/network_statistics.h"
@@ -36,6 +38,11 @@ class Survey {
 
     // The time is proportional to the logarithm of size().
     void add(const capture::Sighting& sighting, const HeardFrame& frame);
+
+    // The same for a frame whose sighting would tell only numbers, because its network is known. No
+    // record is decoded for it. Returns false, and adds nothing, for any other frame.
+    bool addNumbers(const capture::BeaconFrame& beacon, const capture::RadioInfo& radio,
+                    const HeardFrame& frame);
 
     // Adds what was heard later. The result is that of adding its frames one by one, unless either
     // survey has let networks go.
@@ -65,6 +72,7 @@ class Survey {
     using Place = std::list<Heard>::iterator;
 
     void hold(Heard&& heard);
+    void note(Place place, const HeardFrame& frame);
     void tell(const Heard& heard, std::set<MacAddress>& told, std::vector<Network>& networks) const;
     std::vector<const Heard*> inOrder() const;
 
