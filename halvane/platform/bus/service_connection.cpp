@@ -155,7 +155,7 @@ class HALVANE_HIDDEN ServiceConnection::Core
     }
 
     std::shared_ptr<AwaitedReply> request(IPCMessage message) {
-        const auto awaited = std::make_shared<AwaitedReply>();
+        auto awaited = std::make_shared<AwaitedReply>();
         const auto owed = std::make_shared<OwedReply>(awaited);
         post({std::move(message), [owed](ServiceReply reply) { owed->set(std::move(reply)); }},
              &ServiceMailbox::putQuietly);

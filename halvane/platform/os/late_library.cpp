@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 
@@ -17,13 +18,27 @@ void* LateLibrary::find(const char* function) {
     return found;
 }
 
-// The loader's own text lasts until its next call. The copy is kept as long as the table that tells
-// it, which is never destroyed.
+LateLibrary::~LateLibrary() {
+    std::free(problem_);
+}
+
+const char* LateLibrary::problem() const {
+    if (!isMissing_) return nullptr;
+    return problem_ ? problem_ : "not enough memory";
+}
+
+const char* LateLibrary::takeProblem() {
+    const char* const taken = problem();
+    problem_ = nullptr;
+    return taken;
+}
+
+// The loader's own text lasts until its next call.
 void LateLibrary::keepProblem() {
     const char* const text = ::dlerror();
-    if (problem_) return;
-    const char* const copy = ::strdup(text ? text : "not found");
-    problem_ = copy ? copy : "not enough memory";
+    if (isMissing_) return;
+    isMissing_ = true;
+    problem_ = ::strdup(text ? text : "not found");
 }
 
 }  // namespace halvane

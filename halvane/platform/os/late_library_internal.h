@@ -23,19 +23,26 @@ class LateLibrary {
   public:
     // Loads the library of this name.
     explicit LateLibrary(const char* name);
+    LateLibrary(const LateLibrary&) = delete;
+    LateLibrary& operator=(const LateLibrary&) = delete;
+    ~LateLibrary();
 
     // Null if there is no such function. The first problem is kept.
     void* find(const char* function);
 
-    // Null if nothing is missing. Otherwise text that stays valid: "libpcap.so.0.8: cannot open
-    // shared object file: No such file or directory".
-    const char* problem() const { return problem_; }
+    // Null if nothing is missing. Otherwise text that is valid as long as this object:
+    // "libpcap.so.0.8: cannot open shared object file: No such file or directory".
+    const char* problem() const;
+
+    // The same text, which then stays valid.
+    const char* takeProblem();
 
   private:
     void keepProblem();
 
     void* const handle_;
-    const char* problem_ = nullptr;
+    bool isMissing_ = false;
+    char* problem_ = nullptr;  // owned; null also if memory did not hold it
 };
 
 // What stands for a function that is missing.
@@ -91,7 +98,7 @@ void findLate(LateLibrary& library, const char* name, Function*& function) {
             ::halvane::LateLibrary library(name);                  \
             Table table{};                                         \
             FUNCTIONS(HALVANE_LATE_FIND)                           \
-            table.problem = library.problem();                     \
+            table.problem = library.takeProblem();                 \
             if (table.problem) {                                   \
                 FUNCTIONS(HALVANE_LATE_MISSING)                    \
             }                                                      \

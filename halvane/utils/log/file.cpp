@@ -24,7 +24,7 @@ namespace halvane::logging {
 namespace {
 
 constexpr std::size_t kMaxFolder = 1024;
-constexpr std::uint64_t kMaxBuffer = 16 * 1048576;
+constexpr std::uint64_t kMaxBuffer = std::uint64_t{16} * 1048576;
 constexpr mode_t kFolderMode = 0770;
 constexpr mode_t kFileMode = 0666;  // less the process's umask
 constexpr std::string_view kEndedText = "\nLOG ENDED, CONTINUES IN NEXT LOG FILE\n";

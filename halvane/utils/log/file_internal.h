@@ -32,10 +32,10 @@ class LookCount {
     unsigned taken_ = 0;  // taken in the current step
 };
 
-class LogFile : public LogBuffer {
+class LogFile final : public LogBuffer {
   public:
     LogFile() = default;
-    ~LogFile();
+    ~LogFile() override;
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 

@@ -8,12 +8,11 @@ namespace halvane::logging {
 // Text that waits to be written.
 class LogBuffer {
   public:
+    virtual ~LogBuffer() = default;
+
     // Returns false if some of the text still waits.
     virtual bool flush() noexcept = 0;
     virtual void forget() = 0;
-
-  protected:
-    ~LogBuffer() = default;
 };
 
 // Begin and end to flush a buffer. Ending is possible without a beginning.
