@@ -1,7 +1,6 @@
 #include "halvane/air/tid_to_link_mapping.h"
 
 #include <cstddef>
-
 #include <gtest/gtest.h>
 
 #include "tests/air/element_samples.h"
