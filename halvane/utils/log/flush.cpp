@@ -60,6 +60,13 @@ void flushOnTime() {
     if (!flushAll()) scheduleFlush();
 }
 
+// REQUIRES: no other thread uses the timer, and none will
+void stopTimer() {
+    Flushing& state = flushing();
+    if (state.timer) state.timer->stop();  // the thread uses the pointer until then
+    state.timer.reset();
+}
+
 // Runs after the handlers of std::atexit(), and may run while other threads log.
 __attribute__((destructor)) void flushAtEnd() {
     flushing().hasEnded = true;
@@ -68,8 +75,9 @@ __attribute__((destructor)) void flushAtEnd() {
         const LogLock lock(kPatienceAtEnd);
         if (!lock.isWithin()) return;
         flushAll();
+        flushing().isScheduled = false;  // nobody writes what another thread would buffer from here
     }
-    stopFlushing();
+    stopTimer();
 }
 
 // The child must not write the parent's text again.
@@ -115,10 +123,8 @@ bool scheduleFlush() try {
 }
 
 void stopFlushing() {
-    Flushing& state = flushing();
-    if (state.timer) state.timer->stop();  // the thread uses the pointer until then
-    state.timer.reset();
-    state.isScheduled = false;
+    stopTimer();
+    flushing().isScheduled = false;
 }
 
 }  // namespace halvane::logging

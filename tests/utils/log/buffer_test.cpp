@@ -2,15 +2,18 @@
 // twice.
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <string>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -162,7 +165,7 @@ TEST_F(LogBufferTest, WritesBeforeAForkAndOnlyOnce) {
 }
 
 // How a child ends that logs and then calls `end`.
-int statusOfChild(const std::string& setting, void (*end)()) {
+int statusOfChild(const std::string& setting, const std::function<void()>& end) {
     std::fflush(nullptr);  // the child must not print it again
     const pid_t child = ::fork();
     if (child == 0) {
@@ -185,6 +188,44 @@ TEST_F(LogBufferTest, WritesAtExit) {
     });
     EXPECT_EQ(status, 0);
     EXPECT_EQ(contents(), "info\nin a handler\nat the very end\n");
+}
+
+// A number that a child shares with its parent.
+class SharedCounter {
+  public:
+    SharedCounter()
+        : number_(::mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE,
+                         MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {}
+    ~SharedCounter() { ::munmap(number_, sizeof(std::atomic<int>)); }
+    SharedCounter(const SharedCounter&) = delete;
+    SharedCounter& operator=(const SharedCounter&) = delete;
+
+    std::atomic<int>& operator*() const { return *static_cast<std::atomic<int>*>(number_); }
+
+  private:
+    void* number_;
+};
+
+// Unlike that of the fixture, it may be used until the process ends.
+HALVANE_LOG_CATEGORY(Endless, kLogLevelInfo, 0, nullptr);
+
+TEST_F(LogBufferTest, WritesAtExitWhatAnotherThreadLogsMeanwhile) {
+    constexpr int kTrials = 20;
+    for (int i = 0; i < kTrials; ++i) {
+        const SharedCounter logged;
+        const auto control =
+            "^FileTest$:level=off,^Endless$:output=file;path=" + path() + ";buffer=64K";
+        const int status = statusOfChild(control, [&] {
+            std::thread([&] {
+                for (;; ++*logged) HALVANE_LOG(&gLogCategory_Endless, kLogLevelInfo, "line\n");
+            }).detach();
+            while (*logged < 100) std::this_thread::yield();
+            std::exit(0);
+        });
+        EXPECT_EQ(status, 0);
+        EXPECT_GE(std::ranges::count(contents(), '\n'), *logged);
+        std::filesystem::remove(path());
+    }
 }
 
 TEST_F(LogBufferTest, LosesOnlyWhatWaitsWhenTheProcessIsKilled) {
