@@ -20,10 +20,20 @@ union NeverDestroyed {
     constexpr NeverDestroyed() : value() {}
     NeverDestroyed(const NeverDestroyed&) = delete;
     NeverDestroyed& operator=(const NeverDestroyed&) = delete;
-    ~NeverDestroyed() {}
+    constexpr ~NeverDestroyed() {}
 
+    char none;    // unused: a union is a literal type only if one of its members is of such a type
     Value value;  // the value, whose destructor never runs
 };
+
+// A fresh value that all share. The two forms say the same in the words that each compiler needs to
+// leave out a handler at exit, and with it a static constructor that would register the handler.
+template <typename Value>
+#ifdef __clang__
+[[clang::no_destroy]] inline constinit const NeverDestroyed<Value> kFreshValue{};
+#else
+inline constexpr NeverDestroyed<Value> kFreshValue{};
+#endif
 
 template <typename Value>
 class Boxed {
@@ -42,7 +52,7 @@ class Boxed {
     ~Boxed() = default;
 
     // The reference is valid until the box is next assigned to, made fresh, or first changed.
-    const Value& operator*() const { return value_ ? *value_ : kFresh.value; }
+    const Value& operator*() const { return value_ ? *value_ : kFreshValue<Value>.value; }
     const Value* operator->() const { return &**this; }
     Value& change() {
         if (!value_) value_ = std::make_unique<Value>();
@@ -56,13 +66,8 @@ class Boxed {
     friend bool operator==(const Boxed& a, const Boxed& b) { return *a == *b; }
 
   private:
-    static constinit const NeverDestroyed<Value> kFresh;
-
     std::unique_ptr<Value> value_;
 };
-
-template <typename Value>
-constinit const NeverDestroyed<Value> Boxed<Value>::kFresh{};
 
 }  // namespace halvane
 

@@ -106,10 +106,10 @@ class MACRecordBox {
     // The references are valid until the box is next assigned to or changed.
     const MACRecord& operator*() const {
         const Block* const block = block_.get();
-        return block != nullptr ? block->record : kFresh.value;
+        return block != nullptr ? block->record : kFreshValue<MACRecord>.value;
     }
     const MACRecord* operator->() const { return &**this; }
-    const Walk& walk() const { return hasWalk() ? *block_->walk : kFreshWalk.value; }
+    const Walk& walk() const { return hasWalk() ? *block_->walk : kFreshValue<Walk>.value; }
     // The record and its results, to be changed.
     MACRecord& change() {
         if (!block_) block_ = std::make_unique<Block>();
@@ -177,14 +177,8 @@ class MACRecordBox {
         block_ = std::move(next);
     }
 
-    static constinit const NeverDestroyed<MACRecord> kFresh;
-    static constinit const NeverDestroyed<Walk> kFreshWalk;
-
     std::unique_ptr<Block> block_;
 };
-
-inline constinit const NeverDestroyed<MACRecord> MACRecordBox::kFresh{};
-inline constinit const NeverDestroyed<MACRecord::Walk> MACRecordBox::kFreshWalk{};
 
 }  // namespace halvane
 

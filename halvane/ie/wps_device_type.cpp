@@ -6,6 +6,7 @@
 #include <map>
 #include <string_view>
 
+#include "halvane/base/boxed.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/describe.h"
 #include "halvane/base/vendor.h"
@@ -79,8 +80,7 @@ const Name* storedName(std::string_view name) {
 }
 
 const Name& orAbsent(const Name* name) {
-    static constinit const Name kAbsent;
-    return name ? *name : kAbsent;
+    return name ? *name : kFreshValue<Name>.value;
 }
 
 void setIfNamed(const Name*& property, const char* name) {

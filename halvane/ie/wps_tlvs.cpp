@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "halvane/base/boxed.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/utils/printf/std_string_internal.h"
 
@@ -107,10 +108,6 @@ std::size_t countDeviceTypes(const ByteBuffer& tlvs) {
         if (acceptsLength(*attribute, *length)) count += *length / kDeviceTypeSize;
     }
 }
-
-// The result of a getter whose property is absent.
-template <typename Held>
-constinit const std::optional<Held> kAbsent;
 
 // Returns the text after a label, including the newline.
 std::string line(const Number& number) {
@@ -219,7 +216,7 @@ HalvaneWPSTLVs::Value& HalvaneWPSTLVs::slot(WPSProperty property) {
 template <typename Held>
 const std::optional<Held>& HalvaneWPSTLVs::get(WPSProperty property) const {
     const Value* value = find(property);
-    return value ? std::get<std::optional<Held>>(*value) : kAbsent<Held>;
+    return value ? std::get<std::optional<Held>>(*value) : kFreshValue<std::optional<Held>>.value;
 }
 
 template <typename Held>
