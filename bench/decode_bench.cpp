@@ -84,7 +84,7 @@ void decodeAndAskLibtins(benchmark::State& state) {
     countAllocations(state, before);
 }
 
-// `bytes` is what a record takes of the heap, its element bytes and the heap's own included.
+// `bytes_each` is what a record takes of the heap, its element bytes and the heap's own included.
 void holdRecords(benchmark::State& state) {
     constexpr std::size_t kRecords = 100'000;
     for (auto _ : state) {
@@ -93,7 +93,7 @@ void holdRecords(benchmark::State& state) {
         const std::size_t before = ::mallinfo2().uordblks;
         for (std::size_t i = 0; i < kRecords; ++i) records.push_back(bench::decodedBeacon());
         const std::size_t held = ::mallinfo2().uordblks - before;
-        state.counters["bytes"] =
+        state.counters["bytes_each"] =
             static_cast<double>(held) / kRecords + double{sizeof(halvane::HalvaneMAC)};
     }
 }

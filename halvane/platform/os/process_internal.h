@@ -12,7 +12,8 @@ namespace halvane {
 std::string programName();
 
 // Remembers the process that created the object. A child made by fork() has none of its threads,
-// and finds its locks in the state of that moment.
+// and finds its locks in the state of that moment. A child made by _Fork() or clone(), which run no
+// fork handlers, passes for its parent.
 //
 // Threads: any thread may make any call, and so may any other fork handler in the child, except
 // those that were installed before the first object was made.
