@@ -32,14 +32,11 @@
 #include "halvane/utils/scan_time.h"
 
 #include "bench/beacon.h"
+#include "bench/beacon_line.h"
 #include "bench/interface_list.h"
 #include "bench/multi_link_beacon.h"
 #include "tools/halvane/output/frame_json.h"
-#include "tools/halvane/output/frame_origin.h"
-#include "tools/halvane/output/frame_properties.h"
-#include "tools/halvane/output/json_record.h"
 #include "tools/halvane/output/json_writer.h"
-#include "tools/halvane/output/record_properties.h"
 
 namespace {
 
@@ -107,15 +104,9 @@ void readPacket() {
 }
 
 void writeLine() {
-    using namespace halvane::tool;
     static const Sighting sighting = {bench::decodedBeacon(), std::nullopt};
-    static JSONWriter writer;
-    writer.clear();
-    writer.beginObject();
-    writeMembers(writer, FrameOrigin{1});
-    writeMembers(writer, sighting);
-    writeMembers(writer, sighting.record);
-    writer.endObject();
+    static halvane::tool::JSONWriter writer;
+    bench::writeBeaconLine(writer, sighting);
     DoNotOptimize(writer.text().data());
 }
 
@@ -127,7 +118,7 @@ void writeFrameAgain() {
     static FrameJSON frames;
     static JSONWriter writer;
     writer.clear();
-    frames.write(writer, sighting, FrameOrigin{1}, {});
+    frames.write(writer, sighting, bench::kBeaconOrigin, {});
     DoNotOptimize(writer.text().data());
 }
 

@@ -12,6 +12,7 @@
 
 #include "bench/allocation_count.h"
 #include "bench/beacon.h"
+#include "bench/beacon_line.h"
 #include "tests/support/json_tree.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/frame_properties.h"
@@ -25,7 +26,6 @@ namespace {
 
 using halvane::HalvaneSKU;
 using halvane::capture::Sighting;
-using halvane::tool::FrameOrigin;
 using halvane::tool::JSONWriter;
 
 void require(bool holds) {
@@ -41,9 +41,9 @@ Sighting sightedBeacon() {
     return {bench::decodedBeacon(), std::nullopt};
 }
 
-std::string treeText(const Sighting& sighting, const FrameOrigin& origin) {
+std::string treeText(const Sighting& sighting) {
     auto object = halvane::testing::JSON::object();
-    halvane::testing::addMembers(object, origin);
+    halvane::testing::addMembers(object, bench::kBeaconOrigin);
     halvane::testing::addMembers(object, sighting);
     halvane::testing::addMembers(object, sighting.record);
     return object.dump() + '\n';
@@ -53,16 +53,11 @@ void lineHalvane(benchmark::State& state) {
     const Sighting sighting = sightedBeacon();
     JSONWriter writer;
     const auto writeLine = [&] {
-        writer.clear();
-        writer.beginObject();
-        writeMembers(writer, FrameOrigin{1});
-        writeMembers(writer, sighting);
-        writeMembers(writer, sighting.record);
-        writer.endObject();
+        bench::writeBeaconLine(writer, sighting);
         writer.newline();
     };
     writeLine();
-    require(writer.text() == treeText(sighting, FrameOrigin{1}));
+    require(writer.text() == treeText(sighting));
     const auto before = bench::allocationCount();
     for (auto _ : state) {
         writeLine();
@@ -74,9 +69,9 @@ void lineHalvane(benchmark::State& state) {
 
 void lineNlohmann(benchmark::State& state) {
     const Sighting sighting = sightedBeacon();
-    require(treeText(sighting, FrameOrigin{1}).size() > 2000);
+    require(treeText(sighting).size() > 2000);
     const auto before = bench::allocationCount();
-    for (auto _ : state) benchmark::DoNotOptimize(treeText(sighting, FrameOrigin{1}));
+    for (auto _ : state) benchmark::DoNotOptimize(treeText(sighting));
     countAllocations(state, before);
     state.SetItemsProcessed(state.iterations());
 }
