@@ -9,10 +9,10 @@
 #define TOOLS_HALVANE_OUTPUT_JSON_WRITER_H
 
 #include <algorithm>
-#include <charconv>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -31,12 +31,15 @@ class JSONWriter {
     enum class Layout { OneLine, Indented };
 
     explicit JSONWriter(Layout layout = Layout::OneLine) : layout_(layout) {}
+    JSONWriter(const JSONWriter&) = delete;
+    JSONWriter& operator=(const JSONWriter&) = delete;
+    ~JSONWriter() = default;
 
     // The text since the last clear(). Valid until the writer changes.
-    std::string_view text() const { return {buffer_.get(), size_}; }
+    std::string_view text() const { return {buffer_.get(), size()}; }
 
     // Drops the text and keeps its memory. Open objects and arrays stay open.
-    void clear() { size_ = 0; }
+    void clear() { end_ = buffer_.get(); }
 
     // Each container holds members or items until it is ended.
     void beginObject() { begin('{'); }
@@ -45,14 +48,12 @@ class JSONWriter {
     void endArray() { end(']'); }
 
     // Begins a member. REQUIRES: an object is open, and one value follows.
-    void key(JSONKey key) {
-        separate(key.text.size() + 4);
-        put('"');
-        putRoomed(key.text);
-        put('"');
-        put(':');
-        if (layout_ == Layout::Indented) put(' ');
-        isAfterKey_ = true;
+    void key(const JSONKey& key) {
+        makeRoomFor(JSONKey::kRoom + 1);
+        separate();
+        std::memcpy(end_, key.member.data(), JSONKey::kRoom);
+        end_ += key.memberSize;
+        endKey();
     }
 
     // The same with a name that is not known before, and is escaped.
@@ -60,19 +61,20 @@ class JSONWriter {
         string(text);
         makeRoom(2);
         put(':');
-        if (layout_ == Layout::Indented) put(' ');
-        isAfterKey_ = true;
+        endKey();
     }
 
     // Writes a value: that of a member, the next item of an array, or the whole document.
     void null() { literal("null"); }
-    void boolean(bool value) { literal(value ? "true" : "false"); }
-    void integer(std::integral auto value) {
-        beforeValue(kMostDigits);
-        size_ = static_cast<std::size_t>(
-            std::to_chars(buffer_.get() + size_, buffer_.get() + capacity_, value).ptr -
-            buffer_.get());
+    void boolean(bool value) {
+        if (value) {
+            literal("true");
+        } else {
+            literal("false");
+        }
     }
+    void integer(std::signed_integral auto value) { signedInteger(value); }
+    void integer(std::unsigned_integral auto value) { unsignedInteger(value); }
 
     // Writes the shortest digits that read back equal: with a fraction from 0.0001 up to below
     // 1e15, otherwise with an exponent. Writes null for a number that is not finite, because JSON
@@ -102,63 +104,78 @@ class JSONWriter {
     }
     void newline() { verbatim("\n"); }
 
+    // Appends lower-case digits, likewise.
+    void hexDigits(std::span<const std::uint8_t> bytes);
+
   private:
     static constexpr std::size_t kMostDigits = 20;  // of 64 bits, with a sign
 
+    // What the next value or member follows.
+    enum class Last : std::uint8_t { Key, Bracket, Value };
+
+    std::size_t size() const { return static_cast<std::size_t>(end_ - buffer_.get()); }
     void makeRoom(std::size_t count) {
-        if (capacity_ - size_ < count) grow(count);
+        if (static_cast<std::size_t>(limit_ - end_) < count) grow(count);
     }
     void grow(std::size_t count);
 
     // REQUIRES: there is room.
-    void put(char character) { buffer_[size_++] = character; }
-    void putRoomed(std::string_view text) {
-        std::copy_n(text.data(), text.size(), buffer_.get() + size_);
-        size_ += text.size();
-    }
-
-    // Writes the separator before a member or an item, and leaves room for `count` characters after
-    // it.
-    void separate(std::size_t count) {
-        makeRoom(count + 2 + kIndent * depth_);
-        if (depth_ == 0) return;
-        if (!isFirst_) put(',');
-        isFirst_ = false;
-        if (layout_ == Layout::Indented) breakLine();
-    }
-    void beforeValue(std::size_t count) {
-        if (isAfterKey_) {
-            isAfterKey_ = false;
-            makeRoom(count);
-        } else {
-            separate(count);
-        }
-    }
+    void put(char character) { *end_++ = character; }
+    void putRoomed(std::string_view text) { end_ = std::copy(text.begin(), text.end(), end_); }
     void breakLine() {
         put('\n');
-        std::fill_n(buffer_.get() + size_, kIndent * depth_, ' ');
-        size_ += kIndent * depth_;
+        end_ = std::fill_n(end_, kIndent * depth_, ' ');
+    }
+
+    // Makes room for `count` characters after a separator.
+    void makeRoomFor(std::size_t count) { makeRoom(count + 2 + kIndent * depth_); }
+    // Writes the separator before a member or an item. REQUIRES: there is room.
+    void separate() {
+        if (last_ == Last::Value) put(',');
+        if (layout_ == Layout::Indented) breakLine();
+    }
+    // Begins a value. Returns the place for it, which has room for `count` characters.
+    char* placeFor(std::size_t count) {
+        makeRoomFor(count);
+        if (last_ != Last::Key && depth_ > 0) separate();
+        last_ = Last::Value;
+        return end_;
+    }
+    // Writes the first character of a value, and leaves room for `count` characters after it.
+    void open(char first, std::size_t count) {
+        *placeFor(count + 1) = first;
+        ++end_;
+    }
+    // REQUIRES: there is room for one character.
+    void endKey() {
+        if (layout_ == Layout::Indented) put(' ');
+        last_ = Last::Key;
     }
 
     void begin(char bracket) {
-        beforeValue(1);
-        put(bracket);
-        isFirst_ = true;
+        open(bracket, 0);
+        last_ = Last::Bracket;
         ++depth_;
     }
     void end(char bracket) {
         --depth_;
         makeRoom(2 + kIndent * depth_);
-        if (!isFirst_ && layout_ == Layout::Indented) breakLine();
-        isFirst_ = false;
+        if (last_ != Last::Bracket && layout_ == Layout::Indented) breakLine();
+        last_ = Last::Value;
         put(bracket);
     }
-    void literal(std::string_view text) {
-        beforeValue(text.size());
-        putRoomed(text);
+    template <std::size_t size>
+    void literal(const char (&text)[size]) {
+        end_ = std::copy_n(text, size - 1, placeFor(size - 1));
     }
+    void signedInteger(std::int64_t value);
+    void unsignedInteger(std::uint64_t value);
+    // REQUIRES: there is room.
+    void putDecimal(std::uint64_t number);
+    bool putWhole(double value);
     bool putTenths(double value);
-    void putCharacters(std::string_view text);
+    // Writes the rest of a string from its first escape on, and leaves room for the closing quote.
+    void putEscapes(std::string_view text);
     // Writes the escape for the start of `text`, and returns the number of octets that it replaces.
     std::size_t putSpecial(std::string_view text);
     void putEscaped(char character);
@@ -166,12 +183,11 @@ class JSONWriter {
     static constexpr std::size_t kIndent = 2;  // columns
 
     Layout layout_;
-    std::unique_ptr<char[]> buffer_;
-    std::size_t size_ = 0;
-    std::size_t capacity_ = 0;
+    Last last_ = Last::Bracket;
     std::size_t depth_ = 0;
-    bool isFirst_ = true;  // the innermost container is empty so far
-    bool isAfterKey_ = false;
+    std::unique_ptr<char[]> buffer_;
+    char* end_ = nullptr;    // of the text
+    char* limit_ = nullptr;  // of the buffer
 };
 
 }  // namespace halvane::tool
