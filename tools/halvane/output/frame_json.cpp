@@ -189,27 +189,23 @@ void FrameJSON::repeat(JSONWriter& writer, const Kept& kept, air::Octets element
     writer.verbatim(text.substr(afterTime));
 }
 
+// The memory of an earlier text serves again.
 void FrameJSON::keep(std::uint64_t key, Basis&& basis, std::string_view text,
                      const Places& places) {
-    Kept kept{std::move(basis), drop(key), places};
-    kept.text = text;
-    const std::size_t size = kept.size();
-    if (size > kMostKept) return;
-    if (keptSize_ + size > kMostKept) {
-        kept_.clear();
-        keptSize_ = 0;
+    auto found = kept_.find(key);
+    if (found == kept_.end()) {
+        found = kept_.emplace(key, Kept{std::move(basis), std::string(text), places}).first;
+    } else {
+        Kept& kept = found->second;
+        keptSize_ -= kept.size();
+        kept.basis = std::move(basis);
+        kept.text = text;
+        kept.places = places;
     }
-    keptSize_ += size;
-    kept_.emplace(key, std::move(kept));
-}
-
-std::string FrameJSON::drop(std::uint64_t key) {
-    const auto found = kept_.find(key);
-    if (found == kept_.end()) return {};
-    keptSize_ -= found->second.size();
-    std::string text = std::move(found->second.text);
-    kept_.erase(found);
-    return text;
+    keptSize_ += found->second.size();
+    if (keptSize_ <= kMostKept) return;
+    kept_.clear();
+    keptSize_ = 0;
 }
 
 void FrameJSON::write(JSONWriter& writer, const capture::Sighting& sighting,

@@ -88,8 +88,6 @@ class FrameJSON {
     void repeat(JSONWriter& writer, const Kept& kept, air::Octets elements,
                 const FrameOrigin& origin);
     void keep(std::uint64_t key, Basis&& basis, std::string_view text, const Places& places);
-    // Forgets what is kept. Returns its text, the memory of which may serve the next one.
-    std::string drop(std::uint64_t key);
 
     std::map<std::uint64_t, Kept> kept_;
     std::size_t keptSize_ = 0;

@@ -20,6 +20,7 @@ namespace halvane::tool {
 namespace {
 
 constexpr std::size_t kFirstCapacity = 4096;
+constexpr std::size_t kMostDigits = 20;  // of 64 bits
 
 // The most characters of a double: sign, 17 digits, point, and "0.000" before or "e-308" after the
 // digits.
@@ -103,6 +104,16 @@ constexpr auto kShortNumbers = [] {
     return numbers;
 }();
 
+// Returns the place after the digits. REQUIRES: there is room for those of any number.
+char* putDecimal(char* place, std::uint64_t number) {
+    if (number >= kShortNumbers.size()) {
+        return std::to_chars(place, place + kMostDigits, number).ptr;
+    }
+    const ShortNumber& text = kShortNumbers[number];
+    std::memcpy(place, text.digits.data(), text.digits.size());
+    return place + text.size;
+}
+
 // The letter of a short escape, or 0 if the character has none.
 char escapeLetter(char character) {
     switch (character) {
@@ -137,23 +148,11 @@ void JSONWriter::grow(std::size_t count) {
 
 void JSONWriter::signedInteger(std::int64_t value) {
     if (value >= 0) return unsignedInteger(static_cast<std::uint64_t>(value));
-    open('-', kMostDigits);
-    putDecimal(0 - static_cast<std::uint64_t>(value));
+    end_ = putDecimal(opened('-', kMostDigits), 0 - static_cast<std::uint64_t>(value));
 }
 
 void JSONWriter::unsignedInteger(std::uint64_t value) {
-    placeFor(kMostDigits);
-    putDecimal(value);
-}
-
-void JSONWriter::putDecimal(std::uint64_t number) {
-    if (number < kShortNumbers.size()) {
-        const ShortNumber& text = kShortNumbers[number];
-        std::memcpy(end_, text.digits.data(), text.digits.size());
-        end_ += text.size;
-    } else {
-        end_ = std::to_chars(end_, limit_, number).ptr;
-    }
+    end_ = putDecimal(placeFor(kMostDigits), value);
 }
 
 // The two forms of std::to_chars, each with its shortest digits. A whole number gets a fraction, so
@@ -206,14 +205,16 @@ bool JSONWriter::putTenths(double value) {
 }
 
 void JSONWriter::string(std::string_view text) {
-    open('"', text.size() + 1);
-    const std::size_t plain = copyPlain(text, end_);
-    end_ += plain;
-    if (plain < text.size()) putEscapes(text.substr(plain));
-    put('"');
+    char* place = opened('"', text.size() + 1);
+    const std::size_t plain = copyPlain(text, place);
+    place += plain;
+    if (plain < text.size()) place = putEscapes(place, text.substr(plain));
+    *place = '"';
+    end_ = place + 1;
 }
 
-void JSONWriter::putEscapes(std::string_view text) {
+char* JSONWriter::putEscapes(char* place, std::string_view text) {
+    end_ = place;
     while (!text.empty()) {
         text.remove_prefix(putSpecial(text));
         makeRoom(text.size() + 1);
@@ -221,6 +222,7 @@ void JSONWriter::putEscapes(std::string_view text) {
         end_ += plain;
         text.remove_prefix(plain);
     }
+    return end_;
 }
 
 std::size_t JSONWriter::putSpecial(std::string_view text) {
@@ -244,9 +246,11 @@ void JSONWriter::putEscaped(char character) {
 }
 
 void JSONWriter::hexString(std::span<const std::uint8_t> bytes) {
-    open('"', 2 * bytes.size() + 1);
-    hexDigits(bytes);
-    put('"');
+    char* const place = opened('"', 2 * bytes.size() + 1);
+    char* const end = place + 2 * bytes.size();
+    putHexDigits(place, bytes);
+    *end = '"';
+    end_ = end + 1;
 }
 
 void JSONWriter::hexDigits(std::span<const std::uint8_t> bytes) {
@@ -257,13 +261,14 @@ void JSONWriter::hexDigits(std::span<const std::uint8_t> bytes) {
 
 void JSONWriter::addressString(std::span<const std::uint8_t> address) {
     const auto shown = address.first(std::min(address.size(), MacAddress::kSize));
-    open('"', 3 * shown.size() + 1);
+    char* place = opened('"', 3 * shown.size() + 1);
     for (std::size_t i = 0; i < shown.size(); ++i) {
-        if (i > 0) put(':');
-        put(kUpperHexDigits[shown[i] >> 4]);
-        put(kUpperHexDigits[shown[i] & 0x0F]);
+        if (i > 0) *place++ = ':';
+        *place++ = kUpperHexDigits[shown[i] >> 4];
+        *place++ = kUpperHexDigits[shown[i] & 0x0F];
     }
-    put('"');
+    *place = '"';
+    end_ = place + 1;
 }
 
 void JSONWriter::shownString(std::span<const std::uint8_t> octets) {

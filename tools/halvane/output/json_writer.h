@@ -49,11 +49,9 @@ class JSONWriter {
 
     // Begins a member. REQUIRES: an object is open, and one value follows.
     void key(const JSONKey& key) {
-        makeRoomFor(JSONKey::kRoom + 1);
-        separate();
-        std::memcpy(end_, key.member.data(), JSONKey::kRoom);
-        end_ += key.memberSize;
-        endKey();
+        char* const place = separated(roomFor(JSONKey::kRoom + 1));
+        std::memcpy(place, key.member.data(), JSONKey::kRoom);
+        endKey(place + key.memberSize);
     }
 
     // The same with a name that is not known before, and is escaped.
@@ -61,7 +59,7 @@ class JSONWriter {
         string(text);
         makeRoom(2);
         put(':');
-        endKey();
+        endKey(end_);
     }
 
     // Writes a value: that of a member, the next item of an array, or the whole document.
@@ -108,8 +106,6 @@ class JSONWriter {
     void hexDigits(std::span<const std::uint8_t> bytes);
 
   private:
-    static constexpr std::size_t kMostDigits = 20;  // of 64 bits, with a sign
-
     // What the next value or member follows.
     enum class Last : std::uint8_t { Key, Bracket, Value };
 
@@ -122,47 +118,57 @@ class JSONWriter {
     // REQUIRES: there is room.
     void put(char character) { *end_++ = character; }
     void putRoomed(std::string_view text) { end_ = std::copy(text.begin(), text.end(), end_); }
-    void breakLine() {
-        put('\n');
-        end_ = std::fill_n(end_, kIndent * depth_, ' ');
+
+    // Each of these takes a place in the buffer that has room, and returns the one after what it
+    // writes. The text gets its end once a value: it is in memory, and stores of characters
+    // make compilers read it again.
+    char* brokenLine(char* place) const {
+        *place++ = '\n';
+        return std::fill_n(place, kIndent * depth_, ' ');
+    }
+    // Writes the separator before a member or an item.
+    char* separated(char* place) const {
+        if (last_ == Last::Value) *place++ = ',';
+        return layout_ == Layout::Indented ? brokenLine(place) : place;
     }
 
-    // Makes room for `count` characters after a separator.
-    void makeRoomFor(std::size_t count) { makeRoom(count + 2 + kIndent * depth_); }
-    // Writes the separator before a member or an item. REQUIRES: there is room.
-    void separate() {
-        if (last_ == Last::Value) put(',');
-        if (layout_ == Layout::Indented) breakLine();
+    // Returns the end of the text, with room for `count` characters after a separator.
+    char* roomFor(std::size_t count) {
+        makeRoom(count + 2 + kIndent * depth_);
+        return end_;
     }
     // Begins a value. Returns the place for it, which has room for `count` characters.
     char* placeFor(std::size_t count) {
-        makeRoomFor(count);
-        if (last_ != Last::Key && depth_ > 0) separate();
+        char* place = roomFor(count);
+        if (last_ != Last::Key && depth_ > 0) place = separated(place);
         last_ = Last::Value;
-        return end_;
+        return place;
     }
-    // Writes the first character of a value, and leaves room for `count` characters after it.
-    void open(char first, std::size_t count) {
-        *placeFor(count + 1) = first;
-        ++end_;
+    // The same after the first character of the value.
+    char* opened(char first, std::size_t count) {
+        char* const place = placeFor(count + 1);
+        *place = first;
+        return place + 1;
     }
     // REQUIRES: there is room for one character.
-    void endKey() {
-        if (layout_ == Layout::Indented) put(' ');
+    void endKey(char* end) {
+        if (layout_ == Layout::Indented) *end++ = ' ';
+        end_ = end;
         last_ = Last::Key;
     }
 
     void begin(char bracket) {
-        open(bracket, 0);
+        end_ = opened(bracket, 0);
         last_ = Last::Bracket;
         ++depth_;
     }
     void end(char bracket) {
         --depth_;
-        makeRoom(2 + kIndent * depth_);
-        if (last_ != Last::Bracket && layout_ == Layout::Indented) breakLine();
+        char* place = roomFor(1);
+        if (last_ != Last::Bracket && layout_ == Layout::Indented) place = brokenLine(place);
+        *place = bracket;
+        end_ = place + 1;
         last_ = Last::Value;
-        put(bracket);
     }
     template <std::size_t size>
     void literal(const char (&text)[size]) {
@@ -170,12 +176,11 @@ class JSONWriter {
     }
     void signedInteger(std::int64_t value);
     void unsignedInteger(std::uint64_t value);
-    // REQUIRES: there is room.
-    void putDecimal(std::uint64_t number);
     bool putWhole(double value);
     bool putTenths(double value);
-    // Writes the rest of a string from its first escape on, and leaves room for the closing quote.
-    void putEscapes(std::string_view text);
+    // Writes the rest of a string from its first escape on. Returns the place for the closing
+    // quote.
+    char* putEscapes(char* place, std::string_view text);
     // Writes the escape for the start of `text`, and returns the number of octets that it replaces.
     std::size_t putSpecial(std::string_view text);
     void putEscaped(char character);
