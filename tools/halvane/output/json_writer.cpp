@@ -11,9 +11,11 @@
 #include "halvane/base/ascii_internal.h"
 #include "halvane/base/decimal_internal.h"
 #include "halvane/base/escaped_text.h"
+#include "halvane/base/hex_digits.h"
 #include "halvane/base/hex_internal.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/utf8_internal.h"
+#include "halvane/utils/convert/hex_data.h"
 
 namespace halvane::tool {
 
@@ -41,17 +43,28 @@ bool isPlain(std::string_view text) {
     return std::ranges::all_of(text, [](char character) { return isPlain(character); });
 }
 
-// Characters that are looked at and copied together.
-using LongBlock = std::int8_t __attribute__((vector_size(16)));
-using ShortBlock = std::int8_t __attribute__((vector_size(8)));
+// Characters that are looked at and copied together, eight a word.
+using LongBlock = std::array<std::uint64_t, 2>;
+using ShortBlock = std::array<std::uint64_t, 1>;
+
+constexpr std::uint64_t wordOf(std::uint8_t character) {
+    return character * std::uint64_t{0x0101010101010101};
+}
+
+// Sets the top bit of some character if one of them needs an escape. A character that is less than
+// what is taken away from it borrows, and only characters beyond ASCII have that bit before.
+constexpr std::uint64_t specialIn(std::uint64_t word) {
+    const std::uint64_t controls = word - wordOf(' ');
+    const std::uint64_t quotes = (word ^ wordOf('"')) - wordOf(1);
+    const std::uint64_t backslashes = (word ^ wordOf('\\')) - wordOf(1);
+    return controls | quotes | backslashes | word;
+}
 
 template <typename Block>
 bool isPlain(const Block& characters) {
-    // As signed numbers, characters beyond ASCII are less than controls.
-    const Block isSpecial = (characters < 0x20) | (characters == '"') | (characters == '\\');
-    std::array<std::uint64_t, sizeof(Block) / sizeof(std::uint64_t)> words;
-    std::memcpy(words.data(), &isSpecial, sizeof(Block));
-    return std::ranges::all_of(words, [](std::uint64_t word) { return word == 0; });
+    std::uint64_t special = 0;
+    for (const std::uint64_t word : characters) special |= specialIn(word);
+    return (special & wordOf(0x80)) == 0;
 }
 
 // Copies a block unless one of its characters needs an escape. Returns whether it did.
@@ -114,6 +127,14 @@ char* putDecimal(char* place, std::uint64_t number) {
     return place + text.size;
 }
 
+// Few digits come from a table, many by whole blocks. REQUIRES: there is room for them and a
+// terminator.
+void putHexDigits(char* place, std::span<const std::uint8_t> bytes) {
+    constexpr std::size_t kFew = 48;
+    if (bytes.size() < kFew) return putHexPairs(place, bytes);
+    DataToHexCStringEx(bytes.data(), bytes.size(), place, kHexDigitsLowercase);
+}
+
 // The letter of a short escape, or 0 if the character has none.
 char escapeLetter(char character) {
     switch (character) {
@@ -144,6 +165,12 @@ void JSONWriter::grow(std::size_t count) {
     end_ = std::copy(buffer_.get(), end_, buffer.get());
     limit_ = buffer.get() + larger;
     buffer_ = std::move(buffer);
+}
+
+void JSONWriter::keyAnywhere(const JSONKey& key) {
+    char* const place = separated(roomFor(JSONKey::kRoom + 1));
+    std::memcpy(place, key.member.data(), JSONKey::kRoom);
+    endKey(place + key.memberSize);
 }
 
 void JSONWriter::signedInteger(std::int64_t value) {
@@ -254,7 +281,7 @@ void JSONWriter::hexString(std::span<const std::uint8_t> bytes) {
 }
 
 void JSONWriter::hexDigits(std::span<const std::uint8_t> bytes) {
-    makeRoom(2 * bytes.size());
+    makeRoom(HALVANE_HEX_TEXT_SIZE(bytes.size()));
     putHexDigits(end_, bytes);
     end_ += 2 * bytes.size();
 }

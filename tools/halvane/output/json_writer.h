@@ -49,9 +49,13 @@ class JSONWriter {
 
     // Begins a member. REQUIRES: an object is open, and one value follows.
     void key(const JSONKey& key) {
-        char* const place = separated(roomFor(JSONKey::kRoom + 1));
+        // The usual way calls nothing, so that it has no registers to save.
+        if (layout_ == Layout::Indented || !hasRoom(JSONKey::kRoom + 1)) return keyAnywhere(key);
+        char* place = end_;
+        if (last_ == Last::Value) *place++ = ',';
         std::memcpy(place, key.member.data(), JSONKey::kRoom);
-        endKey(place + key.memberSize);
+        end_ = place + key.memberSize;
+        last_ = Last::Key;
     }
 
     // The same with a name that is not known before, and is escaped.
@@ -110,8 +114,11 @@ class JSONWriter {
     enum class Last : std::uint8_t { Key, Bracket, Value };
 
     std::size_t size() const { return static_cast<std::size_t>(end_ - buffer_.get()); }
+    bool hasRoom(std::size_t count) const {
+        return static_cast<std::size_t>(limit_ - end_) >= count;
+    }
     void makeRoom(std::size_t count) {
-        if (static_cast<std::size_t>(limit_ - end_) < count) grow(count);
+        if (!hasRoom(count)) grow(count);
     }
     void grow(std::size_t count);
 
@@ -157,6 +164,8 @@ class JSONWriter {
         last_ = Last::Key;
     }
 
+    // In any layout, and with or without room.
+    void keyAnywhere(const JSONKey& key);
     void begin(char bracket) {
         end_ = opened(bracket, 0);
         last_ = Last::Bracket;
