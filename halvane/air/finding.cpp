@@ -211,11 +211,12 @@ constexpr bool isInOrder() {
 }
 static_assert(isInOrder());
 
+constexpr std::array<std::string_view, 3> kSeverityNames = {"note", "warning", "error"};
+
 }  // namespace
 
 std::string_view severityName(Severity severity) {
-    constexpr std::array<std::string_view, 3> kNames = {"note", "warning", "error"};
-    return kNames[static_cast<std::size_t>(severity)];
+    return kSeverityNames[static_cast<std::size_t>(severity)];
 }
 
 std::span<const FindingInfo> findingInfos() {

@@ -127,6 +127,8 @@ Security withoutRsn(const SecurityOffer& offer) {
     return offer.hasOweTransition ? Security::EnhancedOpenTransition : Security::Open;
 }
 
+constexpr std::array<std::string_view, 3> kPmfNames = {"none", "capable", "required"};
+
 }  // namespace
 
 std::string_view securityName(Security security) {
@@ -134,7 +136,6 @@ std::string_view securityName(Security security) {
 }
 
 std::string_view pmfName(Pmf pmf) {
-    constexpr std::array<std::string_view, 3> kPmfNames = {"none", "capable", "required"};
     return kPmfNames[static_cast<std::size_t>(pmf)];
 }
 

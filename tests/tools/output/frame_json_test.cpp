@@ -84,6 +84,9 @@ class Trial {
         return json_.repeats() > before;
     }
 
+    // Of the last frame.
+    std::string_view text() const { return writer_.text(); }
+
   private:
     JSONWriter writer_;
     JSONWriter plain_;
@@ -142,6 +145,19 @@ TEST(FrameJSON, WritesTheElementsOfTheFrame) {
         changed.elements[i] ^= 1;
         trial.write(changed);
         trial.write({});
+    }
+}
+
+// The texts of a finding are the same in all frames, but not its places.
+TEST(FrameJSON, WritesTheSameFindingsOfOtherElements) {
+    for (const Layout layout : {Layout::OneLine, Layout::Indented}) {
+        Trial trial(layout);
+        for (const std::string_view name : {"a", "bb", "ccc"}) {
+            const Bytes elements = joined({ssidElement(name), wpsElement(), ssidElement(name)});
+            EXPECT_FALSE(trial.write({.elements = elements}));
+            EXPECT_NE(trial.text().find("element-duplicated"), std::string_view::npos);
+            EXPECT_NE(trial.text().find("element-order"), std::string_view::npos);
+        }
     }
 }
 

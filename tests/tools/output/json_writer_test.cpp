@@ -17,8 +17,11 @@
 #include "halvane/base/escaped_text.h"
 #include "halvane/base/number.h"
 
+#include "tools/halvane/output/json_key.h"
+
 using halvane::ByteBuffer;
 using halvane::Number;
+using halvane::tool::JSONKey;
 using halvane::tool::JSONWriter;
 using nlohmann::ordered_json;
 
@@ -54,6 +57,24 @@ TEST(JSONWriterStrings, EscapesControlsQuotesAndBackslashesAlone) {
     EXPECT_EQ(ofString(std::string("\0\x1F\x7F", 3)), "\"\\u0000\\u001f\x7F\"");
     EXPECT_EQ(ofString(""), R"("")");
     EXPECT_EQ(ofString({}), R"("")");
+}
+
+// Characters are looked at several at a time, from wherever the text starts.
+TEST(JSONWriterStrings, EscapeACharacterWhereverItStands) {
+    for (std::size_t size = 1; size <= 40; ++size) {
+        for (std::size_t place = 0; place < size; ++place) {
+            for (const char character :
+                 {'\0', '\x1F', ' ', '!', '"', '#', '[', '\\', ']', '\x7F'}) {
+                std::string text(size, 'a');
+                text[place] = character;
+                ASSERT_EQ(ofString(text), ordered_json(text).dump()) << size << ' ' << place;
+            }
+            std::string text(size, '~');
+            text[place] = '\x80';
+            ASSERT_EQ(ofString(text), '"' + std::string(place, '~') + "\xEF\xBF\xBD" +
+                                          std::string(size - place - 1, '~') + '"');
+        }
+    }
 }
 
 TEST(JSONWriterStrings, LeaveCharactersBeyondASCIIAsTheyAre) {
@@ -105,7 +126,9 @@ TEST(JSONWriterStrings, OfOctetsAreShownAndThenEscaped) {
 
 TEST(JSONWriterStrings, OfBytesAreLowerCaseDigits) {
     for (std::size_t size = 0; size < 300; ++size) {
-        const ByteBuffer bytes(std::vector(size, static_cast<std::uint8_t>(size)));
+        std::vector<std::uint8_t> octets(size);
+        for (std::size_t i = 0; i < size; ++i) octets[i] = static_cast<std::uint8_t>(size + 7 * i);
+        const ByteBuffer bytes(octets);
         EXPECT_EQ(written([&](JSONWriter& writer) { writer.hexString(bytes.bytes()); }),
                   '"' + bytes.hex() + '"');
     }
@@ -146,7 +169,23 @@ TEST(JSONWriterNumbers, WriteIntegersOfEveryWidth) {
     }
 }
 
+TEST(JSONWriterNumbers, WriteIntegersOfEveryNumberOfDigits) {
+    for (int value = -1100; value <= 11000; ++value) {
+        ASSERT_EQ(written([&](JSONWriter& writer) { writer.integer(value); }),
+                  std::to_string(value));
+    }
+    for (std::uint64_t power = 10; power <= UINT64_MAX / 10; power *= 10) {
+        for (const std::uint64_t value : {power - 1, power, power + 1}) {
+            EXPECT_EQ(ofNumber(Number(value)), std::to_string(value));
+        }
+    }
+}
+
 TEST(JSONWriterNumbers, WriteAWholeDoubleAsAnInteger) {
+    constexpr double kTwoTo53 = 9007199254740992.0;
+    EXPECT_EQ(ofNumber(Number(kTwoTo53 - 1)), "9007199254740991");
+    EXPECT_EQ(ofNumber(Number(-kTwoTo53)), "-9007199254740992");
+    EXPECT_EQ(ofNumber(Number(kTwoTo53 + 2)), "9007199254740994");
     EXPECT_EQ(ofNumber(Number(54.0)), "54");
     EXPECT_EQ(ofNumber(Number(0.0)), "0");
     EXPECT_EQ(ofNumber(Number(-0.0)), "0");
@@ -358,6 +397,23 @@ TEST(JSONWriterBuffer, MayBeClearedWithinAnArray) {
     EXPECT_EQ(text, "[0,1,2]");
 }
 
+// A key of the greatest size that compiles, at every distance from the buffer's end.
+TEST(JSONWriterBuffer, GrowsForAKey) {
+    constexpr JSONKey kLongest = "a23456789_123456789_123456789_123456789_12345";
+    static_assert(kLongest.memberSize == JSONKey::kRoom);
+    for (std::size_t size = 3900; size < 4200; ++size) {
+        const std::string before(size, 'x');
+        EXPECT_EQ(written([&](JSONWriter& writer) {
+                      writer.verbatim(before);
+                      writer.beginObject();
+                      writer.key(kLongest);
+                      writer.integer(1);
+                      writer.endObject();
+                  }),
+                  before + "{\"" + std::string(kLongest.text) + "\":1}");
+    }
+}
+
 TEST(JSONWriterBuffer, GrowsToWhateverIsWritten) {
     for (std::size_t size = 1; size <= std::size_t{1} << 20; size = size * 3 + 1) {
         for (const char character : {'a', '\n', '\xFF'}) {
@@ -380,8 +436,9 @@ TEST(JSONWriterBuffer, TakesTextBetweenDocuments) {
                   writer.newline();
                   writer.verbatim("[\n");
                   writer.integer(2);
+                  writer.hexDigits(std::vector<std::uint8_t>{0x0A, 0xFF});
               }),
-              "1\n[\n2");
+              "1\n[\n20aff");
 }
 
 }  // namespace

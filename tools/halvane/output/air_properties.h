@@ -24,6 +24,7 @@
 #include "halvane/air/security.h"
 #include "halvane/air/suite.h"
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/inline_list.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/base/number.h"
 
@@ -59,9 +60,8 @@ inline std::optional<std::string> cipherTextOf(const std::optional<air::Suite>& 
     return suite ? std::optional(air::cipherText(*suite)) : std::nullopt;
 }
 
-inline std::vector<std::string_view> featureNames(const air::Features& features) {
-    std::vector<std::string_view> names;
-    names.reserve(features.size());
+inline auto featureNames(const air::Features& features) {
+    InlineList<std::string_view, air::Features::capacity()> names;
     for (const air::Feature feature : features) names.push_back(air::featureName(feature));
     return names;
 }

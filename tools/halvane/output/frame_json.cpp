@@ -1,7 +1,6 @@
 #include "tools/halvane/output/frame_json.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <string_view>
 #include <tuple>
@@ -10,14 +9,14 @@
 #include "halvane/air/bss_profile.h"
 #include "halvane/air/element_id.h"
 #include "halvane/air/element_range.h"
+#include "halvane/air/finding.h"
 #include "halvane/base/byte_cursor.h"
 #include "halvane/base/element_id.h"
-#include "halvane/base/hex_digits.h"
 #include "halvane/base/mac_address.h"
 #include "halvane/capture/beacon_frame.h"
 #include "halvane/ie/mac.h"
-#include "halvane/utils/convert/hex_data.h"
 
+#include "tools/halvane/output/air_properties.h"
 #include "tools/halvane/output/element_json.h"
 #include "tools/halvane/output/element_properties.h"
 #include "tools/halvane/output/frame_properties.h"
@@ -60,29 +59,38 @@ constexpr std::size_t kFirstKept = rowOf<HalvaneMAC>("beaconInterval");
 static_assert(kFirstKept < kRows<HalvaneMAC>);
 
 constexpr std::size_t kElementsRow = rowOf<RecordAir>("elements");
-static_assert(kElementsRow < kRows<RecordAir>);
+constexpr std::size_t kFindingsRow = kElementsRow + 1;
+static_assert(kFindingsRow == rowOf<RecordAir>("findings") && kFindingsRow + 1 == kRows<RecordAir>);
+
+// Those between the first and this one follow from the kind.
+constexpr std::size_t kSourcesRow = rowOf<air::Finding>("sources");
+static_assert(kSourcesRow + 1 == kRows<air::Finding>);
+
+void writeFinding(JSONWriter& writer, const air::Finding& finding, ConstantTexts& texts) {
+    writer.beginObject();
+    writeRows<air::Finding, 0, 1>(writer, finding);
+    texts.write(writer, static_cast<std::size_t>(finding.kind),
+                [&] { writeRows<air::Finding, 1, kSourcesRow>(writer, finding); });
+    writeRows<air::Finding, kSourcesRow, kRows<air::Finding>>(writer, finding);
+    writer.endObject();
+}
 
 // Writes the members that follow from the Basis. Returns where the digits of the body of `tim`
 // start in the writer's text; at its end if there is no TIM.
 std::size_t writeElementMembers(JSONWriter& writer, const capture::Sighting& sighting,
-                                air::Octets elements, std::optional<std::size_t> tim) {
+                                air::Octets elements, std::optional<std::size_t> tim,
+                                ConstantTexts& findings) {
     const air::BssProfile profile = airProfileOf(sighting);
     const RecordAir all = {profile, air::ElementRange(elements)};
     writeRows<HalvaneMAC, kFirstKept, kRows<HalvaneMAC>>(writer, sighting.record);
     writeRows<RecordAir, 0, kElementsRow>(writer, all);
     writer.key(std::get<kElementsRow>(kProperties<RecordAir>).key);
     const auto digits = writeElements(writer, all.elements, tim);
-    writeRows<RecordAir, kElementsRow + 1, kRows<RecordAir>>(writer, all);
+    writer.key(std::get<kFindingsRow>(kProperties<RecordAir>).key);
+    writer.beginArray();
+    for (const air::Finding& finding : profile.findings) writeFinding(writer, finding, findings);
+    writer.endArray();
     return digits.value_or(writer.text().size());
-}
-
-void writeDigits(JSONWriter& writer, air::Octets octets) {
-    constexpr std::size_t kMost = 255;
-    std::array<char, HALVANE_HEX_TEXT_SIZE(kMost)>
-        digits;  // NOLINT(*-member-init): all are written
-    const std::size_t count = std::min(octets.size(), kMost);
-    DataToHexCStringEx(octets.data(), count, digits.data(), kHexDigitsLowercase);
-    writer.verbatim({digits.data(), 2 * count});
 }
 
 // --- Keys ---
@@ -155,7 +163,7 @@ bool FrameJSON::Basis::isOf(const capture::Sighting& sighting, air::Octets eleme
 }
 
 std::size_t FrameJSON::Kept::size() const {
-    return sizeof(*this) + basis.size() + beforeTIM.size() + afterTIM.size() + afterTime.size();
+    return sizeof(*this) + basis.size() + text.capacity();
 }
 
 // --- Records ---
@@ -167,19 +175,37 @@ const FrameJSON::Kept* FrameJSON::find(std::uint64_t key, const capture::Sightin
     return &found->second;
 }
 
-void FrameJSON::keep(std::uint64_t key, Kept&& kept) {
-    const std::size_t size = kept.size();
-    if (size > kMostKept) return;
-    if (const auto found = kept_.find(key); found != kept_.end()) {
-        keptSize_ -= found->second.size();
-        kept_.erase(found);
+void FrameJSON::repeat(JSONWriter& writer, const Kept& kept, air::Octets elements,
+                       const FrameOrigin& origin) {
+    const std::string_view text = kept.text;
+    const auto& [digits, time, afterTime] = kept.places;
+    const air::Octets tim = kept.basis.timIn(elements);
+    const std::size_t afterTIM = digits + 2 * tim.size();
+    ++repeats_;
+    writer.verbatim(text.substr(0, digits));
+    writer.hexDigits(tim);
+    writer.verbatim(text.substr(afterTIM, time - afterTIM));
+    writeMembers(writer, FrameTime{origin});
+    writer.verbatim(text.substr(afterTime));
+}
+
+// The memory of an earlier text serves again.
+void FrameJSON::keep(std::uint64_t key, Basis&& basis, std::string_view text,
+                     const Places& places) {
+    auto found = kept_.find(key);
+    if (found == kept_.end()) {
+        found = kept_.emplace(key, Kept{std::move(basis), std::string(text), places}).first;
+    } else {
+        Kept& kept = found->second;
+        keptSize_ -= kept.size();
+        kept.basis = std::move(basis);
+        kept.text = text;
+        kept.places = places;
     }
-    if (keptSize_ + size > kMostKept) {
-        kept_.clear();
-        keptSize_ = 0;
-    }
-    keptSize_ += size;
-    kept_.emplace(key, std::move(kept));
+    keptSize_ += found->second.size();
+    if (keptSize_ <= kMostKept) return;
+    kept_.clear();
+    keptSize_ = 0;
 }
 
 void FrameJSON::write(JSONWriter& writer, const capture::Sighting& sighting,
@@ -196,26 +222,19 @@ void FrameJSON::write(JSONWriter& writer, const capture::Sighting& sighting,
     writeMembers(writer, sighting);
     writeRows<HalvaneMAC, 0, kFirstKept>(writer, record);
     if (const Kept* const kept = find(key, sighting, elements)) {
-        ++repeats_;
-        writer.verbatim(kept->beforeTIM);
-        writeDigits(writer, kept->basis.timIn(elements));
-        writer.verbatim(kept->afterTIM);
-        writeMembers(writer, FrameTime{origin});
-        writer.verbatim(kept->afterTime);
+        repeat(writer, *kept, elements, origin);
         return writer.endObject();
     }
     Basis basis(sighting, *buffer);
-    const auto textFrom = [&](std::size_t start) {
-        return std::string(writer.text().substr(start));
-    };
     const std::size_t start = writer.text().size();
-    const std::size_t digits = writeElementMembers(writer, sighting, elements, basis.tim());
-    std::string beforeTIM(writer.text().substr(start, digits - start));
-    std::string afterTIM = textFrom(digits + 2 * basis.timIn(elements).size());
+    const std::size_t digits =
+        writeElementMembers(writer, sighting, elements, basis.tim(), findings_);
+    const std::size_t time = writer.text().size();
     writeMembers(writer, FrameTime{origin});
-    const std::size_t end = writer.text().size();
+    const std::size_t afterTime = writer.text().size();
     writeTexts(writer, record, makerOf);
-    keep(key, {std::move(basis), std::move(beforeTIM), std::move(afterTIM), textFrom(end)});
+    keep(key, std::move(basis), writer.text().substr(start),
+         {digits - start, time - start, afterTime - start});
     writer.endObject();
 }
 

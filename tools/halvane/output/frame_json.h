@@ -13,12 +13,14 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "halvane/air/bit_octets.h"
 #include "halvane/base/byte_buffer.h"
 #include "halvane/base/number.h"
 #include "halvane/capture/frame_record.h"
 
+#include "tools/halvane/output/constant_texts.h"
 #include "tools/halvane/output/frame_origin.h"
 #include "tools/halvane/output/json_writer.h"
 #include "tools/halvane/output/maker_lookup.h"
@@ -67,22 +69,30 @@ class FrameJSON {
         std::size_t body_ = 0;  // where that of TIM starts in the elements; 0: there is none
         std::size_t bodyEnd_ = 0;
     };
+    // Where in the kept text those octets stand that differ from frame to frame.
+    struct Places {
+        std::size_t digits;     // where those of TIM's body start
+        std::size_t time;       // where the member starts
+        std::size_t afterTime;  // where it ends
+    };
     struct Kept {
         Basis basis;
-        std::string beforeTIM;  // the members that follow from the elements, up to TIM's digits
-        std::string afterTIM;   // from there to the time
-        std::string afterTime;
+        std::string text;  // of all members from the first that follows from the Basis
+        Places places;
 
         std::size_t size() const;
     };
 
     const Kept* find(std::uint64_t key, const capture::Sighting& sighting,
                      air::Octets elements) const;
-    void keep(std::uint64_t key, Kept&& kept);
+    void repeat(JSONWriter& writer, const Kept& kept, air::Octets elements,
+                const FrameOrigin& origin);
+    void keep(std::uint64_t key, Basis&& basis, std::string_view text, const Places& places);
 
     std::map<std::uint64_t, Kept> kept_;
     std::size_t keptSize_ = 0;
     std::uint64_t repeats_ = 0;
+    ConstantTexts findings_;  // by their kinds
 };
 
 }  // namespace halvane::tool

@@ -74,20 +74,20 @@ void writeValue(JSONWriter& writer, const List& items) {
 // --- Members ---
 
 template <typename Value>
-void writeMember(JSONWriter& writer, JSONKey key, const Value& value) {
+void writeMember(JSONWriter& writer, const JSONKey& key, const Value& value) {
     writer.key(key);
     writeValue(writer, value);
 }
 template <typename Value>
-void writeMember(JSONWriter& writer, JSONKey key, const std::optional<Value>& value) {
+void writeMember(JSONWriter& writer, const JSONKey& key, const std::optional<Value>& value) {
     if (value) writeMember(writer, key, *value);
 }
 template <typename Value>
-void writeMember(JSONWriter& writer, JSONKey key, const std::shared_ptr<Value>& value) {
+void writeMember(JSONWriter& writer, const JSONKey& key, const std::shared_ptr<Value>& value) {
     if (value) writeMember(writer, key, *value);
 }
 template <typename Value>
-void writeMember(JSONWriter&, JSONKey, const Streamed<Value>&) {}
+void writeMember(JSONWriter&, const JSONKey&, const Streamed<Value>&) {}
 
 // Writes into an open object.
 template <Tabled Record>

@@ -1,5 +1,6 @@
 #include "tools/halvane/output/time_text.h"
 
+#include <array>
 #include <chrono>
 #include <cstddef>
 
@@ -9,15 +10,26 @@ namespace {
 
 constexpr std::int64_t kSecond = 1'000'000'000;
 
-// Appends the last digits of a number, as many as `count`, and what ends them.
-void append(std::string& text, std::int64_t number, std::size_t count, char end = 0) {
-    const std::size_t start = text.size();
-    text.append(count, '0');
-    for (std::size_t i = start + count; i-- > start; number /= 10) {
-        text[i] = static_cast<char>('0' + number % 10);
+constexpr std::size_t kMostCharacters = 30;  // "2023-01-06T22:10:04.117250001Z"
+
+// A text that grows in place.
+class TimeText {
+  public:
+    // Appends the last digits of a number, as many as `count`.
+    void digits(std::int64_t number, std::size_t count) {
+        auto rest = static_cast<std::uint32_t>(number);
+        for (std::size_t i = size_ + count; i-- > size_; rest /= 10) {
+            text_[i] = static_cast<char>('0' + rest % 10);
+        }
+        size_ += count;
     }
-    if (end != 0) text += end;
-}
+    void character(char character) { text_[size_++] = character; }
+    std::string string() const { return {text_.data(), size_}; }
+
+  private:
+    std::array<char, kMostCharacters> text_;  // NOLINT(*-member-init): `size_` are written
+    std::size_t size_ = 0;
+};
 
 // A day, the seconds since its begin, and nanoseconds.
 struct Moment {
@@ -34,14 +46,19 @@ struct Moment {
     }
 
     // Nanoseconds do not leave the years of four digits.
-    std::string text(char separator) const {
-        std::string text;
-        append(text, static_cast<int>(date.year()), 4, '-');
-        append(text, static_cast<unsigned>(date.month()), 2, '-');
-        append(text, static_cast<unsigned>(date.day()), 2, separator);
-        append(text, clock.hours().count(), 2, ':');
-        append(text, clock.minutes().count(), 2, ':');
-        append(text, clock.seconds().count(), 2);
+    TimeText text(char separator) const {
+        TimeText text;
+        text.digits(static_cast<int>(date.year()), 4);
+        text.character('-');
+        text.digits(static_cast<unsigned>(date.month()), 2);
+        text.character('-');
+        text.digits(static_cast<unsigned>(date.day()), 2);
+        text.character(separator);
+        text.digits(clock.hours().count(), 2);
+        text.character(':');
+        text.digits(clock.minutes().count(), 2);
+        text.character(':');
+        text.digits(clock.seconds().count(), 2);
         return text;
     }
 
@@ -55,18 +72,19 @@ struct Moment {
 std::string utcTimeText(std::int64_t nanoseconds) {
     constexpr std::int64_t kMicrosecond = 1000;
     const Moment moment(nanoseconds);
-    std::string text = moment.text('T');
-    text += '.';
+    TimeText text = moment.text('T');
+    text.character('.');
     if (moment.fraction % kMicrosecond == 0) {
-        append(text, moment.fraction / kMicrosecond, 6, 'Z');
+        text.digits(moment.fraction / kMicrosecond, 6);
     } else {
-        append(text, moment.fraction, 9, 'Z');
+        text.digits(moment.fraction, 9);
     }
-    return text;
+    text.character('Z');
+    return text.string();
 }
 
 std::string utcSecondText(std::int64_t nanoseconds) {
-    return Moment(nanoseconds).text(' ');
+    return Moment(nanoseconds).text(' ').string();
 }
 
 }  // namespace halvane::tool
