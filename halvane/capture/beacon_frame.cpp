@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "halvane/base/byte_cursor.h"
-#include "halvane/capture/captured_frame_internal.h"
+#include "halvane/capture/beacon_frame_internal.h"
 
 namespace halvane::capture {
 

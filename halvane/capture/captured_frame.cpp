@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "halvane/capture/beacon_frame_internal.h"
 #include "halvane/capture/captured_frame_internal.h"
 #include "halvane/capture/fcs.h"
 #include "halvane/capture/radio_header_internal.h"

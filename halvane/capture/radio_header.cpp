@@ -1,5 +1,7 @@
 #include "halvane/capture/radio_header.h"
 
+#include <utility>
+
 #include "halvane/capture/radio_header_internal.h"
 
 namespace halvane::capture {

@@ -10,6 +10,7 @@
 #include <pcap/pcap.h>
 #include <span>
 #include <string>
+#include <sys/types.h>
 #include <utility>
 #include <vector>
 
@@ -159,16 +160,14 @@ TEST_F(PlainPcapTest, TakesRecordsWhereTheyAre) {
 TEST_F(PlainPcapTest, LeavesOtherRecordsUnread) {
     struct Row {
         const char* what;
-        std::size_t offset;
-        std::uint8_t value;
+        std::vector<std::pair<std::size_t, std::uint8_t>> changes;  // of octets of its header
     };
     const Bytes file = fileOf({kMicroseconds, false});
-    for (const Row& row : {Row{"a second's fraction of more than a second", kRecord + 6, 0x10},
-                           Row{"longer than the snapshot length", kRecord + 8, 65},
-                           Row{"longer than it was", kRecord + 8, 11},
-                           Row{"longer than the file", kRecord + 9, 1}}) {
+    for (const Row& row : {Row{"a second's fraction of more than a second", {{6, 0x10}}},
+                           Row{"longer than the snapshot length", {{8, 65}, {12, 65}}},
+                           Row{"longer than it was", {{8, 11}}}}) {
         Bytes changed = file;
-        changed.at(row.offset) = row.value;
+        for (const auto& [offset, value] : row.changes) changed.at(kRecord + offset) = value;
         InputStream stream = streamOf(changed);
         const auto plain = PlainPcap::of(stream);
         ASSERT_TRUE(plain);
@@ -176,6 +175,17 @@ TEST_F(PlainPcapTest, LeavesOtherRecordsUnread) {
         EXPECT_FALSE(plain->next(stream)) << row.what;
         EXPECT_EQ(stream.position(), kPcapFileHeaderSize) << row.what;
     }
+}
+
+TEST_F(PlainPcapTest, LeavesACutRecordUnread) {
+    Bytes file = fileOf({kMicroseconds, false});
+    file.resize(kRecord + kPcapRecordHeaderSize + 9);  // of 10 octets
+    InputStream stream = streamOf(file);
+    const auto plain = PlainPcap::of(stream);
+    ASSERT_TRUE(plain);
+    stream.consume(kPcapFileHeaderSize);
+    EXPECT_FALSE(plain->next(stream));
+    EXPECT_EQ(stream.position(), kPcapFileHeaderSize);
 }
 
 TEST_F(PlainPcapTest, KnowsNoRecordsOfOtherVersions) {
