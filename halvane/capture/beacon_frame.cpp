@@ -1,6 +1,10 @@
 #include "halvane/capture/beacon_frame.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "halvane/base/byte_cursor.h"
+#include "halvane/capture/beacon_frame_internal.h"
 
 namespace halvane::capture {
 
@@ -18,43 +22,60 @@ constexpr std::size_t kTimestampSize = 8;
 constexpr std::size_t kHTControlSize = 4;
 constexpr std::uint16_t kFragmentNumber = 0x000F;  // of the Sequence Control field, 9.2.4.4
 
+std::optional<BeaconSubtype> subtypeOf(std::uint8_t kind) {
+    if (kind == kBeacon) return BeaconSubtype::Beacon;
+    if (kind == kProbeResponse) return BeaconSubtype::ProbeResponse;
+    return std::nullopt;
+}
+
 // Reads the frame after Frame Control: 9.3.3.1 (the management header), then 9.3.3.2 and 9.3.3.10.
-Result<BeaconFrame, SkipReason> readRest(ByteCursor& cursor, BeaconSubtype subtype,
-                                         std::uint8_t flags) {
-    if (flags & kMoreFragments) return Unexpected(SkipReason::Fragment);
-    if (!cursor.skip(2 + 2 * MacAddress::kSize))
-        return Unexpected(SkipReason::Short);  // duration, addresses 1, 2
+// Returns why it is skipped, if it is.
+std::optional<SkipReason> readRest(ByteCursor& cursor, std::uint8_t flags, BeaconFrame& beacon) {
+    if (flags & kMoreFragments) return SkipReason::Fragment;
+    if (!cursor.skip(2 + 2 * MacAddress::kSize)) return SkipReason::Short;  // duration, addresses
     const auto bssid = cursor.take(MacAddress::kSize);
     const auto sequenceControl = cursor.u16le();
-    if (!sequenceControl) return Unexpected(SkipReason::Short);
-    if (*sequenceControl & kFragmentNumber) return Unexpected(SkipReason::Fragment);
-    if (flags & kProtected) return Unexpected(SkipReason::Encrypted);
-    if ((flags & kHasHTControl) && !cursor.skip(kHTControlSize))
-        return Unexpected(SkipReason::Short);
+    if (!sequenceControl) return SkipReason::Short;
+    if (*sequenceControl & kFragmentNumber) return SkipReason::Fragment;
+    if (flags & kProtected) return SkipReason::Encrypted;
+    if ((flags & kHasHTControl) && !cursor.skip(kHTControlSize)) return SkipReason::Short;
 
-    if (!cursor.skip(kTimestampSize)) return Unexpected(SkipReason::Short);
+    if (!cursor.skip(kTimestampSize)) return SkipReason::Short;
     const auto interval = cursor.u16le();
     const auto capabilities = cursor.u16le();
-    if (!capabilities) return Unexpected(SkipReason::Short);
-    const std::size_t elementsOffset = cursor.position();
-    return BeaconFrame{.subtype = subtype,
-                       .bssid = MacAddress::fromBytes(*bssid).value_or(MacAddress()),
-                       .beaconInterval = *interval,
-                       .capabilities = *capabilities,
-                       .elements = cursor.rest(),
-                       .elementsOffset = elementsOffset};
+    if (!capabilities) return SkipReason::Short;
+    MacAddress::Octets octets{};  // in registers, unlike the optional that fromBytes() returns
+    std::ranges::copy(*bssid, octets.begin());
+    beacon.bssid = MacAddress(octets);
+    beacon.beaconInterval = *interval;
+    beacon.capabilities = *capabilities;
+    beacon.elementsOffset = cursor.position();
+    beacon.elements = cursor.rest();
+    return std::nullopt;
 }
 
 }  // namespace
 
-Result<BeaconFrame, SkipReason> parseBeaconFrame(std::span<const std::uint8_t> frame) {
+void readBeaconFrame(std::span<const std::uint8_t> frame,
+                     Result<BeaconFrame, SkipReason>& content) {
     ByteCursor cursor(frame);
     const auto kind = cursor.u8();
     const auto flags = cursor.u8();
-    if (!flags) return Unexpected(SkipReason::Short);
-    if (*kind == kBeacon) return readRest(cursor, BeaconSubtype::Beacon, *flags);
-    if (*kind == kProbeResponse) return readRest(cursor, BeaconSubtype::ProbeResponse, *flags);
-    return Unexpected(SkipReason::OtherFrame);
+    const auto subtype = flags ? subtypeOf(*kind) : std::nullopt;
+    if (!subtype) {
+        content = Unexpected(flags ? SkipReason::OtherFrame : SkipReason::Short);
+        return;
+    }
+    if (!content) content = BeaconFrame();
+    content->subtype = *subtype;
+    content->isCut = false;
+    if (const auto reason = readRest(cursor, *flags, *content)) content = Unexpected(*reason);
+}
+
+Result<BeaconFrame, SkipReason> parseBeaconFrame(std::span<const std::uint8_t> frame) {
+    Result<BeaconFrame, SkipReason> content = Unexpected(SkipReason::OtherFrame);
+    readBeaconFrame(frame, content);
+    return content;
 }
 
 }  // namespace halvane::capture

@@ -10,9 +10,9 @@ namespace halvane::capture {
 
 namespace {
 
-template <typename T>
-void takeOver(std::optional<T>& number, const std::optional<T>& newer) {
-    if (newer) number = newer;
+template <typename T, typename U>
+void takeOver(std::optional<T>& number, const std::optional<U>& newer) {
+    if (newer) number.emplace(*newer);
 }
 
 // Returns an empty record with that time of addition.
@@ -54,22 +54,27 @@ FoldedSighting::Values::Values(const Sighting& sighting)
       isChannelOfRadio(sighting.isChannelOfRadio),
       frames(sighting.frames) {}
 
-FoldedSighting::Values::Values(const BeaconFrame& beacon, const RadioInfo& radio)
-    : noise(radio.noiseDBm),
-      RSSI(radio.signalDBm),
-      beaconInterval(beacon.beaconInterval),
-      radioFrequency(radio.frequencyMHz),
-      capabilities(beacon.capabilities),
-      frames(1) {
+bool FoldedSighting::Values::mayReplaceChannel(bool isLaterOfRadio) const {
+    return !channel || isChannelOfRadio || !isLaterOfRadio;
+}
+
+void FoldedSighting::Values::update(const BeaconFrame& beacon, const RadioInfo& radio) {
     const auto sighted = sightedChannelOf(channelOfElements(beacon.elements), radio);
-    channel = sighted.channel;
-    radioChannel = sighted.radioChannel;
-    isChannelOfRadio = sighted.isOfRadio;
+    if (sighted.isKnown() && mayReplaceChannel(sighted.isOfRadio())) {
+        sighted.putInto(channel);
+        isChannelOfRadio = sighted.isOfRadio();
+    }
+    sighted.putRadioInto(radioChannel);
+    takeOver(radioFrequency, radio.frequencyMHz);
+    takeOver(noise, radio.noiseDBm);
+    takeOver(RSSI, radio.signalDBm);
+    beaconInterval.emplace(beacon.beaconInterval);
+    capabilities = beacon.capabilities;
+    ++frames;
 }
 
 void FoldedSighting::Values::update(const Values& later) {
-    const bool isToldAlready = channel && !isChannelOfRadio;
-    if (later.channel && !(later.isChannelOfRadio && isToldAlready)) {
+    if (later.channel && mayReplaceChannel(later.isChannelOfRadio)) {
         channel = later.channel;
         isChannelOfRadio = later.isChannelOfRadio;
     }
@@ -124,7 +129,7 @@ bool FoldedSighting::foldNumbers(const BeaconFrame& beacon, const RadioInfo& rad
     const bool mayComplete = isCut_ && !beacon.isCut;
     const bool mayReveal = isCut_ == beacon.isCut && !hasSSID_;
     if (mayComplete || mayReveal) return false;
-    values_.update(Values(beacon, radio));
+    values_.update(beacon, radio);
     return true;
 }
 

@@ -56,9 +56,12 @@ class HALVANE_EXPORT FoldedSighting {
     // What each frame tells anew.
     struct Values {
         explicit Values(const Sighting& sighting);
-        // Those of sightingOf(beacon, radio).
-        HALVANE_HIDDEN Values(const BeaconFrame& beacon, const RadioInfo& radio);
         void update(const Values& later);
+        // The same with those of sightingOf(beacon, radio), which are stored one by one: a copy of
+        // what was just written takes longer.
+        HALVANE_HIDDEN void update(const BeaconFrame& beacon, const RadioInfo& radio);
+        // Whether a later channel replaces the one that is known.
+        HALVANE_HIDDEN bool mayReplaceChannel(bool isLaterOfRadio) const;
 
         std::optional<Number> channel, noise, RSSI, beaconInterval, radioChannel;
         std::optional<int> radioFrequency;

@@ -14,10 +14,10 @@ namespace halvane::capture {
 namespace {
 
 // The record knows its HT Operation, so most frames need no other walk over their elements.
-std::optional<Number> ownChannelOf(const HalvaneMAC& record, const BeaconFrame& beacon) {
+int ownChannelOf(const HalvaneMAC& record, const BeaconFrame& beacon) {
     const auto& operation = record.HTOperation();
     if (operation && operation->isValid() && operation->primaryChannel() != 0) {
-        return Number(operation->primaryChannel());
+        return static_cast<int>(operation->primaryChannel());
     }
     return channelOfElements(beacon.elements);
 }
@@ -35,10 +35,14 @@ Sighting sightingOf(const BeaconFrame& beacon, const RadioInfo& radio) {
     record.setNoise(numberOf(radio.noiseDBm));
     record.setBeaconInterval(Number(beacon.beaconInterval));
     const auto channel = sightedChannelOf(ownChannelOf(record, beacon), radio);
-    record.setChannel(channel.channel);
+    std::optional<Number> number;
+    std::optional<Number> radioNumber;
+    channel.putInto(number);
+    channel.putRadioInto(radioNumber);
+    record.setChannel(number);
     return {.record = std::move(record),
-            .radioChannel = channel.radioChannel,
-            .isChannelOfRadio = channel.isOfRadio,
+            .radioChannel = radioNumber,
+            .isChannelOfRadio = channel.isOfRadio(),
             .radioFrequency = radio.frequencyMHz,
             .origin = ElementsOrigin{.subtype = beacon.subtype, .offset = beacon.elementsOffset},
             .isCut = beacon.isCut};

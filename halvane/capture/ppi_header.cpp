@@ -60,22 +60,22 @@ bool readField(ByteCursor& header, bool isAligned, RadioInfo& info) {
 
 }  // namespace
 
-std::optional<RadioInfo> parsePPIHeader(std::span<const std::uint8_t> packet) {
+bool readPPIHeader(std::span<const std::uint8_t> packet, RadioInfo& info) {
     ByteCursor start(packet);
     const auto version = start.u8();
     const auto flags = start.u8();
     const auto length = start.u16le();
     const auto linkType = start.u32le();
-    if (version != kVersion || !linkType) return std::nullopt;
-    if (*linkType != static_cast<std::uint32_t>(LinkType::IEEE80211)) return std::nullopt;
+    if (version != kVersion || !linkType) return false;
+    if (*linkType != static_cast<std::uint32_t>(LinkType::IEEE80211)) return false;
 
     auto split = splitPacket(packet, *length);
-    if (!split || !split->header.skip(start.position())) return std::nullopt;
-    RadioInfo info{.frame = split->frame};
+    if (!split || !split->header.skip(start.position())) return false;
+    info.frame = split->frame;
     while (!split->header.atEnd()) {
-        if (!readField(split->header, *flags & kFieldsAre32BitAligned, info)) return std::nullopt;
+        if (!readField(split->header, *flags & kFieldsAre32BitAligned, info)) return false;
     }
-    return info;
+    return true;
 }
 
 }  // namespace halvane::capture

@@ -117,37 +117,37 @@ void storeAVSLevel(std::uint32_t value, std::optional<int>& slot) {
 
 }  // namespace
 
-std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet) {
-    if (startsWithAVSMagic(ByteCursor(packet))) return parseAVSHeader(packet);
+bool readPrismHeader(std::span<const std::uint8_t> packet, RadioInfo& info) {
+    if (startsWithAVSMagic(ByteCursor(packet))) return readAVSHeader(packet, info);
 
     const auto isBigEndian = isBigEndianMessage(ByteCursor(packet));
-    if (!isBigEndian) return std::nullopt;
+    if (!isBigEndian) return false;
     HostOrderCursor start{ByteCursor(packet), *isBigEndian};
     start.cursor.skip(4);  // the message code
     const auto length = start.u32();
-    if (!length) return std::nullopt;
+    if (!length) return false;
 
     auto split = splitPacket(packet, *length);
-    if (!split || !split->header.skip(kLeadSize + kDeviceNameSize)) return std::nullopt;
-    RadioInfo info{.frame = split->frame};
+    if (!split || !split->header.skip(kLeadSize + kDeviceNameSize)) return false;
+    info.frame = split->frame;
     HostOrderCursor items{split->header, *isBigEndian};
     while (!items.cursor.atEnd()) {
-        if (!readItem(items, info)) return std::nullopt;
+        if (!readItem(items, info)) return false;
     }
-    return info;
+    return true;
 }
 
-std::optional<RadioInfo> parseAVSHeader(std::span<const std::uint8_t> packet) {
+bool readAVSHeader(std::span<const std::uint8_t> packet, RadioInfo& info) {
     constexpr std::size_t kSmallestLength = 64;
     constexpr std::uint32_t kSignalInDBm = 2;  // 1: normalised, 3: raw counts
     ByteCursor start(packet);
-    if (!startsWithAVSMagic(start) || !start.skip(4)) return std::nullopt;
+    if (!startsWithAVSMagic(start) || !start.skip(4)) return false;
     const auto length = start.u32be();
-    if (!length || *length < kSmallestLength) return std::nullopt;
+    if (!length || *length < kSmallestLength) return false;
     auto split = splitPacket(packet, *length);
-    if (!split) return std::nullopt;
+    if (!split) return false;
 
-    RadioInfo info{.frame = split->frame};
+    info.frame = split->frame;
     ByteCursor& header = split->header;
     header.skip(28);  // magic, length, MAC time, host time, PHY type
     storeAVSChannel(header.u32be().value_or(0), info);
@@ -155,11 +155,11 @@ std::optional<RadioInfo> parseAVSHeader(std::span<const std::uint8_t> packet) {
     const auto signalType = header.u32be();
     const auto signal = header.u32be();
     const auto noise = header.u32be();
-    if (signalType != kSignalInDBm) return info;
+    if (signalType != kSignalInDBm) return true;
     storeAVSLevel(signal.value_or(0), info.signalDBm);
     // A card that does not measure the noise gives 0.
     if (noise != 0u) storeAVSLevel(noise.value_or(0), info.noiseDBm);
-    return info;
+    return true;
 }
 
 }  // namespace halvane::capture

@@ -1,23 +1,32 @@
 #include "halvane/capture/radio_header.h"
 
+#include <utility>
+
 #include "halvane/capture/radio_header_internal.h"
 
 namespace halvane::capture {
 
-std::optional<RadioInfo> parseRadioHeader(LinkType linkType, std::span<const std::uint8_t> packet) {
+bool readRadioHeader(LinkType linkType, std::span<const std::uint8_t> packet, RadioInfo& info) {
     switch (linkType) {
         case LinkType::IEEE80211:
-            return RadioInfo{.frame = packet};
+            info.frame = packet;
+            return true;
         case LinkType::Prism:
-            return parsePrismHeader(packet);
+            return readPrismHeader(packet, info);
         case LinkType::Radiotap:
-            return parseRadiotapHeader(packet);
+            return readRadiotapHeader(packet, info);
         case LinkType::AVS:
-            return parseAVSHeader(packet);
+            return readAVSHeader(packet, info);
         case LinkType::PPI:
-            return parsePPIHeader(packet);
+            return readPPIHeader(packet, info);
     }
-    return std::nullopt;
+    return false;
+}
+
+std::optional<RadioInfo> parseRadioHeader(LinkType linkType, std::span<const std::uint8_t> packet) {
+    std::optional<RadioInfo> info(std::in_place);
+    if (!readRadioHeader(linkType, packet, *info)) info.reset();
+    return info;
 }
 
 }  // namespace halvane::capture

@@ -1,4 +1,7 @@
-// The parsers of parseRadioHeader, one for each kind of header.
+// The readers of radio headers, one for each kind.
+//
+// They store what a header tells where it stays, since a copy of what was just written takes longer
+// than reading it.
 #ifndef HALVANE_CAPTURE_RADIO_HEADER_INTERNAL_H
 #define HALVANE_CAPTURE_RADIO_HEADER_INTERNAL_H
 
@@ -8,14 +11,20 @@
 #include <span>
 
 #include "halvane/base/byte_cursor.h"
+#include "halvane/capture/link_type.h"
 #include "halvane/capture/radio_header.h"
 
 namespace halvane::capture {
 
-std::optional<RadioInfo> parseRadiotapHeader(std::span<const std::uint8_t> packet);
-std::optional<RadioInfo> parsePrismHeader(std::span<const std::uint8_t> packet);
-std::optional<RadioInfo> parseAVSHeader(std::span<const std::uint8_t> packet);
-std::optional<RadioInfo> parsePPIHeader(std::span<const std::uint8_t> packet);
+// Reads a header as parseRadioHeader() does. Returns false for a malformed header; then `info`
+// holds parts of it. REQUIRES: `info` is empty.
+bool readRadioHeader(LinkType linkType, std::span<const std::uint8_t> packet, RadioInfo& info);
+
+// The same for one kind:
+bool readRadiotapHeader(std::span<const std::uint8_t> packet, RadioInfo& info);
+bool readPrismHeader(std::span<const std::uint8_t> packet, RadioInfo& info);
+bool readAVSHeader(std::span<const std::uint8_t> packet, RadioInfo& info);
+bool readPPIHeader(std::span<const std::uint8_t> packet, RadioInfo& info);
 
 // The AVS magic with its version digit cleared; versions 1 and 2 exist.
 inline constexpr std::uint32_t kAVSMagic = 0x80211000;

@@ -28,41 +28,49 @@ constexpr std::uint8_t kFCSAtEnd = 0x10;
 constexpr std::uint8_t kBadFCS = 0x40;
 constexpr std::uint16_t kBadPLCP = 0x0002;
 
-void readFlags(ByteCursor field, RadioInfo& info) {
-    const std::uint8_t flags = field.u8().value_or(0);
+// The octets of a field, as many as the table below tells.
+using Octets = std::span<const std::uint8_t>;
+
+void readFlags(Octets field, RadioInfo& info) {
+    const std::uint8_t flags = ByteCursor(field).u8().value_or(0);
     if (flags & kFCSAtEnd) info.hasFCS = true;
     if (flags & kBadFCS) info.isBadFCS = true;
 }
 
-void readChannel(ByteCursor field, RadioInfo& info) {
-    const int frequency = field.u16le().value_or(0);
+void setFrequency(int frequency, RadioInfo& info) {
     if (frequency > 0) setIfAbsent(info.frequencyMHz, frequency);
 }
 
-void readSignal(ByteCursor field, RadioInfo& info) {
-    setIfAbsent(info.signalDBm, static_cast<std::int8_t>(field.u8().value_or(0)));
+void readChannel(Octets field, RadioInfo& info) {
+    setFrequency(ByteCursor(field).u16le().value_or(0), info);
 }
 
-void readNoise(ByteCursor field, RadioInfo& info) {
-    setIfAbsent(info.noiseDBm, static_cast<std::int8_t>(field.u8().value_or(0)));
+void readSignal(Octets field, RadioInfo& info) {
+    setIfAbsent(info.signalDBm, static_cast<std::int8_t>(ByteCursor(field).u8().value_or(0)));
 }
 
-void readRxFlags(ByteCursor field, RadioInfo& info) {
-    if (field.u16le().value_or(0) & kBadPLCP) info.isBadFCS = true;
+void readNoise(Octets field, RadioInfo& info) {
+    setIfAbsent(info.noiseDBm, static_cast<std::int8_t>(ByteCursor(field).u8().value_or(0)));
 }
 
-void readXChannel(ByteCursor field, RadioInfo& info) {
-    field.skip(4);  // channel flags
-    readChannel(field, info);
-    field.skip(2);
-    const int channel = field.u8().value_or(0);
+void readRxFlags(Octets field, RadioInfo& info) {
+    if (ByteCursor(field).u16le().value_or(0) & kBadPLCP) info.isBadFCS = true;
+}
+
+void readXChannel(Octets field, RadioInfo& info) {
+    ByteCursor cursor(field);
+    cursor.skip(4);  // channel flags
+    setFrequency(cursor.u16le().value_or(0), info);
+    const int channel = cursor.u8().value_or(0);
     if (channel > 0) setIfAbsent(info.channel, channel);
 }
 
 struct Field {
     std::uint8_t alignment;
     std::uint8_t size;
-    void (*read)(ByteCursor field, RadioInfo& info) = nullptr;  // absent: only skipped
+    // Absent if the field is only skipped. Takes octets, not a cursor, since they stay in
+    // registers.
+    void (*read)(Octets field, RadioInfo& info) = nullptr;
 };
 
 // The fields by presence bit (https://www.radiotap.org/fields/defined).
@@ -105,7 +113,7 @@ Outcome readField(unsigned bit, ByteCursor& data, RadioInfo& info) {
     if (!skipToAlignment(data, field.alignment)) return Outcome::Malformed;
     const auto bytes = data.take(field.size);
     if (!bytes) return Outcome::Malformed;
-    if (field.read) field.read(ByteCursor(*bytes), info);
+    if (field.read) field.read(*bytes, info);
     return Outcome::Done;
 }
 
@@ -170,23 +178,18 @@ std::optional<std::size_t> headerLength(std::span<const std::uint8_t> packet) {
 
 }  // namespace
 
-// The cursors are copied before they move, and the result is returned where it was made: a copy of
-// what was just written takes longer than reading a field.
-std::optional<RadioInfo> parseRadiotapHeader(std::span<const std::uint8_t> packet) {
+bool readRadiotapHeader(std::span<const std::uint8_t> packet, RadioInfo& info) {
     constexpr std::size_t kBeforeWords = 4;  // the version, the pad octet and the length
-    std::optional<RadioInfo> info;
     const auto length = headerLength(packet);
     const auto split = length ? splitPacket(packet, *length) : std::nullopt;
-    if (!split) return info;
+    if (!split) return false;
 
     ByteCursor words = split->header;
     ByteCursor data = split->header;
-    if (!words.skip(kBeforeWords) || !data.skip(kBeforeWords)) return info;
-    if (!skipPresenceWords(data)) return info;
-    info.emplace();
-    info->frame = split->frame;
-    if (walk(words, data, *info) == Outcome::Malformed) info.reset();
-    return info;
+    if (!words.skip(kBeforeWords) || !data.skip(kBeforeWords)) return false;
+    if (!skipPresenceWords(data)) return false;
+    info.frame = split->frame;
+    return walk(words, data, info) != Outcome::Malformed;
 }
 
 }  // namespace halvane::capture

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -15,18 +16,11 @@ constexpr std::size_t kHTOperationSize = 24;  // with its header (IEEE 802.11-20
 
 // For an unknown frequency the look-up returns the last frequency of the map, so the result is
 // checked by the inverse look-up.
-std::optional<Number> channelOfFrequency(std::optional<int> frequency) {
-    if (!frequency || *frequency <= 0) return std::nullopt;
-    const auto megahertz = static_cast<unsigned>(*frequency);
+unsigned channelOfFrequency(int frequency) {
+    if (frequency <= 0) return 0;
+    const auto megahertz = static_cast<unsigned>(frequency);
     const unsigned channel = HalvaneChannel::channelNumberForFrequency(megahertz);
-    if (HalvaneChannel::channelFrequencyForNumber(channel) != megahertz) return std::nullopt;
-    return Number(channel);
-}
-
-std::optional<Number> channelOfRadio(const RadioInfo& radio) {
-    if (const auto channel = channelOfFrequency(radio.frequencyMHz)) return channel;
-    if (!radio.channel || *radio.channel <= 0) return std::nullopt;
-    return Number(*radio.channel);
+    return HalvaneChannel::channelFrequencyForNumber(channel) == megahertz ? channel : 0;
 }
 
 // The first octet of an element's body; 0 if it is empty.
@@ -41,7 +35,7 @@ std::uint8_t firstOctetOf(std::span<const std::uint8_t> element) {
 // Of several HT Operation elements the last counts,
 // as for a record, even if it is damaged or states none. Of several DS Parameter Sets (9.4.2.4) the
 // first that states a channel does.
-std::optional<Number> channelOfElements(std::span<const std::uint8_t> elements) {
+int channelOfElements(std::span<const std::uint8_t> elements) {
     std::uint8_t ofOperation = 0;
     std::uint8_t ofParameterSet = 0;
     walkElements(walkedBytesOf(elements), [&](std::size_t, std::span<const std::uint8_t> element) {
@@ -51,15 +45,13 @@ std::optional<Number> channelOfElements(std::span<const std::uint8_t> elements) 
             ofParameterSet = firstOctetOf(element);
         }
     });
-    const std::uint8_t channel = ofOperation != 0 ? ofOperation : ofParameterSet;
-    return channel != 0 ? std::optional(Number(channel)) : std::nullopt;
+    return ofOperation != 0 ? ofOperation : ofParameterSet;
 }
 
-SightedChannel sightedChannelOf(const std::optional<Number>& ownChannel, const RadioInfo& radio) {
-    const auto radioChannel = channelOfRadio(radio);
-    return {.channel = ownChannel ? ownChannel : radioChannel,
-            .radioChannel = radioChannel,
-            .isOfRadio = !ownChannel && radioChannel};
+SightedChannel sightedChannelOf(int ownChannel, const RadioInfo& radio) {
+    return {.own = ownChannel,
+            .ofFrequency = channelOfFrequency(radio.frequencyMHz.value_or(0)),
+            .ofHeader = std::max(radio.channel.value_or(0), 0)};
 }
 
 }  // namespace halvane::capture

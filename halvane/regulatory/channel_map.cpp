@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -50,15 +50,36 @@ constexpr auto kStandardRows = [] {
     });
     return rows;
 }();
-// Numbers and frequencies are unique and ascending, so both can be found by binary search.
-static_assert(std::ranges::is_sorted(kStandardRows, std::ranges::less_equal(), &Row::channel));
-static_assert(std::ranges::is_sorted(kStandardRows, std::ranges::less_equal(), &Row::frequency));
 
-// Returns the standard row whose `column` is `key`, or null.
-const Row* standardRow(unsigned Row::*column, unsigned key) {
-    const auto found = std::ranges::lower_bound(kStandardRows, key, {}, column);
-    return found != kStandardRows.end() && (*found).*column == key ? &*found : nullptr;
+// The channel that has this frequency, if it is a standard one.
+constexpr unsigned channelAt(unsigned frequency) {
+    if (frequency == 2484) return 14;
+    return (frequency - (frequency < 5000 ? 2407 : 5000)) / 5;
 }
+
+// For each channel number the index of its row, counted from 1; 0: there is none.
+constexpr auto kStandardRowNumbers = [] {
+    std::array<std::uint8_t, kStandardRows.back().channel + 1> numbers{};
+    for (std::size_t i = 0; i < kStandardRows.size(); ++i) {
+        numbers[kStandardRows[i].channel] = static_cast<std::uint8_t>(i + 1);
+    }
+    return numbers;
+}();
+
+// Returns the standard row of a channel or of a frequency, or null.
+constexpr const Row* standardRowOfChannel(unsigned channel) {
+    if (channel >= kStandardRowNumbers.size()) return nullptr;
+    const std::size_t number = kStandardRowNumbers[channel];
+    return number != 0 ? &kStandardRows[number - 1] : nullptr;
+}
+constexpr const Row* standardRowOfFrequency(unsigned frequency) {
+    const Row* row = standardRowOfChannel(channelAt(frequency));
+    return row != nullptr && row->frequency == frequency ? row : nullptr;
+}
+static_assert(std::ranges::all_of(kStandardRows, [](const Row& row) {
+    return standardRowOfChannel(row.channel) == &row &&
+           standardRowOfFrequency(row.frequency) == &row;
+}));
 
 }  // namespace
 
@@ -131,21 +152,21 @@ void ChannelMap::add(unsigned channel, unsigned frequency, unsigned extensionCha
 // Callers rely on that, so it must not become 0.
 unsigned ChannelMap::numberForFrequency(unsigned frequency) {
     build();
-    if (const Row* row = standardRow(&Row::frequency, frequency)) return row->channel;
+    if (const Row* row = standardRowOfFrequency(frequency)) return row->channel;
     const AddedRows* added = added_;
     return added != nullptr ? added->numberForFrequency(frequency) : kStandardRows.back().frequency;
 }
 
 unsigned ChannelMap::frequencyForNumber(unsigned channel) {
     build();
-    if (const Row* row = standardRow(&Row::channel, channel)) return row->frequency;
+    if (const Row* row = standardRowOfChannel(channel)) return row->frequency;
     const AddedRows* added = added_;
     return added != nullptr ? added->frequencyForNumber(channel) : 0;
 }
 
 unsigned ChannelMap::extensionForNumber(unsigned channel) {
     build();
-    const Row* row = standardRow(&Row::channel, channel);
+    const Row* row = standardRowOfChannel(channel);
     if (row != nullptr && row->extension != 0) return row->extension;
     const AddedRows* added = added_;
     return added != nullptr ? added->extensionForNumber(channel) : 0;

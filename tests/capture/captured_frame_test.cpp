@@ -11,13 +11,20 @@
 #include <vector>
 
 #include "halvane/base/byte_buffer.h"
+#include "halvane/base/mac_address.h"
+#include "halvane/base/result.h"
+#include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/captured_frame_internal.h"
 #include "halvane/capture/fcs.h"
 #include "halvane/capture/frame_record.h"
+#include "halvane/capture/link_type.h"
+#include "halvane/capture/radio_header.h"
 
 #include "tests/capture/packets.h"
 #include "tests/support/hostile_bytes.h"
 
 using halvane::ByteBuffer;
+using halvane::Unexpected;
 using halvane::testing::beaconPacket;
 using halvane::testing::Bytes;
 using halvane::testing::withRadiotap;
@@ -36,6 +43,67 @@ Bytes joined(Bytes bytes, const Bytes& more) {
 
 std::string elementsOf(const CapturedFrame& frame) {
     return frame.beacon() != nullptr ? ByteBuffer(frame.beacon()->elements).hex() : "none";
+}
+
+std::string tellingOf(const CapturedFrame& frame) {
+    const auto text = [](const std::optional<int>& value) {
+        return value ? std::to_string(*value) + ' ' : "- ";
+    };
+    const RadioInfo& radio = frame.radio;
+    std::string telling = text(radio.frequencyMHz) + text(radio.channel) + text(radio.signalDBm) +
+                          text(radio.noiseDBm) + std::to_string(radio.hasFCS) +
+                          std::to_string(radio.isBadFCS) + std::to_string(frame.isCut) + ' ' +
+                          ByteBuffer(radio.frame).hex() + ' ';
+    if (!frame.content) return telling + std::to_string(static_cast<int>(frame.content.error()));
+    const BeaconFrame& beacon = *frame.content;
+    return telling + std::to_string(static_cast<int>(beacon.subtype)) + ' ' + beacon.bssid.text() +
+           ' ' + std::to_string(beacon.beaconInterval) + ' ' + std::to_string(beacon.capabilities) +
+           ' ' + std::to_string(beacon.elementsOffset) + ' ' + std::to_string(beacon.isCut) + ' ' +
+           ByteBuffer(beacon.elements).hex();
+}
+
+// Every value of every octet, and every prefix.
+TEST(CapturedFrame, HoldsNothingOfTheFrameThatWasThere) {
+    const BeaconFrame other = {.subtype = BeaconSubtype::ProbeResponse,
+                               .bssid = halvane::MacAddress({1, 2, 3, 4, 5, 6}),
+                               .beaconInterval = 7,
+                               .capabilities = 8,
+                               .elements = kWrongFCS,
+                               .elementsOffset = 9,
+                               .isCut = true};
+    const auto check = [&](const ByteBuffer& packet) {
+        for (const std::size_t missing : {0u, 5u}) {
+            const std::size_t length = packet.size() + missing;
+            CapturedFrame frame{.content = other};
+            readPacket(LinkType::Radiotap, packet.bytes(), length, frame);
+            ASSERT_EQ(tellingOf(frame),
+                      tellingOf(examinePacket(LinkType::Radiotap, packet.bytes(), length)));
+        }
+    };
+    const Bytes packet = withRadiotap(kFCSAtEnd, joined(beaconPacket(), kWrongFCS));
+    std::vector<std::size_t> offsets(packet.size());
+    std::iota(offsets.begin(), offsets.end(), std::size_t{0});
+    halvane::testing::forEachPrefix(packet, check);
+    halvane::testing::forEachValueAt(packet, offsets, check);
+}
+
+// The same of the parts alone.
+TEST(CapturedFrame, HoldsWhatItsPartsTell) {
+    const auto check = [](const ByteBuffer& packet) {
+        const auto frame = examinePacket(LinkType::Radiotap, packet.bytes());
+        const auto radio = parseRadioHeader(LinkType::Radiotap, packet.bytes());
+        CapturedFrame expected{.content = Unexpected(SkipReason::MalformedHeader)};
+        if (radio) expected = {.radio = *radio, .content = parseBeaconFrame(radio->frame)};
+        if (radio && radio->isBadFCS) expected.content = Unexpected(SkipReason::Damaged);
+        if (!radio || !radio->hasFCS) {
+            ASSERT_EQ(tellingOf(frame), tellingOf(expected));
+        }
+    };
+    const Bytes packet = withRadiotap(0, beaconPacket());
+    std::vector<std::size_t> offsets(packet.size());
+    std::iota(offsets.begin(), offsets.end(), std::size_t{0});
+    halvane::testing::forEachPrefix(packet, check);
+    halvane::testing::forEachValueAt(packet, offsets, check);
 }
 
 TEST(CapturedFrame, HoldsWhatRadioHeaderAndFrameTell) {

@@ -184,6 +184,30 @@ TEST(FoldedSighting, FoldsNumbersAsASightingOfThem) {
     EXPECT_GT(folded, 100u);
 }
 
+// Every prefix of a beacon's elements, and every value of their numbers and lengths.
+TEST(FoldedSighting, FoldsNumbersOfHostileElements) {
+    const ScopedUpTime clock;
+    const Bytes name = ssidElement("home");
+    const Bytes parameters = element(3, {11});
+    const Bytes elements = joined({name, parameters, htOperationElement(44, 1)});
+    const std::size_t second = name.size();
+    const std::size_t third = second + parameters.size();
+    const Frame first = {name, {.channel = 3, .signalDBm = -60}, false};
+    const auto check = [&](const ByteBuffer& hostile) {
+        for (const RadioInfo& radio : {RadioInfo{}, RadioInfo{.frequencyMHz = 2437, .channel = 7},
+                                       RadioInfo{.frequencyMHz = 2438, .channel = 7}}) {
+            const auto bytes = hostile.bytes();
+            const Frame next = {Bytes(bytes.begin(), bytes.end()), radio, false};
+            FoldedSighting expected(first.sighting());
+            FoldedSighting actual(first.sighting());
+            expected.fold(next.sighting());
+            ASSERT_TRUE(actual.foldNumbers(next.beacon(), next.radio));
+            ASSERT_EQ(numbersOf(actual), numbersOf(expected)) << hostile.hex();
+        }
+    };
+    forEachHostileForm(elements, {0, 1, second, second + 1, second + 2, third, third + 1}, check);
+}
+
 TEST(FoldedSighting, FoldsNoNumbersWhereTheElementsMayCount) {
     const Frame named = {ssidElement("home"), {}, false};
     const Frame hidden = {element(0, {}), {}, false};

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "halvane/capture/beacon_frame.h"
+#include "halvane/capture/captured_frame_internal.h"
 #include "halvane/capture/fcs.h"
 #include "halvane/capture/link_type.h"
 
@@ -44,8 +45,17 @@ capture::CapturedFrame examineWithFCS(const Packet& packet) {
 }  // namespace
 
 capture::CapturedFrame examinedFrame(const Packet& packet) {
-    if (packet.endsInFCS) return examineWithFCS(packet);
-    return capture::examinePacket(packet.linkType, packet.bytes, packet.originalLength);
+    capture::CapturedFrame frame;
+    examineFrame(packet, frame);
+    return frame;
+}
+
+void examineFrame(const Packet& packet, capture::CapturedFrame& frame) {
+    if (packet.endsInFCS) {
+        frame = examineWithFCS(packet);
+    } else {
+        capture::readPacket(packet.linkType, packet.bytes, packet.originalLength, frame);
+    }
 }
 
 }  // namespace halvane::tool

@@ -1,6 +1,6 @@
 // The frame in a packet of a file or of now.
 //
-// A free function without state; any thread may call it.
+// Free functions without state; any thread may call them.
 #ifndef TOOLS_HALVANE_INPUT_EXAMINED_FRAME_H
 #define TOOLS_HALVANE_INPUT_EXAMINED_FRAME_H
 
@@ -13,6 +13,9 @@ namespace halvane::tool {
 // As capture::examinePacket(), and by what the capture itself tells of frame check sequences. The
 // spans in the result borrow from the packet's bytes.
 capture::CapturedFrame examinedFrame(const Packet& packet);
+
+// The same where the frame stays. REQUIRES: `frame.radio` is empty.
+void examineFrame(const Packet& packet, capture::CapturedFrame& frame);
 
 }  // namespace halvane::tool
 

@@ -1,4 +1,4 @@
-// pcap, through libpcap.
+// pcap, through libpcap. The records that it would hand out as they are skip it.
 #include <algorithm>
 #include <array>
 #include <bits/types/cookie_io_functions_t.h>
@@ -20,13 +20,12 @@
 #include "tools/halvane/input/libpcap.h"
 #include "tools/halvane/input/link_type_name.h"
 #include "tools/halvane/input/packet_source.h"
+#include "tools/halvane/input/plain_pcap.h"
 
 namespace halvane::tool {
 
 namespace {
 
-constexpr std::size_t kFileHeaderSize = 24;
-constexpr std::size_t kRecordHeaderSize = 16;
 constexpr std::size_t kStreamBuffer = std::size_t{64} << 10;
 
 struct CaptureCloser {
@@ -38,8 +37,12 @@ struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
+// The file's header is read alone, so that the records stay in the stream until libpcap wants one.
 ssize_t readStream(void* cookie, char* room, std::size_t size) {
     auto& stream = *static_cast<InputStream*>(cookie);
+    if (stream.position() < kPcapFileHeaderSize) {
+        size = std::min<std::size_t>(size, kPcapFileHeaderSize - stream.position());
+    }
     const auto octets = stream.peek(1);
     if (octets.empty()) {
         errno = EIO;
@@ -70,27 +73,19 @@ std::int64_t nanoseconds(const pcap_pkthdr& header) {
 
 class PcapSource : public PacketSource {
   public:
-    PcapSource(std::unique_ptr<InputStream> stream, Capture capture, capture::LinkType linkType)
+    PcapSource(std::unique_ptr<InputStream> stream, std::optional<PlainPcap> plain, Capture capture,
+               capture::LinkType linkType)
         : stream_(std::move(stream)),
-          linkType_(linkType),
-          endsInFCS_(tellsFCS(capture.get())),
+          plain_(plain),
+          blank_(Packet{.linkType = linkType, .endsInFCS = tellsFCS(capture.get())}),
           capture_(std::move(capture)) {}
 
     NextPacket next() override {
-        pcap_pkthdr* header = nullptr;
-        const u_char* bytes = nullptr;
-        const int outcome = libpcap().pcap_next_ex(capture_.get(), &header, &bytes);
-        if (outcome == PCAP_ERROR) {
-            return Unexpected(fault());
+        if (plain_) {
+            if (const auto record = plain_->next(*stream_)) return packetOf(*record);
+            plain_.reset();  // libpcap reads ahead, so the rest is its own
         }
-        if (outcome != 1) return std::optional<Packet>();
-        bytesRead_ += kRecordHeaderSize + header->caplen;
-        return std::optional<Packet>({.number = ++count_,
-                                      .linkType = linkType_,
-                                      .bytes = {bytes, header->caplen},
-                                      .originalLength = header->len,
-                                      .time = nanoseconds(*header),
-                                      .endsInFCS = endsInFCS_});
+        return nextOfLibpcap();
     }
 
     std::uint64_t bytesRead() const override {
@@ -98,6 +93,32 @@ class PcapSource : public PacketSource {
     }
 
   private:
+    NextPacket nextOfLibpcap() {
+        pcap_pkthdr* header = nullptr;
+        const u_char* bytes = nullptr;
+        const int outcome = libpcap().pcap_next_ex(capture_.get(), &header, &bytes);
+        if (outcome == PCAP_ERROR) {
+            return Unexpected(fault());
+        }
+        if (outcome != 1) return std::optional<Packet>();
+        return packetOf({.bytes = {bytes, header->caplen},
+                         .originalLength = header->len,
+                         .time = nanoseconds(*header)});
+    }
+
+    // Fills the packet in where it stays: copying what was just written takes longer than copying
+    // what was written long ago.
+    NextPacket packetOf(const PlainPcapRecord& record) {
+        bytesRead_ += kPcapRecordHeaderSize + record.bytes.size();
+        NextPacket next = blank_;
+        Packet& packet = **next;
+        packet.number = ++count_;
+        packet.bytes = record.bytes;
+        packet.originalLength = record.originalLength;
+        packet.time = record.time;
+        return next;
+    }
+
     std::string fault() const {
         if (stream_->error()) return beyondFrame(count_, *stream_->error());
         // libpcap asks for octets beyond the end only where a record is cut.
@@ -106,10 +127,10 @@ class PcapSource : public PacketSource {
     }
 
     std::unique_ptr<InputStream> stream_;  // the capture reads it
-    capture::LinkType linkType_;
-    bool endsInFCS_;
+    std::optional<PlainPcap> plain_;       // until libpcap has read a record
+    const std::optional<Packet> blank_;    // what all packets have in common
     std::uint64_t count_ = 0;
-    std::uint64_t bytesRead_ = kFileHeaderSize;
+    std::uint64_t bytesRead_ = kPcapFileHeaderSize;
     Capture capture_;
 };
 
@@ -117,6 +138,7 @@ class PcapSource : public PacketSource {
 
 OpenedSource openPcap(std::unique_ptr<InputStream> stream) {
     if (libpcap().problem) return Unexpected(std::string(libpcap().problem));
+    const auto plain = PlainPcap::of(*stream);
     cookie_io_functions_t functions{};
     functions.read = readStream;
     std::unique_ptr<std::FILE, FileCloser> file(::fopencookie(stream.get(), "rb", functions));
@@ -137,7 +159,7 @@ OpenedSource openPcap(std::unique_ptr<InputStream> stream) {
     const auto linkType = capture::linkTypeOfNumber(number);
     if (!linkType) return Unexpected(notWiFiFault(number));
     return OpenedSource(
-        std::make_unique<PcapSource>(std::move(stream), std::move(capture), *linkType));
+        std::make_unique<PcapSource>(std::move(stream), plain, std::move(capture), *linkType));
 }
 
 }  // namespace halvane::tool

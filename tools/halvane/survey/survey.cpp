@@ -1,6 +1,7 @@
 #include "tools/halvane/survey/survey.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -10,13 +11,27 @@
 
 namespace halvane::tool {
 
+namespace {
+
+std::uint64_t keyOf(const MacAddress& address) {
+    std::uint64_t key = 0;
+    for (const std::uint8_t octet : address.octets()) key = key << 8 | octet;
+    return key;
+}
+
+}  // namespace
+
+bool Survey::contains(const MacAddress& address) const {
+    return places_.contains(keyOf(address));
+}
+
 void Survey::hold(Heard&& heard) {
     const MacAddress address = heard.address;
     heard.serial = nextSerial_++;
     heard_.push_back(std::move(heard));
-    places_.emplace(address, std::prev(heard_.end()));
+    places_.emplace(keyOf(address), std::prev(heard_.end()));
     if (heard_.size() <= most_) return;
-    places_.erase(heard_.front().address);
+    places_.erase(keyOf(heard_.front().address));
     heard_.pop_front();
     ++letGoCount_;
 }
@@ -24,7 +39,7 @@ void Survey::hold(Heard&& heard) {
 void Survey::add(const capture::Sighting& sighting, const HeardFrame& frame) {
     const auto address = MacAddress::fromBytes(sighting.record.mac().bytes());
     if (!address) return;
-    const auto known = places_.find(*address);
+    const auto known = places_.find(keyOf(*address));
     if (known == places_.end()) {
         return hold({0, *address, capture::FoldedSighting(sighting), NetworkStatistics(frame)});
     }
@@ -34,7 +49,7 @@ void Survey::add(const capture::Sighting& sighting, const HeardFrame& frame) {
 
 bool Survey::addNumbers(const capture::BeaconFrame& beacon, const capture::RadioInfo& radio,
                         const HeardFrame& frame) {
-    const auto known = places_.find(beacon.bssid);
+    const auto known = places_.find(keyOf(beacon.bssid));
     if (known == places_.end() || !known->second->folded.foldNumbers(beacon, radio)) return false;
     note(known->second, frame);
     return true;
@@ -48,8 +63,8 @@ void Survey::note(Place place, const HeardFrame& frame) {
 
 void Survey::add(Survey&& later) {
     for (const Heard* const next : later.inOrder()) {
-        const Place place = later.places_.at(next->address);
-        const auto known = places_.find(place->address);
+        const Place place = later.places_.at(keyOf(next->address));
+        const auto known = places_.find(keyOf(place->address));
         if (known == places_.end()) {
             hold(std::move(*place));
             continue;
@@ -59,7 +74,7 @@ void Survey::add(Survey&& later) {
     }
     // What was heard later is now the newest, in the order in which it was heard last.
     for (const Heard& heard : later.heard_) {
-        const auto place = places_.find(heard.address);
+        const auto place = places_.find(keyOf(heard.address));
         if (place != places_.end()) heard_.splice(heard_.end(), heard_, place->second);
     }
     letGoCount_ += later.letGoCount_;
@@ -80,7 +95,7 @@ void Survey::tell(const Heard& heard, std::set<MacAddress>& told,
     networks.back().heard = &heard.folded;
     const Network sender = networks.back();
     for (const air::NontransmittedBss& other : sender.profile.nontransmitted) {
-        if (places_.contains(other.bssid) || !told.insert(other.bssid).second) continue;
+        if (contains(other.bssid) || !told.insert(other.bssid).second) continue;
         networks.push_back({.bssid = other.bssid,
                             .profile = other.profile,
                             .details = sender.details,
@@ -101,7 +116,7 @@ std::vector<Network> Survey::networks() const {
 std::vector<Network> Survey::networksOf(const MacAddress& address) const {
     std::vector<Network> networks;
     std::set<MacAddress> told;
-    const auto known = places_.find(address);
+    const auto known = places_.find(keyOf(address));
     if (known != places_.end()) tell(*known->second, told, networks);
     return networks;
 }

@@ -49,7 +49,7 @@ class Survey {
     void add(Survey&& later);
 
     std::size_t size() const { return heard_.size(); }
-    bool contains(const MacAddress& address) const { return places_.contains(address); }
+    bool contains(const MacAddress& address) const;
     // How many networks had to go. One that comes back counts again when it goes again.
     std::uint64_t letGoCount() const { return letGoCount_; }
     std::size_t most() const { return most_; }
@@ -79,8 +79,8 @@ class Survey {
     std::size_t most_;
     std::uint64_t letGoCount_ = 0;
     std::uint64_t nextSerial_ = 0;
-    std::list<Heard> heard_;  // the longest not heard first
-    std::map<MacAddress, Place> places_;
+    std::list<Heard> heard_;                 // the longest not heard first
+    std::map<std::uint64_t, Place> places_;  // by the address as a number: it is compared faster
 };
 
 }  // namespace halvane::tool
