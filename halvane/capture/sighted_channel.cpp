@@ -32,9 +32,8 @@ std::uint8_t firstOctetOf(std::span<const std::uint8_t> element) {
 
 }  // namespace
 
-// Of several HT Operation elements the last counts,
-// as for a record, even if it is damaged or states none. Of several DS Parameter Sets (9.4.2.4) the
-// first that states a channel does.
+// Of several HT Operation elements the last counts, as for a record, even if it is damaged or
+// states none. Of several DS Parameter Sets (9.4.2.4) the first that states a channel does.
 int channelOfElements(std::span<const std::uint8_t> elements) {
     std::uint8_t ofOperation = 0;
     std::uint8_t ofParameterSet = 0;
