@@ -13,6 +13,7 @@
 #include "bench/beacon.h"
 #include "bench/capture_input.h"
 #include "bench/foreign_bytes.h"
+#include "bench/tshark.h"
 #include "tools/halvane/input/capture_reader.h"
 #include "tools/halvane/networks/survey_reader.h"
 #include "tools/halvane/output/format.h"
@@ -113,6 +114,15 @@ void linesOfOtherNames(benchmark::State& state) {
     lines(state, file);
 }
 
+void linesOfTshark(benchmark::State& state) {
+    for (auto _ : state) {
+        const double before = bench::secondsOfChildren();
+        if (!bench::printByTshark(capture().path())) return state.SkipWithError("tshark failed");
+        state.SetIterationTime(bench::secondsOfChildren() - before);
+    }
+    setRates(state, 1);
+}
+
 // --- Networks ---
 
 void fold(benchmark::State& state, std::size_t files, std::size_t jobs) {
@@ -138,6 +148,7 @@ void foldFilesAtOnce(benchmark::State& state) {
 
 BENCHMARK(linesOfNetworks)->Unit(benchmark::kMillisecond);
 BENCHMARK(linesOfOtherNames)->Unit(benchmark::kMillisecond);
+BENCHMARK(linesOfTshark)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1);
 BENCHMARK(foldFile)->Unit(benchmark::kMillisecond);
 BENCHMARK(foldFilesInTurn)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(foldFilesAtOnce)->Unit(benchmark::kMillisecond)->UseRealTime();
